@@ -1,0 +1,60 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet {
+
+/// What a column holds, as CREATE TABLE names it. The file declares each with an SQLite type name that
+/// keeps the right affinity (see DeclaredType), so that the kind can be read back from any file.
+enum class ColumnType { Long, Integer, Double, Text, Memo, YesNo, Counter, Guid, DateTime, Binary, Unknown };
+
+/// How the values of a column or expression compare, group and sort.
+enum class CompareKind {
+    Number,     ///< numbers; no collation, indexes serve
+    Identifier, ///< ASCII identifiers (columns ending in GId, and AreaID): ignoring case by SQLite's NOCASE, indexes serve
+    Text,       ///< ignoring case over Unicode, accents told apart: collation JETTEXT
+    ValueText,  ///< Datavalue: as numbers where both sides read as numbers, else as Text: collation JETVALUE
+};
+
+struct ColumnInfo {
+    std::string name;
+    ColumnType type = ColumnType::Unknown;
+    bool nullable = true;
+};
+
+enum class TableType { Table, Link, View, System };
+
+/// A table as a statement may name it. For a link, `database` is the schema name under which the file is
+/// attached and `sourceTable` the table's own name there.
+struct TableInfo {
+    std::string name;
+    TableType type = TableType::Table;
+    std::string database = "main";
+    std::string sourceTable;
+    std::vector<ColumnInfo> columns;
+
+    /// The column of this name, ignoring case; nullptr when there is none.
+    [[nodiscard]] const ColumnInfo* column(std::string_view columnName) const;
+};
+
+/// What name resolution asks. Implemented by Connection; tests hand in a fixed one.
+class Catalogue {
+  public:
+    virtual ~Catalogue() = default;
+    /// The table of this name, ignoring case; nullptr when there is none. Valid until the catalogue changes.
+    [[nodiscard]] virtual const TableInfo* find(std::string_view name) const = 0;
+    /// Rises with every change of tables or links; a translation is good as long as it stands.
+    [[nodiscard]] virtual unsigned version() const = 0;
+};
+
+/// The kind that goes with a column: by its type, and by its name for Datavalue and the identifiers.
+[[nodiscard]] CompareKind KindOfColumn(std::string_view name, ColumnType type);
+/// The SQLite declaration that stands for a column type: Long "INTEGER" … and back from a declaration.
+[[nodiscard]] std::string DeclaredType(ColumnType type, int width = 0);
+[[nodiscard]] ColumnType TypeOfDeclaration(std::string_view declaration);
+/// True when two names are the same, ignoring ASCII and Unicode case.
+[[nodiscard]] bool SameName(std::string_view a, std::string_view b);
+
+} // namespace jet

@@ -1,0 +1,3 @@
+#include "jet/Value.h"
+
+namespace jet {} // namespace jet

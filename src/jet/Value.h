@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace jet {
+
+/// One field of a row: Null, a whole number, a double or UTF-8 text. Yes/No values are the numbers -1 and 0.
+class Value {
+  public:
+    enum class Type { Null, Integer, Double, Text };
+
+    Value() = default;
+    Value(int number) : held_(static_cast<std::int64_t>(number)) {}
+    Value(std::int64_t number) : held_(number) {}
+    Value(double number) : held_(number) {}
+    Value(std::string text) : held_(std::move(text)) {}
+    Value(std::string_view text) : held_(std::string(text)) {}
+    Value(const char* text) : held_(std::string(text)) {}
+
+    [[nodiscard]] Type type() const { return static_cast<Type>(held_.index()); }
+    [[nodiscard]] bool isNull() const { return type() == Type::Null; }
+
+    /// The value as a whole number: 0 for Null and for text that holds none; doubles are rounded half to even.
+    [[nodiscard]] std::int64_t toInteger() const;
+    /// The value as a double: 0 for Null and for text that holds none.
+    [[nodiscard]] double toDouble() const;
+    /// False for Null, 0 and text that reads as 0 or "False".
+    [[nodiscard]] bool toBoolean() const;
+    /// The value as text: Null gives the empty text, numbers their shortest form that reads back (64, 0.25, -1).
+    [[nodiscard]] std::string toText() const;
+
+    bool operator==(const Value& other) const = default;
+
+  private:
+    std::variant<std::monostate, std::int64_t, double, std::string> held_;
+};
+
+/// Shortest decimal text that reads back as the same double, without exponent for 1e-15 <= |x| < 1e15.
+[[nodiscard]] std::string ShortestText(double number);
+
+} // namespace jet
