@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+class QAbstractButton;
+class QAction;
+class QLabel;
+class QWidget;
+
+namespace tessaro {
+
+/// Sets the text of a key on a control and as its accessible name (without the mnemonic).
+void SetCaption(QAbstractButton* control, const QString& key);
+void SetCaption(QLabel* control, const QString& key);
+void SetCaption(QAction* action, const QString& key);
+void SetToolTip(QWidget* control, const QString& key);
+/// Text of a key without its "&" mnemonic.
+[[nodiscard]] QString PlainText(const QString& key);
+
+/// Gives the language's font (ProductFont, size, style) to a form and all its controls, sets the layout direction of the form
+/// from the language, and leaves out toolbars.
+void SetFormFonts(QWidget* form);
+/// The font of the language, and the product's base font (DEFAULT FONT).
+[[nodiscard]] class QFont LanguageFont();
+[[nodiscard]] class QFont DefaultFont();
+/// True when the current language is written from right to left.
+[[nodiscard]] bool LanguageIsRightToLeft();
+
+} // namespace tessaro

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+
+#include <exception>
+#include <utility>
+
+namespace tessaro {
+
+/// Opens a scope in which failures are reported under a procedure's name and the code goes on:
+///     ErrorTrap trap("cmdAllFilter_Click");
+///     Execute("DROP Table [_DataArea]");      // failure: reported, next statement runs
+///     trap.Try([&] { risky(); });             // the same for any call that throws
+/// Traps nest; the innermost one names the procedure.
+class ErrorTrap final {
+  public:
+    explicit ErrorTrap(const char* procedureName);
+    ~ErrorTrap();
+    ErrorTrap(const ErrorTrap&) = delete;
+    ErrorTrap& operator=(const ErrorTrap&) = delete;
+
+    /// Runs the call; a thrown error goes to ReportError. True when it went through.
+    template <class Call> bool Try(Call&& call) {
+        try {
+            std::forward<Call>(call)();
+            return true;
+        } catch (const std::exception& error) {
+            Report(error);
+            return false;
+        }
+    }
+
+    /// Name of the innermost trap's procedure; empty outside any.
+    [[nodiscard]] static QString CurrentProcedure();
+    /// Hands an error to ReportError under the innermost procedure's name.
+    static void Report(const std::exception& error);
+
+  private:
+    const char* outer_;
+};
+
+/// The common error sink: always one line in the log file (time, procedure, number, description; passwords removed);
+/// also a plain box when `alwaysShow` or when SilentErrors is False. The errors 35602 (key not unique) and 0x80040E37 (no such
+/// table) pass without a line.
+void ReportError(const std::exception& error, const QString& procedureName, bool alwaysShow = false);
+void ReportError(unsigned number, const QString& description, const QString& procedureName, bool alwaysShow = false);
+
+/// Writes a note to the log file (what "nothing is shown" for).
+void LogNote(const QString& text);
+/// CacheFolder/Tessaro.log; before CacheFolder is known, a file of that name in the temporary folder.
+[[nodiscard]] QString LogFile();
+
+} // namespace tessaro

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+namespace tessaro {
+
+/// What the ground floors and the screens may ask of the main frame. The frame installs itself; tests install their own;
+/// without one every call does nothing.
+class Frame {
+  public:
+    virtual ~Frame() = default;
+
+    virtual void SetStatusText(const QString& /*text*/) {}
+    /// Progress meter in the status bar: start, a value from 0 to 100, end.
+    virtual void StartProgress() {}
+    virtual void SetProgress(int /*percent*/) {}
+    virtual void EndProgress() {}
+    /// Wait cursor on and off; calls nest.
+    virtual void SetBusy(bool /*busy*/) {}
+    /// Shows a text in the status bar for a while and blocks that long (the selection screens' "nothing found").
+    virtual void ShowStatusTextFor(const QString& /*text*/, int /*milliseconds*/) {}
+
+    /// The way between the stages. Stage 3 goes through the guard of GoToDataView.
+    virtual void GoToStage(int /*stage*/) {}
+    virtual void GoToDataView() {}
+    virtual void GoToHome() {}
+    /// Unloads every screen and dialog other than the frame, the home page and the properties.
+    virtual void UnloadForms() {}
+    /// Number of items in frmIndicators' lstSelected when that screen was visited in this session, else 0.
+    [[nodiscard]] virtual int SelectedIndicatorCount() const { return 0; }
+};
+
+[[nodiscard]] Frame& TheFrame();
+/// Installs a frame (not owned); nullptr takes it away.
+void SetFrame(Frame* frame);
+
+} // namespace tessaro
