@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Installs what the build, the program and its tests need on a Debian 12 machine; silent when all is there.
+set -euo pipefail
+
+packages=(
+  g++ cmake ninja-build ccache pkg-config git python3
+  qt6-base-dev qt6-base-dev-tools libqt6svg6-dev qt6-multimedia-dev libgl1-mesa-dev
+  libsqlite3-dev sqlite3 libicu-dev libcrypto++-dev libsimpleini-dev libshp-dev mdbtools-dev
+  libgtest-dev libgmock-dev
+  xvfb xauth xdotool fonts-noto-core fonts-liberation
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  command -v sudo >/dev/null || { echo "setup: these packages are missing, and neither root nor sudo is there: ${missing[*]}" >&2; exit 1; }
+  as_root=(sudo)
+fi
+echo "setup: installing ${missing[*]}"
+"${as_root[@]}" apt-get update -qq
+DEBIAN_FRONTEND=noninteractive "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+  apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
