@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -37,6 +38,12 @@ class Value {
   private:
     std::variant<std::monostate, std::int64_t, double, std::string> held_;
 };
+
+/// The number that a text holds: blanks around it, a sign, "." as decimal point and an exponent are allowed, whatever
+/// the user's locale. Nothing for any other text.
+[[nodiscard]] std::optional<double> ReadNumber(std::string_view text);
+/// A double as whole number, rounded half to even and kept within the range of 64 bits; 0 for what is no number.
+[[nodiscard]] std::int64_t ToWhole(double number);
 
 /// Shortest decimal text that reads back as the same double, without exponent for 1e-15 <= |x| < 1e15.
 [[nodiscard]] std::string ShortestText(double number);
