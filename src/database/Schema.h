@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet {
+class Connection;
+}
+
+/// Every table that the system reads or writes, in the files in which it lives.
+namespace tessaro::schema {
+
+/// A language of a data database, a row of its Language table.
+struct DatabaseLanguage {
+    std::string name; ///< "English [en]"
+    std::string code; ///< "en"
+    bool isDefault = false;
+};
+
+/// A table as it is declared: columns in Jet SQL, and for each index the columns that it covers.
+struct TableDefinition {
+    std::string_view name;    ///< without the language suffix
+    std::string_view columns; ///< "TimePeriodNId COUNTER PRIMARY KEY, TimePeriod TEXT(50)"
+    std::vector<std::string_view> indexes;
+    bool perLanguage = false; ///< stands once per language as name + "_" + code
+};
+
+[[nodiscard]] const std::vector<TableDefinition>& DataTables();
+[[nodiscard]] const std::vector<TableDefinition>& SelectionTables(); ///< UserSelections.mdb
+[[nodiscard]] const std::vector<TableDefinition>& WorkingTables();   ///< InfoSel.mdb
+
+/// The 34 table names, in lower case, that a data database whose default language has this code must have.
+[[nodiscard]] std::vector<std::string> RequiredTables(std::string_view languageCode);
+
+/// Makes the tables of an empty data database and its Language rows. Indexes on Data are left to IndexData, so that
+/// a bulk load can come in between. Throws jet::Error.
+void CreateDataDatabase(jet::Connection& connection, const std::vector<DatabaseLanguage>& languages);
+/// Adds the indexes of Data and has the engine learn the sizes of all tables.
+void IndexData(jet::Connection& connection);
+/// Adds the tables of one more language to a data database, without a row in Language.
+void CreateLanguageTables(jet::Connection& connection, std::string_view languageCode);
+
+void CreateUserSelections(jet::Connection& connection);
+void CreateInfoSel(jet::Connection& connection);
+/// A language file: LangMaster, and Strings with one text column for each of `textColumns`.
+void CreateLanguageFile(jet::Connection& connection, const std::vector<std::string>& textColumns);
+
+} // namespace tessaro::schema
