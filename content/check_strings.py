@@ -1,0 +1,164 @@
+#!/usr/bin/env python3
+"""Checks the string table: its form, its mnemonics and placeholders, and that every key the code asks for is in it."""
+
+import csv
+import re
+import sys
+from collections import Counter
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+STRINGS = ROOT / "content" / "strings.csv"
+LANGUAGES = ROOT / "content" / "languages.csv"
+
+COLUMNS = ["VariableName", "ModuleID", "English", "French", "Spanish", "Arabic", "Russian"]
+MODULES = {"shell", "selection", "dataview", "calculate", "presentation", "map", "gallery"}
+LANGUAGE_COLUMNS = ["LangID", "LangCode", "FontCharset", "Locale", "FontName", "FontSize"]
+
+# The calls whose key is a literal, and the place of the key among the arguments.
+KEY_CALLS = {"GetText": 0, "LookupString": 0, "ShowMessage": 0, "PlainText": 0, "SetCaption": 1, "SetToolTip": 1}
+CALL = re.compile(r"\b(" + "|".join(KEY_CALLS) + r")\s*\(")
+LITERAL = re.compile(r'^(?:u|u8|L)?"((?:[^"\\]|\\.)*)"(?:_[A-Za-z]\w*)?$', re.DOTALL)
+WRAPPER = re.compile(r"^(?:QStringLiteral|QLatin1String|QString|QLatin1StringView|QString::fromLatin1|tr)\s*\((.*)\)$", re.DOTALL)
+MNEMONIC = re.compile(r"&(?!&)(\w)")
+PLACEHOLDER = re.compile(r"%(?:\d+|[a-z])")
+
+
+def read(path, columns, problems):
+    """Gives the rows of a table that have the right number of cells, and notes the others."""
+    rows = []
+    with open(path, encoding="utf-8", newline="") as file:
+        reader = csv.reader(file, strict=True)
+        head = next(reader, [])
+        if head != columns:
+            problems.append(f"{path.name}: the head is {head}")
+        for cells in reader:
+            if len(cells) != len(columns):
+                problems.append(f"{path.name}:{reader.line_num}: {len(cells)} cells instead of {len(columns)}")
+            else:
+                rows.append(dict(zip(columns, cells)))
+    return rows
+
+
+def check_row(row, problems):
+    """A row's cells: none empty, none with stray blanks, no final ellipsis, the same placeholders everywhere."""
+    key = row["VariableName"]
+    if row["ModuleID"] not in MODULES:
+        problems.append(f"{key}: unknown module {row['ModuleID']!r}")
+    wanted = Counter(PLACEHOLDER.findall(row["English"]))
+    for column in COLUMNS[2:]:
+        text = row[column]
+        if not text.strip():
+            problems.append(f"{key}: {column} is empty")
+        elif text != text.strip():
+            problems.append(f"{key}: {column} begins or ends with a blank")
+        if text.endswith(("\u2026", "\u0085")):
+            problems.append(f"{key}: {column} ends in a single-character ellipsis")
+        if len(MNEMONIC.findall(text)) > 1:
+            problems.append(f"{key}: {column} has more than one mnemonic")
+        if MNEMONIC.search(text) and not MNEMONIC.search(row["English"]):
+            problems.append(f"{key}: {column} has a mnemonic, English has none")
+        if Counter(PLACEHOLDER.findall(text)) != wanted:
+            problems.append(f"{key}: {column} has other placeholders than English")
+
+
+def check_table(rows, problems):
+    seen = {}
+    for row in rows:
+        key = row["VariableName"]
+        if not key.strip() or key != key.strip():
+            problems.append(f"{key!r}: not a usable key")
+        elif key.lower() in seen:
+            problems.append(f"{key}: the same key as {seen[key.lower()]}, ignoring case")
+        seen[key.lower()] = key
+        check_row(row, problems)
+    return seen
+
+
+def check_languages(problems):
+    """Every language of the strings has its row, and the other way round."""
+    rows = read(LANGUAGES, LANGUAGE_COLUMNS, problems)
+    for row in rows:
+        for column in LANGUAGE_COLUMNS:
+            if not row[column].strip():
+                problems.append(f"{row['LangID']}: {column} is empty")
+        for column in ("FontCharset", "Locale", "FontSize"):
+            if not row[column].isdigit():
+                problems.append(f"{row['LangID']}: {column} is no number")
+        if not re.fullmatch(re.escape(row["LangID"]) + r" \[[a-z]{2}\]", row["LangCode"]):
+            problems.append(f"{row['LangID']}: {row['LangCode']!r} is not the name with its code")
+    if [row["LangID"] for row in rows] != COLUMNS[2:]:
+        problems.append("the languages are not those of the string table")
+
+
+def arguments(text, start):
+    """The arguments of the call whose bracket opens before `start`."""
+    depth, begin, found, at, quoted = 1, start, [], start, False
+    while at < len(text) and depth:
+        letter = text[at]
+        if quoted:
+            if letter == "\\":
+                at += 1
+            elif letter == '"':
+                quoted = False
+        elif letter == '"':
+            quoted = True
+        elif letter in "([{":
+            depth += 1
+        elif letter in ")]}":
+            depth -= 1
+        if not quoted and ((letter == "," and depth == 1) or depth == 0):
+            found.append(text[begin:at].strip())
+            begin = at + 1
+        at += 1
+    return found
+
+
+def literal(argument):
+    """The text of an argument that is a literal, wrapped or not; None for any other expression."""
+    wrapped = WRAPPER.match(argument)
+    found = LITERAL.match(wrapped.group(1).strip() if wrapped else argument)
+    return found.group(1) if found else None
+
+
+def keys_in(text):
+    """The literal keys that a source asks for. A text passed as such (isLiteral, isKey false) is no key."""
+    for call in CALL.finditer(text):
+        name, found = call.group(1), arguments(text, call.end())
+        place = KEY_CALLS[name]
+        if name == "GetText" and len(found) > 1 and found[-1] == "true":
+            continue
+        if name == "ShowMessage" and len(found) == 5 and found[-1] == "false":
+            continue
+        if len(found) > place:
+            key = literal(found[place])
+            if key:
+                yield key
+
+
+def check_use(keys, folder, problems):
+    count = 0
+    for path in sorted(folder.rglob("*")):
+        if path.suffix not in {".cpp", ".h"}:
+            continue
+        for key in keys_in(path.read_text(encoding="utf-8")):
+            count += 1
+            if key.lower() not in keys:
+                problems.append(f"{path.relative_to(ROOT)}: the key {key!r} is not in the string table")
+    return count
+
+
+def main():
+    problems = []
+    rows = read(STRINGS, COLUMNS, problems)
+    keys = check_table(rows, problems)
+    check_languages(problems)
+    used = check_use(keys, ROOT / "src", problems)
+    for problem in problems:
+        print(problem, file=sys.stderr)
+    print(f"{len(rows)} keys, {used} literal uses in the code, {len(problems)} problems")
+    return 1 if problems or not rows else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
