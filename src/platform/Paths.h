@@ -5,10 +5,11 @@
 
 namespace tessaro {
 
-/// Joins with "/" after turning every "\" into "/"; no doubled separators. Empty parts are skipped.
+/// Joins with "/" after turning every "\" into "/"; no doubled separators. Empty parts are skipped, but an empty first
+/// part stands for the root, so that what hangs below an empty application folder lies there.
 [[nodiscard]] QString JoinPath(const QStringList& parts);
-/// The path as it is on disk: each component found whatever its case; "\" accepted. When a component does not exist, the
-/// rest is kept as spelt, so the result also serves for a file to be made.
+/// The path as it is on disk: each component found whatever its case; "\" accepted. When a component does not exist,
+/// the rest is kept as spelt, so the result also serves for a file to be made.
 [[nodiscard]] QString FindPath(const QString& path);
 [[nodiscard]] bool FileExists(const QString& path);
 [[nodiscard]] bool FolderExists(const QString& path);
@@ -19,8 +20,8 @@ namespace tessaro {
 [[nodiscard]] QString FileNameOf(const QString& path); ///< what follows the last separator of either kind
 [[nodiscard]] QString FolderOf(const QString& path);
 
-/// Where a write below the application folder goes: the place itself when it can be written, otherwise the same relative
-/// place below the cache folder (folders are made).
+/// Where a write below the application folder goes: the place itself when it can be written, otherwise the same
+/// relative place below the cache folder (folders are made).
 [[nodiscard]] QString WritablePlace(const QString& path, const QString& appPath, const QString& cacheFolder);
 /// Where a reading finds it: the user's copy below the cache folder first, then the application folder.
 [[nodiscard]] QString ReadablePlace(const QString& path, const QString& appPath, const QString& cacheFolder);

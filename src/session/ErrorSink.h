@@ -40,14 +40,15 @@ class ErrorTrap final {
 };
 
 /// The common error sink: always one line in the log file (time, procedure, number, description; passwords removed);
-/// also a plain box when `alwaysShow` or when SilentErrors is False. The errors 35602 (key not unique) and 0x80040E37 (no such
-/// table) pass without a line.
+/// also a plain box when `alwaysShow` or when SilentErrors is False. The errors 35602 (key not unique) and 0x80040E37
+/// (no such table) pass without a line.
 void ReportError(const std::exception& error, const QString& procedureName, bool alwaysShow = false);
 void ReportError(unsigned number, const QString& description, const QString& procedureName, bool alwaysShow = false);
 
 /// Writes a note to the log file (what "nothing is shown" for).
 void LogNote(const QString& text);
-/// CacheFolder/Tessaro.log; before CacheFolder is known, a file of that name in the temporary folder.
+/// CacheFolder/Tessaro.log; before CacheFolder is known, the same in the root of the writable tree. At 1 MB it
+/// becomes Tessaro.log.1 and a new one begins.
 [[nodiscard]] QString LogFile();
 
 } // namespace tessaro

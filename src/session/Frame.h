@@ -4,8 +4,8 @@
 
 namespace tessaro {
 
-/// What the ground floors and the screens may ask of the main frame. The frame installs itself; tests install their own;
-/// without one every call does nothing.
+/// What the ground floors and the screens may ask of the main frame. The frame installs itself; tests install their
+/// own; without one every call does nothing.
 class Frame {
   public:
     virtual ~Frame() = default;

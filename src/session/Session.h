@@ -13,9 +13,9 @@
 namespace tessaro {
 
 // --- Places. Full paths without a final separator. -----------------------------------------------------------------
-extern QString AppPath;         ///< application folder; read-only content hangs below it (empty without the "/a" switch)
-extern QString CacheFolder;     ///< writable folder of this product and version
-extern QString TempFolder;      ///< CacheFolder/Temp, emptied at start
+extern QString AppPath;     ///< application folder; read-only content hangs below it (empty without the "/a" switch)
+extern QString CacheFolder; ///< writable folder of this product and version
+extern QString TempFolder;  ///< CacheFolder/Temp, emptied at start
 extern QString DataCacheFolder; ///< CacheFolder/Data
 extern QString FavoritesFolder; ///< CacheFolder/Favorites
 extern QString MapFilesFolder;  ///< TempFolder/MData_/MFiles_
@@ -28,12 +28,13 @@ extern bool DatabaseOpen;                           ///< a database with the cur
 extern bool LanguageInDatabase;                     ///< the current language stands in its Language table
 extern bool ReopenedLastDatabase;                   ///< this start found a LAST MDB FILE USED
 
-// --- Language. ---------------------------------------------------------------------------------------------------------
+// --- Language.
+// ---------------------------------------------------------------------------------------------------------
 extern QString Language;       ///< full name with code: "English [en]"
 extern QString LanguageSuffix; ///< "_en"
 extern QString LangID;         ///< column of Strings that holds the language
 extern int FontCharset;
-extern long Locale;            ///< 1033 is English
+extern long Locale;                ///< 1033 is English
 extern jet::Recordset StringTable; ///< detached: VariableName, the text, ModuleID[, base language text]
 struct LanguageFile {
     QString fileName; ///< "TS_English [en].mdb"
@@ -41,13 +42,15 @@ struct LanguageFile {
 };
 extern QList<LanguageFile> LanguageFiles;
 
-// --- Navigation. -------------------------------------------------------------------------------------------------------
+// --- Navigation.
+// -------------------------------------------------------------------------------------------------------
 extern bool HomeIsShown;
-extern int CurrentStage; ///< -1 home, 0 Indicators, 1 Time, 2 Areas, 3 Data
+extern int CurrentStage;          ///< -1 home, 0 Indicators, 1 Time, 2 Areas, 3 Data
 extern QStringList VisitedStages; ///< form names, first slot empty
 extern bool SelectionChanged;     ///< raised by every write to a selection table, lowered by the data view's rebuild
 
-// --- Preferences (Pref.ini). -------------------------------------------------------------------------------------------
+// --- Preferences (Pref.ini).
+// -------------------------------------------------------------------------------------------
 extern QString CollapseTreeSelections;
 extern bool ShowAutoSelectForm;
 extern bool ViewGridLines;
@@ -67,19 +70,21 @@ struct IndicatorViewPreference {
 };
 extern std::array<IndicatorViewPreference, 7> IndicatorViews;
 extern QString IndicatorOpenWith;
-extern long IndicatorSelectBy; ///< 0 indicators, 1 combinations of indicator, unit and subpopulation
-extern long DataExistsMode;    ///< 0 with data, 1 all, 2 without data
+extern long IndicatorSelectBy;      ///< 0 indicators, 1 combinations of indicator, unit and subpopulation
+extern long DataExistsMode;         ///< 0 with data, 1 all, 2 without data
 extern QString DataExistsCriterion; ///< "DataExists = True ", empty, "DataExists = False "
-extern long GlobalLocalFilter; ///< 0 global, 1 local, 2 neither
+extern long GlobalLocalFilter;      ///< 0 global, 1 local, 2 neither
 extern QString GalleryCustomFolder;
 extern bool SkipTheSplash;
 
-// --- The data view's restriction, honoured by every later reader. -------------------------------------------------------
+// --- The data view's restriction, honoured by every later reader.
+// -------------------------------------------------------
 extern QString RowFilter;
 extern QString DeletedRowNIds;
 extern QString MostRecentClause;
 
-// --- Failures. ---------------------------------------------------------------------------------------------------------
+// --- Failures.
+// ---------------------------------------------------------------------------------------------------------
 extern bool SilentErrors; ///< nothing is shown; the log file has it all the same
 
 /// Sets every value above to its start value and releases the connection and the string table.

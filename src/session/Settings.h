@@ -11,11 +11,14 @@ struct OptionPair {
     QString name;
 };
 
-/// Reads TS.ini. Missing: message "002" and False (the program ends). LocalizeApp runs after name and version are read.
+/// Reads TS.ini. Missing, or without a single key of ours: message "002" and False (the program ends). LocalizeApp runs
+/// after name and version are read.
 [[nodiscard]] bool ReadInfoINIFile();
 void ReadPrefINIFile();
 /// Writes Pref.ini; on any failure the old file stays and False is given.
 bool SavePrefINIFile();
+/// The condition that goes with a DATA_EXISTS of 0, 1 or 2: "DataExists = True ", empty, "DataExists = False ".
+[[nodiscard]] QString CriterionOfDataExists(long mode);
 /// Makes the writable tree and seeds it from the templates.
 void LocalizeApp();
 
@@ -26,5 +29,8 @@ void LocalizeApp();
 /// "red,green,blue"; an unreadable one gives an invalid colour.
 [[nodiscard]] QColor SettingColor(const QString& key);
 [[nodiscard]] OptionPair SettingOption(const QString& key);
+
+/// Drops what ReadInfoINIFile read.
+void ForgetSettings();
 
 } // namespace tessaro

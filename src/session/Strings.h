@@ -16,12 +16,17 @@ void ReadTranslateFile();
 /// The text of a key for display; with isLiteral, the given text itself. Captions of controls: controls/Captions.h.
 [[nodiscard]] QString GetText(const QString& key, bool isLiteral = false);
 
-/// AppPath/folder/file + " " + language without brackets + extension; when missing, the same for the base language; when
-/// both are missing, empty.
+/// AppPath/folder/file + " " + language without brackets + extension; when missing, the same for the base language;
+/// when both are missing, empty.
 [[nodiscard]] QString LocalizedFileName(const QString& folder, const QString& file, const QString& extension);
-/// The picture's name with the language's prefix "[fr]_" when that file exists in the common graphics folder, else "[en]_" + file.
+/// The picture's name with the language's prefix "[fr]_" when that file exists in the common graphics folder, else
+/// "[en]_" + file.
 [[nodiscard]] QString LocalizedImageName(const QString& file);
 /// Full path of a picture in the common graphics folder; the .svg beside it when there is one. Empty when missing.
 [[nodiscard]] QString PictureFile(const QString& name);
+
+/// Drops the texts read from StringTable, so that the next look-up reads the table again (it does so by itself after
+/// ReadTranslateFile).
+void ForgetStrings();
 
 } // namespace tessaro

@@ -33,8 +33,8 @@ class FakeFrame : public Frame {
     int selectedIndicators = 0;
 };
 
-/// Gives each test a session of its own: a fresh TESSARO_HOME, start values, recorded messages and a fake frame. Nothing is
-/// started; a test that needs settings, texts or a database asks for them.
+/// Gives each test a session of its own: a fresh TESSARO_HOME, start values, recorded messages and a fake frame.
+/// Nothing is started; a test that needs settings, texts or a database asks for them.
 class SessionTest : public testing::Test {
   protected:
     SessionTest();

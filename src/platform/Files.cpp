@@ -1,0 +1,55 @@
+#include "platform/Files.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace tessaro {
+
+namespace {
+
+constexpr qint64 BlockSize = 1024 * 1024;
+
+bool MakeWritable(const QString& path) {
+    return QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadOwner | QFile::WriteOwner);
+}
+
+} // namespace
+
+std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 limit) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > limit) return std::nullopt;
+    QByteArray contents = file.read(limit);
+    if (file.error() != QFileDevice::NoError) return std::nullopt;
+    return contents;
+}
+
+bool ReplaceFile(const QString& path, const QByteArray& contents) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return false;
+    return file.write(contents) == contents.size() && file.commit();
+}
+
+bool CopyFileOver(const QString& source, const QString& target) {
+    QFile from(source);
+    QSaveFile to(target);
+    if (!from.open(QIODevice::ReadOnly) || !to.open(QIODevice::WriteOnly)) return false;
+    while (!from.atEnd()) {
+        const QByteArray block = from.read(BlockSize);
+        if (block.isEmpty() || to.write(block) != block.size()) return false;
+    }
+    return to.commit() && MakeWritable(target);
+}
+
+bool EmptyFolder(const QString& folder) {
+    const QFileInfo info(folder);
+    if (info.isSymLink() || info.isFile()) {
+        if (!QFile::remove(folder)) return false;
+    } else if (info.isDir() && !QDir(folder).removeRecursively()) {
+        return false;
+    }
+    return QDir().mkpath(folder);
+}
+
+} // namespace tessaro

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace tessaro {
+
+/// Contents of a file; nothing when it can't be read or is larger than `limit` bytes (settings files are small,
+/// whatever stands at their place is not).
+[[nodiscard]] std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 limit = 64 * 1024 * 1024);
+/// Replaces a file at once: after a failure (full disk, no rights) or a crash in the middle the old file stands. The
+/// work file is private to this call.
+[[nodiscard]] bool ReplaceFile(const QString& path, const QByteArray& contents);
+/// Copies a file over `target` in the same way and makes the copy writable, whatever the rights of the source.
+[[nodiscard]] bool CopyFileOver(const QString& source, const QString& target);
+/// Deletes a folder with its contents and makes it again, empty. Links in it are removed, not followed.
+[[nodiscard]] bool EmptyFolder(const QString& folder);
+
+} // namespace tessaro

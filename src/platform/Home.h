@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace tessaro {
+
+/// What TESSARO_HOME in the environment names, otherwise the user's XDG data home. Everything that is written lies
+/// below.
+[[nodiscard]] QString WritableHome();
+/// Root of the writable tree: Tessaro/TessaroCache below WritableHome. It need not exist yet.
+[[nodiscard]] QString WritableRoot();
+/// The system's name of the running user, to tell users of one machine apart.
+[[nodiscard]] QString UserMark();
+
+} // namespace tessaro

@@ -1,0 +1,64 @@
+#include "session/Messages.h"
+
+#include "session/ErrorSink.h"
+#include "session/Settings.h"
+#include "session/Strings.h"
+
+#include <utility>
+
+namespace tessaro {
+
+namespace {
+
+MessageAnswerer& TheAnswerer() {
+    static MessageAnswerer answerer;
+    return answerer;
+}
+
+/// The text of a key. A message may come before any language file is read, or from a file that lacks it: an empty box
+/// tells nobody anything, so the key stands in, and the one message that ends the program has a text of its own.
+QString TextOfMessage(const QString& key) {
+    const QString text = LookupString(key);
+    if (!text.isEmpty()) return text;
+    if (key == QLatin1String("002"))
+        return QStringLiteral("The settings file TS.ini was not found in the application folder, or it can't be read.");
+    return key;
+}
+
+} // namespace
+
+int CodeOfClosing(MessageType type) {
+    switch (type) {
+    case MessageType::Ok:
+        return MessageCode::Ok;
+    case MessageType::OkCancel:
+        return MessageCode::Cancel;
+    case MessageType::YesNo:
+        return MessageCode::No;
+    case MessageType::YesNoCancel:
+        return MessageCode::Cancel;
+    case MessageType::Done:
+        return MessageCode::Done;
+    case MessageType::LocateIgnore:
+        return 0;
+    }
+    return 0;
+}
+
+int ShowMessage(const QString& key, MessageType type, int icon, const QString& title, bool isKey) {
+    Message message;
+    message.key = isKey ? key : QString();
+    message.text = isKey ? TextOfMessage(key) : key;
+    message.type = type;
+    message.icon = icon;
+    message.title = title.isEmpty() ? Setting(QStringLiteral("PRODUCT NAME")) : title;
+    if (TheAnswerer()) return TheAnswerer()(message);
+    LogNote(QStringLiteral("message without a window: %1 %2").arg(message.key, message.text));
+    return CodeOfClosing(type);
+}
+
+void SetMessageAnswerer(MessageAnswerer answerer) {
+    TheAnswerer() = std::move(answerer);
+}
+
+} // namespace tessaro

@@ -1,0 +1,76 @@
+#include "session/Query.h"
+
+#include "session/ErrorSink.h"
+#include "session/JetCopies.h"
+#include "session/Session.h"
+
+namespace tessaro {
+
+namespace {
+
+/// The connection a statement runs on; an error for the common sink when there is none.
+jet::Connection& ConnectionFor(jet::Connection* on) {
+    jet::Connection* connection = on != nullptr ? on : Connection.get();
+    if (connection == nullptr) throw jet::Error(jet::ErrorNumber::EngineError, "There is no open database.");
+    return *connection;
+}
+
+} // namespace
+
+std::string DatabasePassword() {
+    return "silvercastles2071";
+}
+
+std::shared_ptr<jet::Connection> CreateTheConnection(const QString& path) {
+    if (path.trimmed().isEmpty()) return nullptr;
+    ConnectionText =
+        QStringLiteral("Provider = Microsoft.jet.oledb.4.0;Data source =%1;Persist Security Info=False").arg(path);
+    try {
+        return jet::Connection::Open(FileToOpen(path).toStdString(), DatabasePassword());
+    } catch (const std::exception& error) {
+        ErrorTrap::Report(error);
+        return nullptr;
+    }
+}
+
+QString Records::Text(std::size_t field) const {
+    return QString::fromStdString(rows_.Get(field).toText());
+}
+
+QString Records::Text(const char* field) const {
+    return QString::fromStdString(rows_.Get(field).toText());
+}
+
+QString Records::Joined(const QString& delimiter) {
+    QStringList parts;
+    for (; !rows_.atEnd(); rows_.MoveNext())
+        parts << Text(std::size_t{0});
+    return parts.join(delimiter);
+}
+
+bool Execute(const QString& sql, jet::Connection* on) {
+    try {
+        ConnectionFor(on).Execute(sql.toStdString());
+        return true;
+    } catch (const std::exception& error) {
+        ErrorTrap::Report(error);
+        return false;
+    }
+}
+
+Records Select(const QString& sql, jet::CursorType cursor, jet::Connection* on) {
+    try {
+        return Records(ConnectionFor(on).OpenRecordset(sql.toStdString(), cursor));
+    } catch (const std::exception& error) {
+        ErrorTrap::Report(error);
+        return {};
+    }
+}
+
+QString QuoteDoubled(const QString& text) {
+    QString safe = text;
+    safe.replace(QLatin1Char('\''), QLatin1String("''")).remove(QChar(0));
+    return safe.trimmed();
+}
+
+} // namespace tessaro

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace tessaro {
+
+enum class StartResult { GoOn, EndProgram };
+
+/// The start-up steps that need no window, in their order: language list, TS.ini (with the writable tree), Pref.ini,
+/// string table, start values of the navigation, an empty TempFolder, MapFilesFolder. AppPath must be set. EndProgram
+/// after message "002".
+[[nodiscard]] StartResult Initialize();
+
+/// The exit steps that need no window, after the user has said yes: Pref.ini, the connection, the map folder below
+/// TempFolder, the string table.
+void ShutDown();
+
+/// The folder of the spreadsheet program: what the registry names, otherwise where the search path has it; empty when
+/// there is none (message "046").
+[[nodiscard]] QString SpreadsheetProgramFolder();
+
+} // namespace tessaro
