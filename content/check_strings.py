@@ -15,6 +15,26 @@ COLUMNS = ["VariableName", "ModuleID", "English", "French", "Spanish", "Arabic",
 MODULES = {"shell", "selection", "dataview", "calculate", "presentation", "map", "gallery"}
 LANGUAGE_COLUMNS = ["LangID", "LangCode", "FontCharset", "Locale", "FontName", "FontSize"]
 
+# The keys that stand together in one menu: no two of them may share a mnemonic.
+MENUS = {
+    "bar": "mnu_File TLB_EDIT View TLB_FAVORITES mnu_Tools Home_Information FP_LBL_HELP_CAPTION",
+    "file": "mnu_File_New mnu_File_Open Comm_Save mnu_File_SaveAs PRINT_BUTTON mnu_File_ImportExport mnu_File_Properties mnu_File_Exit",
+    "edit": "mnu_Edit_Cut mnu_Edit_Copy mnu_Edit_Paste mnu_Edit_SelectAll mnu_Edit_Find",
+    "view": "mnu_View_ToolBars mnu_View_StatusBar",
+    "toolbars": "mnu_View_ToolBars_StandardBtn mnu_View_ToolBars_AddressBar",
+    "tools": "FP_LBL_GALL_CAPTION mnuDBSummReport",
+    "gallery": "mnu_Presentations FP_LBL_GALL_OPTION2_CAPTION FP_LBL_GALL_OPTION3_CAPTION",
+    "help": "mnu_Help_Content mnu_Help_Tour mnu_Help_Helpdesk mnu_Help_About",
+    "available": "mnu_Edit_SelectAll mnu_popIndicatorsAvl_SelectHighlighted TS_ShowCount mnu_popDataSources_SelectRecommended",
+    "selected": "mnu_popDataSort_ClearAll mnu_popDataSort_ClearHighlighted TS_ShowCount mnu_DataView_ViewDetails PRINT_BUTTON COMM_EXCEL_FILE mnu_popIndicatorsSel_Sort",
+    "data": "mnu_DataView_Delete mnu_DataView_UndeleteAll TS_ShowCount mnu_DataView_ViewDetails PRINT_BUTTON mnu_DataView_Indicator mnu_DataView_Source",
+    "sort": "mnu_popDataSort_Ascending mnu_popDataSort_Descending mnu_popDataSort_ClearAll mnu_popDataSort_ClearHighlighted TS_ShowCount PRINT_BUTTON",
+    "selection buttons": "TS_Add TS_AddAll TS_Remove TS_RemoveAll TS_AutoSelect TS_AutoSelectAvailable",
+    "wizard buttons": "CANCEL_BUTTON Comm_Back COMM_NEXT TS_Finish",
+    "filters": "AutoUseSelTime AutoUseSelAreas AutoUseSelInd DoNotAsk",
+    "content": "PROP_DB_DATA_EXISTS PROP_DB_ALL_DATA",
+}
+
 # The calls whose key is a literal, and the place of the key among the arguments.
 KEY_CALLS = {"GetText": 0, "LookupString": 0, "ShowMessage": 0, "PlainText": 0, "SetCaption": 1, "SetToolTip": 1}
 CALL = re.compile(r"\b(" + "|".join(KEY_CALLS) + r")\s*\(")
@@ -73,6 +93,23 @@ def check_table(rows, problems):
         seen[key.lower()] = key
         check_row(row, problems)
     return seen
+
+
+def check_menus(rows, problems):
+    """Every key of a menu exists, and its mnemonics differ."""
+    texts = {row["VariableName"].lower().replace(" ", "_"): row for row in rows}
+    for menu, names in MENUS.items():
+        for column in COLUMNS[2:]:
+            taken = {}
+            for name in names.split():
+                row = texts.get(name.lower())
+                found = MNEMONIC.search(row[column]) if row else None
+                if row is None:
+                    problems.append(f"menu {menu}: {name} is not in the string table")
+                elif found and found.group(1).lower() in taken:
+                    problems.append(f"menu {menu}, {column}: {name} and {taken[found.group(1).lower()]} share {found.group(1)!r}")
+                elif found:
+                    taken[found.group(1).lower()] = name
 
 
 def check_languages(problems):
@@ -152,6 +189,7 @@ def main():
     problems = []
     rows = read(STRINGS, COLUMNS, problems)
     keys = check_table(rows, problems)
+    check_menus(rows, problems)
     check_languages(problems)
     used = check_use(keys, ROOT / "src", problems)
     for problem in problems:
