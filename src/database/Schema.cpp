@@ -17,7 +17,7 @@ const std::vector<TableDefinition> kDataTables = {
      "Datavalue TEXT(60)",
      // The first serves the grid, which walks areas in order; the second and third serve the cross-filters from
      // their own table; each covers what it serves, so that Data itself is not read.
-     {"AreaNId, TimePeriodNId, IUSNId, SourceNId", "IUSNId, SourceNId, AreaNId, TimePeriodNId",
+     {"AreaNId, TimePeriodNId, IUSNId, SourceNId, FootnoteNId, Datavalue", "IUSNId, SourceNId, AreaNId, TimePeriodNId",
       "TimePeriodNId, IUSNId, AreaNId", "SourceNId"}},
     {"TimePeriod", "TimePeriodNId COUNTER PRIMARY KEY, TimePeriod TEXT(60), DataExists YESNO", {"TimePeriod"}},
     {"Indicator_Unit_Subpop",

@@ -2,13 +2,12 @@
 
 #include "jet/Error.h"
 
-#include <shapefil.h>
-
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
 #include <memory>
 #include <set>
+#include <shapefil.h>
 
 namespace jet {
 namespace {
@@ -89,7 +88,8 @@ std::int64_t WriteDbaseTable(const std::string& file, Recordset& rows) {
     std::vector<FieldForm> forms;
     for (std::size_t i = 0; i < rows.FieldCount(); ++i) {
         const FieldForm form = FormOf(rows.Field(i).type);
-        if (DBFAddField(table.get(), FieldName(rows.Field(i).name, taken).c_str(), form.type, form.width, form.decimals) < 0)
+        if (DBFAddField(table.get(), FieldName(rows.Field(i).name, taken).c_str(), form.type, form.width,
+                        form.decimals) < 0)
             throw Error(ErrorNumber::EngineError, "The dBase table '" + file + "' can't hold so many fields.");
         forms.push_back(form);
     }

@@ -1,8 +1,7 @@
-// Every statement that the program runs, or will run in a screen still to come, against the sample database: the scripts in
-// data/ are the contract between the SQL floor and all rooms above it.
+// Every statement that the program runs, or will run in a screen still to come, against the sample database: the
+// scripts in data/ are the contract between the SQL floor and all rooms above it.
 
 #include "StatementScript.h"
-
 #include "database/Database.h"
 #include "session/Query.h"
 #include "session/Session.h"
@@ -78,30 +77,44 @@ class StatementContract : public SessionTest {
     /// Two indicators of one source with values for two countries of one region in two years.
     void LookUpSamples() {
         samples_["temp"] = TempFolder.toStdString();
-        Sample("areaid", "SELECT TOP 1 A.AreaID FROM Area A INNER JOIN Data D ON A.AreaNId = D.AreaNId WHERE Len(A.AreaID) = 6 "
-                         "AND A.MapFile <> '' GROUP BY A.AreaID ORDER BY Count(*) DESC, A.AreaID");
+        Sample("areaid",
+               "SELECT TOP 1 A.AreaID FROM Area A INNER JOIN Data D ON A.AreaNId = D.AreaNId WHERE Len(A.AreaID) = 6 "
+               "AND A.MapFile <> '' GROUP BY A.AreaID ORDER BY Count(*) DESC, A.AreaID");
         Sample("regionid", "SELECT Mid(AreaID,1,3) FROM Area WHERE AreaID = '<areaid>'");
         Sample("areanid", "SELECT AreaNId FROM Area WHERE AreaID = '<areaid>'");
-        Sample("otherareaid", "SELECT TOP 1 A.AreaID FROM Area A INNER JOIN Data D ON A.AreaNId = D.AreaNId WHERE Len(A.AreaID) = 6 "
-                              "AND Mid(A.AreaID,1,3) = '<regionid>' AND A.AreaID <> '<areaid>' GROUP BY A.AreaID ORDER BY Count(*) DESC, A.AreaID");
+        Sample("otherareaid",
+               "SELECT TOP 1 A.AreaID FROM Area A INNER JOIN Data D ON A.AreaNId = D.AreaNId WHERE Len(A.AreaID) = 6 "
+               "AND Mid(A.AreaID,1,3) = '<regionid>' AND A.AreaID <> '<areaid>' GROUP BY A.AreaID ORDER BY Count(*) "
+               "DESC, A.AreaID");
         Sample("otherareanid", "SELECT AreaNId FROM Area WHERE AreaID = '<otherareaid>'");
         samples_["areanids"] = samples_["areanid"] + "," + samples_["otherareanid"];
-        Sample("iusnid", "SELECT TOP 1 D.IUSNId FROM Data D INNER JOIN Indicator_Source I ON D.IUSNId = I.IUSNId AND D.SourceNId = I.SourceNId "
-                         "WHERE D.AreaNId = <areanid> AND D.FootnoteNId > 0 GROUP BY D.IUSNId ORDER BY Count(*) DESC, D.IUSNId");
+        Sample("iusnid",
+               "SELECT TOP 1 D.IUSNId FROM Data D INNER JOIN Indicator_Source I ON D.IUSNId = I.IUSNId AND D.SourceNId "
+               "= I.SourceNId "
+               "WHERE D.AreaNId = <areanid> AND D.FootnoteNId > 0 GROUP BY D.IUSNId ORDER BY Count(*) DESC, D.IUSNId");
         for (const char* field : {"IndicatorGId", "UnitGId", "SubpopGId"})
-            Sample(Lower(field), std::string("SELECT ") + field + " FROM Indicator_Unit_Subpop WHERE IUSNId = <iusnid>");
-        Sample("othertimenid", "SELECT TOP 1 TimePeriodNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND FootnoteNId > 0 ORDER BY TimePeriodNId DESC");
-        Sample("timenid", "SELECT TOP 1 TimePeriodNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND TimePeriodNId <> <othertimenid> ORDER BY TimePeriodNId DESC");
+            Sample(Lower(field),
+                   std::string("SELECT ") + field + " FROM Indicator_Unit_Subpop WHERE IUSNId = <iusnid>");
+        Sample("othertimenid", "SELECT TOP 1 TimePeriodNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> "
+                               "AND FootnoteNId > 0 ORDER BY TimePeriodNId DESC");
+        Sample("timenid", "SELECT TOP 1 TimePeriodNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND "
+                          "TimePeriodNId <> <othertimenid> ORDER BY TimePeriodNId DESC");
         Sample("time", "SELECT TimePeriod FROM TimePeriod WHERE TimePeriodNId = <timenid>");
         Sample("othertime", "SELECT TimePeriod FROM TimePeriod WHERE TimePeriodNId = <othertimenid>");
-        Sample("sourcenid", "SELECT TOP 1 SourceNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND TimePeriodNId = <timenid> ORDER BY SourceNId");
-        Sample("otheriusnid", "SELECT TOP 1 D.IUSNId FROM Data D INNER JOIN Indicator_Unit_Subpop I ON D.IUSNId = I.IUSNId WHERE D.AreaNId = <areanid> "
-                              "AND D.TimePeriodNId = <timenid> AND I.IndicatorGId <> '<indicatorgid>' ORDER BY D.IUSNId");
+        Sample("sourcenid", "SELECT TOP 1 SourceNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND "
+                            "TimePeriodNId = <timenid> ORDER BY SourceNId");
+        Sample("otheriusnid",
+               "SELECT TOP 1 D.IUSNId FROM Data D INNER JOIN Indicator_Unit_Subpop I ON D.IUSNId = I.IUSNId WHERE "
+               "D.AreaNId = <areanid> "
+               "AND D.TimePeriodNId = <timenid> AND I.IndicatorGId <> '<indicatorgid>' ORDER BY D.IUSNId");
         Sample("otherindicatorgid", "SELECT IndicatorGId FROM Indicator_Unit_Subpop WHERE IUSNId = <otheriusnid>");
-        Sample("thirdiusnid", "SELECT TOP 1 D.IUSNId FROM Data D INNER JOIN Indicator_Unit_Subpop I ON D.IUSNId = I.IUSNId WHERE D.AreaNId = <areanid> AND D.TimePeriodNId = <timenid> "
-                              "AND I.IndicatorGId <> '<indicatorgid>' AND I.IndicatorGId <> '<otherindicatorgid>' ORDER BY D.IUSNId");
+        Sample("thirdiusnid",
+               "SELECT TOP 1 D.IUSNId FROM Data D INNER JOIN Indicator_Unit_Subpop I ON D.IUSNId = I.IUSNId WHERE "
+               "D.AreaNId = <areanid> AND D.TimePeriodNId = <timenid> "
+               "AND I.IndicatorGId <> '<indicatorgid>' AND I.IndicatorGId <> '<otherindicatorgid>' ORDER BY D.IUSNId");
         samples_["iuslist"] = samples_["iusnid"] + "," + samples_["otheriusnid"] + "," + samples_["thirdiusnid"];
-        Sample("othersubpop", "SELECT S.Subpop FROM Subpop S INNER JOIN Indicator_Unit_Subpop I ON S.SubpopGId = I.SubpopGId WHERE I.IUSNId = <otheriusnid>");
+        Sample("othersubpop", "SELECT S.Subpop FROM Subpop S INNER JOIN Indicator_Unit_Subpop I ON S.SubpopGId = "
+                              "I.SubpopGId WHERE I.IUSNId = <otheriusnid>");
         Sample("otherindicator", "SELECT Indicator FROM [Indicator] WHERE IndicatorGId = '<otherindicatorgid>'");
         Sample("indicator", "SELECT Indicator FROM [Indicator] WHERE IndicatorGId = '<indicatorgid>'");
         Sample("unit", "SELECT Unit FROM Unit WHERE UnitGId = '<unitgid>'");
@@ -109,8 +122,11 @@ class StatementContract : public SessionTest {
         Sample("source", "SELECT Source FROM Source WHERE SourceNId = <sourcenid>");
         Sample("sourcegid", "SELECT SourceGId FROM Source WHERE SourceNId = <sourcenid>");
         Sample("regionnid", "SELECT RegionNId FROM Source WHERE SourceNId = <sourcenid>");
-        Sample("footnotenid", "SELECT TOP 1 FootnoteNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND FootnoteNId > 0");
-        Sample("rownid", "SELECT RowNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND TimePeriodNId = <timenid> AND SourceNId = <sourcenid>");
+        Sample(
+            "footnotenid",
+            "SELECT TOP 1 FootnoteNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND FootnoteNId > 0");
+        Sample("rownid", "SELECT RowNId FROM Data WHERE IUSNId = <iusnid> AND AreaNId = <areanid> AND TimePeriodNId = "
+                         "<timenid> AND SourceNId = <sourcenid>");
         Sample("sector2gid", "SELECT SectorLabel2GId FROM Indicator_Sector WHERE IndicatorGId = '<indicatorgid>'");
         Sample("sector1gid", "SELECT SectorLabel1GId FROM Sector WHERE SectorLabel2GId = '<sector2gid>'");
     }
@@ -131,7 +147,8 @@ class StatementContract : public SessionTest {
     void ExpectTable(jet::Connection& on, const std::string& expectation) {
         const auto colon = expectation.find(": ");
         const std::string table = expectation.substr(6, colon - 6);
-        EXPECT_EQ(Lower(ColumnList(on.OpenRecordset("SELECT * FROM [" + table + "]"))), Lower(expectation.substr(colon + 2)));
+        EXPECT_EQ(Lower(ColumnList(on.OpenRecordset("SELECT * FROM [" + table + "]"))),
+                  Lower(expectation.substr(colon + 2)));
     }
 
     void Meets(jet::Connection& on, const std::string& expectation, jet::Recordset* rows, std::int64_t changed) {
@@ -146,7 +163,8 @@ class StatementContract : public SessionTest {
         } else if (rows && expectation.starts_with("columns: ")) {
             EXPECT_EQ(Lower(ColumnList(*rows)), Lower(expectation.substr(9)));
         } else if (rows && expectation.starts_with("rows ")) {
-            EXPECT_TRUE(Holds(expectation.substr(5), rows->RecordCount())) << rows->RecordCount() << " rows, expected " << expectation;
+            EXPECT_TRUE(Holds(expectation.substr(5), rows->RecordCount()))
+                << rows->RecordCount() << " rows, expected " << expectation;
         } else {
             ADD_FAILURE() << "can't be checked: " << expectation;
         }
@@ -154,7 +172,8 @@ class StatementContract : public SessionTest {
 
     static bool GivesRows(const std::string& sql) {
         const std::string lower = Lower(Trimmed(sql));
-        return lower.starts_with("transform") || (lower.starts_with("select") && lower.find(" into ") == std::string::npos);
+        return lower.starts_with("transform") ||
+               (lower.starts_with("select") && lower.find(" into ") == std::string::npos);
     }
 
     void Run(const ScriptedStatement& block) {
@@ -178,7 +197,8 @@ class StatementContract : public SessionTest {
             if (!refused) return;
         }
         for (const std::string& expectation : block.expectations) {
-            if (expectation != "refused") Meets(on, WithSamples(expectation, samples_), GivesRows(sql) ? &rows : nullptr, changed);
+            if (expectation != "refused")
+                Meets(on, WithSamples(expectation, samples_), GivesRows(sql) ? &rows : nullptr, changed);
         }
     }
 

@@ -1,8 +1,7 @@
 #include "StatementScript.h"
 
-#include <gtest/gtest.h>
-
 #include <fstream>
+#include <gtest/gtest.h>
 
 namespace tessaro::test {
 
@@ -38,7 +37,8 @@ std::vector<ScriptedStatement> ReadStatementScript(const std::string& path) {
 std::string WithSamples(std::string text, const Samples& samples) {
     for (const auto& [word, value] : samples) {
         const std::string bracketed = "<" + word + ">";
-        for (std::size_t at = text.find(bracketed); at != std::string::npos; at = text.find(bracketed, at + value.size()))
+        for (std::size_t at = text.find(bracketed); at != std::string::npos;
+             at = text.find(bracketed, at + value.size()))
             text.replace(at, bracketed.size(), value);
     }
     return text;
