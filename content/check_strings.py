@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks the string table: its form, its mnemonics and placeholders, and that every key the code asks for is in it."""
+"""Checks the texts of the installation: the string table's form, mnemonics and placeholders, that every key the code
+asks for is in it, and that every document exists in every language."""
 
 import csv
 import re
@@ -10,6 +11,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 STRINGS = ROOT / "content" / "strings.csv"
 LANGUAGES = ROOT / "content" / "languages.csv"
+DOCUMENTS = ROOT / "content" / "documents"
 
 COLUMNS = ["VariableName", "ModuleID", "English", "French", "Spanish", "Arabic", "Russian"]
 MODULES = {"shell", "selection", "dataview", "calculate", "presentation", "map", "gallery"}
@@ -126,6 +128,15 @@ def check_languages(problems):
             problems.append(f"{row['LangID']}: {row['LangCode']!r} is not the name with its code")
     if [row["LangID"] for row in rows] != COLUMNS[2:]:
         problems.append("the languages are not those of the string table")
+    return [row["LangCode"].translate(str.maketrans("", "", "[]")) for row in rows]
+
+
+def check_documents(languages, problems):
+    """Every document has one file a language, named by the language without its brackets."""
+    for folder in sorted(DOCUMENTS.iterdir()):
+        wanted = {f"{folder.name} {language}.htm" for language in languages}
+        found = {path.name for path in folder.iterdir()}
+        problems.extend(f"documents/{folder.name}: {name} is missing or not wanted" for name in sorted(wanted ^ found))
 
 
 def arguments(text, start):
@@ -190,7 +201,7 @@ def main():
     rows = read(STRINGS, COLUMNS, problems)
     keys = check_table(rows, problems)
     check_menus(rows, problems)
-    check_languages(problems)
+    check_documents(check_languages(problems), problems)
     used = check_use(keys, ROOT / "src", problems)
     for problem in problems:
         print(problem, file=sys.stderr)
