@@ -20,17 +20,27 @@ LANGUAGE_COLUMNS = ["LangID", "LangCode", "FontCharset", "Locale", "FontName", "
 # The keys that stand together in one menu: no two of them may share a mnemonic.
 MENUS = {
     "bar": "mnu_File TLB_EDIT View TLB_FAVORITES mnu_Tools Home_Information FP_LBL_HELP_CAPTION",
-    "file": "mnu_File_New mnu_File_Open Comm_Save mnu_File_SaveAs PRINT_BUTTON mnu_File_ImportExport mnu_File_Properties mnu_File_Exit",
+    "file":
+        "mnu_File_New mnu_File_Open Comm_Save mnu_File_SaveAs PRINT_BUTTON mnu_File_ImportExport "
+        "mnu_File_Properties mnu_File_Exit",
     "edit": "mnu_Edit_Cut mnu_Edit_Copy mnu_Edit_Paste mnu_Edit_SelectAll mnu_Edit_Find",
     "view": "mnu_View_ToolBars mnu_View_StatusBar",
     "toolbars": "mnu_View_ToolBars_StandardBtn mnu_View_ToolBars_AddressBar",
     "tools": "FP_LBL_GALL_CAPTION mnuDBSummReport",
     "gallery": "mnu_Presentations FP_LBL_GALL_OPTION2_CAPTION FP_LBL_GALL_OPTION3_CAPTION",
     "help": "mnu_Help_Content mnu_Help_Tour mnu_Help_Helpdesk mnu_Help_About",
-    "available": "mnu_Edit_SelectAll mnu_popIndicatorsAvl_SelectHighlighted TS_ShowCount mnu_popDataSources_SelectRecommended",
-    "selected": "mnu_popDataSort_ClearAll mnu_popDataSort_ClearHighlighted TS_ShowCount mnu_DataView_ViewDetails PRINT_BUTTON COMM_EXCEL_FILE mnu_popIndicatorsSel_Sort",
-    "data": "mnu_DataView_Delete mnu_DataView_UndeleteAll TS_ShowCount mnu_DataView_ViewDetails PRINT_BUTTON mnu_DataView_Indicator mnu_DataView_Source",
-    "sort": "mnu_popDataSort_Ascending mnu_popDataSort_Descending mnu_popDataSort_ClearAll mnu_popDataSort_ClearHighlighted TS_ShowCount PRINT_BUTTON",
+    "available":
+        "mnu_Edit_SelectAll mnu_popIndicatorsAvl_SelectHighlighted TS_ShowCount "
+        "mnu_popDataSources_SelectRecommended",
+    "selected":
+        "mnu_popDataSort_ClearAll mnu_popDataSort_ClearHighlighted TS_ShowCount mnu_DataView_ViewDetails "
+        "PRINT_BUTTON COMM_EXCEL_FILE mnu_popIndicatorsSel_Sort",
+    "data":
+        "mnu_DataView_Delete mnu_DataView_UndeleteAll TS_ShowCount mnu_DataView_ViewDetails PRINT_BUTTON "
+        "mnu_DataView_Indicator mnu_DataView_Source",
+    "sort":
+        "mnu_popDataSort_Ascending mnu_popDataSort_Descending mnu_popDataSort_ClearAll "
+        "mnu_popDataSort_ClearHighlighted TS_ShowCount PRINT_BUTTON",
     "selection buttons": "TS_Add TS_AddAll TS_Remove TS_RemoveAll TS_AutoSelect TS_AutoSelectAvailable",
     "wizard buttons": "CANCEL_BUTTON Comm_Back COMM_NEXT TS_Finish",
     "filters": "AutoUseSelTime AutoUseSelAreas AutoUseSelInd DoNotAsk",
@@ -41,7 +51,8 @@ MENUS = {
 KEY_CALLS = {"GetText": 0, "LookupString": 0, "ShowMessage": 0, "PlainText": 0, "SetCaption": 1, "SetToolTip": 1}
 CALL = re.compile(r"\b(" + "|".join(KEY_CALLS) + r")\s*\(")
 LITERAL = re.compile(r'^(?:u|u8|L)?"((?:[^"\\]|\\.)*)"(?:_[A-Za-z]\w*)?$', re.DOTALL)
-WRAPPER = re.compile(r"^(?:QStringLiteral|QLatin1String|QString|QLatin1StringView|QString::fromLatin1|tr)\s*\((.*)\)$", re.DOTALL)
+WRAPPER = re.compile(r"^(?:QStringLiteral|QString|QLatin1String|QLatin1StringView)\s*\((.*)\)$", re.DOTALL)
+OWN_KEY = re.compile(r'"(TS_[A-Z]\w+)"')
 MNEMONIC = re.compile(r"&(?!&)(\w)")
 PLACEHOLDER = re.compile(r"%(?:\d+|[a-z])")
 
@@ -109,7 +120,8 @@ def check_menus(rows, problems):
                 if row is None:
                     problems.append(f"menu {menu}: {name} is not in the string table")
                 elif found and found.group(1).lower() in taken:
-                    problems.append(f"menu {menu}, {column}: {name} and {taken[found.group(1).lower()]} share {found.group(1)!r}")
+                    other = taken[found.group(1).lower()]
+                    problems.append(f"menu {menu}, {column}: {name} and {other} share {found.group(1)!r}")
                 elif found:
                     taken[found.group(1).lower()] = name
 
@@ -170,7 +182,9 @@ def literal(argument):
 
 
 def keys_in(text):
-    """The literal keys that a source asks for. A text passed as such (isLiteral, isKey false) is no key."""
+    """The literal keys that a source asks for. A text passed as such (isLiteral, isKey false) is no key. Keys of the
+    screens' own texts tell themselves by their prefix, so those in tables of captions are found too."""
+    yield from OWN_KEY.findall(text)
     for call in CALL.finditer(text):
         name, found = call.group(1), arguments(text, call.end())
         place = KEY_CALLS[name]
