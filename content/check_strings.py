@@ -19,7 +19,6 @@ LANGUAGE_COLUMNS = ["LangID", "LangCode", "FontCharset", "Locale", "FontName", "
 
 # The keys that stand together in one menu: no two of them may share a mnemonic.
 MENUS = {
-    "bar": "mnu_File TLB_EDIT View TLB_FAVORITES mnu_Tools Home_Information FP_LBL_HELP_CAPTION",
     "file":
         "mnu_File_New mnu_File_Open Comm_Save mnu_File_SaveAs PRINT_BUTTON mnu_File_ImportExport "
         "mnu_File_Properties mnu_File_Exit",
@@ -41,7 +40,9 @@ MENUS = {
     "sort":
         "mnu_popDataSort_Ascending mnu_popDataSort_Descending mnu_popDataSort_ClearAll "
         "mnu_popDataSort_ClearHighlighted TS_ShowCount PRINT_BUTTON",
-    "selection buttons": "TS_Add TS_AddAll TS_Remove TS_RemoveAll TS_AutoSelect TS_AutoSelectAvailable",
+    "bar and selection buttons":
+        "mnu_File TLB_EDIT View TLB_FAVORITES mnu_Tools Home_Information FP_LBL_HELP_CAPTION "
+        "TS_Add TS_AddAll TS_Remove TS_RemoveAll TS_AutoSelect TS_AutoSelectAvailable",
     "wizard buttons": "CANCEL_BUTTON Comm_Back COMM_NEXT TS_Finish",
     "filters": "AutoUseSelTime AutoUseSelAreas AutoUseSelInd DoNotAsk",
     "content": "PROP_DB_DATA_EXISTS PROP_DB_ALL_DATA",
