@@ -1,0 +1,10 @@
+#pragma once
+
+#include "jet/Connection.h"
+
+namespace tessaro {
+
+/// The clearing step of MarkDataExists: sets DataExists to False in the six tables whose marks are made anew.
+void UpdateDataExistsTables(jet::Connection& connection);
+
+} // namespace tessaro

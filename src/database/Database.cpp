@@ -1,0 +1,109 @@
+#include "database/Database.h"
+
+#include "database/JetImport.h"
+#include "database/Schema.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "session/ErrorSink.h"
+#include "session/JetCopies.h"
+#include "session/Messages.h"
+#include "session/Query.h"
+#include "session/Session.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace tessaro {
+
+namespace {
+
+/// The code of the language that the Language table marks as default; empty when no row does.
+QString DefaultLanguageCode(jet::Connection& connection) {
+    Records rows = Select(QStringLiteral("SELECT LanguageCode FROM [Language] WHERE LanguageDefault = True"),
+                          jet::CursorType::Static, &connection);
+    return rows.atEnd() ? QString() : rows.Text(std::size_t{0});
+}
+
+/// Number of required tables that the database has. Tables of the program's own ("_Data") stand in for none.
+std::size_t CountRequiredTables(const jet::Connection& connection, const QString& code) {
+    const std::vector<std::string> required = schema::RequiredTables(code.toStdString());
+    std::size_t count = 0;
+    for (const jet::TableInfo& table : connection.Tables()) {
+        if (table.type != jet::TableType::Table || table.name.starts_with('_')) continue;
+        const bool isRequired = std::any_of(required.begin(), required.end(),
+                                            [&](const std::string& name) { return jet::SameName(name, table.name); });
+        if (isRequired) ++count;
+    }
+    return count;
+}
+
+bool IsDataDatabase(const QString& path) {
+    const ErrorTrap trap("InValidFile");
+    if (IsGenuineJetFile(path) && !ImportJetFile(path)) return false;
+    const auto connection = CreateTheConnection(path);
+    if (!connection) return false;
+    const QString code = DefaultLanguageCode(*connection);
+    if (code.isEmpty()) return false;
+    bool complete = false;
+    ErrorTrap("InValidFile").Try([&] {
+        complete = CountRequiredTables(*connection, code) == schema::RequiredTables(code.toStdString()).size();
+    });
+    return complete;
+}
+
+bool ConnectionIsOpen() { return Connection && Connection->isOpen(); }
+
+/// A fresh working database. While Connection is open on the old one it stays, and its links are replaced.
+void RenewWorkingDatabase() {
+    if (ConnectionIsOpen()) return;
+    const QString target = FindPath(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
+    const QString source = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/Infosel.mdb")}));
+    if (!FileExists(source)) {
+        LogNote(QLatin1String("the template of the working database is missing: ") + source);
+        return;
+    }
+    // What a broken run left beside the old file must not be taken for the new one's.
+    for (const char* companion : {"-journal", "-wal", "-shm"}) QFile::remove(target + QLatin1String(companion));
+    if (!CopyFileOver(source, target))
+        ReportError(70, QLatin1String("The working database can't be written: ") + target, QStringLiteral("OpenDatabaseFile"));
+}
+
+} // namespace
+
+bool InValidFile(const QString& path) {
+    if (IsDataDatabase(path)) return false;
+    LogNote(QLatin1String("refused as a data database: ") + path);
+    ShowMessage(QStringLiteral("316"), MessageType::Ok, 101);
+    return true;
+}
+
+bool OpenDatabaseFile(const QString& path) {
+    if (InValidFile(path)) return false;
+    const ErrorTrap trap("OpenDatabaseFile");
+    CurrentDatabase = path;
+    RenewWorkingDatabase();
+    LinkAllTablesinInfoSel();
+    Connection = CreateTheConnection(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
+    return true;
+}
+
+bool IsLanguageInDatabase(const QString& path) {
+    const ErrorTrap trap("IsLanguageInDatabase");
+    const auto connection = CreateTheConnection(path);
+    if (!connection) return false;
+    const Records rows = Select(QStringLiteral("SELECT LanguageName FROM [Language] WHERE LanguageName = '") +
+                                    QuoteDoubled(Language) + QStringLiteral("'"),
+                                jet::CursorType::Static, connection.get());
+    return rows.isOpen() && !rows.atEnd();
+}
+
+QString SuffixOfLanguage(const QString& language) {
+    const qsizetype open = language.indexOf(QLatin1Char('['));
+    const qsizetype close = language.indexOf(QLatin1Char(']'), open + 1);
+    const QString code = open < 0 || close < 0 ? QString() : language.mid(open + 1, close - open - 1);
+    return QLatin1Char('_') + code;
+}
+
+} // namespace tessaro

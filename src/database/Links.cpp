@@ -1,0 +1,120 @@
+#include "database/Database.h"
+#include "platform/Paths.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/JetCopies.h"
+#include "session/Query.h"
+#include "session/Session.h"
+
+namespace tessaro {
+
+namespace {
+
+enum class LinkSource { Selections, SameName, WithSuffix };
+
+struct LinkRow {
+    const char* name;
+    LinkSource source;
+};
+
+/// The links of the working database, in the order in which they are made.
+constexpr LinkRow Links[] = {
+    {"_SelIUSNId", LinkSource::Selections},
+    {"_SelArea", LinkSource::Selections},
+    {"_SelTimePeriod", LinkSource::Selections},
+    {"Language", LinkSource::SameName},
+    {"Data", LinkSource::SameName},
+    {"TimePeriod", LinkSource::SameName},
+    {"Area", LinkSource::WithSuffix},
+    {"FootNote", LinkSource::WithSuffix},
+    {"Indicator_Unit_subpop", LinkSource::SameName},
+    {"Indicator", LinkSource::WithSuffix},
+    {"Unit", LinkSource::WithSuffix},
+    {"Subpop", LinkSource::WithSuffix},
+    {"SectorLabel1", LinkSource::WithSuffix},
+    {"SectorLabel2", LinkSource::WithSuffix},
+    {"Sector", LinkSource::SameName},
+    {"Indicator_Sector", LinkSource::SameName},
+    {"GoalLabel1", LinkSource::WithSuffix},
+    {"GoalLabel2", LinkSource::WithSuffix},
+    {"GoalLabel3", LinkSource::WithSuffix},
+    {"Goal", LinkSource::SameName},
+    {"Indicator_Goal", LinkSource::SameName},
+    {"CF", LinkSource::WithSuffix},
+    {"Indicator_CF", LinkSource::SameName},
+    {"Theme", LinkSource::WithSuffix},
+    {"Indicator_Theme", LinkSource::SameName},
+    {"InstitutionLabel1", LinkSource::WithSuffix},
+    {"InstitutionLabel2", LinkSource::WithSuffix},
+    {"Institution", LinkSource::SameName},
+    {"Indicator_Institution", LinkSource::SameName},
+    {"ConventionLabel1", LinkSource::WithSuffix},
+    {"ConventionLabel2", LinkSource::WithSuffix},
+    {"ConventionLabel3", LinkSource::WithSuffix},
+    {"Convention", LinkSource::SameName},
+    {"Indicator_Convention", LinkSource::SameName},
+    {"Region", LinkSource::SameName},
+    {"Source", LinkSource::WithSuffix},
+    {"Indicator_Source", LinkSource::SameName},
+    {"Database_Log", LinkSource::SameName},
+    {"Template_Log", LinkSource::SameName},
+};
+
+QString WorkingDatabase() { return JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}); }
+
+/// The connection that all links of one change are made on: the session's when it is open, so that a query still open on
+/// it doesn't lock it out of its own file.
+std::shared_ptr<jet::Connection> ConnectionForLinks() {
+    if (Connection && Connection->isOpen()) return Connection;
+    return CreateTheConnection(WorkingDatabase());
+}
+
+void MakeLink(jet::Connection& working, const QString& databasePath, const QString& sourceTable, const QString& linkName) {
+    ErrorTrap trap("CreateLink");
+    Execute(QStringLiteral("DROP Table [") + linkName + QStringLiteral("]"), &working);
+    trap.Try([&] {
+        working.CreateLink(linkName.toStdString(), FileToOpen(databasePath).toStdString(), DatabasePassword(),
+                           sourceTable.toStdString());
+    });
+}
+
+void MakeAllLinks(jet::Connection& working) {
+    const QString selections = JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")});
+    ErrorTrap trap("LinkAllTablesinInfoSel");
+    const bool together = trap.Try([&] { working.Begin(); });
+    for (const LinkRow& link : Links) {
+        const QString name = QString::fromLatin1(link.name);
+        const QString source = link.source == LinkSource::WithSuffix ? name + LanguageSuffix : name;
+        MakeLink(working, link.source == LinkSource::Selections ? selections : CurrentDatabase, source, name);
+    }
+    if (together) trap.Try([&] { working.Commit(); });
+}
+
+void ShowLanguageMissing() {
+    TheFrame().UnloadForms();
+    DatabaseOpen = false;
+    LanguageInDatabase = false;
+    HomeIsShown = true;
+    TheFrame().GoToHome();
+}
+
+} // namespace
+
+bool LinkAllTablesinInfoSel() {
+    const ErrorTrap trap("LinkAllTablesinInfoSel");
+    LanguageSuffix = SuffixOfLanguage(Language);
+    if (!IsLanguageInDatabase(CurrentDatabase)) {
+        ShowLanguageMissing();
+        return false;
+    }
+    LanguageInDatabase = true;
+    if (const auto working = ConnectionForLinks()) MakeAllLinks(*working);
+    return true;
+}
+
+void CreateLink(const QString& databasePath, const QString& sourceTable, const QString& linkName) {
+    const ErrorTrap trap("CreateLink");
+    if (const auto working = CreateTheConnection(WorkingDatabase())) MakeLink(*working, databasePath, sourceTable, linkName);
+}
+
+} // namespace tessaro
