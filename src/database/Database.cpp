@@ -53,7 +53,9 @@ bool IsDataDatabase(const QString& path) {
     return complete;
 }
 
-bool ConnectionIsOpen() { return Connection && Connection->isOpen(); }
+bool ConnectionIsOpen() {
+    return Connection && Connection->isOpen();
+}
 
 /// A fresh working database. While Connection is open on the old one it stays, and its links are replaced.
 void RenewWorkingDatabase() {
@@ -65,9 +67,11 @@ void RenewWorkingDatabase() {
         return;
     }
     // What a broken run left beside the old file must not be taken for the new one's.
-    for (const char* companion : {"-journal", "-wal", "-shm"}) QFile::remove(target + QLatin1String(companion));
+    for (const char* companion : {"-journal", "-wal", "-shm"})
+        QFile::remove(target + QLatin1String(companion));
     if (!CopyFileOver(source, target))
-        ReportError(70, QLatin1String("The working database can't be written: ") + target, QStringLiteral("OpenDatabaseFile"));
+        ReportError(70, QLatin1String("The working database can't be written: ") + target,
+                    QStringLiteral("OpenDatabaseFile"));
 }
 
 } // namespace

@@ -4,19 +4,21 @@
 
 namespace tessaro {
 
-/// True when the file is refused as a data database (message "316" has been shown), False when it is good: it opens with
-/// the system's password, has a default language, and the 34 tables of that language. A genuine Jet file is copied first.
+/// True when the file is refused as a data database (message "316" has been shown), False when it is good: it opens
+/// with the system's password, has a default language, and the 34 tables of that language. A genuine Jet file is copied
+/// first.
 bool InValidFile(const QString& path);
-/// Makes the file the session's database; False when it was refused, and nothing changed. The cost does not depend on the
-/// number of rows. Sets Connection; DatabaseOpen and LanguageInDatabase tell whether it has the current language.
+/// Makes the file the session's database; False when it was refused, and nothing changed. The cost does not depend on
+/// the number of rows. Sets Connection; DatabaseOpen and LanguageInDatabase tell whether it has the current language.
 bool OpenDatabaseFile(const QString& path);
-/// Links the working database to CurrentDatabase in the current language. False when the database lacks the language: then the
-/// forms are unloaded, the home page comes up, and no link is touched.
+/// Links the working database to CurrentDatabase in the current language. False when the database lacks the language:
+/// then the forms are unloaded, the home page comes up, and no link is touched.
 bool LinkAllTablesinInfoSel();
 /// Replaces the link `linkName` in InfoSel.mdb, on a connection of its own.
 void CreateLink(const QString& databasePath, const QString& sourceTable, const QString& linkName);
 [[nodiscard]] bool IsLanguageInDatabase(const QString& path);
-/// The text between "[" and "]" of a language name with "_" before it: "English [en]" gives "_en". Without brackets: "_".
+/// The text between "[" and "]" of a language name with "_" before it: "English [en]" gives "_en". Without brackets:
+/// "_".
 [[nodiscard]] QString SuffixOfLanguage(const QString& language);
 
 /// Recomputes the DataExists flags of one database file from its Data table, with progress in the frame's meter.

@@ -60,16 +60,19 @@ constexpr LinkRow Links[] = {
     {"Template_Log", LinkSource::SameName},
 };
 
-QString WorkingDatabase() { return JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}); }
+QString WorkingDatabase() {
+    return JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")});
+}
 
-/// The connection that all links of one change are made on: the session's when it is open, so that a query still open on
-/// it doesn't lock it out of its own file.
+/// The connection that all links of one change are made on: the session's when it is open, so that a query still open
+/// on it doesn't lock it out of its own file.
 std::shared_ptr<jet::Connection> ConnectionForLinks() {
     if (Connection && Connection->isOpen()) return Connection;
     return CreateTheConnection(WorkingDatabase());
 }
 
-void MakeLink(jet::Connection& working, const QString& databasePath, const QString& sourceTable, const QString& linkName) {
+void MakeLink(jet::Connection& working, const QString& databasePath, const QString& sourceTable,
+              const QString& linkName) {
     ErrorTrap trap("CreateLink");
     Execute(QStringLiteral("DROP Table [") + linkName + QStringLiteral("]"), &working);
     trap.Try([&] {
@@ -114,7 +117,8 @@ bool LinkAllTablesinInfoSel() {
 
 void CreateLink(const QString& databasePath, const QString& sourceTable, const QString& linkName) {
     const ErrorTrap trap("CreateLink");
-    if (const auto working = CreateTheConnection(WorkingDatabase())) MakeLink(*working, databasePath, sourceTable, linkName);
+    if (const auto working = CreateTheConnection(WorkingDatabase()))
+        MakeLink(*working, databasePath, sourceTable, linkName);
 }
 
 } // namespace tessaro

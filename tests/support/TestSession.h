@@ -34,11 +34,21 @@ class FakeFrame : public Frame {
 };
 
 /// Gives each test a session of its own: a fresh TESSARO_HOME, start values, recorded messages and a fake frame.
-/// Nothing is started; a test that needs settings, texts or a database asks for them.
+/// Nothing is started; a test that needs settings, texts or a database asks for them. SilentErrors is True, as in a
+/// running program.
 class SessionTest : public testing::Test {
   protected:
     SessionTest();
     ~SessionTest() override;
+
+    /// AppPath becomes a small application folder of this test (see SampleApplication.h), and the session is
+    /// initialized with it.
+    void StartSample();
+    /// The same with the application folder that the build made.
+    void StartInstallation();
+    /// Starts the sample when nothing is started yet and opens its Data/Sample.mdb; False (with a failure
+    /// of the test) when it is refused.
+    bool OpenSample();
 
     /// A folder of this test, removed at its end.
     [[nodiscard]] QString Folder() const { return home_.path(); }

@@ -1,0 +1,123 @@
+#include "database/JetFile.h"
+
+#include "jet/Catalogue.h"
+
+#include <mdbtools.h>
+
+namespace tessaro {
+
+namespace {
+
+constexpr std::size_t LongestText = 4096; // 255 characters in UTF-8, and room
+constexpr std::size_t LongestMemo = 1024 * 1024;
+
+struct TableCloser {
+    void operator()(MdbTableDef* table) const { mdb_free_tabledef(table); }
+};
+using Table = std::unique_ptr<MdbTableDef, TableCloser>;
+
+MdbColumn* ColumnAt(const MdbTableDef& table, unsigned position) {
+    return static_cast<MdbColumn*>(g_ptr_array_index(table.columns, position));
+}
+
+bool HasMemo(const MdbTableDef& table) {
+    for (unsigned i = 0; i < table.num_cols; ++i)
+        if (ColumnAt(table, i)->col_type == MDB_MEMO) return true;
+    return false;
+}
+
+/// A column as it is read: where the library puts its text.
+struct Bound {
+    int type = MDB_TEXT;
+    std::vector<char> buffer;
+    int length = 0;
+    bool exists = false;
+    std::string rewritten; ///< the text where it differs from the library's
+};
+
+JetFile::Field FieldOf(Bound& column) {
+    const std::string_view text(column.buffer.data(), static_cast<std::size_t>(std::max(column.length, 0)));
+    if (!column.exists || column.type == MDB_OLE || column.type == MDB_BINARY) return {};
+    if (column.type == MDB_BOOL) return {text == "0" ? "0" : "-1", false};
+    if (text.empty()) return {};
+    if (column.type == MDB_REPID) {
+        column.rewritten = "{" + std::string(text) + "}";
+        return {column.rewritten, false};
+    }
+    return {text, false};
+}
+
+std::vector<Bound> BindColumns(MdbHandle* file, MdbTableDef& table, const std::vector<std::string>& names) {
+    const std::size_t size = HasMemo(table) ? LongestMemo : LongestText;
+    mdb_set_bind_size(file, size);
+    std::vector<Bound> bound(names.size());
+    for (std::size_t n = 0; n < names.size(); ++n) {
+        for (unsigned i = 0; i < table.num_cols && !bound[n].exists; ++i) {
+            const MdbColumn* column = ColumnAt(table, i);
+            if (!jet::SameName(column->name, names[n])) continue;
+            bound[n].type = column->col_type;
+            bound[n].buffer.resize(size);
+            bound[n].exists = true;
+            mdb_bind_column(&table, static_cast<int>(i) + 1, bound[n].buffer.data(), &bound[n].length);
+        }
+    }
+    return bound;
+}
+
+} // namespace
+
+struct JetFile::Impl {
+    MdbHandle* file = nullptr;
+
+    [[nodiscard]] MdbCatalogEntry* Find(std::string_view name) const {
+        for (unsigned i = 0; file != nullptr && i < file->num_catalog; ++i) {
+            auto* entry = static_cast<MdbCatalogEntry*>(g_ptr_array_index(file->catalog, i));
+            if (entry->object_type == MDB_TABLE && mdb_is_user_table(entry) && jet::SameName(entry->object_name, name))
+                return entry;
+        }
+        return nullptr;
+    }
+};
+
+JetFile::JetFile(const std::string& path) : impl_(std::make_unique<Impl>()) {
+    impl_->file = mdb_open(path.c_str(), MDB_NOFLAGS);
+    if (impl_->file == nullptr) return;
+    mdb_set_date_fmt(impl_->file, "%Y-%m-%d %H:%M:%S");
+    mdb_set_shortdate_fmt(impl_->file, "%Y-%m-%d %H:%M:%S");
+    mdb_set_boolean_fmt_numbers(impl_->file);
+    mdb_set_repid_fmt(impl_->file, MDB_NOBRACES_4_2_2_2_6);
+    if (mdb_read_catalog(impl_->file, MDB_TABLE) == nullptr) {
+        mdb_close(impl_->file);
+        impl_->file = nullptr;
+    }
+}
+
+JetFile::~JetFile() {
+    if (impl_->file != nullptr) mdb_close(impl_->file);
+}
+
+bool JetFile::isOpen() const {
+    return impl_->file != nullptr;
+}
+
+bool JetFile::HasTable(std::string_view name) const {
+    return impl_->Find(name) != nullptr;
+}
+
+bool JetFile::ReadRows(std::string_view name, const std::vector<std::string>& columns,
+                       const std::function<bool(const std::vector<Field>&)>& take) const {
+    MdbCatalogEntry* entry = impl_->Find(name);
+    const Table table(entry == nullptr ? nullptr : mdb_read_table(entry));
+    if (!table || mdb_read_columns(table.get()) == nullptr) return false;
+    mdb_rewind_table(table.get());
+    std::vector<Bound> bound = BindColumns(impl_->file, *table, columns);
+    std::vector<Field> row(columns.size());
+    while (mdb_fetch_row(table.get()) != 0) {
+        for (std::size_t i = 0; i < bound.size(); ++i)
+            row[i] = FieldOf(bound[i]);
+        if (!take(row)) return false;
+    }
+    return true;
+}
+
+} // namespace tessaro
