@@ -1,0 +1,177 @@
+#include "dataview/DataPaging.h"
+
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/Messages.h"
+
+#include <algorithm>
+
+namespace tessaro {
+
+DataPaging::DataPaging(GridModel& grid) : grid_(grid) {
+    grid_.SetFetch([this](qint64 first, int count) {
+        return builder_.CreateDataPage(pageQuery_.GetRows(first, count));
+    });
+}
+
+DataPaging::~DataPaging() {
+    grid_.SetFetch({});
+}
+
+bool DataPaging::StartPaging(const QString& sql) {
+    ErrorTrap trap("StartPaging");
+    Close();
+    rowsLoaded_ = 0;
+    nextFromTop_ = 1;
+    takenFromBottom_ = 0;
+    totalRows_ = 0;
+    totalKnown_ = bottomStarted_ = pagingComplete_ = false;
+    loadingFromTop_ = true;
+    loadingFromBottom_ = false;
+    builder_.Reset();
+    if (!CreateNumberIDRecordset(sql)) {
+        loadingFromTop_ = false;
+        return false;
+    }
+    SetTimer(true);
+    return true;
+}
+
+bool DataPaging::CreateNumberIDRecordset(const QString& sql) {
+    ErrorTrap trap("CreateNumberIDRecordset");
+    if (pageQuery_.Open(sql)) return true;
+    if (pageQuery_.isOpen()) {
+        TheFrame().EndProgress();
+        ShowMessage(QStringLiteral("031"));
+    }
+    pageQuery_.Close();
+    return false;
+}
+
+void DataPaging::PageTick() {
+    // Events are let through while the rows are counted; a tick among them would see a half-counted result.
+    if (counting_) return;
+    if (loadingFromTop_) {
+        TopTick();
+    } else if (loadingFromBottom_) {
+        BottomTick();
+    }
+}
+
+int DataPaging::SizeOfNextPage() const {
+    return totalKnown_ ? static_cast<int>(std::min<qint64>(kPageSize, totalRows_ - rowsLoaded_)) : kPageSize;
+}
+
+void DataPaging::TopTick() {
+    const int pageSize = SizeOfNextPage();
+    if (totalKnown_ ? rowsLoaded_ >= totalRows_ : pageQuery_.AtEnd()) {
+        EndPaging(true);
+        return;
+    }
+    LoadPageIntoGrid(CreateDataPage(nextFromTop_ - 1, pageSize));
+    nextFromTop_ += pageSize;
+}
+
+void DataPaging::BottomTick() {
+    const int pageSize = SizeOfNextPage();
+    if (pageSize <= 0) {
+        EndPaging(true);
+        return;
+    }
+    LoadPageIntoGrid(CreateDataPage(totalRows_ - takenFromBottom_ - pageSize, pageSize));
+    takenFromBottom_ += pageSize;
+    bottomStarted_ = true;
+}
+
+std::vector<GridRow> DataPaging::CreateDataPage(qint64 first, int rowCount) {
+    ErrorTrap trap("CreateDataPage");
+    std::vector<GridRow> page;
+    trap.Try([&] { page = builder_.CreateDataPage(pageQuery_.GetRows(first, rowCount)); });
+    // Once the number of rows is known, a page that came short (its rows can't be read any more) still counts whole:
+    // its rows stay blank, and the load comes to its end.
+    if (totalKnown_) page.resize(static_cast<std::size_t>(rowCount));
+    rowsLoaded_ += static_cast<qint64>(page.size());
+    return page;
+}
+
+// Grid rows are counted from 1 here; the grid keeps a spare last row as long as a load is running.
+void DataPaging::LoadPageIntoGrid(std::vector<GridRow> page) {
+    ErrorTrap trap("LoadPageIntoGrid");
+    const int length = static_cast<int>(page.size());
+    if (length == 0) return;
+    const bool gridHasAllRows = totalKnown_ && bottomStarted_;
+    int target = 0;
+    if (loadingFromTop_ && gridHasAllRows) {
+        target = static_cast<int>(nextFromTop_);
+    } else if (loadingFromTop_) {
+        target = std::max(grid_.MaxRows(), 1);
+        grid_.InsertRows(length);
+    } else {
+        if (!bottomStarted_) grid_.InsertRows(static_cast<int>(totalRows_) - grid_.ValueRows());
+        target = grid_.MaxRows() - static_cast<int>(takenFromBottom_) - length;
+    }
+    grid_.PutBlock(target - 1, std::move(page));
+}
+
+void DataPaging::EndPaging(bool removeLast) {
+    SetTimer(false);
+    if (!removeLast) return;
+    grid_.DeleteSpareRow();
+    if (!pageQuery_.isOpen()) return;
+    if (!totalKnown_) totalRows_ = rowsLoaded_;
+    pagingComplete_ = true;
+    loadingFromTop_ = loadingFromBottom_ = false;
+}
+
+void DataPaging::Close() {
+    SetTimer(false);
+    loadingFromTop_ = loadingFromBottom_ = false;
+    pageQuery_.Close();
+}
+
+bool DataPaging::LoadFromEnd() {
+    if (pagingComplete_ || counting_ || !pageQuery_.isOpen()) return false;
+    SetTimer(false);
+    if (bottomStarted_) {
+        SetTimer(true);
+        return false;
+    }
+    counting_ = true;
+    totalRows_ = pageQuery_.RecordCount(onCounting);
+    counting_ = false;
+    if (!pageQuery_.isOpen()) return false; // the query was closed by an event that came in between
+    totalKnown_ = true;
+    loadingFromTop_ = false;
+    loadingFromBottom_ = true;
+    SetTimer(true);
+    return true;
+}
+
+void DataPaging::LoadFromStart() {
+    if (pagingComplete_ || !pageQuery_.isOpen()) return;
+    SetTimer(false);
+    loadingFromTop_ = true;
+    loadingFromBottom_ = false;
+    SetTimer(true);
+}
+
+void DataPaging::PauseTimer() {
+    SetTimer(false);
+}
+
+void DataPaging::ResumeTimer() {
+    if (!pagingComplete_ && (loadingFromTop_ || loadingFromBottom_)) SetTimer(true);
+}
+
+void DataPaging::Suspend() {
+    SetTimer(false);
+    pageQuery_.Suspend();
+}
+
+void DataPaging::SetTimer(bool on) {
+    if (timerOn_ == on) return;
+    timerOn_ = on;
+    if (onTimer) onTimer(on);
+}
+
+} // namespace tessaro

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QLocale>
+#include <QString>
+
+namespace tessaro {
+
+/// True when a Datavalue reads as a plain decimal number: sign, digits and one '.', blanks around it allowed.
+[[nodiscard]] bool ReadsAsNumber(const QString& datavalue);
+/// A Datavalue as the user's system writes numbers: its group and decimal separators, every digit kept. Text that is no
+/// plain number stands as it is.
+[[nodiscard]] QString WithSeparators(const QString& datavalue, const QLocale& locale);
+
+} // namespace tessaro

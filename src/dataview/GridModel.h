@@ -1,0 +1,88 @@
+#pragma once
+
+#include "dataview/PageBuilder.h"
+
+#include <QAbstractTableModel>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace tessaro {
+
+/// The rows of the data grid. Grid row r (counted from 0 here) shows row r of the query, except after a sort in the grid.
+/// Texts of at most 50,000 rows are held; those of rows longest out of view give way and are made again when they are
+/// looked at, so that the grid may have millions of rows. Rows of the blank middle, between what the two streams have
+/// delivered, are shown in the same way as soon as somebody scrolls to them; that doesn't count as delivering them.
+class GridModel final : public QAbstractTableModel {
+    Q_OBJECT
+
+  public:
+    /// Makes rows of the query on demand: first row, number of rows.
+    using Fetch = std::function<std::vector<GridRow>(qint64, int)>;
+    enum Role {
+        FootnoteRole = Qt::UserRole, ///< true in the Datavalue column of a row with a footnote while footnotes show
+        SpareRole,                   ///< true in the spare last row
+    };
+    /// A complete grid of fewer rows is sorted in place.
+    static constexpr int kInGridSortLimit = 50001;
+
+    explicit GridModel(QObject* parent = nullptr);
+
+    void SetFetch(Fetch fetch) { fetch_ = std::move(fetch); }
+
+    /// Empties the grid: MaxRows 0, no sort.
+    void Clear();
+    /// All rows, with the spare last one while a load is running.
+    [[nodiscard]] int MaxRows() const { return maxRows_; }
+    /// Rows that show values: MaxRows without the spare one.
+    [[nodiscard]] int ValueRows() const { return maxRows_ - (hasSpare_ ? 1 : 0); }
+    [[nodiscard]] bool HasSpareRow() const { return hasSpare_; }
+    /// Adds blank rows before the spare last row, which comes with the first of them.
+    void InsertRows(int count);
+    /// Takes the spare last row away; without one nothing happens.
+    void DeleteSpareRow();
+    /// Puts rows into the block that begins at grid row `first` (from 0).
+    void PutBlock(int first, std::vector<GridRow> rows);
+    /// The row that stands in a grid row (from 0), made when it isn't held; nullptr for the spare one and beyond.
+    [[nodiscard]] const GridRow* RowAt(int row) const;
+
+    /// Sorts the rows by a column (from 1), texts ignoring case; equal rows keep their order.
+    void SortInGrid(int column, bool ascending);
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    /// Reads heads and preferences (colours, footnotes, number form) again.
+    void Refresh();
+
+  private:
+    static constexpr int kBlockRows = 50;
+    static constexpr std::size_t kMostBlocks = 1000;
+    struct Block {
+        std::array<GridRow, kBlockRows> rows;
+        quint64 filled = 0; ///< bit i: rows[i] is there
+        quint64 used = 0;
+    };
+
+    Block& BlockOf(qint64 queryRow) const;
+    void DropOldest() const;
+    void FetchBlock(Block& block, qint64 queryRow) const;
+    [[nodiscard]] QVariant TextOf(const GridRow& row, int column) const;
+    [[nodiscard]] QVariant ToolTipOf(const GridRow& row, int column) const;
+    [[nodiscard]] QString FootnoteText(qint64 footNId) const;
+
+    Fetch fetch_;
+    int maxRows_ = 0;
+    bool hasSpare_ = false;
+    std::vector<qint32> order_; ///< after a sort in the grid: query row of each grid row; else empty
+    mutable std::unordered_map<qint64, std::unique_ptr<Block>> blocks_;
+    mutable quint64 clock_ = 0;
+    mutable QHash<qint64, QString> footnotes_;
+};
+
+} // namespace tessaro

@@ -1,0 +1,61 @@
+#include "dataview/GridQuery.h"
+
+namespace tessaro {
+
+namespace {
+
+constexpr std::array<GridColumn, MaxCols> kColumns = {{
+    {"TimePeriod", "Comm_Time", "T.TimePeriod"},
+    {"AreaID", "Comm_Area Id", "A.AreaID"},
+    {"AreaName", "Comm_Area Name", "A.AreaName"},
+    {"Indicator", "Comm_Indicator", "IUS.[Indicator]"},
+    {"Datavalue", "Comm_Datavalue", "D.DataValue"},
+    {"Unit", "Comm_Unit", "IUS.[Unit]"},
+    {"Subpop", "Subpop", "IUS.[Subpop]"},
+    {"Source", "Comm_Source", "IUS.[Source]"},
+    {"IndicatorGID", "", ""},
+    {"SourceNID", "", ""},
+    {"RowNID", "", ""},
+    {"FootNID", "", ""},
+}};
+
+// The join on SourceNId makes the selection one of pairs of combination and source.
+constexpr auto kSelect = "SELECT D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId ";
+constexpr auto kFrom = " FROM _SelIUSNId IUS INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON "
+                       "D.TimePeriodNId = [T].TimePeriodNId) ";
+constexpr auto kJoins =
+    " ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)";
+
+QString Joined() {
+    return QString::fromLatin1(kSelect) + QLatin1String(kFrom) + QLatin1String(kJoins);
+}
+
+} // namespace
+
+const std::array<GridColumn, MaxCols>& GridColumns() {
+    return kColumns;
+}
+
+QString DefaultDataOrderBy() {
+    return QStringLiteral(" ORDER BY [A].AreaNId");
+}
+
+QString DataOrderByColumn(int column, bool ascending) {
+    if (column < 1 || column > VisibleCols) return {};
+    return QStringLiteral(" ORDER BY ") + QLatin1String(kColumns.at(static_cast<std::size_t>(column - 1)).sortExpression) +
+           (ascending ? QStringLiteral(" Asc") : QStringLiteral(" desc"));
+}
+
+QString IdentifierStatement() {
+    return Joined() + QStringLiteral(" ORDER BY A.AreaID");
+}
+
+QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
+    return Joined() + QStringLiteral(" WHERE IUS.Deleted = False") + rowFilter + orderBy;
+}
+
+QString RereadStatement(const QString& rowNIds) {
+    return QString::fromLatin1(kSelect) + QStringLiteral("FROM Data D WHERE D.RowNId in (") + rowNIds + QStringLiteral(")");
+}
+
+} // namespace tessaro

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+namespace tessaro {
+
+/// Columns of the data grid, counted from 1. The first eight show, the others are working columns.
+enum GridColumnNumber {
+    ColTimePeriod = 1,
+    ColAreaID,
+    ColAreaName,
+    ColIndicator,
+    ColDatavalue,
+    ColUnit,
+    ColSubpop,
+    ColSource,
+    ColIndicatorGID,
+    ColSourceNID,
+    ColRowNID,
+    ColFootNID,
+};
+constexpr int MaxCols = 12;
+constexpr int VisibleCols = 8;
+
+struct GridColumn {
+    const char* field;          ///< page field: "TimePeriod" …
+    const char* headerKey;      ///< key of the head's text; empty for working columns
+    const char* sortExpression; ///< what a requery sorts by; empty for working columns
+};
+
+/// The columns in order; column c stands at c - 1.
+[[nodiscard]] const std::array<GridColumn, MaxCols>& GridColumns();
+
+/// The order of a requery until the user sorts.
+[[nodiscard]] QString DefaultDataOrderBy();
+/// " ORDER BY " and the expression of a visible column with its direction; empty for any other column.
+[[nodiscard]] QString DataOrderByColumn(int column, bool ascending);
+
+/// The statement of bare identifiers that a change of selection opens, one row per value inside the selection.
+[[nodiscard]] QString IdentifierStatement();
+/// The same for every later requery: only pairs that are not taken out, then the row filter, then the order.
+[[nodiscard]] QString RequeryStatement(const QString& rowFilter, const QString& orderBy);
+/// The identifiers of rows that an identifier statement has already given, in no particular order.
+[[nodiscard]] QString RereadStatement(const QString& rowNIds);
+
+} // namespace tessaro

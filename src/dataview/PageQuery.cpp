@@ -1,0 +1,187 @@
+#include "dataview/PageQuery.h"
+
+#include "dataview/GridQuery.h"
+#include "session/ErrorSink.h"
+#include "session/Query.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <limits>
+
+namespace tessaro {
+
+namespace {
+
+// Places of the identifiers in the statement.
+enum Field : std::size_t { TimePeriodNId, AreaNId, IUSNId, Datavalue, SourceNId, FootnoteNId, RowNId };
+
+constexpr qint64 kWalkReport = 65536;
+
+qint32 Narrow(const jet::Value& value) {
+    return static_cast<qint32>(value.toInteger());
+}
+
+bool FitsInFour(const jet::Value& rowNId) {
+    return !rowNId.isNull() && rowNId.toInteger() >= 0 && rowNId.toInteger() <= std::numeric_limits<qint32>::max();
+}
+
+IdentifierRow RowOf(const jet::Recordset& rows) {
+    const jet::Value rowNId = rows.Get(RowNId);
+    return {Narrow(rows.Get(TimePeriodNId)),
+            Narrow(rows.Get(AreaNId)),
+            Narrow(rows.Get(IUSNId)),
+            Narrow(rows.Get(SourceNId)),
+            rows.Get(FootnoteNId).toInteger(),
+            rowNId.toInteger(),
+            !rowNId.isNull(),
+            rows.Get(Datavalue).toText()};
+}
+
+} // namespace
+
+bool PageQuery::Open(const QString& sql) {
+    Close();
+    sql_ = sql;
+    return OpenRows() && !finished_;
+}
+
+bool PageQuery::OpenRows() {
+    Records opened = Select(sql_, jet::CursorType::ForwardOnly);
+    open_ = opened.isOpen();
+    rows_ = std::move(opened.rows());
+    finished_ = !open_ || rows_.atEnd();
+    return open_;
+}
+
+void PageQuery::Close() {
+    rows_.Close();
+    open_ = false;
+    finished_ = false;
+    std::deque<qint32>().swap(passed_);
+    std::vector<IdentifierRow>().swap(whole_);
+    again_.clear();
+}
+
+void PageQuery::Suspend() {
+    if (!open_ || finished_ || !rows_.isOpen()) return;
+    rows_.Close();
+    again_.clear();
+    for (const qint32 number : passed_)
+        ++again_[number >= 0 ? number : KeyOf(whole_[static_cast<std::size_t>(~number)])];
+}
+
+bool PageQuery::AtEnd() {
+    ErrorTrap trap("AtEnd");
+    if (!trap.Try([&] { PassOver(); })) GiveUp();
+    return finished_;
+}
+
+// Runs a suspended statement again and stands on the first row that was not given before.
+void PageQuery::PassOver() {
+    if (!open_ || finished_) return;
+    if (!rows_.isOpen()) {
+        OpenRows();
+        open_ = true; // rows already given stay readable even when the statement fails now
+    }
+    while (!finished_ && !again_.empty()) {
+        const auto known = again_.find(KeyOf(RowOf(rows_)));
+        if (known == again_.end()) break;
+        if (--known->second == 0) again_.erase(known);
+        rows_.MoveNext();
+        finished_ = rows_.atEnd();
+    }
+    if (finished_) rows_.Close();
+}
+
+// Passes one row; `wanted` receives it when the caller needs more than its number.
+bool PageQuery::Step(IdentifierRow* wanted) {
+    PassOver();
+    if (!open_ || finished_) return false;
+    if (const jet::Value rowNId = rows_.Get(RowNId); wanted == nullptr && FitsInFour(rowNId)) {
+        passed_.push_back(Narrow(rowNId));
+    } else {
+        IdentifierRow row = RowOf(rows_);
+        Keep(row);
+        if (wanted != nullptr) *wanted = std::move(row);
+    }
+    rows_.MoveNext();
+    finished_ = rows_.atEnd();
+    if (finished_) rows_.Close();
+    return true;
+}
+
+void PageQuery::Keep(const IdentifierRow& row) {
+    if (row.hasRowNId && FitsInFour(jet::Value(static_cast<std::int64_t>(row.rowNId)))) {
+        passed_.push_back(static_cast<qint32>(row.rowNId));
+        return;
+    }
+    passed_.push_back(~static_cast<qint32>(whole_.size()));
+    whole_.push_back(row);
+}
+
+// Tells a row that is kept whole from others; a RowNId of 31 bits is its own key and never negative.
+qint64 PageQuery::KeyOf(const IdentifierRow& row) {
+    if (row.hasRowNId && row.rowNId >= 0) return row.rowNId;
+    const std::size_t mixed = qHashMulti(0, row.timePeriodNId, row.areaNId, row.iusNId, row.sourceNId, row.rowNId);
+    return std::numeric_limits<qint64>::min() | static_cast<qint64>(mixed);
+}
+
+std::vector<IdentifierRow> PageQuery::GetRows(qint64 first, int count) {
+    std::vector<IdentifierRow> page;
+    if (!open_ || first < 0 || count <= 0) return page;
+    ErrorTrap trap("GetRows");
+    const bool done = trap.Try([&] {
+        while (RowsPassed() < first && Step(nullptr)) {
+        }
+        const qint64 known = std::min<qint64>(count, RowsPassed() - first);
+        if (known > 0) page = Reread(first, static_cast<int>(known));
+        IdentifierRow row;
+        while (page.size() < static_cast<std::size_t>(count) && Step(&row))
+            page.push_back(std::move(row));
+    });
+    if (!done) GiveUp();
+    return page;
+}
+
+// A statement that fails on the way gives no further rows; asked again, it would fail at every tick.
+void PageQuery::GiveUp() {
+    rows_.Close();
+    finished_ = true;
+}
+
+std::vector<IdentifierRow> PageQuery::Reread(qint64 first, int count) const {
+    QStringList numbers;
+    for (qint64 place = first; place < first + count; ++place) {
+        const qint32 number = passed_[static_cast<std::size_t>(place)];
+        if (number >= 0) numbers << QString::number(number);
+    }
+    std::unordered_map<qint64, IdentifierRow> read;
+    if (!numbers.isEmpty()) {
+        Records records = Select(RereadStatement(numbers.join(QLatin1Char(','))));
+        for (; !records.atEnd(); records.MoveNext()) {
+            IdentifierRow row = RowOf(records.rows());
+            read.emplace(row.rowNId, std::move(row));
+        }
+    }
+    std::vector<IdentifierRow> page;
+    page.reserve(static_cast<std::size_t>(count));
+    for (qint64 place = first; place < first + count; ++place) {
+        const qint32 number = passed_[static_cast<std::size_t>(place)];
+        page.push_back(number >= 0 ? read[number] : whole_[static_cast<std::size_t>(~number)]);
+    }
+    return page;
+}
+
+qint64 PageQuery::RecordCount(const Walked& walked) {
+    ErrorTrap trap("RecordCount");
+    const bool done = trap.Try([&] {
+        while (Step(nullptr)) {
+            if (walked && RowsPassed() % kWalkReport == 0) walked(RowsPassed());
+        }
+    });
+    if (!done) GiveUp();
+    return RowsPassed();
+}
+
+} // namespace tessaro
