@@ -49,8 +49,6 @@ bool DataPaging::CreateNumberIDRecordset(const QString& sql) {
 }
 
 void DataPaging::PageTick() {
-    // Events are let through while the rows are counted; a tick among them would see a half-counted result.
-    if (counting_) return;
     if (loadingFromTop_) {
         TopTick();
     } else if (loadingFromBottom_) {
@@ -130,16 +128,13 @@ void DataPaging::Close() {
 }
 
 bool DataPaging::LoadFromEnd() {
-    if (pagingComplete_ || counting_ || !pageQuery_.isOpen()) return false;
+    if (pagingComplete_ || !pageQuery_.isOpen()) return false;
     SetTimer(false);
     if (bottomStarted_) {
         SetTimer(true);
         return false;
     }
-    counting_ = true;
     totalRows_ = pageQuery_.RecordCount(onCounting);
-    counting_ = false;
-    if (!pageQuery_.isOpen()) return false; // the query was closed by an event that came in between
     totalKnown_ = true;
     loadingFromTop_ = false;
     loadingFromBottom_ = true;

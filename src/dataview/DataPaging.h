@@ -26,7 +26,7 @@ class DataPaging final {
 
     /// Called with True when ticks are wanted from now on, with False when not.
     std::function<void(bool)> onTimer;
-    /// Told how many rows have been passed while they are counted, which may take seconds.
+    /// Told how many rows have been passed while they are counted, which may take seconds. Must not let events through.
     PageQuery::Walked onCounting;
 
     /// Resets the paging state and opens the statement. False when it failed or gives no rows (message "031" then).
@@ -83,7 +83,6 @@ class DataPaging final {
     bool bottomStarted_ = false;
     bool pagingComplete_ = false;
     bool timerOn_ = false;
-    bool counting_ = false;
 };
 
 } // namespace tessaro

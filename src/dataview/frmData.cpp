@@ -1,0 +1,346 @@
+#include "dataview/frmData.h"
+
+#include "ui_frmData.h"
+
+#include "controls/Captions.h"
+#include "controls/Theme.h"
+#include "dataview/GridDelegate.h"
+#include "dataview/GridQuery.h"
+#include "selection/SelectionGuard.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "session/Settings.h"
+#include "session/Strings.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QMenu>
+#include <QScrollBar>
+#include <QToolButton>
+
+#include <array>
+
+namespace tessaro {
+
+namespace {
+
+/// An option of the strip: its key in the settings, which say whether it is offered, and its caption.
+struct DataOption {
+    const char* setting;
+    const char* captionKey;
+    bool available; ///< its panel exists
+};
+
+constexpr std::array<DataOption, 8> kDataOptions = {{
+    {"DATA_VIEW", "TS_OptionView", true},
+    {"DATA_STATS", "TS_OptionStatistics", false},
+    {"DATA_SOURCES", "TS_OptionSources", false},
+    {"DATA_UNITS", "TS_OptionUnits", false},
+    {"DATA_SUBPOPS", "TS_OptionSubpops", false},
+    {"DATA_SORT", "TS_OptionSort", false},
+    {"DATA_CALC", "TS_OptionCalculate", false},
+    {"DATA_PRESENT", "TS_OptionPresent", false},
+}};
+
+/// Characters that the visible columns are made wide for at first.
+constexpr std::array<int, VisibleCols> kColumnCharacters = {10, 14, 24, 40, 14, 20, 18, 30};
+
+QString Number(qint64 number) {
+    return QLocale::system().toString(number);
+}
+
+/// Wait state of the frame for as long as the scope lasts, with the text of work in hand.
+class Busy final {
+  public:
+    Busy() {
+        TheFrame().SetBusy(true);
+        TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
+    }
+    ~Busy() {
+        TheFrame().SetStatusText({});
+        TheFrame().SetBusy(false);
+    }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+};
+
+} // namespace
+
+frmData::frmData(QWidget* parent)
+    : StageScreen(parent), ui_(std::make_unique<Ui::frmData>()), paging_(model_), dataOrderBy_(DefaultDataOrderBy()) {
+    ui_->setupUi(this);
+    MakeGrid();
+    MakeOptionStrip();
+    ConnectEvents();
+    SetFormCaptions();
+    ShowThisDataOption(0);
+}
+
+frmData::~frmData() = default;
+
+void frmData::MakeGrid() {
+    ui_->DataGrid->setModel(&model_);
+    ui_->DataGrid->setItemDelegate(new GridDelegate(ui_->DataGrid));
+    ui_->DataGrid->installEventFilter(this);
+    ui_->DataGrid->setContextMenuPolicy(Qt::CustomContextMenu);
+    for (int column = 0; column < MaxCols; ++column) {
+        if (column < VisibleCols)
+            ui_->DataGrid->SetColumnCharacters(column, kColumnCharacters.at(static_cast<std::size_t>(column)));
+        ui_->DataGrid->setColumnHidden(column, column >= VisibleCols);
+    }
+    setFocusProxy(ui_->DataGrid);
+}
+
+void frmData::MakeOptionStrip() {
+    QPalette strip = ui_->PicDataOptions->palette();
+    strip.setColor(QPalette::Window, theme::SurfaceRaised());
+    ui_->PicDataOptions->setPalette(strip);
+    for (std::size_t place = 0; place < kDataOptions.size(); ++place) {
+        const DataOption& option = kDataOptions.at(place);
+        auto* button = new QToolButton(ui_->PicDataOptions);
+        button->setObjectName(QLatin1String(option.setting));
+        button->setCheckable(true);
+        button->setAutoRaise(true);
+        button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        button->setEnabled(option.available);
+        button->setVisible(place == 0 || SettingOption(QLatin1String(option.setting)).offered);
+        options_.addButton(button, static_cast<int>(place));
+        ui_->layDataOptions->addWidget(button);
+    }
+    ui_->layDataOptions->addStretch();
+}
+
+void frmData::ConnectEvents() {
+    tmrDataView_.setObjectName(QStringLiteral("tmrDataView"));
+    tmrDataView_.setInterval(DataPaging::kInterval);
+    paging_.onTimer = [this](bool on) { on ? tmrDataView_.start() : tmrDataView_.stop(); };
+    // Painted at once, since no event is let through while the rows are counted.
+    paging_.onCounting = [this](qint64 rows) {
+        ui_->lblRows->setText(GetText(QStringLiteral("TS_RowsLoading")).arg(Number(rows)));
+        ui_->lblRows->repaint();
+    };
+    connect(&tmrDataView_, &QTimer::timeout, this, &frmData::tmrDataView_Timer);
+    connect(&options_, &QButtonGroup::idClicked, this, &frmData::ShowThisDataOption);
+    connect(ui_->DataGrid, &QWidget::customContextMenuRequested, this, &frmData::DataGrid_PopupMenu);
+    connect(ui_->DataGrid->horizontalHeader(), &QHeaderView::sectionClicked, this,
+            [this](int section) { DataGrid_HeadClick(section + 1); });
+    QScrollBar* bar = ui_->DataGrid->verticalScrollBar();
+    connect(bar, &QScrollBar::sliderPressed, this, [this] { paging_.PauseTimer(); });
+    connect(bar, &QScrollBar::sliderReleased, this, [this] { paging_.ResumeTimer(); });
+    connect(bar, &QScrollBar::valueChanged, this, &frmData::DataGrid_Scrolled);
+}
+
+void frmData::Enter() {
+    ErrorTrap trap("frmData_Activate");
+    ShowGridPreferences();
+    if (SelectionChanged) {
+        MakeQryForTheGrid();
+        SelectionChanged = false;
+    } else {
+        paging_.ResumeTimer();
+    }
+    ShowThisDataOption(option_);
+    ShowRows();
+    setFocus();
+}
+
+void frmData::Leave() {
+    paging_.Suspend();
+}
+
+bool frmData::MakeQryForTheGrid() {
+    ErrorTrap trap("MakeQryForTheGrid");
+    if (!IsSelectionComplete()) return false;
+    const Busy busy;
+    TheFrame().StartProgress();
+    InitializeDataViewVariables();
+    const bool ok = StartPaging(IdentifierStatement());
+    if (ok) {
+        for (const int percent : {20, 50, 60, 100})
+            TheFrame().SetProgress(percent);
+    }
+    TheFrame().EndProgress();
+    return ok;
+}
+
+void frmData::InitializeDataViewVariables() {
+    // The query of before goes first: it stands on the table that is written to now.
+    paging_.Close();
+    ResetGrid();
+    dataOrderBy_ = DefaultDataOrderBy();
+    DeletedRowNIds.clear();
+    RowFilter.clear();
+    MostRecentClause.clear();
+    Execute(QStringLiteral("UPDATE _SelIUSNId Set Deleted = False"));
+}
+
+void frmData::ResetGrid() {
+    model_.Clear();
+    sortedColumn_ = 0;
+    ui_->DataGrid->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
+// The first page goes into the grid at once, so that the screen opens with rows on it; the timer brings the rest.
+bool frmData::StartPaging(const QString& sql) {
+    const bool ok = paging_.StartPaging(sql);
+    if (ok) paging_.PageTick();
+    ui_->DataGrid->SetHint(ok ? QString() : GetText(QStringLiteral("TS_NoDataRows")));
+    ShowRows();
+    return ok;
+}
+
+void frmData::ShowThisDataOption(int option) {
+    option_ = option;
+    options_.button(option)->setChecked(true);
+    SetCaption(ui_->lblDataOptions, QLatin1String(kDataOptions.at(static_cast<std::size_t>(option)).captionKey));
+}
+
+void frmData::tmrDataView_Timer() {
+    paging_.PageTick();
+    ShowRows();
+}
+
+void frmData::DataGrid_HeadClick(int column) {
+    SortByColumn(column, column != sortedColumn_ || !sortedAscending_);
+}
+
+void frmData::SortByColumn(int column, bool ascending) {
+    ErrorTrap trap("DataGrid_HeadClick");
+    if (column < 1 || column > VisibleCols || model_.MaxRows() == 0) return;
+    const Busy busy;
+    paging_.EndPaging(false);
+    // Texts of values would sort "10" before "9", so the Datavalue column always goes through the database.
+    if (column != ColDatavalue && paging_.PagingComplete() && model_.MaxRows() < GridModel::kInGridSortLimit) {
+        ui_->DataGrid->clearSelection();
+        model_.SortInGrid(column, ascending);
+    } else {
+        dataOrderBy_ = DataOrderByColumn(column, ascending);
+        paging_.EndPaging(true);
+        ResetGrid();
+        StartPaging(RequeryStatement(RowFilter, dataOrderBy_));
+    }
+    sortedColumn_ = column;
+    sortedAscending_ = ascending;
+    ui_->DataGrid->horizontalHeader()->setSortIndicator(column - 1, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    ui_->DataGrid->scrollToTop();
+}
+
+bool frmData::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui_->DataGrid && event->type() == QEvent::KeyPress &&
+        DataGrid_KeyDown(static_cast<const QKeyEvent&>(*event)))
+        return true;
+    return StageScreen::eventFilter(watched, event);
+}
+
+// True when the key is done with; otherwise the grid moves its cursor as ever.
+bool frmData::DataGrid_KeyDown(const QKeyEvent& event) {
+    if ((event.modifiers() & Qt::ControlModifier) == 0) return false;
+    if (event.key() == Qt::Key_Home) paging_.LoadFromStart();
+    if (event.key() != Qt::Key_End) return false;
+    TheFrame().SetBusy(true);
+    if (paging_.LoadFromEnd()) paging_.PageTick();
+    TheFrame().SetBusy(false);
+    ShowRows();
+    // The last row of values is shown, not the spare one behind it.
+    const int last = model_.ValueRows() - 1;
+    if (!model_.HasSpareRow() || last < 0) return false;
+    const int column = std::max(ui_->DataGrid->currentIndex().column(), 0);
+    ui_->DataGrid->setCurrentIndex(model_.index(last, column));
+    ui_->DataGrid->scrollTo(model_.index(last, column), QAbstractItemView::PositionAtBottom);
+    return true;
+}
+
+// Whoever scrolls to the end of what is loaded gets the next page at once instead of waiting for the timer.
+void frmData::DataGrid_Scrolled() {
+    const bool atSpareRow = model_.HasSpareRow() && ui_->DataGrid->LastVisibleRow() >= model_.ValueRows();
+    if (atSpareRow && paging_.isRunning() && paging_.LoadingFromTop() && !paging_.BottomStarted()) paging_.PageTick();
+    ShowRows();
+}
+
+void frmData::DataGrid_PopupMenu(const QPoint& place) {
+    QMenu menu(this);
+    const int column = ui_->DataGrid->currentIndex().column() + 1;
+    QAction* copy = menu.addAction(GetText(QStringLiteral("TS_CopyRows")), this, [this] { Copy(); });
+    menu.addAction(GetText(QStringLiteral("mnu_Edit_SelectAll")), this, [this] { SelectAll(); });
+    menu.addSeparator();
+    QAction* ascending =
+        menu.addAction(GetText(QStringLiteral("TS_SortAscending")), this, [this, column] { SortByColumn(column, true); });
+    QAction* descending =
+        menu.addAction(GetText(QStringLiteral("TS_SortDescending")), this, [this, column] { SortByColumn(column, false); });
+    copy->setEnabled(ui_->DataGrid->selectionModel()->hasSelection());
+    for (QAction* sort : {ascending, descending})
+        sort->setEnabled(column >= 1 && model_.ValueRows() > 0);
+    menu.exec(ui_->DataGrid->viewport()->mapToGlobal(place));
+}
+
+void frmData::SelectAll() {
+    ui_->DataGrid->selectAll();
+}
+
+void frmData::Copy() {
+    TheFrame().SetBusy(true);
+    ui_->DataGrid->Copy();
+    TheFrame().SetBusy(false);
+}
+
+void frmData::Refresh() {
+    MakeQryForTheGrid();
+    SelectionChanged = false;
+    ShowRows();
+}
+
+void frmData::SetFormCaptions() {
+    SetFormFonts(this);
+    for (std::size_t place = 0; place < kDataOptions.size(); ++place) {
+        QAbstractButton* button = options_.button(static_cast<int>(place));
+        SetCaption(button, QLatin1String(kDataOptions.at(place).captionKey));
+        if (!button->isEnabled()) SetToolTip(button, QStringLiteral("TS_NotYetAvailable"));
+    }
+    QFont head = LanguageFont();
+    head.setBold(true);
+    ui_->lblDataOptions->setFont(head);
+    QPalette muted = ui_->lblRows->palette();
+    muted.setColor(QPalette::WindowText, theme::MutedText());
+    ui_->lblRows->setPalette(muted);
+    ui_->DataGrid->setAccessibleName(PlainText(QStringLiteral("TS_DataGrid")));
+    ui_->PicDataOptions->setAccessibleName(PlainText(QStringLiteral("TS_DataOptions")));
+    ShowThisDataOption(option_);
+    ShowGridPreferences();
+    ShowRows();
+}
+
+void frmData::ShowGridPreferences() {
+    ui_->DataGrid->setShowGrid(ViewGridLines);
+    ui_->DataGrid->setAlternatingRowColors(!ViewGridLines);
+    ui_->DataGrid->setLayoutDirection(RightToLeft || LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    ui_->DataGrid->FitToFont();
+    model_.Refresh();
+}
+
+void frmData::ShowRows() {
+    const QString loading = GetText(QStringLiteral("TS_RowsLoading")).arg(Number(paging_.RowsLoaded()));
+    QString text;
+    if (model_.ValueRows() > 0) {
+        const int first = ui_->DataGrid->FirstVisibleRow() + 1;
+        const int last = std::min(ui_->DataGrid->LastVisibleRow() + 1, model_.ValueRows());
+        const bool complete = paging_.PagingComplete();
+        if (complete || paging_.TotalKnown())
+            text = GetText(QStringLiteral("TS_RowsOf")).arg(Number(first), Number(last), Number(paging_.TotalRows()));
+        if (!complete) text += text.isEmpty() ? loading : QStringLiteral("   ·   ") + loading;
+    }
+    ui_->lblRows->setText(text);
+    Q_EMIT SelectionSummaryChanged();
+}
+
+QString frmData::SelectionSummary() const {
+    if (model_.ValueRows() == 0) return {};
+    const char* key = paging_.PagingComplete() || paging_.TotalKnown() ? "TS_RowsTotal" : "TS_RowsLoaded";
+    const qint64 rows = paging_.PagingComplete() || paging_.TotalKnown() ? paging_.TotalRows() : paging_.RowsLoaded();
+    return GetText(QLatin1String(key)).arg(Number(rows));
+}
+
+} // namespace tessaro

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "controls/StageScreen.h"
+#include "dataview/DataPaging.h"
+#include "dataview/GridModel.h"
+
+#include <QButtonGroup>
+#include <QTimer>
+
+#include <memory>
+
+namespace Ui {
+class frmData;
+}
+
+namespace tessaro {
+
+/// Stage 3: one row per value inside the selection, in a grid that fills page by page while it can be read already.
+class frmData final : public StageScreen {
+    Q_OBJECT
+
+  public:
+    explicit frmData(QWidget* parent = nullptr);
+    ~frmData() override;
+
+    [[nodiscard]] QString FormName() const override { return QStringLiteral("frmData"); }
+    /// Rebuilds the query when the selection has changed, which lowers SelectionChanged; otherwise a load that was
+    /// interrupted goes on.
+    void Enter() override;
+    void Leave() override;
+    void SelectAll() override;
+    void Copy() override;
+    void Refresh() override;
+    void SetFormCaptions() override;
+    [[nodiscard]] QString SelectionSummary() const override;
+
+    /// The full rebuild after a change of selection. False when a stage has nothing selected or no row matches; the
+    /// message has been shown then.
+    bool MakeQryForTheGrid();
+    /// Shows the panel of an option of the strip (0 view … 7 present).
+    void ShowThisDataOption(int option);
+    /// Sorts by a column (1 to 8): in the grid when it is complete and short enough, otherwise by a new query.
+    void SortByColumn(int column, bool ascending);
+
+    [[nodiscard]] const GridModel& grid() const { return model_; }
+    [[nodiscard]] const DataPaging& paging() const { return paging_; }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void MakeGrid();
+    void MakeOptionStrip();
+    void ConnectEvents();
+    void InitializeDataViewVariables();
+    bool StartPaging(const QString& sql);
+    void ResetGrid();
+    void tmrDataView_Timer();
+    void DataGrid_HeadClick(int column);
+    bool DataGrid_KeyDown(const QKeyEvent& event);
+    void DataGrid_Scrolled();
+    void DataGrid_PopupMenu(const QPoint& place);
+    void ShowGridPreferences();
+    void ShowRows();
+
+    std::unique_ptr<Ui::frmData> ui_;
+    GridModel model_;
+    DataPaging paging_;
+    QTimer tmrDataView_;
+    QButtonGroup options_;
+    int option_ = 0;
+    QString dataOrderBy_;
+    int sortedColumn_ = 0; ///< column with the sort mark; 0 for none
+    bool sortedAscending_ = false;
+};
+
+} // namespace tessaro
