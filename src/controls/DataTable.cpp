@@ -142,7 +142,8 @@ void DataTable::paintEvent(QPaintEvent* event) {
     if (hint_.isEmpty() || (model() != nullptr && model()->rowCount() > 0)) return;
     QPainter painter(viewport());
     painter.setPen(theme::MutedText());
-    const QRect place = viewport()->rect().adjusted(theme::Grid * 4, theme::Grid * 4, -theme::Grid * 4, -theme::Grid * 4);
+    const QRect place =
+        viewport()->rect().adjusted(theme::Grid * 4, theme::Grid * 4, -theme::Grid * 4, -theme::Grid * 4);
     painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 

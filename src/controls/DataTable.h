@@ -5,8 +5,8 @@
 
 namespace tessaro {
 
-/// A grid of data: rows of one height, a head that stays, row numbers, cells chosen freely and copied as tab-separated text.
-/// Made for models of millions of rows.
+/// A grid of data: rows of one height, a head that stays, row numbers, cells chosen freely and copied as tab-separated
+/// text. Made for models of millions of rows.
 class DataTable final : public QTableView {
     Q_OBJECT
 

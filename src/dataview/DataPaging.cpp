@@ -9,9 +9,8 @@
 namespace tessaro {
 
 DataPaging::DataPaging(GridModel& grid) : grid_(grid) {
-    grid_.SetFetch([this](qint64 first, int count) {
-        return builder_.CreateDataPage(pageQuery_.GetRows(first, count));
-    });
+    grid_.SetFetch(
+        [this](qint64 first, int count) { return builder_.CreateDataPage(pageQuery_.GetRows(first, count)); });
 }
 
 DataPaging::~DataPaging() {

@@ -11,8 +11,8 @@
 
 namespace tessaro {
 
-/// The pump between the identifier query and the grid: pages of 50 rows, one a tick, from the top of the result or, after a
-/// jump to its end, from the bottom upward. Holds no timer; it says when one is wanted.
+/// The pump between the identifier query and the grid: pages of 50 rows, one a tick, from the top of the result or,
+/// after a jump to its end, from the bottom upward. Holds no timer; it says when one is wanted.
 class DataPaging final {
   public:
     static constexpr int kPageSize = 50;

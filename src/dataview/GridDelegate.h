@@ -4,8 +4,8 @@
 
 namespace tessaro {
 
-/// Draws the cells of the data grid: a raised mark behind values with a footnote, the spare last row's "loading", and the full
-/// text of a cell that is too narrow for it as its tool tip.
+/// Draws the cells of the data grid: a raised mark behind values with a footnote, the spare last row's "loading", and
+/// the full text of a cell that is too narrow for it as its tool tip.
 class GridDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 

@@ -17,8 +17,8 @@ namespace tessaro {
 
 namespace {
 
-// Few distinct texts stand in many rows, so the texts are put in order once and the rows then by their places. Texts that
-// differ in case only share a place.
+// Few distinct texts stand in many rows, so the texts are put in order once and the rows then by their places. Texts
+// that differ in case only share a place.
 QHash<QString, int> PlacesInOrder(const std::vector<QString>& texts) {
     QHash<QString, int> places;
     for (const QString& text : texts)
@@ -27,8 +27,7 @@ QHash<QString, int> PlacesInOrder(const std::vector<QString>& texts) {
     distinct.reserve(static_cast<std::size_t>(places.size()));
     for (auto text = places.cbegin(); text != places.cend(); ++text)
         distinct.emplace_back(text.key().toStdString(), text.key());
-    std::ranges::sort(distinct,
-                      [](const auto& a, const auto& b) { return jet::CompareText(a.first, b.first) < 0; });
+    std::ranges::sort(distinct, [](const auto& a, const auto& b) { return jet::CompareText(a.first, b.first) < 0; });
     int place = 0;
     for (std::size_t i = 0; i < distinct.size(); ++i) {
         if (i > 0 && jet::CompareText(distinct[i - 1].first, distinct[i].first) != 0) ++place;
@@ -94,8 +93,8 @@ GridModel::Block& GridModel::BlockOf(qint64 queryRow) const {
 }
 
 void GridModel::DropOldest() const {
-    const auto oldest = std::ranges::min_element(
-        blocks_, [](const auto& a, const auto& b) { return a.second->used < b.second->used; });
+    const auto oldest =
+        std::ranges::min_element(blocks_, [](const auto& a, const auto& b) { return a.second->used < b.second->used; });
     blocks_.erase(oldest);
 }
 
@@ -132,9 +131,8 @@ void GridModel::SortInGrid(int column, bool ascending) {
     std::vector<std::pair<int, qint32>> rows(count); // place of the text, query row
     for (std::size_t row = 0; row < count; ++row)
         rows[row] = {places.value(texts[row]), row < order_.size() ? order_[row] : static_cast<qint32>(row)};
-    std::ranges::stable_sort(rows, [ascending](const auto& a, const auto& b) {
-        return ascending ? a.first < b.first : a.first > b.first;
-    });
+    std::ranges::stable_sort(
+        rows, [ascending](const auto& a, const auto& b) { return ascending ? a.first < b.first : a.first > b.first; });
 
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     order_.resize(count);
@@ -160,7 +158,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     const GridRow* row = RowAt(index.row());
     if (row == nullptr) return {};
     switch (role) {
-    case Qt::DisplayRole: return TextOf(*row, column);
+    case Qt::DisplayRole:
+        return TextOf(*row, column);
     case Qt::TextAlignmentRole:
         // Digits run from left to right in every script, so numbers keep to the right edge there too.
         return column == ColDatavalue && ReadsAsNumber(row->datavalue)
@@ -168,8 +167,10 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
                    : QVariant::fromValue(Qt::AlignLeading | Qt::AlignVCenter);
     case Qt::ForegroundRole:
         return ShowGlobalColor && row->IsGlobal(column) ? QBrush(ColorFromNumber(GlobalColor)) : QVariant();
-    case Qt::ToolTipRole: return ToolTipOf(*row, column);
-    default: return ShowFootnotes && column == ColDatavalue && row->footNId != 0;
+    case Qt::ToolTipRole:
+        return ToolTipOf(*row, column);
+    default:
+        return ShowFootnotes && column == ColDatavalue && row->footNId != 0;
     }
 }
 
@@ -186,7 +187,8 @@ QVariant GridModel::ToolTipOf(const GridRow& row, int column) const {
 QString GridModel::FootnoteText(qint64 footNId) const {
     const auto known = footnotes_.constFind(footNId);
     if (known != footnotes_.constEnd()) return *known;
-    Records rows = Select(QStringLiteral("SELECT FootNote FROM FootNote WHERE FootNoteNId = ") + QString::number(footNId));
+    Records rows =
+        Select(QStringLiteral("SELECT FootNote FROM FootNote WHERE FootNoteNId = ") + QString::number(footNId));
     return *footnotes_.insert(footNId, rows.atEnd() ? QString() : GetText(rows.Text(std::size_t{0}), true));
 }
 

@@ -12,10 +12,11 @@
 
 namespace tessaro {
 
-/// The rows of the data grid. Grid row r (counted from 0 here) shows row r of the query, except after a sort in the grid.
-/// Texts of at most 50,000 rows are held; those of rows longest out of view give way and are made again when they are
-/// looked at, so that the grid may have millions of rows. Rows of the blank middle, between what the two streams have
-/// delivered, are shown in the same way as soon as somebody scrolls to them; that doesn't count as delivering them.
+/// The rows of the data grid. Grid row r (counted from 0 here) shows row r of the query, except after a sort in the
+/// grid. Texts of at most 50,000 rows are held; those of rows longest out of view give way and are made again when they
+/// are looked at, so that the grid may have millions of rows. Rows of the blank middle, between what the two streams
+/// have delivered, are shown in the same way as soon as somebody scrolls to them; that doesn't count as delivering
+/// them.
 class GridModel final : public QAbstractTableModel {
     Q_OBJECT
 

@@ -20,11 +20,11 @@ constexpr std::array<GridColumn, MaxCols> kColumns = {{
 }};
 
 // The join on SourceNId makes the selection one of pairs of combination and source.
-constexpr auto kSelect = "SELECT D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId ";
+constexpr auto kSelect =
+    "SELECT D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId ";
 constexpr auto kFrom = " FROM _SelIUSNId IUS INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON "
                        "D.TimePeriodNId = [T].TimePeriodNId) ";
-constexpr auto kJoins =
-    " ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)";
+constexpr auto kJoins = " ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)";
 
 QString Joined() {
     return QString::fromLatin1(kSelect) + QLatin1String(kFrom) + QLatin1String(kJoins);
@@ -42,7 +42,8 @@ QString DefaultDataOrderBy() {
 
 QString DataOrderByColumn(int column, bool ascending) {
     if (column < 1 || column > VisibleCols) return {};
-    return QStringLiteral(" ORDER BY ") + QLatin1String(kColumns.at(static_cast<std::size_t>(column - 1)).sortExpression) +
+    return QStringLiteral(" ORDER BY ") +
+           QLatin1String(kColumns.at(static_cast<std::size_t>(column - 1)).sortExpression) +
            (ascending ? QStringLiteral(" Asc") : QStringLiteral(" desc"));
 }
 
@@ -55,7 +56,8 @@ QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
 }
 
 QString RereadStatement(const QString& rowNIds) {
-    return QString::fromLatin1(kSelect) + QStringLiteral("FROM Data D WHERE D.RowNId in (") + rowNIds + QStringLiteral(")");
+    return QString::fromLatin1(kSelect) + QStringLiteral("FROM Data D WHERE D.RowNId in (") + rowNIds +
+           QStringLiteral(")");
 }
 
 } // namespace tessaro

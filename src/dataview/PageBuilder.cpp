@@ -28,25 +28,36 @@ Records Lookup(const char* statement, qint32 identifier) {
 
 QString GridRow::Text(int column) const {
     switch (column) {
-    case ColTimePeriod: return timePeriod;
-    case ColAreaID: return areaId;
-    case ColAreaName: return areaName;
-    case ColIndicator: return indicator;
-    case ColDatavalue: return datavalue;
-    case ColUnit: return unit;
-    case ColSubpop: return subpop;
-    case ColSource: return source;
-    case ColIndicatorGID: return indicatorGId;
-    case ColSourceNID: return QString::number(sourceNId);
-    case ColRowNID: return hasRowNId ? QString::number(rowNId) : QString();
-    case ColFootNID: return footNId != 0 ? QString::number(footNId) : QString();
-    default: return {};
+    case ColTimePeriod:
+        return timePeriod;
+    case ColAreaID:
+        return areaId;
+    case ColAreaName:
+        return areaName;
+    case ColIndicator:
+        return indicator;
+    case ColDatavalue:
+        return datavalue;
+    case ColUnit:
+        return unit;
+    case ColSubpop:
+        return subpop;
+    case ColSource:
+        return source;
+    case ColIndicatorGID:
+        return indicatorGId;
+    case ColSourceNID:
+        return QString::number(sourceNId);
+    case ColRowNID:
+        return hasRowNId ? QString::number(rowNId) : QString();
+    case ColFootNID:
+        return footNId != 0 ? QString::number(footNId) : QString();
+    default:
+        return {};
     }
 }
 
-template <class Texts>
-template <class Read>
-const Texts& PageBuilder::Run<Texts>::Of(qint32 identifier, Read&& read) {
+template <class Texts> template <class Read> const Texts& PageBuilder::Run<Texts>::Of(qint32 identifier, Read&& read) {
     if (any_ && identifier == identifier_) return before_;
     auto known = seen_.constFind(identifier);
     if (known == seen_.constEnd()) {
@@ -90,7 +101,7 @@ PageBuilder::AreaTexts PageBuilder::ReadArea(qint32 areaNId) {
     ++lookups_;
     Records row = Lookup("SELECT AreaID, AreaName, AreaGID FROM _SelArea WHERE AreaNId = ", areaNId);
     if (row.atEnd()) return {};
-    return {Display(row, 0), Display(row, 1), IsGlobalId(row.Text(2))};
+    return {Display(row, 0), Display(row, 1), IsGlobalId(row.Text("AreaGID"))};
 }
 
 PageBuilder::IusTexts PageBuilder::ReadIus(qint32 iusNId) {
@@ -99,9 +110,10 @@ PageBuilder::IusTexts PageBuilder::ReadIus(qint32 iusNId) {
                          "IUSNId = ",
                          iusNId);
     if (row.atEnd()) return {};
-    const QString indicatorGId = row.Text(0);
+    const QString indicatorGId = row.Text("IndicatorGId");
     const int globalCells = CellMark(IsGlobalId(indicatorGId), ColIndicator) |
-                            CellMark(IsGlobalId(row.Text(4)), ColUnit) | CellMark(IsGlobalId(row.Text(5)), ColSubpop);
+                            CellMark(IsGlobalId(row.Text("UnitGID")), ColUnit) |
+                            CellMark(IsGlobalId(row.Text("SubpopGId")), ColSubpop);
     return {indicatorGId, Display(row, 1), Display(row, 2), Display(row, 3), static_cast<quint16>(globalCells)};
 }
 

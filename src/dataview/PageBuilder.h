@@ -32,9 +32,9 @@ struct GridRow {
     [[nodiscard]] bool IsGlobal(int column) const { return (globalCells >> column & 1) != 0; }
 };
 
-/// Turns rows of identifiers into rows of texts. An identifier is looked up when it differs from the one of the row before,
-/// and only when it has not come by already: in the order of areas the same few hundred combinations come round again and
-/// again, and a statement each time would cost more than all the rest of a page.
+/// Turns rows of identifiers into rows of texts. An identifier is looked up when it differs from the one of the row
+/// before, and only when it has not come by already: in the order of areas the same few hundred combinations come round
+/// again and again, and a statement each time would cost more than all the rest of a page.
 class PageBuilder final {
   public:
     /// The rows with their texts; an identifier without a row in its table gives empty texts.

@@ -25,8 +25,9 @@ struct IdentifierRow {
     std::string datavalue; ///< as stored; Null is empty
 };
 
-/// The open identifier recordset of the data view, made for millions of rows: the statement is stepped as rows are asked for,
-/// and of the rows passed only their RowNId is kept, in 4 bytes. A page from anywhere is read again by those numbers.
+/// The open identifier recordset of the data view, made for millions of rows: the statement is stepped as rows are
+/// asked for, and of the rows passed only their RowNId is kept, in 4 bytes. A page from anywhere is read again by those
+/// numbers.
 class PageQuery final {
   public:
     /// Told now and then how many rows a long walk has passed.
@@ -39,7 +40,8 @@ class PageQuery final {
 
     /// EOF: every row has been passed.
     [[nodiscard]] bool AtEnd();
-    /// The rows from `first` (counted from 0) on, at most `count`; fewer at the end. Rows not reached yet are walked to.
+    /// The rows from `first` (counted from 0) on, at most `count`; fewer at the end. Rows not reached yet are walked
+    /// to.
     [[nodiscard]] std::vector<IdentifierRow> GetRows(qint64 first, int count);
     /// Walks to the end and gives the number of rows.
     qint64 RecordCount(const Walked& walked = {});

@@ -1,18 +1,17 @@
 #include "dataview/frmData.h"
 
-#include "ui_frmData.h"
-
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "dataview/GridDelegate.h"
 #include "dataview/GridQuery.h"
-#include "selection/SelectionGuard.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
+#include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "ui_frmData.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -152,6 +151,26 @@ void frmData::Leave() {
     paging_.Suspend();
 }
 
+// Time and area have each other's message here, unlike in the guard of the way in; users know it so.
+bool frmData::IsSelectionComplete() {
+    struct Stage {
+        const char* statement;
+        const char* message;
+        int number;
+    };
+    static constexpr std::array<Stage, 3> stages = {{{"SELECT IUSNId FROM _SelIUSNId", "016", 0},
+                                                     {"SELECT TimePeriodNId FROM _SelTimePeriod", "024", 1},
+                                                     {"SELECT AreaNId FROM _SelArea", "023", 2}}};
+    for (const Stage& stage : stages) {
+        if (!Select(QLatin1String(stage.statement), jet::CursorType::ForwardOnly).atEnd()) continue;
+        if (stage.number == 0 && DataExistsMode == 1 && TheFrame().SelectedIndicatorCount() > 0) continue;
+        ShowMessage(QLatin1String(stage.message));
+        TheFrame().GoToStage(stage.number);
+        return false;
+    }
+    return true;
+}
+
 bool frmData::MakeQryForTheGrid() {
     ErrorTrap trap("MakeQryForTheGrid");
     if (!IsSelectionComplete()) return false;
@@ -225,7 +244,8 @@ void frmData::SortByColumn(int column, bool ascending) {
     }
     sortedColumn_ = column;
     sortedAscending_ = ascending;
-    ui_->DataGrid->horizontalHeader()->setSortIndicator(column - 1, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    ui_->DataGrid->horizontalHeader()->setSortIndicator(column - 1,
+                                                        ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
     ui_->DataGrid->scrollToTop();
 }
 
@@ -267,10 +287,10 @@ void frmData::DataGrid_PopupMenu(const QPoint& place) {
     QAction* copy = menu.addAction(GetText(QStringLiteral("TS_CopyRows")), this, [this] { Copy(); });
     menu.addAction(GetText(QStringLiteral("mnu_Edit_SelectAll")), this, [this] { SelectAll(); });
     menu.addSeparator();
-    QAction* ascending =
-        menu.addAction(GetText(QStringLiteral("TS_SortAscending")), this, [this, column] { SortByColumn(column, true); });
-    QAction* descending =
-        menu.addAction(GetText(QStringLiteral("TS_SortDescending")), this, [this, column] { SortByColumn(column, false); });
+    QAction* ascending = menu.addAction(GetText(QStringLiteral("TS_SortAscending")), this,
+                                        [this, column] { SortByColumn(column, true); });
+    QAction* descending = menu.addAction(GetText(QStringLiteral("TS_SortDescending")), this,
+                                         [this, column] { SortByColumn(column, false); });
     copy->setEnabled(ui_->DataGrid->selectionModel()->hasSelection());
     for (QAction* sort : {ascending, descending})
         sort->setEnabled(column >= 1 && model_.ValueRows() > 0);

@@ -1,0 +1,36 @@
+#include "dataview/DisplayValue.h"
+
+#include <gtest/gtest.h>
+
+namespace tessaro::test {
+
+namespace {
+
+TEST(DisplayValueTest, NumbersAreTold) {
+    for (const char* number : {"0", "-1", "+2", "12.5", ".5", "5.", " 7 ", "00012", "123456789012345678901234567890"})
+        EXPECT_TRUE(ReadsAsNumber(QLatin1String(number))) << number;
+    for (const char* text : {"", " ", "-", ".", "-.", "1,5", "1 000", "n/a", "12x", "1.2.3", "1e5", "<5", "--1"})
+        EXPECT_FALSE(ReadsAsNumber(QLatin1String(text))) << text;
+}
+
+TEST(DisplayValueTest, SeparatorsOfTheUserAndEveryDigit) {
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    const QLocale german(QLocale::German, QLocale::Germany);
+    struct Case {
+        const char* stored;
+        const char* english;
+        const char* german;
+    };
+    for (const Case& c :
+         {Case{"1234567.50", "1,234,567.50", "1.234.567,50"}, Case{"-1234", "-1,234", "-1.234"},
+          Case{"123", "123", "123"}, Case{"0.000", "0.000", "0,000"}, Case{".5", ".5", ",5"},
+          Case{"12345678901234567890.1", "12,345,678,901,234,567,890.1", "12.345.678.901.234.567.890,1"},
+          Case{"n/a", "n/a", "n/a"}, Case{"12x", "12x", "12x"}, Case{"", "", ""}}) {
+        EXPECT_EQ(WithSeparators(QLatin1String(c.stored), english), QLatin1String(c.english));
+        EXPECT_EQ(WithSeparators(QLatin1String(c.stored), german), QLatin1String(c.german));
+    }
+}
+
+} // namespace
+
+} // namespace tessaro::test

@@ -1,0 +1,62 @@
+#include "dataview/GridQuery.h"
+
+#include "dataview/Selection.h"
+#include "session/Query.h"
+
+namespace tessaro::test {
+
+namespace {
+
+class GridQueryTest : public SelectionTest {
+  protected:
+    static QStringList Values(const QString& statement) {
+        QStringList values;
+        for (Records rows = Select(statement); !rows.atEnd(); rows.MoveNext())
+            values << rows.Text("Datavalue");
+        return values;
+    }
+};
+
+TEST_F(GridQueryTest, TakesValuesWhosePairOfCombinationAndSourceIsSelectedInOrderOfAreas) {
+    SelectTimes(1);
+    SelectAreas(2);
+    SelectIus(1);
+    AddData(1, 2, 1, QStringLiteral("'second area'"));
+    AddData(1, 1, 1, QStringLiteral("'first area'"));
+    AddData(1, 1, 1, QStringLiteral("'source not selected'"), 2);
+    AddData(2, 1, 1, QStringLiteral("'period not selected'"));
+    AddData(1, 3, 1, QStringLiteral("'area not selected'"));
+    EXPECT_EQ(Values(IdentifierStatement()), (QStringList{"first area", "second area"}));
+}
+
+TEST_F(GridQueryTest, RequeryHonoursWhatWasTakenOutAndTheRowFilter) {
+    FillData(1, 3, 1);
+    Run(QStringLiteral("UPDATE _SelIUSNId SET [Deleted] = True WHERE IUSNId = 2"));
+    EXPECT_EQ(Values(RequeryStatement({}, DataOrderByColumn(ColDatavalue, false))), (QStringList{"103", "101"}));
+    EXPECT_EQ(Values(RequeryStatement(QStringLiteral(" AND D.RowNID not in(1) "), DefaultDataOrderBy())),
+              QStringList{"103"});
+}
+
+TEST_F(GridQueryTest, EveryVisibleColumnSortsBothWays) {
+    SelectTimes(2);
+    SelectAreas(2);
+    SelectIus(2);
+    // Whatever is sorted by, 9 belongs to the lower end and 10 to the upper one; as text 10 would come first.
+    AddData(1, 1, 1, QStringLiteral("'9'"));
+    AddData(2, 2, 2, QStringLiteral("'10'"));
+    for (const int column : {ColTimePeriod, ColAreaID, ColAreaName, ColIndicator, ColDatavalue}) {
+        EXPECT_EQ(Values(RequeryStatement({}, DataOrderByColumn(column, true))), (QStringList{"9", "10"})) << column;
+        EXPECT_EQ(Values(RequeryStatement({}, DataOrderByColumn(column, false))), (QStringList{"10", "9"})) << column;
+    }
+    for (const int column : {ColUnit, ColSubpop, ColSource})
+        EXPECT_EQ(Values(RequeryStatement({}, DataOrderByColumn(column, true))).size(), 2) << column;
+}
+
+TEST_F(GridQueryTest, WorkingColumnsHaveNoOrder) {
+    for (const int column : {0, static_cast<int>(ColIndicatorGID), static_cast<int>(ColFootNID), 13})
+        EXPECT_TRUE(DataOrderByColumn(column, true).isEmpty()) << column;
+}
+
+} // namespace
+
+} // namespace tessaro::test

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "support/TestSession.h"
+
+namespace tessaro::test {
+
+/// A session whose one connection has everything that the data view reads in a single small file: the selection tables,
+/// Data, Source and FootNote.
+class SelectionTest : public SessionTest {
+  protected:
+    SelectionTest();
+
+    /// Periods 1 to n as 2001, 2002 …
+    void SelectTimes(int count);
+    /// Areas 1 to n as A0001 "Area 1" …; every third is a global item.
+    void SelectAreas(int count);
+    /// Combinations 1 to n, each with source 1; every second indicator is a global item.
+    void SelectIus(int count);
+    /// One value for each selected combination, area and period, in the order of areas.
+    void FillData(int areas, int ius, int times);
+    /// One row of Data; `value` is put in as SQL: "'1.5'" or "Null".
+    void AddData(int time, int area, int ius, const QString& value, int source = 1, int footnote = 0);
+    void Run(const QString& sql);
+};
+
+} // namespace tessaro::test
