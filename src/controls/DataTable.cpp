@@ -103,13 +103,12 @@ QString DataTable::SelectionAsText() const {
     if (selectionModel() == nullptr) return text;
     const ChosenCells cells = CellsOf(*this);
     for (const int row : cells.rows) {
-        QString line;
+        if (row != cells.rows.front()) text += QLatin1Char('\n');
         for (std::size_t place = 0; place < cells.columns.size(); ++place) {
-            if (place > 0) line += QLatin1Char('\t');
+            if (place > 0) text += QLatin1Char('\t');
             const QModelIndex index = model()->index(row, cells.columns[place]);
-            if (selectionModel()->isSelected(index)) line += CellText(index);
+            if (selectionModel()->isSelected(index)) text += CellText(index);
         }
-        text += line + QLatin1Char('\n');
     }
     return text;
 }
@@ -125,7 +124,9 @@ int DataTable::FirstVisibleRow() const {
 
 int DataTable::LastVisibleRow() const {
     const int row = rowAt(viewport()->height() - 1);
-    return row >= 0 || model() == nullptr ? row : model()->rowCount() - 1;
+    if (row < 0) return model() != nullptr ? model()->rowCount() - 1 : -1;
+    const bool cut = rowViewportPosition(row) + rowHeight(row) > viewport()->height();
+    return cut && row > FirstVisibleRow() ? row - 1 : row;
 }
 
 void DataTable::keyPressEvent(QKeyEvent* event) {

@@ -11,8 +11,8 @@ class DataTable final : public QTableView {
     Q_OBJECT
 
   public:
-    /// Most rows that go to the clipboard at once: what a worksheet can take.
-    static constexpr int kMostCopiedRows = 1048576;
+    /// Most rows that go to the clipboard at once: a full sheet of the .xls kind, and a wait of seconds at most.
+    static constexpr int kMostCopiedRows = 65536;
 
     explicit DataTable(QWidget* parent = nullptr);
 
@@ -27,7 +27,7 @@ class DataTable final : public QTableView {
     [[nodiscard]] QString SelectionAsText() const;
     /// Puts SelectionAsText into the clipboard; nothing when no cell is chosen.
     void Copy();
-    /// First and last row in view; -1 when there is none.
+    /// First and last row that are wholly in view; -1 when there is none.
     [[nodiscard]] int FirstVisibleRow() const;
     [[nodiscard]] int LastVisibleRow() const;
 

@@ -70,7 +70,8 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
     const QString text = index.data(Qt::ToolTipRole).toString();
     const bool cut = option.fontMetrics.horizontalAdvance(index.data().toString()) > option.rect.width() - 6;
     if (index.data(GridModel::FootnoteRole).toBool()) {
-        QToolTip::showText(event->globalPos(), GetText(QStringLiteral("TS_FootnoteMark")).arg(text), view);
+        QToolTip::showText(event->globalPos(),
+                           GetText(QStringLiteral("TS_FootnoteMark")).replace(QLatin1String("%1"), text), view);
     } else if (cut && !text.isEmpty()) {
         QToolTip::showText(event->globalPos(), text, view);
     } else {

@@ -51,6 +51,15 @@ QString Number(qint64 number) {
     return QLocale::system().toString(number);
 }
 
+/// A text of the string table with its places %1, %2 … filled with numbers. Empty stays empty.
+QString WithNumbers(const char* key, std::initializer_list<qint64> numbers) {
+    QString text = GetText(QLatin1String(key));
+    int place = 0;
+    for (const qint64 number : numbers)
+        text.replace(QStringLiteral("%") + QString::number(++place), Number(number));
+    return text;
+}
+
 /// Wait state of the frame for as long as the scope lasts, with the text of work in hand.
 class Busy final {
   public:
@@ -119,7 +128,7 @@ void frmData::ConnectEvents() {
     paging_.onTimer = [this](bool on) { on ? tmrDataView_.start() : tmrDataView_.stop(); };
     // Painted at once, since no event is let through while the rows are counted.
     paging_.onCounting = [this](qint64 rows) {
-        ui_->lblRows->setText(GetText(QStringLiteral("TS_RowsLoading")).arg(Number(rows)));
+        ui_->lblRows->setText(WithNumbers("TS_RowsLoading", {rows}));
         ui_->lblRows->repaint();
     };
     connect(&tmrDataView_, &QTimer::timeout, this, &frmData::tmrDataView_Timer);
@@ -342,14 +351,13 @@ void frmData::ShowGridPreferences() {
 }
 
 void frmData::ShowRows() {
-    const QString loading = GetText(QStringLiteral("TS_RowsLoading")).arg(Number(paging_.RowsLoaded()));
+    const QString loading = WithNumbers("TS_RowsLoading", {paging_.RowsLoaded()});
     QString text;
     if (model_.ValueRows() > 0) {
         const int first = ui_->DataGrid->FirstVisibleRow() + 1;
         const int last = std::min(ui_->DataGrid->LastVisibleRow() + 1, model_.ValueRows());
         const bool complete = paging_.PagingComplete();
-        if (complete || paging_.TotalKnown())
-            text = GetText(QStringLiteral("TS_RowsOf")).arg(Number(first), Number(last), Number(paging_.TotalRows()));
+        if (complete || paging_.TotalKnown()) text = WithNumbers("TS_RowsOf", {first, last, paging_.TotalRows()});
         if (!complete) text += text.isEmpty() ? loading : QStringLiteral("   ·   ") + loading;
     }
     ui_->lblRows->setText(text);
@@ -360,7 +368,7 @@ QString frmData::SelectionSummary() const {
     if (model_.ValueRows() == 0) return {};
     const char* key = paging_.PagingComplete() || paging_.TotalKnown() ? "TS_RowsTotal" : "TS_RowsLoaded";
     const qint64 rows = paging_.PagingComplete() || paging_.TotalKnown() ? paging_.TotalRows() : paging_.RowsLoaded();
-    return GetText(QLatin1String(key)).arg(Number(rows));
+    return WithNumbers(key, {rows});
 }
 
 } // namespace tessaro

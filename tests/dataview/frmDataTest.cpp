@@ -12,7 +12,6 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QTest>
 
 namespace tessaro::test {
@@ -26,6 +25,7 @@ class frmDataTest : public SelectionTest {
         form.show();
         SelectionChanged = true;
         form.Enter();
+        QApplication::processEvents();
     }
     DataTable& Grid() { return *form.findChild<DataTable*>(QStringLiteral("DataGrid")); }
     void WaitForAll() {
@@ -200,10 +200,10 @@ TEST_F(frmDataTest, CopiesTheChosenCellsTabSeparatedWithoutTheWorkingColumns) {
     QTest::keyClick(&Grid(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(),
               QStringLiteral("2001\tA0001\tArea 1\tIndicator 1\t101\tPer cent\tTotal\tCensus\n"
-                             "2001\tA0001\tArea 1\tIndicator 2\t102\tPer cent\tTotal\tCensus\n"));
-    Grid().setCurrentIndex(Grid().model()->index(1, ColDatavalue - 1));
+                             "2001\tA0001\tArea 1\tIndicator 2\t102\tPer cent\tTotal\tCensus"));
+    Grid().selectionModel()->select(Grid().model()->index(1, ColDatavalue - 1), QItemSelectionModel::ClearAndSelect);
     form.Copy();
-    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("102\n"));
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("102"));
 }
 
 TEST_F(frmDataTest, PreferencesReachTheGrid) {
