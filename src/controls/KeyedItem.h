@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace tessaro {
+
+/// A row of a keyed list: "I12", "T3", "A77" with the texts of its columns.
+struct KeyedItem {
+    QString key;
+    QStringList cells;
+    quint8 globalCells = 0; ///< bit n: cell n belongs to an item that all databases share
+
+    bool operator==(const KeyedItem&) const = default;
+};
+
+/// A node of a keyed tree. `mayHaveChildren` puts an arrow beside it until it is known better.
+struct KeyedNode {
+    QString key;
+    QString text;
+    bool global = false;
+    bool mayHaveChildren = false;
+};
+
+/// The key without its first character, which tells the kind.
+[[nodiscard]] inline QString IdOfKey(const QString& key) {
+    return key.mid(1);
+}
+
+} // namespace tessaro

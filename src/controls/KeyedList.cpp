@@ -1,0 +1,232 @@
+#include "controls/KeyedList.h"
+
+#include "controls/Theme.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QDropEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tessaro {
+
+KeyedList::KeyedList(QWidget* parent) : QTreeView(parent), model_(new KeyedListModel(this)) {
+    setModel(model_);
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(false);
+    setItemsExpandable(false);
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerPixel);
+    setTextElideMode(Qt::ElideRight);
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    setDropIndicatorShown(false);
+    setDragDropMode(DragDrop);
+    setIconSize({16, 16});
+    setFrameShape(QFrame::NoFrame);
+    setTabKeyNavigation(false);
+    header()->setSectionsClickable(true);
+    header()->setHighlightSections(false);
+    header()->setSortIndicatorShown(true);
+    header()->setSortIndicator(0, Qt::AscendingOrder);
+    header()->setStretchLastSection(true);
+    connect(header(), &QHeaderView::sectionClicked, this, &KeyedList::SortOn);
+    connect(model_, &QAbstractItemModel::modelReset, this, [this] {
+        Q_EMIT HighlightChanged();
+        Q_EMIT SortChanged();
+    });
+    connect(this, &KeyedList::SortChanged, this, [this] {
+        const int column = model_->SortColumn();
+        header()->setSortIndicator(column, model_->SortOrder());
+    });
+}
+
+void KeyedList::SetColumns(const QStringList& heads) {
+    model_->SetColumns(heads);
+    widthsAreTheUsers_ = false;
+    ShareWidth();
+}
+
+void KeyedList::ShareWidth() {
+    const int columns = model_->columnCount();
+    if (columns < 2 || widthsAreTheUsers_) return;
+    // The first column names the thing and gets half; the others share the rest.
+    const int width = viewport()->width();
+    const int first = columns == 2 ? width * 2 / 3 : width / 2;
+    header()->resizeSection(0, first);
+    for (int column = 1; column < columns - 1; ++column)
+        header()->resizeSection(column, (width - first) / (columns - 1));
+}
+
+void KeyedList::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    ShareWidth();
+}
+
+void KeyedList::SetEmptyHint(const QString& hint, const QString& noMatchHint) {
+    emptyHint_ = hint;
+    noMatchHint_ = noMatchHint;
+    viewport()->update();
+}
+
+std::vector<int> KeyedList::HighlightedRows() const {
+    std::vector<int> rows;
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.push_back(row);
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
+std::vector<KeyedItem> KeyedList::HighlightedItems() const {
+    std::vector<KeyedItem> items;
+    for (const int row : HighlightedRows())
+        items.push_back(model_->ItemAt(row));
+    return items;
+}
+
+QString KeyedList::CurrentKey() const {
+    const QModelIndex current = currentIndex();
+    return current.isValid() ? model_->ItemAt(current.row()).key : QString();
+}
+
+void KeyedList::HighlightKey(const QString& key) {
+    const int row = model_->RowOfKey(key);
+    if (row < 0) return;
+    const QModelIndex index = model_->index(row, 0);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(index);
+}
+
+void KeyedList::SortOn(int column) {
+    const bool again = column == model_->SortColumn() && model_->SortOrder() == Qt::AscendingOrder;
+    model_->sort(column, again ? Qt::DescendingOrder : Qt::AscendingOrder);
+    Q_EMIT SortChanged();
+}
+
+void KeyedList::CopyHighlighted() const {
+    const std::vector<int> rows = HighlightedRows();
+    if (!rows.empty()) QApplication::clipboard()->setText(model_->TextOfRows(rows));
+}
+
+void KeyedList::keyPressEvent(QKeyEvent* event) {
+    const bool control = event->modifiers().testFlag(Qt::ControlModifier);
+    const int key = event->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        Q_EMIT EnterPressed();
+    } else if (key == Qt::Key_Delete && !control) {
+        Q_EMIT DeletePressed();
+    } else if (event->matches(QKeySequence::Copy)) {
+        CopyHighlighted();
+    } else if ((key == Qt::Key_Right || key == Qt::Key_Left) && (control || plainArrowsLeave_)) {
+        Q_EMIT LeaveTowards(key == Qt::Key_Right ? Qt::RightEdge : Qt::LeftEdge);
+    } else if (key == Qt::Key_Menu) {
+        const QRect place = visualRect(currentIndex());
+        Q_EMIT PopupRequested(viewport()->mapToGlobal(place.isValid() ? place.center() : QPoint(8, 8)));
+    } else {
+        QTreeView::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+}
+
+void KeyedList::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (model_->rowCount() > 0) return;
+    PaintEmptyHint(viewport(), model_->Count() > 0 ? noMatchHint_ : emptyHint_);
+}
+
+void KeyedList::contextMenuEvent(QContextMenuEvent* event) {
+    Q_EMIT PopupRequested(event->globalPos());
+    event->accept();
+}
+
+void KeyedList::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && index.isValid()) {
+        Q_EMIT ItemActivated(model_->ItemAt(index.row()).key);
+        event->accept();
+        return;
+    }
+    QTreeView::mouseDoubleClickEvent(event);
+}
+
+bool KeyedList::Accepts(const QDropEvent* event) const {
+    return dropSource_ != nullptr && event->source() == dropSource_ &&
+           event->mimeData()->hasFormat(QString::fromLatin1(KeyedListModel::MimeType));
+}
+
+void KeyedList::dragEnterEvent(QDragEnterEvent* event) {
+    if (Accepts(event))
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void KeyedList::dragMoveEvent(QDragMoveEvent* event) {
+    if (Accepts(event))
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void KeyedList::dropEvent(QDropEvent* event) {
+    if (!Accepts(event)) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    Q_EMIT ItemsDropped();
+}
+
+void KeyedList::startDrag(Qt::DropActions /*actions*/) {
+    const QModelIndexList highlighted = selectionModel()->selectedRows();
+    if (highlighted.isEmpty()) return;
+    auto* drag = new QDrag(this);
+    drag->setMimeData(model_->mimeData(highlighted));
+    const QString text = highlighted.size() == 1 ? model_->ItemAt(highlighted.first().row()).cells.value(0)
+                                                 : QLocale().toString(highlighted.size());
+    const QFontMetrics metrics(font());
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, 240);
+    QPixmap picture(metrics.horizontalAdvance(shown) + 2 * theme::Grid, metrics.height() + theme::Grid);
+    picture.fill(palette().color(QPalette::Highlight));
+    QPainter painter(&picture);
+    painter.setFont(font());
+    painter.setPen(palette().color(QPalette::HighlightedText));
+    painter.drawText(picture.rect(), Qt::AlignCenter, shown);
+    painter.end();
+    drag->setPixmap(picture);
+    drag->setHotSpot({-theme::Grid, -theme::Grid});
+    drag->exec(Qt::CopyAction);
+}
+
+void KeyedList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (current.isValid()) Q_EMIT CurrentTextChanged(model_->ItemAt(current.row()).cells.join(QStringLiteral(" - ")));
+}
+
+void KeyedList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTreeView::selectionChanged(selected, deselected);
+    Q_EMIT HighlightChanged();
+}
+
+void PaintEmptyHint(QWidget* viewport, const QString& hint) {
+    if (hint.isEmpty()) return;
+    QPainter painter(viewport);
+    painter.setPen(theme::MutedText());
+    const QRect place = viewport->rect().adjusted(2 * theme::Grid, theme::Grid, -2 * theme::Grid, -theme::Grid);
+    painter.drawText(place, static_cast<int>(Qt::AlignCenter) | static_cast<int>(Qt::TextWordWrap), hint);
+}
+
+} // namespace tessaro

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "controls/KeyedTreeModel.h"
+
+#include <QTreeView>
+
+namespace tessaro {
+
+/// A tree of keyed nodes. Choosing a node, by mouse or keyboard, tells its key; a click on the node that is chosen
+/// already tells it again, so that a list that was replaced meanwhile comes back.
+class KeyedTree final : public QTreeView {
+    Q_OBJECT
+
+  public:
+    explicit KeyedTree(QWidget* parent = nullptr);
+
+    [[nodiscard]] KeyedTreeModel& Nodes() { return *model_; }
+    [[nodiscard]] const KeyedTreeModel& Nodes() const { return *model_; }
+    [[nodiscard]] QString CurrentKey() const;
+    /// Makes a node the current one, without telling its key.
+    void ShowKey(const QString& key);
+    /// Closes the branches that don't lead to the chosen node.
+    void SetCollapseOthers(bool collapse) { collapseOthers_ = collapse; }
+    void SetEmptyHint(const QString& hint);
+
+  Q_SIGNALS:
+    void NodeChosen(const QString& key);
+    void PopupRequested(const QPoint& globalPosition);
+    void EnterPressed();
+
+  protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void CollapseOthers(const QModelIndex& chosen);
+
+    KeyedTreeModel* model_;
+    QString emptyHint_;
+    bool collapseOthers_ = false;
+    bool quiet_ = false;
+    bool toldOnPress_ = false;
+};
+
+} // namespace tessaro

@@ -1,0 +1,148 @@
+#include "selection/AreaSelection.h"
+
+#include "selection/SelectionTexts.h"
+#include "session/Query.h"
+#include "session/Session.h"
+
+namespace tessaro::selection {
+
+namespace {
+
+constexpr const char* NotYetSelected = ") AND AreaNId NOT in (SELECT AreaNId FROM _SelArea)";
+
+QString Text(const char* text) {
+    return QString::fromLatin1(text);
+}
+
+bool IsRoot(const QString& nodeKey) {
+    return nodeKey == Text(AreaRootKey);
+}
+
+KeyedItem ItemOf(const Records& rows) {
+    KeyedItem item;
+    item.key = QLatin1Char('A') + rows.Text("AreaNId");
+    item.cells = {rows.Text("AreaName"), rows.Text("AreaID")};
+    item.globalCells = IsGlobal(rows.Text("AreaGId")) ? 3 : 0;
+    return item;
+}
+
+std::vector<KeyedItem> ItemsOf(const QString& sql) {
+    std::vector<KeyedItem> items;
+    for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext())
+        items.push_back(ItemOf(rows));
+    return items;
+}
+
+/// What all areas of a quoted list of AreaIDs are read with.
+QString AreasByIdSql(const char* select, const QString& quotedIds, const char* filterColumn) {
+    return Text(select) + quotedIds + QStringLiteral(") ") + GlobalLocal(QStringLiteral(" AND "), {Text(filterColumn)}) +
+           QStringLiteral(" ORDER BY AreaName ");
+}
+
+} // namespace
+
+QString TreeKeyOfArea(const QString& areaId) {
+    return QLatin1Char('A') + areaId;
+}
+
+QString AvailableAreasSql(const QString& nodeKey) {
+    QString sql = QStringLiteral("SELECT AreaGId, AreaID, AreaName, AreaNId From Area As A WHERE ");
+    const QString id = IdOfKey(nodeKey);
+    if (IsRoot(nodeKey))
+        sql += QStringLiteral(" Len(AreaId) = %1").arg(CharactersPerLevel);
+    else
+        sql += QStringLiteral("MID(AreaID,1, len(") + Quoted(id) + QStringLiteral(")) = ") + Quoted(id) +
+               QStringLiteral("  AND Len(AreaId) = %1").arg(id.length() + CharactersPerLevel);
+    sql += Criterion(QStringLiteral(" AND A."));
+    sql += GlobalLocal(QStringLiteral(" AND "), {IsRoot(nodeKey) ? QStringLiteral("AreaGId") : QStringLiteral("A.AreaGId")});
+    return sql + QStringLiteral(" ORDER BY AreaName ");
+}
+
+std::vector<AreaRow> AvailableAreas(const QString& nodeKey) {
+    std::vector<AreaRow> areas;
+    for (Records rows = Select(AvailableAreasSql(nodeKey)); !rows.atEnd(); rows.MoveNext())
+        areas.push_back({ItemOf(rows), rows.Text("AreaID")});
+    return areas;
+}
+
+int AreaDepth() {
+    const Records rows = Select(QStringLiteral("SELECT MAX(AreaLevel) From Area"));
+    return rows.atEnd() ? 0 : static_cast<int>(rows.Number(std::size_t{0}));
+}
+
+QString AreasOfLevelSql(int level, const QString& nodeKey, bool onlyWithData) {
+    QString where = QStringLiteral(" WHERE Len(A.AreaId) = %1").arg(level * CharactersPerLevel);
+    const QString id = IdOfKey(nodeKey);
+    if (!IsRoot(nodeKey))
+        where += QStringLiteral(" AND Mid(A.AreaId,1,%1) = ").arg(id.length()) + Quoted(id);
+    where += Criterion(QStringLiteral(" AND A."));
+    if (!onlyWithData) return QStringLiteral("SELECT DISTINCT A.AreaNId FROM Area As A") + where;
+    return QStringLiteral("SELECT  DISTINCT A.AreaNId  FROM Area as A INNER JOIN Data As D ON A.AreaNId = D.AreaNId ") +
+           where;
+}
+
+void AreaSelection::Load() {
+    ids_.clear();
+    for (Records rows = Select(QStringLiteral("SELECT AreaId FROM _SelArea")); !rows.atEnd(); rows.MoveNext())
+        ids_.insert(rows.Text(std::size_t{0}));
+}
+
+void AreaSelection::AddAreas(const QString& idList) {
+    SelectionChanged = true;
+    if (idList.isEmpty()) return;
+    Records rows = Select(QStringLiteral("SELECT AreaID FROM Area  WHERE AreaNId in (") + idList + Text(NotYetSelected));
+    for (; !rows.atEnd(); rows.MoveNext())
+        ids_.insert(rows.Text(std::size_t{0}));
+    Execute(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile)  SELECT AreaGId, "
+                           "AreaNId, AreaID, AreaName, AreaLevel, MapFile FROM Area  WHERE AreaNId in (") +
+            idList + Text(NotYetSelected));
+}
+
+void AreaSelection::AddItems(const std::vector<KeyedItem>& items) {
+    if (items.empty()) return;
+    QStringList areaIds;
+    for (const KeyedItem& item : items)
+        areaIds << item.cells.value(1);
+    Records rows = Select(QStringLiteral("SELECT AreaNId FROM Area WHERE AreaId In (") + QuotedList(areaIds) +
+                              QLatin1Char(')'),
+                          jet::CursorType::ForwardOnly);
+    AddAreas(rows.Joined());
+}
+
+void AreaSelection::Remove(const std::vector<KeyedItem>& items) {
+    SelectionChanged = true;
+    if (items.empty()) return;
+    const QString list = NumberList(items);
+    ids_.clear();
+    Records rows = Select(QStringLiteral("Select AreaId FROM _SelArea WHERE AreaNId NOT In (") + list + QLatin1Char(')'));
+    for (; !rows.atEnd(); rows.MoveNext())
+        ids_.insert(rows.Text(std::size_t{0}));
+    Execute(QStringLiteral("DELETE * FROM _SelArea WHERE AreaNId in (") + list + QLatin1Char(')'));
+}
+
+void AreaSelection::RemoveAll() {
+    SelectionChanged = true;
+    Execute(QStringLiteral("DELETE * FROM _SelArea"));
+    ids_.clear();
+}
+
+std::vector<KeyedItem> AreaSelection::Items() const {
+    if (ids_.isEmpty()) return {};
+    const QStringList ids(ids_.begin(), ids_.end());
+    return ItemsOf(AreasByIdSql("Select  AreaName, AreaID, AreaNId, AreaGId FROM Area WHERE AreaId In (", QuotedList(ids),
+                                "AreaGId"));
+}
+
+std::vector<KeyedItem> AreasOfList(const QString& idList) {
+    if (idList.isEmpty()) return {};
+    QStringList areaIds;
+    Records rows = Select(QStringLiteral("SELECT AreaID FROM Area WHERE AreaNId in (") + idList + QLatin1Char(')'),
+                          jet::CursorType::ForwardOnly);
+    for (; !rows.atEnd(); rows.MoveNext())
+        areaIds << rows.Text(std::size_t{0});
+    if (areaIds.isEmpty()) return {};
+    return ItemsOf(AreasByIdSql("SELECT AreaName, AreaID, AreaNId, AreaGId FROM Area WHERE AreaID in (",
+                                QuotedList(areaIds), "AreaGId"));
+}
+
+} // namespace tessaro::selection

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "controls/KeyedItem.h"
+
+#include <QSet>
+#include <QString>
+
+#include <vector>
+
+/// The chosen areas: _SelArea, the set of their AreaIDs that the screen keeps beside it, and the lists of the screen.
+/// List keys are "A" + AreaNId; tree keys "A" + AreaID, the root "___".
+namespace tessaro::selection {
+
+constexpr const char* AreaRootKey = "___";
+constexpr int CharactersPerLevel = 3; ///< of an AreaID
+
+/// An area as the lists show it and as the tree needs it.
+struct AreaRow {
+    KeyedItem item;
+    QString areaId;
+};
+
+/// The children of a tree node, by name.
+[[nodiscard]] QString AvailableAreasSql(const QString& nodeKey);
+[[nodiscard]] std::vector<AreaRow> AvailableAreas(const QString& nodeKey);
+[[nodiscard]] QString TreeKeyOfArea(const QString& areaId);
+/// The deepest AreaLevel of the database; 0 when it has no areas.
+[[nodiscard]] int AreaDepth();
+
+/// All areas of a level at or below a node. With `onlyWithData`, those that Data has rows for.
+[[nodiscard]] QString AreasOfLevelSql(int level, const QString& nodeKey, bool onlyWithData);
+
+class AreaSelection final {
+  public:
+    /// Fills the set from _SelArea.
+    void Load();
+    [[nodiscard]] bool IsEmpty() const { return ids_.isEmpty(); }
+    [[nodiscard]] const QSet<QString>& Ids() const { return ids_; }
+
+    // --- Writes. Each raises SelectionChanged. --------------------------------------------------------------------------
+    /// Adds the areas of a comma list of AreaNIds that are not there yet.
+    void AddAreas(const QString& idList);
+    /// The same for items of the list, found through their AreaIDs.
+    void AddItems(const std::vector<KeyedItem>& items);
+    void Remove(const std::vector<KeyedItem>& items);
+    void RemoveAll();
+
+    /// The items of the set, by name.
+    [[nodiscard]] std::vector<KeyedItem> Items() const;
+
+  private:
+    QSet<QString> ids_;
+};
+
+/// Areas of a comma list of AreaNIds as the Available list shows them after a level was picked.
+[[nodiscard]] std::vector<KeyedItem> AreasOfList(const QString& idList);
+
+} // namespace tessaro::selection

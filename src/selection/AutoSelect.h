@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+/// What comes before every automatic selection: which of the other stages have a selection that can narrow it, and the
+/// question whether they shall.
+namespace tessaro::selection {
+
+enum class Stage { Indicators = 0, Time = 1, Areas = 2 };
+
+/// Which of the two other stages narrow the selection. Indicators: time, areas. Time: indicators, areas. Areas: indicators, time.
+struct OtherStages {
+    bool first = false;
+    bool second = false;
+    bool operator==(const OtherStages&) const = default;
+};
+
+/// True when the stage's table has a row.
+[[nodiscard]] bool HasSelection(Stage stage);
+/// The same for indicators, and also true when everything is wanted (DataExistsMode 1) and the indicator screen, once visited, lists
+/// something: indicators without a source stand in the list but not in the table.
+[[nodiscard]] bool HasIndicatorsOrListsThem();
+
+/// One check box of the question.
+struct AutoSelectOption {
+    QString captionKey;
+    bool available = false; ///< ticked and enabled, or neither
+};
+struct AutoSelectOptions {
+    AutoSelectOption first;
+    AutoSelectOption second;
+};
+/// The two boxes for a stage.
+[[nodiscard]] AutoSelectOptions PrepareFor(Stage stage);
+
+/// Asks the user; nothing when cancelled.
+using AutoSelectQuestion = std::function<std::optional<OtherStages>(Stage)>;
+/// Decides which stages narrow a filter of `stage`; nothing when the user cancelled. Without a selection elsewhere
+/// nobody is asked. `onlyTables` leaves out the exception of HasIndicatorsOrListsThem.
+[[nodiscard]] std::optional<OtherStages> DecideOtherStages(Stage stage, const AutoSelectQuestion& ask,
+                                                           bool onlyTables = false);
+
+} // namespace tessaro::selection

@@ -1,0 +1,70 @@
+#include "selection/ScreenParts.h"
+
+#include "controls/Captions.h"
+#include "controls/Theme.h"
+#include "session/Frame.h"
+#include "session/Session.h"
+#include "session/Strings.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QLocale>
+#include <QToolButton>
+
+namespace tessaro {
+
+void StyleFilterButton(QToolButton* button, FilterButton kind) {
+    button->setIcon(
+        theme::Icon(kind == FilterButton::All ? QStringLiteral("auto_select.png") : QStringLiteral("auto_available.png")));
+    button->setIconSize({theme::IconSize, theme::IconSize});
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setFocusPolicy(Qt::StrongFocus);
+}
+
+void StyleStrip(QWidget* strip, QFrame* line) {
+    strip->setAutoFillBackground(true);
+    QPalette raised = strip->palette();
+    raised.setColor(QPalette::Window, theme::SurfaceRaised());
+    strip->setPalette(raised);
+    QPalette hair = line->palette();
+    hair.setColor(QPalette::WindowText, theme::HairLine());
+    line->setPalette(hair);
+}
+
+void ShowHeading(QLabel* label, const QString& key) {
+    label->setText(PlainText(key));
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * 1.2);
+    font.setBold(true);
+    label->setFont(font);
+}
+
+QSet<QString> KeysOf(const std::vector<KeyedItem>& items) {
+    QSet<QString> keys;
+    keys.reserve(static_cast<qsizetype>(items.size()));
+    for (const KeyedItem& item : items)
+        keys.insert(item.key);
+    return keys;
+}
+
+QString SummaryOf(const QString& key, int count) {
+    if (count == 0) return {};
+    QString text = GetText(key);
+    return text.replace(QLatin1String("%1"), QLocale().toString(count));
+}
+
+QColor GlobalItemColor() {
+    return ShowGlobalColor ? ColorFromNumber(GlobalColor) : QColor();
+}
+
+WaitState::WaitState() {
+    TheFrame().SetBusy(true);
+    TheFrame().StartProgress();
+}
+
+WaitState::~WaitState() {
+    TheFrame().EndProgress();
+    TheFrame().SetBusy(false);
+}
+
+} // namespace tessaro

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "selection/SelectionLists.h"
+
+#include <QSet>
+#include <QString>
+
+class QFrame;
+class QLabel;
+class QToolButton;
+
+/// Small parts that the three selection screens share.
+namespace tessaro {
+
+enum class FilterButton { All, Available };
+/// Icon, text beside it and focus of an automatic selection's button.
+void StyleFilterButton(QToolButton* button, FilterButton kind);
+/// The strip at the top of a screen and the line below it.
+void StyleStrip(QWidget* strip, QFrame* line);
+void ShowHeading(QLabel* label, const QString& key);
+
+[[nodiscard]] QSet<QString> KeysOf(const std::vector<KeyedItem>& items);
+/// "Areas: 12" from a key with a place for the number; empty for 0.
+[[nodiscard]] QString SummaryOf(const QString& key, int count);
+/// The colour of shared items, or an invalid one while the preference is off.
+[[nodiscard]] QColor GlobalItemColor();
+
+/// Wait cursor and progress meter for as long as it lives.
+class WaitState final {
+  public:
+    WaitState();
+    ~WaitState();
+    WaitState(const WaitState&) = delete;
+    WaitState& operator=(const WaitState&) = delete;
+};
+
+} // namespace tessaro

@@ -1,0 +1,236 @@
+#include "selection/SelectionLists.h"
+
+#include "controls/Captions.h"
+#include "controls/Theme.h"
+#include "ui_SelectionLists.h"
+#include "session/Frame.h"
+#include "session/Messages.h"
+#include "session/Settings.h"
+#include "session/Strings.h"
+
+#include <QLocale>
+#include <QMenu>
+
+namespace tessaro {
+
+namespace {
+
+QString WithCount(const QString& captionKey, const KeyedListModel& items) {
+    const QLocale locale;
+    QString count = locale.toString(items.Count());
+    if (items.IsFiltered()) count = locale.toString(items.rowCount()) + QStringLiteral(" / ") + count;
+    const QString pattern = GetText(QStringLiteral("TS_ListCaption"));
+    return (pattern.isEmpty() ? QStringLiteral("%1 (%2)") : pattern).arg(PlainText(captionKey), count);
+}
+
+void MakeHeading(QLabel* label) {
+    QFont font = label->font();
+    font.setBold(true);
+    label->setFont(font);
+}
+
+} // namespace
+
+SelectionLists::SelectionLists(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::SelectionLists>()) {
+    ui_->setupUi(this);
+    ui_->splitter->setSizes({1000, 1000});
+    ui_->splitter->setStretchFactor(0, 1);
+    ui_->splitter->setStretchFactor(1, 1);
+    ui_->lblAvailable->setBuddy(ui_->lstAvailable);
+    ui_->lblSelected->setBuddy(ui_->lstSelected);
+    const std::pair<QToolButton*, const char*> buttons[] = {{ui_->cmdAdd, "add_one.png"},
+                                                            {ui_->cmdAddAll, "add_all.png"},
+                                                            {ui_->cmdRemove, "remove_one.png"},
+                                                            {ui_->cmdRemoveAll, "remove_all.png"}};
+    for (const auto& [button, icon] : buttons) {
+        button->setIcon(theme::Icon(QString::fromLatin1(icon)));
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        button->setFocusPolicy(Qt::StrongFocus);
+    }
+    for (QToolButton* sort : {ui_->cmdAvailableIcon, ui_->cmdSelectedIcon})
+        sort->setFocusPolicy(Qt::TabFocus);
+    ConnectLists();
+    ConnectButtons();
+    ShowSortIcons();
+    EnableButtons();
+}
+
+SelectionLists::~SelectionLists() = default;
+
+KeyedList& SelectionLists::Available() {
+    return *ui_->lstAvailable;
+}
+
+KeyedList& SelectionLists::Selected() {
+    return *ui_->lstSelected;
+}
+
+void SelectionLists::ConnectLists() {
+    KeyedList* available = ui_->lstAvailable;
+    KeyedList* selected = ui_->lstSelected;
+    available->SetDropSource(selected);
+    selected->SetDropSource(available);
+    connect(available, &KeyedList::ItemActivated, this, &SelectionLists::AddOne);
+    connect(available, &KeyedList::EnterPressed, this, &SelectionLists::AddHighlighted);
+    connect(available, &KeyedList::ItemsDropped, this, &SelectionLists::RemoveHighlighted);
+    connect(available, &KeyedList::PopupRequested, this, &SelectionLists::AvailablePopup);
+    connect(available, &KeyedList::LeaveTowards, this, [this](Qt::Edge edge) { Leave(true, edge); });
+    connect(selected, &KeyedList::ItemActivated, this, &SelectionLists::RemoveHighlighted);
+    connect(selected, &KeyedList::DeletePressed, this, &SelectionLists::RemoveHighlighted);
+    connect(selected, &KeyedList::ItemsDropped, this, &SelectionLists::AddHighlighted);
+    connect(selected, &KeyedList::PopupRequested, this, &SelectionLists::SelectedPopup);
+    connect(selected, &KeyedList::LeaveTowards, this, [this](Qt::Edge edge) { Leave(false, edge); });
+    connect(&selected->Items(), &KeyedListModel::CountChanged, this, &SelectionLists::SelectedCountChanged);
+    for (KeyedList* list : {available, selected}) {
+        connect(&list->Items(), &KeyedListModel::CountChanged, this, [this] {
+            ShowCounts();
+            EnableButtons();
+        });
+        connect(list, &KeyedList::HighlightChanged, this, &SelectionLists::EnableButtons);
+        connect(list, &KeyedList::SortChanged, this, &SelectionLists::ShowSortIcons);
+        connect(list, &KeyedList::CurrentTextChanged, this, [](const QString& text) { TheFrame().SetStatusText(text); });
+    }
+}
+
+void SelectionLists::ConnectButtons() {
+    connect(ui_->cmdAdd, &QToolButton::clicked, this, &SelectionLists::AddHighlighted);
+    connect(ui_->cmdAddAll, &QToolButton::clicked, this, &SelectionLists::AddAll);
+    connect(ui_->cmdRemove, &QToolButton::clicked, this, &SelectionLists::RemoveHighlighted);
+    connect(ui_->cmdRemoveAll, &QToolButton::clicked, this, &SelectionLists::RemoveAll);
+    connect(ui_->cmdAvailableIcon, &QToolButton::clicked, this, [this] { ui_->lstAvailable->SortOn(0); });
+    connect(ui_->cmdSelectedIcon, &QToolButton::clicked, this, [this] { ui_->lstSelected->SortOn(0); });
+    connect(ui_->txtFilter, &QLineEdit::textChanged, &ui_->lstAvailable->Items(), &KeyedListModel::SetFilter);
+    connect(ui_->txtFilter, &QLineEdit::returnPressed, this, [this] { ui_->lstAvailable->setFocus(); });
+}
+
+void SelectionLists::Leave(bool fromAvailable, Qt::Edge edge) {
+    const bool forward = (edge == Qt::RightEdge) == (layoutDirection() == Qt::LeftToRight);
+    if (fromAvailable && forward)
+        ui_->lstSelected->setFocus();
+    else if (fromAvailable)
+        Q_EMIT LeaveBackwards();
+    else if (!forward)
+        ui_->lstAvailable->setFocus();
+}
+
+void SelectionLists::SetListNames(const QString& available, const QString& selected) {
+    ui_->lstAvailable->setObjectName(available);
+    ui_->lstSelected->setObjectName(selected);
+}
+
+void SelectionLists::SetSortButtonNames(const QString& available, const QString& selected) {
+    ui_->cmdAvailableIcon->setObjectName(available);
+    ui_->cmdSelectedIcon->setObjectName(selected);
+}
+
+void SelectionLists::SetHints(const QString& availableKey, const QString& selectedKey) {
+    availableHintKey_ = availableKey;
+    selectedHintKey_ = selectedKey;
+}
+
+void SelectionLists::SetIcons(const QStringList& availableSettings, const QStringList& selectedSettings) {
+    const auto icons = [](const QStringList& settings) {
+        QList<QIcon> list;
+        for (const QString& setting : settings)
+            list << theme::Icon(Setting(setting));
+        return list;
+    };
+    ui_->lstAvailable->Items().SetColumnIcons(icons(availableSettings));
+    ui_->lstSelected->Items().SetColumnIcons(icons(selectedSettings));
+}
+
+void SelectionLists::SetFormCaptions() {
+    SetCaption(ui_->cmdAdd, QStringLiteral("TS_Add"));
+    SetCaption(ui_->cmdAddAll, QStringLiteral("TS_AddAll"));
+    SetCaption(ui_->cmdRemove, QStringLiteral("TS_Remove"));
+    SetCaption(ui_->cmdRemoveAll, QStringLiteral("TS_RemoveAll"));
+    SetToolTip(ui_->cmdAddAll, QStringLiteral("TS_AddAllTip"));
+    SetToolTip(ui_->cmdAvailableIcon, QStringLiteral("TS_SortAvailable"));
+    SetToolTip(ui_->cmdSelectedIcon, QStringLiteral("TS_SortSelected"));
+    ui_->cmdAvailableIcon->setAccessibleName(PlainText(QStringLiteral("TS_SortAvailable")));
+    ui_->cmdSelectedIcon->setAccessibleName(PlainText(QStringLiteral("TS_SortSelected")));
+    const QString filter = PlainText(QStringLiteral("TS_FilterPlaceholder"));
+    ui_->txtFilter->setPlaceholderText(filter);
+    ui_->txtFilter->setAccessibleName(filter);
+    const QString noMatch = GetText(QStringLiteral("TS_FilterNoMatch"));
+    ui_->lstAvailable->SetEmptyHint(GetText(availableHintKey_), noMatch);
+    ui_->lstSelected->SetEmptyHint(GetText(selectedHintKey_), noMatch);
+    MakeHeading(ui_->lblAvailable);
+    MakeHeading(ui_->lblSelected);
+    int width = 0;
+    for (const QToolButton* button : {ui_->cmdAdd, ui_->cmdAddAll, ui_->cmdRemove, ui_->cmdRemoveAll})
+        width = std::max(width, button->sizeHint().width());
+    for (QToolButton* button : {ui_->cmdAdd, ui_->cmdAddAll, ui_->cmdRemove, ui_->cmdRemoveAll})
+        button->setFixedWidth(width + theme::Grid);
+    ShowCounts();
+}
+
+void SelectionLists::ShowCounts() {
+    const QString available = WithCount(QStringLiteral("AVAILABLE"), ui_->lstAvailable->Items());
+    const QString selected = WithCount(QStringLiteral("SELECTED"), ui_->lstSelected->Items());
+    ui_->lblAvailable->setText(available);
+    ui_->lblSelected->setText(selected);
+    ui_->lstAvailable->setAccessibleName(available);
+    ui_->lstSelected->setAccessibleName(selected);
+}
+
+void SelectionLists::ShowSortIcons() {
+    const auto show = [](QToolButton* button, const KeyedListModel& items) {
+        const bool descending = items.SortOrder() == Qt::DescendingOrder;
+        button->setIcon(theme::Icon(
+            Setting(descending ? QStringLiteral("SORT BUTTON DES ICON") : QStringLiteral("SORT BUTTON ASC ICON"))));
+        button->setProperty("sortKey", descending ? QStringLiteral("DES") : QStringLiteral("ASC"));
+    };
+    show(ui_->cmdAvailableIcon, ui_->lstAvailable->Items());
+    show(ui_->cmdSelectedIcon, ui_->lstSelected->Items());
+}
+
+void SelectionLists::EnableButtons() {
+    ui_->cmdAdd->setEnabled(ui_->lstAvailable->HasHighlighted());
+    ui_->cmdAddAll->setEnabled(ui_->lstAvailable->Items().Count() > 0);
+    ui_->cmdRemove->setEnabled(ui_->lstSelected->HasHighlighted());
+    ui_->cmdRemoveAll->setEnabled(ui_->lstSelected->Items().Count() > 0);
+}
+
+void SelectionLists::FocusFilter() {
+    ui_->txtFilter->setFocus(Qt::ShortcutFocusReason);
+    ui_->txtFilter->selectAll();
+}
+
+void SelectionLists::CopyHighlighted() {
+    (ui_->lstSelected->hasFocus() ? ui_->lstSelected : ui_->lstAvailable)->CopyHighlighted();
+}
+
+void SelectionLists::HighlightAll() {
+    (ui_->lstSelected->hasFocus() ? ui_->lstSelected : ui_->lstAvailable)->selectAll();
+}
+
+void SelectionLists::ShowCount(const KeyedList& list) {
+    ShowMessage(QString::number(list.Items().Count()), MessageType::Ok, 103, {}, false);
+}
+
+QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,
+                 const QList<PopupEntry>& entries) {
+    auto* menu = new QMenu(owner);
+    menu->setObjectName(menuName);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setToolTipsVisible(true);
+    for (const PopupEntry& entry : entries) {
+        if (entry.key == nullptr) {
+            menu->addSeparator();
+            continue;
+        }
+        QAction* action = menu->addAction(GetText(QString::fromLatin1(entry.key)));
+        action->setObjectName(menuName + QLatin1Char('_') + QString::number(entry.index));
+        action->setEnabled(entry.action && entry.enabled);
+        if (entry.action)
+            QObject::connect(action, &QAction::triggered, owner, entry.action);
+        else
+            action->setToolTip(GetText(QStringLiteral("TS_NotYetAvailable")));
+    }
+    menu->popup(globalPosition);
+    return menu;
+}
+
+} // namespace tessaro

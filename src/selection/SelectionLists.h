@@ -1,0 +1,79 @@
+#pragma once
+
+#include "controls/KeyedList.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class QMenu;
+
+namespace Ui {
+class SelectionLists;
+}
+
+namespace tessaro {
+
+/// The two lists that every selection screen has: Available with a filter line, the buttons between, Selected. It
+/// shows counts and hints, turns buttons, keys, double clicks and drags into one set of wishes, and carries none of them out.
+class SelectionLists final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit SelectionLists(QWidget* parent = nullptr);
+    ~SelectionLists() override;
+
+    [[nodiscard]] KeyedList& Available();
+    [[nodiscard]] KeyedList& Selected();
+
+    /// Other names for the lists and their sort buttons, for screens whose controls are called differently.
+    void SetListNames(const QString& available, const QString& selected);
+    void SetSortButtonNames(const QString& available, const QString& selected);
+    /// Keys of the texts in the lists while they are empty.
+    void SetHints(const QString& availableKey, const QString& selectedKey);
+    /// Icons of the columns of the two lists, by the keys of their settings.
+    void SetIcons(const QStringList& availableSettings, const QStringList& selectedSettings);
+    /// Captions, tool tips, hints and accessible names in the current language.
+    void SetFormCaptions();
+    void FocusFilter();
+    /// Copies or highlights in the list that has the focus (Available when neither has).
+    void CopyHighlighted();
+    void HighlightAll();
+    /// Shows a message with the number of items of a list.
+    void ShowCount(const KeyedList& list);
+
+  Q_SIGNALS:
+    void AddHighlighted();
+    void AddAll();
+    void AddOne(const QString& key);
+    void RemoveHighlighted();
+    void RemoveAll();
+    void AvailablePopup(const QPoint& globalPosition);
+    void SelectedPopup(const QPoint& globalPosition);
+    void LeaveBackwards(); ///< the arrow key out of the Available list, towards the tree
+    void SelectedCountChanged();
+
+  private:
+    void ConnectLists();
+    void ConnectButtons();
+    void ShowCounts();
+    void ShowSortIcons();
+    void EnableButtons();
+    void Leave(bool fromAvailable, Qt::Edge edge);
+
+    std::unique_ptr<Ui::SelectionLists> ui_;
+    QString availableHintKey_;
+    QString selectedHintKey_;
+};
+
+/// One entry of a list's popup menu. A null action is one that a later version brings: shown, disabled, with that tip.
+struct PopupEntry {
+    int index;
+    const char* key; ///< caption; nullptr: a line
+    std::function<void()> action;
+    bool enabled = true;
+};
+/// Shows a popup at a place and gives it; entries are named `menuName` + "_" + index. It deletes itself.
+QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition, const QList<PopupEntry>& entries);
+
+} // namespace tessaro

@@ -1,0 +1,51 @@
+#include "selection/TimeSelection.h"
+
+#include "selection/SelectionTexts.h"
+#include "session/Query.h"
+#include "session/Session.h"
+
+namespace tessaro::selection {
+
+namespace {
+
+std::vector<KeyedItem> PeriodsOf(const QString& sql) {
+    std::vector<KeyedItem> items;
+    for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext())
+        items.push_back({QLatin1Char('T') + rows.Text(std::size_t{0}), {rows.Text(std::size_t{1})}, 0});
+    return items;
+}
+
+} // namespace
+
+QString AvailablePeriodsSql() {
+    return QStringLiteral("SELECT TimePeriodNId,TimePeriod FROM TimePeriod As T ") +
+           Criterion(QStringLiteral(" WHERE T."));
+}
+
+std::vector<KeyedItem> AvailablePeriods() {
+    return PeriodsOf(AvailablePeriodsSql());
+}
+
+std::vector<KeyedItem> SelectedPeriods() {
+    return PeriodsOf(QStringLiteral("SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod"));
+}
+
+void AddPeriod(const KeyedItem& period) {
+    SelectionChanged = true;
+    Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) Values (") + IdOfKey(period.key) +
+            QStringLiteral(",'") + period.cells.value(0) + QStringLiteral("')"));
+}
+
+void RemovePeriods(const std::vector<KeyedItem>& periods) {
+    SelectionChanged = true;
+    if (periods.empty()) return;
+    Execute(QStringLiteral("DELETE * FROM _SelTimePeriod WHERE TimePeriodNId In (") + NumberList(periods) +
+            QLatin1Char(')'));
+}
+
+void RemoveAllPeriods() {
+    SelectionChanged = true;
+    Execute(QStringLiteral("DELETE * FROM _SelTimePeriod"));
+}
+
+} // namespace tessaro::selection

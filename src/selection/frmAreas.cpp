@@ -1,0 +1,311 @@
+#include "selection/frmAreas.h"
+
+#include "controls/Captions.h"
+#include "controls/KeyedTree.h"
+#include "controls/Theme.h"
+#include "selection/CrossFilters.h"
+#include "selection/ScreenParts.h"
+#include "selection/frmAutoSelect.h"
+#include "ui_frmAreas.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "session/Settings.h"
+#include "session/Strings.h"
+
+#include <QMenu>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int LevelCount = 10;
+
+QString RootKey() {
+    return QString::fromLatin1(selection::AreaRootKey);
+}
+
+/// Caption key of a level, counted from 1; with "_All" or "_Data" behind it those of its two commands.
+QString LevelKey(int level) {
+    if (level == 1) return QStringLiteral("mnu_popArea_Regions");
+    if (level == 2) return QStringLiteral("mnu_popArea_Countries");
+    return QStringLiteral("mnu_popArea_Subnational%1").arg(level - 2);
+}
+
+} // namespace
+
+frmAreas::frmAreas(QWidget* parent) : StageScreen(parent), ui_(std::make_unique<Ui::frmAreas>()) {
+    ui_->setupUi(this);
+    SelectionLists& lists = *ui_->picLVContainer;
+    lists.SetListNames(QStringLiteral("lstAvailable1"), QStringLiteral("lstSelected1"));
+    lists.SetHints(QStringLiteral("TS_PickTreeNode"), QStringLiteral("TS_NoAreasSelected"));
+    lists.SetIcons({QStringLiteral("AREA_IMG_AVL_ICON")}, {QStringLiteral("AREA_IMG_SEL_ICON")});
+    StyleFilterButton(ui_->cmdAllFilter, FilterButton::All);
+    StyleFilterButton(ui_->cmdAvlFilter, FilterButton::Available);
+    StyleStrip(ui_->picTop, ui_->hairLine);
+    ui_->cmdLevels->setIcon(theme::Icon(Setting(QStringLiteral("AREA_IMG_AVL_ICON"))));
+    ui_->cmdLevels->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    ui_->cmdLevels->setPopupMode(QToolButton::InstantPopup);
+    ui_->cmdLevels->setFocusPolicy(Qt::StrongFocus);
+    ui_->TV_Areas->setMinimumWidth(20 * theme::Grid);
+    ui_->SSSplitter1->setStretchFactor(0, 0);
+    ui_->SSSplitter1->setStretchFactor(1, 1);
+    ui_->SSSplitter1->setSizes({264, 1000});
+    depth_ = selection::AreaDepth();
+    ConnectControls();
+    SetFormCaptions();
+    Form_Load();
+}
+
+frmAreas::~frmAreas() = default;
+
+KeyedList& frmAreas::lstAvailable1() const {
+    return ui_->picLVContainer->Available();
+}
+
+KeyedList& frmAreas::lstSelected1() const {
+    return ui_->picLVContainer->Selected();
+}
+
+void frmAreas::ConnectControls() {
+    SelectionLists* lists = ui_->picLVContainer;
+    connect(lists, &SelectionLists::AddHighlighted, this, [this] { AddSelectedAreas(false); });
+    connect(lists, &SelectionLists::AddAll, this, [this] { AddSelectedAreas(true); });
+    connect(lists, &SelectionLists::AddOne, this, &frmAreas::AddOneArea);
+    connect(lists, &SelectionLists::RemoveHighlighted, this, [this] { RemoveSelectedAreas(false); });
+    connect(lists, &SelectionLists::RemoveAll, this, [this] { RemoveSelectedAreas(true); });
+    connect(lists, &SelectionLists::AvailablePopup, this, &frmAreas::ShowAvailablePopup);
+    connect(lists, &SelectionLists::SelectedPopup, this, &frmAreas::ShowSelectedPopup);
+    connect(lists, &SelectionLists::SelectedCountChanged, this, &StageScreen::SelectionSummaryChanged);
+    connect(lists, &SelectionLists::LeaveBackwards, this, [this] { ui_->TV_Areas->setFocus(); });
+    for (KeyedList* list : {&lstAvailable1(), &lstSelected1()})
+        list->SetPlainArrowsLeave(true);
+    KeyedTree* tree = ui_->TV_Areas;
+    tree->SetCollapseOthers(CollapseTreeSelections.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0);
+    tree->Nodes().SetIcons(theme::Icon(Setting(QStringLiteral("TV_Img_Closed_Icon"))));
+    tree->Nodes().SetLoader([this](const QString& key) { return ChildrenOf(key); });
+    connect(tree, &KeyedTree::NodeChosen, this, &frmAreas::FillAvailableAreas);
+    connect(tree, &KeyedTree::EnterPressed, this, [this] { lstAvailable1().setFocus(); });
+    connect(tree, &KeyedTree::PopupRequested, this, &frmAreas::ShowTreePopup);
+    connect(ui_->cmdAllFilter, &QToolButton::clicked, this, &frmAreas::cmdAllFilter_Click);
+    connect(ui_->cmdAvlFilter, &QToolButton::clicked, this, &frmAreas::cmdAvlFilter_Click);
+    connect(&lstAvailable1().Items(), &KeyedListModel::CountChanged, this,
+            [this] { ui_->cmdAvlFilter->setEnabled(lstAvailable1().Items().Count() > 0); });
+}
+
+void frmAreas::Form_Load() {
+    ErrorTrap trap("Form_Load");
+    for (KeyedList* list : {&lstAvailable1(), &lstSelected1()})
+        list->Items().SetGlobalColor(GlobalItemColor());
+    KeyedTree* tree = ui_->TV_Areas;
+    tree->Nodes().SetGlobalColor(GlobalItemColor());
+    tree->Nodes().AddNodes({}, {{RootKey(), PlainText(QStringLiteral("Area")), false, depth_ > 0}});
+    chosen_.Load();
+    if (!chosen_.IsEmpty()) FillSelectedAreas();
+    tree->ShowKey(RootKey());
+    FillAvailableAreas(RootKey());
+    tree->expand(tree->Nodes().IndexOfKey(RootKey()));
+}
+
+void frmAreas::SetFormCaptions() {
+    SetFormFonts(this);
+    ShowHeading(ui_->lblHeading, QStringLiteral("TS_ChooseAreas"));
+    SetCaption(ui_->cmdLevels, QStringLiteral("TS_AddLevel"));
+    SetCaption(ui_->cmdAllFilter, QStringLiteral("TS_AutoSelect"));
+    SetToolTip(ui_->cmdAllFilter, QStringLiteral("TS_AutoSelectTip"));
+    SetCaption(ui_->cmdAvlFilter, QStringLiteral("TS_AutoSelectAvailable"));
+    SetToolTip(ui_->cmdAvlFilter, QStringLiteral("TS_AutoSelectAvailableTip"));
+    ui_->TV_Areas->setAccessibleName(PlainText(QStringLiteral("TS_AreaTree")));
+    ui_->picLVContainer->SetFormCaptions();
+    for (KeyedList* list : {&lstAvailable1(), &lstSelected1()})
+        list->SetColumns({PlainText(QStringLiteral("Comm_Area Name")), PlainText(QStringLiteral("Comm_Area Id"))});
+    auto* levels = new QMenu(ui_->cmdLevels);
+    FillLevelMenu(levels);
+    delete ui_->cmdLevels->menu();
+    ui_->cmdLevels->setMenu(levels);
+    ui_->cmdLevels->setEnabled(depth_ > 0);
+}
+
+QString frmAreas::CurrentNode() const {
+    const QString key = ui_->TV_Areas->CurrentKey();
+    return key.isEmpty() ? RootKey() : key;
+}
+
+std::vector<KeyedNode> frmAreas::ChildrenOf(const QString& nodeKey) {
+    if (rowsOf_ != nodeKey) {
+        rows_ = selection::AvailableAreas(nodeKey);
+        rowsOf_ = nodeKey;
+    }
+    std::vector<KeyedNode> nodes;
+    for (const selection::AreaRow& row : rows_)
+        nodes.push_back({selection::TreeKeyOfArea(row.areaId), row.item.cells.value(0), row.item.globalCells != 0,
+                         row.areaId.length() < depth_ * selection::CharactersPerLevel});
+    return nodes;
+}
+
+void frmAreas::FillAvailableAreas(const QString& nodeKey) {
+    ErrorTrap trap("FillAvailableAreas");
+    rows_ = selection::AvailableAreas(nodeKey);
+    rowsOf_ = nodeKey;
+    std::vector<KeyedItem> items;
+    for (const selection::AreaRow& row : rows_)
+        items.push_back(row.item);
+    ui_->TV_Areas->Nodes().LoadChildren(nodeKey);
+    lstAvailable1().Items().SetItems(std::move(items));
+    TheFrame().SetStatusText({});
+}
+
+void frmAreas::FillSelectedAreas() {
+    ErrorTrap trap("FillSelectedAreas");
+    lstSelected1().Items().AddItems(chosen_.Items());
+    SelectionChanged = true;
+}
+
+void frmAreas::AddItems(const std::vector<KeyedItem>& items) {
+    if (items.empty()) return;
+    chosen_.AddItems(items);
+    FillSelectedAreas();
+}
+
+void frmAreas::AddOneArea(const QString& key) {
+    ErrorTrap trap("lstAvailable1_DblClick");
+    const int row = lstAvailable1().Items().RowOfKey(key);
+    if (row >= 0) AddItems({lstAvailable1().Items().ItemAt(row)});
+}
+
+void frmAreas::AddSelectedAreas(bool all) {
+    ErrorTrap trap("AddSelectedAreas");
+    AddItems(all ? lstAvailable1().Items().Items() : lstAvailable1().HighlightedItems());
+}
+
+void frmAreas::RemoveSelectedAreas(bool all) {
+    ErrorTrap trap("RemoveSelectedAreas");
+    if (all) {
+        lstSelected1().Items().Clear();
+        chosen_.RemoveAll();
+        return;
+    }
+    const std::vector<KeyedItem> removed = lstSelected1().HighlightedItems();
+    lstSelected1().Items().RemoveKeys(KeysOf(removed));
+    chosen_.Remove(removed);
+}
+
+void frmAreas::AddFound(const QString& idList) {
+    if (idList.isEmpty()) return;
+    chosen_.AddAreas(idList);
+    TheFrame().SetProgress(90);
+    FillSelectedAreas();
+}
+
+void frmAreas::SelectAreasOfLevel(int level, bool onlyWithData) {
+    ErrorTrap trap("SelectAreasOfLevel");
+    const WaitState wait;
+    TheFrame().SetProgress(10);
+    const QString found = selection::FindAreas(selection::AreasOfLevelSql(level, CurrentNode(), onlyWithData));
+    TheFrame().SetProgress(50);
+    AddFound(found);
+    lstAvailable1().Items().SetItems(selection::AreasOfList(found));
+    TheFrame().SetProgress(100);
+}
+
+void frmAreas::cmdAllFilter_Click() {
+    ErrorTrap trap("cmdAllFilter_Click");
+    const auto by = selection::DecideOtherStages(selection::Stage::Areas, AskAutoSelect(this));
+    if (!by) return;
+    const WaitState wait;
+    TheFrame().SetProgress(10);
+    lstSelected1().Items().Clear();
+    chosen_.RemoveAll();
+    TheFrame().SetProgress(30);
+    const QString found = selection::FindAreas(selection::AreaFilterSql(by->first, by->second));
+    TheFrame().SetProgress(70);
+    AddFound(found);
+    TheFrame().SetProgress(100);
+}
+
+void frmAreas::cmdAvlFilter_Click() {
+    ErrorTrap trap("cmdAvlFilter_Click");
+    if (lstAvailable1().Items().Count() == 0) return;
+    const auto by = selection::DecideOtherStages(selection::Stage::Areas, AskAutoSelect(this), true);
+    if (!by) return;
+    const WaitState wait;
+    TheFrame().SetProgress(10);
+    const QString found =
+        selection::FindAreas(selection::AreaFilterBelowSql(by->first, by->second, CurrentNode()));
+    TheFrame().SetProgress(70);
+    AddFound(found);
+    TheFrame().SetProgress(100);
+}
+
+void frmAreas::Enter() {
+    ui_->TV_Areas->setFocus();
+}
+
+void frmAreas::SelectAll() {
+    ui_->picLVContainer->HighlightAll();
+}
+
+void frmAreas::Copy() {
+    ui_->picLVContainer->CopyHighlighted();
+}
+
+void frmAreas::Find() {
+    ui_->picLVContainer->FocusFilter();
+}
+
+void frmAreas::Refresh() {
+    FillAvailableAreas(CurrentNode());
+}
+
+QString frmAreas::SelectionSummary() const {
+    return SummaryOf(QStringLiteral("TS_AreaCount"), lstSelected1().Items().Count());
+}
+
+void frmAreas::FillLevelMenu(QMenu* menu) {
+    for (int level = 1; level <= std::min(depth_, LevelCount); ++level) {
+        const QString key = LevelKey(level);
+        QMenu* commands = menu->addMenu(GetText(key));
+        commands->setObjectName(key);
+        for (const bool onlyWithData : {false, true}) {
+            const QString commandKey = key + (onlyWithData ? QStringLiteral("_Data") : QStringLiteral("_All"));
+            QAction* command = commands->addAction(GetText(commandKey));
+            command->setObjectName(commandKey);
+            connect(command, &QAction::triggered, this,
+                    [this, level, onlyWithData] { SelectAreasOfLevel(level, onlyWithData); });
+        }
+    }
+}
+
+void frmAreas::ShowTreePopup(const QPoint& place) {
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("mnu_popup_Area_sel_Options"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    FillLevelMenu(menu);
+    menu->popup(place);
+}
+
+void frmAreas::ShowAvailablePopup(const QPoint& place) {
+    const bool any = lstAvailable1().Items().Count() > 0;
+    ShowPopup(this, QStringLiteral("mnu_popup_area_avl_Options"), place,
+              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedAreas(true); }, any},
+               {1, "mnu_popIndicatorsAvl_SelectHighlighted", [this] { AddSelectedAreas(false); },
+                lstAvailable1().HasHighlighted()},
+               {2, nullptr, {}},
+               {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstAvailable1()); }},
+               {4, "TS_HighlightAll", [this] { lstAvailable1().selectAll(); }, any}});
+}
+
+void frmAreas::ShowSelectedPopup(const QPoint& place) {
+    const bool any = lstSelected1().Items().Count() > 0;
+    ShowPopup(this, QStringLiteral("mnu_popup_area_sel_Options"), place,
+              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedAreas(true); }, any},
+               {1, "mnu_popDataSort_ClearHighlighted", [this] { RemoveSelectedAreas(false); },
+                lstSelected1().HasHighlighted()},
+               {2, nullptr, {}},
+               {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected1()); }},
+               {4, nullptr, {}},
+               {5, "Area Detail", {}}});
+}
+
+} // namespace tessaro

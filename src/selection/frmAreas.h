@@ -1,0 +1,69 @@
+#pragma once
+
+#include "controls/StageScreen.h"
+#include "selection/AreaSelection.h"
+
+#include <memory>
+#include <optional>
+
+class QMenu;
+
+namespace Ui {
+class frmAreas;
+}
+
+namespace tessaro {
+
+class KeyedList;
+
+/// Stage 2: the tree of areas, the children of its current node, and the chosen areas.
+class frmAreas final : public StageScreen {
+    Q_OBJECT
+
+  public:
+    explicit frmAreas(QWidget* parent = nullptr);
+    ~frmAreas() override;
+
+    [[nodiscard]] QString FormName() const override { return QStringLiteral("frmAreas"); }
+    void Enter() override;
+    void SelectAll() override;
+    void Copy() override;
+    void Find() override;
+    void Refresh() override;
+    void SetFormCaptions() override;
+    [[nodiscard]] QString SelectionSummary() const override;
+
+    void FillAvailableAreas(const QString& nodeKey);
+    /// Brings lstSelected1 up to date with the set of chosen areas.
+    void FillSelectedAreas();
+    void AddSelectedAreas(bool all);
+    void RemoveSelectedAreas(bool all);
+    /// Adds all areas of a level under the current node, and shows them in the Available list.
+    void SelectAreasOfLevel(int level, bool onlyWithData);
+    void cmdAllFilter_Click();
+    void cmdAvlFilter_Click();
+
+  private:
+    void Form_Load();
+    void ConnectControls();
+    void AddOneArea(const QString& key);
+    void AddItems(const std::vector<KeyedItem>& items);
+    void AddFound(const QString& idList);
+    /// The children of a node for the tree: the rows that the list has just read, or a reading of their own.
+    [[nodiscard]] std::vector<KeyedNode> ChildrenOf(const QString& nodeKey);
+    [[nodiscard]] QString CurrentNode() const;
+    void FillLevelMenu(QMenu* menu);
+    void ShowAvailablePopup(const QPoint& place);
+    void ShowSelectedPopup(const QPoint& place);
+    void ShowTreePopup(const QPoint& place);
+    [[nodiscard]] KeyedList& lstAvailable1() const;
+    [[nodiscard]] KeyedList& lstSelected1() const;
+
+    std::unique_ptr<Ui::frmAreas> ui_;
+    selection::AreaSelection chosen_;
+    int depth_ = 0;
+    QString rowsOf_; ///< node whose rows `rows_` holds
+    std::vector<selection::AreaRow> rows_;
+};
+
+} // namespace tessaro

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "controls/StageScreen.h"
+#include "selection/ClassificationViews.h"
+#include "selection/CrossFilters.h"
+
+#include <array>
+#include <memory>
+
+namespace Ui {
+class frmIndicators;
+}
+
+namespace tessaro {
+
+class KeyedList;
+class KeyedTree;
+
+/// Stage 0: indicators, or combinations of indicator, unit and subpopulation, through seven classifications.
+class frmIndicators final : public StageScreen {
+    Q_OBJECT
+
+  public:
+    explicit frmIndicators(QWidget* parent = nullptr);
+    ~frmIndicators() override;
+
+    [[nodiscard]] QString FormName() const override { return QStringLiteral("frmIndicators"); }
+    void Enter() override;
+    void SelectAll() override;
+    void Copy() override;
+    void Find() override;
+    void Refresh() override;
+    void SetFormCaptions() override;
+    [[nodiscard]] QString SelectionSummary() const override;
+
+    /// Number of items in lstSelected.
+    [[nodiscard]] int SelectedCount() const;
+    [[nodiscard]] int CurrentView() const { return view_; }
+
+    /// Fills the first level of the trees of all views that are shown.
+    void LoadTreeViews();
+    void ShowThisIndicatorOption(int view);
+    /// The click on a node: its children, and the indicators that it holds.
+    void FillClassification(int view, const QString& nodeKey);
+    void FillAvailableIndicators(const QString& from, const QString& where, bool showNotFound);
+    void AddSelectedIndicators(bool all);
+    void RemoveSelectedIndicators(bool all);
+    void SortSelIndsBySector();
+    void cmdAllFilter_Click();
+    void cmdAvlFilter_Click();
+
+  private:
+    void Form_Load();
+    void MakeTrees();
+    void MakeOptions();
+    void ConnectControls();
+    void SetColumns();
+    void AddOneIndicator(const QString& key);
+    /// What both automatic selections do once it is settled what narrows them.
+    void RunFilter(const selection::IndicatorFilter& filter);
+    [[nodiscard]] QStringList PathOf(int view, const QString& nodeKey) const;
+    void ShowAvailablePopup(const QPoint& place);
+    void ShowSelectedPopup(const QPoint& place);
+    void ShowTreePopup(const QPoint& place);
+    [[nodiscard]] KeyedTree* Tree(int view) const { return trees_[static_cast<std::size_t>(view)]; }
+    [[nodiscard]] KeyedList& lstAvailable() const;
+    [[nodiscard]] KeyedList& lstSelected() const;
+
+    std::unique_ptr<Ui::frmIndicators> ui_;
+    std::array<KeyedTree*, selection::ClassificationCount> trees_{}; ///< null for a view that isn't shown
+    std::array<int, selection::ClassificationCount> counters_{};
+    int view_ = 0;
+};
+
+} // namespace tessaro
