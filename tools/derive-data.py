@@ -210,12 +210,22 @@ def outline(area_id, feature, areas):
     geometry = feature["geometry"]
     rings = [[without_repeats(ring) for ring in polygon] for polygon in geometry["coordinates"]]
     rings = [[ring for ring in polygon if len(ring) > 3] for polygon in rings]
+    polygons = [polygon for polygon in rings if polygon] or [[box_around(geometry["coordinates"])]]
     return {"type": "Feature", "properties": {"ID_": area_id, "Name1_": name},
-            "geometry": {"type": "MultiPolygon", "coordinates": [polygon for polygon in rings if polygon]}}
+            "geometry": {"type": "MultiPolygon", "coordinates": polygons}}
+
+
+def box_around(polygons):
+    """An outline for an area so small that the rounding of the source left a line of it (one city of Virginia)."""
+    points = [point for polygon in polygons for ring in polygon for point in ring]
+    west, east = min(x for x, _ in points), max(x for x, _ in points)
+    south, north = min(y for _, y in points), max(y for _, y in points)
+    return [[west, south], [west, north], [east, north], [east, south], [west, south]]
 
 
 def without_repeats(ring):
-    return [point for index, point in enumerate(ring) if index == 0 or point != ring[index - 1]]
+    kept = [point for index, point in enumerate(ring) if index == 0 or point != ring[index - 1]]
+    return kept if len({tuple(point) for point in kept}) > 2 else []
 
 
 def main():
