@@ -15,10 +15,11 @@ const std::vector<TableDefinition> kDataTables = {
     {"Data",
      "RowNId COUNTER PRIMARY KEY, TimePeriodNId LONG, IUSNId LONG, AreaNId LONG, SourceNId LONG, FootnoteNId LONG, "
      "Datavalue TEXT(60)",
-     // The first serves the grid, which walks areas in order; the second and third serve the cross-filters from
-     // their own table; each covers what it serves, so that Data itself is not read.
-     {"AreaNId, TimePeriodNId, IUSNId, SourceNId, FootnoteNId, Datavalue", "IUSNId, SourceNId, AreaNId, TimePeriodNId",
-      "TimePeriodNId, IUSNId, AreaNId", "SourceNId"}},
+     // The first two serve the grid and carry all that it reads, as the engine walks areas in order and then takes an
+     // area's rows whole or one IUS and source at a time; the third serves the filters that begin at periods.
+     {"AreaNId, TimePeriodNId, IUSNId, SourceNId, FootnoteNId, Datavalue",
+      "IUSNId, SourceNId, AreaNId, TimePeriodNId, FootnoteNId, Datavalue", "TimePeriodNId, IUSNId, AreaNId",
+      "SourceNId"}},
     {"TimePeriod", "TimePeriodNId COUNTER PRIMARY KEY, TimePeriod TEXT(60), DataExists YESNO", {"TimePeriod"}},
     {"Indicator_Unit_Subpop",
      "IUSNId COUNTER PRIMARY KEY, IndicatorGId TEXT(60), UnitGId TEXT(60), SubpopGId TEXT(60), Min_Value DOUBLE, "
