@@ -1,0 +1,110 @@
+#include "database/JetImport.h"
+
+#include "JetFileWriter.h"
+#include "database/Database.h"
+#include "platform/Files.h"
+#include "session/JetCopies.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "support/SampleApplication.h"
+#include "support/TestSession.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+
+namespace tessaro::test {
+namespace {
+
+class JetImportTest : public SessionTest {
+  protected:
+    void SetUp() override {
+        StartSample();
+        genuine_ = Folder() + "/Genuine [en].mdb";
+        Write({});
+    }
+    /// The sample, changed by statements, as a genuine file.
+    void Write(const QStringList& statements) const {
+        const QString ours = Folder() + "/ours.mdb";
+        QFile::remove(ours);
+        MakeSampleDatabase(ours);
+        const auto connection = CreateTheConnection(ours);
+        for (const QString& sql : statements)
+            ASSERT_TRUE(Execute(sql, connection.get())) << sql.toStdString();
+        WriteJetFile(genuine_, *connection);
+    }
+    [[nodiscard]] static QStringList Copies() { return QDir(DataCacheFolder + "/Imported").entryList(QDir::Files); }
+    [[nodiscard]] static QString Rows(const QString& sql) {
+        return Select(sql).rows().GetString(-1, "|", ";", "Null").c_str();
+    }
+    QString genuine_;
+};
+
+TEST_F(JetImportTest, KnowsAGenuineFile) {
+    EXPECT_TRUE(IsGenuineJetFile(genuine_));
+    EXPECT_FALSE(IsGenuineJetFile(Folder() + "/ours.mdb"));
+    EXPECT_FALSE(IsGenuineJetFile(Folder() + "/missing.mdb"));
+    EXPECT_EQ(FileToOpen(genuine_), genuine_); // no copy yet
+}
+
+TEST_F(JetImportTest, OpensThroughACopyWithTheSameContents) {
+    ASSERT_TRUE(OpenDatabaseFile(genuine_));
+    EXPECT_EQ(CurrentDatabase, genuine_);
+    const QString questions[] = {
+        "SELECT RowNId, TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue FROM Data ORDER BY RowNId",
+        "SELECT * FROM Area ORDER BY AreaNId",
+        "SELECT * FROM Indicator ORDER BY IndicatorGId",
+        "SELECT * FROM Indicator_Unit_Subpop ORDER BY IUSNId",
+        "SELECT * FROM [Language] ORDER BY LanguageCode",
+        "SELECT * FROM Indicator_Source ORDER BY IUSNId, SourceNId",
+    };
+    QStringList copied;
+    for (const QString& sql : questions)
+        copied << Rows(sql);
+    ASSERT_TRUE(OpenDatabaseFile(Folder() + "/ours.mdb"));
+    for (qsizetype i = 0; i < copied.size(); ++i)
+        EXPECT_EQ(copied[i], Rows(questions[i])) << questions[i].toStdString();
+    EXPECT_FALSE(copied[0].isEmpty());
+}
+
+TEST_F(JetImportTest, CopiesOnceAndAgainOnlyWhenTheFileChanged) {
+    ASSERT_TRUE(ImportJetFile(genuine_));
+    const QStringList first = Copies();
+    ASSERT_EQ(first.size(), 1);
+    const QDateTime made = QFileInfo(FileToOpen(genuine_)).lastModified();
+    ASSERT_TRUE(ImportJetFile(genuine_));
+    EXPECT_EQ(QFileInfo(FileToOpen(genuine_)).lastModified(), made);
+
+    Write({"DELETE * FROM Data WHERE IUSNId > 1", "DROP TABLE Template_Log"});
+    ASSERT_TRUE(OpenDatabaseFile(genuine_));
+    EXPECT_EQ(Rows("SELECT Count(*) FROM Data"), QString("11;"));
+    EXPECT_EQ(Copies().size(), 1);
+    EXPECT_NE(Copies(), first);
+}
+
+TEST_F(JetImportTest, AGenuineFileThatIsNoDataDatabaseIsRefused) {
+    Write({"DROP TABLE Region"});
+    EXPECT_FALSE(OpenDatabaseFile(genuine_));
+    EXPECT_EQ(messages, QStringList{"316"});
+    Write({"DROP TABLE [Language]"});
+    EXPECT_FALSE(OpenDatabaseFile(genuine_));
+    EXPECT_EQ(messages, (QStringList{"316", "316"}));
+}
+
+TEST_F(JetImportTest, DamagedFilesAreRefusedAndLeaveNothingBehind) {
+    const QByteArray good = *ReadWholeFile(genuine_);
+    QRandomGenerator random(7);
+    for (int round = 0; round < 25; ++round) {
+        QByteArray bad = round == 0 ? good.left(5000) : good;
+        for (int i = 0; i < 200; ++i)
+            bad[random.bounded(static_cast<int>(bad.size() - 32)) + 32] = static_cast<char>(random.bounded(256));
+        ASSERT_TRUE(ReplaceFile(genuine_, bad));
+        (void)OpenDatabaseFile(genuine_); // good or refused, but here we still are
+    }
+    const QStringList left = Copies();
+    for (const QString& name : left)
+        EXPECT_FALSE(name.endsWith(".part")) << name.toStdString();
+}
+
+} // namespace
+} // namespace tessaro::test
