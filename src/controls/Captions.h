@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QString>
 
 class QAbstractButton;
@@ -17,12 +18,12 @@ void SetToolTip(QWidget* control, const QString& key);
 /// Text of a key without its "&" mnemonic.
 [[nodiscard]] QString PlainText(const QString& key);
 
-/// Gives the language's font (ProductFont, size, style) to a form and all its controls, sets the layout direction of the form
-/// from the language, and leaves out toolbars.
+/// Gives the language's font (ProductFont, size, style) to a form and all its controls, sets the layout direction of
+/// the form from the language, and leaves out toolbars.
 void SetFormFonts(QWidget* form);
 /// The font of the language, and the product's base font (DEFAULT FONT).
-[[nodiscard]] class QFont LanguageFont();
-[[nodiscard]] class QFont DefaultFont();
+[[nodiscard]] QFont LanguageFont();
+[[nodiscard]] QFont DefaultFont();
 /// True when the current language is written from right to left.
 [[nodiscard]] bool LanguageIsRightToLeft();
 

@@ -1,0 +1,97 @@
+#include "controls/Captions.h"
+
+#include "session/Session.h"
+#include "session/Settings.h"
+#include "session/Strings.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QFont>
+#include <QLabel>
+#include <QLocale>
+#include <QToolBar>
+#include <QTreeView>
+
+namespace tessaro {
+
+namespace {
+
+/// A caption without "&" before its letter of access ("&&" stands for the character itself).
+QString WithoutMnemonic(const QString& caption) {
+    QString plain;
+    for (qsizetype i = 0; i < caption.size(); ++i) {
+        if (caption.at(i) == QLatin1Char('&') && i + 1 < caption.size()) ++i;
+        plain += caption.at(i);
+    }
+    return plain;
+}
+
+bool KeepsItsFont(const QWidget* control) {
+    return qobject_cast<const QToolBar*>(control) != nullptr ||
+           control->objectName().compare(QLatin1String("Toolbar1"), Qt::CaseInsensitive) == 0;
+}
+
+/// The tree of sources shows data of the base language, whatever the language of the screens.
+bool ShowsBaseLanguage(const QWidget* control) {
+    return control->objectName().compare(QLatin1String("TV_Sources"), Qt::CaseInsensitive) == 0 &&
+           Language.compare(Setting(QStringLiteral("ENG_LNG")), Qt::CaseInsensitive) != 0;
+}
+
+} // namespace
+
+void SetCaption(QAbstractButton* control, const QString& key) {
+    control->setText(GetText(key));
+    control->setAccessibleName(PlainText(key));
+}
+
+void SetCaption(QLabel* control, const QString& key) {
+    // A label without a partner has no use for a letter of access, and would show its "&".
+    control->setText(control->buddy() ? GetText(key) : PlainText(key));
+    control->setAccessibleName(PlainText(key));
+}
+
+void SetCaption(QAction* action, const QString& key) {
+    action->setText(GetText(key));
+}
+
+void SetToolTip(QWidget* control, const QString& key) {
+    control->setToolTip(PlainText(key));
+}
+
+QString PlainText(const QString& key) {
+    return WithoutMnemonic(GetText(key));
+}
+
+void SetFormFonts(QWidget* form) {
+    const QFont font = LanguageFont();
+    form->setLayoutDirection(LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    form->setFont(font);
+    const auto controls = form->findChildren<QWidget*>();
+    for (QWidget* control : controls)
+        if (!KeepsItsFont(control)) control->setFont(ShowsBaseLanguage(control) ? DefaultFont() : font);
+}
+
+QFont LanguageFont() {
+    if (ProductFont.trimmed().isEmpty()) return DefaultFont();
+    QFont font(ProductFont);
+    if (ProductFontSize > 0) font.setPointSize(qBound(6, ProductFontSize, 72));
+    font.setItalic(ProductFontStyle == 1 || ProductFontStyle == 3);
+    font.setBold(ProductFontStyle == 2 || ProductFontStyle == 3);
+    return font;
+}
+
+QFont DefaultFont() {
+    const QString family = Setting(QStringLiteral("DEFAULT FONT"));
+    QFont font = family.isEmpty() ? QApplication::font() : QFont(family);
+    const int size = SettingNumber(QStringLiteral("DEFAULT FONT SIZE"));
+    if (size > 0) font.setPointSize(qBound(6, size, 72));
+    return font;
+}
+
+bool LanguageIsRightToLeft() {
+    const QString code = Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0);
+    return !code.isEmpty() && QLocale(code).textDirection() == Qt::RightToLeft;
+}
+
+} // namespace tessaro

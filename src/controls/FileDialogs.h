@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+namespace tessaro {
+
+/// What a file dialog is asked to show. `filter` is in the platform's form: "Database files (*.mdb)".
+struct FileQuestion {
+    QString title;
+    QString folder;
+    QString filter;
+};
+
+/// Lets the user choose a file that exists; empty when the dialog was cancelled.
+[[nodiscard]] QString AskForFile(QWidget* parent, const FileQuestion& question);
+
+/// Who answers file dialogs instead of the user (tests); an empty one brings the dialogs back.
+using FileAnswerer = std::function<QString(const FileQuestion&)>;
+void SetFileAnswerer(FileAnswerer answerer);
+
+} // namespace tessaro

@@ -1,0 +1,215 @@
+#include "controls/FlatStyle.h"
+
+#include "controls/Theme.h"
+
+#include <QComboBox>
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace tessaro {
+
+namespace {
+
+constexpr qreal Radius = 4;
+
+bool Has(const QStyleOption& option, QStyle::StateFlag flag) {
+    return (option.state & flag) != 0;
+}
+
+/// A rounded, filled place with a hairline around it, on whole pixels.
+void DrawPlace(QPainter& painter, const QRect& rect, const QColor& fill, const QColor& line) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(line.isValid() ? QPen(line, 1) : QPen(Qt::NoPen));
+    painter.setBrush(fill);
+    painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
+    painter.restore();
+}
+
+QColor LineColor(const QStyleOption& option) {
+    const bool focus = Has(option, QStyle::State_HasFocus) && Has(option, QStyle::State_Enabled);
+    return focus ? theme::Accent() : option.palette.color(QPalette::Mid);
+}
+
+void DrawPushButton(const QStyleOption& option, QPainter& painter) {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    const bool enabled = Has(option, QStyle::State_Enabled);
+    const bool pressed = Has(option, QStyle::State_Sunken) || Has(option, QStyle::State_On);
+    QColor fill = option.palette.color(QPalette::Button);
+    if (!enabled) fill = option.palette.color(QPalette::Window);
+    if (enabled && Has(option, QStyle::State_MouseOver)) fill = theme::HoverSurface();
+    if (pressed) fill = theme::IsDark() ? theme::HoverSurface().lighter(115) : theme::HoverSurface().darker(108);
+    if (button && (button->features & QStyleOptionButton::Flat) && !pressed && !Has(option, QStyle::State_MouseOver))
+        return;
+    DrawPlace(painter, option.rect, fill, enabled ? LineColor(option) : theme::HairLine());
+}
+
+void DrawToolButton(const QStyleOption& option, QPainter& painter) {
+    const bool on = Has(option, QStyle::State_On);
+    const bool hot = Has(option, QStyle::State_MouseOver) && Has(option, QStyle::State_Enabled);
+    const bool focus = Has(option, QStyle::State_HasFocus) && Has(option, QStyle::State_KeyboardFocusChange);
+    if (!on && !hot && !focus && !Has(option, QStyle::State_Sunken)) {
+        if (!Has(option, QStyle::State_AutoRaise))
+            DrawPlace(painter, option.rect, option.palette.color(QPalette::Button),
+                      option.palette.color(QPalette::Mid));
+        return;
+    }
+    QColor fill = theme::HoverSurface();
+    if (on || Has(option, QStyle::State_Sunken)) fill = theme::IsDark() ? fill.lighter(115) : fill.darker(105);
+    DrawPlace(painter, option.rect, fill, focus ? theme::Accent() : on ? theme::HairLine() : QColor());
+}
+
+void DrawFrame(const QStyleOption& option, QPainter& painter) {
+    painter.save();
+    painter.setPen(LineColor(option));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+    painter.restore();
+}
+
+void DrawHead(const QStyleOption& option, QPainter& painter) {
+    painter.fillRect(option.rect, Has(option, QStyle::State_MouseOver) && Has(option, QStyle::State_Enabled)
+                                      ? theme::HoverSurface()
+                                      : theme::SurfaceRaised());
+    painter.save();
+    painter.setPen(theme::HairLine());
+    const QRect rect = option.rect.adjusted(0, 0, -1, -1);
+    painter.drawLine(rect.bottomLeft(), rect.bottomRight());
+    const QPoint corner = option.direction == Qt::RightToLeft ? rect.topLeft() : rect.topRight();
+    painter.drawLine(corner + QPoint(0, 4), QPoint(corner.x(), rect.bottom() - 4));
+    painter.restore();
+}
+
+void DrawChevron(QPainter& painter, const QRect& rect, const QColor& color) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPointF middle = QRectF(rect).center();
+    QPainterPath path(middle + QPointF(-3.5, -1.75));
+    path.lineTo(middle + QPointF(0, 1.75));
+    path.lineTo(middle + QPointF(3.5, -1.75));
+    painter.drawPath(path);
+    painter.restore();
+}
+
+void DrawProgress(const QStyleOption& option, QPainter& painter) {
+    const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(&option);
+    if (!bar) return;
+    const qreal part =
+        bar->maximum > bar->minimum ? qreal(bar->progress - bar->minimum) / (bar->maximum - bar->minimum) : 1.0;
+    QRect filled = option.rect;
+    filled.setWidth(static_cast<int>(option.rect.width() * qBound(0.0, part, 1.0)));
+    if (option.direction == Qt::RightToLeft) filled.moveRight(option.rect.right());
+    if (filled.width() > 2) DrawPlace(painter, filled, theme::Accent(), {});
+}
+
+void DrawScrollBar(const QProxyStyle& style, const QStyleOptionSlider& option, QPainter& painter,
+                   const QWidget* widget) {
+    painter.fillRect(option.rect, option.palette.color(QPalette::Base));
+    const QRect slider = style.subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, widget);
+    const bool hot = (option.activeSubControls & QStyle::SC_ScrollBarSlider) != 0;
+    if (!Has(option, QStyle::State_Enabled) || option.maximum <= option.minimum) return;
+    QColor color = theme::MutedText();
+    color.setAlphaF(hot ? 0.75F : 0.4F);
+    DrawPlace(painter, slider.adjusted(2, 2, -2, -2), color, {});
+}
+
+void DrawComboBox(const QProxyStyle& style, const QStyleOptionComboBox& option, QPainter& painter,
+                  const QWidget* widget) {
+    const bool enabled = Has(option, QStyle::State_Enabled);
+    QColor fill = option.palette.color(option.editable ? QPalette::Base : QPalette::Button);
+    if (!option.editable && enabled && Has(option, QStyle::State_MouseOver)) fill = theme::HoverSurface();
+    if (!enabled) fill = option.palette.color(QPalette::Window);
+    DrawPlace(painter, option.rect, fill, LineColor(option));
+    const QRect arrow = style.subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, widget);
+    DrawChevron(painter, arrow,
+                option.palette.color(enabled ? QPalette::Normal : QPalette::Disabled, QPalette::ButtonText));
+}
+
+} // namespace
+
+FlatStyle::FlatStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+    switch (element) {
+    case PE_PanelButtonCommand:
+        return DrawPushButton(*option, *painter);
+    case PE_PanelButtonTool:
+        return DrawToolButton(*option, *painter);
+    case PE_PanelLineEdit:
+        // The edit field of a combo box has no frame of its own.
+        if (qobject_cast<const QComboBox*>(widget ? widget->parentWidget() : nullptr)) return;
+        return DrawPlace(*painter, option->rect,
+                         option->palette.color(Has(*option, State_Enabled) ? QPalette::Base : QPalette::Window),
+                         LineColor(*option));
+    case PE_Frame:
+        return DrawFrame(*option, *painter);
+    case PE_FrameStatusBarItem:
+    case PE_FrameDefaultButton:
+    case PE_FrameButtonTool:
+        return;
+    case PE_IndicatorToolBarSeparator:
+    default:
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+    switch (element) {
+    case CE_HeaderSection:
+    case CE_HeaderEmptyArea:
+        return DrawHead(*option, *painter);
+    case CE_MenuBarEmptyArea:
+        return painter->fillRect(option->rect, option->palette.window());
+    case CE_ProgressBarGroove:
+        return DrawPlace(*painter, option->rect, theme::SurfaceRaised(), {});
+    case CE_ProgressBarContents:
+        return DrawProgress(*option, *painter);
+    case CE_Splitter:
+        return;
+    default:
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+}
+
+void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                   const QWidget* widget) const {
+    if (control == CC_ScrollBar)
+        if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option))
+            return DrawScrollBar(*this, *bar, *painter, widget);
+    if (control == CC_ComboBox)
+        if (const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option); box && box->frame)
+            return DrawComboBox(*this, *box, *painter, widget);
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+    case PM_SplitterWidth:
+        return theme::Grid;
+    case PM_SmallIconSize:
+    case PM_ButtonIconSize:
+    case PM_ListViewIconSize:
+        return theme::IconSize;
+    case PM_MenuBarPanelWidth:
+        return 0;
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* returned) const {
+    // A click beside the slider goes to the next page, as on every platform that this system ran on.
+    if (hint == SH_ScrollBar_LeftClickAbsolutePosition) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+} // namespace tessaro

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace tessaro {
+
+/// Fusion without its bevels: flat buttons, fields, heads and bars, parted by hairlines, the focus shown by the accent.
+class FlatStyle final : public QProxyStyle {
+    Q_OBJECT
+
+  public:
+    FlatStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                                QStyleHintReturn* returned) const override;
+};
+
+} // namespace tessaro

@@ -1,0 +1,148 @@
+#include "controls/MessageBox.h"
+
+#include "controls/Captions.h"
+#include "controls/Theme.h"
+#include "session/Strings.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace tessaro {
+
+namespace {
+
+using Buttons = std::vector<MessageButton>;
+
+/// Yes, No, Cancel gives 0 for No: no caller of that set tells No apart.
+const std::array<Buttons, 7> ButtonSets{{
+    {},
+    {{"OK BUTTON", MessageCode::Ok}},
+    {{"OK BUTTON", MessageCode::Ok}, {"CANCEL BUTTON", MessageCode::Cancel}},
+    {{"Yes", MessageCode::Yes}, {"No", MessageCode::No}},
+    {{"Yes", MessageCode::Yes}, {"No", 0}, {"CANCEL BUTTON", MessageCode::Cancel}},
+    {{"Comm_Done", MessageCode::Done}},
+    {{"Locate", MessageCode::Ok}, {"Ignore", MessageCode::Cancel}},
+}};
+
+struct IconPicture {
+    int code;
+    const char* file;
+    const char* nameKey;
+};
+constexpr std::array<IconPicture, 4> Pictures{{
+    {101, "error.png", "TS_Warning"},
+    {102, "info.png", "TS_Message"},
+    {103, "warning.png", "TS_Warning"},
+    {104, "question.png", "TS_Question"},
+}};
+
+const IconPicture& PictureOf(int icon) {
+    for (const IconPicture& picture : Pictures)
+        if (picture.code == icon) return picture;
+    return Pictures[2];
+}
+
+/// A button without a text can't be told apart; before any language file is read, the key stands in.
+QString CaptionOf(const char* key) {
+    const QString text = GetText(QLatin1String(key));
+    return text.isEmpty() ? QString::fromLatin1(key).section(QLatin1Char(' '), 0, 0) : text;
+}
+
+} // namespace
+
+const std::vector<MessageButton>& ButtonsOf(MessageType type) {
+    const auto place = static_cast<std::size_t>(type);
+    return ButtonSets.at(place < ButtonSets.size() && place > 0 ? place : 1);
+}
+
+MessageBox::MessageBox(const Message& message, QWidget* parent)
+    : QDialog(parent), text_(message.text), code_(CodeOfClosing(message.type)) {
+    setObjectName(QStringLiteral("frmMessage"));
+    setWindowTitle(message.title);
+    setModal(true);
+    setLayoutDirection(LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(3 * theme::Grid, 3 * theme::Grid, 3 * theme::Grid, 2 * theme::Grid);
+    layout->setSpacing(3 * theme::Grid);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    AddText(message);
+    AddButtons(message);
+}
+
+void MessageBox::AddText(const Message& message) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2 * theme::Grid);
+    const IconPicture& icon = PictureOf(message.icon);
+    auto* picture = new QLabel(this);
+    picture->setObjectName(QStringLiteral("picMessage"));
+    picture->setPixmap(theme::Icon(QLatin1String(icon.file)).pixmap(4 * theme::Grid, 4 * theme::Grid));
+    picture->setAccessibleName(PlainText(QLatin1String(icon.nameKey)));
+    row->addWidget(picture, 0, Qt::AlignTop);
+    auto* label = new QLabel(message.text, this);
+    label->setObjectName(QStringLiteral("lblMessage"));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setFont(message.key.isEmpty() ? DefaultFont() : LanguageFont());
+    const int wide = label->fontMetrics().averageCharWidth() * 56;
+    const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, wide, 10000), Qt::TextWordWrap, message.text);
+    label->setFixedWidth(qBound(30 * theme::Grid, needed.width() + theme::Grid, wide + theme::Grid));
+    label->setMinimumHeight(label->heightForWidth(label->width()));
+    row->addWidget(label, 1, Qt::AlignVCenter);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+}
+
+void MessageBox::AddButtons(const Message& message) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(theme::Grid);
+    row->addStretch(1);
+    int place = 0;
+    for (const MessageButton& spec : ButtonsOf(message.type)) {
+        auto* button = new QPushButton(CaptionOf(spec.captionKey), this);
+        button->setObjectName(QStringLiteral("cmdMessage_%1").arg(place));
+        button->setFont(LanguageFont());
+        button->setMinimumWidth(11 * theme::Grid);
+        button->setDefault(place == 0);
+        connect(button, &QPushButton::clicked, this, [this, code = spec.code] {
+            code_ = code;
+            accept();
+        });
+        row->addWidget(button);
+        if (place++ == 0) button->setFocus();
+    }
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+}
+
+void MessageBox::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        QGuiApplication::clipboard()->setText(text_);
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+int MessageBox::Ask() {
+    exec();
+    return code_;
+}
+
+int AskWithMessageBox(const Message& message) {
+    QWidget* over = QApplication::activeModalWidget();
+    if (!over) over = QApplication::activeWindow();
+    // A wait cursor over a question tells the user to wait for what waits for the user.
+    const bool busy = QGuiApplication::overrideCursor() != nullptr;
+    if (busy) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int code = MessageBox(message, over).Ask();
+    if (busy) QGuiApplication::restoreOverrideCursor();
+    return code;
+}
+
+} // namespace tessaro
