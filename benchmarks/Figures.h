@@ -1,0 +1,23 @@
+#pragma once
+
+#include "BenchSession.h"
+#include "HandWritten.h"
+#include "Report.h"
+
+/// The groups of figures, each on the session that is open.
+namespace tessaro::bench {
+
+/// Every form of the automatic selections. Expects half of everything to be selected.
+void MeasureCrossFilters(Report& report, HandWritten& hand);
+/// The identifier statement, and its pages in the grid. Expects everything to be selected.
+void MeasureGrid(Report& report, HandWritten& hand);
+/// Marking what has data, translating statements, opening the database.
+void MeasureDatabase(Report& report, HandWritten& hand, const BenchSession& session);
+/// The program itself: start to first painted frame, and its resident size with the data view open. `self` is this
+/// program, which plays it.
+void MeasureProgram(Report& report, const QString& self, const QString& database, const QString& installation);
+
+/// The program's part in MeasureProgram: true when the arguments ask for it; the exit status is in `status`.
+bool PlayProgram(int argc, char** argv, int& status);
+
+} // namespace tessaro::bench

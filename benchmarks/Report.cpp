@@ -1,0 +1,87 @@
+#include "Report.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <limits>
+
+namespace tessaro::bench {
+
+namespace {
+
+constexpr int kTurns = 4;
+constexpr double kShortestTurn = 30; ///< milliseconds below which the clock and its neighbours blur the figure
+constexpr double kLongWork = 2000;   ///< milliseconds from which two turns have to do
+
+std::string Text(double value, const char* format) {
+    std::array<char, 48> text{};
+    std::snprintf(text.data(), text.size(), format, value);
+    return text.data();
+}
+
+std::string Duration(double milliseconds) {
+    if (milliseconds >= 1000) return Text(milliseconds / 1000, "%.2f s");
+    if (milliseconds >= 1) return Text(milliseconds, "%.1f ms");
+    return Text(milliseconds * 1000, "%.1f us");
+}
+
+std::string Figure(double value, const std::string& unit) {
+    return unit == "ms" ? Duration(value) : Text(value, "%.0f ") + unit;
+}
+
+} // namespace
+
+double Milliseconds(const std::function<void()>& work, int times) {
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    for (int i = 0; i < times; ++i)
+        work();
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count() / times;
+}
+
+void Report::Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
+                     double allowedRatio) {
+    std::fprintf(stderr, "bench: %s\n", what.c_str());
+    byHand(); // both find the pages of the files in memory
+    const double once = std::max(Milliseconds(ours), 0.0001);
+    const int times = std::clamp(static_cast<int>(kShortestTurn / once), 1, 20000);
+    const int turns = once > kLongWork ? 2 : kTurns;
+    double best = std::numeric_limits<double>::max();
+    double bestByHand = best;
+    for (int turn = 0; turn < turns; ++turn) {
+        // Who goes first changes, so that neither always finds the processor warm.
+        const bool oursFirst = turn % 2 == 0;
+        if (oursFirst) best = std::min(best, Milliseconds(ours, times));
+        bestByHand = std::min(bestByHand, Milliseconds(byHand, times));
+        if (!oursFirst) best = std::min(best, Milliseconds(ours, times));
+    }
+    const double ratio = best / bestByHand;
+    lines_.push_back({what, Duration(best), Duration(bestByHand), Text(ratio, "%.2f"), Text(allowedRatio, "%.2f"),
+                      ratio <= allowedRatio});
+}
+
+void Report::Bound(const std::string& what, double figure, double allowed, const std::string& unit) {
+    std::fprintf(stderr, "bench: %s\n", what.c_str());
+    lines_.push_back({what, Figure(figure, unit), "", "", Figure(allowed, unit), figure <= allowed});
+}
+
+bool Report::AllKept() const {
+    return std::ranges::all_of(lines_, [](const Line& line) { return line.kept; });
+}
+
+void Report::Print() const {
+    const Line head{"what", "ours", "hand-written", "ratio", "allowed", true};
+    std::size_t width = head.what.size();
+    for (const Line& line : lines_)
+        width = std::max(width, line.what.size());
+    const auto print = [&](const Line& line) {
+        std::printf("%-*s  %10s  %12s  %5s  %8s%s\n", static_cast<int>(width), line.what.c_str(), line.ours.c_str(),
+                    line.byHand.c_str(), line.ratio.c_str(), line.allowed.c_str(), line.kept ? "" : "  MISSED");
+    };
+    print(head);
+    for (const Line& line : lines_)
+        print(line);
+}
+
+} // namespace tessaro::bench

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tessaro::bench {
+
+/// The table of all figures, each beside what it may be.
+class Report final {
+  public:
+    /// Times our work and the same work by hand, in turns, and takes the best of each. Short work is repeated within a turn.
+    void Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
+                 double allowedRatio = 1.2);
+    /// Notes a figure that has a bound of its own.
+    void Bound(const std::string& what, double figure, double allowed, const std::string& unit);
+
+    /// True when no bound was missed.
+    [[nodiscard]] bool AllKept() const;
+    void Print() const;
+
+  private:
+    struct Line {
+        std::string what, ours, byHand, ratio, allowed;
+        bool kept = true;
+    };
+    std::vector<Line> lines_;
+};
+
+/// Milliseconds that the work takes, as the mean of `times`.
+[[nodiscard]] double Milliseconds(const std::function<void()>& work, int times = 1);
+
+} // namespace tessaro::bench
