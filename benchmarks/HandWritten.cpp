@@ -32,6 +32,15 @@ void RunOn(sqlite3* database, const std::string& sql) {
     if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail(database, sql);
 }
 
+// In the form in which it stands in the file, as one would who knows the tables.
+void ReadColumn(sqlite3_stmt* statement, int column) {
+    if (sqlite3_column_type(statement, column) == SQLITE_INTEGER) {
+        (void)sqlite3_column_int64(statement, column);
+    } else {
+        (void)sqlite3_column_text(statement, column);
+    }
+}
+
 std::int64_t WalkOn(sqlite3* database, const std::string& sql, std::int64_t most,
                     std::vector<std::string>* firstColumn = nullptr) {
     sqlite3_stmt* statement = nullptr;
@@ -40,7 +49,7 @@ std::int64_t WalkOn(sqlite3* database, const std::string& sql, std::int64_t most
     std::int64_t rows = 0;
     while (rows < most && sqlite3_step(statement) == SQLITE_ROW) {
         for (int column = 0; column < columns; ++column)
-            (void)sqlite3_column_text(statement, column);
+            ReadColumn(statement, column);
         if (firstColumn != nullptr)
             firstColumn->emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
         ++rows;
@@ -68,6 +77,16 @@ HandWritten::HandWritten(const std::string& dataFile, const std::string& selecti
 
 HandWritten::~HandWritten() {
     sqlite3_close(database_);
+}
+
+std::vector<std::int64_t> HandWritten::Numbers(const std::string& sql, int column) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(database_, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) Fail(database_, sql);
+    std::vector<std::int64_t> numbers;
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        numbers.push_back(sqlite3_column_int64(statement, column));
+    sqlite3_finalize(statement);
+    return numbers;
 }
 
 void HandWritten::Run(const std::string& sql) {

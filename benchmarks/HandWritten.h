@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 struct sqlite3;
 
@@ -20,6 +21,8 @@ class HandWritten final {
     void Run(const std::string& sql);
     /// Steps through the rows of a query (at most `most`) and reads every column; gives the number of rows.
     std::int64_t Walk(const std::string& sql, std::int64_t most = INT64_MAX);
+    /// The numbers of one column of all rows.
+    [[nodiscard]] std::vector<std::int64_t> Numbers(const std::string& sql, int column);
 
   private:
     sqlite3* database_ = nullptr;
