@@ -4,9 +4,9 @@
 #include "controls/Theme.h"
 #include "dataview/GridDelegate.h"
 #include "dataview/GridQuery.h"
+#include "selection/SelectionGuard.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
-#include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -160,29 +160,9 @@ void frmData::Leave() {
     paging_.Suspend();
 }
 
-// Time and area have each other's message here, unlike in the guard of the way in; users know it so.
-bool frmData::IsSelectionComplete() {
-    struct Stage {
-        const char* statement;
-        const char* message;
-        int number;
-    };
-    static constexpr std::array<Stage, 3> stages = {{{"SELECT IUSNId FROM _SelIUSNId", "016", 0},
-                                                     {"SELECT TimePeriodNId FROM _SelTimePeriod", "024", 1},
-                                                     {"SELECT AreaNId FROM _SelArea", "023", 2}}};
-    for (const Stage& stage : stages) {
-        if (!Select(QLatin1String(stage.statement), jet::CursorType::ForwardOnly).atEnd()) continue;
-        if (stage.number == 0 && DataExistsMode == 1 && TheFrame().SelectedIndicatorCount() > 0) continue;
-        ShowMessage(QLatin1String(stage.message));
-        TheFrame().GoToStage(stage.number);
-        return false;
-    }
-    return true;
-}
-
 bool frmData::MakeQryForTheGrid() {
     ErrorTrap trap("MakeQryForTheGrid");
-    if (!IsSelectionComplete()) return false;
+    if (!selection::IsSelectionComplete()) return false;
     const Busy busy;
     TheFrame().StartProgress();
     InitializeDataViewVariables();

@@ -52,7 +52,6 @@ class frmData final : public StageScreen {
     void MakeGrid();
     void MakeOptionStrip();
     void ConnectEvents();
-    [[nodiscard]] bool IsSelectionComplete();
     void InitializeDataViewVariables();
     bool StartPaging(const QString& sql);
     void ResetGrid();
