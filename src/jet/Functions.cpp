@@ -1,6 +1,7 @@
 #include "jet/Functions.h"
 
 #include "jet/Collation.h"
+#include "jet/FunctionSupport.h"
 
 #include <algorithm>
 #include <array>
@@ -124,6 +125,16 @@ const FunctionInfo* FindFunction(std::string_view name) {
     const std::string_view wanted(lower.data(), name.size());
     const auto* const found = std::ranges::lower_bound(Table, wanted, {}, &FunctionInfo::name);
     return found != Table.end() && found->name == wanted ? found : nullptr;
+}
+
+void RegisterFunctions(sqlite3* database) {
+    RegisterCollations(database);
+    RegisterTextFunctions(database);
+    RegisterNumberFunctions(database);
+    RegisterConversions(database);
+    RegisterDateFunctions(database);
+    RegisterOperators(database);
+    RegisterAggregates(database);
 }
 
 } // namespace jet

@@ -1,0 +1,193 @@
+#include "jet/Format.h"
+
+#include "jet/Catalogue.h"
+#include "jet/Dates.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+#include <vector>
+
+namespace jet {
+
+namespace {
+
+struct Piece {
+    char kind = 0; // 0, #, ., or L for literal text
+    std::string text;
+};
+
+// One section of a mask, taken apart.
+struct Section {
+    std::vector<Piece> pieces;
+    int whole = 0;    // places before the point
+    int decimals = 0; // places after it
+    int leastWhole = 0;
+    int leastDecimals = 0;
+    bool grouped = false;
+    bool percent = false;
+    bool hasPoint = false;
+};
+
+void TakePlace(Section& section, char c) {
+    section.pieces.push_back({c, {}});
+    int& places = section.hasPoint ? section.decimals : section.whole;
+    int& least = section.hasPoint ? section.leastDecimals : section.leastWhole;
+    ++places;
+    if (section.hasPoint && c == '0') least = places;
+    if (!section.hasPoint && (c == '0' || least > 0)) ++least;
+}
+
+Section Parse(std::string_view mask) {
+    Section section;
+    for (std::size_t i = 0; i < mask.size(); ++i) {
+        const char c = mask[i];
+        if (c == '0' || c == '#') {
+            TakePlace(section, c);
+        } else if (c == '.' && !section.hasPoint) {
+            section.hasPoint = true;
+            section.pieces.push_back({'.', {}});
+        } else if (c == ',') {
+            section.grouped = true;
+        } else if (c == '"') {
+            const std::size_t end = std::min(mask.find('"', i + 1), mask.size());
+            section.pieces.push_back({'L', std::string(mask.substr(i + 1, end - i - 1))});
+            i = end;
+        } else if (c == '\\' && i + 1 < mask.size()) {
+            section.pieces.push_back({'L', std::string(1, mask[++i])});
+        } else {
+            section.percent = section.percent || c == '%';
+            section.pieces.push_back({'L', std::string(1, c)});
+        }
+    }
+    return section;
+}
+
+struct Digits {
+    std::string whole;
+    std::string decimals;
+    [[nodiscard]] bool zero() const { return (whole + decimals).find_first_not_of('0') == std::string::npos; }
+};
+
+// Rounds the shortest decimal text, half away from zero, as people do on paper.
+Digits RoundedDigits(double number, std::size_t decimals) {
+    std::array<char, 400> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), std::fabs(number), std::chars_format::fixed).ptr;
+    const std::string_view all(text.data(), static_cast<std::size_t>(end - text.data()));
+    const std::size_t point = std::min(all.find('.'), all.size());
+    std::string joined = "0" + std::string(all.substr(0, point));
+    const std::size_t wholeLength = joined.size();
+    if (point < all.size()) joined += all.substr(point + 1);
+    const std::size_t wanted = wholeLength + decimals;
+    const bool up = joined.size() > wanted && joined[wanted] >= '5';
+    joined.resize(wanted, '0');
+    for (std::size_t i = wanted; up && i-- > 0;) {
+        if (joined[i] != '9') {
+            ++joined[i];
+            break;
+        }
+        joined[i] = '0';
+    }
+    Digits digits{joined.substr(0, wholeLength), joined.substr(wholeLength)};
+    digits.whole.erase(0, std::min(digits.whole.find_first_not_of('0'), digits.whole.size()));
+    return digits;
+}
+
+std::string Grouped(const std::string& whole) {
+    std::string text;
+    for (std::size_t i = 0; i < whole.size(); ++i) {
+        if (i > 0 && (whole.size() - i) % 3 == 0) text += ',';
+        text += whole[i];
+    }
+    return text;
+}
+
+std::string Fill(const Section& section, double number, bool sign) {
+    Digits digits = RoundedDigits(section.percent ? number * 100 : number, static_cast<std::size_t>(section.decimals));
+    const bool negative = sign && number < 0 && !digits.zero();
+    const auto least = static_cast<std::size_t>(section.leastWhole);
+    if (digits.whole.size() < least) digits.whole.insert(0, least - digits.whole.size(), '0');
+    while (digits.decimals.size() > static_cast<std::size_t>(section.leastDecimals) && digits.decimals.back() == '0')
+        digits.decimals.pop_back();
+    if (section.grouped) digits.whole = Grouped(digits.whole);
+    std::string text = negative ? "-" : "";
+    bool wholeDone = false;
+    bool decimalsDone = false;
+    bool afterPoint = false;
+    const auto give = [&text](const std::string& part, bool& done) {
+        if (!done) text += part;
+        done = true;
+    };
+    for (const Piece& piece : section.pieces) {
+        if (piece.kind == 'L') {
+            text += piece.text;
+        } else if (piece.kind == '.') {
+            give(digits.whole, wholeDone);
+            text += '.';
+            afterPoint = true;
+        } else if (afterPoint) {
+            give(digits.decimals, decimalsDone);
+        } else {
+            give(digits.whole, wholeDone);
+        }
+    }
+    return text;
+}
+
+std::vector<std::string_view> Sections(std::string_view mask) {
+    std::vector<std::string_view> sections;
+    std::size_t start = 0;
+    bool quoted = false;
+    for (std::size_t i = 0; i <= mask.size(); ++i) {
+        if (i < mask.size() && mask[i] == '"') quoted = !quoted;
+        if (i < mask.size() && (mask[i] != ';' || quoted)) continue;
+        sections.push_back(mask.substr(start, i - start));
+        start = i + 1;
+    }
+    return sections;
+}
+
+std::string FormatNumber(double number, std::string_view mask) {
+    const std::vector<std::string_view> sections = Sections(mask);
+    if (number < 0 && sections.size() > 1 && !sections[1].empty()) return Fill(Parse(sections[1]), number, false);
+    if (number == 0 && sections.size() > 2 && !sections[2].empty()) return Fill(Parse(sections[2]), number, false);
+    return Fill(Parse(sections[0]), number, true);
+}
+
+std::optional<std::string> FormatNamed(double number, std::string_view name) {
+    static constexpr std::array<std::pair<std::string_view, std::string_view>, 4> masks = {
+        {{"Standard", "#,##0.00"}, {"Fixed", "0.00"}, {"Percent", "0.00%"}, {"Currency", "#,##0.00"}}};
+    for (const auto& [each, mask] : masks)
+        if (SameName(each, name)) return FormatNumber(number, mask);
+    if (name.empty() || SameName(name, "General Number")) return ShortestText(number);
+    if (SameName(name, "Yes/No")) return number != 0 ? "Yes" : "No";
+    if (SameName(name, "True/False")) return number != 0 ? "True" : "False";
+    if (SameName(name, "On/Off")) return number != 0 ? "On" : "Off";
+    if (SameName(name, "Scientific")) {
+        std::array<char, 64> text{};
+        std::snprintf(text.data(), text.size(), "%.2E", number);
+        return text.data();
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::string Format(const Value& value, std::string_view mask) {
+    if (value.isNull()) return {};
+    if (IsDateMask(mask)) {
+        const auto date = ReadDate(value);
+        return date ? FormatDate(*date, mask) : value.toText();
+    }
+    std::optional<double> number = value.toDouble();
+    if (value.type() == Value::Type::Text) number = ReadNumber(value.toText());
+    if (!number || !std::isfinite(*number)) return value.toText();
+    if (auto named = FormatNamed(*number, mask)) return *named;
+    return FormatNumber(*number, mask);
+}
+
+} // namespace jet

@@ -1,0 +1,158 @@
+#include "jet/Catalogue.h"
+#include "jet/Collation.h"
+#include "jet/FunctionSupport.h"
+#include "jet/Like.h"
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+namespace jet {
+
+namespace {
+
+[[noreturn]] void FailDivision() {
+    throw Error(ErrorNumber::DivisionByZero, "Division by zero.");
+}
+
+// & reads Null as empty text; only Nulls alone stay Null.
+void Concat(Call& call) {
+    std::string result;
+    bool any = false;
+    for (std::size_t i = 0; i < call.count(); ++i) {
+        if (call.isNull(i)) continue;
+        std::string room;
+        result += call.text(i, room);
+        any = true;
+    }
+    if (any) call.give(std::string_view(result));
+}
+
+void Add(Call& call) {
+    if (call.isText(0) && call.isText(1)) {
+        std::string roomA;
+        std::string roomB;
+        return call.give(std::string_view(std::string(call.text(0, roomA)).append(call.text(1, roomB))));
+    }
+    std::int64_t sum = 0;
+    if (call.isWhole(0) && call.isWhole(1) && !__builtin_add_overflow(call.whole(0), call.whole(1), &sum))
+        return call.give(sum);
+    call.give(call.number(0) + call.number(1));
+}
+
+void Divide(Call& call) {
+    const double divisor = call.number(1);
+    if (divisor == 0) FailDivision();
+    call.give(call.number(0) / divisor);
+}
+
+void IntegerDivide(Call& call) {
+    const std::int64_t divisor = call.whole(1);
+    if (divisor == 0) FailDivision();
+    const std::int64_t dividend = call.whole(0);
+    if (divisor == -1) return call.give(-static_cast<double>(dividend)); // the least of all has no counterpart
+    call.give(dividend / divisor);
+}
+
+void Modulo(Call& call) {
+    const std::int64_t divisor = call.whole(1);
+    if (divisor == 0) FailDivision();
+    call.give(divisor == -1 ? std::int64_t{0} : call.whole(0) % divisor);
+}
+
+void Power(Call& call) {
+    const double base = call.number(0);
+    const double exponent = call.number(1);
+    if (base == 0 && exponent < 0) FailDivision();
+    const double result = std::pow(base, exponent);
+    if (std::isnan(result)) throw Error(ErrorNumber::TypeMismatch, "A negative number has no such power.");
+    call.give(result);
+}
+
+void Like(Call& call) {
+    std::string textRoom;
+    std::string patternRoom;
+    call.giveYesNo(IsLike(call.text(0, textRoom), call.text(1, patternRoom)));
+}
+
+void Bool(Call& call) {
+    if (call.isNull(0)) return call.giveYesNo(false);
+    if (!call.isText(0)) return call.giveYesNo(call.number(0) != 0);
+    std::string room;
+    const std::string_view text = call.text(0, room);
+    if (SameName(text, "True") || SameName(text, "Yes") || SameName(text, "On")) return call.giveYesNo(true);
+    if (SameName(text, "False") || SameName(text, "No") || SameName(text, "Off")) return call.giveYesNo(false);
+    call.giveYesNo(call.number(0) != 0);
+}
+
+void Number(Call& call) {
+    if (call.isText(0)) return call.give(call.number(0));
+    call.giveArgument(0);
+}
+
+void NewGuid(Call& call) {
+    std::array<unsigned char, 16> bytes{};
+    sqlite3_randomness(static_cast<int>(bytes.size()), bytes.data());
+    bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0FU) | 0x40U);
+    bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3FU) | 0x80U);
+    std::string text = "{";
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        std::array<char, 3> digits{};
+        std::snprintf(digits.data(), digits.size(), "%02X", static_cast<unsigned>(bytes[i]));
+        if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
+        text += digits.data();
+    }
+    call.give(std::string_view(text += '}'));
+}
+
+void IsNull(Call& call) {
+    call.giveYesNo(call.isNull(0));
+}
+
+void IIf(Call& call) {
+    const bool yes = !call.isNull(0) && call.value(0).toBoolean();
+    call.giveArgument(yes ? 1 : 2);
+}
+
+void Nz(Call& call) {
+    if (!call.isNull(0)) return call.giveArgument(0);
+    if (call.count() > 1) return call.giveArgument(1);
+    call.give(std::string_view(""));
+}
+
+void Choose(Call& call) {
+    if (call.isNull(0)) return;
+    const std::int64_t choice = static_cast<std::int64_t>(std::floor(call.number(0)));
+    if (choice >= 1 && static_cast<std::size_t>(choice) < call.count())
+        call.giveArgument(static_cast<std::size_t>(choice));
+}
+
+void Switch(Call& call) {
+    for (std::size_t i = 0; i + 1 < call.count(); i += 2)
+        if (!call.isNull(i) && call.value(i).toBoolean()) return call.giveArgument(i + 1);
+}
+
+} // namespace
+
+void RegisterOperators(sqlite3* database) {
+    static constexpr std::array functions = {
+        Registration{"jet_concat", Entry<Concat, Nulls::Pass>},
+        Registration{"jet_add", Entry<Add, Nulls::Spread>},
+        Registration{"jet_divide", Entry<Divide, Nulls::Spread>},
+        Registration{"jet_intdiv", Entry<IntegerDivide, Nulls::Spread>},
+        Registration{"jet_mod", Entry<Modulo, Nulls::Spread>},
+        Registration{"jet_power", Entry<Power, Nulls::Spread>},
+        Registration{"jet_like", Entry<Like, Nulls::Spread>},
+        Registration{"jet_bool", Entry<Bool, Nulls::Pass>},
+        Registration{"jet_number", Entry<Number, Nulls::Spread>},
+        Registration{"jet_newguid", Entry<NewGuid, Nulls::Pass>, false},
+        Registration{"jet_isnull", Entry<IsNull, Nulls::Pass>},
+        Registration{"jet_iif", Entry<IIf, Nulls::Pass>},
+        Registration{"jet_nz", Entry<Nz, Nulls::Pass>},
+        Registration{"jet_choose", Entry<Choose, Nulls::Pass>},
+        Registration{"jet_switch", Entry<Switch, Nulls::Pass>},
+    };
+    Register(database, functions);
+}
+
+} // namespace jet
