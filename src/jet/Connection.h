@@ -16,6 +16,7 @@ namespace jet {
 enum class CursorType {
     ForwardOnly, ///< rows are fetched as they are asked for; MoveNext only
     Static,      ///< a snapshot of all rows on the client; moves freely
+    Keyset,      ///< moves freely; rows are fetched as far as they are asked for, RecordCount and MoveLast fetch all
 };
 
 /// Operations on database files as a whole.
@@ -46,7 +47,8 @@ class Connection final {
     /// Runs a SELECT or TRANSFORM. The recordset keeps the connection's engine alive while it needs it.
     [[nodiscard]] Recordset OpenRecordset(std::string_view sql, CursorType cursor = CursorType::Static);
 
-    /// All tables and links, in the file's order, with their types ("TABLE" for Table, "LINK" for Link …).
+    /// All tables and links, in the file's order, with their types ("TABLE" for Table, "LINK" for Link …), without the
+    /// engine's own (MSys…). Columns are left out; catalogue().find(name) has them.
     [[nodiscard]] std::vector<TableInfo> Tables() const;
     [[nodiscard]] const Catalogue& catalogue() const;
     /// Makes (or replaces) the link `linkName` to `sourceTable` of the database `file`. A missing file or table is

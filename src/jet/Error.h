@@ -19,6 +19,7 @@ enum class ErrorNumber : unsigned {
     NotADatabase = 0x80004005,    ///< the file is missing, damaged or of another kind
     ReadOnly = 0x80040E09,
     Busy = 0x80040E23,            ///< another connection holds the file
+    NoRows = 0x80040E01,          ///< a result was asked of a statement that gives none
     EngineError = 0x80040E00,     ///< anything else the engine reports
 };
 

@@ -23,7 +23,7 @@ void ExpectRising(const Texts& texts, int (*compare)(std::string_view, std::stri
 
 TEST(CompareText, PutsTextsInAlphabeticalOrder) {
     ExpectRising({"",   " ", "_x", "-x", "(a)", "1",  "10", "2",  "a", "ä", "a b", "ab",
-                  "äb", "b", "E",  "é",  "ea",  "Éa", "z",  "zz", "Ω", "Б",   "в",  "ع"},
+                  "äb", "b", "E",  "é",  "ea",  "Éa", "z",  "zz", "Ω", "Б", "в",   "ع"},
                  CompareText);
 }
 

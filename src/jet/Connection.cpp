@@ -1,0 +1,133 @@
+#include "jet/Connection.h"
+
+#include "jet/DatabaseFile.h"
+#include "jet/Engine.h"
+#include "jet/RecordsetImpl.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace jet {
+
+namespace {
+
+Engine& EngineOf(const Connection::Impl& impl) {
+    if (impl.engine == nullptr) throw Error(ErrorNumber::EngineError, "The connection is closed.");
+    return *impl.engine;
+}
+
+Handle OpenNew(const std::string& path) {
+    sqlite3* raw = nullptr;
+    const int code = sqlite3_open_v2(FileUri(path, "").c_str(), &raw,
+                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI, nullptr);
+    Handle handle(raw);
+    if (code != SQLITE_OK)
+        throw Error(ErrorNumber::NotADatabase, "'" + path + "' can't be made: " + sqlite3_errstr(code) + ".");
+    return handle;
+}
+
+} // namespace
+
+void Database::Create(const std::string& path, const std::string& password) {
+    if (path.empty()) throw Error(ErrorNumber::NotADatabase, "A database needs a file name.");
+    if (::access(path.c_str(), F_OK) == 0) throw Error(ErrorNumber::AlreadyExists, "'" + path + "' is there already.");
+    try {
+        const Handle handle = OpenNew(path);
+        Run(handle.get(), "PRAGMA page_size = 4096");
+        Run(handle.get(), "BEGIN");
+        StorePassword(handle.get(), password);
+        Run(handle.get(), "COMMIT");
+    } catch (const Error& error) {
+        std::remove(path.c_str());
+        throw Error(ErrorNumber::NotADatabase, "'" + path + "' can't be made: " + error.what());
+    }
+}
+
+void Database::Copy(const std::string& source, const std::string& target) {
+    const DatabaseFile file = DatabaseFile::Inspect(source);
+    const std::string work = target + ".copying";
+    std::remove(work.c_str());
+    try {
+        sqlite3* raw = nullptr;
+        const int opened = sqlite3_open_v2(file.uri().c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr);
+        const Handle from(raw);
+        if (opened != SQLITE_OK) throw ErrorOf(from.get());
+        sqlite3_busy_timeout(from.get(), 3000);
+        const Handle into = OpenNew(work);
+        sqlite3_backup* const backup = sqlite3_backup_init(into.get(), "main", from.get(), "main");
+        if (backup == nullptr) throw ErrorOf(into.get());
+        const int code = sqlite3_backup_step(backup, -1);
+        sqlite3_backup_finish(backup);
+        if (code != SQLITE_DONE)
+            throw Error(code == SQLITE_BUSY ? ErrorNumber::Busy : ErrorNumber::EngineError,
+                        "'" + source + "' can't be copied: " + sqlite3_errstr(code) + ".");
+    } catch (const Error&) {
+        std::remove(work.c_str());
+        throw;
+    }
+    if (std::rename(work.c_str(), target.c_str()) == 0) return;
+    std::remove(work.c_str());
+    throw Error(ErrorNumber::ReadOnly, "'" + target + "' can't be written.");
+}
+
+std::shared_ptr<Connection> Connection::Open(const std::string& path, const std::string& password) {
+    auto impl = std::make_shared<Impl>();
+    impl->engine = std::make_shared<Engine>(path, password);
+    impl->path = path;
+    impl->readOnly = impl->engine->readOnly();
+    return std::shared_ptr<Connection>(new Connection(std::move(impl)));
+}
+
+Connection::Connection(std::shared_ptr<Impl> impl) : impl_(std::move(impl)) {}
+Connection::~Connection() = default;
+
+void Connection::Close() {
+    impl_->engine.reset();
+}
+bool Connection::isOpen() const {
+    return impl_->engine != nullptr;
+}
+bool Connection::isReadOnly() const {
+    return impl_->readOnly;
+}
+const std::string& Connection::path() const {
+    return impl_->path;
+}
+
+std::int64_t Connection::Execute(std::string_view sql) {
+    return EngineOf(*impl_).Execute(sql);
+}
+
+Recordset Connection::OpenRecordset(std::string_view sql, CursorType cursor) {
+    static_cast<void>(EngineOf(*impl_));
+    return Recordset(std::make_unique<Recordset::Impl>(impl_->engine, sql, cursor));
+}
+
+std::vector<TableInfo> Connection::Tables() const {
+    return EngineOf(*impl_).catalogue().Tables();
+}
+const Catalogue& Connection::catalogue() const {
+    return EngineOf(*impl_).catalogue();
+}
+
+void Connection::CreateLink(const std::string& linkName, const std::string& file, const std::string& password,
+                            const std::string& sourceTable) {
+    EngineOf(*impl_).PutLink({linkName, file, password, sourceTable});
+}
+
+void Connection::Begin() {
+    EngineOf(*impl_).Begin();
+}
+void Connection::Commit() {
+    EngineOf(*impl_).Commit();
+}
+void Connection::Rollback() {
+    EngineOf(*impl_).Rollback();
+}
+
+Connection::CacheCounts Connection::cacheCounts() const {
+    return EngineOf(*impl_).counts();
+}
+
+} // namespace jet

@@ -1,0 +1,118 @@
+#include "jet/DatabaseFile.h"
+
+#include <array>
+#include <cryptopp/filters.h>
+#include <cryptopp/hex.h>
+#include <cryptopp/pwdbased.h>
+#include <cryptopp/sha.h>
+#include <fstream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace jet {
+
+namespace {
+
+// The password keeps people from opening a file by accident; the file itself is not enciphered. Few rounds suffice, and
+// every one of the forty links of a database change opens a file.
+constexpr unsigned Rounds = 64;
+
+constexpr std::string_view PasswordTable = "MSysTessaro";
+
+[[noreturn]] void Refuse(const std::string& path, const std::string& why) {
+    throw Error(ErrorNumber::NotADatabase, "'" + path + "' can't be opened: " + why);
+}
+
+std::string HashOf(const std::string& password, const std::string& salt) {
+    std::array<CryptoPP::byte, CryptoPP::SHA256::DIGESTSIZE> hash{};
+    const CryptoPP::PKCS5_PBKDF2_HMAC<CryptoPP::SHA256> derive;
+    derive.DeriveKey(hash.data(), hash.size(), 0, reinterpret_cast<const CryptoPP::byte*>(password.data()),
+                     password.size(), reinterpret_cast<const CryptoPP::byte*>(salt.data()), salt.size(), Rounds);
+    std::string text;
+    const CryptoPP::StringSource encode(hash.data(), hash.size(), true,
+                                        new CryptoPP::HexEncoder(new CryptoPP::StringSink(text)));
+    return text;
+}
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t slash = path.find_last_of('/');
+    if (slash == std::string::npos) return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+bool Exists(const std::string& path) {
+    return ::access(path.c_str(), F_OK) == 0;
+}
+
+using Head = std::array<unsigned char, 100>;
+
+unsigned Big(const Head& head, std::size_t at, std::size_t bytes) {
+    unsigned number = 0;
+    for (std::size_t i = 0; i < bytes; ++i)
+        number = number << 8U | head[at + i];
+    return number;
+}
+
+void CheckHead(const std::string& path, const Head& head, std::uint64_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
+    const std::string_view jet = text.substr(4, 15);
+    if (jet == "Standard Jet DB" || jet == "Standard ACE DB")
+        Refuse(path, "it is a genuine Jet database, which has to be imported first.");
+    if (!text.starts_with(std::string_view("SQLite format 3\0", 16))) Refuse(path, "it is no database.");
+    // the count of pages holds only when the file was last written by an engine that keeps it
+    const bool counted = Big(head, 24, 4) == Big(head, 92, 4);
+    const std::uint64_t page = Big(head, 16, 2) == 1 ? 65536 : Big(head, 16, 2);
+    if (counted && page * Big(head, 28, 4) > size && !Exists(path + "-journal") && !Exists(path + "-wal"))
+        Refuse(path, "it is damaged: its end is missing.");
+}
+
+} // namespace
+
+DatabaseFile DatabaseFile::Inspect(const std::string& path) {
+    if (path.empty() || path.find('\0') != std::string::npos) Refuse(path, "there is no such file.");
+    struct stat found {};
+    if (::stat(path.c_str(), &found) != 0) Refuse(path, "there is no such file.");
+    if (!S_ISREG(found.st_mode)) Refuse(path, "it is no file.");
+    Head head{};
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream) Refuse(path, "it may not be read.");
+    stream.read(reinterpret_cast<char*>(head.data()), head.size());
+    if (!stream) Refuse(path, "it is no database.");
+    CheckHead(path, head, static_cast<std::uint64_t>(found.st_size));
+    DatabaseFile file;
+    file.path = path;
+    file.identity = {found.st_dev, found.st_ino};
+    file.writable = ::access(path.c_str(), W_OK) == 0 && ::access(FolderOf(path).c_str(), W_OK) == 0;
+    return file;
+}
+
+std::string DatabaseFile::options() const {
+    if (writable) return "mode=rw";
+    const bool pending = Exists(path + "-journal") || Exists(path + "-wal");
+    const bool quiet = ::access(path.c_str(), W_OK) != 0 && ::access(FolderOf(path).c_str(), W_OK) != 0;
+    return quiet && !pending ? "mode=ro&immutable=1" : "mode=ro";
+}
+
+void StorePassword(sqlite3* database, const std::string& password) {
+    std::array<unsigned char, 16> random{};
+    sqlite3_randomness(static_cast<int>(random.size()), random.data());
+    std::string salt;
+    const CryptoPP::StringSource encode(random.data(), random.size(), true,
+                                        new CryptoPP::HexEncoder(new CryptoPP::StringSink(salt)));
+    const std::string table(PasswordTable);
+    Run(database, "CREATE TABLE " + table + " (Salt TEXT, Hash TEXT)");
+    Run(database, "INSERT INTO " + table + " VALUES (?, ?)", {salt, password.empty() ? "" : HashOf(password, salt)});
+}
+
+void CheckPassword(sqlite3* database, const std::string& schema, const std::string& password) {
+    const auto tables = Rows(database, "SELECT 1 FROM " + schema + ".sqlite_master WHERE type = 'table' AND name = ?",
+                             {std::string(PasswordTable)});
+    if (tables.empty()) return;
+    const auto rows = Rows(database, "SELECT Salt, Hash FROM " + schema + "." + std::string(PasswordTable));
+    if (rows.empty()) return;
+    const std::string hash = rows[0][1].toText();
+    if (hash.empty() || hash == HashOf(password, rows[0][0].toText())) return;
+    throw Error(ErrorNumber::WrongPassword, "That is not the password of the database.");
+}
+
+} // namespace jet

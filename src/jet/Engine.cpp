@@ -1,0 +1,288 @@
+#include "jet/Engine.h"
+
+#include "jet/Collation.h"
+#include "jet/Functions.h"
+#include "jet/Pivot.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace jet {
+
+namespace {
+
+constexpr std::size_t MostSeen = 1000;
+constexpr std::size_t LongestKept = 64 * 1024;
+constexpr int BusyMilliseconds = 3000;
+
+// Called by SQLite for every table and column while it compiles a statement.
+int Note(void* noting, int action, const char* table, const char* column, const char* schema, const char*) {
+    auto* const target = *static_cast<PreparedStatement**>(noting);
+    if (target == nullptr || table == nullptr) return SQLITE_OK;
+    const auto name = [&] { return LowerCased(std::string(schema == nullptr ? "main" : schema) + "." + table); };
+    static_cast<void>(column);
+    if (action == SQLITE_READ) target->reads.insert(name());
+    if (action == SQLITE_INSERT || action == SQLITE_UPDATE || action == SQLITE_DELETE) target->writes.insert(name());
+    return SQLITE_OK;
+}
+
+// The next word or bracketed name of a statement; `sql` then begins behind it.
+std::string NextWord(std::string_view& sql) {
+    const std::size_t start = sql.find_first_not_of(" \t\r\n");
+    if (start == std::string_view::npos) return {};
+    sql.remove_prefix(start);
+    std::size_t length = 0;
+    std::string word;
+    if (sql.front() == '[') {
+        length = std::min(sql.find(']'), sql.size() - 1);
+        word = sql.substr(1, length - 1);
+        ++length;
+    } else {
+        length = std::min(sql.find_first_of(" \t\r\n;[]"), sql.size());
+        word = sql.substr(0, length);
+    }
+    sql.remove_prefix(length);
+    return word;
+}
+
+Handle OpenFile(const DatabaseFile& file) {
+    sqlite3* raw = nullptr;
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(file.uri().c_str(), &raw, flags, nullptr);
+    Handle handle(raw);
+    if (code != SQLITE_OK)
+        throw Error(ErrorNumber::NotADatabase, "'" + file.path + "' can't be opened: " + sqlite3_errstr(code) + ".");
+    return handle;
+}
+
+} // namespace
+
+Engine::Engine(const std::string& path, const std::string& password) {
+    const DatabaseFile file = DatabaseFile::Inspect(path);
+    database_ = OpenFile(file);
+    sqlite3* const handle = database_.get();
+    sqlite3_busy_timeout(handle, BusyMilliseconds);
+    sqlite3_extended_result_codes(handle, 1);
+    try {
+        CheckPassword(handle, "main", password);
+        RegisterFunctions(handle);
+        Run(handle, "PRAGMA main.synchronous = NORMAL");
+        Run(handle, "PRAGMA main.cache_size = -16000");
+        catalogue_ = std::make_unique<LiveCatalogue>(handle, path);
+        dataVersion_ = Prepare(handle, "PRAGMA main.data_version");
+    } catch (const Error& error) {
+        if (error.number() == ErrorNumber::WrongPassword || error.number() == ErrorNumber::Busy) throw;
+        throw Error(ErrorNumber::NotADatabase, "'" + path + "' can't be opened: " + error.what());
+    }
+    readOnly_ = !file.writable || sqlite3_db_readonly(handle, "main") == 1;
+    sqlite3_set_authorizer(handle, Note, &noting_);
+}
+
+// Another connection may have made tables or links in the file meanwhile.
+void Engine::NoticeOthers() {
+    if (sqlite3_get_autocommit(database()) == 0) return;
+    const bool row = Step(database(), dataVersion_.get());
+    const std::int64_t version = row ? sqlite3_column_int64(dataVersion_.get(), 0) : lastVersion_;
+    sqlite3_reset(dataVersion_.get());
+    if (lastVersion_ >= 0 && version != lastVersion_) catalogue_->ReadAll();
+    lastVersion_ = version;
+}
+
+Engine::Seen& Engine::Translated(std::string_view sql) {
+    const auto found = byText_.find(sql);
+    if (found != byText_.end()) {
+        seen_.splice(seen_.begin(), seen_, found->second);
+        Seen& seen = *found->second;
+        if (seen.version == catalogue_->version()) {
+            ++counts_.reused;
+            return seen;
+        }
+        seen.translation = Translate(sql, *catalogue_);
+        seen.version = catalogue_->version();
+        seen.prepared = {};
+        ++counts_.translated;
+        return seen;
+    }
+    Seen made{std::string(sql), Translate(sql, *catalogue_), catalogue_->version(), {}};
+    ++counts_.translated;
+    if (sql.size() > LongestKept) return passing_ = std::move(made);
+    if (seen_.size() >= MostSeen) {
+        byText_.erase(seen_.back().text);
+        seen_.pop_back();
+    }
+    seen_.push_front(std::move(made));
+    byText_[seen_.front().text] = seen_.begin();
+    return seen_.front();
+}
+
+PreparedStatement Engine::PrepareNoting(std::string_view sql) {
+    PreparedStatement prepared;
+    noting_ = &prepared;
+    try {
+        prepared.statement = Prepare(database(), sql);
+    } catch (const Error&) {
+        noting_ = nullptr;
+        throw;
+    }
+    noting_ = nullptr;
+    return prepared;
+}
+
+PreparedStatement Engine::TakePrepared(Seen& seen) {
+    if (seen.prepared.statement != nullptr) return std::exchange(seen.prepared, {});
+    return PrepareNoting(seen.translation.statements.back());
+}
+
+void Engine::GiveBack(std::string_view sql, PreparedStatement prepared) {
+    sqlite3_reset(prepared.statement.get());
+    const auto found = byText_.find(sql);
+    if (found == byText_.end()) return;
+    Seen& seen = *found->second;
+    if (seen.version == catalogue_->version() && seen.prepared.statement == nullptr)
+        seen.prepared = std::move(prepared);
+}
+
+// A table that isn't there may have been made by another connection a moment ago, in the file or in a linked one.
+template <class Work> auto Engine::Retrying(const Work& work) {
+    NoticeOthers();
+    try {
+        return work();
+    } catch (const Error& error) {
+        if (error.number() != ErrorNumber::NoSuchTable && error.number() != ErrorNumber::NoSuchColumn) throw;
+    }
+    catalogue_->ReadAll();
+    return work();
+}
+
+ReadyQuery Engine::Open(std::string_view sql) {
+    return Retrying([&]() -> ReadyQuery {
+        Seen& seen = Translated(sql);
+        const Translation& translation = seen.translation;
+        if (translation.kind != StatementClass::Select)
+            throw Error(ErrorNumber::NoRows, "The statement gives no rows.");
+        if (!translation.pivot.empty()) return OpenPivot(translation);
+        return {translation.columns, TakePrepared(seen)};
+    });
+}
+
+ReadyQuery Engine::OpenPivot(const Translation& translation) {
+    const PivotPlan& plan = translation.pivot.front();
+    std::vector<Value> values(plan.fixedValues.begin(), plan.fixedValues.end());
+    if (!plan.valuesSql.empty())
+        for (auto& row : Rows(database(), plan.valuesSql))
+            values.push_back(std::move(row.at(0)));
+    CheckPivotWidth(translation.columns.size() + values.size());
+    ReadyQuery query{translation.columns, PrepareNoting(PivotText(plan, values))};
+    for (const Value& value : values)
+        query.columns.push_back({PivotName(value), ColumnType::Unknown, CompareKind::Text});
+    return query;
+}
+
+std::int64_t Engine::Execute(std::string_view sql) {
+    NoticeOthers();
+    if (DropsLink(sql)) return 0;
+    return Retrying([&]() -> std::int64_t {
+        Seen& seen = Translated(sql);
+        if (seen.translation.kind == StatementClass::Select) {
+            static_cast<void>(Open(sql)); // its rows are of no use to anyone
+            return 0;
+        }
+        return RunStatements(seen);
+    });
+}
+
+std::int64_t Engine::RunOne(const PreparedStatement& prepared) {
+    TakeInReaders(prepared.writes);
+    const std::int64_t before = sqlite3_total_changes64(database());
+    while (Step(database(), prepared.statement.get())) {
+    }
+    sqlite3_reset(prepared.statement.get());
+    return sqlite3_total_changes64(database()) - before;
+}
+
+std::int64_t Engine::RunStatements(Seen& seen) {
+    const bool schema = seen.translation.kind == StatementClass::Schema;
+    if (schema) TakeInAll();
+    if (!schema && seen.translation.statements.size() == 1) {
+        PreparedStatement prepared = TakePrepared(seen);
+        const std::int64_t changes = RunOne(prepared);
+        seen.prepared = std::move(prepared);
+        return changes;
+    }
+    const std::string target = seen.translation.target;
+    const std::vector<std::string> statements = seen.translation.statements;
+    std::int64_t changes = 0;
+    Run(database(), "SAVEPOINT one_statement");
+    try {
+        for (const std::string& each : statements)
+            changes = RunOne(PrepareNoting(each));
+        Run(database(), "RELEASE one_statement");
+    } catch (const Error&) {
+        // some failures, a full disk for one, have ended the transaction already
+        sqlite3_exec(database(), "ROLLBACK TO one_statement; RELEASE one_statement", nullptr, nullptr, nullptr);
+        throw;
+    }
+    if (!schema) return changes;
+    if (target.empty()) {
+        catalogue_->ReadAll();
+    } else {
+        catalogue_->ReadTable(target);
+    }
+    return statements.size() > 1 ? changes : 0;
+}
+
+void Engine::TakeInReaders(const std::set<std::string>& written) {
+    const std::vector<OpenResult*> results(results_.begin(), results_.end());
+    for (OpenResult* const each : results)
+        if (std::ranges::any_of(written, [&](const std::string& table) { return each->tablesRead().contains(table); }))
+            each->TakeIn();
+}
+
+void Engine::TakeInAll() {
+    const std::vector<OpenResult*> results(results_.begin(), results_.end());
+    for (OpenResult* const each : results)
+        each->TakeIn();
+}
+
+// A link whose file is gone can't be translated, and yet must be dropped.
+bool Engine::DropsLink(std::string_view sql) {
+    std::string_view rest = sql;
+    if (!SameName(NextWord(rest), "DROP") || !SameName(NextWord(rest), "TABLE")) return false;
+    const std::string name = NextWord(rest);
+    if (rest.find_first_not_of(" \t\r\n;") != std::string_view::npos || !catalogue_->isLink(name)) return false;
+    TakeInAll();
+    catalogue_->DropLink(name);
+    return true;
+}
+
+void Engine::PutLink(const LinkInfo& link) {
+    NoticeOthers();
+    TakeInAll();
+    if (sqlite3_get_autocommit(database()) == 0) return catalogue_->PutLink(link);
+    Run(database(), "PRAGMA main.synchronous = OFF");
+    Run(database(), "BEGIN IMMEDIATE");
+    try {
+        catalogue_->PutLink(link);
+        Run(database(), "COMMIT");
+    } catch (const Error&) {
+        if (sqlite3_get_autocommit(database()) == 0) Run(database(), "ROLLBACK");
+        catalogue_->ReadAll();
+        throw;
+    }
+}
+
+void Engine::Begin() {
+    Run(database(), "BEGIN");
+}
+
+void Engine::Commit() {
+    Run(database(), "COMMIT");
+}
+
+void Engine::Rollback() {
+    TakeInAll();
+    Run(database(), "ROLLBACK");
+    catalogue_->ReadAll();
+}
+
+} // namespace jet

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "jet/Connection.h"
+#include "jet/LiveCatalogue.h"
+#include "jet/Sqlite.h"
+#include "jet/Translator.h"
+
+#include <list>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace jet {
+
+/// An SQLite statement with the tables that it reads and writes ("l1.Data"), in lower case.
+struct PreparedStatement {
+    Statement statement;
+    std::set<std::string> reads;
+    std::set<std::string> writes;
+};
+
+/// A result that is still being fetched. The engine takes its rows in before a statement would change them.
+class OpenResult {
+  public:
+    virtual ~OpenResult() = default;
+    virtual void TakeIn() = 0;
+    [[nodiscard]] virtual const std::set<std::string>& tablesRead() const = 0;
+};
+
+/// A query that is ready to be stepped.
+struct ReadyQuery {
+    std::vector<OutputColumn> columns;
+    PreparedStatement prepared;
+};
+
+/// What lies behind a Connection, and lives as long as a result still fetches from it.
+class Engine {
+  public:
+    Engine(const std::string& path, const std::string& password);
+
+    std::int64_t Execute(std::string_view sql);
+    [[nodiscard]] ReadyQuery Open(std::string_view sql);
+    /// Keeps the statement of a query that has been read to its end for the next time.
+    void GiveBack(std::string_view sql, PreparedStatement prepared);
+
+    void PutLink(const LinkInfo& link);
+    void Begin();
+    void Commit();
+    void Rollback();
+
+    void Register(OpenResult* result) { results_.insert(result); }
+    void Unregister(OpenResult* result) { results_.erase(result); }
+
+    [[nodiscard]] sqlite3* database() const { return database_.get(); }
+    [[nodiscard]] LiveCatalogue& catalogue() { return *catalogue_; }
+    [[nodiscard]] Connection::CacheCounts counts() const { return counts_; }
+    [[nodiscard]] bool readOnly() const { return readOnly_; }
+
+  private:
+    /// A statement of the dialect that has been translated before.
+    struct Seen {
+        std::string text;
+        Translation translation;
+        unsigned version = 0;
+        PreparedStatement prepared; ///< of a translation with one statement; empty while it is in use
+    };
+
+    Seen& Translated(std::string_view sql);
+    void NoticeOthers();
+    [[nodiscard]] PreparedStatement PrepareNoting(std::string_view sql);
+    [[nodiscard]] PreparedStatement TakePrepared(Seen& seen);
+    [[nodiscard]] ReadyQuery OpenPivot(const Translation& translation);
+    std::int64_t RunStatements(Seen& seen);
+    std::int64_t RunOne(const PreparedStatement& prepared);
+    void TakeInReaders(const std::set<std::string>& written);
+    void TakeInAll();
+    bool DropsLink(std::string_view sql);
+    template <class Work> auto Retrying(const Work& work);
+
+    Handle database_;
+    std::unique_ptr<LiveCatalogue> catalogue_;
+    bool readOnly_ = false;
+    std::list<Seen> seen_; ///< the one used last in front
+    std::unordered_map<std::string_view, std::list<Seen>::iterator> byText_;
+    Seen passing_; ///< a statement too long to be kept
+    Statement dataVersion_;
+    std::int64_t lastVersion_ = -1;
+    std::set<OpenResult*> results_;
+    PreparedStatement* noting_ = nullptr;
+    Connection::CacheCounts counts_;
+};
+
+struct Connection::Impl {
+    std::shared_ptr<Engine> engine; ///< none when closed
+    std::string path;
+    bool readOnly = false;
+};
+
+} // namespace jet

@@ -1,0 +1,231 @@
+#include "jet/LiveCatalogue.h"
+
+#include "jet/Collation.h"
+
+#include <algorithm>
+
+namespace jet {
+
+namespace {
+
+constexpr std::string_view LinkTable = "MSysLinks";
+
+bool IsSystemName(std::string_view name) {
+    return SameName(name.substr(0, 4), "MSys") || SameName(name.substr(0, 7), "sqlite_");
+}
+
+} // namespace
+
+LiveCatalogue::LiveCatalogue(sqlite3* database, std::string path) : database_(database), path_(std::move(path)) {
+    own_ = DatabaseFile::Inspect(path_).identity;
+    ReadAll();
+}
+
+void LiveCatalogue::Add(Entry entry) {
+    auto held = std::make_unique<Entry>(std::move(entry));
+    byName_[Folded(held->table.name)] = held.get();
+    entries_.push_back(std::move(held));
+}
+
+void LiveCatalogue::Remove(std::string_view name) {
+    byName_.erase(Folded(name));
+    std::erase_if(entries_, [&](const auto& each) { return SameName(each->table.name, name); });
+}
+
+void LiveCatalogue::ReadAll() {
+    ++version_;
+    entries_.clear();
+    byName_.clear();
+    bool hasLinks = false;
+    for (const auto& row :
+         Rows(database_, "SELECT name, type FROM main.sqlite_master WHERE type IN ('table', 'view')")) {
+        Entry entry;
+        entry.table.name = entry.table.sourceTable = row[0].toText();
+        hasLinks = hasLinks || SameName(entry.table.name, LinkTable);
+        if (IsSystemName(entry.table.name)) continue;
+        entry.table.type = row[1].toText() == "view" ? TableType::View : TableType::Table;
+        Add(std::move(entry));
+    }
+    if (!hasLinks) return;
+    for (const auto& row :
+         Rows(database_, "SELECT Name, File, Password, SourceTable FROM main.MSysLinks ORDER BY rowid")) {
+        Entry entry;
+        entry.link = {row[0].toText(), row[1].toText(), row[2].toText(), row[3].toText()};
+        entry.table.name = entry.link.name;
+        entry.table.type = TableType::Link;
+        Add(std::move(entry));
+    }
+    if (sqlite3_get_autocommit(database_) == 0) return; // can't be set now, and was set at the opening
+    // a working database is made anew from its template at any time, and its links cost forty commits
+    Run(database_, "PRAGMA main.synchronous = OFF");
+}
+
+void LiveCatalogue::ReadTable(const std::string& name) {
+    ++version_;
+    if (isLink(name)) {
+        EntryOf(name)->read = false;
+        return;
+    }
+    Remove(name);
+    const auto rows = Rows(database_,
+                           "SELECT name, type FROM main.sqlite_master WHERE type IN ('table', 'view') AND "
+                           "name = ? COLLATE NOCASE",
+                           {name});
+    if (rows.empty() || IsSystemName(name)) return;
+    Entry entry;
+    entry.table.name = entry.table.sourceTable = rows[0][0].toText();
+    entry.table.type = rows[0][1].toText() == "view" ? TableType::View : TableType::Table;
+    Add(std::move(entry));
+}
+
+LiveCatalogue::Entry* LiveCatalogue::EntryOf(std::string_view name) const {
+    const auto found = byName_.find(Folded(name));
+    return found == byName_.end() ? nullptr : found->second;
+}
+
+bool LiveCatalogue::isLink(std::string_view name) const {
+    const Entry* const entry = EntryOf(name);
+    return entry != nullptr && entry->table.type == TableType::Link;
+}
+
+const TableInfo* LiveCatalogue::find(std::string_view name) const {
+    Entry* const entry = EntryOf(name);
+    if (entry == nullptr) return nullptr;
+    if (!entry->read) {
+        if (entry->table.type != TableType::Link) {
+            ReadColumns(entry->table);
+        } else if (!ReadLink(*entry)) {
+            return nullptr;
+        }
+        entry->read = true;
+    }
+    return &entry->table;
+}
+
+bool LiveCatalogue::ReadLink(Entry& entry) const {
+    try {
+        entry.table.database = SchemaOf(entry.link);
+    } catch (const Error& error) {
+        if (error.number() == ErrorNumber::NotADatabase) return false;
+        throw;
+    }
+    const auto rows = Rows(database_,
+                           "SELECT name FROM " + entry.table.database +
+                               ".sqlite_master WHERE type IN ('table', 'view') AND name = ? COLLATE NOCASE",
+                           {entry.link.sourceTable});
+    if (rows.empty() || IsSystemName(entry.link.sourceTable)) return false;
+    entry.table.sourceTable = rows[0][0].toText();
+    ReadColumns(entry.table);
+    return true;
+}
+
+std::string LiveCatalogue::SchemaOf(const LinkInfo& link) const {
+    const DatabaseFile file = DatabaseFile::Inspect(link.file);
+    if (file.identity == own_) return "main";
+    const auto found = attached_.find(link.file);
+    if (found != attached_.end() && found->second.identity == file.identity) {
+        if (found->second.password != link.password) CheckPassword(database_, found->second.schema, link.password);
+        return found->second.schema;
+    }
+    if (found != attached_.end()) Detach(link.file);
+    DetachUnused();
+    return Attach(file, link.password);
+}
+
+std::string LiveCatalogue::Attach(const DatabaseFile& file, const std::string& password) const {
+    int number = 1;
+    const auto taken = [&](int candidate) {
+        return std::ranges::any_of(
+            attached_, [&](const auto& each) { return each.second.schema == "l" + std::to_string(candidate); });
+    };
+    while (taken(number))
+        ++number;
+    const std::string schema = "l" + std::to_string(number);
+    Run(database_, "ATTACH ? AS " + schema, {file.uri()});
+    try {
+        CheckPassword(database_, schema, password);
+        if (sqlite3_get_autocommit(database_) != 0) Run(database_, "PRAGMA " + schema + ".synchronous = NORMAL");
+        Run(database_, "PRAGMA " + schema + ".cache_size = -32000");
+    } catch (const Error&) {
+        Run(database_, "DETACH " + schema);
+        throw;
+    }
+    attached_[file.path] = {schema, file.identity, password};
+    return schema;
+}
+
+void LiveCatalogue::Detach(const std::string& file) const {
+    Run(database_, "DETACH " + attached_.at(file).schema);
+    attached_.erase(file);
+    for (const auto& each : entries_)
+        if (each->link.file == file) each->read = false;
+}
+
+// What is still read from stays; the next attaching tries again.
+void LiveCatalogue::DetachUnused() const {
+    std::vector<std::string> unused;
+    for (const auto& [file, attached] : attached_)
+        if (std::ranges::none_of(entries_, [&](const auto& each) { return each->link.file == file; }))
+            unused.push_back(file);
+    for (const std::string& file : unused) {
+        try {
+            Detach(file);
+        } catch (const Error&) {
+            continue;
+        }
+    }
+}
+
+void LiveCatalogue::ReadColumns(TableInfo& table) const {
+    table.columns.clear();
+    const std::string schema = QuotedName(table.database);
+    for (const auto& row :
+         Rows(database_, "PRAGMA " + schema + ".table_xinfo(" + QuotedName(table.sourceTable) + ")")) {
+        ColumnInfo column;
+        column.name = row[1].toText();
+        column.type = TypeOfDeclaration(row[2].toText());
+        column.nullable = row[3].toInteger() == 0;
+        if (row[5].toInteger() == 1 && column.type == ColumnType::Long) {
+            const auto made =
+                Rows(database_, "SELECT sql FROM " + schema + ".sqlite_master WHERE type = 'table' AND name = ?",
+                     {table.sourceTable});
+            if (!made.empty() && LowerCased(made[0][0].toText()).find("autoincrement") != std::string::npos)
+                column.type = ColumnType::Counter;
+        }
+        table.columns.push_back(std::move(column));
+    }
+}
+
+std::vector<TableInfo> LiveCatalogue::Tables() const {
+    std::vector<TableInfo> tables;
+    for (const auto& each : entries_)
+        tables.push_back(each->table);
+    return tables;
+}
+
+void LiveCatalogue::PutLink(const LinkInfo& link) {
+    if (EntryOf(link.name) != nullptr && !isLink(link.name)) {
+        Run(database_, "DROP TABLE main." + QuotedName(EntryOf(link.name)->table.sourceTable));
+        Remove(link.name);
+    }
+    Run(database_,
+        "CREATE TABLE IF NOT EXISTS main.MSysLinks (Name TEXT PRIMARY KEY COLLATE NOCASE, File TEXT, Password "
+        "TEXT, SourceTable TEXT)");
+    Run(database_, "INSERT OR REPLACE INTO main.MSysLinks (Name, File, Password, SourceTable) VALUES (?, ?, ?, ?)",
+        {link.name, link.file, link.password, link.sourceTable});
+    Remove(link.name);
+    ++version_;
+    Entry entry;
+    entry.link = link;
+    entry.table.name = link.name;
+    entry.table.type = TableType::Link;
+    Add(std::move(entry));
+}
+
+void LiveCatalogue::DropLink(std::string_view name) {
+    Run(database_, "DELETE FROM main.MSysLinks WHERE Name = ?", {EntryOf(name)->link.name});
+    Remove(name);
+    ++version_;
+}
+
+} // namespace jet

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "jet/Catalogue.h"
+#include "jet/DatabaseFile.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace jet {
+
+/// A link as the working database keeps it.
+struct LinkInfo {
+    std::string name;
+    std::string file;
+    std::string password;
+    std::string sourceTable;
+};
+
+/// The tables and links of one open database. Opening reads names only; columns are read, and linked files attached,
+/// when a statement first names them.
+class LiveCatalogue final : public Catalogue {
+  public:
+    explicit LiveCatalogue(sqlite3* database, std::string path);
+
+    [[nodiscard]] const TableInfo* find(std::string_view name) const override;
+    [[nodiscard]] unsigned version() const override { return version_; }
+
+    [[nodiscard]] std::vector<TableInfo> Tables() const;
+    [[nodiscard]] bool isLink(std::string_view name) const;
+
+    /// Reads everything again: another connection may have changed it.
+    void ReadAll();
+    /// Reads one table of the file again, after a statement that made, changed or dropped it.
+    void ReadTable(const std::string& name);
+    /// Both need a file that can be written and no statement under way.
+    void PutLink(const LinkInfo& link);
+    void DropLink(std::string_view name);
+
+  private:
+    struct Entry {
+        TableInfo table;
+        LinkInfo link; ///< with a name when the entry is one
+        bool read = false;
+    };
+    struct Attached {
+        std::string schema;
+        FileIdentity identity;
+        std::string password; ///< that was right
+    };
+
+    void Add(Entry entry);
+    void Remove(std::string_view name);
+    [[nodiscard]] Entry* EntryOf(std::string_view name) const;
+    [[nodiscard]] bool ReadLink(Entry& entry) const;
+    [[nodiscard]] std::string SchemaOf(const LinkInfo& link) const;
+    [[nodiscard]] std::string Attach(const DatabaseFile& file, const std::string& password) const;
+    void DetachUnused() const;
+    void Detach(const std::string& file) const;
+    void ReadColumns(TableInfo& table) const;
+
+    sqlite3* database_;
+    std::string path_;
+    FileIdentity own_;
+    std::vector<std::unique_ptr<Entry>> entries_;
+    std::unordered_map<std::string, Entry*> byName_;   ///< by folded name
+    mutable std::map<std::string, Attached> attached_; ///< by path of file
+    unsigned version_ = 1;
+};
+
+} // namespace jet

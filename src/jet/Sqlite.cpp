@@ -1,0 +1,137 @@
+#include "jet/Sqlite.h"
+
+#include "jet/ColumnStore.h"
+
+#include <array>
+#include <charconv>
+#include <utility>
+
+namespace jet {
+
+namespace {
+
+// A function of ours failed: "JET:<number>:<text>"
+bool IsOwn(std::string_view message, ErrorNumber& number, std::string& text) {
+    if (!message.starts_with("JET:")) return false;
+    unsigned code = 0;
+    const auto [end, failure] = std::from_chars(message.data() + 4, message.data() + message.size(), code);
+    if (failure != std::errc{} || end == message.data() + message.size()) return false;
+    number = static_cast<ErrorNumber>(code);
+    text.assign(end + 1, message.data() + message.size());
+    return true;
+}
+
+ErrorNumber NumberOf(int code, std::string_view message) {
+    switch (code & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return ErrorNumber::Busy;
+    case SQLITE_READONLY:
+        return ErrorNumber::ReadOnly;
+    case SQLITE_CONSTRAINT:
+        return ErrorNumber::ConstraintFailed;
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+        return ErrorNumber::NotADatabase;
+    default:
+        break;
+    }
+    constexpr std::array<std::pair<std::string_view, ErrorNumber>, 4> texts = {
+        {{"no such table", ErrorNumber::NoSuchTable},
+         {"no such column", ErrorNumber::NoSuchColumn},
+         {"already exists", ErrorNumber::AlreadyExists},
+         {"there is already", ErrorNumber::AlreadyExists}}};
+    for (const auto& [part, number] : texts)
+        if (message.find(part) != std::string_view::npos) return number;
+    return ErrorNumber::EngineError;
+}
+
+void Bind(sqlite3_stmt* statement, const std::vector<std::string>& parameters) {
+    int position = 0;
+    for (const std::string& each : parameters)
+        sqlite3_bind_text64(statement, ++position, each.data(), each.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+} // namespace
+
+Error ErrorOf(sqlite3* database) {
+    const std::string message = sqlite3_errmsg(database);
+    ErrorNumber number{};
+    std::string text;
+    if (IsOwn(message, number, text)) return {number, text};
+    return {NumberOf(sqlite3_extended_errcode(database), message), "The database engine reports: " + message + "."};
+}
+
+Statement Prepare(sqlite3* database, std::string_view sql) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v3(database, sql.data(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &statement,
+                           nullptr) != SQLITE_OK)
+        throw ErrorOf(database);
+    return Statement(statement);
+}
+
+bool Step(sqlite3* database, sqlite3_stmt* statement) {
+    const int code = sqlite3_step(statement);
+    if (code == SQLITE_ROW) return true;
+    if (code == SQLITE_DONE) return false;
+    const Error error = ErrorOf(database);
+    sqlite3_reset(statement);
+    throw Error(error);
+}
+
+void Run(sqlite3* database, std::string_view sql, const std::vector<std::string>& parameters) {
+    const Statement statement = Prepare(database, sql);
+    Bind(statement.get(), parameters);
+    while (Step(database, statement.get())) {
+    }
+}
+
+std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
+                                     const std::vector<std::string>& parameters) {
+    const Statement statement = Prepare(database, sql);
+    Bind(statement.get(), parameters);
+    std::vector<std::vector<Value>> rows;
+    while (Step(database, statement.get())) {
+        std::vector<Value>& row = rows.emplace_back();
+        for (int i = 0; i < sqlite3_column_count(statement.get()); ++i)
+            row.push_back(ValueAt(statement.get(), i, ColumnType::Unknown));
+    }
+    return rows;
+}
+
+namespace {
+
+std::string Quoted(std::string_view text, char mark) {
+    std::string quoted(1, mark);
+    for (const char c : text) {
+        quoted += c;
+        if (c == mark) quoted += c;
+    }
+    return quoted += mark;
+}
+
+} // namespace
+
+std::string QuotedName(std::string_view name) {
+    return Quoted(name, '"');
+}
+std::string QuotedText(std::string_view text) {
+    return Quoted(text, '\'');
+}
+
+std::string FileUri(const std::string& path, std::string_view options) {
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    std::string uri = "file:";
+    for (const char c : path) {
+        if (c == '%' || c == '?' || c == '#') {
+            const auto byte = static_cast<unsigned char>(c);
+            uri += {'%', Digits[byte >> 4U], Digits[byte & 15U]};
+        } else {
+            uri += c;
+        }
+    }
+    if (!options.empty()) uri.append("?").append(options);
+    return uri;
+}
+
+} // namespace jet

@@ -1,0 +1,175 @@
+#include "TestDatabase.h"
+
+#include <chrono>
+#include <fstream>
+#include <sqlite3.h>
+
+namespace jet {
+namespace {
+
+class ConnectionTest : public ::testing::Test {
+  protected:
+    TestFolder folder;
+
+    void Write(const std::string& name, const std::string& bytes) const {
+        std::ofstream(folder.path(name), std::ios::binary) << bytes;
+    }
+    [[nodiscard]] std::optional<ErrorNumber> OpenFailure(const std::string& path,
+                                                         const std::string& password = "secret") const {
+        return FailureOf([&] { static_cast<void>(Connection::Open(path, password)); });
+    }
+};
+
+TEST_F(ConnectionTest, RefusesWhatIsNoDatabase) {
+    Write("empty.mdb", "");
+    Write("short.mdb", "SQLite format 3");
+    Write("text.mdb", std::string(5000, 'x'));
+    Write("jet.mdb", std::string("\0\1\0\0Standard Jet DB\0", 20) + std::string(4000, '\0'));
+    Write("garbage.mdb", std::string("SQLite format 3\0", 16) + std::string(5000, '\x5A'));
+    std::filesystem::create_directory(folder.path("folder.mdb"));
+    for (const char* name :
+         {"empty.mdb", "short.mdb", "text.mdb", "jet.mdb", "garbage.mdb", "folder.mdb", "missing.mdb"})
+        EXPECT_EQ(OpenFailure(folder.path(name)), ErrorNumber::NotADatabase) << name;
+    EXPECT_EQ(OpenFailure(""), ErrorNumber::NotADatabase);
+}
+
+TEST_F(ConnectionTest, NamesAGenuineJetFileAsSuch) {
+    Write("jet.mdb", std::string("\0\1\0\0Standard ACE DB\0", 20) + std::string(4000, '\0'));
+    try {
+        static_cast<void>(Connection::Open(folder.path("jet.mdb"), "secret"));
+        FAIL();
+    } catch (const Error& error) {
+        EXPECT_NE(std::string(error.what()).find("genuine Jet"), std::string::npos);
+    }
+}
+
+TEST_F(ConnectionTest, RefusesAFileThatWasCutShort) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Execute("CREATE TABLE [Data] (a INTEGER)");
+    connection->Close();
+    std::filesystem::resize_file(folder.path("a.mdb"), 4096);
+    EXPECT_EQ(OpenFailure(folder.path("a.mdb")), ErrorNumber::NotADatabase);
+}
+
+TEST_F(ConnectionTest, AsksForThePassword) {
+    folder.Make("a.mdb", "secret")->Close();
+    folder.Make("open.mdb", "")->Close();
+    EXPECT_EQ(OpenFailure(folder.path("a.mdb"), "wrong"), ErrorNumber::WrongPassword);
+    EXPECT_EQ(OpenFailure(folder.path("a.mdb"), ""), ErrorNumber::WrongPassword);
+    EXPECT_EQ(OpenFailure(folder.path("a.mdb"), "secret"), std::nullopt);
+    EXPECT_EQ(OpenFailure(folder.path("open.mdb"), "anything"), std::nullopt);
+    EXPECT_EQ(FailureOf([&] { Database::Create(folder.path("a.mdb"), "x"); }), ErrorNumber::AlreadyExists);
+    EXPECT_EQ(FailureOf([&] { Database::Create(folder.path("none/a.mdb"), "x"); }), ErrorNumber::NotADatabase);
+}
+
+TEST_F(ConnectionTest, OpensNamesOfEveryKind) {
+    for (const char* name : {"a b.mdb", "100%.mdb", "a?b#c.mdb", "apo'strophe \"q\".mdb", "тест é.mdb"}) {
+        const auto connection = folder.Make(name);
+        connection->CreateLink("Other", folder.path(name), "secret", "T");
+        EXPECT_TRUE(std::filesystem::exists(folder.path(name))) << name;
+    }
+}
+
+TEST_F(ConnectionTest, HidesItsOwnTables) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Execute("CREATE TABLE [_Data] (a INTEGER)");
+    connection->CreateLink("Area", folder.path("none.mdb"), "", "Area_en");
+    const auto tables = connection->Tables();
+    ASSERT_EQ(tables.size(), 2U);
+    EXPECT_EQ(tables[0].name, "_Data");
+    EXPECT_EQ(tables[0].type, TableType::Table);
+    EXPECT_EQ(tables[1].name, "Area");
+    EXPECT_EQ(tables[1].type, TableType::Link);
+    EXPECT_EQ(connection->catalogue().find("MSysTessaro"), nullptr);
+}
+
+TEST_F(ConnectionTest, FilesStayReadableByThePlainEngine) {
+    folder.Make("a.mdb")->Execute("CREATE TABLE [T] (GuidText TEXT(50), a INTEGER)");
+    sqlite3* plain = nullptr;
+    ASSERT_EQ(sqlite3_open(folder.path("a.mdb").c_str(), &plain), SQLITE_OK);
+    std::string verdict;
+    const auto take = [](void* target, int, char** texts, char**) {
+        *static_cast<std::string*>(target) += texts[0];
+        return 0;
+    };
+    EXPECT_EQ(sqlite3_exec(plain, "PRAGMA integrity_check; SELECT count(*) FROM T", take, &verdict, nullptr),
+              SQLITE_OK);
+    EXPECT_EQ(verdict, "ok0");
+    sqlite3_close(plain);
+}
+
+TEST_F(ConnectionTest, AFailedStatementChangesNothing) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Execute("CREATE TABLE [T] (a INTEGER NOT NULL)");
+    EXPECT_EQ(connection->Execute("INSERT INTO [T] VALUES (1)"), 1);
+    EXPECT_EQ(
+        FailureOf([&] { connection->Execute("INSERT INTO [T] SELECT 2 FROM [T] UNION ALL SELECT Null FROM [T]"); }),
+        ErrorNumber::ConstraintFailed);
+    EXPECT_EQ(FailureOf([&] { connection->Execute("DROP TABLE [None]"); }), ErrorNumber::NoSuchTable);
+    EXPECT_EQ(RowsOf(*connection, "SELECT a FROM [T]"), "1;");
+}
+
+TEST_F(ConnectionTest, RollbackTakesBackRowsAndTables) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Execute("CREATE TABLE [T] (a INTEGER)");
+    connection->Begin();
+    connection->Execute("INSERT INTO [T] VALUES (1)");
+    connection->Execute("CREATE TABLE [U] (a INTEGER)");
+    connection->Rollback();
+    EXPECT_EQ(RowsOf(*connection, "SELECT a FROM [T]"), "");
+    EXPECT_EQ(connection->catalogue().find("U"), nullptr);
+    connection->Begin();
+    connection->Execute("INSERT INTO [T] VALUES (2)");
+    connection->Commit();
+    EXPECT_EQ(RowsOf(*connection, "SELECT a FROM [T]"), "2;");
+}
+
+TEST_F(ConnectionTest, SeveralConnectionsSeeEachOthersTables) {
+    const auto first = folder.Make("a.mdb");
+    const auto second = Connection::Open(folder.path("a.mdb"), "secret");
+    first->Execute("CREATE TABLE [T] (a INTEGER)");
+    second->Execute("INSERT INTO [T] VALUES (7)");
+    EXPECT_EQ(RowsOf(*first, "SELECT a FROM [T]"), "7;");
+    second->Execute("DROP TABLE [T]");
+    second->Execute("CREATE TABLE [T] (b INTEGER, a INTEGER)");
+    second->Execute("INSERT INTO [T] VALUES (1, 8)");
+    EXPECT_EQ(RowsOf(*first, "SELECT a FROM [T]"), "8;");
+}
+
+TEST_F(ConnectionTest, AStatementSeenBeforeIsNotTranslatedAgain) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Execute("CREATE TABLE [T] (a INTEGER)");
+    static_cast<void>(RowsOf(*connection, "SELECT a FROM [T]"));
+    const auto before = connection->cacheCounts();
+    for (int i = 0; i < 10; ++i)
+        static_cast<void>(RowsOf(*connection, "SELECT a FROM [T]"));
+    EXPECT_EQ(connection->cacheCounts().translated, before.translated);
+    EXPECT_EQ(connection->cacheCounts().reused, before.reused + 10);
+    connection->Execute("DROP TABLE [T]");
+    connection->Execute("CREATE TABLE [T] (a DOUBLE)");
+    connection->Execute("INSERT INTO [T] VALUES (2)");
+    EXPECT_EQ(connection->OpenRecordset("SELECT a FROM [T]")[0].type(), Value::Type::Double);
+}
+
+TEST_F(ConnectionTest, CopiesThroughTheEngine) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Execute("CREATE TABLE [T] (a INTEGER)");
+    connection->Execute("INSERT INTO [T] VALUES (1)");
+    Write("b.mdb", "old");
+    Database::Copy(folder.path("a.mdb"), folder.path("b.mdb"));
+    EXPECT_EQ(RowsOf(*Connection::Open(folder.path("b.mdb"), "secret"), "SELECT a FROM [T]"), "1;");
+    EXPECT_EQ(OpenFailure(folder.path("b.mdb"), "wrong"), ErrorNumber::WrongPassword);
+    EXPECT_EQ(FailureOf([&] { Database::Copy(folder.path("none.mdb"), folder.path("b.mdb")); }),
+              ErrorNumber::NotADatabase);
+    EXPECT_EQ(OpenFailure(folder.path("b.mdb")), std::nullopt);
+}
+
+TEST_F(ConnectionTest, AClosedConnectionSaysSo) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Close();
+    EXPECT_FALSE(connection->isOpen());
+    EXPECT_EQ(FailureOf([&] { connection->Execute("CREATE TABLE [T] (a INTEGER)"); }), ErrorNumber::EngineError);
+}
+
+} // namespace
+} // namespace jet
