@@ -119,8 +119,8 @@ TEST_F(SchemaTest, KeysCountByThemselves) {
     connection->Execute("INSERT INTO Indicator_Unit_subpop (IndicatorGID, UnitGID, SubpopGId) VALUES ('-I','-U','-S')");
     connection->Execute("INSERT INTO [CF_en] (CFGId, CFLabel1) VALUES ('-C','Context')");
     connection->Execute("INSERT INTO DATA (TimePeriodNId, IUSNId, AreaNId, SourceNId, Datavalue) VALUES (1,1,1,1,0.5)");
-    EXPECT_EQ(Reader().Rows(
-                  "SELECT AreaNId, IUSNId, CFNId, RowNId, Datavalue FROM Area_en, Indicator_Unit_Subpop, CF_en, Data"),
+    EXPECT_EQ(Reader().Rows("SELECT A.AreaNId, I.IUSNId, C.CFNId, D.RowNId, D.Datavalue FROM Area_en A, "
+                            "Indicator_Unit_Subpop I, CF_en C, Data D"),
               std::vector<std::string>{"1|1|1|1|0.5"});
     EXPECT_EQ(Reader().Number("SELECT count(*) FROM Indicator_Unit_Subpop WHERE DataExists = 0"), 1)
         << "a flag is never Null";
