@@ -101,23 +101,7 @@ std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
 
 namespace {
 
-std::string Quoted(std::string_view text, char mark) {
-    std::string quoted(1, mark);
-    for (const char c : text) {
-        quoted += c;
-        if (c == mark) quoted += c;
-    }
-    return quoted += mark;
-}
-
 } // namespace
-
-std::string QuotedName(std::string_view name) {
-    return Quoted(name, '"');
-}
-std::string QuotedText(std::string_view text) {
-    return Quoted(text, '\'');
-}
 
 std::string FileUri(const std::string& path, std::string_view options) {
     constexpr std::string_view Digits = "0123456789ABCDEF";

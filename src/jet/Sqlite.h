@@ -1,6 +1,7 @@
 #pragma once
 
 #include "jet/Error.h"
+#include "jet/Quoting.h"
 #include "jet/Value.h"
 
 #include <memory>
@@ -30,10 +31,6 @@ void Run(sqlite3* database, std::string_view sql, const std::vector<std::string>
 /// All rows of a query, texts for its parameters.
 [[nodiscard]] std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
                                                    const std::vector<std::string>& parameters = {});
-
-/// A name or a text as SQLite text has it.
-[[nodiscard]] std::string QuotedName(std::string_view name);
-[[nodiscard]] std::string QuotedText(std::string_view text);
 
 /// The name under which SQLite opens a file whatever its characters, with options ("mode=ro").
 [[nodiscard]] std::string FileUri(const std::string& path, std::string_view options);

@@ -28,6 +28,7 @@ struct PivotPlan {
     std::string column;    ///< one value column, with %VALUE% for the SQL literal and %NAME% for the quoted name
     std::string tail;      ///< the rest
     std::vector<std::string> fixedValues; ///< PIVOT … IN (…): names given in the statement, then valuesSql is empty
+    OutputColumn valueColumn;             ///< type and kind of each value column
 };
 
 /// SQLite text of one statement. `statements` run in order within a savepoint; all but the last prepare the ground
@@ -37,6 +38,7 @@ struct Translation {
     std::vector<std::string> statements;
     std::vector<OutputColumn> columns; ///< of a Select; of a crosstab the row heads only
     std::vector<PivotPlan> pivot;      ///< empty, or one
+    std::string connector;             ///< SELECT … INTO [dBase IV;database=folder].name.dbf: the text in brackets; target is the rest
     std::string target;                ///< table made, dropped or written to (its name in the statement)
 };
 

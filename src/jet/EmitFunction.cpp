@@ -1,0 +1,146 @@
+#include "jet/Emitter.h"
+#include "jet/Error.h"
+#include "jet/Functions.h"
+
+#include <algorithm>
+#include <array>
+
+namespace jet {
+
+using namespace tree;
+
+namespace {
+
+constexpr std::array WholeResults = {"asc",   "ascw",   "cbyte", "cint",    "clng",     "count", "datediff", "datepart",
+                                     "day",   "fix",    "hour",  "instr",   "instrrev", "int",   "len",      "minute",
+                                     "month", "second", "sgn",   "strcomp", "weekday",  "year"};
+
+ColumnType TypeOfResult(const FunctionInfo& info, const std::vector<Typed>& arguments) {
+    switch (info.result) {
+    case FunctionResult::Text:
+        return ColumnType::Text;
+    case FunctionResult::YesNo:
+        return ColumnType::YesNo;
+    case FunctionResult::ArgumentKind:
+        return arguments.empty() ? ColumnType::Unknown : arguments.front().type;
+    case FunctionResult::Number:
+        break;
+    }
+    return std::ranges::find(WholeResults, info.name) != WholeResults.end() ? ColumnType::Long : ColumnType::Double;
+}
+
+std::string Listed(const std::vector<Typed>& arguments) {
+    std::string list;
+    for (const Typed& argument : arguments)
+        list += (list.empty() ? "" : ", ") + AsValue(argument);
+    return list;
+}
+
+bool IsText(const Typed& value) {
+    return value.kind != CompareKind::Number;
+}
+
+/// The kind of a value that is one of several.
+Typed Merged(std::string sql, const Typed& a, const Typed& b) {
+    const Typed& known = a.type == ColumnType::Unknown ? b : a;
+    const Typed& other = a.type == ColumnType::Unknown ? a : b;
+    Typed merged{std::move(sql), known.kind, known.type};
+    if (other.type == ColumnType::Unknown) return merged;
+    if (known.kind != other.kind) {
+        merged.kind = IsText(known) || IsText(other) ? CompareKind::Text : CompareKind::Number;
+        merged.type = IsText(merged) ? ColumnType::Text : ColumnType::Double;
+    } else if (known.type != other.type && !IsText(merged)) {
+        merged.type = ColumnType::Double;
+    }
+    return merged;
+}
+
+/// A whole number written in the statement, 1 or more; 0 for anything else.
+long Positive(const Typed& value) {
+    return value.literal && value.type == ColumnType::Long ? std::atol(value.text.c_str()) : 0;
+}
+
+} // namespace
+
+Typed Emitter::emitNode(const Call& node, const Scope& scope, Position at) {
+    const FunctionInfo& info = *FindFunction(node.name);
+    if (node.star) return {"COUNT(*)", CompareKind::Number, ColumnType::Long};
+    std::vector<Typed> arguments;
+    for (const ExpressionPtr& argument : node.arguments)
+        arguments.push_back(emit(*argument, scope));
+    if (info.aggregate) return emitAggregate(node, std::move(arguments));
+    if (node.name == "switch" && arguments.size() % 2 != 0) FailAt(at, "Switch takes pairs of a condition and a value");
+    if (auto written = emitInline(node, arguments)) return *written;
+    Typed result{"jet_" + node.name + "(" + Listed(arguments) + ")", CompareKind::Number,
+                 TypeOfResult(info, arguments)};
+    if (info.result == FunctionResult::Text) result.kind = CompareKind::Text;
+    if (info.result == FunctionResult::ArgumentKind) result.kind = arguments.front().kind;
+    return result;
+}
+
+Typed Emitter::emitAggregate(const Call& node, std::vector<Typed> arguments) {
+    const Typed& argument = arguments.front();
+    const std::string distinct = node.distinct ? "DISTINCT " : "";
+    const auto number = [&](std::string sql, ColumnType type) {
+        return Typed{std::move(sql), CompareKind::Number, type};
+    };
+    if (node.name == "count") {
+        const std::string collation = node.distinct ? Collate(argument.kind) : std::string();
+        return number("COUNT(" + distinct + AsValue(argument) + collation + ")", ColumnType::Long);
+    }
+    if (node.name == "min" || node.name == "max")
+        return {(node.name == "min" ? "MIN(" : "MAX(") + AsValue(argument) + Collate(argument.kind) + ")",
+                argument.kind, argument.type};
+    if (node.name == "first" || node.name == "last")
+        return {"jet_" + node.name + "(" + AsValue(argument) + ")", argument.kind, argument.type};
+    if (!IsText(argument) && node.name == "sum")
+        return number("SUM(" + distinct + AsValue(argument) + ")",
+                      argument.type == ColumnType::Double ? ColumnType::Double : ColumnType::Long);
+    if (!IsText(argument) && node.name == "avg")
+        return number("AVG(" + distinct + AsValue(argument) + ")", ColumnType::Double);
+    return number("jet_" + node.name + "(" + distinct + AsValue(argument) + ")", ColumnType::Double);
+}
+
+// What SQLite says itself costs no call of ours for each row.
+std::optional<Typed> Emitter::emitInline(const Call& node, const std::vector<Typed>& arguments) {
+    if (node.name == "iif")
+        return Merged("(CASE WHEN " + AsCondition(arguments[0]) + " THEN " + AsValue(arguments[1]) + " ELSE " +
+                          AsValue(arguments[2]) + " END)",
+                      arguments[1], arguments[2]);
+    if (node.name == "isnull")
+        return Typed{"(" + AsValue(arguments[0]) + " IS NULL)", CompareKind::Number, ColumnType::YesNo, true};
+    if (node.name == "nz" && arguments.size() == 2)
+        return Merged("ifnull(" + AsValue(arguments[0]) + ", " + AsValue(arguments[1]) + ")", arguments[0],
+                      arguments[1]);
+    if (node.name == "nz")
+        return Merged("ifnull(" + AsValue(arguments[0]) + (IsText(arguments[0]) ? ", '')" : ", 0)"), arguments[0],
+                      arguments[0]);
+    if (node.name == "switch" || node.name == "choose") {
+        const bool choose = node.name == "choose";
+        std::string cases = "(CASE";
+        Typed merged = arguments[1];
+        for (std::size_t i = 1; i < arguments.size(); i += choose ? 1 : 2) {
+            cases += choose ? " WHEN jet_clng(" + AsValue(arguments[0]) + ") = " + std::to_string(i)
+                            : " WHEN " + AsCondition(arguments[i - 1]);
+            cases += " THEN " + AsValue(arguments[i]);
+            merged = Merged({}, merged, arguments[i]);
+        }
+        merged.sql = cases + " END)";
+        return merged;
+    }
+    const bool plainText = !arguments.empty() && IsText(arguments[0]);
+    if (node.name == "len" && plainText)
+        return Typed{"length(" + arguments[0].sql + ")", CompareKind::Number, ColumnType::Long};
+    if (node.name == "left" && plainText && Positive(arguments[1]) > 0)
+        return Typed{"substr(" + arguments[0].sql + ",1," + arguments[1].text + ")", CompareKind::Text,
+                     ColumnType::Text};
+    if (node.name == "mid" && plainText && Positive(arguments[1]) > 0 &&
+        (arguments.size() == 2 || Positive(arguments[2]) > 0)) {
+        std::string call = "substr(" + arguments[0].sql + "," + arguments[1].text;
+        if (arguments.size() == 3) call += "," + arguments[2].text;
+        return Typed{call + ")", CompareKind::Text, ColumnType::Text};
+    }
+    return std::nullopt;
+}
+
+} // namespace jet

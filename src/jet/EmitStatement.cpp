@@ -1,0 +1,321 @@
+#include "jet/Emitter.h"
+#include "jet/Error.h"
+#include "jet/Parser.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace jet {
+
+using namespace tree;
+
+namespace {
+
+/// Position of a field of a table. Throws NoSuchColumn.
+std::size_t FieldOf(const TableInfo& table, const std::string& name) {
+    for (std::size_t i = 0; i < table.columns.size(); ++i)
+        if (SameName(table.columns[i].name, name)) return i;
+    throw Error(ErrorNumber::NoSuchColumn, "Table '" + table.name + "' has no field '" + name + "'.");
+}
+
+bool RefersBeyond(const std::string& sql, const Scope& scope, const Source& target) {
+    return std::ranges::any_of(scope.sources, [&](const Source& each) {
+        return &each != &target && sql.find(QuotedName(each.alias) + ".") != std::string::npos;
+    });
+}
+
+Translation Change(StatementClass kind, std::string sql, std::string target) {
+    Translation made;
+    made.kind = kind;
+    made.statements.push_back(std::move(sql));
+    made.target = std::move(target);
+    return made;
+}
+
+} // namespace
+
+std::string ColumnDeclaration(const std::string& name, ColumnType type, int width) {
+    std::string text = QuotedName(name) + " " + DeclaredType(type, width);
+    if (type == ColumnType::YesNo) text += " NOT NULL DEFAULT 0";
+    return text;
+}
+
+Translation Emitter::translate(const Statement& tree) {
+    return std::visit([this](const auto& node) { return statement(node); }, tree);
+}
+
+Translation Emitter::statement(const Query& query) {
+    const bool intoTable = std::ranges::any_of(query.arms, [](const Select& arm) { return !arm.into.empty(); });
+    if (intoTable) return makeTable(query);
+    SelectText text = emitQuery(query, nullptr);
+    Translation made = Change(StatementClass::Select, std::move(text.sql), {});
+    made.columns = std::move(text.columns);
+    return made;
+}
+
+Translation Emitter::makeTable(const Query& query) {
+    const Select& first = query.arms.front();
+    if (first.into.empty()) FailAt(query.arms.back().at, "INTO belongs into the first query of a union");
+    SelectText text = emitQuery(query, nullptr);
+    if (!first.intoConnector.empty()) {
+        Translation made = Change(StatementClass::Select, std::move(text.sql), first.into);
+        made.columns = std::move(text.columns);
+        made.connector = first.intoConnector;
+        return made;
+    }
+    if (catalogue_.find(first.into))
+        throw Error(ErrorNumber::AlreadyExists, "Table '" + first.into + "' already exists.");
+    std::string fields;
+    for (const OutputColumn& column : text.columns) {
+        const ColumnType type = column.type == ColumnType::Counter   ? ColumnType::Long
+                                : column.type == ColumnType::Unknown ? ColumnType::Text
+                                                                     : column.type;
+        fields += (fields.empty() ? "" : ", ") + ColumnDeclaration(column.name, type);
+    }
+    const std::string table = "main." + QuotedName(first.into);
+    Translation made = Change(StatementClass::Schema, "CREATE TABLE " + table + " (" + fields + ")", first.into);
+    made.statements.push_back("INSERT INTO " + table + " " + text.sql);
+    return made;
+}
+
+Translation Emitter::statement(const Insert& insert) {
+    const TableInfo& table = TableNamed(catalogue_, insert.table);
+    Scope none;
+    SelectText given;
+    if (insert.query) given = emitQuery(*insert.query, nullptr);
+    std::vector<std::size_t> fields;
+    for (const std::string& name : insert.columns)
+        fields.push_back(FieldOf(table, name));
+    if (insert.columns.empty()) {
+        // A query's fields go where their names say, values in the order of the table.
+        const std::size_t count = insert.query ? given.columns.size() : insert.rows.front().size();
+        for (std::size_t i = 0; i < count; ++i) {
+            if (!insert.query && i >= table.columns.size()) FailAt(insert.at, "There are more values than fields");
+            fields.push_back(insert.query ? FieldOf(table, given.columns[i].name) : i);
+        }
+    }
+    std::string names;
+    for (const std::size_t field : fields)
+        names += (names.empty() ? "" : ", ") + QuotedName(table.columns[field].name);
+    // A replication id that is not given fills itself.
+    std::string filled;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (table.columns[i].type != ColumnType::Guid || std::ranges::find(fields, i) != fields.end()) continue;
+        names += ", " + QuotedName(table.columns[i].name);
+        filled += ", jet_newguid()";
+    }
+    std::string sql = "INSERT INTO " + TableSql(table) + " (" + names + ") ";
+    if (insert.query) {
+        if (given.columns.size() != fields.size())
+            FailAt(insert.at, "The query gives another number of fields than are named");
+        std::string values;
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            const Typed value{.sql = "\"jet$q\"." + QuotedName(given.columns[i].name),
+                              .kind = given.columns[i].kind,
+                              .type = given.columns[i].type};
+            values += (values.empty() ? "" : ", ") + AsStored(value, table.columns[fields[i]].type);
+        }
+        sql += "SELECT " + values + filled + " FROM (" + given.sql + ") AS \"jet$q\" WHERE true";
+        return Change(StatementClass::Write, std::move(sql), table.name);
+    }
+    sql += "VALUES ";
+    for (std::size_t r = 0; r < insert.rows.size(); ++r) {
+        if (insert.rows[r].size() != fields.size())
+            FailAt(insert.at, "The number of values differs from the number of fields");
+        std::string values;
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            values +=
+                (values.empty() ? "" : ", ") + AsStored(emit(*insert.rows[r][i], none), table.columns[fields[i]].type);
+        sql += (r == 0 ? "(" : ", (") + values + filled + ")";
+    }
+    return Change(StatementClass::Write, std::move(sql), table.name);
+}
+
+// The rows of a joined UPDATE or DELETE. A Like with a pattern that comes from a row is an equality wherever the
+// pattern holds no wildcard, and only then an index can serve: the two cases are gathered apart.
+std::string Emitter::matchingRows(const Update& update, const Source&, const Scope& scope, const std::string& columns) {
+    FromClause from = flatten(update.tables, scope);
+    const std::string tables = " FROM " + fromText(from, scope);
+    std::vector<std::string> shared = std::move(from.conditions);
+    std::vector<const Expression*> parts;
+    if (update.where) parts.push_back(update.where.get());
+    const Like* like = nullptr;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const auto* chain = std::get_if<Logical>(&parts[i]->node);
+        if (chain && chain->op == LogicalOperator::And) {
+            for (const ExpressionPtr& operand : chain->operands)
+                parts.push_back(operand.get());
+            continue;
+        }
+        const auto* one = std::get_if<Like>(&parts[i]->node);
+        if (one && !like && !one->negated && !std::holds_alternative<TextLiteral>(one->pattern->node))
+            like = one;
+        else
+            shared.push_back(condition(*parts[i], scope));
+    }
+    const auto select = [&](const std::vector<std::string>& more) {
+        std::string where;
+        for (const std::vector<std::string>* list : {&std::as_const(shared), &more})
+            for (const std::string& each : *list)
+                where += (where.empty() ? " WHERE " : " AND ") + each;
+        return "SELECT " + columns + tables + where;
+    };
+    if (!like) return select({});
+    const Typed operand = emit(*like->operand, scope);
+    const Typed pattern = emit(*like->pattern, scope);
+    const std::string wild = "(" + AsValue(pattern) + " GLOB '*[*?#[]*')";
+    Typed plain = pattern;
+    if (operand.kind == CompareKind::Identifier) plain.kind = CompareKind::Identifier;
+    return select({"NOT " + wild, Compared(operand, "=", plain)}) + " UNION ALL " +
+           select({wild, "jet_like(" + AsValue(operand) + ", " + AsValue(pattern) + ")"});
+}
+
+std::string Emitter::updateSource(const Update& update, const Source& target, const Scope& scope) {
+    std::string changes;
+    std::string carried;
+    std::string carriedColumns = target.rowId() + " AS \"jet$row\"";
+    bool beyond = false;
+    int number = 0;
+    for (const Assignment& assignment : update.assignments) {
+        const Scope::Found found = scope.resolve(assignment.target, assignment.at);
+        if (found.source != &target) continue;
+        const std::string name = QuotedName(target.columns[found.column].name);
+        const std::string value = AsStored(emit(*assignment.value, scope), target.columns[found.column].type);
+        beyond = beyond || RefersBeyond(value, scope, target);
+        const std::string label = "\"jet$" + std::to_string(number++) + "\"";
+        changes += (changes.empty() ? "" : ", ") + name + " = " + value;
+        carried += (carried.empty() ? "" : ", ") + name + " = \"jet$q\"." + label;
+        carriedColumns += ", " + value + " AS " + label;
+    }
+    const std::string head = "UPDATE " + TableSql(*target.table) + " AS " + QuotedName(target.alias) + " SET ";
+    if (scope.sources.size() == 1)
+        return head + changes + (update.where ? " WHERE " + condition(*update.where, scope) : "");
+    if (!beyond)
+        return head + changes + " WHERE rowid IN (" + matchingRows(update, target, scope, target.rowId()) + ")";
+    return head + carried + " FROM (" + matchingRows(update, target, scope, carriedColumns) + ") AS \"jet$q\" WHERE " +
+           target.rowId() + " = \"jet$q\".\"jet$row\"";
+}
+
+Translation Emitter::statement(const Update& update) {
+    Scope scope;
+    declare(update.tables, scope);
+    Translation made;
+    made.kind = StatementClass::Write;
+    std::vector<const Source*> done;
+    for (const Assignment& assignment : update.assignments) {
+        const Source* target = scope.resolve(assignment.target, assignment.at).source;
+        if (std::ranges::find(done, target) != done.end()) continue;
+        if (!target->table) FailAt(assignment.at, "An inner query can't be changed");
+        done.push_back(target);
+        made.statements.push_back(updateSource(update, *target, scope));
+        made.target = target->table->name;
+    }
+    return made;
+}
+
+Translation Emitter::statement(const Delete& remove) {
+    Scope scope;
+    declare(remove.tables, scope);
+    const Source* target = remove.table.empty() ? &scope.sources.front() : scope.source(remove.table);
+    if (!target || (remove.table.empty() && scope.sources.size() > 1))
+        FailAt(remove.at, "Say of which table the rows are to go");
+    if (!target->table) FailAt(remove.at, "Rows of an inner query can't be deleted");
+    std::string sql = "DELETE FROM " + TableSql(*target->table) + " AS " + QuotedName(target->alias);
+    if (scope.sources.size() > 1)
+        sql += " WHERE rowid IN (SELECT " + target->rowId() + fromWhere(remove.tables, remove.where.get(), scope) + ")";
+    else if (remove.where)
+        sql += " WHERE " + condition(*remove.where, scope);
+    return Change(StatementClass::Write, std::move(sql), target->table->name);
+}
+
+Translation Emitter::statement(const CreateTable& create) {
+    if (catalogue_.find(create.table))
+        throw Error(ErrorNumber::AlreadyExists, "Table '" + create.table + "' already exists.");
+    const auto isKey = [&](const ColumnDefinition& column) {
+        return column.primaryKey || std::ranges::any_of(create.keys, [&](const KeyDefinition& key) {
+                   return key.primary && key.columns.size() == 1 && SameName(key.columns[0], column.name);
+               });
+    };
+    std::string body;
+    bool counter = false;
+    for (const ColumnDefinition& column : create.columns) {
+        std::string text = ColumnDeclaration(column.name, column.type, column.width);
+        // A counter is the row's own number, whether or not the statement calls it the key.
+        if (column.type == ColumnType::Counter) {
+            if (std::exchange(counter, true))
+                throw Error(ErrorNumber::SyntaxError, "A table can have one counter only.");
+        } else {
+            if (column.notNull && column.type != ColumnType::YesNo) text += " NOT NULL";
+            if (isKey(column)) text += " PRIMARY KEY";
+            if (column.unique) text += " UNIQUE";
+            if (column.defaultValue && column.type != ColumnType::YesNo)
+                text += " DEFAULT (" + emit(*column.defaultValue, Scope{}).sql + ")";
+            if (KindOfColumn(column.name, column.type) != CompareKind::Number && (isKey(column) || column.unique))
+                text += " COLLATE NOCASE";
+        }
+        body += (body.empty() ? "" : ", ") + text;
+    }
+    for (const KeyDefinition& key : create.keys) {
+        if (key.primary && key.columns.size() == 1) continue;
+        std::string names;
+        for (const std::string& name : key.columns)
+            names += (names.empty() ? "" : ", ") + QuotedName(name);
+        body += (key.primary && !counter ? ", PRIMARY KEY (" : ", UNIQUE (") + names + ")";
+    }
+    return Change(StatementClass::Schema, "CREATE TABLE main." + QuotedName(create.table) + " (" + body + ")",
+                  create.table);
+}
+
+Translation Emitter::statement(const CreateIndex& create) {
+    const TableInfo& table = TableNamed(catalogue_, create.table);
+    std::string columns;
+    for (const IndexColumn& each : create.columns) {
+        const ColumnInfo& column = table.columns[FieldOf(table, each.name)];
+        const bool number = KindOfColumn(column.name, column.type) == CompareKind::Number;
+        columns += (columns.empty() ? "" : ", ") + QuotedName(column.name) + (number ? "" : " COLLATE NOCASE") +
+                   (each.descending ? " DESC" : "");
+    }
+    const std::string sql = std::string(create.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
+                            QuotedName(table.database) + "." + QuotedName(create.name) + " ON " +
+                            QuotedName(table.sourceTable.empty() ? table.name : table.sourceTable) + " (" + columns +
+                            ")";
+    return Change(StatementClass::Schema, sql, table.name);
+}
+
+Translation Emitter::statement(const DropTable& drop) {
+    const TableInfo& table = TableNamed(catalogue_, drop.table);
+    Translation made = Change(StatementClass::Schema, "DROP TABLE " + TableSql(table), table.name);
+    // Of a link only the link goes; the connection takes it out of its list.
+    if (table.type == TableType::Link) made.statements.clear();
+    return made;
+}
+
+Translation Emitter::statement(const DropIndex& drop) {
+    const TableInfo& table = TableNamed(catalogue_, drop.table);
+    return Change(StatementClass::Schema, "DROP INDEX " + QuotedName(table.database) + "." + QuotedName(drop.name),
+                  table.name);
+}
+
+Translation Emitter::statement(const AlterTable& alter) {
+    const TableInfo& table = TableNamed(catalogue_, alter.table);
+    if (!alter.dropped.empty()) {
+        const std::string& name = table.columns[FieldOf(table, alter.dropped)].name;
+        return Change(StatementClass::Schema, "ALTER TABLE " + TableSql(table) + " DROP COLUMN " + QuotedName(name),
+                      table.name);
+    }
+    const ColumnDefinition& column = *alter.added;
+    if (column.type == ColumnType::Counter)
+        throw Error(ErrorNumber::SyntaxError, "A counter can't be added to a table that stands.");
+    if (table.column(column.name))
+        throw Error(ErrorNumber::AlreadyExists, "Table '" + table.name + "' has a field '" + column.name + "'.");
+    return Change(StatementClass::Schema,
+                  "ALTER TABLE " + TableSql(table) + " ADD COLUMN " +
+                      ColumnDeclaration(column.name, column.type, column.width),
+                  table.name);
+}
+
+Translation Translate(std::string_view sql, const Catalogue& catalogue) {
+    return Emitter(catalogue).translate(Parse(sql));
+}
+
+} // namespace jet

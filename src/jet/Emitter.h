@@ -1,0 +1,112 @@
+#pragma once
+
+#include "jet/Scope.h"
+
+#include <optional>
+
+namespace jet {
+
+/// Writes trees as SQLite text. Split over three files: expressions, queries, changes of rows and of tables.
+class Emitter {
+  public:
+    explicit Emitter(const Catalogue& catalogue) : catalogue_(catalogue) {}
+
+    [[nodiscard]] Translation translate(const tree::Statement& statement);
+
+  private:
+    // --- Expressions (EmitExpression.cpp, EmitFunction.cpp) ---
+    Typed emit(const tree::Expression& expression, const Scope& scope);
+    Typed emitNode(const tree::NullLiteral& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::NumberLiteral& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::TextLiteral& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::DateLiteral& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::BooleanLiteral& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::ColumnName& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Arithmetic& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Negation& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Comparison& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Logical& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Not& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Between& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Like& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::IsNull& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::InList& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::InQuery& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Exists& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::ScalarQuery& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Call& node, const Scope& scope, Position at);
+    Typed emitAggregate(const tree::Call& node, std::vector<Typed> arguments);
+    std::optional<Typed> emitInline(const tree::Call& node, const std::vector<Typed>& arguments);
+    std::string condition(const tree::Expression& expression, const Scope& scope);
+
+    // --- Queries (EmitQuery.cpp, EmitFrom.cpp) ---
+    struct Join {
+        std::size_t source = 0; ///< index in the scope
+        std::string on;         ///< outer-joined: its condition; empty for inner
+        std::string text;       ///< outer-joined group in brackets instead of one source
+    };
+    struct FromClause {
+        std::vector<Join> order;             ///< as the FROM clause is written
+        std::vector<std::string> conditions; ///< of inner joins, to stand in WHERE
+        bool outerJoins = false;
+    };
+    struct SelectText {
+        std::string sql;
+        std::vector<OutputColumn> columns;
+    };
+    struct Item {
+        Typed value;
+        std::string name;
+        const Source* source = nullptr; ///< of a plain field
+    };
+    void declare(const std::vector<tree::TableReferencePtr>& from, Scope& scope);
+    void declare(const tree::TableReference& reference, Scope& scope);
+    FromClause flatten(const std::vector<tree::TableReferencePtr>& from, const Scope& scope);
+    FromClause flatten(const tree::TableReference& reference, const Scope& scope, std::size_t& next);
+    static std::string fromText(const FromClause& from, const Scope& scope);
+    std::string fromWhere(const std::vector<tree::TableReferencePtr>& from, const tree::Expression* where,
+                          const Scope& scope);
+    SelectText emitQuery(const tree::Query& query, const Scope* outer);
+    SelectText emitSelect(const tree::Select& select, const std::vector<tree::OrderItem>& orderBy, const Scope* outer,
+                          bool inUnion);
+    std::vector<Item> items(const tree::Select& select, const Scope& scope);
+    std::string itemList(const std::vector<Item>& items, bool collated) const;
+    std::string groupBy(const tree::Select& select, const std::vector<Item>& items, const Scope& scope);
+    std::string orderText(const std::vector<tree::OrderItem>& orderBy, const std::vector<Item>& items,
+                          const Scope& scope, bool byPosition);
+    static std::string topText(const tree::Top& top, const std::string& fields, const std::string& tail,
+                               const std::vector<Item>& items, const std::string& order);
+
+    // --- Statements (EmitStatement.cpp, EmitPivot.cpp) ---
+    Translation statement(const tree::Query& query);
+    Translation statement(const tree::Transform& transform);
+    Translation statement(const tree::Insert& insert);
+    Translation statement(const tree::Update& update);
+    Translation statement(const tree::Delete& remove);
+    Translation statement(const tree::CreateTable& create);
+    Translation statement(const tree::CreateIndex& create);
+    Translation statement(const tree::DropTable& drop);
+    Translation statement(const tree::DropIndex& drop);
+    Translation statement(const tree::AlterTable& alter);
+    Translation makeTable(const tree::Query& query);
+    std::string matchingRows(const tree::Update& update, const Source& target, const Scope& scope,
+                             const std::string& columns);
+    std::string updateSource(const tree::Update& update, const Source& target, const Scope& scope);
+
+    const Catalogue& catalogue_;
+};
+
+/// The value as ours: a truth value becomes -1 or 0.
+[[nodiscard]] std::string AsValue(const Typed& value);
+/// The value as a condition of SQLite.
+[[nodiscard]] std::string AsCondition(const Typed& value);
+/// The value as number; text is read, and fails the statement when it can't be.
+[[nodiscard]] std::string AsNumber(const Typed& value);
+/// The value as it goes into a column of this type.
+[[nodiscard]] std::string AsStored(const Typed& value, ColumnType type);
+/// SQLite text of a comparison under the rules of both kinds.
+[[nodiscard]] std::string Compared(const Typed& left, const char* op, const Typed& right);
+/// A column declaration for CREATE TABLE.
+[[nodiscard]] std::string ColumnDeclaration(const std::string& name, ColumnType type, int width = 0);
+
+} // namespace jet

@@ -1,0 +1,68 @@
+#include "jet/Scope.h"
+
+#include "jet/Error.h"
+
+namespace jet {
+
+std::string Source::rowId() const {
+    return QuotedName(alias) + ".rowid";
+}
+
+int Source::find(std::string_view name) const {
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (SameName(columns[i].name, name)) return static_cast<int>(i);
+    return -1;
+}
+
+std::string Source::columnSql(std::size_t position) const {
+    return QuotedName(alias) + "." + QuotedName(columns[position].name);
+}
+
+const Source* Scope::source(std::string_view alias) const {
+    for (const Scope* level = this; level; level = level->outer)
+        for (const Source& each : level->sources)
+            if (SameName(each.alias, alias)) return &each;
+    return nullptr;
+}
+
+Scope::Found Scope::resolve(const tree::ColumnName& name, Position at) const {
+    for (const Scope* level = this; level; level = level->outer) {
+        Found found;
+        for (const Source& each : level->sources) {
+            if (!name.table.empty() && !SameName(each.alias, name.table)) continue;
+            const int column = each.find(name.name);
+            if (column < 0) continue;
+            if (found.source) FailAt(at, "The field '" + name.name + "' could mean a field of more than one table");
+            found = {&each, static_cast<std::size_t>(column), level};
+        }
+        if (found.source) return found;
+    }
+    const std::string written = name.table.empty() ? name.name : name.table + "." + name.name;
+    throw Error(ErrorNumber::NoSuchColumn, "No table of the statement has a field '" + written + "'.");
+}
+
+std::string Collate(CompareKind kind) {
+    switch (kind) {
+    case CompareKind::Number:
+        return {};
+    case CompareKind::Identifier:
+        return " COLLATE NOCASE";
+    case CompareKind::Text:
+        return " COLLATE JETTEXT";
+    case CompareKind::ValueText:
+        return " COLLATE JETVALUE";
+    }
+    return {};
+}
+
+const TableInfo& TableNamed(const Catalogue& catalogue, const std::string& name) {
+    const TableInfo* table = catalogue.find(name);
+    if (!table) throw Error(ErrorNumber::NoSuchTable, "There is no table or link '" + name + "'.");
+    return *table;
+}
+
+std::string TableSql(const TableInfo& table) {
+    return QuotedName(table.database) + "." + QuotedName(table.sourceTable.empty() ? table.name : table.sourceTable);
+}
+
+} // namespace jet

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "jet/Catalogue.h"
+#include "jet/Quoting.h"
+#include "jet/Translator.h"
+#include "jet/Tree.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet {
+
+/// SQLite text of an expression with what is known of it.
+struct Typed {
+    std::string sql;
+    CompareKind kind = CompareKind::Number;
+    ColumnType type = ColumnType::Unknown; ///< Unknown: Null
+    bool condition = false;                ///< a truth value of SQLite (1, 0, Null), not one of ours (-1, 0)
+    bool literal = false;                  ///< a constant of the statement; `text` is its text
+    std::string text = {};
+};
+
+/// A table of a FROM clause: of the catalogue, or an inner query's result.
+struct Source {
+    std::string alias;
+    const TableInfo* table = nullptr;  ///< nullptr for an inner query
+    std::vector<OutputColumn> columns; ///< as the result of the table or inner query has them
+    std::string sql;                   ///< what stands in the FROM clause, with its alias
+
+    [[nodiscard]] std::string rowId() const;
+    /// Position of the column of this name, ignoring case; -1 when there is none.
+    [[nodiscard]] int find(std::string_view name) const;
+    [[nodiscard]] std::string columnSql(std::size_t position) const;
+};
+
+/// The tables that names of one query level may mean; behind them those of the queries around it.
+struct Scope {
+    std::vector<Source> sources;
+    const Scope* outer = nullptr;
+
+    struct Found {
+        const Source* source = nullptr;
+        std::size_t column = 0;
+        const Scope* level = nullptr;
+    };
+    /// What a name means. Throws NoSuchColumn when no table has it, SyntaxError when several of one level do.
+    [[nodiscard]] Found resolve(const tree::ColumnName& name, Position at) const;
+    [[nodiscard]] const Source* source(std::string_view alias) const;
+};
+
+/// " COLLATE NOCASE" and so on; empty for numbers.
+[[nodiscard]] std::string Collate(CompareKind kind);
+/// The table of this name. Throws NoSuchTable.
+[[nodiscard]] const TableInfo& TableNamed(const Catalogue& catalogue, const std::string& name);
+/// schema."table" as it stands in a statement.
+[[nodiscard]] std::string TableSql(const TableInfo& table);
+
+} // namespace jet
