@@ -103,7 +103,7 @@ TEST_F(ConnectionTest, AFailedStatementChangesNothing) {
     connection->Execute("CREATE TABLE [T] (a INTEGER NOT NULL)");
     EXPECT_EQ(connection->Execute("INSERT INTO [T] VALUES (1)"), 1);
     EXPECT_EQ(
-        FailureOf([&] { connection->Execute("INSERT INTO [T] SELECT 2 FROM [T] UNION ALL SELECT Null FROM [T]"); }),
+        FailureOf([&] { connection->Execute("INSERT INTO [T] (a) SELECT 2 FROM [T] UNION ALL SELECT Null FROM [T]"); }),
         ErrorNumber::ConstraintFailed);
     EXPECT_EQ(FailureOf([&] { connection->Execute("DROP TABLE [None]"); }), ErrorNumber::NoSuchTable);
     EXPECT_EQ(RowsOf(*connection, "SELECT a FROM [T]"), "1;");
