@@ -44,28 +44,6 @@ bool Exists(const std::string& path) {
     return ::access(path.c_str(), F_OK) == 0;
 }
 
-using Head = std::array<unsigned char, 100>;
-
-unsigned Big(const Head& head, std::size_t at, std::size_t bytes) {
-    unsigned number = 0;
-    for (std::size_t i = 0; i < bytes; ++i)
-        number = number << 8U | head[at + i];
-    return number;
-}
-
-void CheckHead(const std::string& path, const Head& head, std::uint64_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
-    const std::string_view jet = text.substr(4, 15);
-    if (jet == "Standard Jet DB" || jet == "Standard ACE DB")
-        Refuse(path, "it is a genuine Jet database, which has to be imported first.");
-    if (!text.starts_with(std::string_view("SQLite format 3\0", 16))) Refuse(path, "it is no database.");
-    // the count of pages holds only when the file was last written by an engine that keeps it
-    const bool counted = Big(head, 24, 4) == Big(head, 92, 4);
-    const std::uint64_t page = Big(head, 16, 2) == 1 ? 65536 : Big(head, 16, 2);
-    if (counted && page * Big(head, 28, 4) > size && !Exists(path + "-journal") && !Exists(path + "-wal"))
-        Refuse(path, "it is damaged: its end is missing.");
-}
-
 } // namespace
 
 DatabaseFile DatabaseFile::Inspect(const std::string& path) {
@@ -73,17 +51,24 @@ DatabaseFile DatabaseFile::Inspect(const std::string& path) {
     struct stat found {};
     if (::stat(path.c_str(), &found) != 0) Refuse(path, "there is no such file.");
     if (!S_ISREG(found.st_mode)) Refuse(path, "it is no file.");
-    Head head{};
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream) Refuse(path, "it may not be read.");
-    stream.read(reinterpret_cast<char*>(head.data()), head.size());
-    if (!stream) Refuse(path, "it is no database.");
-    CheckHead(path, head, static_cast<std::uint64_t>(found.st_size));
+    if (found.st_size < 512) Refuse(path, "it is no database.");
     DatabaseFile file;
     file.path = path;
     file.identity = {found.st_dev, found.st_ino};
     file.writable = ::access(path.c_str(), W_OK) == 0 && ::access(FolderOf(path).c_str(), W_OK) == 0;
     return file;
+}
+
+std::string DatabaseFile::Explain(const std::string& path) {
+    std::array<char, 100> head{};
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream) return "it may not be read.";
+    stream.read(head.data(), head.size());
+    const std::string_view text(head.data(), head.size());
+    const std::string_view jet = text.substr(4, 15);
+    if (jet == "Standard Jet DB" || jet == "Standard ACE DB")
+        return "it is a genuine Jet database, which has to be imported first.";
+    return text.starts_with("SQLite format 3") ? "it is damaged." : "it is no database.";
 }
 
 std::string DatabaseFile::options() const {

@@ -69,18 +69,38 @@ Engine::Engine(const std::string& path, const std::string& password) {
         Run(handle, "PRAGMA main.synchronous = NORMAL");
         Run(handle, "PRAGMA main.cache_size = -16000");
         catalogue_ = std::make_unique<LiveCatalogue>(handle, path);
+        begin_ = Prepare(handle, "BEGIN");
+        commit_ = Prepare(handle, "COMMIT");
         dataVersion_ = Prepare(handle, "PRAGMA main.data_version");
     } catch (const Error& error) {
         if (error.number() == ErrorNumber::WrongPassword || error.number() == ErrorNumber::Busy) throw;
-        throw Error(ErrorNumber::NotADatabase, "'" + path + "' can't be opened: " + error.what());
+        const bool other = error.number() == ErrorNumber::NotADatabase;
+        throw Error(ErrorNumber::NotADatabase,
+                    "'" + path + "' can't be opened: " + (other ? DatabaseFile::Explain(path) : error.what()));
     }
     readOnly_ = !file.writable || sqlite3_db_readonly(handle, "main") == 1;
     sqlite3_set_authorizer(handle, Note, &noting_);
 }
 
+// Only for a statement seen before: a new one may have a file to attach, whose settings can't be made in a transaction.
+Engine::ReadScope::ReadScope(Engine& engine, std::string_view sql) : engine_(engine) {
+    const auto found = engine.byText_.find(sql);
+    if (found == engine.byText_.end() || found->second->version != engine.catalogue_->version()) return;
+    if (engine.scoped_ || sqlite3_get_autocommit(engine.database()) == 0) return;
+    engine.scoped_ = sqlite3_step(engine.begin_.get()) == SQLITE_DONE;
+    sqlite3_reset(engine.begin_.get());
+}
+
+Engine::ReadScope::~ReadScope() {
+    if (!engine_.scoped_) return;
+    engine_.scoped_ = false;
+    if (sqlite3_get_autocommit(engine_.database()) == 0) sqlite3_step(engine_.commit_.get());
+    sqlite3_reset(engine_.commit_.get());
+}
+
 // Another connection may have made tables or links in the file meanwhile.
 void Engine::NoticeOthers() {
-    if (sqlite3_get_autocommit(database()) == 0) return;
+    if (sqlite3_get_autocommit(database()) == 0 && !scoped_) return;
     const bool row = Step(database(), dataVersion_.get());
     const std::int64_t version = row ? sqlite3_column_int64(dataVersion_.get(), 0) : lastVersion_;
     sqlite3_reset(dataVersion_.get());

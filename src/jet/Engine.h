@@ -41,6 +41,19 @@ class Engine {
   public:
     Engine(const std::string& path, const std::string& password);
 
+    /// One lock of the file for everything that opening a result reads, the look at what others changed included:
+    /// taking the lock costs more than a small query.
+    class ReadScope {
+      public:
+        ReadScope(Engine& engine, std::string_view sql);
+        ~ReadScope();
+        ReadScope(const ReadScope&) = delete;
+        ReadScope& operator=(const ReadScope&) = delete;
+
+      private:
+        Engine& engine_;
+    };
+
     std::int64_t Execute(std::string_view sql);
     [[nodiscard]] ReadyQuery Open(std::string_view sql);
     /// Keeps the statement of a query that has been read to its end for the next time.
@@ -86,6 +99,9 @@ class Engine {
     std::list<Seen> seen_; ///< the one used last in front
     std::unordered_map<std::string_view, std::list<Seen>::iterator> byText_;
     Seen passing_; ///< a statement too long to be kept
+    Statement begin_;
+    Statement commit_;
+    bool scoped_ = false; ///< within a ReadScope that has begun
     Statement dataVersion_;
     std::int64_t lastVersion_ = -1;
     std::set<OpenResult*> results_;

@@ -8,9 +8,10 @@
 
 namespace jet {
 
-Recordset::Impl::Impl(std::shared_ptr<Engine> from, std::string_view text, CursorType type)
+Recordset::Impl::Impl(const std::shared_ptr<Engine>& from, std::string_view text, CursorType type)
     : sql(text), cursor(type), origin(from) {
-    engine = std::move(from);
+    const Engine::ReadScope oneLock(*from, sql);
+    engine = from;
     query = engine->Open(sql);
     Start();
 }

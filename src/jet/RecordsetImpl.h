@@ -12,7 +12,7 @@ namespace jet {
 
 /// Rows come from a statement that stands on the next one to be taken, from a store of those taken already, or both.
 struct Recordset::Impl final : OpenResult {
-    Impl(std::shared_ptr<Engine> engine, std::string_view sql, CursorType cursor);
+    Impl(const std::shared_ptr<Engine>& engine, std::string_view sql, CursorType cursor);
     ~Impl() override;
 
     void TakeIn() override;
