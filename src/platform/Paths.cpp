@@ -67,7 +67,7 @@ QString JoinPath(const QStringList& parts) {
 }
 
 QString FindPath(const QString& path) {
-    const QString plain = WithForwardSlashes(path);
+    QString plain = WithForwardSlashes(path);
     if (plain.isEmpty() || QFileInfo::exists(plain)) return plain;
     QString found = plain.startsWith(QLatin1Char('/')) ? QStringLiteral("/") : QString();
     const QStringList components = plain.split(QLatin1Char('/'), Qt::SkipEmptyParts);
@@ -109,14 +109,14 @@ QString FolderOf(const QString& path) {
 }
 
 QString WritablePlace(const QString& path, const QString& appPath, const QString& cacheFolder) {
-    const QString place = FindPath(path);
+    QString place = FindPath(path);
     const QString relative = RelativeTo(appPath, path);
     const bool ours = !relative.isEmpty() && RelativeTo(cacheFolder, path).isEmpty();
     if (!ours || cacheFolder.isEmpty() || CanBeWritten(place)) {
         MakeFolderOf(place);
         return place;
     }
-    const QString copy = FindPath(JoinPath({cacheFolder, relative}));
+    QString copy = FindPath(JoinPath({cacheFolder, relative}));
     MakeFolderOf(copy);
     return copy;
 }
@@ -124,7 +124,7 @@ QString WritablePlace(const QString& path, const QString& appPath, const QString
 QString ReadablePlace(const QString& path, const QString& appPath, const QString& cacheFolder) {
     const QString relative = RelativeTo(appPath, path);
     if (!relative.isEmpty() && !cacheFolder.isEmpty() && RelativeTo(cacheFolder, path).isEmpty()) {
-        const QString copy = FindPath(JoinPath({cacheFolder, relative}));
+        QString copy = FindPath(JoinPath({cacheFolder, relative}));
         if (QFileInfo::exists(copy)) return copy;
     }
     return FindPath(path);

@@ -40,7 +40,7 @@ QString CopyOfJetFile(const QString& path) {
 }
 
 QString FileToOpen(const QString& path) {
-    const QString found = FindPath(path);
+    QString found = FindPath(path);
     if (!IsGenuineJetFile(found)) return found;
     const QString copy = CopyOfJetFile(found);
     return QFileInfo::exists(copy) ? copy : found;

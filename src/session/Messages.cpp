@@ -18,7 +18,7 @@ MessageAnswerer& TheAnswerer() {
 /// The text of a key. A message may come before any language file is read, or from a file that lacks it: an empty box
 /// tells nobody anything, so the key stands in, and the one message that ends the program has a text of its own.
 QString TextOfMessage(const QString& key) {
-    const QString text = LookupString(key);
+    QString text = LookupString(key);
     if (!text.isEmpty()) return text;
     if (key == QLatin1String("002"))
         return QStringLiteral("The settings file TS.ini was not found in the application folder, or it can't be read.");

@@ -41,7 +41,7 @@ void ShutDown() {
 }
 
 QString SpreadsheetProgramFolder() {
-    const QString named = GetRegistryValue(
+    QString named = GetRegistryValue(
         AppPath, QString::fromLatin1(LocalMachine),
         QStringLiteral("Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Excel.Exe"), QStringLiteral("Path"));
     if (!named.isEmpty()) return named;

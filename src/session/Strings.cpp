@@ -159,7 +159,7 @@ void ForgetStrings() {
 QString LocalizedFileName(const QString& folder, const QString& file, const QString& extension) {
     for (const QString& language : {Language, Setting(QStringLiteral("ENG_LNG"))}) {
         const QString name = file + QLatin1Char(' ') + WithoutBrackets(language) + extension;
-        const QString path = ReadablePlace(JoinPath({AppPath, folder, name}), AppPath, CacheFolder);
+        QString path = ReadablePlace(JoinPath({AppPath, folder, name}), AppPath, CacheFolder);
         if (FileExists(path)) return path;
     }
     return {};
