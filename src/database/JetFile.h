@@ -21,7 +21,8 @@ class JetFile final {
     /// True when the file has a table of the user's with this name, ignoring case.
     [[nodiscard]] bool HasTable(std::string_view name) const;
 
-    /// One field of a row: its text in UTF-8 (numbers with ".", Yes/No as -1 or 0, GUIDs in braces), or Null.
+    /// One field of a row: its text in UTF-8 (numbers with ".", Yes/No as -1 or 0, GUIDs in braces), or Null,
+    /// which an empty text gives too.
     struct Field {
         std::string_view text;
         bool isNull = true;

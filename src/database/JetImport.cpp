@@ -105,7 +105,7 @@ std::vector<TableCopy> MakeTables(const JetFile& source, const std::string& targ
     for (const jet::TableInfo& table : connection->Tables()) {
         if (source.HasTable(table.name)) {
             TableCopy& copy = copies.emplace_back(TableCopy{table.name, {}});
-            for (const jet::ColumnInfo& column : table.columns)
+            for (const jet::ColumnInfo& column : connection->catalogue().find(table.name)->columns)
                 copy.columns.push_back(column.name);
         } else if (table.name != "GUId" && !table.name.ends_with("_Log")) {
             connection->Execute("DROP TABLE [" + table.name + "]");

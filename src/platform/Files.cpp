@@ -19,7 +19,7 @@ bool MakeWritable(const QString& path) {
 
 std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 limit) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > limit) return std::nullopt;
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly) || file.size() > limit) return std::nullopt;
     QByteArray contents = file.read(limit);
     if (file.error() != QFileDevice::NoError) return std::nullopt;
     return contents;

@@ -20,7 +20,7 @@ QString ShortHash(const QString& text) {
 
 bool IsGenuineJetFile(const QString& path) {
     QFile file(FindPath(path));
-    if (!file.open(QIODevice::ReadOnly)) return false;
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly)) return false;
     const QByteArray head = file.read(20);
     return head.startsWith(QByteArray::fromRawData("\0\1\0\0", 4)) &&
            (head.mid(4).startsWith("Standard Jet DB") || head.mid(4).startsWith("Standard ACE DB"));

@@ -220,7 +220,7 @@ std::vector<Table> TablesOf(jet::Connection& source) {
         if (info.type != jet::TableType::Table) continue;
         Table& table = tables.emplace_back();
         table.name = info.name;
-        for (const jet::ColumnInfo& column : info.columns)
+        for (const jet::ColumnInfo& column : source.catalogue().find(info.name)->columns)
             table.columns.push_back({column.name, TypeOf(column.type)});
         table.rows = source.OpenRecordset("SELECT * FROM [" + info.name + "]").GetRows();
     }
