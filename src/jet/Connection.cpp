@@ -1,6 +1,8 @@
 #include "jet/Connection.h"
 
+#include "jet/Collation.h"
 #include "jet/DatabaseFile.h"
+#include "jet/DbaseTable.h"
 #include "jet/Engine.h"
 #include "jet/RecordsetImpl.h"
 
@@ -96,7 +98,15 @@ const std::string& Connection::path() const {
 }
 
 std::int64_t Connection::Execute(std::string_view sql) {
-    return EngineOf(*impl_).Execute(sql);
+    Engine& engine = EngineOf(*impl_);
+    // Looked for in the text first: translating each statement twice would cost all of them.
+    if (LowerCased(sql).find(";database=") != std::string::npos) {
+        if (const std::string file = engine.ForeignTarget(sql); !file.empty()) {
+            Recordset rows = OpenRecordset(sql, CursorType::ForwardOnly);
+            return WriteDbaseTable(file, rows);
+        }
+    }
+    return engine.Execute(sql);
 }
 
 Recordset Connection::OpenRecordset(std::string_view sql, CursorType cursor) {

@@ -230,7 +230,8 @@ Emitter::SelectText Emitter::emitQuery(const Query& query, const Scope* outer) {
     std::vector<Item> results;
     for (const OutputColumn& column : all.columns)
         results.push_back({{{}, column.kind, column.type}, column.name, nullptr});
-    all.sql += " ORDER BY " + orderText(query.orderBy, results, Scope{}, true);
+    // SQLite loses sight of the tables of grouped arms when the union itself is sorted.
+    all.sql = "SELECT * FROM (" + all.sql + ") ORDER BY " + orderText(query.orderBy, results, Scope{}, true);
     return all;
 }
 

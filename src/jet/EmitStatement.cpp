@@ -35,6 +35,7 @@ Translation Change(StatementClass kind, std::string sql, std::string target) {
 } // namespace
 
 std::string ColumnDeclaration(const std::string& name, ColumnType type, int width) {
+    if (type == ColumnType::Unknown) return QuotedName(name);
     std::string text = QuotedName(name) + " " + DeclaredType(type, width);
     if (type == ColumnType::YesNo) text += " NOT NULL DEFAULT 0";
     return text;
@@ -87,12 +88,14 @@ Translation Emitter::statement(const Insert& insert) {
     for (const std::string& name : insert.columns)
         fields.push_back(FieldOf(table, name));
     if (insert.columns.empty()) {
-        // A query's fields go where their names say, values in the order of the table.
+        // A query's fields go where their names say; values, and fields without names of the table, in its order.
+        const bool named = insert.query && std::ranges::all_of(given.columns, [&](const OutputColumn& column) {
+                               return table.column(column.name) != nullptr;
+                           });
         const std::size_t count = insert.query ? given.columns.size() : insert.rows.front().size();
-        for (std::size_t i = 0; i < count; ++i) {
-            if (!insert.query && i >= table.columns.size()) FailAt(insert.at, "There are more values than fields");
-            fields.push_back(insert.query ? FieldOf(table, given.columns[i].name) : i);
-        }
+        if (!named && count > table.columns.size()) FailAt(insert.at, "There are more values than fields");
+        for (std::size_t i = 0; i < count; ++i)
+            fields.push_back(named ? FieldOf(table, given.columns[i].name) : i);
     }
     std::string names;
     for (const std::size_t field : fields)

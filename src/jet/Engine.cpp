@@ -194,7 +194,7 @@ ReadyQuery Engine::OpenPivot(const Translation& translation) {
     CheckPivotWidth(translation.columns.size() + values.size());
     ReadyQuery query{translation.columns, PrepareNoting(PivotText(plan, values))};
     for (const Value& value : values)
-        query.columns.push_back({PivotName(value), ColumnType::Unknown, CompareKind::Text});
+        query.columns.push_back({PivotName(value), plan.valueColumn.type, plan.valueColumn.kind});
     return query;
 }
 
@@ -209,6 +209,19 @@ std::int64_t Engine::Execute(std::string_view sql) {
         }
         return RunStatements(seen);
     });
+}
+
+// "dBase IV;database=folder" and "name.dbf" name the file.
+std::string Engine::ForeignTarget(std::string_view sql) {
+    const Translation& translation = Translated(sql).translation;
+    if (translation.connector.empty()) return {};
+    constexpr std::string_view Mark = ";database=";
+    const std::size_t mark = LowerCased(translation.connector).find(Mark);
+    if (mark == std::string::npos || !LowerCased(translation.connector).starts_with("dbase"))
+        throw Error(ErrorNumber::EngineError, "Tables of the kind '" + translation.connector + "' can't be written.");
+    std::string folder = translation.connector.substr(mark + Mark.size());
+    std::ranges::replace(folder, '\\', '/');
+    return folder + "/" + translation.target;
 }
 
 std::int64_t Engine::RunOne(const PreparedStatement& prepared) {

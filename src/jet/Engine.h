@@ -55,6 +55,8 @@ class Engine {
     };
 
     std::int64_t Execute(std::string_view sql);
+    /// The dBase file that a SELECT … INTO [dBase IV;database=…] names; empty for any other statement.
+    [[nodiscard]] std::string ForeignTarget(std::string_view sql);
     [[nodiscard]] ReadyQuery Open(std::string_view sql);
     /// Keeps the statement of a query that has been read to its end for the next time.
     void GiveBack(std::string_view sql, PreparedStatement prepared);

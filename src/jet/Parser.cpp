@@ -471,6 +471,8 @@ class StatementParser final : public ExpressionParser {
             }
             return each.type;
         }
+        // A field without a type takes anything, as SQLite has it.
+        if (isSymbol(",") || isSymbol(")")) return ColumnType::Unknown;
         fail("Expected a type");
     }
 
