@@ -1,5 +1,7 @@
 #include "platform/IniFile.h"
 
+#include <QList>
+
 #define SI_NO_CONVERSION // UTF-8 in, UTF-8 out
 #include <SimpleIni.h>
 #include <string>
@@ -19,9 +21,11 @@ IniFile& IniFile::operator=(IniFile&&) noexcept = default;
 
 IniFile IniFile::Parse(const QByteArray& contents) {
     IniFile file;
-    // A Chr(0) ends the text for the parser; what follows it would be lost on the next writing.
-    QByteArray text = contents;
-    text.replace('\0', QByteArray());
+    // A Chr(0) would end the whole text for the parser; it ends its line only.
+    QByteArray text;
+    text.reserve(contents.size() + 1);
+    for (const QByteArray& line : contents.split('\n'))
+        text += QByteArray(line.constData(), qstrnlen(line.constData(), line.size())) + '\n';
     if (!text.isEmpty()) file.impl_->ini.LoadData(text.constData(), static_cast<std::size_t>(text.size()));
     return file;
 }

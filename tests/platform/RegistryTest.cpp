@@ -38,6 +38,11 @@ TEST_F(RegistryTest, PassesOverWhatIsNoString) {
     EXPECT_EQ(Read(), QString("Languages"));
 }
 
+TEST_F(RegistryTest, AStringEndsAtItsFirstZero) {
+    Write(home_, QByteArray("Lang\0uages", 10));
+    EXPECT_EQ(Read(), QString("Lang"));
+}
+
 TEST_F(RegistryTest, AnEmptyStringIsAValue) {
     Write(home_, "");
     Write(application_, "Languages");
