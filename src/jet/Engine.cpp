@@ -69,6 +69,7 @@ Engine::Engine(const std::string& path, const std::string& password) {
         Run(handle, "PRAGMA main.synchronous = NORMAL");
         Run(handle, "PRAGMA main.cache_size = -16000");
         catalogue_ = std::make_unique<LiveCatalogue>(handle, path);
+        sizes_.emplace(handle);
         begin_ = Prepare(handle, "BEGIN");
         commit_ = Prepare(handle, "COMMIT");
         dataVersion_ = Prepare(handle, "PRAGMA main.data_version");
@@ -86,6 +87,7 @@ Engine::Engine(const std::string& path, const std::string& password) {
 Engine::ReadScope::ReadScope(Engine& engine, std::string_view sql) : engine_(engine) {
     const auto found = engine.byText_.find(sql);
     if (found == engine.byText_.end() || found->second->version != engine.catalogue_->version()) return;
+    if (engine.sizes_->inDoubt(found->second->prepared.reads)) return;
     if (engine.scoped_ || sqlite3_get_autocommit(engine.database()) == 0) return;
     engine.scoped_ = sqlite3_step(engine.begin_.get()) == SQLITE_DONE;
     sqlite3_reset(engine.begin_.get());
@@ -104,7 +106,10 @@ void Engine::NoticeOthers() {
     const bool row = Step(database(), dataVersion_.get());
     const std::int64_t version = row ? sqlite3_column_int64(dataVersion_.get(), 0) : lastVersion_;
     sqlite3_reset(dataVersion_.get());
-    if (lastVersion_ >= 0 && version != lastVersion_) catalogue_->ReadAll();
+    if (lastVersion_ >= 0 && version != lastVersion_) {
+        catalogue_->ReadAll();
+        sizes_->ForgetAll();
+    }
     lastVersion_ = version;
 }
 
@@ -149,8 +154,20 @@ PreparedStatement Engine::PrepareNoting(std::string_view sql) {
 }
 
 PreparedStatement Engine::TakePrepared(Seen& seen) {
-    if (seen.prepared.statement != nullptr) return std::exchange(seen.prepared, {});
-    return PrepareNoting(seen.translation.statements.back());
+    PreparedStatement prepared = std::exchange(seen.prepared, {});
+    const bool query = seen.translation.kind == StatementClass::Select;
+    const bool doubtful = query && results_.empty() && prepared.reads.size() > 1 && sizes_->inDoubt(prepared.reads);
+    if (prepared.statement != nullptr && !doubtful) return prepared;
+    const std::string& sql = seen.translation.statements.back();
+    return query ? PrepareQuery(sql) : PrepareNoting(sql);
+}
+
+// Figures are not taken while a result is being read: new ones would end it.
+PreparedStatement Engine::PrepareQuery(std::string_view sql) {
+    PreparedStatement prepared = PrepareNoting(sql);
+    if (prepared.reads.size() < 2 || !results_.empty() || scoped_) return prepared;
+    if (sizes_->Refresh(prepared.reads)) return PrepareNoting(sql);
+    return prepared;
 }
 
 void Engine::GiveBack(std::string_view sql, PreparedStatement prepared) {
@@ -192,7 +209,7 @@ ReadyQuery Engine::OpenPivot(const Translation& translation) {
         for (auto& row : Rows(database(), plan.valuesSql))
             values.push_back(std::move(row.at(0)));
     CheckPivotWidth(translation.columns.size() + values.size());
-    ReadyQuery query{translation.columns, PrepareNoting(PivotText(plan, values))};
+    ReadyQuery query{translation.columns, PrepareQuery(PivotText(plan, values))};
     for (const Value& value : values)
         query.columns.push_back({PivotName(value), plan.valueColumn.type, plan.valueColumn.kind});
     return query;
@@ -230,7 +247,9 @@ std::int64_t Engine::RunOne(const PreparedStatement& prepared) {
     while (Step(database(), prepared.statement.get())) {
     }
     sqlite3_reset(prepared.statement.get());
-    return sqlite3_total_changes64(database()) - before;
+    const std::int64_t changes = sqlite3_total_changes64(database()) - before;
+    sizes_->Changed(prepared.writes, changes);
+    return changes;
 }
 
 std::int64_t Engine::RunStatements(Seen& seen) {
@@ -256,6 +275,7 @@ std::int64_t Engine::RunStatements(Seen& seen) {
         throw;
     }
     if (!schema) return changes;
+    sizes_->Forget(LowerCased("main." + target));
     if (target.empty()) {
         catalogue_->ReadAll();
     } else {

@@ -3,6 +3,7 @@
 #include "jet/Connection.h"
 #include "jet/LiveCatalogue.h"
 #include "jet/Sqlite.h"
+#include "jet/TableSizes.h"
 #include "jet/Translator.h"
 
 #include <list>
@@ -87,6 +88,7 @@ class Engine {
     void NoticeOthers();
     [[nodiscard]] PreparedStatement PrepareNoting(std::string_view sql);
     [[nodiscard]] PreparedStatement TakePrepared(Seen& seen);
+    [[nodiscard]] PreparedStatement PrepareQuery(std::string_view sql);
     [[nodiscard]] ReadyQuery OpenPivot(const Translation& translation);
     std::int64_t RunStatements(Seen& seen);
     std::int64_t RunOne(const PreparedStatement& prepared);
@@ -97,6 +99,7 @@ class Engine {
 
     Handle database_;
     std::unique_ptr<LiveCatalogue> catalogue_;
+    std::optional<TableSizes> sizes_;
     bool readOnly_ = false;
     std::list<Seen> seen_; ///< the one used last in front
     std::unordered_map<std::string_view, std::list<Seen>::iterator> byText_;

@@ -151,6 +151,39 @@ TEST_F(ConnectionTest, AStatementSeenBeforeIsNotTranslatedAgain) {
     EXPECT_EQ(connection->OpenRecordset("SELECT a FROM [T]")[0].type(), Value::Type::Double);
 }
 
+TEST_F(ConnectionTest, KeepsThePlannersFiguresOfSmallTables) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Execute("CREATE TABLE [T] (a LONG)");
+    connection->Execute("CREATE TABLE [U] (a LONG)");
+    const auto figure = [&] {
+        static_cast<void>(RowsOf(*connection, "SELECT T.a FROM T INNER JOIN U ON T.a = U.a"));
+        sqlite3* plain = nullptr;
+        std::string stat;
+        sqlite3_open(folder.path("a.mdb").c_str(), &plain);
+        const auto take = [](void* target, int, char** texts, char**) {
+            *static_cast<std::string*>(target) = texts[0];
+            return 0;
+        };
+        sqlite3_exec(plain, "SELECT stat FROM sqlite_stat1 WHERE tbl = 'T'", take, &stat, nullptr);
+        sqlite3_close(plain);
+        return stat;
+    };
+    EXPECT_EQ(figure(), "");
+    connection->Begin();
+    for (int i = 0; i < 3; ++i)
+        connection->Execute("INSERT INTO T (a) VALUES (1)");
+    connection->Commit();
+    EXPECT_EQ(figure(), "3");
+    for (int i = 0; i < 4; ++i)
+        connection->Execute("INSERT INTO T (a) SELECT a FROM T");
+    EXPECT_EQ(figure(), "48");
+    connection->Execute("INSERT INTO U (a) VALUES (1)");
+    Recordset open = connection->OpenRecordset("SELECT T.a FROM T INNER JOIN U ON T.a = U.a", CursorType::ForwardOnly);
+    connection->Execute("DELETE * FROM U");
+    EXPECT_EQ(figure(), "48");
+    EXPECT_EQ(open.GetRows().size(), 48U);
+}
+
 TEST_F(ConnectionTest, CopiesThroughTheEngine) {
     const auto connection = folder.Make("a.mdb");
     connection->Execute("CREATE TABLE [T] (a INTEGER)");
