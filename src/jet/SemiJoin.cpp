@@ -40,7 +40,8 @@ template <class Visit> bool VisitOperands(const Expression& expression, const Vi
         [&]<class Node>(const Node& node) {
             if constexpr (std::is_same_v<Node, Arithmetic> || std::is_same_v<Node, Comparison>)
                 return visit(*node.left) && visit(*node.right);
-            else if constexpr (std::is_same_v<Node, Negation> || std::is_same_v<Node, Not> || std::is_same_v<Node, IsNull>)
+            else if constexpr (std::is_same_v<Node, Negation> || std::is_same_v<Node, Not> ||
+                               std::is_same_v<Node, IsNull>)
                 return visit(*node.operand);
             else if constexpr (std::is_same_v<Node, Logical>)
                 return all(node.operands);
@@ -53,7 +54,8 @@ template <class Visit> bool VisitOperands(const Expression& expression, const Vi
             else if constexpr (std::is_same_v<Node, Call>)
                 return all(node.arguments);
             else
-                return !std::is_same_v<Node, InQuery> && !std::is_same_v<Node, Exists> && !std::is_same_v<Node, ScalarQuery>;
+                return !std::is_same_v<Node, InQuery> && !std::is_same_v<Node, Exists> &&
+                       !std::is_same_v<Node, ScalarQuery>;
         },
         expression.node);
 }
@@ -94,7 +96,8 @@ class SemiJoin final {
     // --- Reading, without a change to the tree. ---
 
     bool ReadTables() {
-        return std::ranges::all_of(select_.from, [&](const TableReferencePtr& reference) { return ReadTable(*reference); });
+        return std::ranges::all_of(select_.from,
+                                   [&](const TableReferencePtr& reference) { return ReadTable(*reference); });
     }
 
     bool ReadTable(const TableReference& reference) {
@@ -206,7 +209,8 @@ class SemiJoin final {
         std::vector<ExpressionPtr> where;
         std::vector<std::vector<ExpressionPtr>> tests(groups.size());
         for (Condition& condition : conditions_) {
-            const auto group = std::ranges::find_if(groups, [&](TableSet set) { return (set & condition.tables) != 0; });
+            const auto group =
+                std::ranges::find_if(groups, [&](TableSet set) { return (set & condition.tables) != 0; });
             auto& target = group == groups.end() ? where : tests[static_cast<std::size_t>(group - groups.begin())];
             target.push_back(std::move(condition.expression));
         }
