@@ -1,4 +1,5 @@
 #include "Figures.h"
+
 #include "session/Session.h"
 
 #include <QApplication>

@@ -94,6 +94,32 @@ void DrawChevron(QPainter& painter, const QRect& rect, const QColor& color) {
     painter.restore();
 }
 
+/// A tab is a text with the accent below it while it is chosen.
+void DrawTab(const QStyleOption& option, QPainter& painter) {
+    const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(&option);
+    if (!tab) return;
+    const bool chosen = Has(option, QStyle::State_Selected);
+    const bool hot = Has(option, QStyle::State_MouseOver) && Has(option, QStyle::State_Enabled);
+    if (hot && !chosen) DrawPlace(painter, option.rect.adjusted(2, 2, -2, -4), theme::HoverSurface(), {});
+    if (Has(option, QStyle::State_HasFocus))
+        DrawPlace(painter, option.rect.adjusted(2, 2, -2, -4), Qt::transparent, theme::Accent());
+    if (chosen)
+        painter.fillRect(QRect(option.rect.left() + 4, option.rect.bottom() - 2, option.rect.width() - 8, 3),
+                         theme::Accent());
+}
+
+void DrawMenuBarItem(const QProxyStyle& style, const QStyleOption& option, QPainter& painter, const QWidget* widget) {
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(&option);
+    if (!item) return;
+    painter.fillRect(option.rect, option.palette.window());
+    if (Has(option, QStyle::State_Selected))
+        DrawPlace(painter, option.rect.adjusted(0, 1, 0, -1), theme::HoverSurface(), {});
+    int flags = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextDontClip | Qt::TextSingleLine;
+    if (!style.styleHint(QStyle::SH_UnderlineShortcut, &option, widget)) flags |= Qt::TextHideMnemonic;
+    style.drawItemText(&painter, option.rect, flags, option.palette, Has(option, QStyle::State_Enabled), item->text,
+                       QPalette::WindowText);
+}
+
 void DrawProgress(const QStyleOption& option, QPainter& painter) {
     const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(&option);
     if (!bar) return;
@@ -147,11 +173,11 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
                          LineColor(*option));
     case PE_Frame:
         return DrawFrame(*option, *painter);
+    case PE_FrameTabBarBase:
     case PE_FrameStatusBarItem:
     case PE_FrameDefaultButton:
     case PE_FrameButtonTool:
         return;
-    case PE_IndicatorToolBarSeparator:
     default:
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
@@ -163,6 +189,10 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     case CE_HeaderSection:
     case CE_HeaderEmptyArea:
         return DrawHead(*option, *painter);
+    case CE_TabBarTabShape:
+        return DrawTab(*option, *painter);
+    case CE_MenuBarItem:
+        return DrawMenuBarItem(*this, *option, *painter, widget);
     case CE_MenuBarEmptyArea:
         return painter->fillRect(option->rect, option->palette.window());
     case CE_ProgressBarGroove:
@@ -187,6 +217,16 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
+QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                const QWidget* widget) const {
+    QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
+    // The text of a field that can be typed into stands as far from the edge as in other fields.
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+        rect.adjust(option->direction == Qt::LeftToRight ? theme::Grid / 2 : 0, 0,
+                    option->direction == Qt::RightToLeft ? -theme::Grid / 2 : 0, 0);
+    return rect;
+}
+
 int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     switch (metric) {
     case PM_SplitterWidth:
@@ -196,7 +236,13 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ListViewIconSize:
         return theme::IconSize;
     case PM_MenuBarPanelWidth:
+    case PM_TabBarBaseHeight:
+    case PM_TabBarBaseOverlap:
+    case PM_TabBarTabShiftVertical:
+    case PM_TabBarTabShiftHorizontal:
         return 0;
+    case PM_HeaderMargin:
+        return theme::Grid / 2 + 2;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;

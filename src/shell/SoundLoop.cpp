@@ -1,0 +1,52 @@
+#include "shell/SoundLoop.h"
+
+#include "platform/Paths.h"
+
+#include <QAudioDevice>
+#include <QAudioOutput>
+#include <QMediaDevices>
+#include <QMediaPlayer>
+#include <QUrl>
+
+namespace tessaro {
+
+struct SoundLoop::Player {
+    QAudioOutput output;
+    QMediaPlayer media;
+};
+
+SoundLoop::SoundLoop() = default;
+SoundLoop::~SoundLoop() = default;
+
+void SoundLoop::Load(const QString& file) {
+    file_ = FileExists(file) ? FindPath(file) : QString();
+    player_.reset();
+}
+
+void SoundLoop::SetMuted(bool muted) {
+    muted_ = muted;
+    if (player_) player_->output.setMuted(muted);
+}
+
+void SoundLoop::Tick() {
+    if (file_.isEmpty()) return;
+    if (!player_) {
+        // Starting the platform's player takes long; nobody waits for a sound that is not to be heard.
+        if (muted_ || QMediaDevices::audioOutputs().isEmpty()) return;
+        player_ = std::make_unique<Player>();
+        player_->media.setAudioOutput(&player_->output);
+        player_->media.setSource(QUrl::fromLocalFile(file_));
+        player_->output.setMuted(muted_);
+    }
+    QMediaPlayer& media = player_->media;
+    if (media.error() != QMediaPlayer::NoError) {
+        file_.clear();
+        return;
+    }
+    const bool playing = media.playbackState() == QMediaPlayer::PlayingState;
+    const bool atEnd = playing && media.duration() > 0 && media.position() + 1000 >= media.duration();
+    if (atEnd) media.setPosition(0);
+    if (!playing) media.play();
+}
+
+} // namespace tessaro

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+namespace tessaro {
+
+/// The player of the product's sound, which repeats it for as long as it isn't muted. It is made when there is
+/// something to hear: a missing file or a machine without a sound device is no error.
+class SoundLoop final {
+  public:
+    SoundLoop();
+    ~SoundLoop();
+    SoundLoop(const SoundLoop&) = delete;
+    SoundLoop& operator=(const SoundLoop&) = delete;
+
+    void Load(const QString& file);
+    void SetMuted(bool muted);
+    /// Each second: starts the sound again when it is at its end or isn't playing.
+    void Tick();
+
+  private:
+    struct Player;
+    std::unique_ptr<Player> player_;
+    QString file_;
+    bool muted_ = true;
+};
+
+} // namespace tessaro

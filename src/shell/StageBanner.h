@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QWidget>
+
+#include <array>
+
+namespace tessaro {
+
+/// How far a stage is: chosen already, the one on the screen, or still to come.
+enum class StepState { Next, Current, Done };
+
+/// One of picBannerButtons: a step of the way, with its picture, its name and what is chosen in it.
+class StageButton final : public QAbstractButton {
+    Q_OBJECT
+
+  public:
+    StageButton(int stage, QWidget* parent);
+
+    void SetState(StepState state);
+    [[nodiscard]] StepState State() const { return state_; }
+    void SetSummary(const QString& summary);
+    [[nodiscard]] QString Summary() const { return summary_; }
+    void SetFormCaptions();
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+  private:
+    void PaintPlace(class QPainter& painter) const;
+    void PaintMark(class QPainter& painter, const QRect& circle) const;
+    void PaintTexts(class QPainter& painter, const QRect& place) const;
+    void Describe();
+
+    int stage_;
+    StepState state_ = StepState::Next;
+    QString caption_;
+    QString summary_;
+};
+
+/// picBanner item 1: the four stages side by side. Shown while a database is in use.
+class StageBanner final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit StageBanner(QWidget* parent = nullptr);
+
+    [[nodiscard]] StageButton* Button(int stage) const { return buttons_.at(static_cast<std::size_t>(stage)); }
+    /// Marks the stage on the screen; the others are done when something is chosen in them.
+    void SetCurrent(int stage);
+    /// What is chosen in a stage, in one line; empty for nothing.
+    void SetSummary(int stage, const QString& summary);
+    void ClearSummaries();
+    void SetFormCaptions();
+
+  Q_SIGNALS:
+    void Pressed(int stage);
+
+  private:
+    void ShowStates();
+
+    std::array<StageButton*, 4> buttons_{};
+    int current_ = -1;
+};
+
+} // namespace tessaro

@@ -1,0 +1,125 @@
+#include "shell/StatusBar.h"
+
+#include "controls/Captions.h"
+#include "controls/Theme.h"
+#include "platform/Clock.h"
+#include "session/Session.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QProgressBar>
+#include <QToolButton>
+
+namespace tessaro {
+
+namespace {
+
+QLabel* Panel(const char* name, QWidget* parent) {
+    auto* panel = new QLabel(parent);
+    panel->setObjectName(QLatin1String(name));
+    panel->setMinimumWidth(1);
+    panel->setTextFormat(Qt::PlainText);
+    return panel;
+}
+
+QLocale LocaleOfLanguage() {
+    return QLocale(Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0));
+}
+
+} // namespace
+
+StatusBar::StatusBar(QWidget* parent)
+    : QWidget(parent), lblText_(Panel("panelText", this)), Picture1_(new QWidget(this)),
+      PB_Child_(new QProgressBar(Picture1_)), lblDate_(Panel("panelDate", this)), lblTime_(Panel("panelTime", this)),
+      picSound_(new QToolButton(this)) {
+    Picture1_->setObjectName(QStringLiteral("Picture1"));
+    PB_Child_->setObjectName(QStringLiteral("PB_Child"));
+    PB_Child_->setTextVisible(false);
+    PB_Child_->setFixedHeight(theme::Grid);
+    auto* meter = new QHBoxLayout(Picture1_);
+    meter->setContentsMargins(0, 0, 0, 0);
+    meter->addWidget(PB_Child_);
+    Picture1_->setFixedWidth(24 * theme::Grid);
+    Picture1_->hide();
+    picSound_->setObjectName(QStringLiteral("panelSound"));
+    picSound_->setAutoRaise(true);
+    picSound_->setFocusPolicy(Qt::TabFocus);
+    picSound_->setIconSize({theme::IconSize - 4, theme::IconSize - 4});
+    auto* first = new QHBoxLayout;
+    first->setSpacing(theme::Grid);
+    first->addWidget(lblText_, 1);
+    first->addWidget(Picture1_);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(2 * theme::Grid, 2, theme::Grid, 2);
+    row->setSpacing(theme::Grid);
+    row->addLayout(first, 70);
+    row->addWidget(lblDate_, 12);
+    row->addWidget(lblTime_, 10);
+    row->addWidget(picSound_, 8, Qt::AlignRight);
+    connect(picSound_, &QToolButton::clicked, this, &StatusBar::SoundPanelClicked);
+}
+
+void StatusBar::SetText(const QString& text) {
+    text_ = text;
+    ShowText();
+    // Long work runs inline: what it says is painted at once or never.
+    lblText_->repaint();
+}
+
+void StatusBar::ShowText() {
+    QString line = text_;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    lblText_->setText(lblText_->fontMetrics().elidedText(line, Qt::ElideRight, qMax(1, lblText_->width())));
+    lblText_->setToolTip(lblText_->text() == line ? QString() : text_);
+}
+
+void StatusBar::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    ShowText();
+}
+
+void StatusBar::StartProgress() {
+    PB_Child_->setRange(0, 100);
+    PB_Child_->setValue(0);
+    Picture1_->show();
+    Picture1_->repaint();
+}
+
+void StatusBar::SetProgress(int percent) {
+    PB_Child_->setValue(qBound(0, percent, 100));
+    PB_Child_->repaint();
+}
+
+void StatusBar::EndProgress() {
+    Picture1_->hide();
+}
+
+void StatusBar::ShowNow(bool asPanels) {
+    const QDateTime now = Now();
+    const QLocale locale = asPanels ? LocaleOfLanguage() : QLocale(QLocale::English);
+    lblDate_->setText(asPanels ? locale.toString(now.date(), QLocale::ShortFormat) : now.date().toString(Qt::ISODate));
+    lblTime_->setText(asPanels ? locale.toString(now.time(), QLocale::ShortFormat)
+                               : now.time().toString(QStringLiteral("HH:mm")));
+}
+
+void StatusBar::ShowSound(bool muted) {
+    picSound_->setIcon(theme::Icon(muted ? QStringLiteral("mute.gif") : QStringLiteral("Speaker.gif")));
+    const QString key = muted ? QStringLiteral("TS_SoundOff") : QStringLiteral("TS_SoundOn");
+    SetToolTip(picSound_, key);
+    picSound_->setAccessibleName(PlainText(key));
+}
+
+void StatusBar::SetFormCaptions() {
+    PB_Child_->setAccessibleName(PlainText(QStringLiteral("TS_Progress")));
+    for (QLabel* panel : {lblText_, lblDate_, lblTime_}) {
+        panel->setFont(LanguageFont());
+        QPalette muted = panel->palette();
+        muted.setColor(QPalette::WindowText, theme::MutedText());
+        panel->setPalette(muted);
+    }
+    ShowSound(Mute);
+    ShowText();
+}
+
+} // namespace tessaro

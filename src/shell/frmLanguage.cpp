@@ -1,0 +1,42 @@
+#include "shell/frmLanguage.h"
+
+#include "controls/Captions.h"
+#include "session/ErrorSink.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "ui_frmLanguage.h"
+
+namespace tessaro {
+
+frmLanguage::frmLanguage(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmLanguage>()) {
+    ui_->setupUi(this);
+    SetFormFonts(this);
+    setWindowTitle(PlainText(QStringLiteral("PROP GENERAL LANGUAGE")));
+    SetCaption(ui_->lblCustom, QStringLiteral("Mismatch"));
+    ui_->lblSelected->setText(QStringLiteral("%1: %2").arg(PlainText(QStringLiteral("Selected")), Language));
+    SetCaption(ui_->lblLanguage, QStringLiteral("Available"));
+    SetCaption(ui_->cmdProperties, QStringLiteral("TS_Preferences"));
+    SetToolTip(ui_->cmdProperties, QStringLiteral("TS_NotYetAvailable"));
+    SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
+    // The stages stay closed until a database is loaded again; only the question is settled.
+    connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
+        LanguageInDatabase = true;
+        accept();
+    });
+    FillAvailable();
+}
+
+frmLanguage::~frmLanguage() = default;
+
+void frmLanguage::FillAvailable() {
+    const ErrorTrap trap("frmLanguage_Load");
+    const auto connection = CreateTheConnection(CurrentDatabase);
+    if (!connection) return;
+    Records rows =
+        Select(QStringLiteral("SELECT LanguageName FROM [Language]"), jet::CursorType::Static, connection.get());
+    for (; !rows.atEnd(); rows.MoveNext())
+        ui_->lstAvailable->addItem(rows.Text("LanguageName"));
+    if (ui_->lstAvailable->count() > 0) ui_->lstAvailable->setCurrentRow(0);
+}
+
+} // namespace tessaro

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class frmLanguage;
+}
+
+namespace tessaro {
+
+/// Comes up when the open database has no texts in the current language, and lists the languages that it has.
+class frmLanguage final : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit frmLanguage(QWidget* parent = nullptr);
+    ~frmLanguage() override;
+
+  private:
+    void FillAvailable();
+
+    std::unique_ptr<Ui::frmLanguage> ui_;
+};
+
+} // namespace tessaro

@@ -1,0 +1,148 @@
+#include "shell/frmMain.h"
+
+#include "controls/MessageBox.h"
+#include "controls/StageScreen.h"
+#include "platform/SingleInstance.h"
+#include "session/ErrorSink.h"
+#include "session/Session.h"
+#include "session/Settings.h"
+#include "session/Strings.h"
+#include "shell/Documents.h"
+#include "shell/MainMenu.h"
+#include "shell/StageScreens.h"
+#include "shell/frmSplash.h"
+#include "ui_frmMain.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QEventLoop>
+#include <QLineEdit>
+
+namespace tessaro {
+
+frmMain::frmMain(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
+    ui_->setupUi(this);
+    menu_ = new MainMenu(this);
+    screens_ = std::make_unique<StageScreens>(*ui_->stkChildren, [this](int stage) {
+        const StageScreen* screen = screens_->Loaded(stage);
+        ui_->picBanner_1->SetSummary(stage, screen ? screen->SelectionSummary() : QString());
+    });
+    Timer1_.setObjectName(QStringLiteral("Timer1"));
+    Timer1_.setInterval(1000);
+    ui_->picBanner_1->hide();
+    ConnectBars();
+    SetFrame(this);
+    SetMessageAnswerer(AskWithMessageBox);
+}
+
+frmMain::~frmMain() {
+    Timer1_.stop();
+    while (busy_ > 0)
+        SetBusy(false);
+    if (&TheFrame() == this) SetFrame(nullptr);
+    SetMessageAnswerer({});
+    screens_->UnloadAll();
+}
+
+void frmMain::ConnectBars() {
+    connect(menu_, &MainMenu::Chosen, this, &frmMain::mnu_Click);
+    connect(menu_, &MainMenu::LanguageChosen, this, &frmMain::ChangeLanguage);
+    connect(ui_->picToolBar, &StandardToolBar::Chosen, this, &frmMain::Toolbar1_Click);
+    connect(ui_->frmAddressBar, &AddressBar::Entered, this, &frmMain::cmbAddress_Click);
+    connect(ui_->frmAddressBar, &AddressBar::GoPressed, this, &frmMain::picGo_Click);
+    connect(ui_->picBanner_1, &StageBanner::Pressed, this, [this](int stage) {
+        if (stage == CurrentStage) return;
+        SetStatusText({});
+        if (LanguageInDatabase) GoToStage(stage);
+    });
+    connect(ui_->sbStatusBar, &StatusBar::SoundPanelClicked, this, [this] {
+        Mute = !Mute;
+        sound_.SetMuted(Mute);
+        ui_->sbStatusBar->ShowSound(Mute);
+    });
+    connect(&Timer1_, &QTimer::timeout, this, &frmMain::Timer1_Timer);
+}
+
+void frmMain::mnu_Click(const QString& name, bool checked) {
+    using Command = void (*)(frmMain&, bool);
+    static const QHash<QString, Command> commands{
+        {QStringLiteral("mnuFileOpen"), [](frmMain& frame, bool) { frame.mnuFileOpen_Click(); }},
+        {QStringLiteral("mnuFileExit"), [](frmMain& frame, bool) { frame.close(); }},
+        {QStringLiteral("mnuEditCut"), [](frmMain& frame, bool) { frame.EditCommand("cut", nullptr); }},
+        {QStringLiteral("mnuEditCopy"), [](frmMain& frame, bool) { frame.EditCommand("copy", &StageScreen::Copy); }},
+        {QStringLiteral("mnuEditPaste"), [](frmMain& frame, bool) { frame.EditCommand("paste", nullptr); }},
+        {QStringLiteral("mnuEditmnu_SelectAll"),
+         [](frmMain& frame, bool) { frame.EditCommand("selectAll", &StageScreen::SelectAll); }},
+        {QStringLiteral("mnuEditmnu_find"), [](frmMain& frame, bool) { frame.Search(); }},
+        {QStringLiteral("mnu_ToolBars_Buttons_0"),
+         [](frmMain& frame, bool on) { frame.ui_->picToolBar->setVisible(on); }},
+        {QStringLiteral("mnu_ToolBars_Buttons_1"),
+         [](frmMain& frame, bool on) { frame.ui_->frmAddressBar->setVisible(on); }},
+        {QStringLiteral("mnuViewStatusBar"), [](frmMain& frame, bool on) { frame.ui_->sbStatusBar->setVisible(on); }},
+        {QStringLiteral("mnu_Help_0"), [](frmMain&, bool) { ShowHelpFileLinks(0); }},
+        {QStringLiteral("mnu_Help_2"), [](frmMain&, bool) { ShowHelpFileLinks(2); }},
+        {QStringLiteral("mnu_Help_3"), [](frmMain&, bool) { ShowHelpFileLinks(3); }},
+    };
+    if (const Command command = commands.value(name)) command(*this, checked);
+}
+
+/// An edit command means the text field that has the focus, otherwise the screen.
+void frmMain::EditCommand(const char* onField, void (StageScreen::*onScreen)()) {
+    if (auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
+        QMetaObject::invokeMethod(field, onField);
+        return;
+    }
+    StageScreen* screen = ActiveScreen();
+    if (screen && onScreen) (screen->*onScreen)();
+}
+
+void frmMain::SetStatusText(const QString& text) {
+    ui_->sbStatusBar->SetText(text);
+}
+
+void frmMain::StartProgress() {
+    ui_->sbStatusBar->StartProgress();
+}
+
+void frmMain::SetProgress(int percent) {
+    ui_->sbStatusBar->SetProgress(percent);
+}
+
+void frmMain::EndProgress() {
+    ui_->sbStatusBar->EndProgress();
+}
+
+void frmMain::SetBusy(bool busy) {
+    if (busy) {
+        ++busy_;
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else if (busy_ > 0) {
+        --busy_;
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void frmMain::ShowStatusTextFor(const QString& text, int milliseconds) {
+    const QString before = ui_->sbStatusBar->Text();
+    SetStatusText(text);
+    QEventLoop pause;
+    QTimer::singleShot(milliseconds, &pause, &QEventLoop::quit);
+    pause.exec(QEventLoop::ExcludeUserInputEvents);
+    SetStatusText(before);
+}
+
+void frmMain::Timer1_Timer() {
+    ErrorTrap trap("Timer1_Timer");
+    if (++ticks_ >= 60) {
+        const QString plainLanguages = Setting(QStringLiteral("CustomToolTip"));
+        clockPanels_ = !plainLanguages.contains(Language);
+        ticks_ = 1;
+        ui_->sbStatusBar->ShowNow(clockPanels_);
+    } else if (clockPanels_) {
+        ui_->sbStatusBar->ShowNow(true);
+    }
+    trap.Try([&] { sound_.Tick(); });
+    trap.Try([&] { RescanAddresses(); });
+}
+
+} // namespace tessaro

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QDir>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QWidget;
+
+namespace tessaro {
+
+class frmMain;
+
+/// Walks the main job on the program's own window as a user would, with mouse and keys on controls that are found by
+/// their names, and leaves a picture and a line in the summary for each station.
+class Tour final {
+  public:
+    Tour(frmMain& frame, QDir folder);
+
+    /// Starts the program, visits all stations and closes it. True when each showed what it should.
+    bool Walk(const QString& commandLine);
+
+  private:
+    /// What a station found: whether it is right, and the figure to tell.
+    struct Finding {
+        bool good = false;
+        QString text;
+    };
+
+    void Visit(const QString& name, const std::function<Finding()>& station, bool picture = true);
+    void TakePicture(const QString& name) const;
+    bool WriteSummary() const;
+
+    Finding Home(const QString& commandLine);
+    Finding Indicators();
+    Finding Time();
+    Finding Areas();
+    Finding Data();
+    Finding Sorted();
+    Finding RightToLeft();
+    Finding BackAndForward();
+    Finding Closing();
+
+    /// The press of a control by its name; false when there is none that can be pressed.
+    bool Click(const QString& name) const;
+    /// Presses an automatic selection's button and says OK to its question.
+    bool ClickAutoSelect(const QString& screen, const QString& button) const;
+    [[nodiscard]] QWidget* Find(const QString& name) const;
+    /// Lets events through until the condition holds; false after the limit.
+    [[nodiscard]] static bool WaitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
+    [[nodiscard]] static qint64 RowsOf(const char* table);
+    /// Chooses the first indicators of the tree's second branch.
+    bool ChooseIndicators(int wanted) const;
+
+    frmMain& frame_;
+    QDir folder_;
+    QStringList summary_;
+    bool good_ = true;
+};
+
+} // namespace tessaro
