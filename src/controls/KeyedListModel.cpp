@@ -1,5 +1,6 @@
 #include "controls/KeyedListModel.h"
 
+#include <QLocale>
 #include <QMimeData>
 
 #include <algorithm>
@@ -17,9 +18,14 @@ const QString& CellOf(const KeyedItem& item, int column) {
     return column < item.cells.size() ? item.cells[column] : none;
 }
 
+/// The user's rules of order; the "C" locale, which compares code points, gives way to rules that people expect.
+QLocale LocaleForOrder() {
+    return QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale();
+}
+
 } // namespace
 
-KeyedListModel::KeyedListModel(QObject* parent) : QAbstractTableModel(parent) {
+KeyedListModel::KeyedListModel(QObject* parent) : QAbstractTableModel(parent), collator_(LocaleForOrder()) {
     collator_.setCaseSensitivity(Qt::CaseInsensitive);
     collator_.setNumericMode(true);
 }
@@ -135,14 +141,20 @@ void KeyedListModel::SortItems() {
     // Lists come from queries that are mostly in order already; asking costs one pass and saves the sort keys.
     const auto before = [this](const KeyedItem& a, const KeyedItem& b) { return Before(a, b); };
     if (std::is_sorted(items_.begin(), items_.end(), before)) return;
-    const auto keyOf = [this](const KeyedItem& item) { return collator_.sortKey(CellOf(item, sortColumn_)); };
-    std::vector<QCollatorSortKey> sortKeys;
-    sortKeys.reserve(items_.size());
-    std::transform(items_.begin(), items_.end(), std::back_inserter(sortKeys), keyOf);
+    const auto keysOf = [this](int column) {
+        std::vector<QCollatorSortKey> keys;
+        keys.reserve(items_.size());
+        for (const KeyedItem& item : items_)
+            keys.push_back(collator_.sortKey(CellOf(item, column)));
+        return keys;
+    };
+    const std::vector<QCollatorSortKey> keys = keysOf(sortColumn_);
+    const std::vector<QCollatorSortKey> tieKeys = sortColumn_ == 0 ? keys : keysOf(0);
     std::vector<std::size_t> order(items_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        const int compared = sortKeys[a].compare(sortKeys[b]);
+        int compared = keys[a].compare(keys[b]);
+        if (compared == 0) compared = tieKeys[a].compare(tieKeys[b]);
         if (compared == 0) return Before(items_[a], items_[b]);
         return sortOrder_ == Qt::AscendingOrder ? compared < 0 : compared > 0;
     });
