@@ -163,8 +163,7 @@ void KeyedList::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 bool KeyedList::Accepts(const QDropEvent* event) const {
-    return dropSource_ != nullptr && event->source() == dropSource_ &&
-           event->mimeData()->hasFormat(QString::fromLatin1(KeyedListModel::MimeType));
+    return dropSource_ != nullptr && KeyedListModel::SourceOf(*event->mimeData()) == &dropSource_->Items();
 }
 
 void KeyedList::dragEnterEvent(QDragEnterEvent* event) {

@@ -12,6 +12,7 @@ namespace {
 
 /// Up to this many new rows are put in their places one by one; more are appended and sorted together.
 constexpr std::size_t FewItems = 64;
+constexpr const char* SourceProperty = "tessaroSource";
 
 const QString& CellOf(const KeyedItem& item, int column) {
     static const QString none;
@@ -233,7 +234,7 @@ QVariant KeyedListModel::data(const QModelIndex& index, int role) const {
         return index.column() < icons_.size() ? QVariant(icons_[index.column()]) : QVariant();
     case Qt::ForegroundRole:
         return globalColor_.isValid() && (item.globalCells >> index.column() & 1) != 0 ? QVariant(globalColor_)
-                                                                                         : QVariant();
+                                                                                       : QVariant();
     case Qt::UserRole:
         return item.key;
     default:
@@ -269,7 +270,12 @@ QMimeData* KeyedListModel::mimeData(const QModelIndexList& indexes) const {
     auto data = std::make_unique<QMimeData>();
     data->setData(QString::fromLatin1(MimeType), keys.join(QLatin1Char('\n')).toUtf8());
     data->setText(TextOfRows(rows));
+    data->setProperty(SourceProperty, QVariant::fromValue<QObject*>(const_cast<KeyedListModel*>(this)));
     return data.release();
+}
+
+const QObject* KeyedListModel::SourceOf(const QMimeData& data) {
+    return data.property(SourceProperty).value<QObject*>();
 }
 
 QString KeyedListModel::TextOfRows(const std::vector<int>& shownRows) const {

@@ -45,7 +45,8 @@ class KeyedListModel final : public QAbstractTableModel {
     /// Colour of shared cells; an invalid one switches it off.
     void SetGlobalColor(const QColor& color);
 
-    // --- Order and filter. --------------------------------------------------------------------------------------------
+    // --- Order and filter.
+    // --------------------------------------------------------------------------------------------
     void sort(int column, Qt::SortOrder order) override;
     [[nodiscard]] int SortColumn() const { return sortColumn_; } ///< -1: in the order given
     [[nodiscard]] Qt::SortOrder SortOrder() const { return sortOrder_; }
@@ -53,7 +54,8 @@ class KeyedListModel final : public QAbstractTableModel {
     void SetFilter(const QString& text);
     [[nodiscard]] bool IsFiltered() const { return !filterWords_.isEmpty(); }
 
-    // --- Model. -------------------------------------------------------------------------------------------------------
+    // --- Model.
+    // -------------------------------------------------------------------------------------------------------
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -62,6 +64,8 @@ class KeyedListModel final : public QAbstractTableModel {
     [[nodiscard]] QStringList mimeTypes() const override;
     /// The keys for another list of ours, and the rows as tab-separated text for everyone else.
     [[nodiscard]] QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    /// The list that such data came from; nullptr for data of anyone else.
+    [[nodiscard]] static const QObject* SourceOf(const QMimeData& data);
     /// The rows as lines of tab-separated cells.
     [[nodiscard]] QString TextOfRows(const std::vector<int>& shownRows) const;
 

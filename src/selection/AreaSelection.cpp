@@ -35,8 +35,8 @@ std::vector<KeyedItem> ItemsOf(const QString& sql) {
 
 /// What all areas of a quoted list of AreaIDs are read with.
 QString AreasByIdSql(const char* select, const QString& quotedIds, const char* filterColumn) {
-    return Text(select) + quotedIds + QStringLiteral(") ") + GlobalLocal(QStringLiteral(" AND "), {Text(filterColumn)}) +
-           QStringLiteral(" ORDER BY AreaName ");
+    return Text(select) + quotedIds + QStringLiteral(") ") +
+           GlobalLocal(QStringLiteral(" AND "), {Text(filterColumn)}) + QStringLiteral(" ORDER BY AreaName ");
 }
 
 } // namespace
@@ -54,7 +54,8 @@ QString AvailableAreasSql(const QString& nodeKey) {
         sql += QStringLiteral("MID(AreaID,1, len(") + Quoted(id) + QStringLiteral(")) = ") + Quoted(id) +
                QStringLiteral("  AND Len(AreaId) = %1").arg(id.length() + CharactersPerLevel);
     sql += Criterion(QStringLiteral(" AND A."));
-    sql += GlobalLocal(QStringLiteral(" AND "), {IsRoot(nodeKey) ? QStringLiteral("AreaGId") : QStringLiteral("A.AreaGId")});
+    sql += GlobalLocal(QStringLiteral(" AND "),
+                       {IsRoot(nodeKey) ? QStringLiteral("AreaGId") : QStringLiteral("A.AreaGId")});
     return sql + QStringLiteral(" ORDER BY AreaName ");
 }
 
@@ -73,8 +74,7 @@ int AreaDepth() {
 QString AreasOfLevelSql(int level, const QString& nodeKey, bool onlyWithData) {
     QString where = QStringLiteral(" WHERE Len(A.AreaId) = %1").arg(level * CharactersPerLevel);
     const QString id = IdOfKey(nodeKey);
-    if (!IsRoot(nodeKey))
-        where += QStringLiteral(" AND Mid(A.AreaId,1,%1) = ").arg(id.length()) + Quoted(id);
+    if (!IsRoot(nodeKey)) where += QStringLiteral(" AND Mid(A.AreaId,1,%1) = ").arg(id.length()) + Quoted(id);
     where += Criterion(QStringLiteral(" AND A."));
     if (!onlyWithData) return QStringLiteral("SELECT DISTINCT A.AreaNId FROM Area As A") + where;
     return QStringLiteral("SELECT  DISTINCT A.AreaNId  FROM Area as A INNER JOIN Data As D ON A.AreaNId = D.AreaNId ") +
@@ -90,12 +90,14 @@ void AreaSelection::Load() {
 void AreaSelection::AddAreas(const QString& idList) {
     SelectionChanged = true;
     if (idList.isEmpty()) return;
-    Records rows = Select(QStringLiteral("SELECT AreaID FROM Area  WHERE AreaNId in (") + idList + Text(NotYetSelected));
+    Records rows =
+        Select(QStringLiteral("SELECT AreaID FROM Area  WHERE AreaNId in (") + idList + Text(NotYetSelected));
     for (; !rows.atEnd(); rows.MoveNext())
         ids_.insert(rows.Text(std::size_t{0}));
-    Execute(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile)  SELECT AreaGId, "
-                           "AreaNId, AreaID, AreaName, AreaLevel, MapFile FROM Area  WHERE AreaNId in (") +
-            idList + Text(NotYetSelected));
+    Execute(
+        QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile)  SELECT AreaGId, "
+                       "AreaNId, AreaID, AreaName, AreaLevel, MapFile FROM Area  WHERE AreaNId in (") +
+        idList + Text(NotYetSelected));
 }
 
 void AreaSelection::AddItems(const std::vector<KeyedItem>& items) {
@@ -103,9 +105,9 @@ void AreaSelection::AddItems(const std::vector<KeyedItem>& items) {
     QStringList areaIds;
     for (const KeyedItem& item : items)
         areaIds << item.cells.value(1);
-    Records rows = Select(QStringLiteral("SELECT AreaNId FROM Area WHERE AreaId In (") + QuotedList(areaIds) +
-                              QLatin1Char(')'),
-                          jet::CursorType::ForwardOnly);
+    Records rows =
+        Select(QStringLiteral("SELECT AreaNId FROM Area WHERE AreaId In (") + QuotedList(areaIds) + QLatin1Char(')'),
+               jet::CursorType::ForwardOnly);
     AddAreas(rows.Joined());
 }
 
@@ -114,7 +116,8 @@ void AreaSelection::Remove(const std::vector<KeyedItem>& items) {
     if (items.empty()) return;
     const QString list = NumberList(items);
     ids_.clear();
-    Records rows = Select(QStringLiteral("Select AreaId FROM _SelArea WHERE AreaNId NOT In (") + list + QLatin1Char(')'));
+    Records rows =
+        Select(QStringLiteral("Select AreaId FROM _SelArea WHERE AreaNId NOT In (") + list + QLatin1Char(')'));
     for (; !rows.atEnd(); rows.MoveNext())
         ids_.insert(rows.Text(std::size_t{0}));
     Execute(QStringLiteral("DELETE * FROM _SelArea WHERE AreaNId in (") + list + QLatin1Char(')'));
@@ -129,8 +132,8 @@ void AreaSelection::RemoveAll() {
 std::vector<KeyedItem> AreaSelection::Items() const {
     if (ids_.isEmpty()) return {};
     const QStringList ids(ids_.begin(), ids_.end());
-    return ItemsOf(AreasByIdSql("Select  AreaName, AreaID, AreaNId, AreaGId FROM Area WHERE AreaId In (", QuotedList(ids),
-                                "AreaGId"));
+    return ItemsOf(AreasByIdSql("Select  AreaName, AreaID, AreaNId, AreaGId FROM Area WHERE AreaId In (",
+                                QuotedList(ids), "AreaGId"));
 }
 
 std::vector<KeyedItem> AreasOfList(const QString& idList) {

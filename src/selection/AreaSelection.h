@@ -37,7 +37,8 @@ class AreaSelection final {
     [[nodiscard]] bool IsEmpty() const { return ids_.isEmpty(); }
     [[nodiscard]] const QSet<QString>& Ids() const { return ids_; }
 
-    // --- Writes. Each raises SelectionChanged. --------------------------------------------------------------------------
+    // --- Writes. Each raises SelectionChanged.
+    // --------------------------------------------------------------------------
     /// Adds the areas of a comma list of AreaNIds that are not there yet.
     void AddAreas(const QString& idList);
     /// The same for items of the list, found through their AreaIDs.

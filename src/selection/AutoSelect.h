@@ -11,7 +11,8 @@ namespace tessaro::selection {
 
 enum class Stage { Indicators = 0, Time = 1, Areas = 2 };
 
-/// Which of the two other stages narrow the selection. Indicators: time, areas. Time: indicators, areas. Areas: indicators, time.
+/// Which of the two other stages narrow the selection. Indicators: time, areas. Time: indicators, areas. Areas:
+/// indicators, time.
 struct OtherStages {
     bool first = false;
     bool second = false;
@@ -20,8 +21,8 @@ struct OtherStages {
 
 /// True when the stage's table has a row.
 [[nodiscard]] bool HasSelection(Stage stage);
-/// The same for indicators, and also true when everything is wanted (DataExistsMode 1) and the indicator screen, once visited, lists
-/// something: indicators without a source stand in the list but not in the table.
+/// The same for indicators, and also true when everything is wanted (DataExistsMode 1) and the indicator screen, once
+/// visited, lists something: indicators without a source stand in the list but not in the table.
 [[nodiscard]] bool HasIndicatorsOrListsThem();
 
 /// One check box of the question.

@@ -181,7 +181,8 @@ std::vector<KeyedNode> ChildNodes(int view, const QStringList& path, int& counte
 QString FromOf(int view) {
     const QString from = Text(Classification(view).from);
     if (!ByCombination()) return from;
-    return QStringLiteral(" ((") + from + QStringLiteral(") INNER JOIN Subpop AS SP ON IUS.SubpopGId = SP.SubpopGId) ") +
+    return QStringLiteral(" ((") + from +
+           QStringLiteral(") INNER JOIN Subpop AS SP ON IUS.SubpopGId = SP.SubpopGId) ") +
            QStringLiteral("INNER JOIN Unit AS U ON IUS.UnitGId = U.UnitGId ");
 }
 

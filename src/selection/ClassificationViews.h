@@ -26,8 +26,8 @@ struct ClassificationView {
     const char* tree;       ///< object name: "TV_IND"
     const char* captionKey; ///< of its label in the strip
     const char* rootCaptionKey;
-    const char* rootKey;    ///< empty: the first level stands at the top
-    const char* firstLevel; ///< query of the first level
+    const char* rootKey;           ///< empty: the first level stands at the top
+    const char* firstLevel;        ///< query of the first level
     const char* firstFilterColumn; ///< what GlobalLocalFilter looks at; empty: no filter
     const char* firstOrder;
     std::size_t idField, gidField, textField; ///< positions in the first-level query

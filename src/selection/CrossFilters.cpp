@@ -36,14 +36,13 @@ QList<Narrowing> NarrowingsOf(const IndicatorFilter& filter) {
                                              LimitToList(filter, "AND ")});
     if (filter.byTime) {
         const QString source = filter.byArea ? Text("_DataArea") : Text("Data");
-        steps.append({Text("_DataTime"),
-                      Text("SELECT DISTINCT D.IUSNId INTO [_DataTime] FROM [") + source +
-                          Text("] D, [_SelTimePeriod] T  WHERE D.TimePeriodNId = T.TimePeriodNId") +
-                          (filter.byArea ? QString() : LimitToList(filter, " AND "))});
+        steps.append({Text("_DataTime"), Text("SELECT DISTINCT D.IUSNId INTO [_DataTime] FROM [") + source +
+                                             Text("] D, [_SelTimePeriod] T  WHERE D.TimePeriodNId = T.TimePeriodNId") +
+                                             (filter.byArea ? QString() : LimitToList(filter, " AND "))});
     }
     if (steps.isEmpty() && filter.onlyList && ByCombination())
-        steps.append({Text("_DataAll"), Text("SELECT DISTINCT D.IUSNId INTO [_DataAll] FROM DATA D  WHERE ") +
-                                            LimitToList(filter, "")});
+        steps.append({Text("_DataAll"),
+                      Text("SELECT DISTINCT D.IUSNId INTO [_DataAll] FROM DATA D  WHERE ") + LimitToList(filter, "")});
     return steps;
 }
 
@@ -93,7 +92,8 @@ KeyedItem FoundItem(const Records& rows) {
     const int indicatorBit = IsGlobal(indicatorGId) ? 1 : 0;
     if (!ByCombination())
         return {QLatin1Char('I') + indicatorGId, {rows.Text("Indicator")}, static_cast<quint8>(indicatorBit)};
-    const int bits = indicatorBit | (IsGlobal(rows.Text("UnitGId")) ? 2 : 0) | (IsGlobal(rows.Text("SubpopGId")) ? 4 : 0);
+    const int bits =
+        indicatorBit | (IsGlobal(rows.Text("UnitGId")) ? 2 : 0) | (IsGlobal(rows.Text("SubpopGId")) ? 4 : 0);
     return {QLatin1Char('I') + rows.Text("IUSNId"),
             {rows.Text("Indicator"), rows.Text("Unit"), rows.Text("Subpop")},
             static_cast<quint8>(bits)};

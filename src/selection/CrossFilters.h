@@ -10,7 +10,8 @@
 /// The automatic selections: everything for which Data has rows under the selections of the other stages.
 namespace tessaro::selection {
 
-// --- Indicators. ----------------------------------------------------------------------------------------------------------
+// --- Indicators.
+// ----------------------------------------------------------------------------------------------------------
 
 /// What an indicator filter is asked for.
 struct IndicatorFilter {
@@ -34,12 +35,14 @@ struct FoundIndicators {
 /// Makes the working tables, runs the query and reads it. Moves the progress meter from 20 to 80.
 [[nodiscard]] FoundIndicators FindIndicators(const IndicatorFilter& filter);
 
-// --- Time. ----------------------------------------------------------------------------------------------------------------
+// --- Time.
+// ----------------------------------------------------------------------------------------------------------------
 
 [[nodiscard]] QString TimeFilterSql(bool byIndicators, bool byAreas);
 [[nodiscard]] std::vector<KeyedItem> FindPeriods(bool byIndicators, bool byAreas);
 
-// --- Areas. ---------------------------------------------------------------------------------------------------------------
+// --- Areas.
+// ---------------------------------------------------------------------------------------------------------------
 
 [[nodiscard]] QString AreaFilterSql(bool byIndicators, bool byTime);
 /// The same, limited to the direct children of a tree node (the top level for the root).

@@ -14,8 +14,9 @@ namespace {
 const QStringList CombinationGIds{QStringLiteral("I.IndicatorGId"), QStringLiteral("U.UnitGId"),
                                   QStringLiteral("SP.SubpopGId")};
 
-constexpr const char* InsertInto = "INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, [Indicator], Unit, "
-                                   "Subpop, SourceNId, Source, RecommendedSource) ";
+constexpr const char* InsertInto =
+    "INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, [Indicator], Unit, "
+    "Subpop, SourceNId, Source, RecommendedSource) ";
 
 constexpr const char* AddColumns =
     "Indicator_Unit_Subpop.IUSNId, [Indicator].IndicatorGId, Unit.UnitGId, Subpop.SubpopGId, [Indicator].[Indicator], "
@@ -23,14 +24,17 @@ constexpr const char* AddColumns =
 
 constexpr const char* AddFrom =
     " FROM Source INNER JOIN ((Subpop INNER JOIN (Unit INNER JOIN ([Indicator] INNER JOIN Indicator_Unit_Subpop ON "
-    "[Indicator].IndicatorGId = Indicator_Unit_Subpop.IndicatorGId) ON Unit.UnitGId = Indicator_Unit_Subpop.UnitGId) ON "
+    "[Indicator].IndicatorGId = Indicator_Unit_Subpop.IndicatorGId) ON Unit.UnitGId = Indicator_Unit_Subpop.UnitGId) "
+    "ON "
     "Subpop.SubpopGId = Indicator_Unit_Subpop.SubpopGId) INNER JOIN Indicator_Source ON Indicator_Unit_Subpop.IUSNId = "
     "Indicator_Source.IUSNId) ON Source.SourceNId = Indicator_Source.SourceNId";
 
 constexpr const char* ReplaceSelect =
     "SELECT DISTINCT  IUS.IUSNId, IUS.IndicatorGId, IUS.UnitGId, IUS.SubpopGId, I.Indicator,   U.Unit, SP.Subpop, "
-    "S.SourceNId, S.Source, I_S.RecommendedSource  FROM (Unit AS U INNER JOIN (Subpop AS SP INNER JOIN ([Indicator] AS I "
-    "INNER JOIN  Indicator_Unit_Subpop AS IUS ON I.IndicatorGId = IUS.IndicatorGId)  ON SP.SubpopGId = IUS.SubpopGId) ON "
+    "S.SourceNId, S.Source, I_S.RecommendedSource  FROM (Unit AS U INNER JOIN (Subpop AS SP INNER JOIN ([Indicator] AS "
+    "I "
+    "INNER JOIN  Indicator_Unit_Subpop AS IUS ON I.IndicatorGId = IUS.IndicatorGId)  ON SP.SubpopGId = IUS.SubpopGId) "
+    "ON "
     "U.UnitGId = IUS.UnitGId)  INNER JOIN (Source AS S INNER JOIN Indicator_Source AS I_S ON S.SourceNId = "
     "I_S.SourceNId)  ON IUS.IUSNId = I_S.IUSNId  WHERE IUS.IUSNId in (";
 
@@ -47,9 +51,9 @@ KeyedItem CombinationItem(const Records& rows, const CombinationFields& at) {
     KeyedItem item;
     item.key = QLatin1Char('I') + rows.Text(at.ius);
     item.cells = {rows.Text(at.indicator), rows.Text(at.unit), rows.Text(at.subpop)};
-    item.globalCells = static_cast<quint8>((IsGlobal(rows.Text(at.indicatorGId)) ? 1 : 0) |
-                                           (IsGlobal(rows.Text(at.unitGId)) ? 2 : 0) |
-                                           (IsGlobal(rows.Text(at.subpopGId)) ? 4 : 0));
+    item.globalCells =
+        static_cast<quint8>((IsGlobal(rows.Text(at.indicatorGId)) ? 1 : 0) | (IsGlobal(rows.Text(at.unitGId)) ? 2 : 0) |
+                            (IsGlobal(rows.Text(at.subpopGId)) ? 4 : 0));
     return item;
 }
 
@@ -86,9 +90,10 @@ QString AvailableIndicatorsSql(const QString& from, const QString& where) {
     sql += from;
     QString conditions;
     if (!where.trimmed().isEmpty())
-        conditions = (DataExistsCriterion.isEmpty() ? QStringLiteral(" WHERE ")
-                                                    : Criterion(QStringLiteral(" WHERE IUS.")) + QStringLiteral(" AND ")) +
-                     where;
+        conditions =
+            (DataExistsCriterion.isEmpty() ? QStringLiteral(" WHERE ")
+                                           : Criterion(QStringLiteral(" WHERE IUS.")) + QStringLiteral(" AND ")) +
+            where;
     else
         conditions = Criterion(QStringLiteral(" WHERE IUS."));
     conditions += GlobalLocal(conditions.isEmpty() ? QStringLiteral(" WHERE ") : QStringLiteral(" AND "),
@@ -108,7 +113,8 @@ QString SelectedIndicatorsSql() {
         return QStringLiteral("Select DISTINCT IndicatorGId,[Indicator] FROM _SelIUSNId ") +
                GlobalLocal(where, {QStringLiteral("IndicatorGId")}) + QStringLiteral(" ORDER BY [Indicator]");
     return QStringLiteral("Select IUSNId,IndicatorGId,[Indicator],UnitGId, Unit,SubpopGId, Subpop FROM _SelIUSNId ") +
-           GlobalLocal(where, {QStringLiteral("IndicatorGId"), QStringLiteral("UnitGId"), QStringLiteral("SubpopGId")}) +
+           GlobalLocal(where,
+                       {QStringLiteral("IndicatorGId"), QStringLiteral("UnitGId"), QStringLiteral("SubpopGId")}) +
            QStringLiteral(" ORDER BY [Indicator], Unit,Subpop");
 }
 
@@ -121,7 +127,8 @@ QString AddIndicatorsSql(const std::vector<KeyedItem>& items) {
     const QString ids = IdList(items);
     if (ByCombination())
         return head + QStringLiteral(" WHERE [Indicator_Unit_Subpop].[IUSNId] In (") + ids +
-               QStringLiteral(") AND [Indicator_Unit_Subpop].[IUSNId] NOT In (SELECT DISTINCT IUSNId FROM _SelIUSNId )") +
+               QStringLiteral(
+                   ") AND [Indicator_Unit_Subpop].[IUSNId] NOT In (SELECT DISTINCT IUSNId FROM _SelIUSNId )") +
                GlobalLocal(QStringLiteral(" AND "),
                            {QStringLiteral("[Indicator].IndicatorGId"), QStringLiteral("Unit.UnitGId"),
                             QStringLiteral("Subpop.SubpopGId")});
@@ -167,19 +174,19 @@ void ReplaceIndicators(const QString& iusList) {
 }
 
 QString SectorOrderSql(const std::vector<KeyedItem>& items) {
-    const QString joins =
-        QStringLiteral("INNER JOIN (Sector AS S INNER JOIN SectorLabel1 AS SL1 ON S.SectorLabel1GId = "
-                       "SL1.SectorLabel1GId) ON I_S.SectorLabel2GId = S.SectorLabel2GId) INNER JOIN SectorLabel2 AS SL2 "
-                       "ON S.SectorLabel2GId = SL2.SectorLabel2GId ");
-    const QString order =
-        QStringLiteral(" ORDER BY SL1.SectorLabel1 Asc, SL2.SectorLabel2 Asc, I.[Indicator] Asc");
+    const QString joins = QStringLiteral(
+        "INNER JOIN (Sector AS S INNER JOIN SectorLabel1 AS SL1 ON S.SectorLabel1GId = "
+        "SL1.SectorLabel1GId) ON I_S.SectorLabel2GId = S.SectorLabel2GId) INNER JOIN SectorLabel2 AS SL2 "
+        "ON S.SectorLabel2GId = SL2.SectorLabel2GId ");
+    const QString order = QStringLiteral(" ORDER BY SL1.SectorLabel1 Asc, SL2.SectorLabel2 Asc, I.[Indicator] Asc");
     if (!ByCombination())
         return QStringLiteral("SELECT  I.IndicatorGId, I.[Indicator]  FROM ((Indicator_Sector AS I_S INNER JOIN "
                               "[Indicator] AS I ON I_S.IndicatorGId = I.IndicatorGId) ") +
                joins + QStringLiteral(" WHERE  I.IndicatorGId In (") + IdList(items) + QLatin1Char(')') + order;
-    return QStringLiteral("SELECT  IUS.IUSNId, I.[Indicator]  FROM (((Indicator_Sector AS I_S INNER JOIN [Indicator] AS I "
-                          "ON I_S.IndicatorGId = I.IndicatorGId) INNER JOIN Indicator_Unit_subpop AS IUS ON "
-                          "I.IndicatorGId = IUS.IndicatorGId) ") +
+    return QStringLiteral(
+               "SELECT  IUS.IUSNId, I.[Indicator]  FROM (((Indicator_Sector AS I_S INNER JOIN [Indicator] AS I "
+               "ON I_S.IndicatorGId = I.IndicatorGId) INNER JOIN Indicator_Unit_subpop AS IUS ON "
+               "I.IndicatorGId = IUS.IndicatorGId) ") +
            joins + QStringLiteral(" WHERE IUS.IUSNId In (") + IdList(items) + QLatin1Char(')') + order;
 }
 

@@ -7,10 +7,12 @@
 #include <vector>
 
 /// The chosen indicators: what stands in _SelIUSNId, and the lists that are read for the screen. The mode
-/// (IndicatorSelectBy) decides whether an item is a combination of indicator, unit and subpopulation, or an indicator with all of its own.
+/// (IndicatorSelectBy) decides whether an item is a combination of indicator, unit and subpopulation, or an indicator
+/// with all of its own.
 namespace tessaro::selection {
 
-/// True when items are combinations ("I" + IUSNId, three cells), False when they are indicators ("I" + IndicatorGId, one cell).
+/// True when items are combinations ("I" + IUSNId, three cells), False when they are indicators ("I" + IndicatorGId,
+/// one cell).
 [[nodiscard]] bool ByCombination();
 /// The items' ids for an IN list, as the mode wants them.
 [[nodiscard]] QString IdList(const std::vector<KeyedItem>& items);
@@ -24,7 +26,8 @@ namespace tessaro::selection {
 [[nodiscard]] QString SelectedIndicatorsSql();
 [[nodiscard]] std::vector<KeyedItem> SelectedIndicators();
 
-// --- Writes. Each raises SelectionChanged. ------------------------------------------------------------------------------
+// --- Writes. Each raises SelectionChanged.
+// ------------------------------------------------------------------------------
 [[nodiscard]] QString AddIndicatorsSql(const std::vector<KeyedItem>& items);
 [[nodiscard]] QString AddIndicatorSql(const KeyedItem& item);
 /// Takes in the items that are not there yet, with all their sources.
@@ -35,7 +38,8 @@ void RemoveAllIndicators();
 /// Empties the table and fills it with the combinations of a comma list.
 void ReplaceIndicators(const QString& iusList);
 
-/// The items in the order of sector, class and indicator. Items that stand in no sector come behind, in their old order.
+/// The items in the order of sector, class and indicator. Items that stand in no sector come behind, in their old
+/// order.
 [[nodiscard]] QString SectorOrderSql(const std::vector<KeyedItem>& items);
 [[nodiscard]] std::vector<KeyedItem> SortedBySector(const std::vector<KeyedItem>& items);
 

@@ -14,8 +14,8 @@
 namespace tessaro {
 
 void StyleFilterButton(QToolButton* button, FilterButton kind) {
-    button->setIcon(
-        theme::Icon(kind == FilterButton::All ? QStringLiteral("auto_select.png") : QStringLiteral("auto_available.png")));
+    button->setIcon(theme::Icon(kind == FilterButton::All ? QStringLiteral("auto_select.png")
+                                                          : QStringLiteral("auto_available.png")));
     button->setIconSize({theme::IconSize, theme::IconSize});
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setFocusPolicy(Qt::StrongFocus);

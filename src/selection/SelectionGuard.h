@@ -10,8 +10,9 @@ enum class GuardPlace {
     InDataView,     ///< while the data view is open
 };
 
-/// The first stage without a selection, after its message was shown; nothing when all have one. Indicators that are only listed
-/// (see HasIndicatorsOrListsThem) count. The data view itself has the messages of time and areas changed over.
+/// The first stage without a selection, after its message was shown; nothing when all have one. Indicators that are
+/// only listed (see HasIndicatorsOrListsThem) count. The data view itself has the messages of time and areas changed
+/// over.
 [[nodiscard]] std::optional<int> FirstMissingStage(GuardPlace place);
 
 /// The guard of GoToDataView: shows what is missing, goes to that stage unless it is current, and gives False.

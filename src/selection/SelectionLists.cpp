@@ -2,11 +2,11 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
-#include "ui_SelectionLists.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "ui_SelectionLists.h"
 
 #include <QLocale>
 #include <QMenu>
@@ -89,7 +89,8 @@ void SelectionLists::ConnectLists() {
         });
         connect(list, &KeyedList::HighlightChanged, this, &SelectionLists::EnableButtons);
         connect(list, &KeyedList::SortChanged, this, &SelectionLists::ShowSortIcons);
-        connect(list, &KeyedList::CurrentTextChanged, this, [](const QString& text) { TheFrame().SetStatusText(text); });
+        connect(list, &KeyedList::CurrentTextChanged, this,
+                [](const QString& text) { TheFrame().SetStatusText(text); });
     }
 }
 

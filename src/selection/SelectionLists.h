@@ -15,7 +15,8 @@ class SelectionLists;
 namespace tessaro {
 
 /// The two lists that every selection screen has: Available with a filter line, the buttons between, Selected. It
-/// shows counts and hints, turns buttons, keys, double clicks and drags into one set of wishes, and carries none of them out.
+/// shows counts and hints, turns buttons, keys, double clicks and drags into one set of wishes, and carries none of
+/// them out.
 class SelectionLists final : public QWidget {
     Q_OBJECT
 
@@ -74,6 +75,7 @@ struct PopupEntry {
     bool enabled = true;
 };
 /// Shows a popup at a place and gives it; entries are named `menuName` + "_" + index. It deletes itself.
-QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition, const QList<PopupEntry>& entries);
+QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,
+                 const QList<PopupEntry>& entries);
 
 } // namespace tessaro

@@ -13,8 +13,8 @@ namespace tessaro::selection {
 /// `head` and DataExistsCriterion; empty while everything is wanted: Criterion(" WHERE T.").
 [[nodiscard]] QString Criterion(const QString& head);
 
-/// The condition that GlobalLocalFilter puts on identifiers: for global "MID(<a>,1,1) = '-' AND MID(<b>,1,1) = '-' ", for local the
-/// same with <>; empty while neither is wanted. `head` stands before it when there is one.
+/// The condition that GlobalLocalFilter puts on identifiers: for global "MID(<a>,1,1) = '-' AND MID(<b>,1,1) = '-' ",
+/// for local the same with <>; empty while neither is wanted. `head` stands before it when there is one.
 [[nodiscard]] QString GlobalLocal(const QString& head, const QStringList& columns);
 
 /// Ids of list keys for an IN list: numbers as they stand, texts in single quotes.

@@ -13,7 +13,8 @@ namespace tessaro::selection {
 [[nodiscard]] std::vector<KeyedItem> AvailablePeriods();
 [[nodiscard]] std::vector<KeyedItem> SelectedPeriods();
 
-// --- Writes. Each raises SelectionChanged. ------------------------------------------------------------------------------
+// --- Writes. Each raises SelectionChanged.
+// ------------------------------------------------------------------------------
 /// One INSERT; the text goes in as it stands.
 void AddPeriod(const KeyedItem& period);
 void RemovePeriods(const std::vector<KeyedItem>& periods);

@@ -6,13 +6,13 @@
 #include "selection/CrossFilters.h"
 #include "selection/ScreenParts.h"
 #include "selection/frmAutoSelect.h"
-#include "ui_frmAreas.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "ui_frmAreas.h"
 
 #include <QMenu>
 
@@ -231,8 +231,7 @@ void frmAreas::cmdAvlFilter_Click() {
     if (!by) return;
     const WaitState wait;
     TheFrame().SetProgress(10);
-    const QString found =
-        selection::FindAreas(selection::AreaFilterBelowSql(by->first, by->second, CurrentNode()));
+    const QString found = selection::FindAreas(selection::AreaFilterBelowSql(by->first, by->second, CurrentNode()));
     TheFrame().SetProgress(70);
     AddFound(found);
     TheFrame().SetProgress(100);

@@ -1,9 +1,9 @@
 #include "selection/frmAutoSelect.h"
 
 #include "controls/Captions.h"
-#include "ui_frmAutoSelect.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "ui_frmAutoSelect.h"
 
 namespace tessaro {
 

@@ -6,12 +6,12 @@
 #include "selection/IndicatorSelection.h"
 #include "selection/ScreenParts.h"
 #include "selection/frmAutoSelect.h"
-#include "ui_frmIndicators.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "ui_frmIndicators.h"
 
 namespace tessaro {
 
@@ -72,7 +72,8 @@ void frmIndicators::MakeTrees() {
         tree->Nodes().SetLoader([this, view](const QString& key) {
             return selection::ChildNodes(view, PathOf(view, key), counters_[static_cast<std::size_t>(view)]);
         });
-        connect(tree, &KeyedTree::NodeChosen, this, [this, view](const QString& key) { FillClassification(view, key); });
+        connect(tree, &KeyedTree::NodeChosen, this,
+                [this, view](const QString& key) { FillClassification(view, key); });
         connect(tree, &KeyedTree::EnterPressed, this, [this] { lstAvailable().setFocus(); });
         connect(tree, &KeyedTree::PopupRequested, this, &frmIndicators::ShowTreePopup);
         ui_->picTrees->addWidget(tree);

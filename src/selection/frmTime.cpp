@@ -6,11 +6,11 @@
 #include "selection/ScreenParts.h"
 #include "selection/TimeSelection.h"
 #include "selection/frmAutoSelect.h"
-#include "ui_frmTime.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "ui_frmTime.h"
 
 namespace tessaro {
 

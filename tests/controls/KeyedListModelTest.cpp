@@ -6,7 +6,6 @@
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
-
 #include <memory>
 #include <random>
 
@@ -55,7 +54,8 @@ TEST(KeyedListModelTest, SortsAsPeopleReadAndPutsNewItemsInTheirPlace) {
     KeyedListModel model;
     model.SetColumns({QStringLiteral("A"), QStringLiteral("B")});
     model.SetItems({Item("d", "Zoo"), Item("a", "apple", "2"), Item("b", "Apple", "1"), Item("c", "Éclair")});
-    EXPECT_EQ(Order(model).toStdString(), "b a c d") << "case and accents come after the letter; ties go by the next cell";
+    EXPECT_EQ(Order(model).toStdString(), "b a c d")
+        << "case and accents come after the letter; ties go by the next cell";
     model.AddItems({Item("e", "banana")});
     EXPECT_EQ(Order(model).toStdString(), "b a e c d");
     model.sort(0, Qt::DescendingOrder);

@@ -39,8 +39,12 @@ TEST_F(ClassificationViewsTest, FirstLevels) {
         int view;
         const char* all;
         const char* globalOnly;
-    } cases[] = {{0, "Economy|Society", "Economy|Society"}, {1, "Goal 1", "Goal 1"}, {2, "Demand|Supply", "Demand|Supply"},
-                 {3, "Women's lives", "Women's lives"},     {4, "Asia", "Asia"},     {5, "Ministry", "Ministry"},
+    } cases[] = {{0, "Economy|Society", "Economy|Society"},
+                 {1, "Goal 1", "Goal 1"},
+                 {2, "Demand|Supply", "Demand|Supply"},
+                 {3, "Women's lives", "Women's lives"},
+                 {4, "Asia", "Asia"},
+                 {5, "Ministry", "Ministry"},
                  {6, "Convention", "Convention"}};
     for (const auto& c : cases) {
         int counter = 1;
@@ -127,7 +131,8 @@ TEST_F(ClassificationViewsTest, TheViewThatOpensFirst) {
         const char* wanted;
         std::vector<int> off;
         int view;
-    } cases[] = {{"4", {}, 4}, {"4", {4}, 1}, {"4", {1, 4}, 0}, {"", {}, 1}, {"x", {0, 1}, 2}, {"99", {}, 1}, {"-1", {}, 1}};
+    } cases[] = {{"4", {}, 4},     {"4", {4}, 1}, {"4", {1, 4}, 0}, {"", {}, 1},
+                 {"x", {0, 1}, 2}, {"99", {}, 1}, {"-1", {}, 1}};
     for (const auto& c : cases) {
         for (auto& view : IndicatorViews)
             view.wanted = true;

@@ -48,7 +48,14 @@ const IndicatorCase IndicatorCases[] = {
     {"available, time and area", 1, 1, "2", "2", {true, true, 0, true, QStringLiteral("1,2")}, "I1", "1"},
     {"available ignores the view", 1, 0, "", "", {false, false, 1, true, QStringLiteral("1,3")}, "I3 I1", "3,1"},
     {"available indicators", 0, 1, "", "", {false, false, 0, true, QStringLiteral("'-I1','L3'")}, "I-I1", "2,1"},
-    {"available indicators and area", 0, 1, "", "4", {false, true, 0, true, QStringLiteral("'-I1','-I2'")}, "I-I2", "3"},
+    {"available indicators and area",
+     0,
+     1,
+     "",
+     "4",
+     {false, true, 0, true, QStringLiteral("'-I1','-I2'")},
+     "I-I2",
+     "3"},
 };
 
 TEST_F(CrossFiltersTest, IndicatorsThatTheOtherStagesAllow) {
@@ -116,9 +123,9 @@ struct FilterCase {
 
 TEST_F(CrossFiltersTest, PeriodsThatTheOtherStagesAllow) {
     const FilterCase cases[] = {
-        {"", "", "", 1, "T1 T2 T3"},  {"1", "", "", 1, "T1 T2 T3"}, {"3", "", "", 1, "T3"},
-        {"", "", "2", 1, "T1 T2"},    {"1", "", "3", 1, "T3"},      {"2", "", "3", 1, ""},
-        {"", "", "", 0, "T1 T2 T3"},  {"", "", "", 2, ""},          {"4", "", "", 1, ""},
+        {"", "", "", 1, "T1 T2 T3"}, {"1", "", "", 1, "T1 T2 T3"}, {"3", "", "", 1, "T3"},
+        {"", "", "2", 1, "T1 T2"},   {"1", "", "3", 1, "T3"},      {"2", "", "3", 1, ""},
+        {"", "", "", 0, "T1 T2 T3"}, {"", "", "", 2, ""},          {"4", "", "", 1, ""},
         {"1,3", "", "4,3", 0, "T3"},
     };
     for (const FilterCase& c : cases) {
@@ -142,9 +149,8 @@ QString Sorted(const QString& list) {
 
 TEST_F(CrossFiltersTest, AreasThatTheOtherStagesAllow) {
     const FilterCase cases[] = {
-        {"", "", "", 1, "1,2,3,4,8"}, {"1", "", "", 1, "2,3"}, {"", "1", "", 1, "1,2"},
-        {"1", "3", "", 1, "3"},       {"3", "1", "", 1, ""},   {"", "", "", 2, ""},
-        {"", "2", "", 0, "2,8"},
+        {"", "", "", 1, "1,2,3,4,8"}, {"1", "", "", 1, "2,3"}, {"", "1", "", 1, "1,2"}, {"1", "3", "", 1, "3"},
+        {"3", "1", "", 1, ""},        {"", "", "", 2, ""},     {"", "2", "", 0, "2,8"},
     };
     for (const FilterCase& c : cases) {
         SCOPED_TRACE(std::string(c.ius) + " | " + c.periods);
@@ -153,8 +159,9 @@ TEST_F(CrossFiltersTest, AreasThatTheOtherStagesAllow) {
         if (*c.ius != '\0') ChooseIus(QString::fromLatin1(c.ius));
         if (*c.periods != '\0') ChoosePeriods(QString::fromLatin1(c.periods));
         SetDataExistsMode(c.mode);
-        EXPECT_EQ(Sorted(selection::FindAreas(selection::AreaFilterSql(*c.ius != '\0', *c.periods != '\0'))).toStdString(),
-                  c.expected);
+        EXPECT_EQ(
+            Sorted(selection::FindAreas(selection::AreaFilterSql(*c.ius != '\0', *c.periods != '\0'))).toStdString(),
+            c.expected);
     }
 }
 

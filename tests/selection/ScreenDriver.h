@@ -80,7 +80,8 @@ template <class Screen> class ScreenTest : public SelectionDatabaseTest {
     std::unique_ptr<Screen> screen;
 };
 
-/// Drags what is highlighted in one list onto another, through the real drag.
-void DragHighlighted(KeyedList& from, const QPoint& start, KeyedList& to);
+/// Drops what is highlighted in one list onto another, as the window system would. False when the other list refuses
+/// it.
+bool DropHighlighted(const KeyedList& from, KeyedList& to);
 
 } // namespace tessaro::test

@@ -66,8 +66,8 @@ SelectionDatabaseTest::SelectionDatabaseTest() {
     for (const char* const row : Rows) {
         const QStringList parts = QString::fromUtf8(row).split(QLatin1Char('|'));
         for (const QString& values : parts.mid(2))
-            Run(QStringLiteral("INSERT INTO [") + parts[0] + QStringLiteral("] (") + parts[1] + QStringLiteral(") VALUES (") +
-                values + QLatin1Char(')'));
+            Run(QStringLiteral("INSERT INTO [") + parts[0] + QStringLiteral("] (") + parts[1] +
+                QStringLiteral(") VALUES (") + values + QLatin1Char(')'));
     }
     SetDataExistsMode(1);
     GlobalLocalFilter = 2;
@@ -99,11 +99,12 @@ QString SelectionDatabaseTest::ChosenAreas() {
 }
 
 void SelectionDatabaseTest::ChooseIus(const QString& idList) {
-    Run(QStringLiteral("INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, [Indicator], Unit, Subpop, "
-                       "SourceNId) SELECT IUS.IUSNId, IUS.IndicatorGId, IUS.UnitGId, IUS.SubpopGId, I.[Indicator], "
-                       "U.Unit, SP.Subpop, 10 FROM (Unit AS U INNER JOIN (Subpop AS SP INNER JOIN ([Indicator] AS I INNER "
-                       "JOIN Indicator_Unit_Subpop AS IUS ON I.IndicatorGId = IUS.IndicatorGId) ON SP.SubpopGId = "
-                       "IUS.SubpopGId) ON U.UnitGId = IUS.UnitGId) WHERE IUS.IUSNId IN (") +
+    Run(QStringLiteral(
+            "INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, [Indicator], Unit, Subpop, "
+            "SourceNId) SELECT IUS.IUSNId, IUS.IndicatorGId, IUS.UnitGId, IUS.SubpopGId, I.[Indicator], "
+            "U.Unit, SP.Subpop, 10 FROM (Unit AS U INNER JOIN (Subpop AS SP INNER JOIN ([Indicator] AS I INNER "
+            "JOIN Indicator_Unit_Subpop AS IUS ON I.IndicatorGId = IUS.IndicatorGId) ON SP.SubpopGId = "
+            "IUS.SubpopGId) ON U.UnitGId = IUS.UnitGId) WHERE IUS.IUSNId IN (") +
         idList + QLatin1Char(')'));
 }
 

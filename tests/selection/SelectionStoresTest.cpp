@@ -85,10 +85,9 @@ TEST_F(SelectionStoresTest, ChildrenOfANodeOfTheAreaTree) {
         long mode;
         long filter;
         const char* keys;
-    } cases[] = {{"___", 1, 2, "A1 A5 A7"},  {"___", 0, 2, "A1 A7"},     {"___", 2, 2, "A5"},
-                 {"AASI", 1, 2, "A3 A2"},    {"AASI", 1, 0, "A2"},       {"AASI", 1, 1, "A3"},
-                 {"AASIIND", 1, 2, "A4"},    {"AASIINDDEL", 1, 2, ""},   {"AO'B", 1, 2, "A8"},
-                 {"AASIXX", 1, 2, ""},       {"Anothing", 1, 2, ""},     {"A", 1, 2, "A1 A5 A7"}};
+    } cases[] = {{"___", 1, 2, "A1 A5 A7"}, {"___", 0, 2, "A1 A7"}, {"___", 2, 2, "A5"},     {"AASI", 1, 2, "A3 A2"},
+                 {"AASI", 1, 0, "A2"},      {"AASI", 1, 1, "A3"},   {"AASIIND", 1, 2, "A4"}, {"AASIINDDEL", 1, 2, ""},
+                 {"AO'B", 1, 2, "A8"},      {"AASIXX", 1, 2, ""},   {"Anothing", 1, 2, ""},  {"A", 1, 2, "A1 A5 A7"}};
     for (const auto& c : cases) {
         SetDataExistsMode(c.mode);
         GlobalLocalFilter = c.filter;
@@ -107,7 +106,8 @@ TEST_F(SelectionStoresTest, AreasAndTheirSetStayTogether) {
     EXPECT_EQ(ChosenAreas(), QStringLiteral("2,3,7,8"));
     EXPECT_EQ(areas.Ids().size(), 4);
     EXPECT_EQ(Keys(areas.Items()), "A3 A2 A7 A8");
-    EXPECT_EQ(Column(QStringLiteral("SELECT AreaName FROM _SelArea WHERE AreaNId = 3")), QStringLiteral("Côte d'Ivoire"));
+    EXPECT_EQ(Column(QStringLiteral("SELECT AreaName FROM _SelArea WHERE AreaNId = 3")),
+              QStringLiteral("Côte d'Ivoire"));
     SelectionChanged = false;
     areas.Remove({{QStringLiteral("A7"), {}, 0}, {QStringLiteral("A2"), {}, 0}});
     EXPECT_TRUE(SelectionChanged);
@@ -133,7 +133,8 @@ TEST_F(SelectionStoresTest, AreasOfALevel) {
                  {1, "___", true, "1"},      {2, "AASI", false, "2,3"},  {3, "AASI", true, "4"},
                  {2, "AO'B", false, "8"},    {1, "AASIIND", false, ""},  {9, "___", false, ""}};
     for (const auto& c : cases) {
-        QStringList ids = Column(AreasOfLevelSql(c.level, QString::fromUtf8(c.node), c.withData)).split(QLatin1Char(','));
+        QStringList ids =
+            Column(AreasOfLevelSql(c.level, QString::fromUtf8(c.node), c.withData)).split(QLatin1Char(','));
         ids.sort();
         EXPECT_EQ(ids.join(QLatin1Char(',')).toStdString(), c.ids) << c.level << ' ' << c.node;
     }

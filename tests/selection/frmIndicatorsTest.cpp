@@ -81,7 +81,7 @@ TEST_F(frmIndicatorsTest, AddsAndRemovesCombinations) {
     Click("cmdAdd");
     EXPECT_EQ(ChosenIus(), QStringLiteral("1/10,1/11,3/11"));
     Highlight(lstAvailable(), {QStringLiteral("I2"), QStringLiteral("I4")});
-    DragHighlighted(lstAvailable(), Place(lstAvailable(), QStringLiteral("I4")), lstSelected());
+    EXPECT_TRUE(DropHighlighted(lstAvailable(), lstSelected()));
     EXPECT_EQ(ChosenIus(), QStringLiteral("1/10,1/11,2/10,3/11,4/10"));
     EXPECT_EQ(Shown(lstSelected()), "I3 I2 I1 I4");
     EXPECT_EQ(screen->SelectedCount(), 4);
@@ -182,8 +182,9 @@ TEST_F(frmIndicatorsTest, FiftyThousandCombinationsDoNotStallTheScreen) {
         Run(QStringLiteral("INSERT INTO Indicator_Unit_Subpop (IUSNId, IndicatorGId, UnitGId, SubpopGId, DataExists) "
                            "VALUES (%1, 'L3', '-U1', '-S2', False)")
                 .arg(n));
-    Run(QStringLiteral("INSERT INTO Indicator_Source (IUSNId, SourceNId, RecommendedSource) SELECT IUSNId, 10, True FROM "
-                       "Indicator_Unit_Subpop WHERE IUSNId >= 100"));
+    Run(QStringLiteral(
+        "INSERT INTO Indicator_Source (IUSNId, SourceNId, RecommendedSource) SELECT IUSNId, 10, True FROM "
+        "Indicator_Unit_Subpop WHERE IUSNId >= 100"));
     Connection->Commit();
     QElapsedTimer clock;
     const auto timed = [&](const char* what, qint64 limit, const auto& call) {

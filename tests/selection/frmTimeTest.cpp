@@ -88,13 +88,13 @@ TEST_F(frmTimeTest, CopiesRowsAndMovesTheFocusBetweenTheLists) {
 TEST_F(frmTimeTest, DragsBetweenTheLists) {
     Open();
     Highlight(lstAvailable(), {QStringLiteral("T1"), QStringLiteral("T2")});
-    DragHighlighted(lstAvailable(), Place(lstAvailable(), QStringLiteral("T1")), lstSelected());
+    EXPECT_TRUE(DropHighlighted(lstAvailable(), lstSelected()));
     EXPECT_EQ(ChosenPeriods(), QStringLiteral("1,2"));
     Highlight(lstSelected(), {QStringLiteral("T1")});
-    DragHighlighted(lstSelected(), Place(lstSelected(), QStringLiteral("T1")), lstAvailable());
+    EXPECT_TRUE(DropHighlighted(lstSelected(), lstAvailable()));
     EXPECT_EQ(ChosenPeriods(), QStringLiteral("2"));
     Highlight(lstSelected(), {QStringLiteral("T2")});
-    DragHighlighted(lstSelected(), Place(lstSelected(), QStringLiteral("T2")), lstSelected());
+    EXPECT_FALSE(DropHighlighted(lstSelected(), lstSelected()));
     EXPECT_EQ(ChosenPeriods(), QStringLiteral("2")) << "a list takes nothing from itself";
 }
 
