@@ -40,6 +40,10 @@ KeyedList::KeyedList(QWidget* parent) : QTreeView(parent), model_(new KeyedListM
     header()->setSortIndicatorShown(true);
     header()->setSortIndicator(0, Qt::AscendingOrder);
     header()->setStretchLastSection(true);
+    header()->setMinimumSectionSize(4 * theme::Grid);
+    connect(header(), &QHeaderView::sectionResized, this, [this] {
+        if (QApplication::mouseButtons().testFlag(Qt::LeftButton) && header()->underMouse()) widthsAreTheUsers_ = true;
+    });
     connect(header(), &QHeaderView::sectionClicked, this, &KeyedList::SortOn);
     connect(model_, &QAbstractItemModel::modelReset, this, [this] {
         Q_EMIT HighlightChanged();
@@ -64,7 +68,7 @@ void KeyedList::ShareWidth() {
     const int width = viewport()->width();
     const int first = columns == 2 ? width * 2 / 3 : width / 2;
     header()->resizeSection(0, first);
-    for (int column = 1; column < columns - 1; ++column)
+    for (int column = 1; column < columns; ++column)
         header()->resizeSection(column, (width - first) / (columns - 1));
 }
 

@@ -68,7 +68,7 @@ class KeyedList final : public QTreeView {
     QString emptyHint_;
     QString noMatchHint_;
     bool plainArrowsLeave_ = false;
-    bool widthsAreTheUsers_ = false;
+    bool widthsAreTheUsers_ = false; ///< a column was dragged
 };
 
 /// Paints a muted, wrapped text into the middle of an empty view.

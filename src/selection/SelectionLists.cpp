@@ -33,9 +33,9 @@ void MakeHeading(QLabel* label) {
 
 SelectionLists::SelectionLists(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::SelectionLists>()) {
     ui_->setupUi(this);
-    ui_->splitter->setSizes({1000, 1000});
-    ui_->splitter->setStretchFactor(0, 1);
-    ui_->splitter->setStretchFactor(1, 1);
+    ui_->splitter->setSizes({460, 540}); // the buttons stand in the second pane, so that the lists are alike
+    ui_->splitter->setStretchFactor(0, 46);
+    ui_->splitter->setStretchFactor(1, 54);
     ui_->lblAvailable->setBuddy(ui_->lstAvailable);
     ui_->lblSelected->setBuddy(ui_->lstSelected);
     const std::pair<QToolButton*, const char*> buttons[] = {{ui_->cmdAdd, "add_one.png"},

@@ -83,11 +83,6 @@ void frmIndicators::MakeTrees() {
 
 void frmIndicators::MakeOptions() {
     QTabBar* strip = ui_->lblIndicatorOptions;
-    strip->setDocumentMode(true);
-    strip->setDrawBase(false);
-    strip->setExpanding(false);
-    strip->setUsesScrollButtons(true);
-    strip->setElideMode(Qt::ElideNone);
     for (int view = 0; view < selection::ClassificationCount; ++view)
         if (Tree(view) != nullptr) strip->setTabData(strip->addTab(QString()), view);
 }
