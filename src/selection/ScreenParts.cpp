@@ -9,15 +9,14 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLocale>
-#include <QToolButton>
+#include <QPushButton>
 
 namespace tessaro {
 
-void StyleFilterButton(QToolButton* button, FilterButton kind) {
+void StyleFilterButton(QPushButton* button, FilterButton kind) {
     button->setIcon(theme::Icon(kind == FilterButton::All ? QStringLiteral("auto_select.png")
                                                           : QStringLiteral("auto_available.png")));
     button->setIconSize({theme::IconSize, theme::IconSize});
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setFocusPolicy(Qt::StrongFocus);
 }
 

@@ -7,14 +7,14 @@
 
 class QFrame;
 class QLabel;
-class QToolButton;
+class QPushButton;
 
 /// Small parts that the three selection screens share.
 namespace tessaro {
 
 enum class FilterButton { All, Available };
 /// Icon, text beside it and focus of an automatic selection's button.
-void StyleFilterButton(QToolButton* button, FilterButton kind);
+void StyleFilterButton(QPushButton* button, FilterButton kind);
 /// The strip at the top of a screen and the line below it.
 void StyleStrip(QWidget* strip, QFrame* line);
 void ShowHeading(QLabel* label, const QString& key);

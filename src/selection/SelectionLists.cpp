@@ -8,6 +8,7 @@
 #include "session/Strings.h"
 #include "ui_SelectionLists.h"
 
+#include <QEvent>
 #include <QLocale>
 #include <QMenu>
 
@@ -38,20 +39,11 @@ SelectionLists::SelectionLists(QWidget* parent) : QWidget(parent), ui_(std::make
     ui_->splitter->setStretchFactor(1, 54);
     ui_->lblAvailable->setBuddy(ui_->lstAvailable);
     ui_->lblSelected->setBuddy(ui_->lstSelected);
-    const std::pair<QToolButton*, const char*> buttons[] = {{ui_->cmdAdd, "add_one.png"},
-                                                            {ui_->cmdAddAll, "add_all.png"},
-                                                            {ui_->cmdRemove, "remove_one.png"},
-                                                            {ui_->cmdRemoveAll, "remove_all.png"}};
-    for (const auto& [button, icon] : buttons) {
-        button->setIcon(theme::Icon(QString::fromLatin1(icon)));
-        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-        button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-        button->setFocusPolicy(Qt::StrongFocus);
-    }
     for (QToolButton* sort : {ui_->cmdAvailableIcon, ui_->cmdSelectedIcon})
         sort->setFocusPolicy(Qt::TabFocus);
     ConnectLists();
     ConnectButtons();
+    ShowButtonIcons();
     ShowSortIcons();
     EnableButtons();
 }
@@ -95,10 +87,10 @@ void SelectionLists::ConnectLists() {
 }
 
 void SelectionLists::ConnectButtons() {
-    connect(ui_->cmdAdd, &QToolButton::clicked, this, &SelectionLists::AddHighlighted);
-    connect(ui_->cmdAddAll, &QToolButton::clicked, this, &SelectionLists::AddAll);
-    connect(ui_->cmdRemove, &QToolButton::clicked, this, &SelectionLists::RemoveHighlighted);
-    connect(ui_->cmdRemoveAll, &QToolButton::clicked, this, &SelectionLists::RemoveAll);
+    connect(ui_->cmdAdd, &QPushButton::clicked, this, &SelectionLists::AddHighlighted);
+    connect(ui_->cmdAddAll, &QPushButton::clicked, this, &SelectionLists::AddAll);
+    connect(ui_->cmdRemove, &QPushButton::clicked, this, &SelectionLists::RemoveHighlighted);
+    connect(ui_->cmdRemoveAll, &QPushButton::clicked, this, &SelectionLists::RemoveAll);
     connect(ui_->cmdAvailableIcon, &QToolButton::clicked, this, [this] { ui_->lstAvailable->SortOn(0); });
     connect(ui_->cmdSelectedIcon, &QToolButton::clicked, this, [this] { ui_->lstSelected->SortOn(0); });
     connect(ui_->txtFilter, &QLineEdit::textChanged, &ui_->lstAvailable->Items(), &KeyedListModel::SetFilter);
@@ -159,11 +151,6 @@ void SelectionLists::SetFormCaptions() {
     ui_->lstSelected->SetEmptyHint(GetText(selectedHintKey_), noMatch);
     MakeHeading(ui_->lblAvailable);
     MakeHeading(ui_->lblSelected);
-    int width = 0;
-    for (const QToolButton* button : {ui_->cmdAdd, ui_->cmdAddAll, ui_->cmdRemove, ui_->cmdRemoveAll})
-        width = std::max(width, button->sizeHint().width());
-    for (QToolButton* button : {ui_->cmdAdd, ui_->cmdAddAll, ui_->cmdRemove, ui_->cmdRemoveAll})
-        button->setFixedWidth(width + theme::Grid);
     ShowCounts();
 }
 
@@ -174,6 +161,25 @@ void SelectionLists::ShowCounts() {
     ui_->lblSelected->setText(selected);
     ui_->lstAvailable->setAccessibleName(available);
     ui_->lstSelected->setAccessibleName(selected);
+}
+
+void SelectionLists::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) ShowButtonIcons();
+}
+
+void SelectionLists::ShowButtonIcons() {
+    // Arrows point at the list that gains, which stands on the left where a language runs from right to left.
+    const QString add = QStringLiteral("add");
+    const QString remove = QStringLiteral("remove");
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    const auto show = [](QPushButton* button, const QString& name) {
+        button->setIcon(theme::Icon(name + QStringLiteral(".png")));
+    };
+    show(ui_->cmdAdd, (mirrored ? remove : add) + QStringLiteral("_one"));
+    show(ui_->cmdAddAll, (mirrored ? remove : add) + QStringLiteral("_all"));
+    show(ui_->cmdRemove, (mirrored ? add : remove) + QStringLiteral("_one"));
+    show(ui_->cmdRemoveAll, (mirrored ? add : remove) + QStringLiteral("_all"));
 }
 
 void SelectionLists::ShowSortIcons() {

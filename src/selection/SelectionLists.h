@@ -54,10 +54,14 @@ class SelectionLists final : public QWidget {
     void LeaveBackwards(); ///< the arrow key out of the Available list, towards the tree
     void SelectedCountChanged();
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void ConnectLists();
     void ConnectButtons();
     void ShowCounts();
+    void ShowButtonIcons();
     void ShowSortIcons();
     void EnableButtons();
     void Leave(bool fromAvailable, Qt::Edge edge);

@@ -1,6 +1,7 @@
 #include "selection/TimeSelection.h"
 
 #include "selection/SelectionTexts.h"
+#include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
 
@@ -13,6 +14,17 @@ std::vector<KeyedItem> PeriodsOf(const QString& sql) {
     for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext())
         items.push_back({QLatin1Char('T') + rows.Text(std::size_t{0}), {rows.Text(std::size_t{1})}, 0});
     return items;
+}
+
+/// Runs a call; a failure goes to the common sink. True when it went through.
+template <class Call> bool Reported(Call&& call) {
+    try {
+        call();
+        return true;
+    } catch (const std::exception& error) {
+        ErrorTrap::Report(error);
+        return false;
+    }
 }
 
 } // namespace
@@ -34,6 +46,15 @@ void AddPeriod(const KeyedItem& period) {
     SelectionChanged = true;
     Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) Values (") + IdOfKey(period.key) +
             QStringLiteral(",'") + period.cells.value(0) + QStringLiteral("')"));
+}
+
+void AddPeriods(const std::vector<KeyedItem>& periods) {
+    SelectionChanged = true;
+    if (periods.empty() || !Connection) return;
+    const bool together = Reported([] { Connection->Begin(); });
+    for (const KeyedItem& period : periods)
+        AddPeriod(period);
+    if (together) Reported([] { Connection->Commit(); });
 }
 
 void RemovePeriods(const std::vector<KeyedItem>& periods) {

@@ -17,6 +17,8 @@ namespace tessaro::selection {
 // ------------------------------------------------------------------------------
 /// One INSERT; the text goes in as it stands.
 void AddPeriod(const KeyedItem& period);
+/// The same for each of them; written to disk together, one that fails leaves out only itself.
+void AddPeriods(const std::vector<KeyedItem>& periods);
 void RemovePeriods(const std::vector<KeyedItem>& periods);
 void RemoveAllPeriods();
 

@@ -45,8 +45,6 @@ frmAreas::frmAreas(QWidget* parent) : StageScreen(parent), ui_(std::make_unique<
     StyleFilterButton(ui_->cmdAvlFilter, FilterButton::Available);
     StyleStrip(ui_->picTop, ui_->hairLine);
     ui_->cmdLevels->setIcon(theme::Icon(Setting(QStringLiteral("AREA_IMG_AVL_ICON"))));
-    ui_->cmdLevels->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    ui_->cmdLevels->setPopupMode(QToolButton::InstantPopup);
     ui_->cmdLevels->setFocusPolicy(Qt::StrongFocus);
     ui_->TV_Areas->setMinimumWidth(20 * theme::Grid);
     ui_->SSSplitter1->setStretchFactor(0, 0);
@@ -88,8 +86,8 @@ void frmAreas::ConnectControls() {
     connect(tree, &KeyedTree::NodeChosen, this, &frmAreas::FillAvailableAreas);
     connect(tree, &KeyedTree::EnterPressed, this, [this] { lstAvailable1().setFocus(); });
     connect(tree, &KeyedTree::PopupRequested, this, &frmAreas::ShowTreePopup);
-    connect(ui_->cmdAllFilter, &QToolButton::clicked, this, &frmAreas::cmdAllFilter_Click);
-    connect(ui_->cmdAvlFilter, &QToolButton::clicked, this, &frmAreas::cmdAvlFilter_Click);
+    connect(ui_->cmdAllFilter, &QPushButton::clicked, this, &frmAreas::cmdAllFilter_Click);
+    connect(ui_->cmdAvlFilter, &QPushButton::clicked, this, &frmAreas::cmdAvlFilter_Click);
     connect(&lstAvailable1().Items(), &KeyedListModel::CountChanged, this,
             [this] { ui_->cmdAvlFilter->setEnabled(lstAvailable1().Items().Count() > 0); });
 }

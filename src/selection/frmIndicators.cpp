@@ -102,8 +102,8 @@ void frmIndicators::ConnectControls() {
     });
     for (KeyedList* list : {&lstAvailable(), &lstSelected()})
         list->SetPlainArrowsLeave(true);
-    connect(ui_->cmdAllFilter, &QToolButton::clicked, this, &frmIndicators::cmdAllFilter_Click);
-    connect(ui_->cmdAvlFilter, &QToolButton::clicked, this, &frmIndicators::cmdAvlFilter_Click);
+    connect(ui_->cmdAllFilter, &QPushButton::clicked, this, &frmIndicators::cmdAllFilter_Click);
+    connect(ui_->cmdAvlFilter, &QPushButton::clicked, this, &frmIndicators::cmdAvlFilter_Click);
     connect(ui_->lblIndicatorOptions, &QTabBar::currentChanged, this, [this](int tab) {
         if (tab >= 0) ShowThisIndicatorOption(ui_->lblIndicatorOptions->tabData(tab).toInt());
     });

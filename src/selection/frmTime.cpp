@@ -47,7 +47,7 @@ void frmTime::ConnectControls() {
     connect(lists, &SelectionLists::AvailablePopup, this, &frmTime::ShowAvailablePopup);
     connect(lists, &SelectionLists::SelectedPopup, this, &frmTime::ShowSelectedPopup);
     connect(lists, &SelectionLists::SelectedCountChanged, this, &StageScreen::SelectionSummaryChanged);
-    connect(ui_->cmdAllFilter, &QToolButton::clicked, this, &frmTime::cmdAllFilter_Click);
+    connect(ui_->cmdAllFilter, &QPushButton::clicked, this, &frmTime::cmdAllFilter_Click);
 }
 
 void frmTime::Form_Load() {
@@ -105,8 +105,7 @@ void frmTime::AddPeriods(const std::vector<KeyedItem>& periods) {
     std::vector<KeyedItem> fresh;
     for (const KeyedItem& period : periods)
         if (!lstSelected().Items().Contains(period.key)) fresh.push_back(period);
-    for (const KeyedItem& period : fresh)
-        selection::AddPeriod(period);
+    selection::AddPeriods(fresh);
     lstSelected().Items().AddItems(std::move(fresh));
 }
 

@@ -58,17 +58,19 @@ SelectionDatabaseTest::SelectionDatabaseTest() {
     const QString path = Folder() + QStringLiteral("/work.mdb");
     jet::Database::Create(path.toStdString(), DatabasePassword());
     Connection = CreateTheConnection(path);
+    schema::CreateUserSelections(*Connection);
+    Connection->Begin();
     for (const schema::TableDefinition& table : schema::DataTables())
         Run(QStringLiteral("CREATE TABLE [%1] (%2)")
                 .arg(QString::fromUtf8(table.name.data(), static_cast<qsizetype>(table.name.size())),
                      QString::fromUtf8(table.columns.data(), static_cast<qsizetype>(table.columns.size()))));
-    schema::CreateUserSelections(*Connection);
     for (const char* const row : Rows) {
         const QStringList parts = QString::fromUtf8(row).split(QLatin1Char('|'));
         for (const QString& values : parts.mid(2))
             Run(QStringLiteral("INSERT INTO [") + parts[0] + QStringLiteral("] (") + parts[1] +
                 QStringLiteral(") VALUES (") + values + QLatin1Char(')'));
     }
+    Connection->Commit();
     SetDataExistsMode(1);
     GlobalLocalFilter = 2;
     IndicatorSelectBy = 1;

@@ -75,7 +75,8 @@ TEST_F(SelectionStoresTest, APeriodTextGoesInAsItStands) {
     ErrorTrap trap("AddThisPeriod");
     AddPeriod({QStringLiteral("T1"), {QStringLiteral("it's")}, 0});
     EXPECT_EQ(ChosenPeriods(), QString()) << "the statement fails, and the code goes on";
-    AddPeriod({QStringLiteral("T2"), {QStringLiteral("١٩٩٥ [q]")}, 0});
+    AddPeriods(
+        {{QStringLiteral("T1"), {QStringLiteral("it's")}, 0}, {QStringLiteral("T2"), {QStringLiteral("١٩٩٥ [q]")}, 0}});
     EXPECT_EQ(Column(QStringLiteral("SELECT TimePeriod FROM _SelTimePeriod")), QStringLiteral("١٩٩٥ [q]"));
 }
 

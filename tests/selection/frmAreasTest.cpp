@@ -4,7 +4,7 @@
 #include "selection/ScreenDriver.h"
 #include "session/Session.h"
 
-#include <QToolButton>
+#include <QPushButton>
 
 namespace tessaro::test {
 namespace {
@@ -25,7 +25,7 @@ class frmAreasTest : public ScreenTest<frmAreas> {
     }
     /// Picks a command of the level menu behind cmdLevels.
     void PickLevel(const char* command) {
-        auto* action = Find<QToolButton>("cmdLevels").menu()->findChild<QAction*>(QString::fromLatin1(command));
+        auto* action = Find<QPushButton>("cmdLevels").menu()->findChild<QAction*>(QString::fromLatin1(command));
         ASSERT_NE(action, nullptr) << command;
         action->trigger();
     }
@@ -117,7 +117,7 @@ TEST_F(frmAreasTest, NothingFoundEmptiesTheSelection) {
 
 TEST_F(frmAreasTest, WholeLevelsUpToTheDepth) {
     Open();
-    QMenu* menu = Find<QToolButton>("cmdLevels").menu();
+    QMenu* menu = Find<QPushButton>("cmdLevels").menu();
     EXPECT_EQ(menu->actions().size(), 3);
     EXPECT_NE(menu->findChild<QAction*>(QStringLiteral("mnu_popArea_Subnational1_Data")), nullptr);
     EXPECT_EQ(menu->findChild<QAction*>(QStringLiteral("mnu_popArea_Subnational2_All")), nullptr);
@@ -148,7 +148,7 @@ TEST_F(frmAreasTest, AnEmptyDatabaseOpens) {
     Run(QStringLiteral("DELETE * FROM Area"));
     Open();
     EXPECT_EQ(Shown(lstAvailable1()), "");
-    EXPECT_FALSE(Find<QToolButton>("cmdLevels").isEnabled());
+    EXPECT_FALSE(Find<QPushButton>("cmdLevels").isEnabled());
     Click("cmdAllFilter");
     EXPECT_EQ(ChosenAreas(), QString());
 }
