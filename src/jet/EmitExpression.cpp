@@ -1,8 +1,10 @@
 #include "jet/Collation.h"
+#include "jet/Comparing.h"
 #include "jet/Emitter.h"
 #include "jet/Error.h"
 #include "jet/Value.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace jet {
@@ -11,38 +13,8 @@ using namespace tree;
 
 namespace {
 
-bool IsText(const Typed& value) {
-    return value.kind != CompareKind::Number && value.type != ColumnType::Unknown;
-}
-
-/// The number that a text literal holds, in SQLite's spelling; empty when it holds none.
-std::string NumberIn(const std::string& text) {
-    if (text.empty()) return {};
-    char* end = nullptr;
-    std::strtod(text.c_str(), &end);
-    while (end && *end == ' ')
-        ++end;
-    const bool plain = text.find_first_not_of(" +-.0123456789eE") == std::string::npos;
-    return plain && end && *end == '\0' && end != text.c_str() ? text : std::string();
-}
-
 Typed Condition(std::string sql) {
     return {"(" + std::move(sql) + ")", CompareKind::Number, ColumnType::YesNo, true};
-}
-
-/// Both as text, for a comparison of a number with a text that may hold one.
-std::string AsText(const Typed& value) {
-    if (value.literal) return QuotedText(value.text);
-    return IsText(value) ? value.sql : "(" + AsValue(value) + " || '')";
-}
-
-CompareKind CommonKind(const Typed& left, const Typed& right) {
-    if (left.kind == CompareKind::ValueText || right.kind == CompareKind::ValueText) return CompareKind::ValueText;
-    if (left.kind == right.kind) return left.kind;
-    // A constant of plain letters takes the kind of what it is held against, so that indexes on identifiers serve.
-    if (left.kind == CompareKind::Identifier && right.literal && IsAscii(right.text)) return left.kind;
-    if (right.kind == CompareKind::Identifier && left.literal && IsAscii(left.text)) return right.kind;
-    return CompareKind::Text;
 }
 
 const char* SqlOf(ComparisonOperator op) {
@@ -68,6 +40,67 @@ bool IsWhole(ColumnType type) {
            type == ColumnType::YesNo;
 }
 
+bool HasNoLetters(const std::string& text) {
+    return IsAscii(text) &&
+           std::ranges::none_of(text, [](char c) { return LowerAscii(c) >= 'a' && LowerAscii(c) <= 'z'; });
+}
+
+/// The result of joining two texts: free of letters, or plain, as far as both are.
+Typed JoinedText(std::string sql, const Typed& left, const Typed& right) {
+    const auto caseless = [](const Typed& each) { return each.caseless || IsWhole(each.type); };
+    const auto plain = [&](const Typed& each) {
+        return caseless(each) || each.kind == CompareKind::Identifier || (each.literal && IsAscii(each.text));
+    };
+    Typed joined{std::move(sql), CompareKind::Text, ColumnType::Text};
+    joined.caseless = caseless(left) && caseless(right);
+    if (plain(left) && plain(right)) joined.kind = CompareKind::Identifier;
+    return joined;
+}
+
+// SQLite joins texts and whole numbers as the dialect does; doubles it would cut to 15 digits.
+Typed Concatenated(const Typed& left, const Typed& right) {
+    const auto joins = [](const Typed& each) { return IsText(each) || IsWhole(each.type); };
+    const auto operand = [](const Typed& each) {
+        return each.literal ? QuotedText(each.text) : "ifnull(" + AsValue(each) + ", '')";
+    };
+    if (joins(left) && joins(right))
+        return JoinedText("(" + operand(left) + " || " + operand(right) + ")", left, right);
+    return JoinedText("jet_concat(" + AsValue(left) + ", " + AsValue(right) + ")", left, right);
+}
+
+/// A literal that isn't zero, as a double; empty for anything else, whose division must be watched.
+std::string SafeDivisor(const Typed& value) {
+    if (!value.literal || IsText(value) || value.text.find_first_not_of(".0123456789") != std::string::npos) return {};
+    if (value.text.find_first_of("123456789") == std::string::npos) return {};
+    return value.text.find('.') == std::string::npos ? value.text + ".0" : value.text;
+}
+
+/// And, Or and their like on numbers that are no truth values work bit by bit.
+std::string Bits(LogicalOperator op, const std::string& a, const std::string& b) {
+    const std::string differing = "((" + a + " | " + b + ") - (" + a + " & " + b + "))";
+    switch (op) {
+    case LogicalOperator::And:
+        return "(" + a + " & " + b + ")";
+    case LogicalOperator::Or:
+        return "(" + a + " | " + b + ")";
+    case LogicalOperator::Xor:
+        return differing;
+    case LogicalOperator::Eqv:
+        return "(~" + differing + ")";
+    case LogicalOperator::Imp:
+        break;
+    }
+    return "((~" + a + ") | " + b + ")";
+}
+
+bool IsTruth(const Typed& value) {
+    return value.type == ColumnType::YesNo || value.type == ColumnType::Unknown;
+}
+
+std::string AsBits(const Typed& value) {
+    return "CAST(" + AsNumber(value) + " AS INTEGER)";
+}
+
 ColumnType ArithmeticType(const Typed& left, const Typed& right) {
     return IsWhole(left.type) && IsWhole(right.type) ? ColumnType::Long : ColumnType::Double;
 }
@@ -84,12 +117,6 @@ std::string AsCondition(const Typed& value) {
     return "(" + value.sql + " <> 0)";
 }
 
-std::string AsNumber(const Typed& value) {
-    if (!IsText(value)) return AsValue(value);
-    const std::string number = value.literal ? NumberIn(value.text) : std::string();
-    return number.empty() ? "jet_number(" + value.sql + ")" : "(" + number + ")";
-}
-
 std::string AsStored(const Typed& value, ColumnType type) {
     switch (type) {
     case ColumnType::YesNo:
@@ -100,13 +127,13 @@ std::string AsStored(const Typed& value, ColumnType type) {
     case ColumnType::DateTime:
         if (value.type == ColumnType::Unknown || IsText(value)) return value.sql;
         if (value.literal) return QuotedText(value.text);
-        return "(CASE WHEN " + AsValue(value) + " IS NOT NULL THEN jet_cstr(" + AsValue(value) + ") END)";
+        return AsText(value);
     case ColumnType::Long:
     case ColumnType::Integer:
     case ColumnType::Counter: {
         const std::string number = AsNumber(value);
         if (IsWhole(value.type) || value.type == ColumnType::Unknown) return number;
-        return "(CASE WHEN " + AsValue(value) + " IS NOT NULL THEN jet_clng(" + number + ") END)";
+        return "jet_round(" + number + ")";
     }
     case ColumnType::Double:
         return AsNumber(value);
@@ -115,15 +142,6 @@ std::string AsStored(const Typed& value, ColumnType type) {
         break;
     }
     return AsValue(value);
-}
-
-std::string Compared(const Typed& left, const char* op, const Typed& right) {
-    const std::string sign = std::string(" ") + op + " ";
-    if (IsText(left) && IsText(right)) return left.sql + sign + right.sql + Collate(CommonKind(left, right));
-    if (!IsText(left) && !IsText(right)) return AsValue(left) + sign + AsValue(right);
-    const Typed& text = IsText(left) ? left : right;
-    if (text.literal && !NumberIn(text.text).empty()) return AsNumber(left) + sign + AsNumber(right);
-    return AsText(left) + sign + AsText(right) + Collate(CompareKind::ValueText);
 }
 
 Typed Emitter::emit(const Expression& expression, const Scope& scope) {
@@ -146,7 +164,8 @@ Typed Emitter::emitNode(const NumberLiteral& node, const Scope&, Position) {
 }
 
 Typed Emitter::emitNode(const TextLiteral& node, const Scope&, Position) {
-    return {QuotedText(node.text), CompareKind::Text, ColumnType::Text, false, true, node.text};
+    return {QuotedText(node.text),  CompareKind::Text, ColumnType::Text, false, true, node.text, false,
+            HasNoLetters(node.text)};
 }
 
 Typed Emitter::emitNode(const DateLiteral& node, const Scope&, Position) {
@@ -158,9 +177,16 @@ Typed Emitter::emitNode(const BooleanLiteral& node, const Scope&, Position) {
 }
 
 Typed Emitter::emitNode(const ColumnName& node, const Scope& scope, Position at) {
+    // A bare name that no table has may be the alias of another item; it stands for that item's expression.
+    constexpr int DeepestAlias = 20;
+    if (const SelectItem* item = scope.aliased(node); item && !scope.lookUp(node, at).source) {
+        if (++aliasDepth_ > DeepestAlias) FailAt(at, "The name '" + node.name + "' is defined by itself");
+        Typed value = emit(*item->expression, scope);
+        --aliasDepth_;
+        return value;
+    }
     const Scope::Found found = scope.resolve(node, at);
-    const OutputColumn& column = found.source->columns[found.column];
-    return {found.source->columnSql(found.column), column.kind, column.type};
+    return Field(*found.level, *found.source, found.column);
 }
 
 Typed Emitter::emitNode(const Arithmetic& node, const Scope& scope, Position) {
@@ -176,17 +202,18 @@ Typed Emitter::emitNode(const Arithmetic& node, const Scope& scope, Position) {
     };
     switch (node.op) {
     case ArithmeticOperator::Concatenate:
-        return {"jet_concat(" + AsValue(left) + ", " + AsValue(right) + ")", CompareKind::Text, ColumnType::Text};
+        return Concatenated(left, right);
     case ArithmeticOperator::Add:
         if (!IsText(left) && !IsText(right)) return written(" + ");
-        if (IsText(left) && IsText(right))
-            return {"(" + left.sql + " || " + right.sql + ")", CompareKind::Text, ColumnType::Text};
+        if (IsText(left) && IsText(right)) return JoinedText("(" + left.sql + " || " + right.sql + ")", left, right);
         return {"jet_add(" + AsValue(left) + ", " + AsValue(right) + ")", CompareKind::Number, ColumnType::Double};
     case ArithmeticOperator::Subtract:
         return written(" - ");
     case ArithmeticOperator::Multiply:
         return written(" * ");
     case ArithmeticOperator::Divide:
+        if (const std::string divisor = SafeDivisor(right); !divisor.empty())
+            return {"(" + AsNumber(left) + " / " + divisor + ")", CompareKind::Number, ColumnType::Double};
         return called("jet_divide", ColumnType::Double);
     case ArithmeticOperator::WholeDivide:
         return called("jet_intdiv", ColumnType::Long);
@@ -221,36 +248,49 @@ Typed Emitter::emitNode(const Comparison& node, const Scope& scope, Position) {
 }
 
 Typed Emitter::emitNode(const Logical& node, const Scope& scope, Position) {
-    if (node.op == LogicalOperator::And || node.op == LogicalOperator::Or) {
-        std::string chain;
-        for (const ExpressionPtr& operand : node.operands) {
-            if (!chain.empty()) chain += node.op == LogicalOperator::And ? " AND " : " OR ";
-            chain += condition(*operand, scope);
-        }
-        return Condition(std::move(chain));
+    std::vector<Typed> operands;
+    for (const ExpressionPtr& operand : node.operands)
+        operands.push_back(emit(*operand, scope));
+    if (!std::ranges::all_of(operands, IsTruth)) {
+        std::string bits = AsBits(operands.front());
+        for (std::size_t i = 1; i < operands.size(); ++i)
+            bits = Bits(node.op, bits, AsBits(operands[i]));
+        return {bits, CompareKind::Number, ColumnType::Long};
     }
-    const std::string left = condition(*node.operands[0], scope);
-    const std::string right = condition(*node.operands[1], scope);
-    if (node.op == LogicalOperator::Xor) return Condition(left + " <> " + right);
-    if (node.op == LogicalOperator::Eqv) return Condition(left + " = " + right);
-    return Condition("(NOT " + left + ") OR " + right);
+    std::vector<std::string> terms;
+    for (const Typed& operand : operands)
+        terms.push_back(AsCondition(operand));
+    if (node.op == LogicalOperator::And) return Condition(Joined(terms, " AND "));
+    if (node.op == LogicalOperator::Or) return Condition(Joined(terms, " OR "));
+    // Negated, any value that counts as true is the same number.
+    if (node.op == LogicalOperator::Xor) return Condition("(NOT " + terms[0] + ") <> (NOT " + terms[1] + ")");
+    if (node.op == LogicalOperator::Eqv) return Condition("(NOT " + terms[0] + ") = (NOT " + terms[1] + ")");
+    return Condition("(NOT " + terms[0] + ") OR " + terms[1]);
 }
 
 Typed Emitter::emitNode(const Not& node, const Scope& scope, Position) {
-    return Condition("NOT " + condition(*node.operand, scope));
+    const Typed operand = emit(*node.operand, scope);
+    if (!IsTruth(operand)) return {"(~" + AsBits(operand) + ")", CompareKind::Number, ColumnType::Long};
+    return Condition("NOT " + AsCondition(operand));
 }
 
 Typed Emitter::emitNode(const Between& node, const Scope& scope, Position) {
     const Typed operand = emit(*node.operand, scope);
-    const std::string range =
-        Compared(operand, ">=", emit(*node.low, scope)) + " AND " + Compared(operand, "<=", emit(*node.high, scope));
-    return Condition(node.negated ? "NOT (" + range + ")" : range);
+    const Typed low = emit(*node.low, scope);
+    const Typed high = emit(*node.high, scope);
+    const Footing footing = FootingOf(operand, {&low, &high}, true);
+    return Condition(footing.shape(operand) + footing.collation + (node.negated ? " NOT BETWEEN " : " BETWEEN ") +
+                     footing.shape(low) + " AND " + footing.shape(high));
 }
 
 Typed Emitter::emitNode(const Like& node, const Scope& scope, Position) {
-    const std::string call =
-        "jet_like(" + AsValue(emit(*node.operand, scope)) + ", " + AsValue(emit(*node.pattern, scope)) + ")";
-    return Condition(call + (node.negated ? " = 0" : " <> 0"));
+    const Typed operand = emit(*node.operand, scope);
+    const Typed pattern = emit(*node.pattern, scope);
+    // Without a wildcard Like is equality of texts, which an index can serve.
+    const bool equality = pattern.literal && pattern.text.find_first_of("*?#[") == std::string::npos &&
+                          (operand.kind == CompareKind::Text || operand.kind == CompareKind::Identifier);
+    if (equality) return Condition(Compared(operand, node.negated ? "<>" : "=", pattern));
+    return Condition("jet_like(" + AsText(operand) + ", " + AsText(pattern) + ")" + (node.negated ? " = 0" : " <> 0"));
 }
 
 Typed Emitter::emitNode(const IsNull& node, const Scope& scope, Position) {
@@ -258,37 +298,34 @@ Typed Emitter::emitNode(const IsNull& node, const Scope& scope, Position) {
 }
 
 Typed Emitter::emitNode(const InList& node, const Scope& scope, Position) {
-    Typed operand = emit(*node.operand, scope);
+    const Typed operand = emit(*node.operand, scope);
     std::vector<Typed> values;
-    bool anyText = IsText(operand);
-    bool allNumbers = !anyText;
-    CompareKind kind = operand.kind;
-    for (const ExpressionPtr& each : node.values) {
-        values.push_back(emit(*each, scope));
-        const Typed& value = values.back();
-        anyText = anyText || IsText(value);
-        allNumbers = allNumbers && (!IsText(value) || (value.literal && !NumberIn(value.text).empty()));
-        if (IsText(operand) && IsText(value)) kind = CommonKind({.sql = {}, .kind = kind, .type = operand.type}, value);
-        if (IsText(operand) != IsText(value) && value.type != ColumnType::Unknown) kind = CompareKind::ValueText;
-    }
-    const bool asText = anyText && !allNumbers;
+    values.reserve(node.values.size());
+    std::vector<const Typed*> others;
+    for (const ExpressionPtr& each : node.values)
+        others.push_back(&values.emplace_back(emit(*each, scope)));
+    const Footing footing = FootingOf(operand, others, false);
     std::string list;
     for (const Typed& value : values) {
         if (!list.empty()) list += ",";
-        list += value.type == ColumnType::Unknown ? "NULL" : asText ? AsText(value) : AsNumber(value);
+        list += footing.shape(value);
     }
-    const std::string left = asText ? AsText(operand) + Collate(kind) : AsValue(operand);
-    return Condition(left + (node.negated ? " NOT IN (" : " IN (") + list + ")");
+    return Condition(footing.shape(operand) + footing.collation + (node.negated ? " NOT IN (" : " IN (") + list + ")");
 }
 
 Typed Emitter::emitNode(const InQuery& node, const Scope& scope, Position at) {
     const Typed operand = emit(*node.operand, scope);
-    const SelectText inner = emitQuery(*node.query, &scope);
+    SelectText inner = emitQuery(*node.query, &scope);
     if (inner.columns.size() != 1) FailAt(at, "A query behind IN must give one field");
-    const Typed given{.sql = {}, .kind = inner.columns[0].kind, .type = inner.columns[0].type};
-    const bool text = IsText(operand) && IsText(given);
-    const std::string collation = text ? Collate(CommonKind(operand, given)) : std::string();
-    return Condition(AsValue(operand) + collation + (node.negated ? " NOT IN (" : " IN (") + inner.sql + ")");
+    const Typed given{.sql = QuotedName(inner.columns[0].name),
+                      .kind = inner.columns[0].kind,
+                      .type = inner.columns[0].type,
+                      .column = true};
+    const Footing footing = FootingOf(operand, {&given}, false);
+    if (const std::string shaped = footing.shape(given); shaped != given.sql)
+        inner.sql = "SELECT " + shaped + " FROM (" + inner.sql + ")";
+    return Condition(footing.shape(operand) + footing.collation + (node.negated ? " NOT IN (" : " IN (") + inner.sql +
+                     ")");
 }
 
 Typed Emitter::emitNode(const Exists& node, const Scope& scope, Position) {

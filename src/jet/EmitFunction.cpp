@@ -1,3 +1,5 @@
+#include "jet/Collation.h"
+#include "jet/Comparing.h"
 #include "jet/Emitter.h"
 #include "jet/Error.h"
 #include "jet/Functions.h"
@@ -36,8 +38,16 @@ std::string Listed(const std::vector<Typed>& arguments) {
     return list;
 }
 
-bool IsText(const Typed& value) {
-    return value.kind != CompareKind::Number;
+/// What the function leaves of a text without letters, or of an identifier.
+void KeepPlainness(Typed& result, const std::string& function, const std::vector<Typed>& arguments) {
+    constexpr std::array Keeping = {"mid",   "left",  "right", "trim",  "ltrim",
+                                    "rtrim", "ucase", "lcase", "first", "last"};
+    if (arguments.empty()) return;
+    const Typed& argument = arguments.front();
+    const bool digits = function == "cstr" && !IsText(argument);
+    const bool keeps = std::ranges::find(Keeping, function) != Keeping.end();
+    result.caseless = digits || (keeps && argument.caseless);
+    if (digits || (keeps && argument.kind == CompareKind::Identifier)) result.kind = CompareKind::Identifier;
 }
 
 /// The kind of a value that is one of several.
@@ -47,7 +57,8 @@ Typed Merged(std::string sql, const Typed& a, const Typed& b) {
     Typed merged{std::move(sql), known.kind, known.type};
     if (other.type == ColumnType::Unknown) return merged;
     if (known.kind != other.kind) {
-        merged.kind = IsText(known) || IsText(other) ? CompareKind::Text : CompareKind::Number;
+        const bool value = known.kind == CompareKind::ValueText || other.kind == CompareKind::ValueText;
+        merged.kind = value || !IsText(known) || !IsText(other) ? CompareKind::ValueText : CompareKind::Text;
         merged.type = IsText(merged) ? ColumnType::Text : ColumnType::Double;
     } else if (known.type != other.type && !IsText(merged)) {
         merged.type = ColumnType::Double;
@@ -64,41 +75,37 @@ long Positive(const Typed& value) {
 
 Typed Emitter::emitNode(const Call& node, const Scope& scope, Position at) {
     const FunctionInfo& info = *FindFunction(node.name);
-    if (node.star) return {"COUNT(*)", CompareKind::Number, ColumnType::Long};
+    if (node.star) return {"COUNT(*)" + aggregateFilter_, CompareKind::Number, ColumnType::Long};
     std::vector<Typed> arguments;
     for (const ExpressionPtr& argument : node.arguments)
         arguments.push_back(emit(*argument, scope));
     if (info.aggregate) return emitAggregate(node, std::move(arguments));
     if (node.name == "switch" && arguments.size() % 2 != 0) FailAt(at, "Switch takes pairs of a condition and a value");
-    if (auto written = emitInline(node, arguments)) return *written;
+    if (auto written = emitInline(node, arguments)) {
+        if (IsText(*written)) KeepPlainness(*written, node.name, arguments);
+        return *written;
+    }
     Typed result{"jet_" + node.name + "(" + Listed(arguments) + ")", CompareKind::Number,
                  TypeOfResult(info, arguments)};
     if (info.result == FunctionResult::Text) result.kind = CompareKind::Text;
     if (info.result == FunctionResult::ArgumentKind) result.kind = arguments.front().kind;
+    KeepPlainness(result, node.name, arguments);
     return result;
 }
 
 Typed Emitter::emitAggregate(const Call& node, std::vector<Typed> arguments) {
     const Typed& argument = arguments.front();
-    const std::string distinct = node.distinct ? "DISTINCT " : "";
-    const auto number = [&](std::string sql, ColumnType type) {
-        return Typed{std::move(sql), CompareKind::Number, type};
-    };
-    if (node.name == "count") {
-        const std::string collation = node.distinct ? Collate(argument.kind) : std::string();
-        return number("COUNT(" + distinct + AsValue(argument) + collation + ")", ColumnType::Long);
-    }
-    if (node.name == "min" || node.name == "max")
-        return {(node.name == "min" ? "MIN(" : "MAX(") + AsValue(argument) + Collate(argument.kind) + ")",
-                argument.kind, argument.type};
-    if (node.name == "first" || node.name == "last")
-        return {"jet_" + node.name + "(" + AsValue(argument) + ")", argument.kind, argument.type};
-    if (!IsText(argument) && node.name == "sum")
-        return number("SUM(" + distinct + AsValue(argument) + ")",
-                      argument.type == ColumnType::Double ? ColumnType::Double : ColumnType::Long);
-    if (!IsText(argument) && node.name == "avg")
-        return number("AVG(" + distinct + AsValue(argument) + ")", ColumnType::Double);
-    return number("jet_" + node.name + "(" + distinct + AsValue(argument) + ")", ColumnType::Double);
+    const bool extreme = node.name == "min" || node.name == "max";
+    const bool native =
+        extreme || node.name == "count" || (!IsText(argument) && (node.name == "sum" || node.name == "avg"));
+    std::string operand = (node.distinct ? "DISTINCT " : "") + AsValue(argument);
+    if (extreme || node.distinct) operand += Collate(argument.kind);
+    std::string sql = (native ? UpperCased(node.name) : "jet_" + node.name) + "(" + operand + ")" + aggregateFilter_;
+    if (extreme || node.name == "first" || node.name == "last")
+        return {std::move(sql), argument.kind, argument.type == ColumnType::Counter ? ColumnType::Long : argument.type};
+    const bool whole =
+        node.name == "count" || (node.name == "sum" && !IsText(argument) && argument.type != ColumnType::Double);
+    return {std::move(sql), CompareKind::Number, whole ? ColumnType::Long : ColumnType::Double};
 }
 
 // What SQLite says itself costs no call of ours for each row.

@@ -11,23 +11,22 @@ using namespace tree;
 
 namespace {
 
-bool HoldsAggregate(const Expression& expression);
-
-bool HoldsAggregate(const std::vector<ExpressionPtr>& expressions) {
+bool AnyHolds(const std::vector<ExpressionPtr>& expressions) {
     return std::ranges::any_of(expressions, [](const ExpressionPtr& each) { return HoldsAggregate(*each); });
 }
 
-/// True when the expression computes over groups of rows; inner queries have groups of their own.
+} // namespace
+
 bool HoldsAggregate(const Expression& expression) {
     return std::visit(
         [](const auto& node) {
             using Node = std::decay_t<decltype(node)>;
             if constexpr (std::is_same_v<Node, Call>) {
-                return FindFunction(node.name)->aggregate || HoldsAggregate(node.arguments);
+                return FindFunction(node.name)->aggregate || AnyHolds(node.arguments);
             } else if constexpr (std::is_same_v<Node, Arithmetic> || std::is_same_v<Node, Comparison>) {
                 return HoldsAggregate(*node.left) || HoldsAggregate(*node.right);
             } else if constexpr (std::is_same_v<Node, Logical>) {
-                return HoldsAggregate(node.operands);
+                return AnyHolds(node.operands);
             } else if constexpr (std::is_same_v<Node, Negation> || std::is_same_v<Node, Not> ||
                                  std::is_same_v<Node, IsNull> || std::is_same_v<Node, InQuery>) {
                 return HoldsAggregate(*node.operand);
@@ -36,13 +35,15 @@ bool HoldsAggregate(const Expression& expression) {
             } else if constexpr (std::is_same_v<Node, Like>) {
                 return HoldsAggregate(*node.operand) || HoldsAggregate(*node.pattern);
             } else if constexpr (std::is_same_v<Node, InList>) {
-                return HoldsAggregate(*node.operand) || HoldsAggregate(node.values);
+                return HoldsAggregate(*node.operand) || AnyHolds(node.values);
             } else {
                 return false;
             }
         },
         expression.node);
 }
+
+namespace {
 
 bool HasGroups(const Select& select) {
     return !select.groupBy.empty() || select.having || std::ranges::any_of(select.items, [](const SelectItem& item) {
@@ -65,21 +66,50 @@ template <class Items> void NameItems(Items& items) {
     }
 }
 
+/// A field that holds what both hold.
+OutputColumn Common(const OutputColumn& a, const OutputColumn& b) {
+    if (a.type == ColumnType::Unknown) return {a.name, b.type, b.kind};
+    if (b.type == ColumnType::Unknown) return a;
+    OutputColumn common = a;
+    const bool numbers = a.kind == CompareKind::Number && b.kind == CompareKind::Number;
+    const bool value = a.kind == CompareKind::ValueText || b.kind == CompareKind::ValueText;
+    if (a.kind != b.kind) {
+        const bool mixed = a.kind == CompareKind::Number || b.kind == CompareKind::Number;
+        common.kind = value || mixed ? CompareKind::ValueText : CompareKind::Text;
+    }
+    if (a.type != b.type) common.type = numbers ? ColumnType::Double : ColumnType::Text;
+    return common;
+}
+
+// The field of a union's result that is sorted by. It stands as a position alone: the fields carry their collations,
+// and SQLite trips over a second one.
+std::size_t UnionPosition(const OrderItem& item, const std::vector<OutputColumn>& columns) {
+    const Expression& expression = *item.expression;
+    std::size_t position = 0;
+    if (const auto* number = std::get_if<NumberLiteral>(&expression.node))
+        position = static_cast<std::size_t>(std::atol(number->text.c_str()));
+    if (const auto* column = std::get_if<ColumnName>(&expression.node)) {
+        const auto named =
+            std::ranges::find_if(columns, [&](const OutputColumn& each) { return SameName(each.name, column->name); });
+        position = named == columns.end() ? 0 : static_cast<std::size_t>(named - columns.begin()) + 1;
+    }
+    if (position < 1 || position > columns.size()) FailAt(expression.at, "A union can be sorted by its fields alone");
+    return position;
+}
+
 } // namespace
 
 std::vector<Emitter::Item> Emitter::items(const Select& select, const Scope& scope) {
     std::vector<Item> made;
     const auto addFields = [&](const Source& source) {
         for (std::size_t i = 0; i < source.columns.size(); ++i)
-            made.push_back({{source.columnSql(i), source.columns[i].kind, source.columns[i].type},
-                            source.columns[i].name,
-                            &source});
+            made.push_back({Field(scope, source, i), source.columns[i].name, &source});
     };
     for (const SelectItem& item : select.items) {
         if (item.expression) {
             Item one{emit(*item.expression, scope), item.alias, nullptr};
             const auto* column = std::get_if<ColumnName>(&item.expression->node);
-            if (column && item.alias.empty()) {
+            if (column && item.alias.empty() && scope.lookUp(*column, item.at).source) {
                 const Scope::Found found = scope.resolve(*column, item.at);
                 one.name = found.source->columns[found.column].name;
                 one.source = found.source;
@@ -117,13 +147,10 @@ std::string Emitter::groupBy(const Select& select, const std::vector<Item>& item
     if (select.duplicates != Duplicates::DropEqualRows || !select.groupBy.empty() || HasGroups(select)) return list;
     // One row for each combination of rows of the tables that give fields, if another table could repeat them.
     std::vector<const Source*> giving;
-    for (const SelectItem& item : select.items) {
-        for (const Source& source : scope.sources) {
-            const bool gives = !item.expression
-                                   ? item.starTable.empty() || SameName(item.starTable, source.alias)
-                                   : std::ranges::any_of(items, [&](const Item& one) { return one.source == &source; });
-            if (gives && std::ranges::find(giving, &source) == giving.end()) giving.push_back(&source);
-        }
+    for (const Source& source : scope.sources) {
+        const std::string prefix = QuotedName(source.alias) + ".";
+        const auto gives = [&](const Item& item) { return item.value.sql.find(prefix) != std::string::npos; };
+        if (std::ranges::any_of(items, gives)) giving.push_back(&source);
     }
     const bool haveRows = std::ranges::all_of(giving, [](const Source* source) { return source->table != nullptr; });
     if (giving.empty() || !haveRows || giving.size() == scope.sources.size()) return list;
@@ -132,58 +159,72 @@ std::string Emitter::groupBy(const Select& select, const std::vector<Item>& item
     return list;
 }
 
-std::string Emitter::orderText(const std::vector<OrderItem>& orderBy, const std::vector<Item>& items,
-                               const Scope& scope, bool byPosition) {
-    std::string list;
-    for (const OrderItem& item : orderBy) {
-        const auto* number = std::get_if<NumberLiteral>(&item.expression->node);
-        const auto* column = std::get_if<ColumnName>(&item.expression->node);
-        std::size_t position = items.size();
-        if (number) {
-            position = static_cast<std::size_t>(std::atol(number->text.c_str()) - 1);
-            if (position >= items.size()) FailAt(item.expression->at, "There is no field of this number to sort by");
-        } else if (column) {
-            // A union sorts by its result; elsewhere a field of a table comes first, then a name of the result.
-            const auto named =
-                std::ranges::find_if(items, [&](const Item& one) { return SameName(one.name, column->name); });
-            const bool isField = std::ranges::any_of(
-                scope.sources, [&](const Source& source) { return source.find(column->name) >= 0; });
-            if (byPosition || (column->table.empty() && !isField))
-                position = static_cast<std::size_t>(named - items.begin());
-        }
-        std::string term;
-        if (position < items.size()) {
-            term = byPosition ? std::to_string(position + 1) : AsValue(items[position].value);
-            term += Collate(items[position].value.kind);
-        } else if (byPosition) {
-            FailAt(item.expression->at, "A union can be sorted by its fields alone");
-        } else {
-            const Typed value = emit(*item.expression, scope);
-            term = AsValue(value) + Collate(value.kind);
-        }
-        list += (list.empty() ? "" : ", ") + term + (item.descending ? " DESC" : "");
-    }
-    return list;
+// No two rows of a table have the same counter, so nothing ties.
+bool Emitter::SortsByCounter(const Select& select, const Scope& scope, const std::vector<OrderKey>& keys) {
+    return scope.sources.size() == 1 && !HasGroups(select) && std::ranges::any_of(keys, [](const OrderKey& key) {
+               return key.value.column && key.value.type == ColumnType::Counter;
+           });
 }
 
-// TOP counts rows that tie with the last one in.
-std::string Emitter::topText(const Top& top, const std::string& fields, const std::string& tail,
-                             const std::vector<Item>& items, const std::string& order) {
+std::string Emitter::OrderKey::text() const {
+    // A bare constant would be taken for a position.
+    const std::string key = value.literal ? "(" + value.sql + " + 0)" : AsValue(value) + Collate(value.kind);
+    return key + (descending ? " DESC" : "");
+}
+
+// A number is a position. A field of a table comes first, then a name of the result.
+std::vector<Emitter::OrderKey> Emitter::orderKeys(const std::vector<OrderItem>& orderBy, const std::vector<Item>& items,
+                                                  const Scope& scope) {
+    std::vector<OrderKey> keys;
+    for (const OrderItem& item : orderBy) {
+        const Expression& expression = *item.expression;
+        const auto* column = std::get_if<ColumnName>(&expression.node);
+        const auto named = std::ranges::find_if(items, [&](const Item& one) {
+            return column && column->table.empty() && SameName(one.name, column->name);
+        });
+        if (const auto* number = std::get_if<NumberLiteral>(&expression.node)) {
+            const long position = std::atol(number->text.c_str());
+            if (position < 1 || position > static_cast<long>(items.size()))
+                FailAt(expression.at, "There is no field of this number to sort by");
+            keys.push_back({items[static_cast<std::size_t>(position - 1)].value, item.descending});
+        } else if (named != items.end() && !scope.lookUp(*column, expression.at).source) {
+            keys.push_back({named->value, item.descending});
+        } else {
+            keys.push_back({emit(expression, scope), item.descending});
+        }
+    }
+    return keys;
+}
+
+// TOP takes the rows that tie with the last one, too.
+std::string Emitter::topText(const Select& select, const std::string& fields, const std::string& tail,
+                             const std::vector<Item>& items, const std::vector<OrderKey>& keys) {
+    const bool distinct = select.duplicates == Duplicates::DropEqualValues;
+    std::string inner = (distinct ? "SELECT DISTINCT " : "SELECT ") + fields;
+    std::string order;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const std::string name = "\"jet$k" + std::to_string(i) + "\"";
+        inner += ", " + AsValue(keys[i].value) + " AS " + name;
+        order += (order.empty() ? "" : ", ") + name + Collate(keys[i].value.kind) + (keys[i].descending ? " DESC" : "");
+    }
     std::string names;
     for (const Item& item : items)
         names += (names.empty() ? "" : ", ") + QuotedName(item.name);
-    const std::string limit = top.percent ? "(\"jet$all\" * " + top.count + " + 99) / 100" : top.count;
-    return "SELECT " + names + " FROM (SELECT " + fields + ", RANK() OVER (ORDER BY " + order + ") AS \"jet$rank\"" +
-           (top.percent ? ", COUNT(*) OVER () AS \"jet$all\"" : "") + tail + ") WHERE \"jet$rank\" <= " + limit +
-           " ORDER BY \"jet$rank\"";
+    const bool percent = select.top->percent;
+    const std::string rank = keys.empty() ? "ROW_NUMBER() OVER ()" : "RANK() OVER (ORDER BY " + order + ")";
+    const std::string limit = percent ? "(\"jet$all\" * " + select.top->count + " + 99) / 100" : select.top->count;
+    return "SELECT " + names + " FROM (SELECT *, " + rank + " AS \"jet$rank\"" +
+           (percent ? ", COUNT(*) OVER () AS \"jet$all\"" : "") + " FROM (" + inner + tail +
+           ")) WHERE \"jet$rank\" <= " + limit + " ORDER BY \"jet$rank\"";
 }
 
 Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<OrderItem>& orderBy, const Scope* outer,
-                                        bool inUnion) {
+                                        const std::vector<CompareKind>* unionKinds) {
     Scope scope;
     scope.outer = outer;
     declare(select.from, scope);
-    const std::vector<Item> made = items(select, scope);
+    scope.items = &select.items;
+    std::vector<Item> made = items(select, scope);
     const bool distinct = select.duplicates == Duplicates::DropEqualValues;
     const std::string rest = fromWhere(select.from, select.where.get(), scope);
     std::string tail = rest + groupBy(select, made, scope);
@@ -192,46 +233,44 @@ Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<
     SelectText text;
     for (const Item& item : made)
         text.columns.push_back({item.name, item.value.type, item.value.kind});
-    const std::string head = distinct ? "SELECT DISTINCT " : "SELECT ";
-    const std::string order = orderText(orderBy, made, scope, false);
-    if (select.top && !order.empty() && !distinct) {
-        text.sql = topText(*select.top, itemList(made, false), tail, made, order);
+    for (std::size_t i = 0; unionKinds && i < made.size(); ++i)
+        made[i].value.kind = unionKinds->at(i);
+    const bool collated = distinct || unionKinds;
+    const std::vector<OrderKey> keys = orderKeys(orderBy, made, scope);
+    if (select.top && (select.top->percent || (!keys.empty() && !SortsByCounter(select, scope, keys)))) {
+        text.sql = topText(select, itemList(made, collated), tail, made, keys);
         return text;
     }
-    text.sql = head + itemList(made, distinct || inUnion) + tail;
-    if (!order.empty()) text.sql += " ORDER BY " + order;
-    if (select.top && select.top->percent)
-        text.sql = "SELECT * FROM (" + text.sql + ") LIMIT (SELECT (COUNT(*) * " + select.top->count +
-                   " + 99) / 100 FROM (" + text.sql + "))";
-    else if (select.top)
-        text.sql += " LIMIT " + select.top->count;
+    text.sql = (distinct ? "SELECT DISTINCT " : "SELECT ") + itemList(made, collated) + tail;
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        text.sql += (i == 0 ? " ORDER BY " : ", ") + keys[i].text();
+    if (select.top) text.sql += " LIMIT " + select.top->count;
     return text;
 }
 
 Emitter::SelectText Emitter::emitQuery(const Query& query, const Scope* outer) {
-    if (query.arms.size() == 1) return emitSelect(query.arms.front(), query.orderBy, outer, false);
+    if (query.arms.size() == 1) return emitSelect(query.arms.front(), query.orderBy, outer, nullptr);
+    // The collations of the first query hold for all, so its fields must know what the others hold.
     SelectText all;
-    for (std::size_t i = 0; i < query.arms.size(); ++i) {
-        SelectText arm = emitSelect(query.arms[i], {}, outer, true);
-        if (i == 0) {
-            all.columns = arm.columns;
-        } else if (arm.columns.size() != all.columns.size()) {
-            FailAt(query.arms[i].at, "The queries of a union must have equally many fields");
-        }
-        for (std::size_t c = 0; i > 0 && c < all.columns.size(); ++c) {
-            // A constant of the first query says little of what the others hold.
-            if (all.columns[c].type == ColumnType::Unknown)
-                all.columns[c] = {all.columns[c].name, arm.columns[c].type, arm.columns[c].kind};
-        }
-        if (query.arms[i].top) arm.sql = "SELECT * FROM (" + arm.sql + ")";
-        all.sql += (i == 0 ? "" : query.keepAll[i - 1] ? " UNION ALL " : " UNION ") + arm.sql;
+    for (const Select& arm : query.arms) {
+        const std::vector<OutputColumn> columns = emitSelect(arm, {}, outer, nullptr).columns;
+        if (all.columns.empty()) all.columns = columns;
+        if (columns.size() != all.columns.size())
+            FailAt(arm.at, "The queries of a union must have equally many fields");
+        for (std::size_t c = 0; c < columns.size(); ++c)
+            all.columns[c] = Common(all.columns[c], columns[c]);
     }
-    if (query.orderBy.empty()) return all;
-    std::vector<Item> results;
+    std::vector<CompareKind> kinds;
     for (const OutputColumn& column : all.columns)
-        results.push_back({{{}, column.kind, column.type}, column.name, nullptr});
-    // SQLite loses sight of the tables of grouped arms when the union itself is sorted.
-    all.sql = "SELECT * FROM (" + all.sql + ") ORDER BY " + orderText(query.orderBy, results, Scope{}, true);
+        kinds.push_back(column.kind);
+    for (std::size_t i = 0; i < query.arms.size(); ++i) {
+        std::string arm = emitSelect(query.arms[i], {}, outer, &kinds).sql;
+        if (query.arms[i].top) arm = "SELECT * FROM (" + arm + ")";
+        all.sql += (i == 0 ? "" : query.keepAll[i - 1] ? " UNION ALL " : " UNION ") + arm;
+    }
+    for (std::size_t i = 0; i < query.orderBy.size(); ++i)
+        all.sql += (i == 0 ? " ORDER BY " : ", ") + std::to_string(UnionPosition(query.orderBy[i], all.columns)) +
+                   (query.orderBy[i].descending ? " DESC" : "");
     return all;
 }
 

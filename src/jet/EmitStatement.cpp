@@ -18,6 +18,23 @@ std::size_t FieldOf(const TableInfo& table, const std::string& name) {
     throw Error(ErrorNumber::NoSuchColumn, "Table '" + table.name + "' has no field '" + name + "'.");
 }
 
+// Without a list of fields, a query's fields go where their names say, or else, as values do, in the order of the
+// table.
+std::vector<std::size_t> FieldsToFill(const Insert& insert, const TableInfo& table,
+                                      const std::vector<OutputColumn>& given, std::size_t count) {
+    std::vector<std::size_t> fields;
+    for (const std::string& name : insert.columns)
+        fields.push_back(FieldOf(table, name));
+    if (!insert.columns.empty()) return fields;
+    const bool byName = insert.query && std::ranges::all_of(given, [&](const OutputColumn& each) {
+                            return table.column(each.name) != nullptr;
+                        });
+    if (!byName && count > table.columns.size()) FailAt(insert.at, "There are more values than fields");
+    for (std::size_t i = 0; i < count; ++i)
+        fields.push_back(byName ? FieldOf(table, given[i].name) : i);
+    return fields;
+}
+
 bool RefersBeyond(const std::string& sql, const Scope& scope, const Source& target) {
     return std::ranges::any_of(scope.sources, [&](const Source& each) {
         return &each != &target && sql.find(QuotedName(each.alias) + ".") != std::string::npos;
@@ -71,7 +88,9 @@ Translation Emitter::makeTable(const Query& query) {
         const ColumnType type = column.type == ColumnType::Counter   ? ColumnType::Long
                                 : column.type == ColumnType::Unknown ? ColumnType::Text
                                                                      : column.type;
-        fields += (fields.empty() ? "" : ", ") + ColumnDeclaration(column.name, type);
+        std::string name = column.name; // a field's name can't hold the point of A.x
+        std::ranges::replace(name, '.', '_');
+        fields += (fields.empty() ? "" : ", ") + ColumnDeclaration(name, type);
     }
     const std::string table = "main." + QuotedName(first.into);
     Translation made = Change(StatementClass::Schema, "CREATE TABLE " + table + " (" + fields + ")", first.into);
@@ -84,28 +103,19 @@ Translation Emitter::statement(const Insert& insert) {
     Scope none;
     SelectText given;
     if (insert.query) given = emitQuery(*insert.query, nullptr);
-    std::vector<std::size_t> fields;
-    for (const std::string& name : insert.columns)
-        fields.push_back(FieldOf(table, name));
-    if (insert.columns.empty()) {
-        // A query's fields go where their names say; values, and fields without names of the table, in its order.
-        const bool named = insert.query && std::ranges::all_of(given.columns, [&](const OutputColumn& column) {
-                               return table.column(column.name) != nullptr;
-                           });
-        const std::size_t count = insert.query ? given.columns.size() : insert.rows.front().size();
-        if (!named && count > table.columns.size()) FailAt(insert.at, "There are more values than fields");
-        for (std::size_t i = 0; i < count; ++i)
-            fields.push_back(named ? FieldOf(table, given.columns[i].name) : i);
-    }
+    const std::size_t count = insert.query ? given.columns.size() : insert.rows.front().size();
+    const std::vector<std::size_t> fields = FieldsToFill(insert, table, given.columns, count);
     std::string names;
     for (const std::size_t field : fields)
         names += (names.empty() ? "" : ", ") + QuotedName(table.columns[field].name);
-    // A replication id that is not given fills itself.
+    // What is not given fills itself: a replication id, and a yes/no field, which is never Null.
     std::string filled;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        if (table.columns[i].type != ColumnType::Guid || std::ranges::find(fields, i) != fields.end()) continue;
+        const ColumnType type = table.columns[i].type;
+        if (type != ColumnType::Guid && type != ColumnType::YesNo) continue;
+        if (std::ranges::find(fields, i) != fields.end()) continue;
         names += ", " + QuotedName(table.columns[i].name);
-        filled += ", jet_newguid()";
+        filled += type == ColumnType::Guid ? ", jet_newguid()" : ", 0";
     }
     std::string sql = "INSERT INTO " + TableSql(table) + " (" + names + ") ";
     if (insert.query) {
@@ -136,7 +146,7 @@ Translation Emitter::statement(const Insert& insert) {
 
 // The rows of a joined UPDATE or DELETE. A Like with a pattern that comes from a row is an equality wherever the
 // pattern holds no wildcard, and only then an index can serve: the two cases are gathered apart.
-std::string Emitter::matchingRows(const Update& update, const Source&, const Scope& scope, const std::string& columns) {
+std::string Emitter::matchingRows(const Update& update, const Scope& scope, const std::string& columns) {
     FromClause from = flatten(update.tables, scope);
     const std::string tables = " FROM " + fromText(from, scope);
     std::vector<std::string> shared = std::move(from.conditions);
@@ -173,46 +183,77 @@ std::string Emitter::matchingRows(const Update& update, const Source&, const Sco
            select({wild, "jet_like(" + AsValue(operand) + ", " + AsValue(pattern) + ")"});
 }
 
-std::string Emitter::updateSource(const Update& update, const Source& target, const Scope& scope) {
-    std::string changes;
-    std::string carried;
-    std::string carriedColumns = target.rowId() + " AS \"jet$row\"";
-    bool beyond = false;
-    int number = 0;
+std::vector<Emitter::Changes> Emitter::changesByTarget(const Update& update, const Scope& scope) {
+    std::vector<Changes> all;
     for (const Assignment& assignment : update.assignments) {
         const Scope::Found found = scope.resolve(assignment.target, assignment.at);
-        if (found.source != &target) continue;
-        const std::string name = QuotedName(target.columns[found.column].name);
-        const std::string value = AsStored(emit(*assignment.value, scope), target.columns[found.column].type);
-        beyond = beyond || RefersBeyond(value, scope, target);
-        const std::string label = "\"jet$" + std::to_string(number++) + "\"";
-        changes += (changes.empty() ? "" : ", ") + name + " = " + value;
-        carried += (carried.empty() ? "" : ", ") + name + " = \"jet$q\"." + label;
-        carriedColumns += ", " + value + " AS " + label;
+        if (!found.source->table) FailAt(assignment.at, "An inner query can't be changed");
+        auto place = std::ranges::find(all, found.source, &Changes::target);
+        if (place == all.end()) place = all.insert(place, Changes{found.source, {}, {}, false});
+        const OutputColumn& field = found.source->columns[found.column];
+        place->fields.push_back(QuotedName(field.name));
+        place->values.push_back(AsStored(emit(*assignment.value, scope), field.type));
+        place->beyond = place->beyond || RefersBeyond(place->values.back(), scope, *found.source);
+    }
+    return all;
+}
+
+std::string Emitter::updateOne(const Update& update, const Changes& changes, const Scope& scope) {
+    const Source& target = *changes.target;
+    std::string direct;
+    std::string carried;
+    std::string carriedColumns = target.rowId() + " AS \"jet$row\"";
+    for (std::size_t i = 0; i < changes.fields.size(); ++i) {
+        const std::string label = "\"jet$" + std::to_string(i) + "\"";
+        direct += (i == 0 ? "" : ", ") + changes.fields[i] + " = " + changes.values[i];
+        carried += (i == 0 ? "" : ", ") + changes.fields[i] + " = \"jet$q\"." + label;
+        carriedColumns += ", " + changes.values[i] + " AS " + label;
     }
     const std::string head = "UPDATE " + TableSql(*target.table) + " AS " + QuotedName(target.alias) + " SET ";
     if (scope.sources.size() == 1)
-        return head + changes + (update.where ? " WHERE " + condition(*update.where, scope) : "");
-    if (!beyond)
-        return head + changes + " WHERE rowid IN (" + matchingRows(update, target, scope, target.rowId()) + ")";
-    return head + carried + " FROM (" + matchingRows(update, target, scope, carriedColumns) + ") AS \"jet$q\" WHERE " +
+        return head + direct + (update.where ? " WHERE " + condition(*update.where, scope) : "");
+    if (!changes.beyond)
+        return head + direct + " WHERE " + target.rowId() + " IN (" + matchingRows(update, scope, target.rowId()) + ")";
+    return head + carried + " FROM (" + matchingRows(update, scope, carriedColumns) + ") AS \"jet$q\" WHERE " +
            target.rowId() + " = \"jet$q\".\"jet$row\"";
+}
+
+// Rows and values are put aside before the first table changes: the second must not see what the first became.
+std::vector<std::string> Emitter::updateSeveral(const Update& update, const std::vector<Changes>& all,
+                                                const Scope& scope) {
+    std::string columns;
+    std::vector<std::string> updates;
+    for (std::size_t t = 0; t < all.size(); ++t) {
+        const Source& target = *all[t].target;
+        const std::string row = "\"row" + std::to_string(t) + "\"";
+        columns += (t == 0 ? "" : ", ") + target.rowId() + " AS " + row;
+        std::string sets;
+        for (std::size_t i = 0; i < all[t].fields.size(); ++i) {
+            const std::string label = "\"value" + std::to_string(t) + "_" + std::to_string(i) + "\"";
+            columns += ", " + all[t].values[i] + " AS " + label;
+            sets += (i == 0 ? "" : ", ") + all[t].fields[i] + " = \"jet$q\"." + label;
+        }
+        updates.push_back("UPDATE " + TableSql(*target.table) + " AS " + QuotedName(target.alias) + " SET " + sets +
+                          " FROM temp.\"jet$changes\" AS \"jet$q\" WHERE " + target.rowId() + " = \"jet$q\"." + row);
+    }
+    std::vector<std::string> statements = {"DROP TABLE IF EXISTS temp.\"jet$changes\"",
+                                           "CREATE TEMP TABLE \"jet$changes\" AS " +
+                                               matchingRows(update, scope, columns)};
+    statements.insert(statements.end(), updates.begin(), updates.end());
+    return statements;
 }
 
 Translation Emitter::statement(const Update& update) {
     Scope scope;
     declare(update.tables, scope);
+    const std::vector<Changes> all = changesByTarget(update, scope);
     Translation made;
     made.kind = StatementClass::Write;
-    std::vector<const Source*> done;
-    for (const Assignment& assignment : update.assignments) {
-        const Source* target = scope.resolve(assignment.target, assignment.at).source;
-        if (std::ranges::find(done, target) != done.end()) continue;
-        if (!target->table) FailAt(assignment.at, "An inner query can't be changed");
-        done.push_back(target);
-        made.statements.push_back(updateSource(update, *target, scope));
-        made.target = target->table->name;
-    }
+    made.target = all.front().target->table->name;
+    if (all.size() == 1)
+        made.statements.push_back(updateOne(update, all.front(), scope));
+    else
+        made.statements = updateSeveral(update, all, scope);
     return made;
 }
 
@@ -225,7 +266,8 @@ Translation Emitter::statement(const Delete& remove) {
     if (!target->table) FailAt(remove.at, "Rows of an inner query can't be deleted");
     std::string sql = "DELETE FROM " + TableSql(*target->table) + " AS " + QuotedName(target->alias);
     if (scope.sources.size() > 1)
-        sql += " WHERE rowid IN (SELECT " + target->rowId() + fromWhere(remove.tables, remove.where.get(), scope) + ")";
+        sql += " WHERE " + target->rowId() + " IN (SELECT " + target->rowId() +
+               fromWhere(remove.tables, remove.where.get(), scope) + ")";
     else if (remove.where)
         sql += " WHERE " + condition(*remove.where, scope);
     return Change(StatementClass::Write, std::move(sql), target->table->name);

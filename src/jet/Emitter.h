@@ -68,14 +68,21 @@ class Emitter {
                           const Scope& scope);
     SelectText emitQuery(const tree::Query& query, const Scope* outer);
     SelectText emitSelect(const tree::Select& select, const std::vector<tree::OrderItem>& orderBy, const Scope* outer,
-                          bool inUnion);
+                          const std::vector<CompareKind>* unionKinds);
     std::vector<Item> items(const tree::Select& select, const Scope& scope);
     std::string itemList(const std::vector<Item>& items, bool collated) const;
     std::string groupBy(const tree::Select& select, const std::vector<Item>& items, const Scope& scope);
-    std::string orderText(const std::vector<tree::OrderItem>& orderBy, const std::vector<Item>& items,
-                          const Scope& scope, bool byPosition);
-    static std::string topText(const tree::Top& top, const std::string& fields, const std::string& tail,
-                               const std::vector<Item>& items, const std::string& order);
+    struct OrderKey {
+        Typed value;
+        bool descending = false;
+
+        [[nodiscard]] std::string text() const;
+    };
+    static bool SortsByCounter(const tree::Select& select, const Scope& scope, const std::vector<OrderKey>& keys);
+    std::vector<OrderKey> orderKeys(const std::vector<tree::OrderItem>& orderBy, const std::vector<Item>& items,
+                                    const Scope& scope);
+    static std::string topText(const tree::Select& select, const std::string& fields, const std::string& tail,
+                               const std::vector<Item>& items, const std::vector<OrderKey>& keys);
 
     // --- Statements (EmitStatement.cpp, EmitPivot.cpp) ---
     Translation statement(const tree::Query& query);
@@ -89,11 +96,21 @@ class Emitter {
     Translation statement(const tree::DropIndex& drop);
     Translation statement(const tree::AlterTable& alter);
     Translation makeTable(const tree::Query& query);
-    std::string matchingRows(const tree::Update& update, const Source& target, const Scope& scope,
-                             const std::string& columns);
-    std::string updateSource(const tree::Update& update, const Source& target, const Scope& scope);
+    struct Changes {
+        const Source* target = nullptr;
+        std::vector<std::string> fields;
+        std::vector<std::string> values;
+        bool beyond = false; ///< values name other tables than the target
+    };
+    std::vector<Changes> changesByTarget(const tree::Update& update, const Scope& scope);
+    std::string matchingRows(const tree::Update& update, const Scope& scope, const std::string& columns);
+    std::string updateOne(const tree::Update& update, const Changes& changes, const Scope& scope);
+    std::vector<std::string> updateSeveral(const tree::Update& update, const std::vector<Changes>& all,
+                                           const Scope& scope);
 
     const Catalogue& catalogue_;
+    std::string aggregateFilter_; ///< stands behind every aggregate of a crosstab's value
+    int aliasDepth_ = 0;
 };
 
 /// The value as ours: a truth value becomes -1 or 0.
@@ -106,6 +123,8 @@ class Emitter {
 [[nodiscard]] std::string AsStored(const Typed& value, ColumnType type);
 /// SQLite text of a comparison under the rules of both kinds.
 [[nodiscard]] std::string Compared(const Typed& left, const char* op, const Typed& right);
+/// True when the expression computes over groups of rows; inner queries have groups of their own.
+[[nodiscard]] bool HoldsAggregate(const tree::Expression& expression);
 /// A column declaration for CREATE TABLE.
 [[nodiscard]] std::string ColumnDeclaration(const std::string& name, ColumnType type, int width = 0);
 

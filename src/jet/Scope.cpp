@@ -2,10 +2,15 @@
 
 #include "jet/Error.h"
 
+#include <algorithm>
+
 namespace jet {
 
 std::string Source::rowId() const {
-    return QuotedName(alias) + ".rowid";
+    const char* name = "oid";
+    for (const char* each : {"_rowid_", "rowid"})
+        if (find(each) < 0) name = each;
+    return QuotedName(alias) + "." + name;
 }
 
 int Source::find(std::string_view name) const {
@@ -25,7 +30,14 @@ const Source* Scope::source(std::string_view alias) const {
     return nullptr;
 }
 
-Scope::Found Scope::resolve(const tree::ColumnName& name, Position at) const {
+const tree::SelectItem* Scope::aliased(const tree::ColumnName& name) const {
+    if (!items || !name.table.empty()) return nullptr;
+    for (const tree::SelectItem& item : *items)
+        if (item.expression && !item.alias.empty() && SameName(item.alias, name.name)) return &item;
+    return nullptr;
+}
+
+Scope::Found Scope::lookUp(const tree::ColumnName& name, Position at) const {
     for (const Scope* level = this; level; level = level->outer) {
         Found found;
         for (const Source& each : level->sources) {
@@ -37,8 +49,24 @@ Scope::Found Scope::resolve(const tree::ColumnName& name, Position at) const {
         }
         if (found.source) return found;
     }
+    return {};
+}
+
+Scope::Found Scope::resolve(const tree::ColumnName& name, Position at) const {
+    const Found found = lookUp(name, at);
+    if (found.source) return found;
     const std::string written = name.table.empty() ? name.name : name.table + "." + name.name;
     throw Error(ErrorNumber::NoSuchColumn, "No table of the statement has a field '" + written + "'.");
+}
+
+Typed Field(const Scope& scope, const Source& source, std::size_t column) {
+    std::string sql = source.columnSql(column);
+    if (auto* projected = scope.projected) {
+        auto place = std::ranges::find(*projected, sql);
+        if (place == projected->end()) place = projected->insert(place, sql);
+        sql = "source.c" + std::to_string(place - projected->begin());
+    }
+    return {std::move(sql), source.columns[column].kind, source.columns[column].type, false, false, {}, true};
 }
 
 std::string Collate(CompareKind kind) {
