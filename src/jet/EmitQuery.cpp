@@ -204,7 +204,7 @@ std::string Emitter::topText(const Select& select, const std::string& fields, co
     std::string order;
     for (std::size_t i = 0; i < keys.size(); ++i) {
         const std::string name = "\"jet$k" + std::to_string(i) + "\"";
-        inner += ", " + AsValue(keys[i].value) + " AS " + name;
+        inner += ", " + AsValue(keys[i].value) + Collate(keys[i].value.kind) + " AS " + name;
         order += (order.empty() ? "" : ", ") + name + Collate(keys[i].value.kind) + (keys[i].descending ? " DESC" : "");
     }
     std::string names;

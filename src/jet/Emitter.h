@@ -95,6 +95,7 @@ class Emitter {
     Translation statement(const tree::DropTable& drop);
     Translation statement(const tree::DropIndex& drop);
     Translation statement(const tree::AlterTable& alter);
+    std::string definition(const tree::ColumnDefinition& column);
     Translation makeTable(const tree::Query& query);
     struct Changes {
         const Source* target = nullptr;

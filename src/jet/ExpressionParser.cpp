@@ -60,6 +60,7 @@ ExpressionPtr ExpressionParser::logicalChain(LogicalOperator op, std::string_vie
     Logical chain{op, {}};
     chain.operands.push_back(std::move(left));
     while (takeWord(word)) {
+        if (!associative) countChained();
         if (!associative && chain.operands.size() == 2) {
             ExpressionPtr pair = MakeExpression(at, std::move(chain));
             chain = Logical{op, {}};
@@ -74,6 +75,7 @@ ExpressionPtr ExpressionParser::equivalence() {
     const Position at = current().at;
     ExpressionPtr left = exclusiveOr();
     while (isWord("eqv") || isWord("imp")) {
+        countChained();
         Logical pair{isWord("eqv") ? LogicalOperator::Eqv : LogicalOperator::Imp, {}};
         next();
         pair.operands.push_back(std::move(left));
@@ -107,6 +109,7 @@ ExpressionPtr ExpressionParser::comparison() {
     for (;;) {
         const Position at = current().at;
         if (const auto op = ComparisonOf(current())) {
+            countChained();
             next();
             left = MakeExpression(at, Comparison{*op, std::move(left), concatenation()});
         } else if (isWord("between") || isWord("like") || isWord("in") || isWord("is") || isWord("not")) {
@@ -118,6 +121,7 @@ ExpressionPtr ExpressionParser::comparison() {
 }
 
 ExpressionPtr ExpressionParser::predicate(ExpressionPtr left) {
+    countChained();
     const Position at = current().at;
     if (takeWord("is")) {
         const bool negated = takeWord("not");
@@ -155,6 +159,7 @@ ExpressionPtr ExpressionParser::membership(ExpressionPtr left, bool negated) {
 ExpressionPtr ExpressionParser::concatenation() {
     ExpressionPtr left = sum();
     while (isSymbol("&")) {
+        countChained();
         const Position at = current().at;
         next();
         left = MakeArithmetic(at, ArithmeticOperator::Concatenate, std::move(left), sum());
@@ -165,6 +170,7 @@ ExpressionPtr ExpressionParser::concatenation() {
 ExpressionPtr ExpressionParser::sum() {
     ExpressionPtr left = modulo();
     while (isSymbol("+") || isSymbol("-")) {
+        countChained();
         const Position at = current().at;
         const auto op = isSymbol("+") ? ArithmeticOperator::Add : ArithmeticOperator::Subtract;
         next();
@@ -176,6 +182,7 @@ ExpressionPtr ExpressionParser::sum() {
 ExpressionPtr ExpressionParser::modulo() {
     ExpressionPtr left = wholeDivision();
     while (isWord("mod")) {
+        countChained();
         const Position at = current().at;
         next();
         left = MakeArithmetic(at, ArithmeticOperator::Modulo, std::move(left), wholeDivision());
@@ -186,6 +193,7 @@ ExpressionPtr ExpressionParser::modulo() {
 ExpressionPtr ExpressionParser::wholeDivision() {
     ExpressionPtr left = product();
     while (isSymbol("\\")) {
+        countChained();
         const Position at = current().at;
         next();
         left = MakeArithmetic(at, ArithmeticOperator::WholeDivide, std::move(left), product());
@@ -196,6 +204,7 @@ ExpressionPtr ExpressionParser::wholeDivision() {
 ExpressionPtr ExpressionParser::product() {
     ExpressionPtr left = sign();
     while (isSymbol("*") || isSymbol("/")) {
+        countChained();
         const Position at = current().at;
         const auto op = isSymbol("*") ? ArithmeticOperator::Multiply : ArithmeticOperator::Divide;
         next();
@@ -216,6 +225,7 @@ ExpressionPtr ExpressionParser::sign() {
 ExpressionPtr ExpressionParser::power() {
     ExpressionPtr left = primary();
     while (isSymbol("^")) {
+        countChained();
         const Position at = current().at;
         next();
         ExpressionPtr right;

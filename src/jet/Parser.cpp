@@ -221,6 +221,7 @@ class StatementParser final : public ExpressionParser {
                 return left;
             }
             expectWord("join");
+            countChained();
             join.left = std::move(left);
             join.right = tableFactor();
             // A JOIN b JOIN c ON … ON …: the inner join's condition comes first.
@@ -291,7 +292,7 @@ class StatementParser final : public ExpressionParser {
         if (takeWord("as")) expectName("a name for the value");
         made.query = std::move(*query());
         expectWord("pivot");
-        made.pivot = expression();
+        made.pivot = concatenation(); // IN behind it lists the columns
         if (takeWord("in")) {
             expectSymbol("(");
             do
@@ -435,8 +436,10 @@ class StatementParser final : public ExpressionParser {
             if (current().kind != TokenKind::Number) fail("Expected a width");
             column.width = std::atoi(current().text.c_str());
             next();
-            while (takeSymbol(","))
-                next(); // the scale of a decimal
+            while (takeSymbol(",")) { // the scale of a decimal, the step of a counter
+                takeSymbol("-");
+                next();
+            }
             expectSymbol(")");
         }
         for (;;) {
@@ -452,8 +455,10 @@ class StatementParser final : public ExpressionParser {
                 column.primaryKey = true;
             } else if (takeWord("unique")) {
                 column.unique = true;
+            } else if (takeWord("with")) {
+                if (!takeWord("compression")) expectWord("comp");
             } else if (takeWord("default")) {
-                column.defaultValue = expression();
+                column.defaultValue = sign(); // looser operators would swallow NOT NULL
             } else {
                 return column;
             }

@@ -10,6 +10,7 @@ namespace jet {
 namespace {
 
 constexpr int DeepestNesting = 200;
+constexpr int MostChained = 2000;
 
 // Words that end a name where one may stand: without them "FROM Data WHERE" would make WHERE an alias.
 constexpr std::array Reserved = {"all",    "alter",  "and",      "as",          "asc",   "between", "by",     "create",
@@ -66,6 +67,10 @@ std::string ParserBase::expectName(const char* what) {
     if (name.empty()) fail("A name can't be empty");
     next();
     return name;
+}
+
+void ParserBase::countChained() {
+    if (++chained_ > MostChained) fail("The statement has too many operators");
 }
 
 ParserBase::Nesting::Nesting(ParserBase& parser) : parser_(parser) {

@@ -44,10 +44,14 @@ class ParserBase {
         ParserBase& parser_;
     };
 
+    /// Operators in a row make the tree as deep as the row is long; their number is bounded.
+    void countChained();
+
   private:
     std::vector<Token> tokens_;
     std::size_t at_ = 0;
     int depth_ = 0;
+    int chained_ = 0;
 };
 
 /// Expressions, one method a level of precedence.
@@ -58,6 +62,8 @@ class ExpressionParser : public ParserBase {
   protected:
     ~ExpressionParser() = default;
     tree::ExpressionPtr expression();
+    tree::ExpressionPtr concatenation();
+    tree::ExpressionPtr sign();
     virtual tree::QueryPtr query() = 0;
 
   private:
@@ -71,12 +77,10 @@ class ExpressionParser : public ParserBase {
     tree::ExpressionPtr comparison();
     tree::ExpressionPtr predicate(tree::ExpressionPtr left);
     tree::ExpressionPtr membership(tree::ExpressionPtr left, bool negated);
-    tree::ExpressionPtr concatenation();
     tree::ExpressionPtr sum();
     tree::ExpressionPtr modulo();
     tree::ExpressionPtr wholeDivision();
     tree::ExpressionPtr product();
-    tree::ExpressionPtr sign();
     tree::ExpressionPtr power();
     tree::ExpressionPtr primary();
     tree::ExpressionPtr wordPrimary();
