@@ -74,7 +74,7 @@ TEST_F(BulkLoadTest, AnalyzeTellsTheSizes) {
     load.Finish();
     Connection::Open(path_, "secret")->Execute("CREATE INDEX IX_Items ON Items (Name)");
     Analyze(path_);
-    EXPECT_EQ(PlainReader(path_).Rows("SELECT stat FROM sqlite_stat1 WHERE idx = 'IX_Items'"),
+    EXPECT_EQ(PlainReader(path_).Rows("SELECT stat FROM sqlite_stat1 WHERE idx = 'Items.IX_Items'"),
               std::vector<std::string>{"50 1"});
 }
 
