@@ -2,6 +2,7 @@
 #include "jet/Emitter.h"
 #include "jet/Error.h"
 #include "jet/Parser.h"
+#include "jet/SemiJoin.h"
 
 #include <algorithm>
 #include <utility>
@@ -380,7 +381,11 @@ Translation Emitter::statement(const AlterTable& alter) {
 }
 
 Translation Translate(std::string_view sql, const Catalogue& catalogue) {
-    return Emitter(catalogue).translate(Parse(sql));
+    Statement statement = Parse(sql);
+    if (auto* query = std::get_if<Query>(&statement)) TurnJoinsIntoTests(*query, catalogue);
+    if (auto* insert = std::get_if<Insert>(&statement); insert != nullptr && insert->query)
+        TurnJoinsIntoTests(*insert->query, catalogue);
+    return Emitter(catalogue).translate(statement);
 }
 
 } // namespace jet
