@@ -53,7 +53,11 @@ QString SummaryOf(const QString& key, int count) {
 }
 
 QColor GlobalItemColor() {
-    return ShowGlobalColor ? ColorFromNumber(GlobalColor) : QColor();
+    if (!ShowGlobalColor) return {};
+    constexpr int ReadableLightness = 160; // on a dark ground
+    const QColor color = ColorFromNumber(GlobalColor);
+    if (!theme::IsDark() || color.lightness() >= ReadableLightness) return color;
+    return QColor::fromHsl(color.hslHue(), color.hslSaturation(), ReadableLightness);
 }
 
 WaitState::WaitState() {
