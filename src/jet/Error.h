@@ -12,7 +12,7 @@ enum class ErrorNumber : unsigned {
     NoSuchColumn = 0x80040E10,    ///< a name that no table in the FROM clause has (a missing parameter, in the old engine)
     TypeMismatch = 0x80040E07,    ///< CDbl of unreadable text, CStr of Null and their like
     DivisionByZero = 0x80040E57,
-    AlreadyExists = 0x80040E14U + 0x10000U, ///< SELECT INTO or CREATE on a name that is taken
+    AlreadyExists = 0x80040E3F, ///< SELECT INTO or CREATE on a name that is taken
     TooManyColumns = 0x80040E21,  ///< a crosstab of more than 255 columns
     ConstraintFailed = 0x80040E2F,
     WrongPassword = 0x80040E4D,
