@@ -195,6 +195,16 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
         return DrawMenuBarItem(*this, *option, *painter, widget);
     case CE_MenuBarEmptyArea:
         return painter->fillRect(option->rect, option->palette.window());
+    case CE_HeaderLabel:
+        if (const auto* head = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
+            // In line with the texts of the cells below it.
+            QStyleOptionHeaderV2 inset;
+            if (const auto* newer = qstyleoption_cast<const QStyleOptionHeaderV2*>(option)) inset = *newer;
+            else static_cast<QStyleOptionHeader&>(inset) = *head;
+            inset.rect.adjust(theme::Grid / 4, 0, -theme::Grid / 4, 0);
+            return QProxyStyle::drawControl(element, &inset, painter, widget);
+        }
+        return QProxyStyle::drawControl(element, option, painter, widget);
     case CE_ProgressBarGroove:
         return DrawPlace(*painter, option->rect, theme::SurfaceRaised(), {});
     case CE_ProgressBarContents:
@@ -241,8 +251,6 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_TabBarTabShiftVertical:
     case PM_TabBarTabShiftHorizontal:
         return 0;
-    case PM_HeaderMargin:
-        return theme::Grid / 2 + 2;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
         return 0;
