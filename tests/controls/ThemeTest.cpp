@@ -1,0 +1,78 @@
+#include "controls/Theme.h"
+
+#include "controls/TintedIcon.h"
+#include "support/TestSession.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QPalette>
+
+#include <cmath>
+
+namespace tessaro {
+
+class ThemeTest : public test::SessionTest {
+  protected:
+    ThemeTest() { StartSample(); }
+    ~ThemeTest() override {
+        qunsetenv("TESSARO_THEME");
+        theme::Apply(*static_cast<QApplication*>(QApplication::instance()));
+    }
+    static void Use(const char* name) {
+        qputenv("TESSARO_THEME", name);
+        theme::Apply(*static_cast<QApplication*>(QApplication::instance()));
+    }
+    /// Contrast of two colours as the accessibility guidelines count it, 1 to 21.
+    static double Contrast(const QColor& a, const QColor& b) {
+        const auto light = [](const QColor& color) {
+            const auto part = [](double x) { return x <= 0.03928 ? x / 12.92 : std::pow((x + 0.055) / 1.055, 2.4); };
+            return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+        };
+        const double x = light(a), y = light(b);
+        return (std::max(x, y) + 0.05) / (std::min(x, y) + 0.05);
+    }
+    QString WriteSvg(const char* name, const QByteArray& body) const {
+        QFile file(Folder() + QLatin1Char('/') + QLatin1String(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"20\" height=\"20\" viewBox=\"0 0 20 20\">" +
+                   body);
+        return file.fileName();
+    }
+    static QColor Middle(const QIcon& icon, QIcon::Mode mode) {
+        return icon.pixmap(QSize(20, 20), mode).toImage().pixelColor(10, 10);
+    }
+};
+
+TEST_F(ThemeTest, TextsAreReadableInLightAndDark) {
+    for (const char* name : {"light", "dark"}) {
+        Use(name);
+        EXPECT_EQ(theme::IsDark(), QLatin1String(name) == QLatin1String("dark"));
+        const QPalette palette = QApplication::palette();
+        const QColor ground = palette.color(QPalette::Window);
+        EXPECT_GE(Contrast(palette.color(QPalette::WindowText), ground), 7.0) << name;
+        EXPECT_GE(Contrast(theme::MutedText(), ground), 4.5) << name;
+        EXPECT_GE(Contrast(theme::Accent(), palette.color(QPalette::Base)), 4.5) << name;
+        EXPECT_GE(Contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)), 4.5) << name;
+    }
+}
+
+TEST_F(ThemeTest, PicturesTakeTheColoursOfTheirState) {
+    Use("light");
+    const QIcon icon = TintedIcon(WriteSvg("ink.svg", R"(<path fill="#3b4a5a" d="M0 0h20v20H0z"/></svg>)"));
+    const QPalette palette = QApplication::palette();
+    EXPECT_EQ(Middle(icon, QIcon::Normal), QColor(0x3b, 0x4a, 0x5a));
+    EXPECT_EQ(Middle(icon, QIcon::Disabled), palette.color(QPalette::Disabled, QPalette::ButtonText));
+    EXPECT_EQ(Middle(icon, QIcon::Selected), palette.color(QPalette::HighlightedText));
+    Use("dark");
+    EXPECT_GT(Middle(icon, QIcon::Normal).lightness(), 150);
+}
+
+TEST_F(ThemeTest, AFileThatIsNoPictureGivesNoIcon) {
+    EXPECT_TRUE(TintedIcon(Folder() + QLatin1String("/missing.svg")).isNull());
+    EXPECT_TRUE(TintedIcon(WriteSvg("broken.svg", "<path d=")).isNull());
+    EXPECT_TRUE(theme::Icon(QString()).isNull());
+    EXPECT_TRUE(theme::Icon(QStringLiteral("nowhere.gif")).isNull());
+}
+
+} // namespace tessaro
