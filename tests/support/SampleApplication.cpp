@@ -224,6 +224,7 @@ constexpr TextRow Texts[] = {
     {"034", "Do you want to leave the program?", "Voulez-vous quitter le programme ?"},
     {"316", "The file is no data database.", "Le fichier n'est pas une base de données."},
     {"ADDRESS", "Address", "Adresse"},
+    {"TS_IndicatorCount", "Indicators: %1", "Indicateurs : %1"},
     {"Comm_Browse", "Browse\u2026 and open\u2026", "Parcourir\u2026"},
 };
 
