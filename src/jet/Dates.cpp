@@ -67,11 +67,22 @@ std::optional<std::int64_t> DaysOf(int year, int month, int day) {
     return std::chrono::sys_days(date).time_since_epoch().count();
 }
 
+/// Takes the word off the end of the text, with the blanks before it.
+bool EndsWithWord(std::string_view& text, std::string_view word) {
+    if (text.size() <= word.size() || !SameName(text.substr(text.size() - word.size()), word)) return false;
+    text.remove_suffix(word.size());
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return true;
+}
+
 std::optional<Moment> ReadDateText(std::string_view text) {
     while (!text.empty() && text.front() == ' ')
         text.remove_prefix(1);
     while (!text.empty() && text.back() == ' ')
         text.remove_suffix(1);
+    const bool morning = EndsWithWord(text, "AM");
+    const bool afternoon = !morning && EndsWithWord(text, "PM");
     auto parts = Split(text);
     if (!parts || parts->numbers.size() < 2) return std::nullopt;
     std::vector<int>& numbers = parts->numbers;
@@ -90,6 +101,10 @@ std::optional<Moment> ReadDateText(std::string_view text) {
     }
     for (std::size_t i = time; i < parts->marks.size(); ++i)
         if (parts->marks[i] != ':') return std::nullopt;
+    if (morning || afternoon) { // 12 AM is midnight, 12 PM noon
+        if (numbers.size() <= time || numbers[time] < 1 || numbers[time] > 12) return std::nullopt;
+        numbers[time] = numbers[time] % 12 + (afternoon ? 12 : 0);
+    }
     numbers.resize(std::max<std::size_t>(numbers.size(), time + 3));
     if (numbers.size() > time + 3 || numbers[time] > 23 || numbers[time + 1] > 59 || numbers[time + 2] > 59)
         return std::nullopt;

@@ -57,15 +57,24 @@ Typed JoinedText(std::string sql, const Typed& left, const Typed& right) {
     return joined;
 }
 
+/// (left sign right), without brackets around a left part of the same operator: SQLite bounds the depth of brackets.
+std::string Chained(const std::string& left, const Typed& leftValue, char op, const std::string& right) {
+    const std::string sign = op == '&' ? " || " : std::string(" ") + op + " ";
+    if (leftValue.chain != op) return "(" + left + sign + right + ")";
+    return left.substr(0, left.size() - 1) + sign + right + ")";
+}
+
 // SQLite joins texts and whole numbers as the dialect does; doubles it would cut to 15 digits.
 Typed Concatenated(const Typed& left, const Typed& right) {
-    const auto joins = [](const Typed& each) { return IsText(each) || IsWhole(each.type); };
     const auto operand = [](const Typed& each) {
-        return each.literal ? QuotedText(each.text) : "ifnull(" + AsValue(each) + ", '')";
+        if (each.literal) return QuotedText(each.text);
+        if (each.chain == '&') return each.sql; // never Null
+        if (IsText(each) || IsWhole(each.type)) return "ifnull(" + AsValue(each) + ", '')";
+        return "jet_concat(" + AsValue(each) + ", '')";
     };
-    if (joins(left) && joins(right))
-        return JoinedText("(" + operand(left) + " || " + operand(right) + ")", left, right);
-    return JoinedText("jet_concat(" + AsValue(left) + ", " + AsValue(right) + ")", left, right);
+    Typed joined = JoinedText(Chained(operand(left), left, '&', operand(right)), left, right);
+    joined.chain = '&';
+    return joined;
 }
 
 /// A literal that isn't zero, as a double; empty for anything else, whose division must be watched.
@@ -196,21 +205,23 @@ Typed Emitter::emitNode(const Arithmetic& node, const Scope& scope, Position) {
         return Typed{std::string(name) + "(" + AsNumber(left) + ", " + AsNumber(right) + ")", CompareKind::Number,
                      type};
     };
-    const auto written = [&](const char* sign) {
-        return Typed{"(" + AsNumber(left) + sign + AsNumber(right) + ")", CompareKind::Number,
-                     ArithmeticType(left, right)};
+    const auto written = [&](char sign) {
+        Typed made{Chained(AsNumber(left), left, sign, AsNumber(right)), CompareKind::Number,
+                   ArithmeticType(left, right)};
+        made.chain = sign;
+        return made;
     };
     switch (node.op) {
     case ArithmeticOperator::Concatenate:
         return Concatenated(left, right);
     case ArithmeticOperator::Add:
-        if (!IsText(left) && !IsText(right)) return written(" + ");
+        if (!IsText(left) && !IsText(right)) return written('+');
         if (IsText(left) && IsText(right)) return JoinedText("(" + left.sql + " || " + right.sql + ")", left, right);
         return {"jet_add(" + AsValue(left) + ", " + AsValue(right) + ")", CompareKind::Number, ColumnType::Double};
     case ArithmeticOperator::Subtract:
-        return written(" - ");
+        return written('-');
     case ArithmeticOperator::Multiply:
-        return written(" * ");
+        return written('*');
     case ArithmeticOperator::Divide:
         if (const std::string divisor = SafeDivisor(right); !divisor.empty())
             return {"(" + AsNumber(left) + " / " + divisor + ")", CompareKind::Number, ColumnType::Double};

@@ -47,7 +47,8 @@ void KeepPlainness(Typed& result, const std::string& function, const std::vector
     const bool digits = function == "cstr" && !IsText(argument);
     const bool keeps = std::ranges::find(Keeping, function) != Keeping.end();
     result.caseless = digits || (keeps && argument.caseless);
-    if (digits || (keeps && argument.kind == CompareKind::Identifier)) result.kind = CompareKind::Identifier;
+    const bool plain = argument.kind == CompareKind::Identifier || (argument.literal && IsAscii(argument.text));
+    if (digits || (keeps && plain)) result.kind = CompareKind::Identifier;
 }
 
 /// The kind of a value that is one of several.

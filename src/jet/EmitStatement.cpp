@@ -196,7 +196,7 @@ std::string Emitter::matchingRows(const Update& update, const Scope& scope, cons
         if (one && !like && !one->negated && !std::holds_alternative<TextLiteral>(one->pattern->node))
             like = one;
         else
-            shared.push_back(condition(*parts[i], scope));
+            shared.push_back(conjunct(*parts[i], scope));
     }
     const auto select = [&](const std::vector<std::string>& more) {
         std::string where;
@@ -243,7 +243,7 @@ std::string Emitter::updateOne(const Update& update, const Changes& changes, con
     }
     const std::string head = "UPDATE " + TableSql(*target.table) + " AS " + QuotedName(target.alias) + " SET ";
     if (scope.sources.size() == 1)
-        return head + direct + (update.where ? " WHERE " + condition(*update.where, scope) : "");
+        return head + direct + (update.where ? " WHERE " + conjunct(*update.where, scope) : "");
     if (!changes.beyond)
         return head + direct + " WHERE " + target.rowId() + " IN (" + matchingRows(update, scope, target.rowId()) + ")";
     return head + carried + " FROM (" + matchingRows(update, scope, carriedColumns) + ") AS \"jet$q\" WHERE " +
@@ -301,7 +301,7 @@ Translation Emitter::statement(const Delete& remove) {
         sql += " WHERE " + target->rowId() + " IN (SELECT " + target->rowId() +
                fromWhere(remove.tables, remove.where.get(), scope) + ")";
     else if (remove.where)
-        sql += " WHERE " + condition(*remove.where, scope);
+        sql += " WHERE " + conjunct(*remove.where, scope);
     return Change(StatementClass::Write, std::move(sql), target->table->name);
 }
 

@@ -1,4 +1,5 @@
 #include "jet/Collation.h"
+#include "jet/Dates.h"
 #include "jet/Functions.h"
 #include "jet/ParserBase.h"
 
@@ -25,24 +26,11 @@ ExpressionPtr MakeArithmetic(Position at, ArithmeticOperator op, ExpressionPtr l
     return MakeExpression(at, Arithmetic{op, std::move(left), std::move(right)});
 }
 
-/// "2026-11-24", "11/24/2026" (month first), with an optional time, in the stored form; empty when it is no date.
+/// What stands between two # in the stored form; empty when it is no date. A bare number is none here.
 std::string StoredDate(const std::string& text) {
-    int a = 0, b = 0, c = 0, hour = 0, minute = 0, second = 0;
-    char one = 0, two = 0;
-    const int read = std::sscanf(text.c_str(), " %d%c%d%c%d %d:%d:%d", &a, &one, &b, &two, &c, &hour, &minute, &second);
-    if (read < 5 || one != two || (one != '-' && one != '/' && one != '.')) return {};
-    const bool yearFirst = a > 31;
-    const int year = yearFirst ? a : c;
-    const int month = yearFirst ? b : a;
-    const int day = yearFirst ? c : b;
-    if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) return {};
-    if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) return {};
-    char room[32];
-    if (read > 5)
-        std::snprintf(room, sizeof room, "%04d-%02d-%02d %02d:%02d:%02d", year, month, day, hour, minute, second);
-    else
-        std::snprintf(room, sizeof room, "%04d-%02d-%02d", year, month, day);
-    return room;
+    if (text.find_first_of("-/.:") == std::string::npos) return {};
+    const auto moment = ReadDate(Value(text));
+    return moment ? DateText(*moment) : std::string();
 }
 
 } // namespace
@@ -106,10 +94,10 @@ ExpressionPtr ExpressionParser::negation() {
 
 ExpressionPtr ExpressionParser::comparison() {
     ExpressionPtr left = concatenation();
-    for (;;) {
+    for (int tests = 0;; ++tests) {
+        if (tests > 1) countChained();
         const Position at = current().at;
         if (const auto op = ComparisonOf(current())) {
-            countChained();
             next();
             left = MakeExpression(at, Comparison{*op, std::move(left), concatenation()});
         } else if (isWord("between") || isWord("like") || isWord("in") || isWord("is") || isWord("not")) {
@@ -121,7 +109,6 @@ ExpressionPtr ExpressionParser::comparison() {
 }
 
 ExpressionPtr ExpressionParser::predicate(ExpressionPtr left) {
-    countChained();
     const Position at = current().at;
     if (takeWord("is")) {
         const bool negated = takeWord("not");

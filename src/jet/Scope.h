@@ -21,6 +21,7 @@ struct Typed {
     std::string text = {};
     bool column = false;   ///< a bare field, which an index may serve
     bool caseless = false; ///< text without letters: it needs no collation
+    char chain = 0;        ///< written in brackets, with this operator in it: a further one needs none of its own
 };
 
 /// A table of a FROM clause: of the catalogue, or an inner query's result.
