@@ -193,14 +193,25 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
         return DrawTab(*option, *painter);
     case CE_MenuBarItem:
         return DrawMenuBarItem(*this, *option, *painter, widget);
+    case CE_MenuItem:
+        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
+            // On a pale ground the pictures keep their colours.
+            QStyleOptionMenuItem pale(*item);
+            pale.palette.setColor(QPalette::Highlight, theme::HoverSurface());
+            pale.palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
+            return QProxyStyle::drawControl(element, &pale, painter, widget);
+        }
+        return QProxyStyle::drawControl(element, option, painter, widget);
     case CE_MenuBarEmptyArea:
         return painter->fillRect(option->rect, option->palette.window());
     case CE_HeaderLabel:
         if (const auto* head = qstyleoption_cast<const QStyleOptionHeader*>(option)) {
             // In line with the texts of the cells below it.
             QStyleOptionHeaderV2 inset;
-            if (const auto* newer = qstyleoption_cast<const QStyleOptionHeaderV2*>(option)) inset = *newer;
-            else static_cast<QStyleOptionHeader&>(inset) = *head;
+            if (const auto* newer = qstyleoption_cast<const QStyleOptionHeaderV2*>(option))
+                inset = *newer;
+            else
+                static_cast<QStyleOptionHeader&>(inset) = *head;
             inset.rect.adjust(theme::Grid / 4, 0, -theme::Grid / 4, 0);
             return QProxyStyle::drawControl(element, &inset, painter, widget);
         }
@@ -261,6 +272,7 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 
 int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* returned) const {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     // A click beside the slider goes to the next page, as on every platform that this system ran on.
     if (hint == SH_ScrollBar_LeftClickAbsolutePosition) return 0;
     return QProxyStyle::styleHint(hint, option, widget, returned);

@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -48,6 +49,14 @@ const IconPicture& PictureOf(int icon) {
     for (const IconPicture& picture : Pictures)
         if (picture.code == icon) return picture;
     return Pictures[2];
+}
+
+/// The frame, when no window is active yet or any more.
+QWidget* VisibleMainWindow() {
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows)
+        if (window->isVisible() && qobject_cast<QMainWindow*>(window)) return window;
+    return nullptr;
 }
 
 /// A button without a text can't be told apart; before any language file is read, the key stands in.
@@ -137,6 +146,7 @@ int MessageBox::Ask() {
 int AskWithMessageBox(const Message& message) {
     QWidget* over = QApplication::activeModalWidget();
     if (!over) over = QApplication::activeWindow();
+    if (!over) over = VisibleMainWindow();
     // A wait cursor over a question tells the user to wait for what waits for the user.
     const bool busy = QGuiApplication::overrideCursor() != nullptr;
     if (busy) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);

@@ -44,6 +44,12 @@ frmMain::~frmMain() {
     screens_->UnloadAll();
 }
 
+bool frmMain::event(QEvent* event) {
+    if (event->type() == QEvent::WindowUnblocked && isVisible())
+        QMetaObject::invokeMethod(this, &QWidget::activateWindow, Qt::QueuedConnection);
+    return QMainWindow::event(event);
+}
+
 void frmMain::ConnectBars() {
     connect(menu_, &MainMenu::Chosen, this, &frmMain::mnu_Click);
     connect(menu_, &MainMenu::LanguageChosen, this, &frmMain::ChangeLanguage);

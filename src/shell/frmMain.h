@@ -75,6 +75,8 @@ class frmMain final : public QMainWindow, public Frame {
     void Timer1_Timer();
 
   protected:
+    /// Takes the keyboard back when a dialog has gone; not every desktop does that by itself.
+    bool event(QEvent* event) override;
     /// MDIForm_QueryUnload: asks, saves the preferences, ends the session.
     void closeEvent(QCloseEvent* event) override;
 

@@ -12,6 +12,8 @@
 #include "shell/Navigation.h"
 #include "ui_frmSplash.h"
 
+#include <QApplication>
+
 #include <array>
 
 namespace tessaro {
@@ -40,13 +42,11 @@ constexpr std::array<LinkRow, 12> Links{{
     {"lbl_FP_HELP_3", "mnu_Help_Helpdesk", false, true},
 }};
 
-void SetGround(QWidget* strip, const char* setting) {
+void SetGround(QWidget* strip, const char* setting, const QColor& inTheDark) {
     const QColor color = SettingColor(QLatin1String(setting));
-    QPalette palette = strip->palette();
+    QPalette palette = QApplication::palette();
     // The colours of the settings are a light page's.
-    palette.setColor(QPalette::Window, theme::IsDark() || !color.isValid()
-                                           ? strip->parentWidget()->palette().color(QPalette::Window)
-                                           : color);
+    palette.setColor(QPalette::Window, theme::IsDark() || !color.isValid() ? inTheDark : color);
     strip->setPalette(palette);
 }
 
@@ -96,8 +96,8 @@ void frmSplash::LoadPictures() {
     ui_->picSplashTop->SetColor(SettingColor(QStringLiteral("SPLASH TOP COLOR")));
     const bool animated = !Setting(QStringLiteral("SPLASH SWF IMAGE")).trimmed().isEmpty();
     ui_->picSplashTop->SetPicture(animated ? PictureFile(QStringLiteral("Flash/Home.swf")) : QString());
-    SetGround(ui_->PicContainer, "SPLASH MIDDLE COLOR");
-    SetGround(ui_->picShowOnStartup, "SPLASH BOTTOM COLOR");
+    SetGround(ui_->PicContainer, "SPLASH MIDDLE COLOR", QApplication::palette().color(QPalette::Window));
+    SetGround(ui_->picShowOnStartup, "SPLASH BOTTOM COLOR", theme::SurfaceRaised());
     const int size = 12 * theme::Grid;
     ui_->picProduct_Image->setPixmap(theme::Icon(Setting(QStringLiteral("PRODUCT IMAGE"))).pixmap(size, size));
     for (int stage = 0; stage < navigation::StageCount; ++stage) {
@@ -168,6 +168,7 @@ void frmSplash::SetFormCaptions() {
     ui_->cmdOpenAnother->setAccessibleName(ui_->cmdOpenAnother->text());
     SetCaption(ui_->chkShowOnStartup, QStringLiteral("SHOW ON STARTUP"));
     ui_->picProduct_Image_1->setAccessibleName(PlainText(QStringLiteral("Home Information")));
+    SetToolTip(ui_->picProduct_Image_1, QStringLiteral("Home Information"));
     SetThePropertiesFPLables();
     ShowWelcome();
 }
@@ -190,6 +191,10 @@ void frmSplash::SetThePropertiesFPLables() {
     SetTextColor(ui_->lblDatabases, head);
     ui_->lblProduct->setFont(Scaled(3.2, true));
     ui_->lblWelcome->setFont(Scaled(1.3, false));
+    // The name is Latin in every language; it still stands where the page begins.
+    const bool mirrored = LanguageIsRightToLeft();
+    for (QLabel* label : {ui_->lblProduct, ui_->lblWelcome})
+        label->setAlignment((mirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter);
     SetTextColor(ui_->lblProduct, Qt::white);
     SetTextColor(ui_->lblWelcome, QColor(0xd7, 0xee, 0xf2));
     const auto buttons = findChildren<PictureButton*>();
