@@ -126,7 +126,12 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress && watched == cmbAddress_->lineEdit() &&
         FieldKey(static_cast<const QKeyEvent&>(*event)))
         return true;
-    if (watched == picGo_) return false;
+    // Whoever leaves the field with the text of an item in it has not asked for that database.
+    if (event->type() == QEvent::FocusOut && watched == cmbAddress_->lineEdit()) {
+        const QScopedValueRollback suppress(suppressed_, true);
+        cmbAddress_->lineEdit()->event(event);
+        return true;
+    }
     return QWidget::eventFilter(watched, event);
 }
 

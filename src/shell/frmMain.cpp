@@ -17,6 +17,7 @@
 #include <QComboBox>
 #include <QEventLoop>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 
 namespace tessaro {
 
@@ -131,6 +132,7 @@ void frmMain::SetBusy(bool busy) {
 void frmMain::ShowStatusTextFor(const QString& text, int milliseconds) {
     const QString before = ui_->sbStatusBar->Text();
     SetStatusText(text);
+    const QScopedValueRollback pausing(pausing_, true);
     QEventLoop pause;
     QTimer::singleShot(milliseconds, &pause, &QEventLoop::quit);
     pause.exec(QEventLoop::ExcludeUserInputEvents);

@@ -20,6 +20,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QToolTip>
 
 namespace tessaro {
 
@@ -80,6 +81,7 @@ void frmMain::ShowProduct() {
 void frmMain::SetFormFont() {
     // The bars and the screens take the font each by itself; the menus follow the application's.
     QApplication::setFont(LanguageFont());
+    QToolTip::setFont(LanguageFont());
     QApplication::setLayoutDirection(LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
 }
 
@@ -153,6 +155,7 @@ void frmMain::WarnOfMissingSpreadsheet() {
 
 void frmMain::closeEvent(QCloseEvent* event) {
     if (!started_) return;
+    if (pausing_) return event->ignore();
     const ErrorTrap trap("MDIForm_QueryUnload");
     if (isMinimized()) showMaximized();
     if (ShowMessage(QStringLiteral("034"), MessageType::YesNo, 104) != MessageCode::Yes) {

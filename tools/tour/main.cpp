@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     qputenv("TESSARO_HOME", home.path().toUtf8());
-    // Strings: the switch's value ends at the next "/".
+    // The switch's value ends at the next "/".
     QString path = QDir(arguments.at(1)).absolutePath();
     const QString commandLine = QStringLiteral("tessaro /a") + path.replace(QLatin1Char('/'), QLatin1Char('\\'));
     tessaro::frmMain frame;
