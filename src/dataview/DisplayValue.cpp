@@ -1,11 +1,13 @@
 #include "dataview/DisplayValue.h"
 
+#include <utility>
+
 namespace tessaro {
 
 namespace {
 
 struct Parts {
-    QStringView sign, whole, fraction;
+    QStringView sign, whole, fraction, exponent;
     bool hasPoint = false;
     bool good = false;
 };
@@ -36,6 +38,11 @@ Parts Split(QStringView text) {
         rest = rest.sliced(1);
         parts.fraction = TakeDigits(rest);
     }
+    if (rest.startsWith(QLatin1Char('e'), Qt::CaseInsensitive)) {
+        QStringView power = rest.sliced(1);
+        if (power.startsWith(QLatin1Char('-')) || power.startsWith(QLatin1Char('+'))) power = power.sliced(1);
+        if (!TakeDigits(power).isEmpty() && power.isEmpty()) parts.exponent = std::exchange(rest, {});
+    }
     parts.good = rest.isEmpty() && !(parts.whole.isEmpty() && parts.fraction.isEmpty());
     return parts;
 }
@@ -57,7 +64,7 @@ QString WithSeparators(const QString& datavalue, const QLocale& locale) {
         shown += parts.whole[place];
     }
     if (parts.hasPoint) shown += locale.decimalPoint() + parts.fraction.toString();
-    return shown;
+    return shown + parts.exponent.toString();
 }
 
 } // namespace tessaro
