@@ -26,22 +26,25 @@ void SelectShare(int share) {
     };
     for (const char* table : {"_SelArea", "_SelTimePeriod", "_SelIUSNId"})
         Need(Execute(QStringLiteral("DELETE * FROM ") + QLatin1String(table)), "a selection table can't be emptied");
-    bool ok = Execute(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile) SELECT "
-                                     "AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile FROM Area WHERE AreaNId <= ") +
-                      upTo("Area", "AreaNId"));
-    ok = Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) SELECT TimePeriodNId, TimePeriod "
-                                "FROM TimePeriod WHERE TimePeriodNId <= ") +
-                 upTo("TimePeriod", "TimePeriodNId")) &&
+    bool ok =
+        Execute(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile) SELECT "
+                               "AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile FROM Area WHERE AreaNId <= ") +
+                upTo("Area", "AreaNId"));
+    ok = Execute(
+             QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) SELECT TimePeriodNId, TimePeriod "
+                            "FROM TimePeriod WHERE TimePeriodNId <= ") +
+             upTo("TimePeriod", "TimePeriodNId")) &&
          ok;
-    ok = Execute(QStringLiteral(
-                     "INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, [Indicator], Unit, Subpop, "
-                     "SourceNId, Source, RecommendedSource) SELECT DISTINCT  IUS.IUSNId, IUS.IndicatorGId, IUS.UnitGId, "
-                     "IUS.SubpopGId, I.Indicator,   U.Unit, SP.Subpop, S.SourceNId, S.Source, I_S.RecommendedSource  FROM "
-                     "(Unit AS U INNER JOIN (Subpop AS SP INNER JOIN ([Indicator] AS I INNER JOIN  Indicator_Unit_Subpop "
-                     "AS IUS ON I.IndicatorGId = IUS.IndicatorGId)  ON SP.SubpopGId = IUS.SubpopGId) ON U.UnitGId = "
-                     "IUS.UnitGId)  INNER JOIN (Source AS S INNER JOIN Indicator_Source AS I_S ON S.SourceNId = "
-                     "I_S.SourceNId)  ON IUS.IUSNId = I_S.IUSNId  WHERE IUS.IUSNId <= ") +
-                 upTo("Indicator_Unit_Subpop", "IUSNId")) &&
+    ok = Execute(
+             QStringLiteral(
+                 "INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, [Indicator], Unit, Subpop, "
+                 "SourceNId, Source, RecommendedSource) SELECT DISTINCT  IUS.IUSNId, IUS.IndicatorGId, IUS.UnitGId, "
+                 "IUS.SubpopGId, I.Indicator,   U.Unit, SP.Subpop, S.SourceNId, S.Source, I_S.RecommendedSource  FROM "
+                 "(Unit AS U INNER JOIN (Subpop AS SP INNER JOIN ([Indicator] AS I INNER JOIN  Indicator_Unit_Subpop "
+                 "AS IUS ON I.IndicatorGId = IUS.IndicatorGId)  ON SP.SubpopGId = IUS.SubpopGId) ON U.UnitGId = "
+                 "IUS.UnitGId)  INNER JOIN (Source AS S INNER JOIN Indicator_Source AS I_S ON S.SourceNId = "
+                 "I_S.SourceNId)  ON IUS.IUSNId = I_S.IUSNId  WHERE IUS.IUSNId <= ") +
+             upTo("Indicator_Unit_Subpop", "IUSNId")) &&
          ok;
     Need(ok, "the selection can't be filled");
 }

@@ -1,5 +1,4 @@
 #include "Figures.h"
-
 #include "selection/ClassificationViews.h"
 #include "selection/CrossFilters.h"
 #include "selection/IndicatorSelection.h"
@@ -33,7 +32,8 @@ constexpr std::array<ViewByHand, 7> kViews = {{
      "C.DataExists"},
     {"frameworks", " JOIN Indicator_CF L ON L.IUSNId = X.IUSNId JOIN CF_en C ON C.CFGId = L.CFGId COLLATE NOCASE",
      "C.DataExists"},
-    {"themes", " JOIN Indicator_Theme L ON L.IUSNId = X.IUSNId JOIN Theme_en C ON C.ThemeGId = L.ThemeGId COLLATE NOCASE",
+    {"themes",
+     " JOIN Indicator_Theme L ON L.IUSNId = X.IUSNId JOIN Theme_en C ON C.ThemeGId = L.ThemeGId COLLATE NOCASE",
      "C.DataExists"},
     {"sources", " JOIN Indicator_Source L ON L.IUSNId = X.IUSNId JOIN Source_en C ON C.SourceNId = L.SourceNId",
      "C.DataExists"},
@@ -47,10 +47,11 @@ constexpr std::array<ViewByHand, 7> kViews = {{
      "C.DataExists"},
 }};
 
-constexpr auto kListHead = "SELECT DISTINCT X.IUSNId, X.IndicatorGId, X.UnitGId, X.SubpopGId, I.Indicator, U.Unit, S.Subpop "
-                           "FROM Indicator_Unit_Subpop X JOIN Indicator_en I ON I.IndicatorGId = X.IndicatorGId COLLATE "
-                           "NOCASE JOIN Unit_en U ON U.UnitGId = X.UnitGId COLLATE NOCASE JOIN Subpop_en S ON S.SubpopGId = "
-                           "X.SubpopGId COLLATE NOCASE";
+constexpr auto kListHead =
+    "SELECT DISTINCT X.IUSNId, X.IndicatorGId, X.UnitGId, X.SubpopGId, I.Indicator, U.Unit, S.Subpop "
+    "FROM Indicator_Unit_Subpop X JOIN Indicator_en I ON I.IndicatorGId = X.IndicatorGId COLLATE "
+    "NOCASE JOIN Unit_en U ON U.UnitGId = X.UnitGId COLLATE NOCASE JOIN Subpop_en S ON S.SubpopGId = "
+    "X.SubpopGId COLLATE NOCASE";
 
 /// DataExistsMode with its criterion, as the preferences set them.
 void SetMode(long mode) {
@@ -75,15 +76,17 @@ IndicatorsByHand ByHand(const IndicatorFilter& filter) {
     const std::string limit = byIus ? " AND IUSNId IN (" + ids + ")" : "";
     std::string table = "Data";
     if (filter.byArea) {
-        hand.tables += Remake("h_DataArea", "SELECT DISTINCT IUSNId, TimePeriodNId FROM Data WHERE AreaNId IN (SELECT AreaNId "
-                                            "FROM sel._SelArea)" +
-                                                limit);
+        hand.tables +=
+            Remake("h_DataArea", "SELECT DISTINCT IUSNId, TimePeriodNId FROM Data WHERE AreaNId IN (SELECT AreaNId "
+                                 "FROM sel._SelArea)" +
+                                     limit);
         table = "work.h_DataArea";
     }
     if (filter.byTime) {
-        hand.tables += Remake("h_DataTime", "SELECT DISTINCT IUSNId FROM " + table +
-                                                " WHERE TimePeriodNId IN (SELECT TimePeriodNId FROM sel._SelTimePeriod)" +
-                                                (filter.byArea ? "" : limit));
+        hand.tables +=
+            Remake("h_DataTime", "SELECT DISTINCT IUSNId FROM " + table +
+                                     " WHERE TimePeriodNId IN (SELECT TimePeriodNId FROM sel._SelTimePeriod)" +
+                                     (filter.byArea ? "" : limit));
         table = "work.h_DataTime";
     }
     if (!filter.byArea && !filter.byTime && byIus) {
@@ -214,18 +217,18 @@ class CrossFilterFigures {
 
     void AreasBelowNode() {
         const std::string exists = ExistsBy("AreaNId", true, "TimePeriodNId", "_SelTimePeriod");
-        const QString top = Select(QStringLiteral("SELECT TOP 1 AreaID FROM Area WHERE Len(AreaID) = 3")).Text("AreaID");
+        const QString top =
+            Select(QStringLiteral("SELECT TOP 1 AreaID FROM Area WHERE Len(AreaID) = 3")).Text("AreaID");
         const std::string id = top.toStdString();
         struct Node {
             const char* name;
             QString key;
             std::string where;
         };
-        for (const Node& node :
-             {Node{"at the root", QStringLiteral("___"), "length(X.AreaID) = 3"},
-              Node{"below a node", QLatin1Char('A') + top,
-                   "length(X.AreaID) > 3 AND length(X.AreaID) <= 6 AND substr(X.AreaID, 1, 3) = '" + id +
-                       "' COLLATE NOCASE"}}) {
+        for (const Node& node : {Node{"at the root", QStringLiteral("___"), "length(X.AreaID) = 3"},
+                                 Node{"below a node", QLatin1Char('A') + top,
+                                      "length(X.AreaID) > 3 AND length(X.AreaID) <= 6 AND substr(X.AreaID, 1, 3) = '" +
+                                          id + "' COLLATE NOCASE"}}) {
             const std::string byHand =
                 "SELECT X.AreaNId FROM Area_en X WHERE " + node.where + " AND X.DataExists <> 0 AND " + exists;
             const QString sql = selection::AreaFilterBelowSql(true, true, node.key);
@@ -242,9 +245,11 @@ class CrossFilterFigures {
             "BEGIN; DELETE FROM sel._SelIUSNId; INSERT INTO sel._SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, "
             "Indicator, Unit, Subpop, SourceNId, Source, RecommendedSource, Deleted) SELECT X.IUSNId, X.IndicatorGId, "
             "X.UnitGId, X.SubpopGId, I.Indicator, U.Unit, S.Subpop, O.SourceNId, O.Source, L.RecommendedSource, 0 FROM "
-            "Indicator_Unit_Subpop X JOIN Indicator_en I ON I.IndicatorGId = X.IndicatorGId COLLATE NOCASE JOIN Unit_en U ON "
+            "Indicator_Unit_Subpop X JOIN Indicator_en I ON I.IndicatorGId = X.IndicatorGId COLLATE NOCASE JOIN "
+            "Unit_en U ON "
             "U.UnitGId = X.UnitGId COLLATE NOCASE JOIN Subpop_en S ON S.SubpopGId = X.SubpopGId COLLATE NOCASE JOIN "
-            "Indicator_Source L ON L.IUSNId = X.IUSNId JOIN Source_en O ON O.SourceNId = L.SourceNId WHERE X.IUSNId IN (" +
+            "Indicator_Source L ON L.IUSNId = X.IUSNId JOIN Source_en O ON O.SourceNId = L.SourceNId WHERE X.IUSNId IN "
+            "(" +
             list.toStdString() + "); COMMIT;";
         report_.Compare(
             "indicators written to the selection", [&] { selection::ReplaceIndicators(list); },

@@ -1,5 +1,4 @@
 #include "Figures.h"
-
 #include "controls/DataTable.h"
 #include "dataview/DataPaging.h"
 #include "dataview/GridQuery.h"
@@ -17,7 +16,8 @@ namespace tessaro::bench {
 namespace {
 
 constexpr auto kByHand =
-    "SELECT D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId FROM sel._SelArea A CROSS "
+    "SELECT D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId FROM sel._SelArea "
+    "A CROSS "
     "JOIN Data D ON D.AreaNId = A.AreaNId JOIN sel._SelTimePeriod T ON T.TimePeriodNId = D.TimePeriodNId JOIN "
     "sel._SelIUSNId S ON S.IUSNId = D.IUSNId AND S.SourceNId = D.SourceNId ORDER BY A.AreaID COLLATE NOCASE";
 

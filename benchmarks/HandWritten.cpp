@@ -1,11 +1,10 @@
 #include "HandWritten.h"
 
-#include <sqlite3.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <sqlite3.h>
 #include <vector>
 
 namespace tessaro::bench {

@@ -8,8 +8,8 @@ struct sqlite3;
 
 namespace tessaro::bench {
 
-/// A plain SQLite connection as one would open it by hand: the data file, with the selections attached as "sel" and the working
-/// database as "work".
+/// A plain SQLite connection as one would open it by hand: the data file, with the selections attached as "sel" and the
+/// working database as "work".
 class HandWritten final {
   public:
     HandWritten(const std::string& dataFile, const std::string& selections, const std::string& working);
@@ -28,8 +28,8 @@ class HandWritten final {
     sqlite3* database_ = nullptr;
 };
 
-/// What opening a database comes to when written by hand: the template copied, the three files opened, their catalogues read with
-/// every column, the default language looked up and the links noted down in one transaction.
+/// What opening a database comes to when written by hand: the template copied, the three files opened, their catalogues
+/// read with every column, the default language looked up and the links noted down in one transaction.
 void OpenByHand(const std::string& dataFile, const std::string& selections, const std::string& workingTemplate,
                 const std::string& working);
 

@@ -9,7 +9,8 @@ namespace tessaro::bench {
 /// The table of all figures, each beside what it may be.
 class Report final {
   public:
-    /// Times our work and the same work by hand, in turns, and takes the best of each. Short work is repeated within a turn.
+    /// Times our work and the same work by hand, in turns, and takes the best of each. Short work is repeated within a
+    /// turn.
     void Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
                  double allowedRatio = 1.2);
     /// Notes a figure that has a bound of its own.

@@ -1,5 +1,4 @@
 #include "Figures.h"
-
 #include "session/Session.h"
 
 #include <QApplication>

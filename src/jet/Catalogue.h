@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,8 @@ struct TableInfo {
     std::string database = "main";
     std::string sourceTable;
     std::vector<ColumnInfo> columns;
+    /// Rows that the file's own figures name, from when they were last taken; 0 when there are none.
+    std::int64_t rows = 0;
 
     /// The column of this name, ignoring case; nullptr when there is none.
     [[nodiscard]] const ColumnInfo* column(std::string_view columnName) const;

@@ -178,6 +178,7 @@ void LiveCatalogue::DetachUnused() const {
 
 void LiveCatalogue::ReadColumns(TableInfo& table) const {
     table.columns.clear();
+    table.rows = RowsOnRecord(table);
     const std::string schema = QuotedName(table.database);
     for (const auto& row :
          Rows(database_, "PRAGMA " + schema + ".table_xinfo(" + QuotedName(table.sourceTable) + ")")) {
@@ -194,6 +195,14 @@ void LiveCatalogue::ReadColumns(TableInfo& table) const {
         }
         table.columns.push_back(std::move(column));
     }
+}
+
+std::int64_t LiveCatalogue::RowsOnRecord(const TableInfo& table) const {
+    const std::string schema = QuotedName(table.database);
+    if (Rows(database_, "SELECT 1 FROM " + schema + ".sqlite_master WHERE name = 'sqlite_stat1'").empty()) return 0;
+    return Rows(database_, "SELECT max(CAST(stat AS INTEGER)) FROM " + schema + ".sqlite_stat1 WHERE tbl = ?",
+                {table.sourceTable})[0][0]
+        .toInteger();
 }
 
 std::vector<TableInfo> LiveCatalogue::Tables() const {

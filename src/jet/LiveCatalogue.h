@@ -60,6 +60,7 @@ class LiveCatalogue final : public Catalogue {
     void DetachUnused() const;
     void Detach(const std::string& file) const;
     void ReadColumns(TableInfo& table) const;
+    [[nodiscard]] std::int64_t RowsOnRecord(const TableInfo& table) const;
 
     sqlite3* database_;
     std::string path_;

@@ -4,6 +4,7 @@
 #include "jet/VisitOperands.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <numeric>
 #include <utility>
@@ -256,8 +257,14 @@ class SemiJoin final {
         TableSet givenTables = 0;
         (void)AddTables(*given, givenTables);
         if (!IsNumberColumn(*tested) || !IsNumberColumn(*given) || (givenTables & group) != 0) return nullptr;
+        // The engine may read the whole of the list at once; that must not be the larger table of the two.
+        if (TableIn(group).rows > TableIn(givenTables).rows) return nullptr;
         return MakeExpression(condition.at,
                               InQuery{false, std::move(given), QueryOf(group, std::move(tested), nullptr)});
+    }
+
+    [[nodiscard]] const TableInfo& TableIn(TableSet one) const {
+        return *tables_[static_cast<std::size_t>(std::countr_zero(one))].info;
     }
 
     [[nodiscard]] bool IsNumberColumn(const Expression& expression) const {
