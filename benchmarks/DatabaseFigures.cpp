@@ -1,14 +1,12 @@
 #include "Figures.h"
-
 #include "database/Database.h"
 #include "dataview/GridQuery.h"
 #include "jet/Translator.h"
 #include "session/Query.h"
 #include "session/Session.h"
 
-#include <sqlite3.h>
-
 #include <filesystem>
+#include <sqlite3.h>
 
 namespace tessaro::bench {
 
@@ -29,8 +27,8 @@ std::string Mark(const std::string& table, const std::string& key) {
 
 std::string MarkClass(const std::string& table, const std::string& link, const std::string& key,
                       const std::string& iusKey = "IUSNId") {
-    return "UPDATE " + table + " SET DataExists = -1 WHERE " + key + " COLLATE NOCASE IN (SELECT L." + key + " FROM " + link +
-           " L JOIN Indicator_Unit_Subpop X ON X." + iusKey + " = L." + iusKey + " WHERE X.DataExists <> 0);";
+    return "UPDATE " + table + " SET DataExists = -1 WHERE " + key + " COLLATE NOCASE IN (SELECT L." + key + " FROM " +
+           link + " L JOIN Indicator_Unit_Subpop X ON X." + iusKey + " = L." + iusKey + " WHERE X.DataExists <> 0);";
 }
 
 std::string MarkByHand() {
@@ -44,9 +42,10 @@ std::string MarkByHand() {
     sql += MarkClass("CF_en", "Indicator_CF", "CFGId") + MarkClass("Theme_en", "Indicator_Theme", "ThemeGId");
     sql += List("AreaNId") + "UPDATE Area_en SET DataExists = 0;" + Mark("Area_en", "AreaNId");
     for (const char* level : {"4", "3", "2"}) {
-        sql += std::string("UPDATE Area_en SET DataExists = -1 WHERE DataExists = 0 AND AreaID COLLATE NOCASE IN (SELECT "
-                           "substr(AreaID, 1, length(AreaID) - 3) FROM Area_en WHERE DataExists <> 0 AND AreaLevel = ") +
-               level + ");";
+        sql +=
+            std::string("UPDATE Area_en SET DataExists = -1 WHERE DataExists = 0 AND AreaID COLLATE NOCASE IN (SELECT "
+                        "substr(AreaID, 1, length(AreaID) - 3) FROM Area_en WHERE DataExists <> 0 AND AreaLevel = ") +
+            level + ");";
     }
     return sql + "DELETE FROM GUId;";
 }
@@ -55,7 +54,8 @@ void MeasureTranslation(Report& report) {
     int number = 0;
     const double translated = Milliseconds(
         [&] {
-            const QString sql = RequeryStatement(QStringLiteral(" AND D.RowNId <> %1").arg(++number), DefaultDataOrderBy());
+            const QString sql =
+                RequeryStatement(QStringLiteral(" AND D.RowNId <> %1").arg(++number), DefaultDataOrderBy());
             (void)jet::Translate(sql.toStdString(), Connection->catalogue());
         },
         500);
@@ -88,7 +88,8 @@ void MeasureDatabase(Report& report, HandWritten& hand, const BenchSession& sess
     MeasureTranslation(report);
     const QString path = QString::fromStdString(session.database);
     const std::string byHand = MarkByHand();
-    report.Compare("MarkDataExists", [&] { MarkDataExists(path); }, [&] { hand.Run(byHand); });
+    report.Compare(
+        "MarkDataExists", [&] { MarkDataExists(path); }, [&] { hand.Run(byHand); });
     MeasureOpening(report, session);
 }
 
