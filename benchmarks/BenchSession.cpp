@@ -1,6 +1,7 @@
 #include "BenchSession.h"
 
 #include "database/Database.h"
+#include "jet/Connection.h"
 #include "platform/Paths.h"
 #include "session/Query.h"
 #include "session/Session.h"
@@ -60,6 +61,13 @@ BenchSession::BenchSession(const QString& databaseFile, const QString& installat
     selections = FindPath(JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")})).toStdString();
     working = FindPath(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")})).toStdString();
     workingTemplate = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/InfoSel.mdb")})).toStdString();
+}
+
+BenchSession::Copies BenchSession::CopyForHand() const {
+    Copies copies{selections + ".byhand", working + ".byhand"};
+    jet::Database::Copy(selections, copies.selections);
+    jet::Database::Copy(working, copies.working);
+    return copies;
 }
 
 void SelectHalf() {

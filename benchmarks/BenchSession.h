@@ -13,6 +13,13 @@ struct BenchSession {
     std::string working;         ///< InfoSel.mdb of the session
     std::string workingTemplate; ///< its template in the installation
 
+    /// Copies of the session's two files as they stand, for the work by hand: what one side writes must not make the
+    /// other look at its files again.
+    struct Copies {
+        std::string selections, working;
+    };
+    [[nodiscard]] Copies CopyForHand() const;
+
     /// Starts the session and opens the database; ends the program when it can't.
     BenchSession(const QString& databaseFile, const QString& installation);
 };

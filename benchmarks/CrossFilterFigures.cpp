@@ -242,7 +242,7 @@ class CrossFilterFigures {
     void SelectionWritten() {
         const QString list = Select(QStringLiteral("SELECT DISTINCT IUSNId FROM _SelIUSNId")).Joined();
         const std::string byHand =
-            "BEGIN; DELETE FROM sel._SelIUSNId; INSERT INTO sel._SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, "
+            "DELETE FROM sel._SelIUSNId; INSERT INTO sel._SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, "
             "Indicator, Unit, Subpop, SourceNId, Source, RecommendedSource, Deleted) SELECT X.IUSNId, X.IndicatorGId, "
             "X.UnitGId, X.SubpopGId, I.Indicator, U.Unit, S.Subpop, O.SourceNId, O.Source, L.RecommendedSource, 0 FROM "
             "Indicator_Unit_Subpop X JOIN Indicator_en I ON I.IndicatorGId = X.IndicatorGId COLLATE NOCASE JOIN "
@@ -250,7 +250,7 @@ class CrossFilterFigures {
             "U.UnitGId = X.UnitGId COLLATE NOCASE JOIN Subpop_en S ON S.SubpopGId = X.SubpopGId COLLATE NOCASE JOIN "
             "Indicator_Source L ON L.IUSNId = X.IUSNId JOIN Source_en O ON O.SourceNId = L.SourceNId WHERE X.IUSNId IN "
             "(" +
-            list.toStdString() + "); COMMIT;";
+            list.toStdString() + ");";
         report_.Compare(
             "indicators written to the selection", [&] { selection::ReplaceIndicators(list); },
             [&] { hand_.Run(byHand); });
@@ -265,7 +265,9 @@ class CrossFilterFigures {
 
 } // namespace
 
-void MeasureCrossFilters(Report& report, HandWritten& hand) {
+void MeasureCrossFilters(Report& report, const BenchSession& session) {
+    const BenchSession::Copies copies = session.CopyForHand();
+    HandWritten hand(session.database, copies.selections, copies.working);
     CrossFilterFigures(report, hand).All();
 }
 

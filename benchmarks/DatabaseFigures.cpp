@@ -84,12 +84,14 @@ void MeasureOpening(Report& report, const BenchSession& session) {
 
 } // namespace
 
-void MeasureDatabase(Report& report, HandWritten& hand, const BenchSession& session) {
+void MeasureDatabase(Report& report, const BenchSession& session) {
+    const BenchSession::Copies copies = session.CopyForHand();
     MeasureTranslation(report);
     const QString path = QString::fromStdString(session.database);
     const std::string byHand = MarkByHand();
     report.Compare(
-        "MarkDataExists", [&] { MarkDataExists(path); }, [&] { hand.Run(byHand); });
+        "MarkDataExists", [&] { MarkDataExists(path); },
+        [&] { HandWritten(session.database, copies.selections, copies.working).Run(byHand); });
     MeasureOpening(report, session);
 }
 

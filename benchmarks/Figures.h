@@ -8,11 +8,11 @@
 namespace tessaro::bench {
 
 /// Every form of the automatic selections. Expects half of everything to be selected.
-void MeasureCrossFilters(Report& report, HandWritten& hand);
+void MeasureCrossFilters(Report& report, const BenchSession& session);
 /// The identifier statement, and its pages in the grid. Expects everything to be selected.
-void MeasureGrid(Report& report, HandWritten& hand);
+void MeasureGrid(Report& report, const BenchSession& session);
 /// Marking what has data, translating statements, opening the database.
-void MeasureDatabase(Report& report, HandWritten& hand, const BenchSession& session);
+void MeasureDatabase(Report& report, const BenchSession& session);
 /// The program itself: start to first painted frame, and its resident size with the data view open. `self` is this
 /// program, which plays it.
 void MeasureProgram(Report& report, const QString& self, const QString& database, const QString& installation);

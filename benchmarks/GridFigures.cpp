@@ -87,7 +87,9 @@ void MeasureSort(Report& report) {
 
 } // namespace
 
-void MeasureGrid(Report& report, HandWritten& hand) {
+void MeasureGrid(Report& report, const BenchSession& session) {
+    const BenchSession::Copies copies = session.CopyForHand();
+    HandWritten hand(session.database, copies.selections, copies.working);
     MeasureStatement(report, hand);
     MeasureFirstPage(report);
     MeasurePages(report);

@@ -22,12 +22,11 @@ int main(int argc, char** argv) {
     MeasureProgram(report, QApplication::applicationFilePath(), database, installation);
     {
         const BenchSession session(database, installation);
-        HandWritten hand(session.database, session.selections, session.working);
         SelectHalf();
-        MeasureCrossFilters(report, hand);
+        MeasureCrossFilters(report, session);
         SelectEverything();
-        MeasureGrid(report, hand);
-        MeasureDatabase(report, hand, session);
+        MeasureGrid(report, session);
+        MeasureDatabase(report, session);
         Connection.reset();
     }
     report.Print();
