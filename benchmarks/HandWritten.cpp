@@ -31,14 +31,19 @@ void RunOn(sqlite3* database, const std::string& sql) {
     if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail(database, sql);
 }
 
-// In the form in which it stands in the file, as one would who knows the tables.
-void ReadColumn(sqlite3_stmt* statement, int column) {
-    if (sqlite3_column_type(statement, column) == SQLITE_INTEGER) {
-        (void)sqlite3_column_int64(statement, column);
-    } else {
-        (void)sqlite3_column_text(statement, column);
+/// What a query gave, each column kept in the form in which it stands in the file, as one would who knows the tables.
+struct Result {
+    std::vector<std::int64_t> numbers;
+    std::vector<std::string> texts;
+
+    void Keep(sqlite3_stmt* statement, int column) {
+        if (sqlite3_column_type(statement, column) == SQLITE_INTEGER) {
+            numbers.push_back(sqlite3_column_int64(statement, column));
+        } else if (const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column))) {
+            texts.emplace_back(text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+        }
     }
-}
+};
 
 std::int64_t WalkOn(sqlite3* database, const std::string& sql, std::int64_t most,
                     std::vector<std::string>* firstColumn = nullptr) {
@@ -46,9 +51,10 @@ std::int64_t WalkOn(sqlite3* database, const std::string& sql, std::int64_t most
     if (sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) Fail(database, sql);
     const int columns = sqlite3_column_count(statement);
     std::int64_t rows = 0;
+    Result result;
     while (rows < most && sqlite3_step(statement) == SQLITE_ROW) {
         for (int column = 0; column < columns; ++column)
-            ReadColumn(statement, column);
+            result.Keep(statement, column);
         if (firstColumn != nullptr)
             firstColumn->emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)));
         ++rows;

@@ -19,7 +19,7 @@ class HandWritten final {
 
     /// Runs statements; a failure ends the program, since the figures would mean nothing.
     void Run(const std::string& sql);
-    /// Steps through the rows of a query (at most `most`) and reads every column; gives the number of rows.
+    /// Steps through the rows of a query (at most `most`) and takes out every column; gives the number of rows.
     std::int64_t Walk(const std::string& sql, std::int64_t most = INT64_MAX);
     /// The numbers of one column of all rows.
     [[nodiscard]] std::vector<std::int64_t> Numbers(const std::string& sql, int column);
