@@ -123,13 +123,13 @@ void AddressBar::SetPictures() {
 bool AddressBar::eventFilter(QObject* watched, QEvent* event) {
     // A turn of the wheel over the closed list would open one database after the other.
     if (watched == cmbAddress_ && event->type() == QEvent::Wheel) return true;
-    if (event->type() == QEvent::KeyPress && watched == cmbAddress_->lineEdit() &&
-        FieldKey(static_cast<const QKeyEvent&>(*event)))
-        return true;
+    // The box has the focus and hands keys on to its field without asking the field's filters.
+    const bool ofField = watched == cmbAddress_ || watched == cmbAddress_->lineEdit();
+    if (ofField && event->type() == QEvent::KeyPress && FieldKey(static_cast<const QKeyEvent&>(*event))) return true;
     // Whoever leaves the field with the text of an item in it has not asked for that database.
-    if (event->type() == QEvent::FocusOut && watched == cmbAddress_->lineEdit()) {
+    if (ofField && event->type() == QEvent::FocusOut) {
         const QScopedValueRollback suppress(suppressed_, true);
-        cmbAddress_->lineEdit()->event(event);
+        watched->event(event);
         return true;
     }
     return QWidget::eventFilter(watched, event);
