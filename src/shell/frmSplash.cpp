@@ -13,7 +13,7 @@
 #include "ui_frmSplash.h"
 
 #include <QApplication>
-#include <QKeySequence>
+#include <QShortcut>
 
 #include <array>
 
@@ -105,7 +105,9 @@ void frmSplash::LoadPictures() {
         auto* button = findChild<PictureButton*>(QStringLiteral("picIndicators_%1").arg(stage));
         button->SetNumber(stage + 1);
         button->setIcon(theme::Icon(Setting(QStringLiteral("SPLASH INDICATOR %1").arg(stage + 1))));
-        button->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(stage + 1)));
+        // A shortcut of the button itself would go whenever its caption is set.
+        auto* key = new QShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(stage + 1)), this);
+        connect(key, &QShortcut::activated, button, &QAbstractButton::click);
         connect(button, &QAbstractButton::clicked, this, [this, stage] { Q_EMIT StageChosen(stage); });
     }
     const QString bottom = Setting(QStringLiteral("Product Image Bottom2")).trimmed();
