@@ -69,7 +69,7 @@ void RenewWorkingDatabase() {
     // What a broken run left beside the old file must not be taken for the new one's.
     for (const char* companion : {"-journal", "-wal", "-shm"})
         QFile::remove(target + QLatin1String(companion));
-    if (!CopyFileOver(source, target))
+    if (!CopyPassingFile(source, target))
         ReportError(70, QLatin1String("The working database can't be written: ") + target,
                     QStringLiteral("OpenDatabaseFile"));
 }

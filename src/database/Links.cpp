@@ -71,24 +71,24 @@ std::shared_ptr<jet::Connection> ConnectionForLinks() {
     return CreateTheConnection(WorkingDatabase());
 }
 
-void MakeLink(jet::Connection& working, const QString& databasePath, const QString& sourceTable,
-              const QString& linkName) {
+/// `file` is the file as it is to be opened.
+void MakeLink(jet::Connection& working, const QString& file, const QString& sourceTable, const QString& linkName) {
     ErrorTrap trap("CreateLink");
     Execute(QStringLiteral("DROP Table [") + linkName + QStringLiteral("]"), &working);
     trap.Try([&] {
-        working.CreateLink(linkName.toStdString(), FileToOpen(databasePath).toStdString(), DatabasePassword(),
-                           sourceTable.toStdString());
+        working.CreateLink(linkName.toStdString(), file.toStdString(), DatabasePassword(), sourceTable.toStdString());
     });
 }
 
 void MakeAllLinks(jet::Connection& working) {
-    const QString selections = JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")});
+    const QString selections = FileToOpen(JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")}));
+    const QString data = FileToOpen(CurrentDatabase);
     ErrorTrap trap("LinkAllTablesinInfoSel");
     const bool together = trap.Try([&] { working.Begin(); });
     for (const LinkRow& link : Links) {
         const QString name = QString::fromLatin1(link.name);
         const QString source = link.source == LinkSource::WithSuffix ? name + LanguageSuffix : name;
-        MakeLink(working, link.source == LinkSource::Selections ? selections : CurrentDatabase, source, name);
+        MakeLink(working, link.source == LinkSource::Selections ? selections : data, source, name);
     }
     if (together) trap.Try([&] { working.Commit(); });
 }
@@ -118,7 +118,7 @@ bool LinkAllTablesinInfoSel() {
 void CreateLink(const QString& databasePath, const QString& sourceTable, const QString& linkName) {
     const ErrorTrap trap("CreateLink");
     if (const auto working = CreateTheConnection(WorkingDatabase()))
-        MakeLink(*working, databasePath, sourceTable, linkName);
+        MakeLink(*working, FileToOpen(databasePath), sourceTable, linkName);
 }
 
 } // namespace tessaro

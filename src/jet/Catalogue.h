@@ -14,7 +14,8 @@ enum class ColumnType { Long, Integer, Double, Text, Memo, YesNo, Counter, Guid,
 /// How the values of a column or expression compare, group and sort.
 enum class CompareKind {
     Number,     ///< numbers; no collation, indexes serve
-    Identifier, ///< ASCII identifiers (columns ending in GId, and AreaID): ignoring case by SQLite's NOCASE, indexes serve
+    Identifier, ///< ASCII identifiers (columns ending in GId, and AreaID): ignoring case by SQLite's NOCASE, indexes
+                ///< serve
     Text,       ///< ignoring case over Unicode, accents told apart: collation JETTEXT
     ValueText,  ///< Datavalue: as numbers where both sides read as numbers, else as Text: collation JETVALUE
 };
@@ -35,7 +36,7 @@ struct TableInfo {
     std::string database = "main";
     std::string sourceTable;
     std::vector<ColumnInfo> columns;
-    /// Rows that the file's own figures name, from when they were last taken; 0 when there are none.
+    /// Rows that the figures of the table's indexes name, from when they were last taken; 0 when there are none.
     std::int64_t rows = 0;
 
     /// The column of this name, ignoring case; nullptr when there is none.

@@ -185,7 +185,9 @@ template <class Work> auto Engine::Retrying(const Work& work) {
     try {
         return work();
     } catch (const Error& error) {
-        if (error.number() != ErrorNumber::NoSuchTable && error.number() != ErrorNumber::NoSuchColumn) throw;
+        // Changes of the file itself have just been looked for; a linked file may have got the table meanwhile.
+        const bool table = error.number() == ErrorNumber::NoSuchTable && catalogue_->missedLink();
+        if (!table && error.number() != ErrorNumber::NoSuchColumn) throw;
     }
     catalogue_->ReadAll();
     return work();

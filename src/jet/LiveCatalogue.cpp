@@ -34,6 +34,8 @@ void LiveCatalogue::Remove(std::string_view name) {
 
 void LiveCatalogue::ReadAll() {
     ++version_;
+    missedLink_ = false;
+    figures_.clear();
     entries_.clear();
     byName_.clear();
     bool hasLinks = false;
@@ -57,7 +59,7 @@ void LiveCatalogue::ReadAll() {
     }
     if (sqlite3_get_autocommit(database_) == 0) return; // can't be set now, and was set at the opening
     // a working database is made anew from its template at any time, and its links cost forty commits
-    Run(database_, "PRAGMA main.synchronous = OFF");
+    Run(database_, "PRAGMA main.synchronous = OFF; PRAGMA main.journal_mode = MEMORY");
 }
 
 void LiveCatalogue::ReadTable(const std::string& name) {
@@ -95,6 +97,7 @@ const TableInfo* LiveCatalogue::find(std::string_view name) const {
         if (entry->table.type != TableType::Link) {
             ReadColumns(entry->table);
         } else if (!ReadLink(*entry)) {
+            missedLink_ = true;
             return nullptr;
         }
         entry->read = true;
@@ -155,6 +158,7 @@ std::string LiveCatalogue::Attach(const DatabaseFile& file, const std::string& p
 }
 
 void LiveCatalogue::Detach(const std::string& file) const {
+    figures_.erase(attached_.at(file).schema);
     Run(database_, "DETACH " + attached_.at(file).schema);
     attached_.erase(file);
     for (const auto& each : entries_)
@@ -197,12 +201,20 @@ void LiveCatalogue::ReadColumns(TableInfo& table) const {
     }
 }
 
+// The figures of a file are read at once: there are few, and a statement names several of its tables.
 std::int64_t LiveCatalogue::RowsOnRecord(const TableInfo& table) const {
-    const std::string schema = QuotedName(table.database);
-    if (Rows(database_, "SELECT 1 FROM " + schema + ".sqlite_master WHERE name = 'sqlite_stat1'").empty()) return 0;
-    return Rows(database_, "SELECT max(CAST(stat AS INTEGER)) FROM " + schema + ".sqlite_stat1 WHERE tbl = ?",
-                {table.sourceTable})[0][0]
-        .toInteger();
+    auto known = figures_.find(table.database);
+    if (known == figures_.end()) {
+        known = figures_.emplace(table.database, std::map<std::string, std::int64_t>{}).first;
+        const std::string schema = QuotedName(table.database);
+        if (!Rows(database_, "SELECT 1 FROM " + schema + ".sqlite_master WHERE name = 'sqlite_stat1'").empty()) {
+            for (const auto& row : Rows(database_, "SELECT tbl, max(CAST(stat AS INTEGER)) FROM " + schema +
+                                                       ".sqlite_stat1 WHERE idx IS NOT NULL GROUP BY tbl"))
+                known->second[row[0].toText()] = row[1].toInteger();
+        }
+    }
+    const auto rows = known->second.find(table.sourceTable);
+    return rows == known->second.end() ? 0 : rows->second;
 }
 
 std::vector<TableInfo> LiveCatalogue::Tables() const {

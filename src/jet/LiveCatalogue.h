@@ -30,6 +30,8 @@ class LiveCatalogue final : public Catalogue {
 
     [[nodiscard]] std::vector<TableInfo> Tables() const;
     [[nodiscard]] bool isLink(std::string_view name) const;
+    /// True when a link was looked for since the last reading of everything and its table was not there.
+    [[nodiscard]] bool missedLink() const { return missedLink_; }
 
     /// Reads everything again: another connection may have changed it.
     void ReadAll();
@@ -68,6 +70,8 @@ class LiveCatalogue final : public Catalogue {
     std::vector<std::unique_ptr<Entry>> entries_;
     std::unordered_map<std::string, Entry*> byName_;   ///< by folded name
     mutable std::map<std::string, Attached> attached_; ///< by path of file
+    mutable std::map<std::string, std::map<std::string, std::int64_t>> figures_; ///< rows by schema and table
+    mutable bool missedLink_ = false;
     unsigned version_ = 1;
 };
 

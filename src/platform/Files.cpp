@@ -5,6 +5,9 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <filesystem>
+#include <system_error>
+
 namespace tessaro {
 
 namespace {
@@ -40,6 +43,15 @@ bool CopyFileOver(const QString& source, const QString& target) {
         if (block.isEmpty() || to.write(block) != block.size()) return false;
     }
     return to.commit() && MakeWritable(target);
+}
+
+bool CopyPassingFile(const QString& source, const QString& target) {
+    const QString made = target + QLatin1String(".new");
+    QFile::remove(made);
+    if (!QFile::copy(source, made) || !MakeWritable(made)) return false;
+    std::error_code failure;
+    std::filesystem::rename(made.toStdString(), target.toStdString(), failure);
+    return !failure;
 }
 
 bool EmptyFolder(const QString& folder) {

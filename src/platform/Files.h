@@ -15,6 +15,8 @@ namespace tessaro {
 [[nodiscard]] bool ReplaceFile(const QString& path, const QByteArray& contents);
 /// Copies a file over `target` in the same way and makes the copy writable, whatever the rights of the source.
 [[nodiscard]] bool CopyFileOver(const QString& source, const QString& target);
+/// The same without waiting for the disk: for a file that is made anew whenever it is needed.
+[[nodiscard]] bool CopyPassingFile(const QString& source, const QString& target);
 /// Deletes a folder with its contents and makes it again, empty. Links in it are removed, not followed.
 [[nodiscard]] bool EmptyFolder(const QString& folder);
 

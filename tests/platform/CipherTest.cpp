@@ -80,6 +80,7 @@ TEST(FilesTest, AFailedReplacementLeavesTheOldFile) {
     EXPECT_FALSE(ReplaceFile("/proc/version", "x"));
     EXPECT_FALSE(ReplaceFile("/nowhere/at/all", "x"));
     EXPECT_FALSE(CopyFileOver("/nowhere/at/all", "/tmp/never-made"));
+    EXPECT_FALSE(CopyPassingFile("/nowhere/at/all", "/tmp/never-made"));
     EXPECT_FALSE(QFile::exists("/tmp/never-made"));
 }
 
