@@ -94,6 +94,20 @@ void PageQuery::PassOver() {
     if (finished_) rows_.Close();
 }
 
+// Passes up to `count` rows of which only the numbers are wanted; gives how many. Fewer than asked: Step goes on, with
+// a row to be kept whole or with the end.
+qint64 PageQuery::Pass(qint64 count) {
+    PassOver();
+    if (!open_ || finished_) return 0;
+    std::vector<std::int32_t> numbers;
+    numbers.reserve(static_cast<std::size_t>(std::min(count, kWalkReport)));
+    const qint64 passed = rows_.TakeNumbers(RowNId, std::numeric_limits<qint32>::max(), count, numbers);
+    passed_.insert(passed_.end(), numbers.begin(), numbers.end());
+    finished_ = rows_.atEnd();
+    if (finished_) rows_.Close();
+    return passed;
+}
+
 // Passes one row; `wanted` receives it when the caller needs more than its number.
 bool PageQuery::Step(IdentifierRow* wanted) {
     PassOver();
@@ -132,7 +146,7 @@ std::vector<IdentifierRow> PageQuery::GetRows(qint64 first, int count) {
     if (!open_ || first < 0 || count <= 0) return page;
     ErrorTrap trap("GetRows");
     const bool done = trap.Try([&] {
-        while (RowsPassed() < first && Step(nullptr)) {
+        while (RowsPassed() < first && (Pass(std::min(first - RowsPassed(), kWalkReport)) > 0 || Step(nullptr))) {
         }
         const qint64 known = std::min<qint64>(count, RowsPassed() - first);
         if (known > 0) page = Reread(first, static_cast<int>(known));
@@ -176,8 +190,11 @@ std::vector<IdentifierRow> PageQuery::Reread(qint64 first, int count) const {
 qint64 PageQuery::RecordCount(const Walked& walked) {
     ErrorTrap trap("RecordCount");
     const bool done = trap.Try([&] {
-        while (Step(nullptr)) {
-            if (walked && RowsPassed() % kWalkReport == 0) walked(RowsPassed());
+        qint64 report = RowsPassed() + kWalkReport;
+        while (Pass(kWalkReport) > 0 || Step(nullptr)) {
+            if (!walked || RowsPassed() < report) continue;
+            walked(RowsPassed());
+            report = RowsPassed() + kWalkReport;
         }
     });
     if (!done) GiveUp();

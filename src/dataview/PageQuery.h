@@ -54,6 +54,7 @@ class PageQuery final {
 
   private:
     bool OpenRows();
+    qint64 Pass(qint64 count);
     bool Step(IdentifierRow* wanted);
     void PassOver();
     void GiveUp();

@@ -220,6 +220,27 @@ void Recordset::Find(std::string_view text) {
         MoveNext();
 }
 
+std::int64_t Recordset::TakeNumbers(std::size_t position, std::int64_t most, std::int64_t count,
+                                    std::vector<std::int32_t>& into) {
+    most = std::min<std::int64_t>(most, std::numeric_limits<std::int32_t>::max());
+    const int column = static_cast<int>(position);
+    std::int64_t taken = 0;
+    for (; taken < count && !atEnd(); ++taken) {
+        std::int64_t number = -1;
+        if (impl_->direct) {
+            // Read past Value, which costs as much as the row itself.
+            sqlite3_stmt* const row = impl_->query.prepared.statement.get();
+            if (sqlite3_column_type(row, column) == SQLITE_INTEGER) number = sqlite3_column_int64(row, column);
+        } else if (const Value value = Get(position); value.type() == Value::Type::Integer) {
+            number = value.toInteger();
+        }
+        if (number < 0 || number > most) break;
+        into.push_back(static_cast<std::int32_t>(number));
+        MoveNext();
+    }
+    return taken;
+}
+
 std::vector<std::vector<Value>> Recordset::GetRows(std::int64_t count) {
     std::vector<std::vector<Value>> rows;
     if (impl_ != nullptr && !impl_->direct && impl_->position < 0) impl_->MoveTo(0);

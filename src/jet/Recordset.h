@@ -47,6 +47,9 @@ class Recordset {
     /// Moves forward from the current row to the next one that meets "Column = 'text'" (=, <>, <, >, <=, >=, Like;
     /// number or quoted text, ignoring case); at EOF when none does. Throws SyntaxError on anything else.
     void Find(std::string_view criterion);
+    /// Moves over up to `count` rows as long as their field is a whole number from 0 to `most`, and appends those numbers.
+    /// Gives how many. For results of millions of rows, of which a caller keeps the keys.
+    std::int64_t TakeNumbers(std::size_t position, std::int64_t most, std::int64_t count, std::vector<std::int32_t>& into);
     /// Up to `count` rows (-1: all) from the current row on, row by row; the cursor ends behind them.
     [[nodiscard]] std::vector<std::vector<Value>> GetRows(std::int64_t count = -1);
     /// The same as one text; Null gives `nullText`. The row delimiter also stands behind the last row.
