@@ -68,11 +68,12 @@ Engine::Engine(const std::string& path, const std::string& password) {
         RegisterFunctions(handle);
         Run(handle, "PRAGMA main.synchronous = NORMAL");
         Run(handle, "PRAGMA main.cache_size = -16000");
+        dataVersion_ = Prepare(handle, "PRAGMA main.data_version");
+        static_cast<void>(OthersWrote()); // from here on what others write is noticed
         catalogue_ = std::make_unique<LiveCatalogue>(handle, path);
         sizes_.emplace(handle);
         begin_ = Prepare(handle, "BEGIN");
         commit_ = Prepare(handle, "COMMIT");
-        dataVersion_ = Prepare(handle, "PRAGMA main.data_version");
     } catch (const Error& error) {
         if (error.number() == ErrorNumber::WrongPassword || error.number() == ErrorNumber::Busy) throw;
         const bool other = error.number() == ErrorNumber::NotADatabase;
@@ -103,14 +104,17 @@ Engine::ReadScope::~ReadScope() {
 // Another connection may have made tables or links in the file meanwhile.
 void Engine::NoticeOthers() {
     if (sqlite3_get_autocommit(database()) == 0 && !scoped_) return;
+    if (!OthersWrote()) return;
+    catalogue_->ReadAll();
+    sizes_->ForgetAll();
+}
+
+// True when another connection has written to the file since this was last asked.
+bool Engine::OthersWrote() {
     const bool row = Step(database(), dataVersion_.get());
     const std::int64_t version = row ? sqlite3_column_int64(dataVersion_.get(), 0) : lastVersion_;
     sqlite3_reset(dataVersion_.get());
-    if (lastVersion_ >= 0 && version != lastVersion_) {
-        catalogue_->ReadAll();
-        sizes_->ForgetAll();
-    }
-    lastVersion_ = version;
+    return std::exchange(lastVersion_, version) != version;
 }
 
 Engine::Seen& Engine::Translated(std::string_view sql) {
@@ -185,9 +189,10 @@ template <class Work> auto Engine::Retrying(const Work& work) {
     try {
         return work();
     } catch (const Error& error) {
-        // Changes of the file itself have just been looked for; a linked file may have got the table meanwhile.
-        const bool table = error.number() == ErrorNumber::NoSuchTable && catalogue_->missedLink();
-        if (!table && error.number() != ErrorNumber::NoSuchColumn) throw;
+        if (error.number() != ErrorNumber::NoSuchTable && error.number() != ErrorNumber::NoSuchColumn) throw;
+        // The DROP of a table that isn't there is common, and needs no second look when nobody can have made it.
+        const bool known = error.number() == ErrorNumber::NoSuchTable && !catalogue_->missedLink();
+        if (known && !OthersWrote()) throw;
     }
     catalogue_->ReadAll();
     return work();

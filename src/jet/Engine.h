@@ -86,6 +86,7 @@ class Engine {
 
     Seen& Translated(std::string_view sql);
     void NoticeOthers();
+    [[nodiscard]] bool OthersWrote();
     [[nodiscard]] PreparedStatement PrepareNoting(std::string_view sql);
     [[nodiscard]] PreparedStatement TakePrepared(Seen& seen);
     [[nodiscard]] PreparedStatement PrepareQuery(std::string_view sql);
