@@ -44,8 +44,14 @@ constexpr std::array<DataOption, 8> kDataOptions = {{
     {"DATA_PRESENT", "TS_OptionPresent", false},
 }};
 
-/// Characters that the visible columns are made wide for at first.
-constexpr std::array<int, VisibleCols> kColumnCharacters = {10, 14, 24, 40, 14, 20, 18, 30};
+/// Characters that a visible column is made wide for at first, and those that it gives up first when all of them don't
+/// fit into the window.
+struct ColumnWidth {
+    int characters;
+    int spare;
+};
+constexpr std::array<ColumnWidth, VisibleCols> kColumnWidths = {
+    {{10, 0}, {14, 2}, {24, 8}, {40, 14}, {14, 0}, {20, 6}, {18, 8}, {30, 10}}};
 
 QString Number(qint64 number) {
     return QLocale::system().toString(number);
@@ -94,12 +100,31 @@ void frmData::MakeGrid() {
     ui_->DataGrid->setItemDelegate(new GridDelegate(ui_->DataGrid));
     ui_->DataGrid->installEventFilter(this);
     ui_->DataGrid->setContextMenuPolicy(Qt::CustomContextMenu);
-    for (int column = 0; column < MaxCols; ++column) {
-        if (column < VisibleCols)
-            ui_->DataGrid->SetColumnCharacters(column, kColumnCharacters.at(static_cast<std::size_t>(column)));
+    for (int column = 0; column < MaxCols; ++column)
         ui_->DataGrid->setColumnHidden(column, column >= VisibleCols);
-    }
     setFocusProxy(ui_->DataGrid);
+}
+
+// Once, when the size of the window is known; from then on the widths are the user's.
+void frmData::FitColumns() {
+    if (columnsFitted_) return;
+    columnsFitted_ = true;
+    int wanted = 0;
+    int spare = 0;
+    for (int column = 0; column < VisibleCols; ++column) {
+        const ColumnWidth& width = kColumnWidths.at(static_cast<std::size_t>(column));
+        ui_->DataGrid->SetColumnCharacters(column, width.characters);
+        wanted += ui_->DataGrid->columnWidth(column);
+        spare += width.spare;
+    }
+    // The grid is still empty; the numbers of its rows will take their room.
+    const int room = ui_->DataGrid->viewport()->width() - ui_->DataGrid->fontMetrics().averageCharWidth() * 7;
+    const int excess = std::min(wanted - room, wanted / 4);
+    if (excess <= 0) return;
+    for (int column = 0; column < VisibleCols; ++column) {
+        const int share = excess * kColumnWidths.at(static_cast<std::size_t>(column)).spare / spare;
+        ui_->DataGrid->setColumnWidth(column, ui_->DataGrid->columnWidth(column) - share);
+    }
 }
 
 void frmData::MakeOptionStrip() {
@@ -145,6 +170,7 @@ void frmData::ConnectEvents() {
 void frmData::Enter() {
     ErrorTrap trap("frmData_Activate");
     ShowGridPreferences();
+    FitColumns();
     if (SelectionChanged) {
         MakeQryForTheGrid();
         SelectionChanged = false;

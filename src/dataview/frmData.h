@@ -50,6 +50,7 @@ class frmData final : public StageScreen {
 
   private:
     void MakeGrid();
+    void FitColumns();
     void MakeOptionStrip();
     void ConnectEvents();
     void InitializeDataViewVariables();
@@ -69,6 +70,7 @@ class frmData final : public StageScreen {
     QTimer tmrDataView_;
     QButtonGroup options_;
     int option_ = 0;
+    bool columnsFitted_ = false;
     QString dataOrderBy_;
     int sortedColumn_ = 0; ///< column with the sort mark; 0 for none
     bool sortedAscending_ = false;

@@ -206,6 +206,15 @@ TEST_F(frmDataTest, CopiesTheChosenCellsTabSeparatedWithoutTheWorkingColumns) {
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("102"));
 }
 
+TEST_F(frmDataTest, ColumnsFitTheWindowAtFirstAndThenKeepTheUsersWidths) {
+    FillData(1, 1, 1);
+    Show();
+    EXPECT_EQ(Grid().horizontalScrollBar()->maximum(), 0);
+    Grid().setColumnWidth(ColIndicator - 1, 77);
+    form.Enter();
+    EXPECT_EQ(Grid().columnWidth(ColIndicator - 1), 77);
+}
+
 TEST_F(frmDataTest, PreferencesReachTheGrid) {
     FillData(1, 1, 1);
     ViewGridLines = true;
