@@ -26,6 +26,16 @@ class Frame {
     virtual void GoToHome() {}
     /// Unloads every screen and dialog other than the frame, the home page and the properties.
     virtual void UnloadForms() {}
+
+    /// Shows a workbook for reading and printing in frmPrint, modally.
+    virtual void ShowWorkbook(const QString& /*file*/) {}
+    /// The calculation wizard for CalcType 0 to 5, and whether it exists.
+    virtual void StartCalculation(int /*calcType*/) {}
+    [[nodiscard]] virtual bool OffersCalculation(int /*calcType*/) const { return false; }
+    /// The table, graph or map wizard ('T', 'G', 'M'), and whether it exists.
+    virtual void StartPresentation(QChar /*type*/) {}
+    [[nodiscard]] virtual bool OffersPresentation(QChar /*type*/) const { return false; }
+
     /// Number of items in frmIndicators' lstSelected when that screen was visited in this session, else 0.
     [[nodiscard]] virtual int SelectedIndicatorCount() const { return 0; }
 };

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "office/CellStyle.h"
+
+#include <QByteArray>
+#include <QRectF>
+#include <QString>
+
+#include <memory>
+
+namespace tessaro::office {
+
+class Document;
+
+enum class ChartKind { Column, Bar, Line, Pie, Area, Scatter };
+
+/// A chart on a sheet, live on its block of cells. Every function throws Error.
+class Chart final {
+  public:
+    Chart(std::shared_ptr<Document> document, int sheet, int number);
+
+    void SetKind(ChartKind kind);
+    [[nodiscard]] ChartKind Kind() const;
+    /// Empty takes the title away.
+    void SetTitle(const QString& title);
+    [[nodiscard]] QString Title() const;
+    void SetAxisTitles(const QString& xAxis, const QString& yAxis);
+    void SetLegend(bool shown);
+    /// Font of everything in the chart; of the axes' labels.
+    void SetFont(const QString& name, double points);
+    void SetAxisFont(const QString& name, double points);
+    /// Colour of a series, counted from 1, as a palette slot.
+    void SetSeriesColor(int series, int colorIndex);
+    [[nodiscard]] int SeriesCount() const;
+    void SetPlace(const QRectF& points);
+    [[nodiscard]] QRectF Place() const;
+    /// Drawn as "image/png" (this many pixels wide) or "image/x-emf".
+    [[nodiscard]] QByteArray AsPicture(const QString& mimeType, int pixelWidth = 1600) const;
+
+  private:
+    std::shared_ptr<Document> document_;
+    int sheet_;
+    int number_;
+};
+
+} // namespace tessaro::office

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <functional>
+#include <memory>
+
+namespace tessaro::office {
+
+/// The line to the process, for this room alone: starts it, keeps its context, runs every call on one worker thread and
+/// notices when it dies. Shared by the handles of documents, so that each finds out that its process is gone.
+class Connection final : public QObject {
+    Q_OBJECT
+
+  public:
+    Connection();
+    ~Connection() override;
+
+    void SetProfileFolder(const QString& folder);
+    /// Finds the process alive or starts it; throws Error.
+    void Start();
+    void Quit();
+    [[nodiscard]] bool IsRunning() const;
+    [[nodiscard]] qint64 ProcessId() const;
+    /// Counts the processes: a document that was opened under another number is dead.
+    [[nodiscard]] unsigned Generation() const;
+
+    /// Runs the work on the worker thread and waits for it, while the window paints. What UNO throws becomes an Error.
+    /// When the limit passes, the process is ended and Failure::TimedOut thrown; never returns while the work still
+    /// runs.
+    void Run(const std::function<void()>& work, std::chrono::milliseconds limit);
+    void Run(const std::function<void()>& work);
+    /// The same without waiting and without an error; for releasing references.
+    void Post(std::function<void()> work);
+    void SetTimeLimit(std::chrono::milliseconds limit);
+
+    // On the worker thread only.
+    [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> Context() const;
+    /// A service of the process by its name.
+    [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::uno::XInterface> Service(const char* name) const;
+
+  Q_SIGNALS:
+    void Lost();
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace tessaro::office

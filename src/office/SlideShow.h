@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+
+namespace tessaro::office {
+
+class Document;
+
+/// One open slide show of the slides program, 4:3 when it is new. Every function throws Error.
+class SlideShow final {
+  public:
+    SlideShow() = default;
+    explicit SlideShow(std::shared_ptr<Document> document);
+
+    /// Never shown, until a host shows it.
+    [[nodiscard]] static SlideShow New();
+    /// Failure::File when it can't be read or is no slide show.
+    [[nodiscard]] static SlideShow Open(const QString& file);
+
+    [[nodiscard]] bool IsOpen() const;
+    [[nodiscard]] QString FileName() const;
+    [[nodiscard]] int SlideCount() const;
+    /// A blank slide at the end with the picture ("image/x-emf", "image/png") in its middle, as large as fits with a
+    /// margin, proportions kept. Gives its number, from 1.
+    int AppendPicture(const QByteArray& picture, const QString& mimeType);
+    /// Takes the first slide away when it is empty, as a new show has one.
+    void RemoveSlide(int number);
+    /// Brings a slide to view in a shown slide show.
+    void GoToSlide(int number);
+    [[nodiscard]] bool IsModified() const;
+    /// True ".ppt".
+    void Save();
+    void SaveAs(const QString& file);
+    void Close();
+
+    /// For the classes of this room.
+    [[nodiscard]] const std::shared_ptr<Document>& document() const { return document_; }
+
+  private:
+    std::shared_ptr<Document> document_;
+};
+
+} // namespace tessaro::office

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "office/Workbook.h"
+
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace tessaro::office {
+
+class Connection;
+
+/// The spreadsheet and slides program in a process and a profile of our own. It is started by the first call that needs
+/// it, found alive or started anew by every later one, and gone when this program is gone, however that ends. Windows
+/// and processes that the user has open are never touched. All calls block, but let the window paint; each has a time
+/// limit. Everything here is for the thread of the user interface.
+class SpreadsheetApplication final : public QObject {
+    Q_OBJECT
+
+  public:
+    /// The one instance of the program.
+    static SpreadsheetApplication& Instance();
+    ~SpreadsheetApplication() override;
+
+    /// Where its profile lies (below CacheFolder); set once at the start. Ends an orphan that a crashed run has left
+    /// there.
+    void SetProfileFolder(const QString& folder);
+    [[nodiscard]] static bool IsInstalled();
+    [[nodiscard]] bool IsRunning() const;
+    /// Process id of the running program; 0 when none runs.
+    [[nodiscard]] qint64 ProcessId() const;
+    /// Starts the process when it doesn't run. Throws Error.
+    void Start();
+    /// Starts the process without waiting for it; no error is told. For a wizard that opens.
+    void StartInAdvance();
+    /// Ends the process, at once if it doesn't end by itself.
+    void Quit();
+
+    /// A new workbook with this many empty sheets, never shown. Throws Error.
+    [[nodiscard]] Workbook NewWorkbook(int sheets = 1);
+    /// Opens a file of the ".xls" kind, never shown: Failure::File when it can't be read or is no workbook.
+    [[nodiscard]] Workbook OpenWorkbook(const QString& file);
+    /// Copies a template over `file` and opens the copy.
+    [[nodiscard]] Workbook OpenCopy(const QString& templateFile, const QString& file);
+
+    /// Time that a call may take before the process counts as hung: 30 s unless set. Long jobs take longer limits.
+    void SetTimeLimit(std::chrono::milliseconds limit);
+
+    /// For the classes of this room.
+    [[nodiscard]] const std::shared_ptr<Connection>& connection() const { return connection_; }
+
+  Q_SIGNALS:
+    /// The process died or was ended because it hung; all workbooks of before are dead.
+    void Lost();
+
+  private:
+    SpreadsheetApplication();
+
+    std::shared_ptr<Connection> connection_;
+};
+
+} // namespace tessaro::office
