@@ -6,7 +6,8 @@ packages=(
   g++ cmake ninja-build ccache pkg-config git python3
   qt6-base-dev qt6-base-dev-tools libqt6svg6-dev qt6-multimedia-dev libgl1-mesa-dev
   libsqlite3-dev sqlite3 libicu-dev libcrypto++-dev libsimpleini-dev libshp-dev mdbtools-dev
-  libgtest-dev libgmock-dev
+  libreoffice-calc libreoffice-impress libreoffice-draw libreoffice-dev
+  libgtest-dev libgmock-dev python3-xlrd gnumeric
   xvfb xauth xdotool fonts-noto-core fonts-liberation
 )
 
