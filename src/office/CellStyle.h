@@ -19,18 +19,18 @@ enum class VerticalAlign { Top, Center, Bottom };
 
 /// Looks of cells; what isn't set stays as it is. Colours are slots of the workbook's palette, 1 to 56.
 struct CellStyle {
-    std::optional<QString> fontName;
-    std::optional<double> fontSize; ///< points
-    std::optional<bool> bold;
-    std::optional<bool> italic;
-    std::optional<bool> underline;
-    std::optional<int> fontColorIndex;
-    std::optional<int> interiorColorIndex; ///< solid background; 0 takes it away
-    std::optional<Align> horizontal;
-    std::optional<VerticalAlign> vertical;
-    std::optional<bool> wrapText;
-    std::optional<int> orientation;      ///< degrees, counter-clockwise
-    std::optional<QString> numberFormat; ///< English codes: "@", "0.00", "#,##0"; "General"
+    std::optional<QString> fontName = {};
+    std::optional<double> fontSize = {}; ///< points
+    std::optional<bool> bold = {};
+    std::optional<bool> italic = {};
+    std::optional<bool> underline = {};
+    std::optional<int> fontColorIndex = {};
+    std::optional<int> interiorColorIndex = {}; ///< solid background; 0 takes it away
+    std::optional<Align> horizontal = {};
+    std::optional<VerticalAlign> vertical = {};
+    std::optional<bool> wrapText = {};
+    std::optional<int> orientation = {};      ///< degrees, counter-clockwise
+    std::optional<QString> numberFormat = {}; ///< English codes: "@", "0.00", "#,##0"; "General"
     auto operator<=>(const CellStyle&) const = default;
 };
 
@@ -55,9 +55,9 @@ struct Border {
 
 /// A piece of text within one cell with a look of its own.
 struct TextRun {
-    QString text;
+    QString text = {};
     bool superscript = false;
-    CellStyle style; ///< font name, size, bold, italic, underline, colour only
+    CellStyle style = {}; ///< font name, size, bold, italic, underline, colour only
 };
 
 /// One key of a sort: a row or column of the sorted block, counted from 1.

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "office/Error.h"
+
 #include <QObject>
 #include <QString>
 
 #include <chrono>
-#include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <functional>
 #include <memory>
@@ -17,26 +18,31 @@ class Connection final : public QObject {
     Q_OBJECT
 
   public:
-    Connection();
+    /// `shown`: with windows, for a host; otherwise the process never shows any.
+    explicit Connection(bool shown);
     ~Connection() override;
 
+    /// Also ends what a crashed run has left on this profile.
     void SetProfileFolder(const QString& folder);
     /// Finds the process alive or starts it; throws Error.
     void Start();
+    /// Starts the process if none runs, without waiting until it answers.
+    void StartInAdvance();
     void Quit();
     [[nodiscard]] bool IsRunning() const;
     [[nodiscard]] qint64 ProcessId() const;
     /// Counts the processes: a document that was opened under another number is dead.
     [[nodiscard]] unsigned Generation() const;
 
-    /// Runs the work on the worker thread and waits for it, while the window paints. What UNO throws becomes an Error.
-    /// When the limit passes, the process is ended and Failure::TimedOut thrown; never returns while the work still
-    /// runs.
+    /// Runs the work on the worker thread and waits for it, while the window paints and takes no input. What UNO throws
+    /// becomes an Error. When the limit passes, the process is ended and Failure::TimedOut thrown; never returns while
+    /// the work still runs.
     void Run(const std::function<void()>& work, std::chrono::milliseconds limit);
     void Run(const std::function<void()>& work);
     /// The same without waiting and without an error; for releasing references.
     void Post(std::function<void()> work);
     void SetTimeLimit(std::chrono::milliseconds limit);
+    [[nodiscard]] std::chrono::milliseconds TimeLimit() const;
 
     // On the worker thread only.
     [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> Context() const;
@@ -44,9 +50,15 @@ class Connection final : public QObject {
     [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::uno::XInterface> Service(const char* name) const;
 
   Q_SIGNALS:
+    /// The process died, or was ended because it hung.
     void Lost();
 
   private:
+    void StartProcess();
+    void Connect();
+    bool TryConnect();
+    void EndProcess();
+
     struct State;
     std::unique_ptr<State> state_;
 };

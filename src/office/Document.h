@@ -9,51 +9,84 @@
 #include <array>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/table/XCellRange.hpp>
 #include <functional>
 #include <memory>
 
 namespace tessaro::office {
+
+struct PendingWrites;
 
 /// An open document of the process, for this room alone: its model, the frame it is in, the writes that wait, and the
 /// palette. Its last handle closes it when it isn't shown in a host.
 class Document final {
   public:
     using Model = com::sun::star::uno::Reference<com::sun::star::frame::XModel>;
+    using Frame = com::sun::star::uno::Reference<com::sun::star::frame::XFrame>;
 
-    /// `url` is empty for a new document of `factory` ("private:factory/scalc").
-    [[nodiscard]] static std::shared_ptr<Document> New(std::shared_ptr<Connection> connection, const QString& factory);
-    /// `filter` names the kind that the file must have ("MS Excel 97").
+    /// Kinds of documents, by the filter that reads and writes their files.
+    static constexpr const char* kWorkbook = "MS Excel 97";
+    static constexpr const char* kSlides = "MS PowerPoint 97";
+
+    /// A new document of a factory ("private:factory/scalc").
+    [[nodiscard]] static std::shared_ptr<Document> New(std::shared_ptr<Connection> connection, const char* factory,
+                                                       const char* filter);
+    /// A file that must be of the filter's kind; into the frame of a host when one is given.
     [[nodiscard]] static std::shared_ptr<Document> Open(std::shared_ptr<Connection> connection, const QString& file,
-                                                        const QString& filter);
-    /// The same into a frame of a host.
-    [[nodiscard]] static std::shared_ptr<Document>
-    OpenInFrame(std::shared_ptr<Connection> connection, const QString& file, const QString& filter,
-                const com::sun::star::uno::Reference<com::sun::star::frame::XFrame>& frame);
-    Document(std::shared_ptr<Connection> connection, QString file, QString filter);
+                                                        const char* filter, const Frame& frame = {});
+    Document(std::shared_ptr<Connection> connection, QString file, const char* filter);
     ~Document();
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
 
     /// Runs work on the worker thread after the writes that wait have gone over. Failure::Lost when the process it was
     /// opened in is gone.
     void Run(const std::function<void(const Model&)>& work);
-    void Flush();
+    /// Writes the file: into a work file beside it, which then takes its place.
     void Store(const QString& file);
-    void Close();
+    /// Stores a copy in another format ("calc_pdf_Export").
+    void Export(const QString& file, const char* exportFilter);
+    /// Closes without saving; never throws.
+    void Close() noexcept;
     [[nodiscard]] bool IsOpen() const;
+    [[nodiscard]] const QString& FileName() const { return file_; }
+    [[nodiscard]] Connection& connection() const { return *connection_; }
 
-    // The writes that wait; a range collects here.
+    // The writes that wait; sheets, rows and columns are counted from 1. Failure::Limit outside the format.
     void Write(int sheet, int row, int column, const Block& values);
     void Style(int sheet, int row, int column, int lastRow, int lastColumn, const CellStyle& style);
 
-    QString file;
-    QString filter;
-    std::array<QColor, 57> palette; ///< slots 1 to 56
+    /// Palette slots 1 to 56.
+    [[nodiscard]] QColor ColorAt(int slot) const;
+    void SetColor(int slot, const QColor& colour);
+    /// Colour of a slot as the process takes it.
+    [[nodiscard]] int ColorNumber(int slot) const;
+
+    // On the worker thread.
+    [[nodiscard]] static com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet> SheetOf(const Model& model,
+                                                                                                     int sheet);
+    [[nodiscard]] static com::sun::star::uno::Reference<com::sun::star::table::XCellRange>
+    RangeOf(const Model& model, int sheet, int row, int column, int lastRow, int lastColumn);
 
   private:
-    struct Waiting;
+    void OpenModel(const rtl::OUString& url, const Frame& frame);
+    void FlushOnWorker();
+    void CheckAlive() const;
+
     std::shared_ptr<Connection> connection_;
     unsigned generation_ = 0;
+    QString file_;
+    const char* filter_;
     Model model_;
-    std::unique_ptr<Waiting> waiting_;
+    std::unique_ptr<PendingWrites> pending_;
+    std::array<QColor, 57> palette_;
 };
+
+/// The most that the file format holds.
+constexpr int kMaxRows = 65536;
+constexpr int kMaxColumns = 256;
+constexpr int kMaxCellText = 32767;
+constexpr int kMaxSheetName = 31;
 
 } // namespace tessaro::office

@@ -36,6 +36,9 @@ class SlideShow final {
     void SaveAs(const QString& file);
     void Close();
 
+    /// Blank 4:3 pages, as a new show gets them.
+    void SetFourToThree();
+
     /// For the classes of this room.
     [[nodiscard]] const std::shared_ptr<Document>& document() const { return document_; }
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "office/SlideShow.h"
 #include "office/Workbook.h"
 
 #include <QObject>
 #include <QString>
 
 #include <chrono>
-#include <functional>
 #include <memory>
 
 namespace tessaro::office {
@@ -17,17 +17,21 @@ class Connection;
 /// it, found alive or started anew by every later one, and gone when this program is gone, however that ends. Windows
 /// and processes that the user has open are never touched. All calls block, but let the window paint; each has a time
 /// limit. Everything here is for the thread of the user interface.
+///
+/// There are two: one that never shows a window, which writes the files, and one whose documents are shown inside our
+/// windows. A file is finished by the first before the second opens it.
 class SpreadsheetApplication final : public QObject {
     Q_OBJECT
 
   public:
-    /// The one instance of the program.
+    /// The one that writes files.
     static SpreadsheetApplication& Instance();
+    /// The one that is shown in a host.
+    static SpreadsheetApplication& Hosted();
     ~SpreadsheetApplication() override;
 
-    /// Where its profile lies (below CacheFolder); set once at the start. Ends an orphan that a crashed run has left
-    /// there.
-    void SetProfileFolder(const QString& folder);
+    /// Where the two profiles lie (below CacheFolder); set once at the start. Ends what a crashed run has left there.
+    static void SetProfileFolder(const QString& folder);
     [[nodiscard]] static bool IsInstalled();
     [[nodiscard]] bool IsRunning() const;
     /// Process id of the running program; 0 when none runs.
@@ -38,6 +42,8 @@ class SpreadsheetApplication final : public QObject {
     void StartInAdvance();
     /// Ends the process, at once if it doesn't end by itself.
     void Quit();
+    /// Ends both.
+    static void QuitAll();
 
     /// A new workbook with this many empty sheets, never shown. Throws Error.
     [[nodiscard]] Workbook NewWorkbook(int sheets = 1);
@@ -45,6 +51,9 @@ class SpreadsheetApplication final : public QObject {
     [[nodiscard]] Workbook OpenWorkbook(const QString& file);
     /// Copies a template over `file` and opens the copy.
     [[nodiscard]] Workbook OpenCopy(const QString& templateFile, const QString& file);
+    /// The same for slide shows.
+    [[nodiscard]] SlideShow NewSlideShow();
+    [[nodiscard]] SlideShow OpenSlideShow(const QString& file);
 
     /// Time that a call may take before the process counts as hung: 30 s unless set. Long jobs take longer limits.
     void SetTimeLimit(std::chrono::milliseconds limit);
@@ -57,7 +66,7 @@ class SpreadsheetApplication final : public QObject {
     void Lost();
 
   private:
-    SpreadsheetApplication();
+    explicit SpreadsheetApplication(bool shown);
 
     std::shared_ptr<Connection> connection_;
 };

@@ -1,0 +1,299 @@
+#include "office/Chart.h"
+
+#include "office/Convert.h"
+#include "office/Document.h"
+#include "office/Transfer.h"
+#include "office/Worksheet.h"
+
+#include <cmath>
+#include <com/sun/star/awt/Rectangle.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/chart/XAxisXSupplier.hpp>
+#include <com/sun/star/chart/XAxisYSupplier.hpp>
+#include <com/sun/star/chart/XChartDocument.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/document/XEmbeddedObjectSupplier.hpp>
+#include <com/sun/star/drawing/XDrawPageSupplier.hpp>
+#include <com/sun/star/drawing/XShape.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/table/XTableChart.hpp>
+#include <com/sun/star/table/XTableChartsSupplier.hpp>
+#include <functional>
+
+namespace tessaro::office {
+
+namespace {
+
+using com::sun::star::beans::XPropertySet;
+using com::sun::star::chart::XChartDocument;
+using com::sun::star::drawing::XShape;
+using com::sun::star::uno::Any;
+using com::sun::star::uno::Reference;
+using com::sun::star::uno::UNO_QUERY;
+using Model = Document::Model;
+
+constexpr const char* kChartClass = "12dcae26-281f-416f-a234-c3086127382e";
+
+sal_Int32 Length(double points) {
+    return static_cast<sal_Int32>(std::lround(points * kPoint));
+}
+
+auto ChartsOf(const Model& model, int sheet) {
+    return Need<com::sun::star::table::XTableChartsSupplier>(Document::SheetOf(model, sheet))->getCharts();
+}
+
+/// The drawn objects of the sheet that are charts, in their order.
+std::vector<Reference<XShape>> ChartShapes(const Model& model, int sheet) {
+    std::vector<Reference<XShape>> shapes;
+    const auto page = Need<com::sun::star::drawing::XDrawPageSupplier>(Document::SheetOf(model, sheet))->getDrawPage();
+    for (sal_Int32 place = 0; place < page->getCount(); ++place) {
+        Reference<XShape> shape;
+        page->getByIndex(place) >>= shape;
+        if (!shape.is() || shape->getShapeType() != "com.sun.star.drawing.OLE2Shape") continue;
+        rtl::OUString kind;
+        Need<XPropertySet>(shape)->getPropertyValue("CLSID") >>= kind;
+        if (FromUno(kind).compare(QLatin1String(kChartClass), Qt::CaseInsensitive) == 0) shapes.push_back(shape);
+    }
+    return shapes;
+}
+
+Reference<XShape> ShapeOf(const Model& model, int sheet, int number) {
+    const auto shapes = ChartShapes(model, sheet);
+    if (number < 1 || number > static_cast<int>(shapes.size()))
+        throw Error(Failure::Call, QStringLiteral("there is no chart %1").arg(number));
+    return shapes[static_cast<std::size_t>(number - 1)];
+}
+
+Reference<XChartDocument> ChartOf(const Model& model, int sheet, int number) {
+    Reference<com::sun::star::uno::XInterface> inner;
+    Need<XPropertySet>(ShapeOf(model, sheet, number))->getPropertyValue("Model") >>= inner;
+    return Need<XChartDocument>(inner);
+}
+
+const char* DiagramOf(ChartKind kind) {
+    switch (kind) {
+    case ChartKind::Column:
+    case ChartKind::Bar:
+        return "com.sun.star.chart.BarDiagram";
+    case ChartKind::Line:
+        return "com.sun.star.chart.LineDiagram";
+    case ChartKind::Pie:
+        return "com.sun.star.chart.PieDiagram";
+    case ChartKind::Area:
+        return "com.sun.star.chart.AreaDiagram";
+    case ChartKind::Scatter:
+        return "com.sun.star.chart.XYDiagram";
+    }
+    return "com.sun.star.chart.BarDiagram";
+}
+
+void SetDiagram(const Reference<XChartDocument>& chart, ChartKind kind) {
+    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(chart);
+    const auto diagram = Need<com::sun::star::chart::XDiagram>(factory->createInstance(Ascii(DiagramOf(kind))));
+    chart->setDiagram(diagram);
+    // The kind's "vertical" means bars that lie.
+    if (kind == ChartKind::Column || kind == ChartKind::Bar)
+        Need<XPropertySet>(chart->getDiagram())->setPropertyValue("Vertical", Any(kind == ChartKind::Bar));
+}
+
+void SetFontOf(const Reference<XPropertySet>& part, const QString& name, double points) {
+    if (!part.is()) return;
+    for (const char* script : {"", "Asian", "Complex"}) {
+        part->setPropertyValue(Ascii("CharFontName") + Ascii(script), Any(ToUno(name)));
+        part->setPropertyValue(Ascii("CharHeight") + Ascii(script), Any(static_cast<float>(points)));
+    }
+}
+
+/// The axes that this kind of chart has.
+std::vector<Reference<XPropertySet>> AxesOf(const Reference<XChartDocument>& chart) {
+    std::vector<Reference<XPropertySet>> axes;
+    const auto diagram = chart->getDiagram();
+    const Reference<com::sun::star::chart::XAxisXSupplier> x(diagram, UNO_QUERY);
+    const Reference<com::sun::star::chart::XAxisYSupplier> y(diagram, UNO_QUERY);
+    if (x.is() && x->getXAxis().is()) axes.push_back(x->getXAxis());
+    if (y.is() && y->getYAxis().is()) axes.push_back(y->getYAxis());
+    return axes;
+}
+
+void SetAxisTitle(const Reference<XPropertySet>& diagram, const char* has, const Reference<XShape>& title,
+                  const QString& text) {
+    diagram->setPropertyValue(Ascii(has), Any(!text.isEmpty()));
+    if (!text.isEmpty()) Need<XPropertySet>(title)->setPropertyValue("String", Any(ToUno(text)));
+}
+
+} // namespace
+
+Chart Worksheet::AddChart(ChartKind kind, const Range& data, bool columnHeaders, bool rowHeaders, const QRectF& place) {
+    int number = 0;
+    document_->Run([&](const Model& model) {
+        const auto charts = ChartsOf(model, number_);
+        number = static_cast<int>(ChartShapes(model, number_).size()) + 1;
+        const com::sun::star::awt::Rectangle rectangle(Length(place.x()), Length(place.y()), Length(place.width()),
+                                                       Length(place.height()));
+        com::sun::star::uno::Sequence<com::sun::star::table::CellRangeAddress> ranges(1);
+        ranges.getArray()[0] = {static_cast<sal_Int16>(data.Sheet() - 1), data.Column() - 1, data.Row() - 1,
+                                data.LastColumn() - 1, data.LastRow() - 1};
+        charts->addNewByName(ToUno(QStringLiteral("Chart %1 %2").arg(number_).arg(number)), rectangle, ranges,
+                             columnHeaders, rowHeaders);
+        SetDiagram(ChartOf(model, number_, number), kind);
+    });
+    return {document_, number_, number};
+}
+
+int Worksheet::ChartCount() const {
+    int count = 0;
+    document_->Run([&](const Model& model) { count = static_cast<int>(ChartShapes(model, number_).size()); });
+    return count;
+}
+
+Chart Worksheet::ChartAt(int number) const {
+    document_->Run([&](const Model& model) { static_cast<void>(ShapeOf(model, number_, number)); });
+    return {document_, number_, number};
+}
+
+Chart::Chart(std::shared_ptr<Document> document, int sheet, int number)
+    : document_(std::move(document)), sheet_(sheet), number_(number) {}
+
+void Chart::SetKind(ChartKind kind) {
+    document_->Run([&](const Model& model) { SetDiagram(ChartOf(model, sheet_, number_), kind); });
+}
+
+ChartKind Chart::Kind() const {
+    ChartKind kind = ChartKind::Column;
+    document_->Run([&](const Model& model) {
+        const auto diagram = ChartOf(model, sheet_, number_)->getDiagram();
+        const QString type = FromUno(diagram->getDiagramType());
+        for (const ChartKind other : {ChartKind::Line, ChartKind::Pie, ChartKind::Area, ChartKind::Scatter})
+            if (type == QLatin1String(DiagramOf(other))) kind = other;
+        bool lying = false;
+        if (type == QLatin1String(DiagramOf(ChartKind::Bar)))
+            Need<XPropertySet>(diagram)->getPropertyValue("Vertical") >>= lying;
+        if (lying) kind = ChartKind::Bar;
+    });
+    return kind;
+}
+
+void Chart::SetTitle(const QString& title) {
+    document_->Run([&](const Model& model) {
+        const auto chart = ChartOf(model, sheet_, number_);
+        Need<XPropertySet>(chart)->setPropertyValue("HasMainTitle", Any(!title.isEmpty()));
+        if (!title.isEmpty()) Need<XPropertySet>(chart->getTitle())->setPropertyValue("String", Any(ToUno(title)));
+    });
+}
+
+QString Chart::Title() const {
+    rtl::OUString title;
+    document_->Run([&](const Model& model) {
+        const auto chart = ChartOf(model, sheet_, number_);
+        bool has = false;
+        Need<XPropertySet>(chart)->getPropertyValue("HasMainTitle") >>= has;
+        if (has) Need<XPropertySet>(chart->getTitle())->getPropertyValue("String") >>= title;
+    });
+    return FromUno(title);
+}
+
+void Chart::SetAxisTitles(const QString& xAxis, const QString& yAxis) {
+    document_->Run([&](const Model& model) {
+        const auto diagram = ChartOf(model, sheet_, number_)->getDiagram();
+        const auto properties = Need<XPropertySet>(diagram);
+        const Reference<com::sun::star::chart::XAxisXSupplier> x(diagram, UNO_QUERY);
+        const Reference<com::sun::star::chart::XAxisYSupplier> y(diagram, UNO_QUERY);
+        if (x.is()) SetAxisTitle(properties, "HasXAxisTitle", x->getXAxisTitle(), xAxis);
+        if (y.is()) SetAxisTitle(properties, "HasYAxisTitle", y->getYAxisTitle(), yAxis);
+    });
+}
+
+void Chart::SetLegend(bool shown) {
+    document_->Run([&](const Model& model) {
+        Need<XPropertySet>(ChartOf(model, sheet_, number_))->setPropertyValue("HasLegend", Any(shown));
+    });
+}
+
+void Chart::SetFont(const QString& name, double points) {
+    document_->Run([&](const Model& model) {
+        const auto chart = ChartOf(model, sheet_, number_);
+        const auto properties = Need<XPropertySet>(chart);
+        bool hasTitle = false;
+        bool hasLegend = false;
+        properties->getPropertyValue("HasMainTitle") >>= hasTitle;
+        properties->getPropertyValue("HasLegend") >>= hasLegend;
+        if (hasTitle) SetFontOf(Need<XPropertySet>(chart->getTitle()), name, points * 1.3);
+        if (hasLegend) SetFontOf(Need<XPropertySet>(chart->getLegend()), name, points);
+        for (const auto& axis : AxesOf(chart))
+            SetFontOf(axis, name, points);
+    });
+}
+
+void Chart::SetAxisFont(const QString& name, double points) {
+    document_->Run([&](const Model& model) {
+        for (const auto& axis : AxesOf(ChartOf(model, sheet_, number_)))
+            SetFontOf(axis, name, points);
+    });
+}
+
+namespace {
+
+/// Calls with each series' properties until there is no further one; the number of series.
+int ForEachSeries(const Reference<XChartDocument>& chart,
+                  const std::function<void(int, const Reference<XPropertySet>&)>& visit) {
+    const auto diagram = chart->getDiagram();
+    for (int series = 0; series < kMaxColumns; ++series) {
+        Reference<XPropertySet> properties;
+        try {
+            properties = diagram->getDataRowProperties(series);
+        } catch (const com::sun::star::uno::Exception&) {
+            return series; // past the last one
+        }
+        if (!properties.is()) return series;
+        visit(series + 1, properties);
+    }
+    return kMaxColumns;
+}
+
+} // namespace
+
+void Chart::SetSeriesColor(int series, int colorIndex) {
+    document_->Run([&](const Model& model) {
+        const Any colour(static_cast<sal_Int32>(document_->ColorNumber(colorIndex)));
+        ForEachSeries(ChartOf(model, sheet_, number_), [&](int number, const Reference<XPropertySet>& properties) {
+            if (number == series) properties->setPropertyValue("Color", colour);
+        });
+    });
+}
+
+int Chart::SeriesCount() const {
+    int count = 0;
+    document_->Run([&](const Model& model) {
+        count = ForEachSeries(ChartOf(model, sheet_, number_), [](int, const Reference<XPropertySet>&) {});
+    });
+    return count;
+}
+
+void Chart::SetPlace(const QRectF& points) {
+    document_->Run([&](const Model& model) {
+        const auto shape = ShapeOf(model, sheet_, number_);
+        shape->setPosition({Length(points.x()), Length(points.y())});
+        shape->setSize({Length(points.width()), Length(points.height())});
+    });
+}
+
+QRectF Chart::Place() const {
+    QRectF place;
+    document_->Run([&](const Model& model) {
+        const auto shape = ShapeOf(model, sheet_, number_);
+        place = {shape->getPosition().X / kPoint, shape->getPosition().Y / kPoint, shape->getSize().Width / kPoint,
+                 shape->getSize().Height / kPoint};
+    });
+    return place;
+}
+
+QByteArray Chart::AsPicture(const QString& mimeType, int pixelWidth) const {
+    QByteArray picture;
+    document_->Run([&](const Model& model) {
+        picture = ShapeAs(document_->connection(), ShapeOf(model, sheet_, number_), mimeType, pixelWidth);
+    });
+    return picture;
+}
+
+} // namespace tessaro::office

@@ -1,0 +1,295 @@
+#include "office/Connection.h"
+
+#include "office/Convert.h"
+#include "office/Profile.h"
+#include "office/Worker.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QUrl>
+
+#include <com/sun/star/bridge/UnoUrlResolver.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
+#include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <cppuhelper/bootstrap.hxx>
+#include <csignal>
+#include <osl/file.hxx>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace tessaro::office {
+
+using namespace std::chrono_literals;
+using com::sun::star::lang::DisposedException;
+using com::sun::star::lang::XMultiComponentFactory;
+using com::sun::star::uno::Reference;
+using com::sun::star::uno::XComponentContext;
+using com::sun::star::uno::XInterface;
+
+namespace {
+
+constexpr auto kStartLimit = 30s;
+constexpr auto kQuitLimit = 2s;
+/// What the process ends with when it has just made a new profile usable: it is to be started again.
+constexpr int kStartAgain = 81;
+
+/// The context of our own side, made once for the process.
+Reference<XComponentContext> OwnContext() {
+    static const Reference<XComponentContext> context = [] {
+        if (!qEnvironmentVariableIsSet("URE_BOOTSTRAP"))
+            qputenv("URE_BOOTSTRAP", "vnd.sun.star.pathname:" + ProgramFolder().toUtf8() + "/fundamentalrc");
+        return cppu::defaultBootstrap_InitialComponentContext();
+    }();
+    return context;
+}
+
+QString PipeName(unsigned generation) {
+    static int connections = 0;
+    return QStringLiteral("tessaro_%1_%2_%3").arg(::getpid()).arg(++connections).arg(generation);
+}
+
+} // namespace
+
+rtl::OUString FileUrl(const QString& path) {
+    rtl::OUString url;
+    osl::FileBase::getFileURLFromSystemPath(ToUno(QDir::toNativeSeparators(QDir().absoluteFilePath(path))), url);
+    return url;
+}
+
+struct Connection::State {
+    bool shown = false;
+    QString folder;
+    QString pipe;
+    std::unique_ptr<QProcess> process;
+    qint64 processId = 0;
+    unsigned generation = 0;
+    bool connected = false;
+    bool ending = false;
+    std::chrono::milliseconds limit = 30s;
+    Reference<XComponentContext> context; ///< for the worker
+    std::unique_ptr<Worker> worker = std::make_unique<Worker>();
+};
+
+Connection::Connection(bool shown) : state_(std::make_unique<State>()) {
+    state_->shown = shown;
+}
+
+Connection::~Connection() {
+    Quit();
+}
+
+void Connection::SetProfileFolder(const QString& folder) {
+    state_->folder = folder;
+    EndOrphan(folder);
+}
+
+// The state of the process itself, since its end is told by an event that may not have come yet.
+bool Connection::IsRunning() const {
+    if (!state_->process || state_->processId == 0) return false;
+    siginfo_t info{};
+    const int result = ::waitid(P_PID, static_cast<id_t>(state_->processId), &info, WEXITED | WNOHANG | WNOWAIT);
+    return result == 0 && info.si_pid == 0;
+}
+
+qint64 Connection::ProcessId() const {
+    return IsRunning() ? state_->processId : 0;
+}
+
+unsigned Connection::Generation() const {
+    return state_->generation;
+}
+
+void Connection::SetTimeLimit(std::chrono::milliseconds limit) {
+    state_->limit = limit;
+}
+
+std::chrono::milliseconds Connection::TimeLimit() const {
+    return state_->limit;
+}
+
+void Connection::StartProcess() {
+    EndProcess();
+    const QString program = ProgramFolder();
+    if (program.isEmpty()) throw Error(Failure::Missing, QStringLiteral("the spreadsheet program is not installed"));
+    if (state_->folder.isEmpty() || !SeedProfile(state_->folder))
+        throw Error(Failure::Start, QStringLiteral("no profile can be made in \"%1\"").arg(state_->folder));
+    ++state_->generation;
+    state_->pipe = PipeName(state_->generation);
+    auto process = std::make_unique<QProcess>();
+    QStringList arguments{QStringLiteral("--norestore"),
+                          QStringLiteral("--nologo"),
+                          QStringLiteral("--nodefault"),
+                          QStringLiteral("--nofirststartwizard"),
+                          QStringLiteral("--nolockcheck"),
+                          QStringLiteral("--accept=pipe,name=%1;urp").arg(state_->pipe),
+                          QStringLiteral("-env:UserInstallation=") +
+                              QString::fromLatin1(QUrl::fromLocalFile(state_->folder).toEncoded())};
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("URE_BOOTSTRAP"));
+    if (state_->shown) {
+        environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("gen"));
+    } else {
+        arguments.prepend(QStringLiteral("--headless"));
+        environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("svp"));
+    }
+    process->setProcessEnvironment(environment);
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    // When this program is gone, however that came, the child is ended by the system.
+    const pid_t parent = ::getpid();
+    process->setChildProcessModifier([parent] {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (::getppid() != parent) ::_exit(1);
+    });
+    connect(process.get(), &QProcess::finished, this, [this, generation = state_->generation] {
+        if (generation != state_->generation || !state_->connected) return;
+        state_->connected = false;
+        ForgetProcess(state_->folder);
+        if (!state_->ending) Q_EMIT Lost();
+    });
+    process->start(program + QStringLiteral("/soffice.bin"), arguments);
+    if (!process->waitForStarted(5000))
+        throw Error(Failure::Start,
+                    QStringLiteral("the spreadsheet program can't be started: ") + process->errorString());
+    state_->processId = process->processId();
+    state_->process = std::move(process);
+    RememberProcess(state_->folder, state_->processId);
+}
+
+void Connection::EndProcess() {
+    if (!state_->process) return;
+    const bool wasConnected = std::exchange(state_->connected, false);
+    const bool ending = std::exchange(state_->ending, true);
+    state_->process->kill();
+    state_->process->waitForFinished(5000);
+    state_->process.reset();
+    state_->processId = 0;
+    ForgetProcess(state_->folder);
+    state_->ending = ending;
+    if (wasConnected) Post([state = state_.get()] { state->context.clear(); });
+}
+
+bool Connection::TryConnect() {
+    try {
+        const auto resolver = com::sun::star::bridge::UnoUrlResolver::create(OwnContext());
+        const Reference<XInterface> context = resolver->resolve(
+            ToUno(QStringLiteral("uno:pipe,name=%1;urp;StarOffice.ComponentContext").arg(state_->pipe)));
+        state_->context.set(context, com::sun::star::uno::UNO_QUERY);
+        return state_->context.is();
+    } catch (const com::sun::star::uno::Exception&) {
+        return false; // it doesn't listen yet
+    }
+}
+
+void Connection::Connect() {
+    QElapsedTimer timer;
+    timer.start();
+    for (int starts = 1; std::chrono::milliseconds(timer.elapsed()) < kStartLimit;) {
+        bool connected = false;
+        // A few tries at a time, so that the window can paint between them and an ended process is noticed.
+        const bool late = state_->worker->Run(
+            [this, &connected] {
+                for (int tries = 0; tries < 5 && !connected; ++tries) {
+                    connected = TryConnect();
+                    if (!connected) std::this_thread::sleep_for(10ms);
+                }
+            },
+            state_->limit, [this] { ::kill(static_cast<pid_t>(state_->processId), SIGKILL); });
+        if (connected && !late) {
+            state_->connected = true;
+            return;
+        }
+        if (IsRunning()) continue;
+        state_->process->waitForFinished(1000);
+        const bool again = state_->process->exitStatus() == QProcess::NormalExit &&
+                           state_->process->exitCode() == kStartAgain && starts < 4;
+        if (!again) break;
+        ++starts;
+        StartProcess();
+    }
+    EndProcess();
+    throw Error(Failure::Start, QStringLiteral("the spreadsheet program does not answer after its start"));
+}
+
+void Connection::Start() {
+    if (IsRunning() && state_->connected) return;
+    if (!IsRunning()) StartProcess();
+    Connect();
+}
+
+void Connection::StartInAdvance() {
+    try {
+        if (!IsRunning()) StartProcess();
+    } catch (const Error&) {
+        // Whoever needs it tells.
+    }
+}
+
+void Connection::Quit() {
+    if (!state_->process) return;
+    state_->ending = true;
+    if (IsRunning() && state_->connected) {
+        try {
+            static_cast<void>(
+                state_->worker->Run([this] { com::sun::star::frame::Desktop::create(Context())->terminate(); },
+                                    kQuitLimit, [this] { ::kill(static_cast<pid_t>(state_->processId), SIGKILL); }));
+            state_->process->waitForFinished(static_cast<int>(std::chrono::milliseconds(kQuitLimit).count()));
+        } catch (...) {
+            // It died under the call, which is what was wanted.
+        }
+    }
+    EndProcess();
+    state_->ending = false;
+}
+
+void Connection::Run(const std::function<void()>& work) {
+    Run(work, state_->limit);
+}
+
+void Connection::Run(const std::function<void()>& work, std::chrono::milliseconds limit) {
+    try {
+        const bool late =
+            state_->worker->Run(work, limit, [this] { ::kill(static_cast<pid_t>(state_->processId), SIGKILL); });
+        if (!late) return;
+    } catch (const Error&) {
+        throw;
+    } catch (const DisposedException&) {
+        throw Error(Failure::Lost, QStringLiteral("the spreadsheet program has ended"));
+    } catch (const com::sun::star::uno::Exception& exception) {
+        if (!IsRunning()) throw Error(Failure::Lost, QStringLiteral("the spreadsheet program has ended"));
+        throw Error(Failure::Call, QStringLiteral("the spreadsheet program refuses: ") + FromUno(exception.Message));
+    }
+    const bool wasConnected = state_->connected;
+    EndProcess();
+    if (wasConnected) Q_EMIT Lost();
+    throw Error(Failure::TimedOut, QStringLiteral("the spreadsheet program did not answer in time and was ended"));
+}
+
+void Connection::Post(std::function<void()> work) {
+    state_->worker->Post([work = std::move(work)] {
+        try {
+            work();
+        } catch (const com::sun::star::uno::Exception&) {
+            // The process is gone, and with it what was to be released.
+        }
+    });
+}
+
+Reference<XComponentContext> Connection::Context() const {
+    if (!state_->context.is()) throw DisposedException();
+    return state_->context;
+}
+
+Reference<XInterface> Connection::Service(const char* name) const {
+    const Reference<XMultiComponentFactory> factory = Context()->getServiceManager();
+    const Reference<XInterface> service = factory->createInstanceWithContext(Ascii(name), Context());
+    if (!service.is()) throw Error(Failure::Call, QStringLiteral("no service ") + QLatin1String(name));
+    return service;
+}
+
+} // namespace tessaro::office

@@ -1,0 +1,216 @@
+#include "office/Document.h"
+
+#include "office/Convert.h"
+#include "office/Palette.h"
+#include "office/PendingWrites.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/container/XNameAccess.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/frame/XComponentLoader.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/io/IOException.hpp>
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/task/ErrorCodeIOException.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/util/XModifiable.hpp>
+#include <cstdio>
+
+namespace tessaro::office {
+
+using com::sun::star::uno::Any;
+using com::sun::star::uno::Reference;
+
+namespace {
+
+/// Both kinds of files are compound files; anything else would be taken for a text.
+bool IsCompoundFile(const QString& path) {
+    static const QByteArray mark = QByteArray::fromHex("d0cf11e0a1b11ae1");
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(mark.size()) == mark;
+}
+
+const char* ServiceOf(const char* filter) {
+    return qstrcmp(filter, Document::kSlides) == 0 ? "com.sun.star.presentation.PresentationDocument"
+                                                   : "com.sun.star.sheet.SpreadsheetDocument";
+}
+
+} // namespace
+
+Document::Document(std::shared_ptr<Connection> connection, QString file, const char* filter)
+    : connection_(std::move(connection)), generation_(connection_->Generation()), file_(std::move(file)),
+      filter_(filter), pending_(std::make_unique<PendingWrites>()), palette_(DefaultPalette()) {}
+
+std::shared_ptr<Document> Document::New(std::shared_ptr<Connection> connection, const char* factory,
+                                        const char* filter) {
+    connection->Start();
+    auto document = std::make_shared<Document>(std::move(connection), QString(), filter);
+    document->OpenModel(Ascii(factory), {});
+    return document;
+}
+
+std::shared_ptr<Document> Document::Open(std::shared_ptr<Connection> connection, const QString& file,
+                                         const char* filter, const Frame& frame) {
+    if (!QFileInfo::exists(file)) throw Error(Failure::File, QStringLiteral("there is no file \"%1\"").arg(file));
+    if (!IsCompoundFile(file))
+        throw Error(Failure::File, QStringLiteral("\"%1\" can't be read as what its name says").arg(file));
+    connection->Start();
+    auto document = std::make_shared<Document>(std::move(connection), file, filter);
+    document->OpenModel(FileUrl(file), frame);
+    return document;
+}
+
+void Document::OpenModel(const rtl::OUString& url, const Frame& frame) {
+    const bool isFile = !file_.isEmpty();
+    bool good = false;
+    connection_->Run([&] {
+        const Reference<com::sun::star::frame::XComponentLoader> loader =
+            frame.is() ? Need<com::sun::star::frame::XComponentLoader>(frame)
+                       : Need<com::sun::star::frame::XComponentLoader>(
+                             com::sun::star::frame::Desktop::create(connection_->Context()));
+        const auto arguments =
+            isFile ? Properties({Property("Hidden", Any(!frame.is())), Property("FilterName", Any(Ascii(filter_))),
+                                 Property("MacroExecutionMode", Any(sal_Int16(0))),
+                                 Property("UpdateDocMode", Any(sal_Int16(0)))})
+                   : Properties({Property("Hidden", Any(!frame.is()))});
+        try {
+            const auto component =
+                loader->loadComponentFromURL(url, frame.is() ? Ascii("_self") : Ascii("_blank"), 0, arguments);
+            model_.set(component, com::sun::star::uno::UNO_QUERY);
+        } catch (const com::sun::star::io::IOException&) {
+            // Told below.
+        } catch (const com::sun::star::lang::IllegalArgumentException&) {
+        }
+        const Reference<com::sun::star::lang::XServiceInfo> kind(model_, com::sun::star::uno::UNO_QUERY);
+        good = kind.is() && kind->supportsService(Ascii(ServiceOf(filter_)));
+    });
+    if (good) return;
+    Close();
+    throw Error(Failure::File, QStringLiteral("\"%1\" can't be read").arg(file_));
+}
+
+Document::~Document() {
+    Close();
+}
+
+void Document::Close() noexcept {
+    if (!model_.is()) return;
+    const bool alive = IsOpen();
+    connection_->Post([model = std::move(model_), alive] {
+        if (!alive) return;
+        const Reference<com::sun::star::util::XModifiable> changes(model, com::sun::star::uno::UNO_QUERY);
+        if (changes.is()) changes->setModified(false);
+        const Reference<com::sun::star::util::XCloseable> closeable(model, com::sun::star::uno::UNO_QUERY);
+        if (closeable.is()) closeable->close(true);
+    });
+    model_.clear();
+}
+
+bool Document::IsOpen() const {
+    return model_.is() && connection_->Generation() == generation_ && connection_->IsRunning();
+}
+
+void Document::CheckAlive() const {
+    if (!model_.is()) throw Error(Failure::Call, QStringLiteral("the document is closed"));
+    if (!IsOpen()) throw Error(Failure::Lost, QStringLiteral("the spreadsheet program has ended"));
+}
+
+void Document::Run(const std::function<void(const Model&)>& work) {
+    CheckAlive();
+    connection_->Run([&] {
+        FlushOnWorker();
+        work(model_);
+    });
+}
+
+void Document::FlushOnWorker() {
+    if (!pending_->IsEmpty()) pending_->Flush(model_, [this](int slot) { return ColorNumber(slot); });
+}
+
+void Document::Store(const QString& file) {
+    const QString work = file + QStringLiteral(".part");
+    try {
+        Export(work, filter_);
+    } catch (...) {
+        QFile::remove(work);
+        throw;
+    }
+    const QByteArray from = QFile::encodeName(work);
+    const QByteArray to = QFile::encodeName(file);
+    if (std::rename(from.constData(), to.constData()) != 0) {
+        QFile::remove(work);
+        throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
+    }
+    file_ = file;
+    Run([](const Model& model) { Need<com::sun::star::util::XModifiable>(model)->setModified(false); });
+}
+
+void Document::Export(const QString& file, const char* exportFilter) {
+    bool written = true;
+    Run([&](const Model& model) {
+        try {
+            Need<com::sun::star::frame::XStorable>(model)->storeToURL(
+                FileUrl(file),
+                Properties({Property("FilterName", Any(Ascii(exportFilter))), Property("Overwrite", Any(true))}));
+        } catch (const com::sun::star::io::IOException&) {
+            written = false;
+        }
+    });
+    if (!written || QFileInfo(file).size() == 0) {
+        QFile::remove(file);
+        throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
+    }
+}
+
+void Document::Write(int sheet, int row, int column, const Block& values) {
+    CheckAlive();
+    if (values.empty() || values.front().empty()) return;
+    if (row < 1 || column < 1 || row + static_cast<int>(values.size()) - 1 > kMaxRows ||
+        column + static_cast<int>(values.front().size()) - 1 > kMaxColumns)
+        throw Error(Failure::Limit,
+                    QStringLiteral("a sheet has at most %1 rows and %2 columns").arg(kMaxRows).arg(kMaxColumns));
+    for (const auto& cells : values)
+        for (const Cell& cell : cells)
+            if (const auto* text = std::get_if<QString>(&cell); text && text->size() > kMaxCellText)
+                throw Error(Failure::Limit, QStringLiteral("a cell holds at most %1 characters").arg(kMaxCellText));
+    pending_->Write(sheet, row, column, values);
+}
+
+void Document::Style(int sheet, int row, int column, int lastRow, int lastColumn, const CellStyle& style) {
+    CheckAlive();
+    pending_->Style({sheet, row, column, lastRow, lastColumn}, style);
+}
+
+QColor Document::ColorAt(int slot) const {
+    return palette_.at(static_cast<std::size_t>(slot));
+}
+
+void Document::SetColor(int slot, const QColor& colour) {
+    if (slot >= 1 && slot <= 56) palette_.at(static_cast<std::size_t>(slot)) = colour;
+}
+
+int Document::ColorNumber(int slot) const {
+    if (slot < 1 || slot > 56) return -1;
+    return static_cast<int>(ColorAt(slot).rgb() & 0xFFFFFFU);
+}
+
+Reference<com::sun::star::sheet::XSpreadsheet> Document::SheetOf(const Model& model, int sheet) {
+    const auto sheets = Need<com::sun::star::container::XIndexAccess>(
+        Need<com::sun::star::sheet::XSpreadsheetDocument>(model)->getSheets());
+    Reference<com::sun::star::sheet::XSpreadsheet> found;
+    sheets->getByIndex(sheet - 1) >>= found;
+    if (!found.is()) throw Error(Failure::Call, QStringLiteral("there is no sheet %1").arg(sheet));
+    return found;
+}
+
+Reference<com::sun::star::table::XCellRange> Document::RangeOf(const Model& model, int sheet, int row, int column,
+                                                               int lastRow, int lastColumn) {
+    return SheetOf(model, sheet)->getCellRangeByPosition(column - 1, row - 1, lastColumn - 1, lastRow - 1);
+}
+
+} // namespace tessaro::office

@@ -1,0 +1,111 @@
+#include "office/Looks.h"
+
+#include "office/Convert.h"
+
+#include <com/sun/star/awt/FontSlant.hpp>
+#include <com/sun/star/awt/FontUnderline.hpp>
+#include <com/sun/star/awt/FontWeight.hpp>
+#include <com/sun/star/lang/Locale.hpp>
+#include <com/sun/star/table/CellHoriJustify.hpp>
+#include <com/sun/star/table/CellVertJustify2.hpp>
+#include <com/sun/star/util/XNumberFormatsSupplier.hpp>
+#include <map>
+#include <string>
+
+namespace tessaro::office {
+
+namespace {
+
+using com::sun::star::table::CellHoriJustify;
+using com::sun::star::uno::Any;
+using com::sun::star::uno::Sequence;
+
+using Sorted = std::map<std::string, Any>;
+
+/// The same for texts in western, complex and East Asian scripts: a cell doesn't know which it will hold.
+void ForAllScripts(Sorted& list, const std::string& name, const Any& value) {
+    for (const char* script : {"", "Asian", "Complex"})
+        list[name + script] = value;
+}
+
+void AddFont(Sorted& list, const CellStyle& style, const std::function<int(int)>& colour) {
+    if (style.fontName) ForAllScripts(list, "CharFontName", Any(ToUno(*style.fontName)));
+    if (style.fontSize) ForAllScripts(list, "CharHeight", Any(static_cast<float>(*style.fontSize)));
+    if (style.bold)
+        ForAllScripts(
+            list, "CharWeight",
+            Any(*style.bold ? com::sun::star::awt::FontWeight::BOLD : com::sun::star::awt::FontWeight::NORMAL));
+    if (style.italic)
+        ForAllScripts(list, "CharPosture",
+                      Any(*style.italic ? com::sun::star::awt::FontSlant_ITALIC : com::sun::star::awt::FontSlant_NONE));
+    if (style.underline)
+        list["CharUnderline"] = Any(static_cast<sal_Int16>(
+            *style.underline ? com::sun::star::awt::FontUnderline::SINGLE : com::sun::star::awt::FontUnderline::NONE));
+    if (style.fontColorIndex) list["CharColor"] = Any(static_cast<sal_Int32>(colour(*style.fontColorIndex)));
+}
+
+CellHoriJustify JustifyOf(Align align) {
+    switch (align) {
+    case Align::Left:
+        return com::sun::star::table::CellHoriJustify_LEFT;
+    case Align::Center:
+        return com::sun::star::table::CellHoriJustify_CENTER;
+    case Align::Right:
+        return com::sun::star::table::CellHoriJustify_RIGHT;
+    case Align::General:
+        break;
+    }
+    return com::sun::star::table::CellHoriJustify_STANDARD;
+}
+
+sal_Int32 VerticalOf(VerticalAlign align) {
+    namespace justify = com::sun::star::table::CellVertJustify2;
+    return align == VerticalAlign::Top      ? justify::TOP
+           : align == VerticalAlign::Center ? justify::CENTER
+                                            : justify::BOTTOM;
+}
+
+// The locale stays empty: with one, the code would go into the file with a mark of that locale.
+sal_Int32 NumberFormatKey(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
+                          const QString& code) {
+    const auto formats = Need<com::sun::star::util::XNumberFormatsSupplier>(model)->getNumberFormats();
+    const com::sun::star::lang::Locale none;
+    const sal_Int32 key = formats->queryKey(ToUno(code), none, false);
+    return key >= 0 ? key : formats->addNew(ToUno(code), none);
+}
+
+PropertyList ListOf(const Sorted& sorted) {
+    PropertyList list{Sequence<rtl::OUString>(static_cast<sal_Int32>(sorted.size())),
+                      Sequence<Any>(static_cast<sal_Int32>(sorted.size()))};
+    sal_Int32 place = 0;
+    for (const auto& [name, value] : sorted) {
+        list.names.getArray()[place] = Ascii(name.c_str());
+        list.values.getArray()[place++] = value;
+    }
+    return list;
+}
+
+} // namespace
+
+PropertyList LookProperties(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
+                            const CellStyle& style, const std::function<int(int)>& colour) {
+    Sorted list;
+    AddFont(list, style, colour);
+    if (style.interiorColorIndex)
+        list["CellBackColor"] =
+            Any(static_cast<sal_Int32>(*style.interiorColorIndex > 0 ? colour(*style.interiorColorIndex) : -1));
+    if (style.horizontal) list["HoriJustify"] = Any(JustifyOf(*style.horizontal));
+    if (style.vertical) list["VertJustify"] = Any(VerticalOf(*style.vertical));
+    if (style.wrapText) list["IsTextWrapped"] = Any(*style.wrapText);
+    if (style.orientation) list["RotateAngle"] = Any(static_cast<sal_Int32>(*style.orientation * 100));
+    if (style.numberFormat) list["NumberFormat"] = Any(NumberFormatKey(model, *style.numberFormat));
+    return ListOf(list);
+}
+
+PropertyList FontProperties(const CellStyle& style, const std::function<int(int)>& colour) {
+    Sorted list;
+    AddFont(list, style, colour);
+    return ListOf(list);
+}
+
+} // namespace tessaro::office

@@ -1,0 +1,128 @@
+#include "office/PendingWrites.h"
+
+#include "office/Convert.h"
+#include "office/Document.h"
+#include "office/Looks.h"
+
+#include <com/sun/star/beans/XMultiPropertySet.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
+#include <com/sun/star/table/CellRangeAddress.hpp>
+
+namespace tessaro::office {
+
+namespace {
+
+using com::sun::star::uno::Any;
+using com::sun::star::uno::Reference;
+using com::sun::star::uno::Sequence;
+
+/// Rows that go over in one call.
+constexpr std::size_t kRowsAtOnce = 8192;
+
+/// A number or a text, never nothing: an empty text empties the cell, a void would end the process.
+Any AnyOf(const Cell& cell) {
+    if (const auto* number = std::get_if<double>(&cell)) return Any(*number);
+    if (const auto* text = std::get_if<QString>(&cell)) return Any(ToUno(*text));
+    return Any(rtl::OUString());
+}
+
+Sequence<Sequence<Any>> RowsOf(const Block& cells, std::size_t first, std::size_t count) {
+    Sequence<Sequence<Any>> rows(static_cast<sal_Int32>(count));
+    for (std::size_t row = 0; row < count; ++row) {
+        const auto& source = cells[first + row];
+        Sequence<Any> target(static_cast<sal_Int32>(source.size()));
+        for (std::size_t column = 0; column < source.size(); ++column)
+            target.getArray()[column] = AnyOf(source[column]);
+        rows.getArray()[row] = target;
+    }
+    return rows;
+}
+
+void FlushValues(const Document::Model& model, const PendingWrites::Values& values) {
+    const auto& place = values.place;
+    for (std::size_t first = 0; first < values.cells.size(); first += kRowsAtOnce) {
+        const std::size_t count = std::min(kRowsAtOnce, values.cells.size() - first);
+        const int row = place.row + static_cast<int>(first);
+        Need<com::sun::star::sheet::XCellRangeData>(Document::RangeOf(model, place.sheet, row, place.column,
+                                                                      row + static_cast<int>(count) - 1,
+                                                                      place.lastColumn))
+            ->setDataArray(RowsOf(values.cells, first, count));
+    }
+}
+
+void FlushLook(const Document::Model& model, const PendingWrites::Look& look, const std::function<int(int)>& colour) {
+    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+    const auto ranges = Need<com::sun::star::sheet::XSheetCellRangeContainer>(
+        factory->createInstance("com.sun.star.sheet.SheetCellRanges"));
+    Sequence<com::sun::star::table::CellRangeAddress> addresses(static_cast<sal_Int32>(look.places.size()));
+    sal_Int32 number = 0;
+    for (const auto& place : look.places)
+        addresses.getArray()[number++] = {static_cast<sal_Int16>(place.sheet - 1), place.column - 1, place.row - 1,
+                                          place.lastColumn - 1, place.lastRow - 1};
+    ranges->addRangeAddresses(addresses, false);
+    const PropertyList list = LookProperties(model, look.style, colour);
+    Need<com::sun::star::beans::XMultiPropertySet>(ranges)->setPropertyValues(list.names, list.values);
+}
+
+} // namespace
+
+// A cell after cell that somebody writes becomes a row, and row after row a block.
+void PendingWrites::Write(int sheet, int row, int column, const Block& block) {
+    if (block.empty() || block.front().empty()) return;
+    const int width = static_cast<int>(block.front().size());
+    const int height = static_cast<int>(block.size());
+    if (!values.empty() && values.back().place.sheet == sheet) {
+        Values& last = values.back();
+        if (height == 1 && last.cells.size() == 1 && last.place.row == row && last.place.lastColumn + 1 == column) {
+            last.cells.front().insert(last.cells.front().end(), block.front().begin(), block.front().end());
+            last.place.lastColumn += width;
+            return;
+        }
+        if (last.place.lastRow + 1 == row && last.place.column == column &&
+            last.place.lastColumn == column + width - 1) {
+            last.cells.insert(last.cells.end(), block.begin(), block.end());
+            last.place.lastRow += height;
+            return;
+        }
+        // The row that has just become complete joins the block above it.
+        if (values.size() > 1) {
+            Values& above = values[values.size() - 2];
+            if (above.place.sheet == sheet && above.place.lastRow + 1 == last.place.row &&
+                above.place.column == last.place.column && above.place.lastColumn == last.place.lastColumn) {
+                above.cells.insert(above.cells.end(), last.cells.begin(), last.cells.end());
+                above.place.lastRow = last.place.lastRow;
+                values.pop_back();
+            }
+        }
+    }
+    values.push_back({{sheet, row, column, row + height - 1, column + width - 1}, block});
+}
+
+// A look joins an earlier one of the same kind unless a look between them touches the same cells: the later one wins.
+void PendingWrites::Style(const Place& place, const CellStyle& style) {
+    for (auto look = looks.rbegin(); look != looks.rend(); ++look) {
+        if (look->style == style) {
+            look->places.push_back(place);
+            return;
+        }
+        const bool meets = std::any_of(look->places.begin(), look->places.end(),
+                                       [&place](const Place& other) { return other.Meets(place); });
+        if (meets) break;
+    }
+    looks.push_back({style, {place}});
+}
+
+void PendingWrites::Flush(const Document::Model& model, const std::function<int(int)>& colour) {
+    const auto writtenValues = std::move(values);
+    const auto writtenLooks = std::move(looks);
+    values.clear();
+    looks.clear();
+    for (const Values& block : writtenValues)
+        FlushValues(model, block);
+    for (const Look& look : writtenLooks)
+        FlushLook(model, look, colour);
+}
+
+} // namespace tessaro::office

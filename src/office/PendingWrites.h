@@ -1,0 +1,45 @@
+#pragma once
+
+#include "office/CellStyle.h"
+
+#include <com/sun/star/frame/XModel.hpp>
+#include <functional>
+#include <vector>
+
+namespace tessaro::office {
+
+/// The writes of a document that wait: blocks of values, joined where one follows the other, and one list of places for
+/// each distinct look.
+struct PendingWrites {
+    struct Place {
+        int sheet;
+        int row;
+        int column;
+        int lastRow;
+        int lastColumn;
+        [[nodiscard]] bool Meets(const Place& other) const {
+            return sheet == other.sheet && row <= other.lastRow && other.row <= lastRow && column <= other.lastColumn &&
+                   other.column <= lastColumn;
+        }
+    };
+    struct Values {
+        Place place;
+        Block cells;
+    };
+    struct Look {
+        CellStyle style;
+        std::vector<Place> places;
+    };
+
+    void Write(int sheet, int row, int column, const Block& block);
+    void Style(const Place& place, const CellStyle& style);
+    [[nodiscard]] bool IsEmpty() const { return values.empty() && looks.empty(); }
+    /// Takes all over into the model; on the worker thread. `colour` gives the number of a palette slot.
+    void Flush(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
+               const std::function<int(int)>& colour);
+
+    std::vector<Values> values;
+    std::vector<Look> looks;
+};
+
+} // namespace tessaro::office

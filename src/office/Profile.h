@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace tessaro::office {
+
+/// The program folder of the installed spreadsheet program ("…/libreoffice/program"); empty when it isn't installed.
+/// The environment variable TESSARO_OFFICE names another one.
+[[nodiscard]] QString ProgramFolder();
+
+/// Makes the user profile in `folder` when it isn't there: no first-start talk, no locks, no recovery, no commands that
+/// would open or close documents behind our back. False when it can't be written.
+bool SeedProfile(const QString& folder);
+
+/// Keeps the process id that runs on a profile, so that the next start of ours finds what a crash has left.
+void RememberProcess(const QString& folder, qint64 processId);
+void ForgetProcess(const QString& folder);
+/// Ends the process of a crashed run, if it still lives and really runs on this profile.
+void EndOrphan(const QString& folder);
+
+} // namespace tessaro::office

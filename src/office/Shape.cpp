@@ -1,0 +1,201 @@
+#include "office/Convert.h"
+#include "office/Document.h"
+#include "office/Looks.h"
+#include "office/Transfer.h"
+#include "office/Worksheet.h"
+
+#include <cmath>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/drawing/FillStyle.hpp>
+#include <com/sun/star/drawing/LineStyle.hpp>
+#include <com/sun/star/drawing/XDrawPageSupplier.hpp>
+#include <com/sun/star/drawing/XShape.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/text/XText.hpp>
+#include <com/sun/star/text/XTextCursor.hpp>
+
+namespace tessaro::office {
+
+namespace {
+
+using com::sun::star::beans::XPropertySet;
+using com::sun::star::drawing::XShape;
+using com::sun::star::uno::Any;
+using com::sun::star::uno::Reference;
+using Model = Document::Model;
+
+auto PageOf(const Model& model, int sheet) {
+    return Need<com::sun::star::drawing::XDrawPageSupplier>(Document::SheetOf(model, sheet))->getDrawPage();
+}
+
+Reference<XShape> Find(const Model& model, int sheet, const QString& name) {
+    const auto page = PageOf(model, sheet);
+    for (sal_Int32 place = 0; place < page->getCount(); ++place) {
+        Reference<XShape> shape;
+        page->getByIndex(place) >>= shape;
+        const Reference<com::sun::star::container::XNamed> named(shape, com::sun::star::uno::UNO_QUERY);
+        if (named.is() && FromUno(named->getName()) == name) return shape;
+    }
+    return {};
+}
+
+Reference<XShape> Known(const Model& model, int sheet, const QString& name) {
+    const auto shape = Find(model, sheet, name);
+    if (!shape.is()) throw Error(Failure::Call, QStringLiteral("there is no shape \"%1\"").arg(name));
+    return shape;
+}
+
+sal_Int32 Length(double points) {
+    return static_cast<sal_Int32>(std::lround(points * kPoint));
+}
+
+void Put(const Reference<XShape>& shape, const QRectF& place) {
+    shape->setPosition({Length(place.x()), Length(place.y())});
+    shape->setSize({Length(place.width()), Length(place.height())});
+}
+
+const char* GeometryOf(ShapeKind kind) {
+    switch (kind) {
+    case ShapeKind::Rectangle:
+        return "rectangle";
+    case ShapeKind::Ellipse:
+        return "ellipse";
+    case ShapeKind::Triangle:
+        return "isosceles-triangle";
+    case ShapeKind::Cross:
+        return "cross";
+    case ShapeKind::Diamond:
+        return "diamond";
+    case ShapeKind::Star:
+        return "star5";
+    case ShapeKind::Hexagon:
+        return "hexagon";
+    case ShapeKind::RoundRectangle:
+        return "round-rectangle";
+    }
+    return "rectangle";
+}
+
+} // namespace
+
+Shape Worksheet::AddPicture(const QString& name, const QByteArray& picture, const QRectF& place) {
+    document_->Run([&](const Model& model) {
+        const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+        const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"));
+        Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(GraphicOf(document_->connection(), picture)));
+        PageOf(model, number_)->add(shape);
+        Put(shape, place);
+        Need<com::sun::star::container::XNamed>(shape)->setName(ToUno(name));
+    });
+    return {document_, number_, name};
+}
+
+Shape Worksheet::AddShape(const QString& name, ShapeKind kind, const QRectF& place) {
+    document_->Run([&](const Model& model) {
+        const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+        const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.CustomShape"));
+        PageOf(model, number_)->add(shape);
+        Put(shape, place);
+        const auto properties = Need<XPropertySet>(shape);
+        properties->setPropertyValue("CustomShapeGeometry",
+                                     Any(Properties({Property("Type", Any(Ascii(GeometryOf(kind))))})));
+        // Or the shape would shrink to its text.
+        properties->setPropertyValue("TextAutoGrowHeight", Any(false));
+        properties->setPropertyValue("TextAutoGrowWidth", Any(false));
+        Need<com::sun::star::container::XNamed>(shape)->setName(ToUno(name));
+    });
+    return {document_, number_, name};
+}
+
+bool Worksheet::HasShape(const QString& name) const {
+    bool found = false;
+    document_->Run([&](const Model& model) { found = Find(model, number_, name).is(); });
+    return found;
+}
+
+Shape Worksheet::ShapeNamed(const QString& name) const {
+    document_->Run([&](const Model& model) { static_cast<void>(Known(model, number_, name)); });
+    return {document_, number_, name};
+}
+
+std::vector<QString> Worksheet::ShapeNames() const {
+    std::vector<QString> names;
+    document_->Run([&](const Model& model) {
+        const auto page = PageOf(model, number_);
+        for (sal_Int32 place = 0; place < page->getCount(); ++place) {
+            Reference<com::sun::star::container::XNamed> named;
+            page->getByIndex(place) >>= named;
+            if (named.is()) names.push_back(FromUno(named->getName()));
+        }
+    });
+    return names;
+}
+
+Shape::Shape(std::shared_ptr<Document> document, int sheet, QString name)
+    : document_(std::move(document)), sheet_(sheet), name_(std::move(name)) {}
+
+QRectF Shape::Place() const {
+    QRectF place;
+    document_->Run([&](const Model& model) {
+        const auto shape = Known(model, sheet_, name_);
+        const auto position = shape->getPosition();
+        const auto size = shape->getSize();
+        place = {position.X / kPoint, position.Y / kPoint, size.Width / kPoint, size.Height / kPoint};
+    });
+    return place;
+}
+
+void Shape::SetPlace(const QRectF& place) {
+    document_->Run([&](const Model& model) { Put(Known(model, sheet_, name_), place); });
+}
+
+void Shape::SetFill(int colorIndex) {
+    document_->Run([&](const Model& model) {
+        const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
+        properties->setPropertyValue("FillStyle", Any(colorIndex > 0 ? com::sun::star::drawing::FillStyle_SOLID
+                                                                     : com::sun::star::drawing::FillStyle_NONE));
+        if (colorIndex > 0)
+            properties->setPropertyValue("FillColor", Any(sal_Int32(document_->ColorNumber(colorIndex))));
+    });
+}
+
+void Shape::SetLine(int colorIndex, double points) {
+    document_->Run([&](const Model& model) {
+        const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
+        properties->setPropertyValue("LineStyle", Any(colorIndex > 0 ? com::sun::star::drawing::LineStyle_SOLID
+                                                                     : com::sun::star::drawing::LineStyle_NONE));
+        if (colorIndex <= 0) return;
+        properties->setPropertyValue("LineColor", Any(sal_Int32(document_->ColorNumber(colorIndex))));
+        properties->setPropertyValue("LineWidth", Any(Length(points)));
+    });
+}
+
+void Shape::SetText(const QString& text, const CellStyle& font) {
+    document_->Run([&](const Model& model) {
+        const auto target = Need<com::sun::star::text::XText>(Known(model, sheet_, name_));
+        target->setString(ToUno(text));
+        const auto cursor = target->createTextCursor();
+        cursor->gotoStart(false);
+        cursor->gotoEnd(true);
+        const PropertyList looks = FontProperties(font, [this](int slot) { return document_->ColorNumber(slot); });
+        const auto properties = Need<XPropertySet>(cursor);
+        for (sal_Int32 place = 0; place < looks.names.getLength(); ++place)
+            properties->setPropertyValue(looks.names[place], looks.values[place]);
+    });
+}
+
+QByteArray Shape::AsPng(int pixelWidth) const {
+    QByteArray picture;
+    document_->Run([&](const Model& model) {
+        picture =
+            ShapeAs(document_->connection(), Known(model, sheet_, name_), QStringLiteral("image/png"), pixelWidth);
+    });
+    return picture;
+}
+
+void Shape::Remove() {
+    document_->Run([&](const Model& model) { PageOf(model, sheet_)->remove(Known(model, sheet_, name_)); });
+}
+
+} // namespace tessaro::office

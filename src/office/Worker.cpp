@@ -1,0 +1,110 @@
+#include "office/Worker.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QThread>
+#include <QTimer>
+
+namespace tessaro::office {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Most calls are back before a window could want to paint.
+constexpr auto kQuietWait = 15ms;
+
+bool HasEventLoop() {
+    return QCoreApplication::instance() && QThread::currentThread() == QCoreApplication::instance()->thread() &&
+           QAbstractEventDispatcher::instance();
+}
+
+} // namespace
+
+Worker::Worker() : thread_([this] { Loop(); }) {}
+
+Worker::~Worker() {
+    {
+        const std::lock_guard lock(mutex_);
+        ending_ = true;
+    }
+    changed_.notify_all();
+    thread_.join();
+}
+
+void Worker::Loop() {
+    std::unique_lock lock(mutex_);
+    while (true) {
+        changed_.wait(lock, [this] { return ending_ || !queue_.empty(); });
+        if (queue_.empty()) return;
+        const std::shared_ptr<Task> task = queue_.front();
+        queue_.pop_front();
+        lock.unlock();
+        std::exception_ptr failure;
+        try {
+            task->work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        task->work = nullptr; // what it holds is released on this thread
+        lock.lock();
+        task->failure = failure;
+        task->done = true;
+        if (task->wake) task->wake();
+        changed_.notify_all();
+    }
+}
+
+void Worker::Push(std::shared_ptr<Task> task) {
+    {
+        const std::lock_guard lock(mutex_);
+        queue_.push_back(std::move(task));
+    }
+    changed_.notify_all();
+}
+
+void Worker::Post(std::function<void()> work) {
+    auto task = std::make_shared<Task>();
+    task->work = std::move(work);
+    Push(std::move(task));
+}
+
+bool Worker::Wait(const std::shared_ptr<Task>& task, std::chrono::milliseconds limit) {
+    std::unique_lock lock(mutex_);
+    return changed_.wait_for(lock, limit, [&task] { return task->done; });
+}
+
+bool Worker::WaitWithEvents(const std::shared_ptr<Task>& task, std::chrono::milliseconds limit) {
+    QEventLoop loop;
+    {
+        const std::lock_guard lock(mutex_);
+        if (task->done) return true;
+        task->wake = [&loop] { QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); };
+    }
+    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    const std::lock_guard lock(mutex_);
+    task->wake = nullptr;
+    return task->done;
+}
+
+bool Worker::Run(const std::function<void()>& work, std::chrono::milliseconds limit,
+                 const std::function<void()>& onLate) {
+    auto task = std::make_shared<Task>();
+    task->work = work;
+    Push(task);
+    bool done = Wait(task, HasEventLoop() ? std::min<std::chrono::milliseconds>(kQuietWait, limit) : limit);
+    if (!done && HasEventLoop()) done = WaitWithEvents(task, limit);
+    if (!done) {
+        onLate();
+        // The work refers to values of its caller, so nothing goes on before it is back.
+        while (!Wait(task, 1s)) {
+        }
+        return true;
+    }
+    if (task->failure) std::rethrow_exception(task->failure);
+    return false;
+}
+
+} // namespace tessaro::office

@@ -1,0 +1,134 @@
+#include "office/Worksheet.h"
+
+#include "office/Convert.h"
+#include "office/Document.h"
+#include "office/Transfer.h"
+
+#include <QRegularExpression>
+
+#include <cmath>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XSheetCellCursor.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/sheet/XUsedAreaCursor.hpp>
+#include <com/sun/star/sheet/XViewFreezable.hpp>
+#include <com/sun/star/table/XColumnRowRange.hpp>
+
+namespace tessaro::office {
+
+using com::sun::star::uno::Any;
+using Model = Document::Model;
+
+namespace {
+
+/// Width of one character of the standard font, in 1/100 mm.
+constexpr double kCharacterWidth = 2540.0 * 7 / 96;
+
+int ColumnNumber(const QString& letters) {
+    int number = 0;
+    for (const QChar letter : letters.toUpper())
+        number = number * 26 + (letter.unicode() - u'A' + 1);
+    return number;
+}
+
+} // namespace
+
+Worksheet::Worksheet(std::shared_ptr<Document> document, int number)
+    : document_(std::move(document)), number_(number) {}
+
+QString Worksheet::Name() const {
+    QString name;
+    document_->Run([&](const Model& model) {
+        name = FromUno(Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number_))->getName());
+    });
+    return name;
+}
+
+void Worksheet::SetName(const QString& name) {
+    static const QRegularExpression forbidden(QStringLiteral("[\\[\\]*?:/\\\\\\x00-\\x1F]|^'|'$"));
+    QString clean = name.left(kMaxSheetName);
+    clean.replace(forbidden, QStringLiteral("_"));
+    if (clean.isEmpty()) clean = QStringLiteral("_");
+    document_->Run([&](const Model& model) {
+        Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number_))->setName(ToUno(clean));
+    });
+}
+
+Range Worksheet::Cells(int row, int column) const {
+    return {document_, number_, row, column, row, column};
+}
+
+Range Worksheet::Cells(int row, int column, int lastRow, int lastColumn) const {
+    return {document_, number_, row, column, lastRow, lastColumn};
+}
+
+Range Worksheet::Address(const QString& address) const {
+    static const QRegularExpression form(
+        QStringLiteral("^\\$?([A-Za-z]{1,3})\\$?(\\d{1,6})(?::\\$?([A-Za-z]{1,3})\\$?(\\d{1,6}))?$"));
+    const auto match = form.match(address);
+    if (!match.hasMatch()) throw Error(Failure::Call, QStringLiteral("\"%1\" is no address").arg(address));
+    const int row = match.captured(2).toInt();
+    const int column = ColumnNumber(match.captured(1));
+    if (match.captured(3).isEmpty()) return Cells(row, column);
+    return Cells(row, column, match.captured(4).toInt(), ColumnNumber(match.captured(3)));
+}
+
+Range Worksheet::UsedRange() const {
+    int row = 1;
+    int column = 1;
+    document_->Run([&](const Model& model) {
+        const auto cursor = Document::SheetOf(model, number_)->createCursor();
+        Need<com::sun::star::sheet::XUsedAreaCursor>(cursor)->gotoEndOfUsedArea(false);
+        const auto end = Need<com::sun::star::sheet::XCellRangeAddressable>(cursor)->getRangeAddress();
+        row = end.EndRow + 1;
+        column = end.EndColumn + 1;
+    });
+    return Cells(1, 1, row, column);
+}
+
+void Worksheet::SetColumnWidth(int column, double characters) {
+    document_->Run([&](const Model& model) {
+        const auto columns =
+            Need<com::sun::star::table::XColumnRowRange>(Document::RangeOf(model, number_, 1, column, 1, column))
+                ->getColumns();
+        Need<com::sun::star::beans::XPropertySet>(columns)->setPropertyValue(
+            "Width", Any(static_cast<sal_Int32>(std::lround(characters * kCharacterWidth))));
+    });
+}
+
+void Worksheet::SetRowHeight(int row, double points) {
+    document_->Run([&](const Model& model) {
+        const auto rows =
+            Need<com::sun::star::table::XColumnRowRange>(Document::RangeOf(model, number_, row, 1, row, 1))->getRows();
+        Need<com::sun::star::beans::XPropertySet>(rows)->setPropertyValue(
+            "Height", Any(static_cast<sal_Int32>(std::lround(points * kPoint))));
+    });
+}
+
+void Worksheet::FreezePanes(int row, int column) {
+    document_->Run([&](const Model& model) {
+        KeepView(model);
+        const auto controller = model->getCurrentController();
+        const auto view = Need<com::sun::star::sheet::XSpreadsheetView>(controller);
+        const auto before = view->getActiveSheet();
+        view->setActiveSheet(Document::SheetOf(model, number_));
+        Need<com::sun::star::sheet::XViewFreezable>(controller)->freezeAtPosition(column - 1, row - 1);
+        view->setActiveSheet(before);
+    });
+}
+
+void Worksheet::SetGridLines(bool shown) {
+    document_->Run([&](const Model& model) {
+        KeepView(model);
+        const auto controller = model->getCurrentController();
+        const auto view = Need<com::sun::star::sheet::XSpreadsheetView>(controller);
+        const auto before = view->getActiveSheet();
+        view->setActiveSheet(Document::SheetOf(model, number_));
+        Need<com::sun::star::beans::XPropertySet>(controller)->setPropertyValue("ShowGrid", Any(shown));
+        view->setActiveSheet(before);
+    });
+}
+
+} // namespace tessaro::office

@@ -1,0 +1,145 @@
+#include "OfficeTest.h"
+#include "office/Connection.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QSignalSpy>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tessaro::office {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+using ProcessTest = OfficeTest;
+
+bool Lives(qint64 processId) {
+    QFile state(QStringLiteral("/proc/%1/stat").arg(processId));
+    return state.open(QIODevice::ReadOnly) && !state.readAll().contains(") Z ");
+}
+
+bool IsGoneWithin(qint64 processId, int milliseconds) {
+    QElapsedTimer timer;
+    timer.start();
+    while (Lives(processId) && timer.elapsed() < milliseconds)
+        ::usleep(10000);
+    return !Lives(processId);
+}
+
+} // namespace
+
+TEST_F(ProcessTest, StartsAnewAfterItWasKilled) {
+    Application().Start();
+    const qint64 first = Application().ProcessId();
+    ASSERT_GT(first, 0);
+    Workbook book = Application().NewWorkbook();
+    ::kill(static_cast<pid_t>(first), SIGKILL);
+    ASSERT_TRUE(IsGoneWithin(first, 2000));
+    EXPECT_EQ(FailureOf([&] { book.Sheet(1).Cells(1, 1).SetValue(1.0); }), Failure::Lost);
+    EXPECT_FALSE(book.IsOpen());
+    Workbook next = Application().NewWorkbook();
+    next.Sheet(1).Cells(1, 1).SetValue(1.0);
+    EXPECT_EQ(next.Sheet(1).Cells(1, 1).Value(), Cell(1.0));
+    EXPECT_NE(Application().ProcessId(), first);
+    next.Close(false);
+    book.Close(false); // the dead one does no harm
+}
+
+TEST_F(ProcessTest, EndsAProcessThatHangs) {
+    Workbook book = Application().NewWorkbook();
+    const qint64 hung = Application().ProcessId();
+    QSignalSpy lost(&Application(), &SpreadsheetApplication::Lost);
+    Application().SetTimeLimit(500ms);
+    ::kill(static_cast<pid_t>(hung), SIGSTOP);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(book.SheetCount()); }), Failure::TimedOut);
+    EXPECT_LT(timer.elapsed(), 3000);
+    Application().SetTimeLimit(30s);
+    EXPECT_TRUE(IsGoneWithin(hung, 2000));
+    EXPECT_EQ(lost.count(), 1);
+    EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
+}
+
+TEST_F(ProcessTest, IsGoneAfterQuit) {
+    Application().Start();
+    const qint64 process = Application().ProcessId();
+    Application().Quit();
+    EXPECT_TRUE(IsGoneWithin(process, 100));
+    EXPECT_FALSE(Application().IsRunning());
+    EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
+}
+
+TEST_F(ProcessTest, EndsWhatACrashedRunHasLeft) {
+    const QTemporaryDir profile;
+    const QString writer = profile.path() + QStringLiteral("/Writer");
+    ASSERT_TRUE(QDir().mkpath(writer));
+    // A process that looks like one of ours on this profile, and one that only got the same number.
+    QProcess orphan;
+    orphan.start(QStringLiteral("bash"),
+                 {QStringLiteral("-c"), QStringLiteral("sleep 60; :"), QStringLiteral("soffice.bin"),
+                  QStringLiteral("-env:UserInstallation=file://") + writer});
+    ASSERT_TRUE(orphan.waitForStarted());
+    QProcess stranger;
+    stranger.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+    ASSERT_TRUE(stranger.waitForStarted());
+    const auto remember = [&](qint64 processId) {
+        QFile file(writer + QStringLiteral("/process"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray::number(processId));
+    };
+    remember(stranger.processId());
+    Connection first(false);
+    first.SetProfileFolder(writer);
+    EXPECT_TRUE(Lives(stranger.processId()));
+    remember(orphan.processId());
+    Connection second(false);
+    second.SetProfileFolder(writer);
+    EXPECT_TRUE(IsGoneWithin(orphan.processId(), 2000));
+    stranger.kill();
+    stranger.waitForFinished();
+}
+
+TEST_F(ProcessTest, DiesWithUs) {
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const QTemporaryDir profile;
+    // The child is this program again, which starts the process, tells its number and waits to be killed.
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--gtest_also_run_disabled_tests"),
+                                                          QStringLiteral("--gtest_filter=*DISABLED_WaitsToBeKilled")});
+    ASSERT_TRUE(child.waitForStarted());
+    QByteArray said;
+    while (!said.contains("process=") && child.waitForReadyRead(20000))
+        said += child.readAllStandardOutput();
+    const qint64 office = said.mid(said.indexOf("process=") + 8).split('\n').front().toLongLong();
+    ASSERT_GT(office, 0) << said.constData();
+    ASSERT_TRUE(Lives(office));
+    ::kill(static_cast<pid_t>(child.processId()), SIGKILL);
+    child.waitForFinished();
+    EXPECT_TRUE(IsGoneWithin(office, 2000));
+}
+
+TEST_F(ProcessTest, DISABLED_WaitsToBeKilled) {
+    Application().Start();
+    std::printf("process=%lld\n", static_cast<long long>(Application().ProcessId()));
+    std::fflush(stdout);
+    ::sleep(60);
+}
+
+TEST_F(ProcessTest, TellsThatItIsMissing) {
+    Application().Quit();
+    qputenv("TESSARO_OFFICE", "/nowhere");
+    EXPECT_FALSE(SpreadsheetApplication::IsInstalled());
+    EXPECT_EQ(FailureOf([&] { Application().Start(); }), Failure::Missing);
+    qunsetenv("TESSARO_OFFICE");
+    EXPECT_TRUE(SpreadsheetApplication::IsInstalled());
+    Application().Start();
+}
+
+} // namespace tessaro::office

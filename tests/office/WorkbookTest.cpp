@@ -1,0 +1,234 @@
+#include "OfficeTest.h"
+#include "support/ReadXls.h"
+
+#include <QBuffer>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+
+#include <sys/resource.h>
+
+namespace tessaro::office {
+
+namespace {
+
+using test::ReadSheet;
+using test::ReadXls;
+
+using WorkbookTest = OfficeTest;
+
+QByteArray RedSquare() {
+    QImage image(40, 40, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+} // namespace
+
+TEST_F(WorkbookTest, KeepsValuesAsTheyAreMeant) {
+    Workbook book = Application().NewWorkbook(2);
+    const Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetValues({{QStringLiteral("00123"), QStringLiteral("=1+1"), 12.5, std::monostate{}},
+                                 {QStringLiteral("العربية"), QStringLiteral("a\nb"), -1e300, QStringLiteral("'x'")}});
+    sheet.Cells(3, 1).SetValue(7.0);
+    sheet.Cells(3, 2).SetValue(8.0);
+    sheet.Cells(4, 1).SetValue(9.0);
+    sheet.Cells(4, 2).SetFormula(QStringLiteral("=SUM(A3,A4)*2"));
+    sheet.Cells(5, 2).SetFormula(QStringLiteral("=1/0"));
+    EXPECT_EQ(sheet.Cells(4, 2).Value(), Cell(32.0));
+    EXPECT_TRUE(std::holds_alternative<QString>(sheet.Cells(5, 2).Value()));
+    EXPECT_EQ(sheet.UsedRange().Address(), QStringLiteral("$A$1:$D$5"));
+    book.SaveAs(File("values %20#ü.xls"));
+
+    const auto sheets = ReadXls(File("values %20#ü.xls"));
+    ASSERT_EQ(sheets.size(), 2U);
+    EXPECT_EQ(sheets[0].Text(1, 1), QStringLiteral("00123"));
+    EXPECT_EQ(sheets[0].Text(1, 2), QStringLiteral("=1+1"));
+    EXPECT_EQ(sheets[0].At(1, 3).toDouble(), 12.5);
+    EXPECT_TRUE(sheets[0].At(1, 4).isNull());
+    EXPECT_EQ(sheets[0].Text(2, 1), QStringLiteral("العربية"));
+    EXPECT_EQ(sheets[0].At(2, 3).toDouble(), -1e300);
+    EXPECT_EQ(sheets[0].At(4, 2).toDouble(), 32.0);
+    EXPECT_FALSE(QFile::exists(File("values %20#ü.xls.part")));
+}
+
+TEST_F(WorkbookTest, KeepsLooks) {
+    Workbook book = Application().NewWorkbook();
+    book.SetColors(35, QColor(12, 34, 56));
+    Worksheet sheet = book.Sheet(1);
+    sheet.SetName(QStringLiteral("Quarter [1]: a/b"));
+    sheet.Cells(1, 1, 3, 3).SetValue(QStringLiteral("x"));
+    sheet.Cells(1, 1, 3, 3).SetStyle({.fontName = QStringLiteral("Liberation Serif"), .fontSize = 12});
+    sheet.Cells(1, 1, 1, 3).SetStyle({.bold = true, .interiorColorIndex = 35, .horizontal = Align::Center});
+    // The later look wins where two meet.
+    sheet.Cells(2, 1).SetStyle({.bold = true});
+    sheet.Cells(2, 1, 2, 2).SetStyle({.bold = false, .fontColorIndex = 35});
+    sheet.Cells(3, 3).SetValue(0.5);
+    sheet.Cells(3, 3).SetStyle({.numberFormat = QStringLiteral("0.00")});
+    sheet.Cells(1, 1, 3, 3).SetBorders(Outline, {LineWeight::Thick});
+    sheet.Cells(5, 1, 5, 3).SetValue(QStringLiteral("m"));
+    sheet.Cells(5, 1, 5, 3).Merge();
+    sheet.Cells(1, 1, 3, 3).AutoFitColumns();
+    sheet.FreezePanes(2, 1);
+    sheet.SetPageSetup({.landscape = true,
+                        .fitToPagesWide = 1,
+                        .header = QStringLiteral("Top"),
+                        .footer = QStringLiteral("&P / &N"),
+                        .titleRows = 1});
+    book.SaveAs(File("looks.xls"));
+
+    const ReadSheet read = ReadXls(File("looks.xls")).front();
+    EXPECT_EQ(read.name, QStringLiteral("Quarter _1__ a_b"));
+    EXPECT_EQ(read.Look(1, 2).value(QLatin1String("font")).toString(), QStringLiteral("Liberation Serif"));
+    EXPECT_TRUE(read.Look(1, 1).value(QLatin1String("bold")).toBool());
+    EXPECT_EQ(read.Look(1, 1).value(QLatin1String("back")).toString(), QStringLiteral("0C2238"));
+    EXPECT_EQ(read.Look(1, 1).value(QLatin1String("align")).toInt(), 2);
+    EXPECT_FALSE(read.Look(2, 1).value(QLatin1String("bold")).toBool());
+    EXPECT_EQ(read.Look(2, 2).value(QLatin1String("colour")).toString(), QStringLiteral("0C2238"));
+    EXPECT_EQ(read.Look(3, 3).value(QLatin1String("format")).toString(), QStringLiteral("0.00"));
+    EXPECT_EQ(read.Look(1, 1).value(QLatin1String("borders")).toArray(), (QJsonArray{5, 5, 0, 0}));
+    EXPECT_EQ(read.merged.at(0).toArray(), (QJsonArray{5, 1, 5, 3}));
+    EXPECT_EQ(read.frozen.at(0).toInt(), 1);
+}
+
+TEST_F(WorkbookTest, KeepsNotesRichTextAndSorts) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetRichText(
+        {{QStringLiteral("12.5 "), false, {}}, {QStringLiteral("1"), true, {.fontColorIndex = 3}}});
+    sheet.Cells(1, 2).AddComment(QStringLiteral("a note"));
+    sheet.Cells(2, 1).SetValues({{QStringLiteral("name"), QStringLiteral("value")},
+                                 {QStringLiteral("b"), 2.0},
+                                 {QStringLiteral("A"), 10.0},
+                                 {QStringLiteral("c"), 1.0}});
+    sheet.Cells(2, 1, 5, 2).SortRows({{2, false}}, true);
+    EXPECT_EQ(sheet.Cells(1, 2).Comment(), QStringLiteral("a note"));
+    sheet.Cells(7, 1).SetValue(3.0);
+    sheet.Cells(7, 2).SetFormula(QStringLiteral("=A7*2"));
+    sheet.Cells(7, 1, 9, 2).FillDown();
+    book.SaveAs(File("notes.xls"));
+
+    const ReadSheet read = ReadXls(File("notes.xls")).front();
+    EXPECT_EQ(read.Text(1, 1), QStringLiteral("12.5 1"));
+    EXPECT_GE(read.runs.value(QLatin1String("1,1")).toInt(), 1);
+    EXPECT_EQ(read.Note(1, 2), QStringLiteral("a note"));
+    EXPECT_EQ(read.Text(3, 1), QStringLiteral("A"));
+    EXPECT_EQ(read.Text(5, 1), QStringLiteral("c"));
+    EXPECT_EQ(read.At(9, 1).toDouble(), 3.0);
+    EXPECT_EQ(read.At(9, 2).toDouble(), 6.0);
+}
+
+TEST_F(WorkbookTest, DrawsChartsPicturesAndShapes) {
+    Workbook book = Application().NewWorkbook();
+    Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetValues({{QStringLiteral("year"), QStringLiteral("a"), QStringLiteral("b")},
+                                 {QStringLiteral("2001"), 1.0, 5.0},
+                                 {QStringLiteral("2002"), 2.0, 4.0},
+                                 {QStringLiteral("2003"), 3.0, 3.0}});
+    for (const ChartKind kind :
+         {ChartKind::Column, ChartKind::Bar, ChartKind::Line, ChartKind::Pie, ChartKind::Area, ChartKind::Scatter}) {
+        Chart chart = sheet.AddChart(kind, sheet.Cells(1, 1, 4, 3), true, true, {200, 10, 300, 200});
+        EXPECT_EQ(chart.Kind(), kind);
+        chart.SetTitle(QStringLiteral("Title"));
+        chart.SetFont(QStringLiteral("Liberation Sans"), 9);
+        const QImage picture = QImage::fromData(chart.AsPicture(QStringLiteral("image/png"), 400));
+        EXPECT_EQ(picture.width(), 400);
+    }
+    EXPECT_EQ(sheet.ChartAt(1).SeriesCount(), 2);
+    sheet.AddPicture(QStringLiteral("Picture 1"), RedSquare(), {10, 200, 60, 60});
+    Shape star = sheet.AddShape(QStringLiteral("star"), ShapeKind::Star, {100, 200, 50, 50});
+    star.SetFill(3);
+    star.SetText(QStringLiteral("t"), {.bold = true});
+    EXPECT_FALSE(sheet.Cells(1, 1, 4, 3).AsPicture(QStringLiteral("image/x-emf")).isEmpty());
+    EXPECT_FALSE(QImage::fromData(sheet.Cells(1, 1, 4, 3).AsPicture(QStringLiteral("image/png"))).isNull());
+    book.SaveAs(File("drawn.xls"));
+    book.Close(false);
+
+    const Workbook again = Application().OpenWorkbook(File("drawn.xls"));
+    EXPECT_EQ(again.Sheet(1).ChartCount(), 6);
+    EXPECT_EQ(again.Sheet(1).ChartAt(3).Title(), QStringLiteral("Title"));
+    EXPECT_TRUE(again.Sheet(1).HasShape(QStringLiteral("Picture 1")));
+    EXPECT_NEAR(again.Sheet(1).ShapeNamed(QStringLiteral("star")).Place().width(), 50, 1);
+}
+
+TEST_F(WorkbookTest, RefusesWhatTheFormatCanNotHold) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(65536, 1).SetValues({{1.0}, {2.0}}); }), Failure::Limit);
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(1, 257).SetValue(1.0); }), Failure::Limit);
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(1, 1).SetValue(QString(32768, u'x')); }), Failure::Limit);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(sheet.Address(QStringLiteral("A0:"))); }), Failure::Call);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(book.Sheet(QStringLiteral("none"))); }), Failure::Call);
+    EXPECT_TRUE(book.IsOpen());
+}
+
+TEST_F(WorkbookTest, RefusesForeignAndDamagedFiles) {
+    Workbook book = Application().NewWorkbook();
+    book.Sheet(1).Cells(1, 1).SetValue(1.0);
+    book.SaveAs(File("good.xls"));
+    book.Close(false);
+    QFile good(File("good.xls"));
+    ASSERT_TRUE(good.open(QIODevice::ReadOnly));
+    const QByteArray bytes = good.readAll();
+    const QList<QByteArray> contents{{}, "a,b\n1,2\n", "<html></html>", bytes.left(8), bytes.left(600)};
+    for (const QByteArray& content : contents) {
+        QFile bad(File("bad.xls"));
+        ASSERT_TRUE(bad.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        bad.write(content);
+        bad.close();
+        EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenWorkbook(File("bad.xls"))); }), Failure::File)
+            << content.size();
+    }
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenWorkbook(File("none.xls"))); }), Failure::File);
+    EXPECT_EQ(Application().OpenWorkbook(File("good.xls")).Sheet(1).Cells(1, 1).Value(), Cell(1.0));
+}
+
+TEST_F(WorkbookTest, KeepsTheOldFileWhenItCanNotWrite) {
+    Workbook book = Application().NewWorkbook();
+    book.Sheet(1).Cells(1, 1).SetValue(1.0);
+    book.SaveAs(File("kept.xls"));
+    // Where the work file should go, a folder is in the way.
+    ASSERT_TRUE(QDir().mkpath(File("kept.xls.part")));
+    book.Sheet(1).Cells(1, 1).SetValue(2.0);
+    EXPECT_EQ(FailureOf([&] { book.Save(); }), Failure::File);
+    EXPECT_EQ(ReadXls(File("kept.xls")).front().At(1, 1).toDouble(), 1.0);
+    ASSERT_TRUE(QDir().rmdir(File("kept.xls.part")));
+    book.Save();
+    EXPECT_EQ(ReadXls(File("kept.xls")).front().At(1, 1).toDouble(), 2.0);
+}
+
+TEST_F(WorkbookTest, MakesSlides) {
+    SlideShow slides = SlideShow::New();
+    EXPECT_EQ(slides.AppendPicture(RedSquare(), QStringLiteral("image/png")), 2);
+    slides.RemoveSlide(1);
+    slides.SaveAs(File("slides.ppt"));
+    slides.Close();
+    SlideShow again = SlideShow::Open(File("slides.ppt"));
+    EXPECT_EQ(again.SlideCount(), 1);
+    EXPECT_EQ(again.AppendPicture(RedSquare(), QStringLiteral("image/png")), 2);
+    again.Save();
+    EXPECT_EQ(SlideShow::Open(File("slides.ppt")).SlideCount(), 2);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenWorkbook(File("slides.ppt"))); }), Failure::File);
+}
+
+TEST_F(WorkbookTest, WritesManyRowsInBlocks) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    QElapsedTimer timer;
+    timer.start();
+    for (int row = 1; row <= 20000; ++row)
+        for (int column = 1; column <= 4; ++column)
+            sheet.Cells(row, column).SetValue(row * 10.0 + column);
+    sheet.Cells(1, 1, 20000, 4).SetStyle({.bold = true});
+    book.SaveAs(File("many.xls"));
+    EXPECT_LT(timer.elapsed(), 5000);
+    const ReadSheet read = ReadXls(File("many.xls")).front();
+    EXPECT_EQ(read.rows.size(), 20000);
+    EXPECT_EQ(read.At(20000, 4).toDouble(), 200004);
+}
+
+} // namespace tessaro::office
