@@ -13,9 +13,9 @@ function(tessaro_room)
 endfunction()
 
 # One test program a room: tessaro_test(jet LIBS jet SOURCES LexerTest.cpp)  gives test_jet.
-# Windows are drawn off screen; the installation that the build made is at TESSARO_INSTALLATION.
+# Windows are drawn off screen, or with ON_X11 on a virtual display of their own, one test after the other. The installation that the build made is at TESSARO_INSTALLATION.
 function(tessaro_test name)
-  cmake_parse_arguments(T "" "" "LIBS;SOURCES" ${ARGN})
+  cmake_parse_arguments(T "ON_X11" "" "LIBS;SOURCES" ${ARGN})
   if(NOT T_SOURCES)
     return()
   endif()
@@ -25,6 +25,11 @@ function(tessaro_test name)
   target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(test_${name} PRIVATE
     TESSARO_INSTALLATION="${TESSARO_INSTALLATION}" TESSARO_TESTDATA="${CMAKE_CURRENT_SOURCE_DIR}/data")
+  if(T_ON_X11)
+    add_test(NAME ${name} COMMAND xvfb-run -a -s "-screen 0 1280x800x24 -dpi 96" $<TARGET_FILE:test_${name}>)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=xcb" TIMEOUT 300)
+    return()
+  endif()
   gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
     PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 300)
 endfunction()

@@ -4,6 +4,9 @@
 #include <QApplication>
 
 int main(int argc, char** argv) {
+    // The spreadsheet can be shown inside our windows on X11 only, which Wayland desktops offer too.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
     QApplication application(argc, argv);
     tessaro::frmMain frame;
     return frame.MDIForm_Load(tessaro::CommandLine()) ? QApplication::exec() : 0;

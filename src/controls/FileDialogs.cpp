@@ -20,6 +20,18 @@ QString AskForFile(QWidget* parent, const FileQuestion& question) {
     return QFileDialog::getOpenFileName(parent, question.title, question.folder, question.filter);
 }
 
+QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
+    if (TheAnswerer()) return TheAnswerer()(question);
+    const QString place =
+        question.folder.isEmpty() ? question.name : question.folder + QLatin1Char('/') + question.name;
+    return QFileDialog::getSaveFileName(parent, question.title, place, question.filter);
+}
+
+QString AskForFolder(QWidget* parent, const FileQuestion& question) {
+    if (TheAnswerer()) return TheAnswerer()(question);
+    return QFileDialog::getExistingDirectory(parent, question.title, question.folder);
+}
+
 void SetFileAnswerer(FileAnswerer answerer) {
     TheAnswerer() = std::move(answerer);
 }

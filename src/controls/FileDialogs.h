@@ -13,10 +13,16 @@ struct FileQuestion {
     QString title;
     QString folder;
     QString filter;
+    QString name = {}; ///< suggested name of a file to be made
 };
 
 /// Lets the user choose a file that exists; empty when the dialog was cancelled.
 [[nodiscard]] QString AskForFile(QWidget* parent, const FileQuestion& question);
+
+/// Lets the user name a file to be made, asking before an existing one is taken; empty when cancelled.
+[[nodiscard]] QString AskForNewFile(QWidget* parent, const FileQuestion& question);
+/// Lets the user choose a folder; empty when cancelled.
+[[nodiscard]] QString AskForFolder(QWidget* parent, const FileQuestion& question);
 
 /// Who answers file dialogs instead of the user (tests); an empty one brings the dialogs back.
 using FileAnswerer = std::function<QString(const FileQuestion&)>;

@@ -39,11 +39,12 @@ constexpr int kStartAgain = 81;
 
 /// The context of our own side, made once for the process.
 Reference<XComponentContext> OwnContext() {
-    static const Reference<XComponentContext> context = [] {
+    // Never released: the threads of the bridge may outlast whatever is taken down at the end of the program.
+    static const auto& context = *new Reference<XComponentContext>([] {
         if (!qEnvironmentVariableIsSet("URE_BOOTSTRAP"))
             qputenv("URE_BOOTSTRAP", "vnd.sun.star.pathname:" + ProgramFolder().toUtf8() + "/fundamentalrc");
         return cppu::defaultBootstrap_InitialComponentContext();
-    }();
+    }());
     return context;
 }
 

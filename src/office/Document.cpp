@@ -46,11 +46,11 @@ Document::Document(std::shared_ptr<Connection> connection, QString file, const c
     : connection_(std::move(connection)), generation_(connection_->Generation()), file_(std::move(file)),
       filter_(filter), pending_(std::make_unique<PendingWrites>()), palette_(DefaultPalette()) {}
 
-std::shared_ptr<Document> Document::New(std::shared_ptr<Connection> connection, const char* factory,
-                                        const char* filter) {
+std::shared_ptr<Document> Document::New(std::shared_ptr<Connection> connection, const char* factory, const char* filter,
+                                        const Frame& frame) {
     connection->Start();
     auto document = std::make_shared<Document>(std::move(connection), QString(), filter);
-    document->OpenModel(Ascii(factory), {});
+    document->OpenModel(Ascii(factory), frame);
     return document;
 }
 

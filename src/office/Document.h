@@ -29,9 +29,9 @@ class Document final {
     static constexpr const char* kWorkbook = "MS Excel 97";
     static constexpr const char* kSlides = "MS PowerPoint 97";
 
-    /// A new document of a factory ("private:factory/scalc").
+    /// A new document of a factory ("private:factory/scalc"); into the frame of a host when one is given.
     [[nodiscard]] static std::shared_ptr<Document> New(std::shared_ptr<Connection> connection, const char* factory,
-                                                       const char* filter);
+                                                       const char* filter, const Frame& frame = {});
     /// A file that must be of the filter's kind; into the frame of a host when one is given.
     [[nodiscard]] static std::shared_ptr<Document> Open(std::shared_ptr<Connection> connection, const QString& file,
                                                         const char* filter, const Frame& frame = {});

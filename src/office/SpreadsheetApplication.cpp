@@ -35,13 +35,13 @@ void ClearHeaderAndFooter(Document& document) {
 } // namespace
 
 SpreadsheetApplication& SpreadsheetApplication::Instance() {
-    static SpreadsheetApplication application(false);
-    return application;
+    static auto* application = new SpreadsheetApplication(false);
+    return *application;
 }
 
 SpreadsheetApplication& SpreadsheetApplication::Hosted() {
-    static SpreadsheetApplication application(true);
-    return application;
+    static auto* application = new SpreadsheetApplication(true);
+    return *application;
 }
 
 SpreadsheetApplication::SpreadsheetApplication(bool shown) : connection_(std::make_shared<Connection>(shown)) {

@@ -18,8 +18,8 @@ class Document;
 struct PageSetup {
     bool landscape = false;
     int fitToPagesWide = 0; ///< 0: as large as it is
-    QString header = {};         ///< middle of the header line; empty for none
-    QString footer = {};         ///< "&P" is the page, "&N" the number of pages
+    QString header = {};    ///< middle of the header line; empty for none
+    QString footer = {};    ///< "&P" is the page, "&N" the number of pages
     int titleRows = 0;      ///< rows that are repeated on each page
     bool gridLines = false;
 };

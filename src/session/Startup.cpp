@@ -40,16 +40,4 @@ void ShutDown() {
     ForgetStrings();
 }
 
-QString SpreadsheetProgramFolder() {
-    QString named = GetRegistryValue(
-        AppPath, QString::fromLatin1(LocalMachine),
-        QStringLiteral("Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Excel.Exe"), QStringLiteral("Path"));
-    if (!named.isEmpty()) return named;
-    for (const char* program : {"soffice", "libreoffice"}) {
-        const QString found = QStandardPaths::findExecutable(QString::fromLatin1(program));
-        if (!found.isEmpty()) return QFileInfo(QFileInfo(found).canonicalFilePath()).path();
-    }
-    return {};
-}
-
 } // namespace tessaro

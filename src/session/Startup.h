@@ -15,8 +15,5 @@ enum class StartResult { GoOn, EndProgram };
 /// TempFolder, the string table.
 void ShutDown();
 
-/// The folder of the spreadsheet program: what the registry names, otherwise where the search path has it; empty when
-/// there is none (message "046").
-[[nodiscard]] QString SpreadsheetProgramFolder();
 
 } // namespace tessaro

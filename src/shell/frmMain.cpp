@@ -3,6 +3,7 @@
 #include "controls/MessageBox.h"
 #include "controls/StageScreen.h"
 #include "platform/SingleInstance.h"
+#include "presentation/frmPrint.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -105,6 +106,12 @@ void frmMain::EditCommand(const char* onField, void (StageScreen::*onScreen)()) 
 
 void frmMain::SetStatusText(const QString& text) {
     ui_->sbStatusBar->SetText(text);
+}
+
+void frmMain::ShowWorkbook(const QString& file) {
+    frmPrint form(this);
+    form.SetFileName(file);
+    form.exec();
 }
 
 void frmMain::StartProgress() {

@@ -70,6 +70,7 @@ class frmMain final : public QMainWindow, public Frame {
     void EndProgress() override;
     void SetBusy(bool busy) override;
     void ShowStatusTextFor(const QString& text, int milliseconds) override;
+    void ShowWorkbook(const QString& file) override;
 
     /// Each second: clock, sound, the list of databases.
     void Timer1_Timer();

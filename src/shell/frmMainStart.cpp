@@ -1,6 +1,7 @@
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "database/Database.h"
+#include "office/SpreadsheetApplication.h"
 #include "platform/CommandLine.h"
 #include "platform/Home.h"
 #include "platform/Paths.h"
@@ -39,6 +40,7 @@ bool frmMain::MDIForm_Load(const QString& commandLine) {
     AppPath = CommandLineValue(commandLine, QStringLiteral("/a"), SwitchAttribute::Directory);
     if (Initialize() == StartResult::EndProgram) return false;
     started_ = true;
+    office::SpreadsheetApplication::SetProfileFolder(JoinPath({CacheFolder, QStringLiteral("Office")}));
     ShowProduct();
     SetFormFont();
     show();
@@ -150,7 +152,7 @@ void frmMain::FillAddresses() {
 }
 
 void frmMain::WarnOfMissingSpreadsheet() {
-    if (SpreadsheetProgramFolder().isEmpty()) ShowMessage(QStringLiteral("046"));
+    if (!office::SpreadsheetApplication::IsInstalled()) ShowMessage(QStringLiteral("046"));
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -169,6 +171,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     // down once its window is gone.
     screens_->UnloadAll();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    office::SpreadsheetApplication::QuitAll();
     ShutDown();
     SetBusy(false);
     event->accept();

@@ -62,7 +62,7 @@ TEST_F(WorkbookTest, KeepsLooks) {
     Worksheet sheet = book.Sheet(1);
     sheet.SetName(QStringLiteral("Quarter [1]: a/b"));
     sheet.Cells(1, 1, 3, 3).SetValue(QStringLiteral("x"));
-    sheet.Cells(1, 1, 3, 3).SetStyle({.fontName = QStringLiteral("Liberation Serif"), .fontSize = 12});
+    sheet.Cells(1, 1, 3, 3).SetStyle({.fontName = QStringLiteral("Noto Sans"), .fontSize = 12});
     sheet.Cells(1, 1, 1, 3).SetStyle({.bold = true, .interiorColorIndex = 35, .horizontal = Align::Center});
     // The later look wins where two meet.
     sheet.Cells(2, 1).SetStyle({.bold = true});
@@ -83,7 +83,7 @@ TEST_F(WorkbookTest, KeepsLooks) {
 
     const ReadSheet read = ReadXls(File("looks.xls")).front();
     EXPECT_EQ(read.name, QStringLiteral("Quarter _1__ a_b"));
-    EXPECT_EQ(read.Look(1, 2).value(QLatin1String("font")).toString(), QStringLiteral("Liberation Serif"));
+    EXPECT_EQ(read.Look(1, 2).value(QLatin1String("font")).toString(), QStringLiteral("Noto Sans"));
     EXPECT_TRUE(read.Look(1, 1).value(QLatin1String("bold")).toBool());
     EXPECT_EQ(read.Look(1, 1).value(QLatin1String("back")).toString(), QStringLiteral("0C2238"));
     EXPECT_EQ(read.Look(1, 1).value(QLatin1String("align")).toInt(), 2);

@@ -21,7 +21,7 @@ def look(book, sheet, row, column):
     return {
         "font": font.name,
         "size": font.height / 20,
-        "bold": bool(font.bold),
+        "bold": font.weight >= 600,
         "italic": bool(font.italic),
         "colour": colour(book, font.colour_index),
         "back": colour(book, back) if back is not None else None,

@@ -1,0 +1,32 @@
+#include "controls/OfficeErrors.h"
+
+#include "session/ErrorSink.h"
+#include "session/Messages.h"
+#include "session/Strings.h"
+
+namespace tessaro {
+
+QString OfficeText(const office::Error& error) {
+    switch (error.failure) {
+    case office::Failure::Missing:
+    case office::Failure::Start:
+        return GetText(QStringLiteral("TS_OfficeMissing"));
+    case office::Failure::Lost:
+        return GetText(QStringLiteral("TS_OfficeLost"));
+    case office::Failure::TimedOut:
+        return GetText(QStringLiteral("TS_OfficeTimedOut"));
+    case office::Failure::Limit:
+        return GetText(QStringLiteral("TS_OfficeLimit"));
+    case office::Failure::File:
+    case office::Failure::Call:
+        break;
+    }
+    return GetText(QStringLiteral("TS_OfficeFile")).replace(QStringLiteral("%1"), QString::fromUtf8(error.what()));
+}
+
+void ShowOfficeError(const office::Error& error, const char* procedureName) {
+    LogNote(QStringLiteral("%1: %2").arg(QLatin1String(procedureName), QString::fromUtf8(error.what())));
+    ShowMessage(OfficeText(error), MessageType::Ok, 102, {}, false);
+}
+
+} // namespace tessaro

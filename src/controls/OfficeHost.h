@@ -1,0 +1,80 @@
+#pragma once
+
+#include "office/SlideShow.h"
+#include "office/Workbook.h"
+
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+
+namespace tessaro {
+
+namespace office {
+class HostedFrame;
+}
+
+/// A place in a form where a workbook or a slide show is shown and edited by its own program ("fraExcel", "PicExcel",
+/// "picXLSContainer", "PicPPT"). The program's window becomes a child of this widget, without its menus and bars, and
+/// follows every change of its size. At most one workbook and one slide show are hosted at a time: opening a second one
+/// closes the first. When the process dies the place says so and the form stays usable; the next opening works.
+class OfficeHost final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit OfficeHost(QWidget* parent = nullptr);
+    /// Closes the host, keeping edits.
+    ~OfficeHost() override;
+
+    /// False where no program's window can be taken in: a display other than X11.
+    [[nodiscard]] static bool CanHost();
+    /// OpenHostedExcel, Workbooks.Open, FitExcelToContainer: shows a workbook file. False when it can't be shown;
+    /// ErrorText says why, and so do the place and the log.
+    bool ShowWorkbook(const QString& file);
+    /// The same for slides; an empty name makes a new slide show.
+    bool ShowSlides(const QString& file);
+    /// FitExcelToContainer; also called by itself on each resize.
+    void FitExcelToContainer();
+    /// Menu, standard and formatting bars: on while the form is maximised, off otherwise.
+    void SetToolBars(bool shown);
+    /// CloseHostedExcel: saves what the user changed, closes the document, gives everything back. Never throws. With
+    /// `save` false the changes are dropped (the gallery).
+    void CloseHostedExcel(bool save = true);
+
+    [[nodiscard]] bool IsOpen() const;
+    /// What is on show; a closed handle when nothing is.
+    [[nodiscard]] office::Workbook& xlBook() { return book_; }
+    [[nodiscard]] office::SlideShow& Slides() { return slides_; }
+    [[nodiscard]] const QString& ErrorText() const { return errorText_; }
+    /// Saves the shown workbook; false after ErrorText and the log have the reason.
+    bool Save();
+    /// What the empty place says.
+    void SetHint(const QString& text);
+
+  Q_SIGNALS:
+    /// The process died while something was on show.
+    void Lost();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    /// A press anywhere else in the window takes the keyboard back from the hosted one.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    template <class Opening> bool Show(Opening&& opening);
+    void OfficeLost();
+    void TakeKeyboardBack();
+    [[nodiscard]] QSize PlaceSize() const;
+    bool Fail(const QString& text, const QString& logged);
+
+    std::unique_ptr<office::HostedFrame> frame_;
+    QWidget* place_ = nullptr; ///< the native window that the program's window lies in
+    office::Workbook book_;
+    office::SlideShow slides_;
+    bool toolBars_ = false;
+    QString hint_;
+    QString errorText_;
+};
+
+} // namespace tessaro

@@ -1,0 +1,144 @@
+#include "office/HostedFrame.h"
+
+#include "office/Convert.h"
+#include "office/Document.h"
+
+#include <com/sun/star/awt/PosSize.hpp>
+#include <com/sun/star/awt/XSystemChildFactory.hpp>
+#include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/awt/XWindowPeer.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/frame/XDispatchHelper.hpp>
+#include <com/sun/star/frame/XDispatchProvider.hpp>
+#include <com/sun/star/frame/XFrame2.hpp>
+#include <com/sun/star/frame/XLayoutManager.hpp>
+#include <com/sun/star/lang/SystemDependent.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <rtl/process.h>
+
+namespace tessaro::office {
+
+using com::sun::star::uno::Any;
+using com::sun::star::uno::Reference;
+using com::sun::star::uno::Sequence;
+
+struct HostedFrame::State {
+    std::shared_ptr<Connection> connection;
+    unsigned generation = 0;
+    Reference<com::sun::star::awt::XWindow> window;
+    Reference<com::sun::star::frame::XFrame2> frame;
+    bool slides = false;
+};
+
+namespace {
+
+constexpr const char* kBars[] = {"private:resource/menubar/menubar", "private:resource/toolbar/standardbar"};
+constexpr const char* kSheetBar = "private:resource/toolbar/formatobjectbar";
+constexpr const char* kStatusBar = "private:resource/statusbar/statusbar";
+
+void Toggle(const Connection& connection, const Reference<com::sun::star::frame::XFrame2>& frame, const char* command,
+            const char* argument, bool on) {
+    Need<com::sun::star::frame::XDispatchHelper>(connection.Service("com.sun.star.frame.DispatchHelper"))
+        ->executeDispatch(Need<com::sun::star::frame::XDispatchProvider>(frame), Ascii(command), rtl::OUString(), 0,
+                          Properties({Property(argument, Any(on))}));
+}
+
+} // namespace
+
+HostedFrame::HostedFrame(quintptr window, const QSize& size) : state_(std::make_unique<State>()) {
+    state_->connection = SpreadsheetApplication::Hosted().connection();
+    state_->connection->Start();
+    state_->generation = state_->connection->Generation();
+    state_->connection->Run([&] {
+        const auto factory =
+            Need<com::sun::star::awt::XSystemChildFactory>(state_->connection->Service("com.sun.star.awt.Toolkit"));
+        Sequence<sal_Int8> process(16);
+        rtl_getGlobalProcessId(reinterpret_cast<sal_uInt8*>(process.getArray()));
+        const auto peer = factory->createSystemChild(Any(static_cast<sal_Int64>(window)), process,
+                                                     com::sun::star::lang::SystemDependent::SYSTEM_XWINDOW);
+        state_->window = Need<com::sun::star::awt::XWindow>(peer);
+        state_->window->setPosSize(0, 0, size.width(), size.height(), com::sun::star::awt::PosSize::POSSIZE);
+        state_->frame = Need<com::sun::star::frame::XFrame2>(state_->connection->Service("com.sun.star.frame.Frame"));
+        state_->frame->initialize(state_->window);
+        com::sun::star::frame::Desktop::create(state_->connection->Context())
+            ->getFrames()
+            ->append(Need<com::sun::star::frame::XFrame>(state_->frame));
+        state_->window->setVisible(true);
+    });
+}
+
+HostedFrame::~HostedFrame() {
+    Close();
+}
+
+Workbook HostedFrame::ShowWorkbook(const QString& file) {
+    Workbook book(Document::Open(state_->connection, file, Document::kWorkbook,
+                                 Need<com::sun::star::frame::XFrame>(state_->frame)));
+    Prepare();
+    return book;
+}
+
+SlideShow HostedFrame::ShowSlides(const QString& file) {
+    state_->slides = true;
+    const auto frame = Need<com::sun::star::frame::XFrame>(state_->frame);
+    SlideShow slides(file.isEmpty()
+                         ? Document::New(state_->connection, "private:factory/simpress", Document::kSlides, frame)
+                         : Document::Open(state_->connection, file, Document::kSlides, frame));
+    if (file.isEmpty()) slides.SetFourToThree();
+    Prepare();
+    return slides;
+}
+
+void HostedFrame::Prepare() {
+    SetToolBars(false);
+}
+
+// What is shown of the bars stays in the profile, so each opening says it anew.
+void HostedFrame::SetToolBars(bool shown) {
+    state_->connection->Run([&] {
+        Reference<com::sun::star::frame::XLayoutManager> layout;
+        Need<com::sun::star::beans::XPropertySet>(state_->frame)->getPropertyValue("LayoutManager") >>= layout;
+        if (!layout.is()) return;
+        layout->lock();
+        if (shown) {
+            Toggle(*state_->connection, state_->frame, ".uno:Sidebar", "Sidebar", false);
+            if (!state_->slides)
+                Toggle(*state_->connection, state_->frame, ".uno:InputLineVisible", "InputLineVisible", false);
+            layout->setVisible(true);
+            for (const char* bar : kBars)
+                layout->showElement(Ascii(bar));
+            if (!state_->slides) layout->showElement(Ascii(kSheetBar));
+            layout->hideElement(Ascii(kStatusBar));
+        } else {
+            layout->setVisible(false);
+        }
+        layout->unlock();
+    });
+}
+
+void HostedFrame::SetSize(const QSize& size) {
+    if (state_->connection->Generation() != state_->generation) return;
+    state_->connection->Post([window = state_->window, size] {
+        if (window.is()) window->setPosSize(0, 0, size.width(), size.height(), com::sun::star::awt::PosSize::POSSIZE);
+    });
+}
+
+void HostedFrame::Close() noexcept {
+    if (!state_->frame.is()) return;
+    const bool alive = state_->connection->Generation() == state_->generation && state_->connection->IsRunning();
+    const auto close = [frame = std::move(state_->frame), window = std::move(state_->window), alive] {
+        if (!alive) return;
+        Need<com::sun::star::util::XCloseable>(frame)->close(true);
+    };
+    state_->frame.clear();
+    state_->window.clear();
+    // The window of ours that it lies in goes next, so this one has to be gone before.
+    try {
+        if (alive) state_->connection->Run(close);
+    } catch (const Error&) {
+        // It died, and its window with it.
+    }
+}
+
+} // namespace tessaro::office

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "office/SlideShow.h"
+#include "office/SpreadsheetApplication.h"
+#include "office/Workbook.h"
+
+#include <QObject>
+#include <QSize>
+
+#include <memory>
+
+namespace tessaro::office {
+
+/// A window of the program inside a native window of ours, with one document in it. Sizes are device pixels. Functions
+/// that aren't said to be quiet throw Error.
+class HostedFrame final {
+  public:
+    /// `window`: the native window (X11) that takes it in.
+    HostedFrame(quintptr window, const QSize& size);
+    ~HostedFrame();
+    HostedFrame(const HostedFrame&) = delete;
+    HostedFrame& operator=(const HostedFrame&) = delete;
+
+    /// Shows a workbook file; its menus and bars are hidden.
+    [[nodiscard]] Workbook ShowWorkbook(const QString& file);
+    /// Shows a slide show; an empty name makes a new one.
+    [[nodiscard]] SlideShow ShowSlides(const QString& file);
+    /// Menu, standard and formatting bars on or off.
+    void SetToolBars(bool shown);
+    /// Follows the size of our window; quiet and without waiting.
+    void SetSize(const QSize& size);
+    /// Takes the window away; quiet.
+    void Close() noexcept;
+
+  private:
+    void Prepare();
+
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace tessaro::office

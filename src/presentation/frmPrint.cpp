@@ -1,0 +1,99 @@
+#include "presentation/frmPrint.h"
+
+#include "controls/Captions.h"
+#include "controls/FileDialogs.h"
+#include "controls/OfficeErrors.h"
+#include "controls/OfficeHost.h"
+#include "platform/Paths.h"
+#include "session/Frame.h"
+#include "session/Strings.h"
+#include "ui_frmPrint.h"
+
+#include <QFileInfo>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QTimer>
+
+namespace tessaro {
+
+frmPrint::frmPrint(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmPrint>()) {
+    ui_->setupUi(this);
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    SetFormFonts(this);
+    SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
+    SetCaption(ui_->cmdPrint, QStringLiteral("PRINT BUTTON"));
+    SetCaption(ui_->cmdPdf, QStringLiteral("TS_SavePdf"));
+    connect(ui_->cmdOK, &QPushButton::clicked, this, &frmPrint::accept);
+    connect(ui_->cmdPrint, &QPushButton::clicked, this, &frmPrint::cmdPrint_Click);
+    connect(ui_->cmdPdf, &QPushButton::clicked, this, &frmPrint::cmdPdf_Click);
+    const auto disable = [this] {
+        ui_->cmdPrint->setEnabled(false);
+        ui_->cmdPdf->setEnabled(false);
+    };
+    disable();
+    connect(ui_->fraExcel, &OfficeHost::Lost, this, disable);
+}
+
+frmPrint::~frmPrint() = default;
+
+void frmPrint::SetFileName(const QString& fileName) {
+    fileName_ = fileName;
+    setWindowTitle(PlainText(QStringLiteral("TS_PrintCaption"))
+                       .replace(QStringLiteral("%1"), QFileInfo(fileName).completeBaseName()));
+}
+
+// The window has to be there before another program's window can lie in it.
+void frmPrint::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    QTimer::singleShot(0, this, &frmPrint::OpenWorkbook);
+}
+
+void frmPrint::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) ui_->fraExcel->SetToolBars(isMaximized());
+}
+
+void frmPrint::OpenWorkbook() {
+    if (ui_->fraExcel->IsOpen()) return;
+    TheFrame().SetBusy(true);
+    const bool open = ui_->fraExcel->ShowWorkbook(fileName_);
+    TheFrame().SetBusy(false);
+    ui_->cmdPrint->setEnabled(open);
+    ui_->cmdPdf->setEnabled(open);
+}
+
+void frmPrint::done(int result) {
+    TheFrame().SetBusy(true);
+    ui_->fraExcel->CloseHostedExcel();
+    TheFrame().SetBusy(false);
+    QDialog::done(result);
+}
+
+void frmPrint::cmdPrint_Click() {
+    QPrinter printer;
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    try {
+        if (printer.outputFormat() == QPrinter::PdfFormat)
+            ui_->fraExcel->xlBook().ExportPdf(printer.outputFileName());
+        else
+            ui_->fraExcel->xlBook().Print(printer.printerName());
+    } catch (const office::Error& error) {
+        ShowOfficeError(error, "cmdPrint_Click");
+    }
+}
+
+void frmPrint::cmdPdf_Click() {
+    const QString file = AskForNewFile(this, {PlainText(QStringLiteral("TS_SavePdf")),
+                                              {},
+                                              PlainText(QStringLiteral("TS_FilterPdf")) + QStringLiteral(" (*.pdf)"),
+                                              QFileInfo(fileName_).completeBaseName() + QStringLiteral(".pdf")});
+    if (file.isEmpty()) return;
+    try {
+        ui_->fraExcel->xlBook().ExportPdf(file);
+    } catch (const office::Error& error) {
+        ShowOfficeError(error, "cmdPdf_Click");
+    }
+}
+
+} // namespace tessaro
