@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
-/// make-templates DIR: makes the empty workbooks of content/documents/Bin/Template. They are kept with the sources, so
+/// make-templates DIR: makes the empty workbooks of content/templates. They are kept with the sources, so
 /// that a build needs no spreadsheet program; run it again when one of them is to change.
 namespace {
 

@@ -10,6 +10,7 @@ struct KeyedItem {
     QString key;
     QStringList cells;
     quint8 globalCells = 0; ///< bit n: cell n belongs to an item that all databases share
+    bool marked = false;    ///< shows the list's other icon: a recommended source, a descending order
 
     bool operator==(const KeyedItem&) const = default;
 };

@@ -121,6 +121,16 @@ void KeyedListModel::SetColumns(const QStringList& heads) {
     endResetModel();
 }
 
+void KeyedListModel::SetMarkedIcon(const QIcon& icon) {
+    markedIcon_ = icon;
+}
+
+void KeyedListModel::SetMarked(const QString& key, bool marked) {
+    for (KeyedItem& item : items_)
+        if (item.key == key) item.marked = marked;
+    if (rowCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, 0));
+}
+
 void KeyedListModel::SetColumnIcons(const QList<QIcon>& icons) {
     icons_ = icons;
 }
@@ -231,6 +241,7 @@ QVariant KeyedListModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
         return CellOf(item, index.column());
     case Qt::DecorationRole:
+        if (index.column() == 0 && ItemAt(index.row()).marked && !markedIcon_.isNull()) return markedIcon_;
         return index.column() < icons_.size() ? QVariant(icons_[index.column()]) : QVariant();
     case Qt::ForegroundRole:
         return globalColor_.isValid() && (item.globalCells >> index.column() & 1) != 0 ? QVariant(globalColor_)

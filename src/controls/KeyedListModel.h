@@ -42,6 +42,10 @@ class KeyedListModel final : public QAbstractTableModel {
     // --- Columns and look. ------------------------------------------------------------------------------------------
     void SetColumns(const QStringList& heads);
     void SetColumnIcons(const QList<QIcon>& icons);
+    /// Icon of the first column in marked rows.
+    void SetMarkedIcon(const QIcon& icon);
+    /// Marks a row, or takes its mark away.
+    void SetMarked(const QString& key, bool marked);
     /// Colour of shared cells; an invalid one switches it off.
     void SetGlobalColor(const QColor& color);
 
@@ -86,6 +90,7 @@ class KeyedListModel final : public QAbstractTableModel {
     QSet<QString> keys_;
     QStringList heads_;
     QList<QIcon> icons_;
+    QIcon markedIcon_;
     QColor globalColor_;
     QStringList filterWords_;
     int sortColumn_ = 0;

@@ -26,6 +26,10 @@ class StageScreen : public QWidget {
     virtual void Find() {}
     virtual void Refresh() {}
     virtual void Print() {}
+    virtual void SaveAs() {}
+    /// Whether this screen prints and saves: the frame offers the commands by it.
+    [[nodiscard]] virtual bool CanPrint() const { return false; }
+    [[nodiscard]] virtual bool CanSaveAs() const { return false; }
     /// Captions again after a change of language, fonts after a change of font.
     virtual void SetFormCaptions() {}
     /// What is chosen here, in one line, for the banner: "12 indicators"; empty when nothing is.

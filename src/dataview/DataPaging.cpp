@@ -101,13 +101,23 @@ void DataPaging::LoadPageIntoGrid(std::vector<GridRow> page) {
     if (loadingFromTop_ && gridHasAllRows) {
         target = static_cast<int>(nextFromTop_);
     } else if (loadingFromTop_) {
-        target = std::max(grid_.MaxRows(), 1);
+        target = grid_.QueryRows() + 1;
         grid_.InsertRows(length);
     } else {
-        if (!bottomStarted_) grid_.InsertRows(static_cast<int>(totalRows_) - grid_.ValueRows());
-        target = grid_.MaxRows() - static_cast<int>(takenFromBottom_) - length;
+        if (!bottomStarted_) grid_.InsertRows(static_cast<int>(totalRows_) - grid_.QueryRows());
+        target = grid_.QueryRows() + 1 - static_cast<int>(takenFromBottom_) - length;
     }
     grid_.PutBlock(target - 1, std::move(page));
+}
+
+std::vector<GridRow> DataPaging::Texts(const QString& sql) {
+    ErrorTrap trap("RestoreDeletedRows");
+    std::vector<GridRow> rows;
+    trap.Try([&] {
+        PageQuery query;
+        if (query.Open(sql)) rows = builder_.CreateDataPage(query.GetRows(0, static_cast<int>(query.RecordCount())));
+    });
+    return rows;
 }
 
 void DataPaging::EndPaging(bool removeLast) {
@@ -139,6 +149,10 @@ bool DataPaging::LoadFromEnd() {
     loadingFromBottom_ = true;
     SetTimer(true);
     return true;
+}
+
+qint64 DataPaging::CountRows() {
+    return totalKnown_ || pagingComplete_ ? totalRows_ : pageQuery_.RecordCount(onCounting);
 }
 
 void DataPaging::LoadFromStart() {

@@ -42,29 +42,110 @@ GridModel::GridModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 void GridModel::Clear() {
     beginResetModel();
-    maxRows_ = 0;
+    queryRows_ = 0;
     hasSpare_ = false;
+    removed_.clear();
+    extra_.clear();
     order_.clear();
     blocks_.clear();
     footnotes_.clear();
     endResetModel();
 }
 
+int GridModel::ValueRows() const {
+    if (!order_.empty()) return static_cast<int>(order_.size());
+    return RowsOfQueryShown() + static_cast<int>(extra_.size());
+}
+
 void GridModel::InsertRows(int count) {
     if (count <= 0) return;
-    const int added = count + (hasSpare_ ? 0 : 1);
-    beginInsertRows({}, ValueRows(), ValueRows() + added - 1);
-    maxRows_ += added;
+    const int first = RowsOfQueryShown();
+    beginInsertRows({}, first, first + count - 1);
+    queryRows_ += count;
+    endInsertRows();
+    if (hasSpare_) return;
+    beginInsertRows({}, ValueRows(), ValueRows());
     hasSpare_ = true;
     endInsertRows();
 }
 
 void GridModel::DeleteSpareRow() {
     if (!hasSpare_) return;
-    beginRemoveRows({}, maxRows_ - 1, maxRows_ - 1);
-    --maxRows_;
+    beginRemoveRows({}, ValueRows(), ValueRows());
     hasSpare_ = false;
     endRemoveRows();
+}
+
+void GridModel::RemoveRows(const std::vector<int>& rows) {
+    if (rows.empty()) return;
+    const bool isRun = rows.back() - rows.front() + 1 == static_cast<int>(rows.size());
+    // Many rows here and there cost less as a new grid than as one change each.
+    isRun ? beginRemoveRows({}, rows.front(), rows.back()) : beginResetModel();
+    order_.empty() ? RemoveInQueryOrder(rows) : RemoveFromOrder(rows);
+    isRun ? endRemoveRows() : endResetModel();
+}
+
+void GridModel::RemoveFromOrder(const std::vector<int>& rows) {
+    std::vector<qint32> left;
+    std::size_t next = 0;
+    for (int row = 0; row < static_cast<int>(order_.size()); ++row) {
+        if (next < rows.size() && rows[next] == row)
+            ++next;
+        else
+            left.push_back(order_[static_cast<std::size_t>(row)]);
+    }
+    order_ = std::move(left);
+    if (!order_.empty()) return;
+    // An order of no rows would read as none.
+    queryRows_ = 0;
+    removed_.clear();
+    extra_.clear();
+}
+
+void GridModel::RemoveInQueryOrder(const std::vector<int>& rows) {
+    std::vector<qint32> gone;
+    std::vector<bool> extraGone(extra_.size());
+    for (const int row : rows) {
+        const qint64 source = SourceOf(row);
+        if (source >= 0)
+            gone.push_back(static_cast<qint32>(source));
+        else
+            extraGone[static_cast<std::size_t>(~source)] = true;
+    }
+    std::vector<qint32> merged;
+    std::ranges::merge(removed_, gone, std::back_inserter(merged));
+    removed_ = std::move(merged);
+    std::vector<GridRow> left;
+    for (std::size_t place = 0; place < extra_.size(); ++place)
+        if (!extraGone[place]) left.push_back(std::move(extra_[place]));
+    extra_ = std::move(left);
+}
+
+void GridModel::AppendRows(std::vector<GridRow> rows) {
+    if (rows.empty()) return;
+    const int first = ValueRows();
+    beginInsertRows({}, first, first + static_cast<int>(rows.size()) - 1);
+    for (GridRow& row : rows) {
+        if (!order_.empty()) order_.push_back(~static_cast<qint32>(extra_.size()));
+        extra_.push_back(std::move(row));
+    }
+    endInsertRows();
+}
+
+// Row r of those that are left is query row r + k, where k rows were removed at or before it.
+qint64 GridModel::SourceOf(int row) const {
+    if (!order_.empty()) return order_[static_cast<std::size_t>(row)];
+    if (row >= RowsOfQueryShown()) return ~static_cast<qint64>(row - RowsOfQueryShown());
+    std::size_t low = 0;
+    std::size_t high = removed_.size();
+    while (low < high) {
+        const std::size_t middle = (low + high) / 2;
+        if (removed_[middle] - static_cast<qint32>(middle) <= row)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return row + static_cast<qint64>(low);
 }
 
 void GridModel::PutBlock(int first, std::vector<GridRow> rows) {
@@ -75,8 +156,9 @@ void GridModel::PutBlock(int first, std::vector<GridRow> rows) {
         block.rows.at(static_cast<std::size_t>(row % kBlockRows)) = std::move(rows[place]);
         block.filled |= quint64{1} << (row % kBlockRows);
     }
-    const int last = std::min(first + static_cast<int>(rows.size()), maxRows_) - 1;
-    if (first <= last) Q_EMIT dataChanged(index(first, 0), index(last, MaxCols - 1));
+    const int shownFirst = std::max(first - static_cast<int>(removed_.size()), 0);
+    const int last = std::min(first + static_cast<int>(rows.size()), ValueRows()) - 1;
+    if (shownFirst <= last) Q_EMIT dataChanged(index(shownFirst, 0), index(last, MaxCols - 1));
 }
 
 GridModel::Block& GridModel::BlockOf(qint64 queryRow) const {
@@ -101,7 +183,7 @@ void GridModel::DropOldest() const {
 // A row that could not be made stays blank instead of being asked for with every painting.
 void GridModel::FetchBlock(Block& block, qint64 queryRow) const {
     const qint64 first = queryRow - queryRow % kBlockRows;
-    const int count = static_cast<int>(std::min<qint64>(kBlockRows, ValueRows() - first));
+    const int count = static_cast<int>(std::min<qint64>(kBlockRows, queryRows_ - first));
     std::vector<GridRow> rows = fetch_ ? fetch_(first, count) : std::vector<GridRow>();
     rows.resize(static_cast<std::size_t>(count));
     for (int place = 0; place < count; ++place) {
@@ -113,8 +195,8 @@ void GridModel::FetchBlock(Block& block, qint64 queryRow) const {
 
 const GridRow* GridModel::RowAt(int row) const {
     if (row < 0 || row >= ValueRows()) return nullptr;
-    const auto place = static_cast<std::size_t>(row);
-    const qint64 queryRow = place < order_.size() ? order_[place] : row;
+    const qint64 queryRow = SourceOf(row);
+    if (queryRow < 0) return &extra_[static_cast<std::size_t>(~queryRow)];
     Block& block = BlockOf(queryRow);
     if ((block.filled >> (queryRow % kBlockRows) & 1) == 0) FetchBlock(block, queryRow);
     return &block.rows.at(static_cast<std::size_t>(queryRow % kBlockRows));
@@ -130,7 +212,7 @@ void GridModel::SortInGrid(int column, bool ascending) {
 
     std::vector<std::pair<int, qint32>> rows(count); // place of the text, query row
     for (std::size_t row = 0; row < count; ++row)
-        rows[row] = {places.value(texts[row]), row < order_.size() ? order_[row] : static_cast<qint32>(row)};
+        rows[row] = {places.value(texts[row]), static_cast<qint32>(SourceOf(static_cast<int>(row)))};
     std::ranges::stable_sort(
         rows, [ascending](const auto& a, const auto& b) { return ascending ? a.first < b.first : a.first > b.first; });
 
@@ -141,7 +223,7 @@ void GridModel::SortInGrid(int column, bool ascending) {
 }
 
 int GridModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : maxRows_;
+    return parent.isValid() ? 0 : MaxRows();
 }
 
 int GridModel::columnCount(const QModelIndex& parent) const {
@@ -151,7 +233,7 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const int column = index.column() + 1;
-    if (role == SpareRole) return hasSpare_ && index.row() == maxRows_ - 1;
+    if (role == SpareRole) return hasSpare_ && index.row() == MaxRows() - 1;
     if (role != Qt::DisplayRole && role != Qt::TextAlignmentRole && role != Qt::ForegroundRole &&
         role != Qt::ToolTipRole && role != FootnoteRole)
         return {};
@@ -210,7 +292,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 void GridModel::Refresh() {
     footnotes_.clear();
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, MaxCols - 1);
-    if (maxRows_ > 0) Q_EMIT dataChanged(index(0, 0), index(maxRows_ - 1, MaxCols - 1));
+    if (MaxRows() > 0) Q_EMIT dataChanged(index(0, 0), index(MaxRows() - 1, MaxCols - 1));
 }
 
 } // namespace tessaro

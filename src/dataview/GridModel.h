@@ -37,15 +37,21 @@ class GridModel final : public QAbstractTableModel {
     /// Empties the grid: MaxRows 0, no sort.
     void Clear();
     /// All rows, with the spare last one while a load is running.
-    [[nodiscard]] int MaxRows() const { return maxRows_; }
+    [[nodiscard]] int MaxRows() const { return ValueRows() + (hasSpare_ ? 1 : 0); }
     /// Rows that show values: MaxRows without the spare one.
-    [[nodiscard]] int ValueRows() const { return maxRows_ - (hasSpare_ ? 1 : 0); }
+    [[nodiscard]] int ValueRows() const;
+    /// Rows of the query that the grid has room for, also those that were removed since.
+    [[nodiscard]] int QueryRows() const { return queryRows_; }
     [[nodiscard]] bool HasSpareRow() const { return hasSpare_; }
-    /// Adds blank rows before the spare last row, which comes with the first of them.
+    /// Adds blank rows of the query before the spare last row, which comes with the first of them.
     void InsertRows(int count);
+    /// Takes rows that show values (from 0, ascending) out of the grid.
+    void RemoveRows(const std::vector<int>& rows);
+    /// Adds rows that the query doesn't give behind its own.
+    void AppendRows(std::vector<GridRow> rows);
     /// Takes the spare last row away; without one nothing happens.
     void DeleteSpareRow();
-    /// Puts rows into the block that begins at grid row `first` (from 0).
+    /// Puts rows into the block that begins at row `first` of the query (from 0).
     void PutBlock(int first, std::vector<GridRow> rows);
     /// The row that stands in a grid row (from 0), made when it isn't held; nullptr for the spare one and beyond.
     [[nodiscard]] const GridRow* RowAt(int row) const;
@@ -77,10 +83,18 @@ class GridModel final : public QAbstractTableModel {
     [[nodiscard]] QVariant ToolTipOf(const GridRow& row, int column) const;
     [[nodiscard]] QString FootnoteText(qint64 footNId) const;
 
+    [[nodiscard]] int RowsOfQueryShown() const { return queryRows_ - static_cast<int>(removed_.size()); }
+    [[nodiscard]] qint64 SourceOf(int row) const;
+    void RemoveFromOrder(const std::vector<int>& rows);
+    void RemoveInQueryOrder(const std::vector<int>& rows);
+
     Fetch fetch_;
-    int maxRows_ = 0;
+    int queryRows_ = 0;
     bool hasSpare_ = false;
-    std::vector<qint32> order_; ///< after a sort in the grid: query row of each grid row; else empty
+    std::vector<qint32> removed_; ///< query rows taken out while the grid stands in the query's order, ascending
+    std::vector<GridRow> extra_;  ///< rows behind those of the query
+    /// After a sort in the grid: the source of each grid row, a query row or ~place in extra_; else empty.
+    std::vector<qint32> order_;
     mutable std::unordered_map<qint64, std::unique_ptr<Block>> blocks_;
     mutable quint64 clock_ = 0;
     mutable QHash<qint64, QString> footnotes_;

@@ -55,6 +55,15 @@ QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
     return Joined() + QStringLiteral(" WHERE IUS.Deleted = False") + rowFilter + orderBy;
 }
 
+QString RestoreStatement(const QString& rowNIds) {
+    return QString::fromLatin1(kSelect) +
+           QStringLiteral(
+               " FROM _SelTimePeriod AS T INNER JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  "
+               "Data AS D ON (IUS.IUSNId = D.IUSNId) AND (IUS.SourceNId = D.SourceNId)) ON A.AreaNId = "
+               "D.AreaNId)  ON T.TimePeriodNId = D.TimePeriodNId WHERE (((D.RowNId) In (") +
+           rowNIds + QStringLiteral(")));");
+}
+
 QString RereadStatement(const QString& rowNIds) {
     return QString::fromLatin1(kSelect) + QStringLiteral("FROM Data D WHERE D.RowNId in (") + rowNIds +
            QStringLiteral(")");

@@ -42,6 +42,8 @@ struct GridColumn {
 [[nodiscard]] QString IdentifierStatement();
 /// The same for every later requery: only pairs that are not taken out, then the row filter, then the order.
 [[nodiscard]] QString RequeryStatement(const QString& rowFilter, const QString& orderBy);
+/// The identifiers of rows that were taken out of the grid one by one, where the selection still has them.
+[[nodiscard]] QString RestoreStatement(const QString& rowNIds);
 /// The identifiers of rows that an identifier statement has already given, in no particular order.
 [[nodiscard]] QString RereadStatement(const QString& rowNIds);
 

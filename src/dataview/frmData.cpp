@@ -1,7 +1,10 @@
 #include "dataview/frmData.h"
 
 #include "controls/Captions.h"
+#include "controls/DataTable.h"
 #include "controls/Theme.h"
+#include "dataview/ActionPanels.h"
+#include "dataview/DataPanels.h"
 #include "dataview/GridDelegate.h"
 #include "dataview/GridQuery.h"
 #include "selection/SelectionGuard.h"
@@ -30,18 +33,17 @@ namespace {
 struct DataOption {
     const char* setting;
     const char* captionKey;
-    bool available; ///< its panel exists
 };
 
 constexpr std::array<DataOption, 8> kDataOptions = {{
-    {"DATA_VIEW", "TS_OptionView", true},
-    {"DATA_STATS", "TS_OptionStatistics", false},
-    {"DATA_SOURCES", "TS_OptionSources", false},
-    {"DATA_UNITS", "TS_OptionUnits", false},
-    {"DATA_SUBPOPS", "TS_OptionSubpops", false},
-    {"DATA_SORT", "TS_OptionSort", false},
-    {"DATA_CALC", "TS_OptionCalculate", false},
-    {"DATA_PRESENT", "TS_OptionPresent", false},
+    {"DATA_VIEW", "TS_OptionView"},
+    {"DATA_STATS", "TS_OptionStatistics"},
+    {"DATA_SOURCES", "TS_OptionSources"},
+    {"DATA_UNITS", "TS_OptionUnits"},
+    {"DATA_SUBPOPS", "TS_OptionSubpops"},
+    {"DATA_SORT", "TS_OptionSort"},
+    {"DATA_CALC", "TS_OptionCalculate"},
+    {"DATA_PRESENT", "TS_OptionPresent"},
 }};
 
 /// Characters that a visible column is made wide for at first, and those that it gives up first when all of them don't
@@ -88,6 +90,7 @@ frmData::frmData(QWidget* parent)
     ui_->setupUi(this);
     MakeGrid();
     MakeOptionStrip();
+    MakePanels();
     ConnectEvents();
     SetFormCaptions();
     ShowThisDataOption(0);
@@ -139,7 +142,6 @@ void frmData::MakeOptionStrip() {
         button->setAutoRaise(true);
         button->setToolButtonStyle(Qt::ToolButtonTextOnly);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        button->setEnabled(option.available);
         button->setVisible(place == 0 || SettingOption(QLatin1String(option.setting)).offered);
         options_.addButton(button, static_cast<int>(place));
         ui_->layDataOptions->addWidget(button);
@@ -206,14 +208,22 @@ void frmData::InitializeDataViewVariables() {
     paging_.Close();
     ResetGrid();
     dataOrderBy_ = DefaultDataOrderBy();
-    DeletedRowNIds.clear();
+    ForgetDeletedRows();
     RowFilter.clear();
     MostRecentClause.clear();
+    filters_ = {};
+    panelRows_ = {};
+    for (OptionPanel* panel : optionPanels_)
+        panel->Forget();
+    sortPanel_->Reset();
+    sortPanelChanged_ = false;
+    ui_->chkFilters->setChecked(false);
     Execute(QStringLiteral("UPDATE _SelIUSNId Set Deleted = False"));
 }
 
 void frmData::ResetGrid() {
     model_.Clear();
+    restoredRows_ = 0;
     sortedColumn_ = 0;
     ui_->DataGrid->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
 }
@@ -227,10 +237,8 @@ bool frmData::StartPaging(const QString& sql) {
     return ok;
 }
 
-void frmData::ShowThisDataOption(int option) {
-    option_ = option;
-    options_.button(option)->setChecked(true);
-    SetCaption(ui_->lblDataOptions, QLatin1String(kDataOptions.at(static_cast<std::size_t>(option)).captionKey));
+void frmData::ShowOptionCaption() {
+    SetCaption(ui_->lblDataOptions, QLatin1String(kDataOptions.at(static_cast<std::size_t>(option_)).captionKey));
 }
 
 void frmData::tmrDataView_Timer() {
@@ -253,9 +261,7 @@ void frmData::SortByColumn(int column, bool ascending) {
         model_.SortInGrid(column, ascending);
     } else {
         dataOrderBy_ = DataOrderByColumn(column, ascending);
-        paging_.EndPaging(true);
-        ResetGrid();
-        StartPaging(RequeryStatement(RowFilter, dataOrderBy_));
+        Requery();
     }
     sortedColumn_ = column;
     sortedAscending_ = ascending;
@@ -265,6 +271,9 @@ void frmData::SortByColumn(int column, bool ascending) {
 }
 
 bool frmData::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == DataStats_ && event->type() == QEvent::KeyPress &&
+        DataStats_KeyDown(static_cast<const QKeyEvent&>(*event)))
+        return true;
     if (watched == ui_->DataGrid && event->type() == QEvent::KeyPress &&
         DataGrid_KeyDown(static_cast<const QKeyEvent&>(*event)))
         return true;
@@ -273,6 +282,10 @@ bool frmData::eventFilter(QObject* watched, QEvent* event) {
 
 // True when the key is done with; otherwise the grid moves its cursor as ever.
 bool frmData::DataGrid_KeyDown(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Delete) {
+        RemoveRowsFromDataGrid();
+        return true;
+    }
     if ((event.modifiers() & Qt::ControlModifier) == 0) return false;
     if (event.key() == Qt::Key_Home) paging_.LoadFromStart();
     if (event.key() != Qt::Key_End) return false;
@@ -306,19 +319,31 @@ void frmData::DataGrid_PopupMenu(const QPoint& place) {
                                         [this, column] { SortByColumn(column, true); });
     QAction* descending = menu.addAction(GetText(QStringLiteral("TS_SortDescending")), this,
                                          [this, column] { SortByColumn(column, false); });
-    copy->setEnabled(ui_->DataGrid->selectionModel()->hasSelection());
+    menu.addSeparator();
+    const bool hasRows = ui_->DataGrid->selectionModel()->hasSelection();
+    QAction* hide =
+        menu.addAction(GetText(QStringLiteral("mnu_DataView_Delete")), this, [this] { RemoveRowsFromDataGrid(); });
+    QAction* undelete =
+        menu.addAction(GetText(QStringLiteral("mnu_DataView_UndeleteAll")), this, [this] { RestoreDeletedRows(); });
+    menu.addAction(GetText(QStringLiteral("TS_ShowCount")), this, [this] { ShowCount(); });
+    menu.addAction(GetText(QStringLiteral("TS_FiltersButton")), this, [this] { cmdFilters_Click(); });
+    menu.addAction(GetText(QStringLiteral("mnu_File_SaveAs")), this, [this] { SaveAs(); });
+    copy->setEnabled(hasRows);
+    hide->setEnabled(hasRows);
+    undelete->setEnabled(!DeletedRowNIds.isEmpty());
     for (QAction* sort : {ascending, descending})
         sort->setEnabled(column >= 1 && model_.ValueRows() > 0);
     menu.exec(ui_->DataGrid->viewport()->mapToGlobal(place));
 }
 
 void frmData::SelectAll() {
+    if (ui_->picPanels->currentWidget() == DataStats_) return DataStats_->selectAll();
     ui_->DataGrid->selectAll();
 }
 
 void frmData::Copy() {
     TheFrame().SetBusy(true);
-    ui_->DataGrid->Copy();
+    (ui_->picPanels->currentWidget() == DataStats_ ? DataStats_ : ui_->DataGrid)->Copy();
     TheFrame().SetBusy(false);
 }
 
@@ -343,6 +368,14 @@ void frmData::SetFormCaptions() {
     ui_->lblRows->setPalette(muted);
     ui_->DataGrid->setAccessibleName(PlainText(QStringLiteral("TS_DataGrid")));
     ui_->PicDataOptions->setAccessibleName(PlainText(QStringLiteral("TS_DataOptions")));
+    SetCaption(ui_->chkFilters, QStringLiteral("TS_Filters"));
+    SetToolTip(ui_->chkFilters, QStringLiteral("TS_FiltersTip"));
+    SetCaption(ui_->cmdFilters, QStringLiteral("TS_FiltersButton"));
+    for (OptionPanel* panel : optionPanels_)
+        panel->SetFormCaptions();
+    sortPanel_->SetFormCaptions();
+    statistics_.Refresh();
+    DataStats_->SetHint(GetText(QStringLiteral("TS_NoStatistics")));
     ShowThisDataOption(option_);
     ShowGridPreferences();
     ShowRows();
@@ -363,18 +396,24 @@ void frmData::ShowRows() {
         const int first = ui_->DataGrid->FirstVisibleRow() + 1;
         const int last = std::min(ui_->DataGrid->LastVisibleRow() + 1, model_.ValueRows());
         const bool complete = paging_.PagingComplete();
-        if (complete || paging_.TotalKnown()) text = WithNumbers("TS_RowsOf", {first, last, paging_.TotalRows()});
+        if (complete || paging_.TotalKnown()) text = WithNumbers("TS_RowsOf", {first, last, CountOfRows()});
         if (!complete) text += text.isEmpty() ? loading : QStringLiteral("   ·   ") + loading;
     }
     ui_->lblRows->setText(text);
     Q_EMIT SelectionSummaryChanged();
 }
 
+/// The rows of the query, counted if they aren't yet, less those that were taken out.
+qint64 frmData::CountOfRows() {
+    const bool known = paging_.PagingComplete() || paging_.TotalKnown();
+    return (known ? paging_.TotalRows() : paging_.CountRows()) - deletedRows_ + restoredRows_;
+}
+
 QString frmData::SelectionSummary() const {
     if (model_.ValueRows() == 0) return {};
     const char* key = paging_.PagingComplete() || paging_.TotalKnown() ? "TS_RowsTotal" : "TS_RowsLoaded";
     const qint64 rows = paging_.PagingComplete() || paging_.TotalKnown() ? paging_.TotalRows() : paging_.RowsLoaded();
-    return WithNumbers(key, {rows});
+    return WithNumbers(key, {rows - deletedRows_ + restoredRows_});
 }
 
 } // namespace tessaro

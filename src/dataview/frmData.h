@@ -1,8 +1,11 @@
 #pragma once
 
 #include "controls/StageScreen.h"
+#include "dataview/DataFilters.h"
+#include "dataview/DataOptions.h"
 #include "dataview/DataPaging.h"
 #include "dataview/GridModel.h"
+#include "dataview/StatisticsModel.h"
 
 #include <QButtonGroup>
 #include <QTimer>
@@ -14,6 +17,11 @@ class frmData;
 }
 
 namespace tessaro {
+
+class ActionPanel;
+class DataTable;
+class OptionPanel;
+class SortPanel;
 
 /// Stage 3: one row per value inside the selection, in a grid that fills page by page while it can be read already.
 class frmData final : public StageScreen {
@@ -31,16 +39,28 @@ class frmData final : public StageScreen {
     void SelectAll() override;
     void Copy() override;
     void Refresh() override;
+    void Print() override;
+    void SaveAs() override;
+    [[nodiscard]] bool CanPrint() const override { return true; }
+    [[nodiscard]] bool CanSaveAs() const override { return true; }
     void SetFormCaptions() override;
     [[nodiscard]] QString SelectionSummary() const override;
 
     /// The full rebuild after a change of selection. False when a stage has nothing selected or no row matches; the
     /// message has been shown then.
     bool MakeQryForTheGrid();
-    /// Shows the panel of an option of the strip (0 view … 7 present).
+    /// Shows the panel of an option of the strip (0 view … 7 present), unless the one that is shown must not be left.
     void ShowThisDataOption(int option);
     /// Sorts by a column (1 to 8): in the grid when it is complete and short enough, otherwise by a new query.
     void SortByColumn(int column, bool ascending);
+
+    /// Takes other row filters into use; rows taken out one by one come back.
+    void SetFilters(const DataFilters& filters);
+    [[nodiscard]] const DataFilters& Filters() const { return filters_; }
+    /// Writes what stands in the grid by the kind of the name: .htm, .txt or .xls. False after the message.
+    bool SaveDataView(const QString& file);
+    /// Asks for the row filters.
+    void cmdFilters_Click();
 
     [[nodiscard]] const GridModel& grid() const { return model_; }
     [[nodiscard]] const DataPaging& paging() const { return paging_; }
@@ -63,6 +83,22 @@ class frmData final : public StageScreen {
     void DataGrid_PopupMenu(const QPoint& place);
     void ShowGridPreferences();
     void ShowRows();
+    [[nodiscard]] qint64 CountOfRows();
+    void ShowOptionCaption();
+    // Options (frmDataOptions.cpp)
+    void MakePanels();
+    bool MayLeaveOption();
+    void DrawStats();
+    bool Requery();
+    void GenerateDataTable();
+    void chkFilters_Click();
+    void ForgetDeletedRows();
+    void RemoveRowsFromDataGrid();
+    void RestoreDeletedRows();
+    void ShowCount();
+    bool DataStats_KeyDown(const QKeyEvent& event);
+    void lstCalculate_DblClick(const QString& key);
+    void picPresentationOptions_Click(const QString& key);
 
     std::unique_ptr<Ui::frmData> ui_;
     GridModel model_;
@@ -72,7 +108,18 @@ class frmData final : public StageScreen {
     int option_ = 0;
     bool columnsFitted_ = false;
     QString dataOrderBy_;
-    int sortedColumn_ = 0; ///< column with the sort mark; 0 for none
+    DataFilters filters_;
+    PanelRows panelRows_;
+    StatisticsModel statistics_;
+    DataTable* DataStats_ = nullptr;
+    std::vector<OptionPanel*> optionPanels_;
+    SortPanel* sortPanel_ = nullptr;
+    ActionPanel* calculatePanel_ = nullptr;
+    ActionPanel* presentPanel_ = nullptr;
+    bool sortPanelChanged_ = false;
+    qint64 deletedRows_ = 0;  ///< taken out one by one
+    qint64 restoredRows_ = 0; ///< put back behind the rows of the query
+    int sortedColumn_ = 0;    ///< column with the sort mark; 0 for none
     bool sortedAscending_ = false;
 };
 

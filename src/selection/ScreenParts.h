@@ -1,6 +1,6 @@
 #pragma once
 
-#include "selection/SelectionLists.h"
+#include "controls/SelectionLists.h"
 
 #include <QSet>
 #include <QString>

@@ -30,7 +30,7 @@ const ItemRow Items[StandardToolBar::ItemCount] = {
     {"TLB_FAVORITES", "tlb_xp_favourites.gif", "", "", false, false},
     {"TLB_HISTORY", "tlb_xp_history.gif", "", "", false, false},
     {"TLB_MAIL", "tlb_xp_mail.gif", "", "", false, false},
-    {"PRINT BUTTON", "tlb_xp_print.gif", "", "", false, false},
+    {"PRINT BUTTON", "tlb_xp_print.gif", "", "", true, false},
 };
 
 } // namespace

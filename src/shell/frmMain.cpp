@@ -76,6 +76,8 @@ void frmMain::mnu_Click(const QString& name, bool checked) {
     static const QHash<QString, Command> commands{
         {QStringLiteral("mnuFileOpen"), [](frmMain& frame, bool) { frame.mnuFileOpen_Click(); }},
         {QStringLiteral("mnuFileExit"), [](frmMain& frame, bool) { frame.close(); }},
+        {QStringLiteral("mnuFileSaveAs"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::SaveAs); }},
+        {QStringLiteral("mnuFilePrint"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::Print); }},
         {QStringLiteral("mnuEditCut"), [](frmMain& frame, bool) { frame.EditCommand("cut", nullptr); }},
         {QStringLiteral("mnuEditCopy"), [](frmMain& frame, bool) { frame.EditCommand("copy", &StageScreen::Copy); }},
         {QStringLiteral("mnuEditPaste"), [](frmMain& frame, bool) { frame.EditCommand("paste", nullptr); }},
@@ -102,6 +104,18 @@ void frmMain::EditCommand(const char* onField, void (StageScreen::*onScreen)()) 
     }
     StageScreen* screen = ActiveScreen();
     if (screen && onScreen) (screen->*onScreen)();
+}
+
+void frmMain::OnScreen(void (StageScreen::*command)()) {
+    if (StageScreen* screen = ActiveScreen()) (screen->*command)();
+}
+
+/// What the screen in front prints and saves.
+void frmMain::OfferFileCommands() {
+    const StageScreen* screen = ActiveScreen();
+    menu_->Entry(QStringLiteral("mnuFilePrint"))->setEnabled(screen && screen->CanPrint());
+    menu_->Entry(QStringLiteral("mnuFileSaveAs"))->setEnabled(screen && screen->CanSaveAs());
+    ui_->picToolBar->SetEnabled(StandardToolBar::Print, screen && screen->CanPrint());
 }
 
 void frmMain::SetStatusText(const QString& text) {

@@ -84,6 +84,8 @@ class frmMain final : public QMainWindow, public Frame {
   private:
     void ConnectBars();
     void mnu_Click(const QString& name, bool checked);
+    void OnScreen(void (StageScreen::*command)());
+    void OfferFileCommands();
     void EditCommand(const char* onField, void (StageScreen::*onScreen)());
     // Start
     void ShowProduct();

@@ -53,14 +53,13 @@ void frmMain::GoToDataView() {
 void frmMain::GoToHome() {
     const ErrorTrap trap("GoToHome");
     if (LanguageInDatabase) screens_->HideStage(CurrentStage);
-    menu_->Entry(QStringLiteral("mnuFilePrint"))->setEnabled(false);
     CurrentStage = navigation::HomePage;
     ShowSplash();
     ui_->picBanner_1->hide();
     HomeIsShown = true;
     DisableHistory();
     ui_->picToolBar->SetEnabled(StandardToolBar::Search, true);
-    menu_->Entry(QStringLiteral("mnuFileSaveAs"))->setEnabled(false);
+    OfferFileCommands();
 }
 
 void frmMain::UnloadForms() {
@@ -126,6 +125,7 @@ void frmMain::ShowStage(int stage) {
     screens_->ShowStage(stage);
     ui_->picBanner_1->SetCurrent(stage);
     ui_->picToolBar->SetEnabled(StandardToolBar::Search, stage == 0 || stage == 2);
+    OfferFileCommands();
 }
 
 void frmMain::Record(int stage) {
@@ -155,6 +155,8 @@ void frmMain::Toolbar1_Click(int item) {
         return GoToHome();
     case StandardToolBar::Search:
         return Search();
+    case StandardToolBar::Print:
+        return OnScreen(&StageScreen::Print);
     default:
         break;
     }

@@ -74,6 +74,8 @@ class Builder {
             return;
         }
         fs::copy(documents, target_, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        fs::create_directories(target_ / "Bin" / "Template");
+        fs::copy(content_ / "templates", target_ / "Bin" / "Template", fs::copy_options::overwrite_existing);
     }
 
     void DrawPictures() {

@@ -30,6 +30,8 @@ class SelectionLists final : public QWidget {
     /// Other names for the lists and their sort buttons, for screens whose controls are called differently.
     void SetListNames(const QString& available, const QString& selected);
     void SetSortButtonNames(const QString& available, const QString& selected);
+    /// Keys of the captions above the lists; "AVAILABLE" and "SELECTED" unless set.
+    void SetCaptionKeys(const QString& available, const QString& selected);
     /// Keys of the texts in the lists while they are empty.
     void SetHints(const QString& availableKey, const QString& selectedKey);
     /// Icons of the columns of the two lists, by the keys of their settings.
@@ -40,6 +42,8 @@ class SelectionLists final : public QWidget {
     /// Copies or highlights in the list that has the focus (Available when neither has).
     void CopyHighlighted();
     void HighlightAll();
+    /// The buttons again by what is highlighted; for a form that takes the lists' signals over.
+    void EnableButtons();
     /// Shows a message with the number of items of a list.
     void ShowCount(const KeyedList& list);
 
@@ -63,10 +67,11 @@ class SelectionLists final : public QWidget {
     void ShowCounts();
     void ShowButtonIcons();
     void ShowSortIcons();
-    void EnableButtons();
     void Leave(bool fromAvailable, Qt::Edge edge);
 
     std::unique_ptr<Ui::SelectionLists> ui_;
+    QString availableCaptionKey_ = QStringLiteral("AVAILABLE");
+    QString selectedCaptionKey_ = QStringLiteral("SELECTED");
     QString availableHintKey_;
     QString selectedHintKey_;
 };

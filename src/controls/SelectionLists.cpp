@@ -1,4 +1,4 @@
-#include "selection/SelectionLists.h"
+#include "controls/SelectionLists.h"
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
@@ -117,6 +117,12 @@ void SelectionLists::SetSortButtonNames(const QString& available, const QString&
     ui_->cmdSelectedIcon->setObjectName(selected);
 }
 
+void SelectionLists::SetCaptionKeys(const QString& available, const QString& selected) {
+    availableCaptionKey_ = available;
+    selectedCaptionKey_ = selected;
+    ShowCounts();
+}
+
 void SelectionLists::SetHints(const QString& availableKey, const QString& selectedKey) {
     availableHintKey_ = availableKey;
     selectedHintKey_ = selectedKey;
@@ -155,8 +161,8 @@ void SelectionLists::SetFormCaptions() {
 }
 
 void SelectionLists::ShowCounts() {
-    const QString available = WithCount(QStringLiteral("AVAILABLE"), ui_->lstAvailable->Items());
-    const QString selected = WithCount(QStringLiteral("SELECTED"), ui_->lstSelected->Items());
+    const QString available = WithCount(availableCaptionKey_, ui_->lstAvailable->Items());
+    const QString selected = WithCount(selectedCaptionKey_, ui_->lstSelected->Items());
     ui_->lblAvailable->setText(available);
     ui_->lblSelected->setText(selected);
     ui_->lstAvailable->setAccessibleName(available);

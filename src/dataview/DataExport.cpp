@@ -1,0 +1,184 @@
+#include "dataview/DataExport.h"
+
+#include "dataview/DisplayValue.h"
+#include "dataview/GridQuery.h"
+#include "office/Error.h"
+#include "office/SpreadsheetApplication.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "session/Frame.h"
+#include "session/Session.h"
+#include "session/Settings.h"
+#include "session/Strings.h"
+
+#include <QDateTime>
+#include <QFile>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kRowsOfSheet = 65535; ///< of values, below the header
+constexpr int kGlobalSlot = 35;
+constexpr int kHeaderSlot = 34;
+constexpr int kLineSlot = 15;
+
+QStringList Heads() {
+    QStringList heads;
+    for (int column = 1; column <= VisibleCols; ++column)
+        heads << GetText(QLatin1String(GridColumns().at(static_cast<std::size_t>(column - 1)).headerKey));
+    return heads;
+}
+
+/// What the grid's own export would say: one line about the last one.
+void WriteLog(const char* name, const QString& file, int rows) {
+    if (TempFolder.isEmpty()) return;
+    static_cast<void>(ReplaceFile(JoinPath({TempFolder, QLatin1String(name)}),
+                                  QStringLiteral("%1\t%2\t%3\n")
+                                      .arg(QDateTime::currentDateTime().toString(Qt::ISODate), file)
+                                      .arg(rows)
+                                      .toUtf8()));
+}
+
+QString CellOf(const GridRow& row, int column) {
+    if (column == ColDatavalue && SysNumFormat) return WithSeparators(row.datavalue, QLocale::system());
+    return row.Text(column);
+}
+
+QString OneLine(QString text) {
+    for (QChar& c : text)
+        if (c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r')) c = QLatin1Char(' ');
+    return text;
+}
+
+QString HtmlHead() {
+    const QString code = Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0).trimmed();
+    return QStringLiteral(
+               "<!DOCTYPE html>\n<html lang=\"%1\" dir=\"%2\">\n<head>\n<meta charset=\"utf-8\">\n"
+               "<title>%3</title>\n<style>\nbody{font-family:%4,sans-serif;margin:16px}\n"
+               "table{border-collapse:collapse}\nth,td{border:1px solid #ccc;padding:2px 8px;text-align:start}\n"
+               "th{background:#eee;position:sticky;top:0}\ntd.n{text-align:right}\n.g{color:%5}\n</style>\n"
+               "</head>\n<body>\n<h1>%3</h1>\n<table>\n<thead>\n<tr>")
+        .arg(code.isEmpty() ? QStringLiteral("en") : code.toHtmlEscaped(),
+             RightToLeft ? QStringLiteral("rtl") : QStringLiteral("ltr"),
+             GetText(QStringLiteral("TS_OptionView")).toHtmlEscaped(),
+             QLatin1Char('\'') + QString(ProductFont).remove(QLatin1Char('\'')) + QLatin1Char('\''),
+             ColorFromNumber(GlobalColor).name());
+}
+
+void AppendHtmlRow(QByteArray& page, const GridRow& row) {
+    page += "<tr>";
+    for (int column = 1; column <= VisibleCols; ++column) {
+        const bool isNumber = column == ColDatavalue && ReadsAsNumber(row.datavalue);
+        const bool isGlobal = ShowGlobalColor && row.IsGlobal(column);
+        page += isNumber ? "<td class=\"n\">" : isGlobal ? "<td class=\"g\">" : "<td>";
+        page += CellOf(row, column).toHtmlEscaped().toUtf8();
+        page += "</td>";
+    }
+    page += "</tr>\n";
+}
+
+} // namespace
+
+bool SaveDataViewHtm(const QString& file, const ExportRows& rows) {
+    if (file.trimmed().isEmpty()) return true;
+    QByteArray page = HtmlHead().toUtf8();
+    const QStringList heads = Heads();
+    for (const QString& head : heads)
+        page += "<th scope=\"col\">" + head.toHtmlEscaped().toUtf8() + "</th>";
+    page += "</tr>\n</thead>\n<tbody>\n";
+    for (int row = 0; row < rows.count; ++row)
+        if (const GridRow* values = rows.rowAt(row)) AppendHtmlRow(page, *values);
+    page += "</tbody>\n</table>\n</body>\n</html>\n";
+    if (!ReplaceFile(file, page)) return false;
+    WriteLog("htm Log", file, rows.count);
+    return true;
+}
+
+bool SaveDataViewTxt(const QString& file, const ExportRows& rows) {
+    if (file.trimmed().isEmpty()) return true;
+    QByteArray text = Heads().join(QLatin1Char('\t')).toUtf8() + '\n';
+    for (int row = 0; row < rows.count; ++row) {
+        const GridRow* values = rows.rowAt(row);
+        if (!values) continue;
+        for (int column = 1; column <= VisibleCols; ++column) {
+            if (column > 1) text += '\t';
+            text += OneLine(CellOf(*values, column)).toUtf8();
+        }
+        text += '\n';
+    }
+    return ReplaceFile(file, text);
+}
+
+namespace {
+
+office::Cell XlsCell(const GridRow& row, int column) {
+    const QString text = row.Text(column);
+    bool isNumber = false;
+    const double number = column == ColDatavalue ? text.trimmed().toDouble(&isNumber) : 0;
+    if (column == ColDatavalue && isNumber && ReadsAsNumber(text)) return number;
+    return text.isEmpty() ? office::Cell() : office::Cell(text.left(32767));
+}
+
+std::vector<office::Cell> HeadCells() {
+    std::vector<office::Cell> cells;
+    const QStringList heads = Heads();
+    for (const QString& head : heads)
+        cells.emplace_back(head);
+    return cells;
+}
+
+/// One sheet: the header and the rows from `first` on.
+void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int count) {
+    office::Block block;
+    block.reserve(static_cast<std::size_t>(count) + 1);
+    block.push_back(HeadCells());
+    const office::CellStyle global{.fontColorIndex = kGlobalSlot};
+    for (int row = first; row < first + count; ++row) {
+        const GridRow* values = rows.rowAt(row);
+        if (!values) continue;
+        std::vector<office::Cell> cells;
+        for (int column = 1; column <= VisibleCols; ++column)
+            cells.push_back(XlsCell(*values, column));
+        block.push_back(std::move(cells));
+        const int sheetRow = static_cast<int>(block.size());
+        if (!ShowGlobalColor || values->globalCells == 0) continue;
+        for (const int column : {ColAreaName, ColIndicator, ColUnit, ColSubpop})
+            if (values->IsGlobal(column)) sheet.Cells(sheetRow, column).SetStyle(global);
+    }
+    const int last = static_cast<int>(block.size());
+    sheet.Cells(1, 1).SetValues(block);
+    office::Range used = sheet.Cells(1, 1, last, VisibleCols);
+    used.SetStyle({.fontName = ProductFont, .fontSize = static_cast<double>(ProductFontSize)});
+    sheet.Cells(1, 1, 1, VisibleCols).SetStyle({.bold = true, .interiorColorIndex = kHeaderSlot});
+    used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, kLineSlot});
+    used.AutoFitColumns();
+    sheet.SetPageSetup({.landscape = true, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = 1});
+    sheet.FreezePanes(2, 1);
+}
+
+} // namespace
+
+int SaveDataViewXls(const QString& file, const ExportRows& rows) {
+    if (file.trimmed().isEmpty()) return 0;
+    const QString work = JoinPath({TempFolder, QStringLiteral("DataView.xls")});
+    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(
+        FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/TemplateExcel.xls")})), work);
+    if (ShowGlobalColor) book.SetColors(kGlobalSlot, ColorFromNumber(GlobalColor));
+    const int sheets = std::max(1, (rows.count + kRowsOfSheet - 1) / kRowsOfSheet);
+    for (int number = 1; number <= sheets; ++number) {
+        const office::Worksheet sheet = number == 1 ? book.Sheet(QStringLiteral("DataView"))
+                                                    : book.AddSheet(QStringLiteral("DataView %1").arg(number));
+        const int first = (number - 1) * kRowsOfSheet;
+        FillSheet(sheet, rows, first, std::min(kRowsOfSheet, rows.count - first));
+        TheFrame().SetProgress(90 * number / sheets);
+    }
+    book.ActivateSheet(1);
+    book.Save();
+    book.Close(false);
+    if (!SamePath(work, file) && !CopyFileOver(work, file)) throw office::Error(office::Failure::File, file);
+    WriteLog("Exc Log", file, rows.count);
+    return sheets;
+}
+
+} // namespace tessaro
