@@ -94,7 +94,10 @@ void SelectionLists::ConnectButtons() {
     connect(ui_->cmdAvailableIcon, &QToolButton::clicked, this, [this] { ui_->lstAvailable->SortOn(0); });
     connect(ui_->cmdSelectedIcon, &QToolButton::clicked, this, [this] { ui_->lstSelected->SortOn(0); });
     connect(ui_->txtFilter, &QLineEdit::textChanged, &ui_->lstAvailable->Items(), &KeyedListModel::SetFilter);
-    connect(ui_->txtFilter, &QLineEdit::returnPressed, this, [this] { ui_->lstAvailable->setFocus(); });
+    connect(ui_->txtFilter, &QLineEdit::returnPressed, this, [this] {
+        Q_EMIT SearchRequested(ui_->txtFilter->text().trimmed());
+        ui_->lstAvailable->setFocus();
+    });
 }
 
 void SelectionLists::Leave(bool fromAvailable, Qt::Edge edge) {

@@ -48,6 +48,7 @@ class SelectionLists final : public QWidget {
     void ShowCount(const KeyedList& list);
 
   Q_SIGNALS:
+    void SearchRequested(const QString& text); ///< Enter in the filter line
     void AddHighlighted();
     void AddAll();
     void AddOne(const QString& key);

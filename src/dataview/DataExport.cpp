@@ -1,5 +1,6 @@
 #include "dataview/DataExport.h"
 
+#include "controls/SheetLook.h"
 #include "dataview/DisplayValue.h"
 #include "dataview/GridQuery.h"
 #include "office/Error.h"
@@ -19,9 +20,6 @@ namespace tessaro {
 namespace {
 
 constexpr int kRowsOfSheet = 65535; ///< of values, below the header
-constexpr int kGlobalSlot = 35;
-constexpr int kHeaderSlot = 34;
-constexpr int kLineSlot = 15;
 
 QStringList Heads() {
     QStringList heads;
@@ -133,7 +131,7 @@ void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int c
     office::Block block;
     block.reserve(static_cast<std::size_t>(count) + 1);
     block.push_back(HeadCells());
-    const office::CellStyle global{.fontColorIndex = kGlobalSlot};
+    const office::CellStyle global{.fontColorIndex = GlobalSlot};
     for (int row = first; row < first + count; ++row) {
         const GridRow* values = rows.rowAt(row);
         if (!values) continue;
@@ -148,13 +146,7 @@ void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int c
     }
     const int last = static_cast<int>(block.size());
     sheet.Cells(1, 1).SetValues(block);
-    office::Range used = sheet.Cells(1, 1, last, VisibleCols);
-    used.SetStyle({.fontName = ProductFont, .fontSize = static_cast<double>(ProductFontSize)});
-    sheet.Cells(1, 1, 1, VisibleCols).SetStyle({.bold = true, .interiorColorIndex = kHeaderSlot});
-    used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, kLineSlot});
-    used.AutoFitColumns();
-    sheet.SetPageSetup({.landscape = true, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = 1});
-    sheet.FreezePanes(2, 1);
+    DressTable(sheet, last, VisibleCols);
 }
 
 } // namespace
@@ -164,7 +156,7 @@ int SaveDataViewXls(const QString& file, const ExportRows& rows) {
     const QString work = JoinPath({TempFolder, QStringLiteral("DataView.xls")});
     office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(
         FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/TemplateExcel.xls")})), work);
-    if (ShowGlobalColor) book.SetColors(kGlobalSlot, ColorFromNumber(GlobalColor));
+    if (ShowGlobalColor) book.SetColors(GlobalSlot, ColorFromNumber(GlobalColor));
     const int sheets = std::max(1, (rows.count + kRowsOfSheet - 1) / kRowsOfSheet);
     for (int number = 1; number <= sheets; ++number) {
         const office::Worksheet sheet = number == 1 ? book.Sheet(QStringLiteral("DataView"))

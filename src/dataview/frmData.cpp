@@ -8,6 +8,7 @@
 #include "dataview/GridDelegate.h"
 #include "dataview/GridQuery.h"
 #include "selection/SelectionGuard.h"
+#include "selection/frmInformationSheet.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Query.h"
@@ -328,12 +329,28 @@ void frmData::DataGrid_PopupMenu(const QPoint& place) {
     menu.addAction(GetText(QStringLiteral("TS_ShowCount")), this, [this] { ShowCount(); });
     menu.addAction(GetText(QStringLiteral("TS_FiltersButton")), this, [this] { cmdFilters_Click(); });
     menu.addAction(GetText(QStringLiteral("mnu_File_SaveAs")), this, [this] { SaveAs(); });
+    menu.addSeparator();
+    QAction* indicator =
+        menu.addAction(GetText(QStringLiteral("mnu_DataView_Indicator")), this, [this] { ShowInformation(true); });
+    QAction* source =
+        menu.addAction(GetText(QStringLiteral("mnu_DataView_Source")), this, [this] { ShowInformation(false); });
+    for (QAction* information : {indicator, source})
+        information->setEnabled(ui_->DataGrid->currentIndex().isValid() && model_.ValueRows() > 0);
     copy->setEnabled(hasRows);
     hide->setEnabled(hasRows);
     undelete->setEnabled(!DeletedRowNIds.isEmpty());
     for (QAction* sort : {ascending, descending})
         sort->setEnabled(column >= 1 && model_.ValueRows() > 0);
     menu.exec(ui_->DataGrid->viewport()->mapToGlobal(place));
+}
+
+void frmData::ShowInformation(bool ofIndicator) {
+    const GridRow* row = model_.RowAt(ui_->DataGrid->currentIndex().row());
+    if (!row) return;
+    if (ofIndicator)
+        ShowInformationInBROW(row->indicatorGId, QStringLiteral("IND"), FormName(), true, this);
+    else
+        ShowInformationInBROW(QString::number(row->sourceNId), QStringLiteral("SOURCES"), FormName(), false, this);
 }
 
 void frmData::SelectAll() {

@@ -96,6 +96,7 @@ class frmData final : public StageScreen {
     void RemoveRowsFromDataGrid();
     void RestoreDeletedRows();
     void ShowCount();
+    void ShowInformation(bool ofIndicator);
     bool DataStats_KeyDown(const QKeyEvent& event);
     void lstCalculate_DblClick(const QString& key);
     void picPresentationOptions_Click(const QString& key);

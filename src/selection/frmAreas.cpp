@@ -4,8 +4,13 @@
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
 #include "selection/CrossFilters.h"
+#include "selection/Details.h"
+#include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
+#include "selection/Search.h"
 #include "selection/frmAutoSelect.h"
+#include "selection/frmSearch.h"
+#include "selection/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Query.h"
@@ -73,6 +78,7 @@ void frmAreas::ConnectControls() {
     connect(lists, &SelectionLists::AddOne, this, &frmAreas::AddOneArea);
     connect(lists, &SelectionLists::RemoveHighlighted, this, [this] { RemoveSelectedAreas(false); });
     connect(lists, &SelectionLists::RemoveAll, this, [this] { RemoveSelectedAreas(true); });
+    connect(lists, &SelectionLists::SearchRequested, this, &frmAreas::SeacrhAreaStrings);
     connect(lists, &SelectionLists::AvailablePopup, this, &frmAreas::ShowAvailablePopup);
     connect(lists, &SelectionLists::SelectedPopup, this, &frmAreas::ShowSelectedPopup);
     connect(lists, &SelectionLists::SelectedCountChanged, this, &StageScreen::SelectionSummaryChanged);
@@ -248,7 +254,34 @@ void frmAreas::Copy() {
 }
 
 void frmAreas::Find() {
-    ui_->picLVContainer->FocusFilter();
+    frmSearch dialog(this);
+    dialog.exec();
+    if (!dialog.Text().isEmpty()) SeacrhAreaStrings(dialog.Text());
+}
+
+void frmAreas::SeacrhAreaStrings(const QString& text) {
+    ErrorTrap trap("SeacrhAreaStrings");
+    if (text.isEmpty()) return;
+    std::vector<KeyedItem> found = selection::SearchAreas(text);
+    if (found.empty()) {
+        TheFrame().SetStatusText(GetText(QStringLiteral("Not found")));
+        return;
+    }
+    TheFrame().SetStatusText({});
+    lstAvailable1().Items().SetItems(std::move(found));
+}
+
+void frmAreas::ShowAreaDetails() {
+    ErrorTrap trap("ShowAreaDetails");
+    const std::vector<KeyedItem> items = lstSelected1().HighlightedItems();
+    if (items.empty()) return;
+    frmShowDetails form(this);
+    form.ShowAreaDetails(selection::AreaChain(items.front().cells.value(0)));
+    form.exec();
+}
+
+void frmAreas::Print() {
+    PrintSummaryView(QStringLiteral("AREA"), lstSelected1(), this);
 }
 
 void frmAreas::Refresh() {
@@ -302,7 +335,8 @@ void frmAreas::ShowSelectedPopup(const QPoint& place) {
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected1()); }},
                {4, nullptr, {}},
-               {5, "Area Detail", {}}});
+               {5, "Area Detail", [this] { ShowAreaDetails(); }, lstSelected1().HasHighlighted()},
+               {6, "PRINT BUTTON", [this] { Print(); }, any}});
 }
 
 } // namespace tessaro

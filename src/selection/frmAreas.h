@@ -29,6 +29,8 @@ class frmAreas final : public StageScreen {
     void SelectAll() override;
     void Copy() override;
     void Find() override;
+    void Print() override;
+    [[nodiscard]] bool CanPrint() const override { return true; }
     void Refresh() override;
     void SetFormCaptions() override;
     [[nodiscard]] QString SelectionSummary() const override;
@@ -40,6 +42,10 @@ class frmAreas final : public StageScreen {
     void RemoveSelectedAreas(bool all);
     /// Adds all areas of a level under the current node, and shows them in the Available list.
     void SelectAreasOfLevel(int level, bool onlyWithData);
+    /// Fills the Available list with the areas that have the text in their names.
+    void SeacrhAreaStrings(const QString& text);
+    /// Where the highlighted selected area lies.
+    void ShowAreaDetails();
     void cmdAllFilter_Click();
     void cmdAvlFilter_Click();
 

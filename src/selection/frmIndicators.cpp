@@ -3,9 +3,15 @@
 #include "controls/Captions.h"
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
+#include "selection/Details.h"
 #include "selection/IndicatorSelection.h"
+#include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
+#include "selection/Search.h"
 #include "selection/frmAutoSelect.h"
+#include "selection/frmInformationSheet.h"
+#include "selection/frmSearch.h"
+#include "selection/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Session.h"
@@ -94,6 +100,7 @@ void frmIndicators::ConnectControls() {
     connect(lists, &SelectionLists::AddOne, this, &frmIndicators::AddOneIndicator);
     connect(lists, &SelectionLists::RemoveHighlighted, this, [this] { RemoveSelectedIndicators(false); });
     connect(lists, &SelectionLists::RemoveAll, this, [this] { RemoveSelectedIndicators(true); });
+    connect(lists, &SelectionLists::SearchRequested, this, &frmIndicators::SeacrhIndStrings);
     connect(lists, &SelectionLists::AvailablePopup, this, &frmIndicators::ShowAvailablePopup);
     connect(lists, &SelectionLists::SelectedPopup, this, &frmIndicators::ShowSelectedPopup);
     connect(lists, &SelectionLists::SelectedCountChanged, this, &StageScreen::SelectionSummaryChanged);
@@ -291,7 +298,65 @@ void frmIndicators::Copy() {
 }
 
 void frmIndicators::Find() {
-    ui_->picLVContainer->FocusFilter();
+    frmSearch dialog(this);
+    dialog.exec();
+    if (!dialog.Text().isEmpty()) SeacrhIndStrings(dialog.Text());
+}
+
+void frmIndicators::SeacrhIndStrings(const QString& text) {
+    ErrorTrap trap("SeacrhIndStrings");
+    if (text.isEmpty()) return;
+    FillAvailableIndicators(selection::FromOf(view_), selection::SearchIndicatorsWhere(view_, text), true);
+}
+
+void frmIndicators::DisplayINDDetails() {
+    ErrorTrap trap("DisplayINDDetails");
+    frmShowDetails form(this);
+    form.DisplayINDDetails(selection::DetailsOfIndicators(lstSelected().HighlightedItems()));
+    form.exec();
+}
+
+void frmIndicators::Print() {
+    PrintSummaryView(QStringLiteral("IND"), lstSelected(), this, view_);
+}
+
+/// The information of the first highlighted indicator of a list.
+void frmIndicators::ShowInformationOf(const KeyedList& list) {
+    const std::vector<KeyedItem> items = list.HighlightedItems();
+    if (items.empty()) return;
+    const bool byCombination = selection::ByCombination();
+    // A combination's number is read as the data view has it.
+    ShowInformationInBROW(IdOfKey(items.front().key), QStringLiteral("IND"),
+                          byCombination ? QStringLiteral("frmData") : FormName(), !byCombination, this);
+}
+
+/// The information of the node of the tree, where its level has any.
+void frmIndicators::ShowInformationOfNode() {
+    const QString code = NodeInformationCode();
+    if (!code.isEmpty())
+        ShowInformationInBROW(selection::IdOfNodeKey(Tree(view_)->CurrentKey()), code, FormName(), true, this);
+}
+
+/// The code of what the current node stands for; empty for a level without information.
+QString frmIndicators::NodeInformationCode() const {
+    if (Tree(view_) == nullptr || Tree(view_)->CurrentKey().isEmpty() ||
+        selection::IsRootKey(Tree(view_)->CurrentKey()))
+        return {};
+    const auto depth = PathOf(view_, Tree(view_)->CurrentKey()).size();
+    switch (view_) {
+    case 1:
+        return depth == 3 ? QStringLiteral("GOALS") : QString();
+    case 2:
+        return QStringLiteral("CF");
+    case 3:
+        return QStringLiteral("THEMES");
+    case 4:
+        return depth == 2 ? QStringLiteral("SOURCES") : QString();
+    case 6:
+        return depth == 3 ? QStringLiteral("RIGHTS") : QString();
+    default:
+        return {};
+    }
 }
 
 void frmIndicators::Refresh() {
@@ -312,7 +377,7 @@ void frmIndicators::ShowAvailablePopup(const QPoint& place) {
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstAvailable()); }},
                {4, "TS_HighlightAll", [this] { lstAvailable().selectAll(); }, any},
                {6, nullptr, {}},
-               {5, "Information", {}}});
+               {5, "Information", [this] { ShowInformationOf(lstAvailable()); }, lstAvailable().HasHighlighted()}});
 }
 
 void frmIndicators::ShowSelectedPopup(const QPoint& place) {
@@ -325,16 +390,16 @@ void frmIndicators::ShowSelectedPopup(const QPoint& place) {
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected()); }},
                {11, "mnu_popIndicatorsSel_Sort", [this] { SortSelIndsBySector(); }, any},
                {4, nullptr, {}},
-               {5, "mnu_DataView_ViewDetails", {}},
-               {6, "PRINT BUTTON", {}},
-               {7, "COMM_EXCEL_FILE", {}},
-               {9, "Information", {}}});
+               {5, "mnu_DataView_ViewDetails", [this] { DisplayINDDetails(); }, lstSelected().HasHighlighted()},
+               {6, "PRINT BUTTON", [this] { Print(); }, any},
+               {7, "COMM_EXCEL_FILE", [this] { Print(); }, any},
+               {9, "Information", [this] { ShowInformationOf(lstSelected()); }, lstSelected().HasHighlighted()}});
 }
 
 void frmIndicators::ShowTreePopup(const QPoint& place) {
     ShowPopup(this, QStringLiteral("mnu_PUP_IND_SelectAll"), place,
               {{0, "mnu_Edit_SelectAll", [this] { AddSelectedIndicators(true); }, lstAvailable().Items().Count() > 0},
-               {1, "Information", {}}});
+               {1, "Information", [this] { ShowInformationOfNode(); }, !NodeInformationCode().isEmpty()}});
 }
 
 } // namespace tessaro

@@ -29,6 +29,8 @@ class frmIndicators final : public StageScreen {
     void SelectAll() override;
     void Copy() override;
     void Find() override;
+    void Print() override;
+    [[nodiscard]] bool CanPrint() const override { return true; }
     void Refresh() override;
     void SetFormCaptions() override;
     [[nodiscard]] QString SelectionSummary() const override;
@@ -46,6 +48,10 @@ class frmIndicators final : public StageScreen {
     void AddSelectedIndicators(bool all);
     void RemoveSelectedIndicators(bool all);
     void SortSelIndsBySector();
+    /// Fills the Available list with the indicators of the view that have the text in their names.
+    void SeacrhIndStrings(const QString& text);
+    /// Where the highlighted selected indicators are classified.
+    void DisplayINDDetails();
     void cmdAllFilter_Click();
     void cmdAvlFilter_Click();
 
@@ -59,6 +65,9 @@ class frmIndicators final : public StageScreen {
     /// What both automatic selections do once it is settled what narrows them.
     void RunFilter(const selection::IndicatorFilter& filter);
     [[nodiscard]] QStringList PathOf(int view, const QString& nodeKey) const;
+    void ShowInformationOf(const KeyedList& list);
+    void ShowInformationOfNode();
+    [[nodiscard]] QString NodeInformationCode() const;
     void ShowAvailablePopup(const QPoint& place);
     void ShowSelectedPopup(const QPoint& place);
     void ShowTreePopup(const QPoint& place);

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "selection/CrossFilters.h"
+#include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
 #include "selection/TimeSelection.h"
 #include "selection/frmAutoSelect.h"
@@ -79,6 +80,10 @@ void frmTime::SelectAll() {
 
 void frmTime::Copy() {
     ui_->picLVContainer->CopyHighlighted();
+}
+
+void frmTime::Print() {
+    PrintSummaryView(QStringLiteral("TIME"), lstSelected(), this);
 }
 
 void frmTime::Find() {
@@ -167,7 +172,7 @@ void frmTime::ShowSelectedPopup(const QPoint& place) {
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected()); }},
                {5, nullptr, {}},
-               {6, "mnu_DataView_ViewDetails", {}}});
+               {6, "mnu_DataView_ViewDetails", [this] { Print(); }, any}});
 }
 
 } // namespace tessaro

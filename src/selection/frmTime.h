@@ -26,6 +26,8 @@ class frmTime final : public StageScreen {
     void SelectAll() override;
     void Copy() override;
     void Find() override;
+    void Print() override;
+    [[nodiscard]] bool CanPrint() const override { return true; }
     void Refresh() override { FillAvailablePeriods(); }
     void SetFormCaptions() override;
     [[nodiscard]] QString SelectionSummary() const override;

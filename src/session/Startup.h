@@ -15,5 +15,4 @@ enum class StartResult { GoOn, EndProgram };
 /// TempFolder, the string table.
 void ShutDown();
 
-
 } // namespace tessaro

@@ -4,7 +4,9 @@
 #include "controls/StageScreen.h"
 #include "platform/SingleInstance.h"
 #include "presentation/frmPrint.h"
+#include "selection/frmInformationSheets.h"
 #include "session/ErrorSink.h"
+#include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
@@ -89,6 +91,11 @@ void frmMain::mnu_Click(const QString& name, bool checked) {
         {QStringLiteral("mnu_ToolBars_Buttons_1"),
          [](frmMain& frame, bool on) { frame.ui_->frmAddressBar->setVisible(on); }},
         {QStringLiteral("mnuViewStatusBar"), [](frmMain& frame, bool on) { frame.ui_->sbStatusBar->setVisible(on); }},
+        {QStringLiteral("mnuInfoSheets_0"), [](frmMain& frame, bool) { frame.ShowInformationSheets("IND"); }},
+        {QStringLiteral("mnuInfoSheets_1"), [](frmMain& frame, bool) { frame.ShowInformationSheets("GOALS"); }},
+        {QStringLiteral("mnuInfoSheets_3"), [](frmMain& frame, bool) { frame.ShowInformationSheets("THEMES"); }},
+        {QStringLiteral("mnuInfoSheets_4"), [](frmMain& frame, bool) { frame.ShowInformationSheets("SOURCES"); }},
+        {QStringLiteral("mnuInfoSheets_5"), [](frmMain& frame, bool) { frame.ShowInformationSheets("RIGHTS"); }},
         {QStringLiteral("mnu_Help_0"), [](frmMain&, bool) { ShowHelpFileLinks(0); }},
         {QStringLiteral("mnu_Help_2"), [](frmMain&, bool) { ShowHelpFileLinks(2); }},
         {QStringLiteral("mnu_Help_3"), [](frmMain&, bool) { ShowHelpFileLinks(3); }},
@@ -104,6 +111,14 @@ void frmMain::EditCommand(const char* onField, void (StageScreen::*onScreen)()) 
     }
     StageScreen* screen = ActiveScreen();
     if (screen && onScreen) (screen->*onScreen)();
+}
+
+void frmMain::ShowInformationSheets(const char* code) {
+    if (!Connection) {
+        ShowMessage(QStringLiteral("026"));
+        return;
+    }
+    frmInformationSheets(QLatin1String(code), this).exec();
 }
 
 void frmMain::OnScreen(void (StageScreen::*command)()) {

@@ -84,6 +84,7 @@ class frmMain final : public QMainWindow, public Frame {
   private:
     void ConnectBars();
     void mnu_Click(const QString& name, bool checked);
+    void ShowInformationSheets(const char* code);
     void OnScreen(void (StageScreen::*command)());
     void OfferFileCommands();
     void EditCommand(const char* onField, void (StageScreen::*onScreen)());

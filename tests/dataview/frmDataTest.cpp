@@ -229,13 +229,6 @@ TEST_F(frmDataTest, PreferencesReachTheGrid) {
     EXPECT_EQ(Grid().layoutDirection(), Qt::LeftToRight);
 }
 
-TEST_F(frmDataTest, OptionsStillToComeCannotBeChosen) {
-    for (const char* name :
-         {"DATA_STATS", "DATA_SOURCES", "DATA_UNITS", "DATA_SUBPOPS", "DATA_SORT", "DATA_CALC", "DATA_PRESENT"})
-        EXPECT_FALSE(form.findChild<QAbstractButton*>(QLatin1String(name))->isEnabled()) << name;
-    EXPECT_TRUE(form.findChild<QAbstractButton*>(QStringLiteral("DATA_VIEW"))->isChecked());
-}
-
 } // namespace
 
 } // namespace tessaro::test

@@ -1,0 +1,67 @@
+#include "selection/Details.h"
+
+#include "selection/AreaSelection.h"
+#include "selection/IndicatorSelection.h"
+#include "session/Query.h"
+
+namespace tessaro::selection {
+
+namespace {
+
+constexpr auto kSectors =
+    "INNER JOIN Indicator_Sector ON [Indicator].IndicatorGId = Indicator_Sector.IndicatorGId) INNER JOIN (Sector INNER "
+    "JOIN "
+    "SectorLabel1 ON Sector.SectorLabel1GId = SectorLabel1.SectorLabel1GId) ON Indicator_Sector.SectorLabel2GId = "
+    "Sector.SectorLabel2GId) INNER JOIN SectorLabel2 ON Sector.SectorLabel2GId = SectorLabel2.SectorLabel2GId ";
+
+} // namespace
+
+std::vector<IndicatorDetails> DetailsOfIndicators(const std::vector<KeyedItem>& items) {
+    if (items.empty()) return {};
+    const QString list = IdList(items);
+    QString sql = QStringLiteral(
+        "SELECT DISTINCT [Indicator].[Indicator], SectorLabel1.SectorLabel1, SectorLabel2.SectorLabel2 ");
+    if (ByCombination())
+        sql += QStringLiteral(
+                   " FROM (((Indicator_Unit_Subpop INNER JOIN [Indicator] ON Indicator_Unit_Subpop.IndicatorGId = "
+                   "[Indicator].IndicatorGId) ") +
+               QLatin1String(kSectors) + QStringLiteral(" WHERE Indicator_Unit_Subpop.IUSNId In (") + list +
+               QStringLiteral(")");
+    else
+        sql += QStringLiteral(" FROM (([Indicator] ") + QLatin1String(kSectors) +
+               QStringLiteral(" WHERE [Indicator].IndicatorGId IN (") + list + QStringLiteral(")");
+    std::vector<IndicatorDetails> details;
+    Records rows = Select(sql + QStringLiteral(" ORDER BY [Indicator].[Indicator]"));
+    for (; !rows.atEnd(); rows.MoveNext()) {
+        const QString indicator = rows.Text("Indicator");
+        if (details.empty() || details.back().indicator != indicator) details.push_back({indicator, {}, {}});
+        details.back().sectors << rows.Text("SectorLabel1");
+        details.back().classes << rows.Text("SectorLabel2");
+    }
+    return details;
+}
+
+QString AreaDetailsSql(const QString& areaId) {
+    const QString id = QuoteDoubled(areaId);
+    QString terms;
+    for (int limit = CharactersPerLevel; limit < areaId.size(); limit += CharactersPerLevel) {
+        const QString length = QString::number(limit);
+        terms += QStringLiteral(" or (") + QStringLiteral(" Len(AreaId) < ") +
+                 QString::number(limit + CharactersPerLevel) + QStringLiteral(" and instr(1,AreaId,mid('") + id +
+                 QStringLiteral("',1,") + length + QStringLiteral(")) > 0 ") + QStringLiteral(")");
+    }
+    return QStringLiteral("SELECT AreaName, AreaID From Area WHERE AreaID = '") + id + QLatin1Char('\'') + terms +
+           QStringLiteral(" ORDER BY AreaID");
+}
+
+QStringList AreaChain(const QString& areaId) {
+    QStringList chain;
+    Records rows = Select(AreaDetailsSql(areaId));
+    // The statement also finds areas of the same length that hold the beginning somewhere; those above are beginnings.
+    for (; !rows.atEnd(); rows.MoveNext())
+        if (areaId.startsWith(rows.Text("AreaID"), Qt::CaseInsensitive))
+            chain << rows.Text("AreaID") + QStringLiteral("   ") + rows.Text("AreaName");
+    return chain;
+}
+
+} // namespace tessaro::selection

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "controls/KeyedItem.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace tessaro::selection {
+
+/// What a selection list shows, as a sheet: heads and rows of texts, and which cells belong to items that all databases
+/// share.
+struct SheetTable {
+    QStringList heads;
+    std::vector<QStringList> rows;
+    std::vector<quint32> globalCells; ///< by row; bit n: cell n
+};
+
+/// "IND": the indicators of a list by classification view and mode; empty when the list is.
+[[nodiscard]] SheetTable IndicatorTable(const std::vector<KeyedItem>& list, int view, bool byCombination);
+/// "TIME" and "AREA": the list as it stands under these heads.
+[[nodiscard]] SheetTable ListTable(const std::vector<KeyedItem>& list, const QStringList& heads);
+
+/// Writes the table into a copy of the template in TempFolder and gives the copy's path. Throws office::Error.
+[[nodiscard]] QString MakeSelectionSheet(const SheetTable& table);
+
+} // namespace tessaro::selection

@@ -1,0 +1,62 @@
+#include "selection/frmInformationSheet.h"
+
+#include "controls/Captions.h"
+#include "controls/Theme.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "selection/Information.h"
+#include "session/ErrorSink.h"
+#include "session/Messages.h"
+#include "session/Session.h"
+
+#include <QFile>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+namespace tessaro {
+
+frmInformationSheet::frmInformationSheet(QWidget* parent) : QDialog(parent), txtInformation_(new QTextBrowser(this)) {
+    setObjectName(QStringLiteral("frmInformationSheet"));
+    setWindowTitle(PlainText(QStringLiteral("Information")));
+    resize(640, 440);
+    txtInformation_->setObjectName(QStringLiteral("txtInformation"));
+    txtInformation_->setOpenExternalLinks(true);
+    txtInformation_->document()->setDocumentMargin(theme::Grid * 2);
+    auto* cmdOK = new QPushButton(this);
+    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK->setDefault(true);
+    SetCaption(cmdOK, QStringLiteral("OK BUTTON"));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(theme::Grid * 2, theme::Grid * 2, theme::Grid * 2, theme::Grid * 2);
+    column->setSpacing(theme::Grid * 2);
+    column->addWidget(txtInformation_);
+    column->addWidget(cmdOK, 0, Qt::AlignTrailing);
+    connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    SetFormFonts(this);
+}
+
+void frmInformationSheet::SetText(const QString& text) {
+    if (Qt::mightBeRichText(text))
+        txtInformation_->setHtml(text);
+    else
+        txtInformation_->setPlainText(text);
+}
+
+void ShowInformationInBROW(const QString& idValue, const QString& code, const QString& formName, bool idIsGId,
+                           QWidget* parent) {
+    ErrorTrap trap("ShowInformationInBROW");
+    const QString file = JoinPath({TempFolder, QStringLiteral("Information.htm")});
+    QFile::remove(file);
+    const auto text = selection::InformationOf(idValue, code, formName, idIsGId);
+    if (!text) {
+        ShowMessage(QStringLiteral("035"));
+        return;
+    }
+    if (!ReplaceFile(file, text->toUtf8())) LogNote(QStringLiteral("ShowInformationInBROW: can't write ") + file);
+    frmInformationSheet sheet(parent);
+    sheet.SetText(*text);
+    sheet.exec();
+}
+
+} // namespace tessaro

@@ -1,0 +1,87 @@
+#include "selection/frmInformationSheets.h"
+
+#include "controls/Captions.h"
+#include "controls/Printing.h"
+#include "controls/Theme.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/Strings.h"
+#include "ui_frmInformationSheets.h"
+
+#include <QTextDocument>
+
+namespace tessaro {
+
+namespace {
+
+QString AsHtml(const QString& text) {
+    return Qt::mightBeRichText(text) ? text : Qt::convertFromPlainText(text);
+}
+
+} // namespace
+
+frmInformationSheets::frmInformationSheets(const QString& code, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmInformationSheets>()), code_(code) {
+    ui_->setupUi(this);
+    setWindowTitle(PlainText(QStringLiteral("TS_InformationSheets")));
+    SetCaption(ui_->cmdPrintAll, QStringLiteral("TS_PrintAll"));
+    SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
+    SetFormFonts(this);
+    ui_->spliter->setSizes({320, 600});
+    ui_->txtAllInfo->document()->setDocumentMargin(theme::Grid * 2);
+    ui_->lstSource->setModel(&names_);
+    ui_->lstSource->setAccessibleName(windowTitle());
+    ui_->PB_Child->hide();
+    connect(ui_->lstSource->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& index) { ShowInfo(index.row()); });
+    connect(ui_->cmdPrintAll, &QPushButton::clicked, this, &frmInformationSheets::cmdPrintAll_Click);
+    connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    FillList();
+}
+
+frmInformationSheets::~frmInformationSheets() = default;
+
+void frmInformationSheets::FillList() {
+    const ErrorTrap trap("frmInformationSheets");
+    items_ = selection::InformationList(code_);
+    QStringList names;
+    for (const selection::InformationItem& item : items_)
+        names << item.name;
+    names_.setStringList(names);
+    ui_->cmdPrintAll->setEnabled(!items_.empty());
+    if (items_.empty())
+        ui_->txtAllInfo->setPlainText(GetText(QStringLiteral("035")));
+    else
+        ui_->lstSource->setCurrentIndex(names_.index(0));
+}
+
+void frmInformationSheets::ShowInfo(int row) {
+    if (row < 0 || row >= static_cast<int>(items_.size())) return;
+    const ErrorTrap trap("lstSource_Click");
+    const selection::InformationItem& item = items_[static_cast<std::size_t>(row)];
+    ui_->txtAllInfo->setHtml(QStringLiteral("<h3>") + item.name.toHtmlEscaped() + QStringLiteral("</h3>") +
+                             AsHtml(selection::InformationText(code_, item.gid)));
+}
+
+void frmInformationSheets::cmdPrintAll_Click() {
+    ErrorTrap trap("cmdPrintAll_Click");
+    TheFrame().SetBusy(true);
+    ui_->PB_Child->setRange(0, static_cast<int>(items_.size()));
+    ui_->PB_Child->show();
+    QString pages;
+    int done = 0;
+    for (const selection::InformationItem& item : items_) {
+        pages += QStringLiteral("<h3>") + item.name.toHtmlEscaped() + QStringLiteral("</h3>") +
+                 AsHtml(selection::InformationText(code_, item.gid)) + QStringLiteral("<hr>");
+        ui_->PB_Child->setValue(++done);
+        if (done % 20 == 0) ui_->PB_Child->repaint();
+    }
+    QTextDocument document;
+    document.setDefaultFont(LanguageFont());
+    document.setHtml(pages);
+    ui_->PB_Child->hide();
+    TheFrame().SetBusy(false);
+    PrintDocument(this, document);
+}
+
+} // namespace tessaro
