@@ -38,7 +38,7 @@ const Row Rows[] = {
     {"mnuFile", "mnuFilePrint", "PRINT BUTTON", Kind::Command, "print.png", "Ctrl+P"},
     {"mnuFile", "mnuFilemnu_ImportExport", "mnu_File_ImportExport", Kind::Later},
     {"mnuFile", "", "", Kind::Separator},
-    {"mnuFile", "mnuFilemnu_Properties", "mnu_File_Properties", Kind::Later, "properties.png"},
+    {"mnuFile", "mnuFilemnu_Properties", "mnu_File_Properties", Kind::Command, "properties.png"},
     {"mnuFile", "", "", Kind::Separator},
     {"mnuFile", "mnuFileExit", "mnu_File_Exit", Kind::Command, "exit.png", "Ctrl+Q"},
     {"", "mnuEdit", "TLB_EDIT", Kind::Menu},
@@ -56,13 +56,13 @@ const Row Rows[] = {
     {"mnuView", "", "", Kind::Separator},
     {"mnuView", "mnuViewLanguage", "PROP GENERAL LANGUAGE", Kind::Menu, "language.png"},
     {"", "mnumnu_Favorites", "TLB_FAVORITES", Kind::Menu},
-    {"mnumnu_Favorites", "mnumnu_Favoritesmnu_AddFavorites", "mnu_Favorites_Add", Kind::Later, "favourites.png"},
+    {"mnumnu_Favorites", "mnumnu_Favoritesmnu_AddFavorites", "mnu_Favorites_Add", Kind::Command, "favourites.png"},
     {"", "mnuTools", "mnu_Tools", Kind::Menu},
     {"mnuTools", "mnuToolsGallery", "FP_LBL_GALL_CAPTION", Kind::Menu, "gallery.png"},
     {"mnuToolsGallery", "mnu_Gallery_Options_0", "mnu_Presentations", Kind::Later},
     {"mnuToolsGallery", "mnu_Gallery_Options_1", "FP_LBL_GALL_OPTION2_CAPTION", Kind::Later},
     {"mnuToolsGallery", "mnu_Gallery_Options_2", "FP_LBL_GALL_OPTION3_CAPTION", Kind::Later},
-    {"mnuTools", "mnuDBSummReport", "mnuDBSummReport", Kind::Later},
+    {"mnuTools", "mnuDBSummReport", "mnuDBSummReport", Kind::Command},
     {"", "mnuInformation", "Home Information", Kind::Menu},
     {"mnuInformation", "mnuInfoSheets_0", "Comm_Indicator", Kind::Command, "indicator.png"},
     {"mnuInformation", "mnuInfoSheets_1", "Goal", Kind::Command},
@@ -76,7 +76,7 @@ const Row Rows[] = {
     {"mnuHelp", "mnu_Help_2", "mnu_Help_Tour", Kind::Command, "tour.png"},
     {"mnuHelp", "mnu_Help_3", "mnu_Help_Helpdesk", Kind::Command},
     {"mnuHelp", "", "", Kind::Separator},
-    {"mnuHelp", "mnu_Help_5", "TS_AboutTitle", Kind::Later},
+    {"mnuHelp", "mnu_Help_5", "TS_AboutTitle", Kind::Command},
 };
 
 /// "French [fr]" in its own language: "français"; the label itself for a code that nobody knows.
@@ -153,6 +153,21 @@ void MainMenu::SetMenuCaptions() {
 void MainMenu::SetPictures() {
     for (const Row& row : Rows)
         if (*row.picture) Entry(QLatin1String(row.name))->setIcon(theme::Icon(QLatin1String(row.picture)));
+}
+
+void MainMenu::FillFavourites(const QStringList& files) {
+    auto* menu = frame_->findChild<QMenu*>(QStringLiteral("mnumnu_Favorites"));
+    const auto entries = menu->actions();
+    for (QAction* entry : entries)
+        if (entry->objectName() != QLatin1String("mnumnu_Favoritesmnu_AddFavorites")) menu->removeAction(entry);
+    if (!files.isEmpty()) menu->addSeparator();
+    int number = 0;
+    for (const QString& file : files) {
+        // An "&" in the name is no mnemonic.
+        QAction* entry = menu->addAction(QString(file).replace(QLatin1Char('&'), QLatin1String("&&")));
+        entry->setObjectName(QStringLiteral("mnuCustomFavorites_%1").arg(++number));
+        connect(entry, &QAction::triggered, this, [this, file] { Q_EMIT FavouriteChosen(file); });
+    }
 }
 
 void MainMenu::FillLanguages() {

@@ -28,9 +28,12 @@ class MainMenu final : public QObject {
     void SetPictures();
     /// The languages that have a file, the current one ticked.
     void FillLanguages();
+    /// mnuCustomFavorites: one entry for each favourite.
+    void FillFavourites(const QStringList& files);
 
   Q_SIGNALS:
     void Chosen(const QString& name, bool checked);
+    void FavouriteChosen(const QString& file);
     void LanguageChosen(const QString& label);
 
   private:

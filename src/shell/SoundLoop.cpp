@@ -28,6 +28,11 @@ void SoundLoop::SetMuted(bool muted) {
     if (player_) player_->output.setMuted(muted);
 }
 
+void SoundLoop::SetVolume(float volume) {
+    volume_ = volume;
+    if (player_) player_->output.setVolume(volume);
+}
+
 void SoundLoop::Tick() {
     if (file_.isEmpty()) return;
     if (!player_) {
@@ -37,6 +42,7 @@ void SoundLoop::Tick() {
         player_->media.setAudioOutput(&player_->output);
         player_->media.setSource(QUrl::fromLocalFile(file_));
         player_->output.setMuted(muted_);
+        player_->output.setVolume(volume_);
     }
     QMediaPlayer& media = player_->media;
     if (media.error() != QMediaPlayer::NoError) {

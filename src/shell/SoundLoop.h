@@ -17,6 +17,8 @@ class SoundLoop final {
 
     void Load(const QString& file);
     void SetMuted(bool muted);
+    /// From 0 to 1.
+    void SetVolume(float volume);
     /// Each second: starts the sound again when it is at its end or isn't playing.
     void Tick();
 
@@ -25,6 +27,7 @@ class SoundLoop final {
     std::unique_ptr<Player> player_;
     QString file_;
     bool muted_ = true;
+    float volume_ = 1;
 };
 
 } // namespace tessaro

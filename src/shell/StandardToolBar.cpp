@@ -27,7 +27,7 @@ const ItemRow Items[StandardToolBar::ItemCount] = {
     {"TLB_REFRESH", "tlb_xp_refresh.gif", "", "F5", true, false},
     {"TLB_HOME", "tlb_xp_home.gif", "", "Alt+Home", true, true},
     {"TLB_SEARCH", "tlb_xp_search.gif", "", "", true, false},
-    {"TLB_FAVORITES", "tlb_xp_favourites.gif", "", "", false, false},
+    {"TLB_FAVORITES", "tlb_xp_favourites.gif", "", "Ctrl+D", true, false},
     {"TLB_HISTORY", "tlb_xp_history.gif", "", "", false, false},
     {"TLB_MAIL", "tlb_xp_mail.gif", "", "", false, false},
     {"PRINT BUTTON", "tlb_xp_print.gif", "", "", true, false},

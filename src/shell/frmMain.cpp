@@ -13,6 +13,7 @@
 #include "shell/Documents.h"
 #include "shell/MainMenu.h"
 #include "shell/StageScreens.h"
+#include "shell/frmAbout.h"
 #include "shell/frmSplash.h"
 #include "ui_frmMain.h"
 
@@ -56,6 +57,7 @@ bool frmMain::event(QEvent* event) {
 
 void frmMain::ConnectBars() {
     connect(menu_, &MainMenu::Chosen, this, &frmMain::mnu_Click);
+    connect(menu_, &MainMenu::FavouriteChosen, this, &frmMain::OpenFavourite);
     connect(menu_, &MainMenu::LanguageChosen, this, &frmMain::ChangeLanguage);
     connect(ui_->picToolBar, &StandardToolBar::Chosen, this, &frmMain::Toolbar1_Click);
     connect(ui_->frmAddressBar, &AddressBar::Entered, this, &frmMain::cmbAddress_Click);
@@ -80,6 +82,10 @@ void frmMain::mnu_Click(const QString& name, bool checked) {
         {QStringLiteral("mnuFileExit"), [](frmMain& frame, bool) { frame.close(); }},
         {QStringLiteral("mnuFileSaveAs"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::SaveAs); }},
         {QStringLiteral("mnuFilePrint"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::Print); }},
+        {QStringLiteral("mnuFilemnu_Properties"), [](frmMain& frame, bool) { frame.mnuFilemnu_Properties_Click(); }},
+        {QStringLiteral("mnumnu_Favoritesmnu_AddFavorites"), [](frmMain& frame, bool) { frame.AddFavorites(); }},
+        {QStringLiteral("mnuDBSummReport"), [](frmMain& frame, bool) { frame.mnuDBSummReport_Click(); }},
+        {QStringLiteral("mnu_Help_5"), [](frmMain& frame, bool) { frmAbout(&frame).exec(); }},
         {QStringLiteral("mnuEditCut"), [](frmMain& frame, bool) { frame.EditCommand("cut", nullptr); }},
         {QStringLiteral("mnuEditCopy"), [](frmMain& frame, bool) { frame.EditCommand("copy", &StageScreen::Copy); }},
         {QStringLiteral("mnuEditPaste"), [](frmMain& frame, bool) { frame.EditCommand("paste", nullptr); }},
@@ -131,6 +137,9 @@ void frmMain::OfferFileCommands() {
     menu_->Entry(QStringLiteral("mnuFilePrint"))->setEnabled(screen && screen->CanPrint());
     menu_->Entry(QStringLiteral("mnuFileSaveAs"))->setEnabled(screen && screen->CanSaveAs());
     ui_->picToolBar->SetEnabled(StandardToolBar::Print, screen && screen->CanPrint());
+    const bool isData = screen && CurrentStage == navigation::DataStage;
+    menu_->Entry(QStringLiteral("mnumnu_Favoritesmnu_AddFavorites"))->setEnabled(isData);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Favourites, isData);
 }
 
 void frmMain::SetStatusText(const QString& text) {

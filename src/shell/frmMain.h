@@ -16,6 +16,7 @@ class frmMain;
 namespace tessaro {
 
 class MainMenu;
+struct PropertyValues;
 class SingleInstance;
 class StageScreen;
 class StageScreens;
@@ -43,6 +44,8 @@ class frmMain final : public QMainWindow, public Frame {
     void RestoreBlanks();
     /// Takes another language into use: captions, fonts, links of the open database.
     void ChangeLanguage(const QString& label);
+    /// Brings the running session into line with preferences that changed: everything that differs from `before`.
+    void ApplyTheSettings(const PropertyValues& before, const PropertyValues& now);
     /// The file dialog of the File menu.
     void mnuFileOpen_Click();
     /// The go button: opens what is typed, and tells when the database lacks the language.
@@ -85,6 +88,13 @@ class frmMain final : public QMainWindow, public Frame {
     void ConnectBars();
     void mnu_Click(const QString& name, bool checked);
     void ShowInformationSheets(const char* code);
+    // Properties, favourites, report (frmMainProperties.cpp)
+    void mnuFilemnu_Properties_Click();
+    void ReloadStages(bool modeChanged);
+    void AddFavorites();
+    void FillFavourites();
+    void OpenFavourite(const QString& file);
+    void mnuDBSummReport_Click();
     void OnScreen(void (StageScreen::*command)());
     void OfferFileCommands();
     void EditCommand(const char* onField, void (StageScreen::*onScreen)());

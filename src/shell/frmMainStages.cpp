@@ -155,6 +155,8 @@ void frmMain::Toolbar1_Click(int item) {
         return GoToHome();
     case StandardToolBar::Search:
         return Search();
+    case StandardToolBar::Favourites:
+        return AddFavorites();
     case StandardToolBar::Print:
         return OnScreen(&StageScreen::Print);
     default:

@@ -54,6 +54,7 @@ bool frmMain::MDIForm_Load(const QString& commandLine) {
     LanguageInDatabase = true;
     OpenStartPage();
     FillAddresses();
+    FillFavourites();
     WarnOfMissingSpreadsheet();
     Timer1_.start();
     return true;

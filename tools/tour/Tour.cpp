@@ -56,6 +56,21 @@ bool Tour::Walk(const QString& commandLine) {
         Visit(QStringLiteral("areas"), [this] { return Areas(); });
         Visit(QStringLiteral("data"), [this] { return Data(); });
         Visit(QStringLiteral("sorted"), [this] { return Sorted(); });
+        Visit(QStringLiteral("statistics"), [this] { return Statistics(); });
+        Visit(
+            QStringLiteral("filters"), [this] { return Filters(); }, false);
+        Visit(
+            QStringLiteral("exports"), [this] { return Exports(); }, false);
+        Visit(
+            QStringLiteral("host"), [this] { return Host(); }, false);
+        Visit(
+            QStringLiteral("selection-sheet"), [this] { return SelectionSheet(); }, false);
+        Visit(
+            QStringLiteral("summary-report"), [this] { return SummaryReport(); }, false);
+        Visit(
+            QStringLiteral("properties"), [this] { return Properties(); }, false);
+        Visit(
+            QStringLiteral("favourites"), [this] { return Favourites(); }, false);
         Visit(
             QStringLiteral("back-and-forward"), [this] { return BackAndForward(); }, false);
         Visit(QStringLiteral("right-to-left"), [this] { return RightToLeft(); });

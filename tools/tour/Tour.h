@@ -39,6 +39,15 @@ class Tour final {
     Finding Data();
     Finding Sorted();
     Finding RightToLeft();
+    // Stations of the data view and of the workbooks (TourWorkbooks.cpp).
+    Finding Statistics();
+    Finding Filters();
+    Finding Exports();
+    Finding Host();
+    Finding SelectionSheet();
+    Finding SummaryReport();
+    Finding Properties();
+    Finding Favourites();
     Finding BackAndForward();
     Finding Closing();
 
@@ -46,6 +55,12 @@ class Tour final {
     bool Click(const QString& name) const;
     /// Presses an automatic selection's button and says OK to its question.
     bool ClickAutoSelect(const QString& screen, const QString& button) const;
+    /// Chooses a menu entry that opens a dialog; while the dialog is up and `ready` of it, takes its picture (of the
+    /// whole screen with `screen`), lets `inspect` look and closes it. False when it doesn't come.
+    bool WithDialog(const QString& entry, const QString& dialog, const QString& picture, bool screen,
+                    const std::function<bool(QWidget&)>& ready, const std::function<void(QWidget&)>& inspect);
+    /// Copies the workbook that frmPrint shows to `name` in the tour's folder.
+    bool KeepWorkbook(const QString& entry, const QString& name, const QString& picture);
     [[nodiscard]] QWidget* Find(const QString& name) const;
     /// Lets events through until the condition holds; false after the limit.
     [[nodiscard]] static bool WaitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
