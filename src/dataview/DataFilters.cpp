@@ -101,6 +101,19 @@ bool MakeMissingDataTable() {
                                   "_SelIUSNId, _SelArea, _SelTimePeriod"));
 }
 
+std::optional<std::pair<double, double>> ValueBounds() {
+    const Records bounds =
+        Select(QStringLiteral("SELECT Min(D.Datavalue) AS MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue") +
+               RequeryStatement({}, {}).section(QStringLiteral("D.RowNId "), 1));
+    if (bounds.atEnd()) return std::nullopt;
+    bool hasLeast = false;
+    bool hasGreatest = false;
+    const double least = bounds.Text(std::size_t{0}).toDouble(&hasLeast);
+    const double greatest = bounds.Text(std::size_t{1}).toDouble(&hasGreatest);
+    if (!hasLeast || !hasGreatest) return std::nullopt;
+    return std::pair(least, greatest);
+}
+
 std::optional<qint64> CountFilteredRows(const DataFilters& filters) {
     QString sql;
     if (filters.MissingDataOn) {

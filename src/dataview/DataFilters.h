@@ -4,6 +4,7 @@
 #include <QtGlobal>
 
 #include <optional>
+#include <utility>
 
 namespace tessaro {
 
@@ -38,6 +39,9 @@ bool MakeMissingDataTable();
 /// Rows that stay under these filters; nothing when they can't be counted (a value that is no number). Makes the
 /// working tables it needs, but leaves MostRecentClause as it is.
 [[nodiscard]] std::optional<qint64> CountFilteredRows(const DataFilters& filters);
+
+/// The least and the greatest value in view; nothing when there are none.
+[[nodiscard]] std::optional<std::pair<double, double>> ValueBounds();
 
 /// A number as the statements write it.
 [[nodiscard]] QString NumberText(double number);

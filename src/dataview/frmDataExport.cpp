@@ -90,6 +90,7 @@ void frmData::Print() {
     }
     const QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("DataView Print"))});
     if (!SaveDataView(file)) return;
+    TheFrame().SetStatusText({});
     TheFrame().ShowWorkbook(file);
     ClearTempFolder();
 }

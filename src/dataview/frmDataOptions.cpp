@@ -185,8 +185,14 @@ void frmData::cmdFilters_Click() {
     // The working tables are made anew for the count, so the grid lets go of them.
     paging_.Suspend();
     frmDataFilters dialog(this);
-    dialog.SetFilters(filters_);
     const DataFilters before = filters_;
+    DataFilters offered = filters_;
+    if (!offered.ValueRangeOn) {
+        TheFrame().SetBusy(true);
+        if (const auto bounds = ValueBounds()) std::tie(offered.DataValueFrom, offered.DataValueTo) = *bounds;
+        TheFrame().SetBusy(false);
+    }
+    dialog.SetFilters(offered);
     if (dialog.exec() == QDialog::Accepted && dialog.Filters() != before)
         SetFilters(dialog.Filters());
     else

@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QProcess>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
@@ -90,6 +91,30 @@ TEST_F(OfficeHostTest, ShowsAWorkbookAndKeepsEdits) {
     host_.xlBook().Sheet(1).Cells(2, 1).SetValue(9.0);
     host_.CloseHostedExcel(false);
     EXPECT_EQ(test::ReadXls(file_).front().At(2, 1).toDouble(), 4.5);
+}
+
+TEST_F(OfficeHostTest, PaintsTheSheetEachTime) {
+    office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook(3);
+    book.Sheet(1).Cells(1, 1, 40, 8).SetValue(QStringLiteral("text"));
+    book.Sheet(1).Cells(1, 1, 40, 8).SetStyle({.interiorColorIndex = 35});
+    book.Sheet(1).FreezePanes(2, 1);
+    book.ActivateSheet(1);
+    book.SaveAs(file_);
+    book.Close(false);
+    for (int time = 0; time < 3; ++time) {
+        ASSERT_TRUE(host_.ShowWorkbook(file_));
+        const auto shade = [&] {
+            const QImage screen = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+            const QPoint corner = host_.mapToGlobal(QPoint(0, 0));
+            int found = 0;
+            for (int x = 0; x < host_.width(); x += 4)
+                for (int y = 0; y < host_.height(); y += 4)
+                    if (screen.pixelColor(corner + QPoint(x, y)) == QColor(0xCC, 0xFF, 0xCC)) ++found;
+            return found;
+        };
+        EXPECT_TRUE(QTest::qWaitFor([&] { return shade() > 1000; }, 3000)) << time << ": " << shade();
+        host_.CloseHostedExcel(false);
+    }
 }
 
 TEST_F(OfficeHostTest, GivesTheKeyboardToWhereTheUserClicks) {

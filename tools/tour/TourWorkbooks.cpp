@@ -45,7 +45,7 @@ bool Tour::WithDialog(const QString& entry, const QString& dialog, const QString
         if (!seen && !ready(*shown) && clock.elapsed() < kDialogLimit) return;
         look.stop();
         seen = ready(*shown);
-        QTest::qWait(screen ? 600 : 100);
+        QTest::qWait(screen ? 1500 : 100);
         const QPixmap image = screen ? QGuiApplication::primaryScreen()->grabWindow(0) : shown->grab();
         if (!picture.isEmpty()) image.save(folder_.filePath(picture + QLatin1String(".png")));
         inspect(*shown);
