@@ -187,13 +187,14 @@ ReportTable Combinations(jet::Connection& database) {
 
 ReportTable MapFiles(jet::Connection& database) {
     ReportTable table{Text("GALLERY Map"), {Text("Map File"), Text("Available")}, {}};
-    const QString folder = JoinPath({AppPath, Setting(QStringLiteral("Maps Image Folder")), QStringLiteral("Maps")});
+    const QString maps = JoinPath({AppPath, Setting(QStringLiteral("Maps Image Folder"))});
+    const auto isThere = [&maps](const QString& name) {
+        return FileExists(JoinPath({maps, QStringLiteral("Maps"), name})) || FileExists(JoinPath({maps, name}));
+    };
     for (const auto& row : Rows(database, QStringLiteral("SELECT Distinct MapFile from ") + Localized("Area"), 1)) {
         const auto* name = std::get_if<QString>(&row.front());
         if (!name || name->isEmpty()) continue;
-        const bool there =
-            FileExists(JoinPath({folder, *name})) || FileExists(JoinPath({folder, *name + QStringLiteral(".shp")}));
-        table.rows.push_back({*name, there ? Cell(Text("Yes")) : Cell()});
+        table.rows.push_back({*name, isThere(*name) ? Cell(Text("Yes")) : Cell()});
     }
     return table;
 }
