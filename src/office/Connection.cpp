@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QUrl>
 
 #include <com/sun/star/bridge/UnoUrlResolver.hpp>
@@ -70,6 +71,8 @@ struct Connection::State {
     unsigned generation = 0;
     bool connected = false;
     bool ending = false;
+    int calls = 0;          ///< that are under way
+    bool lostWaits = false; ///< to be told
     std::chrono::milliseconds limit = 30s;
     Reference<XComponentContext> context; ///< for the worker
     std::unique_ptr<Worker> worker = std::make_unique<Worker>();
@@ -146,12 +149,14 @@ void Connection::StartProcess() {
     process->setChildProcessModifier([parent] {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (::getppid() != parent) ::_exit(1);
+        // A file that grows too large for the system is an error of its write, not the end of the process.
+        ::signal(SIGXFSZ, SIG_IGN);
     });
     connect(process.get(), &QProcess::finished, this, [this, generation = state_->generation] {
         if (generation != state_->generation || !state_->connected) return;
         state_->connected = false;
         ForgetProcess(state_->folder);
-        if (!state_->ending) Q_EMIT Lost();
+        if (!state_->ending) TellLost();
     });
     process->start(program + QStringLiteral("/soffice.bin"), arguments);
     if (!process->waitForStarted(5000))
@@ -172,7 +177,29 @@ void Connection::EndProcess() {
     state_->processId = 0;
     ForgetProcess(state_->folder);
     state_->ending = ending;
-    if (wasConnected) Post([state = state_.get()] { state->context.clear(); });
+    if (!wasConnected) return;
+    Post([state = state_.get()] { state->context.clear(); });
+    if (!ending) TellLost();
+}
+
+// Only while it surely is our child: the number of an ended one may belong to somebody else.
+void Connection::KillProcess() const {
+    if (IsRunning()) ::kill(static_cast<pid_t>(state_->processId), SIGKILL);
+}
+
+// Whoever hears it may let handles go, so it is never told in the midst of a call.
+void Connection::TellLost() {
+    state_->lostWaits = true;
+    if (state_->calls == 0) PassLostOn();
+}
+
+void Connection::PassLostOn() {
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (state_->calls == 0 && std::exchange(state_->lostWaits, false)) Q_EMIT Lost();
+        },
+        Qt::QueuedConnection);
 }
 
 bool Connection::TryConnect() {
@@ -200,7 +227,7 @@ void Connection::Connect() {
                     if (!connected) std::this_thread::sleep_for(10ms);
                 }
             },
-            state_->limit, [this] { ::kill(static_cast<pid_t>(state_->processId), SIGKILL); });
+            state_->limit, [this] { KillProcess(); });
         if (connected && !late) {
             state_->connected = true;
             return;
@@ -238,7 +265,7 @@ void Connection::Quit() {
         try {
             static_cast<void>(
                 state_->worker->Run([this] { com::sun::star::frame::Desktop::create(Context())->terminate(); },
-                                    kQuitLimit, [this] { ::kill(static_cast<pid_t>(state_->processId), SIGKILL); }));
+                                    kQuitLimit, [this] { KillProcess(); }));
             state_->process->waitForFinished(static_cast<int>(std::chrono::milliseconds(kQuitLimit).count()));
         } catch (...) {
             // It died under the call, which is what was wanted.
@@ -253,9 +280,12 @@ void Connection::Run(const std::function<void()>& work) {
 }
 
 void Connection::Run(const std::function<void()>& work, std::chrono::milliseconds limit) {
+    ++state_->calls;
+    const auto end = qScopeGuard([this] {
+        if (--state_->calls == 0 && state_->lostWaits) PassLostOn();
+    });
     try {
-        const bool late =
-            state_->worker->Run(work, limit, [this] { ::kill(static_cast<pid_t>(state_->processId), SIGKILL); });
+        const bool late = state_->worker->Run(work, limit, [this] { KillProcess(); });
         if (!late) return;
     } catch (const Error&) {
         throw;
@@ -265,9 +295,7 @@ void Connection::Run(const std::function<void()>& work, std::chrono::millisecond
         if (!IsRunning()) throw Error(Failure::Lost, QStringLiteral("the spreadsheet program has ended"));
         throw Error(Failure::Call, QStringLiteral("the spreadsheet program refuses: ") + FromUno(exception.Message));
     }
-    const bool wasConnected = state_->connected;
     EndProcess();
-    if (wasConnected) Q_EMIT Lost();
     throw Error(Failure::TimedOut, QStringLiteral("the spreadsheet program did not answer in time and was ended"));
 }
 

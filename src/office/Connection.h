@@ -50,7 +50,7 @@ class Connection final : public QObject {
     [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::uno::XInterface> Service(const char* name) const;
 
   Q_SIGNALS:
-    /// The process died, or was ended because it hung.
+    /// The process died, or was ended because it hung. Told from the event loop, after the call that met it.
     void Lost();
 
   private:
@@ -58,6 +58,9 @@ class Connection final : public QObject {
     void Connect();
     bool TryConnect();
     void EndProcess();
+    void KillProcess() const;
+    void TellLost();
+    void PassLostOn();
 
     struct State;
     std::unique_ptr<State> state_;

@@ -3,6 +3,7 @@
 #include "office/Convert.h"
 #include "office/Palette.h"
 #include "office/PendingWrites.h"
+#include "office/WorkFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,7 +20,6 @@
 #include <com/sun/star/task/ErrorCodeIOException.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifiable.hpp>
-#include <cstdio>
 
 namespace tessaro::office {
 
@@ -48,10 +48,7 @@ Document::Document(std::shared_ptr<Connection> connection, QString file, const c
 
 std::shared_ptr<Document> Document::New(std::shared_ptr<Connection> connection, const char* factory, const char* filter,
                                         const Frame& frame) {
-    connection->Start();
-    auto document = std::make_shared<Document>(std::move(connection), QString(), filter);
-    document->OpenModel(Ascii(factory), frame);
-    return document;
+    return Make(std::move(connection), QString(), Ascii(factory), filter, frame);
 }
 
 std::shared_ptr<Document> Document::Open(std::shared_ptr<Connection> connection, const QString& file,
@@ -59,10 +56,22 @@ std::shared_ptr<Document> Document::Open(std::shared_ptr<Connection> connection,
     if (!QFileInfo::exists(file)) throw Error(Failure::File, QStringLiteral("there is no file \"%1\"").arg(file));
     if (!IsCompoundFile(file))
         throw Error(Failure::File, QStringLiteral("\"%1\" can't be read as what its name says").arg(file));
-    connection->Start();
-    auto document = std::make_shared<Document>(std::move(connection), file, filter);
-    document->OpenModel(FileUrl(file), frame);
-    return document;
+    return Make(std::move(connection), file, FileUrl(file), filter, frame);
+}
+
+// A process that dies just now still looks alive at the start; nothing is lost by asking its successor.
+std::shared_ptr<Document> Document::Make(std::shared_ptr<Connection> connection, const QString& file,
+                                         const rtl::OUString& url, const char* filter, const Frame& frame) {
+    for (bool again = !frame.is();; again = false) {
+        connection->Start();
+        auto document = std::make_shared<Document>(connection, file, filter);
+        try {
+            document->OpenModel(url, frame);
+            return document;
+        } catch (const Error& error) {
+            if (error.failure != Failure::Lost || !again) throw;
+        }
+    }
 }
 
 void Document::OpenModel(const rtl::OUString& url, const Frame& frame) {
@@ -92,6 +101,11 @@ void Document::OpenModel(const rtl::OUString& url, const Frame& frame) {
     if (good) return;
     Close();
     throw Error(Failure::File, QStringLiteral("\"%1\" can't be read").arg(file_));
+}
+
+Document& Known(const std::shared_ptr<Document>& document) {
+    if (!document) throw Error(Failure::Call, QStringLiteral("there is no document"));
+    return *document;
 }
 
 Document::~Document() {
@@ -133,24 +147,19 @@ void Document::FlushOnWorker() {
 }
 
 void Document::Store(const QString& file) {
-    const QString work = file + QStringLiteral(".part");
-    try {
-        Export(work, filter_);
-    } catch (...) {
-        QFile::remove(work);
-        throw;
-    }
-    const QByteArray from = QFile::encodeName(work);
-    const QByteArray to = QFile::encodeName(file);
-    if (std::rename(from.constData(), to.constData()) != 0) {
-        QFile::remove(work);
-        throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
-    }
+    Export(file, filter_);
     file_ = file;
     Run([](const Model& model) { Need<com::sun::star::util::XModifiable>(model)->setModified(false); });
 }
 
 void Document::Export(const QString& file, const char* exportFilter) {
+    WorkFile work(file);
+    if (!Written(work.Name(), exportFilter))
+        throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
+    work.Replace();
+}
+
+bool Document::Written(const QString& file, const char* exportFilter) {
     bool written = true;
     Run([&](const Model& model) {
         try {
@@ -161,10 +170,7 @@ void Document::Export(const QString& file, const char* exportFilter) {
             written = false;
         }
     });
-    if (!written || QFileInfo(file).size() == 0) {
-        QFile::remove(file);
-        throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
-    }
+    return written && QFileInfo(file).size() > 0;
 }
 
 void Document::Write(int sheet, int row, int column, const Block& values) {
@@ -174,20 +180,33 @@ void Document::Write(int sheet, int row, int column, const Block& values) {
         column + static_cast<int>(values.front().size()) - 1 > kMaxColumns)
         throw Error(Failure::Limit,
                     QStringLiteral("a sheet has at most %1 rows and %2 columns").arg(kMaxRows).arg(kMaxColumns));
-    for (const auto& cells : values)
+    for (const auto& cells : values) {
+        if (cells.size() != values.front().size())
+            throw Error(Failure::Call, QStringLiteral("the rows of a block have different lengths"));
         for (const Cell& cell : cells)
-            if (const auto* text = std::get_if<QString>(&cell); text && text->size() > kMaxCellText)
-                throw Error(Failure::Limit, QStringLiteral("a cell holds at most %1 characters").arg(kMaxCellText));
+            if (const auto* text = std::get_if<QString>(&cell)) CheckText(*text);
+    }
     pending_->Write(sheet, row, column, values);
+    FlushWhenMany();
+}
+
+void Document::CheckText(const QString& text) {
+    if (text.size() > kMaxCellText)
+        throw Error(Failure::Limit, QStringLiteral("a cell holds at most %1 characters").arg(kMaxCellText));
 }
 
 void Document::Style(int sheet, int row, int column, int lastRow, int lastColumn, const CellStyle& style) {
     CheckAlive();
     pending_->Style({sheet, row, column, lastRow, lastColumn}, style);
+    FlushWhenMany();
+}
+
+void Document::FlushWhenMany() {
+    if (pending_->IsLarge()) Run([](const Model&) {});
 }
 
 QColor Document::ColorAt(int slot) const {
-    return palette_.at(static_cast<std::size_t>(slot));
+    return slot >= 1 && slot <= 56 ? palette_.at(static_cast<std::size_t>(slot)) : QColor();
 }
 
 void Document::SetColor(int slot, const QColor& colour) {

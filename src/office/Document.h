@@ -45,7 +45,7 @@ class Document final {
     void Run(const std::function<void(const Model&)>& work);
     /// Writes the file: into a work file beside it, which then takes its place.
     void Store(const QString& file);
-    /// Stores a copy in another format ("calc_pdf_Export").
+    /// Stores a copy in another format ("calc_pdf_Export"), in the same way.
     void Export(const QString& file, const char* exportFilter);
     /// Closes without saving; never throws.
     void Close() noexcept;
@@ -53,11 +53,15 @@ class Document final {
     [[nodiscard]] const QString& FileName() const { return file_; }
     [[nodiscard]] Connection& connection() const { return *connection_; }
 
-    // The writes that wait; sheets, rows and columns are counted from 1. Failure::Limit outside the format.
+    // The writes that wait, at most so many that neither memory nor the next call suffers; sheets, rows and columns
+    // are counted from 1. Failure::Limit outside the format.
     void Write(int sheet, int row, int column, const Block& values);
     void Style(int sheet, int row, int column, int lastRow, int lastColumn, const CellStyle& style);
 
-    /// Palette slots 1 to 56.
+    /// Failure::Limit for a text that is longer than a cell's.
+    static void CheckText(const QString& text);
+
+    /// Palette slots 1 to 56; no colour for others.
     [[nodiscard]] QColor ColorAt(int slot) const;
     void SetColor(int slot, const QColor& colour);
     /// Colour of a slot as the process takes it.
@@ -70,8 +74,12 @@ class Document final {
     RangeOf(const Model& model, int sheet, int row, int column, int lastRow, int lastColumn);
 
   private:
+    static std::shared_ptr<Document> Make(std::shared_ptr<Connection> connection, const QString& file,
+                                          const rtl::OUString& url, const char* filter, const Frame& frame);
     void OpenModel(const rtl::OUString& url, const Frame& frame);
+    [[nodiscard]] bool Written(const QString& file, const char* exportFilter);
     void FlushOnWorker();
+    void FlushWhenMany();
     void CheckAlive() const;
 
     std::shared_ptr<Connection> connection_;
@@ -82,6 +90,9 @@ class Document final {
     std::unique_ptr<PendingWrites> pending_;
     std::array<QColor, 57> palette_;
 };
+
+/// The document of a handle; Failure::Call for a handle of nothing.
+[[nodiscard]] Document& Known(const std::shared_ptr<Document>& document);
 
 /// The most that the file format holds.
 constexpr int kMaxRows = 65536;

@@ -4,11 +4,14 @@
 #include "office/Document.h"
 #include "office/Looks.h"
 
+#include <cmath>
 #include <com/sun/star/beans/XMultiPropertySet.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
 #include <com/sun/star/table/CellRangeAddress.hpp>
+#include <exception>
 
 namespace tessaro::office {
 
@@ -21,9 +24,10 @@ using com::sun::star::uno::Sequence;
 /// Rows that go over in one call.
 constexpr std::size_t kRowsAtOnce = 8192;
 
-/// A number or a text, never nothing: an empty text empties the cell, a void would end the process.
+/// A number or a text, never nothing: an empty text empties the cell, a void would end the process. What is no number
+/// is nothing: within the process such bits mean errors.
 Any AnyOf(const Cell& cell) {
-    if (const auto* number = std::get_if<double>(&cell)) return Any(*number);
+    if (const auto* number = std::get_if<double>(&cell); number && std::isfinite(*number)) return Any(*number);
     if (const auto* text = std::get_if<QString>(&cell)) return Any(ToUno(*text));
     return Any(rtl::OUString());
 }
@@ -73,6 +77,7 @@ void PendingWrites::Write(int sheet, int row, int column, const Block& block) {
     if (block.empty() || block.front().empty()) return;
     const int width = static_cast<int>(block.front().size());
     const int height = static_cast<int>(block.size());
+    cells_ += block.size() * block.front().size();
     if (!values.empty() && values.back().place.sheet == sheet) {
         Values& last = values.back();
         if (height == 1 && last.cells.size() == 1 && last.place.row == row && last.place.lastColumn + 1 == column) {
@@ -102,6 +107,7 @@ void PendingWrites::Write(int sheet, int row, int column, const Block& block) {
 
 // A look joins an earlier one of the same kind unless a look between them touches the same cells: the later one wins.
 void PendingWrites::Style(const Place& place, const CellStyle& style) {
+    ++places_;
     for (auto look = looks.rbegin(); look != looks.rend(); ++look) {
         if (look->style == style) {
             look->places.push_back(place);
@@ -119,10 +125,22 @@ void PendingWrites::Flush(const Document::Model& model, const std::function<int(
     const auto writtenLooks = std::move(looks);
     values.clear();
     looks.clear();
+    cells_ = places_ = 0;
+    std::exception_ptr failure;
+    const auto attempt = [&failure](const auto& flush) {
+        try {
+            flush();
+        } catch (const com::sun::star::lang::DisposedException&) {
+            throw;
+        } catch (...) {
+            if (!failure) failure = std::current_exception();
+        }
+    };
     for (const Values& block : writtenValues)
-        FlushValues(model, block);
+        attempt([&] { FlushValues(model, block); });
     for (const Look& look : writtenLooks)
-        FlushLook(model, look, colour);
+        attempt([&] { FlushLook(model, look, colour); });
+    if (failure) std::rethrow_exception(failure);
 }
 
 } // namespace tessaro::office

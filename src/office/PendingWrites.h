@@ -34,12 +34,21 @@ struct PendingWrites {
     void Write(int sheet, int row, int column, const Block& block);
     void Style(const Place& place, const CellStyle& style);
     [[nodiscard]] bool IsEmpty() const { return values.empty() && looks.empty(); }
-    /// Takes all over into the model; on the worker thread. `colour` gives the number of a palette slot.
+    /// So many that they should go over now.
+    [[nodiscard]] bool IsLarge() const { return cells_ > kManyCells || values.size() + places_ > kManyPlaces; }
+    /// Takes all over into the model; on the worker thread. `colour` gives the number of a palette slot. What can't be
+    /// taken over is left out, and the first reason thrown at the end.
     void Flush(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
                const std::function<int(int)>& colour);
 
     std::vector<Values> values;
     std::vector<Look> looks;
+
+  private:
+    static constexpr std::size_t kManyCells = 500'000;
+    static constexpr std::size_t kManyPlaces = 4'000;
+    std::size_t cells_ = 0;
+    std::size_t places_ = 0;
 };
 
 } // namespace tessaro::office

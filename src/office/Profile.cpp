@@ -91,10 +91,11 @@ QString ProgramFolder() {
     return {};
 }
 
+// At each start: what the process has noted there meanwhile isn't wanted, and a damaged file would keep it from
+// starting.
 bool SeedProfile(const QString& folder) {
     const QString user = folder + QStringLiteral("/user");
     const QString registry = user + QStringLiteral("/registrymodifications.xcu");
-    if (QFileInfo::exists(registry)) return true;
     if (!QDir().mkpath(user)) return false;
     QSaveFile file(registry);
     return file.open(QIODevice::WriteOnly) && file.write(Registry().toUtf8()) > 0 && file.commit();

@@ -116,6 +116,7 @@ Cell Range::Value() const {
 }
 
 void Range::SetFormula(const QString& formula) {
+    Document::CheckText(formula);
     document_->Run([&](const Model& model) {
         const auto cell = Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0);
         cell->setFormula(formula.startsWith(QLatin1Char('=')) ? OwnFormula(model, formula, cell) : ToUno(formula));
@@ -187,6 +188,10 @@ void Range::AutoFitRows() {
 }
 
 void Range::SetRichText(const std::vector<TextRun>& runs) {
+    QString whole;
+    for (const TextRun& run : runs)
+        whole += run.text;
+    Document::CheckText(whole);
     document_->Run([&](const Model& model) {
         const auto text = Need<com::sun::star::text::XText>(
             Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0));

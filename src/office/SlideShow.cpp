@@ -70,12 +70,12 @@ QString SlideShow::FileName() const {
 
 int SlideShow::SlideCount() const {
     int count = 0;
-    document_->Run([&](const Model& model) { count = PagesOf(model)->getCount(); });
+    Known(document_).Run([&](const Model& model) { count = PagesOf(model)->getCount(); });
     return count;
 }
 
 void SlideShow::SetFourToThree() {
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         const auto page = Need<XPropertySet>(PageOf(model, 1));
         page->setPropertyValue("Width", Any(kSlideWidth));
         page->setPropertyValue("Height", Any(kSlideHeight));
@@ -86,7 +86,7 @@ void SlideShow::SetFourToThree() {
 int SlideShow::AppendPicture(const QByteArray& picture, const QString& mimeType) {
     Q_UNUSED(mimeType) // told by the picture's first bytes
     int number = 0;
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         const auto graphic = GraphicOf(document_->connection(), picture);
         const auto pages = PagesOf(model);
         number = pages->getCount() + 1;
@@ -117,11 +117,11 @@ int SlideShow::AppendPicture(const QByteArray& picture, const QString& mimeType)
 }
 
 void SlideShow::RemoveSlide(int number) {
-    document_->Run([&](const Model& model) { PagesOf(model)->remove(PageOf(model, number)); });
+    Known(document_).Run([&](const Model& model) { PagesOf(model)->remove(PageOf(model, number)); });
 }
 
 void SlideShow::GoToSlide(int number) {
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         const Reference<com::sun::star::drawing::XDrawView> view(model->getCurrentController(),
                                                                  com::sun::star::uno::UNO_QUERY);
         if (view.is()) view->setCurrentPage(PageOf(model, number));
@@ -130,17 +130,17 @@ void SlideShow::GoToSlide(int number) {
 
 bool SlideShow::IsModified() const {
     bool modified = false;
-    document_->Run(
+    Known(document_).Run(
         [&](const Model& model) { modified = Need<com::sun::star::util::XModifiable>(model)->isModified(); });
     return modified;
 }
 
 void SlideShow::Save() {
-    document_->Store(document_->FileName());
+    Known(document_).Store(Known(document_).FileName());
 }
 
 void SlideShow::SaveAs(const QString& file) {
-    document_->Store(file);
+    Known(document_).Store(file);
 }
 
 void SlideShow::Close() {

@@ -4,6 +4,7 @@
 #include "office/Convert.h"
 #include "office/Document.h"
 #include "office/Profile.h"
+#include "office/WorkFile.h"
 
 #include <QFile>
 
@@ -98,13 +99,17 @@ Workbook SpreadsheetApplication::OpenWorkbook(const QString& file) {
 }
 
 Workbook SpreadsheetApplication::OpenCopy(const QString& templateFile, const QString& file) {
-    if (!QFile::exists(templateFile))
+    QFile source(templateFile);
+    if (!source.open(QIODevice::ReadOnly))
         throw Error(Failure::File, QStringLiteral("there is no template \"%1\"").arg(templateFile));
-    QFile::remove(file);
-    if (!QFile::copy(templateFile, file))
-        throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
+    const QByteArray contents = source.readAll();
     // The template may be read-only where the program is installed; the copy isn't.
-    QFile::setPermissions(file, QFile::permissions(file) | QFileDevice::WriteOwner | QFileDevice::WriteUser);
+    WorkFile copy(file);
+    QFile target(copy.Name());
+    if (!target.open(QIODevice::WriteOnly) || target.write(contents) != contents.size() || !target.flush())
+        throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
+    target.close();
+    copy.Replace();
     return OpenWorkbook(file);
 }
 

@@ -59,18 +59,18 @@ QString Workbook::FileName() const {
 
 int Workbook::SheetCount() const {
     int count = 0;
-    document_->Run([&](const Model& model) { count = CountOf(model); });
+    Known(document_).Run([&](const Model& model) { count = CountOf(model); });
     return count;
 }
 
 Worksheet Workbook::Sheet(int number) const {
-    document_->Run([&](const Model& model) { static_cast<void>(Document::SheetOf(model, number)); });
+    Known(document_).Run([&](const Model& model) { static_cast<void>(Document::SheetOf(model, number)); });
     return {document_, number};
 }
 
 Worksheet Workbook::Sheet(const QString& name) const {
     int found = 0;
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         for (int number = 1; number <= CountOf(model) && !found; ++number)
             if (FromUno(Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number))->getName())
                     .compare(name, Qt::CaseInsensitive) == 0)
@@ -82,25 +82,26 @@ Worksheet Workbook::Sheet(const QString& name) const {
 
 Worksheet Workbook::AddSheet(const QString& name) {
     int number = 0;
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         number = CountOf(model) + 1;
-        SheetsOf(model)->insertNewByName(ToUno(QStringLiteral("new sheet %1").arg(number)),
-                                         static_cast<sal_Int16>(number - 1));
+        const rtl::OUString own = ToUno(CleanSheetName(name));
+        const auto sheets = SheetsOf(model);
+        if (sheets->hasByName(own)) throw Error(Failure::Call, QStringLiteral("there is a sheet \"%1\"").arg(name));
+        sheets->insertNewByName(own, static_cast<sal_Int16>(number - 1));
     });
-    Worksheet sheet(document_, number);
-    sheet.SetName(name);
-    return sheet;
+    return {document_, number};
 }
 
 void Workbook::RemoveSheet(int number) {
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
+        if (CountOf(model) == 1) throw Error(Failure::Call, QStringLiteral("a workbook has at least one sheet"));
         SheetsOf(model)->removeByName(
             Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number))->getName());
     });
 }
 
 void Workbook::ActivateSheet(int number) {
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         KeepView(model);
         Need<com::sun::star::sheet::XSpreadsheetView>(model->getCurrentController())
             ->setActiveSheet(Document::SheetOf(model, number));
@@ -109,7 +110,7 @@ void Workbook::ActivateSheet(int number) {
 
 Worksheet Workbook::ActiveSheet() const {
     int number = 1;
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         const auto sheet =
             Need<com::sun::star::sheet::XSpreadsheetView>(model->getCurrentController())->getActiveSheet();
         number = Need<com::sun::star::sheet::XCellRangeAddressable>(sheet)->getRangeAddress().Sheet + 1;
@@ -118,15 +119,15 @@ Worksheet Workbook::ActiveSheet() const {
 }
 
 QColor Workbook::Colors(int slot) const {
-    return document_->ColorAt(slot);
+    return Known(document_).ColorAt(slot);
 }
 
 void Workbook::SetColors(int slot, const QColor& colour) {
-    document_->SetColor(slot, colour);
+    Known(document_).SetColor(slot, colour);
 }
 
 void Workbook::SetDefaultFont(const QString& name, double points) {
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         const auto families = Need<com::sun::star::style::XStyleFamiliesSupplier>(model)->getStyleFamilies();
         Reference<com::sun::star::container::XNameAccess> styles;
         families->getByName("CellStyles") >>= styles;
@@ -140,20 +141,20 @@ void Workbook::SetDefaultFont(const QString& name, double points) {
 }
 
 void Workbook::Save() {
-    SaveAs(document_->FileName());
+    SaveAs(Known(document_).FileName());
 }
 
 void Workbook::SaveAs(const QString& file) {
-    document_->Run([](const Model& model) { CheckLimits(model); });
-    document_->Store(file);
+    Known(document_).Run([](const Model& model) { CheckLimits(model); });
+    Known(document_).Store(file);
 }
 
 void Workbook::ExportPdf(const QString& file) {
-    document_->Export(file, "calc_pdf_Export");
+    Known(document_).Export(file, "calc_pdf_Export");
 }
 
 void Workbook::Print(const QString& printer) {
-    document_->Run([&](const Model& model) {
+    Known(document_).Run([&](const Model& model) {
         const auto printable = Need<com::sun::star::view::XPrintable>(model);
         if (!printer.isEmpty()) printable->setPrinter(Properties({Property("Name", Any(ToUno(printer)))}));
         printable->print(Properties({Property("Wait", Any(true))}));
@@ -162,7 +163,7 @@ void Workbook::Print(const QString& printer) {
 
 bool Workbook::IsModified() const {
     bool modified = false;
-    document_->Run(
+    Known(document_).Run(
         [&](const Model& model) { modified = Need<com::sun::star::util::XModifiable>(model)->isModified(); });
     return modified;
 }

@@ -76,6 +76,7 @@ bool Worker::Wait(const std::shared_ptr<Task>& task, std::chrono::milliseconds l
 }
 
 bool Worker::WaitWithEvents(const std::shared_ptr<Task>& task, std::chrono::milliseconds limit) {
+    const auto end = std::chrono::steady_clock::now() + limit;
     QEventLoop loop;
     {
         const std::lock_guard lock(mutex_);
@@ -84,9 +85,10 @@ bool Worker::WaitWithEvents(const std::shared_ptr<Task>& task, std::chrono::mill
     }
     QTimer::singleShot(limit, &loop, &QEventLoop::quit);
     loop.exec(QEventLoop::ExcludeUserInputEvents);
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     task->wake = nullptr;
-    return task->done;
+    // The loop also ends early when the program is about to end; the work still has its time.
+    return changed_.wait_until(lock, end, [&task] { return task->done; });
 }
 
 bool Worker::Run(const std::function<void()>& work, std::chrono::milliseconds limit,

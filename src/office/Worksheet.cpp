@@ -46,13 +46,22 @@ QString Worksheet::Name() const {
     return name;
 }
 
-void Worksheet::SetName(const QString& name) {
+QString CleanSheetName(const QString& name) {
     static const QRegularExpression forbidden(QStringLiteral("[\\[\\]*?:/\\\\\\x00-\\x1F]|^'|'$"));
     QString clean = name.left(kMaxSheetName);
+    if (!clean.isEmpty() && clean.back().isHighSurrogate()) clean.chop(1);
     clean.replace(forbidden, QStringLiteral("_"));
-    if (clean.isEmpty()) clean = QStringLiteral("_");
+    return clean.isEmpty() ? QStringLiteral("_") : clean;
+}
+
+void Worksheet::SetName(const QString& name) {
+    const rtl::OUString clean = ToUno(CleanSheetName(name));
     document_->Run([&](const Model& model) {
-        Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number_))->setName(ToUno(clean));
+        const auto sheet = Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number_));
+        sheet->setName(clean);
+        // A name that another sheet has is passed over without a word.
+        if (sheet->getName() != clean)
+            throw Error(Failure::Call, QStringLiteral("a sheet can't be named \"%1\"").arg(name));
     });
 }
 

@@ -89,4 +89,7 @@ class Worksheet final {
     int number_;
 };
 
+/// A name as sheets can have it: characters that names can't have become "_", and it is cut after 31.
+[[nodiscard]] QString CleanSheetName(const QString& name);
+
 } // namespace tessaro::office

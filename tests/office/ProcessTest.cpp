@@ -5,9 +5,11 @@
 #include <QFile>
 #include <QProcess>
 #include <QSignalSpy>
+#include <QTimer>
 
 #include <csignal>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace tessaro::office {
@@ -62,8 +64,107 @@ TEST_F(ProcessTest, EndsAProcessThatHangs) {
     EXPECT_LT(timer.elapsed(), 3000);
     Application().SetTimeLimit(30s);
     EXPECT_TRUE(IsGoneWithin(hung, 2000));
+    EXPECT_EQ(lost.count(), 0); // not in the midst of a call
+    QCoreApplication::processEvents();
     EXPECT_EQ(lost.count(), 1);
     EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
+}
+
+TEST_F(ProcessTest, ToldOfADeathInTheMidstOfACall) {
+    Workbook book = Application().NewWorkbook();
+    book.Sheet(1).Cells(1, 1).SetValues(Block(40000, std::vector<Cell>(8, QStringLiteral("a text"))));
+    static_cast<void>(book.SheetCount());
+    const qint64 process = Application().ProcessId();
+    QSignalSpy lost(&Application(), &SpreadsheetApplication::Lost);
+    std::jthread killer([process] {
+        std::this_thread::sleep_for(50ms);
+        ::kill(static_cast<pid_t>(process), SIGKILL);
+    });
+    EXPECT_EQ(FailureOf([&] {
+                  for (int times = 0; times < 1000; ++times)
+                      book.Sheet(1).Cells(1, 1, 40000, 8).AutoFitColumns();
+              }),
+              Failure::Lost);
+    ASSERT_TRUE(lost.count() > 0 || lost.wait(3000));
+    EXPECT_EQ(lost.count(), 1);
+    EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
+}
+
+TEST_F(ProcessTest, ToldOfADeathThatTheNextCallMeetsFirst) {
+    Application().Start();
+    const qint64 process = Application().ProcessId();
+    QSignalSpy lost(&Application(), &SpreadsheetApplication::Lost);
+    ::kill(static_cast<pid_t>(process), SIGKILL);
+    ASSERT_TRUE(IsGoneWithin(process, 2000));
+    EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(lost.count(), 1);
+}
+
+// While a call waits timers run and windows paint, and an end of the program that comes meanwhile doesn't cut it off.
+TEST_F(ProcessTest, WaitsWithTheWindowAlive) {
+    Workbook book = Application().NewWorkbook();
+    const qint64 process = Application().ProcessId();
+    int ticks = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&ticks] {
+        if (++ticks == 5) QCoreApplication::quit();
+    });
+    timer.start(20ms);
+    ::kill(static_cast<pid_t>(process), SIGSTOP);
+    std::jthread waker([process] {
+        std::this_thread::sleep_for(400ms);
+        ::kill(static_cast<pid_t>(process), SIGCONT);
+    });
+    EXPECT_EQ(book.SheetCount(), 1);
+    EXPECT_GE(ticks, 5);
+    EXPECT_EQ(Application().ProcessId(), process);
+}
+
+TEST_F(ProcessTest, StartsOnADamagedProfile) {
+    const QTemporaryDir profile;
+    Connection connection(false);
+    connection.SetProfileFolder(profile.path());
+    connection.Start();
+    connection.Quit();
+    const QString registry = profile.path() + QStringLiteral("/user/registrymodifications.xcu");
+    for (const QByteArray& content : {QByteArray(), QByteArray("<oor:items><item"), QByteArray(5000, '\x7f')}) {
+        QFile file(registry);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+        file.close();
+        EXPECT_FALSE(FailureOf([&] { connection.Start(); })) << content.constData();
+        connection.Quit();
+    }
+}
+
+TEST_F(ProcessTest, TellsThatItCanNotStart) {
+    const QTemporaryDir folder;
+    QFile inTheWay(folder.filePath(QStringLiteral("profile")));
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    inTheWay.close();
+    Connection connection(false);
+    EXPECT_EQ(FailureOf([&] { connection.Start(); }), Failure::Start); // it has been told no folder
+    connection.SetProfileFolder(inTheWay.fileName());
+    EXPECT_EQ(FailureOf([&] { connection.Start(); }), Failure::Start);
+    EXPECT_EQ(FailureOf([&] { connection.Run([&] { static_cast<void>(connection.Context()); }); }), Failure::Lost);
+}
+
+// The user has one open too: another process with a profile of its own.
+TEST_F(ProcessTest, LeavesOthersAlone) {
+    const QTemporaryDir profile;
+    Connection other(false);
+    other.SetProfileFolder(profile.path());
+    other.Start();
+    const qint64 process = other.ProcessId();
+    Application().Start();
+    EXPECT_NE(Application().ProcessId(), process);
+    ::kill(static_cast<pid_t>(Application().ProcessId()), SIGKILL);
+    EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
+    Application().Quit();
+    EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
+    EXPECT_TRUE(Lives(process));
+    EXPECT_FALSE(FailureOf([&] { other.Run([&] { static_cast<void>(other.Context()); }); }));
 }
 
 TEST_F(ProcessTest, IsGoneAfterQuit) {
@@ -103,12 +204,10 @@ TEST_F(ProcessTest, EndsWhatACrashedRunHasLeft) {
     EXPECT_TRUE(IsGoneWithin(orphan.processId(), 2000));
     stranger.kill();
     stranger.waitForFinished();
+    orphan.waitForFinished();
 }
 
 TEST_F(ProcessTest, DiesWithUs) {
-    int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    const QTemporaryDir profile;
     // The child is this program again, which starts the process, tells its number and waits to be killed.
     QProcess child;
     child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--gtest_also_run_disabled_tests"),

@@ -1,0 +1,271 @@
+#include "OfficeTest.h"
+#include "support/ReadXls.h"
+#include "support/TimeBound.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <cmath>
+#include <limits>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace tessaro::office {
+
+namespace {
+
+using test::ReadXls;
+
+/// Forbids the process to write files larger than this, as a full disk would.
+class WriteLimit {
+  public:
+    WriteLimit(qint64 processId, rlim_t bytes) : processId_(static_cast<pid_t>(processId)) { Set(bytes); }
+    ~WriteLimit() { Set(RLIM_INFINITY); }
+    WriteLimit(const WriteLimit&) = delete;
+    WriteLimit& operator=(const WriteLimit&) = delete;
+
+  private:
+    void Set(rlim_t bytes) const {
+        rlimit limit{};
+        ::prlimit(processId_, RLIMIT_FSIZE, nullptr, &limit);
+        limit.rlim_cur = std::min(bytes, limit.rlim_max);
+        ::prlimit(processId_, RLIMIT_FSIZE, &limit, nullptr);
+    }
+    pid_t processId_;
+};
+
+class DocumentTest : public OfficeTest {
+  protected:
+    /// A workbook file with this number in its first cell.
+    Workbook Saved(const char* name, double value) {
+        Workbook book = Application().NewWorkbook();
+        book.Sheet(1).Cells(1, 1).SetValue(value);
+        book.SaveAs(File(name));
+        return book;
+    }
+    [[nodiscard]] QStringList AllFiles() const {
+        return QDir(folder_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+};
+
+} // namespace
+
+TEST_F(DocumentTest, KeepsTheOldFileOnAFullDisk) {
+    Workbook book = Saved("kept.xls", 1);
+    {
+        const WriteLimit full(Application().ProcessId(), 1024);
+        book.Sheet(1).Cells(1, 1).SetValue(2.0);
+        EXPECT_EQ(FailureOf([&] { book.Save(); }), Failure::File);
+    }
+    EXPECT_EQ(ReadXls(File("kept.xls")).front().At(1, 1).toDouble(), 1.0);
+    EXPECT_EQ(AllFiles(), QStringList{QStringLiteral("kept.xls")});
+    EXPECT_TRUE(book.IsModified());
+    book.Save();
+    EXPECT_FALSE(book.IsModified());
+    EXPECT_EQ(ReadXls(File("kept.xls")).front().At(1, 1).toDouble(), 2.0);
+}
+
+// Here the process itself may give up; what stood before stays all the same.
+TEST_F(DocumentTest, KeepsTheOldPdfOnAFullDisk) {
+    Workbook book = Saved("kept.xls", 1);
+    book.ExportPdf(File("kept.pdf"));
+    const qint64 size = QFileInfo(File("kept.pdf")).size();
+    ASSERT_GT(size, 2000);
+    {
+        const WriteLimit full(Application().ProcessId(), 1024);
+        EXPECT_TRUE(FailureOf([&] { book.ExportPdf(File("kept.pdf")); }));
+    }
+    EXPECT_EQ(QFileInfo(File("kept.pdf")).size(), size);
+    EXPECT_EQ(AllFiles(), (QStringList{QStringLiteral("kept.pdf"), QStringLiteral("kept.xls")}));
+}
+
+TEST_F(DocumentTest, TakesThePlaceOfAFileWithoutChangingWhatItIs) {
+    Workbook book = Saved("real.xls", 1);
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    struct stat now {};
+    ASSERT_EQ(::stat(QFile::encodeName(File("real.xls")).constData(), &now), 0);
+    EXPECT_EQ(now.st_mode & 0777U, 0666U & ~mask); // a new one is like any other
+    ASSERT_EQ(::chmod(QFile::encodeName(File("real.xls")).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(File("real.xls"), File("link.xls")));
+    Workbook linked = Application().OpenWorkbook(File("link.xls"));
+    linked.Sheet(1).Cells(1, 1).SetValue(5.0);
+    linked.Save();
+    EXPECT_TRUE(QFileInfo(File("link.xls")).isSymLink());
+    EXPECT_EQ(ReadXls(File("real.xls")).front().At(1, 1).toDouble(), 5.0);
+    ASSERT_EQ(::stat(QFile::encodeName(File("real.xls")).constData(), &now), 0);
+    EXPECT_EQ(now.st_mode & 0777U, 0600U);
+}
+
+TEST_F(DocumentTest, RefusesToSaveWhereItCanNot) {
+    Workbook book = Application().NewWorkbook();
+    EXPECT_EQ(FailureOf([&] { book.Save(); }), Failure::File); // it has no name yet
+    EXPECT_EQ(FailureOf([&] { book.SaveAs(File("no/such/folder.xls")); }), Failure::File);
+    ASSERT_TRUE(QDir().mkpath(File("folder.xls")));
+    EXPECT_EQ(FailureOf([&] { book.SaveAs(File("folder.xls")); }), Failure::File);
+    EXPECT_TRUE(book.FileName().isEmpty());
+    EXPECT_EQ(AllFiles(), QStringList{QStringLiteral("folder.xls")});
+}
+
+TEST_F(DocumentTest, SavesUnderTheLongestName) {
+    const QByteArray name = QByteArray(251, 'n') + ".xls";
+    Saved(name.constData(), 3).Close(false);
+    EXPECT_EQ(Application().OpenWorkbook(File(name.constData())).Sheet(1).Cells(1, 1).Value(), Cell(3.0));
+}
+
+TEST_F(DocumentTest, KeepsTheOldFileWhenACopyFails) {
+    Saved("old.xls", 1).Close(false);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenCopy(File("none.xls"), File("old.xls"))); }),
+              Failure::File);
+    EXPECT_EQ(ReadXls(File("old.xls")).front().At(1, 1).toDouble(), 1.0);
+    // A copy onto itself is the file.
+    EXPECT_EQ(Application().OpenCopy(File("old.xls"), File("old.xls")).Sheet(1).Cells(1, 1).Value(), Cell(1.0));
+}
+
+TEST_F(DocumentTest, AnswersForHandlesOfNothing) {
+    const Workbook none;
+    EXPECT_FALSE(none.IsOpen());
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(none.SheetCount()); }), Failure::Call);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(none.Sheet(1)); }), Failure::Call);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(none.Colors(1)); }), Failure::Call);
+    const SlideShow noShow;
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(noShow.SlideCount()); }), Failure::Call);
+    Workbook closed = Application().NewWorkbook();
+    const Range cell = closed.Sheet(1).Cells(1, 1);
+    closed.Close(false);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(cell.Value()); }), Failure::Call);
+    EXPECT_EQ(FailureOf([&] { Range(cell).SetValue(1.0); }), Failure::Call);
+    closed.Close(true);
+}
+
+TEST_F(DocumentTest, SurvivesOddValues) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetValues({{std::nan(""), kInfinity, -kInfinity, 5e-324}});
+    sheet.Cells(2, 1).SetValues(
+        {{QString(QChar(u'\0')), QStringLiteral("a\x01z"), QString(QChar(0xD800)), QStringLiteral("\U0001F600")}});
+    sheet.Cells(3, 1).SetValues(
+        {{QString(32767, u'x'), QStringLiteral("+1"), QStringLiteral("TRUE"), QStringLiteral("1/2/2003")}});
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(4, 1).SetValues({{1.0, 2.0}, {3.0}}); }), Failure::Call); // ragged
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(4, 1).SetRichText({{QString(32768, u'x'), false, {}}}); }), Failure::Limit);
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(4, 1).SetFormula(QString(32768, u'x')); }), Failure::Limit);
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(0, 1).SetValue(1.0); }), Failure::Limit);
+    book.SaveAs(File("odd.xls"));
+    const auto read = ReadXls(File("odd.xls")).front();
+    for (int column = 1; column <= 3; ++column)
+        EXPECT_TRUE(read.At(1, column).isNull()) << column; // no number: an empty cell
+    EXPECT_EQ(read.Text(2, 4), QStringLiteral("\U0001F600"));
+    EXPECT_EQ(read.Text(3, 1).size(), 32767);
+    EXPECT_EQ(read.Text(3, 2), QStringLiteral("+1"));
+    EXPECT_EQ(read.Text(3, 3), QStringLiteral("TRUE"));
+    EXPECT_EQ(read.Text(3, 4), QStringLiteral("1/2/2003"));
+    EXPECT_FALSE(book.Colors(1).name().isEmpty());
+    EXPECT_FALSE(book.Colors(57).isValid());
+    EXPECT_FALSE(book.Colors(-1).isValid());
+}
+
+TEST_F(DocumentTest, OneBadWriteDoesNotTakeTheOthersAway) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    const Worksheet gone = book.AddSheet(QStringLiteral("gone"));
+    book.RemoveSheet(2);
+    gone.Cells(1, 1).SetValue(1.0);
+    gone.Cells(1, 1).SetStyle({.italic = true});
+    sheet.Cells(2, 1).SetValue(QStringLiteral("x"));
+    sheet.Cells(2, 1).SetStyle({.bold = true});
+    EXPECT_EQ(FailureOf([&] { book.SaveAs(File("looks.xls")); }), Failure::Call);
+    book.SaveAs(File("looks.xls"));
+    EXPECT_TRUE(ReadXls(File("looks.xls")).front().Look(2, 1).value(QLatin1String("bold")).toBool());
+}
+
+TEST_F(DocumentTest, NamesSheetsAsTheFormatAllows) {
+    Workbook book = Application().NewWorkbook();
+    Worksheet sheet = book.Sheet(1);
+    const std::pair<QString, QString> cases[] = {
+        {QString(40, u'n'), QString(31, u'n')},
+        {QString(30, u'n') + QStringLiteral("\U0001F600"), QString(30, u'n')}, // no half of a pair
+        {QString(), QStringLiteral("_")},
+        {QStringLiteral("'a'"), QStringLiteral("_a_")},
+        {QStringLiteral("a/b\\c?"), QStringLiteral("a_b_c_")},
+        {QStringLiteral("новый лист"), QStringLiteral("новый лист")}};
+    for (const auto& [name, expected] : cases) {
+        sheet.SetName(name);
+        EXPECT_EQ(sheet.Name(), expected);
+    }
+    static_cast<void>(book.AddSheet(QStringLiteral("Second")));
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(book.AddSheet(QStringLiteral("second"))); }), Failure::Call);
+    EXPECT_EQ(book.SheetCount(), 2);
+    EXPECT_EQ(FailureOf([&] { sheet.SetName(QStringLiteral("SECOND")); }), Failure::Call);
+    book.RemoveSheet(2);
+    EXPECT_EQ(FailureOf([&] { book.RemoveSheet(1); }), Failure::Call); // the last one
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(book.Sheet(9)); }), Failure::Call);
+    EXPECT_EQ(book.SheetCount(), 1);
+}
+
+TEST_F(DocumentTest, TakesManyScatteredLooks) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    QElapsedTimer timer;
+    timer.start();
+    for (int row = 1; row <= 30000; ++row) {
+        sheet.Cells(row, 1).SetValue(1.0);
+        sheet.Cells(row, 1).SetStyle({.bold = row % 2 == 0});
+    }
+    book.SaveAs(File("striped.xls"));
+    EXPECT_LT(timer.elapsed(), test::TimeBound(10000));
+    const auto read = ReadXls(File("striped.xls")).front();
+    EXPECT_EQ(read.rows.size(), 30000);
+    EXPECT_TRUE(read.Look(50, 1).value(QLatin1String("bold")).toBool());
+    EXPECT_FALSE(read.Look(51, 1).value(QLatin1String("bold")).toBool());
+}
+
+TEST_F(DocumentTest, WritesFormulasAsTheyAreUsuallyWritten) {
+    Workbook book = Application().NewWorkbook(2);
+    book.Sheet(2).SetName(QStringLiteral("My Data"));
+    const Worksheet sheet = book.Sheet(1);
+    book.Sheet(2).Cells(1, 1).SetValue(40.0);
+    sheet.Cells(1, 1).SetValues({{1.0, 2.0, 3.0}});
+    const std::pair<const char*, Cell> cases[] = {{"=SUM(A1,C1)", 4.0},
+                                                  {"=SUM(A1:C1)+'My Data'!A1", 46.0},
+                                                  {"=IF($A$1>2,\"big\",\"small\")", QStringLiteral("small")},
+                                                  {"=SUMPRODUCT({1,2,3},A1:C1)", 14.0},
+                                                  {"=1/0", QStringLiteral("#DIV/0!")},
+                                                  {"12.5", 12.5}};
+    int row = 2;
+    for (const auto& [formula, expected] : cases) {
+        sheet.Cells(row, 1).SetFormula(QString::fromLatin1(formula));
+        EXPECT_EQ(sheet.Cells(row, 1).Value(), expected) << formula;
+        ++row;
+    }
+    sheet.Cells(row, 1).SetFormula(QStringLiteral("=SUM(((")); // no formula at all
+    EXPECT_TRUE(std::holds_alternative<QString>(sheet.Cells(row, 1).Value()));
+    sheet.Cells(row, 1).SetFormula(QString());
+    EXPECT_EQ(sheet.Cells(row, 1).Value(), Cell());
+}
+
+TEST_F(DocumentTest, KeepsRichTextOfAnyKind) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    const std::vector<TextRun> runs{{QStringLiteral("a\U0001F600\nb"), false, {.bold = true}},
+                                    {QStringLiteral("x"), true, {.fontColorIndex = 3}},
+                                    {QString(), false, {}},
+                                    {QStringLiteral(" tail"), false, {}}};
+    sheet.Cells(1, 1).SetRichText(runs);
+    sheet.Cells(2, 1).SetRichText({});
+    book.SaveAs(File("rich.xls"));
+    const auto read = ReadXls(File("rich.xls")).front();
+    EXPECT_EQ(read.Text(1, 1), QStringLiteral("a\U0001F600\nbx tail"));
+    EXPECT_GE(read.runs.value(QLatin1String("1,1")).toInt(), 2);
+}
+
+TEST_F(DocumentTest, PrintingWithoutAPrinterIsAnAnswer) {
+    Workbook book = Saved("printed.xls", 1);
+    QElapsedTimer timer;
+    timer.start();
+    FailureOf([&] { book.Print(QStringLiteral("no such printer")); });
+    EXPECT_LT(timer.elapsed(), test::TimeBound(10000));
+    EXPECT_EQ(book.SheetCount(), 1); // and the workbook is still there
+}
+
+} // namespace tessaro::office
