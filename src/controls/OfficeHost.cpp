@@ -141,7 +141,7 @@ bool OfficeHost::Save() {
 }
 
 void OfficeHost::OfficeLost() {
-    if (!frame_) return;
+    if (!frame_ || IsOpen()) return; // what is shown now may already be in the next process
     CloseHostedExcel(false);
     errorText_ = GetText(QStringLiteral("TS_OfficeLost"));
     LogNote(QStringLiteral("the process of the shown document has ended"));

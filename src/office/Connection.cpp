@@ -290,6 +290,8 @@ void Connection::Run(const std::function<void()>& work, std::chrono::millisecond
     } catch (const Error&) {
         throw;
     } catch (const DisposedException&) {
+        if (Answers()) throw Error(Failure::Call, QStringLiteral("the document has been closed"));
+        EndProcess(); // the system may take its time over a process that has ended
         throw Error(Failure::Lost, QStringLiteral("the spreadsheet program has ended"));
     } catch (const com::sun::star::uno::Exception& exception) {
         if (!IsRunning()) throw Error(Failure::Lost, QStringLiteral("the spreadsheet program has ended"));
@@ -297,6 +299,17 @@ void Connection::Run(const std::function<void()>& work, std::chrono::millisecond
     }
     EndProcess();
     throw Error(Failure::TimedOut, QStringLiteral("the spreadsheet program did not answer in time and was ended"));
+}
+
+bool Connection::Answers() {
+    try {
+        bool answers = false;
+        const bool late = state_->worker->Run([&] { answers = Context()->getServiceManager().is(); }, state_->limit,
+                                              [this] { KillProcess(); });
+        return answers && !late;
+    } catch (const com::sun::star::uno::Exception&) {
+        return false;
+    }
 }
 
 void Connection::Post(std::function<void()> work) {

@@ -59,6 +59,7 @@ class Connection final : public QObject {
     bool TryConnect();
     void EndProcess();
     void KillProcess() const;
+    [[nodiscard]] bool Answers();
     void TellLost();
     void PassLostOn();
 
