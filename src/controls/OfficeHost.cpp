@@ -1,5 +1,6 @@
 #include "controls/OfficeHost.h"
 
+#include "controls/HostKeyboard.h"
 #include "controls/OfficeErrors.h"
 #include "controls/Theme.h"
 #include "office/HostedFrame.h"
@@ -8,10 +9,10 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QPainter>
 #include <QPointer>
-
-#include <xcb/xcb.h>
+#include <QScopedValueRollback>
 
 namespace tessaro {
 
@@ -20,6 +21,12 @@ namespace {
 /// The one place that shows a workbook, and the one that shows slides.
 QPointer<OfficeHost> workbookHost;
 QPointer<OfficeHost> slidesHost;
+
+/// Makes `host` the one of its kind.
+void TakeOver(QPointer<OfficeHost>& current, OfficeHost* host) {
+    if (current && current != host) current->CloseHostedExcel();
+    current = host;
+}
 
 } // namespace
 
@@ -42,61 +49,88 @@ QSize OfficeHost::PlaceSize() const {
     return (QSizeF(size()) * devicePixelRatioF()).toSize();
 }
 
-bool OfficeHost::Fail(const QString& text, const QString& logged) {
-    LogNote(QStringLiteral("OpenHostedExcel: ") + logged);
+bool OfficeHost::Fail(const office::Error& error) {
+    ReportError(error, QStringLiteral("OpenHostedExcel"));
     CloseHostedExcel(false);
-    errorText_ = text;
-    SetHint(text);
+    errorText_ = OfficeText(error);
+    SetHint(errorText_);
     return false;
 }
 
-template <class Opening> bool OfficeHost::Show(Opening&& opening) {
-    CloseHostedExcel();
-    errorText_.clear();
-    SetHint(GetText(QStringLiteral("TS_OfficeOpening")));
-    repaint();
+bool OfficeHost::FailWithoutDisplay(const QString& file) {
+    Fail(office::Error(office::Failure::Start, QStringLiteral("no X11 display")));
+    errorText_ = GetText(QStringLiteral("TS_OfficeNoDisplay")).replace(QStringLiteral("%1"), file);
+    SetHint(errorText_);
+    return false;
+}
+
+void OfficeHost::MakePlace() {
     place_ = new QWidget(this);
     place_->setAttribute(Qt::WA_DontCreateNativeAncestors);
     place_->setAttribute(Qt::WA_NativeWindow);
     place_->setGeometry(rect());
-    place_->show();
+    keyboard_ = std::make_unique<HostKeyboard>(place_->winId(), [this](bool forwards) { Leave(forwards); });
+}
+
+template <class Opening> bool OfficeHost::Show(Opening&& opening) {
+    CloseHostedExcel();
+    dead_ = {};
+    errorText_.clear();
+    SetHint(GetText(QStringLiteral("TS_OfficeOpening")));
+    repaint();
+    MakePlace();
     try {
-        frame_ = std::make_unique<office::HostedFrame>(place_->winId(), PlaceSize());
-        opening(*frame_);
+        const QScopedValueRollback busy(busy_, true);
+        shown_.frame = std::make_unique<office::HostedFrame>(place_->winId(), PlaceSize());
+        opening(*shown_.frame);
+        if (!IsOpen()) throw office::Error(office::Failure::Lost, QStringLiteral("the process ended while it opened"));
     } catch (const office::Error& error) {
-        return Fail(OfficeText(error), QString::fromUtf8(error.what()));
+        return Fail(error);
     }
+    // Until now the hint stands here instead of an empty white window.
+    place_->show();
     FitExcelToContainer();
+    setFocusPolicy(Qt::StrongFocus);
     qApp->installEventFilter(this);
     SetHint({});
     return true;
 }
 
 bool OfficeHost::ShowWorkbook(const QString& file) {
-    if (!CanHost())
-        return Fail(GetText(QStringLiteral("TS_OfficeNoDisplay")).replace(QStringLiteral("%1"), file),
-                    QStringLiteral("no X11 display"));
-    if (workbookHost && workbookHost != this) workbookHost->CloseHostedExcel();
-    workbookHost = this;
+    if (!CanHost()) return FailWithoutDisplay(file);
+    TakeOver(workbookHost, this);
     return Show([&](office::HostedFrame& frame) {
-        book_ = frame.ShowWorkbook(file);
+        shown_.book = frame.ShowWorkbook(file);
+        workbookHost = this;
         if (toolBars_) frame.SetToolBars(true);
     });
 }
 
 bool OfficeHost::ShowSlides(const QString& file) {
-    if (!CanHost())
-        return Fail(GetText(QStringLiteral("TS_OfficeNoDisplay")).replace(QStringLiteral("%1"), file),
-                    QStringLiteral("no X11 display"));
-    if (slidesHost && slidesHost != this) slidesHost->CloseHostedExcel();
-    slidesHost = this;
-    return Show([&](office::HostedFrame& frame) { slides_ = frame.ShowSlides(file); });
+    if (!CanHost()) return FailWithoutDisplay(file);
+    TakeOver(slidesHost, this);
+    return Show([&](office::HostedFrame& frame) {
+        shown_.slides = frame.ShowSlides(file);
+        slidesHost = this;
+    });
 }
 
 void OfficeHost::FitExcelToContainer() {
     if (!place_) return;
     place_->setGeometry(rect());
-    if (frame_) frame_->SetSize(PlaceSize());
+    if (shown_.frame) shown_.frame->SetSize(PlaceSize());
+}
+
+bool OfficeHost::SetPrintPreview(bool shown) {
+    if (!IsOpen()) return false;
+    try {
+        shown_.frame->SetPrintPreview(shown);
+        return true;
+    } catch (const office::Error& error) {
+        errorText_ = OfficeText(error);
+        ReportError(error, QStringLiteral("PrintPreview"));
+        return false;
+    }
 }
 
 void OfficeHost::SetToolBars(bool shown) {
@@ -104,53 +138,57 @@ void OfficeHost::SetToolBars(bool shown) {
     toolBars_ = shown;
     if (!IsOpen()) return;
     try {
-        frame_->SetToolBars(shown);
+        shown_.frame->SetToolBars(shown);
     } catch (const office::Error& error) {
-        LogNote(QStringLiteral("SetToolBars: ") + QString::fromUtf8(error.what()));
+        ReportError(error, QStringLiteral("SetToolBars"));
     }
 }
 
 void OfficeHost::CloseHostedExcel(bool save) {
+    const QScopedValueRollback busy(busy_, true);
     qApp->removeEventFilter(this);
+    setFocusPolicy(Qt::NoFocus);
+    const bool hadKeyboard = keyboard_ && keyboard_->IsInside();
     try {
-        if (save && book_.IsOpen() && book_.IsModified()) book_.Save();
+        if (save && shown_.frame) shown_.frame->TakeOverInput();
+        if (save && shown_.book.IsOpen() && shown_.book.IsModified()) shown_.book.Save();
     } catch (const office::Error& error) {
         ShowOfficeError(error, "CloseHostedExcel");
     }
-    book_ = {};
-    slides_ = {};
-    frame_.reset();
+    shown_ = {};
+    keyboard_.reset();
     delete std::exchange(place_, nullptr);
+    if (hadKeyboard && window()->isVisible()) HostKeyboard::GiveTo(window()->winId());
     if (workbookHost == this) workbookHost = nullptr;
     if (slidesHost == this) slidesHost = nullptr;
 }
 
 bool OfficeHost::IsOpen() const {
-    return book_.IsOpen() || slides_.IsOpen();
+    return shown_.book.IsOpen() || shown_.slides.IsOpen();
 }
 
 bool OfficeHost::Save() {
     try {
-        book_.Save();
+        if (shown_.frame) shown_.frame->TakeOverInput();
+        shown_.book.Save();
         return true;
     } catch (const office::Error& error) {
         errorText_ = OfficeText(error);
-        LogNote(QStringLiteral("ActiveWorkbook.Save: ") + QString::fromUtf8(error.what()));
+        ReportError(error, QStringLiteral("ActiveWorkbook.Save"));
         return false;
     }
 }
 
 void OfficeHost::OfficeLost() {
-    if (!frame_ || IsOpen()) return; // what is shown now may already be in the next process
-    CloseHostedExcel(false);
-    errorText_ = GetText(QStringLiteral("TS_OfficeLost"));
-    LogNote(QStringLiteral("the process of the shown document has ended"));
-    SetHint(errorText_);
+    if (busy_ || !shown_.frame || IsOpen()) return; // what is shown now may already be in the next process
+    dead_ = std::exchange(shown_, {});
+    Fail(office::Error(office::Failure::Lost, QStringLiteral("the process of the shown document has ended")));
     Q_EMIT Lost();
 }
 
 void OfficeHost::SetHint(const QString& text) {
     hint_ = text;
+    setAccessibleDescription(text);
     update();
 }
 
@@ -167,22 +205,26 @@ void OfficeHost::paintEvent(QPaintEvent*) {
                      Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 
-bool OfficeHost::eventFilter(QObject* watched, QEvent* event) {
-    const bool takesKeyboard = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusIn;
-    if (takesKeyboard && frame_) {
-        auto* widget = qobject_cast<QWidget*>(watched);
-        if (widget && widget->window() == window() && widget != place_ && widget != this) TakeKeyboardBack();
-    }
-    return QWidget::eventFilter(watched, event);
+void OfficeHost::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    const bool byKey = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (byKey && keyboard_) keyboard_->Enter();
 }
 
-// The hosted window would keep the keyboard: no window manager gives it to the parts of one window.
-void OfficeHost::TakeKeyboardBack() {
-    auto* display = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!display || !display->connection()) return;
-    xcb_set_input_focus(display->connection(), XCB_INPUT_FOCUS_PARENT, static_cast<xcb_window_t>(window()->winId()),
-                        XCB_CURRENT_TIME);
-    xcb_flush(display->connection());
+void OfficeHost::Leave(bool forwards) {
+    HostKeyboard::GiveTo(window()->winId());
+    setFocus(Qt::OtherFocusReason);
+    focusNextPrevChild(forwards);
+}
+
+bool OfficeHost::eventFilter(QObject* watched, QEvent* event) {
+    const bool takesKeyboard = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusIn;
+    if (takesKeyboard && shown_.frame) {
+        auto* widget = qobject_cast<QWidget*>(watched);
+        if (widget && widget->window() == window() && widget != place_ && widget != this)
+            HostKeyboard::GiveTo(window()->winId());
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace tessaro

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "office/Error.h"
 #include "office/SlideShow.h"
 #include "office/Workbook.h"
 
@@ -10,6 +11,7 @@
 
 namespace tessaro {
 
+class HostKeyboard;
 namespace office {
 class HostedFrame;
 }
@@ -18,6 +20,8 @@ class HostedFrame;
 /// "picXLSContainer", "PicPPT"). The program's window becomes a child of this widget, without its menus and bars, and
 /// follows every change of its size. At most one workbook and one slide show are hosted at a time: opening a second one
 /// closes the first. When the process dies the place says so and the form stays usable; the next opening works.
+///
+/// A click or Tab gives the hosted window the keyboard; a click elsewhere, or F6 and Shift+F6, take it back.
 class OfficeHost final : public QWidget {
     Q_OBJECT
 
@@ -35,6 +39,9 @@ class OfficeHost final : public QWidget {
     bool ShowSlides(const QString& file);
     /// FitExcelToContainer; also called by itself on each resize.
     void FitExcelToContainer();
+    /// The shown workbook as it will be printed, page by page, or its sheets again. False after ErrorText and the log
+    /// have the reason.
+    bool SetPrintPreview(bool shown);
     /// Menu, standard and formatting bars: on while the form is maximised, off otherwise.
     void SetToolBars(bool shown);
     /// CloseHostedExcel: saves what the user changed, closes the document, gives everything back. Never throws. With
@@ -43,8 +50,8 @@ class OfficeHost final : public QWidget {
 
     [[nodiscard]] bool IsOpen() const;
     /// What is on show; a closed handle when nothing is.
-    [[nodiscard]] office::Workbook& xlBook() { return book_; }
-    [[nodiscard]] office::SlideShow& Slides() { return slides_; }
+    [[nodiscard]] office::Workbook& xlBook() { return shown_.book; }
+    [[nodiscard]] office::SlideShow& Slides() { return shown_.slides; }
     [[nodiscard]] const QString& ErrorText() const { return errorText_; }
     /// Saves the shown workbook; false after ErrorText and the log have the reason.
     bool Save();
@@ -58,21 +65,31 @@ class OfficeHost final : public QWidget {
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     /// A press anywhere else in the window takes the keyboard back from the hosted one.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     template <class Opening> bool Show(Opening&& opening);
     void OfficeLost();
-    void TakeKeyboardBack();
+    void Leave(bool forwards);
     [[nodiscard]] QSize PlaceSize() const;
-    bool Fail(const QString& text, const QString& logged);
+    bool Fail(const office::Error& error);
+    bool FailWithoutDisplay(const QString& file);
+    void MakePlace();
 
-    std::unique_ptr<office::HostedFrame> frame_;
+    /// What belongs to one opening.
+    struct Shown {
+        office::Workbook book;
+        office::SlideShow slides;
+        std::unique_ptr<office::HostedFrame> frame; ///< goes last: it would ask about changes of an open document
+    };
+    Shown shown_;
+    Shown dead_; ///< the last one that lost its process: a call into it may still be on its way back
     QWidget* place_ = nullptr; ///< the native window that the program's window lies in
-    office::Workbook book_;
-    office::SlideShow slides_;
+    std::unique_ptr<HostKeyboard> keyboard_;
     bool toolBars_ = false;
+    bool busy_ = false; ///< opening or closing, where a lost process comes as an error
     QString hint_;
     QString errorText_;
 };

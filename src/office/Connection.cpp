@@ -6,8 +6,10 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QProcess>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QUrl>
 
 #include <com/sun/star/bridge/UnoUrlResolver.hpp>
@@ -136,6 +138,11 @@ void Connection::StartProcess() {
     environment.remove(QStringLiteral("URE_BOOTSTRAP"));
     if (state_->shown) {
         environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("gen"));
+        // As large as our own windows, also where their scale isn't the display's.
+        if (const QScreen* screen = QGuiApplication::primaryScreen())
+            environment.insert(
+                QStringLiteral("SAL_FORCEDPI"),
+                QString::number(qRound(screen->logicalDotsPerInch() * screen->devicePixelRatio())));
     } else {
         arguments.prepend(QStringLiteral("--headless"));
         environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("svp"));

@@ -37,6 +37,13 @@ constexpr const char* kBars[] = {"private:resource/menubar/menubar", "private:re
 constexpr const char* kSheetBar = "private:resource/toolbar/formatobjectbar";
 constexpr const char* kStatusBar = "private:resource/statusbar/statusbar";
 
+void Dispatch(const Connection& connection, const Reference<com::sun::star::frame::XFrame2>& frame,
+              const char* command) {
+    Need<com::sun::star::frame::XDispatchHelper>(connection.Service("com.sun.star.frame.DispatchHelper"))
+        ->executeDispatch(Need<com::sun::star::frame::XDispatchProvider>(frame), Ascii(command), rtl::OUString(), 0,
+                          {});
+}
+
 void Toggle(const Connection& connection, const Reference<com::sun::star::frame::XFrame2>& frame, const char* command,
             const char* argument, bool on) {
     Need<com::sun::star::frame::XDispatchHelper>(connection.Service("com.sun.star.frame.DispatchHelper"))
@@ -115,6 +122,18 @@ void HostedFrame::SetToolBars(bool shown) {
         }
         layout->unlock();
     });
+}
+
+void HostedFrame::SetPrintPreview(bool shown) {
+    state_->connection->Run([&] {
+        Dispatch(*state_->connection, state_->frame, shown ? ".uno:PrintPreview" : ".uno:ClosePreview");
+    });
+}
+
+// A cell that is being edited lives in the window alone; what leaves the cell enters it into the document.
+void HostedFrame::TakeOverInput() {
+    if (state_->slides) return;
+    state_->connection->Run([&] { Dispatch(*state_->connection, state_->frame, ".uno:Deselect"); });
 }
 
 void HostedFrame::SetSize(const QSize& size) {

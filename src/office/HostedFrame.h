@@ -27,6 +27,10 @@ class HostedFrame final {
     [[nodiscard]] SlideShow ShowSlides(const QString& file);
     /// Menu, standard and formatting bars on or off.
     void SetToolBars(bool shown);
+    /// Pages as they will be printed, or the document again.
+    void SetPrintPreview(bool shown);
+    /// Enters what is being typed into a cell, as a press of Return does.
+    void TakeOverInput();
     /// Follows the size of our window; quiet and without waiting.
     void SetSize(const QSize& size);
     /// Takes the window away; quiet.

@@ -14,7 +14,10 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include <gmock/gmock.h>
+
 #include <csignal>
+#include <vector>
 
 namespace tessaro {
 
@@ -25,7 +28,7 @@ class OfficeHostTest : public test::SessionTest {
   protected:
     void SetUp() override {
         test::SessionTest::SetUp();
-        StartSample();
+        StartInstallation();
         if (!OfficeHost::CanHost()) GTEST_SKIP() << "no X11 display";
         office::SpreadsheetApplication::SetProfileFolder(profile_.path());
         auto* column = new QVBoxLayout(&form_);
@@ -61,6 +64,18 @@ class OfficeHostTest : public test::SessionTest {
                           {QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
                            QStringLiteral("click"), QStringLiteral("1")});
         QTest::qWait(300);
+    }
+
+    /// Numbers in the first sheet of the file, wherever they stand.
+    [[nodiscard]] std::vector<double> NumbersOfFile() const {
+        std::vector<double> numbers;
+        const auto rows = test::ReadXls(file_).front().rows;
+        for (const auto& row : rows) {
+            const auto cells = row.toArray();
+            for (const auto& cell : cells)
+                if (cell.isDouble()) numbers.push_back(cell.toDouble());
+        }
+        return numbers;
     }
 
     QTemporaryDir profile_;
@@ -131,14 +146,36 @@ TEST_F(OfficeHostTest, GivesTheKeyboardToWhereTheUserClicks) {
     Key("Return");
     EXPECT_EQ(field_.text(), QStringLiteral("field"));
     host_.CloseHostedExcel();
-    QStringList found;
-    const auto rows = test::ReadXls(file_).front().rows;
-    for (const auto& row : rows) {
-        const auto cells = row.toArray();
-        for (const auto& cell : cells)
-            if (cell.isDouble()) found << QString::number(cell.toDouble());
-    }
-    EXPECT_TRUE(found.contains(QStringLiteral("88"))) << found.join(' ').toStdString();
+    EXPECT_THAT(NumbersOfFile(), testing::Contains(88.0));
+}
+
+TEST_F(OfficeHostTest, TakesOverWhatIsBeingTyped) {
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    ClickAt(host_.mapToGlobal(host_.rect().center()));
+    Type(QStringLiteral("88"));
+    host_.CloseHostedExcel();
+    EXPECT_THAT(NumbersOfFile(), testing::Contains(88.0));
+}
+
+TEST_F(OfficeHostTest, IsEnteredAndLeftByKey) {
+    QLineEdit after;
+    form_.layout()->addWidget(&after);
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    ClickAt(field_.mapToGlobal(field_.rect().center()));
+    Key("Tab");
+    Type(QStringLiteral("55"));
+    Key("Return");
+    Key("F6");
+    Type(QStringLiteral("after"));
+    EXPECT_EQ(after.text(), QStringLiteral("after"));
+    Key("shift+Tab");
+    Type(QStringLiteral("66"));
+    Key("Return");
+    Key("shift+F6");
+    Type(QStringLiteral("before"));
+    EXPECT_EQ(field_.text(), QStringLiteral("before"));
+    host_.CloseHostedExcel();
+    EXPECT_THAT(NumbersOfFile(), testing::IsSupersetOf({55.0, 66.0}));
 }
 
 TEST_F(OfficeHostTest, SurvivesTheDeathOfTheProcess) {
