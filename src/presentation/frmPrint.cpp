@@ -26,12 +26,10 @@ frmPrint::frmPrint(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
     connect(ui_->cmdOK, &QPushButton::clicked, this, &frmPrint::accept);
     connect(ui_->cmdPrint, &QPushButton::clicked, this, &frmPrint::cmdPrint_Click);
     connect(ui_->cmdPdf, &QPushButton::clicked, this, &frmPrint::cmdPdf_Click);
-    const auto disable = [this] {
-        ui_->cmdPrint->setEnabled(false);
-        ui_->cmdPdf->setEnabled(false);
-    };
-    disable();
-    connect(ui_->fraExcel, &OfficeHost::Lost, this, disable);
+    SetCaption(ui_->cmdPreview, QStringLiteral("TS_PrintPreview"));
+    connect(ui_->cmdPreview, &QPushButton::toggled, this, &frmPrint::PrintPreview);
+    Offer(false);
+    connect(ui_->fraExcel, &OfficeHost::Lost, this, [this] { Offer(false); });
 }
 
 frmPrint::~frmPrint() = default;
@@ -58,8 +56,17 @@ void frmPrint::OpenWorkbook() {
     TheFrame().SetBusy(true);
     const bool open = ui_->fraExcel->ShowWorkbook(fileName_);
     TheFrame().SetBusy(false);
-    ui_->cmdPrint->setEnabled(open);
-    ui_->cmdPdf->setEnabled(open);
+    Offer(open);
+}
+
+void frmPrint::Offer(bool open) {
+    if (!open) ui_->cmdPreview->setChecked(false);
+    for (QPushButton* button : {ui_->cmdPrint, ui_->cmdPreview, ui_->cmdPdf})
+        button->setEnabled(open);
+}
+
+void frmPrint::PrintPreview(bool shown) {
+    if (ui_->fraExcel->SetPrintPreview(shown)) ui_->cmdPreview->setChecked(shown);
 }
 
 void frmPrint::done(int result) {

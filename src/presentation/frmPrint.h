@@ -20,6 +20,8 @@ class frmPrint final : public QDialog {
 
     /// The workbook to show; it is opened when the form is.
     void SetFileName(const QString& fileName);
+    /// The workbook page by page as it will be printed, or its sheets again.
+    void PrintPreview(bool shown);
 
   protected:
     void showEvent(QShowEvent* event) override;
@@ -29,6 +31,8 @@ class frmPrint final : public QDialog {
 
   private:
     void OpenWorkbook();
+    /// What can be done with a workbook on show.
+    void Offer(bool open);
     void cmdPrint_Click();
     void cmdPdf_Click();
 

@@ -2,26 +2,34 @@
 
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
+#include "session/Strings.h"
 #include "support/ReadXls.h"
 #include "support/TestSession.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLineEdit>
-#include <QProcess>
 #include <QScreen>
+#include <QProcess>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <vector>
+#include <xcb/xcb.h>
 
 namespace tessaro {
 
 namespace {
+
+using namespace std::chrono_literals;
 
 /// A form with a field and a place for the spreadsheet. Where the tests have no X11 display, they are passed over.
 class OfficeHostTest : public test::SessionTest {
@@ -30,13 +38,18 @@ class OfficeHostTest : public test::SessionTest {
         test::SessionTest::SetUp();
         StartInstallation();
         if (!OfficeHost::CanHost()) GTEST_SKIP() << "no X11 display";
-        office::SpreadsheetApplication::SetProfileFolder(profile_.path());
+        static const QTemporaryDir profile;
+        static const bool set = (office::SpreadsheetApplication::SetProfileFolder(profile.path()), true);
+        static_cast<void>(set);
         auto* column = new QVBoxLayout(&form_);
         column->addWidget(&field_);
         column->addWidget(&host_);
         form_.resize(700, 500);
         form_.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&form_));
+        MakeFile();
+    }
+    void MakeFile() {
         office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook();
         book.Sheet(1).Cells(1, 1).SetValue(QStringLiteral("shown"));
         book.SaveAs(file_);
@@ -45,9 +58,9 @@ class OfficeHostTest : public test::SessionTest {
 
     void TearDown() override {
         host_.CloseHostedExcel(false);
-        office::SpreadsheetApplication::QuitAll();
         test::SessionTest::TearDown();
     }
+    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
 
     /// The keys go to whatever has the keyboard on the display.
     static void Type(const QString& text) {
@@ -66,6 +79,35 @@ class OfficeHostTest : public test::SessionTest {
         QTest::qWait(300);
     }
 
+    /// Sizes of the windows that are seen directly within a window.
+    static std::vector<QSize> Children(WId window) {
+        std::vector<QSize> sizes;
+        auto* display = qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+        auto* tree =
+            xcb_query_tree_reply(display, xcb_query_tree(display, static_cast<xcb_window_t>(window)), nullptr);
+        for (int child = 0; tree && child < xcb_query_tree_children_length(tree); ++child) {
+            const xcb_window_t id = xcb_query_tree_children(tree)[child];
+            auto* looks = xcb_get_window_attributes_reply(display, xcb_get_window_attributes(display, id), nullptr);
+            auto* place = xcb_get_geometry_reply(display, xcb_get_geometry(display, id), nullptr);
+            if (looks && place && looks->map_state == XCB_MAP_STATE_VIEWABLE)
+                sizes.emplace_back(place->width, place->height);
+            std::free(looks);
+            std::free(place);
+        }
+        std::free(tree);
+        return sizes;
+    }
+    /// Windows on the display, those of other programs too.
+    static std::size_t TopWindows() {
+        auto* display = qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+        return Children(xcb_setup_roots_iterator(xcb_get_setup(display)).data->root).size();
+    }
+    /// Size of the foreign window within ours; nothing when there isn't one alone.
+    [[nodiscard]] QSize HostedSize() const {
+        const auto* place = host_.findChild<QWidget*>();
+        const auto sizes = place ? Children(place->winId()) : std::vector<QSize>();
+        return sizes.size() == 1 ? sizes.front() : QSize();
+    }
     /// Numbers in the first sheet of the file, wherever they stand.
     [[nodiscard]] std::vector<double> NumbersOfFile() const {
         std::vector<double> numbers;
@@ -78,7 +120,6 @@ class OfficeHostTest : public test::SessionTest {
         return numbers;
     }
 
-    QTemporaryDir profile_;
     QTemporaryDir folder_;
     QString file_ = folder_.filePath(QStringLiteral("shown.xls"));
     QWidget form_;
@@ -186,6 +227,97 @@ TEST_F(OfficeHostTest, SurvivesTheDeathOfTheProcess) {
     EXPECT_FALSE(host_.IsOpen());
     EXPECT_FALSE(host_.ErrorText().isEmpty());
     ASSERT_TRUE(host_.ShowWorkbook(file_)) << host_.ErrorText().toStdString();
+}
+
+TEST_F(OfficeHostTest, GivesUpOnAProcessThatHangs) {
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    auto& hosted = office::SpreadsheetApplication::Hosted();
+    hosted.SetTimeLimit(500ms);
+    const auto hung = static_cast<pid_t>(hosted.ProcessId());
+    ::kill(hung, SIGSTOP);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(host_.Save());
+    host_.CloseHostedExcel();
+    EXPECT_LT(timer.elapsed(), 5000);
+    EXPECT_NE(hosted.ProcessId(), hung);
+    hosted.SetTimeLimit(30s);
+    EXPECT_TRUE(host_.ShowWorkbook(file_)) << host_.ErrorText().toStdString();
+}
+
+TEST_F(OfficeHostTest, SurvivesADeathWhileItOpens) {
+    auto& hosted = office::SpreadsheetApplication::Hosted();
+    for (const int delay : {0, 40, 120, 250}) {
+        hosted.Start();
+        QTimer::singleShot(delay, &hosted, [&] { ::kill(static_cast<pid_t>(hosted.ProcessId()), SIGKILL); });
+        const bool shown = host_.ShowWorkbook(file_);
+        EXPECT_EQ(shown, host_.ErrorText().isEmpty());
+        QTest::qWait(delay + 50);
+    }
+    EXPECT_TRUE(host_.ShowWorkbook(file_)) << host_.ErrorText().toStdString();
+}
+
+TEST_F(OfficeHostTest, TellsThatTheProgramIsMissing) {
+    office::SpreadsheetApplication::Hosted().Quit();
+    qputenv("TESSARO_OFFICE", "/nowhere");
+    EXPECT_FALSE(host_.ShowWorkbook(file_));
+    EXPECT_EQ(host_.ErrorText(), GetText(QStringLiteral("TS_OfficeMissing")));
+    qunsetenv("TESSARO_OFFICE");
+    EXPECT_TRUE(host_.ShowWorkbook(file_));
+}
+
+// Keys of commands that would open another document, close this one or end the program.
+TEST_F(OfficeHostTest, KnowsNoCommandThatLeadsOut) {
+    for (const char* key : {"ctrl+n", "ctrl+o", "ctrl+w", "ctrl+q", "ctrl+F4", "ctrl+shift+s"}) {
+        ASSERT_TRUE(host_.ShowWorkbook(file_));
+        const std::size_t windows = TopWindows();
+        ClickAt(host_.mapToGlobal(host_.rect().center()));
+        Key(key);
+        QTest::qWait(300);
+        EXPECT_TRUE(host_.IsOpen()) << key;
+        EXPECT_EQ(TopWindows(), windows) << key;
+        Type(QStringLiteral("31"));
+        Key("Return");
+        host_.CloseHostedExcel();
+        EXPECT_THAT(NumbersOfFile(), testing::Contains(31.0)) << key;
+        host_.CloseHostedExcel();
+        MakeFile();
+    }
+}
+
+TEST_F(OfficeHostTest, FollowsItsSizeAndShowsTheSheetAlone) {
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    for (const QSize& size : {QSize(900, 640), QSize(420, 300), QSize(1100, 700)}) {
+        form_.resize(size);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return HostedSize() == host_.size(); }, 3000))
+            << size.width() << ": " << HostedSize().width();
+    }
+    // Column heads stand at the very top, where a menu or a bar would be.
+    QTest::qWait(500);
+    const QImage screen = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+    const QPoint top = host_.mapToGlobal(QPoint(0, 0));
+    QSet<QRgb> colours;
+    for (int x = 40; x < host_.width() - 40; ++x)
+        colours.insert(screen.pixel(top + QPoint(x, 12)));
+    EXPECT_GT(colours.size(), 1) << "nothing is drawn";
+    ASSERT_TRUE(host_.SetPrintPreview(true));
+    EXPECT_TRUE(host_.IsOpen());
+    ASSERT_TRUE(host_.SetPrintPreview(false));
+    host_.xlBook().Sheet(1).Cells(3, 1).SetValue(12.0);
+    host_.CloseHostedExcel();
+    EXPECT_THAT(NumbersOfFile(), testing::Contains(12.0));
+}
+
+TEST_F(OfficeHostTest, ASecondPlaceClosesTheFirst) {
+    OfficeHost other;
+    form_.layout()->addWidget(&other);
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    host_.xlBook().Sheet(1).Cells(2, 1).SetValue(21.0);
+    ASSERT_TRUE(other.ShowWorkbook(file_));
+    EXPECT_FALSE(host_.IsOpen());
+    EXPECT_TRUE(other.IsOpen());
+    EXPECT_EQ(other.xlBook().Sheet(1).Cells(2, 1).Value(), office::Cell(21.0));
+    other.CloseHostedExcel(false);
 }
 
 TEST_F(OfficeHostTest, TellsWhatItCanNotShow) {
