@@ -29,6 +29,7 @@ int main(int argc, char** argv) {
         MeasureDatabase(report, session);
         Connection.reset();
     }
+    MeasureHost(report);
     report.Print();
     return report.AllKept() ? 0 : 1;
 }

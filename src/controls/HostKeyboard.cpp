@@ -28,8 +28,8 @@ xcb_connection_t* Display() {
 unsigned char KeyCodeOf(xcb_connection_t* display, xcb_keysym_t key) {
     const xcb_setup_t* setup = xcb_get_setup(display);
     const auto count = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-    const auto map = Own(xcb_get_keyboard_mapping_reply(
-        display, xcb_get_keyboard_mapping(display, setup->min_keycode, count), nullptr));
+    const auto map = Own(
+        xcb_get_keyboard_mapping_reply(display, xcb_get_keyboard_mapping(display, setup->min_keycode, count), nullptr));
     if (!map) return 0;
     const xcb_keysym_t* keys = xcb_get_keyboard_mapping_keysyms(map.get());
     for (int code = 0; code < count; ++code)

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QAbstractNativeEventFilter>
+#include <qwindowdefs.h>
 
 #include <functional>
-#include <qwindowdefs.h>
 
 namespace tessaro {
 

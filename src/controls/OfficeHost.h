@@ -85,7 +85,7 @@ class OfficeHost final : public QWidget {
         std::unique_ptr<office::HostedFrame> frame; ///< goes last: it would ask about changes of an open document
     };
     Shown shown_;
-    Shown dead_; ///< the last one that lost its process: a call into it may still be on its way back
+    Shown dead_;               ///< the last one that lost its process: a call into it may still be on its way back
     QWidget* place_ = nullptr; ///< the native window that the program's window lies in
     std::unique_ptr<HostKeyboard> keyboard_;
     bool toolBars_ = false;

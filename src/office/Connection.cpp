@@ -140,9 +140,8 @@ void Connection::StartProcess() {
         environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("gen"));
         // As large as our own windows, also where their scale isn't the display's.
         if (const QScreen* screen = QGuiApplication::primaryScreen())
-            environment.insert(
-                QStringLiteral("SAL_FORCEDPI"),
-                QString::number(qRound(screen->logicalDotsPerInch() * screen->devicePixelRatio())));
+            environment.insert(QStringLiteral("SAL_FORCEDPI"),
+                               QString::number(qRound(screen->logicalDotsPerInch() * screen->devicePixelRatio())));
     } else {
         arguments.prepend(QStringLiteral("--headless"));
         environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("svp"));

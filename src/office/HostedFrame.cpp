@@ -125,9 +125,8 @@ void HostedFrame::SetToolBars(bool shown) {
 }
 
 void HostedFrame::SetPrintPreview(bool shown) {
-    state_->connection->Run([&] {
-        Dispatch(*state_->connection, state_->frame, shown ? ".uno:PrintPreview" : ".uno:ClosePreview");
-    });
+    state_->connection->Run(
+        [&] { Dispatch(*state_->connection, state_->frame, shown ? ".uno:PrintPreview" : ".uno:ClosePreview"); });
 }
 
 // A cell that is being edited lives in the window alone; what leaves the cell enters it into the document.

@@ -2,6 +2,7 @@
 
 #include "controls/KeyedList.h"
 #include "controls/KeyedTree.h"
+#include "controls/OfficeHost.h"
 #include "controls/StageScreen.h"
 #include "dataview/frmData.h"
 #include "platform/SingleInstance.h"
@@ -18,6 +19,8 @@
 #include <QFile>
 #include <QHeaderView>
 #include <QListWidget>
+#include <QScreen>
+#include <QSet>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -28,6 +31,16 @@ namespace {
 
 QString Counted(qint64 number, const char* what) {
     return QStringLiteral("%1 %2").arg(number).arg(QLatin1String(what));
+}
+
+/// More than a plain surface is seen there: at least lines and letters.
+bool IsDrawnOn(const QImage& screen, const QRect& place) {
+    QSet<QRgb> colours;
+    const QRect seen = place & screen.rect();
+    for (int y = seen.top(); y < seen.bottom(); y += 7)
+        for (int x = seen.left(); x < seen.right(); ++x)
+            colours.insert(screen.pixel(x, y));
+    return colours.size() > 8;
 }
 
 /// Presses OK in the question of an automatic selection as soon as it is on the screen.
@@ -72,6 +85,8 @@ bool Tour::Walk(const QString& commandLine) {
         Visit(
             QStringLiteral("favourites"), [this] { return Favourites(); }, false);
         Visit(
+            QStringLiteral("host"), [this] { return Host(); }, false);
+        Visit(
             QStringLiteral("back-and-forward"), [this] { return BackAndForward(); }, false);
         Visit(QStringLiteral("right-to-left"), [this] { return RightToLeft(); });
         Visit(
@@ -95,6 +110,12 @@ void Tour::Visit(const QString& name, const std::function<Finding()>& station, b
 void Tour::TakePicture(const QString& name) const {
     QTest::qWait(150);
     frame_.grab().save(folder_.filePath(name + QLatin1String(".png")));
+}
+
+QImage Tour::TakeScreenPicture(const QString& name) const {
+    const QImage picture = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+    picture.save(folder_.filePath(name + QLatin1String(".png")));
+    return picture;
 }
 
 bool Tour::WriteSummary() const {
@@ -235,6 +256,30 @@ Tour::Finding Tour::Sorted() {
         WaitUntil([&] { return head->sortIndicatorSection() == column && grid->model()->rowCount() > 2; });
     const QString least = grid->model()->index(0, column).data().toString();
     return {sorted && !least.isEmpty(), QStringLiteral("by value, the least is %1").arg(least)};
+}
+
+Tour::Finding Tour::Host() {
+    auto* print = frame_.findChild<QAction*>(QStringLiteral("mnuFilePrint"));
+    if (!print || !print->isEnabled()) return {false, QStringLiteral("printing is not offered")};
+    Finding found{false, QStringLiteral("the form did not come")};
+    QElapsedTimer limit;
+    limit.start();
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        QWidget* form = QApplication::activeModalWidget();
+        auto* host = form ? form->findChild<OfficeHost*>(QStringLiteral("fraExcel")) : nullptr;
+        const bool failed = host && !host->ErrorText().isEmpty();
+        if (!host || (!host->IsOpen() && !failed && limit.elapsed() < 60000)) return;
+        watch.stop();
+        QTest::qWait(800); // the sheet draws itself, in a process of its own
+        const QImage screen = TakeScreenPicture(QStringLiteral("host"));
+        const bool shown = host->IsOpen() && IsDrawnOn(screen, QRect(host->mapToGlobal(QPoint(0, 0)), host->size()));
+        found = {shown, shown ? QStringLiteral("the workbook stands in the window") : host->ErrorText()};
+        form->close();
+    });
+    watch.start(50);
+    print->trigger();
+    return found;
 }
 
 Tour::Finding Tour::BackAndForward() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDir>
+#include <QImage>
 #include <QString>
 #include <QStringList>
 
@@ -30,6 +31,8 @@ class Tour final {
 
     void Visit(const QString& name, const std::function<Finding()>& station, bool picture = true);
     void TakePicture(const QString& name) const;
+    /// The whole screen, where a window of another program is seen too.
+    [[nodiscard]] QImage TakeScreenPicture(const QString& name) const;
     bool WriteSummary() const;
 
     Finding Home(const QString& commandLine);
@@ -38,6 +41,8 @@ class Tour final {
     Finding Areas();
     Finding Data();
     Finding Sorted();
+    /// The view as a workbook in the hosted spreadsheet, as it is shown before printing.
+    Finding Host();
     Finding RightToLeft();
     // Stations of the data view and of the workbooks (TourWorkbooks.cpp).
     Finding Statistics();
