@@ -8,6 +8,7 @@
 #include <QImageReader>
 #include <QRegularExpression>
 
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace tessaro::test {
@@ -159,6 +160,15 @@ TEST(Installation, OpensEveryDatabaseWithItsPasswordOnly) {
         const std::string path = kInstallation + "/" + file;
         EXPECT_TRUE(jet::Connection::Open(path, DatabasePassword())->isOpen()) << file;
         EXPECT_THROW(static_cast<void>(jet::Connection::Open(path, "password")), jet::Error) << file;
+    }
+}
+
+TEST(Installation, HasTheWorkbooksThatResultsAreCopiedFrom) {
+    for (const char* name : {"TableTmp.Xls", "GraphTmp.Xls", "Blank.Xls", "TemplateExcel.xls"}) {
+        std::ifstream file(kInstallation + "/Bin/Template/" + name, std::ios::binary);
+        std::string mark(4, '\0');
+        file.read(mark.data(), 4);
+        EXPECT_EQ(mark, "\xD0\xCF\x11\xE0") << name;
     }
 }
 

@@ -75,7 +75,9 @@ class Builder {
         }
         fs::copy(documents, target_, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
         fs::create_directories(target_ / "Bin" / "Template");
-        fs::copy(content_ / "templates", target_ / "Bin" / "Template", fs::copy_options::overwrite_existing);
+        // Without "recursive" a folder copied with any other option is passed over in silence.
+        fs::copy(content_ / "templates", target_ / "Bin" / "Template",
+                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     }
 
     void DrawPictures() {
