@@ -94,6 +94,18 @@ void DrawChevron(QPainter& painter, const QRect& rect, const QColor& color) {
     painter.restore();
 }
 
+/// The arrow of a tree's branch: to where its children stand while it is closed, down while it is open.
+void DrawBranch(const QStyleOption& option, QPainter& painter) {
+    if (!Has(option, QStyle::State_Children)) return;
+    painter.save();
+    painter.translate(QRectF(option.rect).center());
+    if (!Has(option, QStyle::State_Open)) painter.rotate(option.direction == Qt::RightToLeft ? 90 : -90);
+    const bool chosen = Has(option, QStyle::State_Selected);
+    DrawChevron(painter, QRect(-4, -4, 8, 8),
+                option.palette.color(chosen ? QPalette::HighlightedText : QPalette::Text));
+    painter.restore();
+}
+
 /// A tab is a text with the accent below it while it is chosen.
 void DrawTab(const QStyleOption& option, QPainter& painter) {
     const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(&option);
@@ -171,6 +183,8 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         return DrawPlace(*painter, option->rect,
                          option->palette.color(Has(*option, State_Enabled) ? QPalette::Base : QPalette::Window),
                          LineColor(*option));
+    case PE_IndicatorBranch:
+        return DrawBranch(*option, *painter);
     case PE_Frame:
         return DrawFrame(*option, *painter);
     case PE_FrameTabBarBase:
@@ -246,6 +260,14 @@ QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComple
         rect.adjust(option->direction == Qt::LeftToRight ? theme::Grid / 2 : 0, 0,
                     option->direction == Qt::RightToLeft ? -theme::Grid / 2 : 0, 0);
     return rect;
+}
+
+QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                  const QWidget* widget) const {
+    QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    // Some scripts are drawn wider than they measure; the text must not come near the edge for it.
+    if (type == CT_PushButton) size.rwidth() += theme::Grid;
+    return size;
 }
 
 int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

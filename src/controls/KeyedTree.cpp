@@ -2,6 +2,8 @@
 
 #include "controls/KeyedList.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 
@@ -32,6 +34,24 @@ void KeyedTree::ShowKey(const QString& key) {
 void KeyedTree::SetEmptyHint(const QString& hint) {
     emptyHint_ = hint;
     viewport()->update();
+}
+
+QString KeyedTree::BranchText() const {
+    QStringList lines;
+    if (currentIndex().isValid()) AppendBranch(currentIndex(), 0, lines);
+    return lines.join(QLatin1Char('\n'));
+}
+
+void KeyedTree::AppendBranch(const QModelIndex& node, int level, QStringList& lines) const {
+    lines << QString(level, QLatin1Char('\t')) + node.data().toString().simplified();
+    if (!isExpanded(node)) return;
+    for (int row = 0; row < model_->rowCount(node); ++row)
+        AppendBranch(model_->index(row, 0, node), level + 1, lines);
+}
+
+void KeyedTree::CopyBranch() const {
+    const QString text = BranchText();
+    if (!text.isEmpty()) QApplication::clipboard()->setText(text);
 }
 
 void KeyedTree::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -66,6 +86,9 @@ void KeyedTree::mouseReleaseEvent(QMouseEvent* event) {
 void KeyedTree::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         Q_EMIT EnterPressed();
+        event->accept();
+    } else if (event->matches(QKeySequence::Copy)) {
+        CopyBranch();
         event->accept();
     } else if (event->key() == Qt::Key_Menu) {
         Q_EMIT PopupRequested(viewport()->mapToGlobal(visualRect(currentIndex()).center()));

@@ -22,6 +22,9 @@ class KeyedTree final : public QTreeView {
     /// Closes the branches that don't lead to the chosen node.
     void SetCollapseOthers(bool collapse) { collapseOthers_ = collapse; }
     void SetEmptyHint(const QString& hint);
+    /// The chosen node and what is open below it, a line a node, a tab for each level.
+    [[nodiscard]] QString BranchText() const;
+    void CopyBranch() const;
 
   Q_SIGNALS:
     void NodeChosen(const QString& key);
@@ -38,6 +41,7 @@ class KeyedTree final : public QTreeView {
 
   private:
     void CollapseOthers(const QModelIndex& chosen);
+    void AppendBranch(const QModelIndex& node, int level, QStringList& lines) const;
 
     KeyedTreeModel* model_;
     QString emptyHint_;

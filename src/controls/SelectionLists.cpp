@@ -16,6 +16,9 @@ namespace tessaro {
 
 namespace {
 
+constexpr int FollowedRows = 5000;
+constexpr int FilterPauseMilliseconds = 150;
+
 QString WithCount(const QString& captionKey, const KeyedListModel& items) {
     const QLocale locale;
     QString count = locale.toString(items.Count());
@@ -93,11 +96,26 @@ void SelectionLists::ConnectButtons() {
     connect(ui_->cmdRemoveAll, &QPushButton::clicked, this, &SelectionLists::RemoveAll);
     connect(ui_->cmdAvailableIcon, &QToolButton::clicked, this, [this] { ui_->lstAvailable->SortOn(0); });
     connect(ui_->cmdSelectedIcon, &QToolButton::clicked, this, [this] { ui_->lstSelected->SortOn(0); });
-    connect(ui_->txtFilter, &QLineEdit::textChanged, &ui_->lstAvailable->Items(), &KeyedListModel::SetFilter);
+    filterPause_.setSingleShot(true);
+    filterPause_.setInterval(FilterPauseMilliseconds);
+    connect(&filterPause_, &QTimer::timeout, this, &SelectionLists::ApplyFilter);
+    connect(ui_->txtFilter, &QLineEdit::textChanged, this, [this] {
+        // A short list follows each key; a long one waits for a pause in the typing.
+        if (ui_->lstAvailable->Items().Count() > FollowedRows)
+            filterPause_.start();
+        else
+            ApplyFilter();
+    });
     connect(ui_->txtFilter, &QLineEdit::returnPressed, this, [this] {
+        ApplyFilter();
         Q_EMIT SearchRequested(ui_->txtFilter->text().trimmed());
         ui_->lstAvailable->setFocus();
     });
+}
+
+void SelectionLists::ApplyFilter() {
+    filterPause_.stop();
+    ui_->lstAvailable->Items().SetFilter(ui_->txtFilter->text());
 }
 
 void SelectionLists::Leave(bool fromAvailable, Qt::Edge edge) {

@@ -2,6 +2,7 @@
 
 #include "controls/KeyedList.h"
 
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -65,6 +66,7 @@ class SelectionLists final : public QWidget {
   private:
     void ConnectLists();
     void ConnectButtons();
+    void ApplyFilter();
     void ShowCounts();
     void ShowButtonIcons();
     void ShowSortIcons();
@@ -73,6 +75,7 @@ class SelectionLists final : public QWidget {
     std::unique_ptr<Ui::SelectionLists> ui_;
     QString availableCaptionKey_ = QStringLiteral("AVAILABLE");
     QString selectedCaptionKey_ = QStringLiteral("SELECTED");
+    QTimer filterPause_;
     QString availableHintKey_;
     QString selectedHintKey_;
 };

@@ -1,5 +1,6 @@
 #include "shell/frmMain.h"
 
+#include "controls/CopyText.h"
 #include "controls/MessageBox.h"
 #include "controls/StageScreen.h"
 #include "platform/SingleInstance.h"
@@ -109,12 +110,14 @@ void frmMain::mnu_Click(const QString& name, bool checked) {
     if (const Command command = commands.value(name)) command(*this, checked);
 }
 
-/// An edit command means the text field that has the focus, otherwise the screen.
+/// An edit command means the text field that has the focus, otherwise the screen. What a list or tree shows is copied
+/// wherever it is.
 void frmMain::EditCommand(const char* onField, void (StageScreen::*onScreen)()) {
     if (auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
         QMetaObject::invokeMethod(field, onField);
         return;
     }
+    if (onScreen == &StageScreen::Copy && CopyFromControl(QApplication::focusWidget())) return;
     StageScreen* screen = ActiveScreen();
     if (screen && onScreen) (screen->*onScreen)();
 }

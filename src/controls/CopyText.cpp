@@ -1,0 +1,72 @@
+#include "controls/CopyText.h"
+
+#include "controls/DataTable.h"
+#include "controls/KeyedList.h"
+#include "controls/KeyedTree.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QTextEdit>
+
+#include <algorithm>
+
+namespace tessaro {
+
+namespace {
+
+/// The rows of a choice, from top to bottom as they are shown.
+QModelIndexList RowsOf(const QAbstractItemView& view) {
+    QModelIndexList rows;
+    const QModelIndexList chosen = view.selectionModel()->selectedIndexes();
+    for (const QModelIndex& index : chosen) {
+        const QModelIndex row = index.siblingAtColumn(0);
+        if (!rows.contains(row)) rows << row;
+    }
+    if (rows.isEmpty() && view.currentIndex().isValid()) rows << view.currentIndex().siblingAtColumn(0);
+    std::sort(rows.begin(), rows.end(), [&view](const QModelIndex& a, const QModelIndex& b) {
+        return view.visualRect(a).top() < view.visualRect(b).top();
+    });
+    return rows;
+}
+
+} // namespace
+
+QString ChosenText(const QAbstractItemView& view) {
+    if (view.model() == nullptr || view.selectionModel() == nullptr) return {};
+    QStringList lines;
+    const QModelIndexList rows = RowsOf(view);
+    for (const QModelIndex& row : rows) {
+        QStringList cells;
+        for (int column = 0; column < view.model()->columnCount(row.parent()); ++column)
+            cells << row.siblingAtColumn(column).data().toString().simplified();
+        lines << cells.join(QLatin1Char('\t'));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+bool CopyFromControl(QWidget* control) {
+    if (auto* field = qobject_cast<QLineEdit*>(control)) {
+        field->copy();
+        return true;
+    }
+    if (auto* text = qobject_cast<QTextEdit*>(control)) {
+        text->copy();
+        return true;
+    }
+    if (auto* list = qobject_cast<KeyedList*>(control)) {
+        list->CopyHighlighted();
+        return true;
+    }
+    if (auto* tree = qobject_cast<KeyedTree*>(control)) {
+        tree->CopyBranch();
+        return true;
+    }
+    const auto* view = qobject_cast<QAbstractItemView*>(control);
+    if (view == nullptr || qobject_cast<DataTable*>(control) != nullptr) return false;
+    const QString text = ChosenText(*view);
+    if (!text.isEmpty()) QApplication::clipboard()->setText(text);
+    return true;
+}
+
+} // namespace tessaro
