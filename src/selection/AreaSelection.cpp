@@ -26,13 +26,6 @@ KeyedItem ItemOf(const Records& rows) {
     return item;
 }
 
-std::vector<KeyedItem> ItemsOf(const QString& sql) {
-    std::vector<KeyedItem> items;
-    for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext())
-        items.push_back(ItemOf(rows));
-    return items;
-}
-
 /// What all areas of a quoted list of AreaIDs are read with.
 QString AreasByIdSql(const char* select, const QString& quotedIds, const char* filterColumn) {
     return Text(select) + quotedIds + QStringLiteral(") ") +
@@ -40,6 +33,13 @@ QString AreasByIdSql(const char* select, const QString& quotedIds, const char* f
 }
 
 } // namespace
+
+std::vector<KeyedItem> AreaItems(const QString& sql) {
+    std::vector<KeyedItem> items;
+    for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext())
+        items.push_back(ItemOf(rows));
+    return items;
+}
 
 QString TreeKeyOfArea(const QString& areaId) {
     return QLatin1Char('A') + areaId;
@@ -132,8 +132,8 @@ void AreaSelection::RemoveAll() {
 std::vector<KeyedItem> AreaSelection::Items() const {
     if (ids_.isEmpty()) return {};
     const QStringList ids(ids_.begin(), ids_.end());
-    return ItemsOf(AreasByIdSql("Select  AreaName, AreaID, AreaNId, AreaGId FROM Area WHERE AreaId In (",
-                                QuotedList(ids), "AreaGId"));
+    return AreaItems(AreasByIdSql("Select  AreaName, AreaID, AreaNId, AreaGId FROM Area WHERE AreaId In (",
+                                  QuotedList(ids), "AreaGId"));
 }
 
 std::vector<KeyedItem> AreasOfList(const QString& idList) {
@@ -144,8 +144,8 @@ std::vector<KeyedItem> AreasOfList(const QString& idList) {
     for (; !rows.atEnd(); rows.MoveNext())
         areaIds << rows.Text(std::size_t{0});
     if (areaIds.isEmpty()) return {};
-    return ItemsOf(AreasByIdSql("SELECT AreaName, AreaID, AreaNId, AreaGId FROM Area WHERE AreaID in (",
-                                QuotedList(areaIds), "AreaGId"));
+    return AreaItems(AreasByIdSql("SELECT AreaName, AreaID, AreaNId, AreaGId FROM Area WHERE AreaID in (",
+                                  QuotedList(areaIds), "AreaGId"));
 }
 
 } // namespace tessaro::selection

@@ -53,6 +53,8 @@ class AreaSelection final {
     QSet<QString> ids_;
 };
 
+/// Areas of a statement that gives AreaName, AreaID, AreaNId and AreaGId, as the lists show them.
+[[nodiscard]] std::vector<KeyedItem> AreaItems(const QString& sql);
 /// Areas of a comma list of AreaNIds as the Available list shows them after a level was picked.
 [[nodiscard]] std::vector<KeyedItem> AreasOfList(const QString& idList);
 

@@ -10,8 +10,7 @@ namespace {
 
 constexpr auto kSectors =
     "INNER JOIN Indicator_Sector ON [Indicator].IndicatorGId = Indicator_Sector.IndicatorGId) INNER JOIN (Sector INNER "
-    "JOIN "
-    "SectorLabel1 ON Sector.SectorLabel1GId = SectorLabel1.SectorLabel1GId) ON Indicator_Sector.SectorLabel2GId = "
+    "JOIN SectorLabel1 ON Sector.SectorLabel1GId = SectorLabel1.SectorLabel1GId) ON Indicator_Sector.SectorLabel2GId = "
     "Sector.SectorLabel2GId) INNER JOIN SectorLabel2 ON Sector.SectorLabel2GId = SectorLabel2.SectorLabel2GId ";
 
 } // namespace
@@ -54,14 +53,19 @@ QString AreaDetailsSql(const QString& areaId) {
            QStringLiteral(" ORDER BY AreaID");
 }
 
-QStringList AreaChain(const QString& areaId) {
-    QStringList chain;
+std::vector<AreaLine> AreaChain(const QString& areaId) {
+    std::vector<AreaLine> chain;
     Records rows = Select(AreaDetailsSql(areaId));
-    // The statement also finds areas of the same length that hold the beginning somewhere; those above are beginnings.
+    // The statement also finds areas that hold the beginning further inside; those above are beginnings.
     for (; !rows.atEnd(); rows.MoveNext())
         if (areaId.startsWith(rows.Text("AreaID"), Qt::CaseInsensitive))
-            chain << rows.Text("AreaID") + QStringLiteral("   ") + rows.Text("AreaName");
+            chain.push_back({rows.Text("AreaID"), rows.Text("AreaName")});
     return chain;
+}
+
+qint64 DataRowsOfPeriod(const QString& key) {
+    const Records rows = Select(QStringLiteral("SELECT Count(*) FROM Data WHERE TimePeriodNId = ") + IdOfKey(key));
+    return rows.atEnd() ? 0 : rows.Number(std::size_t{0});
 }
 
 } // namespace tessaro::selection

@@ -17,8 +17,14 @@ struct IndicatorDetails {
 
 /// The places of the items of a list, by indicator.
 [[nodiscard]] std::vector<IndicatorDetails> DetailsOfIndicators(const std::vector<KeyedItem>& items);
-/// The area and those above it, the highest first: "AFR  Africa".
+struct AreaLine {
+    QString areaId;
+    QString name;
+};
+/// The area and those above it, the highest first.
 [[nodiscard]] QString AreaDetailsSql(const QString& areaId);
-[[nodiscard]] QStringList AreaChain(const QString& areaId);
+[[nodiscard]] std::vector<AreaLine> AreaChain(const QString& areaId);
+/// How many data rows a period has, by its list key.
+[[nodiscard]] qint64 DataRowsOfPeriod(const QString& key);
 
 } // namespace tessaro::selection

@@ -1,8 +1,8 @@
 #include "selection/PrintSummaryView.h"
 
-#include "controls/Captions.h"
 #include "controls/OfficeErrors.h"
 #include "selection/IndicatorSelection.h"
+#include "selection/ScreenParts.h"
 #include "selection/SelectionSheet.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
@@ -15,9 +15,18 @@ namespace {
 selection::SheetTable TableOf(const QString& kind, const KeyedList& list, int view) {
     const std::vector<KeyedItem>& items = list.Items().Items();
     if (kind == QLatin1String("IND")) return selection::IndicatorTable(items, view, selection::ByCombination());
-    if (kind == QLatin1String("TIME")) return selection::ListTable(items, {PlainText(QStringLiteral("Comm_Time"))});
-    return selection::ListTable(
-        items, {PlainText(QStringLiteral("Comm_Area Id")), PlainText(QStringLiteral("Comm_Area Name"))});
+    return kind == QLatin1String("TIME") ? selection::PeriodTable(items) : selection::AreaTable(items);
+}
+
+/// The sheet's file; empty when it couldn't be made, which has been told.
+QString MakeSheet(const QString& kind, const KeyedList& list, int view) {
+    try {
+        const WaitState wait;
+        return selection::MakeSelectionSheet(TableOf(kind, list, view));
+    } catch (const office::Error& error) {
+        ShowOfficeError(error, "PrintSummaryView");
+        return {};
+    }
 }
 
 } // namespace
@@ -25,17 +34,8 @@ selection::SheetTable TableOf(const QString& kind, const KeyedList& list, int vi
 void PrintSummaryView(const QString& kind, const KeyedList& list, QWidget* form, int view) {
     Q_UNUSED(form) // the frame's pointer stands for all of its screens
     ErrorTrap trap("PrintSummaryView");
-    QString file;
-    TheFrame().SetBusy(true);
-    try {
-        file = selection::MakeSelectionSheet(TableOf(kind, list, view));
-        TheFrame().SetBusy(false);
-    } catch (const office::Error& error) {
-        TheFrame().SetBusy(false);
-        ShowOfficeError(error, "PrintSummaryView");
-        return;
-    }
-    TheFrame().ShowWorkbook(file);
+    const QString file = MakeSheet(kind, list, view);
+    if (!file.isEmpty()) TheFrame().ShowWorkbook(file);
     ClearTempFolder();
 }
 

@@ -1,5 +1,6 @@
 #include "selection/Search.h"
 
+#include "selection/AreaSelection.h"
 #include "selection/ClassificationViews.h"
 #include "session/Query.h"
 #include "session/Session.h"
@@ -23,15 +24,7 @@ QString SearchAreasSql(const QString& text) {
 }
 
 std::vector<KeyedItem> SearchAreas(const QString& text) {
-    std::vector<KeyedItem> items;
-    Records rows = Select(SearchAreasSql(text));
-    for (; !rows.atEnd(); rows.MoveNext()) {
-        const bool global = rows.Text("AreaGId").startsWith(QLatin1Char('-'));
-        items.push_back({QStringLiteral("A%1").arg(rows.Number("AreaNId")),
-                         {rows.Text("AreaID"), rows.Text("AreaName")},
-                         static_cast<quint8>(global ? 3 : 0)});
-    }
-    return items;
+    return AreaItems(SearchAreasSql(text));
 }
 
 } // namespace tessaro::selection

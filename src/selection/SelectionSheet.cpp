@@ -44,14 +44,24 @@ SheetTable IndicatorTable(const std::vector<KeyedItem>& list, int view, bool byC
     return table;
 }
 
-SheetTable ListTable(const std::vector<KeyedItem>& list, const QStringList& heads) {
+SheetTable PeriodTable(const std::vector<KeyedItem>& list) {
     SheetTable table;
-    table.heads = heads;
+    table.heads = {Heading(QStringLiteral("Comm_Time"))};
     for (const KeyedItem& item : list) {
         if (table.rows.size() == kMostRows) break;
         table.rows.push_back(item.cells);
-        // A shared area colours its whole row.
-        table.globalCells.push_back(item.globalCells ? ~0U : 0U);
+        table.globalCells.push_back(0);
+    }
+    return table;
+}
+
+SheetTable AreaTable(const std::vector<KeyedItem>& list) {
+    SheetTable table;
+    table.heads = {Heading(QStringLiteral("Comm_Area Id")), Heading(QStringLiteral("Comm_Area Name"))};
+    for (const KeyedItem& item : list) {
+        if (table.rows.size() == kMostRows) break;
+        table.rows.push_back({item.cells.value(1), item.cells.value(0)});
+        table.globalCells.push_back(item.globalCells != 0 ? ~0U : 0U);
     }
     return table;
 }

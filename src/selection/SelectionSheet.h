@@ -19,8 +19,10 @@ struct SheetTable {
 
 /// "IND": the indicators of a list by classification view and mode; empty when the list is.
 [[nodiscard]] SheetTable IndicatorTable(const std::vector<KeyedItem>& list, int view, bool byCombination);
-/// "TIME" and "AREA": the list as it stands under these heads.
-[[nodiscard]] SheetTable ListTable(const std::vector<KeyedItem>& list, const QStringList& heads);
+/// "TIME": the list as it stands.
+[[nodiscard]] SheetTable PeriodTable(const std::vector<KeyedItem>& list);
+/// "AREA": the identifiers first, which the list has behind the names. A shared area colours its whole row.
+[[nodiscard]] SheetTable AreaTable(const std::vector<KeyedItem>& list);
 
 /// Writes the table into a copy of the template in TempFolder and gives the copy's path. Throws office::Error.
 [[nodiscard]] QString MakeSelectionSheet(const SheetTable& table);

@@ -102,8 +102,8 @@ QString SheetStatement(int view, bool byCombination, const QString& idList) {
                          : view == kSectors ? QStringLiteral(" I.IndicatorGId IN (")
                                             : QStringLiteral(" IUS.IndicatorGId In (");
     return (view == kGoals ? QStringLiteral("SELECT DISTINCTROW ") : QStringLiteral("SELECT DISTINCT ")) +
-           (shown + gids).join(QStringLiteral(", ")) + QStringLiteral(" FROM ") + FromOf(view, byCombination) +
-           QStringLiteral(" WHERE ") + test + idList + QStringLiteral(") ORDER BY ") + order;
+           (shown + gids).join(QStringLiteral(", ")) + QStringLiteral("  FROM ") + FromOf(view, byCombination) +
+           QStringLiteral(" WHERE ") + test + idList + QStringLiteral(") ORDER BY  ") + order + QLatin1Char(' ');
 }
 
 } // namespace tessaro::selection

@@ -263,11 +263,7 @@ void frmAreas::SeacrhAreaStrings(const QString& text) {
     ErrorTrap trap("SeacrhAreaStrings");
     if (text.isEmpty()) return;
     std::vector<KeyedItem> found = selection::SearchAreas(text);
-    if (found.empty()) {
-        TheFrame().SetStatusText(GetText(QStringLiteral("Not found")));
-        return;
-    }
-    TheFrame().SetStatusText({});
+    TheFrame().SetStatusText(found.empty() ? GetText(QStringLiteral("Not found")) : QString());
     lstAvailable1().Items().SetItems(std::move(found));
 }
 
@@ -276,7 +272,7 @@ void frmAreas::ShowAreaDetails() {
     const std::vector<KeyedItem> items = lstSelected1().HighlightedItems();
     if (items.empty()) return;
     frmShowDetails form(this);
-    form.ShowAreaDetails(selection::AreaChain(items.front().cells.value(0)));
+    form.ShowAreaDetails(selection::AreaChain(items.front().cells.value(1)));
     form.exec();
 }
 

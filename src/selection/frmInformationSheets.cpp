@@ -8,7 +8,7 @@
 #include "session/Strings.h"
 #include "ui_frmInformationSheets.h"
 
-#include <QTextDocument>
+#include <QLocale>
 
 namespace tessaro {
 
@@ -76,12 +76,15 @@ void frmInformationSheets::cmdPrintAll_Click() {
         ui_->PB_Child->setValue(++done);
         if (done % 20 == 0) ui_->PB_Child->repaint();
     }
-    QTextDocument document;
-    document.setDefaultFont(LanguageFont());
-    document.setHtml(pages);
+    {
+        const QSignalBlocker quiet(ui_->lstSource->selectionModel());
+        ui_->lstSource->setCurrentIndex({}); // all of them are on show; a click shows one again
+    }
+    ui_->txtAllInfo->setHtml(pages);
+    ui_->StatusBar1->setText(QLocale().toString(items_.size()));
     ui_->PB_Child->hide();
     TheFrame().SetBusy(false);
-    PrintDocument(this, document);
+    PrintDocument(this, *ui_->txtAllInfo->document());
 }
 
 } // namespace tessaro

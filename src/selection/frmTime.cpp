@@ -3,10 +3,12 @@
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "selection/CrossFilters.h"
+#include "selection/Details.h"
 #include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
 #include "selection/TimeSelection.h"
 #include "selection/frmAutoSelect.h"
+#include "selection/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Session.h"
@@ -80,6 +82,15 @@ void frmTime::SelectAll() {
 
 void frmTime::Copy() {
     ui_->picLVContainer->CopyHighlighted();
+}
+
+void frmTime::ShowPeriodDetails() {
+    ErrorTrap trap("ShowPeriodDetails");
+    const std::vector<KeyedItem> items = lstSelected().HighlightedItems();
+    if (items.empty()) return;
+    frmShowDetails form(this);
+    form.ShowPeriodDetails(items.front().cells.value(0), selection::DataRowsOfPeriod(items.front().key));
+    form.exec();
 }
 
 void frmTime::Print() {
@@ -172,7 +183,8 @@ void frmTime::ShowSelectedPopup(const QPoint& place) {
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected()); }},
                {5, nullptr, {}},
-               {6, "mnu_DataView_ViewDetails", [this] { Print(); }, any}});
+               {6, "mnu_DataView_ViewDetails", [this] { ShowPeriodDetails(); }, lstSelected().HasHighlighted()},
+               {7, "PRINT BUTTON", [this] { Print(); }, any}});
 }
 
 } // namespace tessaro
