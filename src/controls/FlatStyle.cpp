@@ -106,6 +106,31 @@ void DrawBranch(const QStyleOption& option, QPainter& painter) {
     painter.restore();
 }
 
+/// Picture and text of a button, together in its middle, the picture where reading begins. From right to left the base
+/// style puts the text at the button's edge, away from its picture.
+void DrawButtonLabel(const QProxyStyle& style, const QStyleOptionButton& button, QPainter& painter,
+                     const QWidget* widget) {
+    const bool mirrored = button.direction == Qt::RightToLeft;
+    const bool enabled = Has(button, QStyle::State_Enabled);
+    QRect place = button.rect;
+    if (button.features & QStyleOptionButton::HasMenu) {
+        const int arrow = style.pixelMetric(QStyle::PM_MenuButtonIndicator, &button, widget);
+        place.adjust(mirrored ? arrow : 0, 0, mirrored ? 0 : -arrow, 0);
+    }
+    const int text = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();
+    const int width = button.iconSize.width() + theme::Grid / 2 + text;
+    const int left = place.left() + (place.width() - width) / 2;
+    const int iconLeft = mirrored ? left + text + theme::Grid / 2 : left;
+    const int textLeft = mirrored ? left : left + button.iconSize.width() + theme::Grid / 2;
+    const int iconTop = place.center().y() - button.iconSize.height() / 2;
+    button.icon.paint(&painter, QRect(QPoint(iconLeft, iconTop), button.iconSize), Qt::AlignCenter,
+                      enabled ? QIcon::Normal : QIcon::Disabled);
+    int flags = Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextDontClip | Qt::TextSingleLine;
+    if (!style.styleHint(QStyle::SH_UnderlineShortcut, &button, widget)) flags |= Qt::TextHideMnemonic;
+    style.drawItemText(&painter, QRect(textLeft, place.top(), text, place.height()), flags, button.palette, enabled,
+                       button.text, QPalette::ButtonText);
+}
+
 /// A tab is a text with the accent below it while it is chosen.
 void DrawTab(const QStyleOption& option, QPainter& painter) {
     const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(&option);
@@ -205,6 +230,11 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
         return DrawHead(*option, *painter);
     case CE_TabBarTabShape:
         return DrawTab(*option, *painter);
+    case CE_PushButtonLabel:
+        if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+            button && !button->icon.isNull() && !button->text.isEmpty())
+            return DrawButtonLabel(*this, *button, *painter, widget);
+        return QProxyStyle::drawControl(element, option, painter, widget);
     case CE_MenuBarItem:
         return DrawMenuBarItem(*this, *option, *painter, widget);
     case CE_MenuItem:
@@ -265,8 +295,9 @@ QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComple
 QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                   const QWidget* widget) const {
     QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-    // Some scripts are drawn wider than they measure; the text must not come near the edge for it.
-    if (type == CT_PushButton) size.rwidth() += theme::Grid;
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    // Air beside a picture and its text.
+    if (type == CT_PushButton && button && !button->icon.isNull()) size.rwidth() += theme::Grid;
     return size;
 }
 

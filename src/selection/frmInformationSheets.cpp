@@ -15,7 +15,7 @@ namespace tessaro {
 namespace {
 
 QString AsHtml(const QString& text) {
-    return Qt::mightBeRichText(text) ? text : Qt::convertFromPlainText(text);
+    return Qt::mightBeRichText(text) ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
 }
 
 } // namespace

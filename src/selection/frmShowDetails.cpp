@@ -67,7 +67,10 @@ void frmShowDetails::ShowLines(const QString& title, const QStringList& lines) {
     ui_->frmIndicators->hide();
     ui_->frmArea->show();
     ui_->frmArea->setAccessibleName(title);
-    ui_->lblAreaNames->setText(lines.join(QLatin1Char('\n')));
+    // A mark before each line keeps names in other scripts on the side where reading begins.
+    const QString mark = LanguageIsRightToLeft() ? QString(QChar(0x200F)) : QString();
+    ui_->lblAreaNames->setText(mark + lines.join(QLatin1Char('\n') + mark));
+    resize(440, 240);
 }
 
 void frmShowDetails::ShowAreaDetails(const std::vector<selection::AreaLine>& chain) {

@@ -127,6 +127,21 @@ TEST_F(IndicatorCompanionsTest, TheBrowserShowsAndPrintsAll) {
     EXPECT_FALSE(Button(none, "cmdPrintAll").isEnabled());
 }
 
+TEST_F(IndicatorCompanionsTest, ALongListWaitsForAPauseInTheFilter) {
+    auto& filter = Find<QLineEdit>("txtFilter");
+    QTest::keyClicks(&filter, QStringLiteral("popul"));
+    EXPECT_EQ(Shown(lstAvailable()), "I2 I1") << "a short one follows at once";
+    filter.clear();
+    std::vector<KeyedItem> many;
+    for (int number = 0; number < 6000; ++number)
+        many.push_back({QStringLiteral("I%1").arg(number), {QStringLiteral("item %1").arg(number)}, 0});
+    lstAvailable().Items().SetItems(std::move(many));
+    QTest::keyClicks(&filter, QStringLiteral("5999"));
+    EXPECT_EQ(lstAvailable().Items().rowCount(), 6000);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return lstAvailable().Items().rowCount() == 1; }));
+    EXPECT_EQ(Shown(lstAvailable()), "I5999");
+}
+
 class AreaCompanionsTest : public ScreenTest<frmAreas> {};
 
 TEST_F(AreaCompanionsTest, FoundAreasCanBeAddedAndTheirChainSeen) {
