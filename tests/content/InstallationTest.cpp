@@ -3,6 +3,7 @@
 #include "jet/Connection.h"
 #include "platform/Paths.h"
 #include "session/Query.h"
+#include "support/ReadXls.h"
 
 #include <QFile>
 #include <QImageReader>
@@ -194,6 +195,29 @@ TEST(Installation, LeavesTheTemplateForResultsEmpty) {
     const PlainReader reader(kInstallation + "/Bin/Template/dbTemp.mdb");
     for (const char* table : {"Language", "Data", "Area_en", "Indicator_ru"})
         EXPECT_EQ(reader.Number(std::string("SELECT count(*) FROM ") + table), 0) << table;
+}
+
+TEST(Installation, HasTheWorkbooksThatResultsAreWrittenInto) {
+    struct Case {
+        const char* file;
+        std::size_t sheetCount; ///< 0: any number serves
+        QStringList sheets;     ///< names of the first ones, where they matter
+    };
+    for (const Case& c :
+         {Case{"Blank.Xls", 0, {}}, Case{"INTERFACE_IND_TIME_AREA_DATA.xls", 0, {}}, Case{"GraphTmp.Xls", 0, {}},
+          Case{"TableTmp.Xls", 3, {}}, Case{"TemplateExcel.xls", 1, {"DataView"}}}) {
+        const QString path = QString::fromStdString(kInstallation + "/Bin/Template/") + QLatin1String(c.file);
+        ASSERT_TRUE(QFile::exists(path)) << c.file;
+        const std::vector<ReadSheet> sheets = ReadXls(path);
+        ASSERT_FALSE(sheets.empty()) << c.file;
+        for (qsizetype place = 0; place < c.sheets.size(); ++place)
+            EXPECT_EQ(sheets.at(static_cast<std::size_t>(place)).name, c.sheets[place]) << c.file;
+        for (const ReadSheet& sheet : sheets)
+            EXPECT_TRUE(sheet.rows.isEmpty()) << c.file << ' ' << sheet.name.toStdString();
+        if (c.sheetCount != 0) {
+            EXPECT_EQ(sheets.size(), c.sheetCount) << c.file;
+        }
+    }
 }
 
 TEST(Installation, NamesTheLanguageFolder) {
