@@ -89,9 +89,4 @@ QFont DefaultFont() {
     return font;
 }
 
-bool LanguageIsRightToLeft() {
-    const QString code = Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0);
-    return !code.isEmpty() && QLocale(code).textDirection() == Qt::RightToLeft;
-}
-
 } // namespace tessaro

@@ -24,7 +24,5 @@ void SetFormFonts(QWidget* form);
 /// The font of the language, and the product's base font (DEFAULT FONT).
 [[nodiscard]] QFont LanguageFont();
 [[nodiscard]] QFont DefaultFont();
-/// True when the current language is written from right to left.
-[[nodiscard]] bool LanguageIsRightToLeft();
 
 } // namespace tessaro

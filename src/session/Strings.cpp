@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QLocale>
 
 namespace tessaro {
 
@@ -150,6 +151,11 @@ QString LookupString(const QString& key) {
 
 QString GetText(const QString& key, bool isLiteral) {
     return isLiteral ? key : LookupString(key);
+}
+
+bool LanguageIsRightToLeft() {
+    const QString code = Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0);
+    return !code.isEmpty() && QLocale(code).textDirection() == Qt::RightToLeft;
 }
 
 void ForgetStrings() {

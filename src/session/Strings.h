@@ -25,6 +25,9 @@ void ReadTranslateFile();
 /// Full path of a picture in the common graphics folder; the .svg beside it when there is one. Empty when missing.
 [[nodiscard]] QString PictureFile(const QString& name);
 
+/// True when the current language is written from right to left.
+[[nodiscard]] bool LanguageIsRightToLeft();
+
 /// Drops the texts read from StringTable, so that the next look-up reads the table again (it does so by itself after
 /// ReadTranslateFile).
 void ForgetStrings();

@@ -1,6 +1,7 @@
 #include "controls/Captions.h"
 
 #include "session/Session.h"
+#include "session/Strings.h"
 #include "support/TestSession.h"
 
 #include <QFont>
