@@ -77,8 +77,8 @@ void StatisticsModel::Toggle(int row) {
         const int count = static_cast<int>(last - after);
         beginRemoveRows({}, row + 1, row + count);
         shown_.erase(after, last);
-        std::fill(open_.begin() + line, open_.begin() + end, false);
         endRemoveRows();
+        std::fill(open_.begin() + line, open_.begin() + end, false);
     } else {
         const auto childLevel =
             static_cast<StatsLevel>(static_cast<int>(lines_[static_cast<std::size_t>(line)].level) + 1);
@@ -87,8 +87,9 @@ void StatisticsModel::Toggle(int row) {
             if (lines_[static_cast<std::size_t>(child)].level == childLevel) children.push_back(child);
         beginInsertRows({}, row + 1, row + static_cast<int>(children.size()));
         shown_.insert(after, children.begin(), children.end());
-        open_[static_cast<std::size_t>(line)] = true;
         endInsertRows();
+        // The mark changes behind the insertion, which is to leave the rows beside it as they were.
+        open_[static_cast<std::size_t>(line)] = true;
     }
     Q_EMIT dataChanged(index(row, 0), index(row, MaxCols - 1));
 }
