@@ -15,6 +15,8 @@
 #include <QDateTime>
 #include <QFile>
 
+#include <array>
+
 namespace tessaro {
 
 namespace {
@@ -53,12 +55,12 @@ QString HtmlHead() {
     const QString code = Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0).trimmed();
     return QStringLiteral(
                "<!DOCTYPE html>\n<html lang=\"%1\" dir=\"%2\">\n<head>\n<meta charset=\"utf-8\">\n"
-               "<title>%3</title>\n<style>\nbody{font-family:%4,sans-serif;margin:16px}\n"
+               "<title>Data View</title>\n<style>\nbody{font-family:%4,sans-serif;margin:16px}\n"
                "table{border-collapse:collapse}\nth,td{border:1px solid #ccc;padding:2px 8px;text-align:start}\n"
                "th{background:#eee;position:sticky;top:0}\ntd.n{text-align:right}\n.g{color:%5}\n</style>\n"
                "</head>\n<body>\n<h1>%3</h1>\n<table>\n<thead>\n<tr>")
         .arg(code.isEmpty() ? QStringLiteral("en") : code.toHtmlEscaped(),
-             RightToLeft ? QStringLiteral("rtl") : QStringLiteral("ltr"),
+             RightToLeft || LanguageIsRightToLeft() ? QStringLiteral("rtl") : QStringLiteral("ltr"),
              GetText(QStringLiteral("TS_OptionView")).toHtmlEscaped(),
              QLatin1Char('\'') + QString(ProductFont).remove(QLatin1Char('\'')) + QLatin1Char('\''),
              ColorFromNumber(GlobalColor).name());
@@ -126,12 +128,46 @@ std::vector<office::Cell> HeadCells() {
     return cells;
 }
 
+/// Cells of global items in one column, handed over as blocks: neighbours below each other are mostly of one kind, and
+/// a look for each cell would cost more than all values.
+class GlobalRuns final {
+  public:
+    explicit GlobalRuns(office::Worksheet sheet) : sheet_(std::move(sheet)) {}
+
+    void Next(int sheetRow, const GridRow& row) {
+        for (Run& run : runs_) {
+            const bool isGlobal = row.IsGlobal(run.column);
+            if (isGlobal && run.first == 0) run.first = sheetRow;
+            if (!isGlobal) End(run, sheetRow - 1);
+        }
+    }
+    void Finish(int lastRow) {
+        for (Run& run : runs_)
+            End(run, lastRow);
+    }
+
+  private:
+    struct Run {
+        int column;
+        int first = 0; ///< 0: none is open
+    };
+
+    void End(Run& run, int lastRow) {
+        if (run.first == 0) return;
+        sheet_.Cells(run.first, run.column, lastRow, run.column).SetStyle({.fontColorIndex = GlobalSlot});
+        run.first = 0;
+    }
+
+    office::Worksheet sheet_;
+    std::array<Run, 4> runs_{{{ColAreaName}, {ColIndicator}, {ColUnit}, {ColSubpop}}};
+};
+
 /// One sheet: the header and the rows from `first` on.
 void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int count) {
     office::Block block;
     block.reserve(static_cast<std::size_t>(count) + 1);
     block.push_back(HeadCells());
-    const office::CellStyle global{.fontColorIndex = GlobalSlot};
+    GlobalRuns globals(sheet);
     for (int row = first; row < first + count; ++row) {
         const GridRow* values = rows.rowAt(row);
         if (!values) continue;
@@ -139,12 +175,10 @@ void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int c
         for (int column = 1; column <= VisibleCols; ++column)
             cells.push_back(XlsCell(*values, column));
         block.push_back(std::move(cells));
-        const int sheetRow = static_cast<int>(block.size());
-        if (!ShowGlobalColor || values->globalCells == 0) continue;
-        for (const int column : {ColAreaName, ColIndicator, ColUnit, ColSubpop})
-            if (values->IsGlobal(column)) sheet.Cells(sheetRow, column).SetStyle(global);
+        if (ShowGlobalColor) globals.Next(static_cast<int>(block.size()), *values);
     }
     const int last = static_cast<int>(block.size());
+    globals.Finish(last);
     sheet.Cells(1, 1).SetValues(block);
     DressTable(sheet, last, VisibleCols);
 }

@@ -1,0 +1,221 @@
+#include "dataview/DataExport.h"
+
+#include "dataview/GridQuery.h"
+#include "office/Error.h"
+#include "office/SpreadsheetApplication.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "session/Session.h"
+#include "session/Strings.h"
+#include "support/ReadXls.h"
+#include "support/TestSession.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+
+#include <optional>
+
+namespace tessaro::test {
+
+namespace {
+
+GridRow Row(const QString& areaId, const QString& areaName, const QString& datavalue, quint16 globalCells = 0) {
+    GridRow row;
+    row.timePeriod = QStringLiteral("2001");
+    row.areaId = areaId;
+    row.areaName = areaName;
+    row.indicator = QStringLiteral("Births");
+    row.datavalue = datavalue;
+    row.unit = QStringLiteral("Number");
+    row.subpop = QStringLiteral("Total");
+    row.source = QStringLiteral("Census");
+    row.globalCells = globalCells;
+    return row;
+}
+
+class DataExportTest : public SessionTest {
+  protected:
+    DataExportTest() {
+        StartInstallation();
+        // One process for all tests of this program.
+        static const QTemporaryDir profile;
+        static const bool set = (office::SpreadsheetApplication::SetProfileFolder(profile.path()), true);
+        static_cast<void>(set);
+        ShowGlobalColor = true;
+        GlobalColor = 0x00331A; // red 26, green 51
+        rows = {Row(QStringLiteral("00123"), QStringLiteral("A <b>&amp; \"'x\""), QStringLiteral("1234.50")),
+                Row(QStringLiteral("=1+1"), QString::fromUtf8("\u0627\u0644\u0639\u0631\u0627\u0642"),
+                    QStringLiteral("n/a"), quint16{1} << ColAreaName | quint16{1} << ColIndicator),
+                Row(QStringLiteral("B\tC"), QStringLiteral("two\nlines"), QString())};
+    }
+
+    [[nodiscard]] ExportRows All() const {
+        return {static_cast<int>(rows.size()), [this](int row) { return &rows.at(static_cast<std::size_t>(row)); }};
+    }
+    [[nodiscard]] QString File(const char* name) const { return JoinPath({Folder(), QLatin1String(name)}); }
+    [[nodiscard]] static QStringList Heads() {
+        QStringList heads;
+        for (const char* key : {"Comm_Time", "Comm_Area Id", "Comm_Area Name", "Comm_Indicator", "Comm_Datavalue",
+                                "Comm_Unit", "Subpop", "Comm_Source"})
+            heads << GetText(QLatin1String(key));
+        return heads;
+    }
+    [[nodiscard]] QJsonObject ReadPage(const char* name) const {
+        QProcess reader;
+        reader.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral(TESSARO_READ_HTML), File(name)});
+        EXPECT_TRUE(reader.waitForFinished(60000) && reader.exitCode() == 0)
+            << reader.readAllStandardError().toStdString();
+        return QJsonDocument::fromJson(reader.readAllStandardOutput()).object();
+    }
+    static QStringList Texts(const QJsonValue& row) {
+        QStringList texts;
+        const QJsonArray cells = row.toArray();
+        for (const QJsonValue& cell : cells)
+            texts << cell.toString();
+        return texts;
+    }
+    template <class Call> static std::optional<office::Failure> FailureOf(Call&& call) {
+        try {
+            call();
+        } catch (const office::Error& error) {
+            return error.failure;
+        }
+        return std::nullopt;
+    }
+
+    std::vector<GridRow> rows;
+};
+
+TEST_F(DataExportTest, APageHoldsTheRowsAsTheyAreAndNothingElse) {
+    SysNumFormat = false;
+    ASSERT_TRUE(SaveDataViewHtm(File("DataView.htm"), All()));
+    const QJsonObject page = ReadPage("DataView.htm");
+    EXPECT_EQ(page.value("doctype").toString().toLower(), QStringLiteral("doctype html"));
+    EXPECT_EQ(page.value("charset").toString().toLower(), QStringLiteral("utf-8"));
+    EXPECT_EQ(page.value("lang").toString(), QStringLiteral("en"));
+    EXPECT_EQ(page.value("dir").toString(), QStringLiteral("ltr"));
+    EXPECT_EQ(page.value("title").toString(), QStringLiteral("Data View"));
+    EXPECT_TRUE(page.value("wrong").toArray().isEmpty()) << Texts(page.value("wrong")).join(u' ').toStdString();
+    EXPECT_EQ(Texts(page.value("heads")), Heads());
+    const QJsonArray read = page.value("rows").toArray();
+    ASSERT_EQ(read.size(), 3);
+    EXPECT_EQ(Texts(read.at(0)),
+              (QStringList{"2001", "00123", "A <b>&amp; \"'x\"", "Births", "1234.50", "Number", "Total", "Census"}));
+    EXPECT_EQ(Texts(read.at(1)).value(2), QString::fromUtf8("\u0627\u0644\u0639\u0631\u0627\u0642"));
+    const QJsonArray classes = page.value("classes").toArray();
+    EXPECT_EQ(Texts(classes.at(1)), (QStringList{"", "", "g", "g", "", "", "", ""})) << "global cells have their class";
+    EXPECT_EQ(Texts(classes.at(0)).value(4), QStringLiteral("n"));
+}
+
+TEST_F(DataExportTest, APageRunsTheWayItsLanguageDoes) {
+    Language = QStringLiteral("Arabic [ar]");
+    ASSERT_TRUE(SaveDataViewHtm(File("DataView.htm"), All()));
+    const QJsonObject page = ReadPage("DataView.htm");
+    EXPECT_EQ(page.value("lang").toString(), QStringLiteral("ar"));
+    EXPECT_EQ(page.value("dir").toString(), QStringLiteral("rtl"));
+}
+
+TEST_F(DataExportTest, ATextHasOneLineARow) {
+    SysNumFormat = false;
+    ASSERT_TRUE(SaveDataViewTxt(File("DataView.txt"), All()));
+    const QByteArray text = ReadWholeFile(File("DataView.txt")).value();
+    const QList<QByteArray> lines = text.split('\n');
+    ASSERT_EQ(lines.size(), 5) << "header, three rows, nothing behind the last line feed";
+    EXPECT_FALSE(text.contains('\r'));
+    EXPECT_EQ(QString::fromUtf8(lines[0]).split(u'\t'), Heads());
+    EXPECT_EQ(lines[1], QByteArray("2001\t00123\tA <b>&amp; \"'x\"\tBirths\t1234.50\tNumber\tTotal\tCensus"));
+    EXPECT_EQ(lines[3], QByteArray("2001\tB C\ttwo lines\tBirths\t\tNumber\tTotal\tCensus"));
+}
+
+TEST_F(DataExportTest, AWorkbookHasNumbersTextsAndLooks) {
+    ASSERT_EQ(SaveDataViewXls(File("DataView.xls"), All()), 1);
+    const std::vector<ReadSheet> sheets = ReadXls(File("DataView.xls"));
+    ASSERT_EQ(sheets.size(), 1U);
+    const ReadSheet& sheet = sheets.front();
+    EXPECT_EQ(sheet.name, QStringLiteral("DataView"));
+    ASSERT_EQ(sheet.rows.size(), 4);
+    EXPECT_EQ(Texts(sheet.rows.at(0)), Heads());
+    EXPECT_EQ(sheet.Text(2, ColAreaID), QStringLiteral("00123"));
+    EXPECT_EQ(sheet.Text(3, ColAreaID), QStringLiteral("=1+1")) << "a text, not a formula";
+    EXPECT_TRUE(sheet.At(2, ColDatavalue).isDouble());
+    EXPECT_EQ(sheet.At(2, ColDatavalue).toDouble(), 1234.5);
+    EXPECT_EQ(sheet.Text(3, ColDatavalue), QStringLiteral("n/a"));
+    EXPECT_TRUE(sheet.At(4, ColDatavalue).isNull());
+    for (int column = 1; column <= VisibleCols; ++column) {
+        EXPECT_TRUE(sheet.Look(1, column).value("bold").toBool()) << column;
+        EXPECT_FALSE(sheet.Look(2, column).value("bold").toBool()) << column;
+        EXPECT_EQ(sheet.Look(2, column).value("borders").toArray(), (QJsonArray{1, 1, 1, 1})) << column;
+    }
+    const QString global = QStringLiteral("1A3300");
+    EXPECT_EQ(sheet.Look(3, ColAreaName).value("colour").toString(), global);
+    EXPECT_EQ(sheet.Look(3, ColIndicator).value("colour").toString(), global);
+    EXPECT_NE(sheet.Look(3, ColUnit).value("colour").toString(), global);
+    EXPECT_NE(sheet.Look(2, ColAreaName).value("colour").toString(), global);
+    EXPECT_EQ(sheet.Look(3, ColAreaName).value("font"), sheet.Look(2, ColAreaName).value("font"));
+}
+
+TEST_F(DataExportTest, RowsBeyondOneSheetGoOnOnTheNext) {
+    const GridRow row = Row(QStringLiteral("001"), QStringLiteral("Area"), QStringLiteral("7"));
+    GridRow last = row;
+    last.areaName = QStringLiteral("the last one");
+    constexpr int count = 65535 + 2;
+    ASSERT_EQ(SaveDataViewXls(File("long.xls"), {count, [&](int n) { return n == count - 1 ? &last : &row; }}), 2);
+    const std::vector<ReadSheet> sheets = ReadXls(File("long.xls"));
+    ASSERT_EQ(sheets.size(), 2U);
+    EXPECT_EQ(sheets[0].rows.size(), 65536);
+    EXPECT_EQ(sheets[1].name, QStringLiteral("DataView 2"));
+    ASSERT_EQ(sheets[1].rows.size(), 3);
+    EXPECT_EQ(Texts(sheets[1].rows.at(0)), Heads());
+    EXPECT_EQ(sheets[1].Text(3, ColAreaName), QStringLiteral("the last one"));
+}
+
+TEST_F(DataExportTest, ReplacesAFileWithoutAQuestion) {
+    for (const char* name : {"old.htm", "old.txt", "old.xls"})
+        ASSERT_TRUE(ReplaceFile(File(name), "old"));
+    EXPECT_TRUE(SaveDataViewHtm(File("old.htm"), All()));
+    EXPECT_TRUE(SaveDataViewTxt(File("old.txt"), All()));
+    EXPECT_EQ(SaveDataViewXls(File("old.xls"), All()), 1);
+    EXPECT_EQ(ReadPage("old.htm").value("rows").toArray().size(), 3);
+    EXPECT_GT(ReadWholeFile(File("old.txt")).value().size(), 3);
+    EXPECT_EQ(ReadXls(File("old.xls")).front().rows.size(), 4);
+    EXPECT_TRUE(messages.isEmpty());
+}
+
+TEST_F(DataExportTest, ABlankNameDoesNothing) {
+    for (const QString& name : {QString(), QStringLiteral("  ")}) {
+        EXPECT_TRUE(SaveDataViewHtm(name, All()));
+        EXPECT_TRUE(SaveDataViewTxt(name, All()));
+        EXPECT_EQ(SaveDataViewXls(name, All()), 0);
+    }
+    EXPECT_TRUE(FilesOf(TempFolder).isEmpty());
+}
+
+TEST_F(DataExportTest, SaysWhenAFileCanNotBeWritten) {
+    // A folder in the way stops everybody, also those who may write anywhere.
+    for (const char* name : {"way.htm", "way.txt", "way.xls"})
+        ASSERT_TRUE(QDir().mkpath(File(name)));
+    EXPECT_FALSE(SaveDataViewHtm(File("way.htm"), All()));
+    EXPECT_FALSE(SaveDataViewTxt(File("way.txt"), All()));
+    EXPECT_EQ(FailureOf([&] { SaveDataViewXls(File("way.xls"), All()); }), office::Failure::File);
+    EXPECT_EQ(SaveDataViewXls(File("after.xls"), All()), 1) << "the next export goes through";
+}
+
+TEST_F(DataExportTest, WithoutItsTemplateTheOldWorkbookStays) {
+    ASSERT_TRUE(ReplaceFile(File("kept.xls"), "old"));
+    AppPath = File("nowhere");
+    EXPECT_EQ(FailureOf([&] { SaveDataViewXls(File("kept.xls"), All()); }), office::Failure::File);
+    EXPECT_EQ(ReadWholeFile(File("kept.xls")).value(), QByteArray("old"));
+}
+
+TEST_F(DataExportTest, NoRowsGiveAHeaderAlone) {
+    const ExportRows none{0, [](int) { return nullptr; }};
+    ASSERT_TRUE(SaveDataViewHtm(File("none.htm"), none));
+    ASSERT_EQ(SaveDataViewXls(File("none.xls"), none), 1);
+    EXPECT_TRUE(ReadPage("none.htm").value("rows").toArray().isEmpty());
+    EXPECT_EQ(ReadXls(File("none.xls")).front().rows.size(), 1);
+}
+
+} // namespace
+
+} // namespace tessaro::test

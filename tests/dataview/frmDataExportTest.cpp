@@ -1,0 +1,181 @@
+#include "controls/DataTable.h"
+#include "dataview/GridQuery.h"
+#include "dataview/Selection.h"
+#include "dataview/frmData.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "session/Session.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QListWidget>
+#include <QTest>
+
+namespace tessaro::test {
+
+namespace {
+
+/// A frame that offers some of the wizards and writes down which were started.
+class OfferingFrame final : public FakeFrame {
+  public:
+    void StartCalculation(int type) override { started << QString::number(type); }
+    [[nodiscard]] bool OffersCalculation(int type) const override { return type != 2; }
+    void StartPresentation(QChar type) override { started << type; }
+    [[nodiscard]] bool OffersPresentation(QChar type) const override { return type != QLatin1Char('M'); }
+
+    QStringList started;
+};
+
+class frmDataExportTest : public SelectionTest {
+  protected:
+    frmDataExportTest() { SetFrame(&offering); }
+
+    void Show() {
+        form.resize(1280, 600);
+        form.show();
+        SelectionChanged = true;
+        form.Enter();
+        QApplication::processEvents();
+    }
+    void WaitForAll() {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return form.paging().PagingComplete(); }, 10000));
+    }
+    [[nodiscard]] QList<QByteArray> SavedLines() {
+        const QString file = JoinPath({Folder(), QStringLiteral("DataView.txt")});
+        EXPECT_TRUE(form.SaveDataView(file));
+        QList<QByteArray> lines = ReadWholeFile(file).value_or(QByteArray()).split('\n');
+        if (!lines.isEmpty()) lines.removeLast();
+        return lines;
+    }
+    QListWidget& List(const char* name) { return *form.findChild<QListWidget*>(QLatin1String(name)); }
+    DataTable& Stats() { return *form.findChild<DataTable*>(QStringLiteral("DataStats")); }
+
+    OfferingFrame offering;
+    frmData form;
+};
+
+TEST_F(frmDataExportTest, SavesTheRowsThatStandInTheGridAndTheLoadGoesOn) {
+    FillData(3, 20, 4);
+    Show();
+    EXPECT_EQ(SavedLines().size(), 51) << "the first page and the header";
+    EXPECT_TRUE(form.paging().isRunning());
+    WaitForAll();
+    EXPECT_EQ(SavedLines().size(), 241);
+    EXPECT_FALSE(form.paging().isRunning());
+    EXPECT_EQ(offering.busy, 0);
+    EXPECT_EQ(offering.calls.count(QStringLiteral("progress start")),
+              offering.calls.count(QStringLiteral("progress end")));
+}
+
+TEST_F(frmDataExportTest, RowsTakenOutOfTheGridAreNotSaved) {
+    FillData(1, 5, 1);
+    Show();
+    WaitForAll();
+    auto& grid = *form.findChild<DataTable*>(QStringLiteral("DataGrid"));
+    grid.selectRow(1);
+    QTest::keyClick(&grid, Qt::Key_Delete);
+    const QList<QByteArray> lines = SavedLines();
+    ASSERT_EQ(lines.size(), 5);
+    for (const QByteArray& line : lines)
+        EXPECT_FALSE(line.contains("Indicator 2"));
+}
+
+TEST_F(frmDataExportTest, AFailureIsToldAndLeavesTheViewAsItWas) {
+    FillData(1, 5, 1);
+    Show();
+    WaitForAll();
+    const QString file = JoinPath({Folder(), QStringLiteral("way.txt")});
+    ASSERT_TRUE(QDir().mkpath(file));
+    EXPECT_FALSE(form.SaveDataView(file));
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(form.grid().MaxRows(), 5);
+    EXPECT_EQ(offering.busy, 0);
+    EXPECT_EQ(offering.calls.count(QStringLiteral("progress start")),
+              offering.calls.count(QStringLiteral("progress end")));
+}
+
+TEST_F(frmDataExportTest, ListsTheCalculationsInTheirOrderAndStartsThem) {
+    FillData(1, 2, 1);
+    Show();
+    form.ShowThisDataOption(6);
+    QListWidget& list = List("lstCalculate");
+    QStringList keys;
+    for (int row = 0; row < list.count(); ++row)
+        keys << list.item(row)->data(Qt::UserRole).toString();
+    EXPECT_EQ(keys, (QStringList{"C0", "C1", "C3", "C5", "C4", "C2"}));
+    EXPECT_FALSE(list.item(5)->flags().testFlag(Qt::ItemIsEnabled)) << "not offered by the frame";
+    for (int row = 0; row < list.count(); ++row) {
+        list.setCurrentRow(row);
+        Q_EMIT list.itemActivated(list.item(row));
+    }
+    EXPECT_EQ(offering.started, (QStringList{"0", "1", "3", "5", "4"}));
+}
+
+TEST_F(frmDataExportTest, ShowsTheThreePresentationsAndStartsThem) {
+    FillData(1, 2, 1);
+    Show();
+    form.ShowThisDataOption(7);
+    QListWidget& list = List("picPresentationOptions");
+    ASSERT_EQ(list.count(), 3);
+    for (int row = 0; row < list.count(); ++row) {
+        list.setCurrentRow(row);
+        Q_EMIT list.itemActivated(list.item(row));
+    }
+    EXPECT_EQ(offering.started, (QStringList{"T", "G"})) << "the map is not offered";
+}
+
+TEST_F(frmDataExportTest, AnEmptyGridStartsNothing) {
+    SelectTimes(1);
+    SelectAreas(1);
+    SelectIus(1);
+    Show();
+    messages.clear();
+    for (const auto& [option, name] : {std::pair{6, "lstCalculate"}, std::pair{7, "picPresentationOptions"}}) {
+        form.ShowThisDataOption(option);
+        List(name).setCurrentRow(0);
+        Q_EMIT List(name).itemActivated(List(name).item(0));
+    }
+    form.SaveAs();
+    form.Print();
+    EXPECT_EQ(messages, (QStringList{"041", "041", "041", "041"}));
+    EXPECT_TRUE(offering.started.isEmpty());
+}
+
+TEST_F(frmDataExportTest, StatisticsOpenAndCloseByKeyAndAreCopied) {
+    FillData(2, 1, 2);
+    Show();
+    form.ShowThisDataOption(1);
+    DataTable& stats = Stats();
+    ASSERT_EQ(stats.model()->rowCount(), 1);
+    stats.setCurrentIndex(stats.model()->index(0, 3));
+    QTest::keyClick(&stats, Qt::Key_Plus);
+    EXPECT_EQ(stats.model()->rowCount(), 2);
+    QTest::keyClick(&stats, Qt::Key_Minus);
+    EXPECT_EQ(stats.model()->rowCount(), 1);
+    QTest::keyClick(&stats, Qt::Key_Right);
+    stats.setCurrentIndex(stats.model()->index(1, 3));
+    QTest::keyClick(&stats, Qt::Key_Right);
+    EXPECT_EQ(stats.model()->rowCount(), 3);
+    form.SelectAll();
+    form.Copy();
+    const QStringList lines = QApplication::clipboard()->text().split(u'\n');
+    ASSERT_EQ(lines.size(), 3) << "the rows that are shown";
+    EXPECT_TRUE(lines[2].contains(QStringLiteral("Total\t4\t101\t201"))) << lines[2].toStdString();
+}
+
+TEST_F(frmDataExportTest, StatisticsFollowRowsTakenOut) {
+    FillData(2, 1, 1);
+    Show();
+    WaitForAll();
+    auto& grid = *form.findChild<DataTable*>(QStringLiteral("DataGrid"));
+    grid.selectRow(0);
+    QTest::keyClick(&grid, Qt::Key_Delete);
+    form.ShowThisDataOption(1);
+    EXPECT_EQ(Stats().model()->index(0, 4).data().toString(), QStringLiteral("1"));
+}
+
+} // namespace
+
+} // namespace tessaro::test
