@@ -15,6 +15,8 @@ void MeasureGrid(Report& report, const BenchSession& session);
 void MeasureDatabase(Report& report, const BenchSession& session);
 /// A workbook shown inside a window of ours, with and without the process running. Needs an X11 display.
 void MeasureHost(Report& report);
+/// The data view's workbook against a bare conversion of the same rows.
+void MeasureExport(Report& report);
 /// The program itself: start to first painted frame, and its resident size with the data view open. `self` is this
 /// program, which plays it.
 void MeasureProgram(Report& report, const QString& self, const QString& database, const QString& installation);

@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
         SelectEverything();
         MeasureGrid(report, session);
         MeasureDatabase(report, session);
+        MeasureExport(report);
         Connection.reset();
     }
     MeasureHost(report);
