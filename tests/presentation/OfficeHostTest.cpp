@@ -81,7 +81,9 @@ class OfficeHostTest : public test::SessionTest {
     [[nodiscard]] QImage TopStrip() const {
         QTest::qWait(500);
         const QRect strip(host_.mapToGlobal(QPoint(300, 0)), QSize(host_.width() - 340, 60));
-        return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(strip);
+        const qreal scale = host_.devicePixelRatioF();
+        return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(
+            QRectF(strip.topLeft() * scale, QSizeF(strip.size()) * scale).toRect());
     }
     /// Sizes of the windows that are seen directly within a window.
     static std::vector<QSize> Children(WId window) {
@@ -289,10 +291,13 @@ TEST_F(OfficeHostTest, KnowsNoCommandThatLeadsOut) {
 }
 
 TEST_F(OfficeHostTest, FollowsItsSizeAndShowsTheSheetAlone) {
+    const QImage empty = TopStrip();
     ASSERT_TRUE(host_.ShowWorkbook(file_));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return TopStrip() != empty; }, 3000)) << "nothing is seen of the sheet";
     for (const QSize& size : {QSize(900, 640), QSize(420, 300), QSize(1100, 700)}) {
         form_.resize(size);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return HostedSize() == host_.size(); }, 3000))
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return HostedSize() == (QSizeF(host_.size()) * host_.devicePixelRatioF()).toSize(); }, 3000))
             << size.width() << ": " << HostedSize().width();
     }
     // Bars take the sheet's top away and give it back, also when the profile remembers them.

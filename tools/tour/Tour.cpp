@@ -18,6 +18,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QHeaderView>
+#include <QImage>
 #include <QListWidget>
 #include <QScreen>
 #include <QSet>
@@ -33,11 +34,16 @@ QString Counted(qint64 number, const char* what) {
     return QStringLiteral("%1 %2").arg(number).arg(QLatin1String(what));
 }
 
-/// More than a plain surface is seen there: at least lines and letters.
+QRect InPixels(const QWidget& widget) {
+    const qreal scale = widget.devicePixelRatioF();
+    return QRectF(widget.mapToGlobal(QPoint(0, 0)) * scale, QSizeF(widget.size()) * scale).toRect();
+}
+
+/// A sheet is seen there: its heads and cells at the top and left, where a hint in the middle doesn't reach.
 bool IsDrawnOn(const QImage& screen, const QRect& place) {
     QSet<QRgb> colours;
-    const QRect seen = place & screen.rect();
-    for (int y = seen.top(); y < seen.bottom(); y += 7)
+    const QRect seen = QRect(place.topLeft(), QSize(place.width() / 4, place.height() / 4)) & screen.rect();
+    for (int y = seen.top(); y < seen.bottom(); ++y)
         for (int x = seen.left(); x < seen.right(); ++x)
             colours.insert(screen.pixel(x, y));
     return colours.size() > 8;
@@ -112,10 +118,8 @@ void Tour::TakePicture(const QString& name) const {
     frame_.grab().save(folder_.filePath(name + QLatin1String(".png")));
 }
 
-QImage Tour::TakeScreenPicture(const QString& name) const {
-    const QImage picture = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
-    picture.save(folder_.filePath(name + QLatin1String(".png")));
-    return picture;
+void Tour::TakeScreenPicture(const QString& name) const {
+    QGuiApplication::primaryScreen()->grabWindow(0).save(folder_.filePath(name + QLatin1String(".png")));
 }
 
 bool Tour::WriteSummary() const {
@@ -271,10 +275,15 @@ Tour::Finding Tour::Host() {
         const bool failed = host && !host->ErrorText().isEmpty();
         if (!host || (!host->IsOpen() && !failed && limit.elapsed() < 60000)) return;
         watch.stop();
-        QTest::qWait(800); // the sheet draws itself, in a process of its own
-        const QImage screen = TakeScreenPicture(QStringLiteral("host"));
-        const bool shown = host->IsOpen() && IsDrawnOn(screen, QRect(host->mapToGlobal(QPoint(0, 0)), host->size()));
-        found = {shown, shown ? QStringLiteral("the workbook stands in the window") : host->ErrorText()};
+        // The sheet draws itself, in a process of its own.
+        const bool shown = !failed && WaitUntil([&] {
+            return IsDrawnOn(QGuiApplication::primaryScreen()->grabWindow(0).toImage(), InPixels(*host));
+        });
+        QTest::qWait(300);
+        TakeScreenPicture(QStringLiteral("host"));
+        found = {shown, shown    ? QStringLiteral("the workbook stands in the window")
+                        : failed ? host->ErrorText()
+                                 : QStringLiteral("nothing is seen of the workbook")};
         form->close();
     });
     watch.start(50);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDir>
-#include <QImage>
 #include <QString>
 #include <QStringList>
 
@@ -32,7 +31,7 @@ class Tour final {
     void Visit(const QString& name, const std::function<Finding()>& station, bool picture = true);
     void TakePicture(const QString& name) const;
     /// The whole screen, where a window of another program is seen too.
-    [[nodiscard]] QImage TakeScreenPicture(const QString& name) const;
+    void TakeScreenPicture(const QString& name) const;
     bool WriteSummary() const;
 
     Finding Home(const QString& commandLine);
