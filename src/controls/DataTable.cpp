@@ -92,6 +92,10 @@ void DataTable::SetHint(const QString& hint) {
 
 void DataTable::FitToFont() {
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + theme::Grid);
+    // Row numbers up to the millions; the head measures only some of them.
+    constexpr int kNumberDigits = 7;
+    verticalHeader()->setMinimumWidth(
+        verticalHeader()->fontMetrics().horizontalAdvance(QLatin1Char('0')) * kNumberDigits + theme::Grid * 2);
 }
 
 void DataTable::SetColumnCharacters(int column, int characters) {

@@ -135,6 +135,21 @@ void KeyedListModel::SetColumnIcons(const QList<QIcon>& icons) {
     icons_ = icons;
 }
 
+void KeyedListModel::MoveKeys(const QSet<QString>& keys, int step) {
+    if (keys.isEmpty() || (step != -1 && step != 1)) return;
+    beginResetModel();
+    // Against the direction of the move, so that a run of rows moves as one and stops together at the end.
+    const auto count = static_cast<int>(items_.size());
+    for (int n = 1; n < count; ++n) {
+        const auto from = static_cast<std::size_t>(step < 0 ? n : count - 1 - n);
+        const auto to = static_cast<std::size_t>(static_cast<int>(from) + step);
+        if (keys.contains(items_[from].key) && !keys.contains(items_[to].key)) std::swap(items_[from], items_[to]);
+    }
+    sortColumn_ = -1;
+    RebuildShown();
+    endResetModel();
+}
+
 void KeyedListModel::SetGlobalColor(const QColor& color) {
     globalColor_ = color;
 }

@@ -30,6 +30,9 @@ class KeyedListModel final : public QAbstractTableModel {
     /// Adds the rows whose keys are new; the others pass silently. Gives how many were added.
     int AddItems(std::vector<KeyedItem> items);
     void RemoveKeys(const QSet<QString>& keys);
+    /// Moves the rows of these keys one place up (-1) or down (1) past the rows of other keys. For lists in an order
+    /// of their own.
+    void MoveKeys(const QSet<QString>& keys, int step);
     void Clear() { SetItems({}); }
 
     [[nodiscard]] int Count() const { return static_cast<int>(items_.size()); }

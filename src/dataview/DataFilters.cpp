@@ -1,6 +1,7 @@
 #include "dataview/DataFilters.h"
 
 #include "dataview/GridQuery.h"
+#include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
 
@@ -10,57 +11,71 @@ namespace tessaro {
 
 namespace {
 
-constexpr auto kIdentifiers =
-    "SELECT DISTINCTROW D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId ";
-constexpr auto kMostRecentFrom =
-    " FROM _SelIUSNId AS IUS INNER JOIN ((_SelArea AS A INNER JOIN _DataMRD1 AS DT ON A.AreaNId = DT.AreaNId)  INNER "
-    "JOIN "
+constexpr auto kMakeMRD =
+    "SELECT D.IUSNId, D.AreaNId, Max(T.TimePeriod) AS MaxOfTimePeriod INTO [_DataMRD]  FROM _SelTimePeriod AS T "
+    "INNER JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  Data AS D ON IUS.IUSNId = D.IUSNId) ON "
+    "A.AreaNId = D.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId  GROUP BY D.IUSNId, D.AreaNId, IUS.Deleted HAVING "
+    "IUS.Deleted=False";
+constexpr auto kMakeMRD1 =
+    "SELECT [_DataMRD].IUSNId, [_DataMRD].AreaNId, [_DataMRD].MaxOfTimePeriod, CStr(Data.RowNId) AS MAXRowNId INTO "
+    "_DataMRD1  FROM (_DataMRD INNER JOIN Data ON ([_DataMRD].IUSNId = Data.IUSNId) AND ([_DataMRD].AreaNId =  "
+    "Data.AreaNId)) INNER JOIN TimePeriod ON ([_DataMRD].MaxOfTimePeriod = TimePeriod.TimePeriod)  AND "
+    "(Data.TimePeriodNId = TimePeriod.TimePeriodNId)";
+constexpr auto kMostRecent =
+    "SELECT DISTINCTROW D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId  FROM "
+    "_SelIUSNId AS IUS INNER JOIN ((_SelArea AS A INNER JOIN _DataMRD1 AS DT ON A.AreaNId = DT.AreaNId)  INNER JOIN "
     "(_SelTimePeriod AS T INNER JOIN Data AS D ON T.TimePeriodNId =  D.TimePeriodNId) ON (DT.MaxOfTimePeriod = "
     "T.TimePeriod) AND (DT.IUSNId = D.IUSNId)  AND (DT.AreaNId = D.AreaNId)) ON (IUS.SourceNId = D.SourceNId) AND "
     "(IUS.IUSNId = DT.IUSNId)";
+constexpr auto kMakeTemp1 =
+    "SELECT DISTINCT IUSNId, AreaNID, TimePeriodNId, SourceNId INTO _DataTemp1 FROM _SelIUSNId, "
+    "_SelArea, _SelTimePeriod";
 constexpr auto kMissing =
     "SELECT Dt.TimePeriodNId, Dt.AreaNID, Dt.IUSNId, D.Datavalue, Dt.SourceNId, D.FootnoteNId, D.RowNId  FROM Data AS "
-    "D "
-    "RIGHT JOIN (_SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (_SelTimePeriod  AS T INNER JOIN _DataTemp1 AS "
-    "Dt "
-    "ON T.TimePeriodNId = Dt.TimePeriodNId) ON A.AreaNId = Dt.AreaNID)  ON (IUS.IUSNId = Dt.IUSNId) AND (IUS.SourceNId "
-    "= "
-    "Dt.SourceNId)) ON (D.IUSNId = Dt.IUSNId) AND  (D.SourceNId = Dt.SourceNId) AND (D.AreaNId = Dt.AreaNID) AND "
-    "(D.TimePeriodNId = Dt.TimePeriodNId)";
+    "D RIGHT JOIN (_SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (_SelTimePeriod  AS T INNER JOIN _DataTemp1 "
+    "AS Dt ON T.TimePeriodNId = Dt.TimePeriodNId) ON A.AreaNId = Dt.AreaNID)  ON (IUS.IUSNId = Dt.IUSNId) AND "
+    "(IUS.SourceNId = Dt.SourceNId)) ON (D.IUSNId = Dt.IUSNId) AND  (D.SourceNId = Dt.SourceNId) AND (D.AreaNId = "
+    "Dt.AreaNID) AND (D.TimePeriodNId = Dt.TimePeriodNId)";
+constexpr auto kInView = " WHERE IUS.Deleted = False";
 
 QString DeletedClause() {
     if (DeletedRowNIds.trimmed().isEmpty()) return {};
     return QStringLiteral(" AND D.RowNID not in(") + DeletedRowNIds + QStringLiteral(") ");
 }
 
-/// The grid compares values as numbers, whatever their texts look like.
+/// The range over bare values, as the readers of the view compare. A value that is missing stays out.
+QString RangeOfBareValues(const DataFilters& filters) {
+    if (!filters.ValueRangeOn) return {};
+    return QStringLiteral(" AND (D.Datavalue >= ") + NumberText(filters.DataValueFrom) +
+           QStringLiteral(" AND D.Datavalue <= ") + NumberText(filters.DataValueTo) + QStringLiteral(")");
+}
+
+/// The same for where texts that are no numbers, or no values, may stand between the values.
+QString RangeOfReadableValues(const DataFilters& filters) {
+    if (!filters.ValueRangeOn) return {};
+    return QStringLiteral(" AND IsNumeric(D.Datavalue) = True") + RangeOfBareValues(filters);
+}
+
+/// The grid compares values as numbers, whatever their texts look like; where one is no number it is passed over.
 QString RangeAsNumbers(const DataFilters& filters) {
     if (!filters.ValueRangeOn) return {};
+    if (!ValuesReadAsNumbers()) return RangeOfReadableValues(filters);
     return QStringLiteral(" AND (Cdbl(D.Datavalue) >= ") + NumberText(filters.DataValueFrom) +
            QStringLiteral(" AND Cdbl(D.Datavalue) <= ") + NumberText(filters.DataValueTo) + QStringLiteral(")");
 }
 
-// Pairs that a panel took out have no part in the latest period, so their rows stay out here too.
-QString MostRecentWhere(const DataFilters& filters) {
-    return QStringLiteral(" WHERE IUS.Deleted = False") + DeletedClause() + RangeAsNumbers(filters);
+QString MissingDataStatement(const DataFilters& filters) {
+    QString onValues = RangeOfReadableValues(filters);
+    if (filters.MostRecentOn) onValues += MostRecentClause;
+    QString sql = QString::fromLatin1(kMissing) + QLatin1String(kInView);
+    if (!onValues.isEmpty())
+        sql += QStringLiteral(" AND (D.RowNId IS NULL OR (D.RowNId IS NOT NULL") + onValues + QStringLiteral("))");
+    return sql;
 }
 
-bool MakeLatestPeriods() {
-    Execute(QStringLiteral("DROP TABLE [_DataMRD]"));
-    if (!Execute(QStringLiteral(
-            "SELECT D.IUSNId, D.AreaNId, Max(T.TimePeriod) AS MaxOfTimePeriod INTO [_DataMRD]  FROM _SelTimePeriod AS "
-            "T "
-            "INNER JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  Data AS D ON IUS.IUSNId = D.IUSNId) "
-            "ON "
-            "A.AreaNId = D.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId  GROUP BY D.IUSNId, D.AreaNId, IUS.Deleted "
-            "HAVING IUS.Deleted=False")))
-        return false;
-    Execute(QStringLiteral("DROP TABLE [_DataMRD1]"));
-    return Execute(QStringLiteral(
-        "SELECT [_DataMRD].IUSNId, [_DataMRD].AreaNId, [_DataMRD].MaxOfTimePeriod, CStr(Data.RowNId) AS MAXRowNId INTO "
-        "_DataMRD1  FROM (_DataMRD INNER JOIN Data ON ([_DataMRD].IUSNId = Data.IUSNId) AND ([_DataMRD].AreaNId =  "
-        "Data.AreaNId)) INNER JOIN TimePeriod ON ([_DataMRD].MaxOfTimePeriod = TimePeriod.TimePeriod)  AND "
-        "(Data.TimePeriodNId = TimePeriod.TimePeriodNId)"));
+qint64 Counted(const QString& sql) {
+    const Records rows = Select(sql);
+    return rows.atEnd() ? 0 : rows.Number(std::size_t{0});
 }
 
 } // namespace
@@ -70,68 +85,63 @@ QString NumberText(double number) {
 }
 
 QString BuildRowFilter(const DataFilters& filters) {
-    QString filter = DeletedClause();
-    if (filters.ValueRangeOn)
-        filter += QStringLiteral(" AND (D.Datavalue >= ") + NumberText(filters.DataValueFrom) +
-                  QStringLiteral(" AND D.Datavalue <= ") + NumberText(filters.DataValueTo) + QStringLiteral(")");
+    QString filter = DeletedClause() + RangeOfBareValues(filters);
     if (!MostRecentClause.trimmed().isEmpty()) filter += MostRecentClause;
     return filter;
 }
 
 QString FilteredStatement(const DataFilters& filters, const QString& orderBy) {
-    if (filters.MissingDataOn) return QLatin1String(kMissing) + QStringLiteral(" WHERE IUS.Deleted = False") + orderBy;
-    if (filters.MostRecentOn)
-        return QString::fromLatin1(kIdentifiers) + QLatin1String(kMostRecentFrom) + MostRecentWhere(filters) + orderBy;
-    return RequeryStatement(DeletedClause() + RangeAsNumbers(filters), orderBy);
+    if (filters.MissingDataOn) return MissingDataStatement(filters) + orderBy;
+    if (filters.MostRecentOn) return MostRecentStatement() + RangeAsNumbers(filters) + orderBy;
+    return RequeryStatement(RangeAsNumbers(filters), orderBy);
+}
+
+// The tables know combinations only; a source of one that was taken out must not come back with them.
+QString MostRecentStatement() {
+    return QString::fromLatin1(kMostRecent) + QLatin1String(kInView);
 }
 
 bool MakeMostRecentTables() {
-    if (!MakeLatestPeriods()) return false;
-    QString list = Select(QStringLiteral("SELECT MAXRowNId FROM [_DataMRD1]"), jet::CursorType::ForwardOnly).Joined();
+    ErrorTrap trap("GenerateMostRecentData");
+    Execute(QStringLiteral("DROP TABLE [_DataMRD]"));
+    if (!Execute(QLatin1String(kMakeMRD))) return false;
+    Execute(QStringLiteral("DROP TABLE [_DataMRD1]"));
+    return Execute(QLatin1String(kMakeMRD1));
+}
+
+void SetMostRecentClause() {
+    ErrorTrap trap("GenerateMostRecentData");
+    QString list;
+    trap.Try([&] {
+        Records rows = Select(QStringLiteral("SELECT MAXRowNId FROM [_DataMRD1]"), jet::CursorType::ForwardOnly);
+        if (rows.isOpen()) list = QString::fromStdString(rows.rows().GetString(-1, "", ","));
+    });
     if (list.endsWith(QLatin1Char(','))) list.chop(1);
     // Without any row nothing is to stay, as an empty list would say if it could be written.
     if (list.isEmpty()) list = QStringLiteral("0");
     MostRecentClause = QStringLiteral(" AND D.RowNId in (") + list + QStringLiteral(") ");
-    return true;
 }
 
 bool MakeMissingDataTable() {
+    ErrorTrap trap("GenerateMissingData_Change");
     Execute(QStringLiteral("DROP TABLE _DataTemp1"));
-    return Execute(QStringLiteral("SELECT DISTINCT IUSNId, AreaNID, TimePeriodNId, SourceNId INTO _DataTemp1 FROM "
-                                  "_SelIUSNId, _SelArea, _SelTimePeriod"));
+    return Execute(QLatin1String(kMakeTemp1));
 }
 
-std::optional<std::pair<double, double>> ValueBounds() {
-    const Records bounds =
-        Select(QStringLiteral("SELECT Min(D.Datavalue) AS MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue") +
-               RequeryStatement({}, {}).section(QStringLiteral("D.RowNId "), 1));
-    if (bounds.atEnd()) return std::nullopt;
-    bool hasLeast = false;
-    bool hasGreatest = false;
-    const double least = bounds.Text(std::size_t{0}).toDouble(&hasLeast);
-    const double greatest = bounds.Text(std::size_t{1}).toDouble(&hasGreatest);
-    if (!hasLeast || !hasGreatest) return std::nullopt;
-    return std::pair(least, greatest);
+qint64 SelectedCells() {
+    ErrorTrap trap("SelectedCells");
+    Records pairs = Select(QStringLiteral("SELECT DISTINCT IUSNId, SourceNId FROM _SelIUSNId WHERE Deleted = False"));
+    const qint64 combinations = pairs.isOpen() ? pairs.rows().RecordCount() : 0;
+    return combinations * Counted(QStringLiteral("SELECT Count(*) AS Areas FROM _SelArea")) *
+           Counted(QStringLiteral("SELECT Count(*) AS Periods FROM _SelTimePeriod"));
 }
 
-std::optional<qint64> CountFilteredRows(const DataFilters& filters) {
-    QString sql;
-    if (filters.MissingDataOn) {
-        // A cell each, and one more for every further value that shares a cell.
-        sql =
-            QStringLiteral("SELECT Count(*) AS Cells FROM _SelIUSNId AS IUS, _SelArea AS A, _SelTimePeriod AS T WHERE "
-                           "IUS.Deleted = False");
-    } else if (filters.MostRecentOn) {
-        if (!MakeLatestPeriods()) return std::nullopt;
-        sql = QStringLiteral("SELECT Count(D.RowNId) AS CountOfRows") + QLatin1String(kMostRecentFrom) +
-              QStringLiteral(" WHERE IUS.Deleted = False AND CStr(D.RowNId) = DT.MAXRowNId") + RangeAsNumbers(filters);
-    } else {
-        sql = QStringLiteral("SELECT Count(D.RowNId) AS CountOfRows") +
-              RequeryStatement(DeletedClause() + RangeAsNumbers(filters), {}).section(QStringLiteral("D.RowNId "), 1);
-    }
-    Records count = Select(sql);
-    if (!count.isOpen() || count.atEnd()) return std::nullopt;
-    return count.Number(std::size_t{0});
+bool ValuesReadAsNumbers() {
+    ErrorTrap trap("ValuesReadAsNumbers");
+    const Records unreadable =
+        Select(RequeryStatement(QStringLiteral(" AND (D.Datavalue IS NULL OR IsNumeric(D.Datavalue) = False)"), {}),
+               jet::CursorType::ForwardOnly);
+    return unreadable.isOpen() && unreadable.atEnd();
 }
 
 } // namespace tessaro

@@ -3,13 +3,10 @@
 #include <QString>
 #include <QtGlobal>
 
-#include <optional>
-#include <utility>
-
 namespace tessaro {
 
-/// The row filters of the data view. Missing data shows every cell of the selection's cross product, so it goes without
-/// the other two.
+/// The row filters of the data view. They work together: value range and most recent data say which values stay, and
+/// missing data adds every cell of the selection that has no value.
 struct DataFilters {
     bool MostRecentOn = false;
     bool MostRecentChanged = false;
@@ -24,25 +21,30 @@ struct DataFilters {
     bool operator==(const DataFilters&) const = default;
 };
 
+/// Most cells without a value that are shown; beyond, the user is told instead of waiting for them.
+constexpr qint64 kMostMissingCells = 2'000'000;
+
 /// RowFilter as the later readers of the view get it: rows taken out one by one, value range, most recent data.
 [[nodiscard]] QString BuildRowFilter(const DataFilters& filters);
 
-/// The grid's statement under these filters. For most recent data its working tables have to be there.
+/// The grid's statement under these filters, without the rows taken out one by one. Its working tables, and
+/// MostRecentClause where missing data goes with the most recent, have to be there.
 [[nodiscard]] QString FilteredStatement(const DataFilters& filters, const QString& orderBy);
+/// The grid's statement of the most recent data alone.
+[[nodiscard]] QString MostRecentStatement();
 
-/// Makes _DataMRD and _DataMRD1, the latest period of each combination and area, and sets MostRecentClause. False when
-/// that failed (reported).
+/// Makes _DataMRD and _DataMRD1: the latest period (as text) of each combination and area, and the rows of it. False
+/// when that failed (reported).
 bool MakeMostRecentTables();
+/// Sets MostRecentClause from _DataMRD1.
+void SetMostRecentClause();
 /// Makes _DataTemp1, the cross product of the selection.
 bool MakeMissingDataTable();
+/// Cells of the selection: each pair of combination and source that is in view, in every area and period.
+[[nodiscard]] qint64 SelectedCells();
 
-/// Rows that stay under these filters; nothing when they can't be counted (a value that is no number). Makes the
-/// working tables it needs, but leaves MostRecentClause as it is.
-[[nodiscard]] std::optional<qint64> CountFilteredRows(const DataFilters& filters);
-
-/// The least and the greatest value in view; nothing when there are none.
-[[nodiscard]] std::optional<std::pair<double, double>> ValueBounds();
-
+/// True when every value in view reads as a number, so that making numbers of them can't fail a statement.
+[[nodiscard]] bool ValuesReadAsNumbers();
 /// A number as the statements write it.
 [[nodiscard]] QString NumberText(double number);
 

@@ -1,193 +1,174 @@
 #include "dataview/DataOptions.h"
 
-#include "dataview/GridQuery.h"
+#include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 
-#include <QSet>
+#include <algorithm>
+#include <optional>
 
 namespace tessaro {
 
 namespace {
 
-constexpr auto kPanelFrom =
+constexpr auto kJoins =
     " FROM ((_SelIUSNId AS IUS INNER JOIN Data AS D ON (IUS.SourceNId = D.SourceNId) AND  (IUS.IUSNId = D.IUSNId)) "
-    "INNER "
-    "JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) INNER  JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId";
+    "INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) INNER  JOIN _SelTimePeriod AS T ON D.TimePeriodNId = "
+    "T.TimePeriodNId";
+constexpr auto kSources =
+    "SELECT DISTINCT IUS.IUSNId, IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.Subpop, IUS.Source,  IUS.SourceNId, "
+    "IUS.RecommendedSource, IUS.UnitGId, IUS.SubpopGId ";
+constexpr auto kUnits = "SELECT DISTINCT IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.UnitGId ";
+constexpr auto kSubpops = "SELECT DISTINCT IUS.IndicatorGId, IUS.[Indicator], IUS.Subpop, IUS.SubpopGId ";
+constexpr auto kRows = "SELECT RowNId FROM [_SelIUSNId] as IUS ";
+constexpr qsizetype kPrefixLength = 3;
 
-bool IsGlobal(const QString& gid) {
-    return gid.startsWith(QLatin1Char('-'));
+bool IsShared(const QString& gId) {
+    return gId.startsWith(QLatin1Char('-'));
 }
 
-/// What stands before and behind the "_" of a key, after its first three characters. Identifiers hold no "_".
-std::pair<QString, QString> Parts(const QString& key) {
-    const QString pair = key.mid(3);
-    return {pair.section(QLatin1Char('_'), 0, 0), pair.section(QLatin1Char('_'), 1)};
+QString Shown(const Records& rows, const char* field) {
+    return GetText(rows.Text(field), true);
 }
 
-QString RowsStatement(DataPanel panel, const QString& key) {
-    const auto [a, b] = Parts(key);
-    QString sql = QStringLiteral("SELECT RowNId FROM [_SelIUSNId] as IUS ");
-    switch (panel) {
-    case DataPanel::Sources:
-        return sql + QStringLiteral(" WHERE IUSNId = ") + a + QStringLiteral(" AND SourceNId = ") + b;
-    case DataPanel::Units:
-        return sql + QStringLiteral(" WHERE IndicatorGId = '") + QuoteDoubled(a) + QStringLiteral("' AND UnitGID = '") +
-               QuoteDoubled(b) + QStringLiteral("'");
-    case DataPanel::Subpops:
-        return sql + QStringLiteral(" WHERE IndicatorGId = '") + QuoteDoubled(a) +
-               QStringLiteral("' AND SubpopGID = '") + QuoteDoubled(b) + QStringLiteral("'");
-    }
-    return sql;
+/// Two identifiers of a row and the item that it makes.
+struct Entry {
+    std::pair<QString, QString> parts;
+    KeyedItem item;
+};
+
+Entry SourceEntry(const Records& rows) {
+    const auto bit = [&rows](const char* field, int place) { return IsShared(rows.Text(field)) ? 1 << place : 0; };
+    KeyedItem item;
+    item.cells = {Shown(rows, "Indicator"), Shown(rows, "Unit"), Shown(rows, "Subpop"), Shown(rows, "Source")};
+    item.globalCells = static_cast<quint8>(bit("IndicatorGId", 0) | bit("UnitGId", 1) | bit("SubpopGId", 2));
+    item.marked = rows.Flag("RecommendedSource");
+    return {{rows.Text("IUSNId"), rows.Text("SourceNId")}, std::move(item)};
 }
 
-QString WithoutLastComma(const QString& list) {
-    return list.endsWith(QLatin1Char(',')) ? list.chopped(1) : list;
+Entry PairEntry(const Records& rows, const char* name, const char* gId) {
+    KeyedItem item;
+    item.cells = {Shown(rows, "Indicator"), Shown(rows, name)};
+    item.globalCells =
+        static_cast<quint8>((IsShared(rows.Text("IndicatorGId")) ? 1 : 0) | (IsShared(rows.Text(gId)) ? 2 : 0));
+    return {{rows.Text("IndicatorGId"), rows.Text(gId)}, std::move(item)};
 }
 
-/// Leaves out the rows that the other two panels hold.
-QString NotInOthers(DataPanel panel, const PanelRows& rows) {
-    QString clause;
-    for (const DataPanel other : DataPanels) {
-        const QString list = WithoutLastComma(rows.Of(other));
-        if (other != panel && !list.trimmed().isEmpty())
-            clause += QStringLiteral(" AND IUS.RowNId not in(") + list + QStringLiteral(") ");
-    }
-    return clause;
+/// The numbers that a query gives; nothing when it failed.
+std::optional<std::vector<qint64>> NumbersOf(const QString& sql) {
+    Records rows = Select(sql, jet::CursorType::ForwardOnly);
+    if (!rows.isOpen()) return std::nullopt;
+    std::vector<qint64> numbers;
+    for (; !rows.atEnd(); rows.MoveNext())
+        numbers.push_back(rows.Number(std::size_t{0}));
+    return numbers;
 }
 
-QStringList RowsOf(DataPanel panel, const QStringList& keys, const QString& tail) {
-    QStringList found;
-    for (const QString& key : keys) {
-        Records rows = Select(RowsStatement(panel, key) + tail);
-        for (; !rows.atEnd(); rows.MoveNext())
-            found << QString::number(rows.Number(std::size_t{0}));
-    }
-    return found;
+bool SetDeleted(const std::vector<qint64>& rows, bool deleted) {
+    if (rows.empty()) return true;
+    return Execute(QStringLiteral("UPDATE _SelIUSNId IUS SET IUS.[Deleted] = ") +
+                   (deleted ? QStringLiteral("True") : QStringLiteral("False")) +
+                   QStringLiteral("  WHERE IUS.RowNId in(") + RowNumbers::Joined(rows) + QStringLiteral(")"));
 }
 
 } // namespace
 
-QString& PanelRows::Of(DataPanel panel) {
-    return panel == DataPanel::Sources ? SourceDeletedRows
-           : panel == DataPanel::Units ? UnitDeletedRows
-                                       : SubpopDeletedRows;
+QString DataOptions::ListStatement(OptionList option) {
+    const char* select = option == OptionList::Sources ? kSources : option == OptionList::Units ? kUnits : kSubpops;
+    return QLatin1String(select) + QLatin1String(kJoins);
 }
 
-const QString& PanelRows::Of(DataPanel panel) const {
-    return const_cast<PanelRows&>(*this).Of(panel);
-}
-
-QString PanelStatement(DataPanel panel) {
-    switch (panel) {
-    case DataPanel::Sources:
-        return QStringLiteral("SELECT DISTINCT IUS.IUSNId, IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.Subpop, "
-                              "IUS.Source,  IUS.SourceNId, IUS.RecommendedSource, IUS.UnitGId, IUS.SubpopGId ") +
-               QLatin1String(kPanelFrom);
-    case DataPanel::Units:
-        return QStringLiteral("SELECT DISTINCT IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.UnitGId ") +
-               QLatin1String(kPanelFrom);
-    case DataPanel::Subpops:
-        return QStringLiteral("SELECT DISTINCT IUS.IndicatorGId, IUS.[Indicator], IUS.Subpop, IUS.SubpopGId ") +
-               QLatin1String(kPanelFrom);
-    }
-    return {};
-}
-
-std::vector<KeyedItem> PanelItems(DataPanel panel) {
+std::vector<KeyedItem> DataOptions::LoadDataInto_SOURCES_UNIT_SUBPOPS(OptionList option) {
+    ErrorTrap trap("LoadDataInto_SOURCES_UNIT_SUBPOPS");
+    QHash<QString, KeyParts>& parts = parts_.at(static_cast<std::size_t>(option));
+    parts.clear();
+    const QString prefix = option == OptionList::Units ? QStringLiteral("IU_") : QStringLiteral("IS_");
     std::vector<KeyedItem> items;
-    Records rows = Select(PanelStatement(panel));
-    for (; !rows.atEnd(); rows.MoveNext()) {
-        const QString indicatorGId = rows.Text("IndicatorGId");
-        KeyedItem item;
-        item.cells << rows.Text("Indicator");
-        if (IsGlobal(indicatorGId)) item.globalCells |= 1;
-        const auto cell = [&](const char* text, const char* gid) {
-            if (gid && IsGlobal(rows.Text(gid))) item.globalCells |= static_cast<quint8>(1U << item.cells.size());
-            item.cells << rows.Text(text);
-        };
-        switch (panel) {
-        case DataPanel::Sources:
-            item.key = QStringLiteral("IS_%1_%2").arg(rows.Number("IUSNId")).arg(rows.Number("SourceNId"));
-            cell("Unit", "UnitGId");
-            cell("Subpop", "SubpopGId");
-            cell("Source", nullptr);
-            item.marked = rows.Flag("RecommendedSource");
-            break;
-        case DataPanel::Units:
-            item.key = QStringLiteral("IU_") + indicatorGId + QLatin1Char('_') + rows.Text("UnitGId");
-            cell("Unit", "UnitGId");
-            break;
-        case DataPanel::Subpops:
-            item.key = QStringLiteral("IS_") + indicatorGId + QLatin1Char('_') + rows.Text("SubpopGId");
-            cell("Subpop", "SubpopGId");
-            break;
-        }
-        items.push_back(std::move(item));
+    for (Records rows = Select(ListStatement(option)); !rows.atEnd(); rows.MoveNext()) {
+        Entry entry = option == OptionList::Sources ? SourceEntry(rows)
+                      : option == OptionList::Units ? PairEntry(rows, "Unit", "UnitGId")
+                                                    : PairEntry(rows, "Subpop", "SubpopGId");
+        entry.item.key = prefix + entry.parts.first + QLatin1Char('_') + entry.parts.second;
+        parts.insert(entry.item.key, entry.parts);
+        items.push_back(std::move(entry.item));
     }
     return items;
 }
 
-QStringList PanelHeads(DataPanel panel) {
-    const QString indicator = QStringLiteral("Comm_Indicator");
-    switch (panel) {
-    case DataPanel::Sources:
-        return {indicator, QStringLiteral("Comm_Unit"), QStringLiteral("Subpop"), QStringLiteral("Comm_Source")};
-    case DataPanel::Units:
-        return {indicator, QStringLiteral("Comm_Unit")};
-    case DataPanel::Subpops:
-        return {indicator, QStringLiteral("Subpop")};
+DataOptions::KeyParts DataOptions::PartsOf(OptionList option, const QString& key) const {
+    const QHash<QString, KeyParts>& parts = parts_.at(static_cast<std::size_t>(option));
+    if (const auto known = parts.constFind(key); known != parts.constEnd()) return *known;
+    const QString rest = key.mid(kPrefixLength);
+    return {rest.section(QLatin1Char('_'), 0, 0), rest.section(QLatin1Char('_'), 1)};
+}
+
+QString DataOptions::RowsStatement(OptionList option, const QString& key) const {
+    const auto [a, b] = PartsOf(option, key);
+    if (option == OptionList::Sources)
+        return QLatin1String(kRows) + QStringLiteral(" WHERE IUSNId = ") + QString::number(a.toLongLong()) +
+               QStringLiteral(" AND SourceNId = ") + QString::number(b.toLongLong());
+    const QString second =
+        option == OptionList::Units ? QStringLiteral("' AND UnitGID = '") : QStringLiteral("' AND SubpopGID = '");
+    return QLatin1String(kRows) + QStringLiteral(" WHERE IndicatorGId = '") + QuoteDoubled(a) + second +
+           QuoteDoubled(b) + QStringLiteral("'");
+}
+
+QString DataOptions::NotHeldByOthers(OptionList option) const {
+    QString clause;
+    for (const OptionList other : {OptionList::Sources, OptionList::Units, OptionList::Subpops}) {
+        if (other == option || ListOf(other).isEmpty()) continue;
+        clause += QStringLiteral(" AND IUS.RowNId not in(") + RowNumbers::Joined(ListOf(other).Numbers()) +
+                  QStringLiteral(") ");
     }
-    return {};
+    return clause;
 }
 
-void TakeOut(DataPanel panel, const QStringList& keys, bool all, PanelRows& rows) {
-    if (all) {
-        Execute(QStringLiteral("UPDATE _SelIUSNId SET [Deleted] = True"));
-        return;
+bool DataOptions::RemoveIndicatorFromSel(OptionList option, const QStringList& keys) {
+    ErrorTrap trap("RemoveIndicatorFromSel");
+    const QString others = NotHeldByOthers(option);
+    std::vector<qint64> rows;
+    for (const QString& key : keys) {
+        const auto found = NumbersOf(RowsStatement(option, key) + others);
+        if (!found) return false;
+        rows.insert(rows.end(), found->begin(), found->end());
     }
-    const QStringList found = RowsOf(panel, keys, NotInOthers(panel, rows));
-    if (found.isEmpty()) return;
-    const QString list = found.join(QLatin1Char(','));
-    rows.Of(panel) += list + QLatin1Char(',');
-    Execute(QStringLiteral("UPDATE _SelIUSNId IUS SET IUS.[Deleted] = True  WHERE IUS.RowNId in(") + list +
-            QStringLiteral(")"));
+    if (!SetDeleted(rows, true)) return false;
+    ListOf(option).Append(rows);
+    return true;
 }
 
-void PutBack(DataPanel panel, const QStringList& keys, PanelRows& rows) {
-    const QStringList found = RowsOf(panel, keys, NotInOthers(panel, rows) + QStringLiteral(" AND DELETED = True"));
-    if (found.isEmpty()) return;
-    const QSet<QString> gone(found.begin(), found.end());
-    QString kept;
-    const QStringList held = rows.Of(panel).split(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (const QString& row : held)
-        if (!gone.contains(row)) kept += row + QLatin1Char(',');
-    rows.Of(panel) = kept;
-    Execute(QStringLiteral("UPDATE _SelIUSNId IUS SET IUS.[Deleted] = False  WHERE IUS.RowNId in(") +
-            found.join(QLatin1Char(',')) + QStringLiteral(")"));
+bool DataOptions::RemoveAllFromSel(OptionList option) {
+    ErrorTrap trap("RemoveIndicatorFromSel");
+    const auto rows = NumbersOf(QLatin1String(kRows) + QStringLiteral(" WHERE True") + NotHeldByOthers(option));
+    if (!rows || !Execute(QStringLiteral("UPDATE _SelIUSNId SET [Deleted] = True"))) return false;
+    ListOf(option).Append(*rows);
+    return true;
 }
 
-std::vector<KeyedItem> SortItems() {
-    struct SortColumn {
-        const char* expression;
-        const char* caption;
-    };
-    constexpr SortColumn columns[] = {{"T.[TimePeriod]", "Comm_Time"},   {"A.AreaID", "Comm_Area Id"},
-                                      {"A.AreaName", "Comm_Area Name"},  {"IUS.[Indicator]", "Comm_Indicator"},
-                                      {"D.DataValue", "Comm_Datavalue"}, {"IUS.Unit", "Comm_Unit"},
-                                      {"IUS.Subpop", "Subpop"},          {"IUS.Source", "Comm_Source"}};
-    std::vector<KeyedItem> items;
-    for (const SortColumn& column : columns)
-        items.push_back({QLatin1String(column.expression), {GetText(QLatin1String(column.caption))}});
-    return items;
+bool DataOptions::AddIndicatorToSel(OptionList option, const QStringList& keys) {
+    ErrorTrap trap("AddIndicatorToSel");
+    const QString others = NotHeldByOthers(option);
+    std::vector<qint64> rows;
+    for (const QString& key : keys) {
+        const auto found = NumbersOf(RowsStatement(option, key) + others + QStringLiteral(" AND DELETED = True"));
+        if (!found) return false;
+        rows.insert(rows.end(), found->begin(), found->end());
+    }
+    if (!SetDeleted(rows, false)) return false;
+    ListOf(option).Remove(rows);
+    return true;
 }
 
-QString OrderByOf(const std::vector<KeyedItem>& chosen) {
-    QString order;
-    for (const KeyedItem& item : chosen)
-        order += QStringLiteral(", ") + item.key + (item.marked ? QStringLiteral(" Desc") : QString());
-    return order.isEmpty() ? QString() : QStringLiteral(" ORDER BY ") + order.mid(1).trimmed();
+bool DataOptions::AnythingTakenOut() const {
+    return std::ranges::any_of(lists_, [](const RowNumbers& list) { return !list.isEmpty(); });
+}
+
+void DataOptions::Reset() {
+    for (RowNumbers& list : lists_)
+        list.Clear();
+    for (auto& parts : parts_)
+        parts.clear();
 }
 
 } // namespace tessaro

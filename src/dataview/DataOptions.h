@@ -1,45 +1,60 @@
 #pragma once
 
 #include "controls/KeyedItem.h"
+#include "dataview/RowNumbers.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace tessaro {
 
-/// The panels that take items out of the data view: pairs of combination and source, units, subpopulations.
-enum class DataPanel { Sources, Units, Subpops };
-constexpr std::array<DataPanel, 3> DataPanels{DataPanel::Sources, DataPanel::Units, DataPanel::Subpops};
+/// The options whose panels take things out of the view, in the order of their lists.
+enum class OptionList { Sources, Units, Subpops };
 
-/// Which panel holds which row of _SelIUSNId out of the view: comma lists of RowNId, each number with a comma behind
-/// it. They keep a row that one panel took out from coming back through another.
-struct PanelRows {
-    QString SourceDeletedRows;
-    QString UnitDeletedRows;
-    QString SubpopDeletedRows;
+/// What the panels of sources, units and subpopulations list and what they have taken out of the view. A row of
+/// _SelIUSNId that is taken out has its Deleted flag up, and one of three lists says which panel did it, so that
+/// another panel's putting back doesn't bring it back.
+class DataOptions final {
+  public:
+    /// The selected sources, units or subpopulations that have data, with their keys; a source that is recommended for
+    /// its combination is marked.
+    [[nodiscard]] std::vector<KeyedItem> LoadDataInto_SOURCES_UNIT_SUBPOPS(OptionList option);
+    /// Takes the rows of these items out of the view. False when a statement failed; nothing has changed then.
+    bool RemoveIndicatorFromSel(OptionList option, const QStringList& keys);
+    /// Takes every row out; those that no other panel holds are this panel's from now on.
+    bool RemoveAllFromSel(OptionList option);
+    /// Puts the rows of these items back, except those that another panel holds.
+    bool AddIndicatorToSel(OptionList option, const QStringList& keys);
+    [[nodiscard]] bool AnythingTakenOut() const;
+    /// A new selection: nothing is listed or taken out.
+    void Reset();
 
-    [[nodiscard]] QString& Of(DataPanel panel);
-    [[nodiscard]] const QString& Of(DataPanel panel) const;
+    [[nodiscard]] QString SourceDeletedRows() const { return ListOf(OptionList::Sources).Text(); }
+    [[nodiscard]] QString UnitDeletedRows() const { return ListOf(OptionList::Units).Text(); }
+    [[nodiscard]] QString SubpopDeletedRows() const { return ListOf(OptionList::Subpops).Text(); }
+
+    /// The statement that lists what a panel offers.
+    [[nodiscard]] static QString ListStatement(OptionList option);
+
+  private:
+    using KeyParts = std::pair<QString, QString>;
+
+    [[nodiscard]] RowNumbers& ListOf(OptionList option) { return lists_.at(static_cast<std::size_t>(option)); }
+    [[nodiscard]] const RowNumbers& ListOf(OptionList option) const {
+        return lists_.at(static_cast<std::size_t>(option));
+    }
+    [[nodiscard]] KeyParts PartsOf(OptionList option, const QString& key) const;
+    [[nodiscard]] QString RowsStatement(OptionList option, const QString& key) const;
+    [[nodiscard]] QString NotHeldByOthers(OptionList option) const;
+
+    std::array<RowNumbers, 3> lists_;
+    /// Identifiers may hold the sign that joins them in a key, so the parts of each key are kept.
+    std::array<QHash<QString, KeyParts>, 3> parts_;
 };
-
-/// The statement of a panel's items: those of the selection that have data.
-[[nodiscard]] QString PanelStatement(DataPanel panel);
-/// The items themselves. A recommended source is marked.
-[[nodiscard]] std::vector<KeyedItem> PanelItems(DataPanel panel);
-/// Keys of the heads of a panel's columns.
-[[nodiscard]] QStringList PanelHeads(DataPanel panel);
-
-/// Takes the items with these keys out of the view; `all` takes out everything.
-void TakeOut(DataPanel panel, const QStringList& keys, bool all, PanelRows& rows);
-/// Puts them back, except rows that another panel holds.
-void PutBack(DataPanel panel, const QStringList& keys, PanelRows& rows);
-
-/// The columns that the sort panel offers: key is the sort expression.
-[[nodiscard]] std::vector<KeyedItem> SortItems();
-/// " ORDER BY …" of the chosen columns in order, descending where an item is marked; empty for none.
-[[nodiscard]] QString OrderByOf(const std::vector<KeyedItem>& chosen);
 
 } // namespace tessaro

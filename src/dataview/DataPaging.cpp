@@ -91,33 +91,21 @@ std::vector<GridRow> DataPaging::CreateDataPage(qint64 first, int rowCount) {
     return page;
 }
 
-// Grid rows are counted from 1 here; the grid keeps a spare last row as long as a load is running.
+// A row keeps its place in the query for ever, so pages go by that, whatever has been removed from the grid meanwhile.
 void DataPaging::LoadPageIntoGrid(std::vector<GridRow> page) {
     ErrorTrap trap("LoadPageIntoGrid");
     const int length = static_cast<int>(page.size());
     if (length == 0) return;
     const bool gridHasAllRows = totalKnown_ && bottomStarted_;
-    int target = 0;
-    if (loadingFromTop_ && gridHasAllRows) {
-        target = static_cast<int>(nextFromTop_);
-    } else if (loadingFromTop_) {
-        target = grid_.QueryRows() + 1;
-        grid_.InsertRows(length);
+    qint64 target = 0;
+    if (loadingFromTop_) {
+        target = nextFromTop_ - 1;
+        if (!gridHasAllRows) grid_.InsertRows(length);
     } else {
+        target = totalRows_ - takenFromBottom_ - length;
         if (!bottomStarted_) grid_.InsertRows(static_cast<int>(totalRows_) - grid_.QueryRows());
-        target = grid_.QueryRows() + 1 - static_cast<int>(takenFromBottom_) - length;
     }
-    grid_.PutBlock(target - 1, std::move(page));
-}
-
-std::vector<GridRow> DataPaging::Texts(const QString& sql) {
-    ErrorTrap trap("RestoreDeletedRows");
-    std::vector<GridRow> rows;
-    trap.Try([&] {
-        PageQuery query;
-        if (query.Open(sql)) rows = builder_.CreateDataPage(query.GetRows(0, static_cast<int>(query.RecordCount())));
-    });
-    return rows;
+    grid_.PutBlock(target, std::move(page));
 }
 
 void DataPaging::EndPaging(bool removeLast) {
@@ -143,8 +131,7 @@ bool DataPaging::LoadFromEnd() {
         SetTimer(true);
         return false;
     }
-    totalRows_ = pageQuery_.RecordCount(onCounting);
-    totalKnown_ = true;
+    CountRows();
     loadingFromTop_ = false;
     loadingFromBottom_ = true;
     SetTimer(true);
@@ -152,7 +139,29 @@ bool DataPaging::LoadFromEnd() {
 }
 
 qint64 DataPaging::CountRows() {
-    return totalKnown_ || pagingComplete_ ? totalRows_ : pageQuery_.RecordCount(onCounting);
+    if (pagingComplete_ || totalKnown_ || !pageQuery_.isOpen()) return totalRows_;
+    totalRows_ = pageQuery_.RecordCount(onCounting);
+    totalKnown_ = true; // from now on the number of rows ends the load, since the query stands at its end
+    return totalRows_;
+}
+
+void DataPaging::FinishAtOnce() {
+    if (pagingComplete_ || !pageQuery_.isOpen()) return;
+    SetTimer(false);
+    CountRows();
+    grid_.InsertRows(static_cast<int>(totalRows_) - grid_.QueryRows());
+    rowsLoaded_ = totalRows_;
+    EndPaging(true);
+}
+
+void DataPaging::AppendRows(const std::vector<qint64>& rowNIds) {
+    FinishAtOnce();
+    if (!pageQuery_.isOpen()) return;
+    pageQuery_.Append(rowNIds);
+    const auto count = static_cast<qint64>(rowNIds.size());
+    totalRows_ += count;
+    rowsLoaded_ += count;
+    grid_.AppendRows(static_cast<int>(count));
 }
 
 void DataPaging::LoadFromStart() {

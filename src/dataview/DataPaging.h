@@ -33,8 +33,6 @@ class DataPaging final {
     bool StartPaging(const QString& sql);
     /// One tick of the timer: the next page of the stream that is served, or the end of the load.
     void PageTick();
-    /// All rows of another identifier statement with their texts; the load isn't touched.
-    [[nodiscard]] std::vector<GridRow> Texts(const QString& sql);
     /// Timer off; with `removeLast` the spare last row goes and the load counts as complete.
     void EndPaging(bool removeLast);
     /// Ends the load and closes the query without a change to the grid.
@@ -43,10 +41,17 @@ class DataPaging final {
     /// Ctrl+End: counts the rows and starts the bottom stream. False when that stream has begun already, or the load is
     /// complete, so that the key has its ordinary meaning.
     bool LoadFromEnd();
-    /// All rows of the query, walking to its end when that isn't reached yet; the load goes on as before.
-    qint64 CountRows();
     /// Ctrl+Home: serves the top stream again, unless the load is complete.
     void LoadFromStart();
+    /// Ends a running load at once: the rows are counted, and those that weren't delivered yet are made when they are
+    /// looked at.
+    void FinishAtOnce();
+    /// Puts rows of Data behind the last row of the grid, after FinishAtOnce.
+    void AppendRows(const std::vector<qint64>& rowNIds);
+    /// Number of rows of the query, counted now when it isn't known.
+    qint64 CountRows();
+    /// The RowNId of a row of the query (from 0) that has been delivered or counted; nothing for a row without a value.
+    [[nodiscard]] std::optional<qint64> RowNIdOf(qint64 row) const { return pageQuery_.RowNIdOf(row); }
     /// The timer while something else has the hands full (a scroll, another stage), and again after it.
     void PauseTimer();
     void ResumeTimer();

@@ -42,105 +42,88 @@ GridModel::GridModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 void GridModel::Clear() {
     beginResetModel();
-    queryRows_ = 0;
+    maxRows_ = 0;
     hasSpare_ = false;
-    removed_.clear();
-    extra_.clear();
     order_.clear();
+    removed_.clear();
     blocks_.clear();
     footnotes_.clear();
     endResetModel();
 }
 
-int GridModel::ValueRows() const {
-    if (!order_.empty()) return static_cast<int>(order_.size());
-    return RowsOfQueryShown() + static_cast<int>(extra_.size());
-}
-
 void GridModel::InsertRows(int count) {
     if (count <= 0) return;
-    const int first = RowsOfQueryShown();
-    beginInsertRows({}, first, first + count - 1);
-    queryRows_ += count;
-    endInsertRows();
-    if (hasSpare_) return;
-    beginInsertRows({}, ValueRows(), ValueRows());
+    const int added = count + (hasSpare_ ? 0 : 1);
+    beginInsertRows({}, ValueRows(), ValueRows() + added - 1);
+    maxRows_ += added;
     hasSpare_ = true;
     endInsertRows();
 }
 
 void GridModel::DeleteSpareRow() {
     if (!hasSpare_) return;
-    beginRemoveRows({}, ValueRows(), ValueRows());
+    beginRemoveRows({}, maxRows_ - 1, maxRows_ - 1);
+    --maxRows_;
     hasSpare_ = false;
     endRemoveRows();
 }
 
-void GridModel::RemoveRows(const std::vector<int>& rows) {
-    if (rows.empty()) return;
-    const bool isRun = rows.back() - rows.front() + 1 == static_cast<int>(rows.size());
-    // Many rows here and there cost less as a new grid than as one change each.
-    isRun ? beginRemoveRows({}, rows.front(), rows.back()) : beginResetModel();
-    order_.empty() ? RemoveInQueryOrder(rows) : RemoveFromOrder(rows);
-    isRun ? endRemoveRows() : endResetModel();
-}
-
-void GridModel::RemoveFromOrder(const std::vector<int>& rows) {
-    std::vector<qint32> left;
-    std::size_t next = 0;
-    for (int row = 0; row < static_cast<int>(order_.size()); ++row) {
-        if (next < rows.size() && rows[next] == row)
-            ++next;
-        else
-            left.push_back(order_[static_cast<std::size_t>(row)]);
-    }
-    order_ = std::move(left);
-    if (!order_.empty()) return;
-    // An order of no rows would read as none.
-    queryRows_ = 0;
-    removed_.clear();
-    extra_.clear();
-}
-
-void GridModel::RemoveInQueryOrder(const std::vector<int>& rows) {
-    std::vector<qint32> gone;
-    std::vector<bool> extraGone(extra_.size());
-    for (const int row : rows) {
-        const qint64 source = SourceOf(row);
-        if (source >= 0)
-            gone.push_back(static_cast<qint32>(source));
-        else
-            extraGone[static_cast<std::size_t>(~source)] = true;
-    }
-    std::vector<qint32> merged;
-    std::ranges::merge(removed_, gone, std::back_inserter(merged));
-    removed_ = std::move(merged);
-    std::vector<GridRow> left;
-    for (std::size_t place = 0; place < extra_.size(); ++place)
-        if (!extraGone[place]) left.push_back(std::move(extra_[place]));
-    extra_ = std::move(left);
-}
-
-void GridModel::AppendRows(std::vector<GridRow> rows) {
-    if (rows.empty()) return;
-    const int first = ValueRows();
-    beginInsertRows({}, first, first + static_cast<int>(rows.size()) - 1);
-    for (GridRow& row : rows) {
-        if (!order_.empty()) order_.push_back(~static_cast<qint32>(extra_.size()));
-        extra_.push_back(std::move(row));
-    }
+void GridModel::AppendRows(int count) {
+    if (count <= 0 || hasSpare_) return;
+    const int queryRows = QueryRows();
+    beginInsertRows({}, maxRows_, maxRows_ + count - 1);
+    maxRows_ += count;
+    for (int row = queryRows; !order_.empty() && row < queryRows + count; ++row)
+        order_.push_back(row);
+    // A block at the old end has been asked for its rows already; it must be asked again for those that follow.
+    if (const auto block = blocks_.find(queryRows / kBlockRows); block != blocks_.end()) blocks_.erase(block);
     endInsertRows();
 }
 
-// Row r of those that are left is query row r + k, where k rows were removed at or before it.
-qint64 GridModel::SourceOf(int row) const {
-    if (!order_.empty()) return order_[static_cast<std::size_t>(row)];
-    if (row >= RowsOfQueryShown()) return ~static_cast<qint64>(row - RowsOfQueryShown());
+void GridModel::RemoveRows(std::vector<int> rows) {
+    std::erase_if(rows, [this](int row) { return row < 0 || row >= ValueRows(); });
+    std::ranges::sort(rows, std::greater());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    std::vector<std::pair<int, int>> runs; // first and last row, from the bottom up
+    for (const int row : rows) {
+        if (!runs.empty() && runs.back().first == row + 1)
+            runs.back().first = row;
+        else
+            runs.emplace_back(row, row);
+    }
+    // Telling the view of each of very many runs costs it more than looking at everything again.
+    constexpr std::size_t kMostRuns = 100;
+    const bool oneByOne = runs.size() <= kMostRuns;
+    if (!oneByOne) beginResetModel();
+    for (const auto& [first, last] : runs) {
+        if (oneByOne) beginRemoveRows({}, first, last);
+        TakeAway(first, last);
+        if (oneByOne) endRemoveRows();
+    }
+    if (!oneByOne) endResetModel();
+}
+
+void GridModel::TakeAway(int first, int last) {
+    std::vector<qint32> taken;
+    for (int row = first; row <= last; ++row)
+        taken.push_back(static_cast<qint32>(QueryRowOf(row)));
+    if (!order_.empty()) order_.erase(order_.begin() + first, order_.begin() + last + 1);
+    std::ranges::sort(taken);
+    const auto middle = static_cast<std::ptrdiff_t>(removed_.size());
+    removed_.insert(removed_.end(), taken.begin(), taken.end());
+    std::inplace_merge(removed_.begin(), removed_.begin() + middle, removed_.end());
+    maxRows_ -= last - first + 1;
+}
+
+// As many removed rows lie before a grid row as there are whose own place, less those before it, isn't behind the row.
+qint64 GridModel::QueryRowOf(int row) const {
+    const auto place = static_cast<std::size_t>(row);
+    if (!order_.empty()) return place < order_.size() ? order_[place] : row;
     std::size_t low = 0;
     std::size_t high = removed_.size();
     while (low < high) {
-        const std::size_t middle = (low + high) / 2;
-        if (removed_[middle] - static_cast<qint32>(middle) <= row)
+        const std::size_t middle = low + (high - low) / 2;
+        if (removed_[middle] - static_cast<qint64>(middle) <= row)
             low = middle + 1;
         else
             high = middle;
@@ -148,7 +131,12 @@ qint64 GridModel::SourceOf(int row) const {
     return row + static_cast<qint64>(low);
 }
 
-void GridModel::PutBlock(int first, std::vector<GridRow> rows) {
+int GridModel::GridRowOf(qint64 queryRow) const {
+    const auto before = std::ranges::lower_bound(removed_, queryRow) - removed_.begin();
+    return static_cast<int>(queryRow - before);
+}
+
+void GridModel::PutBlock(qint64 first, std::vector<GridRow> rows) {
     if (rows.empty() || first < 0) return;
     for (std::size_t place = 0; place < rows.size(); ++place) {
         const qint64 row = first + static_cast<qint64>(place);
@@ -156,9 +144,9 @@ void GridModel::PutBlock(int first, std::vector<GridRow> rows) {
         block.rows.at(static_cast<std::size_t>(row % kBlockRows)) = std::move(rows[place]);
         block.filled |= quint64{1} << (row % kBlockRows);
     }
-    const int shownFirst = std::max(first - static_cast<int>(removed_.size()), 0);
-    const int last = std::min(first + static_cast<int>(rows.size()), ValueRows()) - 1;
-    if (shownFirst <= last) Q_EMIT dataChanged(index(shownFirst, 0), index(last, MaxCols - 1));
+    const int top = GridRowOf(first);
+    const int last = std::min(GridRowOf(first + static_cast<qint64>(rows.size())), maxRows_) - 1;
+    if (top <= last) Q_EMIT dataChanged(index(top, 0), index(last, MaxCols - 1));
 }
 
 GridModel::Block& GridModel::BlockOf(qint64 queryRow) const {
@@ -183,7 +171,7 @@ void GridModel::DropOldest() const {
 // A row that could not be made stays blank instead of being asked for with every painting.
 void GridModel::FetchBlock(Block& block, qint64 queryRow) const {
     const qint64 first = queryRow - queryRow % kBlockRows;
-    const int count = static_cast<int>(std::min<qint64>(kBlockRows, queryRows_ - first));
+    const int count = static_cast<int>(std::min<qint64>(kBlockRows, QueryRows() - first));
     std::vector<GridRow> rows = fetch_ ? fetch_(first, count) : std::vector<GridRow>();
     rows.resize(static_cast<std::size_t>(count));
     for (int place = 0; place < count; ++place) {
@@ -195,8 +183,7 @@ void GridModel::FetchBlock(Block& block, qint64 queryRow) const {
 
 const GridRow* GridModel::RowAt(int row) const {
     if (row < 0 || row >= ValueRows()) return nullptr;
-    const qint64 queryRow = SourceOf(row);
-    if (queryRow < 0) return &extra_[static_cast<std::size_t>(~queryRow)];
+    const qint64 queryRow = QueryRowOf(row);
     Block& block = BlockOf(queryRow);
     if ((block.filled >> (queryRow % kBlockRows) & 1) == 0) FetchBlock(block, queryRow);
     return &block.rows.at(static_cast<std::size_t>(queryRow % kBlockRows));
@@ -212,7 +199,7 @@ void GridModel::SortInGrid(int column, bool ascending) {
 
     std::vector<std::pair<int, qint32>> rows(count); // place of the text, query row
     for (std::size_t row = 0; row < count; ++row)
-        rows[row] = {places.value(texts[row]), static_cast<qint32>(SourceOf(static_cast<int>(row)))};
+        rows[row] = {places.value(texts[row]), static_cast<qint32>(QueryRowOf(static_cast<int>(row)))};
     std::ranges::stable_sort(
         rows, [ascending](const auto& a, const auto& b) { return ascending ? a.first < b.first : a.first > b.first; });
 
@@ -223,7 +210,7 @@ void GridModel::SortInGrid(int column, bool ascending) {
 }
 
 int GridModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : MaxRows();
+    return parent.isValid() ? 0 : maxRows_;
 }
 
 int GridModel::columnCount(const QModelIndex& parent) const {
@@ -233,7 +220,7 @@ int GridModel::columnCount(const QModelIndex& parent) const {
 QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const int column = index.column() + 1;
-    if (role == SpareRole) return hasSpare_ && index.row() == MaxRows() - 1;
+    if (role == SpareRole) return hasSpare_ && index.row() == maxRows_ - 1;
     if (role != Qt::DisplayRole && role != Qt::TextAlignmentRole && role != Qt::ForegroundRole &&
         role != Qt::ToolTipRole && role != FootnoteRole)
         return {};
@@ -292,7 +279,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
 void GridModel::Refresh() {
     footnotes_.clear();
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, MaxCols - 1);
-    if (MaxRows() > 0) Q_EMIT dataChanged(index(0, 0), index(MaxRows() - 1, MaxCols - 1));
+    if (maxRows_ > 0) Q_EMIT dataChanged(index(0, 0), index(maxRows_ - 1, MaxCols - 1));
 }
 
 } // namespace tessaro

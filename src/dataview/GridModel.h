@@ -12,11 +12,11 @@
 
 namespace tessaro {
 
-/// The rows of the data grid. Grid row r (counted from 0 here) shows row r of the query, except after a sort in the
-/// grid. Texts of at most 50,000 rows are held; those of rows longest out of view give way and are made again when they
-/// are looked at, so that the grid may have millions of rows. Rows of the blank middle, between what the two streams
-/// have delivered, are shown in the same way as soon as somebody scrolls to them; that doesn't count as delivering
-/// them.
+/// The rows of the data grid. Grid row r (counted from 0 here) shows row r of the query, until rows are removed or
+/// sorted in the grid. Texts of at most 50,000 rows are held; those of rows longest out of view give way and are made
+/// again when they are looked at, so that the grid may have millions of rows. Rows of the blank middle, between what
+/// the two streams have delivered, are shown in the same way as soon as somebody scrolls to them; that doesn't count as
+/// delivering them.
 class GridModel final : public QAbstractTableModel {
     Q_OBJECT
 
@@ -37,22 +37,25 @@ class GridModel final : public QAbstractTableModel {
     /// Empties the grid: MaxRows 0, no sort.
     void Clear();
     /// All rows, with the spare last one while a load is running.
-    [[nodiscard]] int MaxRows() const { return ValueRows() + (hasSpare_ ? 1 : 0); }
+    [[nodiscard]] int MaxRows() const { return maxRows_; }
     /// Rows that show values: MaxRows without the spare one.
-    [[nodiscard]] int ValueRows() const;
-    /// Rows of the query that the grid has room for, also those that were removed since.
-    [[nodiscard]] int QueryRows() const { return queryRows_; }
+    [[nodiscard]] int ValueRows() const { return maxRows_ - (hasSpare_ ? 1 : 0); }
     [[nodiscard]] bool HasSpareRow() const { return hasSpare_; }
-    /// Adds blank rows of the query before the spare last row, which comes with the first of them.
+    /// Adds blank rows before the spare last row, which comes with the first of them.
     void InsertRows(int count);
-    /// Takes rows that show values (from 0, ascending) out of the grid.
-    void RemoveRows(const std::vector<int>& rows);
-    /// Adds rows that the query doesn't give behind its own.
-    void AppendRows(std::vector<GridRow> rows);
     /// Takes the spare last row away; without one nothing happens.
     void DeleteSpareRow();
-    /// Puts rows into the block that begins at row `first` of the query (from 0).
-    void PutBlock(int first, std::vector<GridRow> rows);
+    /// Puts rows into the block that begins at row `first` (from 0) of the query.
+    void PutBlock(qint64 first, std::vector<GridRow> rows);
+    /// Adds rows behind the last one of a complete grid; they are made when they are looked at.
+    void AppendRows(int count);
+    /// Takes grid rows (from 0) away, in whatever order they are named; the rest closes up.
+    void RemoveRows(std::vector<int> rows);
+    /// Rows taken away since the grid was emptied, and rows of the query that have a place, those included.
+    [[nodiscard]] int RemovedRows() const { return static_cast<int>(removed_.size()); }
+    [[nodiscard]] int QueryRows() const { return ValueRows() + RemovedRows(); }
+    /// Row of the query (from 0) that a grid row shows.
+    [[nodiscard]] qint64 QueryRowOf(int row) const;
     /// The row that stands in a grid row (from 0), made when it isn't held; nullptr for the spare one and beyond.
     [[nodiscard]] const GridRow* RowAt(int row) const;
 
@@ -76,6 +79,8 @@ class GridModel final : public QAbstractTableModel {
         quint64 used = 0;
     };
 
+    [[nodiscard]] int GridRowOf(qint64 queryRow) const;
+    void TakeAway(int first, int last);
     Block& BlockOf(qint64 queryRow) const;
     void DropOldest() const;
     void FetchBlock(Block& block, qint64 queryRow) const;
@@ -83,18 +88,11 @@ class GridModel final : public QAbstractTableModel {
     [[nodiscard]] QVariant ToolTipOf(const GridRow& row, int column) const;
     [[nodiscard]] QString FootnoteText(qint64 footNId) const;
 
-    [[nodiscard]] int RowsOfQueryShown() const { return queryRows_ - static_cast<int>(removed_.size()); }
-    [[nodiscard]] qint64 SourceOf(int row) const;
-    void RemoveFromOrder(const std::vector<int>& rows);
-    void RemoveInQueryOrder(const std::vector<int>& rows);
-
     Fetch fetch_;
-    int queryRows_ = 0;
+    int maxRows_ = 0;
     bool hasSpare_ = false;
-    std::vector<qint32> removed_; ///< query rows taken out while the grid stands in the query's order, ascending
-    std::vector<GridRow> extra_;  ///< rows behind those of the query
-    /// After a sort in the grid: the source of each grid row, a query row or ~place in extra_; else empty.
-    std::vector<qint32> order_;
+    std::vector<qint32> removed_; ///< query rows taken away, ascending
+    std::vector<qint32> order_;   ///< after a sort in the grid: query row of each grid row; else empty
     mutable std::unordered_map<qint64, std::unique_ptr<Block>> blocks_;
     mutable quint64 clock_ = 0;
     mutable QHash<qint64, QString> footnotes_;

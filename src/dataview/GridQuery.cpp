@@ -26,6 +26,13 @@ constexpr auto kFrom = " FROM _SelIUSNId IUS INNER JOIN (_SelArea A INNER JOIN (
                        "D.TimePeriodNId = [T].TimePeriodNId) ";
 constexpr auto kJoins = " ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)";
 
+constexpr auto kRestore =
+    "SELECT T.TimePeriod, A.AreaId, A.AreaName, IUS.[Indicator], D.Datavalue, IUS.Unit,  IUS.Subpop, IUS.Source, "
+    "IUS.IndicatorGId, IUS.SourceNId, D.RowNId, A.AreaGID,  IUS.UnitGID, IUS.SubpopGID  FROM _SelTimePeriod AS T INNER "
+    "JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  Data AS D ON (IUS.IUSNId = D.IUSNId) AND "
+    "(IUS.SourceNId = D.SourceNId)) ON A.AreaNId = D.AreaNId)  ON T.TimePeriodNId = D.TimePeriodNId WHERE (((D.RowNId) "
+    "In (";
+
 QString Joined() {
     return QString::fromLatin1(kSelect) + QLatin1String(kFrom) + QLatin1String(kJoins);
 }
@@ -56,12 +63,7 @@ QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
 }
 
 QString RestoreStatement(const QString& rowNIds) {
-    return QString::fromLatin1(kSelect) +
-           QStringLiteral(
-               " FROM _SelTimePeriod AS T INNER JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  "
-               "Data AS D ON (IUS.IUSNId = D.IUSNId) AND (IUS.SourceNId = D.SourceNId)) ON A.AreaNId = "
-               "D.AreaNId)  ON T.TimePeriodNId = D.TimePeriodNId WHERE (((D.RowNId) In (") +
-           rowNIds + QStringLiteral(")));");
+    return QLatin1String(kRestore) + rowNIds + QStringLiteral(")));");
 }
 
 QString RereadStatement(const QString& rowNIds) {

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <array>
+#include <cstddef>
 
 namespace tessaro {
 
@@ -42,8 +43,10 @@ struct GridColumn {
 [[nodiscard]] QString IdentifierStatement();
 /// The same for every later requery: only pairs that are not taken out, then the row filter, then the order.
 [[nodiscard]] QString RequeryStatement(const QString& rowFilter, const QString& orderBy);
-/// The identifiers of rows that were taken out of the grid one by one, where the selection still has them.
+/// Rows of Data by their numbers with the texts that the grid shows, as far as they are selected; RowNId is field
+/// RestoredRowNId.
 [[nodiscard]] QString RestoreStatement(const QString& rowNIds);
+constexpr std::size_t RestoredRowNId = 10;
 /// The identifiers of rows that an identifier statement has already given, in no particular order.
 [[nodiscard]] QString RereadStatement(const QString& rowNIds);
 

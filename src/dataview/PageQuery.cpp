@@ -187,6 +187,23 @@ std::vector<IdentifierRow> PageQuery::Reread(qint64 first, int count) const {
     return page;
 }
 
+std::optional<qint64> PageQuery::RowNIdOf(qint64 row) const {
+    if (row < 0 || row >= RowsPassed()) return std::nullopt;
+    const qint32 number = passed_[static_cast<std::size_t>(row)];
+    if (number >= 0) return number;
+    const IdentifierRow& whole = whole_[static_cast<std::size_t>(~number)];
+    return whole.hasRowNId ? std::optional(whole.rowNId) : std::nullopt;
+}
+
+void PageQuery::Append(const std::vector<qint64>& rowNIds) {
+    for (const qint64 rowNId : rowNIds) {
+        IdentifierRow row;
+        row.rowNId = rowNId;
+        row.hasRowNId = true;
+        Keep(row);
+    }
+}
+
 qint64 PageQuery::RecordCount(const Walked& walked) {
     ErrorTrap trap("RecordCount");
     const bool done = trap.Try([&] {

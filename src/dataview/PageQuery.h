@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -47,6 +48,11 @@ class PageQuery final {
     qint64 RecordCount(const Walked& walked = {});
     /// Rows passed so far, which GetRows can give without walking on.
     [[nodiscard]] qint64 RowsPassed() const { return static_cast<qint64>(passed_.size()); }
+
+    /// The RowNId of a row passed; nothing for a row without one or one not reached yet.
+    [[nodiscard]] std::optional<qint64> RowNIdOf(qint64 row) const;
+    /// Puts rows of Data behind the last one, by their numbers. Only after the end has been reached.
+    void Append(const std::vector<qint64>& rowNIds);
 
     /// Lets go of the statement, so that other work finds the files unlocked and tables can be dropped. The next
     /// call that needs further rows runs it again and passes over the rows already given, in whatever order they come.

@@ -4,10 +4,11 @@
 #include "controls/DataTable.h"
 #include "controls/Theme.h"
 #include "dataview/ActionPanels.h"
-#include "dataview/DataPanels.h"
+#include "dataview/DataPanel.h"
 #include "dataview/GridDelegate.h"
 #include "dataview/GridQuery.h"
-#include "selection/SelectionGuard.h"
+#include "dataview/SortPanel.h"
+#include "dataview/TakeOutPanel.h"
 #include "selection/frmInformationSheet.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
@@ -68,21 +69,6 @@ QString WithNumbers(const char* key, std::initializer_list<qint64> numbers) {
         text.replace(QStringLiteral("%") + QString::number(++place), Number(number));
     return text;
 }
-
-/// Wait state of the frame for as long as the scope lasts, with the text of work in hand.
-class Busy final {
-  public:
-    Busy() {
-        TheFrame().SetBusy(true);
-        TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
-    }
-    ~Busy() {
-        TheFrame().SetStatusText({});
-        TheFrame().SetBusy(false);
-    }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-};
 
 } // namespace
 
@@ -186,56 +172,8 @@ void frmData::Enter() {
 }
 
 void frmData::Leave() {
+    sortPanel_->Leave();
     paging_.Suspend();
-}
-
-bool frmData::MakeQryForTheGrid() {
-    ErrorTrap trap("MakeQryForTheGrid");
-    if (!selection::IsSelectionComplete()) return false;
-    const Busy busy;
-    TheFrame().StartProgress();
-    InitializeDataViewVariables();
-    const bool ok = StartPaging(IdentifierStatement());
-    if (ok) {
-        for (const int percent : {20, 50, 60, 100})
-            TheFrame().SetProgress(percent);
-    }
-    TheFrame().EndProgress();
-    return ok;
-}
-
-void frmData::InitializeDataViewVariables() {
-    // The query of before goes first: it stands on the table that is written to now.
-    paging_.Close();
-    ResetGrid();
-    dataOrderBy_ = DefaultDataOrderBy();
-    ForgetDeletedRows();
-    RowFilter.clear();
-    MostRecentClause.clear();
-    filters_ = {};
-    panelRows_ = {};
-    for (OptionPanel* panel : optionPanels_)
-        panel->Forget();
-    sortPanel_->Reset();
-    sortPanelChanged_ = false;
-    ui_->chkFilters->setChecked(false);
-    Execute(QStringLiteral("UPDATE _SelIUSNId Set Deleted = False"));
-}
-
-void frmData::ResetGrid() {
-    model_.Clear();
-    restoredRows_ = 0;
-    sortedColumn_ = 0;
-    ui_->DataGrid->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-}
-
-// The first page goes into the grid at once, so that the screen opens with rows on it; the timer brings the rest.
-bool frmData::StartPaging(const QString& sql) {
-    const bool ok = paging_.StartPaging(sql);
-    if (ok) paging_.PageTick();
-    ui_->DataGrid->SetHint(ok ? QString() : GetText(QStringLiteral("TS_NoDataRows")));
-    ShowRows();
-    return ok;
 }
 
 void frmData::ShowOptionCaption() {
@@ -251,26 +189,6 @@ void frmData::DataGrid_HeadClick(int column) {
     SortByColumn(column, column != sortedColumn_ || !sortedAscending_);
 }
 
-void frmData::SortByColumn(int column, bool ascending) {
-    ErrorTrap trap("DataGrid_HeadClick");
-    if (column < 1 || column > VisibleCols || model_.MaxRows() == 0) return;
-    const Busy busy;
-    paging_.EndPaging(false);
-    // Texts of values would sort "10" before "9", so the Datavalue column always goes through the database.
-    if (column != ColDatavalue && paging_.PagingComplete() && model_.MaxRows() < GridModel::kInGridSortLimit) {
-        ui_->DataGrid->clearSelection();
-        model_.SortInGrid(column, ascending);
-    } else {
-        dataOrderBy_ = DataOrderByColumn(column, ascending);
-        Requery();
-    }
-    sortedColumn_ = column;
-    sortedAscending_ = ascending;
-    ui_->DataGrid->horizontalHeader()->setSortIndicator(column - 1,
-                                                        ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
-    ui_->DataGrid->scrollToTop();
-}
-
 bool frmData::eventFilter(QObject* watched, QEvent* event) {
     if (watched == DataStats_ && event->type() == QEvent::KeyPress &&
         DataStats_KeyDown(static_cast<const QKeyEvent&>(*event)))
@@ -283,7 +201,7 @@ bool frmData::eventFilter(QObject* watched, QEvent* event) {
 
 // True when the key is done with; otherwise the grid moves its cursor as ever.
 bool frmData::DataGrid_KeyDown(const QKeyEvent& event) {
-    if (event.key() == Qt::Key_Delete) {
+    if (event.key() == Qt::Key_Delete && event.modifiers() == Qt::NoModifier) {
         RemoveRowsFromDataGrid();
         return true;
     }
@@ -310,40 +228,6 @@ void frmData::DataGrid_Scrolled() {
     ShowRows();
 }
 
-void frmData::DataGrid_PopupMenu(const QPoint& place) {
-    QMenu menu(this);
-    const int column = ui_->DataGrid->currentIndex().column() + 1;
-    QAction* copy = menu.addAction(GetText(QStringLiteral("TS_CopyRows")), this, [this] { Copy(); });
-    menu.addAction(GetText(QStringLiteral("mnu_Edit_SelectAll")), this, [this] { SelectAll(); });
-    menu.addSeparator();
-    QAction* ascending = menu.addAction(GetText(QStringLiteral("TS_SortAscending")), this,
-                                        [this, column] { SortByColumn(column, true); });
-    QAction* descending = menu.addAction(GetText(QStringLiteral("TS_SortDescending")), this,
-                                         [this, column] { SortByColumn(column, false); });
-    menu.addSeparator();
-    const bool hasRows = ui_->DataGrid->selectionModel()->hasSelection();
-    QAction* hide =
-        menu.addAction(GetText(QStringLiteral("mnu_DataView_Delete")), this, [this] { RemoveRowsFromDataGrid(); });
-    QAction* undelete =
-        menu.addAction(GetText(QStringLiteral("mnu_DataView_UndeleteAll")), this, [this] { RestoreDeletedRows(); });
-    menu.addAction(GetText(QStringLiteral("TS_ShowCount")), this, [this] { ShowCount(); });
-    menu.addAction(GetText(QStringLiteral("TS_FiltersButton")), this, [this] { cmdFilters_Click(); });
-    menu.addAction(GetText(QStringLiteral("mnu_File_SaveAs")), this, [this] { SaveAs(); });
-    menu.addSeparator();
-    QAction* indicator =
-        menu.addAction(GetText(QStringLiteral("mnu_DataView_Indicator")), this, [this] { ShowInformation(true); });
-    QAction* source =
-        menu.addAction(GetText(QStringLiteral("mnu_DataView_Source")), this, [this] { ShowInformation(false); });
-    for (QAction* information : {indicator, source})
-        information->setEnabled(ui_->DataGrid->currentIndex().isValid() && model_.ValueRows() > 0);
-    copy->setEnabled(hasRows);
-    hide->setEnabled(hasRows);
-    undelete->setEnabled(!DeletedRowNIds.isEmpty());
-    for (QAction* sort : {ascending, descending})
-        sort->setEnabled(column >= 1 && model_.ValueRows() > 0);
-    menu.exec(ui_->DataGrid->viewport()->mapToGlobal(place));
-}
-
 void frmData::ShowInformation(bool ofIndicator) {
     const GridRow* row = model_.RowAt(ui_->DataGrid->currentIndex().row());
     if (!row) return;
@@ -354,11 +238,16 @@ void frmData::ShowInformation(bool ofIndicator) {
 }
 
 void frmData::SelectAll() {
-    if (ui_->picPanels->currentWidget() == DataStats_) return DataStats_->selectAll();
-    ui_->DataGrid->selectAll();
+    if (DataPanel* panel = PanelShown()) return panel->SelectAll();
+    (ui_->picPanels->currentWidget() == DataStats_ ? DataStats_ : ui_->DataGrid)->selectAll();
+}
+
+void frmData::Find() {
+    if (DataPanel* panel = PanelShown()) panel->Find();
 }
 
 void frmData::Copy() {
+    if (DataPanel* panel = PanelShown()) return panel->Copy();
     TheFrame().SetBusy(true);
     (ui_->picPanels->currentWidget() == DataStats_ ? DataStats_ : ui_->DataGrid)->Copy();
     TheFrame().SetBusy(false);
@@ -367,7 +256,7 @@ void frmData::Copy() {
 void frmData::Refresh() {
     MakeQryForTheGrid();
     SelectionChanged = false;
-    ShowRows();
+    ShowThisDataOption(option_);
 }
 
 void frmData::SetFormCaptions() {
@@ -385,10 +274,10 @@ void frmData::SetFormCaptions() {
     ui_->lblRows->setPalette(muted);
     ui_->DataGrid->setAccessibleName(PlainText(QStringLiteral("TS_DataGrid")));
     ui_->PicDataOptions->setAccessibleName(PlainText(QStringLiteral("TS_DataOptions")));
-    SetCaption(ui_->chkFilters, QStringLiteral("TS_Filters"));
+    ShowFilterState();
     SetToolTip(ui_->chkFilters, QStringLiteral("TS_FiltersTip"));
     SetCaption(ui_->cmdFilters, QStringLiteral("TS_FiltersButton"));
-    for (OptionPanel* panel : optionPanels_)
+    for (TakeOutPanel* panel : takeOutPanels_)
         panel->SetFormCaptions();
     sortPanel_->SetFormCaptions();
     statistics_.Refresh();
@@ -406,31 +295,34 @@ void frmData::ShowGridPreferences() {
     model_.Refresh();
 }
 
+// Rows of the query less those removed from the grid one by one; only what has been loaded while it isn't counted.
+qint64 frmData::RowsInGrid() const {
+    const bool known = paging_.PagingComplete() || paging_.TotalKnown();
+    return (known ? paging_.TotalRows() : paging_.RowsLoaded()) - model_.RemovedRows();
+}
+
 void frmData::ShowRows() {
-    const QString loading = WithNumbers("TS_RowsLoading", {paging_.RowsLoaded()});
+    const QString loading = WithNumbers("TS_RowsLoading", {paging_.RowsLoaded() - model_.RemovedRows()});
     QString text;
     if (model_.ValueRows() > 0) {
         const int first = ui_->DataGrid->FirstVisibleRow() + 1;
         const int last = std::min(ui_->DataGrid->LastVisibleRow() + 1, model_.ValueRows());
         const bool complete = paging_.PagingComplete();
-        if (complete || paging_.TotalKnown()) text = WithNumbers("TS_RowsOf", {first, last, CountOfRows()});
-        if (!complete) text += text.isEmpty() ? loading : QStringLiteral("   ·   ") + loading;
+        if (ui_->picPanels->currentWidget() != ui_->pagView)
+            text = SelectionSummary();
+        else if (complete || paging_.TotalKnown())
+            text = WithNumbers("TS_RowsOf", {first, last, RowsInGrid()});
+        if (text.isEmpty() || (!complete && paging_.TotalKnown()))
+            text += text.isEmpty() ? loading : QStringLiteral("   ·   ") + loading;
     }
     ui_->lblRows->setText(text);
     Q_EMIT SelectionSummaryChanged();
 }
 
-/// The rows of the query, counted if they aren't yet, less those that were taken out.
-qint64 frmData::CountOfRows() {
-    const bool known = paging_.PagingComplete() || paging_.TotalKnown();
-    return (known ? paging_.TotalRows() : paging_.CountRows()) - deletedRows_ + restoredRows_;
-}
-
 QString frmData::SelectionSummary() const {
     if (model_.ValueRows() == 0) return {};
-    const char* key = paging_.PagingComplete() || paging_.TotalKnown() ? "TS_RowsTotal" : "TS_RowsLoaded";
-    const qint64 rows = paging_.PagingComplete() || paging_.TotalKnown() ? paging_.TotalRows() : paging_.RowsLoaded();
-    return WithNumbers(key, {rows - deletedRows_ + restoredRows_});
+    const bool known = paging_.PagingComplete() || paging_.TotalKnown();
+    return WithNumbers(known ? "TS_RowsTotal" : "TS_RowsLoaded", {RowsInGrid()});
 }
 
 } // namespace tessaro

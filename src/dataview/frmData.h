@@ -19,9 +19,10 @@ class frmData;
 namespace tessaro {
 
 class ActionPanel;
+class DataPanel;
 class DataTable;
-class OptionPanel;
 class SortPanel;
+class TakeOutPanel;
 
 /// Stage 3: one row per value inside the selection, in a grid that fills page by page while it can be read already.
 class frmData final : public StageScreen {
@@ -38,6 +39,7 @@ class frmData final : public StageScreen {
     void Leave() override;
     void SelectAll() override;
     void Copy() override;
+    void Find() override;
     void Refresh() override;
     void Print() override;
     void SaveAs() override;
@@ -62,8 +64,15 @@ class frmData final : public StageScreen {
     /// Asks for the row filters.
     void cmdFilters_Click();
 
+    /// Removes the highlighted rows from the grid; they stay out of the view until RestoreDeletedRows.
+    void RemoveRowsFromDataGrid();
+    /// Puts the rows removed one by one back, at the grid's end.
+    void RestoreDeletedRows();
+
     [[nodiscard]] const GridModel& grid() const { return model_; }
     [[nodiscard]] const DataPaging& paging() const { return paging_; }
+    /// What the panels have taken out of the view.
+    [[nodiscard]] const DataOptions& options() const { return takenOut_; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -83,18 +92,25 @@ class frmData final : public StageScreen {
     void DataGrid_PopupMenu(const QPoint& place);
     void ShowGridPreferences();
     void ShowRows();
-    [[nodiscard]] qint64 CountOfRows();
+    [[nodiscard]] qint64 RowsInGrid() const;
     void ShowOptionCaption();
     // Options (frmDataOptions.cpp)
     void MakePanels();
     bool MayLeaveOption();
     void DrawStats();
+    [[nodiscard]] DataPanel* PanelShown() const;
+    void chkFilters_Click();
+    void ShowFilterState();
+    // What the grid shows (frmDataRows.cpp)
     bool Requery();
     void GenerateDataTable();
-    void chkFilters_Click();
-    void ForgetDeletedRows();
-    void RemoveRowsFromDataGrid();
-    void RestoreDeletedRows();
+    bool GenerateMissingData_Change();
+    bool GenerateDataValueRange_Change();
+    bool GenerateMostRecentData();
+    bool StartAnew(const QString& sql);
+    void ShowSortMark(int column, bool ascending);
+    [[nodiscard]] std::vector<int> HighlightedRows() const;
+    void RemoveRows(const std::vector<int>& rows);
     void ShowCount();
     void ShowInformation(bool ofIndicator);
     bool DataStats_KeyDown(const QKeyEvent& event);
@@ -110,17 +126,14 @@ class frmData final : public StageScreen {
     bool columnsFitted_ = false;
     QString dataOrderBy_;
     DataFilters filters_;
-    PanelRows panelRows_;
+    DataOptions takenOut_;
     StatisticsModel statistics_;
     DataTable* DataStats_ = nullptr;
-    std::vector<OptionPanel*> optionPanels_;
+    std::vector<TakeOutPanel*> takeOutPanels_;
     SortPanel* sortPanel_ = nullptr;
     ActionPanel* calculatePanel_ = nullptr;
     ActionPanel* presentPanel_ = nullptr;
-    bool sortPanelChanged_ = false;
-    qint64 deletedRows_ = 0;  ///< taken out one by one
-    qint64 restoredRows_ = 0; ///< put back behind the rows of the query
-    int sortedColumn_ = 0;    ///< column with the sort mark; 0 for none
+    int sortedColumn_ = 0; ///< column with the sort mark; 0 for none
     bool sortedAscending_ = false;
 };
 

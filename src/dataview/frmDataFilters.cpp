@@ -1,117 +1,185 @@
 #include "dataview/frmDataFilters.h"
 
 #include "controls/Captions.h"
-#include "session/ErrorSink.h"
+#include "controls/Theme.h"
 #include "session/Frame.h"
 #include "session/Strings.h"
 #include "ui_frmDataFilters.h"
 
 #include <QLocale>
 
+#include <algorithm>
+#include <limits>
+
 namespace tessaro {
 
 namespace {
 
-constexpr int kPause = 300; ///< milliseconds
+constexpr int kRowsPerSlice = 4000; ///< a few milliseconds of reading between two looks at the keyboard
 
-/// A number as the user writes it, or as the data does.
-bool ReadNumber(const QString& text, double& number) {
-    bool good = false;
-    number = QLocale::system().toDouble(text.trimmed(), &good);
-    if (!good) number = QLocale::c().toDouble(text.trimmed(), &good);
-    return good && std::isfinite(number);
+QString Typeable(double bound) {
+    QLocale locale = QLocale::system();
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return locale.toString(bound, 'g', QLocale::FloatingPointShortest);
+}
+
+QString WithNumbers(const char* key, std::initializer_list<QString> numbers) {
+    QString text = GetText(QLatin1String(key));
+    int place = 0;
+    for (const QString& number : numbers)
+        text.replace(QStringLiteral("%") + QString::number(++place), number);
+    return text;
+}
+
+QString Shown(qint64 number) {
+    return QLocale::system().toString(number);
 }
 
 } // namespace
 
-frmDataFilters::frmDataFilters(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmDataFilters>()) {
+frmDataFilters::frmDataFilters(const DataFilters& filters, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmDataFilters>()) {
     ui_->setupUi(this);
+    if (filters.ValueRangeOn) {
+        ui_->txtFrom->setText(Typeable(filters.DataValueFrom));
+        ui_->txtTo->setText(Typeable(filters.DataValueTo));
+    }
+    ui_->chkMostRecent->setChecked(filters.MostRecentOn);
+    ui_->chkMissing->setChecked(filters.MissingDataOn);
     SetFormFonts(this);
-    setWindowTitle(PlainText(QStringLiteral("TS_FiltersCaption")));
-    SetCaption(ui_->chkMostRecent, QStringLiteral("TS_FilterRecent"));
-    SetCaption(ui_->chkValueRange, QStringLiteral("TS_FilterRange"));
-    SetCaption(ui_->lblTo, QStringLiteral("TS_FilterTo"));
-    SetCaption(ui_->chkMissing, QStringLiteral("TS_FilterMissing"));
-    SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
-    SetCaption(ui_->CmdCancel, QStringLiteral("CANCEL BUTTON"));
-    ui_->txtFrom->setAccessibleName(PlainText(QStringLiteral("TS_FilterRange")));
-    ui_->txtTo->setAccessibleName(PlainText(QStringLiteral("TS_FilterTo")));
-    tmrCount_.setSingleShot(true);
-    tmrCount_.setInterval(kPause);
-    connect(&tmrCount_, &QTimer::timeout, this, &frmDataFilters::CountRows);
-    for (QCheckBox* box : {ui_->chkMostRecent, ui_->chkValueRange, ui_->chkMissing})
-        connect(box, &QCheckBox::toggled, this, &frmDataFilters::ShowChoice);
-    for (QLineEdit* field : {ui_->txtFrom, ui_->txtTo})
-        connect(field, &QLineEdit::textEdited, this, &frmDataFilters::ShowChoice);
-    connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
-    connect(ui_->CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    SetFormCaptions();
+    ConnectControls();
+    counter_.Start();
+    reading_.start(0);
+    ShowState();
 }
 
 frmDataFilters::~frmDataFilters() = default;
 
-void frmDataFilters::SetFilters(const DataFilters& filters) {
-    filters_ = filters;
-    const QSignalBlocker recent(ui_->chkMostRecent);
-    const QSignalBlocker range(ui_->chkValueRange);
-    const QSignalBlocker missing(ui_->chkMissing);
-    ui_->chkMostRecent->setChecked(filters.MostRecentOn);
-    ui_->chkValueRange->setChecked(filters.ValueRangeOn);
-    ui_->chkMissing->setChecked(filters.MissingDataOn);
-    const QLocale locale = QLocale::system();
-    ui_->txtFrom->setText(locale.toString(filters.DataValueFrom, 'g', QLocale::FloatingPointShortest));
-    ui_->txtTo->setText(locale.toString(filters.DataValueTo, 'g', QLocale::FloatingPointShortest));
-    ShowChoice();
+void frmDataFilters::SetFormCaptions() {
+    setWindowTitle(PlainText(QStringLiteral("TS_FiltersCaption")));
+    SetCaption(ui_->lblValueRange, QStringLiteral("TS_FilterRange"));
+    SetCaption(ui_->lblTo, QStringLiteral("TS_FilterTo"));
+    SetCaption(ui_->chkMostRecent, QStringLiteral("TS_FilterRecent"));
+    SetCaption(ui_->chkMissing, QStringLiteral("TS_FilterMissing"));
+    SetCaption(ui_->cmdReset, QStringLiteral("TS_NoFilters"));
+    SetCaption(ui_->cmdOK, QStringLiteral("TS_Apply"));
+    SetCaption(ui_->CmdCancel, QStringLiteral("CANCEL BUTTON"));
+    ui_->lblValueRange->setBuddy(ui_->txtFrom);
+    ui_->lblTo->setBuddy(ui_->txtTo);
+    ui_->txtFrom->setAccessibleName(PlainText(QStringLiteral("TS_FilterRange")));
+    ui_->txtTo->setAccessibleName(PlainText(QStringLiteral("TS_FilterTo")));
+    QFont bold = ui_->lblRowsStay->font();
+    bold.setBold(true);
+    ui_->lblRowsStay->setFont(bold);
+    QPalette muted = ui_->lblExtent->palette();
+    muted.setColor(QPalette::WindowText, theme::MutedText());
+    ui_->lblExtent->setPalette(muted);
 }
 
-void frmDataFilters::ShowChoice() {
-    const bool missing = ui_->chkMissing->isChecked();
-    // A cell without a value has no latest period and no place in a range.
-    ui_->chkMostRecent->setEnabled(!missing);
-    ui_->chkValueRange->setEnabled(!missing);
-    for (QWidget* part :
-         {static_cast<QWidget*>(ui_->txtFrom), static_cast<QWidget*>(ui_->txtTo), static_cast<QWidget*>(ui_->lblTo)})
-        part->setEnabled(!missing && ui_->chkValueRange->isChecked());
-    ui_->lblRowsStay->clear();
-    ui_->cmdOK->setEnabled(ReadControls());
-    if (ui_->cmdOK->isEnabled()) tmrCount_.start();
+void frmDataFilters::ConnectControls() {
+    connect(ui_->txtFrom, &QLineEdit::textChanged, this, &frmDataFilters::ShowState);
+    connect(ui_->txtTo, &QLineEdit::textChanged, this, &frmDataFilters::ShowState);
+    connect(ui_->chkMostRecent, &QCheckBox::toggled, this, &frmDataFilters::chkMostRecent_Click);
+    connect(ui_->chkMissing, &QCheckBox::toggled, this, &frmDataFilters::ShowState);
+    connect(ui_->cmdReset, &QPushButton::clicked, this, &frmDataFilters::cmdReset_Click);
+    connect(ui_->cmdOK, &QPushButton::clicked, this, &frmDataFilters::cmdOK_Click);
+    connect(ui_->CmdCancel, &QPushButton::clicked, this, &frmDataFilters::reject);
+    connect(&reading_, &QTimer::timeout, this, &frmDataFilters::ReadOn);
 }
 
-bool frmDataFilters::ReadControls() {
-    filters_.MissingDataOn = ui_->chkMissing->isChecked();
-    filters_.MostRecentOn = !filters_.MissingDataOn && ui_->chkMostRecent->isChecked();
-    filters_.ValueRangeOn = !filters_.MissingDataOn && ui_->chkValueRange->isChecked();
-    if (!filters_.ValueRangeOn) return true;
-    if (!ReadNumber(ui_->txtFrom->text(), filters_.DataValueFrom) ||
-        !ReadNumber(ui_->txtTo->text(), filters_.DataValueTo)) {
-        Tell(GetText(QStringLiteral("TS_FilterBadNumber")), false);
-        return false;
+// The values are read between the events, so that typing goes on meanwhile.
+void frmDataFilters::ReadOn() {
+    if (counter_.ReadSome(kRowsPerSlice)) {
+        ShowState();
+        return;
     }
-    if (filters_.DataValueFrom > filters_.DataValueTo) {
-        Tell(GetText(QStringLiteral("TS_FilterOrder")), false);
-        return false;
-    }
-    return true;
+    reading_.stop();
+    chkMostRecent_Click();
 }
 
-void frmDataFilters::CountRows() {
-    const ErrorTrap trap("CountFilteredRows");
-    TheFrame().SetBusy(true);
-    const std::optional<qint64> rows = CountFilteredRows(filters_);
-    TheFrame().SetBusy(false);
-    if (!rows) {
-        Tell(GetText(QStringLiteral("TS_FilterUnreadable")), false);
-    } else if (*rows == 0) {
-        Tell(GetText(QStringLiteral("TS_FilterNothingStays")), false);
-    } else {
-        Tell(GetText(QStringLiteral("TS_FilterRowsStay"))
-                 .replace(QStringLiteral("%1"), QLocale::system().toString(*rows)),
-             true);
+void frmDataFilters::chkMostRecent_Click() {
+    if (ui_->chkMostRecent->isChecked() && counter_.isComplete() && !counter_.KnowsMostRecent()) {
+        TheFrame().SetBusy(true);
+        counter_.ReadMostRecent();
+        TheFrame().SetBusy(false);
     }
+    ShowState();
 }
 
-void frmDataFilters::Tell(const QString& text, bool good) {
-    ui_->lblRowsStay->setText(text);
-    ui_->cmdOK->setEnabled(good);
+void frmDataFilters::cmdReset_Click() {
+    ui_->txtFrom->clear();
+    ui_->txtTo->clear();
+    ui_->chkMostRecent->setChecked(false);
+    ui_->chkMissing->setChecked(false);
+    ui_->txtFrom->setFocus();
+}
+
+void frmDataFilters::cmdOK_Click() {
+    while (counter_.ReadSome(kRowsPerSlice)) {
+    }
+    if (ui_->chkMostRecent->isChecked()) counter_.ReadMostRecent();
+    ShowState();
+    if (ui_->cmdOK->isEnabled()) accept();
+}
+
+DataFilters frmDataFilters::Typed() const {
+    const auto from = NumberTyped(ui_->txtFrom->text());
+    const auto to = NumberTyped(ui_->txtTo->text());
+    DataFilters filters;
+    filters.MostRecentOn = ui_->chkMostRecent->isChecked();
+    filters.MissingDataOn = ui_->chkMissing->isChecked();
+    filters.ValueRangeOn = from || to;
+    if (!filters.ValueRangeOn) return filters;
+    filters.DataValueFrom = from.value_or(std::numeric_limits<double>::lowest());
+    filters.DataValueTo = to.value_or(std::numeric_limits<double>::max());
+    return filters;
+}
+
+DataFilters frmDataFilters::Filters() const {
+    DataFilters filters = Typed();
+    const auto extent = counter_.Extent();
+    if (!filters.ValueRangeOn || !extent) return filters;
+    // An open bound shows as a number that means something.
+    if (ui_->txtFrom->text().trimmed().isEmpty()) filters.DataValueFrom = std::min(extent->first, filters.DataValueTo);
+    if (ui_->txtTo->text().trimmed().isEmpty()) filters.DataValueTo = std::max(extent->second, filters.DataValueFrom);
+    return filters;
+}
+
+bool frmDataFilters::TooManyMissing() const {
+    return counter_.isComplete() && counter_.MissingCells() > kMostMissingCells;
+}
+
+std::optional<QString> frmDataFilters::Problem() const {
+    for (const QLineEdit* field : {ui_->txtFrom, ui_->txtTo}) {
+        const QString text = field->text().trimmed();
+        if (!text.isEmpty() && !NumberTyped(text)) return WithNumbers("TS_NotANumber", {text});
+    }
+    const DataFilters typed = Typed();
+    if (typed.ValueRangeOn && typed.DataValueFrom > typed.DataValueTo) return GetText(QStringLiteral("TS_FilterOrder"));
+    if (typed.MissingDataOn && TooManyMissing())
+        return WithNumbers("TS_TooManyMissing", {Shown(counter_.MissingCells()), Shown(kMostMissingCells)});
+    if (typed.AnyOn() && counter_.RowsLeft(typed) == 0) return GetText(QStringLiteral("TS_FilterNothingStays"));
+    return std::nullopt;
+}
+
+QString frmDataFilters::RowsText() const {
+    const auto left = counter_.RowsLeft(Typed());
+    if (!left) return {};
+    return WithNumbers("TS_FilterRowsStay", {Shown(*left), Shown(counter_.TotalRows())});
+}
+
+void frmDataFilters::ShowState() {
+    const std::optional<QString> problem = Problem();
+    const QString rows = RowsText();
+    ui_->cmdOK->setEnabled(!problem);
+    ui_->lblRowsStay->setText(rows);
+    const QString counting =
+        rows.isEmpty() ? WithNumbers("TS_FilterCounting", {Shown(counter_.TotalRows())}) : QString();
+    ui_->lblProblem->setText(problem.value_or(counting));
+    const auto extent = counter_.Extent();
+    ui_->lblExtent->setText(extent ? WithNumbers("TS_ValuesFromTo", {Typeable(extent->first), Typeable(extent->second)})
+                                   : QString());
 }
 
 } // namespace tessaro

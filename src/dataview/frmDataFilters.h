@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dataview/DataFilters.h"
+#include "dataview/FilterCounter.h"
 
 #include <QDialog>
 #include <QTimer>
@@ -13,29 +13,35 @@ class frmDataFilters;
 
 namespace tessaro {
 
-/// The row filters of the data view: most recent data, a value range, missing data. Tells while one chooses how many
-/// rows will stay.
+/// The dialog of the data view's filters: bounds of the values, most recent data only, cells without a value. It says
+/// at once how many rows would stay, and what is wrong with a bound.
 class frmDataFilters final : public QDialog {
     Q_OBJECT
 
   public:
-    explicit frmDataFilters(QWidget* parent = nullptr);
+    explicit frmDataFilters(const DataFilters& filters, QWidget* parent = nullptr);
     ~frmDataFilters() override;
 
-    void SetFilters(const DataFilters& filters);
-    /// What was chosen, once the dialog was accepted.
-    [[nodiscard]] const DataFilters& Filters() const { return filters_; }
+    /// The filters as they stand in the dialog; a single bound is completed by the least or greatest value.
+    [[nodiscard]] DataFilters Filters() const;
 
   private:
-    void ShowChoice();
-    void CountRows();
-    /// What the controls say; false (with the reason in place) when that isn't two numbers in order.
-    bool ReadControls();
-    void Tell(const QString& text, bool good);
+    void ConnectControls();
+    void SetFormCaptions();
+    void ReadOn();
+    void chkMostRecent_Click();
+    void cmdReset_Click();
+    void cmdOK_Click();
+    void ShowState();
+    [[nodiscard]] DataFilters Typed() const;
+    /// What is wrong with what was typed or ticked; nothing when it may be applied.
+    [[nodiscard]] std::optional<QString> Problem() const;
+    [[nodiscard]] QString RowsText() const;
+    [[nodiscard]] bool TooManyMissing() const;
 
     std::unique_ptr<Ui::frmDataFilters> ui_;
-    DataFilters filters_;
-    QTimer tmrCount_; ///< counts when the typing pauses
+    FilterCounter counter_;
+    QTimer reading_;
 };
 
 } // namespace tessaro

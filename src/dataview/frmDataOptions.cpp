@@ -1,21 +1,22 @@
+#include "controls/Captions.h"
 #include "controls/DataTable.h"
 #include "dataview/ActionPanels.h"
-#include "dataview/DataPanels.h"
-#include "dataview/GridQuery.h"
+#include "dataview/SortPanel.h"
 #include "dataview/StatisticsModel.h"
+#include "dataview/TakeOutPanel.h"
 #include "dataview/frmData.h"
 #include "dataview/frmDataFilters.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
-#include "session/Query.h"
 #include "session/Session.h"
+#include "session/Settings.h"
 #include "session/Strings.h"
 #include "ui_frmData.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMenu>
+#include <QLocale>
 
 // The options of the data view: panels, filters, rows taken out one by one, statistics.
 
@@ -24,9 +25,6 @@ namespace tessaro {
 namespace {
 
 enum Option { View, Stats, Sources, Units, Subpops, Sort, Calculate, Present };
-
-/// What a panel says when it would leave the view empty.
-constexpr const char* kGuardMessages[] = {"027", "028", "029", "030"};
 
 } // namespace
 
@@ -45,14 +43,17 @@ void frmData::MakePanels() {
         if (index.column() >= StatisticsModel::kNameColumn) statistics_.Toggle(index.row());
     });
     ui_->picPanels->addWidget(DataStats_);
-    for (const DataPanel kind : DataPanels) {
-        auto* panel = new OptionPanel(kind, panelRows_, this);
-        connect(panel, &OptionPanel::Changed, this, [this] { Requery(); });
+    for (const OptionList kind : {OptionList::Sources, OptionList::Units, OptionList::Subpops}) {
+        auto* panel = new TakeOutPanel(kind, takenOut_, this);
+        // With nothing left in its list the view keeps what it has until the panel may be left again.
+        connect(panel, &DataPanel::Changed, this, [this, panel] {
+            if (!panel->IsEmpty()) Requery();
+        });
         ui_->picPanels->addWidget(panel);
-        optionPanels_.push_back(panel);
+        takeOutPanels_.push_back(panel);
     }
     sortPanel_ = new SortPanel(this);
-    connect(sortPanel_, &SortPanel::Changed, this, [this] { sortPanelChanged_ = true; });
+    connect(sortPanel_, &DataPanel::Changed, this, &frmData::GenerateDataTable);
     ui_->picPanels->addWidget(sortPanel_);
     calculatePanel_ = new ActionPanel(ActionPanel::Kind::Calculate, this);
     presentPanel_ = new ActionPanel(ActionPanel::Kind::Present, this);
@@ -64,14 +65,14 @@ void frmData::MakePanels() {
     connect(ui_->cmdFilters, &QPushButton::clicked, this, &frmData::cmdFilters_Click);
 }
 
-// False when the panel that is shown must not be left as it is.
+DataPanel* frmData::PanelShown() const {
+    return qobject_cast<DataPanel*>(ui_->picPanels->currentWidget());
+}
+
+// While there are rows, a panel can't be left as long as it would leave nothing in view.
 bool frmData::MayLeaveOption() {
-    if (option_ < Sources || option_ > Sort) return true;
-    const bool emptied = option_ == Sort ? sortPanel_->IsEmptied() && model_.ValueRows() > 0
-                                         : optionPanels_.at(static_cast<std::size_t>(option_ - Sources))->IsEmptied();
-    if (!emptied) return true;
-    ShowMessage(QLatin1String(kGuardMessages[option_ - Sources]));
-    return false;
+    DataPanel* panel = PanelShown();
+    return panel == nullptr || model_.MaxRows() == 0 || panel->MayLeave();
 }
 
 void frmData::ShowThisDataOption(int option) {
@@ -80,7 +81,7 @@ void frmData::ShowThisDataOption(int option) {
         options_.button(option_)->setChecked(true);
         return;
     }
-    if (option_ == Sort && option != Sort) GenerateDataTable();
+    if (option != option_ && PanelShown() != nullptr) PanelShown()->Leave();
     option_ = option;
     options_.button(option)->setChecked(true);
     ShowOptionCaption();
@@ -92,7 +93,10 @@ void frmData::ShowThisDataOption(int option) {
     case Sources:
     case Units:
     case Subpops:
-        optionPanels_.at(static_cast<std::size_t>(option - Sources))->LoadDataInto_SOURCES_UNIT_SUBPOPS();
+        takeOutPanels_.at(static_cast<std::size_t>(option - Sources))->Enter();
+        break;
+    case Sort:
+        sortPanel_->Enter();
         break;
     case Calculate:
         calculatePanel_->Fill();
@@ -104,8 +108,9 @@ void frmData::ShowThisDataOption(int option) {
         break;
     }
     ui_->picPanels->setCurrentIndex(option);
-    ui_->chkFilters->setVisible(option == View || option == Stats);
-    ui_->cmdFilters->setVisible(option == View || option == Stats);
+    setFocusProxy(option == View ? static_cast<QWidget*>(ui_->DataGrid) : ui_->picPanels->currentWidget());
+    ShowFilterState();
+    ShowRows();
 }
 
 void frmData::DrawStats() {
@@ -125,48 +130,38 @@ void frmData::DrawStats() {
     DataStats_->FitToFont();
 }
 
-// Another order, other filters or other items in view: the statement is opened anew.
-bool frmData::Requery() {
-    ErrorTrap trap("Requery");
-    TheFrame().SetBusy(true);
-    TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
-    paging_.EndPaging(true);
-    // The query of before stands on tables that may be dropped now.
-    paging_.Close();
-    ResetGrid();
-    if (filters_.MostRecentOn || filters_.MissingDataOn) ForgetDeletedRows();
-    if (filters_.MostRecentOn)
-        MakeMostRecentTables();
-    else
-        MostRecentClause.clear();
-    if (filters_.MissingDataOn) MakeMissingDataTable();
-    const bool ok = StartPaging(FilteredStatement(filters_, dataOrderBy_));
-    filters_.MostRecentChanged = filters_.MissingDataChanged = filters_.ValueRangeChanged = false;
-    RowFilter = BuildRowFilter(filters_);
-    if (option_ == Stats) DrawStats();
-    TheFrame().SetStatusText({});
-    TheFrame().SetBusy(false);
-    return ok;
-}
-
-void frmData::GenerateDataTable() {
-    if (!std::exchange(sortPanelChanged_, false)) return;
-    dataOrderBy_ = sortPanel_->OrderBy();
-    ForgetDeletedRows();
-    Requery();
-}
-
 void frmData::SetFilters(const DataFilters& filters) {
     filters_ = filters;
     filters_.MostRecentChanged = filters_.MissingDataChanged = filters_.ValueRangeChanged = true;
-    ForgetDeletedRows();
     Requery();
-    ui_->chkFilters->setChecked(filters_.AnyOn());
+    if (option_ == Stats) DrawStats();
+    ShowFilterState();
+}
+
+/// The tick box and what it says, and what the grid says while it is empty.
+void frmData::ShowFilterState() {
+    QStringList on;
+    const QLocale locale = QLocale::system();
+    if (filters_.MostRecentOn) on << PlainText(QStringLiteral("TS_OptionRecent"));
+    if (filters_.ValueRangeOn)
+        on << PlainText(QStringLiteral("TS_ValuesFromTo"))
+                  .replace(QLatin1String("%1"), locale.toString(filters_.DataValueFrom, 'g', 10))
+                  .replace(QLatin1String("%2"), locale.toString(filters_.DataValueTo, 'g', 10));
+    if (filters_.MissingDataOn) on << PlainText(QStringLiteral("TS_WithMissing"));
+    const QString text = on.isEmpty() ? PlainText(QStringLiteral("TS_OptionRecent")) : on.join(QStringLiteral(" · "));
+    ui_->chkFilters->setText(text);
+    ui_->chkFilters->setAccessibleName(text);
+    ui_->chkFilters->setChecked(!on.isEmpty());
+    const bool shown = option_ == View || option_ == Stats;
+    ui_->cmdFilters->setVisible(shown);
+    ui_->chkFilters->setVisible(shown && (!on.isEmpty() || SettingOption(QStringLiteral("DATA_RECENTDATA")).offered));
+    const bool narrowed = !on.isEmpty() || model_.RemovedRows() > 0 || takenOut_.AnythingTakenOut();
+    ui_->DataGrid->SetHint(GetText(narrowed ? QStringLiteral("TS_NoRowsInView") : QStringLiteral("TS_NoDataRows")));
 }
 
 void frmData::chkFilters_Click() {
     if (model_.ValueRows() == 0 && !filters_.AnyOn()) {
-        ui_->chkFilters->setChecked(false);
+        ShowFilterState();
         ShowMessage(QStringLiteral("041"));
         return;
     }
@@ -182,78 +177,13 @@ void frmData::cmdFilters_Click() {
         ShowMessage(QStringLiteral("041"));
         return;
     }
-    // The working tables are made anew for the count, so the grid lets go of them.
+    // The working tables may be made anew for the count, so the grid lets go of them.
     paging_.Suspend();
-    frmDataFilters dialog(this);
-    const DataFilters before = filters_;
-    DataFilters offered = filters_;
-    if (!offered.ValueRangeOn) {
-        TheFrame().SetBusy(true);
-        if (const auto bounds = ValueBounds()) std::tie(offered.DataValueFrom, offered.DataValueTo) = *bounds;
-        TheFrame().SetBusy(false);
-    }
-    dialog.SetFilters(offered);
-    if (dialog.exec() == QDialog::Accepted && dialog.Filters() != before)
+    frmDataFilters dialog(filters_, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.Filters() != filters_)
         SetFilters(dialog.Filters());
     else
         paging_.ResumeTimer();
-}
-
-void frmData::ForgetDeletedRows() {
-    DeletedRowNIds.clear();
-    deletedRows_ = 0;
-}
-
-void frmData::RemoveRowsFromDataGrid() {
-    ErrorTrap trap("RemoveRowFromDataGrid");
-    std::vector<int> rows;
-    const auto chosen = ui_->DataGrid->selectionModel()->selection();
-    for (const QItemSelectionRange& range : chosen)
-        for (int row = range.top(); row <= std::min(range.bottom(), model_.ValueRows() - 1); ++row)
-            rows.push_back(row);
-    std::ranges::sort(rows);
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    if (rows.empty()) return;
-    TheFrame().SetBusy(true);
-    for (const int row : rows) {
-        const GridRow* values = model_.RowAt(row);
-        if (!values || !values->hasRowNId) continue;
-        if (!DeletedRowNIds.isEmpty()) DeletedRowNIds += QLatin1Char(',');
-        DeletedRowNIds += QString::number(values->rowNId);
-    }
-    ui_->DataGrid->clearSelection();
-    model_.RemoveRows(rows);
-    deletedRows_ += static_cast<qint64>(rows.size());
-    const int next = std::min(rows.front(), model_.ValueRows() - 1);
-    if (next >= 0)
-        ui_->DataGrid->setCurrentIndex(model_.index(next, std::max(ui_->DataGrid->currentIndex().column(), 0)));
-    RowFilter = BuildRowFilter(filters_);
-    TheFrame().SetBusy(false);
-    ShowRows();
-}
-
-void frmData::RestoreDeletedRows() {
-    if (DeletedRowNIds.trimmed().isEmpty()) return;
-    TheFrame().SetBusy(true);
-    const QString rows = DeletedRowNIds;
-    ForgetDeletedRows();
-    if (filters_.MissingDataOn) {
-        Requery();
-    } else {
-        std::vector<GridRow> restored = paging_.Texts(RestoreStatement(rows));
-        restoredRows_ += static_cast<qint64>(restored.size());
-        model_.AppendRows(std::move(restored));
-    }
-    RowFilter = BuildRowFilter(filters_);
-    TheFrame().SetBusy(false);
-    ShowRows();
-}
-
-void frmData::ShowCount() {
-    TheFrame().SetBusy(true);
-    const qint64 rows = CountOfRows();
-    TheFrame().SetBusy(false);
-    ShowMessage(QLocale::system().toString(rows), MessageType::Ok, 103, {}, false);
 }
 
 // True when the key is done with.

@@ -8,6 +8,7 @@
 #include <QBrush>
 #include <QElapsedTimer>
 
+#include <random>
 #include <set>
 
 namespace tessaro::test {
@@ -185,6 +186,80 @@ TEST_F(GridModelTest, RowsThatCannotBeMadeStayBlankAndAreNotAskedForAgain) {
     for (int row = 0; row < 10; ++row)
         EXPECT_EQ(Cell(row, ColIndicator).toString(), QString());
     EXPECT_EQ(asked, 1);
+}
+
+TEST_F(GridModelTest, RemovedRowsCloseUpWhateverTheOrderOfRemovals) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 20; ++round) {
+        QStringList left;
+        for (int row = 0; row < 120; ++row)
+            left << QString::number(row);
+        Fill(left);
+        const bool sorted = round % 2 == 1;
+        if (sorted) {
+            grid.SortInGrid(ColIndicator, false);
+            left = Column(ColIndicator).split(QLatin1Char(' '));
+        }
+        while (left.size() > 3) {
+            std::set<int> rows;
+            for (int n = 0; n < 1 + round % 5; ++n)
+                rows.insert(static_cast<int>(random() % static_cast<unsigned>(left.size())));
+            grid.RemoveRows({rows.begin(), rows.end()});
+            for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+                left.removeAt(*row);
+            ASSERT_EQ(Column(ColIndicator), left.join(QLatin1Char(' '))) << "round " << round;
+        }
+        EXPECT_EQ(grid.RemovedRows(), 120 - left.size());
+        EXPECT_EQ(grid.QueryRows(), 120);
+    }
+}
+
+TEST_F(GridModelTest, RowsOutsideTheGridCannotBeRemoved) {
+    Fill({"a", "b", "c"});
+    grid.RemoveRows({-1, 3, 99, 1, 1});
+    EXPECT_EQ(Column(ColIndicator), QStringLiteral("a c"));
+    grid.RemoveRows({});
+    grid.InsertRows(1);
+    grid.RemoveRows({3});
+    EXPECT_EQ(grid.MaxRows(), 4) << "the spare row stays";
+}
+
+TEST_F(GridModelTest, ManyScatteredRowsAreRemovedAtOnce) {
+    QStringList texts;
+    for (int row = 0; row < 2000; ++row)
+        texts << QString::number(row);
+    Fill(texts);
+    std::vector<int> odd;
+    for (int row = 1; row < 2000; row += 2)
+        odd.push_back(row);
+    grid.RemoveRows(odd);
+    EXPECT_EQ(grid.ValueRows(), 1000);
+    EXPECT_EQ(Cell(999, ColIndicator).toString(), QStringLiteral("1998"));
+}
+
+TEST_F(GridModelTest, RowsThatCameAfterARemovalStandInTheirPlaces) {
+    Fill({"a", "b", "c"});
+    grid.RemoveRows({0});
+    grid.InsertRows(2);
+    grid.PutBlock(3, {RowOf("d", {}), RowOf("e", {})});
+    EXPECT_EQ(Column(ColIndicator), QStringLiteral("b c d e"));
+}
+
+TEST_F(GridModelTest, AppendedRowsAreMadeWhenLookedAt) {
+    Fill({"a", "b"});
+    grid.RemoveRows({1});
+    grid.SetFetch([](qint64 first, int count) {
+        std::vector<GridRow> rows;
+        for (int n = 0; n < count; ++n)
+            rows.push_back(RowOf(QStringLiteral("q%1").arg(first + n), {}));
+        return rows;
+    });
+    grid.AppendRows(2);
+    EXPECT_EQ(Column(ColIndicator), QStringLiteral("q0 q2 q3"));
+    grid.SortInGrid(ColIndicator, false);
+    grid.AppendRows(1);
+    EXPECT_EQ(Column(ColIndicator), QStringLiteral("q3 q2 q0 q4"));
+    grid.SetFetch({});
 }
 
 } // namespace

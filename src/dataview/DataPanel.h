@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+
+namespace tessaro {
+
+/// The panel of one option of the data view's strip, as frmData sees it.
+class DataPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    using QWidget::QWidget;
+
+    /// The panel comes into view, or its stage does.
+    virtual void Enter() {}
+    /// Asked before another option is shown; False (after a message) keeps this one.
+    [[nodiscard]] virtual bool MayLeave() { return true; }
+    /// Another option is shown.
+    virtual void Leave() {}
+    /// The selection has changed: all options are back at their start.
+    virtual void Reset() {}
+    virtual void SetFormCaptions() {}
+    /// The common commands while the panel is shown.
+    virtual void SelectAll() {}
+    virtual void Copy() {}
+    virtual void Find() {}
+
+  Q_SIGNALS:
+    /// What the panel decides about has changed; the rows must be queried again.
+    void Changed();
+};
+
+} // namespace tessaro

@@ -1,0 +1,105 @@
+#include "dataview/FilterCounter.h"
+
+#include "dataview/GridQuery.h"
+#include "session/ErrorSink.h"
+#include "session/Query.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessaro {
+
+namespace {
+
+// Places of the identifiers in the grid's statements.
+enum Field : std::size_t { TimePeriodNId, AreaNId, IUSNId, Datavalue, SourceNId };
+
+qint32 Number(const jet::Recordset& row, std::size_t field) {
+    return static_cast<qint32>(row.Get(field).toInteger());
+}
+
+} // namespace
+
+std::optional<double> NumberTyped(const QString& text) {
+    for (const QLocale& locale : {QLocale::system(), QLocale::c()}) {
+        bool read = false;
+        const double number = locale.toDouble(text.trimmed(), &read);
+        if (read && std::isfinite(number)) return number;
+    }
+    return std::nullopt;
+}
+
+void FilterCounter::Start() {
+    ErrorTrap trap("FilterCounter");
+    *this = FilterCounter();
+    rows_ = std::move(Select(RequeryStatement({}, {}), jet::CursorType::ForwardOnly).rows());
+    if (!rows_.isOpen() || rows_.atEnd()) Finish();
+}
+
+bool FilterCounter::ReadSome(int rows) {
+    if (complete_) return false;
+    ErrorTrap trap("FilterCounter");
+    const bool read = trap.Try([&] {
+        for (int n = 0; n < rows && !rows_.atEnd(); ++n, rows_.MoveNext()) {
+            Take(all_, rows_);
+            cells_.push_back({Number(rows_, IUSNId), Number(rows_, SourceNId), Number(rows_, AreaNId),
+                              Number(rows_, TimePeriodNId)});
+        }
+    });
+    if (!read || rows_.atEnd()) Finish();
+    return !complete_;
+}
+
+void FilterCounter::Take(Values& values, const jet::Recordset& row) const {
+    ++values.rows;
+    if (const auto number = jet::ReadNumber(row.Get(Datavalue).toText())) values.numbers.push_back(*number);
+}
+
+void FilterCounter::Finish() {
+    rows_.Close();
+    std::ranges::sort(all_.numbers);
+    std::ranges::sort(cells_);
+    const auto doubles = std::ranges::unique(cells_);
+    const auto withValue = static_cast<qint64>(cells_.size() - doubles.size());
+    missingCells_ = std::max<qint64>(SelectedCells() - withValue, 0);
+    std::vector<std::array<qint32, 4>>().swap(cells_);
+    complete_ = true;
+}
+
+bool FilterCounter::ReadMostRecent() {
+    if (mostRecent_) return true;
+    ErrorTrap trap("GenerateMostRecentData");
+    if (!MakeMostRecentTables()) return false;
+    Records found = Select(MostRecentStatement(), jet::CursorType::ForwardOnly);
+    if (!found.isOpen()) return false;
+    Values values;
+    const bool read = trap.Try([&] {
+        for (; !found.atEnd(); found.MoveNext())
+            Take(values, found.rows());
+    });
+    std::ranges::sort(values.numbers);
+    if (read) mostRecent_ = std::move(values);
+    return read;
+}
+
+std::optional<std::pair<double, double>> FilterCounter::Extent() const {
+    if (!complete_ || all_.numbers.empty()) return std::nullopt;
+    return std::pair(all_.numbers.front(), all_.numbers.back());
+}
+
+qint64 FilterCounter::Values::Within(const DataFilters& filters) const {
+    if (!filters.ValueRangeOn) return rows;
+    const auto first = std::ranges::lower_bound(numbers, filters.DataValueFrom);
+    const auto behind = std::ranges::upper_bound(numbers, filters.DataValueTo);
+    return std::max<qint64>(behind - first, 0);
+}
+
+std::optional<qint64> FilterCounter::RowsLeft(const DataFilters& filters) const {
+    if (!complete_ || (filters.MostRecentOn && !mostRecent_)) return std::nullopt;
+    const qint64 withValue = (filters.MostRecentOn ? *mostRecent_ : all_).Within(filters);
+    return withValue + (filters.MissingDataOn ? missingCells_ : 0);
+}
+
+} // namespace tessaro

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "dataview/DataFilters.h"
+#include "jet/Recordset.h"
+
+#include <QString>
+
+#include <array>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace tessaro {
+
+/// A number typed by a user, with the separators of the system or with a point. Nothing when it isn't a finite number.
+[[nodiscard]] std::optional<double> NumberTyped(const QString& text);
+
+/// Says how many rows would stay under any filters, without asking the database each time: it reads the values in view
+/// once, in slices, so that a window stays alive meanwhile.
+class FilterCounter final {
+  public:
+    /// Begins to read the rows in view, as they are without filters and with all single rows.
+    void Start();
+    /// Reads up to `rows` further ones. False when there are no more.
+    bool ReadSome(int rows);
+    [[nodiscard]] bool isComplete() const { return complete_; }
+    /// Finds out which rows are the most recent, which takes a statement. False when it failed.
+    bool ReadMostRecent();
+    [[nodiscard]] bool KnowsMostRecent() const { return mostRecent_.has_value(); }
+
+    /// All rows without any filter; so far, while it isn't complete.
+    [[nodiscard]] qint64 TotalRows() const { return all_.rows; }
+    /// Least and greatest value; nothing when no value is a number.
+    [[nodiscard]] std::optional<std::pair<double, double>> Extent() const;
+    /// Cells of the selection that have no value.
+    [[nodiscard]] qint64 MissingCells() const { return missingCells_; }
+    /// Rows that stay; nothing while that isn't known (not complete, or most recent wanted and not read).
+    [[nodiscard]] std::optional<qint64> RowsLeft(const DataFilters& filters) const;
+
+  private:
+    struct Values {
+        qint64 rows = 0;
+        std::vector<double> numbers; ///< of the rows whose value is one
+        [[nodiscard]] qint64 Within(const DataFilters& filters) const;
+    };
+    void Take(Values& values, const jet::Recordset& row) const;
+    void Finish();
+
+    jet::Recordset rows_;
+    Values all_;
+    std::optional<Values> mostRecent_;
+    std::vector<std::array<qint32, 4>> cells_;
+    qint64 missingCells_ = 0;
+    bool complete_ = false;
+};
+
+} // namespace tessaro

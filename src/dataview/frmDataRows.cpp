@@ -1,0 +1,263 @@
+#include "controls/SelectionLists.h"
+#include "dataview/GridQuery.h"
+#include "dataview/SortOrder.h"
+#include "dataview/SortPanel.h"
+#include "dataview/TakeOutPanel.h"
+#include "dataview/frmData.h"
+#include "selection/SelectionGuard.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/Messages.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "session/Strings.h"
+#include "ui_frmData.h"
+
+#include <QHeaderView>
+#include <QLocale>
+
+#include <algorithm>
+
+// Which rows the grid shows: its query, their order, the filters, and rows removed one by one.
+
+namespace tessaro {
+
+namespace {
+
+/// Wait state of the frame for as long as the scope lasts, with the text of work in hand.
+class Busy final {
+  public:
+    Busy() {
+        TheFrame().SetBusy(true);
+        TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
+    }
+    ~Busy() {
+        TheFrame().SetStatusText({});
+        TheFrame().SetBusy(false);
+    }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+};
+
+} // namespace
+
+bool frmData::MakeQryForTheGrid() {
+    ErrorTrap trap("MakeQryForTheGrid");
+    if (!selection::IsSelectionComplete()) return false;
+    const Busy busy;
+    TheFrame().StartProgress();
+    InitializeDataViewVariables();
+    const bool ok = StartPaging(IdentifierStatement());
+    if (ok) {
+        for (const int percent : {20, 50, 60, 100})
+            TheFrame().SetProgress(percent);
+    }
+    TheFrame().EndProgress();
+    return ok;
+}
+
+void frmData::InitializeDataViewVariables() {
+    // The query of before goes first: it stands on the table that is written to now.
+    paging_.Close();
+    ResetGrid();
+    dataOrderBy_ = DefaultDataOrderBy();
+    ShowSortMark(0, true);
+    DeletedRowNIds.clear();
+    RowFilter.clear();
+    MostRecentClause.clear();
+    filters_ = {};
+    takenOut_.Reset();
+    for (TakeOutPanel* panel : takeOutPanels_)
+        panel->Reset();
+    sortPanel_->Reset();
+    Execute(QStringLiteral("UPDATE _SelIUSNId Set Deleted = False"));
+}
+
+void frmData::ResetGrid() {
+    model_.Clear();
+}
+
+void frmData::ShowSortMark(int column, bool ascending) {
+    sortedColumn_ = column;
+    sortedAscending_ = ascending;
+    ui_->DataGrid->horizontalHeader()->setSortIndicator(column - 1,
+                                                        ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+// The first page goes into the grid at once, so that the screen opens with rows on it; the timer brings the rest.
+bool frmData::StartPaging(const QString& sql) {
+    const bool ok = paging_.StartPaging(sql);
+    if (ok) paging_.PageTick();
+    ShowFilterState();
+    ShowRows();
+    return ok;
+}
+
+// Another query means that the rows removed one by one are forgotten.
+bool frmData::StartAnew(const QString& sql) {
+    DeletedRowNIds.clear();
+    RowFilter = BuildRowFilter(filters_);
+    paging_.EndPaging(true);
+    ResetGrid();
+    return StartPaging(sql);
+}
+
+bool frmData::Requery() {
+    ErrorTrap trap("Requery");
+    const Busy busy;
+    // The query of before stands on tables that are made anew now.
+    paging_.Close();
+    MostRecentClause.clear();
+    const bool ok = filters_.MissingDataOn  ? GenerateMissingData_Change()
+                    : filters_.MostRecentOn ? GenerateMostRecentData()
+                                            : GenerateDataValueRange_Change();
+    filters_.MostRecentChanged = filters_.MissingDataChanged = filters_.ValueRangeChanged = false;
+    return ok;
+}
+
+bool frmData::GenerateMissingData_Change() {
+    ErrorTrap trap("GenerateMissingData_Change");
+    if (filters_.MostRecentOn && MakeMostRecentTables()) SetMostRecentClause();
+    return MakeMissingDataTable() && StartAnew(FilteredStatement(filters_, dataOrderBy_));
+}
+
+// Without a range it is the plain query of the view.
+bool frmData::GenerateDataValueRange_Change() {
+    ErrorTrap trap("GenerateDataValueRange_Change");
+    return StartAnew(FilteredStatement(filters_, dataOrderBy_));
+}
+
+bool frmData::GenerateMostRecentData() {
+    ErrorTrap trap("GenerateMostRecentData");
+    if (!MakeMostRecentTables()) return false;
+    SetMostRecentClause();
+    return StartAnew(FilteredStatement(filters_, dataOrderBy_));
+}
+
+void frmData::GenerateDataTable() {
+    ErrorTrap trap("GenerateDataTable");
+    dataOrderBy_ = OrderByColumns(sortPanel_->Columns());
+    ShowSortMark(0, true);
+    Requery();
+}
+
+void frmData::SortByColumn(int column, bool ascending) {
+    ErrorTrap trap("DataGrid_HeadClick");
+    if (column < 1 || column > VisibleCols || model_.MaxRows() == 0) return;
+    const Busy busy;
+    paging_.EndPaging(false);
+    dataOrderBy_ = DataOrderByColumn(column, ascending);
+    // Texts of values would sort "10" before "9", so the Datavalue column always goes through the database.
+    if (column != ColDatavalue && paging_.PagingComplete() && model_.MaxRows() < GridModel::kInGridSortLimit) {
+        ui_->DataGrid->clearSelection();
+        model_.SortInGrid(column, ascending);
+    } else if (filters_.MissingDataOn || filters_.MostRecentOn) {
+        Requery();
+    } else {
+        RowFilter = BuildRowFilter(filters_);
+        paging_.EndPaging(true);
+        ResetGrid();
+        StartPaging(RequeryStatement(RowFilter, dataOrderBy_));
+    }
+    ShowSortMark(column, ascending);
+    ui_->DataGrid->scrollToTop();
+}
+
+std::vector<int> frmData::HighlightedRows() const {
+    std::vector<int> rows;
+    const QItemSelection chosen = ui_->DataGrid->selectionModel()->selection();
+    for (const QItemSelectionRange& range : chosen) {
+        const int last = std::min(range.bottom(), model_.ValueRows() - 1);
+        for (int row = range.top(); row <= last; ++row)
+            rows.push_back(row);
+    }
+    std::ranges::sort(rows, std::greater());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
+void frmData::RemoveRowsFromDataGrid() {
+    ErrorTrap trap("RemoveRowFromDataGrid");
+    const std::vector<int> rows = HighlightedRows();
+    if (rows.empty()) return;
+    const Busy busy;
+    const int column = std::max(ui_->DataGrid->currentIndex().column(), 0);
+    ui_->DataGrid->clearSelection();
+    ui_->DataGrid->setUpdatesEnabled(false);
+    RemoveRows(rows);
+    ui_->DataGrid->setUpdatesEnabled(true);
+    const int next = std::min(rows.back(), model_.ValueRows() - 1);
+    if (next >= 0) ui_->DataGrid->setCurrentIndex(model_.index(next, column));
+    ShowFilterState();
+    ShowRows();
+}
+
+// A cell without a value has no RowNId; it only leaves the grid.
+void frmData::RemoveRows(const std::vector<int>& rows) {
+    QString list;
+    for (const int row : rows) {
+        const auto rowNId = paging_.RowNIdOf(model_.QueryRowOf(row));
+        if (!rowNId) continue;
+        if (!list.isEmpty()) list += QLatin1Char(',');
+        list += QString::number(*rowNId);
+    }
+    if (!list.isEmpty()) DeletedRowNIds += DeletedRowNIds.trimmed().isEmpty() ? list : QLatin1Char(',') + list;
+    model_.RemoveRows(rows);
+    RowFilter = BuildRowFilter(filters_);
+}
+
+void frmData::RestoreDeletedRows() {
+    ErrorTrap trap("RestoreDeletedRows");
+    if (DeletedRowNIds.trimmed().isEmpty() && model_.RemovedRows() == 0) return;
+    const Busy busy;
+    if (filters_.MissingDataOn) {
+        Requery();
+        return;
+    }
+    std::vector<qint64> rowNIds;
+    Records rows = Select(RestoreStatement(DeletedRowNIds), jet::CursorType::ForwardOnly);
+    for (; !rows.atEnd(); rows.MoveNext())
+        rowNIds.push_back(rows.Number(RestoredRowNId));
+    rows = Records();
+    DeletedRowNIds.clear();
+    RowFilter = BuildRowFilter(filters_);
+    paging_.AppendRows(rowNIds);
+    ShowFilterState();
+    ShowRows();
+}
+
+void frmData::ShowCount() {
+    {
+        const Busy busy;
+        paging_.CountRows();
+        ShowRows();
+    }
+    ShowMessage(QLocale::system().toString(RowsInGrid()), MessageType::Ok, 103, {}, false);
+}
+
+void frmData::DataGrid_PopupMenu(const QPoint& place) {
+    const int column = ui_->DataGrid->currentIndex().column() + 1;
+    const bool any = model_.ValueRows() > 0;
+    const bool highlighted = any && ui_->DataGrid->selectionModel()->hasSelection();
+    const bool onRow = any && ui_->DataGrid->currentIndex().isValid();
+    const bool removed = model_.RemovedRows() > 0 || !DeletedRowNIds.trimmed().isEmpty();
+    ShowPopup(this, QStringLiteral("mnu_popup_Data_View_Options"), ui_->DataGrid->viewport()->mapToGlobal(place),
+              {{0, "mnu_DataView_Delete", [this] { RemoveRowsFromDataGrid(); }, highlighted},
+               {1, "mnu_DataView_UndeleteAll", [this] { RestoreDeletedRows(); }, removed},
+               {2, nullptr, {}},
+               {3, "TS_ShowCount", [this] { ShowCount(); }, any},
+               {10, "TS_CopyRows", [this] { Copy(); }, highlighted},
+               {11, "mnu_Edit_SelectAll", [this] { SelectAll(); }, any},
+               {4, nullptr, {}},
+               {12, "TS_SortAscending", [this, column] { SortByColumn(column, true); }, onRow},
+               {13, "TS_SortDescending", [this, column] { SortByColumn(column, false); }, onRow},
+               {14, "TS_FiltersButton", [this] { cmdFilters_Click(); }},
+               {7, nullptr, {}},
+               {15, "mnu_File_SaveAs", [this] { SaveAs(); }, any},
+               {6, "PRINT BUTTON", [this] { Print(); }, any},
+               {16, nullptr, {}},
+               {8, "mnu_DataView_Indicator", [this] { ShowInformation(true); }, onRow},
+               {9, "mnu_DataView_Source", [this] { ShowInformation(false); }, onRow}});
+}
+
+} // namespace tessaro

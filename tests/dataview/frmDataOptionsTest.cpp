@@ -1,0 +1,322 @@
+#include "controls/DataTable.h"
+#include "controls/KeyedList.h"
+#include "controls/SelectionLists.h"
+#include "dataview/GridQuery.h"
+#include "dataview/Selection.h"
+#include "dataview/SortPanel.h"
+#include "dataview/TakeOutPanel.h"
+#include "dataview/frmData.h"
+#include "dataview/frmDataFilters.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "support/TimeBound.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStackedWidget>
+#include <QTest>
+#include <QToolButton>
+
+#include <memory>
+#include <set>
+
+namespace tessaro::test {
+
+namespace {
+
+enum Option { View, Stats, Sources, Units, Subpops, Sort };
+
+class frmDataOptionsTest : public SelectionTest {
+  protected:
+    void Show() {
+        form.resize(1280, 600);
+        form.show();
+        SelectionChanged = true;
+        form.Enter();
+        QApplication::processEvents();
+    }
+    void ShowAll() {
+        Show();
+        WaitForAll();
+    }
+    void WaitForAll() {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return form.paging().PagingComplete(); }, 10000));
+    }
+    void MakePeriods() {
+        Run(QStringLiteral("CREATE TABLE TimePeriod (TimePeriodNId LONG, TimePeriod TEXT(30))"));
+        Run(QStringLiteral("INSERT INTO TimePeriod SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod"));
+    }
+    DataTable& Grid() { return *form.findChild<DataTable*>(QStringLiteral("DataGrid")); }
+    QStackedWidget& Panels() { return *form.findChild<QStackedWidget*>(QStringLiteral("picPanels")); }
+    KeyedList& List(const char* name) { return *Panels().currentWidget()->findChild<KeyedList*>(QLatin1String(name)); }
+    QAbstractButton& Button(const char* name) { return *form.findChild<QAbstractButton*>(QLatin1String(name)); }
+    QString Values() {
+        QStringList values;
+        for (int row = 0; row < form.grid().ValueRows(); ++row)
+            values << form.grid().index(row, ColDatavalue - 1).data().toString();
+        return values.join(QLatin1Char(' '));
+    }
+    void HighlightRows(int first, int last) {
+        Grid().selectionModel()->select({Grid().model()->index(first, 0), Grid().model()->index(last, 0)},
+                                        QItemSelectionModel::ClearAndSelect);
+    }
+    QString RowsText() { return form.SelectionSummary(); }
+
+    frmData form;
+};
+
+TEST_F(frmDataOptionsTest, TakingAnItemOutRequeriesAndPuttingItBackToo) {
+    FillData(1, 3, 1);
+    ShowAll();
+    Button("DATA_SOURCES").click();
+    EXPECT_EQ(List("lstAvailable").Items().Count(), 3);
+    List("lstSelected").HighlightKey(QStringLiteral("IS_2_1"));
+    QTest::keyClick(&List("lstSelected"), Qt::Key_Delete);
+    WaitForAll();
+    EXPECT_EQ(Values(), QStringLiteral("101 103"));
+    EXPECT_EQ(List("lstSelected").Items().Count(), 2);
+    EXPECT_EQ(List("lstAvailable").Items().Count(), 3) << "what is offered stays";
+    List("lstAvailable").HighlightKey(QStringLiteral("IS_2_1"));
+    QTest::keyClick(&List("lstAvailable"), Qt::Key_Return);
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 3);
+    EXPECT_EQ(frame.busy, 0);
+}
+
+TEST_F(frmDataOptionsTest, APanelWithNothingLeftCannotBeLeft) {
+    struct Case {
+        Option option;
+        const char* message;
+    };
+    FillData(1, 2, 1);
+    ShowAll();
+    for (const Case& c : {Case{Sources, "027"}, Case{Units, "028"}, Case{Subpops, "029"}, Case{Sort, "030"}}) {
+        messages.clear();
+        form.ShowThisDataOption(c.option);
+        Panels().currentWidget()->findChild<QAbstractButton*>(QStringLiteral("cmdRemoveAll"))->click();
+        QWidget* panel = Panels().currentWidget();
+        Button("DATA_VIEW").click();
+        EXPECT_EQ(messages, QStringList{QLatin1String(c.message)});
+        EXPECT_EQ(Panels().currentWidget(), panel);
+        EXPECT_FALSE(Button("DATA_VIEW").isChecked());
+        EXPECT_EQ(form.grid().ValueRows(), 2) << "the grid keeps its rows meanwhile";
+        panel->findChild<QAbstractButton*>(QStringLiteral("cmdAddAll"))->click();
+        Button("DATA_VIEW").click();
+        EXPECT_TRUE(Button("DATA_VIEW").isChecked()) << c.message;
+        WaitForAll();
+        EXPECT_EQ(form.grid().ValueRows(), 2);
+    }
+    EXPECT_FALSE(form.options().AnythingTakenOut());
+}
+
+TEST_F(frmDataOptionsTest, ANewSelectionForgetsWhatThePanelsTookOut) {
+    FillData(1, 2, 1);
+    ShowAll();
+    form.ShowThisDataOption(Units);
+    List("lstSelected").HighlightKey(QStringLiteral("IU_I1_-U"));
+    QTest::keyClick(&List("lstSelected"), Qt::Key_Delete);
+    EXPECT_TRUE(form.options().AnythingTakenOut());
+    SelectionChanged = true;
+    form.Enter();
+    EXPECT_FALSE(form.options().AnythingTakenOut());
+    EXPECT_EQ(List("lstSelected").Items().Count(), 2) << "the panel in view is filled anew";
+}
+
+TEST_F(frmDataOptionsTest, TheSortPanelOrdersByItsColumnsWhenItIsLeft) {
+    FillData(2, 2, 1);
+    ShowAll();
+    form.ShowThisDataOption(Sort);
+    EXPECT_EQ(List("lstSelected").Items().Count(), 1) << "the order that the view has";
+    List("lstAvailable").HighlightKey(QStringLiteral("D.DataValue"));
+    QTest::keyClick(&List("lstAvailable"), Qt::Key_Return);
+    List("lstSelected").HighlightKey(QStringLiteral("D.DataValue"));
+    form.findChild<QToolButton*>(QStringLiteral("cmdDescending"))->click();
+    EXPECT_EQ(Values(), QStringLiteral("101 102 201 202")) << "nothing happens behind one's back";
+    Button("DATA_VIEW").click();
+    WaitForAll();
+    EXPECT_EQ(Values(), QStringLiteral("102 101 202 201"));
+
+    form.ShowThisDataOption(Sort);
+    List("lstSelected").HighlightKey(QStringLiteral("D.DataValue"));
+    form.findChild<QToolButton*>(QStringLiteral("cmdMoveUp"))->click();
+    EXPECT_EQ(List("lstSelected").Items().Items().front().key, QStringLiteral("D.DataValue"));
+    EXPECT_EQ(List("lstSelected").HighlightedItems().size(), 1U);
+    Button("DATA_VIEW").click();
+    WaitForAll();
+    EXPECT_EQ(Values(), QStringLiteral("202 201 102 101"));
+}
+
+TEST_F(frmDataOptionsTest, RemovedRowsLeaveTheGridTheCountAndTheFilter) {
+    FillData(1, 5, 1);
+    ShowAll();
+    HighlightRows(1, 2);
+    QTest::keyClick(&Grid(), Qt::Key_Delete);
+    EXPECT_EQ(Values(), QStringLiteral("101 104 105"));
+    HighlightRows(1, 1);
+    form.RemoveRowsFromDataGrid();
+    EXPECT_EQ(DeletedRowNIds, QStringLiteral("3,2,4")) << "from the bottom up";
+    EXPECT_EQ(RowFilter, QStringLiteral(" AND D.RowNID not in(3,2,4) "));
+    EXPECT_EQ(Select(RequeryStatement(RowFilter, {})).rows().RecordCount(), 2);
+    EXPECT_EQ(form.paging().TotalRows() - form.grid().RemovedRows(), 2);
+
+    form.SortByColumn(ColDatavalue, false);
+    WaitForAll();
+    EXPECT_EQ(Values(), QStringLiteral("105 101")) << "a sort keeps them out";
+    form.RestoreDeletedRows();
+    EXPECT_EQ(form.grid().ValueRows(), 5);
+    EXPECT_TRUE(Values().startsWith(QLatin1String("105 101 "))) << "they come back at the end";
+    EXPECT_EQ(DeletedRowNIds, QString());
+    EXPECT_EQ(RowFilter, QString());
+}
+
+TEST_F(frmDataOptionsTest, RowsCanBeRemovedAndComeBackWhileTheGridLoads) {
+    FillData(10, 20, 2);
+    Show();
+    ASSERT_TRUE(form.paging().isRunning());
+    HighlightRows(10, 19);
+    QTest::keyClick(&Grid(), Qt::Key_Delete);
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 390);
+    std::set<qint64> rows;
+    for (int row = 0; row < form.grid().ValueRows(); ++row)
+        rows.insert(form.grid().RowAt(row)->rowNId);
+    EXPECT_EQ(rows.size(), 390U) << "none twice, none lost";
+    EXPECT_FALSE(rows.contains(11));
+    form.SortByColumn(ColAreaID, false);
+    form.RestoreDeletedRows();
+    EXPECT_EQ(form.grid().ValueRows(), 400);
+    EXPECT_EQ(form.grid().RowAt(399)->rowNId > 10 && form.grid().RowAt(399)->rowNId <= 20, true);
+    EXPECT_EQ(frame.busy, 0);
+}
+
+TEST_F(frmDataOptionsTest, AllRowsOfALongGridGoAndComeBackInATrice) {
+    FillData(40, 50, 10);
+    Show();
+    QTest::keyClick(&Grid(), Qt::Key_End, Qt::ControlModifier);
+    ASSERT_EQ(form.grid().ValueRows(), 20000);
+    QElapsedTimer clock;
+    clock.start();
+    Grid().selectAll();
+    form.RemoveRowsFromDataGrid();
+    EXPECT_EQ(form.grid().ValueRows(), 0);
+    form.RestoreDeletedRows();
+    EXPECT_EQ(form.grid().ValueRows(), 20000);
+    EXPECT_LT(clock.elapsed(), TimeBound(5000));
+}
+
+TEST_F(frmDataOptionsTest, FiltersNarrowTheGridAndForgetRemovedRows) {
+    FillData(1, 2, 3);
+    MakePeriods();
+    Run(QStringLiteral("DELETE * FROM Data WHERE IUSNId = 2 AND TimePeriodNId = 3"));
+    ShowAll();
+    HighlightRows(0, 0);
+    form.RemoveRowsFromDataGrid();
+    Button("chkFilters").click();
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 2) << "the latest period of each combination";
+    EXPECT_EQ(DeletedRowNIds, QString());
+    EXPECT_TRUE(MostRecentClause.startsWith(QLatin1String(" AND D.RowNId in (")));
+    EXPECT_EQ(RowFilter, MostRecentClause);
+    form.SortByColumn(ColDatavalue, false);
+    WaitForAll();
+    EXPECT_EQ(Values(), QStringLiteral("102 101")) << "a sort keeps the filter";
+
+    form.SetFilters({.MissingDataOn = true, .ValueRangeOn = true, .DataValueFrom = 102, .DataValueTo = 200});
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 3) << "two values and one cell without";
+    EXPECT_EQ(MostRecentClause, QString());
+    EXPECT_TRUE(Button("chkFilters").isChecked());
+    Grid().selectAll();
+    form.RemoveRowsFromDataGrid();
+    EXPECT_EQ(form.grid().ValueRows(), 0);
+    EXPECT_EQ(DeletedRowNIds.count(QLatin1Char(',')), 1) << "a cell without a value has no number";
+    form.RestoreDeletedRows();
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 3);
+    Button("chkFilters").click();
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 5);
+    EXPECT_EQ(RowFilter, QString());
+}
+
+TEST_F(frmDataOptionsTest, TheCountWalksTheQueryWithoutHarmToTheLoad) {
+    FillData(10, 20, 2);
+    Show();
+    HighlightRows(0, 4);
+    form.RemoveRowsFromDataGrid();
+    QAction* count = nullptr;
+    Grid().customContextMenuRequested({5, 5});
+    for (QAction* action : form.findChildren<QAction*>())
+        if (action->objectName() == QLatin1String("mnu_popup_Data_View_Options_3")) count = action;
+    ASSERT_NE(count, nullptr);
+    count->trigger();
+    EXPECT_EQ(messages, QStringList{QStringLiteral("395")});
+    QApplication::closeAllWindows();
+    form.show();
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 395) << "counting to the end doesn't end the load";
+}
+
+class frmDataFiltersTest : public SelectionTest {
+  protected:
+    frmDataFiltersTest() {
+        FillData(2, 3, 2);
+        Run(QStringLiteral("CREATE TABLE TimePeriod (TimePeriodNId LONG, TimePeriod TEXT(30))"));
+        Run(QStringLiteral("INSERT INTO TimePeriod SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod"));
+        Run(QStringLiteral("DELETE * FROM Data WHERE AreaNId = 2 AND IUSNId = 3"));
+        dialog = std::make_unique<frmDataFilters>(DataFilters{});
+    }
+    QAbstractButton& Button(const char* name) { return *dialog->findChild<QAbstractButton*>(QLatin1String(name)); }
+    QLineEdit& Field(const char* name) { return *dialog->findChild<QLineEdit*>(QLatin1String(name)); }
+    bool MayApply() { return Button("cmdOK").isEnabled(); }
+    /// The values have been read when the bounds of them are told; the text is empty without a string table.
+    void WaitForCount() {
+        for (int slice = 0; slice < 10; ++slice)
+            QApplication::processEvents();
+    }
+
+    std::unique_ptr<frmDataFilters> dialog;
+};
+
+TEST_F(frmDataFiltersTest, BadBoundsAreToldInPlaceAndCannotBeApplied) {
+    struct Case {
+        const char* from;
+        const char* to;
+        bool good;
+    };
+    WaitForCount();
+    for (const Case& c :
+         {Case{"abc", "", false}, Case{"", "1..2", false}, Case{"5", "4", false}, Case{"500", "600", false},
+          Case{"101", "", true}, Case{"", "101", true}, Case{"101", "101", true}, Case{"", "", true}}) {
+        Field("txtFrom").setText(QLatin1String(c.from));
+        Field("txtTo").setText(QLatin1String(c.to));
+        EXPECT_EQ(MayApply(), c.good) << c.from << " to " << c.to;
+    }
+}
+
+TEST_F(frmDataFiltersTest, AnOpenBoundBecomesTheLeastOrGreatestValue) {
+    Field("txtFrom").setText(QStringLiteral("102"));
+    Button("cmdOK").click();
+    EXPECT_EQ(dialog->result(), QDialog::Accepted);
+    const DataFilters filters = dialog->Filters();
+    EXPECT_TRUE(filters.ValueRangeOn);
+    EXPECT_EQ(filters.DataValueFrom, 102);
+    EXPECT_EQ(filters.DataValueTo, 202);
+    EXPECT_FALSE(filters.MostRecentOn || filters.MissingDataOn);
+}
+
+TEST_F(frmDataFiltersTest, NoFiltersClearsEverything) {
+    Button("chkMostRecent").setChecked(true);
+    Button("chkMissing").setChecked(true);
+    Field("txtTo").setText(QStringLiteral("500"));
+    EXPECT_TRUE(dialog->Filters().MissingDataOn);
+    Button("cmdReset").click();
+    EXPECT_EQ(dialog->Filters(), DataFilters{});
+}
+
+} // namespace
+
+} // namespace tessaro::test
