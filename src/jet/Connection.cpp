@@ -19,6 +19,14 @@ Engine& EngineOf(const Connection::Impl& impl) {
     return *impl.engine;
 }
 
+/// True when ";database=" stands in the statement, ignoring case.
+bool NamesDatabase(std::string_view sql) {
+    constexpr std::string_view kMark = ";database=";
+    for (std::size_t at = sql.find(';'); at != std::string_view::npos; at = sql.find(';', at + 1))
+        if (EqualFolded(sql.substr(at, kMark.size()), kMark)) return true;
+    return false;
+}
+
 Handle OpenNew(const std::string& path) {
     sqlite3* raw = nullptr;
     const int code = sqlite3_open_v2(FileUri(path, "").c_str(), &raw,
@@ -100,7 +108,7 @@ const std::string& Connection::path() const {
 std::int64_t Connection::Execute(std::string_view sql) {
     Engine& engine = EngineOf(*impl_);
     // Looked for in the text first: translating each statement twice would cost all of them.
-    if (LowerCased(sql).find(";database=") != std::string::npos) {
+    if (NamesDatabase(sql)) {
         if (const std::string file = engine.ForeignTarget(sql); !file.empty()) {
             Recordset rows = OpenRecordset(sql, CursorType::ForwardOnly);
             return WriteDbaseTable(file, rows);

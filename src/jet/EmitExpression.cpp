@@ -13,10 +13,6 @@ using namespace tree;
 
 namespace {
 
-Typed Condition(std::string sql) {
-    return {"(" + std::move(sql) + ")", CompareKind::Number, ColumnType::YesNo, true};
-}
-
 const char* SqlOf(ComparisonOperator op) {
     switch (op) {
     case ComparisonOperator::Equal:
@@ -151,6 +147,10 @@ std::string AsStored(const Typed& value, ColumnType type) {
         break;
     }
     return AsValue(value);
+}
+
+Typed Condition(std::string sql) {
+    return {"(" + std::move(sql) + ")", CompareKind::Number, ColumnType::YesNo, true};
 }
 
 Typed Emitter::emit(const Expression& expression, const Scope& scope) {
@@ -306,22 +306,6 @@ Typed Emitter::emitNode(const Like& node, const Scope& scope, Position) {
 
 Typed Emitter::emitNode(const IsNull& node, const Scope& scope, Position) {
     return Condition(AsValue(emit(*node.operand, scope)) + (node.negated ? " IS NOT NULL" : " IS NULL"));
-}
-
-Typed Emitter::emitNode(const InList& node, const Scope& scope, Position) {
-    const Typed operand = emit(*node.operand, scope);
-    std::vector<Typed> values;
-    values.reserve(node.values.size());
-    std::vector<const Typed*> others;
-    for (const ExpressionPtr& each : node.values)
-        others.push_back(&values.emplace_back(emit(*each, scope)));
-    const Footing footing = FootingOf(operand, others, false);
-    std::string list;
-    for (const Typed& value : values) {
-        if (!list.empty()) list += ",";
-        list += footing.shape(value);
-    }
-    return Condition(footing.shape(operand) + footing.collation + (node.negated ? " NOT IN (" : " IN (") + list + ")");
 }
 
 Typed Emitter::emitNode(const InQuery& node, const Scope& scope, Position at) {

@@ -91,7 +91,9 @@ std::string ColumnDeclaration(const std::string& name, ColumnType type, int widt
 }
 
 Translation Emitter::translate(const Statement& tree) {
-    return std::visit([this](const auto& node) { return statement(node); }, tree);
+    Translation made = std::visit([this](const auto& node) { return statement(node); }, tree);
+    made.lists = std::move(lists_);
+    return made;
 }
 
 Translation Emitter::statement(const Query& query) {

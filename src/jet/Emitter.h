@@ -2,6 +2,7 @@
 
 #include "jet/Scope.h"
 
+#include <map>
 #include <optional>
 
 namespace jet {
@@ -38,6 +39,10 @@ class Emitter {
     Typed emitAggregate(const tree::Call& node, std::vector<Typed> arguments);
     std::optional<Typed> emitInline(const tree::Call& node, const std::vector<Typed>& arguments);
     std::string condition(const tree::Expression& expression, const Scope& scope);
+
+    // --- Lists (EmitList.cpp) ---
+    Typed emitNumberList(const tree::InList& node, const Scope& scope);
+    std::string parameterFor(const tree::InList& node, ListParameter list);
 
     // --- Conditions of WHERE (EmitWhere.cpp) ---
     /// A part of a WHERE clause; there, in contrast to condition(), Null is as good as False.
@@ -117,8 +122,12 @@ class Emitter {
     const Catalogue& catalogue_;
     std::string aggregateFilter_; ///< stands behind every aggregate of a crosstab's value
     int aliasDepth_ = 0;
+    std::vector<ListParameter> lists_;
+    std::map<const tree::InList*, std::size_t> listNumbers_; ///< a union's queries are written twice
 };
 
+/// A truth value of SQLite, in brackets.
+[[nodiscard]] Typed Condition(std::string sql);
 /// The value as ours: a truth value becomes -1 or 0.
 [[nodiscard]] std::string AsValue(const Typed& value);
 /// The value as a condition of SQLite.

@@ -1,6 +1,7 @@
 #include "jet/Engine.h"
 
 #include "jet/Collation.h"
+#include "jet/ColumnStore.h"
 #include "jet/Functions.h"
 #include "jet/Pivot.h"
 
@@ -45,6 +46,25 @@ std::string NextWord(std::string_view& sql) {
     return word;
 }
 
+/// The catalogue, with a note of every table that it is asked for.
+class NotingCatalogue final : public Catalogue {
+  public:
+    explicit NotingCatalogue(const LiveCatalogue& catalogue) : catalogue_(catalogue) {}
+
+    [[nodiscard]] const TableInfo* find(std::string_view name) const override {
+        const TableInfo* const found = catalogue_.find(name);
+        if (std::ranges::find(asked_, name, &AskedTable::name) == asked_.end())
+            asked_.push_back({std::string(name), found == nullptr ? 0 : catalogue_.stamp(name)});
+        return found;
+    }
+    [[nodiscard]] unsigned version() const override { return catalogue_.version(); }
+    [[nodiscard]] const std::vector<AskedTable>& asked() const { return asked_; }
+
+  private:
+    const LiveCatalogue& catalogue_;
+    mutable std::vector<AskedTable> asked_;
+};
+
 Handle OpenFile(const DatabaseFile& file) {
     sqlite3* raw = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
@@ -87,7 +107,7 @@ Engine::Engine(const std::string& path, const std::string& password) {
 // Only for a statement seen before: a new one may have a file to attach, whose settings can't be made in a transaction.
 Engine::ReadScope::ReadScope(Engine& engine, std::string_view sql) : engine_(engine) {
     const auto found = engine.byText_.find(sql);
-    if (found == engine.byText_.end() || found->second->version != engine.catalogue_->version()) return;
+    if (found == engine.byText_.end() || !engine.StillGood(*found->second)) return;
     if (engine.sizes_->inDoubt(found->second->prepared.reads)) return;
     if (engine.scoped_ || sqlite3_get_autocommit(engine.database()) == 0) return;
     engine.scoped_ = sqlite3_step(engine.begin_.get()) == SQLITE_DONE;
@@ -122,18 +142,16 @@ Engine::Seen& Engine::Translated(std::string_view sql) {
     if (found != byText_.end()) {
         seen_.splice(seen_.begin(), seen_, found->second);
         Seen& seen = *found->second;
-        if (seen.version == catalogue_->version()) {
+        if (StillGood(seen)) {
             ++counts_.reused;
-            return seen;
+        } else {
+            TranslateAnew(seen);
         }
-        seen.translation = Translate(sql, *catalogue_);
-        seen.version = catalogue_->version();
-        seen.prepared = {};
-        ++counts_.translated;
         return seen;
     }
-    Seen made{std::string(sql), Translate(sql, *catalogue_), catalogue_->version(), {}};
-    ++counts_.translated;
+    Seen made;
+    made.text = sql;
+    TranslateAnew(made);
     if (sql.size() > LongestKept) return passing_ = std::move(made);
     if (seen_.size() >= MostSeen) {
         byText_.erase(seen_.back().text);
@@ -144,7 +162,25 @@ Engine::Seen& Engine::Translated(std::string_view sql) {
     return seen_.front();
 }
 
-PreparedStatement Engine::PrepareNoting(std::string_view sql) {
+void Engine::TranslateAnew(Seen& seen) {
+    const NotingCatalogue noting(*catalogue_);
+    seen.translation = Translate(seen.text, noting);
+    seen.asked = noting.asked();
+    seen.version = catalogue_->version();
+    seen.prepared = {};
+    ++counts_.translated;
+}
+
+// A filter drops and makes its working tables each time, always alike; what was translated for them stays good.
+bool Engine::StillGood(Seen& seen) {
+    if (seen.version == catalogue_->version()) return true;
+    const bool same = std::ranges::all_of(
+        seen.asked, [&](const AskedTable& each) { return catalogue_->stamp(each.name) == each.stamp; });
+    if (same) seen.version = catalogue_->version();
+    return same;
+}
+
+PreparedStatement Engine::PrepareNoting(std::string_view sql, const std::vector<ListParameter>& lists) {
     PreparedStatement prepared;
     noting_ = &prepared;
     try {
@@ -154,6 +190,7 @@ PreparedStatement Engine::PrepareNoting(std::string_view sql) {
         throw;
     }
     noting_ = nullptr;
+    BindLists(prepared.statement.get(), lists);
     return prepared;
 }
 
@@ -163,14 +200,14 @@ PreparedStatement Engine::TakePrepared(Seen& seen) {
     const bool doubtful = query && results_.empty() && prepared.reads.size() > 1 && sizes_->inDoubt(prepared.reads);
     if (prepared.statement != nullptr && !doubtful) return prepared;
     const std::string& sql = seen.translation.statements.back();
-    return query ? PrepareQuery(sql) : PrepareNoting(sql);
+    return query ? PrepareQuery(sql, seen.translation.lists) : PrepareNoting(sql, seen.translation.lists);
 }
 
 // Figures are not taken while a result is being read: new ones would end it.
-PreparedStatement Engine::PrepareQuery(std::string_view sql) {
-    PreparedStatement prepared = PrepareNoting(sql);
+PreparedStatement Engine::PrepareQuery(std::string_view sql, const std::vector<ListParameter>& lists) {
+    PreparedStatement prepared = PrepareNoting(sql, lists);
     if (prepared.reads.size() < 2 || !results_.empty() || scoped_) return prepared;
-    if (sizes_->Refresh(prepared.reads)) return PrepareNoting(sql);
+    if (sizes_->Refresh(prepared.reads)) return PrepareNoting(sql, lists);
     return prepared;
 }
 
@@ -212,11 +249,13 @@ ReadyQuery Engine::Open(std::string_view sql) {
 ReadyQuery Engine::OpenPivot(const Translation& translation) {
     const PivotPlan& plan = translation.pivot.front();
     std::vector<Value> values(plan.fixedValues.begin(), plan.fixedValues.end());
-    if (!plan.valuesSql.empty())
-        for (auto& row : Rows(database(), plan.valuesSql))
-            values.push_back(std::move(row.at(0)));
+    if (!plan.valuesSql.empty()) {
+        const PreparedStatement distinct = PrepareNoting(plan.valuesSql, translation.lists);
+        while (Step(database(), distinct.statement.get()))
+            values.push_back(ValueAt(distinct.statement.get(), 0, ColumnType::Unknown));
+    }
     CheckPivotWidth(translation.columns.size() + values.size());
-    ReadyQuery query{translation.columns, PrepareQuery(PivotText(plan, values))};
+    ReadyQuery query{translation.columns, PrepareQuery(PivotText(plan, values), translation.lists)};
     for (const Value& value : values)
         query.columns.push_back({PivotName(value), plan.valueColumn.type, plan.valueColumn.kind});
     return query;
@@ -270,11 +309,12 @@ std::int64_t Engine::RunStatements(Seen& seen) {
     }
     const std::string target = seen.translation.target;
     const std::vector<std::string> statements = seen.translation.statements;
+    const std::vector<ListParameter> lists = seen.translation.lists;
     std::int64_t changes = 0;
     Run(database(), "SAVEPOINT one_statement");
     try {
         for (const std::string& each : statements)
-            changes = RunOne(PrepareNoting(each));
+            changes = RunOne(PrepareNoting(each, lists));
         Run(database(), "RELEASE one_statement");
     } catch (const Error&) {
         // some failures, a full disk for one, have ended the transaction already

@@ -31,6 +31,12 @@ class OpenResult {
     [[nodiscard]] virtual const std::set<std::string>& tablesRead() const = 0;
 };
 
+/// A table that a translation asked the catalogue for, and the stamp of what it was given.
+struct AskedTable {
+    std::string name;
+    std::size_t stamp = 0;
+};
+
 /// A query that is ready to be stepped.
 struct ReadyQuery {
     std::vector<OutputColumn> columns;
@@ -80,16 +86,19 @@ class Engine {
     struct Seen {
         std::string text;
         Translation translation;
-        unsigned version = 0;
-        PreparedStatement prepared; ///< of a translation with one statement; empty while it is in use
+        std::vector<AskedTable> asked; ///< what the translation rests on
+        unsigned version = 0;          ///< of the catalogue when that was last found to stand
+        PreparedStatement prepared;    ///< of a translation with one statement; empty while it is in use
     };
 
     Seen& Translated(std::string_view sql);
+    void TranslateAnew(Seen& seen);
+    bool StillGood(Seen& seen);
     void NoticeOthers();
     [[nodiscard]] bool OthersWrote();
-    [[nodiscard]] PreparedStatement PrepareNoting(std::string_view sql);
+    [[nodiscard]] PreparedStatement PrepareNoting(std::string_view sql, const std::vector<ListParameter>& lists);
     [[nodiscard]] PreparedStatement TakePrepared(Seen& seen);
-    [[nodiscard]] PreparedStatement PrepareQuery(std::string_view sql);
+    [[nodiscard]] PreparedStatement PrepareQuery(std::string_view sql, const std::vector<ListParameter>& lists);
     [[nodiscard]] ReadyQuery OpenPivot(const Translation& translation);
     std::int64_t RunStatements(Seen& seen);
     std::int64_t RunOne(const PreparedStatement& prepared);

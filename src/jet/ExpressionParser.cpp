@@ -135,7 +135,13 @@ ExpressionPtr ExpressionParser::membership(ExpressionPtr left, bool negated) {
         expectSymbol(")");
         return MakeExpression(at, std::move(node));
     }
-    InList node{negated, std::move(left), {}};
+    InList node{negated, std::move(left), {}, {}};
+    if (current().kind == TokenKind::NumberList) {
+        node.numbers = current().text;
+        next();
+        expectSymbol(")");
+        return MakeExpression(at, std::move(node));
+    }
     do
         node.values.push_back(expression());
     while (takeSymbol(","));
@@ -261,6 +267,7 @@ ExpressionPtr ExpressionParser::primary() {
         return column();
     case TokenKind::Name:
         return wordPrimary();
+    case TokenKind::NumberList:
     case TokenKind::End:
         break;
     }

@@ -1,6 +1,10 @@
 #include "jet/Lexer.h"
 
+#include "jet/Collation.h"
 #include "jet/Error.h"
+#include "jet/NumberList.h"
+
+#include <algorithm>
 
 namespace jet {
 
@@ -28,10 +32,12 @@ class Lexer {
 
     std::vector<Token> run() {
         std::vector<Token> tokens;
-        tokens.reserve(sql_.size() / 4 + 2);
+        tokens.reserve(std::min(sql_.size() / 4 + 2, kMostReserved));
         skipBlanks();
         while (next_ < sql_.size()) {
+            const bool afterIn = !tokens.empty() && isIn(tokens.back());
             tokens.push_back(read());
+            if (afterIn && tokens.back().kind == TokenKind::Symbol && tokens.back().text == "(") readList(tokens);
             skipBlanks();
         }
         tokens.push_back({TokenKind::End, {}, here()});
@@ -39,6 +45,23 @@ class Lexer {
     }
 
   private:
+    static constexpr std::size_t kMostReserved = 4096;
+
+    static bool isIn(const Token& token) {
+        return token.kind == TokenKind::Name && token.text.size() == 2 && LowerAscii(token.text[0]) == 'i' &&
+               LowerAscii(token.text[1]) == 'n';
+    }
+
+    // One token for the whole list: a list of a million numbers is read at a glance.
+    void readList(std::vector<Token>& tokens) {
+        const std::size_t length = NumberListLength(sql_.substr(next_));
+        if (length == 0) return;
+        tokens.push_back({TokenKind::NumberList, std::string(sql_.substr(next_, length)), here()});
+        const std::size_t end = next_ + length;
+        while (next_ < end)
+            advance();
+    }
+
     [[nodiscard]] Position here() const { return {line_, static_cast<int>(next_ - lineStart_) + 1}; }
     [[nodiscard]] char peek(std::size_t ahead = 0) const {
         return next_ + ahead < sql_.size() ? sql_[next_ + ahead] : '\0';

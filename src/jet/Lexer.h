@@ -19,6 +19,7 @@ enum class TokenKind {
     Number,        ///< as written: 12, 0.25, .5, 1e-3
     Date,          ///< what stands between two #
     Symbol,        ///< one of ( ) , ; . * = < > <= >= <> + - / \ ^ &
+    NumberList,    ///< what stands between the brackets of IN (1, 2, -3), as written
     End,
 };
 

@@ -14,6 +14,18 @@ bool IsSystemName(std::string_view name) {
     return SameName(name.substr(0, 4), "MSys") || SameName(name.substr(0, 7), "sqlite_");
 }
 
+/// Of everything that a translation takes from a table.
+std::size_t StampOf(const TableInfo& table) {
+    std::string all = table.name + '\n' + table.database + '\n' + table.sourceTable + '\n';
+    all += static_cast<char>('a' + static_cast<int>(table.type));
+    for (const ColumnInfo& column : table.columns) {
+        all += column.name + '\n';
+        all += static_cast<char>('a' + static_cast<int>(column.type));
+        all += column.nullable ? '?' : '!';
+    }
+    return std::hash<std::string>{}(all) | 1U;
+}
+
 } // namespace
 
 LiveCatalogue::LiveCatalogue(sqlite3* database, std::string path) : database_(database), path_(std::move(path)) {
@@ -101,8 +113,13 @@ const TableInfo* LiveCatalogue::find(std::string_view name) const {
             return nullptr;
         }
         entry->read = true;
+        entry->stamp = StampOf(entry->table);
     }
     return &entry->table;
+}
+
+std::size_t LiveCatalogue::stamp(std::string_view name) const {
+    return find(name) == nullptr ? 0 : EntryOf(name)->stamp;
 }
 
 bool LiveCatalogue::ReadLink(Entry& entry) const {

@@ -28,6 +28,10 @@ class LiveCatalogue final : public Catalogue {
     [[nodiscard]] const TableInfo* find(std::string_view name) const override;
     [[nodiscard]] unsigned version() const override { return version_; }
 
+    /// Tells what find gives for the name apart from what it gave before: the same number stands for the same table
+    /// with the same fields, also after it was dropped and made again. 0: there is none.
+    [[nodiscard]] std::size_t stamp(std::string_view name) const;
+
     [[nodiscard]] std::vector<TableInfo> Tables() const;
     [[nodiscard]] bool isLink(std::string_view name) const;
     /// True when a link was looked for since the last reading of everything and its table was not there.
@@ -46,6 +50,7 @@ class LiveCatalogue final : public Catalogue {
         TableInfo table;
         LinkInfo link; ///< with a name when the entry is one
         bool read = false;
+        std::size_t stamp = 0;
     };
     struct Attached {
         std::string schema;
@@ -68,8 +73,8 @@ class LiveCatalogue final : public Catalogue {
     std::string path_;
     FileIdentity own_;
     std::vector<std::unique_ptr<Entry>> entries_;
-    std::unordered_map<std::string, Entry*> byName_;   ///< by folded name
-    mutable std::map<std::string, Attached> attached_; ///< by path of file
+    std::unordered_map<std::string, Entry*> byName_;                             ///< by folded name
+    mutable std::map<std::string, Attached> attached_;                           ///< by path of file
     mutable std::map<std::string, std::map<std::string, std::int64_t>> figures_; ///< rows by schema and table
     mutable bool missedLink_ = false;
     unsigned version_ = 1;

@@ -2,6 +2,7 @@
 #include "jet/Collation.h"
 #include "jet/FunctionSupport.h"
 #include "jet/Like.h"
+#include "jet/NumberList.h"
 
 #include <array>
 #include <cmath>
@@ -132,6 +133,18 @@ void Switch(Call& call) {
         if (!call.isNull(i) && call.value(i).toBoolean()) return call.giveArgument(i + 1);
 }
 
+void Listed(Call& call) {
+    const auto* const list =
+        static_cast<const std::shared_ptr<const NumberList>*>(sqlite3_value_pointer(call.raw(1), kNumberListType));
+    if (list == nullptr || call.isNull(0)) return;
+    const double number = call.isWhole(0) ? 0 : sqlite3_value_double(call.raw(0));
+    // A number that isn't whole, and one too large to be told from its neighbours, is none of the list.
+    if (!call.isWhole(0) && (call.isText(0) || std::floor(number) != number || std::fabs(number) > 1e15))
+        return call.give(0);
+    const std::int64_t whole = call.isWhole(0) ? sqlite3_value_int64(call.raw(0)) : static_cast<std::int64_t>(number);
+    call.give((*list)->contains(whole) ? 1 : 0);
+}
+
 } // namespace
 
 void RegisterOperators(sqlite3* database) {
@@ -144,6 +157,7 @@ void RegisterOperators(sqlite3* database) {
         Registration{"jet_power", Entry<Power, Nulls::Spread>},
         Registration{"jet_like", Entry<Like, Nulls::Spread>},
         Registration{"jet_bool", Entry<Bool, Nulls::Pass>},
+        Registration{"jet_listed", Entry<Listed, Nulls::Pass>},
         Registration{"jet_number", Entry<Number, Nulls::Spread>},
         Registration{"jet_newguid", Entry<NewGuid, Nulls::Pass>, false},
         Registration{"jet_isnull", Entry<IsNull, Nulls::Pass>},

@@ -295,13 +295,28 @@ class StatementParser final : public ExpressionParser {
         made.pivot = concatenation(); // IN behind it lists the columns
         if (takeWord("in")) {
             expectSymbol("(");
-            do
-                made.columns.push_back(pivotColumn());
-            while (takeSymbol(","));
+            if (current().kind == TokenKind::NumberList)
+                made.columns = pivotNumbers();
+            else
+                do
+                    made.columns.push_back(pivotColumn());
+                while (takeSymbol(","));
             expectSymbol(")");
             made.columnsGiven = true;
         }
         return made;
+    }
+
+    std::vector<std::string> pivotNumbers() {
+        std::vector<std::string> numbers(1);
+        for (const char c : current().text) {
+            if (c == ',')
+                numbers.emplace_back();
+            else if (c == '-' || (c >= '0' && c <= '9'))
+                numbers.back() += c;
+        }
+        next();
+        return numbers;
     }
 
     std::string pivotColumn() {

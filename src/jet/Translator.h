@@ -1,6 +1,7 @@
 #pragma once
 
 #include "jet/Catalogue.h"
+#include "jet/NumberList.h"
 
 #include <string>
 #include <string_view>
@@ -16,9 +17,9 @@ struct OutputColumn {
 };
 
 enum class StatementClass {
-    Select,     ///< gives rows
-    Write,      ///< INSERT, UPDATE, DELETE
-    Schema,     ///< CREATE, DROP, SELECT … INTO: the catalogue is to be read again
+    Select, ///< gives rows
+    Write,  ///< INSERT, UPDATE, DELETE
+    Schema, ///< CREATE, DROP, SELECT … INTO: the catalogue is to be read again
 };
 
 /// A crosstab needs the distinct pivot values before its own text can be written.
@@ -37,9 +38,11 @@ struct Translation {
     StatementClass kind = StatementClass::Select;
     std::vector<std::string> statements;
     std::vector<OutputColumn> columns; ///< of a Select; of a crosstab the row heads only
+    std::vector<ListParameter> lists;  ///< what the parameters ?1, ?2 … of the statements stand for
     std::vector<PivotPlan> pivot;      ///< empty, or one
-    std::string connector;             ///< SELECT … INTO [dBase IV;database=folder].name.dbf: the text in brackets; target is the rest
-    std::string target;                ///< table made, dropped or written to (its name in the statement)
+    std::string
+        connector; ///< SELECT … INTO [dBase IV;database=folder].name.dbf: the text in brackets; target is the rest
+    std::string target; ///< table made, dropped or written to (its name in the statement)
 };
 
 /// Translates one Jet statement: lexer, parser, name resolution, SQLite text. Throws Error (SyntaxError, NoSuchTable,

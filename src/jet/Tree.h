@@ -85,6 +85,7 @@ struct InList {
     bool negated = false;
     ExpressionPtr operand;
     std::vector<ExpressionPtr> values;
+    std::string numbers; ///< in place of the values when all are whole numbers: the list as written
 };
 struct InQuery {
     bool negated = false;

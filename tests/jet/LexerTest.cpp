@@ -8,12 +8,12 @@ namespace jet {
 
 namespace {
 
-// Each token as a letter for its kind and its text: n name, b bracketed name, t text, 1 number, d date, s symbol.
+// Each token as a letter for its kind and its text: n name, b bracketed name, t text, 1 number, d date, s symbol, l list.
 std::string Shown(std::string_view sql) {
     std::string shown;
     for (const Token& token : Tokenize(sql)) {
         if (token.kind == TokenKind::End) break;
-        shown += (shown.empty() ? "" : " ") + std::string(1, "nbt1ds"[static_cast<int>(token.kind)]) + token.text;
+        shown += (shown.empty() ? "" : " ") + std::string(1, "nbt1dsl"[static_cast<int>(token.kind)]) + token.text;
     }
     return shown;
 }
@@ -44,6 +44,8 @@ TEST(LexerTest, CutsStatementsIntoTokens) {
         {"[T]![F] `q r`", "bT s. bF bq r"},
         {"#2001-02-03# 5#1/2/2003#", "d2001-02-03 15 d1/2/2003"},
         {"čás+Ж", "nčás s+ nЖ"},
+        {"a IN ( 1,-2 ) IN(x) in (3)", "na nIN s( l 1,-2  s) nIN s( nx s) nin s( l3 s)"},
+        {"IN (1.5) [in] (1) IN (01)", "nIN s( 11.5 s) bin s( 11 s) nIN s( 101 s)"},
         {"5--3\\2^-1&'x'", "15 s- s- 13 s\\ 12 s^ s- 11 s& tx"},
     };
     for (const auto& each : Cases)
