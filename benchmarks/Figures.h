@@ -11,6 +11,9 @@ namespace tessaro::bench {
 void MeasureCrossFilters(Report& report, const BenchSession& session);
 /// The identifier statement, and its pages in the grid. Expects everything to be selected.
 void MeasureGrid(Report& report, const BenchSession& session);
+/// Statistics and row filters of the data view, to their first rows. Expects everything to be selected, and selects
+/// less.
+void MeasureDataOptions(Report& report, const BenchSession& session);
 /// Marking what has data, translating statements, opening the database.
 void MeasureDatabase(Report& report, const BenchSession& session);
 /// A workbook shown inside a window of ours, with and without the process running. Needs an X11 display.

@@ -21,6 +21,10 @@ constexpr auto kByHand =
     "JOIN Data D ON D.AreaNId = A.AreaNId JOIN sel._SelTimePeriod T ON T.TimePeriodNId = D.TimePeriodNId JOIN "
     "sel._SelIUSNId S ON S.IUSNId = D.IUSNId AND S.SourceNId = D.SourceNId ORDER BY A.AreaID COLLATE NOCASE";
 
+const std::string kPage = "a page of 50 rows, built and put into the grid";
+const std::string kSlowPage = "the same, slowest of 20 pages";
+const std::string kSort = "sort of some 50,000 rows in the grid";
+
 void MeasureStatement(Report& report, HandWritten& hand) {
     report.Compare(
         "grid statement to its first page",
@@ -40,7 +44,7 @@ void MeasureStatement(Report& report, HandWritten& hand) {
         [&] { (void)hand.Numbers(kByHand, 6); });
 }
 
-void MeasureFirstPage(Report& report) {
+double SlowestFirstPage() {
     double slowest = 0;
     for (int round = 0; round < 5; ++round) {
         frmData form;
@@ -54,10 +58,11 @@ void MeasureFirstPage(Report& report) {
                                QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
                            }));
     }
-    report.Bound("first page in the grid after the Data button", slowest, 100, "ms");
+    return slowest;
 }
 
 void MeasurePages(Report& report) {
+    if (!report.Wants(kPage) && !report.Wants(kSlowPage)) return;
     GridModel grid;
     DataTable view;
     view.setModel(&grid);
@@ -69,11 +74,12 @@ void MeasurePages(Report& report) {
     for (int page = 0; page < 400; ++page)
         pages.push_back(Milliseconds([&] { paging.PageTick(); }));
     std::ranges::sort(pages);
-    report.Bound("a page of 50 rows, built and put into the grid", pages[pages.size() / 2], 5, "ms");
-    report.Bound("the same, slowest of 20 pages", pages[pages.size() * 19 / 20], 5, "ms");
+    report.Bound(kPage, pages[pages.size() / 2], 5, "ms");
+    report.Bound(kSlowPage, pages[pages.size() * 19 / 20], 5, "ms");
 }
 
 void MeasureSort(Report& report) {
+    if (!report.Wants(kSort)) return;
     Execute(QStringLiteral("DELETE * FROM _SelArea WHERE AreaNId > 2")); // 2 areas: some 50,000 rows
     GridModel grid;
     DataPaging paging(grid);
@@ -81,8 +87,7 @@ void MeasureSort(Report& report) {
     while (!paging.PagingComplete() && grid.MaxRows() < GridModel::kInGridSortLimit - 1)
         paging.PageTick();
     paging.EndPaging(true);
-    report.Bound("sort of " + std::to_string(grid.MaxRows()) + " rows in the grid",
-                 Milliseconds([&] { grid.SortInGrid(ColIndicator, false); }), 500, "ms");
+    report.Bound(kSort, Milliseconds([&] { grid.SortInGrid(ColIndicator, false); }), 500, "ms");
 }
 
 } // namespace
@@ -91,7 +96,7 @@ void MeasureGrid(Report& report, const BenchSession& session) {
     const BenchSession::Copies copies = session.CopyForHand();
     HandWritten hand(session.database, copies.selections, copies.working);
     MeasureStatement(report, hand);
-    MeasureFirstPage(report);
+    report.Bound("first page in the grid after the Data button", SlowestFirstPage, 100, "ms");
     MeasurePages(report);
     MeasureSort(report);
 }

@@ -42,6 +42,7 @@ double Milliseconds(const std::function<void()>& work, int times) {
 
 void Report::Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
                      double allowedRatio) {
+    if (!Wants(what)) return;
     std::fprintf(stderr, "bench: %s\n", what.c_str());
     byHand(); // both find the pages of the files in memory
     const double once = std::max(Milliseconds(ours), 0.0001);
@@ -61,7 +62,13 @@ void Report::Compare(const std::string& what, const std::function<void()>& ours,
                       ratio <= allowedRatio});
 }
 
+void Report::Bound(const std::string& what, const std::function<double()>& figure, double allowed,
+                   const std::string& unit) {
+    if (Wants(what)) Bound(what, figure(), allowed, unit);
+}
+
 void Report::Bound(const std::string& what, double figure, double allowed, const std::string& unit) {
+    if (!Wants(what)) return;
     std::fprintf(stderr, "bench: %s\n", what.c_str());
     lines_.push_back({what, Figure(figure, unit), "", "", Figure(allowed, unit), figure <= allowed});
 }

@@ -9,11 +9,16 @@ namespace tessaro::bench {
 /// The table of all figures, each beside what it may be.
 class Report final {
   public:
+    /// Only figures whose name holds `part` are measured; all when it is empty.
+    explicit Report(std::string part) : part_(std::move(part)) {}
+
+    [[nodiscard]] bool Wants(const std::string& what) const { return what.find(part_) != std::string::npos; }
     /// Times our work and the same work by hand, in turns, and takes the best of each. Short work is repeated within a
     /// turn.
     void Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
                  double allowedRatio = 1.2);
-    /// Notes a figure that has a bound of its own.
+    /// Notes a figure that has a bound of its own; it is not measured unless it is wanted.
+    void Bound(const std::string& what, const std::function<double()>& figure, double allowed, const std::string& unit);
     void Bound(const std::string& what, double figure, double allowed, const std::string& unit);
 
     /// True when no bound was missed.
@@ -25,6 +30,7 @@ class Report final {
         std::string what, ours, byHand, ratio, allowed;
         bool kept = true;
     };
+    std::string part_;
     std::vector<Line> lines_;
 };
 

@@ -5,20 +5,21 @@
 
 #include <cstdio>
 
-// bench DATABASE INSTALLATION: prints the table of figures; exit status 1 when a bound is missed.
+// bench DATABASE INSTALLATION [NAME]: prints the table of figures, or of those with NAME in theirs; exit status 1 when
+// a bound is missed.
 int main(int argc, char** argv) {
     using namespace tessaro;
     using namespace tessaro::bench;
     int status = 0;
     if (PlayProgram(argc, argv, status)) return status;
-    if (argc != 3) {
-        std::fprintf(stderr, "usage: bench DATABASE INSTALLATION\n");
+    if (argc != 3 && argc != 4) {
+        std::fprintf(stderr, "usage: bench DATABASE INSTALLATION [PART OF A FIGURE'S NAME]\n");
         return 2;
     }
     const QString database = QString::fromLocal8Bit(argv[1]);
     const QString installation = QString::fromLocal8Bit(argv[2]);
     const QApplication application(argc, argv);
-    Report report;
+    Report report(argc == 4 ? argv[3] : "");
     MeasureProgram(report, QApplication::applicationFilePath(), database, installation);
     {
         const BenchSession session(database, installation);
@@ -26,6 +27,7 @@ int main(int argc, char** argv) {
         MeasureCrossFilters(report, session);
         SelectEverything();
         MeasureGrid(report, session);
+        MeasureDataOptions(report, session);
         MeasureDatabase(report, session);
         MeasureExport(report);
         Connection.reset();
