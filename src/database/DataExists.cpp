@@ -18,7 +18,7 @@ class Marking final {
   public:
     explicit Marking(jet::Connection& connection) : connection_(connection) {}
 
-    void Run() {
+    bool Run() {
         using Step = void (Marking::*)();
         constexpr Step steps[] = {&Marking::Clear,          &Marking::MarkIUS,       &Marking::MarkClassifications,
                                   &Marking::MarkTime,       &Marking::ReadLanguages, &Marking::MarkSources,
@@ -31,10 +31,11 @@ class Marking final {
         }
         Do(ClearIds);
         TheFrame().EndProgress();
+        return good_;
     }
 
   private:
-    void Do(const QString& sql) { Execute(sql, &connection_); }
+    void Do(const QString& sql) { good_ = Execute(sql, &connection_) && good_; }
 
     void ListIds(const QString& column) {
         Do(ClearIds);
@@ -137,6 +138,7 @@ class Marking final {
 
     jet::Connection& connection_;
     QStringList languages_;
+    bool good_ = true;
 };
 
 } // namespace
@@ -148,11 +150,10 @@ void UpdateDataExistsTables(jet::Connection& connection) {
         Execute(QStringLiteral("Update ") + name + QStringLiteral(" Set DataExists=False"), &connection);
 }
 
-void MarkDataExists(const QString& path) {
+bool MarkDataExists(const QString& path) {
     const ErrorTrap trap("MarkDataExists");
     const auto connection = CreateTheConnection(path);
-    if (!connection) return;
-    Marking(*connection).Run();
+    return connection && Marking(*connection).Run();
 }
 
 } // namespace tessaro

@@ -21,7 +21,8 @@ void CreateLink(const QString& databasePath, const QString& sourceTable, const Q
 /// "_".
 [[nodiscard]] QString SuffixOfLanguage(const QString& language);
 
-/// Recomputes the DataExists flags of one database file from its Data table, with progress in the frame's meter.
-void MarkDataExists(const QString& path);
+/// Recomputes the DataExists flags of one database file from its Data table, with progress in the frame's meter. False
+/// when a step failed (it is reported, and the others have run).
+bool MarkDataExists(const QString& path);
 
 } // namespace tessaro

@@ -1,6 +1,7 @@
 #include "jet/Sqlite.h"
 
 #include "jet/ColumnStore.h"
+#include "jet/Version.h"
 
 #include <array>
 #include <charconv>
@@ -99,9 +100,7 @@ std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
     return rows;
 }
 
-namespace {
-
-} // namespace
+namespace {} // namespace
 
 std::string FileUri(const std::string& path, std::string_view options) {
     constexpr std::string_view Digits = "0123456789ABCDEF";
@@ -116,6 +115,10 @@ std::string FileUri(const std::string& path, std::string_view options) {
     }
     if (!options.empty()) uri.append("?").append(options);
     return uri;
+}
+
+std::string EngineVersion() {
+    return sqlite3_libversion();
 }
 
 } // namespace jet

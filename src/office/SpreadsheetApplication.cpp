@@ -60,6 +60,17 @@ bool SpreadsheetApplication::IsInstalled() {
     return !ProgramFolder().isEmpty();
 }
 
+QString SpreadsheetApplication::Version() {
+    QFile file(ProgramFolder() + QStringLiteral("/bootstraprc"));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    const QByteArray key = "ProductKey=";
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine(1024).trimmed();
+        if (line.startsWith(key)) return QString::fromUtf8(line.mid(key.size()));
+    }
+    return {};
+}
+
 bool SpreadsheetApplication::IsRunning() const {
     return connection_->IsRunning();
 }

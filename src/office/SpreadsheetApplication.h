@@ -33,6 +33,8 @@ class SpreadsheetApplication final : public QObject {
     /// Where the two profiles lie (below CacheFolder); set once at the start. Ends what a crashed run has left there.
     static void SetProfileFolder(const QString& folder);
     [[nodiscard]] static bool IsInstalled();
+    /// Name and version of the installed program ("LibreOffice 7.4"); empty when it doesn't tell.
+    [[nodiscard]] static QString Version();
     [[nodiscard]] bool IsRunning() const;
     /// Process id of the running program; 0 when none runs.
     [[nodiscard]] qint64 ProcessId() const;

@@ -41,16 +41,6 @@ void ReadTexts() {
     StringTable.MoveFirst();
 }
 
-/// The folder of the language files; a relative one hangs below the application folder.
-QString LanguageFolder() {
-    const QString folder = GetRegistryValue(AppPath, QString::fromLatin1(LocalMachine),
-                                            QStringLiteral("Software\\TESSARO"), QStringLiteral("Language Path"))
-                               .trimmed();
-    if (folder.isEmpty()) return {};
-    const bool absolute = folder.startsWith(QLatin1Char('/')) || folder.startsWith(QLatin1Char('\\'));
-    return absolute ? JoinPath({folder}) : JoinPath({AppPath, folder});
-}
-
 /// The name of a language as part of a file name: "English [en]" gives "English en".
 QString WithoutBrackets(const QString& language) {
     QString name = language;
@@ -100,6 +90,15 @@ QString CodePart(const QString& language) {
 }
 
 } // namespace
+
+QString LanguageFolder() {
+    const QString folder = GetRegistryValue(AppPath, QString::fromLatin1(LocalMachine),
+                                            QStringLiteral("Software\\TESSARO"), QStringLiteral("Language Path"))
+                               .trimmed();
+    if (folder.isEmpty()) return {};
+    const bool absolute = folder.startsWith(QLatin1Char('/')) || folder.startsWith(QLatin1Char('\\'));
+    return absolute ? JoinPath({folder}) : JoinPath({AppPath, folder});
+}
 
 void FillLanguageArray() {
     LanguageFiles.clear();

@@ -6,6 +6,8 @@ namespace tessaro {
 
 /// Fills LanguageFiles from the folder in the registry value "Language Path".
 void FillLanguageArray();
+/// The folder that "Language Path" names; a relative one hangs below the application folder. Empty when none is named.
+[[nodiscard]] QString LanguageFolder();
 /// Path of the file of a language label; empty when there is none.
 [[nodiscard]] QString FileOfLanguage(const QString& label);
 /// Sets LangID, FontCharset, Locale and StringTable for Language.

@@ -1,67 +1,132 @@
 #include "shell/Favourite.h"
 
 #include "database/Database.h"
-#include "jet/BulkLoad.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
+#include "session/FileNames.h"
 #include "session/Frame.h"
+#include "session/JetCopies.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "session/Settings.h"
 
 #include <QFile>
-#include <QRegularExpression>
-
-#include <array>
+#include <QTemporaryDir>
 
 namespace tessaro {
 
 namespace {
 
-constexpr int kRowsAStep = 20000;
+const QString Extension = QStringLiteral(".mdb");
+const QString UnfinishedMark = QStringLiteral(".part");
+/// What the engine puts beside a file while it writes.
+constexpr const char* Companions[] = {"", ".copying", "-journal", "-wal", "-shm"};
 
-QString ViewStatement() {
-    QString sql = QStringLiteral(
-        "SELECT D.TimePeriodNId, D.IUSNId, D.AreaNId,  D.SourceNId, D.FootnoteNId, D.Datavalue  FROM _SelIUSNId IUS "
-        "INNER "
-        "JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON D.TimePeriodNId = [T].TimePeriodNId)  ON "
-        "[A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  WHERE IUS.Deleted = "
-        "False ");
-    if (!DeletedRowNIds.trimmed().isEmpty())
-        sql += QStringLiteral(" AND D.RowNID NOT In (") + DeletedRowNIds + QStringLiteral(") ");
-    return sql;
-}
+/// A file that is being made under another name, so that a favourite is there whole or not at all.
+class UnfinishedFile final {
+  public:
+    explicit UnfinishedFile(QString target) : target_(std::move(target)) { Remove(); }
+    ~UnfinishedFile() { Remove(); }
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
 
-bool EmptyData(const QString& path) {
-    const auto copy = CreateTheConnection(path);
-    return copy && Execute(QStringLiteral("DELETE * FROM Data"), copy.get());
-}
+    [[nodiscard]] QString Path() const { return target_ + UnfinishedMark; }
+    [[nodiscard]] bool Finish() const { return QFile::rename(Path(), target_); }
 
-void CopyRows(const QString& path) {
-    jet::BulkLoad load(path.toStdString());
-    load.Into("Data", {"TimePeriodNId", "IUSNId", "AreaNId", "SourceNId", "FootnoteNId", "Datavalue"});
-    Records rows = Select(ViewStatement(), jet::CursorType::ForwardOnly);
-    int done = 0;
-    for (; !rows.atEnd(); rows.MoveNext()) {
-        std::array<jet::Value, 6> row;
-        for (std::size_t field = 0; field < row.size(); ++field)
-            row.at(field) = rows.rows().Get(field);
-        load.Add(row);
-        if (++done % kRowsAStep == 0) TheFrame().SetProgress(20 + std::min(done / kRowsAStep, 50));
+  private:
+    void Remove() const {
+        for (const char* companion : Companions)
+            QFile::remove(Path() + QLatin1String(companion));
     }
-    load.Finish();
+
+    QString target_;
+};
+
+/// A database of links for the one statement that fills the copy. It is none of the session's, so that neither its
+/// links nor a query that is still open on Connection are in the way.
+std::shared_ptr<jet::Connection> MakeLinks(const QString& folder, const QString& copy) {
+    const std::string file = JoinPath({folder, QStringLiteral("Links.mdb")}).toStdString();
+    jet::Database::Create(file, DatabasePassword());
+    auto links = jet::Connection::Open(file, DatabasePassword());
+    const std::string selections = JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")}).toStdString();
+    for (const char* table : {"_SelIUSNId", "_SelArea", "_SelTimePeriod"})
+        links->CreateLink(table, FindPath(QString::fromStdString(selections)).toStdString(), DatabasePassword(), table);
+    links->CreateLink("Data", FileToOpen(CurrentDatabase).toStdString(), DatabasePassword(), "Data");
+    links->CreateLink("_FavouriteData", copy.toStdString(), DatabasePassword(), "Data");
+    return links;
+}
+
+void EmptyData(const QString& copy) {
+    jet::Connection::Open(copy.toStdString(), DatabasePassword())->Execute("DELETE * FROM Data");
+}
+
+void CopyRows(const QString& copy) {
+    const QTemporaryDir folder(JoinPath({TempFolder, QStringLiteral("Favourite-XXXXXX")}));
+    const auto links = MakeLinks(folder.path(), copy);
+    links->Execute((QStringLiteral("INSERT INTO [_FavouriteData] (TimePeriodNId, IUSNId, AreaNId, SourceNId, "
+                                   "FootnoteNId, Datavalue) ") +
+                    FavouriteStatement())
+                       .toStdString());
+}
+
+void MakeCopy(const QString& copy) {
+    Frame& frame = TheFrame();
+    jet::Database::Copy(FileToOpen(CurrentDatabase).toStdString(), copy.toStdString());
+    frame.SetProgress(30);
+    EmptyData(copy);
+    frame.SetProgress(40);
+    CopyRows(copy);
+    frame.SetProgress(100);
+}
+
+QString ShippedFolder() {
+    const QString name = Setting(QStringLiteral("Favorite Folder"));
+    return name.trimmed().isEmpty() ? QString() : JoinPath({AppPath, name});
 }
 
 } // namespace
 
-QString CleanFileName(const QString& name) {
-    static const QRegularExpression forbidden(QStringLiteral("[\\\\/:*<>|?\\[\\]\"]"));
-    return QString(name).replace(forbidden, QStringLiteral("_"));
+QStringList FavouriteFiles() {
+    QStringList names = FilesOf(FavoritesFolder);
+    names.removeIf([](const QString& name) { return !name.endsWith(Extension, Qt::CaseInsensitive); });
+    return names;
 }
 
 QString FavouritePath(const QString& name) {
-    const bool hasExtension = name.contains(QLatin1String(".mdb"), Qt::CaseInsensitive);
-    return JoinPath({FavoritesFolder, hasExtension ? name : name + QStringLiteral(".mdb")});
+    const bool complete = name.contains(Extension, Qt::CaseInsensitive);
+    return JoinPath({FavoritesFolder, complete ? name : QString(name + Extension)});
+}
+
+QStringList FavouritePaths() {
+    QStringList paths;
+    const QStringList own = FavouriteFiles();
+    for (const QString& name : own)
+        paths << FavouritePath(name);
+    const QString shipped = ShippedFolder();
+    const QStringList names = FilesOf(shipped);
+    for (const QString& name : names)
+        if (name.endsWith(Extension, Qt::CaseInsensitive)) paths << FindPath(JoinPath({shipped, name}));
+    return paths;
+}
+
+bool IsOpenFavourite(const QString& fileName) {
+    return SamePath(FavouritePath(fileName), CurrentDatabase);
+}
+
+bool RemoveFavourite(const QString& fileName) {
+    const QString path = FavouritePath(fileName);
+    return !FileExists(path) || QFile::remove(path);
+}
+
+QString FavouriteStatement() {
+    QString sql = QStringLiteral(
+        "SELECT D.TimePeriodNId, D.IUSNId, D.AreaNId,  D.SourceNId, D.FootnoteNId, D.Datavalue  FROM _SelIUSNId IUS "
+        "INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON D.TimePeriodNId = "
+        "[T].TimePeriodNId)  ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  "
+        "WHERE IUS.Deleted = False ");
+    if (!DeletedRowNIds.trimmed().isEmpty())
+        sql += QStringLiteral(" AND D.RowNID NOT In (") + DeletedRowNIds + QStringLiteral(") ");
+    return sql;
 }
 
 FavouriteResult MakeFavourite(const QString& name) {
@@ -69,27 +134,13 @@ FavouriteResult MakeFavourite(const QString& name) {
     const QString wanted = name.trimmed();
     if (wanted.isEmpty() || CleanFileName(wanted) != wanted) return FavouriteResult::BadName;
     const QString path = FavouritePath(wanted);
-    if (FileExists(path)) return FavouriteResult::Taken;
+    if (FileExists(path) || FolderExists(path)) return FavouriteResult::Taken;
+    const UnfinishedFile file(path);
     TheFrame().StartProgress();
-    TheFrame().SetProgress(5);
-    bool made = CopyFileOver(CurrentDatabase, path) && EmptyData(path);
-    TheFrame().SetProgress(20);
-    made = made && trap.Try([&] { CopyRows(path); });
-    TheFrame().SetProgress(75);
-    if (made)
-        MarkDataExists(path);
-    else
-        QFile::remove(path);
+    const bool copied = trap.Try([&] { MakeCopy(file.Path()); });
     TheFrame().EndProgress();
+    const bool made = copied && MarkDataExists(file.Path()) && file.Finish();
     return made ? FavouriteResult::Made : FavouriteResult::Failed;
-}
-
-QStringList FavouriteFiles() {
-    QStringList names;
-    const QStringList files = FilesOf(FavoritesFolder);
-    for (const QString& file : files)
-        if (file.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive)) names << file;
-    return names;
 }
 
 } // namespace tessaro

@@ -13,14 +13,21 @@ enum class FavouriteResult {
     Failed   ///< the disk, or the database (reported); nothing is left behind
 };
 
-/// Characters that file names can't have turned into "_".
-[[nodiscard]] QString CleanFileName(const QString& name);
-/// A copy of the open database with only the rows that the data view shows, under this name in FavoritesFolder.
-/// Progress goes to the frame's meter.
+/// A copy of the open database with only the rows that the data view shows, under this name in FavoritesFolder. It is
+/// there whole or not at all. Progress goes to the frame's meter.
 [[nodiscard]] FavouriteResult MakeFavourite(const QString& name);
+/// The rows that the data view shows, as a statement on a database with the selection tables and Data.
+[[nodiscard]] QString FavouriteStatement();
+
 /// Names of the files of FavoritesFolder that are databases.
 [[nodiscard]] QStringList FavouriteFiles();
-/// The path of a favourite by its file's name, with or without ".mdb".
+/// Paths of all favourites that can be opened: the user's ones, then those that came with the product.
+[[nodiscard]] QStringList FavouritePaths();
+/// The path of a favourite by its file's name; ".mdb" is added when the name doesn't hold it.
 [[nodiscard]] QString FavouritePath(const QString& name);
+/// True when the favourite of this file name is the database that is open.
+[[nodiscard]] bool IsOpenFavourite(const QString& fileName);
+/// False when its file is still there afterwards.
+[[nodiscard]] bool RemoveFavourite(const QString& fileName);
 
 } // namespace tessaro

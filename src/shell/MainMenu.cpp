@@ -2,10 +2,12 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "platform/Paths.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "shell/Documents.h"
+#include "shell/Favourite.h"
 
 #include <QActionGroup>
 #include <QLocale>
@@ -120,6 +122,8 @@ void MainMenu::MakeEntries() {
         }
     }
     languages_ = frame_->findChild<QMenu*>(QStringLiteral("mnuViewLanguage"));
+    favourites_ = frame_->findChild<QMenu*>(QStringLiteral("mnumnu_Favorites"));
+    connect(favourites_, &QMenu::aboutToShow, this, &MainMenu::FillFavourites);
 }
 
 QAction* MainMenu::Entry(const QString& name) const {
@@ -148,6 +152,7 @@ void MainMenu::SetMenuCaptions() {
     for (QMenu* menu : menus)
         menu->setFont(LanguageFont());
     FillLanguages();
+    FillFavourites();
 }
 
 void MainMenu::SetPictures() {
@@ -155,33 +160,20 @@ void MainMenu::SetPictures() {
         if (*row.picture) Entry(QLatin1String(row.name))->setIcon(theme::Icon(QLatin1String(row.picture)));
 }
 
-void MainMenu::FillFavourites(const QStringList& files) {
-    auto* menu = frame_->findChild<QMenu*>(QStringLiteral("mnumnu_Favorites"));
-    const auto entries = menu->actions();
-    for (QAction* entry : entries)
-        if (entry->objectName() != QLatin1String("mnumnu_Favoritesmnu_AddFavorites")) menu->removeAction(entry);
-    if (!files.isEmpty()) menu->addSeparator();
-    int number = 0;
-    for (const QString& file : files) {
+void MainMenu::FillFavourites() {
+    qDeleteAll(favouriteEntries_);
+    favouriteEntries_.clear();
+    const QStringList paths = FavouritePaths();
+    if (!paths.isEmpty()) favouriteEntries_ << favourites_->addSeparator();
+    for (const QString& path : paths) {
         // An "&" in the name is no mnemonic.
-        QAction* entry = menu->addAction(QString(file).replace(QLatin1Char('&'), QLatin1String("&&")));
-        entry->setObjectName(QStringLiteral("mnuCustomFavorites_%1").arg(++number));
-        connect(entry, &QAction::triggered, this, [this, file] { Q_EMIT FavouriteChosen(file); });
+        const QString name = FileNameOf(path).chopped(4).replace(QLatin1Char('&'), QLatin1String("&&"));
+        QAction* entry = favourites_->addAction(name);
+        entry->setObjectName(QStringLiteral("mnuCustomFavorites_%1").arg(favouriteEntries_.size()));
+        entry->setToolTip(path);
+        connect(entry, &QAction::triggered, this, [this, path] { Q_EMIT FavouriteChosen(path); });
+        favouriteEntries_ << entry;
     }
-}
-
-void MainMenu::FillLanguages() {
-    languages_->clear();
-    auto* group = new QActionGroup(languages_);
-    for (const LanguageFile& file : std::as_const(LanguageFiles)) {
-        QAction* entry = languages_->addAction(OwnNameOf(file.label));
-        entry->setObjectName(QStringLiteral("mnuLanguage_") + file.label);
-        entry->setCheckable(true);
-        entry->setChecked(file.label.compare(Language, Qt::CaseInsensitive) == 0);
-        group->addAction(entry);
-        connect(entry, &QAction::triggered, this, [this, label = file.label] { Q_EMIT LanguageChosen(label); });
-    }
-    languages_->menuAction()->setEnabled(LanguageFiles.size() > 1);
 }
 
 } // namespace tessaro

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QString>
 
@@ -29,11 +30,11 @@ class MainMenu final : public QObject {
     /// The languages that have a file, the current one ticked.
     void FillLanguages();
     /// mnuCustomFavorites: one entry for each favourite.
-    void FillFavourites(const QStringList& files);
+    void FillFavourites();
 
   Q_SIGNALS:
     void Chosen(const QString& name, bool checked);
-    void FavouriteChosen(const QString& file);
+    void FavouriteChosen(const QString& path);
     void LanguageChosen(const QString& label);
 
   private:
@@ -41,6 +42,8 @@ class MainMenu final : public QObject {
 
     QMainWindow* frame_;
     QMenu* languages_ = nullptr;
+    QMenu* favourites_ = nullptr;
+    QList<QAction*> favouriteEntries_;
 };
 
 } // namespace tessaro

@@ -185,16 +185,22 @@ ReportTable Combinations(jet::Connection& database) {
     return table;
 }
 
+/// Map files lie with the pictures of maps, or with the layers; a layer's name stands without its ending.
+bool MapExists(const QString& name) {
+    const QString pictures = Setting(QStringLiteral("Maps Image Folder"));
+    const QString maps = QStringLiteral("Maps");
+    for (const QString& folder : {JoinPath({AppPath, pictures, maps}), JoinPath({AppPath, maps})})
+        for (const QString& file : {name, QString(name + QStringLiteral(".shp"))})
+            if (FileExists(JoinPath({folder, file}))) return true;
+    return false;
+}
+
 ReportTable MapFiles(jet::Connection& database) {
     ReportTable table{Text("GALLERY Map"), {Text("Map File"), Text("Available")}, {}};
-    const QString maps = JoinPath({AppPath, Setting(QStringLiteral("Maps Image Folder"))});
-    const auto isThere = [&maps](const QString& name) {
-        return FileExists(JoinPath({maps, QStringLiteral("Maps"), name})) || FileExists(JoinPath({maps, name}));
-    };
     for (const auto& row : Rows(database, QStringLiteral("SELECT Distinct MapFile from ") + Localized("Area"), 1)) {
         const auto* name = std::get_if<QString>(&row.front());
         if (!name || name->isEmpty()) continue;
-        table.rows.push_back({*name, isThere(*name) ? Cell(Text("Yes")) : Cell()});
+        table.rows.push_back({*name, MapExists(*name) ? Cell(Text("Yes")) : Cell()});
     }
     return table;
 }
@@ -212,7 +218,7 @@ struct Tree {
 
 const Tree kTrees[] = {
     {"Goal",
-     {"PRINT_PLAN", "PRINT_CATEGORY", "PRINT_GOAL"},
+     {"PRINT_GOAL", "PRINT_PLAN", "PRINT_CATEGORY"},
      "SELECT GL1.GoalLabel1, GL2.GoalLabel2, GL3.GoalLabel3, I.[Indicator], U.Unit, S.Subpop ",
      "((Goal AS G INNER JOIN %1 AS GL1 ON G.GoalLabel1GId = GL1.GoalLabel1GId) INNER JOIN %2 AS GL2 ON G.GoalLabel2GId "
      "= "
@@ -244,7 +250,7 @@ const Tree kTrees[] = {
      " LEFT JOIN Indicator_Theme AS L ON TH.ThemeGId = L.ThemeGId",
      "Order by ThemeLabel1"},
     {"Right",
-     {"PRINT_CLUSTER", "PRINT_ARTICLE", "Right"},
+     {"Right", "PRINT_CLUSTER", "PRINT_ARTICLE"},
      "SELECT CL1.ConventionLabel1, CL2.ConventionLabel2, CL3.ConventionLabel3, I.[Indicator], U.Unit, S.Subpop ",
      "((Convention AS V INNER JOIN %1 AS CL1 ON V.ConventionLabel1GId = CL1.ConventionLabel1GId) INNER JOIN %2 AS CL2 "
      "ON "

@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 
+#include <QAudio>
 #include <QAudioDevice>
 #include <QAudioOutput>
 #include <QMediaDevices>
@@ -14,6 +15,16 @@ struct SoundLoop::Player {
     QAudioOutput output;
     QMediaPlayer media;
 };
+
+namespace {
+
+/// The ear hears loudness by steps of a ratio; the player wants a factor.
+float LinearVolume(int percent) {
+    return static_cast<float>(QAudio::convertVolume(static_cast<float>(percent) / 100, QAudio::LogarithmicVolumeScale,
+                                                    QAudio::LinearVolumeScale));
+}
+
+} // namespace
 
 SoundLoop::SoundLoop() = default;
 SoundLoop::~SoundLoop() = default;
@@ -28,21 +39,25 @@ void SoundLoop::SetMuted(bool muted) {
     if (player_) player_->output.setMuted(muted);
 }
 
-void SoundLoop::SetVolume(float volume) {
-    volume_ = volume;
-    if (player_) player_->output.setVolume(volume);
+void SoundLoop::SetVolume(int percent) {
+    volume_ = qBound(0, percent, 100);
+    if (player_) player_->output.setVolume(LinearVolume(volume_));
+}
+
+bool SoundLoop::HasDevice() {
+    return !QMediaDevices::audioOutputs().isEmpty();
 }
 
 void SoundLoop::Tick() {
     if (file_.isEmpty()) return;
     if (!player_) {
         // Starting the platform's player takes long; nobody waits for a sound that is not to be heard.
-        if (muted_ || QMediaDevices::audioOutputs().isEmpty()) return;
+        if (muted_ || !HasDevice()) return;
         player_ = std::make_unique<Player>();
         player_->media.setAudioOutput(&player_->output);
         player_->media.setSource(QUrl::fromLocalFile(file_));
         player_->output.setMuted(muted_);
-        player_->output.setVolume(volume_);
+        player_->output.setVolume(LinearVolume(volume_));
     }
     QMediaPlayer& media = player_->media;
     if (media.error() != QMediaPlayer::NoError) {

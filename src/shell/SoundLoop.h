@@ -17,8 +17,11 @@ class SoundLoop final {
 
     void Load(const QString& file);
     void SetMuted(bool muted);
-    /// From 0 to 1.
-    void SetVolume(float volume);
+    /// Loudness in per cent, as it is heard.
+    void SetVolume(int percent);
+    [[nodiscard]] int Volume() const { return volume_; }
+    /// False on a machine that has nothing to play on.
+    [[nodiscard]] static bool HasDevice();
     /// Each second: starts the sound again when it is at its end or isn't playing.
     void Tick();
 
@@ -27,7 +30,7 @@ class SoundLoop final {
     std::unique_ptr<Player> player_;
     QString file_;
     bool muted_ = true;
-    float volume_ = 1;
+    int volume_ = 100;
 };
 
 } // namespace tessaro

@@ -53,18 +53,32 @@ void StageScreens::HideStage(int stage) {
     if (StageScreen* screen = Loaded(stage)) screen->Leave();
 }
 
+void StageScreens::Unload(StageScreen*& screen) {
+    StageScreen* gone = std::exchange(screen, nullptr);
+    if (!gone) return;
+    gone->Leave();
+    place_.removeWidget(gone);
+    gone->hide();
+    gone->disconnect(&place_);
+    // A screen may be the one that asked for its own end, so it goes when its event is done; its statements end now.
+    gone->setObjectName(QString());
+    gone->deleteLater();
+}
+
 void StageScreens::UnloadAll() {
-    for (StageScreen*& screen : screens_) {
-        StageScreen* gone = std::exchange(screen, nullptr);
-        if (!gone) continue;
-        gone->Leave();
-        place_.removeWidget(gone);
-        gone->hide();
-        gone->disconnect(&place_);
-        // A screen may be the one that asked for its own end, so it goes when its event is done; its statements end
-        // now.
-        gone->setObjectName(QString());
-        gone->deleteLater();
+    for (StageScreen*& screen : screens_)
+        Unload(screen);
+}
+
+void StageScreens::Reload(const QList<int>& stages) {
+    for (const int stage : stages) {
+        StageScreen*& screen = screens_.at(static_cast<std::size_t>(stage));
+        if (!screen) continue;
+        const bool shown = place_.currentWidget() == screen;
+        Unload(screen);
+        StageScreen& made = Make(stage);
+        if (shown) place_.setCurrentWidget(&made);
+        changed_(stage);
     }
 }
 

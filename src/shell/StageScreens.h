@@ -2,6 +2,8 @@
 
 #include "controls/StageScreen.h"
 
+#include <QList>
+
 #include <array>
 #include <functional>
 
@@ -26,9 +28,13 @@ class StageScreens final {
     void HideStage(int stage);
     /// Takes all screens down.
     void UnloadAll();
+    /// Makes those of the stages that are loaded anew, from what is chosen.
+    void Reload(const QList<int>& stages);
     void SetFormCaptions();
 
   private:
+    void Unload(StageScreen*& screen);
+
     QStackedWidget& place_;
     std::function<void(int)> changed_;
     std::array<StageScreen*, 4> screens_{};

@@ -4,6 +4,7 @@
 #include "office/SpreadsheetApplication.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
+#include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/TempFiles.h"
@@ -57,11 +58,14 @@ QString WriteSummaryReport(const std::function<void(int)>& done) {
 
 QString WriteLogReport(LogKind kind) {
     ErrorTrap trap("LogReport");
-    const auto database = CreateTheConnection(CurrentDatabase);
-    if (!database) return {};
+    const QString blank = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/Blank.Xls")}));
+    const auto database = DatabaseOpen ? CreateTheConnection(CurrentDatabase) : nullptr;
+    if (!database || !FileExists(blank)) {
+        ShowMessage(QStringLiteral("011"));
+        return {};
+    }
     const QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("Template"))});
-    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(
-        FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/Blank.Xls")})), file);
+    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(blank, file);
     office::Worksheet sheet = book.Sheet(1);
     Fill(sheet, ReadLogTable(kind == LogKind::Template, *database));
     book.Save();

@@ -12,7 +12,8 @@ namespace tessaro {
 constexpr int SummarySheets = 16;
 
 enum class LogKind { Database, Template };
-/// One of the two logs of the open database as a workbook made from the blank template. Throws office::Error.
+/// One of the two logs of the open database as a workbook made from the blank template. Empty after message "011" when
+/// no database is open or the template is missing. Throws office::Error.
 [[nodiscard]] QString WriteLogReport(LogKind kind);
 
 } // namespace tessaro

@@ -3,169 +3,103 @@
 #include "controls/Captions.h"
 #include "controls/OfficeErrors.h"
 #include "controls/Theme.h"
-#include "office/SpreadsheetApplication.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/Registry.h"
 #include "platform/ShellOpen.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
-#include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "session/TempFiles.h"
-
-#include <QGridLayout>
-#include <QLabel>
-#include <QPushButton>
-#include <QSysInfo>
-#include <QTextBrowser>
-#include <QVBoxLayout>
+#include "shell/SystemInfo.h"
+#include "shell/frmDocument.h"
+#include "ui_frmAbout.h"
 
 namespace tessaro {
 
-namespace {
-
-/// A dialog with a text and an OK button, as the disclaimer and the system information have it.
-void ShowText(QWidget* parent, const QString& name, const QString& title, const QString& text) {
-    QDialog dialog(parent);
-    dialog.setObjectName(name);
-    dialog.setWindowTitle(title);
-    dialog.resize(560, 360);
-    auto* browser = new QTextBrowser(&dialog);
-    browser->setObjectName(QStringLiteral("TXTextControl1"));
-    browser->document()->setDocumentMargin(theme::Grid * 2);
-    browser->setOpenExternalLinks(true);
-    Qt::mightBeRichText(text) ? browser->setHtml(text) : browser->setPlainText(text);
-    auto* cmdOK = new QPushButton(&dialog);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdOK->setDefault(true);
-    SetCaption(cmdOK, QStringLiteral("OK BUTTON"));
-    auto* column = new QVBoxLayout(&dialog);
-    column->setContentsMargins(theme::Grid * 2, theme::Grid * 2, theme::Grid * 2, theme::Grid * 2);
-    column->setSpacing(theme::Grid * 2);
-    column->addWidget(browser);
-    column->addWidget(cmdOK, 0, Qt::AlignTrailing);
-    QObject::connect(cmdOK, &QPushButton::clicked, &dialog, &QDialog::accept);
-    SetFormFonts(&dialog);
-    dialog.exec();
+frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmAbout>()) {
+    const ErrorTrap trap("frmAbout_Load");
+    ui_->setupUi(this);
+    SetFormCaptions();
+    SetToolTipParam();
+    connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui_->cmdDiscliamer, &QPushButton::clicked, this, &frmAbout::cmdDiscliamer_Click);
+    connect(ui_->cmdDatabase, &QPushButton::clicked, this, [this] { ShowLog(LogKind::Database); });
+    connect(ui_->cmdTemplate, &QPushButton::clicked, this, [this] { ShowLog(LogKind::Template); });
+    connect(ui_->cmdSysInfo, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
+    ui_->cmdOK->setFocus();
 }
 
-QPushButton* Button(QWidget* parent, const char* name, const char* key) {
-    auto* button = new QPushButton(parent);
-    button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false);
-    SetCaption(button, QLatin1String(key));
-    return button;
-}
+frmAbout::~frmAbout() = default;
 
-} // namespace
-
-frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("frmAbout"));
-    const QString product = Setting(QStringLiteral("PRODUCT NAME"));
-    setWindowTitle(PlainText(QStringLiteral("TS_AboutTitle")).replace(QStringLiteral("%1"), product));
-    auto* picIcon = new QLabel(this);
-    picIcon->setObjectName(QStringLiteral("picIcon"));
-    picIcon->setPixmap(theme::Icon(Setting(QStringLiteral("APP ICON"))).pixmap(72, 72));
-    auto* lblTitle = new QLabel(product, this);
-    lblTitle->setObjectName(QStringLiteral("lblTitle"));
-    auto* lblVersion = new QLabel(
-        PlainText(QStringLiteral("VERSION")) + QLatin1Char(' ') + Setting(QStringLiteral("PRODUCT VERSION")), this);
-    lblVersion->setObjectName(QStringLiteral("lblVersionNumber"));
-    auto* lblDisclaimer = new QLabel(GetText(QStringLiteral("TS_DisclaimerText")), this);
-    lblDisclaimer->setObjectName(QStringLiteral("lblDisclaimer"));
-    lblDisclaimer->setWordWrap(true);
-    QPushButton* disclaimer = Button(this, "cmdDiscliamer", "Disclaimer");
-    QPushButton* database = Button(this, "cmdDatabase", "PROP DB TAB");
-    QPushButton* templates = Button(this, "cmdTemplate", "Template");
-    QPushButton* system = Button(this, "cmdSysInfo", "SYSTEM INFO");
-    QPushButton* ok = Button(this, "cmdOK", "OK BUTTON");
-    ok->setDefault(true);
-    for (QPushButton* log : {database, templates})
-        log->setText(log->text() + QStringLiteral(" - ") + PlainText(QStringLiteral("LOG_LOG")));
-
-    auto* outer = new QGridLayout(this);
-    outer->setContentsMargins(theme::Grid * 3, theme::Grid * 3, theme::Grid * 3, theme::Grid * 2);
-    outer->setSpacing(theme::Grid);
-    outer->setHorizontalSpacing(theme::Grid * 3);
-    outer->addWidget(picIcon, 0, 0, 3, 1, Qt::AlignTop);
-    outer->addWidget(lblTitle, 0, 1);
-    outer->addWidget(lblVersion, 1, 1);
-    outer->addWidget(lblDisclaimer, 2, 1);
-    outer->setColumnMinimumWidth(1, 280);
-    outer->setRowStretch(2, 1);
-    auto* buttons = new QVBoxLayout;
-    buttons->setSpacing(theme::Grid);
-    for (QPushButton* button : {ok, disclaimer, database, templates, system})
-        buttons->addWidget(button);
-    buttons->addStretch();
-    outer->addLayout(buttons, 0, 2, 3, 1);
-    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(disclaimer, &QPushButton::clicked, this, &frmAbout::cmdDiscliamer_Click);
-    connect(database, &QPushButton::clicked, this, [this] { ShowLog(LogKind::Database); });
-    connect(templates, &QPushButton::clicked, this, [this] { ShowLog(LogKind::Template); });
-    connect(system, &QPushButton::clicked, this, &frmAbout::StartSysInfo);
+void frmAbout::SetFormCaptions() {
     SetFormFonts(this);
-    QFont large = DefaultFont();
-    large.setPointSizeF(large.pointSizeF() * 1.6);
-    large.setBold(true);
-    lblTitle->setFont(large);
+    const QString product = Setting(QStringLiteral("PRODUCT NAME"));
+    setWindowTitle(PlainText(QStringLiteral("TS_AboutTitle")).replace(QLatin1String("%1"), product));
+    const int side = 10 * theme::Grid;
+    ui_->picIcon->setPixmap(theme::Icon(Setting(QStringLiteral("APP ICON"))).pixmap(side, side));
+    ui_->lblTitle->setText(product);
+    SetCaption(ui_->lblVersion, QStringLiteral("VERSION"));
+    ui_->lblVersionNumber->setText(Setting(QStringLiteral("PRODUCT VERSION")));
+    ui_->lblDisclaimer->setText(GetText(QStringLiteral("TS_DisclaimerShort")).replace(QLatin1String("%1"), product));
+    const QString log = QLatin1Char(' ') + PlainText(QStringLiteral("LOG_LOG"));
+    ui_->cmdDatabase->setText(PlainText(QStringLiteral("PROP DB TAB")) + log);
+    ui_->cmdTemplate->setText(PlainText(QStringLiteral("Template")) + log);
+    SetCaption(ui_->cmdDiscliamer, QStringLiteral("Disclaimer"));
+    SetCaption(ui_->cmdSysInfo, QStringLiteral("SYSTEM INFO"));
+    SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
+    QFont title = DefaultFont();
+    title.setPointSizeF(title.pointSizeF() * 2);
+    title.setBold(true);
+    ui_->lblTitle->setFont(title);
+    for (QLabel* label : {ui_->lblVersionNumber})
+        label->setFont(DefaultFont());
 }
 
-void frmAbout::cmdDiscliamer_Click() {
-    const QString file = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Disclaimer.Doc")}));
-    const auto bytes = FileExists(file) ? ReadWholeFile(file) : std::nullopt;
-    ShowText(this, QStringLiteral("frmDisclaimer"), PlainText(QStringLiteral("Disclaimer")),
-             bytes ? QString::fromUtf8(*bytes) : GetText(QStringLiteral("TS_DisclaimerText")));
+void frmAbout::SetToolTipParam() {
+    SetToolTip(ui_->cmdOK, QStringLiteral("OK BUTTON"));
+    SetToolTip(ui_->cmdSysInfo, QStringLiteral("SYSTEM INFO"));
+    SetToolTip(ui_->cmdDiscliamer, QStringLiteral("Disclaimer"));
+    SetToolTip(ui_->cmdDatabase, QStringLiteral("PROP DB TAB"));
+    SetToolTip(ui_->cmdTemplate, QStringLiteral("Template"));
 }
 
 void frmAbout::ShowLog(LogKind kind) {
-    if (!DatabaseOpen || !Connection) {
-        ShowMessage(QStringLiteral("011"));
-        return;
-    }
+    const char* const procedure = kind == LogKind::Template ? "cmdTemplate_Click" : "cmdDatabase_Click";
+    const ErrorTrap trap(procedure);
     TheFrame().SetBusy(true);
-    QString file;
     try {
-        file = WriteLogReport(kind);
+        const QString file = WriteLogReport(kind);
         TheFrame().SetBusy(false);
+        if (file.isEmpty()) return;
+        TheFrame().ShowWorkbook(file);
+        ClearTempFolder();
     } catch (const office::Error& error) {
         TheFrame().SetBusy(false);
-        ShowOfficeError(error, "LogReport");
-        return;
+        ShowOfficeError(error, procedure);
     }
-    if (file.isEmpty()) return;
-    TheFrame().ShowWorkbook(file);
-    ClearTempFolder();
 }
 
-// The system's own program where the registry names one; otherwise the facts themselves.
+void frmAbout::cmdDiscliamer_Click() {
+    frmDisclaimer form(this);
+    form.exec();
+}
+
+/// The system's own program where the registry names one; otherwise the facts themselves.
 void frmAbout::StartSysInfo() {
+    const ErrorTrap trap("StartSysInfo");
     const QString root = QString::fromLatin1(LocalMachine);
     QString program = GetRegistryValue(AppPath, root, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"),
                                        QStringLiteral("PATH"));
     if (program.isEmpty()) {
         const QString folder = GetRegistryValue(
             AppPath, root, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools Location"), QStringLiteral("MSINFO"));
-        if (!folder.isEmpty()) program = folder + QStringLiteral("\\MSINFO32.EXE");
+        if (!folder.isEmpty()) program = JoinPath({folder, QStringLiteral("MSINFO32.EXE")});
     }
-    if (!program.isEmpty() && FileExists(program)) {
-        ShellOpen(program);
-        return;
-    }
-    const QStringList lines{
-        Setting(QStringLiteral("PRODUCT NAME")) + QLatin1Char(' ') + Setting(QStringLiteral("PRODUCT VERSION")),
-        QSysInfo::prettyProductName() + QStringLiteral(", ") + QSysInfo::kernelType() + QLatin1Char(' ') +
-            QSysInfo::kernelVersion(),
-        QSysInfo::currentCpuArchitecture(),
-        QStringLiteral("Qt ") + QLatin1String(qVersion()),
-        QStringLiteral("LibreOffice: ") +
-            (office::SpreadsheetApplication::IsInstalled() ? PlainText(QStringLiteral("Yes")) : QStringLiteral("-")),
-        LogFile()};
-    ShowText(this, QStringLiteral("frmSysInfo"), PlainText(QStringLiteral("SYSTEM INFO")),
-             lines.join(QLatin1Char('\n')));
+    if (FileExists(program) && ShellOpen(FindPath(program))) return;
+    frmSystemInfo form(this);
+    form.exec();
 }
 
 } // namespace tessaro

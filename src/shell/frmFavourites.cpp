@@ -1,8 +1,7 @@
 #include "shell/frmFavourites.h"
 
 #include "controls/Captions.h"
-#include "controls/Theme.h"
-#include "platform/Paths.h"
+#include "platform/ShellOpen.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
@@ -11,59 +10,79 @@
 #include "shell/Favourite.h"
 #include "ui_frmFavourites.h"
 
-#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
 
 namespace tessaro {
 
 frmFavourites::frmFavourites(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmFavourites>()) {
+    const ErrorTrap trap("frmFavourites_Load");
     ui_->setupUi(this);
-    SetFormFonts(this);
-    setWindowTitle(PlainText(QStringLiteral("mnu_Favorites_Add")));
-    SetCaption(ui_->Label1, QStringLiteral("FAV NAME"));
-    ui_->Label1->setBuddy(ui_->txtFavoriteAddress);
-    SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
-    SetCaption(ui_->CmdCancel, QStringLiteral("CANCEL BUTTON"));
-    SetCaption(ui_->cmdRemove, QStringLiteral("Remove layer"));
-    for (QWidget* part : {static_cast<QWidget*>(ui_->txtFavoriteAddress), static_cast<QWidget*>(ui_->cmdOK),
-                          static_cast<QWidget*>(ui_->CmdCancel)})
-        part->setFont(DefaultFont());
-    ui_->lvFavorite->setAccessibleName(PlainText(QStringLiteral("TLB_FAVORITES")));
+    SetFormCaptions();
     connect(ui_->cmdOK, &QPushButton::clicked, this, &frmFavourites::cmdOK_Click);
     connect(ui_->CmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui_->cmdCreateIn, &QPushButton::clicked, this, &frmFavourites::cmdCreateIn_Click);
     connect(ui_->cmdRemove, &QPushButton::clicked, this, &frmFavourites::cmdRemove_Click);
-    connect(ui_->cmdCreateIn, &QPushButton::clicked, this, [this] { ShowLower(ui_->picLower->isHidden()); });
-    connect(ui_->lvFavorite, &QListWidget::itemSelectionChanged, this,
-            [this] { ui_->cmdRemove->setEnabled(!ui_->lvFavorite->selectedItems().isEmpty()); });
-    FillList();
-    ShowLower(true);
+    connect(ui_->cmdcustomize, &QPushButton::clicked, this, [] { ShellOpen(FavoritesFolder); });
+    KeyedList& list = *ui_->lvFavorite;
+    connect(&list, &KeyedList::DeletePressed, this, &frmFavourites::cmdRemove_Click);
+    connect(&list, &KeyedList::HighlightChanged, this,
+            [this] { ui_->cmdRemove->setEnabled(ui_->lvFavorite->HasHighlighted()); });
+    const auto open = [this] {
+        const QString key = ui_->lvFavorite->CurrentKey();
+        if (key.isEmpty()) return;
+        wanted_ = FavouritePath(IdOfKey(key));
+        accept();
+    };
+    connect(&list, &KeyedList::ItemActivated, this, open);
+    connect(&list, &KeyedList::EnterPressed, this, open);
+    FillFavorites();
+    ui_->cmdRemove->setEnabled(false);
+    ui_->txtFavoriteAddress->setFocus();
 }
 
 frmFavourites::~frmFavourites() = default;
 
-void frmFavourites::FillList() {
-    ui_->lvFavorite->clear();
-    const QStringList files = FavouriteFiles();
-    for (const QString& file : files) {
-        auto* item = new QListWidgetItem(theme::Icon(QStringLiteral("database.png")), file, ui_->lvFavorite);
-        item->setData(Qt::UserRole, QLatin1Char('F') + file);
-    }
-    ui_->cmdRemove->setEnabled(false);
+void frmFavourites::SetFormCaptions() {
+    SetFormFonts(this);
+    setWindowTitle(PlainText(QStringLiteral("TLB_FAVORITES")));
+    SetCaption(ui_->Label1, QStringLiteral("FAV NAME"));
+    SetCaption(ui_->lblCreateIn, QStringLiteral("FAV CREATEIN"));
+    SetCaption(ui_->cmdcustomize, QStringLiteral("Comm_Cutomize"));
+    SetToolTip(ui_->cmdcustomize, QStringLiteral("TS_FavouritesFolder"));
+    SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
+    SetCaption(ui_->CmdCancel, QStringLiteral("CANCEL BUTTON"));
+    SetCaption(ui_->cmdCreateIn, QStringLiteral("FAV CREATIN BUT VIS"));
+    SetCaption(ui_->cmdRemove, QStringLiteral("Remove layer"));
+    for (QWidget* control : {static_cast<QWidget*>(ui_->txtFavoriteAddress), static_cast<QWidget*>(ui_->cmdOK),
+                             static_cast<QWidget*>(ui_->CmdCancel), static_cast<QWidget*>(ui_->cmdCreateIn)})
+        control->setFont(DefaultFont());
+    ui_->lvFavorite->SetColumns({PlainText(QStringLiteral("FAV NAME")), PlainText(QStringLiteral("Size")),
+                                 PlainText(QStringLiteral("LOG_DATE_TIME"))});
+    ui_->lvFavorite->SetEmptyHint(GetText(QStringLiteral("TS_NoFavourites")), {});
 }
 
-void frmFavourites::ShowLower(bool shown) {
-    ui_->picLower->setVisible(shown);
-    SetCaption(ui_->cmdCreateIn,
-               shown ? QStringLiteral("FAV CREATIN BUT VIS") : QStringLiteral("FAV CREATIN BUT HIDDEN"));
+void frmFavourites::FillFavorites() {
+    std::vector<KeyedItem> items;
+    const QStringList names = FavouriteFiles();
+    for (const QString& name : names) {
+        const QFileInfo file(FavouritePath(name));
+        items.push_back({QLatin1Char('F') + name,
+                         {name, QLocale::system().formattedDataSize(file.size()),
+                          QLocale::system().toString(file.lastModified(), QLocale::ShortFormat)}});
+    }
+    ui_->lvFavorite->Items().SetItems(std::move(items));
 }
 
 void frmFavourites::cmdOK_Click() {
+    const ErrorTrap trap("cmdOk_Click");
+    setEnabled(false);
     TheFrame().SetBusy(true);
     TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
-    setEnabled(false);
     const FavouriteResult result = MakeFavourite(ui_->txtFavoriteAddress->text());
-    setEnabled(true);
     TheFrame().SetStatusText({});
     TheFrame().SetBusy(false);
+    setEnabled(true);
     switch (result) {
     case FavouriteResult::Made:
         return accept();
@@ -74,27 +93,41 @@ void frmFavourites::cmdOK_Click() {
         ShowMessage(QStringLiteral("021"));
         break;
     case FavouriteResult::Failed:
-        ShowMessage(GetText(QStringLiteral("TS_ExportFailed"))
-                        .replace(QStringLiteral("%1"), FavouritePath(ui_->txtFavoriteAddress->text().trimmed())),
-                    MessageType::Ok, 102, {}, false);
+        ShowMessage(GetText(QStringLiteral("TS_FavouriteFailed")), MessageType::Ok, 102, {}, false);
         break;
     }
     ui_->txtFavoriteAddress->setFocus();
     ui_->txtFavoriteAddress->selectAll();
 }
 
+void frmFavourites::cmdCreateIn_Click() {
+    ShowLowerHalf(!ui_->picFavorites->isVisibleTo(this));
+}
+
+void frmFavourites::ShowLowerHalf(bool shown) {
+    if (!shown) lowerHeight_ = ui_->picFavorites->height();
+    ui_->picFavorites->setVisible(shown);
+    SetCaption(ui_->cmdCreateIn,
+               shown ? QStringLiteral("FAV CREATIN BUT VIS") : QStringLiteral("FAV CREATIN BUT HIDDEN"));
+    resize(width(), shown ? minimumSizeHint().height() + lowerHeight_ : minimumSizeHint().height());
+}
+
 void frmFavourites::cmdRemove_Click() {
-    ErrorTrap trap("cmdRemove_Click");
-    const auto chosen = ui_->lvFavorite->selectedItems();
-    for (const QListWidgetItem* item : chosen) {
-        const QString path = FavouritePath(item->data(Qt::UserRole).toString().mid(1));
-        if (SamePath(path, CurrentDatabase)) {
+    const ErrorTrap trap("cmdRemove_Click");
+    QSet<QString> gone;
+    const std::vector<KeyedItem> chosen = ui_->lvFavorite->HighlightedItems();
+    for (const KeyedItem& item : chosen) {
+        const QString name = IdOfKey(item.key);
+        if (IsOpenFavourite(name)) {
             ShowMessage(QStringLiteral("012"));
-            continue;
+        } else if (RemoveFavourite(name)) {
+            gone << item.key;
+        } else {
+            ReportError(70, QStringLiteral("The favourite can't be removed: ") + name,
+                        QStringLiteral("cmdRemove_Click"));
         }
-        if (!QFile::remove(path)) LogNote(QStringLiteral("cmdRemove_Click: can't remove ") + path);
     }
-    FillList();
+    ui_->lvFavorite->Items().RemoveKeys(gone);
 }
 
 } // namespace tessaro

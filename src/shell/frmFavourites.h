@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
 
 #include <memory>
 
@@ -10,7 +11,7 @@ class frmFavourites;
 
 namespace tessaro {
 
-/// Makes a favourite of what the data view shows, and removes favourites.
+/// Makes favourites of what the data view shows, and removes them. A double click on one asks for it to be opened.
 class frmFavourites final : public QDialog {
     Q_OBJECT
 
@@ -18,14 +19,21 @@ class frmFavourites final : public QDialog {
     explicit frmFavourites(QWidget* parent = nullptr);
     ~frmFavourites() override;
 
+    /// Path of the favourite that the user wants to open; empty when none.
+    [[nodiscard]] const QString& Wanted() const { return wanted_; }
+
     void cmdOK_Click();
     void cmdRemove_Click();
+    void cmdCreateIn_Click();
 
   private:
-    void FillList();
-    void ShowLower(bool shown);
+    void SetFormCaptions();
+    void FillFavorites();
+    void ShowLowerHalf(bool shown);
 
     std::unique_ptr<Ui::frmFavourites> ui_;
+    QString wanted_;
+    int lowerHeight_ = 0;
 };
 
 } // namespace tessaro

@@ -10,26 +10,27 @@ namespace tessaro {
 
 frmLanguage::frmLanguage(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmLanguage>()) {
     ui_->setupUi(this);
+    connect(ui_->cmdProperties, &QPushButton::clicked, this, &frmLanguage::PropertiesWanted);
+    // The stages stay closed until a database is loaded again; only the question is settled.
+    connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
+        LanguageInDatabase = true;
+        accept();
+    });
+    ShowLanguages();
+}
+
+frmLanguage::~frmLanguage() = default;
+
+void frmLanguage::ShowLanguages() {
+    const ErrorTrap trap("frmLanguage_Load");
     SetFormFonts(this);
     setWindowTitle(PlainText(QStringLiteral("PROP GENERAL LANGUAGE")));
     SetCaption(ui_->lblCustom, QStringLiteral("Mismatch"));
     ui_->lblSelected->setText(QStringLiteral("%1: %2").arg(PlainText(QStringLiteral("Selected")), Language));
     SetCaption(ui_->lblLanguage, QStringLiteral("Available"));
     SetCaption(ui_->cmdProperties, QStringLiteral("TS_Preferences"));
-    SetToolTip(ui_->cmdProperties, QStringLiteral("TS_NotYetAvailable"));
     SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
-    // The stages stay closed until a database is loaded again; only the question is settled.
-    connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
-        LanguageInDatabase = true;
-        accept();
-    });
-    FillAvailable();
-}
-
-frmLanguage::~frmLanguage() = default;
-
-void frmLanguage::FillAvailable() {
-    const ErrorTrap trap("frmLanguage_Load");
+    ui_->lstAvailable->clear();
     const auto connection = CreateTheConnection(CurrentDatabase);
     if (!connection) return;
     Records rows =

@@ -18,9 +18,14 @@ class frmLanguage final : public QDialog {
     explicit frmLanguage(QWidget* parent = nullptr);
     ~frmLanguage() override;
 
-  private:
-    void FillAvailable();
+    /// The current language, and the languages of the open database.
+    void ShowLanguages();
 
+  Q_SIGNALS:
+    /// The language is to be changed in the preferences.
+    void PropertiesWanted();
+
+  private:
     std::unique_ptr<Ui::frmLanguage> ui_;
 };
 

@@ -134,15 +134,26 @@ void frmMain::OnScreen(void (StageScreen::*command)()) {
     if (StageScreen* screen = ActiveScreen()) (screen->*command)();
 }
 
-/// What the screen in front prints and saves.
-void frmMain::OfferFileCommands() {
+/// What can be done now, by the screen in front; menus and buttons alike.
+void frmMain::OfferCommands() {
     const StageScreen* screen = ActiveScreen();
-    menu_->Entry(QStringLiteral("mnuFilePrint"))->setEnabled(screen && screen->CanPrint());
-    menu_->Entry(QStringLiteral("mnuFileSaveAs"))->setEnabled(screen && screen->CanSaveAs());
-    ui_->picToolBar->SetEnabled(StandardToolBar::Print, screen && screen->CanPrint());
-    const bool isData = screen && CurrentStage == navigation::DataStage;
-    menu_->Entry(QStringLiteral("mnumnu_Favoritesmnu_AddFavorites"))->setEnabled(isData);
-    ui_->picToolBar->SetEnabled(StandardToolBar::Favourites, isData);
+    const bool prints = screen && screen->CanPrint();
+    const bool showsData = screen && CurrentStage == navigation::DataStage;
+    const bool finds = splash_ || CurrentStage == 0 || CurrentStage == 2;
+    const std::pair<const char*, bool> entries[] = {
+        {"mnuFilePrint", prints},
+        {"mnuFileSaveAs", screen && screen->CanSaveAs()},
+        {"mnuEditmnu_SelectAll", screen != nullptr},
+        {"mnuEditmnu_find", finds},
+        {"mnumnu_Favoritesmnu_AddFavorites", showsData},
+        {"mnuDBSummReport", DatabaseOpen && LanguageInDatabase},
+    };
+    for (const auto& [name, offered] : entries)
+        menu_->Entry(QLatin1String(name))->setEnabled(offered);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Print, prints);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Search, finds);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Favourites, showsData);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Refresh, showsData);
 }
 
 void frmMain::SetStatusText(const QString& text) {

@@ -16,7 +16,7 @@ class frmMain;
 namespace tessaro {
 
 class MainMenu;
-struct PropertyValues;
+struct Preferences;
 class SingleInstance;
 class StageScreen;
 class StageScreens;
@@ -42,15 +42,26 @@ class frmMain final : public QMainWindow, public Frame {
     void LoadNewMDB(const QString& path);
     /// Empties the selection and takes the stages down.
     void RestoreBlanks();
-    /// Takes another language into use: captions, fonts, links of the open database.
-    void ChangeLanguage(const QString& label);
-    /// Brings the running session into line with preferences that changed: everything that differs from `before`.
-    void ApplyTheSettings(const PropertyValues& before, const PropertyValues& now);
     /// The file dialog of the File menu.
     void mnuFileOpen_Click();
     /// The go button: opens what is typed, and tells when the database lacks the language.
     void picGo_Click();
     void cmbAddress_Click();
+
+    // Preferences and language (frmMainSettings.cpp).
+    void mnuFilemnu_Properties_Click();
+    /// Brings the running session into line with its values; `before` is what they were.
+    void ApplyTheSettings(const Preferences& before);
+    /// Takes another language into use: captions, fonts, links of the open database.
+    void ChangeLanguage(const QString& label);
+    [[nodiscard]] SoundLoop& Sound() { return sound_; }
+
+    // What is made of the open database (frmMainReports.cpp).
+    /// Makes or removes favourites; only while the data view is in front.
+    void AddFavorites();
+    /// Opens a favourite by its path.
+    void OpenFavourite(const QString& path);
+    void mnuDBSummReport_Click();
 
     // The stages (frmMainStages.cpp).
     void GoToStage(int stage) override;
@@ -88,15 +99,8 @@ class frmMain final : public QMainWindow, public Frame {
     void ConnectBars();
     void mnu_Click(const QString& name, bool checked);
     void ShowInformationSheets(const char* code);
-    // Properties, favourites, report (frmMainProperties.cpp)
-    void mnuFilemnu_Properties_Click();
-    void ReloadStages(bool modeChanged);
-    void AddFavorites();
-    void FillFavourites();
-    void OpenFavourite(const QString& file);
-    void mnuDBSummReport_Click();
     void OnScreen(void (StageScreen::*command)());
-    void OfferFileCommands();
+    void OfferCommands();
     void EditCommand(const char* onField, void (StageScreen::*onScreen)());
     // Start
     void ShowProduct();
@@ -112,8 +116,11 @@ class frmMain final : public QMainWindow, public Frame {
     void ShowLanguageDialog();
     void RescanAddresses();
     void ShowDatabases();
-    void TakeFontOfLanguage();
     void SetCaptions();
+    // Settings
+    void ApplySound(bool otherSound);
+    void ShowInLanguage();
+    void ReloadScreens(const Preferences& now, const Preferences& before);
     // Stages
     void ShowSplash();
     void UnloadSplash();

@@ -13,7 +13,6 @@
 #include "session/Strings.h"
 #include "shell/MainMenu.h"
 #include "shell/StageScreens.h"
-#include "shell/frmLanguage.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
 #include "ui_frmMain.h"
@@ -69,7 +68,6 @@ void frmMain::LoadNewMDB(const QString& path) {
         RestoreBlanks();
         CurrentStage = 0;
         ShowIndicatorScreen();
-        menu_->Entry(QStringLiteral("mnuFileSaveAs"))->setEnabled(false);
     }
     SetBusy(false);
     ShowDatabases();
@@ -117,11 +115,6 @@ void frmMain::picGo_Click() {
     if (!DatabaseOpen || !IsNoDatabase(ui_->frmAddressBar->Text())) ShowLanguageDialog();
 }
 
-void frmMain::ShowLanguageDialog() {
-    frmLanguage dialog(this);
-    dialog.exec();
-}
-
 void frmMain::mnuFileOpen_Click() {
     const ErrorTrap trap("mnuFileOpen_Click");
     const QString path =
@@ -133,40 +126,6 @@ void frmMain::mnuFileOpen_Click() {
     ui_->frmAddressBar->ShowAsItem(shown);
     LoadNewMDB(path);
     if (!LanguageInDatabase && FileExists(CurrentDatabase)) ShowLanguageDialog();
-}
-
-void frmMain::ChangeLanguage(const QString& label) {
-    const ErrorTrap trap("ChangeLanguage");
-    if (label.compare(Language, Qt::CaseInsensitive) == 0) return;
-    SetBusy(true);
-    const bool home = CurrentStage == navigation::HomePage;
-    const bool haveDatabase = Connection && FileExists(CurrentDatabase);
-    Language = label;
-    ReadTranslateFile();
-    TakeFontOfLanguage();
-    // What is chosen carries texts of the language of before.
-    if (haveDatabase) RestoreBlanks();
-    SetFormFont();
-    SetCaptions();
-    ui_->sbStatusBar->ShowNow(clockPanels_);
-    if (haveDatabase) DatabaseOpen = LinkAllTablesinInfoSel();
-    if (haveDatabase && DatabaseOpen && !home) ShowIndicatorScreen();
-    if (home) CurrentStage = navigation::HomePage;
-    SetBusy(false);
-    ShowDatabases();
-    if (haveDatabase && !LanguageInDatabase) ShowLanguageDialog();
-}
-
-/// The font that the language's own file names for it.
-void frmMain::TakeFontOfLanguage() {
-    const auto connection = CreateTheConnection(FileOfLanguage(Language));
-    if (!connection) return;
-    Records rows = Select(QStringLiteral("Select DISTINCT FontName, FontSize FROM LangMaster WHERE LangCode = '") +
-                              QuoteDoubled(Language) + QStringLiteral("'"),
-                          jet::CursorType::Static, connection.get());
-    if (rows.atEnd() || rows.Text("FontName").isEmpty()) return;
-    ProductFont = rows.Text("FontName");
-    if (rows.Number("FontSize") > 0) ProductFontSize = static_cast<int>(rows.Number("FontSize"));
 }
 
 void frmMain::RescanAddresses() {
@@ -186,6 +145,7 @@ void frmMain::ShowDatabases() {
                        ? product
                        : FileNameOf(CurrentDatabase).section(QLatin1Char('.'), 0, -2) + QStringLiteral(" – ") +
                              product);
+    OfferCommands();
 }
 
 } // namespace tessaro

@@ -58,8 +58,7 @@ void frmMain::GoToHome() {
     ui_->picBanner_1->hide();
     HomeIsShown = true;
     DisableHistory();
-    ui_->picToolBar->SetEnabled(StandardToolBar::Search, true);
-    OfferFileCommands();
+    OfferCommands();
 }
 
 void frmMain::UnloadForms() {
@@ -124,8 +123,7 @@ void frmMain::UnloadSplash() {
 void frmMain::ShowStage(int stage) {
     screens_->ShowStage(stage);
     ui_->picBanner_1->SetCurrent(stage);
-    ui_->picToolBar->SetEnabled(StandardToolBar::Search, stage == 0 || stage == 2);
-    OfferFileCommands();
+    OfferCommands();
 }
 
 void frmMain::Record(int stage) {

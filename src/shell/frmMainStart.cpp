@@ -54,7 +54,6 @@ bool frmMain::MDIForm_Load(const QString& commandLine) {
     LanguageInDatabase = true;
     OpenStartPage();
     FillAddresses();
-    FillFavourites();
     WarnOfMissingSpreadsheet();
     Timer1_.start();
     return true;

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "shell/Preferences.h"
 #include "shell/SoundLoop.h"
 
-#include <QColor>
 #include <QDialog>
-#include <QTimer>
 
-#include <array>
-#include <functional>
 #include <memory>
+
+class QButtonGroup;
 
 namespace Ui {
 class frmProperties;
@@ -16,60 +15,56 @@ class frmProperties;
 
 namespace tessaro {
 
-/// The preferences that the properties dialog edits.
-struct PropertyValues {
-    QString language;
-    QString font;
-    int fontSize = 0;
-    int fontStyle = 0;
-    bool collapse = false, autoSelect = false, gridLines = false, numFormat = false, footnotes = false;
-    bool showGlobalColor = false;
-    long globalColor = 0;
-    long dataExists = 0;
-    QString sound;
-    bool mute = false;
-    std::array<bool, 7> views{};
-    QString openWith;
-    long selectBy = 0;
-    bool operator==(const PropertyValues&) const = default;
+class frmMain;
 
-    /// What the session has now, and the way back.
-    [[nodiscard]] static PropertyValues OfSession();
-    /// Writes all into the session except language and font, which the frame changes.
-    void PutIntoSession() const;
-};
-
-/// Edits the preferences; OK and Apply hand them to whoever brings the session into line.
+/// The user's preferences on four tabs. The controls are a draft: OK and Apply take it into the session, save it, and
+/// bring the running frame into line; Cancel leaves all as it was.
 class frmProperties final : public QDialog {
     Q_OBJECT
 
   public:
-    /// Before and after, when something is applied.
-    using Apply = std::function<void(const PropertyValues&, const PropertyValues&)>;
-    frmProperties(Apply apply, QWidget* parent = nullptr);
+    explicit frmProperties(frmMain& frame);
     ~frmProperties() override;
 
+    void cmdOK_Click();
+    void cmdApply_Click();
     void cmdImport_Click();
 
   private:
     void SetFormCaptions();
-    void LoadControls();
-    [[nodiscard]] PropertyValues ReadControls() const;
+    void SetGeneralCaptions();
+    void SetOtherCaptions();
+    void setTheFontForProp();
+    void ConnectGeneral();
+    void ConnectOthers();
+    void FillChoices();
     void FillLanguages();
+    void FillFontStyles();
     void FillSounds();
-    void ConnectControls();
+    void FillProduct();
+    void ArrangeIndicatorOptions();
+    void Show(const Preferences& values);
+    [[nodiscard]] Preferences Draft() const;
+    void Apply();
     void cmbLanguages_Click();
     void ShowPreview();
     void ShowColor();
-    void cmdApply_Click();
-    void EnableViews();
+    void cmdBrowseColor_Click();
+    void cmdBrowseSound_Click();
+    void cmdPreview_Click();
+    void ChooseFont(const QString& family, int size);
+    void ChooseSound(const QString& path);
+    void KeepDefaultView();
 
+    frmMain& frame_;
     std::unique_ptr<Ui::frmProperties> ui_;
-    Apply apply_;
-    PropertyValues before_;
-    QColor color_;
+    QButtonGroup* optContentOption_;
+    QButtonGroup* optDefault_;
+    QButtonGroup* chkIndOptions_;
     SoundLoop preview_;
-    QTimer tmrPreview_;
+    Preferences before_; ///< what the session had when the form came up, or after the last Apply
+    long color_ = 0;
+    QString sample_;
 };
 
 } // namespace tessaro

@@ -3,7 +3,6 @@
 #include "platform/Paths.h"
 #include "session/Query.h"
 #include "session/Session.h"
-#include "shell/Favourite.h"
 #include "shell/SummaryReport.h"
 #include "support/ReadXls.h"
 #include "support/TestSession.h"
@@ -30,17 +29,6 @@ class ReportTest : public SessionTest {
     static qint64 RowsOf(const QString& sql, jet::Connection* on) {
         Records rows = Select(sql, jet::CursorType::Static, on);
         return rows.isOpen() ? rows.rows().RecordCount() : -1;
-    }
-    static void SelectSome() {
-        Execute(QStringLiteral(
-            "INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) SELECT TimePeriodNId, TimePeriod FROM TimePeriod "
-            "WHERE TimePeriod LIKE '199?'"));
-        Execute(QStringLiteral(
-            "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) SELECT AreaGId, AreaNId, AreaID, "
-            "AreaName, AreaLevel FROM Area WHERE AreaLevel = 2"));
-        Execute(QStringLiteral(
-            "INSERT INTO _SelIUSNId (IUSNId, SourceNId, Deleted) SELECT DISTINCT IUSNId, SourceNId, False FROM "
-            "Indicator_Source WHERE IUSNId < 12"));
     }
 };
 
@@ -99,43 +87,6 @@ TEST_F(ReportTest, ALogComesAsAWorkbook) {
     const auto sheet = ReadXls(WriteLogReport(LogKind::Database)).front();
     EXPECT_EQ(sheet.rows.at(0).toArray().size(), 4);
     EXPECT_GT(sheet.rows.size(), 1);
-}
-
-TEST_F(ReportTest, AFavouriteIsADatabaseOfWhatIsInView) {
-    SelectSome();
-    Execute(QStringLiteral("UPDATE _SelIUSNId SET Deleted = True WHERE IUSNId = 11"));
-    const Records first = Select(QStringLiteral(
-        "SELECT TOP 1 D.RowNId FROM Data D INNER JOIN _SelIUSNId IUS ON (IUS.SourceNId = D.SourceNId) AND "
-        "(IUS.IUSNId = D.IUSNId) WHERE IUS.Deleted = False"));
-    DeletedRowNIds = first.Text(std::size_t{0});
-    const qint64 inView = Count(
-        QStringLiteral(
-            "SELECT Count(*) FROM _SelIUSNId IUS INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN _SelTimePeriod "
-            "T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND "
-            "(IUS.IUSNId = D.IUSNId) WHERE IUS.Deleted = False AND D.RowNId not in (") +
-        DeletedRowNIds + QStringLiteral(")"));
-    ASSERT_GT(inView, 0);
-    ASSERT_EQ(MakeFavourite(QStringLiteral("Mine")), FavouriteResult::Made);
-    const QString path = FavouritePath(QStringLiteral("Mine"));
-    EXPECT_EQ(FavouriteFiles(), QStringList{QStringLiteral("Mine.mdb")});
-    {
-        const auto copy = CreateTheConnection(path);
-        EXPECT_EQ(Count(QStringLiteral("SELECT Count(*) FROM Data"), copy.get()), inView);
-        EXPECT_EQ(Count(QStringLiteral("SELECT Count(*) FROM Data WHERE RowNId Is Null"), copy.get()), 0);
-        EXPECT_EQ(
-            Count(QStringLiteral("SELECT Count(*) FROM Indicator_Unit_Subpop WHERE DataExists = True"), copy.get()),
-            RowsOf(QStringLiteral("SELECT DISTINCT IUSNId FROM Data"), copy.get()));
-    }
-    EXPECT_FALSE(InValidFile(path)) << "it opens like any database";
-    EXPECT_EQ(MakeFavourite(QStringLiteral(" Mine ")), FavouriteResult::Taken);
-}
-
-TEST_F(ReportTest, NamesOfFavouritesAreChecked) {
-    for (const char* name : {"", "  ", "a/b", "a\\b", "a:b", "a*b", "a?", "<a>", "a|b", "[a]", "\"a\""})
-        EXPECT_EQ(MakeFavourite(QLatin1String(name)), FavouriteResult::BadName) << name;
-    EXPECT_TRUE(FavouritePath(QStringLiteral("a.mdb.old")).endsWith(QLatin1String("/a.mdb.old")));
-    EXPECT_TRUE(FavouritePath(QStringLiteral("a")).endsWith(QLatin1String("/a.mdb")));
-    EXPECT_TRUE(FavouriteFiles().isEmpty());
 }
 
 } // namespace tessaro::test

@@ -1,0 +1,12 @@
+#include "session/FileNames.h"
+
+namespace tessaro {
+
+QString CleanFileName(const QString& name) {
+    QString clean = name;
+    for (QChar& c : clean)
+        if (QStringLiteral("\\/:*<>|?[]\"").contains(c) || c < QLatin1Char(' ')) c = QLatin1Char('_');
+    return clean;
+}
+
+} // namespace tessaro

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <utility>
+
+namespace tessaro {
+
+/// What the program runs on: system, processor, memory, libraries, spreadsheet program, folders. Names are looked up
+/// in the string table where they are words.
+[[nodiscard]] QList<std::pair<QString, QString>> SystemInfo();
+/// The same as lines of text, for a letter to the help desk.
+[[nodiscard]] QString SystemInfoText();
+
+} // namespace tessaro

@@ -1,0 +1,111 @@
+#include "shell/frmDocument.h"
+
+#include "controls/Captions.h"
+#include "controls/Theme.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "session/ErrorSink.h"
+#include "session/Session.h"
+#include "shell/SystemInfo.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QTextDocument>
+#include <QVBoxLayout>
+
+namespace tessaro {
+
+namespace {
+
+constexpr qint64 LargestDocument = 4 * 1024 * 1024;
+
+/// A browser over a row of buttons: what both forms are.
+struct Parts {
+    QTextBrowser* text;
+    QHBoxLayout* buttons;
+};
+
+Parts MakeParts(QDialog& form, const QString& browserName) {
+    auto* column = new QVBoxLayout(&form);
+    column->setSpacing(2 * theme::Grid);
+    column->setContentsMargins(2 * theme::Grid, 2 * theme::Grid, 2 * theme::Grid, 2 * theme::Grid);
+    auto* text = new QTextBrowser(&form);
+    text->setObjectName(browserName);
+    text->setOpenExternalLinks(true);
+    text->document()->setDocumentMargin(2 * theme::Grid);
+    column->addWidget(text);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(theme::Grid);
+    buttons->addStretch();
+    column->addLayout(buttons);
+    form.setModal(true);
+    return {text, buttons};
+}
+
+QPushButton* AddButton(QDialog& form, QHBoxLayout& row, const QString& name, const QString& key) {
+    auto* button = new QPushButton(&form);
+    button->setObjectName(name);
+    SetCaption(button, key);
+    row.addWidget(button);
+    return button;
+}
+
+void AddOK(QDialog& form, QHBoxLayout& row) {
+    QPushButton* ok = AddButton(form, row, QStringLiteral("cmdOK"), QStringLiteral("OK BUTTON"));
+    ok->setDefault(true);
+    QObject::connect(ok, &QPushButton::clicked, &form, &QDialog::accept);
+    ok->setFocus();
+}
+
+/// The document as its kind has it: a web page, or plain text.
+void LoadDocument(QTextBrowser& browser, const QString& path) {
+    const auto contents = ReadWholeFile(FindPath(path), LargestDocument);
+    if (!contents) {
+        LogNote(QStringLiteral("there is no disclaimer at ") + path);
+        return;
+    }
+    const QString text = QString::fromUtf8(*contents);
+    if (Qt::mightBeRichText(text))
+        browser.setHtml(text);
+    else
+        browser.setPlainText(text);
+}
+
+} // namespace
+
+frmDisclaimer::frmDisclaimer(QWidget* parent) : QDialog(parent) {
+    const ErrorTrap trap("frmDisclaimer_Load");
+    setObjectName(QStringLiteral("frmDisclaimer"));
+    const Parts parts = MakeParts(*this, QStringLiteral("TXTextControl1"));
+    AddOK(*this, *parts.buttons);
+    SetFormFonts(this);
+    setWindowTitle(PlainText(QStringLiteral("Disclaimer")).remove(QStringLiteral("...")));
+    parts.text->setAccessibleName(windowTitle());
+    LoadDocument(*parts.text, JoinPath({AppPath, QStringLiteral("Bin/Disclaimer.Doc")}));
+    resize(70 * theme::Grid, 56 * theme::Grid);
+}
+
+frmSystemInfo::frmSystemInfo(QWidget* parent) : QDialog(parent) {
+    const ErrorTrap trap("StartSysInfo");
+    setObjectName(QStringLiteral("frmSystemInfo"));
+    const Parts parts = MakeParts(*this, QStringLiteral("txtSystemInfo"));
+    QPushButton* copy = AddButton(*this, *parts.buttons, QStringLiteral("cmdCopy"), QStringLiteral("mnu_Edit_Copy"));
+    copy->setAutoDefault(false);
+    connect(copy, &QPushButton::clicked, this, [] { QApplication::clipboard()->setText(SystemInfoText()); });
+    AddOK(*this, *parts.buttons);
+    SetFormFonts(this);
+    setWindowTitle(PlainText(QStringLiteral("SYSTEM INFO")).remove(QStringLiteral("...")));
+    parts.text->setAccessibleName(windowTitle());
+    QString rows;
+    for (const auto& [name, value] : SystemInfo())
+        rows += QStringLiteral(
+                    "<tr><td style=\"padding:3px 24px 3px 0\"><b>%1</b></td><td style=\"padding:3px 0\">%2</td></tr>")
+                    .arg(name.toHtmlEscaped(), value.toHtmlEscaped());
+    parts.text->setHtml(QStringLiteral("<table>%1</table>").arg(rows));
+    resize(80 * theme::Grid, 44 * theme::Grid);
+}
+
+} // namespace tessaro

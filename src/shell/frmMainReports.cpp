@@ -1,0 +1,70 @@
+#include "controls/OfficeErrors.h"
+#include "controls/StageScreen.h"
+#include "platform/Paths.h"
+#include "platform/SingleInstance.h"
+#include "session/ErrorSink.h"
+#include "session/Messages.h"
+#include "session/Session.h"
+#include "session/Strings.h"
+#include "session/TempFiles.h"
+#include "shell/Favourite.h"
+#include "shell/MainMenu.h"
+#include "shell/StageScreens.h"
+#include "shell/SummaryReport.h"
+#include "shell/frmFavourites.h"
+#include "shell/frmMain.h"
+#include "ui_frmMain.h"
+
+// What is made of the open database: favourites and the summary report.
+
+namespace tessaro {
+
+void frmMain::AddFavorites() {
+    const ErrorTrap trap("mnumnu_Favoritesmnu_AddFavorites_Click");
+    StageScreen* screen = ActiveScreen();
+    if (!screen || screen->FormName().toUpper() != QLatin1String("FRMDATA")) return;
+    frmFavourites form(this);
+    form.exec();
+    menu_->FillFavourites();
+    screen->setFocus();
+    if (!form.Wanted().isEmpty()) OpenFavourite(form.Wanted());
+}
+
+void frmMain::OpenFavourite(const QString& path) {
+    const ErrorTrap trap("mnuCustomFavorites_Click");
+    if (!FileExists(path)) {
+        // A favourite that is gone is no reason to leave what is on the screen.
+        ShowMessage(QStringLiteral("025"));
+        menu_->FillFavourites();
+        return;
+    }
+    LoadNewMDB(path);
+    if (!LanguageInDatabase && FileExists(CurrentDatabase)) ShowLanguageDialog();
+}
+
+void frmMain::mnuDBSummReport_Click() {
+    const ErrorTrap trap("ValidationReportXLS");
+    if (!DatabaseOpen || !Connection) {
+        ShowMessage(QStringLiteral("026"));
+        return;
+    }
+    SetBusy(true);
+    SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
+    StartProgress();
+    QString file;
+    try {
+        file = WriteSummaryReport([this](int sheet) { SetProgress(100 * sheet / SummarySheets); });
+    } catch (const office::Error& error) {
+        SetBusy(false);
+        ShowOfficeError(error, "ValidationReportXLS");
+        SetBusy(true);
+    }
+    EndProgress();
+    SetStatusText({});
+    SetBusy(false);
+    if (file.isEmpty()) return;
+    ShowWorkbook(file);
+    ClearTempFolder();
+}
+
+} // namespace tessaro

@@ -1,0 +1,327 @@
+#include "controls/ColorDialogs.h"
+#include "controls/FileDialogs.h"
+#include "controls/KeyedList.h"
+#include "platform/SingleInstance.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "shell/FrameTest.h"
+#include "shell/frmAbout.h"
+#include "shell/frmFavourites.h"
+#include "shell/frmLanguage.h"
+#include "shell/frmProperties.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTextBrowser>
+#include <QTimer>
+
+namespace tessaro {
+
+/// The dialogs of this room, driven by their controls on a running frame.
+class DialogTest : public test::FrameTest {
+  protected:
+    void TearDown() override {
+        SetColorAnswerer({});
+        SetFileAnswerer({});
+    }
+
+    template <class Control> static Control* In(QWidget& form, const char* name) {
+        auto* control = form.findChild<Control*>(QLatin1String(name));
+        EXPECT_NE(control, nullptr) << name;
+        return control;
+    }
+    static void Press(QWidget& form, const char* name) { In<QAbstractButton>(form, name)->click(); }
+    static void Tick(QWidget& form, const char* name, bool on) { In<QAbstractButton>(form, name)->setChecked(on); }
+    static void Choose(QWidget& form, const char* name, const QString& text) {
+        auto* box = In<QComboBox>(form, name);
+        const int place = box->findText(text);
+        ASSERT_GE(place, 0) << name << " " << text.toStdString();
+        box->setCurrentIndex(place);
+    }
+    /// Does something with the next modal window, which it must close.
+    void WithNextDialog(const std::function<void(QDialog&)>& work) {
+        QTimer::singleShot(50, window.get(), [work] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            work(*dialog);
+        });
+    }
+    static qint64 Rows(const char* table) {
+        Records rows = Select(QStringLiteral("SELECT Count(*) FROM ") + QLatin1String(table));
+        return rows.atEnd() ? -1 : rows.Number(std::size_t{0});
+    }
+    /// Everything selected, and the data view in front.
+    bool StartInDataView() {
+        if (!StartInStages()) return false;
+        Execute(
+            QStringLiteral("INSERT INTO _SelIUSNId (IUSNId, SourceNId, Deleted) SELECT IUSNId, SourceNId, False FROM "
+                           "Indicator_Source"));
+        Execute(
+            QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) SELECT TimePeriodNId, TimePeriod "
+                           "FROM TimePeriod"));
+        Execute(QStringLiteral(
+            "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID) SELECT AreaGId, AreaNId, AreaID FROM Area"));
+        window->GoToStage(3);
+        return CurrentStage == 3;
+    }
+};
+
+TEST_F(DialogTest, PropertiesShowTheSession) {
+    ASSERT_TRUE(StartInStages());
+    frmProperties form(*window);
+    EXPECT_EQ(In<QComboBox>(form, "cmbLanguages")->currentText(), QStringLiteral("English [en]"));
+    EXPECT_EQ(In<QComboBox>(form, "cmbLanguages")->count(), 2);
+    EXPECT_EQ(In<QCheckBox>(form, "chkViewGridLines")->isChecked(), ViewGridLines);
+    EXPECT_TRUE(In<QRadioButton>(form, "optContentOption_0")->isChecked());
+    EXPECT_FALSE(In<QCheckBox>(form, "chkIndOptions_0")->isEnabled()) << "sectors can't be switched off";
+    EXPECT_TRUE(In<QCheckBox>(form, "chkIndOptions_0")->isChecked());
+    EXPECT_TRUE(In<QCheckBox>(form, "chkIndOptions_5")->isHidden()) << "the product doesn't offer institutions";
+    EXPECT_EQ(In<QLineEdit>(form, "txtProdName")->text(), QStringLiteral("Sample 1.0"));
+    EXPECT_EQ(In<QComboBox>(form, "cmbGeoRef")->count(), 2) << "Asia and Europe";
+}
+
+TEST_F(DialogTest, CancelAndAnUnchangedApplyTouchNothing) {
+    ASSERT_TRUE(StartInStages());
+    window->GoToStage(1);
+    QWidget* screen = Find(QStringLiteral("frmTime"));
+    const Preferences before = Preferences::OfSession();
+    {
+        frmProperties form(*window);
+        Tick(form, "chkViewGridLines", !ViewGridLines);
+        Tick(form, "optContentOption_1", true);
+        Press(form, "CmdCancel");
+        EXPECT_EQ(Preferences::OfSession(), before);
+    }
+    frmProperties form(*window);
+    Press(form, "cmdApply");
+    EXPECT_EQ(Preferences::OfSession(), before);
+    EXPECT_EQ(Find(QStringLiteral("frmTime")), screen) << "the screen stands as it was";
+    EXPECT_EQ(CurrentStage, 1);
+    EXPECT_TRUE(messages.isEmpty());
+}
+
+TEST_F(DialogTest, ApplyFillsTheListsAnewAndKeepsWhatIsChosen) {
+    ASSERT_TRUE(StartInStages());
+    window->GoToStage(1);
+    auto* time = Find(QStringLiteral("frmTime"));
+    auto* available = time->findChild<KeyedList*>(QStringLiteral("lstAvailable"));
+    const int withData = available->Items().Count();
+    time->findChild<QAbstractButton*>(QStringLiteral("cmdAddAll"))->click();
+    const qint64 chosen = Rows("_SelTimePeriod");
+    ASSERT_GT(chosen, 0);
+    frmProperties form(*window);
+    Tick(form, "optContentOption_1", true);
+    Press(form, "cmdApply");
+    EXPECT_EQ(DataExistsCriterion, QString());
+    time = Find(QStringLiteral("frmTime"));
+    EXPECT_EQ(time->findChild<KeyedList*>(QStringLiteral("lstAvailable"))->Items().Count(), withData + 1);
+    EXPECT_EQ(time->findChild<KeyedList*>(QStringLiteral("lstSelected"))->Items().Count(), chosen);
+    EXPECT_EQ(Rows("_SelTimePeriod"), chosen);
+    EXPECT_EQ(CurrentStage, 1);
+    EXPECT_EQ(Screen(), QStringLiteral("frmTime"));
+    EXPECT_EQ(window->SelectedIndicatorCount(), 0);
+}
+
+TEST_F(DialogTest, OKChangesTheLanguageOfTheRunningProgram) {
+    ASSERT_TRUE(StartInStages());
+    ASSERT_TRUE(Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (1, '1990')")));
+    const QByteArray before = PreferencesOnDisk();
+    frmProperties form(*window);
+    Choose(form, "cmbLanguages", QStringLiteral("Français [fr]"));
+    Press(form, "cmdOK");
+    EXPECT_EQ(form.result(), QDialog::Accepted);
+    EXPECT_EQ(Language, QStringLiteral("Français [fr]"));
+    EXPECT_EQ(LanguageSuffix, QStringLiteral("_fr"));
+    EXPECT_EQ(Find<QLabel>(QStringLiteral("lblAddress"))->text(), QStringLiteral("Adresse"));
+    EXPECT_EQ(messages, QStringList{QStringLiteral("048")});
+    EXPECT_EQ(Rows("_SelTimePeriod"), 0) << "the selection can't stand in the new language";
+    EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
+    EXPECT_TRUE(DatabaseOpen && LanguageInDatabase);
+    EXPECT_NE(PreferencesOnDisk(), before);
+}
+
+TEST_F(DialogTest, ALanguageThatTheDatabaseLacksComesHome) {
+    ASSERT_TRUE(StartInStages());
+    ASSERT_TRUE(Execute(QStringLiteral("DELETE * FROM [Language] WHERE LanguageName = 'Français [fr]'")));
+    QString dialog;
+    WithNextDialog([&](QDialog& properties) {
+        Choose(properties, "cmbLanguages", QStringLiteral("Français [fr]"));
+        WithNextDialog([&](QDialog& language) {
+            dialog = language.objectName();
+            language.reject();
+        });
+        Press(properties, "cmdOK");
+    });
+    Find<QAction>(QStringLiteral("mnuFilemnu_Properties"))->trigger();
+    EXPECT_EQ(dialog, QStringLiteral("frmLanguage"));
+    EXPECT_FALSE(LanguageInDatabase);
+    EXPECT_FALSE(DatabaseOpen);
+    EXPECT_EQ(Screen(), QStringLiteral("frmSplash"));
+    // From there the preferences lead back.
+    WithNextDialog([&](QDialog& language) {
+        WithNextDialog([](QDialog& properties) {
+            Choose(properties, "cmbLanguages", QStringLiteral("English [en]"));
+            Press(properties, "cmdOK");
+        });
+        Press(language, "cmdProperties");
+    });
+    window->cmbAddress_Click();
+    EXPECT_TRUE(LanguageInDatabase && DatabaseOpen);
+    EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
+}
+
+TEST_F(DialogTest, ColourFontAndViewsTakeEffect) {
+    ASSERT_TRUE(StartInStages());
+    SetColorAnswerer([](const QColor&) { return QColor(1, 2, 3); });
+    frmProperties form(*window);
+    Tick(form, "chkGlobalColor", true);
+    Press(form, "cmdBrowseColor");
+    In<QComboBox>(form, "cmbFontStyle")->setCurrentIndex(2);
+    Choose(form, "cmbFontSize", QStringLiteral("14"));
+    EXPECT_TRUE(In<QLabel>(form, "lblPreviewText")->font().bold()) << "seen before it is applied";
+    EXPECT_EQ(In<QLabel>(form, "lblPreviewText")->font().pointSize(), 14);
+    Tick(form, "optDefault_1", true);
+    Tick(form, "chkIndOptions_1", false);
+    EXPECT_TRUE(In<QRadioButton>(form, "optDefault_0")->isChecked()) << "a view that is off can't open first";
+    Press(form, "cmdApply");
+    EXPECT_EQ(ColorFromNumber(GlobalColor), QColor(1, 2, 3));
+    EXPECT_EQ(ProductFontSize, 14);
+    EXPECT_EQ(ProductFontStyle, 2);
+    EXPECT_TRUE(QApplication::font().bold());
+    EXPECT_EQ(IndicatorOpenWith, QStringLiteral("0"));
+    EXPECT_FALSE(IndicatorViews[1].wanted);
+    EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
+    // A cancelled colour dialog leaves the colour.
+    SetColorAnswerer([](const QColor&) { return QColor(); });
+    Press(form, "cmdBrowseColor");
+    Press(form, "cmdApply");
+    EXPECT_EQ(ColorFromNumber(GlobalColor), QColor(1, 2, 3));
+}
+
+TEST_F(DialogTest, AnImportedLanguageCanBeChosen) {
+    ASSERT_TRUE(Start());
+    const QString file = Folder() + QStringLiteral("/TS_Breton [br].mdb");
+    ASSERT_TRUE(QFile::copy(Application() + QStringLiteral("/Languages/TS_Français [fr].mdb"), file));
+    SetFileAnswerer([&](const FileQuestion& question) {
+        EXPECT_TRUE(question.filter.contains(QLatin1String("TS_*.mdb")));
+        return file;
+    });
+    frmProperties form(*window);
+    Press(form, "cmdImport");
+    EXPECT_GE(In<QComboBox>(form, "cmbLanguages")->findText(QStringLiteral("Breton [br]")), 0);
+    EXPECT_EQ(In<QComboBox>(form, "cmbLanguages")->currentText(), QStringLiteral("English [en]"));
+}
+
+TEST_F(DialogTest, FavouritesAreMadeListedOpenedAndRemoved) {
+    ASSERT_TRUE(StartInDataView());
+    auto* add = Find<QAction>(QStringLiteral("mnumnu_Favoritesmnu_AddFavorites"));
+    ASSERT_TRUE(add->isEnabled());
+    WithNextDialog([&](QDialog& form) {
+        EXPECT_EQ(form.objectName(), QStringLiteral("frmFavourites"));
+        Press(form, "cmdOK"); // no name
+        In<QLineEdit>(form, "txtFavoriteAddress")->setText(QStringLiteral("a?b"));
+        Press(form, "cmdOK");
+        EXPECT_TRUE(form.isVisible());
+        In<QLineEdit>(form, "txtFavoriteAddress")->setText(QStringLiteral("Mine & yours"));
+        Press(form, "cmdOK");
+    });
+    add->trigger();
+    EXPECT_EQ(messages, (QStringList{QStringLiteral("037"), QStringLiteral("037")}));
+    auto* entry = Find<QAction>(QStringLiteral("mnuCustomFavorites_1"));
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->text(), QStringLiteral("Mine && yours"));
+    messages.clear();
+    entry->trigger();
+    EXPECT_TRUE(CurrentDatabase.endsWith(QLatin1String("/Favorites/Mine & yours.mdb")))
+        << CurrentDatabase.toStdString();
+    EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
+    EXPECT_EQ(Rows("Data"), 17);
+    // The one that is open stays.
+    frmFavourites form(window.get());
+    auto* list = In<KeyedList>(form, "lvFavorite");
+    ASSERT_EQ(list->Items().Count(), 1);
+    list->selectAll();
+    Press(form, "cmdRemove");
+    EXPECT_EQ(messages, QStringList{QStringLiteral("012")});
+    EXPECT_EQ(list->Items().Count(), 1);
+    window->LoadNewMDB(SampleDatabase());
+    list->selectAll();
+    Press(form, "cmdRemove");
+    EXPECT_EQ(list->Items().Count(), 0);
+    EXPECT_TRUE(QDir(FavoritesFolder).isEmpty());
+}
+
+TEST_F(DialogTest, TheLowerHalfOfFavouritesGoesAndComes) {
+    ASSERT_TRUE(StartInStages());
+    frmFavourites form(window.get());
+    form.show();
+    const int tall = form.height();
+    Press(form, "cmdCreateIn");
+    EXPECT_FALSE(In<KeyedList>(form, "lvFavorite")->isVisible());
+    EXPECT_LT(form.height(), tall);
+    Press(form, "cmdCreateIn");
+    EXPECT_TRUE(In<KeyedList>(form, "lvFavorite")->isVisible());
+}
+
+TEST_F(DialogTest, CommandsFollowTheScreen) {
+    ASSERT_TRUE(StartInDataView());
+    struct Case {
+        int stage;
+        bool favourites, saveAs, find;
+    };
+    const auto check = [&](const Case& c) {
+        const auto enabled = [&](const char* name) { return Find<QAction>(QLatin1String(name))->isEnabled(); };
+        EXPECT_EQ(enabled("mnumnu_Favoritesmnu_AddFavorites"), c.favourites) << c.stage;
+        EXPECT_EQ(IsEnabled(QStringLiteral("Toolbar1_6")), c.favourites) << c.stage;
+        EXPECT_EQ(enabled("mnuFileSaveAs"), c.saveAs) << c.stage;
+        EXPECT_EQ(enabled("mnuEditmnu_find"), c.find) << c.stage;
+        EXPECT_TRUE(enabled("mnuDBSummReport")) << c.stage;
+    };
+    check({3, true, true, false});
+    for (const Case& c : {Case{0, false, false, true}, Case{1, false, false, false}, Case{2, false, false, true}}) {
+        window->GoToStage(c.stage);
+        check(c);
+    }
+    window->GoToHome();
+    check({-1, false, false, true});
+    Type(QStringLiteral("Nowhere"));
+    EXPECT_FALSE(Find<QAction>(QStringLiteral("mnuDBSummReport"))->isEnabled()) << "no database";
+}
+
+TEST_F(DialogTest, AboutTellsTheProductAndTheSystem) {
+    ASSERT_TRUE(Start());
+    frmAbout form(window.get());
+    EXPECT_EQ(In<QLabel>(form, "lblTitle")->text(), QStringLiteral("Sample"));
+    EXPECT_EQ(In<QLabel>(form, "lblVersionNumber")->text(), QStringLiteral("1.0"));
+    Press(form, "cmdDatabase");
+    EXPECT_EQ(messages, QStringList{QStringLiteral("011")}) << "no database is open";
+    QString system;
+    WithNextDialog([&](QDialog& dialog) {
+        system = dialog.findChild<QTextBrowser*>()->toPlainText();
+        Press(dialog, "cmdOK");
+    });
+    Press(form, "cmdSysInfo");
+    EXPECT_TRUE(system.contains(QLatin1String(qVersion()))) << system.toStdString();
+    EXPECT_TRUE(system.contains(CacheFolder));
+    ASSERT_TRUE(QDir().mkpath(Application() + QStringLiteral("/Bin")));
+    QFile text(Application() + QStringLiteral("/Bin/disclaimer.doc"));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("<p>Nobody <b>answers</b> for it.</p>");
+    text.close();
+    QString disclaimer;
+    WithNextDialog([&](QDialog& dialog) {
+        disclaimer = In<QTextBrowser>(dialog, "TXTextControl1")->toPlainText();
+        Press(dialog, "cmdOK");
+    });
+    Press(form, "cmdDiscliamer");
+    EXPECT_EQ(disclaimer, QStringLiteral("Nobody answers for it."));
+}
+
+} // namespace tessaro
