@@ -5,6 +5,7 @@
 #include "Pictures.h"
 #include "SampleDatabase.h"
 #include "Shapefiles.h"
+#include "Sounds.h"
 #include "jet/BulkLoad.h"
 
 #include <fstream>
@@ -19,7 +20,7 @@ namespace {
 // Where the program looks; the names are those that TS.ini gives.
 constexpr const char* kSampleDatabase = "Data/Tessaro World.mdb";
 constexpr const char* kLanguageFolder = "Languages";
-constexpr const char* kEmptyFolders[] = {"Gallery/Presentations", "Favorites", "Sounds",       "AppData",
+constexpr const char* kEmptyFolders[] = {"Gallery/Presentations", "Favorites", "AppData",
                                          "Spreadsheets",          "Maps",      "Presentations"};
 
 class Builder {
@@ -36,6 +37,7 @@ class Builder {
         BuildShapefiles(content_ / "data" / "outlines", target_ / "Maps");
         CopyDocuments();
         DrawPictures();
+        BuildSounds(target_ / "Sounds");
         WriteRegistry();
         BuildSampleDatabase(content_, target_ / kSampleDatabase);
         return std::move(passedOver_);
