@@ -10,7 +10,6 @@
 #include "shell/Favourite.h"
 
 #include <QActionGroup>
-#include <QLocale>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -80,19 +79,6 @@ const Row Rows[] = {
     {"mnuHelp", "", "", Kind::Separator},
     {"mnuHelp", "mnu_Help_5", "TS_AboutTitle", Kind::Command},
 };
-
-/// "French [fr]" in its own language: "français"; the label itself for a code that nobody knows.
-QString OwnNameOf(const QString& label) {
-    const QString code = label.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0);
-    const QLocale locale(code);
-    if (code.isEmpty() || locale.language() == QLocale::C) return label;
-    // The plain language, without the country that the platform adds to English and Spanish.
-    const QString name = QLocale(locale.language()).nativeLanguageName();
-    const QString own = code == QLatin1String("en")   ? QStringLiteral("English")
-                        : code == QLatin1String("es") ? QStringLiteral("español")
-                                                      : name;
-    return own.isEmpty() ? label : own.left(1).toUpper() + own.mid(1);
-}
 
 } // namespace
 
@@ -174,6 +160,20 @@ void MainMenu::FillFavourites() {
         connect(entry, &QAction::triggered, this, [this, path] { Q_EMIT FavouriteChosen(path); });
         favouriteEntries_ << entry;
     }
+}
+
+void MainMenu::FillLanguages() {
+    languages_->clear();
+    auto* group = new QActionGroup(languages_);
+    for (const LanguageFile& file : std::as_const(LanguageFiles)) {
+        QAction* entry = languages_->addAction(OwnNameOf(file.label));
+        entry->setObjectName(QStringLiteral("mnuLanguage_") + file.label);
+        entry->setCheckable(true);
+        entry->setChecked(file.label.compare(Language, Qt::CaseInsensitive) == 0);
+        group->addAction(entry);
+        connect(entry, &QAction::triggered, this, [this, label = file.label] { Q_EMIT LanguageChosen(label); });
+    }
+    languages_->menuAction()->setEnabled(LanguageFiles.size() > 1);
 }
 
 } // namespace tessaro

@@ -91,8 +91,6 @@ bool Tour::Walk(const QString& commandLine) {
         Visit(
             QStringLiteral("favourites"), [this] { return Favourites(); }, false);
         Visit(
-            QStringLiteral("host"), [this] { return Host(); }, false);
-        Visit(
             QStringLiteral("back-and-forward"), [this] { return BackAndForward(); }, false);
         Visit(QStringLiteral("right-to-left"), [this] { return RightToLeft(); });
         Visit(

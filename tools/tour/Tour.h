@@ -47,7 +47,6 @@ class Tour final {
     Finding Statistics();
     Finding Filters();
     Finding Exports();
-    Finding Host();
     Finding SelectionSheet();
     Finding SummaryReport();
     Finding Properties();

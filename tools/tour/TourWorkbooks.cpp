@@ -126,15 +126,6 @@ Tour::Finding Tour::Exports() {
     return {good, QStringLiteral("%1 rows: ").arg(screen->grid().ValueRows()) + sizes.join(QStringLiteral(", "))};
 }
 
-Tour::Finding Tour::Host() {
-    QElapsedTimer clock;
-    clock.start();
-    const bool kept = KeepWorkbook(QStringLiteral("mnuFilePrint"), QStringLiteral("print.xls"), QStringLiteral("host"));
-    QFile::remove(folder_.filePath(QStringLiteral("print.xls")));
-    return {kept,
-            QStringLiteral("the data view as a sheet inside a window, there and back in %1 ms").arg(clock.elapsed())};
-}
-
 Tour::Finding Tour::SelectionSheet() {
     Click(QStringLiteral("picBannerButtons_0"));
     const bool kept = KeepWorkbook(QStringLiteral("mnuFilePrint"), QStringLiteral("selection.xls"), {});
