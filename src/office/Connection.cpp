@@ -265,6 +265,8 @@ void Connection::StartInAdvance() {
 }
 
 void Connection::Quit() {
+    // What was left to be released is released now, and not while the program's libraries are taken down.
+    const auto drain = qScopeGuard([this] { static_cast<void>(state_->worker->Run([] {}, kQuitLimit, [] {})); });
     if (!state_->process) return;
     state_->ending = true;
     if (IsRunning() && state_->connected) {

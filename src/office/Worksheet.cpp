@@ -6,6 +6,7 @@
 
 #include <QRegularExpression>
 
+#include <chrono>
 #include <cmath>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XNamed.hpp>
@@ -15,6 +16,7 @@
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
 #include <com/sun/star/sheet/XViewFreezable.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
+#include <thread>
 
 namespace tessaro::office {
 
@@ -123,7 +125,13 @@ void Worksheet::FreezePanes(int row, int column) {
         const auto view = Need<com::sun::star::sheet::XSpreadsheetView>(controller);
         const auto before = view->getActiveSheet();
         view->setActiveSheet(Document::SheetOf(model, number_));
-        Need<com::sun::star::sheet::XViewFreezable>(controller)->freezeAtPosition(column - 1, row - 1);
+        const auto panes = Need<com::sun::star::sheet::XViewFreezable>(controller);
+        // A view that has just become visible may not take it at once.
+        for (int tries = 0; tries < 5; ++tries) {
+            panes->freezeAtPosition(column - 1, row - 1);
+            if (panes->hasFrozenPanes()) break;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
         view->setActiveSheet(before);
     });
 }

@@ -10,6 +10,7 @@
 #include "shell/Favourite.h"
 
 #include <QActionGroup>
+#include <QLocale>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -79,6 +80,19 @@ const Row Rows[] = {
     {"mnuHelp", "", "", Kind::Separator},
     {"mnuHelp", "mnu_Help_5", "TS_AboutTitle", Kind::Command},
 };
+
+/// "French [fr]" in its own language: "français"; the label itself for a code that nobody knows.
+QString OwnNameOf(const QString& label) {
+    const QString code = label.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0);
+    const QLocale locale(code);
+    if (code.isEmpty() || locale.language() == QLocale::C) return label;
+    // The plain language, without the country that the platform adds to English and Spanish.
+    const QString name = QLocale(locale.language()).nativeLanguageName();
+    const QString own = code == QLatin1String("en")   ? QStringLiteral("English")
+                        : code == QLatin1String("es") ? QStringLiteral("español")
+                                                      : name;
+    return own.isEmpty() ? label : own.left(1).toUpper() + own.mid(1);
+}
 
 } // namespace
 

@@ -23,6 +23,9 @@ class OfficeTest : public ::testing::Test {
         static_cast<void>(set);
     }
 
+    /// What still waits for the process is done with before the program's libraries are taken down.
+    static void TearDownTestSuite() { SpreadsheetApplication::QuitAll(); }
+
     [[nodiscard]] QString File(const char* name) const { return folder_.filePath(QLatin1String(name)); }
     static SpreadsheetApplication& Application() { return SpreadsheetApplication::Instance(); }
 
