@@ -57,7 +57,12 @@ SortPanel::SortPanel(QWidget* parent) : DataPanel(parent), lists_(new SelectionL
     // The order of the chosen columns is their rank; sorting them by name would change it.
     lists_->Selected().header()->setSectionsClickable(false);
     lists_->Selected().header()->setSortIndicatorShown(false);
-    if (auto* sort = lists_->findChild<QToolButton*>(QStringLiteral("cmdSelectedIcon"))) sort->hide();
+    if (auto* sort = lists_->findChild<QToolButton*>(QStringLiteral("cmdSelectedIcon"))) {
+        QSizePolicy room = sort->sizePolicy();
+        room.setRetainSizeWhenHidden(true); // so that the heads of both lists stay on one line
+        sort->setSizePolicy(room);
+        sort->hide();
+    }
     MakeButtons();
     ConnectLists();
 }

@@ -61,6 +61,10 @@ void frmData::MakePanels() {
     connect(presentPanel_, &ActionPanel::Chosen, this, &frmData::picPresentationOptions_Click);
     ui_->picPanels->addWidget(calculatePanel_);
     ui_->picPanels->addWidget(presentPanel_);
+    // The head keeps its height on panels that aren't filtered.
+    QSizePolicy room = ui_->cmdFilters->sizePolicy();
+    room.setRetainSizeWhenHidden(true);
+    ui_->cmdFilters->setSizePolicy(room);
     connect(ui_->chkFilters, &QCheckBox::clicked, this, &frmData::chkFilters_Click);
     connect(ui_->cmdFilters, &QPushButton::clicked, this, &frmData::cmdFilters_Click);
 }

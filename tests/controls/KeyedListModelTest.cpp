@@ -139,6 +139,22 @@ TEST(KeyedListModelTest, TellsItsCountOncePerBatch) {
     EXPECT_EQ(counts.count(), 1) << "nothing new, nothing told";
 }
 
+TEST(KeyedListModelTest, MovesChosenRowsPastTheOthersAndNoFurtherThanTheEnd) {
+    struct Case {
+        QSet<QString> keys;
+        int step;
+        const char* order;
+    };
+    for (const Case& c : {Case{{"c"}, -1, "a c b d"}, Case{{"b"}, 1, "a c b d"}, Case{{"a"}, -1, "a b c d"},
+                          Case{{"d"}, 1, "a b c d"}, Case{{"a", "b"}, -1, "a b c d"}, Case{{"b", "c"}, 1, "a d b c"},
+                          Case{{"b", "d"}, -1, "b a d c"}, Case{{"b"}, 2, "a b c d"}, Case{{}, 1, "a b c d"}}) {
+        KeyedListModel model;
+        model.SetItemsInOrder({Item("a", "4"), Item("b", "3"), Item("c", "2"), Item("d", "1")});
+        model.MoveKeys(c.keys, c.step);
+        EXPECT_EQ(Order(model), QLatin1String(c.order));
+    }
+}
+
 TEST(KeyedListModelTest, FiftyThousandItemsDoNotStall) {
     KeyedListModel model;
     model.SetColumns({QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")});
