@@ -24,6 +24,7 @@ class StageScreen : public QWidget {
     virtual void SelectAll() {}
     virtual void Copy() {}
     virtual void Find() {}
+    virtual void Filter() {}
     virtual void Refresh() {}
     virtual void Print() {}
     virtual void SaveAs() {}

@@ -40,6 +40,7 @@ class frmData final : public StageScreen {
     void SelectAll() override;
     void Copy() override;
     void Find() override;
+    void Filter() override { cmdFilters_Click(); }
     void Refresh() override;
     void Print() override;
     void SaveAs() override;

@@ -181,6 +181,8 @@ void frmData::cmdFilters_Click() {
         ShowMessage(QStringLiteral("041"));
         return;
     }
+    if (option_ != View && option_ != Stats) ShowThisDataOption(View);
+    if (option_ != View && option_ != Stats) return; // a panel with nothing left, which has said so
     // The working tables may be made anew for the count, so the grid lets go of them.
     paging_.Suspend();
     frmDataFilters dialog(filters_, this);

@@ -55,6 +55,7 @@ const Row Rows[] = {
     {"mnuViewToolbar", "mnu_ToolBars_Buttons_0", "mnu_View_ToolBars_StandardBtn", Kind::Checked},
     {"mnuViewToolbar", "mnu_ToolBars_Buttons_1", "mnu_View_ToolBars_AddressBar", Kind::Checked},
     {"mnuView", "mnuViewStatusBar", "mnu_View_StatusBar", Kind::Checked},
+    {"mnuView", "mnuViewFilters", "TS_FiltersButton", Kind::Command, "filter.png", "Ctrl+Shift+F"},
     {"mnuView", "", "", Kind::Separator},
     {"mnuView", "mnuViewLanguage", "PROP GENERAL LANGUAGE", Kind::Menu, "language.png"},
     {"", "mnumnu_Favorites", "TLB_FAVORITES", Kind::Menu},

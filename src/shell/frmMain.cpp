@@ -103,6 +103,7 @@ void frmMain::mnu_Click(const QString& name, bool checked) {
         {QStringLiteral("mnuInfoSheets_3"), [](frmMain& frame, bool) { frame.ShowInformationSheets("THEMES"); }},
         {QStringLiteral("mnuInfoSheets_4"), [](frmMain& frame, bool) { frame.ShowInformationSheets("SOURCES"); }},
         {QStringLiteral("mnuInfoSheets_5"), [](frmMain& frame, bool) { frame.ShowInformationSheets("RIGHTS"); }},
+        {QStringLiteral("mnuViewFilters"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::Filter); }},
         {QStringLiteral("mnu_Help_0"), [](frmMain&, bool) { ShowHelpFileLinks(0); }},
         {QStringLiteral("mnu_Help_2"), [](frmMain&, bool) { ShowHelpFileLinks(2); }},
         {QStringLiteral("mnu_Help_3"), [](frmMain&, bool) { ShowHelpFileLinks(3); }},
@@ -145,6 +146,7 @@ void frmMain::OfferCommands() {
         {"mnuFileSaveAs", screen && screen->CanSaveAs()},
         {"mnuEditmnu_SelectAll", screen != nullptr},
         {"mnuEditmnu_find", finds},
+        {"mnuViewFilters", showsData},
         {"mnumnu_Favoritesmnu_AddFavorites", showsData},
         {"mnuDBSummReport", DatabaseOpen && LanguageInDatabase},
     };

@@ -260,6 +260,21 @@ TEST_F(frmDataOptionsTest, TheCountWalksTheQueryWithoutHarmToTheLoad) {
     EXPECT_EQ(form.grid().ValueRows(), 395) << "counting to the end doesn't end the load";
 }
 
+TEST_F(frmDataOptionsTest, FiltersNeedRowsAndAPanelThatMayBeLeft) {
+    FillData(1, 2, 1);
+    ShowAll();
+    form.ShowThisDataOption(Units);
+    Panels().currentWidget()->findChild<QAbstractButton*>(QStringLiteral("cmdRemoveAll"))->click();
+    form.Filter();
+    EXPECT_EQ(messages, QStringList{QStringLiteral("028")});
+    Panels().currentWidget()->findChild<QAbstractButton*>(QStringLiteral("cmdAddAll"))->click();
+    Run(QStringLiteral("DELETE * FROM Data"));
+    messages.clear();
+    form.Refresh();
+    form.Filter();
+    EXPECT_EQ(messages, (QStringList{QStringLiteral("031"), QStringLiteral("041")}));
+}
+
 class frmDataFiltersTest : public SelectionTest {
   protected:
     frmDataFiltersTest() {
