@@ -35,6 +35,10 @@ QString Shown(qint64 number) {
     return QLocale::system().toString(number);
 }
 
+QString ShownValue(double value) {
+    return QLocale::system().toString(value, 'g', QLocale::FloatingPointShortest);
+}
+
 } // namespace
 
 frmDataFilters::frmDataFilters(const DataFilters& filters, QWidget* parent)
@@ -178,8 +182,8 @@ void frmDataFilters::ShowState() {
         rows.isEmpty() ? WithNumbers("TS_FilterCounting", {Shown(counter_.TotalRows())}) : QString();
     ui_->lblProblem->setText(problem.value_or(counting));
     const auto extent = counter_.Extent();
-    ui_->lblExtent->setText(extent ? WithNumbers("TS_ValuesFromTo", {Typeable(extent->first), Typeable(extent->second)})
-                                   : QString());
+    ui_->lblExtent->setText(
+        extent ? WithNumbers("TS_ValuesFromTo", {ShownValue(extent->first), ShownValue(extent->second)}) : QString());
 }
 
 } // namespace tessaro

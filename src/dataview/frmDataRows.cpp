@@ -203,6 +203,8 @@ void frmData::RemoveRows(const std::vector<int>& rows) {
     }
     if (!list.isEmpty()) DeletedRowNIds += DeletedRowNIds.trimmed().isEmpty() ? list : QLatin1Char(',') + list;
     model_.RemoveRows(rows);
+    // With nothing left to deliver the grid is empty, not loading.
+    if (model_.ValueRows() == 0 && paging_.TotalKnown()) paging_.FinishAtOnce();
     RowFilter = BuildRowFilter(filters_);
 }
 
