@@ -1,6 +1,7 @@
 #include "controls/OfficeHost.h"
 
 #include "office/Error.h"
+#include "office/Profile.h"
 #include "office/SpreadsheetApplication.h"
 #include "session/Strings.h"
 #include "support/ReadXls.h"
@@ -60,6 +61,11 @@ class OfficeHostTest : public test::SessionTest {
     }
     static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
 
+    /// Sends a signal to the hosted program, if it runs: the number 0 would mean all of us.
+    static void Signal(int signal) {
+        if (const qint64 process = office::SpreadsheetApplication::Hosted().ProcessId(); process > 0)
+            ::kill(static_cast<pid_t>(process), signal);
+    }
     /// The keys go to whatever has the keyboard on the display.
     static void Type(const QString& text) {
         QProcess::execute(QStringLiteral("xdotool"),
@@ -227,7 +233,7 @@ TEST_F(OfficeHostTest, IsEnteredAndLeftByKey) {
 TEST_F(OfficeHostTest, SurvivesTheDeathOfTheProcess) {
     ASSERT_TRUE(host_.ShowWorkbook(file_));
     QSignalSpy lost(&host_, &OfficeHost::Lost);
-    ::kill(static_cast<pid_t>(office::SpreadsheetApplication::Hosted().ProcessId()), SIGKILL);
+    Signal(SIGKILL);
     ASSERT_TRUE(lost.wait(3000));
     EXPECT_FALSE(host_.IsOpen());
     EXPECT_FALSE(host_.ErrorText().isEmpty());
@@ -239,7 +245,8 @@ TEST_F(OfficeHostTest, GivesUpOnAProcessThatHangs) {
     auto& hosted = office::SpreadsheetApplication::Hosted();
     hosted.SetTimeLimit(500ms);
     const auto hung = static_cast<pid_t>(hosted.ProcessId());
-    ::kill(hung, SIGSTOP);
+    ASSERT_GT(hung, 0);
+    Signal(SIGSTOP);
     QElapsedTimer timer;
     timer.start();
     EXPECT_FALSE(host_.Save());
@@ -254,12 +261,39 @@ TEST_F(OfficeHostTest, SurvivesADeathWhileItOpens) {
     auto& hosted = office::SpreadsheetApplication::Hosted();
     for (const int delay : {0, 40, 120, 250}) {
         hosted.Start();
-        QTimer::singleShot(delay, &hosted, [&] { ::kill(static_cast<pid_t>(hosted.ProcessId()), SIGKILL); });
+        QTimer::singleShot(delay, &hosted, [] { Signal(SIGKILL); });
         const bool shown = host_.ShowWorkbook(file_);
         EXPECT_EQ(shown, host_.ErrorText().isEmpty());
         QTest::qWait(delay + 50);
     }
     EXPECT_TRUE(host_.ShowWorkbook(file_)) << host_.ErrorText().toStdString();
+}
+
+// The user's own program has another profile; it must outlive everything that happens to ours.
+TEST_F(OfficeHostTest, LeavesTheUsersOwnProgramAlone) {
+    const QTemporaryDir home;
+    QProcess own;
+    const auto start = [&] {
+        own.start(office::ProgramFolder() + QStringLiteral("/soffice.bin"),
+                  {QStringLiteral("--headless"), QStringLiteral("--norestore"), QStringLiteral("--nodefault"),
+                   QStringLiteral("--accept=pipe,name=own_%1;urp").arg(QCoreApplication::applicationPid()),
+                   QStringLiteral("-env:UserInstallation=file://") + home.path()});
+        return own.waitForStarted();
+    };
+    ASSERT_TRUE(start());
+    // A new profile ends its first start by itself.
+    const bool again = own.waitForFinished(6000);
+    ASSERT_TRUE(!again || start());
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    EXPECT_NE(office::SpreadsheetApplication::Hosted().ProcessId(), own.processId());
+    Signal(SIGKILL);
+    QTest::qWait(300);
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    host_.CloseHostedExcel();
+    office::SpreadsheetApplication::QuitAll();
+    EXPECT_FALSE(own.waitForFinished(500)) << "it was ended with ours";
+    own.kill();
+    own.waitForFinished();
 }
 
 TEST_F(OfficeHostTest, TellsThatTheProgramIsMissing) {
