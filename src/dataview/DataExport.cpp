@@ -1,7 +1,7 @@
 #include "dataview/DataExport.h"
 
 #include "controls/SheetLook.h"
-#include "dataview/DisplayValue.h"
+#include "session/DisplayValue.h"
 #include "dataview/GridQuery.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"

@@ -1,6 +1,6 @@
 #include "dataview/GridModel.h"
 
-#include "dataview/DisplayValue.h"
+#include "session/DisplayValue.h"
 #include "dataview/GridQuery.h"
 #include "jet/Functions.h"
 #include "session/Query.h"

@@ -1,6 +1,6 @@
 #include "dataview/StatisticsModel.h"
 
-#include "dataview/DisplayValue.h"
+#include "session/DisplayValue.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 

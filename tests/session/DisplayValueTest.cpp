@@ -1,4 +1,4 @@
-#include "dataview/DisplayValue.h"
+#include "session/DisplayValue.h"
 
 #include <gtest/gtest.h>
 

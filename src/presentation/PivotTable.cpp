@@ -1,0 +1,139 @@
+#include "presentation/PivotTable.h"
+
+#include "session/Query.h"
+#include "session/Strings.h"
+
+#include <QCollator>
+
+#include <algorithm>
+#include <numeric>
+
+namespace tessaro {
+
+namespace {
+
+PivotColumn ColumnOf(const QString& name, const PivotQuery& query, PivotHeaders& headers) {
+    if (query.ColCount == 0) return {GetText(QStringLiteral("Comm_Datavalue")).remove(QLatin1Char('&')), {}};
+    return {headers.DecodePivotHeader(name).replace(CodeSeparator, QStringLiteral("\n")),
+            headers.PartOf(PivotField::Indicator, name)};
+}
+
+void ReadHeads(const jet::Recordset& rows, const PivotQuery& query, PivotTable& table,
+               const std::function<void(int)>& progress) {
+    PivotHeaders headers(query.PivotKeyList);
+    const int fields = static_cast<int>(rows.FieldCount());
+    for (int i = 0; i < fields; ++i) {
+        const QString name = QString::fromStdString(rows.Field(static_cast<std::size_t>(i)).name);
+        if (i < query.RowCount)
+            table.rowFields.push_back(FieldOfName(name).value_or(PivotField::TimePeriod));
+        else
+            table.columns.push_back(ColumnOf(name, query, headers));
+        if (progress) progress(100 * (i + 1) / fields);
+    }
+}
+
+/// How a value sorts: 0 numbers, 1 texts, 2 nothing.
+struct SortValue {
+    int kind = 2;
+    double number = 0;
+    QString text;
+};
+
+SortValue SortValueOf(const QString& value) {
+    if (value.isEmpty()) return {};
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    return isNumber ? SortValue{0, number, {}} : SortValue{1, 0, value};
+}
+
+bool Before(const SortValue& a, const SortValue& b, bool ascending) {
+    if (a.kind == 2 || b.kind == 2) return a.kind < b.kind;
+    const SortValue& first = ascending ? a : b;
+    const SortValue& second = ascending ? b : a;
+    if (first.kind != second.kind) return first.kind < second.kind;
+    if (first.kind == 0) return first.number < second.number;
+    return first.text.compare(second.text, Qt::CaseInsensitive) < 0;
+}
+
+template <class T> void Reorder(std::vector<T>& items, const std::vector<std::size_t>& order) {
+    std::vector<T> sorted;
+    sorted.reserve(items.size());
+    for (const std::size_t from : order)
+        sorted.push_back(std::move(items[from]));
+    items = std::move(sorted);
+}
+
+std::vector<std::size_t> Numbers(std::size_t count) {
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    return order;
+}
+
+} // namespace
+
+PivotCell SplitFootnote(const QString& value) {
+    const qsizetype at = value.lastIndexOf(CodeSeparator);
+    if (at < 0) return {value.trimmed(), 0};
+    bool isNumber = false;
+    const qint64 footnote = value.mid(at + CodeSeparator.size()).toLongLong(&isNumber);
+    return {value.left(at).trimmed(), isNumber ? footnote : 0};
+}
+
+QString PivotTable::IndicatorOf(int row, int column) const {
+    const auto onRows = std::find(rowFields.begin(), rowFields.end(), PivotField::Indicator);
+    if (onRows == rowFields.end()) return columns.at(static_cast<std::size_t>(column)).indicator;
+    return rowTexts.at(static_cast<std::size_t>(row)).value(onRows - rowFields.begin());
+}
+
+bool PivotTable::HasFootnotes() const {
+    return std::any_of(cells.begin(), cells.end(), [](const std::vector<PivotCell>& row) {
+        return std::any_of(row.begin(), row.end(), [](const PivotCell& cell) { return cell.footnote != 0; });
+    });
+}
+
+void PivotTable::SortColumns() {
+    QCollator collator;
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    std::vector<std::size_t> order = Numbers(columns.size());
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return collator.compare(columns[a].head, columns[b].head) < 0;
+    });
+    Reorder(columns, order);
+    for (std::vector<PivotCell>& row : cells)
+        Reorder(row, order);
+}
+
+void PivotTable::SortRows(int column, bool ascending) {
+    if (column < 0 || column >= ColumnCount()) return;
+    std::vector<SortValue> keys;
+    for (const std::vector<PivotCell>& row : cells)
+        keys.push_back(SortValueOf(row[static_cast<std::size_t>(column)].value));
+    std::vector<std::size_t> order = Numbers(cells.size());
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return Before(keys[a], keys[b], ascending); });
+    Reorder(rowTexts, order);
+    Reorder(cells, order);
+}
+
+PivotTable ReadPivot(const PivotQuery& query, const std::function<void(int)>& progress) {
+    PivotTable table;
+    if (query.PivotSQL.isEmpty()) return table;
+    Records records = Select(query.PivotSQL);
+    if (!records.isOpen() || records.isEmpty()) return table;
+    ReadHeads(records.rows(), query, table, progress);
+    const std::size_t fields = static_cast<std::size_t>(query.RowCount);
+    for (; !records.atEnd(); records.MoveNext()) {
+        QStringList texts;
+        for (std::size_t i = 0; i < fields; ++i)
+            texts << records.Text(i);
+        std::vector<PivotCell> cells;
+        cells.reserve(table.columns.size());
+        for (std::size_t i = 0; i < table.columns.size(); ++i)
+            cells.push_back(SplitFootnote(records.Text(fields + i)));
+        table.rowTexts.push_back(std::move(texts));
+        table.cells.push_back(std::move(cells));
+    }
+    return table;
+}
+
+} // namespace tessaro

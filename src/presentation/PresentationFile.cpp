@@ -1,0 +1,51 @@
+#include "presentation/PresentationFile.h"
+
+#include "session/Strings.h"
+
+#include <QLocale>
+
+namespace tessaro {
+
+namespace {
+
+constexpr qsizetype kLongestStem = 150; ///< bytes; the name grows by "_0", the kind of presentation and ".xls"
+
+bool IsForbidden(QChar c) {
+    return c.unicode() < 32 || c.unicode() == 127 || QStringLiteral("\\/:*?\"<>|").contains(c);
+}
+
+} // namespace
+
+QString ShowOutcome::Message() const {
+    const auto counted = [this](const char* key) {
+        return GetText(QLatin1String(key)).replace(QStringLiteral("%1"), QLocale::system().toString(count));
+    };
+    switch (result) {
+    case ShowResult::Built: return {};
+    case ShowResult::NoRows: return GetText(QStringLiteral("253"));
+    case ShowResult::NoData: return GetText(QStringLiteral("256"));
+    case ShowResult::TemplateMissing: return GetText(QStringLiteral("011"));
+    case ShowResult::TooManyColumns:
+        return counted("TS_TooManyColumns").replace(QStringLiteral("%2"), CaptionOf(field));
+    case ShowResult::TooManyRows: return counted("TS_TooManyRows");
+    }
+    return {};
+}
+
+QString CleanedTitle(const QString& title, const QString& fallback) {
+    QString name = title;
+    name.remove(QStringLiteral(".xls"), Qt::CaseInsensitive);
+    for (QChar& c : name)
+        if (IsForbidden(c)) c = QLatin1Char('_');
+    while (name.toUtf8().size() > kLongestStem)
+        name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
+    name = name.trimmed();
+    while (name.startsWith(QLatin1Char('.')) || name.startsWith(QLatin1Char('-')))
+        name.remove(0, 1); // neither hidden nor taken for an option
+    while (name.endsWith(QLatin1Char('.')))
+        name.chop(1);
+    name = name.trimmed();
+    return name.isEmpty() ? fallback : name;
+}
+
+} // namespace tessaro

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "office/Workbook.h"
+#include "presentation/RowsColumns.h"
+
+#include <QString>
+
+#include <functional>
+
+namespace tessaro {
+
+/// Where a wizard shows how far its work is. What isn't set isn't told.
+struct WizardProgress {
+    std::function<void(int)> main = {};
+    std::function<void(int)> child = {};
+    std::function<void(const QString& key)> label = {};
+
+    void Main(int percent) const {
+        if (main) main(percent);
+    }
+    void Child(int percent) const {
+        if (child) child(percent);
+    }
+    void Label(const char* key) const {
+        if (label) label(QLatin1String(key));
+    }
+};
+
+/// How ShowXLS ended. Anything but Built leaves no workbook.
+enum class ShowResult {
+    Built,
+    NoRows,          ///< nothing stands on the rows: key "253"
+    NoData,          ///< key "256"
+    TemplateMissing, ///< key "011"
+    TooManyColumns,  ///< the crosstab would have `count` columns; `field` is the one to move to the rows
+    TooManyRows      ///< the table would have `count` rows
+};
+struct ShowOutcome {
+    ShowResult result = ShowResult::Built;
+    QString WorkbookFile = {};
+    int count = 0;
+    PivotField field = PivotField::Indicator;
+
+    /// The message for the user; empty for Built.
+    [[nodiscard]] QString Message() const;
+};
+
+/// A title as part of a file's name: without ".xls", with "_" for characters that names can't have, not too long for
+/// any disk; `fallback` when nothing is left.
+[[nodiscard]] QString CleanedTitle(const QString& title, const QString& fallback);
+/// Most rows of a table; below it notes and sources must find room.
+constexpr int MostTableRows = 60000;
+
+} // namespace tessaro

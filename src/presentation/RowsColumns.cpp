@@ -1,0 +1,145 @@
+#include "presentation/RowsColumns.h"
+
+#include "session/ErrorSink.h"
+#include "session/Query.h"
+#include "session/Session.h"
+
+#include <algorithm>
+
+namespace tessaro {
+
+RowsColumns::FieldList RowsColumns::Available() const {
+    FieldList fields;
+    for (int i = 0; i < PivotFieldCount; ++i)
+        if (PlacementOf(static_cast<PivotField>(i)) == Placement::Unused) fields.push_back(static_cast<PivotField>(i));
+    return fields;
+}
+
+Placement RowsColumns::PlacementOf(PivotField field) const {
+    if (std::find(columns_.begin(), columns_.end(), field) != columns_.end()) return Placement::Column;
+    if (std::find(rows_.begin(), rows_.end(), field) != rows_.end()) return Placement::Row;
+    return Placement::Unused;
+}
+
+void RowsColumns::Place(PivotField field, Placement placement) {
+    if (PlacementOf(field) != placement) PlaceAt(field, placement, PivotFieldCount);
+}
+
+void RowsColumns::PlaceAt(PivotField field, Placement placement, int position) {
+    std::erase(rows_, field);
+    std::erase(columns_, field);
+    if (placement == Placement::Unused) return;
+    FieldList& list = placement == Placement::Row ? rows_ : columns_;
+    list.insert(list.begin() + std::clamp(position, 0, static_cast<int>(list.size())), field);
+}
+
+void RowsColumns::Reset() {
+    rows_.clear();
+    columns_.clear();
+}
+
+void RowsColumns::SetDefaultRowsColumns() {
+    const ErrorTrap trap("SetDefaultRowsColumns");
+    Reset();
+    const auto several = [](PivotField field) { return GetDistinctCount(field) > 1; };
+    const bool areas = several(PivotField::AreaID);
+    const bool indicators = several(PivotField::Indicator);
+    const bool subpops = several(PivotField::Subpop);
+    const bool units = several(PivotField::Unit);
+    const bool times = several(PivotField::TimePeriod);
+    const bool sources = several(PivotField::Source);
+    if (areas || (!times && !sources)) rows_ = {PivotField::AreaID, PivotField::AreaName};
+    if (times) rows_.push_back(PivotField::TimePeriod);
+    if (sources) rows_.push_back(PivotField::Source);
+    if (indicators) columns_.push_back(PivotField::Indicator);
+    if (units) columns_.push_back(PivotField::Unit);
+    if (subpops) columns_.push_back(PivotField::Subpop);
+}
+
+RowsColumns::FieldList RowsColumns::Build_Records(const std::function<void(int)>& progress) {
+    const ErrorTrap trap("Build_Records");
+    FieldList moved;
+    FieldList leftAside;
+    for (int i = 0; i < PivotFieldCount; ++i) {
+        const auto field = static_cast<PivotField>(i);
+        if (progress) progress(20 + 15 * i);
+        if (PlacementOf(field) != Placement::Unused || field == PivotField::AreaName) continue;
+        // Names tell areas apart as a rule; where two areas share one, the id is needed as well, so it is tested too.
+        leftAside.push_back(field);
+        if (field == PivotField::AreaID && PlacementOf(PivotField::AreaName) == Placement::Unused)
+            leftAside.push_back(PivotField::AreaName);
+        if (!MultipleExists(leftAside)) continue;
+        std::erase(leftAside, field);
+        Place(field, Placement::Row);
+        moved.push_back(field);
+    }
+    return moved;
+}
+
+namespace {
+
+/// The group list of MultipleExists: all fields in a fixed order without those that are left aside.
+QString GroupList(const RowsColumns::FieldList& leftAside) {
+    constexpr struct {
+        PivotField field;
+        const char* text;
+    } kGroups[] = {{PivotField::TimePeriod, "T.TimePeriod"}, {PivotField::Indicator, "IUS.[Indicator]"},
+                   {PivotField::Source, "IUS.Source"},       {PivotField::AreaID, "A.AreaId"},
+                   {PivotField::AreaName, "A.AreaName"},     {PivotField::Unit, "IUS.Unit"},
+                   {PivotField::Subpop, "IUS.Subpop"}};
+    QStringList groups;
+    for (const auto& group : kGroups)
+        if (std::find(leftAside.begin(), leftAside.end(), group.field) == leftAside.end())
+            groups << QLatin1String(group.text);
+    return groups.join(QLatin1Char(','));
+}
+
+QString DistinctStatement(PivotField field) {
+    return QStringLiteral("SELECT DISTINCT ") + KeyOf(field) +
+           QStringLiteral(" FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS D INNER JOIN "
+                          "_SelTimePeriod AS  T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = D.AreaNId) ON "
+                          "(IUS.IUSNId = D.IUSNId) AND  (IUS.SourceNId = D.SourceNId) WHERE IUS.Deleted=False ") +
+           RowFilter;
+}
+
+} // namespace
+
+bool MultipleExists(const RowsColumns::FieldList& leftAside) {
+    if (leftAside.empty()) return false;
+    const QString f = KeyOf(leftAside.front());
+    const QString groups = GroupList(leftAside);
+    QString sql = QStringLiteral("SELECT Count(") + f +
+                  QStringLiteral(") AS CoutField  FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS "
+                                 "D INNER  JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId "
+                                 "= D.AreaNId)  ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  WHERE "
+                                 "IUS.Deleted = False ") +
+                  RowFilter;
+    if (!groups.isEmpty()) sql += QStringLiteral(" GROUP BY ") + groups;
+    sql += QStringLiteral(" ORDER BY Count(") + f + QStringLiteral(") DESC");
+    const Records counts = Select(sql);
+    return !counts.atEnd() && counts.Number(std::size_t{0}) > 1;
+}
+
+QString GetDistinctVal(PivotField field) {
+    Records values = Select(DistinctStatement(field));
+    return !values.atEnd() && values.rows().RecordCount() == 1 ? values.Text(std::size_t{0}) : QString();
+}
+
+int GetDistinctCount(PivotField field) {
+    Records values = Select(
+        QStringLiteral("SELECT DISTINCT ") + KeyOf(field) +
+        QStringLiteral(" FROM ((_SelIUSNId AS IUS INNER JOIN Data AS D ON (IUS.SourceNId = D.SourceNId)  AND "
+                       "(IUS.IUSNId = D.IUSNId)) INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId)  "
+                       "INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId WHERE IUS.Deleted = False "));
+    return values.isOpen() ? static_cast<int>(values.rows().RecordCount()) : 0;
+}
+
+QStringList DistinctValues(PivotField field, int most) {
+    QStringList found;
+    for (Records values = Select(DistinctStatement(field) + QStringLiteral(" ORDER BY ") + KeyOf(field));
+         !values.atEnd() && found.size() < most; values.MoveNext())
+        found << values.Text(std::size_t{0});
+    return found;
+}
+
+} // namespace tessaro

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "office/Workbook.h"
+#include "presentation/PivotTable.h"
+
+#include <QString>
+
+#include <functional>
+#include <map>
+#include <vector>
+
+namespace tessaro {
+
+/// A font as a text box of the options page holds it.
+struct TableFont {
+    QString name;
+    double size = 10;
+    bool bold = false;
+    bool italic = false;
+
+    [[nodiscard]] office::CellStyle Style() const;
+    bool operator==(const TableFont&) const = default;
+};
+
+/// True while the program speaks the language that the product is written in.
+[[nodiscard]] bool LanguageIsEnglish();
+/// A font for texts of the data: the language's name and size where that isn't English, the weight of the one given.
+[[nodiscard]] TableFont TextFont(const TableFont& body);
+
+/// Collects looks of cells and writes them one look after the other, each in runs down a column.
+class LookCollector final {
+  public:
+    /// Cells of a column must come from top to bottom.
+    void Add(int row, int column, const office::CellStyle& look);
+    void WriteTo(const office::Worksheet& sheet) const;
+
+  private:
+    struct Run {
+        int column;
+        int first;
+        int last;
+    };
+    struct Look {
+        office::CellStyle style;
+        std::vector<Run> runs;
+        std::map<int, std::size_t> latest; ///< by column
+    };
+    std::vector<Look> looks_;
+};
+
+/// A data value as a cell: a number where it reads as one, else its text.
+[[nodiscard]] office::Cell ValueCell(const QString& value);
+/// The number format that shows a value with the decimals that it has; "General" where it has an exponent or is text.
+[[nodiscard]] QString ValueFormat(const QString& value);
+/// A value as text, as it is displayed.
+[[nodiscard]] QString ValueText(const QString& value);
+
+/// Finds widths of columns from their texts.
+class ColumnWidths final {
+  public:
+    /// Longest text of a head, which is wrapped, and of any other cell, in characters.
+    static constexpr int WidestHead = 28;
+    static constexpr int WidestCell = 60;
+
+    void AddHead(int column, const QString& text);
+    void Add(int column, const QString& text);
+    /// A cell that is longer than the widest, so that it has to be wrapped.
+    [[nodiscard]] bool Wraps(int column) const;
+    void WriteTo(office::Worksheet& sheet) const;
+
+  private:
+    std::map<int, int> widths_;
+    std::map<int, bool> wraps_;
+};
+
+/// The texts of the sources that the values come from.
+[[nodiscard]] QStringList SourcesOfSelection();
+/// The text of a footnote; a null text when there is none.
+[[nodiscard]] QString FootnoteText(qint64 id);
+
+/// Fills the sheets of all values (the first at `first`, more behind the last sheet when one doesn't hold them) and of
+/// sources. A data sheet that has its head already stays as it is.
+void WriteDataList(office::Workbook& book, int first, const TableFont& font);
+void WriteSourceSheet(office::Worksheet sheet, const TableFont& font);
+/// Landscape, as wide as the page, numbered pages, heads repeated.
+void SetUpPage(office::Worksheet& sheet, int titleRows);
+
+} // namespace tessaro

@@ -1,0 +1,305 @@
+#include "presentation/TableWorkbook.h"
+
+#include "office/SpreadsheetApplication.h"
+#include "platform/Paths.h"
+#include "session/ErrorSink.h"
+#include "session/Session.h"
+#include "session/Strings.h"
+#include "session/TempFiles.h"
+
+#include <algorithm>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kWhite = 2;
+constexpr int kRed = 3;
+constexpr int kDarkRed = 9;
+constexpr int kGray = 16;
+constexpr int kLightGray = 15;
+constexpr int kLegendLines = 3;
+constexpr int kBlanksBehindNumber = 10;
+constexpr double kGapHeight = 5; ///< points, of the empty rows below the titles
+
+QString Plain(const char* key) {
+    return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
+}
+
+} // namespace
+
+TableLayout::TableLayout(int rows, bool addColor)
+    : DataEnd(HeaderRow + rows), LegendRow(addColor ? HeaderRow + rows + 1 : 0),
+      LastRow(addColor ? LegendRow + 5 : HeaderRow + rows + 2) {}
+
+TableWorkbook::TableWorkbook(office::Workbook book, const PivotTable& table, const TableOptions& options,
+                             const WizardProgress& progress)
+    : book_(std::move(book)), sheet_(book_.Sheet(1)), table_(table), options_(options), progress_(progress),
+      layout_(table.RowCount(), options.addColor) {}
+
+void TableWorkbook::Write() {
+    if (options_.addColor)
+        for (int i = 0; i < RangeCount; ++i)
+            book_.SetColors(FirstRangeSlot + i, options_.ranges.colors[static_cast<std::size_t>(i)]);
+    book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
+    sheet_.SetName(Plain("Table"));
+    progress_.Label("Setting Title/Subtitle");
+    WriteTitles();
+    progress_.Label("Filling Headers");
+    WriteHeads();
+    progress_.Label("Filling Data Values");
+    WriteValues();
+    if (options_.addColor) WriteLegend();
+    WriteSources(WriteFootnotes());
+    Dress();
+    progress_.Label("Setting the Body Font - sheet 2");
+    WriteDataList(book_, 2, options_.bodyFont);
+    WriteSourceSheet(book_.Sheet(3), options_.bodyFont);
+    book_.ActivateSheet(1);
+    book_.Save();
+}
+
+void TableWorkbook::WriteTitles() {
+    const auto write = [this](int row, const QString& text, const TableFont& font) {
+        office::CellStyle look = font.Style();
+        look.horizontal = office::Align::Left;
+        look.numberFormat = QStringLiteral("@");
+        sheet_.Cells(row, 1).SetStyle(look);
+        if (!text.isEmpty()) sheet_.Cells(row, 1).SetValue(text);
+    };
+    write(1, options_.title, options_.titleFont);
+    write(2, options_.subTitle, options_.subTitleFont);
+}
+
+void TableWorkbook::WriteHeads() {
+    std::vector<office::Cell> heads;
+    for (int i = 0; i < table_.FieldCount(); ++i) {
+        const QString caption = CaptionOf(table_.rowFields[static_cast<std::size_t>(i)]);
+        widths_.AddHead(i + 1, caption);
+        heads.emplace_back(caption);
+    }
+    for (int i = 0; i < table_.ColumnCount(); ++i) {
+        const QString& head = table_.columns[static_cast<std::size_t>(i)].head;
+        widths_.AddHead(table_.FieldCount() + i + 1, head);
+        heads.emplace_back(head);
+    }
+    const int fields = table_.FieldCount();
+    const int header = TableLayout::HeaderRow;
+    office::CellStyle text = TextFont(options_.bodyFont).Style();
+    text.wrapText = true;
+    text.numberFormat = QStringLiteral("@");
+    text.vertical = office::VerticalAlign::Bottom;
+    text.horizontal = office::Align::Left;
+    sheet_.Cells(header, 1, header, fields).SetStyle(text);
+    text.horizontal = office::Align::Right;
+    sheet_.Cells(header, fields + 1, header, LastColumn()).SetStyle(text);
+    sheet_.Cells(header, 1).SetValues({heads});
+}
+
+int TableWorkbook::FootnoteNumber(qint64 id) {
+    const auto found = footnoteNumbers_.constFind(id);
+    if (found != footnoteNumbers_.constEnd()) return *found;
+    arrFootnotes_.push_back(id);
+    const int number = static_cast<int>(arrFootnotes_.size());
+    footnoteNumbers_.insert(id, number);
+    return number;
+}
+
+int TableWorkbook::SetCellBGColor(int row, int column) const {
+    if (!options_.addColor) return -1;
+    const ColorRanges* record = options_.ranges.Find(table_.IndicatorOf(row, column));
+    const QString& value = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)].value;
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    return record && isNumber ? record->SlotOf(number) : -1;
+}
+
+void TableWorkbook::WriteValues() {
+    const int first = TableLayout::FirstDataRow;
+    const int fields = table_.FieldCount();
+    office::Block block;
+    LookCollector formats;
+    LookCollector colors;
+    for (int row = 0; row < table_.RowCount(); ++row) {
+        std::vector<office::Cell> line;
+        const QStringList& texts = table_.rowTexts[static_cast<std::size_t>(row)];
+        for (int i = 0; i < fields; ++i) {
+            widths_.Add(i + 1, texts[i]);
+            line.emplace_back(texts[i]);
+        }
+        for (int column = 0; column < table_.ColumnCount(); ++column) {
+            const PivotCell& cell = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+            const int sheetColumn = fields + column + 1;
+            const bool marked = cell.footnote != 0 && !cell.value.isEmpty();
+            line.push_back(marked ? office::Cell() : ValueCell(cell.value));
+            if (cell.value.isEmpty()) continue;
+            if (marked) marks_.push_back({first + row, sheetColumn, ValueText(cell.value), FootnoteNumber(cell.footnote)});
+            widths_.Add(sheetColumn, ValueText(cell.value) + (marked ? QStringLiteral("  ") : QString()));
+            formats.Add(first + row, sheetColumn, {.numberFormat = ValueFormat(cell.value)});
+            if (const int slot = SetCellBGColor(row, column); slot > -1)
+                colors.Add(first + row, sheetColumn, {.interiorColorIndex = slot});
+        }
+        block.push_back(std::move(line));
+        if (row % 256 == 0) progress_.Child(100 * row / table_.RowCount());
+    }
+    progress_.Label("Setting the Body Font");
+    office::CellStyle values = BodyLook();
+    values.horizontal = office::Align::Right;
+    values.vertical = office::VerticalAlign::Top;
+    sheet_.Cells(first, fields + 1, layout_.DataEnd, LastColumn()).SetStyle(values);
+    office::CellStyle texts = TextFont(options_.bodyFont).Style();
+    texts.numberFormat = QStringLiteral("@");
+    texts.horizontal = office::Align::Left;
+    texts.vertical = office::VerticalAlign::Top;
+    sheet_.Cells(first, 1, layout_.DataEnd, fields).SetStyle(texts);
+    for (int i = 1; i <= fields; ++i)
+        if (widths_.Wraps(i)) sheet_.Cells(first, i, layout_.DataEnd, i).SetStyle({.wrapText = true});
+    formats.WriteTo(sheet_);
+    if (options_.formatTable) FormatTable();
+    colors.WriteTo(sheet_);
+    sheet_.Cells(first, 1).SetValues(block);
+    WriteMarks();
+}
+
+// Text with a look of its own within a cell costs several calls each, so only the marked cells get it.
+void TableWorkbook::WriteMarks() {
+    const office::CellStyle body = BodyLook();
+    office::CellStyle mark;
+    mark.fontName = body.fontName;
+    mark.fontSize = body.fontSize;
+    mark.bold = false;
+    mark.italic = false;
+    mark.fontColorIndex = kRed;
+    int done = 0;
+    for (const Mark& cell : marks_) {
+        sheet_.Cells(cell.row, cell.column)
+            .SetRichText({{cell.value + QLatin1Char(' '), false, body}, {QString::number(cell.number), true, mark}});
+        progress_.Child(100 * ++done / static_cast<int>(marks_.size()));
+    }
+}
+
+void TableWorkbook::WriteLegend() {
+    office::CellStyle look = BodyLook();
+    look.horizontal = office::Align::Left;
+    const char* const texts[kLegendLines] = {"Table Color3", "Table Color2", "Table Color1"};
+    for (int i = 0; i < kLegendLines; ++i) {
+        const int row = layout_.LegendRow + i;
+        sheet_.Cells(row, 1).SetStyle({.interiorColorIndex = FirstRangeSlot + i});
+        sheet_.Cells(row, 2).SetStyle(look);
+        sheet_.Cells(row, 2).SetValue(Plain(texts[i]));
+    }
+}
+
+int TableWorkbook::WriteFootnotes() {
+    if (arrFootnotes_.empty()) return layout_.LastRow;
+    int row = layout_.LastRow;
+    office::CellStyle head = BodyLook();
+    head.bold = true;
+    head.italic = true;
+    head.horizontal = office::Align::Left;
+    sheet_.Cells(row, 1).SetStyle(head);
+    sheet_.Cells(row, 1).SetValue(Plain("FootNotes"));
+    sheet_.Cells(row, 1, row, LastColumn()).SetBorders(office::EdgeTop, {});
+    const office::CellStyle body = TextFont(options_.bodyFont).Style();
+    office::CellStyle left = body;
+    left.horizontal = office::Align::Left;
+    for (std::size_t i = 0; i < arrFootnotes_.size(); ++i) {
+        const QString text = FootnoteText(arrFootnotes_[i]);
+        if (text.isNull()) continue; // the number is taken all the same
+        ++row;
+        sheet_.Cells(row, 1).SetStyle(left);
+        sheet_.Cells(row, 1).SetRichText({{QString::number(i + 1), true, body},
+                                          {QString(kBlanksBehindNumber, QLatin1Char(' ')) + text, false, body}});
+    }
+    return row + 2;
+}
+
+void TableWorkbook::WriteSources(int row) {
+    office::CellStyle look = TextFont(options_.bodyFont).Style();
+    look.horizontal = office::Align::Left;
+    look.numberFormat = QStringLiteral("@");
+    office::Block block{{Plain("Comm_Source")}};
+    for (const QString& source : SourcesOfSelection())
+        block.push_back({source});
+    const int last = row + static_cast<int>(block.size()) - 1;
+    sheet_.Cells(row, 1, last, 1).SetStyle(look);
+    sheet_.Cells(row, 1).SetStyle({.underline = true});
+    sheet_.Cells(row, 1).SetValues(block);
+}
+
+void TableWorkbook::FormatTable() {
+    const int header = TableLayout::HeaderRow;
+    office::Range head = sheet_.Cells(header, 1, header, LastColumn());
+    head.SetStyle({.fontColorIndex = kWhite, .interiorColorIndex = kGray});
+    sheet_.Cells(TableLayout::FirstDataRow, 1, layout_.DataEnd, table_.FieldCount())
+        .SetStyle({.fontColorIndex = kDarkRed, .interiorColorIndex = RowHeadSlot});
+}
+
+void TableWorkbook::DrawBorders() {
+    progress_.Label("Filling borders");
+    if (options_.addColor)
+        sheet_.Cells(TableLayout::HeaderRow, 1, layout_.DataEnd, LastColumn())
+            .SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, kLightGray});
+    if (!options_.formatTable) return;
+    office::Range head = sheet_.Cells(TableLayout::HeaderRow, 1, TableLayout::HeaderRow, LastColumn());
+    head.SetBorders(office::EdgeTop, {});
+    head.SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, 1});
+}
+
+void TableWorkbook::Dress() {
+    progress_.Label("Autofit");
+    widths_.WriteTo(sheet_);
+    sheet_.Cells(TableLayout::HeaderRow, 1).AutoFitRows();
+    for (int i = 1; i <= table_.FieldCount(); ++i)
+        if (widths_.Wraps(i)) sheet_.Cells(TableLayout::FirstDataRow, i, layout_.DataEnd, i).AutoFitRows();
+    for (int row = 3; row < TableLayout::HeaderRow; ++row)
+        sheet_.SetRowHeight(row, kGapHeight);
+    DrawBorders();
+    sheet_.FreezePanes(TableLayout::FirstDataRow, table_.FieldCount() + 1);
+    SetUpPage(sheet_, TableLayout::HeaderRow);
+}
+
+QString TemplateFile(const QString& name) {
+    const QString file = FindPath(JoinPath({AppPath, QStringLiteral("bin/TEMPLATE"), name}));
+    return FileExists(file) ? file : QString();
+}
+
+ShowOutcome PrepareTable(RowsColumns& arrangement, PivotTable& table, const WizardProgress& progress) {
+    progress.Main(5);
+    CreateDistinctIUSTables();
+    progress.Main(20);
+    arrangement.Build_Records([&](int percent) { progress.Child(std::min(percent, 100)); });
+    progress.Main(40);
+    if (arrangement.Rows().empty()) return {ShowResult::NoRows};
+    const int columns = CountPivotColumns(arrangement);
+    if (columns + static_cast<int>(arrangement.Rows().size()) > MostPivotColumns)
+        return {ShowResult::TooManyColumns, {}, columns, WidestColumnField(arrangement)};
+    table = ReadPivot(BuildPivotSQL(arrangement, ShowFootnotes), [&](int percent) { progress.Child(percent); });
+    if (table.RowCount() == 0) return {ShowResult::NoData};
+    if (table.RowCount() > MostTableRows) return {ShowResult::TooManyRows, {}, table.RowCount()};
+    progress.Label("SETTING THE ORDER BY CLAUSE");
+    if (!arrangement.Columns().empty()) table.SortColumns();
+    return {};
+}
+
+ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options, const WizardProgress& progress) {
+    const ErrorTrap trap("ShowXLS");
+    PivotTable table;
+    ShowOutcome outcome = PrepareTable(arrangement, table, progress);
+    if (outcome.result != ShowResult::Built) return outcome;
+    if (options.sort) table.SortRows(options.sortColumn, options.sortAscending);
+    const QString templateFile = TemplateFile(QStringLiteral("TableTmp.Xls"));
+    if (templateFile.isEmpty()) return {ShowResult::TemplateMissing};
+    const QString stem = CleanedTitle(options.title, Plain("Table"));
+    outcome.WorkbookFile = JoinPath({TempFolder, GetFreeFileName(stem)});
+    progress.Label("Setting the Excel Objects");
+    office::Workbook book =
+        office::SpreadsheetApplication::Instance().OpenCopy(templateFile, outcome.WorkbookFile);
+    progress.Main(65);
+    TableWorkbook(book, table, options, progress).Write();
+    book.Close(false);
+    progress.Main(100);
+    return outcome;
+}
+
+} // namespace tessaro

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "presentation/PresentationFile.h"
+#include "presentation/SheetParts.h"
+#include "presentation/ValueRanges.h"
+
+#include <QHash>
+#include <QString>
+
+namespace tessaro {
+
+/// What the options page of the table wizard says.
+struct TableOptions {
+    QString title;
+    QString subTitle;
+    TableFont titleFont{{}, 14, true, false};
+    TableFont subTitleFont{{}, 11, false, false};
+    TableFont bodyFont{};
+    bool formatTable = true; ///< chkFormatTable
+    bool sort = false;       ///< chkSort: by the column of values sortColumn, counted from 0
+    int sortColumn = 0;
+    bool sortAscending = true;
+    bool addColor = false; ///< chkAddColor
+    ValueRanges ranges;
+};
+
+/// Rows of the sheet.
+struct TableLayout {
+    static constexpr int HeaderRow = 7;
+    static constexpr int FirstDataRow = 8;
+
+    explicit TableLayout(int rows, bool addColor);
+    int DataEnd;   ///< last row of values
+    int LegendRow; ///< first of three; 0 without a legend
+    int LastRow;   ///< where footnotes and sources begin
+};
+
+/// Writes a table into a copy of the template: the table's sheet, the list of values, the sources. It knows no screen.
+class TableWorkbook final {
+  public:
+    /// `table` is in its final order.
+    TableWorkbook(office::Workbook book, const PivotTable& table, const TableOptions& options,
+                  const WizardProgress& progress);
+
+    /// Fills all sheets and saves. Throws office::Error.
+    void Write();
+
+  private:
+    void WriteTitles();
+    void WriteHeads();
+    void WriteValues();
+    void WriteLegend();
+    void WriteMarks();
+    [[nodiscard]] int WriteFootnotes();
+    void WriteSources(int row);
+    void FormatTable();
+    void DrawBorders();
+    void Dress();
+    [[nodiscard]] int FootnoteNumber(qint64 id);
+    [[nodiscard]] int SetCellBGColor(int row, int column) const;
+    [[nodiscard]] office::CellStyle BodyLook() const { return options_.bodyFont.Style(); }
+    [[nodiscard]] int LastColumn() const { return table_.FieldCount() + table_.ColumnCount(); }
+
+    struct Mark {
+        int row;
+        int column;
+        QString value;
+        int number;
+    };
+
+    office::Workbook book_;
+    office::Worksheet sheet_;
+    const PivotTable& table_;
+    const TableOptions& options_;
+    const WizardProgress& progress_;
+    TableLayout layout_;
+    std::vector<qint64> arrFootnotes_; ///< ids in the order of their numbers
+    QHash<qint64, int> footnoteNumbers_;
+    std::vector<Mark> marks_;
+    ColumnWidths widths_;
+};
+
+/// ShowXLS of the table wizard: builds the workbook of an arrangement in TempFolder. Fields that can't stay aside are
+/// moved to the rows of `arrangement`. Throws office::Error.
+[[nodiscard]] ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options,
+                                  const WizardProgress& progress = {});
+/// The part that both wizards share: working tables, Build_Records, limits, the crosstab in the order of its heads.
+/// What it says isn't Built leaves `table` empty.
+[[nodiscard]] ShowOutcome PrepareTable(RowsColumns& arrangement, PivotTable& table, const WizardProgress& progress);
+/// Path of a template of the installation; empty when it is missing.
+[[nodiscard]] QString TemplateFile(const QString& name);
+
+} // namespace tessaro

@@ -1,0 +1,247 @@
+#include "presentation/ValueRanges.h"
+
+#include "jet/Format.h"
+#include "session/DisplayValue.h"
+#include "session/ErrorSink.h"
+#include "session/Query.h"
+#include "session/Session.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kMostDecimals = 15;
+
+const char* const kJoin =
+    "FROM (_SelTimePeriod AS T INNER JOIN (_SelIUSNId AS IUS INNER JOIN Data AS D ON  (IUS.SourceNId = D.SourceNId) AND "
+    "(IUS.IUSNId = D.IUSNId)) ON T.TimePeriodNId = D.TimePeriodNId)  INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId ";
+
+QString Shown(const QString& number) {
+    return SysNumFormat ? WithSeparators(number, QLocale::system()) : number;
+}
+
+QString OfIndicator(const QString& gid) {
+    return QStringLiteral(" WHERE IUS.IndicatorGId = '") + QuoteDoubled(gid) + QStringLiteral("' ");
+}
+
+bool Number(const QString& text, double& number) {
+    bool good = false;
+    number = text.trimmed().toDouble(&good);
+    return good && std::isfinite(number);
+}
+
+double ToNumber(const QString& text) {
+    double number = 0;
+    return Number(text, number) ? number : 0;
+}
+
+/// The step between the end of a range and the start of the next one.
+double StepOf(int decimals) {
+    return std::pow(10.0, -std::max(decimals, 0));
+}
+
+/// Lowest and highest of an indicator's values that read as numbers; for data in which some don't.
+void ReadLimits(ColorRanges& record) {
+    double lowest = 0;
+    double highest = 0;
+    bool any = false;
+    for (Records values = Select(QStringLiteral("SELECT D.Datavalue ") + QLatin1String(kJoin) +
+                                 OfIndicator(record.IndicatorGId) + QStringLiteral(" AND IUS.Deleted = False ") +
+                                 RowFilter);
+         !values.atEnd(); values.MoveNext()) {
+        double value = 0;
+        if (!Number(values.Text(std::size_t{0}), value)) continue;
+        lowest = any ? std::min(lowest, value) : value;
+        highest = any ? std::max(highest, value) : value;
+        any = true;
+    }
+    record.MinValue = any ? QString::fromStdString(jet::ShortestText(lowest)) : QString();
+    record.MaxValue = any ? QString::fromStdString(jet::ShortestText(highest)) : QString();
+}
+
+/// The indicator's values between its limits, rounded to its decimals, in ascending order.
+std::vector<double> RoundedValues(const ColorRanges& record, const QString& mask) {
+    std::vector<double> found;
+    for (Records values = Select(
+             QStringLiteral("SELECT iif(D.Datavalue=0,0,cdbl(format(D.Datavalue,'") + mask +
+             QStringLiteral("'))) as DataValue ") + QLatin1String(kJoin) + OfIndicator(record.IndicatorGId) +
+             QStringLiteral(" AND  (D.DataValue between cdbl('") + record.MinValue + QStringLiteral("') AND cdbl('") +
+             record.MaxValue + QStringLiteral("'))  AND IUS.Deleted = False ") + RowFilter +
+             QStringLiteral(" ORDER BY D.DataValue"));
+         !values.atEnd(); values.MoveNext())
+        found.push_back(values.rows().Get(std::size_t{0}).toDouble());
+    return found;
+}
+
+} // namespace
+
+QString ValueRange::Text() const {
+    return From.isEmpty() && To.isEmpty() ? QString() : Shown(From) + QStringLiteral(" - ") + Shown(To);
+}
+
+std::array<QColor, RangeCount> ValueRanges::DefaultColors() {
+    // The file format's own colours of these slots; they are kept exactly.
+    return {QColor(0xCC, 0xFF, 0xCC), QColor(0xFF, 0xFF, 0x99), QColor(0xFF, 0xB3, 0xA7)};
+}
+
+const ColorRanges* ValueRanges::Find(const QString& indicator) const {
+    if (records.size() == 1) return &records.front();
+    const auto found = std::find_if(records.begin(), records.end(), [&](const ColorRanges& record) {
+        return record.Indicator.compare(indicator, Qt::CaseInsensitive) == 0;
+    });
+    return found == records.end() ? nullptr : &*found;
+}
+
+int ColorRanges::SlotOfRange(int range) const {
+    return FirstRangeSlot + (HighIsGood ? RangeCount - 1 - range : range);
+}
+
+int ColorRanges::SlotOf(double value) const {
+    for (int i = 0; i < RangeCount; ++i) {
+        const ValueRange& range = Ranges[static_cast<std::size_t>(i)];
+        double from = 0;
+        double to = 0;
+        if (Number(range.From, from) && Number(range.To, to) && from <= value && value <= to) return SlotOfRange(i);
+    }
+    return -1;
+}
+
+std::vector<ColorRanges> InitColorRanges() {
+    const ErrorTrap trap("InitColorRanges");
+    std::vector<ColorRanges> made;
+    for (Records rows = Select(QStringLiteral("SELECT IUS.[Indicator],IUS.IndicatorGId, Min(D.Datavalue) AS "
+                                              "MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue  ") +
+                               QLatin1String(kJoin) + QStringLiteral(" WHERE IUS.Deleted = False ") + RowFilter +
+                               QStringLiteral(" GROUP BY IUS.[Indicator],IUS.IndicatorGId "));
+         !rows.atEnd(); rows.MoveNext()) {
+        ColorRanges record;
+        record.Indicator = rows.Text("Indicator");
+        record.IndicatorGId = rows.Text("IndicatorGId");
+        record.MinValue = rows.Text("MinOfDatavalue").trimmed();
+        record.MaxValue = rows.Text("MaxOfDatavalue").trimmed();
+        double number = 0;
+        if (!Number(record.MinValue, number) || !Number(record.MaxValue, number)) ReadLimits(record);
+        record.Decimals = MaxOfDecimals(record.IndicatorGId);
+        GetEqualCountIntervals(record);
+        made.push_back(std::move(record));
+    }
+    return made;
+}
+
+void CutRanges(ColorRanges& record) {
+    if (record.Method == RangeMethod::EqualCount)
+        GetEqualCountIntervals(record);
+    else
+        GetEqualSizeIntervals(record);
+}
+
+std::array<ValueCut, RangeCount> CutByCount(const std::vector<double>& ascending) {
+    std::array<ValueCut, RangeCount> cuts;
+    const int n = static_cast<int>(ascending.size());
+    int start = 0;
+    for (int i = 0; i < RangeCount && start < n; ++i) {
+        const int left = n - start;
+        int end = start + std::max(1, left / (RangeCount - i));
+        while (end < n && ascending[static_cast<std::size_t>(end)] == ascending[static_cast<std::size_t>(end - 1)])
+            ++end;
+        cuts[static_cast<std::size_t>(i)] = {ascending[static_cast<std::size_t>(start)],
+                                             ascending[static_cast<std::size_t>(end - 1)], end - start};
+        start = end;
+    }
+    return cuts;
+}
+
+void GetEqualCountIntervals(ColorRanges& record) {
+    record.Ranges = {};
+    double lowest = 0;
+    double highest = 0;
+    if (!Number(record.MinValue, lowest) || !Number(record.MaxValue, highest)) return;
+    std::vector<double> values =
+        RoundedValues(record, record.Decimals == 0 ? QStringLiteral("#") : GetFormatString(record.Decimals));
+    // The mask "#" leaves nothing of a fraction below a half, which then can't be read as a number.
+    if (values.empty() && record.Decimals == 0) values = RoundedValues(record, QStringLiteral("#0"));
+    std::sort(values.begin(), values.end());
+    const auto cuts = CutByCount(values);
+    for (std::size_t i = 0; i < cuts.size(); ++i) {
+        if (cuts[i].count == 0) break;
+        record.Ranges[i] = {WithDecimals(cuts[i].from, record.Decimals), WithDecimals(cuts[i].to, record.Decimals),
+                            cuts[i].count};
+        if (i + 1 == cuts.size()) record.Ranges[i].To = WithDecimals(highest, record.Decimals);
+    }
+}
+
+void GetEqualSizeIntervals(ColorRanges& record) {
+    record.Ranges = {};
+    double lowest = 0;
+    double highest = 0;
+    if (!Number(record.MinValue, lowest) || !Number(record.MaxValue, highest)) return;
+    const int d = record.Decimals;
+    const auto rounded = [d](double value) { return ToNumber(WithDecimals(value, d)); };
+    const double min = rounded(lowest);
+    const double max = rounded(highest);
+    const double r = rounded((max - min) / RangeCount);
+    double from = min;
+    double last = min;
+    for (int i = 0; i < RangeCount; ++i) {
+        if (i > 0) from = std::min(rounded(last + StepOf(d)), max);
+        last = i + 1 == RangeCount ? max : std::min(rounded(from + r), max);
+        ValueRange& range = record.Ranges[static_cast<std::size_t>(i)];
+        range.From = WithDecimals(from, d);
+        range.To = WithDecimals(last, d);
+        // A range that has fallen together with the one before it counts nothing twice.
+        const bool collapsed = i > 0 && from <= ToNumber(record.Ranges[static_cast<std::size_t>(i - 1)].To);
+        range.Count = collapsed ? 0 : GetRangeCount(record, range.From, range.To);
+    }
+}
+
+int GetRangeCount(const ColorRanges& record, const QString& from, const QString& to) {
+    double number = 0;
+    if (!Number(from, number) || !Number(to, number)) return 0;
+    const Records counts = Select(
+        QStringLiteral(" SELECT Count(IUS.IndicatorGId) AS CoutField FROM _SelTimePeriod AS T INNER JOIN ((_SelIUSNId AS "
+                       "IUS INNER JOIN Data AS D ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)) INNER "
+                       "JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId  WHERE "
+                       "(((IUS.IndicatorGId)='") +
+        QuoteDoubled(record.IndicatorGId) + QStringLiteral("' AND ((D.Datavalue) Between cdbl('") + from.trimmed() +
+        QStringLiteral("')  And cdbl('") + to.trimmed() + QStringLiteral("')) AND ((IUS.Deleted = False) ") +
+        RowFilter + QStringLiteral(")))"));
+    return counts.atEnd() ? 0 : static_cast<int>(counts.Number(std::size_t{0}));
+}
+
+QString GetFormatString(int decimals) {
+    return decimals < 0 ? QStringLiteral("#.0")
+                        : QStringLiteral("#0.") + QString(std::min(decimals, kMostDecimals), QLatin1Char('0'));
+}
+
+int MaxOfDecimals(const QString& indicatorGId) {
+    qsizetype most = 0;
+    for (Records values = Select(QStringLiteral("SELECT DISTINCT D.Datavalue ") + QLatin1String(kJoin) +
+                                 OfIndicator(indicatorGId) + QStringLiteral(" AND IUS.Deleted = False ") + RowFilter);
+         !values.atEnd(); values.MoveNext()) {
+        const QString value = values.Text(std::size_t{0}).trimmed();
+        const qsizetype point = value.indexOf(QLatin1Char('.'));
+        if (point < 0 || !ReadsAsNumber(value)) continue;
+        qsizetype end = point + 1;
+        while (end < value.size() && value[end].isDigit())
+            ++end;
+        most = std::max(most, end - point - 1);
+    }
+    return static_cast<int>(std::min<qsizetype>(most, kMostDecimals));
+}
+
+QString WithDecimals(double value, int decimals) {
+    const std::string mask = "0" + (decimals > 0 ? "." + std::string(static_cast<std::size_t>(decimals), '0') : "");
+    const std::string text = jet::Format(jet::Value(value), mask);
+    return QString::fromStdString(text);
+}
+
+void GetRGB(long colourValue, int& red, int& green, int& blue) {
+    blue = static_cast<int>(colourValue / 65536);
+    green = static_cast<int>((colourValue - 65536L * blue) / 256);
+    red = static_cast<int>(colourValue - 65536L * blue - 256L * green);
+}
+
+} // namespace tessaro

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "support/TestSession.h"
+
+#include "session/Query.h"
+#include "session/Session.h"
+
+namespace tessaro::test {
+
+/// A session with the sample database open and nothing selected.
+class PresentationTest : public SessionTest {
+  protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        ASSERT_TRUE(OpenSample());
+    }
+
+    static void Run(const QString& sql) { Connection->Execute(sql.toStdString()); } // a failure fails the test
+
+    static void SelectAreas(const QString& where = {}) {
+        Run(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile) SELECT AreaGId, "
+                           "AreaNId, AreaID, AreaName, AreaLevel, MapFile FROM Area ") +
+            where);
+    }
+    static void SelectTimes(const QString& where = {}) {
+        Run(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) SELECT TimePeriodNId, TimePeriod FROM "
+                           "TimePeriod ") +
+            where);
+    }
+    /// `where` restricts IUS (the combinations) and S (the sources).
+    static void SelectIus(const QString& where = {}) {
+        Run(QStringLiteral(
+                "INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, [Indicator], UnitGId, Unit, SubpopGId, Subpop, SourceNId, "
+                "Source, RecommendedSource, Deleted) SELECT IUS.IUSNId, IUS.IndicatorGId, I.[Indicator], IUS.UnitGId, "
+                "U.Unit, IUS.SubpopGId, SP.Subpop, S.SourceNId, S.Source, XS.RecommendedSource, False FROM "
+                "((((Indicator_Unit_Subpop AS IUS INNER JOIN Indicator AS I ON IUS.IndicatorGId = I.IndicatorGId) INNER "
+                "JOIN Unit AS U ON IUS.UnitGId = U.UnitGId) INNER JOIN Subpop AS SP ON IUS.SubpopGId = SP.SubpopGId) "
+                "INNER JOIN Indicator_Source AS XS ON IUS.IUSNId = XS.IUSNId) INNER JOIN Source AS S ON XS.SourceNId = "
+                "S.SourceNId ") +
+            where);
+    }
+    static void SelectEverything() {
+        SelectAreas();
+        SelectTimes();
+        SelectIus();
+    }
+    static void AddValue(int time, int ius, int area, int source, const QString& value, int footnote = 0) {
+        Run(QStringLiteral("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) VALUES "
+                           "(%1, %2, %3, %4, %5, '%6')")
+                .arg(time)
+                .arg(ius)
+                .arg(area)
+                .arg(source)
+                .arg(footnote)
+                .arg(value));
+    }
+
+};
+
+} // namespace tessaro::test

@@ -1,0 +1,124 @@
+#include "presentation/RowsColumnsFile.h"
+
+#include "PresentationTest.h"
+
+#include "platform/Files.h"
+
+#include <QFile>
+
+#include <random>
+
+namespace tessaro {
+
+namespace {
+
+using F = PivotField;
+using Fields = RowsColumns::FieldList;
+
+class RowsColumnsFileTest : public test::SessionTest {
+  protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        StartSample();
+        saved_.Place(F::TimePeriod, Placement::Row);
+        saved_.Place(F::AreaName, Placement::Row);
+        saved_.Place(F::Indicator, Placement::Column);
+    }
+    RowsColumns saved_;
+};
+
+} // namespace
+
+TEST_F(RowsColumnsFileTest, BytesOfBothWizards) {
+    EXPECT_EQ(LayoutBytes(saved_, WizardKind::Table), QByteArray("[TableWizard Selection]\r\n"
+                                                                 " \r\n"
+                                                                 " \r\n"
+                                                                 "Rows | Columns\r\n"
+                                                                 "Rows             : T.TimePeriod\r\n"
+                                                                 "Rows             : A.AreaName\r\n"
+                                                                 "Columns          : IUS.[Indicator]\r\n"));
+    EXPECT_TRUE(LayoutBytes(saved_, WizardKind::Graph).startsWith("[GraphWizard Selection]\r\n"));
+    EXPECT_EQ(LayoutBytes({}, WizardKind::Table).count('\n'), 4);
+}
+
+TEST_F(RowsColumnsFileTest, AShortFileKeepsWhatItHasAndIsReported) {
+    RowsColumns loaded;
+    loaded.Place(F::Source, Placement::Column);
+    EXPECT_FALSE(ReadLayout(LayoutBytes(saved_, WizardKind::Table), loaded)); // three lines instead of seven
+    EXPECT_EQ(loaded, saved_);
+    for (const F field : saved_.Available())
+        saved_.Place(field, Placement::Column);
+    EXPECT_TRUE(ReadLayout(LayoutBytes(saved_, WizardKind::Table), loaded));
+    EXPECT_EQ(loaded, saved_);
+}
+
+TEST_F(RowsColumnsFileTest, EveryPrefixGivesAPrefixOfTheArrangement) {
+    const QByteArray whole = LayoutBytes(saved_, WizardKind::Table);
+    for (qsizetype length = 0; length <= whole.size(); ++length) {
+        RowsColumns loaded;
+        EXPECT_FALSE(ReadLayout(whole.left(length), loaded));
+        const Fields& rows = loaded.Rows();
+        ASSERT_LE(rows.size(), saved_.Rows().size());
+        EXPECT_TRUE(std::equal(rows.begin(), rows.end(), saved_.Rows().begin())) << length;
+        EXPECT_TRUE(loaded.Columns().empty() || loaded.Rows() == saved_.Rows()) << length;
+    }
+}
+
+TEST_F(RowsColumnsFileTest, OddLines) {
+    constexpr const char* head = "x\n\n\n\n";
+    const struct {
+        const char* what;
+        QByteArray lines;
+        Fields rows;
+        Fields columns;
+    } cases[] = {
+        {"case and ends of lines", "ROWS             : t.timeperiod\ncolumns          : IUS.UNIT", {F::TimePeriod}, {F::Unit}},
+        {"blanks about the key", "  Rows             :    A.AreaID  \r\n", {F::AreaID}, {}},
+        {"a field twice", "Rows             : IUS.Unit\nColumns          : IUS.Unit\n", {F::Unit}, {}},
+        {"unknown label", "Pages            : IUS.Unit\n", {}, {}},
+        {"unknown key", "Rows             : IUS.Colour\n", {}, {}},
+        {"key one place off", "Rows            : IUS.Unit\n", {}, {}},
+        {"an eighth line isn't read", QByteArray("\n\n\n\n\n\n\n") + "Rows             : IUS.Unit\n", {}, {}},
+    };
+    for (const auto& c : cases) {
+        RowsColumns loaded;
+        ReadLayout(head + c.lines, loaded);
+        EXPECT_EQ(loaded.Rows(), c.rows) << c.what;
+        EXPECT_EQ(loaded.Columns(), c.columns) << c.what;
+    }
+}
+
+TEST_F(RowsColumnsFileTest, AnyBytesGiveAnArrangement) {
+    std::mt19937 random(20);
+    const QByteArray whole = LayoutBytes(saved_, WizardKind::Graph);
+    for (int round = 0; round < 2000; ++round) {
+        QByteArray bytes = whole;
+        for (int change = 0; change < 12; ++change)
+            bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()))] = static_cast<char>(random());
+        RowsColumns loaded;
+        ReadLayout(bytes, loaded);
+        ASSERT_EQ(loaded.Rows().size() + loaded.Columns().size() + loaded.Available().size(), 7u);
+    }
+}
+
+TEST_F(RowsColumnsFileTest, FilesAreReplacedAndMissingOnesLeaveAllAsItWas) {
+    const QString file = LayoutFolderForWriting() + QStringLiteral("/Default.twf");
+    ASSERT_TRUE(SaveRowsColumns(file, {}, WizardKind::Table));
+    ASSERT_TRUE(SaveRowsColumns(file, saved_, WizardKind::Table));
+    EXPECT_EQ(*ReadWholeFile(file), LayoutBytes(saved_, WizardKind::Table));
+    RowsColumns loaded;
+    LoadRowsColumns(file, loaded);
+    EXPECT_EQ(loaded, saved_);
+    LoadRowsColumns(Folder() + QStringLiteral("/none.twf"), loaded);
+    EXPECT_EQ(loaded, saved_);
+    EXPECT_FALSE(SaveRowsColumns(Folder() + QStringLiteral("/none/none.twf"), saved_, WizardKind::Table));
+}
+
+TEST_F(RowsColumnsFileTest, AnApplicationFolderThatCannotBeWrittenSendsLayoutsToTheUsersOwn) {
+    if (geteuid() == 0) GTEST_SKIP() << "root writes everywhere";
+    QFile::setPermissions(AppPath, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    EXPECT_TRUE(LayoutFolderForWriting().startsWith(CacheFolder));
+    QFile::setPermissions(AppPath, QFileDevice::ReadOwner | QFileDevice::ExeOwner | QFileDevice::WriteOwner);
+}
+
+} // namespace tessaro
