@@ -166,8 +166,11 @@ void KeyedList::mouseDoubleClickEvent(QMouseEvent* event) {
     QTreeView::mouseDoubleClickEvent(event);
 }
 
-bool KeyedList::Accepts(const QDropEvent* event) const {
-    return dropSource_ != nullptr && KeyedListModel::SourceOf(*event->mimeData()) == &dropSource_->Items();
+KeyedList* KeyedList::SourceOf(const QDropEvent* event) const {
+    const QObject* source = KeyedListModel::SourceOf(*event->mimeData());
+    for (KeyedList* list : dropSources_)
+        if (list && source == &list->Items()) return list;
+    return nullptr;
 }
 
 void KeyedList::dragEnterEvent(QDragEnterEvent* event) {
@@ -191,6 +194,7 @@ void KeyedList::dropEvent(QDropEvent* event) {
     }
     event->acceptProposedAction();
     Q_EMIT ItemsDropped();
+    Q_EMIT ItemsDroppedFrom(SourceOf(event), indexAt(event->position().toPoint()).row());
 }
 
 void KeyedList::startDrag(Qt::DropActions /*actions*/) {

@@ -22,7 +22,9 @@ class KeyedList final : public QTreeView {
     /// The text in the empty list, and in a list whose filter lets nothing through.
     void SetEmptyHint(const QString& hint, const QString& noMatchHint);
     /// Takes drops from this list only.
-    void SetDropSource(KeyedList* source) { dropSource_ = source; }
+    void SetDropSource(KeyedList* source) { dropSources_ = {source}; }
+    /// The same for several lists; the list itself among them takes drops that change its order.
+    void SetDropSources(const QList<KeyedList*>& sources) { dropSources_ = sources; }
     /// Plain left and right arrows leave the list as Ctrl+arrow does (a list of one column has no other use for them).
     void SetPlainArrowsLeave(bool leave) { plainArrowsLeave_ = leave; }
 
@@ -40,6 +42,7 @@ class KeyedList final : public QTreeView {
     void DeletePressed();
     void LeaveTowards(Qt::Edge edge); ///< arrow key that asks for the neighbour on that side
     void ItemsDropped();              ///< highlighted items of the drop source were dropped here
+    void ItemsDroppedFrom(KeyedList* source, int row); ///< the same, with the row under the mouse (-1: none)
     void PopupRequested(const QPoint& globalPosition);
     void CurrentTextChanged(const QString& text);
     void HighlightChanged();
@@ -59,12 +62,13 @@ class KeyedList final : public QTreeView {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    [[nodiscard]] bool Accepts(const QDropEvent* event) const;
+    [[nodiscard]] KeyedList* SourceOf(const QDropEvent* event) const;
+    [[nodiscard]] bool Accepts(const QDropEvent* event) const { return SourceOf(event) != nullptr; }
     [[nodiscard]] std::vector<int> HighlightedRows() const;
     void ShareWidth();
 
     KeyedListModel* model_;
-    KeyedList* dropSource_ = nullptr;
+    QList<KeyedList*> dropSources_;
     QString emptyHint_;
     QString noMatchHint_;
     bool plainArrowsLeave_ = false;

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <com/sun/star/awt/Rectangle.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/chart/ChartDataRowSource.hpp>
 #include <com/sun/star/chart/XAxisXSupplier.hpp>
 #include <com/sun/star/chart/XAxisYSupplier.hpp>
 #include <com/sun/star/chart/XChartDocument.hpp>
@@ -172,6 +173,23 @@ ChartKind Chart::Kind() const {
         if (lying) kind = ChartKind::Bar;
     });
     return kind;
+}
+
+void Chart::SetSeriesInRows(bool inRows) {
+    document_->Run([&](const Model& model) {
+        using com::sun::star::chart::ChartDataRowSource;
+        Need<XPropertySet>(ChartOf(model, sheet_, number_)->getDiagram())
+            ->setPropertyValue("DataRowSource", Any(inRows ? ChartDataRowSource::ChartDataRowSource_ROWS
+                                                           : ChartDataRowSource::ChartDataRowSource_COLUMNS));
+    });
+}
+
+bool Chart::SeriesInRows() const {
+    auto source = com::sun::star::chart::ChartDataRowSource::ChartDataRowSource_COLUMNS;
+    document_->Run([&](const Model& model) {
+        Need<XPropertySet>(ChartOf(model, sheet_, number_)->getDiagram())->getPropertyValue("DataRowSource") >>= source;
+    });
+    return source == com::sun::star::chart::ChartDataRowSource::ChartDataRowSource_ROWS;
 }
 
 void Chart::SetTitle(const QString& title) {

@@ -21,6 +21,9 @@ class Chart final {
 
     void SetKind(ChartKind kind);
     [[nodiscard]] ChartKind Kind() const;
+    /// Each row of the block is a series, and the column heads stand on the X axis; otherwise each column is one.
+    void SetSeriesInRows(bool inRows);
+    [[nodiscard]] bool SeriesInRows() const;
     /// Empty takes the title away.
     void SetTitle(const QString& title);
     [[nodiscard]] QString Title() const;

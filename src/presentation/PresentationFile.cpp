@@ -16,19 +16,23 @@ bool IsForbidden(QChar c) {
 
 } // namespace
 
-QString ShowOutcome::Message() const {
-    const auto counted = [this](const char* key) {
-        return GetText(QLatin1String(key)).replace(QStringLiteral("%1"), QLocale::system().toString(count));
-    };
+QString ShowOutcome::MessageKey() const {
     switch (result) {
-    case ShowResult::Built: return {};
-    case ShowResult::NoRows: return GetText(QStringLiteral("253"));
-    case ShowResult::NoData: return GetText(QStringLiteral("256"));
-    case ShowResult::TemplateMissing: return GetText(QStringLiteral("011"));
+    case ShowResult::NoRows: return QStringLiteral("253");
+    case ShowResult::NoData: return QStringLiteral("256");
+    case ShowResult::TemplateMissing: return QStringLiteral("011");
+    case ShowResult::Built:
     case ShowResult::TooManyColumns:
-        return counted("TS_TooManyColumns").replace(QStringLiteral("%2"), CaptionOf(field));
-    case ShowResult::TooManyRows: return counted("TS_TooManyRows");
+    case ShowResult::TooManyRows: break;
     }
+    return {};
+}
+
+QString ShowOutcome::Message() const {
+    const QString number = QLocale::system().toString(count);
+    if (result == ShowResult::TooManyColumns)
+        return GetText(QStringLiteral("TS_TooManyColumns")).arg(number, CaptionOf(field));
+    if (result == ShowResult::TooManyRows) return GetText(QStringLiteral("TS_TooManyRows")).arg(number);
     return {};
 }
 

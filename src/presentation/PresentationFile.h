@@ -41,7 +41,9 @@ struct ShowOutcome {
     int count = 0;
     PivotField field = PivotField::Indicator;
 
-    /// The message for the user; empty for Built.
+    /// The key of the message for the user; empty for Built and for what Message tells.
+    [[nodiscard]] QString MessageKey() const;
+    /// The text of a message with numbers in it; empty for all others.
     [[nodiscard]] QString Message() const;
 };
 

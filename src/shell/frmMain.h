@@ -85,6 +85,8 @@ class frmMain final : public QMainWindow, public Frame {
     void SetBusy(bool busy) override;
     void ShowStatusTextFor(const QString& text, int milliseconds) override;
     void ShowWorkbook(const QString& file) override;
+    void StartPresentation(QChar type) override;
+    [[nodiscard]] bool OffersPresentation(QChar type) const override;
 
     /// Each second: clock, sound, the list of databases.
     void Timer1_Timer();

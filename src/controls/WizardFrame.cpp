@@ -1,0 +1,202 @@
+#include "controls/WizardFrame.h"
+
+#include "controls/Captions.h"
+#include "controls/Theme.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/Messages.h"
+#include "session/Strings.h"
+#include "ui_WizardFrame.h"
+
+#include <QLabel>
+#include <QLocale>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kQuestionIcon = 104;
+
+/// The wait cursor, and the wizard closed to further clicks, for as long as a step is on its way.
+class Passage final {
+  public:
+    explicit Passage(bool& busy) : busy_(busy) {
+        busy_ = true;
+        TheFrame().SetBusy(true);
+    }
+    ~Passage() {
+        TheFrame().SetBusy(false);
+        busy_ = false;
+    }
+    Passage(const Passage&) = delete;
+    Passage& operator=(const Passage&) = delete;
+
+  private:
+    bool& busy_;
+};
+
+} // namespace
+
+WizardFrame::WizardFrame(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::WizardFrame>()) {
+    ui_->setupUi(this);
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    SetCaption(ui_->CmdBack, QStringLiteral("Comm_Back"));
+    SetCaption(ui_->CmdNext, QStringLiteral("COMM_NEXT"));
+    SetCaption(ui_->CmdFinish, QStringLiteral("TS_Finish"));
+    SetCaption(ui_->CmdCancel, QStringLiteral("CANCEL BUTTON"));
+    ui_->picSteps->setAutoFillBackground(true);
+    QPalette strip = palette();
+    strip.setColor(QPalette::Window, theme::SurfaceRaised());
+    ui_->picSteps->setPalette(strip);
+    connect(ui_->CmdBack, &QPushButton::clicked, this, &WizardFrame::CmdBack_Click);
+    connect(ui_->CmdNext, &QPushButton::clicked, this, &WizardFrame::CmdNext_Click);
+    connect(ui_->CmdFinish, &QPushButton::clicked, this, &WizardFrame::CmdFinish_Click);
+    connect(ui_->CmdCancel, &QPushButton::clicked, this, &WizardFrame::CmdCancel_Click);
+    ClearProgress();
+}
+
+WizardFrame::~WizardFrame() = default;
+
+void WizardFrame::SetTitle(const QString& title) {
+    title_ = title;
+}
+
+void WizardFrame::AddStep(QWidget* page, const QString& nameKey) {
+    pageKeys_ << nameKey;
+    pages_ << page;
+    if (page) ui_->pages->addWidget(page);
+    auto* label = new QLabel(ui_->picSteps);
+    label->setText(QLocale().toString(pageKeys_.size()) + QStringLiteral("  ") + PlainText(nameKey));
+    ui_->trail->addWidget(label);
+    trail_ << label;
+}
+
+void WizardFrame::Begin() {
+    ui_->trail->addStretch();
+    step_ = 1;
+    ui_->pages->setCurrentWidget(pages_.front());
+    ShowStep();
+}
+
+QString WizardFrame::StepCaption(int step, const QString& nameKey) const {
+    return GetText(QStringLiteral("TS_WizardCaption"))
+        .arg(title_, QLocale().toString(step), QLocale().toString(StepCount()),
+             PlainText(nameKey.isEmpty() ? pageKeys_.at(step - 1) : nameKey));
+}
+
+void WizardFrame::ShowStep(const QString& nameKey) {
+    if (step_ < 1 || step_ > StepCount()) return;
+    setWindowTitle(StepCaption(step_, nameKey));
+    if (pages_.at(step_ - 1)) ui_->pages->setCurrentWidget(pages_.at(step_ - 1));
+    ui_->CmdBack->setEnabled(wayOpen_ && step_ > 1);
+    ui_->CmdNext->setEnabled(wayOpen_ && step_ < StepCount());
+    ui_->CmdFinish->setEnabled(wayOpen_ && MayFinish());
+    ShowTrail();
+}
+
+void WizardFrame::ShowTrail() {
+    for (int i = 0; i < trail_.size(); ++i) {
+        QLabel* label = trail_.at(i);
+        QFont font = label->font();
+        font.setBold(i + 1 == step_);
+        label->setFont(font);
+        QPalette colors = palette();
+        colors.setColor(QPalette::WindowText, i + 1 == step_  ? theme::Accent()
+                                              : i + 1 < step_ ? palette().color(QPalette::WindowText)
+                                                              : theme::MutedText());
+        label->setPalette(colors);
+    }
+}
+
+bool WizardFrame::Forward() {
+    if (busy_ || !wayOpen_ || step_ < 1 || step_ >= StepCount()) return false;
+    bool open = false;
+    {
+        const Passage passage(busy_);
+        ErrorTrap trap("CmdNext_Click");
+        trap.Try([&] { open = GoForward(step_ + 1); });
+    }
+    ClearProgress();
+    SetStatus({});
+    if (!open || step_ == DoneStep) return false;
+    ++step_;
+    ShowStep();
+    return true;
+}
+
+void WizardFrame::CmdNext_Click() {
+    Forward();
+}
+
+void WizardFrame::CmdBack_Click() {
+    if (busy_ || !wayOpen_ || step_ < 2 || step_ > StepCount()) return;
+    {
+        const Passage passage(busy_);
+        SetStatus(PlainText(QStringLiteral("COMM_PROCESSING")));
+        ErrorTrap trap("CmdBack_Click");
+        trap.Try([&] { GoBack(step_); });
+    }
+    --step_;
+    SetStatus({});
+    ShowStep();
+}
+
+void WizardFrame::CmdFinish_Click() {
+    if (!MayFinish()) return;
+    while (Forward()) {
+    }
+}
+
+void WizardFrame::CmdCancel_Click() {
+    if (busy_) return;
+    const QString question = CancelQuestion();
+    if (!question.isEmpty() && ShowMessage(question, MessageType::YesNo, kQuestionIcon, title_) != MessageCode::Yes)
+        return;
+    done(QDialog::Rejected);
+}
+
+void WizardFrame::done(int result) {
+    step_ = DoneStep;
+    {
+        const Passage passage(busy_);
+        ErrorTrap trap("Form_Unload");
+        trap.Try([&] { EndWizard(); });
+    }
+    QDialog::done(result);
+}
+
+void WizardFrame::SetStatus(const QString& text) {
+    ui_->StatusBar1->setText(text);
+    ui_->StatusBar1->repaint();
+}
+
+void WizardFrame::SetMainProgress(int percent) {
+    ui_->PB_Main->setVisible(true);
+    ui_->PB_Main->setValue(percent);
+    ui_->PB_Main->repaint();
+}
+
+void WizardFrame::SetChildProgress(int percent) {
+    ui_->PB_Child->setVisible(true);
+    ui_->PB_Child->setValue(percent);
+    ui_->PB_Child->repaint();
+}
+
+void WizardFrame::ClearProgress() {
+    for (QProgressBar* bar : {ui_->PB_Main, ui_->PB_Child}) {
+        QSizePolicy place = bar->sizePolicy();
+        place.setRetainSizeWhenHidden(true);
+        bar->setSizePolicy(place);
+        bar->setRange(0, 100);
+        bar->setValue(0);
+        bar->setVisible(false);
+    }
+}
+
+void WizardFrame::SetWayOpen(bool open) {
+    wayOpen_ = open;
+    ShowStep();
+}
+
+} // namespace tessaro

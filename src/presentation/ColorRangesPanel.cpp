@@ -1,0 +1,207 @@
+#include "presentation/ColorRangesPanel.h"
+
+#include "controls/Captions.h"
+#include "controls/ColorDialogs.h"
+#include "session/DisplayValue.h"
+#include "session/ErrorSink.h"
+#include "session/Messages.h"
+#include "session/Session.h"
+#include "session/Strings.h"
+#include "ui_ColorRangesPanel.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QLocale>
+#include <QStyledItemDelegate>
+
+#include <cmath>
+
+namespace tessaro {
+
+namespace {
+
+enum Column { ColRange, ColFrom, ColTo, ColCount, ColColor };
+
+/// A number as the user writes it, or as the data does, in the data's form; empty when it is none.
+QString NumberText(const QString& typed) {
+    for (const QLocale& locale : {QLocale::system(), QLocale::c()}) {
+        bool good = false;
+        const double number = locale.toDouble(typed.trimmed(), &good);
+        if (good && std::isfinite(number)) return QLocale::c().toString(number, 'g', QLocale::FloatingPointShortest);
+    }
+    return {};
+}
+
+QString Shown(const QString& number) {
+    return SysNumFormat ? WithSeparators(number, QLocale::system()) : number;
+}
+
+/// Lays the field txtFill over a cell of limits.
+class LimitDelegate final : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override {
+        auto* txtFill = new QLineEdit(parent);
+        txtFill->setObjectName(QStringLiteral("txtFill"));
+        txtFill->setFrame(false);
+        txtFill->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        return txtFill;
+    }
+};
+
+} // namespace
+
+ColorRangesPanel::ColorRangesPanel(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::ColorRangesPanel>()) {
+    ui_->setupUi(this);
+    ui_->grdAddColor->setRowCount(RangeCount);
+    ui_->grdAddColor->setColumnCount(ColColor + 1);
+    ui_->grdAddColor->verticalHeader()->hide();
+    ui_->grdAddColor->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    ui_->grdAddColor->setItemDelegate(new LimitDelegate(ui_->grdAddColor));
+    ui_->grdAddColor->setSelectionMode(QAbstractItemView::SingleSelection);
+    SetFormCaptions();
+    ConnectControls();
+}
+
+ColorRangesPanel::~ColorRangesPanel() = default;
+
+void ColorRangesPanel::ConnectControls() {
+    connect(ui_->cmbIndicator, &QComboBox::currentIndexChanged, this, &ColorRangesPanel::ShowRecord);
+    connect(ui_->cmdApply, &QPushButton::clicked, this, &ColorRangesPanel::cmdApply_Click);
+    connect(ui_->cmdAddOK, &QPushButton::clicked, this, &ColorRangesPanel::Kept);
+    connect(ui_->cmdCancelOK, &QPushButton::clicked, this, &ColorRangesPanel::Dropped);
+    connect(ui_->grdAddColor, &QTableWidget::cellChanged, this, &ColorRangesPanel::GridEdited);
+    connect(ui_->grdAddColor, &QTableWidget::cellActivated, this, &ColorRangesPanel::ChooseColor);
+}
+
+void ColorRangesPanel::SetFormCaptions() {
+    SetCaption(ui_->lblIndicator, QStringLiteral("Comm_Indicator"));
+    SetCaption(ui_->lblBreak, QStringLiteral("TS_BreakMethod"));
+    SetCaption(ui_->lblHighIsGood, QStringLiteral("TS_HighIsGood"));
+    SetCaption(ui_->lblMinValue, QStringLiteral("Comm_Min"));
+    SetCaption(ui_->lblMaxValue, QStringLiteral("Comm_Max"));
+    SetCaption(ui_->lblDec, QStringLiteral("Comm_DECIMAL"));
+    SetCaption(ui_->cmdApply, QStringLiteral("APPLY BUTTON"));
+    SetCaption(ui_->cmdAddOK, QStringLiteral("OK BUTTON"));
+    SetCaption(ui_->cmdCancelOK, QStringLiteral("CANCEL BUTTON"));
+    const std::pair<QLabel*, QWidget*> named[] = {{ui_->lblIndicator, ui_->cmbIndicator},
+                                                  {ui_->lblBreak, ui_->cmbBreak},
+                                                  {ui_->lblHighIsGood, ui_->cmbHighIsGood},
+                                                  {ui_->lblMinValue, ui_->txtMinValue},
+                                                  {ui_->lblMaxValue, ui_->txtMaxValue},
+                                                  {ui_->lblDec, ui_->txtDec}};
+    for (const auto& [label, field] : named) {
+        label->setBuddy(field);
+        field->setAccessibleName(label->accessibleName());
+    }
+    ui_->cmbBreak->clear();
+    ui_->cmbBreak->addItems({PlainText(QStringLiteral("Equal Count")), PlainText(QStringLiteral("Equal Size"))});
+    ui_->cmbHighIsGood->clear();
+    ui_->cmbHighIsGood->addItems({PlainText(QStringLiteral("Yes")), PlainText(QStringLiteral("No"))});
+    ui_->grdAddColor->setAccessibleName(PlainText(QStringLiteral("Range")));
+    ui_->grdAddColor->setHorizontalHeaderLabels(
+        {PlainText(QStringLiteral("Range")), PlainText(QStringLiteral("From")), PlainText(QStringLiteral("To")),
+         PlainText(QStringLiteral("Count")), PlainText(QStringLiteral("COMM_Color"))});
+}
+
+void ColorRangesPanel::SetRanges(const ValueRanges& ranges) {
+    draft_ = ranges;
+    {
+        const QSignalBlocker quiet(ui_->cmbIndicator);
+        ui_->cmbIndicator->clear();
+        for (const ColorRanges& record : draft_.records)
+            ui_->cmbIndicator->addItem(record.Indicator);
+        ui_->cmbIndicator->setCurrentIndex(draft_.records.empty() ? -1 : 0);
+    }
+    ShowRecord();
+}
+
+ColorRanges* ColorRangesPanel::Record() {
+    const int index = ui_->cmbIndicator->currentIndex();
+    if (index < 0 || index >= static_cast<int>(draft_.records.size())) return nullptr;
+    return &draft_.records[static_cast<std::size_t>(index)];
+}
+
+void ColorRangesPanel::ShowRecord() {
+    const ColorRanges* record = Record();
+    ui_->cmdApply->setEnabled(record != nullptr);
+    if (!record) return;
+    ui_->cmbBreak->setCurrentIndex(record->Method == RangeMethod::EqualCount ? 0 : 1);
+    ui_->cmbHighIsGood->setCurrentIndex(record->HighIsGood ? 0 : 1);
+    ui_->txtMinValue->setText(Shown(record->MinValue));
+    ui_->txtMaxValue->setText(Shown(record->MaxValue));
+    ui_->txtDec->setValue(record->Decimals);
+    ShowGrid();
+}
+
+void ColorRangesPanel::ShowGrid() {
+    const ColorRanges* record = Record();
+    if (!record) return;
+    filling_ = true;
+    for (int row = 0; row < RangeCount; ++row) {
+        const ValueRange& range = record->Ranges[static_cast<std::size_t>(row)];
+        const QString texts[] = {range.Text(), Shown(range.From), Shown(range.To), QLocale().toString(range.Count), {}};
+        for (int column = ColRange; column <= ColColor; ++column) {
+            auto* item = new QTableWidgetItem(texts[column]);
+            const bool editable = column == ColFrom || column == ColTo;
+            item->setFlags(editable ? item->flags() | Qt::ItemIsEditable : item->flags() & ~Qt::ItemIsEditable);
+            item->setTextAlignment((column == ColRange ? Qt::AlignLeading : Qt::AlignRight) | Qt::AlignVCenter);
+            if (column == ColColor) {
+                item->setBackground(
+                    draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - FirstRangeSlot)]);
+                item->setData(Qt::AccessibleTextRole,
+                              GetText(QStringLiteral("TS_RangeColor")).arg(QLocale().toString(row + 1)));
+                item->setToolTip(item->data(Qt::AccessibleTextRole).toString());
+            }
+            ui_->grdAddColor->setItem(row, column, item);
+        }
+    }
+    filling_ = false;
+}
+
+void ColorRangesPanel::cmdApply_Click() {
+    const ErrorTrap trap("cmdApply_Click");
+    ColorRanges* record = Record();
+    if (!record) return;
+    const QString min = NumberText(ui_->txtMinValue->text());
+    const QString max = NumberText(ui_->txtMaxValue->text());
+    if (min.isEmpty() || max.isEmpty() || min.toDouble() > max.toDouble()) {
+        ShowMessage(GetText(min.isEmpty() || max.isEmpty() ? QStringLiteral("TS_FilterBadNumber")
+                                                            : QStringLiteral("TS_FilterOrder")),
+                    MessageType::Ok, 103, {}, false);
+        return;
+    }
+    record->MinValue = min;
+    record->MaxValue = max;
+    record->Decimals = ui_->txtDec->value();
+    record->HighIsGood = ui_->cmbHighIsGood->currentIndex() == 0;
+    record->Method = ui_->cmbBreak->currentIndex() == 0 ? RangeMethod::EqualCount : RangeMethod::EqualSize;
+    CutRanges(*record);
+    ShowGrid();
+}
+
+void ColorRangesPanel::GridEdited(int row, int column) {
+    ColorRanges* record = Record();
+    if (filling_ || !record || (column != ColFrom && column != ColTo)) return;
+    const ErrorTrap trap("txtFill");
+    ValueRange& range = record->Ranges[static_cast<std::size_t>(row)];
+    const QString number = NumberText(ui_->grdAddColor->item(row, column)->text());
+    if (!number.isEmpty()) { // what is no number leaves the limit as it was
+        (column == ColFrom ? range.From : range.To) = number;
+        range.Count = GetRangeCount(*record, range.From, range.To);
+    }
+    ShowGrid();
+}
+
+void ColorRangesPanel::ChooseColor(int row, int column) {
+    const ColorRanges* record = Record();
+    if (!record || column != ColColor) return;
+    QColor& color = draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - FirstRangeSlot)];
+    const QColor chosen = AskForColor(this, PlainText(QStringLiteral("COMM_Color")), color);
+    if (chosen.isValid()) color = chosen;
+    ShowGrid();
+}
+
+} // namespace tessaro

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "presentation/GraphWorkbook.h"
+#include "presentation/SortChoice.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class GraphOptionsPage;
+}
+
+namespace tessaro {
+
+/// The second page of the graph wizard: the kind of chart by its picture, the sorting and the look of its table.
+class GraphOptionsPage final : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit GraphOptionsPage(QWidget* parent = nullptr);
+    ~GraphOptionsPage() override;
+
+    [[nodiscard]] GraphOptions Options() const;
+    /// The kind that the wizard suggests; one that the user chose stays.
+    void SuggestKind(office::ChartKind kind);
+    void SetFormCaptions();
+    [[nodiscard]] const SortOrder& Sorting() const { return sort_; }
+    void SetSorting(const SortOrder& sort, const QString& head);
+
+  Q_SIGNALS:
+    void SortRequested(); ///< SSCmdSort
+
+  private:
+    void FillKinds();
+
+    std::unique_ptr<Ui::GraphOptionsPage> ui_;
+    SortOrder sort_;
+    bool kindChosen_ = false;
+};
+
+} // namespace tessaro

@@ -1,0 +1,119 @@
+#include "controls/FileDialogs.h"
+#include "gallery/GalleryFolder.h"
+#include "gallery/frmSaveGalleryAdvance.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "session/Session.h"
+#include "support/TestSession.h"
+
+#include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
+
+namespace tessaro {
+
+namespace {
+
+class SaveGalleryTest : public test::SessionTest {
+  protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        StartSample();
+        gallery_ = Folder() + QStringLiteral("/Gallery");
+        QDir().mkpath(gallery_);
+        SetGalleryFolder(gallery_);
+        ASSERT_TRUE(ReplaceFile(TempFolder + QStringLiteral("/Work.xls"), "new"));
+    }
+    void TearDown() override {
+        SetFileAnswerer({});
+        SessionTest::TearDown();
+    }
+
+    /// A form as a wizard opens it, with a name typed into it.
+    struct Form : frmSaveGalleryAdvance {
+        Form(const QString& name, QChar type = QLatin1Char('T')) {
+            SetPresentationType(type);
+            SetSourceFile(QStringLiteral("Work"));
+            SetFileTitle(QStringLiteral("Work"));
+            Initialize();
+            findChild<QLineEdit*>(QStringLiteral("txtPresentationName"))->setText(name);
+        }
+    };
+    QString gallery_;
+};
+
+} // namespace
+
+TEST_F(SaveGalleryTest, NamesThatNoFileCanHaveAreRefused) {
+    for (const QString& name : {QString(), QStringLiteral("   "), QStringLiteral("a/b"), QStringLiteral("a:b"),
+                                QStringLiteral("what?"), QStringLiteral("tab\tbed"), QString(250, QChar(0x0627))}) {
+        Form form(name);
+        messages.clear();
+        form.CmdFinish_Click();
+        EXPECT_EQ(messages, QStringList{QStringLiteral("037")}) << name.toStdString();
+        EXPECT_EQ(form.CloseStatus(), 0);
+    }
+    EXPECT_TRUE(QDir(gallery_).isEmpty());
+}
+
+TEST_F(SaveGalleryTest, TheKindStandsBeforeTheName) {
+    for (const auto& [type, file] : {std::pair{'T', "Table - Health.Xls"}, {'G', "Graph - Health.Xls"}}) {
+        Form form(QStringLiteral("  Health "), QLatin1Char(type));
+        form.CmdFinish_Click();
+        EXPECT_EQ(form.CloseStatus(), 1);
+        EXPECT_TRUE(FileExists(gallery_ + QLatin1Char('/') + QLatin1String(file)));
+    }
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_EQ(PresentationsOf(gallery_), (QStringList{QStringLiteral("Graph - Health"), QStringLiteral("Table - Health")}));
+}
+
+TEST_F(SaveGalleryTest, AnExistingOneIsReplacedOnlyOnYes) {
+    const QString target = PresentationFile(gallery_, QLatin1Char('T'), QStringLiteral("Health"));
+    ASSERT_TRUE(ReplaceFile(target, "old"));
+    Form form(QStringLiteral("Health"));
+    answers = {MessageCode::No, MessageCode::Yes};
+    form.CmdFinish_Click();
+    EXPECT_EQ(*ReadWholeFile(target), QByteArray("old"));
+    EXPECT_EQ(form.CloseStatus(), 0);
+    form.CmdFinish_Click();
+    EXPECT_EQ(*ReadWholeFile(target), QByteArray("new"));
+    EXPECT_EQ(messages, (QStringList{QStringLiteral("285"), QStringLiteral("285")}));
+    EXPECT_TRUE(FileExists(TempFolder + QStringLiteral("/Work.xls")));
+}
+
+TEST_F(SaveGalleryTest, AFolderThatHasGoneAndASourceThatHasGone) {
+    Form form(QStringLiteral("Health"));
+    QDir(gallery_).removeRecursively();
+    form.CmdFinish_Click();
+    EXPECT_EQ(form.CloseStatus(), 0);
+    EXPECT_FALSE(FolderExists(gallery_));
+    QDir().mkpath(gallery_);
+    QFile::remove(TempFolder + QStringLiteral("/Work.xls"));
+    form.CmdFinish_Click();
+    EXPECT_EQ(messages, (QStringList{QStringLiteral("Select Gallery folder to save in"), QStringLiteral("TS_GalleryFull")}));
+    EXPECT_EQ(form.CloseStatus(), 0);
+}
+
+TEST_F(SaveGalleryTest, BackCancelAndAnotherFolder) {
+    const QString other = Folder() + QStringLiteral("/Other");
+    QDir().mkpath(other);
+    ASSERT_TRUE(ReplaceFile(other + QStringLiteral("/Map - Rain.XLS"), "x"));
+    ASSERT_TRUE(ReplaceFile(other + QStringLiteral("/notes.txt"), "x"));
+    SetFileAnswerer([&](const FileQuestion&) { return other; });
+    Form form(QStringLiteral("Health"));
+    form.cmdBrowse_Click();
+    EXPECT_EQ(GalleryCustomFolder, other);
+    auto* list = form.findChild<QListWidget*>(QStringLiteral("lstPresentations"));
+    ASSERT_EQ(list->count(), 1);
+    EXPECT_EQ(list->item(0)->text(), QStringLiteral("Map - Rain"));
+    answers = {MessageCode::No, MessageCode::Yes};
+    form.CmdCancel_Click();
+    EXPECT_EQ(form.CloseStatus(), 0);
+    form.CmdCancel_Click();
+    EXPECT_EQ(form.CloseStatus(), 1);
+    EXPECT_TRUE(form.SavedFile().isEmpty());
+    form.CmdBack_Click();
+    EXPECT_EQ(form.CloseStatus(), 0);
+}
+
+} // namespace tessaro

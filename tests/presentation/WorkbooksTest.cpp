@@ -1,0 +1,285 @@
+#include "office/SpreadsheetApplication.h"
+#include "presentation/GraphWorkbook.h"
+#include "presentation/TableWorkbook.h"
+
+#include "PresentationTest.h"
+#include "support/ReadXls.h"
+#include "support/TimeBound.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+
+namespace tessaro {
+
+namespace {
+
+using F = PivotField;
+
+/// Real workbooks, read back by another reader.
+class WorkbooksTest : public test::PresentationTest {
+  protected:
+    void SetUp() override {
+        PresentationTest::SetUp();
+        static const QTemporaryDir profile;
+        office::SpreadsheetApplication::SetProfileFolder(profile.path());
+    }
+    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
+
+    static RowsColumns Everything() {
+        RowsColumns arrangement;
+        for (const F field : {F::AreaID, F::AreaName, F::TimePeriod, F::Source})
+            arrangement.Place(field, Placement::Row);
+        for (const F field : {F::Indicator, F::Subpop})
+            arrangement.Place(field, Placement::Column);
+        return arrangement;
+    }
+    static TableOptions Options() {
+        TableOptions options;
+        options.title = QStringLiteral("Title: a/b?");
+        options.subTitle = QStringLiteral("=1+1");
+        options.titleFont.name = options.subTitleFont.name = options.bodyFont.name = QStringLiteral("Liberation Sans");
+        return options;
+    }
+};
+
+/// Heads of the columns of values, as an index of the column.
+int ColumnOf(const test::ReadSheet& sheet, int row, const QString& head) {
+    const int width = static_cast<int>(sheet.rows.at(row - 1).toArray().size());
+    for (int column = 1; column <= width; ++column)
+        if (sheet.Text(row, column) == head) return column;
+    return -1;
+}
+
+int RowOf(const test::ReadSheet& sheet, const QString& text) {
+    for (int row = 1; row <= sheet.rows.size(); ++row)
+        if (sheet.Text(row, 1) == text) return row;
+    return -1;
+}
+
+} // namespace
+
+TEST_F(WorkbooksTest, ATableHoldsWhatPlainSqlGives) {
+    SelectEverything();
+    ShowFootnotes = false;
+    RowsColumns arrangement = Everything();
+    const ShowOutcome outcome = ShowXLS(arrangement, Options());
+    ASSERT_EQ(outcome.result, ShowResult::Built);
+    EXPECT_EQ(QFileInfo(outcome.WorkbookFile).fileName(), QStringLiteral("Title_ a_b_.xls"));
+    const auto sheets = test::ReadXls(outcome.WorkbookFile);
+    ASSERT_EQ(sheets.size(), 3u);
+    const test::ReadSheet& table = sheets[0];
+    EXPECT_EQ(table.Text(1, 1), QStringLiteral("Title: a/b?"));
+    EXPECT_EQ(table.Text(2, 1), QStringLiteral("=1+1")); // a text, not a sum
+    EXPECT_EQ(table.Text(7, 1), QStringLiteral("Area ID"));
+    int values = 0;
+    for (Records rows = Select(QStringLiteral(
+             "SELECT A.AreaID, T.TimePeriod, IUS.Source, IUS.[Indicator], IUS.Subpop, D.Datavalue FROM ((Data AS D "
+             "INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId) INNER JOIN _SelArea AS A ON D.AreaNId "
+             "= A.AreaNId) INNER JOIN _SelIUSNId AS IUS ON (D.SourceNId = IUS.SourceNId) AND (D.IUSNId = IUS.IUSNId)"));
+         !rows.atEnd(); rows.MoveNext()) {
+        const int column = ColumnOf(table, 7, rows.Text("Indicator") + QLatin1Char('\n') + rows.Text("Subpop"));
+        ASSERT_GT(column, 4);
+        bool found = false;
+        for (int row = 8; row <= table.rows.size() && !found; ++row)
+            if (table.Text(row, 1) == rows.Text("AreaID") && table.Text(row, 3) == rows.Text("TimePeriod") &&
+                table.Text(row, 4) == rows.Text("Source")) {
+                found = true;
+                EXPECT_DOUBLE_EQ(table.At(row, column).toDouble(-1e300), rows.Text("Datavalue").toDouble());
+            }
+        EXPECT_TRUE(found) << rows.Text("AreaID").toStdString();
+        ++values;
+    }
+    EXPECT_GT(values, 10);
+    EXPECT_EQ(sheets[1].rows.size(), values + 1); // the list of all values below its head
+    EXPECT_EQ(sheets[1].Text(1, 5), QStringLiteral("Data value"));
+    EXPECT_EQ(sheets[2].Text(1, 1), QStringLiteral("Source"));
+    EXPECT_EQ(sheets[2].rows.size(), 3);
+}
+
+TEST_F(WorkbooksTest, FootnotesAreNumberedOnceAndListedBelow) {
+    SelectEverything();
+    ShowFootnotes = true;
+    Run(QStringLiteral("UPDATE Data SET FootnoteNId = 99 WHERE RowNId = 3")); // a note without a text
+    RowsColumns arrangement = Everything();
+    const ShowOutcome outcome = ShowXLS(arrangement, Options());
+    ASSERT_EQ(outcome.result, ShowResult::Built);
+    const test::ReadSheet table = test::ReadXls(outcome.WorkbookFile).front();
+    QStringList marked;
+    int lastRow = 0;
+    for (int row = 8; row <= table.rows.size(); ++row)
+        for (int column = 5; column <= table.rows.at(row - 1).toArray().size(); ++column)
+            if (table.Text(row, column).contains(QLatin1Char(' '))) {
+                marked << table.Text(row, column).section(QLatin1Char(' '), 1);
+                lastRow = row;
+                EXPECT_TRUE(table.runs.contains(QStringLiteral("%1,%2").arg(row).arg(column)));
+            }
+    ASSERT_EQ(marked.size(), 3);
+    EXPECT_EQ(QSet<QString>(marked.begin(), marked.end()).size(), 2); // one number for the note used twice
+    const int heading = RowOf(table, QStringLiteral("Footnotes"));
+    EXPECT_GT(heading, lastRow);
+    EXPECT_TRUE(table.Text(heading + 1, 1).endsWith(QStringLiteral("          Estimate")));
+    EXPECT_TRUE(table.Text(heading + 2, 1).isEmpty()); // the other number has no line
+    EXPECT_EQ(table.Text(heading + 3, 1), QStringLiteral("Source"));
+}
+
+TEST_F(WorkbooksTest, ColoursFollowTheRanges) {
+    SelectEverything();
+    RowsColumns arrangement = Everything();
+    TableOptions options = Options();
+    options.addColor = true;
+    options.ranges.records = InitColorRanges();
+    ASSERT_EQ(options.ranges.records.size(), 2u);
+    const ShowOutcome outcome = ShowXLS(arrangement, options);
+    const test::ReadSheet table = test::ReadXls(outcome.WorkbookFile).front();
+    int colored = 0;
+    for (int row = 8; row <= table.rows.size(); ++row)
+        for (int column = 5; column <= table.rows.at(row - 1).toArray().size(); ++column) {
+            if (!table.At(row, column).isDouble()) continue;
+            const ColorRanges* record =
+                options.ranges.Find(table.Text(7, column).section(QLatin1Char('\n'), 0, 0));
+            ASSERT_TRUE(record);
+            const int slot = record->SlotOf(table.At(row, column).toDouble());
+            if (slot < 0) continue;
+            ++colored;
+            const QColor wanted = options.ranges.colors[static_cast<std::size_t>(slot - FirstRangeSlot)];
+            EXPECT_EQ(QLatin1Char('#') + table.Look(row, column).value(QLatin1String("back")).toString().toLower(),
+                      wanted.name())
+                << row << "," << column;
+        }
+    EXPECT_GT(colored, 10);
+    const int legend = RowOf(table, QStringLiteral("Source")) - 5;
+    EXPECT_EQ(table.Text(legend, 2), QStringLiteral("Good"));
+    EXPECT_EQ(table.Text(legend + 2, 2), QStringLiteral("Poor"));
+}
+
+TEST_F(WorkbooksTest, BadInputIsToldAndLeavesNoFile) {
+    RowsColumns arrangement = Everything();
+    EXPECT_EQ(ShowXLS(arrangement, Options()).result, ShowResult::NoData); // nothing selected
+    RowsColumns none;
+    EXPECT_EQ(ShowXLS(none, Options()).result, ShowResult::NoRows);
+    SelectEverything();
+    QFile::rename(TemplateFile(QStringLiteral("TableTmp.Xls")), Folder() + QStringLiteral("/away.xls"));
+    EXPECT_EQ(ShowXLS(arrangement, Options()).result, ShowResult::TemplateMissing);
+    EXPECT_TRUE(QDir(TempFolder).entryList({QStringLiteral("*.xls")}).isEmpty());
+}
+
+TEST_F(WorkbooksTest, TextsInPlaceOfNumbersLongNamesAndOneValue) {
+    const QString longName(255, QLatin1Char('W'));
+    Run(QStringLiteral("DELETE * FROM Data"));
+    AddValue(1, 1, 1, 1, QStringLiteral("n.a."));
+    AddValue(2, 1, 1, 1, QStringLiteral("12.50"));
+    SelectEverything();
+    Run(QStringLiteral("UPDATE _SelArea SET AreaName = '%1'").arg(longName));
+    RowsColumns arrangement;
+    arrangement.Place(F::AreaName, Placement::Row);
+    TableOptions options = Options();
+    options.title = longName + QStringLiteral(".xls");
+    options.addColor = true;
+    options.ranges.records = InitColorRanges();
+    const ShowOutcome outcome = ShowXLS(arrangement, options);
+    ASSERT_EQ(outcome.result, ShowResult::Built);
+    EXPECT_EQ(arrangement.Rows().back(), F::TimePeriod); // two times, which had to be told apart
+    const test::ReadSheet table = test::ReadXls(outcome.WorkbookFile).front();
+    EXPECT_EQ(table.Text(7, 3), QStringLiteral("Data value")); // no column fields
+    EXPECT_EQ(table.Text(8, 1), longName);
+    EXPECT_EQ(table.Text(8, 3), QStringLiteral("n.a."));
+    EXPECT_EQ(table.At(9, 3).toDouble(), 12.5);
+}
+
+TEST_F(WorkbooksTest, TooManyColumnsAreCountedBeforehand) {
+    Run(QStringLiteral("DELETE * FROM Data"));
+    SelectTimes(QStringLiteral("WHERE TimePeriodNId = 1"));
+    SelectIus(QStringLiteral("WHERE IUS.IUSNId = 1 AND S.SourceNId = 1"));
+    Connection->Begin();
+    for (int area = 1; area <= 300; ++area) {
+        Run(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
+                           "'Area %1', 1)")
+                .arg(1000 + area));
+        AddValue(1, 1, 1000 + area, 1, QString::number(area));
+    }
+    Connection->Commit();
+    RowsColumns arrangement;
+    arrangement.Place(F::TimePeriod, Placement::Row);
+    arrangement.Place(F::AreaName, Placement::Column);
+    const ShowOutcome outcome = ShowXLS(arrangement, Options());
+    EXPECT_EQ(outcome.result, ShowResult::TooManyColumns);
+    EXPECT_EQ(outcome.count, 300);
+    EXPECT_TRUE(outcome.Message().contains(QStringLiteral("300")));
+    EXPECT_TRUE(outcome.Message().contains(QStringLiteral("Area name")));
+}
+
+TEST_F(WorkbooksTest, AGraphIsLiveOnItsTable) {
+    SelectEverything();
+    ShowFootnotes = true;
+    RowsColumns arrangement = Everything();
+    GraphOptions options;
+    for (const auto kind : {office::ChartKind::Column, office::ChartKind::Pie, office::ChartKind::Line}) {
+        options.kind = kind;
+        const ShowOutcome outcome = ShowGraphXLS(arrangement, options);
+        ASSERT_EQ(outcome.result, ShowResult::Built);
+        const auto sheets = test::ReadXls(outcome.WorkbookFile);
+        ASSERT_EQ(sheets.size(), 4u);
+        EXPECT_EQ(sheets[0].name, QStringLiteral("Graph"));
+        EXPECT_EQ(sheets[1].Text(1, 1), QStringLiteral("Graph"));
+        int notes = 0;
+        for (const QJsonValue& note : sheets[1].notes)
+            notes += note.toString() == QStringLiteral("Estimate") ? 1 : 0;
+        EXPECT_EQ(notes, 2);
+        office::Workbook book = office::SpreadsheetApplication::Instance().OpenWorkbook(outcome.WorkbookFile);
+        ASSERT_EQ(book.Sheet(1).ChartCount(), 1);
+        EXPECT_EQ(book.Sheet(1).ChartAt(1).Kind(), kind);
+        EXPECT_EQ(book.Sheet(1).ChartAt(1).SeriesCount(), 3);
+    }
+}
+
+TEST_F(WorkbooksTest, TenThousandValuesInTime) {
+    Run(QStringLiteral("DELETE * FROM Data"));
+    SelectIus();
+    SelectTimes();
+    Connection->Begin();
+    for (int area = 1; area <= 900; ++area) {
+        Run(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
+                           "'Area %1', 1)")
+                .arg(1000 + area));
+        for (int time = 1; time <= 4; ++time)
+            for (int ius = 1; ius <= 3; ++ius)
+                AddValue(time, ius, 1000 + area, ius == 3 ? 2 : 1, QString::number(area * ius / 7.0, 'f', 2));
+    }
+    Connection->Commit();
+    office::SpreadsheetApplication::Instance().Start();
+    RowsColumns arrangement = Everything();
+    QElapsedTimer timer;
+    timer.start();
+    const ShowOutcome outcome = ShowXLS(arrangement, Options(), {{}, {}, [&](const QString& label) {
+                                            if (qEnvironmentVariableIsSet("TESSARO_TIMES"))
+                                                qInfo("%lld ms %s", timer.elapsed(), qPrintable(label));
+                                        }});
+    EXPECT_EQ(outcome.result, ShowResult::Built);
+    RecordProperty("milliseconds", static_cast<int>(timer.elapsed()));
+    EXPECT_LT(timer.elapsed(), test::TimeBound(6000));
+    qInfo("10,800 values to a saved workbook: %lld ms", timer.elapsed());
+}
+
+TEST(CleanedTitleTest, GivesNamesThatAnyDiskTakes) {
+    const QString fallback = QStringLiteral("Table");
+    const struct {
+        QString title;
+        QString name;
+    } cases[] = {
+        {QStringLiteral("Population"), QStringLiteral("Population")},
+        {QStringLiteral("a/b\\c:d*e?f\"g<h>i|j"), QStringLiteral("a_b_c_d_e_f_g_h_i_j")},
+        {QStringLiteral("Report.XLS"), QStringLiteral("Report")},
+        {QStringLiteral("  "), fallback},
+        {QString(), fallback},
+        {QStringLiteral(".."), fallback},
+        {QStringLiteral(".hidden"), QStringLiteral("hidden")},
+        {QStringLiteral("line\nfeed\t"), QStringLiteral("line_feed_")},
+        {QString(400, QChar(0x0627)), QString(75, QChar(0x0627))}, // two bytes a letter
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(CleanedTitle(c.title, fallback), c.name);
+}
+
+} // namespace tessaro
