@@ -40,8 +40,8 @@ class KeyedList final : public QTreeView {
     void ItemActivated(const QString& key); ///< double click
     void EnterPressed();
     void DeletePressed();
-    void LeaveTowards(Qt::Edge edge); ///< arrow key that asks for the neighbour on that side
-    void ItemsDropped();              ///< highlighted items of the drop source were dropped here
+    void LeaveTowards(Qt::Edge edge);                  ///< arrow key that asks for the neighbour on that side
+    void ItemsDropped();                               ///< highlighted items of the drop source were dropped here
     void ItemsDroppedFrom(KeyedList* source, int row); ///< the same, with the row under the mouse (-1: none)
     void PopupRequested(const QPoint& globalPosition);
     void CurrentTextChanged(const QString& text);

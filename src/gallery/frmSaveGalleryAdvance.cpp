@@ -115,8 +115,7 @@ void frmSaveGalleryAdvance::CmdFinish_Click() {
         ShowMessage(GetText(QStringLiteral("Select Gallery folder to save in")), MessageType::Ok, 103, {}, false);
         return;
     }
-    const QString source =
-        FindPath(JoinPath({TempFolder, sourceFile_.trimmed() + QStringLiteral(".Xls")}));
+    const QString source = FindPath(JoinPath({TempFolder, sourceFile_.trimmed() + QStringLiteral(".Xls")}));
     const QString target = FindPath(PresentationFile(folder, type_, name));
     if (!MayReplace(target)) return;
     bool copied = false;

@@ -20,7 +20,7 @@ class frmSaveGalleryAdvance final : public QDialog {
     explicit frmSaveGalleryAdvance(QWidget* parent = nullptr);
     ~frmSaveGalleryAdvance() override;
 
-    void SetPresentationType(QChar type) { type_ = type; }                   ///< 'T', 'G' or 'M'
+    void SetPresentationType(QChar type) { type_ = type; }                  ///< 'T', 'G' or 'M'
     void SetSourceFile(const QString& baseName) { sourceFile_ = baseName; } ///< in TempFolder, without extension
     void SetFileTitle(const QString& title) { fileTitle_ = title; }
     void SetFormCaption(const QString& caption) { setWindowTitle(caption); }

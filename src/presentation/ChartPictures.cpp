@@ -61,7 +61,8 @@ void DrawPie(QPainter& painter, const QRectF& area, const QColor& ink, const QCo
 }
 
 void DrawScatter(QPainter& painter, const QRectF& area, const QColor& ink, const QColor& accent) {
-    constexpr QPointF kPoints[] = {{0.1, 0.2}, {0.25, 0.4}, {0.4, 0.3}, {0.5, 0.6}, {0.7, 0.55}, {0.8, 0.85}, {0.95, 0.7}};
+    constexpr QPointF kPoints[] = {{0.1, 0.2},  {0.25, 0.4}, {0.4, 0.3}, {0.5, 0.6},
+                                   {0.7, 0.55}, {0.8, 0.85}, {0.95, 0.7}};
     const qreal radius = area.height() / 12;
     painter.setPen(Qt::NoPen);
     int number = 0;
@@ -91,12 +92,24 @@ QIcon ChartPicture(office::ChartKind kind, const QPalette& palette, QSize size, 
     const QColor accent = theme::Accent();
     using office::ChartKind;
     switch (kind) {
-    case ChartKind::Column: DrawBars(painter, area, false, ink, accent); break;
-    case ChartKind::Bar: DrawBars(painter, area, true, ink, accent); break;
-    case ChartKind::Line: DrawLines(painter, area, false, ink, accent); break;
-    case ChartKind::Area: DrawLines(painter, area, true, ink, accent); break;
-    case ChartKind::Pie: DrawPie(painter, area, ink, accent); break;
-    case ChartKind::Scatter: DrawScatter(painter, area, ink, accent); break;
+    case ChartKind::Column:
+        DrawBars(painter, area, false, ink, accent);
+        break;
+    case ChartKind::Bar:
+        DrawBars(painter, area, true, ink, accent);
+        break;
+    case ChartKind::Line:
+        DrawLines(painter, area, false, ink, accent);
+        break;
+    case ChartKind::Area:
+        DrawLines(painter, area, true, ink, accent);
+        break;
+    case ChartKind::Pie:
+        DrawPie(painter, area, ink, accent);
+        break;
+    case ChartKind::Scatter:
+        DrawScatter(painter, area, ink, accent);
+        break;
     }
     if (kind != ChartKind::Pie) DrawAxes(painter, area, palette.color(QPalette::WindowText));
     painter.end();

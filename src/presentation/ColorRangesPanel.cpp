@@ -52,8 +52,7 @@ class LimitDelegate final : public QStyledItemDelegate {
 
 } // namespace
 
-ColorRangesPanel::ColorRangesPanel(QWidget* parent)
-    : QWidget(parent), ui_(std::make_unique<Ui::ColorRangesPanel>()) {
+ColorRangesPanel::ColorRangesPanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::ColorRangesPanel>()) {
     ui_->setupUi(this);
     ui_->grdAddColor->setRowCount(RangeCount);
     ui_->grdAddColor->setColumnCount(ColColor + 1);
@@ -86,12 +85,10 @@ void ColorRangesPanel::SetFormCaptions() {
     SetCaption(ui_->cmdApply, QStringLiteral("APPLY BUTTON"));
     SetCaption(ui_->cmdAddOK, QStringLiteral("OK BUTTON"));
     SetCaption(ui_->cmdCancelOK, QStringLiteral("CANCEL BUTTON"));
-    const std::pair<QLabel*, QWidget*> named[] = {{ui_->lblIndicator, ui_->cmbIndicator},
-                                                  {ui_->lblBreak, ui_->cmbBreak},
-                                                  {ui_->lblHighIsGood, ui_->cmbHighIsGood},
-                                                  {ui_->lblMinValue, ui_->txtMinValue},
-                                                  {ui_->lblMaxValue, ui_->txtMaxValue},
-                                                  {ui_->lblDec, ui_->txtDec}};
+    const std::pair<QLabel*, QWidget*> named[] = {
+        {ui_->lblIndicator, ui_->cmbIndicator},   {ui_->lblBreak, ui_->cmbBreak},
+        {ui_->lblHighIsGood, ui_->cmbHighIsGood}, {ui_->lblMinValue, ui_->txtMinValue},
+        {ui_->lblMaxValue, ui_->txtMaxValue},     {ui_->lblDec, ui_->txtDec}};
     for (const auto& [label, field] : named) {
         label->setBuddy(field);
         field->setAccessibleName(label->accessibleName());
@@ -101,9 +98,9 @@ void ColorRangesPanel::SetFormCaptions() {
     ui_->cmbHighIsGood->clear();
     ui_->cmbHighIsGood->addItems({PlainText(QStringLiteral("Yes")), PlainText(QStringLiteral("No"))});
     ui_->grdAddColor->setAccessibleName(PlainText(QStringLiteral("Range")));
-    ui_->grdAddColor->setHorizontalHeaderLabels(
-        {PlainText(QStringLiteral("Range")), PlainText(QStringLiteral("From")), PlainText(QStringLiteral("To")),
-         PlainText(QStringLiteral("Count")), PlainText(QStringLiteral("COMM_Color"))});
+    ui_->grdAddColor->setHorizontalHeaderLabels({PlainText(QStringLiteral("Range")), PlainText(QStringLiteral("From")),
+                                                 PlainText(QStringLiteral("To")), PlainText(QStringLiteral("Count")),
+                                                 PlainText(QStringLiteral("COMM_Color"))});
 }
 
 void ColorRangesPanel::SetRanges(const ValueRanges& ranges) {
@@ -149,8 +146,7 @@ void ColorRangesPanel::ShowGrid() {
             item->setFlags(editable ? item->flags() | Qt::ItemIsEditable : item->flags() & ~Qt::ItemIsEditable);
             item->setTextAlignment((column == ColRange ? Qt::AlignLeading : Qt::AlignRight) | Qt::AlignVCenter);
             if (column == ColColor) {
-                item->setBackground(
-                    draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - FirstRangeSlot)]);
+                item->setBackground(draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - FirstRangeSlot)]);
                 item->setData(Qt::AccessibleTextRole,
                               GetText(QStringLiteral("TS_RangeColor")).arg(QLocale().toString(row + 1)));
                 item->setToolTip(item->data(Qt::AccessibleTextRole).toString());
@@ -169,7 +165,7 @@ void ColorRangesPanel::cmdApply_Click() {
     const QString max = NumberText(ui_->txtMaxValue->text());
     if (min.isEmpty() || max.isEmpty() || min.toDouble() > max.toDouble()) {
         ShowMessage(GetText(min.isEmpty() || max.isEmpty() ? QStringLiteral("TS_FilterBadNumber")
-                                                            : QStringLiteral("TS_FilterOrder")),
+                                                           : QStringLiteral("TS_FilterOrder")),
                     MessageType::Ok, 103, {}, false);
         return;
     }

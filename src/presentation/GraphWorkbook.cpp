@@ -33,8 +33,7 @@ TableFont DataFont() {
 } // namespace
 
 office::ChartKind DefaultKind(const RowsColumns& arrangement) {
-    const RowsColumns::FieldList& along =
-        arrangement.Columns().empty() ? arrangement.Rows() : arrangement.Columns();
+    const RowsColumns::FieldList& along = arrangement.Columns().empty() ? arrangement.Rows() : arrangement.Columns();
     const bool time = std::find(along.begin(), along.end(), PivotField::TimePeriod) != along.end();
     return time ? office::ChartKind::Line : office::ChartKind::Column;
 }
@@ -143,8 +142,7 @@ void GraphWorkbook::WriteComments() {
             if (cell.footnote == 0 || cell.value.isEmpty()) continue;
             if (!known.contains(cell.footnote)) known.insert(cell.footnote, FootnoteText(cell.footnote));
             const QString& text = known[cell.footnote];
-            if (!text.isEmpty())
-                sheet_.Cells(HeaderRow + 1 + row, FirstValueColumn() + column).AddComment(text);
+            if (!text.isEmpty()) sheet_.Cells(HeaderRow + 1 + row, FirstValueColumn() + column).AddComment(text);
         }
         if (row % 64 == 0) progress_.Child(100 * row / table_.RowCount());
     }

@@ -18,12 +18,16 @@ bool IsForbidden(QChar c) {
 
 QString ShowOutcome::MessageKey() const {
     switch (result) {
-    case ShowResult::NoRows: return QStringLiteral("253");
-    case ShowResult::NoData: return QStringLiteral("256");
-    case ShowResult::TemplateMissing: return QStringLiteral("011");
+    case ShowResult::NoRows:
+        return QStringLiteral("253");
+    case ShowResult::NoData:
+        return QStringLiteral("256");
+    case ShowResult::TemplateMissing:
+        return QStringLiteral("011");
     case ShowResult::Built:
     case ShowResult::TooManyColumns:
-    case ShowResult::TooManyRows: break;
+    case ShowResult::TooManyRows:
+        break;
     }
     return {};
 }

@@ -36,7 +36,8 @@ class RowsColumns final {
     /// The first arrangement, by how many different values the selection has of each field.
     void SetDefaultRowsColumns();
     /// Moves every field that can't stay aside to the rows, because some cell would then hold more than one value. Each
-    /// unplaced field is tested in turn, together with those found dispensable before it. Gives what was moved. `progress` is told 20 + 15 x n at the field n. A failed statement counts as "one value".
+    /// unplaced field is tested in turn, together with those found dispensable before it. Gives what was moved.
+    /// `progress` is told 20 + 15 x n at the field n. A failed statement counts as "one value".
     FieldList Build_Records(const std::function<void(int)>& progress = {});
 
     bool operator==(const RowsColumns&) const = default;

@@ -18,8 +18,8 @@ enum class WizardKind { Table, Graph };
 
 /// The bytes of a layout file.
 [[nodiscard]] QByteArray LayoutBytes(const RowsColumns& arrangement, WizardKind kind);
-/// Takes an arrangement from the bytes of a layout file: four lines are passed over, seven are read. False when the file
-/// has fewer lines; what was read until then stays placed. Lines that name no field are passed over.
+/// Takes an arrangement from the bytes of a layout file: four lines are passed over, seven are read. False when the
+/// file has fewer lines; what was read until then stays placed. Lines that name no field are passed over.
 bool ReadLayout(const QByteArray& bytes, RowsColumns& arrangement);
 
 /// Replaces the file; false (reported) when it can't be written, and the old one stays.

@@ -54,9 +54,12 @@ void RowsColumnsPage::NameLists() {
 
 KeyedList* RowsColumnsPage::ListOf(Placement placement) const {
     switch (placement) {
-    case Placement::Row: return ui_->LVRows;
-    case Placement::Column: return ui_->LVColumns;
-    case Placement::Unused: break;
+    case Placement::Row:
+        return ui_->LVRows;
+    case Placement::Column:
+        return ui_->LVColumns;
+    case Placement::Unused:
+        break;
     }
     return ui_->LVAvailable;
 }
@@ -70,9 +73,8 @@ void RowsColumnsPage::ConnectList(KeyedList* list, Placement placement) {
     connect(list, &KeyedList::EnterPressed, this, [this, list, next] { Move(list, next); });
     if (placement != Placement::Unused)
         connect(list, &KeyedList::DeletePressed, this, [this, list] { Move(list, Placement::Unused); });
-    connect(list, &KeyedList::ItemsDroppedFrom, this, [this, placement](KeyedList* from, int row) {
-        Move(from, placement, row < 0 ? PivotFieldCount : row);
-    });
+    connect(list, &KeyedList::ItemsDroppedFrom, this,
+            [this, placement](KeyedList* from, int row) { Move(from, placement, row < 0 ? PivotFieldCount : row); });
     connect(list, &KeyedList::HighlightChanged, this, &RowsColumnsPage::ShowButtons);
     connect(list, &KeyedList::CurrentTextChanged, this, [this, list] { ShowDetails(list->CurrentKey()); });
     if (placement == Placement::Unused) return;
@@ -107,8 +109,10 @@ void RowsColumnsPage::SetFormCaptions() {
     ui_->LVAvailable->SetEmptyHint(GetText(QStringLiteral("TS_AllFieldsPlaced")), {});
     ui_->LVDetails->SetEmptyHint(GetText(QStringLiteral("TS_DetailsHint")), {});
     ui_->LVDetails->setAccessibleName(PlainText(QStringLiteral("Details")));
-    const QString add = layoutDirection() == Qt::RightToLeft ? QStringLiteral("remove_one.png") : QStringLiteral("add_one.png");
-    const QString back = layoutDirection() == Qt::RightToLeft ? QStringLiteral("add_one.png") : QStringLiteral("remove_one.png");
+    const QString add =
+        layoutDirection() == Qt::RightToLeft ? QStringLiteral("remove_one.png") : QStringLiteral("add_one.png");
+    const QString back =
+        layoutDirection() == Qt::RightToLeft ? QStringLiteral("add_one.png") : QStringLiteral("remove_one.png");
     const auto dress = [](QPushButton* button, const QString& icon, const QString& key) {
         button->setIcon(theme::Icon(icon));
         SetToolTip(button, key);
@@ -145,8 +149,7 @@ void RowsColumnsPage::Shift(Placement placement, int by) {
     KeyedList* list = ListOf(placement);
     const auto field = FieldOfKey(list->CurrentKey());
     if (!field) return;
-    const RowsColumns::FieldList& fields =
-        placement == Placement::Row ? arrangement_.Rows() : arrangement_.Columns();
+    const RowsColumns::FieldList& fields = placement == Placement::Row ? arrangement_.Rows() : arrangement_.Columns();
     const auto at = std::find(fields.begin(), fields.end(), *field) - fields.begin() + by;
     if (at < 0 || at >= static_cast<std::ptrdiff_t>(fields.size())) return;
     RowsColumns changed = arrangement_;
@@ -186,10 +189,11 @@ void RowsColumnsPage::ShowDetails(const QString& key) {
         const QStringList texts = DistinctValues(*field, kShownValues + 1);
         for (const QString& text : texts.mid(0, kShownValues))
             values.push_back({QString::number(values.size()), {text}, 0});
-        caption = texts.size() > kShownValues
-                      ? CaptionOf(*field) + QStringLiteral(" - ") +
-                            GetText(QStringLiteral("TS_ShownValues")).arg(QLocale().toString(kShownValues))
-                      : GetText(QStringLiteral("TS_ListCaption")).arg(CaptionOf(*field), QLocale().toString(texts.size()));
+        caption =
+            texts.size() > kShownValues
+                ? CaptionOf(*field) + QStringLiteral(" - ") +
+                      GetText(QStringLiteral("TS_ShownValues")).arg(QLocale().toString(kShownValues))
+                : GetText(QStringLiteral("TS_ListCaption")).arg(CaptionOf(*field), QLocale().toString(texts.size()));
     }
     ui_->lblDetails->setText(caption);
     ui_->LVDetails->SetColumns({QString()});

@@ -133,7 +133,8 @@ void TableWorkbook::WriteValues() {
             const bool marked = cell.footnote != 0 && !cell.value.isEmpty();
             line.push_back(marked ? office::Cell() : ValueCell(cell.value));
             if (cell.value.isEmpty()) continue;
-            if (marked) marks_.push_back({first + row, sheetColumn, ValueText(cell.value), FootnoteNumber(cell.footnote)});
+            if (marked)
+                marks_.push_back({first + row, sheetColumn, ValueText(cell.value), FootnoteNumber(cell.footnote)});
             widths_.Add(sheetColumn, ValueText(cell.value) + (marked ? QStringLiteral("  ") : QString()));
             formats.Add(first + row, sheetColumn, {.numberFormat = ValueFormat(cell.value)});
             if (const int slot = SetCellBGColor(row, column); slot > -1)
@@ -293,8 +294,7 @@ ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options, const
     const QString stem = CleanedTitle(options.title, Plain("Table"));
     outcome.WorkbookFile = JoinPath({TempFolder, GetFreeFileName(stem)});
     progress.Label("Setting the Excel Objects");
-    office::Workbook book =
-        office::SpreadsheetApplication::Instance().OpenCopy(templateFile, outcome.WorkbookFile);
+    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, outcome.WorkbookFile);
     progress.Main(65);
     TableWorkbook(book, table, options, progress).Write();
     book.Close(false);

@@ -15,9 +15,10 @@ namespace {
 
 constexpr int kMostDecimals = 15;
 
-const char* const kJoin =
-    "FROM (_SelTimePeriod AS T INNER JOIN (_SelIUSNId AS IUS INNER JOIN Data AS D ON  (IUS.SourceNId = D.SourceNId) AND "
-    "(IUS.IUSNId = D.IUSNId)) ON T.TimePeriodNId = D.TimePeriodNId)  INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId ";
+const char* const kJoin = "FROM (_SelTimePeriod AS T INNER JOIN (_SelIUSNId AS IUS INNER JOIN Data AS D ON  "
+                          "(IUS.SourceNId = D.SourceNId) AND "
+                          "(IUS.IUSNId = D.IUSNId)) ON T.TimePeriodNId = D.TimePeriodNId)  INNER JOIN _SelArea AS A ON "
+                          "D.AreaNId = A.AreaNId ";
 
 QString Shown(const QString& number) {
     return SysNumFormat ? WithSeparators(number, QLocale::system()) : number;
@@ -48,9 +49,9 @@ void ReadLimits(ColorRanges& record) {
     double lowest = 0;
     double highest = 0;
     bool any = false;
-    for (Records values = Select(QStringLiteral("SELECT D.Datavalue ") + QLatin1String(kJoin) +
-                                 OfIndicator(record.IndicatorGId) + QStringLiteral(" AND IUS.Deleted = False ") +
-                                 RowFilter);
+    for (Records values =
+             Select(QStringLiteral("SELECT D.Datavalue ") + QLatin1String(kJoin) + OfIndicator(record.IndicatorGId) +
+                    QStringLiteral(" AND IUS.Deleted = False ") + RowFilter);
          !values.atEnd(); values.MoveNext()) {
         double value = 0;
         if (!Number(values.Text(std::size_t{0}), value)) continue;
@@ -200,14 +201,15 @@ void GetEqualSizeIntervals(ColorRanges& record) {
 int GetRangeCount(const ColorRanges& record, const QString& from, const QString& to) {
     double number = 0;
     if (!Number(from, number) || !Number(to, number)) return 0;
-    const Records counts = Select(
-        QStringLiteral(" SELECT Count(IUS.IndicatorGId) AS CoutField FROM _SelTimePeriod AS T INNER JOIN ((_SelIUSNId AS "
-                       "IUS INNER JOIN Data AS D ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)) INNER "
-                       "JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId  WHERE "
-                       "(((IUS.IndicatorGId)='") +
-        QuoteDoubled(record.IndicatorGId) + QStringLiteral("' AND ((D.Datavalue) Between cdbl('") + from.trimmed() +
-        QStringLiteral("')  And cdbl('") + to.trimmed() + QStringLiteral("')) AND ((IUS.Deleted = False) ") +
-        RowFilter + QStringLiteral(")))"));
+    const Records counts =
+        Select(QStringLiteral(
+                   " SELECT Count(IUS.IndicatorGId) AS CoutField FROM _SelTimePeriod AS T INNER JOIN ((_SelIUSNId AS "
+                   "IUS INNER JOIN Data AS D ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)) INNER "
+                   "JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId  WHERE "
+                   "(((IUS.IndicatorGId)='") +
+               QuoteDoubled(record.IndicatorGId) + QStringLiteral("' AND ((D.Datavalue) Between cdbl('") +
+               from.trimmed() + QStringLiteral("')  And cdbl('") + to.trimmed() +
+               QStringLiteral("')) AND ((IUS.Deleted = False) ") + RowFilter + QStringLiteral(")))"));
     return counts.atEnd() ? 0 : static_cast<int>(counts.Number(std::size_t{0}));
 }
 

@@ -51,10 +51,14 @@ void frmGraphWizard::Form_Load() {
 bool frmGraphWizard::GoForward(int step) {
     SetStatus(PlainText(QStringLiteral("COMM_PROCESSING")));
     switch (step) {
-    case Options: return LeaveAxes();
-    case Preview: return ShowPreview();
-    case Save: return SaveAs();
-    default: return false;
+    case Options:
+        return LeaveAxes();
+    case Preview:
+        return ShowPreview();
+    case Save:
+        return SaveAs();
+    default:
+        return false;
     }
 }
 

@@ -9,8 +9,8 @@ class GraphOptionsPage;
 class OfficeHost;
 class RowsColumnsPage;
 
-/// Turns the selection into a chart: fields on the Y and X axis, options, the workbook in the hosted spreadsheet, and its
-/// place in the gallery.
+/// Turns the selection into a chart: fields on the Y and X axis, options, the workbook in the hosted spreadsheet, and
+/// its place in the gallery.
 class frmGraphWizard final : public WizardFrame {
     Q_OBJECT
 

@@ -62,10 +62,14 @@ void frmTableWizard::Form_Load() {
 bool frmTableWizard::GoForward(int step) {
     SetStatus(PlainText(QStringLiteral("COMM_PROCESSING")));
     switch (step) {
-    case Options: return LeaveRowsAndColumns();
-    case Preview: return ShowPreview();
-    case Save: return SaveAs();
-    default: return false;
+    case Options:
+        return LeaveRowsAndColumns();
+    case Preview:
+        return ShowPreview();
+    case Save:
+        return SaveAs();
+    default:
+        return false;
     }
 }
 
@@ -85,8 +89,8 @@ bool frmTableWizard::LeaveRowsAndColumns() {
 // The first two fields that the whole selection has just one value of.
 void frmTableWizard::FillDefaultTitles() {
     QStringList titles;
-    for (const PivotField field : {PivotField::Indicator, PivotField::AreaName, PivotField::TimePeriod,
-                                   PivotField::Unit, PivotField::Subpop}) {
+    for (const PivotField field :
+         {PivotField::Indicator, PivotField::AreaName, PivotField::TimePeriod, PivotField::Unit, PivotField::Subpop}) {
         const QString value = GetDistinctVal(field);
         if (!value.isEmpty()) titles << value;
         if (titles.size() == 2) break;

@@ -1,9 +1,8 @@
-#include "shell/frmMain.h"
-
 #include "gallery/frmSaveGalleryAdvance.h"
 #include "presentation/frmGraphWizard.h"
 #include "presentation/frmTableWizard.h"
 #include "session/TempFiles.h"
+#include "shell/frmMain.h"
 
 namespace tessaro {
 

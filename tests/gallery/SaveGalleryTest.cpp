@@ -64,7 +64,8 @@ TEST_F(SaveGalleryTest, TheKindStandsBeforeTheName) {
         EXPECT_TRUE(FileExists(gallery_ + QLatin1Char('/') + QLatin1String(file)));
     }
     EXPECT_TRUE(messages.isEmpty());
-    EXPECT_EQ(PresentationsOf(gallery_), (QStringList{QStringLiteral("Graph - Health"), QStringLiteral("Table - Health")}));
+    EXPECT_EQ(PresentationsOf(gallery_),
+              (QStringList{QStringLiteral("Graph - Health"), QStringLiteral("Table - Health")}));
 }
 
 TEST_F(SaveGalleryTest, AnExistingOneIsReplacedOnlyOnYes) {
@@ -90,7 +91,8 @@ TEST_F(SaveGalleryTest, AFolderThatHasGoneAndASourceThatHasGone) {
     QDir().mkpath(gallery_);
     QFile::remove(TempFolder + QStringLiteral("/Work.xls"));
     form.CmdFinish_Click();
-    EXPECT_EQ(messages, (QStringList{QStringLiteral("Select Gallery folder to save in"), QStringLiteral("TS_GalleryFull")}));
+    EXPECT_EQ(messages,
+              (QStringList{QStringLiteral("Select Gallery folder to save in"), QStringLiteral("TS_GalleryFull")}));
     EXPECT_EQ(form.CloseStatus(), 0);
 }
 

@@ -1,6 +1,5 @@
-#include "presentation/PivotTable.h"
-
 #include "PresentationTest.h"
+#include "presentation/PivotTable.h"
 
 namespace tessaro {
 
@@ -108,7 +107,8 @@ TEST_F(PivotQueryTest, FootnotesComeWithTheirValues) {
 TEST_F(PivotQueryTest, DecodesNamesAndSurvivesOddOnes) {
     SelectEverything();
     CreateDistinctIUSTables();
-    const QString code = QString::number(FirstInt(QStringLiteral("SELECT IndicatorNId FROM _Indicator ORDER BY [Indicator]")));
+    const QString code =
+        QString::number(FirstInt(QStringLiteral("SELECT IndicatorNId FROM _Indicator ORDER BY [Indicator]")));
     PivotHeaders headers(QStringLiteral("IUS.[Indicator]{[~]}T.TimePeriod"));
     EXPECT_EQ(headers.DecodePivotHeader(code + QStringLiteral("{{}}2")), QStringLiteral("Literacy{{}}2000"));
     EXPECT_EQ(headers.PartOf(F::Indicator, code + QStringLiteral("{{}}2")), QStringLiteral("Literacy"));
@@ -133,9 +133,8 @@ TEST(PivotTableTest, SplitsFootnotes) {
         const char* value;
         const char* number;
         qint64 footnote;
-    } cases[] = {{"12.5{{}}3", "12.5", 3}, {"12.5", "12.5", 0},  {"", "", 0},
-                 {"1{{}}", "1", 0},        {"1{{}}x", "1", 0},   {"a{{}}b{{}}2", "a{{}}b", 2},
-                 {" 7 ", "7", 0},          {"{{}}4", "", 4}};
+    } cases[] = {{"12.5{{}}3", "12.5", 3}, {"12.5", "12.5", 0},          {"", "", 0},     {"1{{}}", "1", 0},
+                 {"1{{}}x", "1", 0},       {"a{{}}b{{}}2", "a{{}}b", 2}, {" 7 ", "7", 0}, {"{{}}4", "", 4}};
     for (const auto& c : cases)
         EXPECT_EQ(SplitFootnote(QLatin1String(c.value)), (PivotCell{QLatin1String(c.number), c.footnote})) << c.value;
 }

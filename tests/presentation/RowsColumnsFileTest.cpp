@@ -1,7 +1,6 @@
 #include "presentation/RowsColumnsFile.h"
 
 #include "PresentationTest.h"
-
 #include "platform/Files.h"
 
 #include <QFile>
@@ -72,7 +71,10 @@ TEST_F(RowsColumnsFileTest, OddLines) {
         Fields rows;
         Fields columns;
     } cases[] = {
-        {"case and ends of lines", "ROWS             : t.timeperiod\ncolumns          : IUS.UNIT", {F::TimePeriod}, {F::Unit}},
+        {"case and ends of lines",
+         "ROWS             : t.timeperiod\ncolumns          : IUS.UNIT",
+         {F::TimePeriod},
+         {F::Unit}},
         {"blanks about the key", "  Rows             :    A.AreaID  \r\n", {F::AreaID}, {}},
         {"a field twice", "Rows             : IUS.Unit\nColumns          : IUS.Unit\n", {F::Unit}, {}},
         {"unknown label", "Pages            : IUS.Unit\n", {}, {}},

@@ -65,7 +65,8 @@ TEST_F(ValueRangesTest, EqualSizeLeavesGapsOfOneStep) {
     CutRanges(record);
     EXPECT_EQ(Texts(record).toStdString(), "0.00 - 3.33:2 | 3.34 - 6.67:0 | 6.68 - 10.00:2");
     record.HighIsGood = false;
-    const std::pair<double, int> lookups[] = {{0, 35}, {3.33, 35}, {3.335, -1}, {5, 36}, {10, 37}, {10.01, -1}, {-1, -1}};
+    const std::pair<double, int> lookups[] = {{0, 35},  {3.33, 35},  {3.335, -1}, {5, 36},
+                                              {10, 37}, {10.01, -1}, {-1, -1}};
     for (const auto& [value, slot] : lookups)
         EXPECT_EQ(record.SlotOf(value), slot) << value;
     record.HighIsGood = true;
@@ -75,7 +76,8 @@ TEST_F(ValueRangesTest, EqualSizeLeavesGapsOfOneStep) {
 }
 
 TEST_F(ValueRangesTest, WholeNumbers) {
-    ColorRanges record = WithValues({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("9"), QStringLiteral("10")});
+    ColorRanges record =
+        WithValues({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("9"), QStringLiteral("10")});
     EXPECT_EQ(record.Decimals, 0);
     EXPECT_EQ(Texts(record).toStdString(), "1 - 1:1 | 2 - 2:1 | 9 - 10:2");
     GetEqualSizeIntervals(record);
@@ -95,8 +97,8 @@ TEST_F(ValueRangesTest, FewOrEqualValues) {
 }
 
 TEST_F(ValueRangesTest, UnreadableValuesStayOutside) {
-    ColorRanges record = WithValues({QStringLiteral("n.a."), QStringLiteral("0.4"), QStringLiteral("2"), QStringLiteral("3.5"),
-                                     QStringLiteral("zzz")});
+    ColorRanges record = WithValues({QStringLiteral("n.a."), QStringLiteral("0.4"), QStringLiteral("2"),
+                                     QStringLiteral("3.5"), QStringLiteral("zzz")});
     EXPECT_EQ(record.MinValue, QStringLiteral("0.4"));
     EXPECT_EQ(record.MaxValue, QStringLiteral("3.5"));
     EXPECT_EQ(Texts(record).toStdString(), "0.4 - 0.4:1 | 2.0 - 2.0:1 | 3.5 - 3.5:1");

@@ -1,8 +1,7 @@
+#include "PresentationTest.h"
 #include "office/SpreadsheetApplication.h"
 #include "presentation/GraphWorkbook.h"
 #include "presentation/TableWorkbook.h"
-
-#include "PresentationTest.h"
 #include "support/ReadXls.h"
 #include "support/TimeBound.h"
 
@@ -24,6 +23,7 @@ class WorkbooksTest : public test::PresentationTest {
         PresentationTest::SetUp();
         static const QTemporaryDir profile;
         office::SpreadsheetApplication::SetProfileFolder(profile.path());
+        InstallTemplates();
     }
     static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
 
@@ -76,7 +76,8 @@ TEST_F(WorkbooksTest, ATableHoldsWhatPlainSqlGives) {
     int values = 0;
     for (Records rows = Select(QStringLiteral(
              "SELECT A.AreaID, T.TimePeriod, IUS.Source, IUS.[Indicator], IUS.Subpop, D.Datavalue FROM ((Data AS D "
-             "INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId) INNER JOIN _SelArea AS A ON D.AreaNId "
+             "INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId) INNER JOIN _SelArea AS A ON "
+             "D.AreaNId "
              "= A.AreaNId) INNER JOIN _SelIUSNId AS IUS ON (D.SourceNId = IUS.SourceNId) AND (D.IUSNId = IUS.IUSNId)"));
          !rows.atEnd(); rows.MoveNext()) {
         const int column = ColumnOf(table, 7, rows.Text("Indicator") + QLatin1Char('\n') + rows.Text("Subpop"));
@@ -137,8 +138,7 @@ TEST_F(WorkbooksTest, ColoursFollowTheRanges) {
     for (int row = 8; row <= table.rows.size(); ++row)
         for (int column = 5; column <= table.rows.at(row - 1).toArray().size(); ++column) {
             if (!table.At(row, column).isDouble()) continue;
-            const ColorRanges* record =
-                options.ranges.Find(table.Text(7, column).section(QLatin1Char('\n'), 0, 0));
+            const ColorRanges* record = options.ranges.Find(table.Text(7, column).section(QLatin1Char('\n'), 0, 0));
             ASSERT_TRUE(record);
             const int slot = record->SlotOf(table.At(row, column).toDouble());
             if (slot < 0) continue;
@@ -194,8 +194,9 @@ TEST_F(WorkbooksTest, TooManyColumnsAreCountedBeforehand) {
     SelectIus(QStringLiteral("WHERE IUS.IUSNId = 1 AND S.SourceNId = 1"));
     Connection->Begin();
     for (int area = 1; area <= 300; ++area) {
-        Run(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
-                           "'Area %1', 1)")
+        Run(QStringLiteral(
+                "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
+                "'Area %1', 1)")
                 .arg(1000 + area));
         AddValue(1, 1, 1000 + area, 1, QString::number(area));
     }
@@ -240,8 +241,9 @@ TEST_F(WorkbooksTest, TenThousandValuesInTime) {
     SelectTimes();
     Connection->Begin();
     for (int area = 1; area <= 900; ++area) {
-        Run(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
-                           "'Area %1', 1)")
+        Run(QStringLiteral(
+                "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
+                "'Area %1', 1)")
                 .arg(1000 + area));
         for (int time = 1; time <= 4; ++time)
             for (int ius = 1; ius <= 3; ++ius)
@@ -252,10 +254,11 @@ TEST_F(WorkbooksTest, TenThousandValuesInTime) {
     RowsColumns arrangement = Everything();
     QElapsedTimer timer;
     timer.start();
-    const ShowOutcome outcome = ShowXLS(arrangement, Options(), {{}, {}, [&](const QString& label) {
-                                            if (qEnvironmentVariableIsSet("TESSARO_TIMES"))
-                                                qInfo("%lld ms %s", timer.elapsed(), qPrintable(label));
-                                        }});
+    const ShowOutcome outcome =
+        ShowXLS(arrangement, Options(), {{}, {}, [&](const QString& label) {
+                                             if (qEnvironmentVariableIsSet("TESSARO_TIMES"))
+                                                 qInfo("%lld ms %s", timer.elapsed(), qPrintable(label));
+                                         }});
     EXPECT_EQ(outcome.result, ShowResult::Built);
     RecordProperty("milliseconds", static_cast<int>(timer.elapsed()));
     EXPECT_LT(timer.elapsed(), test::TimeBound(6000));
