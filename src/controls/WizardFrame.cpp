@@ -49,6 +49,12 @@ WizardFrame::WizardFrame(QWidget* parent) : QDialog(parent), ui_(std::make_uniqu
     QPalette strip = palette();
     strip.setColor(QPalette::Window, theme::SurfaceRaised());
     ui_->picSteps->setPalette(strip);
+    QPalette line = palette();
+    line.setColor(QPalette::WindowText, theme::HairLine());
+    for (QFrame* hairLine : {ui_->hairLineTop, ui_->hairLineBottom}) {
+        hairLine->setFrameShadow(QFrame::Plain);
+        hairLine->setPalette(line);
+    }
     connect(ui_->CmdBack, &QPushButton::clicked, this, &WizardFrame::CmdBack_Click);
     connect(ui_->CmdNext, &QPushButton::clicked, this, &WizardFrame::CmdNext_Click);
     connect(ui_->CmdFinish, &QPushButton::clicked, this, &WizardFrame::CmdFinish_Click);
@@ -80,9 +86,12 @@ void WizardFrame::Begin() {
 }
 
 QString WizardFrame::StepCaption(int step, const QString& nameKey) const {
-    return GetText(QStringLiteral("TS_WizardCaption"))
-        .arg(title_, QLocale().toString(step), QLocale().toString(StepCount()),
-             PlainText(nameKey.isEmpty() ? pageKeys_.at(step - 1) : nameKey));
+    QString caption = GetText(QStringLiteral("TS_WizardCaption"));
+    if (caption.isEmpty()) caption = QStringLiteral("%1 - %2 / %3 - %4"); // a language file without it
+    return caption.replace(QStringLiteral("%2"), QLocale().toString(step))
+        .replace(QStringLiteral("%3"), QLocale().toString(StepCount()))
+        .replace(QStringLiteral("%4"), PlainText(nameKey.isEmpty() ? pageKeys_.at(step - 1) : nameKey))
+        .replace(QStringLiteral("%1"), title_);
 }
 
 void WizardFrame::ShowStep(const QString& nameKey) {

@@ -9,11 +9,14 @@
 #include <com/sun/star/awt/Rectangle.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/chart/ChartDataRowSource.hpp>
+#include <com/sun/star/chart/X3DDisplay.hpp>
 #include <com/sun/star/chart/XAxisXSupplier.hpp>
 #include <com/sun/star/chart/XAxisYSupplier.hpp>
 #include <com/sun/star/chart/XChartDocument.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/document/XEmbeddedObjectSupplier.hpp>
+#include <com/sun/star/drawing/FillStyle.hpp>
+#include <com/sun/star/drawing/LineStyle.hpp>
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/drawing/XShape.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
@@ -225,6 +228,21 @@ void Chart::SetAxisTitles(const QString& xAxis, const QString& yAxis) {
 void Chart::SetLegend(bool shown) {
     document_->Run([&](const Model& model) {
         Need<XPropertySet>(ChartOf(model, sheet_, number_))->setPropertyValue("HasLegend", Any(shown));
+    });
+}
+
+void Chart::SetPlain() {
+    document_->Run([&](const Model& model) {
+        const auto chart = ChartOf(model, sheet_, number_);
+        const Any noFill(com::sun::star::drawing::FillStyle_NONE);
+        const Reference<com::sun::star::chart::X3DDisplay> display(chart->getDiagram(), UNO_QUERY);
+        if (display.is() && display->getWall().is()) display->getWall()->setPropertyValue("FillStyle", noFill);
+        bool hasLegend = false;
+        Need<XPropertySet>(chart)->getPropertyValue("HasLegend") >>= hasLegend;
+        if (!hasLegend) return;
+        const auto legend = Need<XPropertySet>(chart->getLegend());
+        legend->setPropertyValue("FillStyle", noFill);
+        legend->setPropertyValue("LineStyle", Any(com::sun::star::drawing::LineStyle_NONE));
     });
 }
 

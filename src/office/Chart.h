@@ -29,6 +29,8 @@ class Chart final {
     [[nodiscard]] QString Title() const;
     void SetAxisTitles(const QString& xAxis, const QString& yAxis);
     void SetLegend(bool shown);
+    /// Takes away the tinted background of plot and legend and the legend's frame.
+    void SetPlain();
     /// Font of everything in the chart; of the axes' labels.
     void SetFont(const QString& name, double points);
     void SetAxisFont(const QString& name, double points);

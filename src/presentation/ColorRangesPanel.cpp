@@ -147,8 +147,8 @@ void ColorRangesPanel::ShowGrid() {
             item->setTextAlignment((column == ColRange ? Qt::AlignLeading : Qt::AlignRight) | Qt::AlignVCenter);
             if (column == ColColor) {
                 item->setBackground(draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - FirstRangeSlot)]);
-                item->setData(Qt::AccessibleTextRole,
-                              GetText(QStringLiteral("TS_RangeColor")).arg(QLocale().toString(row + 1)));
+                item->setData(Qt::AccessibleTextRole, GetText(QStringLiteral("TS_RangeColor"))
+                                                          .replace(QStringLiteral("%1"), QLocale().toString(row + 1)));
                 item->setToolTip(item->data(Qt::AccessibleTextRole).toString());
             }
             ui_->grdAddColor->setItem(row, column, item);

@@ -17,6 +17,7 @@ namespace {
 constexpr int kWhite = 2;
 constexpr int kDarkRed = 9;
 constexpr int kGray = 16;
+constexpr double kGapHeight = 5;                ///< points, of the empty rows below the title
 constexpr QRectF kChartPlace(12, 12, 720, 440); ///< points; a landscape page
 
 QString Plain(const char* key) {
@@ -78,6 +79,8 @@ void GraphWorkbook::Write() {
     if (options_.formatTable) Format();
     widths_.WriteTo(sheet_);
     sheet_.Cells(HeaderRow, 1).AutoFitRows();
+    for (int row = 2; row < HeaderRow; ++row)
+        sheet_.SetRowHeight(row, kGapHeight);
     sheet_.FreezePanes(HeaderRow + 1, FirstValueColumn());
     SetUpPage(sheet_, HeaderRow);
     AddChart();
@@ -173,6 +176,7 @@ void GraphWorkbook::AddChart() {
     } else {
         chart.SetLegend(true);
     }
+    chart.SetPlain();
     chart.SetFont(font.name, font.size);
     chart.SetAxisFont(ProductFont.isEmpty() ? font.name : ProductFont,
                       ProductFontSize > 0 ? ProductFontSize : font.size);

@@ -35,8 +35,11 @@ QString ShowOutcome::MessageKey() const {
 QString ShowOutcome::Message() const {
     const QString number = QLocale::system().toString(count);
     if (result == ShowResult::TooManyColumns)
-        return GetText(QStringLiteral("TS_TooManyColumns")).arg(number, CaptionOf(field));
-    if (result == ShowResult::TooManyRows) return GetText(QStringLiteral("TS_TooManyRows")).arg(number);
+        return GetText(QStringLiteral("TS_TooManyColumns"))
+            .replace(QStringLiteral("%1"), number)
+            .replace(QStringLiteral("%2"), CaptionOf(field));
+    if (result == ShowResult::TooManyRows)
+        return GetText(QStringLiteral("TS_TooManyRows")).replace(QStringLiteral("%1"), number);
     return {};
 }
 

@@ -59,17 +59,12 @@ void RowsColumns::SetDefaultRowsColumns() {
 RowsColumns::FieldList RowsColumns::Build_Records(const std::function<void(int)>& progress) {
     const ErrorTrap trap("Build_Records");
     FieldList moved;
-    FieldList leftAside;
     for (int i = 0; i < PivotFieldCount; ++i) {
         const auto field = static_cast<PivotField>(i);
         if (progress) progress(20 + 15 * i);
-        if (PlacementOf(field) != Placement::Unused || field == PivotField::AreaName) continue;
         // Names tell areas apart as a rule; where two areas share one, the id is needed as well, so it is tested too.
-        leftAside.push_back(field);
-        if (field == PivotField::AreaID && PlacementOf(PivotField::AreaName) == Placement::Unused)
-            leftAside.push_back(PivotField::AreaName);
-        if (!MultipleExists(leftAside)) continue;
-        std::erase(leftAside, field);
+        if (PlacementOf(field) != Placement::Unused || field == PivotField::AreaName) continue;
+        if (!MultipleExists(field, *this)) continue;
         Place(field, Placement::Row);
         moved.push_back(field);
     }
@@ -78,8 +73,8 @@ RowsColumns::FieldList RowsColumns::Build_Records(const std::function<void(int)>
 
 namespace {
 
-/// The group list of MultipleExists: all fields in a fixed order without those that are left aside.
-QString GroupList(const RowsColumns::FieldList& leftAside) {
+/// The group list of MultipleExists: what is placed, in a fixed order.
+QString GroupList(const RowsColumns& arrangement) {
     constexpr struct {
         PivotField field;
         const char* text;
@@ -89,8 +84,7 @@ QString GroupList(const RowsColumns::FieldList& leftAside) {
                    {PivotField::Subpop, "IUS.Subpop"}};
     QStringList groups;
     for (const auto& group : kGroups)
-        if (std::find(leftAside.begin(), leftAside.end(), group.field) == leftAside.end())
-            groups << QLatin1String(group.text);
+        if (arrangement.PlacementOf(group.field) != Placement::Unused) groups << QLatin1String(group.text);
     return groups.join(QLatin1Char(','));
 }
 
@@ -104,20 +98,24 @@ QString DistinctStatement(PivotField field) {
 
 } // namespace
 
-bool MultipleExists(const RowsColumns::FieldList& leftAside) {
-    if (leftAside.empty()) return false;
-    const QString f = KeyOf(leftAside.front());
-    const QString groups = GroupList(leftAside);
-    QString sql = QStringLiteral("SELECT Count(") + f +
-                  QStringLiteral(") AS CoutField  FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS "
-                                 "D INNER  JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId "
-                                 "= D.AreaNId)  ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  WHERE "
-                                 "IUS.Deleted = False ") +
-                  RowFilter;
-    if (!groups.isEmpty()) sql += QStringLiteral(" GROUP BY ") + groups;
-    sql += QStringLiteral(" ORDER BY Count(") + f + QStringLiteral(") DESC");
-    const Records counts = Select(sql);
-    return !counts.atEnd() && counts.Number(std::size_t{0}) > 1;
+// Rows that stand in one cell need not differ in this field: only where they do must it be told apart.
+bool MultipleExists(PivotField field, const RowsColumns& arrangement) {
+    const QString f = KeyOf(field);
+    const QString groups = GroupList(arrangement);
+    const QString from =
+        QStringLiteral("  FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS D INNER  "
+                       "JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = "
+                       "D.AreaNId)  ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  "
+                       "WHERE IUS.Deleted = False ") +
+        RowFilter;
+    const QString groupBy = groups.isEmpty() ? QString() : QStringLiteral(" GROUP BY ") + groups;
+    const Records counts = Select(QStringLiteral("SELECT Count(") + f + QStringLiteral(") AS CoutField") + from +
+                                  groupBy + QStringLiteral(" ORDER BY Count(") + f + QStringLiteral(") DESC"));
+    if (counts.atEnd() || counts.Number(std::size_t{0}) <= 1) return false;
+    const Records limits =
+        Select(QStringLiteral("SELECT Min(") + f + QStringLiteral("), Max(") + f + QStringLiteral(")") + from +
+               groupBy + QStringLiteral(" HAVING Min(") + f + QStringLiteral(") <> Max(") + f + QStringLiteral(")"));
+    return !limits.atEnd();
 }
 
 QString GetDistinctVal(PivotField field) {

@@ -35,9 +35,8 @@ class RowsColumns final {
 
     /// The first arrangement, by how many different values the selection has of each field.
     void SetDefaultRowsColumns();
-    /// Moves every field that can't stay aside to the rows, because some cell would then hold more than one value. Each
-    /// unplaced field is tested in turn, together with those found dispensable before it. Gives what was moved.
-    /// `progress` is told 20 + 15 x n at the field n. A failed statement counts as "one value".
+    /// Moves every field that can't stay aside to the rows, because some cell would then hold more than one value.
+    /// Gives what was moved. `progress` is told 20 + 15 x n at the field n. A failed statement counts as "one value".
     FieldList Build_Records(const std::function<void(int)>& progress = {});
 
     bool operator==(const RowsColumns&) const = default;
@@ -47,8 +46,8 @@ class RowsColumns final {
     FieldList columns_;
 };
 
-/// True when some cell would hold more than one value with these fields left aside and all others told apart.
-[[nodiscard]] bool MultipleExists(const RowsColumns::FieldList& leftAside);
+/// True when some cell of the arrangement would hold values that differ in this field.
+[[nodiscard]] bool MultipleExists(PivotField field, const RowsColumns& arrangement);
 /// The one value of a field in the selection; empty when there are none or several.
 [[nodiscard]] QString GetDistinctVal(PivotField field);
 [[nodiscard]] int GetDistinctCount(PivotField field);

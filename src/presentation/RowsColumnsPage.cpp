@@ -19,8 +19,9 @@ namespace {
 
 constexpr int kShownValues = 500;
 
-QString WithCount(const QString& captionKey, int count) {
-    return GetText(QStringLiteral("TS_ListCaption")).arg(PlainText(captionKey), QLocale().toString(count));
+QString WithCount(const QString& caption, qsizetype count) {
+    const QString pattern = GetText(QStringLiteral("TS_ListCaption"));
+    return (pattern.isEmpty() ? QStringLiteral("%1 (%2)") : pattern).arg(caption, QLocale().toString(count));
 }
 
 void MakeHeading(QLabel* label) {
@@ -171,7 +172,7 @@ void RowsColumnsPage::ShowLists() {
     fill(ui_->LVColumns, arrangement_.Columns());
     const bool table = kind_ == WizardKind::Table;
     const auto head = [](QLabel* label, KeyedList* list, const char* key) {
-        label->setText(WithCount(QLatin1String(key), list->Items().Count()));
+        label->setText(WithCount(PlainText(QLatin1String(key)), list->Items().Count()));
         list->setAccessibleName(PlainText(QLatin1String(key)));
     };
     head(ui_->lblAvailable, ui_->LVAvailable, "AVAILABLE");
@@ -189,11 +190,10 @@ void RowsColumnsPage::ShowDetails(const QString& key) {
         const QStringList texts = DistinctValues(*field, kShownValues + 1);
         for (const QString& text : texts.mid(0, kShownValues))
             values.push_back({QString::number(values.size()), {text}, 0});
-        caption =
-            texts.size() > kShownValues
-                ? CaptionOf(*field) + QStringLiteral(" - ") +
-                      GetText(QStringLiteral("TS_ShownValues")).arg(QLocale().toString(kShownValues))
-                : GetText(QStringLiteral("TS_ListCaption")).arg(CaptionOf(*field), QLocale().toString(texts.size()));
+        caption = texts.size() > kShownValues ? CaptionOf(*field) + QStringLiteral(" - ") +
+                                                    GetText(QStringLiteral("TS_ShownValues"))
+                                                        .replace(QStringLiteral("%1"), QLocale().toString(kShownValues))
+                                              : WithCount(CaptionOf(*field), texts.size());
     }
     ui_->lblDetails->setText(caption);
     ui_->LVDetails->SetColumns({QString()});
@@ -232,7 +232,8 @@ void RowsColumnsPage::CmdSave_Click() {
     if (file.isEmpty()) return;
     if (!file.endsWith(extension, Qt::CaseInsensitive)) file += extension;
     if (!SaveRowsColumns(file, arrangement_, kind_))
-        ShowMessage(GetText(QStringLiteral("TS_OfficeFile")).arg(file), MessageType::Ok, 103, {}, false);
+        ShowMessage(GetText(QStringLiteral("TS_OfficeFile")).replace(QStringLiteral("%1"), file), MessageType::Ok, 103,
+                    {}, false);
 }
 
 void RowsColumnsPage::CmdLoad_Click() {

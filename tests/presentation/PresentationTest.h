@@ -4,6 +4,7 @@
 #include "platform/Paths.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "session/Strings.h"
 #include "support/TestSession.h"
 
 namespace tessaro::test {
@@ -14,8 +15,16 @@ class PresentationTest : public SessionTest {
     void SetUp() override {
         SessionTest::SetUp();
         ASSERT_TRUE(OpenSample());
+        InstallTexts();
     }
 
+    /// All texts of the product in place of the sample's few.
+    static void InstallTexts() {
+        const QString file = FileOfLanguage(Language);
+        ASSERT_TRUE(
+            CopyFileOver(FindPath(QStringLiteral(TESSARO_INSTALLATION "/Languages/") + FileNameOf(file)), file));
+        ReadTranslateFile();
+    }
     /// The workbooks that the wizards fill, into the sample's application folder.
     static void InstallTemplates() {
         for (const QString& name : {QStringLiteral("TableTmp.Xls"), QStringLiteral("GraphTmp.Xls")})

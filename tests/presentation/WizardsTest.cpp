@@ -91,6 +91,8 @@ TEST_F(WizardsTest, FieldsMoveByDoubleClickButtonsAndKeys) {
     EXPECT_TRUE(Named<KeyedList>(wizard, "LVAvailable")->HasHighlighted());
     Click(wizard, "cmdToRows");
     EXPECT_EQ(Keys(wizard, "LVRows").last(), QStringLiteral("IUS.Unit"));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&wizard));
+    Named<KeyedList>(wizard, "LVRows")->setFocus();
     QTest::keyClick(Named<KeyedList>(wizard, "LVRows"), Qt::Key_Up, Qt::AltModifier);
     EXPECT_EQ(Keys(wizard, "LVRows").at(3), QStringLiteral("IUS.Unit"));
     QTest::keyClick(Named<KeyedList>(wizard, "LVRows"), Qt::Key_Delete);

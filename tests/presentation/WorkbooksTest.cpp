@@ -35,6 +35,11 @@ class WorkbooksTest : public test::PresentationTest {
             arrangement.Place(field, Placement::Column);
         return arrangement;
     }
+    /// Keeps a workbook in the folder that the environment names, to be looked at.
+    static void Keep(const QString& file, const char* name) {
+        const QString folder = qEnvironmentVariable("TESSARO_PICTURES");
+        if (!folder.isEmpty()) QFile::copy(file, folder + QLatin1Char('/') + QLatin1String(name));
+    }
     static TableOptions Options() {
         TableOptions options;
         options.title = QStringLiteral("Title: a/b?");
@@ -66,6 +71,7 @@ TEST_F(WorkbooksTest, ATableHoldsWhatPlainSqlGives) {
     RowsColumns arrangement = Everything();
     const ShowOutcome outcome = ShowXLS(arrangement, Options());
     ASSERT_EQ(outcome.result, ShowResult::Built);
+    Keep(outcome.WorkbookFile, "table.xls");
     EXPECT_EQ(QFileInfo(outcome.WorkbookFile).fileName(), QStringLiteral("Title_ a_b_.xls"));
     const auto sheets = test::ReadXls(outcome.WorkbookFile);
     ASSERT_EQ(sheets.size(), 3u);
@@ -102,10 +108,13 @@ TEST_F(WorkbooksTest, ATableHoldsWhatPlainSqlGives) {
 TEST_F(WorkbooksTest, FootnotesAreNumberedOnceAndListedBelow) {
     SelectEverything();
     ShowFootnotes = true;
-    Run(QStringLiteral("UPDATE Data SET FootnoteNId = 99 WHERE RowNId = 3")); // a note without a text
+    const Records bare = Select(QStringLiteral("SELECT Max(RowNId) FROM Data WHERE FootnoteNId <> 1"));
+    Run(QStringLiteral("UPDATE Data SET FootnoteNId = 99 WHERE RowNId = ") +
+        bare.Text(std::size_t{0})); // without a text
     RowsColumns arrangement = Everything();
     const ShowOutcome outcome = ShowXLS(arrangement, Options());
     ASSERT_EQ(outcome.result, ShowResult::Built);
+    Keep(outcome.WorkbookFile, "footnotes.xls");
     const test::ReadSheet table = test::ReadXls(outcome.WorkbookFile).front();
     QStringList marked;
     int lastRow = 0;
@@ -127,12 +136,14 @@ TEST_F(WorkbooksTest, FootnotesAreNumberedOnceAndListedBelow) {
 
 TEST_F(WorkbooksTest, ColoursFollowTheRanges) {
     SelectEverything();
+    ShowFootnotes = false;
     RowsColumns arrangement = Everything();
     TableOptions options = Options();
     options.addColor = true;
     options.ranges.records = InitColorRanges();
     ASSERT_EQ(options.ranges.records.size(), 2u);
     const ShowOutcome outcome = ShowXLS(arrangement, options);
+    Keep(outcome.WorkbookFile, "colors.xls");
     const test::ReadSheet table = test::ReadXls(outcome.WorkbookFile).front();
     int colored = 0;
     for (int row = 8; row <= table.rows.size(); ++row)
@@ -220,6 +231,7 @@ TEST_F(WorkbooksTest, AGraphIsLiveOnItsTable) {
         options.kind = kind;
         const ShowOutcome outcome = ShowGraphXLS(arrangement, options);
         ASSERT_EQ(outcome.result, ShowResult::Built);
+        Keep(outcome.WorkbookFile, kind == office::ChartKind::Pie ? "pie.xls" : "graph.xls");
         const auto sheets = test::ReadXls(outcome.WorkbookFile);
         ASSERT_EQ(sheets.size(), 4u);
         EXPECT_EQ(sheets[0].name, QStringLiteral("Graph"));
