@@ -77,7 +77,8 @@ HandWritten::HandWritten(const std::string& dataFile, const std::string& selecti
     : database_(Open(dataFile).release()) {
     Run("ATTACH '" + selections + "' AS sel; ATTACH '" + working + "' AS work");
     // As safe as ours: the selections outlive a crash, the working database is made anew.
-    Run("PRAGMA main.synchronous = NORMAL; PRAGMA sel.synchronous = NORMAL; PRAGMA work.synchronous = OFF");
+    Run("PRAGMA main.synchronous = NORMAL; PRAGMA sel.synchronous = NORMAL; PRAGMA work.synchronous = OFF; "
+        "PRAGMA work.journal_mode = MEMORY");
 }
 
 HandWritten::~HandWritten() {
@@ -112,7 +113,8 @@ void OpenByHand(const std::string& dataFile, const std::string& selections, cons
     ReadCatalogue(chosen.get());
     const Database work = Open(working);
     ReadCatalogue(work.get());
-    RunOn(work.get(), "BEGIN; CREATE TABLE links (name TEXT, file TEXT, source TEXT)");
+    RunOn(work.get(), "PRAGMA synchronous = OFF; PRAGMA journal_mode = MEMORY; BEGIN; CREATE TABLE links (name TEXT, "
+                      "file TEXT, source TEXT)");
     for (const std::string& table : tables)
         RunOn(work.get(), "INSERT INTO links VALUES ('" + table + "', '" + dataFile + "', '" + table + "')");
     RunOn(work.get(), "COMMIT");

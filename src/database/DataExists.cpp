@@ -151,9 +151,15 @@ void UpdateDataExistsTables(jet::Connection& connection) {
 }
 
 bool MarkDataExists(const QString& path) {
-    const ErrorTrap trap("MarkDataExists");
+    ErrorTrap trap("MarkDataExists");
     const auto connection = CreateTheConnection(path);
-    return connection && Marking(*connection).Run();
+    if (!connection) return false;
+    // Some twenty statements, and one writing to the disk. A statement that fails takes back its own part alone.
+    const bool together = trap.Try([&] { connection->Begin(); });
+    const bool marked = Marking(*connection).Run();
+    if (!together || trap.Try([&] { connection->Commit(); })) return marked;
+    trap.Try([&] { connection->Rollback(); });
+    return false;
 }
 
 } // namespace tessaro

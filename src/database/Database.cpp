@@ -39,18 +39,24 @@ std::size_t CountRequiredTables(const jet::Connection& connection, const QString
     return count;
 }
 
-bool IsDataDatabase(const QString& path) {
+/// A connection to the file when it is a data database, or none.
+std::shared_ptr<jet::Connection> OpenDataDatabase(const QString& path) {
     const ErrorTrap trap("InValidFile");
-    if (IsGenuineJetFile(path) && !ImportJetFile(path)) return false;
-    const auto connection = CreateTheConnection(path);
-    if (!connection) return false;
+    if (IsGenuineJetFile(path) && !ImportJetFile(path)) return nullptr;
+    auto connection = CreateTheConnection(path);
+    if (!connection) return nullptr;
     const QString code = DefaultLanguageCode(*connection);
-    if (code.isEmpty()) return false;
+    if (code.isEmpty()) return nullptr;
     bool complete = false;
     ErrorTrap("InValidFile").Try([&] {
         complete = CountRequiredTables(*connection, code) == schema::RequiredTables(code.toStdString()).size();
     });
-    return complete;
+    return complete ? connection : nullptr;
+}
+
+void Refuse(const QString& path) {
+    LogNote(QLatin1String("refused as a data database: ") + path);
+    ShowMessage(QStringLiteral("316"), MessageType::Ok, 101);
 }
 
 bool ConnectionIsOpen() {
@@ -77,29 +83,43 @@ void RenewWorkingDatabase() {
 } // namespace
 
 bool InValidFile(const QString& path) {
-    if (IsDataDatabase(path)) return false;
-    LogNote(QLatin1String("refused as a data database: ") + path);
-    ShowMessage(QStringLiteral("316"), MessageType::Ok, 101);
+    if (OpenDataDatabase(path)) return false;
+    Refuse(path);
     return true;
 }
 
 bool OpenDatabaseFile(const QString& path) {
-    if (InValidFile(path)) return false;
+    auto data = OpenDataDatabase(path);
+    if (!data) {
+        Refuse(path);
+        return false;
+    }
     const ErrorTrap trap("OpenDatabaseFile");
     CurrentDatabase = path;
     RenewWorkingDatabase();
-    LinkAllTablesinInfoSel();
-    Connection = CreateTheConnection(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
+    std::shared_ptr<jet::Connection> working;
+    if (ConnectionIsOpen()) {
+        LinkAllTablesinInfoSel(std::move(data), Connection);
+        working = CreateTheConnection(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
+    } else {
+        working = CreateTheConnection(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
+        LinkAllTablesinInfoSel(std::move(data), working);
+    }
+    Connection = std::move(working);
     return true;
 }
 
 bool IsLanguageInDatabase(const QString& path) {
     const ErrorTrap trap("IsLanguageInDatabase");
     const auto connection = CreateTheConnection(path);
-    if (!connection) return false;
+    return connection && IsLanguageInDatabase(*connection);
+}
+
+bool IsLanguageInDatabase(jet::Connection& connection) {
+    const ErrorTrap trap("IsLanguageInDatabase");
     const Records rows = Select(QStringLiteral("SELECT LanguageName FROM [Language] WHERE LanguageName = '") +
                                     QuoteDoubled(Language) + QStringLiteral("'"),
-                                jet::CursorType::Static, connection.get());
+                                jet::CursorType::Static, &connection);
     return rows.isOpen() && !rows.atEnd();
 }
 

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "jet/Connection.h"
+
 #include <QString>
+
+#include <memory>
 
 namespace tessaro {
 
@@ -14,9 +18,13 @@ bool OpenDatabaseFile(const QString& path);
 /// Links the working database to CurrentDatabase in the current language. False when the database lacks the language:
 /// then the forms are unloaded, the home page comes up, and no link is touched.
 bool LinkAllTablesinInfoSel();
+/// The same on connections that stand: `data` to CurrentDatabase, `working` to the working database, each opened here
+/// when it is null. Opening a file costs more than what is read from it.
+bool LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::shared_ptr<jet::Connection> working);
 /// Replaces the link `linkName` in InfoSel.mdb, on a connection of its own.
 void CreateLink(const QString& databasePath, const QString& sourceTable, const QString& linkName);
 [[nodiscard]] bool IsLanguageInDatabase(const QString& path);
+[[nodiscard]] bool IsLanguageInDatabase(jet::Connection& connection);
 /// The text between "[" and "]" of a language name with "_" before it: "English [en]" gives "_en". Without brackets:
 /// "_".
 [[nodiscard]] QString SuffixOfLanguage(const QString& language);

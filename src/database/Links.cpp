@@ -84,7 +84,10 @@ void MakeAllLinks(jet::Connection& working) {
     const QString selections = FileToOpen(JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")}));
     const QString data = FileToOpen(CurrentDatabase);
     ErrorTrap trap("LinkAllTablesinInfoSel");
-    const bool together = trap.Try([&] { working.Begin(); });
+    const bool together = trap.Try([&] {
+        working.Relax();
+        working.Begin();
+    });
     for (const LinkRow& link : Links) {
         const QString name = QString::fromLatin1(link.name);
         const QString source = link.source == LinkSource::WithSuffix ? name + LanguageSuffix : name;
@@ -104,14 +107,19 @@ void ShowLanguageMissing() {
 } // namespace
 
 bool LinkAllTablesinInfoSel() {
+    return LinkAllTablesinInfoSel(nullptr, nullptr);
+}
+
+bool LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::shared_ptr<jet::Connection> working) {
     const ErrorTrap trap("LinkAllTablesinInfoSel");
     LanguageSuffix = SuffixOfLanguage(Language);
-    if (!IsLanguageInDatabase(CurrentDatabase)) {
+    if (!(data ? IsLanguageInDatabase(*data) : IsLanguageInDatabase(CurrentDatabase))) {
         ShowLanguageMissing();
         return false;
     }
     LanguageInDatabase = true;
-    if (const auto working = ConnectionForLinks()) MakeAllLinks(*working);
+    if (!working) working = ConnectionForLinks();
+    if (working) MakeAllLinks(*working);
     return true;
 }
 

@@ -134,6 +134,9 @@ void Connection::CreateLink(const std::string& linkName, const std::string& file
     EngineOf(*impl_).PutLink({linkName, file, password, sourceTable});
 }
 
+void Connection::Relax() {
+    EngineOf(*impl_).catalogue().Relax();
+}
 void Connection::Begin() {
     EngineOf(*impl_).Begin();
 }

@@ -55,6 +55,8 @@ class Connection final {
     /// found out when the link is used, as error NoSuchTable.
     void CreateLink(const std::string& linkName, const std::string& file, const std::string& password,
                     const std::string& sourceTable);
+    /// For a working database that is about to get its links: what is written from now on need not outlive a crash.
+    void Relax();
     /// Everything written between Begin and Commit goes to disk at once; Rollback takes it back.
     void Begin();
     void Commit();

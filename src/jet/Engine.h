@@ -101,6 +101,10 @@ class Engine {
     [[nodiscard]] PreparedStatement PrepareQuery(std::string_view sql, const std::vector<ListParameter>& lists);
     [[nodiscard]] ReadyQuery OpenPivot(const Translation& translation);
     std::int64_t RunStatements(Seen& seen);
+    std::int64_t ExecuteHere(std::string_view sql);
+    std::int64_t ExecuteClaimed(std::string_view sql);
+    void Claim();
+    void EndClaim();
     std::int64_t RunOne(const PreparedStatement& prepared);
     void TakeInReaders(const std::set<std::string>& written);
     void TakeInAll();
@@ -116,6 +120,7 @@ class Engine {
     Seen passing_; ///< a statement too long to be kept
     Statement begin_;
     Statement commit_;
+    Statement claim_;     ///< takes the write lock of a working database and writes nothing
     bool scoped_ = false; ///< within a ReadScope that has begun
     Statement dataVersion_;
     std::int64_t lastVersion_ = -1;

@@ -50,17 +50,17 @@ void LiveCatalogue::ReadAll() {
     figures_.clear();
     entries_.clear();
     byName_.clear();
-    bool hasLinks = false;
+    hasLinks_ = false;
     for (const auto& row :
          Rows(database_, "SELECT name, type FROM main.sqlite_master WHERE type IN ('table', 'view')")) {
         Entry entry;
         entry.table.name = entry.table.sourceTable = row[0].toText();
-        hasLinks = hasLinks || SameName(entry.table.name, LinkTable);
+        hasLinks_ = hasLinks_ || SameName(entry.table.name, LinkTable);
         if (IsSystemName(entry.table.name)) continue;
         entry.table.type = row[1].toText() == "view" ? TableType::View : TableType::Table;
         Add(std::move(entry));
     }
-    if (!hasLinks) return;
+    if (!hasLinks_) return;
     for (const auto& row :
          Rows(database_, "SELECT Name, File, Password, SourceTable FROM main.MSysLinks ORDER BY rowid")) {
         Entry entry;
@@ -69,9 +69,14 @@ void LiveCatalogue::ReadAll() {
         entry.table.type = TableType::Link;
         Add(std::move(entry));
     }
-    if (sqlite3_get_autocommit(database_) == 0) return; // can't be set now, and was set at the opening
-    // a working database is made anew from its template at any time, and its links cost forty commits
-    Run(database_, "PRAGMA main.synchronous = OFF; PRAGMA main.journal_mode = MEMORY");
+    Relax();
+}
+
+void LiveCatalogue::Relax() {
+    if (relaxed_ || sqlite3_get_autocommit(database_) == 0) return; // within a transaction it can't be set
+    Run(database_, "PRAGMA main.synchronous = OFF");
+    Run(database_, "PRAGMA main.journal_mode = MEMORY");
+    relaxed_ = true;
 }
 
 void LiveCatalogue::ReadTable(const std::string& name) {
@@ -251,6 +256,7 @@ void LiveCatalogue::PutLink(const LinkInfo& link) {
         "TEXT, SourceTable TEXT)");
     Run(database_, "INSERT OR REPLACE INTO main.MSysLinks (Name, File, Password, SourceTable) VALUES (?, ?, ?, ?)",
         {link.name, link.file, link.password, link.sourceTable});
+    hasLinks_ = true;
     Remove(link.name);
     ++version_;
     Entry entry;

@@ -34,6 +34,8 @@ class LiveCatalogue final : public Catalogue {
 
     [[nodiscard]] std::vector<TableInfo> Tables() const;
     [[nodiscard]] bool isLink(std::string_view name) const;
+    /// True when the file is a working database, which keeps links.
+    [[nodiscard]] bool hasLinks() const { return hasLinks_; }
     /// True when a link was looked for since the last reading of everything and its table was not there.
     [[nodiscard]] bool missedLink() const { return missedLink_; }
 
@@ -41,6 +43,9 @@ class LiveCatalogue final : public Catalogue {
     void ReadAll();
     /// Reads one table of the file again, after a statement that made, changed or dropped it.
     void ReadTable(const std::string& name);
+    /// A working database is made anew from its template at any time: nothing in it has to outlive a crash. One that
+    /// has links already is known for one.
+    void Relax();
     /// Both need a file that can be written and no statement under way.
     void PutLink(const LinkInfo& link);
     void DropLink(std::string_view name);
@@ -77,6 +82,8 @@ class LiveCatalogue final : public Catalogue {
     mutable std::map<std::string, Attached> attached_;                           ///< by path of file
     mutable std::map<std::string, std::map<std::string, std::int64_t>> figures_; ///< rows by schema and table
     mutable bool missedLink_ = false;
+    bool hasLinks_ = false;
+    bool relaxed_ = false;
     unsigned version_ = 1;
 };
 

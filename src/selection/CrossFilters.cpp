@@ -87,15 +87,17 @@ constexpr FromByFlags AreaFrom{
     " FROM Area As A INNER JOIN Data AS D ON A.AreaNId = D.AreaNId "};
 // clang-format on
 
-KeyedItem FoundItem(const Records& rows) {
-    const QString indicatorGId = rows.Text("IndicatorGId");
+/// The fields of the list query, in its order.
+enum Field : std::size_t { IUSNId, IndicatorGId, UnitGId, SubpopGId, Indicator, Unit, Subpop };
+
+KeyedItem FoundItem(const Records& rows, const QString& iusNId) {
+    const QString indicatorGId = rows.Text(IndicatorGId);
     const int indicatorBit = IsGlobal(indicatorGId) ? 1 : 0;
     if (!ByCombination())
-        return {QLatin1Char('I') + indicatorGId, {rows.Text("Indicator")}, static_cast<quint8>(indicatorBit)};
-    const int bits =
-        indicatorBit | (IsGlobal(rows.Text("UnitGId")) ? 2 : 0) | (IsGlobal(rows.Text("SubpopGId")) ? 4 : 0);
-    return {QLatin1Char('I') + rows.Text("IUSNId"),
-            {rows.Text("Indicator"), rows.Text("Unit"), rows.Text("Subpop")},
+        return {QLatin1Char('I') + indicatorGId, {rows.Text(Indicator)}, static_cast<quint8>(indicatorBit)};
+    const int bits = indicatorBit | (IsGlobal(rows.Text(UnitGId)) ? 2 : 0) | (IsGlobal(rows.Text(SubpopGId)) ? 4 : 0);
+    return {QLatin1Char('I') + iusNId,
+            {rows.Text(Indicator), rows.Text(Unit), rows.Text(Subpop)},
             static_cast<quint8>(bits)};
 }
 
@@ -136,8 +138,8 @@ FoundIndicators FindIndicators(const IndicatorFilter& filter) {
     QStringList combinations;
     Records rows = Select(IndicatorFilterSql(filter), jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext()) {
-        combinations << rows.Text("IUSNId");
-        found.items.push_back(FoundItem(rows));
+        combinations << rows.Text(IUSNId);
+        found.items.push_back(FoundItem(rows, combinations.last()));
     }
     found.iusList = combinations.join(QLatin1Char(','));
     TheFrame().SetProgress(80);
@@ -151,8 +153,9 @@ QString TimeFilterSql(bool byIndicators, bool byAreas) {
 
 std::vector<KeyedItem> FindPeriods(bool byIndicators, bool byAreas) {
     std::vector<KeyedItem> periods;
-    for (Records rows = Select(TimeFilterSql(byIndicators, byAreas)); !rows.atEnd(); rows.MoveNext())
-        periods.push_back({QLatin1Char('T') + rows.Text("TimePeriodNId"), {rows.Text("TimePeriod")}, 0});
+    Records rows = Select(TimeFilterSql(byIndicators, byAreas), jet::CursorType::ForwardOnly);
+    for (; !rows.atEnd(); rows.MoveNext())
+        periods.push_back({QLatin1Char('T') + rows.Text(std::size_t{0}), {rows.Text(std::size_t{1})}, 0});
     return periods;
 }
 
