@@ -1,12 +1,14 @@
 #include "gallery/GalleryFolder.h"
 
 #include "platform/Paths.h"
+#include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 
 #include <QDir>
 
 #include <algorithm>
+#include <array>
 
 namespace tessaro {
 
@@ -14,8 +16,47 @@ namespace {
 
 constexpr qsizetype kLongestName = 200; ///< bytes of a name; kind word and extension come on top
 
+const QString kExtension = QStringLiteral(".xls");
+
 bool IsForbidden(QChar c) {
     return c.unicode() < 32 || c.unicode() == 127 || QStringLiteral("\\/:*?\"<>|").contains(c);
+}
+
+QString WithoutExtension(const QString& file) {
+    return file.endsWith(kExtension, Qt::CaseInsensitive) ? file.chopped(kExtension.size()) : file;
+}
+
+/// The kinds in the order of their tests, each with its word.
+using KindWords = std::array<std::pair<QChar, QString>, 3>;
+
+const KindWords& FixedWords() {
+    static const KindWords words{{{QLatin1Char('T'), QStringLiteral("table")},
+                                  {QLatin1Char('G'), QStringLiteral("graph")},
+                                  {QLatin1Char('M'), QStringLiteral("map")}}};
+    return words;
+}
+
+KindWords WordsOfLanguage() {
+    KindWords words = FixedWords();
+    for (auto& [kind, word] : words)
+        word = KindWord(kind).toLower();
+    return words;
+}
+
+/// The last test that matches decides; words at the end of the name are tested before those at its beginning.
+QChar KindBy(const KindWords& words, const QString& lowerName) {
+    QChar found;
+    for (const auto& [kind, word] : words)
+        if (lowerName.contains(QStringLiteral(" - ") + word + kExtension)) found = kind;
+    for (const auto& [kind, word] : words)
+        if (lowerName.contains(word + QStringLiteral(" -"))) found = kind;
+    return found;
+}
+
+QChar KindBy(const KindWords& wordsOfLanguage, const KindWords& fixedWords, const QString& name) {
+    const QString lower = name.toLower();
+    const QChar kind = KindBy(fixedWords, lower);
+    return kind.isNull() ? KindBy(wordsOfLanguage, lower) : kind;
 }
 
 } // namespace
@@ -32,11 +73,38 @@ void SetGalleryFolder(const QString& folder) {
     GalleryCustomFolder = folder;
 }
 
+std::vector<GalleryEntry> EntriesOf(const QString& folder) {
+    const QDir directory(FindPath(folder));
+    if (folder.isEmpty() || !directory.exists() || !directory.isReadable()) {
+        LogNote(QStringLiteral("GetPresentationsFromGallery: the folder \"%1\" can't be read").arg(folder));
+        return {};
+    }
+    const KindWords words = WordsOfLanguage();
+    const QFileInfoList found =
+        directory.entryInfoList(QDir::AllDirs | QDir::Files | QDir::NoDotAndDotDot,
+                                QDir::DirsFirst | QDir::Name | QDir::IgnoreCase | QDir::LocaleAware);
+    std::vector<GalleryEntry> entries;
+    entries.reserve(static_cast<std::size_t>(found.size()));
+    for (const QFileInfo& info : found) {
+        const QString name = info.fileName();
+        if (info.isDir())
+            entries.push_back({QLatin1Char('F') + name, name, name});
+        else if (name.right(3).compare(QLatin1String("xls"), Qt::CaseInsensitive) == 0)
+            entries.push_back({QLatin1Char('X') + info.completeBaseName(), WithoutExtension(name), name,
+                               KindBy(words, FixedWords(), name), info.size(), info.lastModified()});
+    }
+    return entries;
+}
+
 QStringList PresentationsOf(const QString& folder) {
     QStringList names;
     for (const QString& file : FilesOf(folder))
-        if (file.endsWith(QLatin1String(".xls"), Qt::CaseInsensitive)) names << file.chopped(4);
+        if (file.endsWith(kExtension, Qt::CaseInsensitive)) names << WithoutExtension(file);
     return names;
+}
+
+QChar PresentationKind(const QString& name) {
+    return KindBy(WordsOfLanguage(), FixedWords(), name);
 }
 
 bool IsPresentationName(const QString& name) {
@@ -54,6 +122,15 @@ QString KindWord(QChar type) {
 
 QString PresentationFile(const QString& folder, QChar type, const QString& name) {
     return JoinPath({folder, KindWord(type) + QStringLiteral(" - ") + name.trimmed() + QStringLiteral(".Xls")});
+}
+
+QString FolderAbove(const QString& folder) {
+    QDir directory(FindPath(folder));
+    if (folder.isEmpty() || directory.isRoot()) return {};
+    QString above = FolderOf(directory.absolutePath());
+    while (!above.isEmpty() && !FolderExists(above))
+        above = FolderOf(above);
+    return above.isEmpty() ? QDir::rootPath() : above;
 }
 
 } // namespace tessaro

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "office/Workbook.h"
+
+#include <QByteArray>
+#include <QChar>
+#include <QString>
+
+namespace tessaro {
+
+/// A picture on its way to a slide.
+struct PresentationPicture {
+    QByteArray bytes;
+    QString mimeType;
+};
+
+/// What of an open workbook goes to a slide: the used block of its active sheet ('T'), its chart ('G'), the map's
+/// picture "Picture 1" ('M'); with the null kind whatever of these it holds. Charts and pictures are looked for on the
+/// active sheet first. Throws office::Error, Failure::Call when there is no such thing in it.
+[[nodiscard]] PresentationPicture PictureOfPresentation(const office::Workbook& book, QChar kind);
+
+} // namespace tessaro

@@ -1,0 +1,183 @@
+#include "controls/Captions.h"
+#include "controls/FileDialogs.h"
+#include "controls/HostKeyboard.h"
+#include "controls/OfficeErrors.h"
+#include "controls/OfficeHost.h"
+#include "gallery/PresentationPicture.h"
+#include "gallery/frmGALMain.h"
+#include "gallery/frmGalPPT.h"
+#include "platform/Paths.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/Messages.h"
+#include "session/Strings.h"
+#include "ui_frmGALMain.h"
+
+#include <QFileInfo>
+#include <QScopeGuard>
+#include <QShortcut>
+
+#include <optional>
+
+// The slides: what is shown is copied to a slide of a presentation in the pane beside it.
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kQuestionIcon = 104;
+const QString kExtension = QStringLiteral(".ppt");
+
+/// Runs a call into the slides program; false after its failure has been shown.
+template <class Call> bool Managed(const char* procedureName, Call&& call) {
+    TheFrame().SetBusy(true);
+    const auto done = qScopeGuard([] { TheFrame().SetBusy(false); });
+    try {
+        call();
+        return true;
+    } catch (const office::Error& error) {
+        ShowOfficeError(error, procedureName);
+        return false;
+    }
+}
+
+} // namespace
+
+void frmGALMain::ConnectSlides() {
+    connect(ui_->cmdCopyToPPT, &QPushButton::clicked, this, &frmGALMain::cmdCopyToPPT_Click);
+    connect(ui_->cmdSavePPT, &QPushButton::clicked, this, &frmGALMain::SavePPT);
+    connect(ui_->cmdClosePPT, &QPushButton::clicked, this, &frmGALMain::QuitPPT);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, [this] {
+        if (ui_->PicPPT->IsOpen()) SavePPT();
+    });
+    connect(ui_->PicPPT, &OfficeHost::Lost, this, [this] {
+        copied_ = false;
+        ShowPPTState();
+        OfferCommands();
+    });
+}
+
+void frmGALMain::ShowPPTState() {
+    SetCaption(ui_->cmdCopyToPPT,
+               copied_ ? QStringLiteral("GALLERY CLOSE PPT") : QStringLiteral("GALLERY Copy To PPT"));
+    const QString name =
+        pptFile_.isEmpty() ? PlainText(QStringLiteral("TS_SlidesUnnamed")) : QFileInfo(pptFile_).fileName();
+    ui_->lblPPT->setText(PlainText(QStringLiteral("TS_SlidesCaption")).replace(QStringLiteral("%1"), name));
+    ui_->lblPPT->setToolTip(pptFile_);
+    ui_->cmdSavePPT->setEnabled(ui_->PicPPT->IsOpen());
+}
+
+bool frmGALMain::AskForSlides(QString& file) {
+    frmGalPPT form(this);
+    if (form.exec() != QDialog::Accepted) return false;
+    file = form.NewPPT() ? QString() : form.GetPPTFileName();
+    return true;
+}
+
+void frmGALMain::cmdCopyToPPT_Click() {
+    const ErrorTrap trap("cmdCopyToPPT_Click");
+    if (copied_) {
+        QuitPPT();
+        return;
+    }
+    if (opening_ || !ui_->PicExcel->xlBook().IsOpen()) return;
+    QString file;
+    if (!ui_->PicPPT->IsOpen() && !AskForSlides(file)) return;
+    std::optional<PresentationPicture> picture;
+    const bool copied = Managed("CopyPresentation", [&] {
+        picture = PictureOfPresentation(ui_->PicExcel->xlBook(), PresentationKind(currentPresentation_));
+    });
+    if (!copied || !ShowPPT(file.isEmpty(), file)) return;
+    copied_ = Managed("InsertSlide_PasteClipboard", [&] { InsertSlide_PasteClipboard(*picture); });
+    ShowPPTState();
+    OfferCommands();
+}
+
+/// The open presentation serves again; otherwise a new one or the file is opened.
+bool frmGALMain::ShowPPT(bool newPresentation, const QString& file) {
+    if (ui_->PicPPT->IsOpen()) return true;
+    TheFrame().SetBusy(true);
+    const auto done = qScopeGuard([] { TheFrame().SetBusy(false); });
+    if (!ui_->framePPT->isVisible()) {
+        // Half of the room of the workbook.
+        const int room = ui_->SSSplitter2->width();
+        ui_->framePPT->show();
+        ui_->SSSplitter2->setSizes({room / 2, room / 2});
+    }
+    pptFile_ = file;
+    ui_->PicPPT->SetToolBars(true);
+    const bool open = ui_->PicPPT->ShowSlides(file);
+    if (open && newPresentation) CreateNewPresentation();
+    if (!open) {
+        const QString reason = ui_->PicPPT->ErrorText();
+        ClosePPT();
+        ShowMessage(reason, MessageType::Ok, 102, {}, false);
+    }
+    ShowPPTState();
+    return open;
+}
+
+// A new presentation comes with an empty slide, which the first picture's slide takes the place of.
+void frmGALMain::CreateNewPresentation() {
+    emptyFirst_ = true;
+}
+
+void frmGALMain::InsertSlide_PasteClipboard(const PresentationPicture& picture) {
+    office::SlideShow& slides = ui_->PicPPT->Slides();
+    int number = slides.AppendPicture(picture.bytes, picture.mimeType);
+    if (std::exchange(emptyFirst_, false)) {
+        slides.RemoveSlide(1);
+        --number;
+    }
+    slides.GoToSlide(number);
+    HostKeyboard::GiveTo(window()->winId());
+}
+
+bool frmGALMain::SavePPT() {
+    const ErrorTrap trap("SavePPT");
+    if (!ui_->PicPPT->IsOpen()) return false;
+    QString file = pptFile_;
+    if (file.isEmpty()) {
+        file = AskForNewFile(this, {PlainText(QStringLiteral("TS_SlidesSaveAs")),
+                                    {},
+                                    PlainText(QStringLiteral("TS_FilterSlides")) + QStringLiteral(" (*.ppt)"),
+                                    QFileInfo(currentPresentation_).completeBaseName() + kExtension});
+        if (file.isEmpty()) return false;
+        if (!file.endsWith(kExtension, Qt::CaseInsensitive)) file += kExtension;
+    }
+    if (!Managed("SavePPT", [&] { ui_->PicPPT->Slides().SaveAs(file); })) return false;
+    pptFile_ = file;
+    ShowPPTState();
+    return true;
+}
+
+bool frmGALMain::QuitPPT() {
+    const ErrorTrap trap("QuitPPT");
+    bool modified = false;
+    if (ui_->PicPPT->IsOpen()) {
+        try {
+            modified = ui_->PicPPT->Slides().IsModified();
+        } catch (const office::Error& error) {
+            ErrorTrap::Report(error); // it has just died: nothing is left to be kept
+        }
+    }
+    if (modified) {
+        const int answer = ShowMessage(QStringLiteral("TS_SlidesUnsaved"), MessageType::YesNoCancel, kQuestionIcon);
+        if (answer == MessageCode::Cancel) return false;
+        if (answer == MessageCode::Yes && !SavePPT()) return false;
+    }
+    ClosePPT();
+    return true;
+}
+
+void frmGALMain::ClosePPT() {
+    ui_->PicPPT->CloseHostedExcel(false);
+    ui_->framePPT->hide();
+    pptFile_.clear();
+    emptyFirst_ = false;
+    copied_ = false;
+    ShowPPTState();
+    OfferCommands();
+}
+
+} // namespace tessaro
