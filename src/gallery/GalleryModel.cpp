@@ -16,9 +16,8 @@ int GalleryModel::PresentationCount() const {
 }
 
 int GalleryModel::RowOfFile(const QString& file) const {
-    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const GalleryEntry& entry) {
-        return !entry.IsFolder() && entry.file == file;
-    });
+    const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                    [&](const GalleryEntry& entry) { return !entry.IsFolder() && entry.file == file; });
     return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 

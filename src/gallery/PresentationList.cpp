@@ -65,10 +65,10 @@ void PresentationList::keyPressEvent(QKeyEvent* event) {
 }
 
 void PresentationList::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
-        Q_EMIT EnterPressed();
-    else
-        QListView::mouseDoubleClickEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !index.isValid()) return QListView::mouseDoubleClickEvent(event);
+    setCurrentIndex(index);
+    Q_EMIT EnterPressed();
 }
 
 void PresentationList::paintEvent(QPaintEvent* event) {

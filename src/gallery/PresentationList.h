@@ -20,7 +20,7 @@ class PresentationList final : public QListView {
     void SetEmptyHint(const QString& hint);
 
   Q_SIGNALS:
-    void EnterPressed();  ///< also a double click
+    void EnterPressed(); ///< also a double click
     void DeletePressed();
     void UpPressed();
     void RefreshPressed();

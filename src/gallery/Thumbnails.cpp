@@ -67,8 +67,7 @@ Thumbnails::~Thumbnails() {
 }
 
 QString Thumbnails::KeyOf(const QString& path, const GalleryEntry& entry) {
-    const QString state =
-        QStringLiteral("%1|%2|%3").arg(path).arg(entry.modified.toMSecsSinceEpoch()).arg(entry.size);
+    const QString state = QStringLiteral("%1|%2|%3").arg(path).arg(entry.modified.toMSecsSinceEpoch()).arg(entry.size);
     return QString::fromLatin1(QCryptographicHash::hash(state.toUtf8(), QCryptographicHash::Sha1).toHex());
 }
 
@@ -122,7 +121,8 @@ void Thumbnails::TakeBatch(bool complete) {
             }
             failed << batch[n].key;
         }
-        QMetaObject::invokeMethod(this, [this, failed] { BatchDone(failed); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, failed] { BatchDone(failed); }, Qt::QueuedConnection);
     });
 }
 

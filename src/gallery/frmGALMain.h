@@ -51,10 +51,11 @@ class frmGALMain final : public StageScreen {
     void cmdCopyToPPT_Click();
     /// Saves the slides, asking for a name where they have none. False when they are not saved.
     bool SavePPT();
-    /// Closes the slides; those that aren't saved are asked about. False when the user stays with them.
-    bool QuitPPT();
+    /// Closes the slides; those that aren't saved are asked about. False when the user stays with them, which
+    /// `mayStay` offers.
+    bool QuitPPT(bool mayStay = true);
     /// True when the screen may be left: there are no slides, or QuitPPT went through.
-    [[nodiscard]] bool MayLeave() { return QuitPPT(); }
+    [[nodiscard]] bool MayLeave(bool mayStay) { return QuitPPT(mayStay); }
 
   private:
     void ConnectControls();
@@ -80,6 +81,7 @@ class frmGALMain final : public StageScreen {
     bool ShowPPT(bool newPresentation, const QString& file);
     void CreateNewPresentation();
     void InsertSlide_PasteClipboard(const struct PresentationPicture& picture);
+    [[nodiscard]] bool HasUnsavedSlides();
     void ClosePPT();
     void ShowPPTState();
 
@@ -89,7 +91,7 @@ class frmGALMain final : public StageScreen {
     Thumbnails* thumbnails_;
     QString folder_; ///< that the list shows
     QString currentPresentation_;
-    QString pptFile_;        ///< name of the slides; empty while they have none
+    QString pptFile_;         ///< name of the slides; empty while they have none
     bool emptyFirst_ = false; ///< the new slides still have the empty slide that they came with
     bool copied_ = false;     ///< what is shown has just been copied: cmdCopyToPPT closes the slides
     bool opening_ = false;

@@ -46,7 +46,7 @@ template <class Call> bool Managed(const char* procedureName, Call&& call) {
 void frmGALMain::ConnectSlides() {
     connect(ui_->cmdCopyToPPT, &QPushButton::clicked, this, &frmGALMain::cmdCopyToPPT_Click);
     connect(ui_->cmdSavePPT, &QPushButton::clicked, this, &frmGALMain::SavePPT);
-    connect(ui_->cmdClosePPT, &QPushButton::clicked, this, &frmGALMain::QuitPPT);
+    connect(ui_->cmdClosePPT, &QPushButton::clicked, this, [this] { QuitPPT(); });
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, [this] {
         if (ui_->PicPPT->IsOpen()) SavePPT();
     });
@@ -151,20 +151,23 @@ bool frmGALMain::SavePPT() {
     return true;
 }
 
-bool frmGALMain::QuitPPT() {
-    const ErrorTrap trap("QuitPPT");
-    bool modified = false;
-    if (ui_->PicPPT->IsOpen()) {
-        try {
-            modified = ui_->PicPPT->Slides().IsModified();
-        } catch (const office::Error& error) {
-            ErrorTrap::Report(error); // it has just died: nothing is left to be kept
-        }
+bool frmGALMain::HasUnsavedSlides() {
+    try {
+        return ui_->PicPPT->IsOpen() && ui_->PicPPT->Slides().IsModified();
+    } catch (const office::Error& error) {
+        ErrorTrap::Report(error); // it has just died: nothing is left to be kept
+        return false;
     }
-    if (modified) {
-        const int answer = ShowMessage(QStringLiteral("TS_SlidesUnsaved"), MessageType::YesNoCancel, kQuestionIcon);
-        if (answer == MessageCode::Cancel) return false;
-        if (answer == MessageCode::Yes && !SavePPT()) return false;
+}
+
+bool frmGALMain::QuitPPT(bool mayStay) {
+    const ErrorTrap trap("QuitPPT");
+    while (HasUnsavedSlides()) {
+        const int answer = ShowMessage(QStringLiteral("TS_SlidesUnsaved"),
+                                       mayStay ? MessageType::YesNoCancel : MessageType::YesNo, kQuestionIcon);
+        if (mayStay && answer == MessageCode::Cancel) return false;
+        if (answer != MessageCode::Yes) break;
+        if (!SavePPT() && mayStay) return false;
     }
     ClosePPT();
     return true;

@@ -42,9 +42,8 @@ void frmGalPPT::OfferControls() {
 
 void frmGalPPT::cmdBrowse_Click() {
     const QString before = ui_->txtFileName->text();
-    const QString file =
-        AskForFile(this, {PlainText(QStringLiteral("GALLERY EXISTING PPT")), FolderOf(before),
-                          PlainText(QStringLiteral("TS_FilterSlides")) + QStringLiteral(" (*.ppt)")});
+    const QString file = AskForFile(this, {PlainText(QStringLiteral("GALLERY EXISTING PPT")), FolderOf(before),
+                                           PlainText(QStringLiteral("TS_FilterSlides")) + QStringLiteral(" (*.ppt)")});
     if (FileExists(file)) ui_->txtFileName->setText(file);
 }
 

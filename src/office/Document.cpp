@@ -84,6 +84,7 @@ void Document::OpenModel(const rtl::OUString& url, const Frame& frame) {
                              com::sun::star::frame::Desktop::create(connection_->Context()));
         const auto arguments =
             isFile ? Properties({Property("Hidden", Any(!frame.is())), Property("FilterName", Any(Ascii(filter_))),
+                                 Property("Silent", Any(true)), // a question about a damaged file would wait for ever
                                  Property("MacroExecutionMode", Any(sal_Int16(0))),
                                  Property("UpdateDocMode", Any(sal_Int16(0)))})
                    : Properties({Property("Hidden", Any(!frame.is()))});

@@ -63,7 +63,8 @@ void PagePictures::Draw(const QStringList& files, const QString& folder) {
 void PagePictures::Start() {
     const QString program = ProgramFolder();
     if (program.isEmpty() || !SeedProfile(profile_)) {
-        QMetaObject::invokeMethod(this, [this] { Ended(true); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { Ended(true); }, Qt::QueuedConnection);
         return;
     }
     ++starts_;

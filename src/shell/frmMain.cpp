@@ -64,7 +64,7 @@ void frmMain::ConnectBars() {
     connect(ui_->frmAddressBar, &AddressBar::Entered, this, &frmMain::cmbAddress_Click);
     connect(ui_->frmAddressBar, &AddressBar::GoPressed, this, &frmMain::picGo_Click);
     connect(ui_->picBanner_1, &StageBanner::Pressed, this, [this](int stage) {
-        if (stage == CurrentStage) return;
+        if (stage == CurrentStage && !gallery_) return;
         SetStatusText({});
         if (LanguageInDatabase) GoToStage(stage);
     });
@@ -85,6 +85,9 @@ void frmMain::mnu_Click(const QString& name, bool checked) {
         {QStringLiteral("mnuFilePrint"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::Print); }},
         {QStringLiteral("mnuFilemnu_Properties"), [](frmMain& frame, bool) { frame.mnuFilemnu_Properties_Click(); }},
         {QStringLiteral("mnumnu_Favoritesmnu_AddFavorites"), [](frmMain& frame, bool) { frame.AddFavorites(); }},
+        {QStringLiteral("mnu_Gallery_Options_0"), [](frmMain& frame, bool) { frame.ShowGallery(0); }},
+        {QStringLiteral("mnu_Gallery_Options_1"), [](frmMain& frame, bool) { frame.ShowGallery(1); }},
+        {QStringLiteral("mnu_Gallery_Options_2"), [](frmMain& frame, bool) { frame.ShowGallery(2); }},
         {QStringLiteral("mnuDBSummReport"), [](frmMain& frame, bool) { frame.mnuDBSummReport_Click(); }},
         {QStringLiteral("mnu_Help_5"), [](frmMain& frame, bool) { frmAbout(&frame).exec(); }},
         {QStringLiteral("mnuEditCut"), [](frmMain& frame, bool) { frame.EditCommand("cut", nullptr); }},
@@ -139,8 +142,8 @@ void frmMain::OnScreen(void (StageScreen::*command)()) {
 void frmMain::OfferCommands() {
     const StageScreen* screen = ActiveScreen();
     const bool prints = screen && screen->CanPrint();
-    const bool showsData = screen && CurrentStage == navigation::DataStage;
-    const bool finds = splash_ || CurrentStage == 0 || CurrentStage == 2;
+    const bool showsData = screen && !gallery_ && CurrentStage == navigation::DataStage;
+    const bool finds = splash_ || gallery_ || CurrentStage == 0 || CurrentStage == 2;
     const std::pair<const char*, bool> entries[] = {
         {"mnuFilePrint", prints},
         {"mnuFileSaveAs", screen && screen->CanSaveAs()},
@@ -155,7 +158,7 @@ void frmMain::OfferCommands() {
     ui_->picToolBar->SetEnabled(StandardToolBar::Print, prints);
     ui_->picToolBar->SetEnabled(StandardToolBar::Search, finds);
     ui_->picToolBar->SetEnabled(StandardToolBar::Favourites, showsData);
-    ui_->picToolBar->SetEnabled(StandardToolBar::Refresh, showsData);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Refresh, showsData || gallery_);
 }
 
 void frmMain::SetStatusText(const QString& text) {

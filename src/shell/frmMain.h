@@ -20,6 +20,7 @@ struct Preferences;
 class SingleInstance;
 class StageScreen;
 class StageScreens;
+class frmGALMain;
 class frmSplash;
 
 /// The main frame: start and exit of the session, the way between home page and stages, the change of the database. It
@@ -74,7 +75,10 @@ class frmMain final : public QMainWindow, public Frame {
     void EnterFromHome(int stage);
     /// An item of Toolbar1.
     void Toolbar1_Click(int item);
-    /// The screen of the current stage; null on the home page.
+    /// The gallery over what is in front. 0: the folder of presentations; 1: that of the product's samples; 2: the
+    /// folder of images, in the desktop's own program (frmMainPresentations.cpp).
+    void ShowGallery(int kind);
+    /// The gallery when it is in front, otherwise the screen of the current stage; null on the home page.
     [[nodiscard]] StageScreen* ActiveScreen() const;
 
     // Frame: status bar and pointer.
@@ -126,6 +130,8 @@ class frmMain final : public QMainWindow, public Frame {
     // Stages
     void ShowSplash();
     void UnloadSplash();
+    bool LeaveGallery(bool mayStay = true);
+    void ReturnFromGallery();
     void ShowStage(int stage);
     void Record(int stage);
     void Back();
@@ -140,6 +146,7 @@ class frmMain final : public QMainWindow, public Frame {
     std::unique_ptr<StageScreens> screens_;
     MainMenu* menu_ = nullptr;
     frmSplash* splash_ = nullptr;
+    frmGALMain* gallery_ = nullptr;
     SoundLoop sound_;
     QTimer Timer1_;
     int ticks_ = 0;

@@ -61,6 +61,7 @@ QString frmMain::CheckedFile(const QString& path) {
 
 void frmMain::LoadNewMDB(const QString& path) {
     const ErrorTrap trap("LoadNewMDB");
+    LeaveGallery(false);
     SetBusy(true);
     const QString file = CheckedFile(path);
     if (!file.isEmpty() && OpenInPlace(file) && LanguageInDatabase) {

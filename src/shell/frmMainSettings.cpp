@@ -1,5 +1,6 @@
 #include "controls/StageScreen.h"
 #include "database/Database.h"
+#include "gallery/frmGALMain.h"
 #include "platform/Paths.h"
 #include "platform/SingleInstance.h"
 #include "session/Addresses.h"
@@ -90,6 +91,7 @@ void frmMain::ApplySound(bool otherSound) {
 void frmMain::ShowInLanguage() {
     SetFormFont();
     SetCaptions();
+    if (gallery_) gallery_->SetFormCaptions();
     ui_->sbStatusBar->ShowNow(clockPanels_);
 }
 
@@ -101,7 +103,7 @@ void frmMain::ReloadScreens(const Preferences& now, const Preferences& before) {
     const bool changed = SelectionChanged;
     screens_->Reload(lists ? QList<int>{0, 1, 2} : QList<int>{0});
     SelectionChanged = changed;
-    if (splash_) return;
+    if (splash_ || gallery_) return;
     if (CurrentStage != navigation::DataStage)
         ShowStage(CurrentStage);
     else if (StageScreen* screen = ActiveScreen(); screen && lists)

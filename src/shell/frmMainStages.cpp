@@ -1,4 +1,5 @@
 #include "controls/StageScreen.h"
+#include "gallery/frmGALMain.h"
 #include "platform/SingleInstance.h"
 #include "selection/SelectionGuard.h"
 #include "selection/frmIndicators.h"
@@ -28,6 +29,7 @@ void frmMain::GoToStage(int stage) {
     if (stage == navigation::DataStage) return GoToDataView();
     if (!navigation::IsStage(stage) || !Connection) return;
     const ErrorTrap trap("GoToStage");
+    if (!LeaveGallery()) return;
     screens_->HideStage(CurrentStage);
     UnloadSplash();
     ui_->picBanner_1->show();
@@ -39,7 +41,7 @@ void frmMain::GoToStage(int stage) {
 void frmMain::GoToDataView() {
     if (!Connection) return;
     const ErrorTrap trap("GoToDataView");
-    if (!selection::MayOpenDataView()) return;
+    if (!selection::MayOpenDataView() || !LeaveGallery()) return;
     SetBusy(true);
     screens_->HideStage(CurrentStage);
     UnloadSplash();
@@ -52,6 +54,7 @@ void frmMain::GoToDataView() {
 
 void frmMain::GoToHome() {
     const ErrorTrap trap("GoToHome");
+    if (!LeaveGallery()) return;
     if (LanguageInDatabase) screens_->HideStage(CurrentStage);
     CurrentStage = navigation::HomePage;
     ShowSplash();
@@ -62,6 +65,7 @@ void frmMain::GoToHome() {
 }
 
 void frmMain::UnloadForms() {
+    LeaveGallery(false);
     screens_->UnloadAll();
     ui_->picBanner_1->ClearSummaries();
 }
@@ -90,6 +94,7 @@ void frmMain::EnterFromHome(int stage) {
 }
 
 StageScreen* frmMain::ActiveScreen() const {
+    if (gallery_) return gallery_;
     return splash_ ? nullptr : screens_->Loaded(CurrentStage);
 }
 
@@ -99,6 +104,7 @@ void frmMain::ShowSplash() {
         ui_->stkChildren->addWidget(splash_);
         connect(splash_, &frmSplash::StageChosen, this, &frmMain::EnterFromHome);
         connect(splash_, &frmSplash::DataChosen, this, [this] { Search(); });
+        connect(splash_, &frmSplash::GalleryChosen, this, &frmMain::ShowGallery);
         connect(splash_, &frmSplash::OtherDatabaseChosen, this, &frmMain::mnuFileOpen_Click);
         connect(splash_, &frmSplash::DatabaseChosen, this, [this](const QString& address) {
             ui_->frmAddressBar->Show(address);
@@ -163,6 +169,7 @@ void frmMain::Toolbar1_Click(int item) {
 }
 
 void frmMain::Back() {
+    if (gallery_) return ReturnFromGallery();
     if (const auto target = navigation::BackTarget()) GoToStage(*target);
     ApplyButtons(navigation::AfterBack());
 }
@@ -175,6 +182,7 @@ void frmMain::Forward() {
 }
 
 void frmMain::Refresh() {
+    if (gallery_) return gallery_->Refresh();
     StageScreen* screen = ActiveScreen();
     if (!screen || CurrentStage != navigation::DataStage) return;
     SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
@@ -184,6 +192,7 @@ void frmMain::Refresh() {
 
 /// On the home page the way into the stages; on the screens with lists, the search in them.
 void frmMain::Search() {
+    if (gallery_) return gallery_->Find();
     if (splash_) return EnterFromHome(0);
     StageScreen* screen = ActiveScreen();
     if (!screen || (CurrentStage != 0 && CurrentStage != 2)) return;

@@ -164,6 +164,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    if (!LeaveGallery()) return event->ignore();
     started_ = false;
     Timer1_.stop();
     SetBusy(true);

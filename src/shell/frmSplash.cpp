@@ -35,8 +35,8 @@ constexpr std::array<LinkRow, 12> Links{{
     {"lbl_FP_Data_0", "DATA OPTION", true, true},
     {"lbl_FP_Data_1", "TLB_SEARCH", false, true},
     {"lbl_FP_GALL_0", "FP_LBL_GALL_CAPTION", true, true},
-    {"lbl_FP_GALL_1", "Present", false, false},
-    {"lbl_FP_GALL_2", "FP_LBL_GALL_OPTION3_CAPTION", false, false},
+    {"lbl_FP_GALL_1", "Present", false, true},
+    {"lbl_FP_GALL_2", "FP_LBL_GALL_OPTION3_CAPTION", false, true},
     {"lbl_FP_HELP_0", "FP_LBL_HELP_CAPTION", true, true},
     {"lbl_FP_HELP_1", "FP_LBL_HELP_OPTION1_CAPTION", false, true},
     {"lbl_FP_HELP_2", "mnu_Help_Tour", false, true},
@@ -141,6 +141,10 @@ void frmSplash::OpenLink(const QString& name) {
         OpenDocument(QStringLiteral("Product Info Folder"), QStringLiteral("Product Info File"), htm);
     else if (name == QLatin1String("lbl_FP_Data_1"))
         Q_EMIT DataChosen();
+    else if (name == QLatin1String("lbl_FP_GALL_1"))
+        Q_EMIT GalleryChosen(0);
+    else if (name == QLatin1String("lbl_FP_GALL_2"))
+        Q_EMIT GalleryChosen(2);
     else if (name.startsWith(QLatin1String("lbl_FP_HELP_")))
         // Contents, tour and help desk, by their places in the Help menu.
         ShowHelpFileLinks(name.endsWith(QLatin1Char('1')) ? 0 : name.right(1).toInt());

@@ -32,6 +32,7 @@ class frmSplash final : public QWidget {
   Q_SIGNALS:
     void StageChosen(int stage);
     void DataChosen();
+    void GalleryChosen(int kind);
     void DatabaseChosen(const QString& address);
     void OtherDatabaseChosen();
 

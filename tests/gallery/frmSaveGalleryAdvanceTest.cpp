@@ -1,13 +1,7 @@
-#include "controls/FileDialogs.h"
-#include "gallery/GalleryFolder.h"
 #include "gallery/frmSaveGalleryAdvance.h"
-#include "platform/Files.h"
-#include "platform/Paths.h"
-#include "session/Session.h"
-#include "session/Strings.h"
-#include "support/TestSession.h"
 
-#include <QDir>
+#include "GallerySession.h"
+
 #include <QLineEdit>
 #include <QListWidget>
 
@@ -15,23 +9,11 @@ namespace tessaro {
 
 namespace {
 
-class SaveGalleryTest : public test::SessionTest {
+class SaveGalleryTest : public test::GallerySession {
   protected:
     void SetUp() override {
-        SessionTest::SetUp();
-        StartSample();
-        const QString texts = FileOfLanguage(Language);
-        ASSERT_TRUE(
-            CopyFileOver(FindPath(QStringLiteral(TESSARO_INSTALLATION "/Languages/") + FileNameOf(texts)), texts));
-        ReadTranslateFile();
-        gallery_ = Folder() + QStringLiteral("/Gallery");
-        QDir().mkpath(gallery_);
-        SetGalleryFolder(gallery_);
+        test::GallerySession::SetUp();
         ASSERT_TRUE(ReplaceFile(TempFolder + QStringLiteral("/Work.xls"), "new"));
-    }
-    void TearDown() override {
-        SetFileAnswerer({});
-        SessionTest::TearDown();
     }
 
     /// A form as a wizard opens it, with a name typed into it.
@@ -46,7 +28,6 @@ class SaveGalleryTest : public test::SessionTest {
         frmSaveGalleryAdvance* operator->() { return &form; }
         frmSaveGalleryAdvance form;
     };
-    QString gallery_;
 };
 
 } // namespace
@@ -60,7 +41,7 @@ TEST_F(SaveGalleryTest, NamesThatNoFileCanHaveAreRefused) {
         EXPECT_EQ(messages, QStringList{QStringLiteral("037")}) << name.toStdString();
         EXPECT_EQ(form->CloseStatus(), 0);
     }
-    EXPECT_TRUE(QDir(gallery_).isEmpty());
+    EXPECT_TRUE(QDir(Gallery()).isEmpty());
 }
 
 TEST_F(SaveGalleryTest, TheKindStandsBeforeTheName) {
@@ -68,15 +49,15 @@ TEST_F(SaveGalleryTest, TheKindStandsBeforeTheName) {
         Form form(QStringLiteral("  Health "), QLatin1Char(type));
         form->CmdFinish_Click();
         EXPECT_EQ(form->CloseStatus(), 1);
-        EXPECT_TRUE(FileExists(gallery_ + QLatin1Char('/') + QLatin1String(file)));
+        EXPECT_TRUE(FileExists(Gallery() + QLatin1Char('/') + QLatin1String(file)));
     }
     EXPECT_TRUE(messages.isEmpty());
-    EXPECT_EQ(PresentationsOf(gallery_),
+    EXPECT_EQ(PresentationsOf(Gallery()),
               (QStringList{QStringLiteral("Graph - Health"), QStringLiteral("Table - Health")}));
 }
 
 TEST_F(SaveGalleryTest, AnExistingOneIsReplacedOnlyOnYes) {
-    const QString target = PresentationFile(gallery_, QLatin1Char('T'), QStringLiteral("Health"));
+    const QString target = PresentationFile(Gallery(), QLatin1Char('T'), QStringLiteral("Health"));
     ASSERT_TRUE(ReplaceFile(target, "old"));
     Form form(QStringLiteral("Health"));
     answers = {MessageCode::No, MessageCode::Yes};
@@ -91,11 +72,11 @@ TEST_F(SaveGalleryTest, AnExistingOneIsReplacedOnlyOnYes) {
 
 TEST_F(SaveGalleryTest, AFolderThatHasGoneAndASourceThatHasGone) {
     Form form(QStringLiteral("Health"));
-    QDir(gallery_).removeRecursively();
+    QDir(Gallery()).removeRecursively();
     form->CmdFinish_Click();
     EXPECT_EQ(form->CloseStatus(), 0);
-    EXPECT_FALSE(FolderExists(gallery_));
-    QDir().mkpath(gallery_);
+    EXPECT_FALSE(FolderExists(Gallery()));
+    QDir().mkpath(Gallery());
     QFile::remove(TempFolder + QStringLiteral("/Work.xls"));
     form->CmdFinish_Click();
     ASSERT_EQ(messages.size(), 2);

@@ -1,0 +1,313 @@
+#include "GallerySession.h"
+#include "controls/OfficeHost.h"
+#include "gallery/PresentationList.h"
+#include "gallery/frmGALMain.h"
+#include "gallery/frmGalPPT.h"
+#include "office/SpreadsheetApplication.h"
+#include "support/ReadXls.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+
+#include <csignal>
+
+namespace tessaro {
+
+namespace {
+
+/// What the independent reader finds in a slides file; a failure of the test when it refuses.
+QJsonObject ReadPpt(const QString& file) {
+    QProcess reader;
+    reader.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral(TESSARO_READ_PPT), file});
+    const bool read = reader.waitForFinished(60000) && reader.exitCode() == 0;
+    EXPECT_TRUE(read) << reader.readAllStandardError().toStdString();
+    return QJsonDocument::fromJson(reader.readAllStandardOutput()).object();
+}
+
+QJsonArray SlidesOf(const QString& file) {
+    return ReadPpt(file).value(QLatin1String("slides")).toArray();
+}
+
+QByteArray Square() {
+    QImage image(300, 200, QImage::Format_RGB32);
+    image.fill(Qt::darkGreen);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+/// The gallery on a display, with real workbooks of all three kinds. Where the tests have none, they are passed over.
+class GalleryOnX11Test : public test::GallerySession {
+  protected:
+    void SetUp() override {
+        test::GallerySession::SetUp();
+        if (!OfficeHost::CanHost()) GTEST_SKIP() << "no X11 display";
+        static const QTemporaryDir profile;
+        static const bool set = (office::SpreadsheetApplication::SetProfileFolder(profile.path()), true);
+        static_cast<void>(set);
+        MakeBook(QStringLiteral("Table - health.Xls"), [](office::Worksheet) {});
+        MakeBook(QStringLiteral("Graph - health.Xls"), [](office::Worksheet sheet) {
+            sheet.AddChart(office::ChartKind::Column, sheet.Cells(1, 1, 3, 3), true, true, {10, 80, 300, 200});
+        });
+        MakeBook(QStringLiteral("Map - health.Xls"), [](office::Worksheet sheet) {
+            sheet.AddPicture(QStringLiteral("Picture 1"), Square(), {10, 80, 300, 200});
+        });
+    }
+    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
+
+    template <class Fill> void MakeBook(const QString& name, Fill&& fill) const {
+        office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook();
+        office::Worksheet sheet = book.Sheet(1);
+        sheet.Cells(1, 1).SetValues({{QStringLiteral("Area"), 1990.0, 2000.0},
+                                     {QStringLiteral("India"), 1.5, 2.5},
+                                     {QStringLiteral("China"), 3.5, 4.5}});
+        fill(sheet);
+        book.SaveAs(Gallery() + QLatin1Char('/') + name);
+        book.Close(false);
+    }
+
+    struct Screen {
+        Screen() {
+            form.resize(1100, 680);
+            form.show();
+            EXPECT_TRUE(QTest::qWaitForWindowExposed(&form));
+            form.Enter();
+            EXPECT_TRUE(QTest::qWaitFor([this] { return !form.CurrentPresentation().isEmpty(); }));
+        }
+        template <class Control> [[nodiscard]] Control* Get(const char* name) const {
+            auto* control = form.findChild<Control*>(QLatin1String(name));
+            EXPECT_NE(control, nullptr) << name;
+            return control;
+        }
+        [[nodiscard]] OfficeHost& Excel() const { return *Get<OfficeHost>("PicExcel"); }
+        [[nodiscard]] OfficeHost& Slides() const { return *Get<OfficeHost>("PicPPT"); }
+        void Show(const QString& file) { form.ShowCurrentPresentation(file, false); }
+        /// Presses the button, and answers the question about the slides by `answer` when it comes.
+        void Copy(const std::function<void(frmGalPPT&)>& answer = {}) {
+            bool asked = false;
+            QTimer timer;
+            QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+                auto* dialog = qobject_cast<frmGalPPT*>(QApplication::activeModalWidget());
+                if (!dialog || asked) return;
+                asked = true;
+                if (answer) answer(*dialog);
+            });
+            timer.start(20);
+            Get<QPushButton>("cmdCopyToPPT")->click();
+            EXPECT_EQ(asked, static_cast<bool>(answer));
+        }
+        void CopyToNew() {
+            Copy([](frmGalPPT& dialog) { dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click(); });
+        }
+        void CopyToFile(const QString& file) {
+            Copy([&](frmGalPPT& dialog) {
+                dialog.findChild<QRadioButton*>(QStringLiteral("optOpen"))->click();
+                dialog.findChild<QLineEdit*>(QStringLiteral("txtFileName"))->setText(file);
+                dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+            });
+        }
+        [[nodiscard]] int SlideCount() const { return Slides().IsOpen() ? Slides().Slides().SlideCount() : 0; }
+
+        frmGALMain form;
+    };
+
+    /// Copies what is on show to new slides and saves them as this file.
+    void SaveNewSlides(Screen& screen, const QString& file) {
+        screen.CopyToNew();
+        SetFileAnswerer([&](const FileQuestion&) { return file; });
+        EXPECT_TRUE(screen.form.SavePPT());
+    }
+    [[nodiscard]] QString Ppt() const { return Folder() + QStringLiteral("/slides.ppt"); }
+};
+
+} // namespace
+
+TEST_F(GalleryOnX11Test, ShowsOneWorkbookAfterAnotherAndDropsEdits) {
+    Screen screen;
+    EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Graph - health.Xls"));
+    ASSERT_TRUE(screen.Excel().IsOpen()) << screen.Excel().ErrorText().toStdString();
+    EXPECT_TRUE(screen.Get<QPushButton>("cmdCopyToPPT")->isEnabled());
+    screen.Show(QStringLiteral("Table - health.Xls"));
+    screen.Excel().xlBook().Sheet(1).Cells(2, 2).SetValue(99.0);
+    EXPECT_TRUE(screen.Excel().xlBook().IsModified());
+    screen.Show(QStringLiteral("Map - health.Xls"));
+    EXPECT_EQ(FileNameOf(screen.Excel().xlBook().FileName()), QStringLiteral("Map - health.Xls"));
+    screen.Excel().xlBook().Sheet(1).Cells(2, 2).SetValue(99.0);
+    screen.form.Leave();
+    EXPECT_FALSE(screen.Excel().IsOpen());
+    for (const char* name : {"Table - health.Xls", "Map - health.Xls"})
+        EXPECT_EQ(test::ReadXls(Gallery() + QLatin1Char('/') + QLatin1String(name)).front().At(2, 2).toDouble(), 1.5);
+    EXPECT_TRUE(messages.isEmpty());
+}
+
+TEST_F(GalleryOnX11Test, DeletingTheWorkbookOnShowClosesItFirst) {
+    Screen screen;
+    answers = {MessageCode::Yes};
+    screen.form.cmdDelete_Click();
+    EXPECT_FALSE(HasFile(QStringLiteral("Graph - health.Xls")));
+    EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Map - health.Xls"));
+    EXPECT_TRUE(screen.Excel().IsOpen());
+}
+
+TEST_F(GalleryOnX11Test, WhatIsNoWorkbookIsToldAndTheScreenStaysUsable) {
+    MakeFile(QStringLiteral("a text.xls"), "Area\t1990\nIndia\t1.5\n");
+    const QByteArray good = ReadWholeFile(Gallery() + QStringLiteral("/Table - health.Xls")).value_or(QByteArray());
+    QByteArray damaged = good;
+    damaged.replace(512, good.size() - 512, QByteArray(good.size() - 512, '\x5a'));
+    MakeFile(QStringLiteral("damaged.xls"), damaged);
+    MakeFile(QStringLiteral("empty.xls"), {});
+    Screen screen;
+    for (const char* name : {"a text.xls", "damaged.xls", "empty.xls"}) {
+        screen.Show(QLatin1String(name));
+        EXPECT_FALSE(screen.Excel().IsOpen()) << name;
+        EXPECT_TRUE(screen.Excel().accessibleDescription().contains(QLatin1String(name)))
+            << screen.Excel().accessibleDescription().toStdString();
+        EXPECT_FALSE(screen.Get<QPushButton>("cmdCopyToPPT")->isEnabled());
+    }
+    // One that breaks off in the middle may open or not; either way the screen goes on.
+    MakeFile(QStringLiteral("cut.xls"), good.left(good.size() / 2));
+    screen.Show(QStringLiteral("cut.xls"));
+    screen.Show(QStringLiteral("Table - health.Xls"));
+    EXPECT_TRUE(screen.Excel().IsOpen());
+}
+
+TEST_F(GalleryOnX11Test, CopiesAllKindsToSlidesOfOnePresentation) {
+    Screen screen;
+    screen.Show(QStringLiteral("Table - health.Xls"));
+    screen.CopyToNew();
+    ASSERT_TRUE(screen.Slides().IsOpen()) << screen.Slides().ErrorText().toStdString();
+    EXPECT_EQ(screen.SlideCount(), 1);
+    EXPECT_TRUE(screen.Excel().IsOpen()); // both are on show
+    EXPECT_EQ(screen.Get<QPushButton>("cmdCopyToPPT")->text(), GetText(QStringLiteral("GALLERY CLOSE PPT")));
+    for (const char* name : {"Graph - health.Xls", "Map - health.Xls"}) {
+        screen.Show(QLatin1String(name));
+        EXPECT_EQ(screen.Get<QPushButton>("cmdCopyToPPT")->text(), GetText(QStringLiteral("GALLERY Copy To PPT")));
+        screen.Copy(); // asks no more
+    }
+    EXPECT_EQ(screen.SlideCount(), 3);
+    SetFileAnswerer([this](const FileQuestion&) { return Ppt().chopped(4); });
+    QTest::mouseClick(screen.Get<QPushButton>("cmdSavePPT"), Qt::LeftButton);
+    EXPECT_TRUE(screen.Get<QLabel>("lblPPT")->text().contains(QStringLiteral("slides.ppt")));
+    screen.Get<QPushButton>("cmdCopyToPPT")->click();
+    EXPECT_FALSE(screen.Slides().IsOpen());
+    EXPECT_FALSE(screen.Get<QWidget>("framePPT")->isVisible());
+    EXPECT_TRUE(messages.isEmpty()) << messages.join(u' ').toStdString();
+
+    const QJsonObject read = ReadPpt(Ppt());
+    const QJsonArray size = read.value(QLatin1String("size")).toArray();
+    EXPECT_EQ(size.at(0).toInt() * 3, size.at(1).toInt() * 4);
+    const QJsonArray slides = read.value(QLatin1String("slides")).toArray();
+    ASSERT_EQ(slides.size(), 3);
+    for (const auto& slide : slides) {
+        ASSERT_EQ(slide.toArray().size(), 1); // one picture, in the middle, with a margin
+        const QJsonArray place = slide.toArray().at(0).toArray();
+        const auto [left, top, right, bottom] =
+            std::array{place.at(0).toInt(), place.at(1).toInt(), place.at(2).toInt(), place.at(3).toInt()};
+        EXPECT_GT(left, 0);
+        EXPECT_GT(top, 0);
+        EXPECT_NEAR(left, size.at(0).toInt() - right, 4);
+        EXPECT_NEAR(top, size.at(1).toInt() - bottom, 4);
+        EXPECT_TRUE(left < size.at(0).toInt() / 10 || top < size.at(1).toInt() / 10) << "it is small";
+    }
+    const QJsonArray map = slides.at(2).toArray().at(0).toArray();
+    EXPECT_NEAR(1.5,
+                static_cast<double>(map.at(2).toInt() - map.at(0).toInt()) / (map.at(3).toInt() - map.at(1).toInt()),
+                0.02);
+}
+
+TEST_F(GalleryOnX11Test, AMapWithoutItsPictureIsToldAndNothingIsLost) {
+    MakeBook(QStringLiteral("Map - plain.Xls"), [](office::Worksheet) {});
+    Screen screen;
+    screen.Show(QStringLiteral("Table - health.Xls"));
+    screen.CopyToNew();
+    screen.Show(QStringLiteral("Map - plain.Xls"));
+    screen.Copy();
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages.front().contains(QStringLiteral("Picture 1"))) << messages.front().toStdString();
+    EXPECT_EQ(screen.SlideCount(), 1);
+    EXPECT_TRUE(screen.Excel().IsOpen());
+    EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Map - plain.Xls"));
+}
+
+TEST_F(GalleryOnX11Test, AnExistingFileGrowsByASlide) {
+    Screen screen;
+    SaveNewSlides(screen, Ppt());
+    EXPECT_TRUE(screen.form.QuitPPT());
+    EXPECT_TRUE(messages.isEmpty()); // nothing was unsaved
+    screen.Show(QStringLiteral("Map - health.Xls"));
+    screen.CopyToFile(Ppt());
+    EXPECT_EQ(screen.SlideCount(), 2);
+    EXPECT_TRUE(screen.form.SavePPT()); // under its own name
+    EXPECT_EQ(SlidesOf(Ppt()).size(), 2);
+}
+
+TEST_F(GalleryOnX11Test, AFileThatHasGoneOrIsDamagedIsTold) {
+    Screen screen;
+    MakeFile(QStringLiteral("bad.ppt"), "no slides");
+    for (const QString& file : {Ppt(), Gallery() + QStringLiteral("/bad.ppt")}) {
+        messages.clear();
+        screen.CopyToFile(file);
+        EXPECT_EQ(messages.size(), 1);
+        EXPECT_FALSE(screen.Slides().IsOpen());
+        EXPECT_FALSE(screen.Get<QWidget>("framePPT")->isVisible());
+        EXPECT_TRUE(screen.Excel().IsOpen());
+    }
+    screen.CopyToNew();
+    EXPECT_EQ(screen.SlideCount(), 1);
+}
+
+TEST_F(GalleryOnX11Test, UnsavedSlidesAreAskedAbout) {
+    Screen screen;
+    screen.CopyToNew();
+    answers = {MessageCode::Cancel, MessageCode::Yes, MessageCode::Yes, 0};
+    EXPECT_FALSE(screen.form.MayLeave(true));
+    SetFileAnswerer([](const FileQuestion&) { return QString(); });
+    EXPECT_FALSE(screen.form.MayLeave(true)); // the name was not given
+    EXPECT_EQ(screen.SlideCount(), 1);
+    SetFileAnswerer([this](const FileQuestion&) { return Ppt(); });
+    EXPECT_TRUE(screen.form.MayLeave(true));
+    EXPECT_EQ(SlidesOf(Ppt()).size(), 1);
+    screen.Show(QStringLiteral("Map - health.Xls"));
+    screen.CopyToNew();
+    EXPECT_TRUE(screen.form.MayLeave(true)); // No
+    EXPECT_EQ(messages.count(QStringLiteral("TS_SlidesUnsaved")), 4);
+}
+
+TEST_F(GalleryOnX11Test, SlidesThatCanNotBeSavedStay) {
+    Screen screen;
+    screen.CopyToNew();
+    SetFileAnswerer([this](const FileQuestion&) { return Folder() + QStringLiteral("/no/such/folder.ppt"); });
+    EXPECT_FALSE(screen.form.SavePPT());
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(screen.SlideCount(), 1);
+    SetFileAnswerer([this](const FileQuestion&) { return Ppt(); });
+    EXPECT_TRUE(screen.form.SavePPT()); // the name that failed isn't kept
+    EXPECT_EQ(SlidesOf(Ppt()).size(), 1);
+}
+
+TEST_F(GalleryOnX11Test, WhenTheProgramDiesTheNextCopyStartsOver) {
+    Screen screen;
+    screen.CopyToNew();
+    const qint64 process = office::SpreadsheetApplication::Hosted().ProcessId();
+    ASSERT_GT(process, 0);
+    ::kill(static_cast<pid_t>(process), SIGKILL);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !screen.Slides().IsOpen() && !screen.Excel().IsOpen(); }));
+    QTest::qWait(50);
+    EXPECT_FALSE(screen.Get<QPushButton>("cmdCopyToPPT")->isEnabled());
+    screen.Show(QStringLiteral("Table - health.Xls"));
+    ASSERT_TRUE(screen.Excel().IsOpen()) << screen.Excel().ErrorText().toStdString();
+    screen.CopyToNew();
+    EXPECT_EQ(screen.SlideCount(), 1);
+}
+
+} // namespace tessaro
