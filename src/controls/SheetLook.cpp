@@ -3,11 +3,37 @@
 #include "session/Session.h"
 #include "session/Settings.h"
 
+#include <map>
+#include <set>
+
 namespace tessaro {
 
 namespace {
 
-constexpr int kWideTable = 5; ///< columns from which a page lies across
+constexpr int kWideTable = 5;             ///< columns from which a page lies across
+constexpr std::size_t kRowsFitted = 500;  ///< of which every text counts for the width of its column
+constexpr std::size_t kLongestTexts = 12; ///< of the rest: the longest by characters need not be the widest
+
+/// The longest different texts of a column and the rows where each was met first.
+class LongestTexts final {
+  public:
+    void Take(const office::Cell& cell, std::size_t row) {
+        const auto* text = std::get_if<QString>(&cell);
+        const auto* number = std::get_if<double>(&cell);
+        if (!text && !number) return;
+        const QString shown = text ? *text : QString::number(*number, 'g', 10);
+        if (texts_.size() == kLongestTexts && shown.size() <= texts_.begin()->first.first) return;
+        texts_.try_emplace({shown.size(), shown}, row);
+        if (texts_.size() > kLongestTexts) texts_.erase(texts_.begin());
+    }
+    void AddRows(std::set<std::size_t>& rows) const {
+        for (const auto& [text, row] : texts_)
+            rows.insert(row);
+    }
+
+  private:
+    std::map<std::pair<qsizetype, QString>, std::size_t> texts_; ///< shortest first
+};
 
 } // namespace
 
@@ -22,16 +48,38 @@ office::CellStyle SheetFont() {
             .italic = ProductFontStyle == 1 || ProductFontStyle == 3};
 }
 
-void DressTable(office::Worksheet& sheet, int rows, int columns) {
-    if (rows < 1 || columns < 1) return;
+office::Block RowsToFit(const office::Block& table) {
+    if (table.size() <= kRowsFitted) return table;
+    office::Block rows(table.begin(), table.begin() + kRowsFitted);
+    std::vector<LongestTexts> columns(table.front().size());
+    for (std::size_t row = kRowsFitted; row < table.size(); ++row)
+        for (std::size_t column = 0; column < columns.size(); ++column)
+            columns[column].Take(table[row][column], row);
+    std::set<std::size_t> longest;
+    for (const LongestTexts& column : columns)
+        column.AddRows(longest);
+    for (const std::size_t row : longest)
+        rows.push_back(table[row]);
+    return rows;
+}
+
+// The columns are fitted while the sheet holds just the rows that decide it: over tens of thousands of rows that would
+// take longer than all else together. So would the division into pages.
+void WriteTable(office::Worksheet& sheet, const office::Block& table) {
+    if (table.empty() || table.front().empty()) return;
+    const int rows = static_cast<int>(table.size());
+    const int columns = static_cast<int>(table.front().size());
+    const office::Block fitted = RowsToFit(table);
+    sheet.Cells(1, 1).SetValues(fitted);
     office::Range used = sheet.Cells(1, 1, rows, columns);
     used.SetStyle(SheetFont());
     sheet.Cells(1, 1, 1, columns).SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
-    used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
     used.AutoFitColumns();
     sheet.SetPageSetup(
         {.landscape = columns >= kWideTable, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = 1});
     sheet.FreezePanes(2, 1);
+    used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
+    if (fitted.size() < table.size()) sheet.Cells(1, 1).SetValues(table);
 }
 
 } // namespace tessaro

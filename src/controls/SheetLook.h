@@ -12,8 +12,11 @@ constexpr int LineSlot = 15;   ///< lines of tables
 /// The language's font as sheets have it: ProductFont with its size and style; in English DEFAULT FONT, elsewhere
 /// DEFAULT FONT SIZE where the settings say so.
 [[nodiscard]] office::CellStyle SheetFont();
-/// Dresses a table that begins at A1: font, bold tinted heading, lines, widths, printed over the pages with its heading
-/// and page numbers, the heading kept in view.
-void DressTable(office::Worksheet& sheet, int rows, int columns);
+/// Writes a table at A1, its heading first, and dresses it: font, bold tinted heading, lines, columns as wide as their
+/// texts, printed over the pages with its heading and page numbers, the heading kept in view. All rows have the
+/// heading's length; an empty table does nothing.
+void WriteTable(office::Worksheet& sheet, const office::Block& table);
+/// The rows of a table that decide how wide its columns are: the first ones, and those with the longest texts.
+[[nodiscard]] office::Block RowsToFit(const office::Block& table);
 
 } // namespace tessaro

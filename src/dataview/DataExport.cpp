@@ -178,9 +178,8 @@ void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int c
         if (ShowGlobalColor) globals.Next(static_cast<int>(block.size()), *values);
     }
     const int last = static_cast<int>(block.size());
+    WriteTable(sheet, block);
     globals.Finish(last);
-    sheet.Cells(1, 1).SetValues(block);
-    DressTable(sheet, last, VisibleCols);
 }
 
 } // namespace

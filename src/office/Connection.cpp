@@ -136,6 +136,7 @@ void Connection::StartProcess() {
                               QString::fromLatin1(QUrl::fromLocalFile(state_->folder).toEncoded())};
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("URE_BOOTSTRAP"));
+    environment.insert(QStringLiteral("TMPDIR"), MakeTemporaryFolder(state_->folder));
     if (state_->shown) {
         environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("gen"));
         // As large as our own windows, also where their scale isn't the display's.
@@ -177,6 +178,7 @@ void Connection::EndProcess() {
     if (!state_->process) return;
     const bool wasConnected = std::exchange(state_->connected, false);
     const bool ending = std::exchange(state_->ending, true);
+    if (!wasConnected && IsRunning()) RememberProcess(state_->folder, state_->processId);
     state_->process->kill();
     state_->process->waitForFinished(5000);
     state_->process.reset();
@@ -236,6 +238,7 @@ void Connection::Connect() {
             state_->limit, [this] { KillProcess(); });
         if (connected && !late) {
             state_->connected = true;
+            RememberProcess(state_->folder, state_->processId); // now that it listens
             return;
         }
         if (IsRunning()) continue;

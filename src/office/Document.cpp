@@ -136,11 +136,23 @@ void Document::CheckAlive() const {
 }
 
 void Document::Run(const std::function<void(const Model&)>& work) {
+    Run(work, pending_->Cells());
+}
+
+void Document::Run(const std::function<void(const Model&)>& work, std::size_t cells) {
     CheckAlive();
-    connection_->Run([&] {
-        FlushOnWorker();
-        work(model_);
-    });
+    connection_->Run(
+        [&] {
+            FlushOnWorker();
+            work(model_);
+        },
+        TimeFor(cells));
+}
+
+// An export of a million rows is slow, not stuck.
+std::chrono::milliseconds Document::TimeFor(std::size_t cells) const {
+    constexpr std::size_t kCellsOfMillisecond = 10;
+    return connection_->TimeLimit() + std::chrono::milliseconds(cells / kCellsOfMillisecond);
 }
 
 void Document::FlushOnWorker() {
@@ -162,7 +174,7 @@ void Document::Export(const QString& file, const char* exportFilter) {
 
 bool Document::Written(const QString& file, const char* exportFilter) {
     bool written = true;
-    Run([&](const Model& model) {
+    const auto store = [&](const Model& model) {
         try {
             Need<com::sun::star::frame::XStorable>(model)->storeToURL(
                 FileUrl(file),
@@ -170,7 +182,8 @@ bool Document::Written(const QString& file, const char* exportFilter) {
         } catch (const com::sun::star::io::IOException&) {
             written = false;
         }
-    });
+    };
+    Run(store, cellsWritten_);
     return written && QFileInfo(file).size() > 0;
 }
 
@@ -188,6 +201,7 @@ void Document::Write(int sheet, int row, int column, const Block& values) {
             if (const auto* text = std::get_if<QString>(&cell)) CheckText(*text);
     }
     pending_->Write(sheet, row, column, values);
+    cellsWritten_ += values.size() * values.front().size();
     FlushWhenMany();
 }
 

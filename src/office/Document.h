@@ -40,8 +40,8 @@ class Document final {
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
-    /// Runs work on the worker thread after the writes that wait have gone over. Failure::Lost when the process it was
-    /// opened in is gone.
+    /// Runs work on the worker thread after the writes that wait have gone over; what is large gets more than the usual
+    /// time. Failure::Lost when the process it was opened in is gone.
     void Run(const std::function<void(const Model&)>& work);
     /// Writes the file: into a work file beside it, which then takes its place.
     void Store(const QString& file);
@@ -76,10 +76,12 @@ class Document final {
   private:
     static std::shared_ptr<Document> Make(std::shared_ptr<Connection> connection, const QString& file,
                                           const rtl::OUString& url, const char* filter, const Frame& frame);
+    void Run(const std::function<void(const Model&)>& work, std::size_t cells);
     void OpenModel(const rtl::OUString& url, const Frame& frame);
     [[nodiscard]] bool Written(const QString& file, const char* exportFilter);
     void FlushOnWorker();
     void FlushWhenMany();
+    [[nodiscard]] std::chrono::milliseconds TimeFor(std::size_t cells) const;
     void CheckAlive() const;
 
     std::shared_ptr<Connection> connection_;
@@ -88,6 +90,7 @@ class Document final {
     const char* filter_;
     Model model_;
     std::unique_ptr<PendingWrites> pending_;
+    std::size_t cellsWritten_ = 0;
     std::array<QColor, 57> palette_;
 };
 

@@ -34,6 +34,7 @@ struct PendingWrites {
     void Write(int sheet, int row, int column, const Block& block);
     void Style(const Place& place, const CellStyle& style);
     [[nodiscard]] bool IsEmpty() const { return values.empty() && looks.empty(); }
+    [[nodiscard]] std::size_t Cells() const { return cells_; }
     /// So many that they should go over now.
     [[nodiscard]] bool IsLarge() const { return cells_ > kManyCells || values.size() + places_ > kManyPlaces; }
     /// Takes all over into the model; on the worker thread. `colour` gives the number of a palette slot. What can't be

@@ -4,10 +4,13 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QSet>
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <array>
 #include <csignal>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tessaro::office {
@@ -72,6 +75,40 @@ QString PidFile(const QString& folder) {
     return folder + QStringLiteral("/process");
 }
 
+QString TemporaryFolder(const QString& folder) {
+    return folder + QStringLiteral("/Temp");
+}
+
+/// The sockets with a name of their own on which a process listens.
+QList<QByteArray> SocketsOf(qint64 processId) {
+    QSet<QByteArray> inodes;
+    const QDir open(QStringLiteral("/proc/%1/fd").arg(processId));
+    for (const QString& name : open.entryList(QDir::System | QDir::Files)) {
+        std::array<char, 64> target{};
+        const QByteArray path = QFile::encodeName(open.filePath(name));
+        if (::readlink(path.constData(), target.data(), target.size() - 1) < 0) continue;
+        const QByteArray text(target.data());
+        if (text.startsWith("socket:[")) inodes.insert(text.sliced(8).chopped(1));
+    }
+    QList<QByteArray> sockets;
+    QFile table(QStringLiteral("/proc/net/unix"));
+    if (!table.open(QIODevice::ReadOnly)) return sockets;
+    const QByteArray all = table.readAll();
+    for (const QByteArray& line : all.split('\n')) {
+        const QList<QByteArray> fields = line.simplified().split(' ');
+        const bool isIts = fields.size() == 8 && inodes.contains(fields[6]) && fields[7].startsWith("/");
+        if (isIts && !sockets.contains(fields[7])) sockets << fields[7];
+    }
+    return sockets;
+}
+
+/// The program leaves its sockets behind when it is killed. Only what is one is removed: the list comes from a file.
+void RemoveSocket(const QByteArray& path) {
+    struct stat what {};
+    if (path.contains("/OSL_PIPE_") && ::lstat(path.constData(), &what) == 0 && S_ISSOCK(what.st_mode))
+        ::unlink(path.constData());
+}
+
 } // namespace
 
 QString ProgramFolder() {
@@ -101,20 +138,36 @@ bool SeedProfile(const QString& folder) {
     return file.open(QIODevice::WriteOnly) && file.write(Registry().toUtf8()) > 0 && file.commit();
 }
 
+QString MakeTemporaryFolder(const QString& folder) {
+    const QString temporary = TemporaryFolder(folder);
+    QDir(temporary).removeRecursively();
+    QDir().mkpath(temporary);
+    return temporary;
+}
+
 void RememberProcess(const QString& folder, qint64 processId) {
     QFile file(PidFile(folder));
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) file.write(QByteArray::number(processId));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return;
+    file.write(QByteArray::number(processId) + '\n');
+    for (const QByteArray& socket : SocketsOf(processId))
+        file.write(socket + '\n');
 }
 
 void ForgetProcess(const QString& folder) {
-    QFile::remove(PidFile(folder));
+    QFile file(PidFile(folder));
+    if (!file.open(QIODevice::ReadOnly)) return;
+    file.readLine();
+    while (!file.atEnd())
+        RemoveSocket(file.readLine().chopped(1));
+    file.remove();
+    QDir(TemporaryFolder(folder)).removeRecursively();
 }
 
 void EndOrphan(const QString& folder) {
     QFile file(PidFile(folder));
     if (!file.open(QIODevice::ReadOnly)) return;
     bool ok = false;
-    const auto processId = static_cast<pid_t>(file.readAll().trimmed().toLongLong(&ok));
+    const auto processId = static_cast<pid_t>(file.readLine().trimmed().toLongLong(&ok));
     file.close();
     if (ok && processId > 1) {
         // The number may belong to another process by now: the command line tells.

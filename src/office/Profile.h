@@ -12,10 +12,15 @@ namespace tessaro::office {
 /// would open or close documents behind our back. False when it can't be written.
 bool SeedProfile(const QString& folder);
 
-/// Keeps the process id that runs on a profile, so that the next start of ours finds what a crash has left.
+/// An empty folder for what the process keeps while it runs, instead of the system's; gives its path.
+QString MakeTemporaryFolder(const QString& folder);
+
+/// Keeps the process id that runs on a profile and the sockets on which it listens, so that the next start of ours
+/// finds what a crash has left.
 void RememberProcess(const QString& folder, qint64 processId);
+/// Removes the sockets and the temporary files of a process that has ended.
 void ForgetProcess(const QString& folder);
-/// Ends the process of a crashed run, if it still lives and really runs on this profile.
+/// Ends the process of a crashed run, if it still lives and really runs on this profile, and clears up after it.
 void EndOrphan(const QString& folder);
 
 } // namespace tessaro::office

@@ -85,8 +85,7 @@ QString MakeSelectionSheet(const SheetTable& table) {
     const int rows = static_cast<int>(block.size());
     // Identifiers keep their leading zeros.
     sheet.Cells(1, 1, rows, 1).SetStyle({.numberFormat = QStringLiteral("@")});
-    sheet.Cells(1, 1).SetValues(block);
-    DressTable(sheet, rows, static_cast<int>(columns));
+    WriteTable(sheet, block);
     for (int row = 0; ShowGlobalColor && row < rows - 1; ++row)
         for (int cell = 0; cell < static_cast<int>(columns); ++cell)
             if (table.globalCells[static_cast<std::size_t>(row)] >> cell & 1U)

@@ -30,8 +30,7 @@ void Fill(office::Worksheet& sheet, const ReportTable& table) {
         note.front() = QStringLiteral("…");
         block.push_back(std::move(note));
     }
-    sheet.Cells(1, 1).SetValues(block);
-    DressTable(sheet, static_cast<int>(block.size()), static_cast<int>(columns));
+    WriteTable(sheet, block);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "OfficeTest.h"
 #include "office/Connection.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -31,6 +32,20 @@ bool IsGoneWithin(qint64 processId, int milliseconds) {
     while (Lives(processId) && timer.elapsed() < milliseconds)
         ::usleep(10000);
     return !Lives(processId);
+}
+
+/// What the profile says about sockets of the process.
+QStringList SocketsNoted(const QString& folder) {
+    QFile file(folder + QStringLiteral("/process"));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts).mid(1);
+}
+
+QStringList Existing(const QStringList& paths) {
+    QStringList existing;
+    for (const QString& path : paths)
+        if (QFileInfo::exists(path)) existing << path;
+    return existing;
 }
 
 } // namespace
@@ -207,9 +222,29 @@ TEST_F(ProcessTest, EndsWhatACrashedRunHasLeft) {
     orphan.waitForFinished();
 }
 
+TEST_F(ProcessTest, LeavesNothingBehindWhenItIsKilled) {
+    const QTemporaryDir profile;
+    Connection connection(false);
+    connection.SetProfileFolder(profile.path());
+    connection.Start();
+    const QStringList sockets = SocketsNoted(profile.path());
+    EXPECT_EQ(sockets.size(), 2) << "one for us, one for whoever starts it on the same profile";
+    EXPECT_EQ(Existing(sockets), sockets);
+    const QString temporary = profile.path() + QStringLiteral("/Temp");
+    EXPECT_FALSE(QDir(temporary).isEmpty()) << "its temporary files are with us";
+    ::kill(static_cast<pid_t>(connection.ProcessId()), SIGKILL);
+    connection.Quit();
+    EXPECT_EQ(Existing(sockets), QStringList());
+    EXPECT_FALSE(QDir(temporary).exists());
+}
+
 TEST_F(ProcessTest, DiesWithUs) {
+    const QTemporaryDir profile;
     // The child is this program again, which starts the process, tells its number and waits to be killed.
     QProcess child;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TESSARO_TEST_PROFILE"), profile.path());
+    child.setProcessEnvironment(environment);
     child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--gtest_also_run_disabled_tests"),
                                                           QStringLiteral("--gtest_filter=*DISABLED_WaitsToBeKilled")});
     ASSERT_TRUE(child.waitForStarted());
@@ -222,9 +257,18 @@ TEST_F(ProcessTest, DiesWithUs) {
     ::kill(static_cast<pid_t>(child.processId()), SIGKILL);
     child.waitForFinished();
     EXPECT_TRUE(IsGoneWithin(office, 2000));
+
+    const QString writer = profile.path() + QStringLiteral("/Writer");
+    const QStringList sockets = SocketsNoted(writer);
+    EXPECT_EQ(Existing(sockets), sockets) << "nobody is left who could have removed them";
+    Connection next(false);
+    next.SetProfileFolder(writer);
+    EXPECT_EQ(Existing(sockets), QStringList());
+    EXPECT_FALSE(QDir(writer + QStringLiteral("/Temp")).exists());
 }
 
 TEST_F(ProcessTest, DISABLED_WaitsToBeKilled) {
+    SpreadsheetApplication::SetProfileFolder(qEnvironmentVariable("TESSARO_TEST_PROFILE"));
     Application().Start();
     std::printf("process=%lld\n", static_cast<long long>(Application().ProcessId()));
     std::fflush(stdout);

@@ -199,6 +199,18 @@ TEST_F(WorkbookTest, MakesSlides) {
     EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenWorkbook(File("slides.ppt"))); }), Failure::File);
 }
 
+TEST_F(WorkbookTest, WhatIsLargeMayTakeLonger) {
+    Workbook book = Application().NewWorkbook();
+    const Block rows(40'000, std::vector<Cell>(10, QStringLiteral("a text")));
+    Application().SetTimeLimit(std::chrono::milliseconds(200));
+    const auto failure = FailureOf([&] {
+        book.Sheet(1).Cells(1, 1).SetValues(rows);
+        book.SaveAs(File("large.xls"));
+    });
+    Application().SetTimeLimit(std::chrono::seconds(30));
+    EXPECT_FALSE(failure) << "neither the writing nor the saving is done within the usual time";
+}
+
 TEST_F(WorkbookTest, WritesManyRowsInBlocks) {
     Workbook book = Application().NewWorkbook();
     const Worksheet sheet = book.Sheet(1);
