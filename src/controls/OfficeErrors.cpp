@@ -17,6 +17,8 @@ QString OfficeText(const office::Error& error) {
         return GetText(QStringLiteral("TS_OfficeTimedOut"));
     case office::Failure::Limit:
         return GetText(QStringLiteral("TS_OfficeLimit"));
+    case office::Failure::Printer:
+        return GetText(QStringLiteral("TS_OfficePrinter"));
     case office::Failure::File:
     case office::Failure::Call:
         break;

@@ -14,6 +14,7 @@ enum class Failure {
     TimedOut, ///< it didn't answer in time; its process has been ended
     File,     ///< a file can't be read or written, or isn't what its name says
     Limit,    ///< more rows, columns or characters than the file format holds
+    Printer,  ///< there is no such printer
     Call      ///< it refused the call
 };
 

@@ -32,6 +32,13 @@ int CountOf(const Model& model) {
     return Need<com::sun::star::container::XIndexAccess>(SheetsOf(model))->getCount();
 }
 
+QString PrinterOf(const Reference<com::sun::star::view::XPrintable>& printable) {
+    const auto settings = printable->getPrinter();
+    for (const auto& setting : settings)
+        if (rtl::OUString name; setting.Name == "Name" && (setting.Value >>= name)) return FromUno(name);
+    return {};
+}
+
 /// What the format would cut without a word.
 void CheckLimits(const Model& model) {
     for (int number = 1; number <= CountOf(model); ++number) {
@@ -156,7 +163,12 @@ void Workbook::ExportPdf(const QString& file) {
 void Workbook::Print(const QString& printer) {
     Known(document_).Run([&](const Model& model) {
         const auto printable = Need<com::sun::star::view::XPrintable>(model);
-        if (!printer.isEmpty()) printable->setPrinter(Properties({Property("Name", Any(ToUno(printer)))}));
+        if (!printer.isEmpty()) {
+            printable->setPrinter(Properties({Property("Name", Any(ToUno(printer)))}));
+            // An unknown one is passed over without a word, and the pages would go nowhere.
+            if (PrinterOf(printable) != printer)
+                throw Error(Failure::Printer, QStringLiteral("there is no printer \"%1\"").arg(printer));
+        }
         printable->print(Properties({Property("Wait", Any(true))}));
     });
 }

@@ -44,7 +44,8 @@ class Workbook final {
     void Save();
     void SaveAs(const QString& file);
     void ExportPdf(const QString& file);
-    /// Prints on a printer by its system name; an empty name means the default printer.
+    /// Prints on a printer by its system name; an empty name means the default printer. Failure::Printer when there
+    /// is none of that name.
     void Print(const QString& printer = {});
     [[nodiscard]] bool IsModified() const;
     void Close(bool save);

@@ -4,14 +4,13 @@
 #include "controls/FileDialogs.h"
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
+#include "controls/Printing.h"
 #include "platform/Paths.h"
 #include "session/Frame.h"
 #include "session/Strings.h"
 #include "ui_frmPrint.h"
 
 #include <QFileInfo>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QTimer>
 
 namespace tessaro {
@@ -77,14 +76,13 @@ void frmPrint::done(int result) {
 }
 
 void frmPrint::cmdPrint_Click() {
-    QPrinter printer;
-    QPrintDialog dialog(&printer, this);
-    if (dialog.exec() != QDialog::Accepted) return;
+    const auto place = AskForPrinter(this);
+    if (!place) return;
     try {
-        if (printer.outputFormat() == QPrinter::PdfFormat)
-            ui_->fraExcel->xlBook().ExportPdf(printer.outputFileName());
+        if (!place->pdfFile.isEmpty())
+            ui_->fraExcel->xlBook().ExportPdf(place->pdfFile);
         else
-            ui_->fraExcel->xlBook().Print(printer.printerName());
+            ui_->fraExcel->xlBook().Print(place->printer);
     } catch (const office::Error& error) {
         ShowOfficeError(error, "cmdPrint_Click");
     }
