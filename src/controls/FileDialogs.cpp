@@ -1,6 +1,10 @@
 #include "controls/FileDialogs.h"
 
+#include "session/Messages.h"
+
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QRegularExpression>
 
 #include <utility>
 
@@ -15,6 +19,21 @@ FileAnswerer& TheAnswerer() {
 
 } // namespace
 
+QString WithEndingOf(const QString& file, const QString& filter, const QString& suggested) {
+    static const QRegularExpression pattern(QStringLiteral("\\*(\\.[A-Za-z0-9]+)"));
+    QStringList endings;
+    for (auto match = pattern.globalMatch(filter); match.hasNext();)
+        endings << match.next().captured(1);
+    if (file.isEmpty() || endings.isEmpty()) return file;
+    for (const QString& ending : std::as_const(endings))
+        if (file.endsWith(ending, Qt::CaseInsensitive)) return file;
+    const QString own = QFileInfo(file).suffix();
+    if (own.isEmpty()) return file + endings.first();
+    // What was only suggested gives way to the kind that was chosen; what was typed stands.
+    const bool typed = own.compare(QFileInfo(suggested).suffix(), Qt::CaseInsensitive) != 0;
+    return typed ? file : file.chopped(own.size() + 1) + endings.first();
+}
+
 QString AskForFile(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
     return QFileDialog::getOpenFileName(parent, question.title, question.folder, question.filter);
@@ -24,7 +43,13 @@ QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
     const QString place =
         question.folder.isEmpty() ? question.name : question.folder + QLatin1Char('/') + question.name;
-    return QFileDialog::getSaveFileName(parent, question.title, place, question.filter);
+    QString chosenFilter;
+    const QString file = QFileDialog::getSaveFileName(parent, question.title, place, question.filter, &chosenFilter);
+    const QString named = WithEndingOf(file, chosenFilter, question.name);
+    // The dialog has asked about the name that it knew.
+    const bool taken = named != file && QFileInfo::exists(named);
+    if (taken && ShowMessage(QStringLiteral("285"), MessageType::YesNo, 104) != MessageCode::Yes) return {};
+    return named;
 }
 
 QString AskForFolder(QWidget* parent, const FileQuestion& question) {

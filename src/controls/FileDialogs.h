@@ -19,7 +19,11 @@ struct FileQuestion {
 /// Lets the user choose a file that exists; empty when the dialog was cancelled.
 [[nodiscard]] QString AskForFile(QWidget* parent, const FileQuestion& question);
 
-/// Lets the user name a file to be made, asking before an existing one is taken; empty when cancelled.
+/// The name with an ending of the chosen filter ("Text (*.txt)"): a name without one gets it, and the ending of the
+/// name that was only suggested gives way to it; one that the user typed stands.
+[[nodiscard]] QString WithEndingOf(const QString& file, const QString& filter, const QString& suggested);
+/// Lets the user name a file to be made, asking before an existing one is taken; empty when cancelled. The name has an
+/// ending of the kind that was chosen.
 [[nodiscard]] QString AskForNewFile(QWidget* parent, const FileQuestion& question);
 /// Lets the user choose a folder; empty when cancelled.
 [[nodiscard]] QString AskForFolder(QWidget* parent, const FileQuestion& question);

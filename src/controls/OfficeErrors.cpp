@@ -1,8 +1,12 @@
 #include "controls/OfficeErrors.h"
 
 #include "session/ErrorSink.h"
+#include "session/Frame.h"
 #include "session/Messages.h"
 #include "session/Strings.h"
+#include "session/TempFiles.h"
+
+#include <optional>
 
 namespace tessaro {
 
@@ -29,6 +33,31 @@ QString OfficeText(const office::Error& error) {
 void ShowOfficeError(const office::Error& error, const char* procedureName) {
     LogNote(QStringLiteral("%1: %2").arg(QLatin1String(procedureName), QString::fromUtf8(error.what())));
     ShowMessage(OfficeText(error), MessageType::Ok, 102, {}, false);
+}
+
+namespace {
+
+/// The file that was made; empty when it couldn't be, which has been told.
+QString MadeFile(const char* procedureName, const std::function<QString()>& make) {
+    std::optional<office::Error> failure;
+    {
+        const WaitPointer wait;
+        try {
+            return make();
+        } catch (const office::Error& error) {
+            failure = error;
+        }
+    }
+    ShowOfficeError(*failure, procedureName);
+    return {};
+}
+
+} // namespace
+
+void ShowMadeWorkbook(const char* procedureName, const std::function<QString()>& make) {
+    const QString file = MadeFile(procedureName, make);
+    if (!file.isEmpty()) TheFrame().ShowWorkbook(file);
+    ClearTempFolder();
 }
 
 } // namespace tessaro

@@ -1,5 +1,7 @@
 #include "controls/OfficeHost.h"
 
+#include "controls/Captions.h"
+#include "controls/FileDialogs.h"
 #include "controls/HostKeyboard.h"
 #include "controls/OfficeErrors.h"
 #include "controls/Theme.h"
@@ -9,6 +11,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QFileInfo>
 #include <QFocusEvent>
 #include <QPainter>
 #include <QPointer>
@@ -144,17 +147,35 @@ void OfficeHost::SetToolBars(bool shown) {
     }
 }
 
+// Where the file can't be written, another one may be named, until that works or the user gives the edits up.
+void OfficeHost::KeepEdits() {
+    QString file = shown_.book.FileName();
+    try {
+        if (shown_.frame) shown_.frame->TakeOverInput();
+        if (!shown_.book.IsOpen() || !shown_.book.IsModified()) return;
+    } catch (const office::Error& error) {
+        return ShowOfficeError(error, "CloseHostedExcel");
+    }
+    while (!file.isEmpty() && shown_.book.IsOpen()) {
+        try {
+            return shown_.book.SaveAs(file);
+        } catch (const office::Error& error) {
+            ShowOfficeError(error, "CloseHostedExcel");
+        }
+        if (shown_.book.IsOpen())
+            file = AskForNewFile(window(), {PlainText(QStringLiteral("TS_PageSaveAs")),
+                                            {},
+                                            PlainText(QStringLiteral("TS_FilterWorkbook")) + QStringLiteral(" (*.xls)"),
+                                            QFileInfo(file).fileName()});
+    }
+}
+
 void OfficeHost::CloseHostedExcel(bool save) {
     const QScopedValueRollback busy(busy_, true);
     qApp->removeEventFilter(this);
     setFocusPolicy(Qt::NoFocus);
     const bool hadKeyboard = keyboard_ && keyboard_->IsInside();
-    try {
-        if (save && shown_.frame) shown_.frame->TakeOverInput();
-        if (save && shown_.book.IsOpen() && shown_.book.IsModified()) shown_.book.Save();
-    } catch (const office::Error& error) {
-        ShowOfficeError(error, "CloseHostedExcel");
-    }
+    if (save) KeepEdits();
     shown_ = {};
     keyboard_.reset();
     delete std::exchange(place_, nullptr);

@@ -44,8 +44,8 @@ class OfficeHost final : public QWidget {
     bool SetPrintPreview(bool shown);
     /// Menu, standard and formatting bars: on while the form is maximised, off otherwise.
     void SetToolBars(bool shown);
-    /// CloseHostedExcel: saves what the user changed, closes the document, gives everything back. Never throws. With
-    /// `save` false the changes are dropped (the gallery).
+    /// CloseHostedExcel: saves what the user changed (under another name where that fails), closes the document, gives
+    /// everything back. Never throws. With `save` false the changes are dropped (the gallery).
     void CloseHostedExcel(bool save = true);
 
     [[nodiscard]] bool IsOpen() const;
@@ -72,6 +72,7 @@ class OfficeHost final : public QWidget {
   private:
     template <class Opening> bool Show(Opening&& opening);
     void OfficeLost();
+    void KeepEdits();
     void Leave(bool forwards);
     [[nodiscard]] QSize PlaceSize() const;
     bool Fail(const office::Error& error);

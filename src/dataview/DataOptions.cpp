@@ -124,17 +124,24 @@ QString DataOptions::NotHeldByOthers(OptionList option) const {
     return clause;
 }
 
-bool DataOptions::RemoveIndicatorFromSel(OptionList option, const QStringList& keys) {
-    ErrorTrap trap("RemoveIndicatorFromSel");
+/// Rows of the items with these keys that no other list holds; nothing when a statement failed.
+std::optional<std::vector<qint64>> DataOptions::RowsOf(OptionList option, const QStringList& keys,
+                                                       const QString& tail) const {
     const QString others = NotHeldByOthers(option);
     std::vector<qint64> rows;
     for (const QString& key : keys) {
-        const auto found = NumbersOf(RowsStatement(option, key) + others);
-        if (!found) return false;
+        const auto found = NumbersOf(RowsStatement(option, key) + others + tail);
+        if (!found) return std::nullopt;
         rows.insert(rows.end(), found->begin(), found->end());
     }
-    if (!SetDeleted(rows, true)) return false;
-    ListOf(option).Append(rows);
+    return rows;
+}
+
+bool DataOptions::RemoveIndicatorFromSel(OptionList option, const QStringList& keys) {
+    ErrorTrap trap("RemoveIndicatorFromSel");
+    const auto rows = RowsOf(option, keys, {});
+    if (!rows || !SetDeleted(*rows, true)) return false;
+    ListOf(option).Append(*rows);
     return true;
 }
 
@@ -148,15 +155,9 @@ bool DataOptions::RemoveAllFromSel(OptionList option) {
 
 bool DataOptions::AddIndicatorToSel(OptionList option, const QStringList& keys) {
     ErrorTrap trap("AddIndicatorToSel");
-    const QString others = NotHeldByOthers(option);
-    std::vector<qint64> rows;
-    for (const QString& key : keys) {
-        const auto found = NumbersOf(RowsStatement(option, key) + others + QStringLiteral(" AND DELETED = True"));
-        if (!found) return false;
-        rows.insert(rows.end(), found->begin(), found->end());
-    }
-    if (!SetDeleted(rows, false)) return false;
-    ListOf(option).Remove(rows);
+    const auto rows = RowsOf(option, keys, QStringLiteral(" AND DELETED = True"));
+    if (!rows || !SetDeleted(*rows, false)) return false;
+    ListOf(option).Remove(*rows);
     return true;
 }
 

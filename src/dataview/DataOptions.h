@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <array>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -51,6 +52,8 @@ class DataOptions final {
     [[nodiscard]] KeyParts PartsOf(OptionList option, const QString& key) const;
     [[nodiscard]] QString RowsStatement(OptionList option, const QString& key) const;
     [[nodiscard]] QString NotHeldByOthers(OptionList option) const;
+    [[nodiscard]] std::optional<std::vector<qint64>> RowsOf(OptionList option, const QStringList& keys,
+                                                            const QString& tail) const;
 
     std::array<RowNumbers, 3> lists_;
     /// Identifiers may hold the sign that joins them in a key, so the parts of each key are kept.

@@ -97,6 +97,9 @@ class frmData final : public StageScreen {
     void ShowOptionCaption();
     // Options (frmDataOptions.cpp)
     void MakePanels();
+    /// Writes the file by its ending; the number of sheets (1 for text and page), 0 when it can't be written.
+    int WriteDataView(const QString& file);
+    bool NeedsRows();
     bool MayLeaveOption();
     void DrawStats();
     [[nodiscard]] DataPanel* PanelShown() const;

@@ -14,7 +14,10 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
+#include <QScopeGuard>
 #include <QStandardPaths>
+
+#include <optional>
 
 // What leaves the data view: files and paper.
 
@@ -29,10 +32,7 @@ QString FilterLine(const char* key, const char* pattern) {
 } // namespace
 
 void frmData::SaveAs() {
-    if (model_.ValueRows() == 0) {
-        ShowMessage(QStringLiteral("041"));
-        return;
-    }
+    if (!NeedsRows()) return;
     const QString filter = QStringList{FilterLine("TS_FilterWebPage", "*.htm *.html"),
                                        FilterLine("TS_FilterWorkbook", "*.xls"), FilterLine("TS_FilterText", "*.txt")}
                                .join(QStringLiteral(";;"));
@@ -42,57 +42,58 @@ void frmData::SaveAs() {
     if (!file.isEmpty()) SaveDataView(file);
 }
 
-bool frmData::SaveDataView(const QString& file) {
-    ErrorTrap trap("SaveDataView");
-    TheFrame().SetBusy(true);
-    TheFrame().SetStatusText(GetText(QStringLiteral("TS_Exporting")));
-    TheFrame().StartProgress();
-    const ExportRows rows{model_.ValueRows(), [this](int row) { return model_.RowAt(row); }};
+int frmData::WriteDataView(const QString& file) {
     const QString kind = QFileInfo(file).suffix().toLower();
-    bool saved = false;
-    int sheets = 1;
-    bool told = false;
+    const ExportRows rows{model_.ValueRows(), [this](int row) { return model_.RowAt(row); }};
     // The load goes on afterwards; while the spreadsheet works, its timer must not change the grid.
     paging_.PauseTimer();
-    try {
-        if (kind == QLatin1String("xls")) {
-            sheets = SaveDataViewXls(file, rows);
-            saved = true;
-        } else {
-            saved = kind == QLatin1String("txt") ? SaveDataViewTxt(file, rows) : SaveDataViewHtm(file, rows);
-        }
-    } catch (const office::Error& error) {
-        told = true;
-        TheFrame().SetBusy(false);
-        ShowOfficeError(error, "SaveDataViewXls");
-        TheFrame().SetBusy(true);
+    const auto resume = qScopeGuard([this] { paging_.ResumeTimer(); });
+    if (kind == QLatin1String("xls")) return SaveDataViewXls(file, rows);
+    const bool saved = kind == QLatin1String("txt") ? SaveDataViewTxt(file, rows) : SaveDataViewHtm(file, rows);
+    return saved ? 1 : 0;
+}
+
+bool frmData::SaveDataView(const QString& file) {
+    ErrorTrap trap("SaveDataView");
+    int sheets = 0;
+    std::optional<office::Error> failure;
+    {
+        const WaitPointer wait;
+        TheFrame().SetStatusText(GetText(QStringLiteral("TS_Exporting")));
+        TheFrame().StartProgress();
+        const auto end = qScopeGuard([] {
+            TheFrame().EndProgress();
+            TheFrame().SetStatusText({});
+        });
+        trap.Try([&] {
+            try {
+                sheets = WriteDataView(file);
+            } catch (const office::Error& error) {
+                failure = error;
+            }
+        });
     }
-    paging_.ResumeTimer();
-    TheFrame().EndProgress();
-    TheFrame().SetStatusText({});
-    TheFrame().SetBusy(false);
-    if (saved) {
-        const char* key = sheets > 1 ? "TS_ExportedSheets" : "TS_Exported";
-        TheFrame().SetStatusText(GetText(QLatin1String(key))
-                                     .replace(QStringLiteral("%1"), QDir::toNativeSeparators(file))
-                                     .replace(QStringLiteral("%2"), QLocale::system().toString(sheets)));
-    } else if (!told) {
+    if (failure) {
+        ShowOfficeError(*failure, "SaveDataViewXls");
+    } else if (sheets == 0) {
         ShowMessage(GetText(QStringLiteral("TS_ExportFailed")).replace(QStringLiteral("%1"), file), MessageType::Ok,
                     102, {}, false);
+    } else {
+        TheFrame().SetStatusText(
+            GetText(sheets > 1 ? QStringLiteral("TS_ExportedSheets") : QStringLiteral("TS_Exported"))
+                .replace(QStringLiteral("%1"), QDir::toNativeSeparators(file))
+                .replace(QStringLiteral("%2"), QLocale::system().toString(sheets)));
     }
-    return saved;
+    return sheets > 0;
 }
 
 void frmData::Print() {
-    if (model_.ValueRows() == 0) {
-        ShowMessage(QStringLiteral("041"));
-        return;
-    }
-    const QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("DataView Print"))});
-    if (!SaveDataView(file)) return;
-    TheFrame().SetStatusText({});
-    TheFrame().ShowWorkbook(file);
-    ClearTempFolder();
+    if (!NeedsRows()) return;
+    ShowMadeWorkbook("PrintDataView", [this] {
+        const QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("DataView Print"))});
+        WriteDataView(file);
+        return file;
+    });
 }
 
 } // namespace tessaro

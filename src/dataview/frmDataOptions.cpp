@@ -73,6 +73,13 @@ DataPanel* frmData::PanelShown() const {
     return qobject_cast<DataPanel*>(ui_->picPanels->currentWidget());
 }
 
+/// What can't do without rows says so.
+bool frmData::NeedsRows() {
+    if (model_.ValueRows() > 0) return true;
+    ShowMessage(QStringLiteral("041"));
+    return false;
+}
+
 // While there are rows, a panel can't be left as long as it would leave nothing in view.
 bool frmData::MayLeaveOption() {
     DataPanel* panel = PanelShown();
@@ -164,11 +171,7 @@ void frmData::ShowFilterState() {
 }
 
 void frmData::chkFilters_Click() {
-    if (model_.ValueRows() == 0 && !filters_.AnyOn()) {
-        ShowFilterState();
-        ShowMessage(QStringLiteral("041"));
-        return;
-    }
+    if (!filters_.AnyOn() && !NeedsRows()) return ShowFilterState();
     DataFilters filters;
     filters.DataValueFrom = filters_.DataValueFrom;
     filters.DataValueTo = filters_.DataValueTo;
@@ -177,10 +180,7 @@ void frmData::chkFilters_Click() {
 }
 
 void frmData::cmdFilters_Click() {
-    if (model_.ValueRows() == 0 && !filters_.AnyOn()) {
-        ShowMessage(QStringLiteral("041"));
-        return;
-    }
+    if (!filters_.AnyOn() && !NeedsRows()) return;
     if (option_ != View && option_ != Stats) ShowThisDataOption(View);
     if (option_ != View && option_ != Stats) return; // a panel with nothing left, which has said so
     // The working tables may be made anew for the count, so the grid lets go of them.
@@ -210,18 +210,12 @@ bool frmData::DataStats_KeyDown(const QKeyEvent& event) {
 }
 
 void frmData::lstCalculate_DblClick(const QString& key) {
-    if (model_.ValueRows() == 0) {
-        ShowMessage(QStringLiteral("041"));
-        return;
-    }
+    if (!NeedsRows()) return;
     TheFrame().StartCalculation(key.mid(1).toInt());
 }
 
 void frmData::picPresentationOptions_Click(const QString& key) {
-    if (model_.ValueRows() == 0) {
-        ShowMessage(QStringLiteral("041"));
-        return;
-    }
+    if (!NeedsRows()) return;
     TheFrame().StartPresentation(key.at(0));
 }
 

@@ -35,6 +35,37 @@ int ColumnNumber(const QString& letters) {
     return number;
 }
 
+/// Brings a sheet to view while its view is changed, and the one of before back.
+class SheetInView final {
+  public:
+    SheetInView(const Model& model, int number) : controller(Kept(model)), view_(Need<View>(controller)) {
+        before_ = view_->getActiveSheet();
+        view_->setActiveSheet(Document::SheetOf(model, number));
+    }
+    ~SheetInView() {
+        try {
+            view_->setActiveSheet(before_);
+        } catch (const com::sun::star::uno::Exception&) {
+            // The process has ended, which the call itself tells.
+        }
+    }
+    SheetInView(const SheetInView&) = delete;
+    SheetInView& operator=(const SheetInView&) = delete;
+
+    const com::sun::star::uno::Reference<com::sun::star::frame::XController> controller;
+
+  private:
+    using View = com::sun::star::sheet::XSpreadsheetView;
+
+    static com::sun::star::uno::Reference<com::sun::star::frame::XController> Kept(const Model& model) {
+        KeepView(model);
+        return model->getCurrentController();
+    }
+
+    const com::sun::star::uno::Reference<View> view_;
+    com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet> before_;
+};
+
 } // namespace
 
 Worksheet::Worksheet(std::shared_ptr<Document> document, int number)
@@ -120,31 +151,21 @@ void Worksheet::SetRowHeight(int row, double points) {
 
 void Worksheet::FreezePanes(int row, int column) {
     document_->Run([&](const Model& model) {
-        KeepView(model);
-        const auto controller = model->getCurrentController();
-        const auto view = Need<com::sun::star::sheet::XSpreadsheetView>(controller);
-        const auto before = view->getActiveSheet();
-        view->setActiveSheet(Document::SheetOf(model, number_));
-        const auto panes = Need<com::sun::star::sheet::XViewFreezable>(controller);
+        const SheetInView sheet(model, number_);
+        const auto panes = Need<com::sun::star::sheet::XViewFreezable>(sheet.controller);
         // A view that has just become visible may not take it at once.
         for (int tries = 0; tries < 5; ++tries) {
             panes->freezeAtPosition(column - 1, row - 1);
             if (panes->hasFrozenPanes()) break;
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         }
-        view->setActiveSheet(before);
     });
 }
 
 void Worksheet::SetGridLines(bool shown) {
     document_->Run([&](const Model& model) {
-        KeepView(model);
-        const auto controller = model->getCurrentController();
-        const auto view = Need<com::sun::star::sheet::XSpreadsheetView>(controller);
-        const auto before = view->getActiveSheet();
-        view->setActiveSheet(Document::SheetOf(model, number_));
-        Need<com::sun::star::beans::XPropertySet>(controller)->setPropertyValue("ShowGrid", Any(shown));
-        view->setActiveSheet(before);
+        const SheetInView sheet(model, number_);
+        Need<com::sun::star::beans::XPropertySet>(sheet.controller)->setPropertyValue("ShowGrid", Any(shown));
     });
 }
 

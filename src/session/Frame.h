@@ -41,6 +41,16 @@ class Frame {
 };
 
 [[nodiscard]] Frame& TheFrame();
+
+/// The wait pointer for as long as it lives.
+class WaitPointer final {
+  public:
+    WaitPointer() { TheFrame().SetBusy(true); }
+    ~WaitPointer() { TheFrame().SetBusy(false); }
+    WaitPointer(const WaitPointer&) = delete;
+    WaitPointer& operator=(const WaitPointer&) = delete;
+};
+
 /// Installs a frame (not owned); nullptr takes it away.
 void SetFrame(Frame* frame);
 

@@ -7,11 +7,9 @@
 #include "platform/Registry.h"
 #include "platform/ShellOpen.h"
 #include "session/ErrorSink.h"
-#include "session/Frame.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
-#include "session/TempFiles.h"
 #include "shell/SystemInfo.h"
 #include "shell/frmDocument.h"
 #include "ui_frmAbout.h"
@@ -68,17 +66,7 @@ void frmAbout::SetToolTipParam() {
 void frmAbout::ShowLog(LogKind kind) {
     const char* const procedure = kind == LogKind::Template ? "cmdTemplate_Click" : "cmdDatabase_Click";
     const ErrorTrap trap(procedure);
-    TheFrame().SetBusy(true);
-    try {
-        const QString file = WriteLogReport(kind);
-        TheFrame().SetBusy(false);
-        if (file.isEmpty()) return;
-        TheFrame().ShowWorkbook(file);
-        ClearTempFolder();
-    } catch (const office::Error& error) {
-        TheFrame().SetBusy(false);
-        ShowOfficeError(error, procedure);
-    }
+    ShowMadeWorkbook(procedure, [kind] { return WriteLogReport(kind); });
 }
 
 void frmAbout::cmdDiscliamer_Click() {

@@ -6,7 +6,6 @@
 #include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Strings.h"
-#include "session/TempFiles.h"
 #include "shell/Favourite.h"
 #include "shell/MainMenu.h"
 #include "shell/StageScreens.h"
@@ -14,6 +13,8 @@
 #include "shell/frmFavourites.h"
 #include "shell/frmMain.h"
 #include "ui_frmMain.h"
+
+#include <QScopeGuard>
 
 // What is made of the open database: favourites and the summary report.
 
@@ -48,23 +49,15 @@ void frmMain::mnuDBSummReport_Click() {
         ShowMessage(QStringLiteral("026"));
         return;
     }
-    SetBusy(true);
-    SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
-    StartProgress();
-    QString file;
-    try {
-        file = WriteSummaryReport([this](int sheet) { SetProgress(100 * sheet / SummarySheets); });
-    } catch (const office::Error& error) {
-        SetBusy(false);
-        ShowOfficeError(error, "ValidationReportXLS");
-        SetBusy(true);
-    }
-    EndProgress();
-    SetStatusText({});
-    SetBusy(false);
-    if (file.isEmpty()) return;
-    ShowWorkbook(file);
-    ClearTempFolder();
+    ShowMadeWorkbook("ValidationReportXLS", [this] {
+        SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
+        StartProgress();
+        const auto done = qScopeGuard([this] {
+            EndProgress();
+            SetStatusText({});
+        });
+        return WriteSummaryReport([this](int sheet) { SetProgress(100 * sheet / SummarySheets); });
+    });
 }
 
 } // namespace tessaro

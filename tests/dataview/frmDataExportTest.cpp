@@ -1,7 +1,6 @@
 #include "controls/DataTable.h"
+#include "dataview/DataScreen.h"
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
-#include "dataview/frmData.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/Session.h"
@@ -28,20 +27,10 @@ class OfferingFrame final : public FakeFrame {
     QStringList started;
 };
 
-class frmDataExportTest : public SelectionTest {
+class frmDataExportTest : public DataScreenTest {
   protected:
     frmDataExportTest() { SetFrame(&offering); }
 
-    void Show() {
-        form.resize(1280, 600);
-        form.show();
-        SelectionChanged = true;
-        form.Enter();
-        QApplication::processEvents();
-    }
-    void WaitForAll() {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return form.paging().PagingComplete(); }, 10000));
-    }
     [[nodiscard]] QList<QByteArray> SavedLines() {
         const QString file = JoinPath({Folder(), QStringLiteral("DataView.txt")});
         EXPECT_TRUE(form.SaveDataView(file));
@@ -53,7 +42,6 @@ class frmDataExportTest : public SelectionTest {
     DataTable& Stats() { return *form.findChild<DataTable*>(QStringLiteral("DataStats")); }
 
     OfferingFrame offering;
-    frmData form;
 };
 
 TEST_F(frmDataExportTest, SavesTheRowsThatStandInTheGridAndTheLoadGoesOn) {

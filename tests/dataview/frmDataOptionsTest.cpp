@@ -1,11 +1,10 @@
 #include "controls/DataTable.h"
 #include "controls/KeyedList.h"
 #include "controls/SelectionLists.h"
+#include "dataview/DataScreen.h"
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
 #include "dataview/SortPanel.h"
 #include "dataview/TakeOutPanel.h"
-#include "dataview/frmData.h"
 #include "dataview/frmDataFilters.h"
 #include "session/Query.h"
 #include "session/Session.h"
@@ -29,22 +28,8 @@ namespace {
 
 enum Option { View, Stats, Sources, Units, Subpops, Sort };
 
-class frmDataOptionsTest : public SelectionTest {
+class frmDataOptionsTest : public DataScreenTest {
   protected:
-    void Show() {
-        form.resize(1280, 600);
-        form.show();
-        SelectionChanged = true;
-        form.Enter();
-        QApplication::processEvents();
-    }
-    void ShowAll() {
-        Show();
-        WaitForAll();
-    }
-    void WaitForAll() {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return form.paging().PagingComplete(); }, 10000));
-    }
     void MakePeriods() {
         Run(QStringLiteral("CREATE TABLE TimePeriod (TimePeriodNId LONG, TimePeriod TEXT(30))"));
         Run(QStringLiteral("INSERT INTO TimePeriod SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod"));
@@ -64,8 +49,6 @@ class frmDataOptionsTest : public SelectionTest {
                                         QItemSelectionModel::ClearAndSelect);
     }
     QString RowsText() { return form.SelectionSummary(); }
-
-    frmData form;
 };
 
 TEST_F(frmDataOptionsTest, TakingAnItemOutRequeriesAndPuttingItBackToo) {

@@ -1,8 +1,6 @@
-#include "dataview/frmData.h"
-
 #include "controls/DataTable.h"
+#include "dataview/DataScreen.h"
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
 #include "session/Query.h"
 #include "session/Session.h"
 
@@ -18,31 +16,15 @@ namespace tessaro::test {
 
 namespace {
 
-class frmDataTest : public SelectionTest {
+class frmDataTest : public DataScreenTest {
   protected:
-    void Show() {
-        form.resize(1280, 600);
-        form.show();
-        SelectionChanged = true;
-        form.Enter();
-        QApplication::processEvents();
-    }
     DataTable& Grid() { return *form.findChild<DataTable*>(QStringLiteral("DataGrid")); }
-    void WaitForAll() {
-        QElapsedTimer clock;
-        clock.start();
-        while (!form.paging().PagingComplete() && clock.elapsed() < 10000)
-            QTest::qWait(20);
-        EXPECT_TRUE(form.paging().PagingComplete());
-    }
     void ClickHead(int column) {
         QHeaderView* head = Grid().horizontalHeader();
         const QPoint place(head->sectionViewportPosition(column - 1) + 20, head->height() / 2);
         QTest::mouseClick(head->viewport(), Qt::LeftButton, {}, place);
     }
     QString Cell(int row, int column) { return Grid().model()->index(row, column - 1).data().toString(); }
-
-    frmData form;
 };
 
 TEST_F(frmDataTest, ShowsTheFirstPageAtOnceAndTheRestByTheTimer) {

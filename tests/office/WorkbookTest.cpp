@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QImage>
 
+#include <algorithm>
+
 namespace tessaro::office {
 
 namespace {
@@ -150,6 +152,43 @@ TEST_F(WorkbookTest, DrawsChartsPicturesAndShapes) {
     EXPECT_EQ(again.Sheet(1).ChartAt(3).Title(), QStringLiteral("Title"));
     EXPECT_TRUE(again.Sheet(1).HasShape(QStringLiteral("Picture 1")));
     EXPECT_NEAR(again.Sheet(1).ShapeNamed(QStringLiteral("star")).Place().width(), 50, 1);
+}
+
+TEST_F(WorkbookTest, ChangesWhatStands) {
+    Workbook book = Application().NewWorkbook(2);
+    Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetValues({{QStringLiteral("c"), QStringLiteral("a"), QStringLiteral("b")}, {3.0, 1.0, 2.0}});
+    sheet.Cells(1, 1, 2, 3).SortColumns({{1, true}});
+    EXPECT_EQ(sheet.Cells(2, 1, 2, 3).Values(), (Block{{1.0, 2.0, 3.0}}));
+    sheet.Cells(4, 1, 5, 2).SetValue(7.0);
+    sheet.Cells(4, 1, 5, 1).ClearContents();
+    EXPECT_EQ(sheet.Cells(4, 1).Value(), Cell());
+    EXPECT_EQ(sheet.Cells(5, 2).Value(), Cell(7.0));
+    sheet.Cells(6, 1).SetFormula(QStringLiteral("=SUM(B4,B5)"));
+    EXPECT_TRUE(sheet.Cells(6, 1).Formula().startsWith(QStringLiteral("=SUM(")));
+
+    Chart chart = sheet.AddChart(ChartKind::Column, sheet.Cells(1, 1, 2, 3), true, false, {200, 10, 300, 200});
+    chart.SetKind(ChartKind::Bar);
+    EXPECT_EQ(chart.Kind(), ChartKind::Bar);
+    chart.SetAxisTitles(QStringLiteral("x"), QStringLiteral("y"));
+    chart.SetLegend(false);
+    chart.SetAxisFont(QStringLiteral("Noto Sans"), 8);
+    const QByteArray before = chart.AsPicture(QStringLiteral("image/png"), 200);
+    chart.SetSeriesColor(1, 3);
+    EXPECT_NE(chart.AsPicture(QStringLiteral("image/png"), 200), before);
+
+    Shape square = sheet.AddPicture(QStringLiteral("square"), RedSquare(), {10, 200, 60, 60});
+    EXPECT_EQ(QImage::fromData(square.AsPng(30)).pixelColor(15, 15), QColor(Qt::red));
+    const std::vector<QString> shapes = sheet.ShapeNames();
+    EXPECT_EQ(std::count(shapes.begin(), shapes.end(), QStringLiteral("square")), 1);
+    square.Remove();
+    EXPECT_FALSE(sheet.HasShape(QStringLiteral("square")));
+
+    sheet.SetColumnWidth(1, 30);
+    sheet.SetRowHeight(1, 40);
+    sheet.SetGridLines(false);
+    book.ActivateSheet(2);
+    EXPECT_EQ(book.ActiveSheet().Number(), 2);
 }
 
 TEST_F(WorkbookTest, RefusesWhatTheFormatCanNotHold) {

@@ -1,5 +1,6 @@
 #include "controls/OfficeHost.h"
 
+#include "controls/FileDialogs.h"
 #include "office/Error.h"
 #include "office/Profile.h"
 #include "office/SpreadsheetApplication.h"
@@ -360,6 +361,22 @@ TEST_F(OfficeHostTest, ASecondPlaceClosesTheFirst) {
     EXPECT_TRUE(other.IsOpen());
     EXPECT_EQ(other.xlBook().Sheet(1).Cells(2, 1).Value(), office::Cell(21.0));
     other.CloseHostedExcel(false);
+}
+
+TEST_F(OfficeHostTest, AnotherNameKeepsEditsThatCanNotBeSaved) {
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    host_.xlBook().Sheet(1).Cells(2, 1).SetValue(4.5);
+    // A folder stands where the file was.
+    ASSERT_TRUE(QFile::remove(file_));
+    ASSERT_TRUE(QDir().mkpath(file_));
+    const QString other = folder_.filePath(QStringLiteral("other.xls"));
+    QStringList asked{other, file_}; // the second name is as bad as the first
+    SetFileAnswerer([&](const FileQuestion&) { return asked.isEmpty() ? QString() : asked.takeLast(); });
+    host_.CloseHostedExcel();
+    SetFileAnswerer({});
+    EXPECT_TRUE(asked.isEmpty());
+    EXPECT_EQ(messages.size(), 2);
+    EXPECT_EQ(test::ReadXls(other).front().At(2, 1).toDouble(), 4.5);
 }
 
 TEST_F(OfficeHostTest, TellsWhatItCanNotShow) {

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "dataview/Selection.h"
+#include "dataview/frmData.h"
+#include "session/Session.h"
+
+#include <QApplication>
+#include <QTest>
+
+namespace tessaro::test {
+
+/// The data view as a form of its own, on the rows that a test has filled in.
+class DataScreenTest : public SelectionTest {
+  protected:
+    void Show() {
+        form.resize(1280, 600);
+        form.show();
+        SelectionChanged = true;
+        form.Enter();
+        QApplication::processEvents();
+    }
+    void WaitForAll() {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return form.paging().PagingComplete(); }, 10000));
+    }
+    void ShowAll() {
+        Show();
+        WaitForAll();
+    }
+
+    frmData form;
+};
+
+} // namespace tessaro::test
