@@ -113,6 +113,10 @@ void Connection::SetTimeLimit(std::chrono::milliseconds limit) {
     state_->limit = limit;
 }
 
+std::chrono::milliseconds Connection::TimeLimit() const {
+    return state_->limit;
+}
+
 void Connection::StartProcess() {
     EndProcess();
     const QString program = ProgramFolder();

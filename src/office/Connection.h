@@ -42,6 +42,7 @@ class Connection final : public QObject {
     /// The same without waiting and without an error; for releasing references.
     void Post(std::function<void()> work);
     void SetTimeLimit(std::chrono::milliseconds limit);
+    [[nodiscard]] std::chrono::milliseconds TimeLimit() const;
 
     // On the worker thread only.
     [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::uno::XComponentContext> Context() const;
