@@ -16,6 +16,9 @@ void MeasureGrid(Report& report, const BenchSession& session);
 void MeasureDataOptions(Report& report, const BenchSession& session);
 /// Marking what has data, translating statements, opening the database.
 void MeasureDatabase(Report& report, const BenchSession& session);
+/// The table and the graph wizard, from the click on their options to the preview. Expects everything to be selected,
+/// and selects less. Needs an X11 display.
+void MeasurePresentations(Report& report);
 /// A workbook shown inside a window of ours, with and without the process running. Needs an X11 display.
 void MeasureHost(Report& report);
 /// The data view's workbook against a bare conversion of the same rows.

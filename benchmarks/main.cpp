@@ -30,6 +30,8 @@ int main(int argc, char** argv) {
         MeasureDataOptions(report, session);
         MeasureDatabase(report, session);
         MeasureExport(report);
+        SelectEverything();
+        MeasurePresentations(report);
         Connection.reset();
     }
     MeasureHost(report);

@@ -18,6 +18,12 @@ bool MakeWritable(const QString& path) {
     return QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadOwner | QFile::WriteOwner);
 }
 
+// A commit doesn't look at what was still waiting to be written: on a full disk it would put a cut file in place of the
+// good one.
+bool IsWhole(QSaveFile& file) {
+    return file.flush();
+}
+
 } // namespace
 
 std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 limit) {
@@ -31,7 +37,7 @@ std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 limit) {
 bool ReplaceFile(const QString& path, const QByteArray& contents) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) return false;
-    return file.write(contents) == contents.size() && file.commit();
+    return file.write(contents) == contents.size() && IsWhole(file) && file.commit();
 }
 
 bool CopyFileOver(const QString& source, const QString& target) {
@@ -42,7 +48,7 @@ bool CopyFileOver(const QString& source, const QString& target) {
         const QByteArray block = from.read(BlockSize);
         if (block.isEmpty() || to.write(block) != block.size()) return false;
     }
-    return to.commit() && MakeWritable(target);
+    return IsWhole(to) && to.commit() && MakeWritable(target);
 }
 
 bool CopyPassingFile(const QString& source, const QString& target) {

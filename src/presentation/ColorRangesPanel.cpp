@@ -164,9 +164,11 @@ void ColorRangesPanel::cmdApply_Click() {
     const QString min = NumberText(ui_->txtMinValue->text());
     const QString max = NumberText(ui_->txtMaxValue->text());
     if (min.isEmpty() || max.isEmpty() || min.toDouble() > max.toDouble()) {
-        ShowMessage(GetText(min.isEmpty() || max.isEmpty() ? QStringLiteral("TS_FilterBadNumber")
-                                                           : QStringLiteral("TS_FilterOrder")),
-                    MessageType::Ok, 103, {}, false);
+        const QLineEdit* wrong = min.isEmpty() ? ui_->txtMinValue : max.isEmpty() ? ui_->txtMaxValue : nullptr;
+        const QString text = wrong
+                                 ? GetText(QStringLiteral("TS_NotANumber")).replace(QStringLiteral("%1"), wrong->text())
+                                 : GetText(QStringLiteral("TS_FilterOrder"));
+        ShowMessage(text, MessageType::Ok, 103, {}, false);
         return;
     }
     record->MinValue = min;

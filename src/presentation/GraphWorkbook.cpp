@@ -72,6 +72,7 @@ QString GraphWorkbook::LastCellAddress() const {
 void GraphWorkbook::Write() {
     book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
+    SetUpSheet(sheet_, HeaderRow, FirstValueColumn());
     const TableFont font = DataFont();
     progress_.Label("Filling Data Values");
     WriteTable();
@@ -81,8 +82,6 @@ void GraphWorkbook::Write() {
     sheet_.Cells(HeaderRow, 1).AutoFitRows();
     for (int row = 2; row < HeaderRow; ++row)
         sheet_.SetRowHeight(row, kGapHeight);
-    sheet_.FreezePanes(HeaderRow + 1, FirstValueColumn());
-    SetUpPage(sheet_, HeaderRow);
     AddChart();
     progress_.Label("Setting the Body Font - sheet 2");
     WriteDataList(book_, 3, font);
@@ -165,6 +164,7 @@ void GraphWorkbook::AddChart() {
     office::Worksheet sheet = book_.Sheet(ChartSheet);
     sheet.SetName(QStringLiteral("Graph"));
     sheet.SetGridLines(false);
+    SetUpSheet(sheet, 0, 1);
     const office::Range data = sheet_.Cells(HeaderRow, FirstValueColumn() - 1, LastRow(), LastColumn());
     office::Chart chart = sheet.AddChart(options_.kind, data, true, true, kChartPlace);
     // The longer side of the block runs along the axis, so that there are few series of many points; a pie shows one.
@@ -180,19 +180,19 @@ void GraphWorkbook::AddChart() {
     chart.SetFont(font.name, font.size);
     chart.SetAxisFont(ProductFont.isEmpty() ? font.name : ProductFont,
                       ProductFontSize > 0 ? ProductFontSize : font.size);
-    SetUpPage(sheet, 0);
 }
 
 ShowOutcome ShowGraphXLS(RowsColumns& arrangement, const GraphOptions& options, const WizardProgress& progress) {
     const ErrorTrap trap("ShowXLS");
     PivotTable table;
-    ShowOutcome outcome = PrepareTable(arrangement, table, progress);
+    ShowOutcome outcome = PrepareTable(WizardKind::Graph, arrangement, table, progress);
     if (outcome.result != ShowResult::Built) return outcome;
     if (options.sort) table.SortRows(options.sortColumn, options.sortAscending);
     const QString templateFile = TemplateFile(QStringLiteral("GraphTmp.Xls"));
     if (templateFile.isEmpty()) return {ShowResult::TemplateMissing};
     outcome.WorkbookFile = JoinPath({TempFolder, GetFreeFileName(CleanedTitle(Plain("PRES_Graph"), Plain("Graph")))});
     progress.Label("Setting the Excel Objects");
+    GiveTimeFor(table.ValueCount());
     office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, outcome.WorkbookFile);
     progress.Main(65);
     GraphWorkbook(book, table, options, progress).Write();

@@ -67,6 +67,16 @@ int CountPivotColumns(const RowsColumns& arrangement) {
     return different.isOpen() ? static_cast<int>(different.rows().RecordCount()) : 0;
 }
 
+int CountValues() {
+    const Records values =
+        Select(QStringLiteral("SELECT Count(*) FROM ((Data AS D INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = "
+                              "T.TimePeriodNId) INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) INNER JOIN "
+                              "_SelIUSNId AS IUS ON (D.SourceNId = IUS.SourceNId) AND (D.IUSNId = IUS.IUSNId) WHERE "
+                              "Len(Trim(D.Datavalue)) > 0 AND IUS.Deleted = False ") +
+               RowFilter);
+    return values.atEnd() ? 0 : static_cast<int>(values.Number(std::size_t{0}));
+}
+
 PivotField WidestColumnField(const RowsColumns& arrangement) {
     PivotField widest = arrangement.Columns().front();
     int most = -1;

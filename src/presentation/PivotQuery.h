@@ -28,6 +28,8 @@ constexpr int MostPivotColumns = 255;
 [[nodiscard]] PivotQuery BuildPivotSQL(const RowsColumns& arrangement, bool footnotes);
 /// The number of columns that the crosstab would have besides those of the rows; 1 without column fields.
 [[nodiscard]] int CountPivotColumns(const RowsColumns& arrangement);
+/// The number of values that the selection has.
+[[nodiscard]] int CountValues();
 /// The column field with the most values, which helps most when it goes to the rows.
 [[nodiscard]] PivotField WidestColumnField(const RowsColumns& arrangement);
 

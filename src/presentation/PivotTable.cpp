@@ -91,6 +91,13 @@ bool PivotTable::HasFootnotes() const {
     });
 }
 
+int PivotTable::ValueCount() const {
+    std::ptrdiff_t count = 0;
+    for (const std::vector<PivotCell>& row : cells)
+        count += std::count_if(row.begin(), row.end(), [](const PivotCell& cell) { return !cell.value.isEmpty(); });
+    return static_cast<int>(count);
+}
+
 void PivotTable::SortColumns() {
     QCollator collator;
     collator.setCaseSensitivity(Qt::CaseInsensitive);

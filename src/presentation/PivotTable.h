@@ -40,6 +40,8 @@ struct PivotTable {
     /// The indicator's name for a cell; empty when it is neither on the rows nor on the columns.
     [[nodiscard]] QString IndicatorOf(int row, int column) const;
     [[nodiscard]] bool HasFootnotes() const;
+    /// Cells that hold a value.
+    [[nodiscard]] int ValueCount() const;
 
     /// Puts the columns into the order of their heads.
     void SortColumns();

@@ -20,6 +20,8 @@ QString ShowOutcome::MessageKey() const {
     switch (result) {
     case ShowResult::NoRows:
         return QStringLiteral("253");
+    case ShowResult::NoYAxis:
+        return QStringLiteral("TS_YAxisEmpty");
     case ShowResult::NoData:
         return QStringLiteral("256");
     case ShowResult::TemplateMissing:
@@ -38,6 +40,10 @@ QString ShowOutcome::Message() const {
         return GetText(QStringLiteral("TS_TooManyColumns"))
             .replace(QStringLiteral("%1"), number)
             .replace(QStringLiteral("%2"), CaptionOf(field));
+    if (result == ShowResult::Built && hidden > 0)
+        return GetText(QStringLiteral("TS_HiddenValues"))
+            .replace(QStringLiteral("%1"), QLocale::system().toString(hidden))
+            .replace(QStringLiteral("%2"), GetText(QStringLiteral("TS_SheetData")));
     if (result == ShowResult::TooManyRows)
         return GetText(QStringLiteral("TS_TooManyRows")).replace(QStringLiteral("%1"), number);
     return {};

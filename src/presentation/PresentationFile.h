@@ -30,6 +30,7 @@ struct WizardProgress {
 enum class ShowResult {
     Built,
     NoRows,          ///< nothing stands on the rows: key "253"
+    NoYAxis,         ///< nothing is left for the Y axis
     NoData,          ///< key "256"
     TemplateMissing, ///< key "011"
     TooManyColumns,  ///< the crosstab would have `count` columns; `field` is the one to move to the rows
@@ -40,10 +41,13 @@ struct ShowOutcome {
     QString WorkbookFile = {};
     int count = 0;
     PivotField field = PivotField::Indicator;
+    /// Values that share a cell with one that is shown, since the data tells them apart in no field. Only the list of
+    /// all values has them.
+    int hidden = 0;
 
     /// The key of the message for the user; empty for Built and for what Message tells.
     [[nodiscard]] QString MessageKey() const;
-    /// The text of a message with numbers in it; empty for all others.
+    /// The text of a message with numbers in it (also for Built, when values are hidden); empty for all others.
     [[nodiscard]] QString Message() const;
 };
 

@@ -16,10 +16,11 @@ void StartSpreadsheet() {
 }
 
 bool Tell(const ShowOutcome& outcome) {
-    if (outcome.result == ShowResult::Built) return true;
+    const bool built = outcome.result == ShowResult::Built;
     const QString key = outcome.MessageKey();
-    ShowMessage(key.isEmpty() ? outcome.Message() : key, MessageType::Ok, 103, {}, !key.isEmpty());
-    return false;
+    const QString text = key.isEmpty() ? outcome.Message() : key;
+    if (!text.isEmpty()) ShowMessage(text, MessageType::Ok, 103, {}, !key.isEmpty());
+    return built;
 }
 
 void Show(OfficeHost& place, QWidget& form, const QString& file) {

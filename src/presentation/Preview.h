@@ -17,7 +17,7 @@ namespace preview {
 
 /// Starts the spreadsheet program, both the one that writes and the one that shows, without waiting for it.
 void StartSpreadsheet();
-/// Shows the message of an outcome; True when there is a workbook.
+/// Shows the message of an outcome, if it has one; True when there is a workbook.
 bool Tell(const ShowOutcome& outcome);
 /// Puts the workbook into its place in the form. Where it can't be shown the place says why, and the file stands.
 void Show(OfficeHost& place, QWidget& form, const QString& file);

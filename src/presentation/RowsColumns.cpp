@@ -56,6 +56,14 @@ void RowsColumns::SetDefaultRowsColumns() {
     if (subpops) columns_.push_back(PivotField::Subpop);
 }
 
+void RowsColumns::FillEmptyRows() {
+    if (!rows_.empty()) return;
+    const FieldList aside = Available();
+    for (const PivotField field : {PivotField::AreaID, PivotField::AreaName})
+        if (PlacementOf(field) == Placement::Unused) Place(field, Placement::Row);
+    if (rows_.empty() && !aside.empty()) Place(aside.front(), Placement::Row);
+}
+
 RowsColumns::FieldList RowsColumns::Build_Records(const std::function<void(int)>& progress) {
     const ErrorTrap trap("Build_Records");
     FieldList moved;

@@ -11,6 +11,9 @@
 
 namespace tessaro {
 
+/// The two wizards that arrange fields.
+enum class WizardKind { Table, Graph };
+
 /// Where a field stands.
 enum class Placement : char { Unused = 'U', Row = 'R', Column = 'C' };
 
@@ -35,6 +38,8 @@ class RowsColumns final {
 
     /// The first arrangement, by how many different values the selection has of each field.
     void SetDefaultRowsColumns();
+    /// Puts something on empty rows, as the first arrangement does: areas, or else the first field that is aside.
+    void FillEmptyRows();
     /// Moves every field that can't stay aside to the rows, because some cell would then hold more than one value.
     /// Gives what was moved. `progress` is told 20 + 15 x n at the field n. A failed statement counts as "one value".
     FieldList Build_Records(const std::function<void(int)>& progress = {});

@@ -7,10 +7,7 @@
 
 namespace tessaro {
 
-/// Which wizard: the table wizard's layouts are ".twf" files, the graph wizard's ".xyf".
-enum class WizardKind { Table, Graph };
-
-/// The extension of a wizard's layout files, with its dot.
+/// The extension of a wizard's layout files, with its dot: ".twf" of the table wizard, ".xyf" of the graph wizard.
 [[nodiscard]] QString LayoutExtension(WizardKind kind);
 /// The folder of the layouts for reading, and for writing (made when it isn't there).
 [[nodiscard]] QString LayoutFolder();

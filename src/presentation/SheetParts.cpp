@@ -1,5 +1,6 @@
 #include "presentation/SheetParts.h"
 
+#include "office/SpreadsheetApplication.h"
 #include "session/DisplayValue.h"
 #include "session/Query.h"
 #include "session/Session.h"
@@ -7,6 +8,7 @@
 #include "session/Strings.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace tessaro {
 
@@ -15,7 +17,9 @@ namespace {
 constexpr int kRowsOfSheet = 65535; ///< of values, below the head
 constexpr int kLongestText = 32767; ///< of a cell
 constexpr int kMostDecimals = 15;
-constexpr int kValueColumn = 5; ///< of the data list
+constexpr int kFewValues = 10000;
+constexpr std::size_t kRunsAtOnce = 3500; ///< fewer than go over at once
+constexpr int kValueColumn = 5;           ///< of the data list
 constexpr int kListColumns = 8;
 
 QString Plain(const char* key) {
@@ -67,6 +71,7 @@ void DressList(office::Worksheet& sheet, int rows, const TableFont& font) {
 
 /// One sheet of values from the record on; gives the number of rows written, head included.
 void FillListSheet(office::Worksheet sheet, Records& records, const TableFont& font) {
+    SetUpSheet(sheet, 1, 1);
     office::Block block{ListHead()};
     LookCollector formats;
     ColumnWidths widths;
@@ -88,8 +93,6 @@ void FillListSheet(office::Worksheet sheet, Records& records, const TableFont& f
     formats.WriteTo(sheet);
     sheet.Cells(1, 1).SetValues(block);
     widths.WriteTo(sheet);
-    sheet.FreezePanes(2, 1);
-    SetUpPage(sheet, 1);
 }
 
 } // namespace
@@ -126,9 +129,20 @@ void LookCollector::Add(int row, int column, const office::CellStyle& look) {
 }
 
 void LookCollector::WriteTo(const office::Worksheet& sheet) const {
-    for (const Look& look : looks_)
-        for (const Run& run : look.runs)
-            sheet.Cells(run.first, run.column, run.last, run.column).SetStyle(look.style);
+    std::vector<Run> runs;
+    for (std::size_t i = 0; i < looks_.size(); ++i)
+        for (Run run : looks_[i].runs) {
+            run.look = i;
+            runs.push_back(run);
+        }
+    std::stable_sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) { return a.first < b.first; });
+    for (std::size_t start = 0; start < runs.size(); start += kRunsAtOnce) {
+        const auto from = runs.begin() + static_cast<std::ptrdiff_t>(start);
+        const auto to = runs.begin() + static_cast<std::ptrdiff_t>(std::min(start + kRunsAtOnce, runs.size()));
+        std::stable_sort(from, to, [](const Run& a, const Run& b) { return a.look < b.look; });
+        for (auto run = from; run != to; ++run)
+            sheet.Cells(run->first, run->column, run->last, run->column).SetStyle(looks_[run->look].style);
+    }
 }
 
 office::Cell ValueCell(const QString& value) {
@@ -174,6 +188,13 @@ void ColumnWidths::WriteTo(office::Worksheet& sheet) const {
         sheet.SetColumnWidth(column, width + 3.0);
 }
 
+void GiveTimeFor(int values) {
+    if (values > 0 && values <= kFewValues) return;
+    const std::chrono::seconds limit(30 + values / 1000);
+    office::SpreadsheetApplication::Instance().SetTimeLimit(limit);
+    office::SpreadsheetApplication::Hosted().SetTimeLimit(limit);
+}
+
 QStringList SourcesOfSelection() {
     QStringList sources;
     for (Records rows = Select(
@@ -207,6 +228,7 @@ void WriteDataList(office::Workbook& book, int first, const TableFont& font) {
 
 void WriteSourceSheet(office::Worksheet sheet, const TableFont& font) {
     sheet.SetName(Plain("Comm_Source"));
+    SetUpSheet(sheet, 1, 1);
     office::Block block{{Plain("Comm_Source")}};
     ColumnWidths widths;
     widths.AddHead(1, Plain("Comm_Source"));
@@ -225,10 +247,10 @@ void WriteSourceSheet(office::Worksheet sheet, const TableFont& font) {
     sheet.Cells(1, 1).SetValues(block);
     widths.WriteTo(sheet);
     list.AutoFitRows();
-    SetUpPage(sheet, 1);
 }
 
-void SetUpPage(office::Worksheet& sheet, int titleRows) {
+void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn) {
+    if (titleRows > 0) sheet.FreezePanes(titleRows + 1, firstColumn);
     sheet.SetPageSetup(
         {.landscape = true, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = titleRows});
 }

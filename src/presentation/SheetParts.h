@@ -32,6 +32,7 @@ class LookCollector final {
   public:
     /// Cells of a column must come from top to bottom.
     void Add(int row, int column, const office::CellStyle& look);
+    /// Goes from top to bottom, some thousand runs at a time: looks that are set far above others move all those.
     void WriteTo(const office::Worksheet& sheet) const;
 
   private:
@@ -39,6 +40,7 @@ class LookCollector final {
         int column;
         int first;
         int last;
+        std::size_t look = 0;
     };
     struct Look {
         office::CellStyle style;
@@ -73,6 +75,9 @@ class ColumnWidths final {
     std::map<int, bool> wraps_;
 };
 
+/// Lets calls of the spreadsheet program take longer for many values, until none are told.
+void GiveTimeFor(int values);
+
 /// The texts of the sources that the values come from.
 [[nodiscard]] QStringList SourcesOfSelection();
 /// The text of a footnote; a null text when there is none.
@@ -82,7 +87,8 @@ class ColumnWidths final {
 /// sources. A data sheet that has its head already stays as it is.
 void WriteDataList(office::Workbook& book, int first, const TableFont& font);
 void WriteSourceSheet(office::Worksheet sheet, const TableFont& font);
-/// Landscape, as wide as the page, numbered pages, heads repeated.
-void SetUpPage(office::Worksheet& sheet, int titleRows);
+/// Landscape, as wide as the page, numbered pages; `titleRows` rows are repeated on each page, and they and the columns
+/// before `firstColumn` stay in view. For an empty sheet: on a full one each setting breaks all its pages anew.
+void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn);
 
 } // namespace tessaro

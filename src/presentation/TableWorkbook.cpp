@@ -43,6 +43,7 @@ void TableWorkbook::Write() {
             book_.SetColors(FirstRangeSlot + i, options_.ranges.colors[static_cast<std::size_t>(i)]);
     book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
+    SetUpSheet(sheet_, TableLayout::HeaderRow, table_.FieldCount() + 1);
     progress_.Label("Setting Title/Subtitle");
     WriteTitles();
     progress_.Label("Filling Headers");
@@ -256,8 +257,6 @@ void TableWorkbook::Dress() {
     for (int row = 3; row < TableLayout::HeaderRow; ++row)
         sheet_.SetRowHeight(row, kGapHeight);
     DrawBorders();
-    sheet_.FreezePanes(TableLayout::FirstDataRow, table_.FieldCount() + 1);
-    SetUpPage(sheet_, TableLayout::HeaderRow);
 }
 
 QString TemplateFile(const QString& name) {
@@ -265,13 +264,14 @@ QString TemplateFile(const QString& name) {
     return FileExists(file) ? file : QString();
 }
 
-ShowOutcome PrepareTable(RowsColumns& arrangement, PivotTable& table, const WizardProgress& progress) {
+ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& table, const WizardProgress& progress) {
     progress.Main(5);
     CreateDistinctIUSTables();
     progress.Main(20);
     arrangement.Build_Records([&](int percent) { progress.Child(std::min(percent, 100)); });
     progress.Main(40);
-    if (arrangement.Rows().empty()) return {ShowResult::NoRows};
+    if (kind == WizardKind::Graph) arrangement.FillEmptyRows();
+    if (arrangement.Rows().empty()) return {kind == WizardKind::Table ? ShowResult::NoRows : ShowResult::NoYAxis};
     const int columns = CountPivotColumns(arrangement);
     if (columns + static_cast<int>(arrangement.Rows().size()) > MostPivotColumns)
         return {ShowResult::TooManyColumns, {}, columns, WidestColumnField(arrangement)};
@@ -280,13 +280,15 @@ ShowOutcome PrepareTable(RowsColumns& arrangement, PivotTable& table, const Wiza
     if (table.RowCount() > MostTableRows) return {ShowResult::TooManyRows, {}, table.RowCount()};
     progress.Label("SETTING THE ORDER BY CLAUSE");
     if (!arrangement.Columns().empty()) table.SortColumns();
-    return {};
+    ShowOutcome outcome;
+    outcome.hidden = std::max(CountValues() - table.ValueCount(), 0);
+    return outcome;
 }
 
 ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options, const WizardProgress& progress) {
     const ErrorTrap trap("ShowXLS");
     PivotTable table;
-    ShowOutcome outcome = PrepareTable(arrangement, table, progress);
+    ShowOutcome outcome = PrepareTable(WizardKind::Table, arrangement, table, progress);
     if (outcome.result != ShowResult::Built) return outcome;
     if (options.sort) table.SortRows(options.sortColumn, options.sortAscending);
     const QString templateFile = TemplateFile(QStringLiteral("TableTmp.Xls"));
@@ -294,6 +296,7 @@ ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options, const
     const QString stem = CleanedTitle(options.title, Plain("Table"));
     outcome.WorkbookFile = JoinPath({TempFolder, GetFreeFileName(stem)});
     progress.Label("Setting the Excel Objects");
+    GiveTimeFor(table.ValueCount());
     office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, outcome.WorkbookFile);
     progress.Main(65);
     TableWorkbook(book, table, options, progress).Write();

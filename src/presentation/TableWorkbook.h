@@ -85,8 +85,9 @@ class TableWorkbook final {
 [[nodiscard]] ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options,
                                   const WizardProgress& progress = {});
 /// The part that both wizards share: working tables, Build_Records, limits, the crosstab in the order of its heads.
-/// What it says isn't Built leaves `table` empty.
-[[nodiscard]] ShowOutcome PrepareTable(RowsColumns& arrangement, PivotTable& table, const WizardProgress& progress);
+/// A graph without a field on its Y axis gets one. What it says isn't Built leaves `table` empty.
+[[nodiscard]] ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& table,
+                                       const WizardProgress& progress);
 /// Path of a template of the installation; empty when it is missing.
 [[nodiscard]] QString TemplateFile(const QString& name);
 

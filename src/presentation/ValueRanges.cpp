@@ -101,6 +101,10 @@ int ColorRanges::SlotOfRange(int range) const {
 }
 
 int ColorRanges::SlotOf(double value) const {
+    double lowest = 0;
+    double highest = 0;
+    if (Number(Ranges.front().From, lowest) && value < lowest) return -1;
+    if (Number(Ranges.back().To, highest) && value > highest) return -1;
     for (int i = 0; i < RangeCount; ++i) {
         const ValueRange& range = Ranges[static_cast<std::size_t>(i)];
         double from = 0;

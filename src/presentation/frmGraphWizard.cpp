@@ -4,6 +4,7 @@
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
 #include "presentation/GraphOptionsPage.h"
+#include "presentation/GraphWorkbook.h"
 #include "presentation/Preview.h"
 #include "presentation/RowsColumnsPage.h"
 #include "session/ErrorSink.h"
@@ -113,7 +114,7 @@ void frmGraphWizard::ChooseSort() {
     ErrorTrap trap("SSCmdSort_Click");
     RowsColumns arrangement = axes_->Arrangement();
     PivotTable table;
-    if (!preview::Tell(PrepareTable(arrangement, table, {}))) return;
+    if (!preview::Tell(PrepareTable(WizardKind::Graph, arrangement, table, {}))) return;
     const QStringList heads = preview::Heads(table);
     SortChoice choice(heads, options_->Sorting(), this);
     if (choice.exec() == QDialog::Accepted) options_->SetSorting(choice.Order(), heads.value(choice.Order().column));
@@ -121,6 +122,7 @@ void frmGraphWizard::ChooseSort() {
 
 void frmGraphWizard::EndWizard() {
     fraExcel_->CloseHostedExcel();
+    GiveTimeFor(0);
 }
 
 void frmGraphWizard::changeEvent(QEvent* event) {

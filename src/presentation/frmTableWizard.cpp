@@ -144,7 +144,7 @@ void frmTableWizard::ChooseSort() {
     RowsColumns arrangement = rowsColumns_->Arrangement();
     PivotTable table;
     SetStatus(PlainText(QStringLiteral("COMM_PROCESSING")));
-    const ShowOutcome outcome = PrepareTable(arrangement, table, {});
+    const ShowOutcome outcome = PrepareTable(WizardKind::Table, arrangement, table, {});
     SetStatus({});
     if (!preview::Tell(outcome)) return;
     const QStringList heads = preview::Heads(table);
@@ -174,6 +174,7 @@ void frmTableWizard::CloseColors() {
 
 void frmTableWizard::EndWizard() {
     fraExcel_->CloseHostedExcel();
+    GiveTimeFor(0);
 }
 
 // Form_Resize: the spreadsheet's bars come with a maximised form.

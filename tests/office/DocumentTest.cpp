@@ -1,13 +1,13 @@
 #include "OfficeTest.h"
 #include "support/ReadXls.h"
 #include "support/TimeBound.h"
+#include "support/WriteLimit.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 
 #include <cmath>
 #include <limits>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace tessaro::office {
@@ -15,24 +15,7 @@ namespace tessaro::office {
 namespace {
 
 using test::ReadXls;
-
-/// Forbids the process to write files larger than this, as a full disk would.
-class WriteLimit {
-  public:
-    WriteLimit(qint64 processId, rlim_t bytes) : processId_(static_cast<pid_t>(processId)) { Set(bytes); }
-    ~WriteLimit() { Set(RLIM_INFINITY); }
-    WriteLimit(const WriteLimit&) = delete;
-    WriteLimit& operator=(const WriteLimit&) = delete;
-
-  private:
-    void Set(rlim_t bytes) const {
-        rlimit limit{};
-        ::prlimit(processId_, RLIMIT_FSIZE, nullptr, &limit);
-        limit.rlim_cur = std::min(bytes, limit.rlim_max);
-        ::prlimit(processId_, RLIMIT_FSIZE, &limit, nullptr);
-    }
-    pid_t processId_;
-};
+using test::WriteLimit;
 
 class DocumentTest : public OfficeTest {
   protected:

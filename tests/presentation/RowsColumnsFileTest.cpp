@@ -2,7 +2,9 @@
 
 #include "PresentationTest.h"
 #include "platform/Files.h"
+#include "support/WriteLimit.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <random>
@@ -114,6 +116,17 @@ TEST_F(RowsColumnsFileTest, FilesAreReplacedAndMissingOnesLeaveAllAsItWas) {
     LoadRowsColumns(Folder() + QStringLiteral("/none.twf"), loaded);
     EXPECT_EQ(loaded, saved_);
     EXPECT_FALSE(SaveRowsColumns(Folder() + QStringLiteral("/none/none.twf"), saved_, WizardKind::Table));
+}
+
+TEST_F(RowsColumnsFileTest, AFullDiskKeepsTheOldFile) {
+    const QString file = LayoutFolderForWriting() + QStringLiteral("/Default.twf");
+    ASSERT_TRUE(SaveRowsColumns(file, {}, WizardKind::Table));
+    {
+        const test::WriteLimit full(100);
+        EXPECT_FALSE(SaveRowsColumns(file, saved_, WizardKind::Table));
+    }
+    EXPECT_EQ(*ReadWholeFile(file), LayoutBytes({}, WizardKind::Table));
+    EXPECT_EQ(QDir(LayoutFolderForWriting()).entryList({QStringLiteral("Default*")}, QDir::Files).size(), 1);
 }
 
 TEST_F(RowsColumnsFileTest, AnApplicationFolderThatCannotBeWrittenSendsLayoutsToTheUsersOwn) {

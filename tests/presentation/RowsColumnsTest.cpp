@@ -97,6 +97,23 @@ TEST_F(RowsColumnsTest, AreasAreToldApartByTheirNamesUnlessTwoShareOne) {
     EXPECT_EQ(names.PlacementOf(F::AreaID), Placement::Row);
 }
 
+TEST_F(RowsColumnsTest, EmptyRowsTakeAreasOrElseWhatIsAside) {
+    RowsColumns arrangement;
+    arrangement.Place(F::TimePeriod, Placement::Column);
+    arrangement.FillEmptyRows();
+    EXPECT_EQ(arrangement.Rows(), (Fields{F::AreaID, F::AreaName}));
+    arrangement.Place(F::AreaID, Placement::Column);
+    arrangement.Place(F::AreaName, Placement::Column);
+    arrangement.FillEmptyRows();
+    EXPECT_EQ(arrangement.Rows(), Fields{F::Indicator});
+    arrangement.FillEmptyRows(); // what is there stays
+    EXPECT_EQ(arrangement.Rows(), Fields{F::Indicator});
+    for (int i = 0; i < PivotFieldCount; ++i)
+        arrangement.Place(static_cast<F>(i), Placement::Column);
+    arrangement.FillEmptyRows();
+    EXPECT_TRUE(arrangement.Rows().empty());
+}
+
 TEST_F(RowsColumnsTest, TheRowFilterCounts) {
     SelectEverything();
     EXPECT_TRUE(GetDistinctVal(F::TimePeriod).isEmpty()); // several

@@ -96,6 +96,20 @@ TEST_F(ValueRangesTest, FewOrEqualValues) {
     EXPECT_TRUE(InitColorRanges().empty());
 }
 
+TEST(ColorRangesTest, TheFirstAndLastLimitHoldForAllThree) {
+    ColorRanges record;
+    record.HighIsGood = false;
+    record.Ranges = {ValueRange{QStringLiteral("10"), QStringLiteral("20"), 0},
+                     ValueRange{QStringLiteral("5"), QStringLiteral("45"), 0},
+                     ValueRange{QStringLiteral("30"), QStringLiteral("40"), 0}};
+    const std::pair<double, int> lookups[] = {{9, -1}, {10, 35}, {25, 36}, {35, 36}, {40, 36}, {41, -1}};
+    for (const auto& [value, slot] : lookups)
+        EXPECT_EQ(record.SlotOf(value), slot) << value;
+    record.Ranges[2] = {}; // too few values for three ranges
+    EXPECT_EQ(record.SlotOf(45), 36);
+    EXPECT_EQ(record.SlotOf(46), -1);
+}
+
 TEST_F(ValueRangesTest, UnreadableValuesStayOutside) {
     ColorRanges record = WithValues({QStringLiteral("n.a."), QStringLiteral("0.4"), QStringLiteral("2"),
                                      QStringLiteral("3.5"), QStringLiteral("zzz")});

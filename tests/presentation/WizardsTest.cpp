@@ -9,11 +9,13 @@
 #include "presentation/frmLoadRC.h"
 #include "presentation/frmTableWizard.h"
 #include "support/ReadXls.h"
+#include "support/TimeBound.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -22,6 +24,8 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+
+#include <csignal>
 
 namespace tessaro {
 
@@ -239,6 +243,67 @@ TEST_F(WizardsTest, RangesAreEditedOnADraft) {
     EXPECT_NE(grid->item(1, 4)->background().color(), QColor(Qt::blue));
     Click(wizard, "cmdAddOK");
     EXPECT_TRUE(Named<QPushButton>(wizard, "CmdNext")->isEnabled());
+}
+
+TEST_F(WizardsTest, TheProcessDiesWhileATableIsBuilt) {
+    SelectEverything();
+    frmTableWizard wizard(save_);
+    wizard.show();
+    Click(wizard, "CmdNext");
+    office::SpreadsheetApplication& application = office::SpreadsheetApplication::Instance();
+    for (const int delay : {0, 60, 250}) {
+        application.Start();
+        messages.clear();
+        QTimer::singleShot(delay, &wizard,
+                           [&application] { ::kill(static_cast<pid_t>(application.ProcessId()), SIGKILL); });
+        Click(wizard, "CmdNext");
+        ASSERT_EQ(messages.size(), wizard.Step() == 2 ? 1 : 0) << delay;
+        EXPECT_TRUE(wizard.isEnabled());
+        EXPECT_EQ(frame.busy, 0);
+        QTest::qWait(300); // the timer may come after a build that was quicker
+        if (wizard.Step() == 3) Click(wizard, "CmdBack");
+        Click(wizard, "CmdNext");
+        ASSERT_EQ(wizard.Step(), 3) << delay;
+        EXPECT_EQ(test::ReadXls(wizard.WorkbookFile()).size(), 3u);
+        Click(wizard, "CmdBack");
+    }
+}
+
+TEST_F(WizardsTest, TheProcessHangsWhileAGraphIsBuilt) {
+    SelectEverything();
+    frmGraphWizard wizard(save_);
+    wizard.show();
+    Click(wizard, "CmdNext");
+    office::SpreadsheetApplication& application = office::SpreadsheetApplication::Instance();
+    application.Start();
+    application.SetTimeLimit(std::chrono::milliseconds(700));
+    QTimer::singleShot(30, &wizard, [&application] { ::kill(static_cast<pid_t>(application.ProcessId()), SIGSTOP); });
+    QElapsedTimer clock;
+    clock.start();
+    Click(wizard, "CmdNext");
+    EXPECT_LT(clock.elapsed(), test::TimeBound(6000));
+    EXPECT_EQ(wizard.Step(), 2);
+    EXPECT_EQ(messages.size(), 1);
+    application.SetTimeLimit(std::chrono::seconds(30));
+    Click(wizard, "CmdNext");
+    EXPECT_EQ(wizard.Step(), 3);
+    EXPECT_EQ(test::ReadXls(wizard.WorkbookFile()).size(), 4u);
+}
+
+TEST_F(WizardsTest, AGraphOfTimeAloneGetsAYAxis) {
+    SelectAreas(QStringLiteral("WHERE AreaNId = 1"));
+    SelectTimes();
+    SelectIus(QStringLiteral("WHERE IUS.IUSNId = 1 AND S.SourceNId = 1"));
+    frmGraphWizard wizard(save_);
+    wizard.show();
+    Click(wizard, "CmdReset");
+    DoubleClick(wizard, "LVAvailable", QStringLiteral("T.TimePeriod"));
+    DoubleClick(wizard, "LVYAxis", QStringLiteral("T.TimePeriod"));
+    Click(wizard, "cmdToColumns");
+    Click(wizard, "CmdNext");
+    Click(wizard, "CmdNext");
+    ASSERT_EQ(wizard.Step(), 3) << messages.join(' ').toStdString();
+    EXPECT_EQ(Keys(wizard, "LVYAxis"), (QStringList{QStringLiteral("A.AreaID"), QStringLiteral("A.AreaName")}));
 }
 
 TEST_F(WizardsTest, TheGraphNeedsAnXAxisAndSuggestsLinesForTime) {

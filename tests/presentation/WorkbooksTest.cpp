@@ -1,9 +1,11 @@
 #include "PresentationTest.h"
+#include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
 #include "presentation/GraphWorkbook.h"
 #include "presentation/TableWorkbook.h"
 #include "support/ReadXls.h"
 #include "support/TimeBound.h"
+#include "support/WriteLimit.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -197,6 +199,88 @@ TEST_F(WorkbooksTest, TextsInPlaceOfNumbersLongNamesAndOneValue) {
     EXPECT_EQ(table.Text(8, 1), longName);
     EXPECT_EQ(table.Text(8, 3), QStringLiteral("n.a."));
     EXPECT_EQ(table.At(9, 3).toDouble(), 12.5);
+}
+
+TEST_F(WorkbooksTest, NamesOfAnyScriptComeThrough) {
+    SelectEverything();
+    ShowFootnotes = false;
+    const auto repeated = [](const QString& text) { return text.repeated(255 / static_cast<int>(text.size()) + 1); };
+    const struct {
+        const char* what;
+        QString name;
+    } cases[] = {
+        {"Arabic", repeated(QStringLiteral("معدل وفيات ")).left(255)},
+        {"Chinese", repeated(QStringLiteral("人口密度")).left(255)},
+        {"Hindi", repeated(QStringLiteral("जनसंख्या ")).left(255)},
+        {"beyond the first plane", repeated(QStringLiteral("\U0001F30D\U00020000")).left(254)},
+        {"quotes and markup", repeated(QStringLiteral("'\"<&>{}% ")).left(255)},
+        {"like a formula", repeated(QStringLiteral("=A1+")).left(255)},
+    };
+    for (const auto& c : cases) {
+        const QString name = c.name.trimmed();
+        Run(QStringLiteral("UPDATE _SelIUSNId SET [Indicator] = '%1', Source = '%1'").arg(QuoteDoubled(name)));
+        Run(QStringLiteral("UPDATE _SelArea SET AreaName = '%1'").arg(QuoteDoubled(name)));
+        RowsColumns arrangement = Everything();
+        TableOptions options = Options();
+        options.title = options.subTitle = name;
+        const ShowOutcome outcome = ShowXLS(arrangement, options);
+        ASSERT_EQ(outcome.result, ShowResult::Built) << c.what;
+        const auto sheets = test::ReadXls(outcome.WorkbookFile);
+        EXPECT_EQ(sheets[0].Text(1, 1), name) << c.what;
+        EXPECT_EQ(sheets[0].Text(8, 2), name) << c.what;
+        const int column = static_cast<int>(arrangement.Rows().size()) + 1; // units tell the indicators apart now
+        EXPECT_TRUE(sheets[0].Text(7, column).startsWith(name + QLatin1Char('\n'))) << c.what;
+        EXPECT_EQ(sheets[1].Text(2, 3), name) << c.what;
+        EXPECT_EQ(sheets[2].Text(2, 1), name) << c.what;
+    }
+}
+
+TEST_F(WorkbooksTest, MissingValuesLeaveEmptyCells) {
+    Run(QStringLiteral("DELETE * FROM Data"));
+    for (const char* value : {"", "  "})
+        AddValue(1, 1, value[0] == '\0' ? 1 : 2, 1, QLatin1String(value));
+    AddValue(2, 1, 1, 1, QStringLiteral("x"));
+    Run(QStringLiteral("UPDATE Data SET Datavalue = Null WHERE Datavalue = 'x'"));
+    SelectEverything();
+    RowsColumns arrangement = Everything();
+    TableOptions options = Options();
+    options.addColor = options.sort = true;
+    options.ranges.records = InitColorRanges();
+    const ShowOutcome outcome = ShowXLS(arrangement, options);
+    ASSERT_EQ(outcome.result, ShowResult::Built);
+    const auto sheets = test::ReadXls(outcome.WorkbookFile);
+    for (int row = 8; row <= 10; ++row) {
+        EXPECT_FALSE(sheets[0].Text(row, 1).isEmpty()) << row;
+        EXPECT_TRUE(sheets[0].Text(row, 5).isEmpty()) << row;
+    }
+    EXPECT_EQ(sheets[1].rows.size(), 4);
+    GraphOptions graph;
+    EXPECT_EQ(ShowGraphXLS(arrangement, graph).result, ShowResult::Built);
+}
+
+TEST_F(WorkbooksTest, ValuesThatShareACellAreTold) {
+    SelectEverything();
+    RowsColumns arrangement = Everything();
+    EXPECT_TRUE(ShowXLS(arrangement, Options()).Message().isEmpty());
+    const Records first = Select(QStringLiteral("SELECT TimePeriodNId, IUSNId, AreaNId, SourceNId FROM Data"));
+    const auto id = [&](std::size_t field) { return static_cast<int>(first.Number(field)); };
+    AddValue(id(0), id(1), id(2), id(3), QStringLiteral("77"));
+    const ShowOutcome outcome = ShowXLS(arrangement, Options());
+    ASSERT_EQ(outcome.result, ShowResult::Built);
+    EXPECT_EQ(outcome.hidden, 1);
+    EXPECT_TRUE(outcome.Message().contains(QLatin1Char('1')));
+}
+
+TEST_F(WorkbooksTest, AFullDiskLeavesNoHalfFile) {
+    SelectEverything();
+    office::SpreadsheetApplication& application = office::SpreadsheetApplication::Instance();
+    RowsColumns arrangement = Everything();
+    for (const bool graph : {false, true}) {
+        application.Start(); // it may have given up on the disk
+        const test::WriteLimit full(application.ProcessId(), 2048);
+        EXPECT_THROW((void)(graph ? ShowGraphXLS(arrangement, {}) : ShowXLS(arrangement, Options())), office::Error);
+    }
+    EXPECT_EQ(ShowXLS(arrangement, Options()).result, ShowResult::Built);
 }
 
 TEST_F(WorkbooksTest, TooManyColumnsAreCountedBeforehand) {

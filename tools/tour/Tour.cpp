@@ -81,6 +81,10 @@ bool Tour::Walk(const QString& commandLine) {
         Visit(
             QStringLiteral("exports"), [this] { return Exports(); }, false);
         Visit(
+            QStringLiteral("table"), [this] { return Table(); }, false);
+        Visit(
+            QStringLiteral("graph"), [this] { return Graph(); }, false);
+        Visit(
             QStringLiteral("host"), [this] { return Host(); }, false);
         Visit(
             QStringLiteral("selection-sheet"), [this] { return SelectionSheet(); }, false);

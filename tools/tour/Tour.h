@@ -51,6 +51,10 @@ class Tour final {
     Finding SummaryReport();
     Finding Properties();
     Finding Favourites();
+    // Stations of the presentation wizards (TourPresentations.cpp).
+    /// The data as a table with colours, saved to the gallery; and as a chart.
+    Finding Table();
+    Finding Graph();
     Finding BackAndForward();
     Finding Closing();
 
@@ -64,6 +68,24 @@ class Tour final {
                     const std::function<bool(QWidget&)>& ready, const std::function<void(QWidget&)>& inspect);
     /// Copies the workbook that frmPrint shows to `name` in the tour's folder.
     bool KeepWorkbook(const QString& entry, const QString& name, const QString& picture);
+    /// What stays selected on the screen of a stage: so many, from the start of its list or from the end.
+    struct Kept {
+        int stage;
+        const char* screen;
+        const char* list;
+        int count;
+        bool last;
+    };
+    bool Keep(const Kept& kept);
+    /// Makes the selection as small as that of a printed table, with the last ten periods, and goes to the data.
+    bool KeepOnly(const Kept& indicators, int areas);
+    /// Starts a presentation wizard from the data view and calls `drive` when it is up. False when it doesn't come.
+    bool Present(int kind, const QString& wizard, const std::function<void(QWidget&)>& drive);
+    /// Goes on to the preview and takes its picture; milliseconds from the click to the workbook in its place, or -1.
+    [[nodiscard]] qint64 ShowPreview(QWidget& wizard, const QString& name) const;
+    /// Goes on from the preview and saves under the suggested name; the copy of the saved workbook in the tour's
+    /// folder, or nothing.
+    [[nodiscard]] QString SaveToGallery(QWidget& wizard, const QString& picture);
     [[nodiscard]] QWidget* Find(const QString& name) const;
     /// Lets events through until the condition holds; false after the limit.
     [[nodiscard]] static bool WaitUntil(const std::function<bool()>& condition, int milliseconds = 20000);

@@ -1,0 +1,222 @@
+#include "Tour.h"
+#include "controls/KeyedList.h"
+#include "controls/OfficeHost.h"
+#include "controls/WizardFrame.h"
+#include "dataview/frmData.h"
+#include "gallery/GalleryFolder.h"
+#include "office/SpreadsheetApplication.h"
+#include "platform/Files.h"
+#include "presentation/TableWorkbook.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "shell/frmMain.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <cmath>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kWizardLimit = 60000; ///< milliseconds
+
+void Press(QWidget& form, const char* button) {
+    if (auto* control = form.findChild<QPushButton*>(QLatin1String(button))) QTest::mouseClick(control, Qt::LeftButton);
+}
+
+/// Calls `drive` with the window of this name as soon as it is the one that takes input.
+QTimer* WhenUp(const QString& window, const std::function<void(QWidget&)>& drive) {
+    auto* look = new QTimer(qApp);
+    QObject::connect(look, &QTimer::timeout, look, [look, window, drive] {
+        QWidget* shown = QApplication::activeModalWidget();
+        if (!shown || shown->objectName() != window || !shown->isVisible()) return;
+        look->stop();
+        look->deleteLater();
+        drive(*shown);
+    });
+    QTimer::singleShot(kWizardLimit, look, &QObject::deleteLater);
+    look->start(20);
+    return look;
+}
+
+struct Values {
+    int count = 0;
+    double sum = 0;
+    void Add(double value) {
+        ++count;
+        sum += value;
+    }
+    [[nodiscard]] bool Match(const Values& other) const {
+        return count > 0 && count == other.count && std::abs(sum - other.sum) <= 1e-9 * std::abs(sum) + 1e-6;
+    }
+};
+
+/// All numbers of the selection, straight from the data.
+Values ValuesOfDatabase() {
+    Values values;
+    for (Records rows =
+             Select(QStringLiteral("SELECT D.Datavalue FROM _SelTimePeriod AS T, _SelArea AS A, _SelIUSNId AS "
+                                   "IUS, Data AS D WHERE D.TimePeriodNId = T.TimePeriodNId AND D.AreaNId = "
+                                   "A.AreaNId AND D.IUSNId = IUS.IUSNId AND D.SourceNId = IUS.SourceNId"),
+                    jet::CursorType::ForwardOnly);
+         !rows.atEnd(); rows.MoveNext()) {
+        bool isNumber = false;
+        const double value = rows.Text(std::size_t{0}).toDouble(&isNumber);
+        if (isNumber) values.Add(value);
+    }
+    return values;
+}
+
+/// All numbers of a sheet's rows from the first data row on. A value with a footnote's mark is a text.
+Values ValuesOfSheet(const office::Worksheet& sheet, int firstRow) {
+    Values values;
+    const office::Block cells = sheet.UsedRange().Values();
+    for (std::size_t row = static_cast<std::size_t>(firstRow - 1); row < cells.size(); ++row)
+        for (const office::Cell& cell : cells[row])
+            if (const auto* number = std::get_if<double>(&cell)) values.Add(*number);
+    return values;
+}
+
+} // namespace
+
+bool Tour::Keep(const Kept& kept) {
+    if (!Click(QStringLiteral("picBannerButtons_%1").arg(kept.stage)) ||
+        !WaitUntil([&] { return CurrentStage == kept.stage && Find(QLatin1String(kept.screen)); }))
+        return false;
+    QWidget* screen = Find(QLatin1String(kept.screen));
+    auto* list = screen->findChild<KeyedList*>(QLatin1String(kept.list));
+    const int rows = list->model()->rowCount();
+    if (rows <= kept.count) return true;
+    list->setFocus();
+    list->setCurrentIndex(list->model()->index(kept.last ? rows - kept.count - 1 : kept.count, 0));
+    QTest::keyClick(list, kept.last ? Qt::Key_Home : Qt::Key_End, Qt::ShiftModifier);
+    auto* remove = screen->findChild<QWidget*>(QStringLiteral("cmdRemove"));
+    QTest::mouseClick(remove, Qt::LeftButton);
+    return WaitUntil([&] { return list->model()->rowCount() == kept.count; });
+}
+
+bool Tour::KeepOnly(const Kept& indicators, int areas) {
+    const bool kept = Keep(indicators) && Keep({1, "frmTime", "lstSelected", 10, true}) &&
+                      Keep({2, "frmAreas", "lstSelected1", areas, false});
+    if (!kept || !Click(QStringLiteral("picBannerButtons_3"))) return false;
+    auto* screen = qobject_cast<frmData*>(Find(QStringLiteral("frmData")));
+    return screen && WaitUntil([&] { return screen->grid().ValueRows() > 0; });
+}
+
+bool Tour::Present(int kind, const QString& wizard, const std::function<void(QWidget&)>& drive) {
+    if (!Click(QStringLiteral("DATA_PRESENT"))) return false;
+    auto* kinds = frame_.findChild<QListWidget*>(QStringLiteral("picPresentationOptions"));
+    if (!kinds || !WaitUntil([&] { return kinds->isVisible() && kinds->count() > kind; })) return false;
+    kinds->setCurrentRow(kind);
+    kinds->setFocus();
+    bool driven = false;
+    const std::unique_ptr<QObject> life = std::make_unique<QObject>();
+    WhenUp(wizard, [&](QWidget& form) {
+        drive(form);
+        driven = true;
+        if (auto* dialog = qobject_cast<QDialog*>(&form); dialog && dialog->isVisible()) dialog->reject();
+    })->setParent(life.get());
+    QTest::keyClick(kinds, Qt::Key_Return);
+    return driven;
+}
+
+qint64 Tour::ShowPreview(QWidget& wizard, const QString& name) const {
+    auto* host = wizard.findChild<OfficeHost*>(QStringLiteral("fraExcel"));
+    QElapsedTimer clock;
+    clock.start();
+    Press(wizard, "CmdNext");
+    if (!host || !host->IsOpen()) return -1;
+    const qint64 took = clock.elapsed();
+    QTest::qWait(1500); // the sheet draws itself, in a process of its own
+    TakeScreenPicture(name);
+    return took;
+}
+
+QString Tour::SaveToGallery(QWidget& wizard, const QString& picture) {
+    QString saved;
+    WhenUp(QStringLiteral("frmSaveGalleryAdvance"), [&](QWidget& form) {
+        const QString title = form.findChild<QLineEdit*>(QStringLiteral("txtPresentationName"))->text();
+        const QChar type = wizard.objectName() == QLatin1String("frmGraphWizard") ? QLatin1Char('G') : QLatin1Char('T');
+        saved = PresentationFile(GalleryFolder(), type, title);
+        QTest::qWait(100);
+        form.grab().save(folder_.filePath(picture + QLatin1String(".png")));
+        Press(form, "CmdFinish");
+    });
+    Press(wizard, "CmdNext");
+    const QString copy = folder_.filePath(QFileInfo(saved).fileName());
+    return !saved.isEmpty() && CopyFileOver(saved, copy) ? copy : QString();
+}
+
+Tour::Finding Tour::Table() {
+    if (!KeepOnly({0, "frmIndicators", "lstSelected", 3, false}, 20))
+        return {false, QStringLiteral("the selection could not be made smaller")};
+    qint64 took = -1;
+    QString saved;
+    const bool driven = Present(0, QStringLiteral("frmTableWizard"), [&](QWidget& wizard) {
+        const auto picture = [&](const char* name) {
+            QTest::qWait(100);
+            wizard.grab().save(folder_.filePath(QLatin1String(name) + QLatin1String(".png")));
+        };
+        picture("table-1-rows-columns");
+        Press(wizard, "CmdNext");
+        wizard.findChild<QCheckBox*>(QStringLiteral("chkAddColor"))->click();
+        picture("table-2-options");
+        Press(wizard, "cmdAddColor");
+        picture("table-2-colors");
+        Press(wizard, "cmdAddOK");
+        took = ShowPreview(wizard, QStringLiteral("table"));
+        saved = SaveToGallery(wizard, QStringLiteral("table-4-save"));
+    });
+    if (!driven || saved.isEmpty()) return {false, QStringLiteral("no table was saved")};
+    const office::Workbook book = office::SpreadsheetApplication::Instance().OpenWorkbook(saved);
+    const Values wanted = ValuesOfDatabase();
+    const Values list = ValuesOfSheet(book.Sheet(2), 2);
+    const Values table = ValuesOfSheet(book.Sheet(1), TableLayout::FirstDataRow);
+    return {took > 0 && list.Match(wanted) && table.Match(wanted),
+            QStringLiteral("%1, %2 values as in the database, preview after %3 ms")
+                .arg(QFileInfo(saved).fileName())
+                .arg(table.count)
+                .arg(took)};
+}
+
+Tour::Finding Tour::Graph() {
+    if (!KeepOnly({0, "frmIndicators", "lstSelected", 1, true}, 6))
+        return {false, QStringLiteral("the selection could not be made smaller")};
+    qint64 took = -1;
+    QString saved;
+    const bool driven = Present(1, QStringLiteral("frmGraphWizard"), [&](QWidget& wizard) {
+        // Time goes along the X axis, so that each area becomes a line.
+        wizard.findChild<KeyedList*>(QStringLiteral("LVYAxis"))->HighlightKey(QStringLiteral("T.TimePeriod"));
+        Press(wizard, "cmdFromRows");
+        Press(wizard, "cmdToColumns");
+        QTest::qWait(100);
+        wizard.grab().save(folder_.filePath(QStringLiteral("graph-1-axes.png")));
+        Press(wizard, "CmdNext");
+        QTest::qWait(100);
+        wizard.grab().save(folder_.filePath(QStringLiteral("graph-2-options.png")));
+        took = ShowPreview(wizard, QStringLiteral("graph"));
+        saved = SaveToGallery(wizard, QStringLiteral("graph-4-save"));
+    });
+    if (!driven || saved.isEmpty()) return {false, QStringLiteral("no graph was saved")};
+    const office::Workbook book = office::SpreadsheetApplication::Instance().OpenWorkbook(saved);
+    const office::Worksheet sheet = book.Sheet(1);
+    const int series = sheet.ChartCount() == 1 ? sheet.ChartAt(1).SeriesCount() : 0;
+    const bool listed = ValuesOfSheet(book.Sheet(3), 2).Match(ValuesOfDatabase());
+    return {took > 0 && series > 0 && sheet.Name() == QLatin1String("Graph") && listed,
+            QStringLiteral("%1, a chart of %2 series, preview after %3 ms")
+                .arg(QFileInfo(saved).fileName())
+                .arg(series)
+                .arg(took)};
+}
+
+} // namespace tessaro
