@@ -106,8 +106,11 @@ bool Tour::Keep(const Kept& kept) {
 }
 
 bool Tour::KeepOnly(const Kept& indicators, int areas) {
-    const bool kept = Keep(indicators) && Keep({1, "frmTime", "lstSelected", 10, true}) &&
-                      Keep({2, "frmAreas", "lstSelected1", areas, false});
+    bool kept = Keep(indicators) && Keep({1, "frmTime", "lstSelected", 10, true}) &&
+                Keep({2, "frmAreas", "lstSelected1", 0, false});
+    // Areas that have data for what is selected now.
+    kept = kept && ClickAutoSelect(QStringLiteral("frmAreas"), QStringLiteral("cmdAllFilter")) &&
+           WaitUntil([] { return RowsOf("_SelArea") > 0; }) && Keep({2, "frmAreas", "lstSelected1", areas, false});
     if (!kept || !Click(QStringLiteral("picBannerButtons_3"))) return false;
     auto* screen = qobject_cast<frmData*>(Find(QStringLiteral("frmData")));
     return screen && WaitUntil([&] { return screen->grid().ValueRows() > 0; });
