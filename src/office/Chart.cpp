@@ -9,6 +9,7 @@
 #include <com/sun/star/awt/Rectangle.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/chart/ChartDataRowSource.hpp>
+#include <com/sun/star/chart/ChartLegendPosition.hpp>
 #include <com/sun/star/chart/X3DDisplay.hpp>
 #include <com/sun/star/chart/XAxisXSupplier.hpp>
 #include <com/sun/star/chart/XAxisYSupplier.hpp>
@@ -225,9 +226,15 @@ void Chart::SetAxisTitles(const QString& xAxis, const QString& yAxis) {
     });
 }
 
-void Chart::SetLegend(bool shown) {
+void Chart::SetLegend(bool shown, bool below) {
     document_->Run([&](const Model& model) {
-        Need<XPropertySet>(ChartOf(model, sheet_, number_))->setPropertyValue("HasLegend", Any(shown));
+        using com::sun::star::chart::ChartLegendPosition;
+        const auto chart = ChartOf(model, sheet_, number_);
+        Need<XPropertySet>(chart)->setPropertyValue("HasLegend", Any(shown));
+        if (!shown) return;
+        const auto place =
+            below ? ChartLegendPosition::ChartLegendPosition_BOTTOM : ChartLegendPosition::ChartLegendPosition_RIGHT;
+        Need<XPropertySet>(chart->getLegend())->setPropertyValue("Alignment", Any(place));
     });
 }
 
@@ -237,6 +244,10 @@ void Chart::SetPlain() {
         const Any noFill(com::sun::star::drawing::FillStyle_NONE);
         const Reference<com::sun::star::chart::X3DDisplay> display(chart->getDiagram(), UNO_QUERY);
         if (display.is() && display->getWall().is()) display->getWall()->setPropertyValue("FillStyle", noFill);
+        for (const auto& axis : AxesOf(chart)) {
+            axis->setPropertyValue("LinkNumberFormatToSource", Any(false));
+            axis->setPropertyValue("NumberFormat", Any(sal_Int32(0)));
+        }
         bool hasLegend = false;
         Need<XPropertySet>(chart)->getPropertyValue("HasLegend") >>= hasLegend;
         if (!hasLegend) return;

@@ -28,8 +28,9 @@ class Chart final {
     void SetTitle(const QString& title);
     [[nodiscard]] QString Title() const;
     void SetAxisTitles(const QString& xAxis, const QString& yAxis);
-    void SetLegend(bool shown);
-    /// Takes away the tinted background of plot and legend and the legend's frame.
+    void SetLegend(bool shown, bool below = false);
+    /// Takes away the tinted background of plot and legend and the legend's frame. Axes show plain numbers, not those
+    /// of the first cell's format.
     void SetPlain();
     /// Font of everything in the chart; of the axes' labels.
     void SetFont(const QString& name, double points);

@@ -17,8 +17,9 @@ namespace {
 constexpr int kWhite = 2;
 constexpr int kDarkRed = 9;
 constexpr int kGray = 16;
-constexpr double kGapHeight = 5;                ///< points, of the empty rows below the title
-constexpr QRectF kChartPlace(12, 12, 720, 440); ///< points; a landscape page
+constexpr double kGapHeight = 5;              ///< points, of the empty rows below the title
+constexpr QRectF kChartPlace(6, 6, 670, 355); ///< points; what the preview has room for, and a landscape page
+constexpr qsizetype kLongestNameBeside = 24;  ///< characters of a name in a legend that stands beside the plot
 
 QString Plain(const char* key) {
     return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
@@ -160,6 +161,24 @@ void GraphWorkbook::Format() {
         .SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, 1});
 }
 
+QString GraphWorkbook::ChartTitle() const {
+    if (table_.ColumnCount() == 1)
+        return QString(table_.columns.front().head).replace(QLatin1Char('\n'), QStringLiteral(", "));
+    return SingleValues(2).join(QStringLiteral(", "));
+}
+
+bool GraphWorkbook::HasLongNames(bool seriesInRows) const {
+    qsizetype longest = 0;
+    if (seriesInRows)
+        for (int row = 0; row < table_.RowCount(); ++row)
+            longest = std::max(longest, LabelOf(row).size());
+    else
+        for (const PivotColumn& column : table_.columns)
+            for (const QString& line : column.head.split(QLatin1Char('\n')))
+                longest = std::max(longest, line.size());
+    return longest > kLongestNameBeside;
+}
+
 void GraphWorkbook::AddChart() {
     office::Worksheet sheet = book_.Sheet(ChartSheet);
     sheet.SetName(QStringLiteral("Graph"));
@@ -168,14 +187,11 @@ void GraphWorkbook::AddChart() {
     const office::Range data = sheet_.Cells(HeaderRow, FirstValueColumn() - 1, LastRow(), LastColumn());
     office::Chart chart = sheet.AddChart(options_.kind, data, true, true, kChartPlace);
     // The longer side of the block runs along the axis, so that there are few series of many points; a pie shows one.
-    chart.SetSeriesInRows(table_.ColumnCount() >= table_.RowCount() && table_.ColumnCount() > 1);
+    const bool seriesInRows = table_.ColumnCount() >= table_.RowCount() && table_.ColumnCount() > 1;
+    chart.SetSeriesInRows(seriesInRows);
     const TableFont font = DataFont();
-    if (table_.ColumnCount() == 1) {
-        chart.SetTitle(QString(table_.columns.front().head).replace(QLatin1Char('\n'), QStringLiteral(", ")));
-        chart.SetLegend(options_.kind == office::ChartKind::Pie);
-    } else {
-        chart.SetLegend(true);
-    }
+    chart.SetTitle(ChartTitle());
+    chart.SetLegend(table_.ColumnCount() > 1 || options_.kind == office::ChartKind::Pie, HasLongNames(seriesInRows));
     chart.SetPlain();
     chart.SetFont(font.name, font.size);
     chart.SetAxisFont(ProductFont.isEmpty() ? font.name : ProductFont,

@@ -42,6 +42,10 @@ class GraphWorkbook final {
     void WriteComments();
     void Format();
     void AddChart();
+    /// What the chart is about: its only column, or what the whole selection has just one value of.
+    [[nodiscard]] QString ChartTitle() const;
+    /// Names of series so long that a legend beside the plot would leave it no room.
+    [[nodiscard]] bool HasLongNames(bool seriesInRows) const;
     [[nodiscard]] bool NeedsLabels() const;
     [[nodiscard]] QString LabelOf(int row) const;
     [[nodiscard]] int FirstValueColumn() const { return table_.FieldCount() + (NeedsLabels() ? 2 : 1); }

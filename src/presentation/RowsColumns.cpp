@@ -131,6 +131,17 @@ QString GetDistinctVal(PivotField field) {
     return !values.atEnd() && values.rows().RecordCount() == 1 ? values.Text(std::size_t{0}) : QString();
 }
 
+QStringList SingleValues(int most) {
+    QStringList values;
+    for (const PivotField field :
+         {PivotField::Indicator, PivotField::AreaName, PivotField::TimePeriod, PivotField::Unit, PivotField::Subpop}) {
+        if (values.size() == most) break;
+        const QString value = GetDistinctVal(field);
+        if (!value.isEmpty()) values << value;
+    }
+    return values;
+}
+
 int GetDistinctCount(PivotField field) {
     Records values = Select(
         QStringLiteral("SELECT DISTINCT ") + KeyOf(field) +

@@ -55,6 +55,9 @@ class RowsColumns final {
 [[nodiscard]] bool MultipleExists(PivotField field, const RowsColumns& arrangement);
 /// The one value of a field in the selection; empty when there are none or several.
 [[nodiscard]] QString GetDistinctVal(PivotField field);
+/// The first values, at most `most`, of indicator, area, time, unit and subpopulation that the whole selection has just
+/// one of. What a table or graph is about.
+[[nodiscard]] QStringList SingleValues(int most);
 [[nodiscard]] int GetDistinctCount(PivotField field);
 /// The different values of a field in the selection, sorted, at most `most` of them.
 [[nodiscard]] QStringList DistinctValues(PivotField field, int most);

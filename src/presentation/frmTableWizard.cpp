@@ -88,13 +88,7 @@ bool frmTableWizard::LeaveRowsAndColumns() {
 
 // The first two fields that the whole selection has just one value of.
 void frmTableWizard::FillDefaultTitles() {
-    QStringList titles;
-    for (const PivotField field :
-         {PivotField::Indicator, PivotField::AreaName, PivotField::TimePeriod, PivotField::Unit, PivotField::Subpop}) {
-        const QString value = GetDistinctVal(field);
-        if (!value.isEmpty()) titles << value;
-        if (titles.size() == 2) break;
-    }
+    const QStringList titles = SingleValues(2);
     options_->SuggestTitles(titles.value(0), titles.value(1));
 }
 

@@ -304,6 +304,9 @@ TEST_F(WizardsTest, AGraphOfTimeAloneGetsAYAxis) {
     Click(wizard, "CmdNext");
     ASSERT_EQ(wizard.Step(), 3) << messages.join(' ').toStdString();
     EXPECT_EQ(Keys(wizard, "LVYAxis"), (QStringList{QStringLiteral("A.AreaID"), QStringLiteral("A.AreaName")}));
+    const office::Workbook book = office::SpreadsheetApplication::Instance().OpenWorkbook(wizard.WorkbookFile());
+    EXPECT_EQ(book.Sheet(1).ChartAt(1).Title(), SingleValues(2).join(QStringLiteral(", ")));
+    EXPECT_EQ(SingleValues(1), QStringList{QStringLiteral("Population")});
 }
 
 TEST_F(WizardsTest, TheGraphNeedsAnXAxisAndSuggestsLinesForTime) {
