@@ -21,6 +21,8 @@ void MeasureDatabase(Report& report, const BenchSession& session);
 void MeasurePresentations(Report& report);
 /// A workbook shown inside a window of ours, with and without the process running. Needs an X11 display.
 void MeasureHost(Report& report);
+/// The list of a large gallery folder. Needs a session.
+void MeasureGallery(Report& report);
 /// The data view's workbook against a bare conversion of the same rows.
 void MeasureExport(Report& report);
 /// The program itself: start to first painted frame, and its resident size with the data view open. `self` is this

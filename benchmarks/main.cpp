@@ -29,6 +29,7 @@ int main(int argc, char** argv) {
         MeasureGrid(report, session);
         MeasureDataOptions(report, session);
         MeasureDatabase(report, session);
+        MeasureGallery(report);
         MeasureExport(report);
         SelectEverything();
         MeasurePresentations(report);

@@ -115,6 +115,7 @@ bool OfficeHost::ShowSlides(const QString& file) {
     return Show([&](office::HostedFrame& frame) {
         shown_.slides = frame.ShowSlides(file);
         slidesHost = this;
+        if (toolBars_) frame.SetToolBars(true);
     });
 }
 

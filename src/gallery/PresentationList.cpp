@@ -17,6 +17,12 @@ namespace {
 constexpr QSize kPicture{72, 48};
 constexpr int kGap = theme::Grid;
 
+/// Date and time to the minute, as one piece in a line that runs from right to left.
+QString TimeOf(const QDateTime& time) {
+    return QChar(0x2068) + QLocale().toString(time.date(), QLocale::ShortFormat) + QStringLiteral("  ") +
+           time.time().toString(QStringLiteral("HH:mm")) + QChar(0x2069);
+}
+
 } // namespace
 
 QIcon IconOf(const GalleryEntry& entry) {
@@ -128,7 +134,7 @@ void PresentationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
     draw(entry.text, ink);
     if (!entry.IsFolder()) {
         place.translate(0, line + 2);
-        const QString date = QLocale().toString(entry.modified, QLocale::ShortFormat);
+        const QString date = TimeOf(entry.modified);
         draw(entry.kind.isNull() ? date : KindWord(entry.kind) + QStringLiteral(" · ") + date,
              selected ? ink : theme::MutedText());
     }

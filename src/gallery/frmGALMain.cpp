@@ -98,6 +98,12 @@ void frmGALMain::SetFormCaptions() {
     SetCaption(ui_->cmdDelete, QStringLiteral("GALLERY DELETE"));
     SetCaption(ui_->cmdSavePPT, QStringLiteral("Comm_Save"));
     SetCaption(ui_->cmdClosePPT, QStringLiteral("GALLERY CLOSE PPT"));
+    // Layouts don't turn their margins round.
+    const auto turned = [this](int left, int top, int right, int bottom) {
+        return isRightToLeft() ? QMargins(right, top, left, bottom) : QMargins(left, top, right, bottom);
+    };
+    ui_->layList->setContentsMargins(turned(2 * theme::Grid, theme::Grid, 0, 2 * theme::Grid));
+    ui_->layPPTHead->setContentsMargins(turned(0, 0, 2 * theme::Grid, 0));
     ui_->txtPresFolder->setAccessibleName(PlainText(QStringLiteral("GALLERY Location")));
     ui_->txtFilter->setPlaceholderText(PlainText(QStringLiteral("TS_FilterPlaceholder")));
     ui_->txtFilter->setAccessibleName(PlainText(QStringLiteral("TS_FilterPlaceholder")));

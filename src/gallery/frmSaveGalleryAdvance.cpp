@@ -12,6 +12,8 @@
 #include "session/Strings.h"
 #include "ui_frmSaveGalleryAdvance.h"
 
+#include <QFile>
+
 namespace tessaro {
 
 namespace {
@@ -38,14 +40,16 @@ frmSaveGalleryAdvance::frmSaveGalleryAdvance(QWidget* parent)
     connect(ui_->CmdBack, &QPushButton::clicked, this, &frmSaveGalleryAdvance::CmdBack_Click);
     connect(ui_->CmdFinish, &QPushButton::clicked, this, &frmSaveGalleryAdvance::CmdFinish_Click);
     connect(ui_->CmdCancel, &QPushButton::clicked, this, &frmSaveGalleryAdvance::CmdCancel_Click);
-    connect(ui_->lstPresentations, &QListWidget::itemClicked, this,
-            [this](const QListWidgetItem* item) { ui_->txtPresentationName->setText(item->text()); });
+    const auto take = [this](const QListWidgetItem* item) { ui_->txtPresentationName->setText(item->text()); };
+    connect(ui_->lstPresentations, &QListWidget::itemClicked, this, take);
+    connect(ui_->lstPresentations, &QListWidget::itemActivated, this, take);
 }
 
 frmSaveGalleryAdvance::~frmSaveGalleryAdvance() = default;
 
 void frmSaveGalleryAdvance::SetFormCaptions() {
     SetFormFonts(this);
+    setWindowTitle(PlainText(QStringLiteral("SAVE_PRES"))); // until the wizard says more
     SetCaption(ui_->lblGallLocation, QStringLiteral("GALLERY Location"));
     SetCaption(ui_->lblPresentationName, QStringLiteral("GALLERY PPT Name"));
     SetCaption(ui_->lblPresentations, QStringLiteral("Available Presentations"));
@@ -116,8 +120,10 @@ void frmSaveGalleryAdvance::CmdFinish_Click() {
         return;
     }
     const QString source = FindPath(JoinPath({TempFolder, sourceFile_.trimmed() + QStringLiteral(".Xls")}));
-    const QString target = FindPath(PresentationFile(folder, type_, name));
-    if (!MayReplace(target)) return;
+    const QString target = PresentationFile(FindPath(folder), type_, name);
+    // An old one may be spelt in another case; the new one always ends in ".Xls".
+    const QString old = FindPath(target);
+    if (!MayReplace(old)) return;
     bool copied = false;
     {
         const Hourglass hourglass;
@@ -129,6 +135,7 @@ void frmSaveGalleryAdvance::CmdFinish_Click() {
         ShowMessage(QStringLiteral("TS_GalleryFull"));
         return;
     }
+    if (old != target) QFile::remove(old);
     savedFile_ = target;
     Close(1);
 }

@@ -1,6 +1,7 @@
 #include "gallery/frmSaveGalleryAdvance.h"
 
 #include "GallerySession.h"
+#include "support/FullDisk.h"
 
 #include <QLineEdit>
 #include <QListWidget>
@@ -68,6 +69,34 @@ TEST_F(SaveGalleryTest, AnExistingOneIsReplacedOnlyOnYes) {
     EXPECT_EQ(*ReadWholeFile(target), QByteArray("new"));
     EXPECT_EQ(messages, (QStringList{QStringLiteral("285"), QStringLiteral("285")}));
     EXPECT_TRUE(FileExists(TempFolder + QStringLiteral("/Work.xls")));
+}
+
+TEST_F(SaveGalleryTest, TheNewNameEndsInXlsWhateverTheOldOneDid) {
+    MakeFile(QStringLiteral("table - HEALTH.xls"), "old");
+    Form form(QStringLiteral("Health"));
+    answers = {MessageCode::Yes};
+    form->CmdFinish_Click();
+    EXPECT_EQ(messages, QStringList{QStringLiteral("285")});
+    EXPECT_EQ(FilesOf(Gallery()), QStringList{QStringLiteral("Table - Health.Xls")});
+    EXPECT_EQ(*ReadWholeFile(form->SavedFile()), QByteArray("new"));
+}
+
+TEST_F(SaveGalleryTest, AFullDiskKeepsTheOldOne) {
+    ASSERT_TRUE(ReplaceFile(TempFolder + QStringLiteral("/Work.xls"), QByteArray(100000, 'x')));
+    MakeFile(QStringLiteral("Table - Health.Xls"), "old");
+    Form form(QStringLiteral("Health"));
+    answers = {MessageCode::Yes};
+    {
+        const test::FullDisk full(4096);
+        form->CmdFinish_Click();
+    }
+    EXPECT_EQ(messages, (QStringList{QStringLiteral("285"), QStringLiteral("TS_GalleryFull")}));
+    EXPECT_EQ(form->CloseStatus(), 0);
+    EXPECT_EQ(FilesOf(Gallery()), QStringList{QStringLiteral("Table - Health.Xls")}); // no remains
+    EXPECT_EQ(*ReadWholeFile(Gallery() + QStringLiteral("/Table - Health.Xls")), QByteArray("old"));
+    answers = {MessageCode::Yes};
+    form->CmdFinish_Click();
+    EXPECT_EQ(form->CloseStatus(), 1);
 }
 
 TEST_F(SaveGalleryTest, AFolderThatHasGoneAndASourceThatHasGone) {
