@@ -95,6 +95,10 @@ bool Tour::Walk(const QString& commandLine) {
         Visit(
             QStringLiteral("favourites"), [this] { return Favourites(); }, false);
         Visit(
+            QStringLiteral("gallery"), [this] { return Gallery(); }, false);
+        Visit(
+            QStringLiteral("slides"), [this] { return Slides(); }, false);
+        Visit(
             QStringLiteral("back-and-forward"), [this] { return BackAndForward(); }, false);
         Visit(QStringLiteral("right-to-left"), [this] { return RightToLeft(); });
         Visit(

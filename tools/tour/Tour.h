@@ -55,6 +55,10 @@ class Tour final {
     /// The data as a table with colours, saved to the gallery; and as a chart.
     Finding Table();
     Finding Graph();
+    // Stations of the gallery (TourGallery.cpp).
+    Finding Gallery();
+    /// Every presentation of the gallery on a slide, saved as slides.ppt.
+    Finding Slides();
     Finding BackAndForward();
     Finding Closing();
 
