@@ -42,7 +42,6 @@ QIcon IconOf(const GalleryEntry& entry) {
 PresentationList::PresentationList(QWidget* parent) : QListView(parent) {
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setUniformItemSizes(true);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
@@ -85,24 +84,52 @@ void PresentationList::paintEvent(QPaintEvent* event) {
 PresentationDelegate::PresentationDelegate(const GalleryModel& model, PictureOf pictureOf, QObject* parent)
     : QStyledItemDelegate(parent), model_(model), pictureOf_(std::move(pictureOf)) {}
 
-QSize PresentationDelegate::sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const {
-    return {kPicture.width() + 4 * kGap, kPicture.height() + 2 * kGap};
+QSize PresentationDelegate::sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& index) const {
+    const bool folder = model_.At(index.data(GalleryModel::RowRole).toInt()).IsFolder();
+    return {kPicture.width() + 4 * kGap, folder ? theme::IconSize + 2 * kGap : kPicture.height() + 2 * kGap};
 }
 
-void PresentationDelegate::PaintPicture(QPainter* painter, const QRect& place, const GalleryEntry& entry) const {
-    const QImage picture = entry.IsFolder() ? QImage() : pictureOf_(entry);
-    if (!picture.isNull()) {
+void PresentationDelegate::PaintPicture(QPainter* painter, const QRect& place, const GalleryEntry& entry,
+                                        bool selected) const {
+    const QRect icon(place.center() - QPoint(theme::IconSize, theme::IconSize) / 2,
+                     QSize(theme::IconSize, theme::IconSize));
+    if (entry.IsFolder()) {
+        IconOf(entry).paint(painter, icon, Qt::AlignCenter, selected ? QIcon::Selected : QIcon::Normal);
+        return;
+    }
+    const QImage picture = pictureOf_(entry);
+    if (picture.isNull()) {
+        painter->fillRect(place, QApplication::palette().base());
+        IconOf(entry).paint(painter, icon);
+    } else {
         painter->setRenderHint(QPainter::SmoothPixmapTransform);
         painter->drawImage(place, picture);
-    } else {
-        const QRect middle(place.center() - QPoint(theme::IconSize, theme::IconSize) / 2,
-                           QSize(theme::IconSize, theme::IconSize));
-        IconOf(entry).paint(painter, middle);
     }
-    if (entry.IsFolder()) return;
     painter->setPen(theme::HairLine());
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
+void PresentationDelegate::PaintTexts(QPainter* painter, const QStyleOptionViewItem& item, const QRect& place,
+                                      const GalleryEntry& entry) const {
+    const bool selected = item.state.testFlag(QStyle::State_Selected);
+    const QColor ink = item.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    const QFontMetrics metrics(item.font);
+    const int lines = entry.IsFolder() ? metrics.height() : 2 * metrics.height() + 2;
+    QRect line(place.left(), place.top() + (place.height() - lines) / 2, place.width(), metrics.height());
+    const auto draw = [&](const QString& text, const QColor& color) {
+        painter->setPen(color);
+        painter->drawText(line,
+                          static_cast<int>(QStyle::visualAlignment(item.direction, Qt::AlignLeft | Qt::AlignVCenter)),
+                          metrics.elidedText(text, Qt::ElideMiddle, line.width()));
+        line.translate(0, metrics.height() + 2);
+    };
+    painter->setFont(item.font);
+    draw(entry.text, ink);
+    if (entry.IsFolder()) return;
+    const QString time = TimeOf(entry.modified);
+    draw(entry.kind.isNull() ? time : KindWord(entry.kind) + QStringLiteral(" · ") + time,
+         selected ? ink : theme::MutedText());
 }
 
 void PresentationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -111,33 +138,13 @@ void PresentationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
     const QStyle* style = item.widget ? item.widget->style() : QApplication::style();
-    painter->save();
-    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, item.widget);
     const auto mirrored = [&](const QRect& rect) { return QStyle::visualRect(item.direction, item.rect, rect); };
     const QRect inner = item.rect.adjusted(kGap, kGap, -kGap, -kGap);
-    PaintPicture(painter, mirrored(QRect(inner.topLeft(), kPicture)), entry);
-
-    const QRect texts = inner.adjusted(kPicture.width() + kGap + kGap / 2, 0, 0, 0);
-    const bool selected = item.state.testFlag(QStyle::State_Selected);
-    const QColor ink = item.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
-    const QFontMetrics metrics(item.font);
-    const int line = metrics.height();
-    const int lines = entry.IsFolder() ? line : 2 * line + 2;
-    QRect place(texts.left(), texts.top() + (texts.height() - lines) / 2, texts.width(), line);
-    const auto draw = [&](const QString& text, const QColor& color) {
-        painter->setPen(color);
-        painter->setFont(item.font);
-        painter->drawText(mirrored(place),
-                          static_cast<int>(QStyle::visualAlignment(item.direction, Qt::AlignLeft | Qt::AlignVCenter)),
-                          metrics.elidedText(text, Qt::ElideMiddle, place.width()));
-    };
-    draw(entry.text, ink);
-    if (!entry.IsFolder()) {
-        place.translate(0, line + 2);
-        const QString date = TimeOf(entry.modified);
-        draw(entry.kind.isNull() ? date : KindWord(entry.kind) + QStringLiteral(" · ") + date,
-             selected ? ink : theme::MutedText());
-    }
+    painter->save();
+    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, item.widget);
+    PaintPicture(painter, mirrored(QRect(inner.topLeft(), QSize(kPicture.width(), inner.height()))), entry,
+                 item.state.testFlag(QStyle::State_Selected));
+    PaintTexts(painter, item, mirrored(inner.adjusted(kPicture.width() + kGap + kGap / 2, 0, 0, 0)), entry);
     if (item.state.testFlag(QStyle::State_HasFocus)) {
         QStyleOptionFocusRect focus;
         focus.QStyleOption::operator=(item);

@@ -48,7 +48,9 @@ class PresentationDelegate final : public QStyledItemDelegate {
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
   private:
-    void PaintPicture(QPainter* painter, const QRect& place, const GalleryEntry& entry) const;
+    void PaintPicture(QPainter* painter, const QRect& place, const GalleryEntry& entry, bool selected) const;
+    void PaintTexts(QPainter* painter, const QStyleOptionViewItem& item, const QRect& place,
+                    const GalleryEntry& entry) const;
 
     const GalleryModel& model_;
     PictureOf pictureOf_;
