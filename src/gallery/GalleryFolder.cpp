@@ -69,6 +69,12 @@ QString GalleryFolder() {
     return FolderExists(folder) ? FindPath(folder) : GalleryCustomFolder;
 }
 
+QString BrowsedFolder() {
+    const QString own = GalleryFolder();
+    const QString product = FindPath(GalleryCustomFolder);
+    return own != product && EntriesOf(own).empty() ? product : own;
+}
+
 void SetGalleryFolder(const QString& folder) {
     GalleryCustomFolder = folder;
 }

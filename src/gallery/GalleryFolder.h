@@ -12,6 +12,9 @@ namespace tessaro {
 /// The folder of finished presentations; where the application folder can't be written, the user's own in its place.
 /// It is made when it is the product's own and missing.
 [[nodiscard]] QString GalleryFolder();
+/// The folder that is looked through: GalleryFolder, but the application's own as long as the user has nothing in its
+/// place.
+[[nodiscard]] QString BrowsedFolder();
 /// Takes another folder into use, for this session and the preferences.
 void SetGalleryFolder(const QString& folder);
 

@@ -173,7 +173,7 @@ void frmGALMain::OfferCommands() {
 }
 
 void frmGALMain::ReadFolder() {
-    folder_ = GalleryFolder();
+    folder_ = BrowsedFolder();
     thumbnails_->ForgetWaiting();
     model_->SetEntries(EntriesOf(folder_));
     ui_->txtPresFolder->setText(folder_);

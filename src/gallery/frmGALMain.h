@@ -4,6 +4,7 @@
 #include "gallery/GalleryFolder.h"
 
 #include <memory>
+#include <optional>
 
 class QModelIndex;
 class QSortFilterProxyModel;
@@ -16,6 +17,7 @@ namespace tessaro {
 
 class GalleryModel;
 class Thumbnails;
+struct PresentationPicture;
 
 /// The gallery: the subfolders and workbooks of one folder, the chosen workbook in its own program beside them, and the
 /// slides that presentations are copied to. What is changed in a shown workbook is dropped unless it is saved there.
@@ -78,9 +80,10 @@ class frmGALMain final : public StageScreen {
     [[nodiscard]] std::vector<GalleryEntry> HighlightedPresentations() const;
 
     [[nodiscard]] bool AskForSlides(QString& file);
+    [[nodiscard]] std::optional<PresentationPicture> CopyPresentation();
     bool ShowPPT(bool newPresentation, const QString& file);
     void CreateNewPresentation();
-    void InsertSlide_PasteClipboard(const struct PresentationPicture& picture);
+    void InsertSlide_PasteClipboard(const PresentationPicture& picture);
     [[nodiscard]] bool HasUnsavedSlides();
     void ClosePPT();
     void ShowPPTState();

@@ -17,8 +17,6 @@
 #include <QScopeGuard>
 #include <QShortcut>
 
-#include <optional>
-
 // The slides: what is shown is copied to a slide of a presentation in the pane beside it.
 
 namespace tessaro {
@@ -83,14 +81,19 @@ void frmGALMain::cmdCopyToPPT_Click() {
     if (opening_ || !ui_->PicExcel->xlBook().IsOpen()) return;
     QString file;
     if (!ui_->PicPPT->IsOpen() && !AskForSlides(file)) return;
-    std::optional<PresentationPicture> picture;
-    const bool copied = Managed("CopyPresentation", [&] {
-        picture = PictureOfPresentation(ui_->PicExcel->xlBook(), PresentationKind(currentPresentation_));
-    });
-    if (!copied || !ShowPPT(file.isEmpty(), file)) return;
+    const auto picture = CopyPresentation();
+    if (!picture || !ShowPPT(file.isEmpty(), file)) return;
     copied_ = Managed("InsertSlide_PasteClipboard", [&] { InsertSlide_PasteClipboard(*picture); });
     ShowPPTState();
     OfferCommands();
+}
+
+/// What goes to the slide; nothing after its failure has been shown.
+std::optional<PresentationPicture> frmGALMain::CopyPresentation() {
+    std::optional<PresentationPicture> picture;
+    Managed("CopyPresentation",
+            [&] { picture = PictureOfPresentation(ui_->PicExcel->xlBook(), PresentationKind(currentPresentation_)); });
+    return picture;
 }
 
 /// The open presentation serves again; otherwise a new one or the file is opened.
