@@ -18,7 +18,6 @@
 
 #include <QFile>
 #include <QItemSelectionModel>
-#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QSortFilterProxyModel>
 #include <QTimer>
@@ -278,8 +277,7 @@ void frmGALMain::ShowCurrentPresentation(const QString& name, bool asNew) {
     copied_ = false;
     ShowCaption();
     ShowPPTState();
-    TheFrame().SetBusy(true);
-    const auto done = qScopeGuard([] { TheFrame().SetBusy(false); });
+    const WaitPointer wait;
     ui_->PicExcel->CloseHostedExcel(false);
     ui_->PicExcel->SetToolBars(false);
     if (ui_->PicExcel->ShowWorkbook(path)) {

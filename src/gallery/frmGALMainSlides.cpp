@@ -14,7 +14,6 @@
 #include "ui_frmGALMain.h"
 
 #include <QFileInfo>
-#include <QScopeGuard>
 #include <QShortcut>
 
 // The slides: what is shown is copied to a slide of a presentation in the pane beside it.
@@ -28,8 +27,7 @@ const QString kExtension = QStringLiteral(".ppt");
 
 /// Runs a call into the slides program; false after its failure has been shown.
 template <class Call> bool Managed(const char* procedureName, Call&& call) {
-    TheFrame().SetBusy(true);
-    const auto done = qScopeGuard([] { TheFrame().SetBusy(false); });
+    const WaitPointer wait;
     try {
         call();
         return true;
@@ -99,8 +97,7 @@ std::optional<PresentationPicture> frmGALMain::CopyPresentation() {
 /// The open presentation serves again; otherwise a new one or the file is opened.
 bool frmGALMain::ShowPPT(bool newPresentation, const QString& file) {
     if (ui_->PicPPT->IsOpen()) return true;
-    TheFrame().SetBusy(true);
-    const auto done = qScopeGuard([] { TheFrame().SetBusy(false); });
+    const WaitPointer wait;
     if (!ui_->framePPT->isVisible()) {
         // Half of the room of the workbook.
         const int room = ui_->SSSplitter2->width();

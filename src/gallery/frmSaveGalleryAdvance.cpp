@@ -21,14 +21,6 @@ namespace {
 constexpr int kQuestionIcon = 104;
 constexpr unsigned kPathFileAccess = 75;
 
-class Hourglass final {
-  public:
-    Hourglass() { TheFrame().SetBusy(true); }
-    ~Hourglass() { TheFrame().SetBusy(false); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
-
 } // namespace
 
 frmSaveGalleryAdvance::frmSaveGalleryAdvance(QWidget* parent)
@@ -126,7 +118,7 @@ void frmSaveGalleryAdvance::CmdFinish_Click() {
     if (!MayReplace(old)) return;
     bool copied = false;
     {
-        const Hourglass hourglass;
+        const WaitPointer hourglass;
         copied = CopyFileOver(source, target); // the old file stays until the new one is whole
     }
     if (!copied) {

@@ -46,6 +46,10 @@ void AnswerWithNewSlides() {
 } // namespace
 
 Tour::Finding Tour::Gallery() {
+    // Where no wizard has been before, the data itself is a presentation.
+    if (PresentationsOf(GalleryFolder()).isEmpty())
+        static_cast<void>(CopyFileOver(folder_.filePath(QStringLiteral("DataView.xls")),
+                                       PresentationFile(GalleryFolder(), QLatin1Char('T'), QStringLiteral("Data"))));
     auto* entry = frame_.findChild<QAction*>(QStringLiteral("mnu_Gallery_Options_0"));
     if (!entry || !entry->isEnabled()) return {false, QStringLiteral("no entry in the menu")};
     entry->trigger();
