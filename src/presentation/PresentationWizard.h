@@ -1,0 +1,59 @@
+#pragma once
+
+#include "controls/WizardFrame.h"
+#include "presentation/PresentationFile.h"
+#include "presentation/SavePresentation.h"
+#include "presentation/SortChoice.h"
+
+namespace tessaro {
+
+class OfficeHost;
+class RowsColumnsPage;
+
+/// What the table and the graph wizard have in common: four steps from the fields over the options and the workbook in
+/// the hosted spreadsheet to its place in the gallery.
+class PresentationWizard : public WizardFrame {
+    Q_OBJECT
+
+  public:
+    /// The workbook that was built last; empty before.
+    [[nodiscard]] const QString& WorkbookFile() const { return workbookFile_; }
+
+  protected:
+    enum Steps { FieldStep = 1, OptionStep, PreviewStep, SaveStep };
+
+    PresentationWizard(WizardKind kind, SavePresentation save, QWidget* parent);
+
+    /// The steps' pages with the keys of their names; shows the first arrangement. The last call of a constructor.
+    void Form_Load(const QString& fieldsKey, QWidget* options, const QString& optionsKey);
+    /// Asks by which column of values the rows are sorted.
+    void ChooseSort(const char* procedureName);
+    [[nodiscard]] RowsColumnsPage& Fields() const { return *fields_; }
+
+    /// Leaves the page of fields: False, with the reason shown, and the wizard stays.
+    [[nodiscard]] virtual bool LeaveFields() = 0;
+    /// ShowXLS with what the options page says. May move fields of the arrangement; throws office::Error.
+    [[nodiscard]] virtual ShowOutcome BuildWorkbook(RowsColumns& arrangement, const WizardProgress& progress) = 0;
+    [[nodiscard]] virtual SortOrder Sorting() const = 0;
+    /// Keeps the chosen column, and shows its head.
+    virtual void SetSorting(const SortOrder& sort, const QString& head) = 0;
+
+    [[nodiscard]] bool GoForward(int step) override;
+    void GoBack(int step) override;
+    [[nodiscard]] bool MayFinish() const override { return Step() < SaveStep; }
+    void EndWizard() override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    [[nodiscard]] bool ShowPreview();
+    void ShowInPlace();
+    [[nodiscard]] bool SaveAs();
+
+    const WizardKind kind_;
+    SavePresentation save_;
+    RowsColumnsPage* fields_;
+    OfficeHost* fraExcel_;
+    QString workbookFile_;
+};
+
+} // namespace tessaro
