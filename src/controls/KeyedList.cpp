@@ -61,11 +61,21 @@ void KeyedList::SetColumns(const QStringList& heads) {
     ShareWidth();
 }
 
+void KeyedList::SetColumnShares(const QList<int>& shares) {
+    shares_ = shares;
+    ShareWidth();
+}
+
 void KeyedList::ShareWidth() {
     const int columns = model_->columnCount();
     if (columns < 2 || widthsAreTheUsers_) return;
-    // The first column names the thing and gets half; the others share the rest.
     const int width = viewport()->width();
+    if (shares_.size() == columns) {
+        for (int column = 0; column < columns; ++column)
+            header()->resizeSection(column, width * shares_[column] / 100);
+        return;
+    }
+    // The first column names the thing and gets half; the others share the rest.
     const int first = columns == 2 ? width * 2 / 3 : width / 2;
     header()->resizeSection(0, first);
     for (int column = 1; column < columns; ++column)

@@ -19,6 +19,8 @@ class KeyedList final : public QTreeView {
     [[nodiscard]] const KeyedListModel& Items() const { return *model_; }
 
     void SetColumns(const QStringList& heads);
+    /// Per cent of the list's width for each column, where the first doesn't deserve half of it.
+    void SetColumnShares(const QList<int>& shares);
     /// The text in the empty list, and in a list whose filter lets nothing through.
     void SetEmptyHint(const QString& hint, const QString& noMatchHint);
     /// Takes drops from this list only.
@@ -73,6 +75,7 @@ class KeyedList final : public QTreeView {
     QString noMatchHint_;
     bool plainArrowsLeave_ = false;
     bool widthsAreTheUsers_ = false; ///< a column was dragged
+    QList<int> shares_;
 };
 
 /// Paints a muted, wrapped text into the middle of an empty view.

@@ -67,6 +67,10 @@ TakeOutPanel::TakeOutPanel(OptionList option, DataOptions& options, QWidget* par
     const PanelTexts& texts = TextsOf(option_);
     lists_->SetCaptionKeys(QLatin1String(texts.availableKey), QLatin1String(texts.selectedKey));
     lists_->SetHints(QStringLiteral("TS_NoItemsWithData"), QStringLiteral("TS_NoItemsInView"));
+    // Of the four columns of the sources, the last is what the panel is about.
+    if (option_ == OptionList::Sources)
+        for (KeyedList* list : {&lists_->Available(), &lists_->Selected()})
+            list->SetColumnShares({34, 16, 12, 38});
     ConnectLists();
 }
 

@@ -9,7 +9,9 @@
 #include "dataview/GridQuery.h"
 #include "dataview/SortPanel.h"
 #include "dataview/TakeOutPanel.h"
+#include "selection/Details.h"
 #include "selection/frmInformationSheet.h"
+#include "selection/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Query.h"
@@ -235,6 +237,20 @@ void frmData::ShowInformation(bool ofIndicator) {
         ShowInformationInBROW(row->indicatorGId, QStringLiteral("IND"), FormName(), true, this);
     else
         ShowInformationInBROW(QString::number(row->sourceNId), QStringLiteral("SOURCES"), FormName(), false, this);
+}
+
+// Where the area lies from its columns, where the indicator is classified from the others.
+void frmData::ViewDetails() {
+    ErrorTrap trap("mnu_DataView_ViewDetails");
+    const QModelIndex cell = ui_->DataGrid->currentIndex();
+    const GridRow* row = model_.RowAt(cell.row());
+    if (!row) return;
+    frmShowDetails form(this);
+    if (cell.column() + 1 == ColAreaID || cell.column() + 1 == ColAreaName)
+        form.ShowAreaDetails(selection::AreaChain(row->areaId));
+    else
+        form.DisplayINDDetails(selection::DetailsOfIndicator(row->indicatorGId));
+    form.exec();
 }
 
 void frmData::SelectAll() {

@@ -117,6 +117,7 @@ class frmData final : public StageScreen {
     void RemoveRows(const std::vector<int>& rows);
     void ShowCount();
     void ShowInformation(bool ofIndicator);
+    void ViewDetails();
     bool DataStats_KeyDown(const QKeyEvent& event);
     void lstCalculate_DblClick(const QString& key);
     void picPresentationOptions_Click(const QString& key);

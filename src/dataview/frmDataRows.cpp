@@ -248,6 +248,7 @@ void frmData::DataGrid_PopupMenu(const QPoint& place) {
                {1, "mnu_DataView_UndeleteAll", [this] { RestoreDeletedRows(); }, removed},
                {2, nullptr, {}},
                {3, "TS_ShowCount", [this] { ShowCount(); }, any},
+               {5, "mnu_DataView_ViewDetails", [this] { ViewDetails(); }, onRow},
                {10, "TS_CopyRows", [this] { Copy(); }, highlighted},
                {11, "mnu_Edit_SelectAll", [this] { SelectAll(); }, any},
                {4, nullptr, {}},

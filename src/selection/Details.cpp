@@ -12,25 +12,16 @@ constexpr auto kSectors =
     "INNER JOIN Indicator_Sector ON [Indicator].IndicatorGId = Indicator_Sector.IndicatorGId) INNER JOIN (Sector INNER "
     "JOIN SectorLabel1 ON Sector.SectorLabel1GId = SectorLabel1.SectorLabel1GId) ON Indicator_Sector.SectorLabel2GId = "
     "Sector.SectorLabel2GId) INNER JOIN SectorLabel2 ON Sector.SectorLabel2GId = SectorLabel2.SectorLabel2GId ";
+constexpr auto kIndicators = " FROM (([Indicator] ";
+constexpr auto kOfIndicators = " WHERE [Indicator].IndicatorGId IN (";
 
-} // namespace
-
-std::vector<IndicatorDetails> DetailsOfIndicators(const std::vector<KeyedItem>& items) {
-    if (items.empty()) return {};
-    const QString list = IdList(items);
-    QString sql = QStringLiteral(
-        "SELECT DISTINCT [Indicator].[Indicator], SectorLabel1.SectorLabel1, SectorLabel2.SectorLabel2 ");
-    if (ByCombination())
-        sql += QStringLiteral(
-                   " FROM (((Indicator_Unit_Subpop INNER JOIN [Indicator] ON Indicator_Unit_Subpop.IndicatorGId = "
-                   "[Indicator].IndicatorGId) ") +
-               QLatin1String(kSectors) + QStringLiteral(" WHERE Indicator_Unit_Subpop.IUSNId In (") + list +
-               QStringLiteral(")");
-    else
-        sql += QStringLiteral(" FROM (([Indicator] ") + QLatin1String(kSectors) +
-               QStringLiteral(" WHERE [Indicator].IndicatorGId IN (") + list + QStringLiteral(")");
+/// The places that a FROM and a WHERE leave, by indicator.
+std::vector<IndicatorDetails> ReadDetails(const QString& from, const QString& where) {
     std::vector<IndicatorDetails> details;
-    Records rows = Select(sql + QStringLiteral(" ORDER BY [Indicator].[Indicator]"));
+    Records rows =
+        Select(QStringLiteral(
+                   "SELECT DISTINCT [Indicator].[Indicator], SectorLabel1.SectorLabel1, SectorLabel2.SectorLabel2 ") +
+               from + QLatin1String(kSectors) + where + QStringLiteral(" ORDER BY [Indicator].[Indicator]"));
     for (; !rows.atEnd(); rows.MoveNext()) {
         const QString indicator = rows.Text("Indicator");
         if (details.empty() || details.back().indicator != indicator) details.push_back({indicator, {}, {}});
@@ -38,6 +29,23 @@ std::vector<IndicatorDetails> DetailsOfIndicators(const std::vector<KeyedItem>& 
         details.back().classes << rows.Text("SectorLabel2");
     }
     return details;
+}
+
+} // namespace
+
+std::vector<IndicatorDetails> DetailsOfIndicators(const std::vector<KeyedItem>& items) {
+    if (items.empty()) return {};
+    const QString list = IdList(items) + QLatin1Char(')');
+    if (ByCombination())
+        return ReadDetails(QStringLiteral(" FROM (((Indicator_Unit_Subpop INNER JOIN [Indicator] ON "
+                                          "Indicator_Unit_Subpop.IndicatorGId = [Indicator].IndicatorGId) "),
+                           QStringLiteral(" WHERE Indicator_Unit_Subpop.IUSNId In (") + list);
+    return ReadDetails(QLatin1String(kIndicators), QLatin1String(kOfIndicators) + list);
+}
+
+std::vector<IndicatorDetails> DetailsOfIndicator(const QString& indicatorGId) {
+    return ReadDetails(QLatin1String(kIndicators), QLatin1String(kOfIndicators) + QLatin1Char('\'') +
+                                                       QuoteDoubled(indicatorGId) + QStringLiteral("')"));
 }
 
 QString AreaDetailsSql(const QString& areaId) {

@@ -17,6 +17,8 @@ struct IndicatorDetails {
 
 /// The places of the items of a list, by indicator.
 [[nodiscard]] std::vector<IndicatorDetails> DetailsOfIndicators(const std::vector<KeyedItem>& items);
+/// The places of one indicator.
+[[nodiscard]] std::vector<IndicatorDetails> DetailsOfIndicator(const QString& indicatorGId);
 struct AreaLine {
     QString areaId;
     QString name;

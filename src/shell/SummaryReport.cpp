@@ -7,8 +7,11 @@
 #include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "session/Strings.h"
 #include "session/TempFiles.h"
 #include "shell/ReportTables.h"
+
+#include <QLocale>
 
 namespace tessaro {
 
@@ -27,7 +30,9 @@ void Fill(office::Worksheet& sheet, const ReportTable& table) {
     }
     if (table.rows.size() > kMostRows) {
         std::vector<office::Cell> note(columns);
-        note.front() = QStringLiteral("…");
+        note.front() = GetText(QStringLiteral("TS_RowsLeftOut"))
+                           .replace(QStringLiteral("%1"),
+                                    QLocale::system().toString(static_cast<qlonglong>(table.rows.size() - kMostRows)));
         block.push_back(std::move(note));
     }
     WriteTable(sheet, block);

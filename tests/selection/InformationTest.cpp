@@ -78,6 +78,10 @@ TEST_F(InformationTest, TellsWhereIndicatorsStand) {
         places << byCombination[1].sectors[i] + QLatin1Char('/') + byCombination[1].classes[i];
     places.sort();
     EXPECT_EQ(places.join(QLatin1Char(' ')), QStringLiteral("Economy/Money Economy/People Society/People"));
+    const auto one = selection::DetailsOfIndicator(QStringLiteral("L3"));
+    ASSERT_EQ(one.size(), 1U) << "by its identifier, whatever the lists hold";
+    EXPECT_EQ(one[0].classes, QStringList{QStringLiteral("Water")});
+    EXPECT_TRUE(selection::DetailsOfIndicator(QStringLiteral("it's nowhere")).empty());
     IndicatorSelectBy = 0;
     const auto byIndicator = selection::DetailsOfIndicators({{QStringLiteral("IL3"), {}, 0}});
     ASSERT_EQ(byIndicator.size(), 1U);
