@@ -14,6 +14,8 @@ void MeasureGrid(Report& report, const BenchSession& session);
 /// Statistics and row filters of the data view, to their first rows. Expects everything to be selected, and selects
 /// less.
 void MeasureDataOptions(Report& report, const BenchSession& session);
+/// The crosstab of the table and graph wizards, and the ranges of their colours. Selects what it needs.
+void MeasureCrosstabs(Report& report, const BenchSession& session);
 /// Marking what has data, translating statements, opening the database.
 void MeasureDatabase(Report& report, const BenchSession& session);
 /// The table and the graph wizard, from the click on their options to the preview. Expects everything to be selected,

@@ -63,6 +63,14 @@ std::int64_t WalkOn(sqlite3* database, const std::string& sql, std::int64_t most
     return rows;
 }
 
+template <class Take> void EachRow(sqlite3* database, const std::string& sql, const Take& take) {
+    sqlite3_stmt* statement = nullptr;
+    if (sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) Fail(database, sql);
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        take(statement);
+    sqlite3_finalize(statement);
+}
+
 std::vector<std::string> ReadCatalogue(sqlite3* database) {
     std::vector<std::string> tables;
     WalkOn(database, "SELECT name FROM sqlite_master WHERE type = 'table'", INT64_MAX, &tables);
@@ -86,12 +94,14 @@ HandWritten::~HandWritten() {
 }
 
 std::vector<std::int64_t> HandWritten::Numbers(const std::string& sql, int column) {
-    sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(database_, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) Fail(database_, sql);
     std::vector<std::int64_t> numbers;
-    while (sqlite3_step(statement) == SQLITE_ROW)
-        numbers.push_back(sqlite3_column_int64(statement, column));
-    sqlite3_finalize(statement);
+    EachRow(database_, sql, [&](sqlite3_stmt* row) { numbers.push_back(sqlite3_column_int64(row, column)); });
+    return numbers;
+}
+
+std::vector<double> HandWritten::Doubles(const std::string& sql) {
+    std::vector<double> numbers;
+    EachRow(database_, sql, [&](sqlite3_stmt* row) { numbers.push_back(sqlite3_column_double(row, 0)); });
     return numbers;
 }
 

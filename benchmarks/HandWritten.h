@@ -23,6 +23,8 @@ class HandWritten final {
     std::int64_t Walk(const std::string& sql, std::int64_t most = INT64_MAX);
     /// The numbers of one column of all rows.
     [[nodiscard]] std::vector<std::int64_t> Numbers(const std::string& sql, int column);
+    /// The first column of all rows.
+    [[nodiscard]] std::vector<double> Doubles(const std::string& sql);
 
   private:
     sqlite3* database_ = nullptr;

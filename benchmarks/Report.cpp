@@ -10,9 +10,11 @@ namespace tessaro::bench {
 
 namespace {
 
-constexpr int kTurns = 4;
-constexpr double kShortestTurn = 30; ///< milliseconds below which the clock and its neighbours blur the figure
-constexpr double kLongWork = 2000;   ///< milliseconds from which two turns have to do
+constexpr int kFewestTurns = 5;
+constexpr int kMostTurns = 40;
+constexpr int kCalmTurns = 4;          ///< so many turns without a better time on either side, and the best is found
+constexpr double kShortestTurn = 30;   ///< milliseconds below which the clock and its neighbours blur the figure
+constexpr double kLongest = 40 * 1000; ///< milliseconds after which only the fewest turns are waited for
 
 std::string Text(double value, const char* format) {
     std::array<char, 48> text{};
@@ -28,6 +30,13 @@ std::string Duration(double milliseconds) {
 
 std::string Figure(double value, const std::string& unit) {
     return unit == "ms" ? Duration(value) : Text(value, "%.0f ") + unit;
+}
+
+/// Notes a time that is the best so far; true when it is so by more than a hundredth.
+bool Improve(double& best, double time) {
+    const bool clearly = time < best * 0.99;
+    best = std::min(best, time);
+    return clearly;
 }
 
 } // namespace
@@ -47,15 +56,22 @@ void Report::Compare(const std::string& what, const std::function<void()>& ours,
     byHand(); // both find the pages of the files in memory
     const double once = std::max(Milliseconds(ours), 0.0001);
     const int times = std::clamp(static_cast<int>(kShortestTurn / once), 1, 20000);
-    const int turns = once > kLongWork ? 2 : kTurns;
     double best = std::numeric_limits<double>::max();
     double bestByHand = best;
-    for (int turn = 0; turn < turns; ++turn) {
+    // Other programs slow both down, never for long: turns go on until neither has become faster for a while.
+    int calm = 0;
+    double spent = 0;
+    for (int turn = 0; turn < kMostTurns; ++turn) {
+        const bool enough = turn >= kFewestTurns && calm >= kCalmTurns;
+        if (enough || (turn >= kFewestTurns && spent > kLongest)) break;
         // Who goes first changes, so that neither always finds the processor warm.
         const bool oursFirst = turn % 2 == 0;
-        if (oursFirst) best = std::min(best, Milliseconds(ours, times));
-        bestByHand = std::min(bestByHand, Milliseconds(byHand, times));
-        if (!oursFirst) best = std::min(best, Milliseconds(ours, times));
+        const double first = Milliseconds(oursFirst ? ours : byHand, times);
+        const double second = Milliseconds(oursFirst ? byHand : ours, times);
+        const bool better = Improve(best, oursFirst ? first : second);
+        const bool betterByHand = Improve(bestByHand, oursFirst ? second : first);
+        calm = better || betterByHand ? 0 : calm + 1;
+        spent += (first + second) * times;
     }
     const double ratio = best / bestByHand;
     lines_.push_back({what, Duration(best), Duration(bestByHand), Text(ratio, "%.2f"), Text(allowedRatio, "%.2f"),

@@ -13,8 +13,8 @@ class Report final {
     explicit Report(std::string part) : part_(std::move(part)) {}
 
     [[nodiscard]] bool Wants(const std::string& what) const { return what.find(part_) != std::string::npos; }
-    /// Times our work and the same work by hand, in turns, and takes the best of each. Short work is repeated within a
-    /// turn.
+    /// Times our work and the same work by hand, in turns, until neither gets faster, and takes the best of each. Short
+    /// work is repeated within a turn.
     void Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
                  double allowedRatio = 1.2);
     /// Notes a figure that has a bound of its own; it is not measured unless it is wanted.

@@ -28,6 +28,7 @@ int main(int argc, char** argv) {
         SelectEverything();
         MeasureGrid(report, session);
         MeasureDataOptions(report, session);
+        MeasureCrosstabs(report, session);
         MeasureDatabase(report, session);
         MeasureGallery(report);
         MeasureExport(report);
