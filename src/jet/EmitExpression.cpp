@@ -290,8 +290,10 @@ Typed Emitter::emitNode(const Between& node, const Scope& scope, Position) {
     const Typed low = emit(*node.low, scope);
     const Typed high = emit(*node.high, scope);
     const Footing footing = FootingOf(operand, {&low, &high}, true);
+    // Either bound may be the lower one.
+    const std::string bounds = footing.shape(low) + footing.collation + ", " + footing.shape(high) + ")";
     return Condition(footing.shape(operand) + footing.collation + (node.negated ? " NOT BETWEEN " : " BETWEEN ") +
-                     footing.shape(low) + " AND " + footing.shape(high));
+                     "min(" + bounds + " AND max(" + bounds);
 }
 
 Typed Emitter::emitNode(const Like& node, const Scope& scope, Position) {

@@ -1,9 +1,35 @@
 #include "jet/Emitter.h"
 #include "jet/Error.h"
 
+#include <algorithm>
+
 namespace jet {
 
 using namespace tree;
+
+namespace {
+
+/// Whether a crosstab computes over whole rows of its result, beside its cells.
+bool TotalsRows(const Transform& transform) {
+    const Select& select = transform.query.arms.front();
+    return (select.having && HoldsAggregate(*select.having)) ||
+           std::ranges::any_of(
+               select.items,
+               [](const SelectItem& item) { return item.expression && HoldsAggregate(*item.expression); }) ||
+           std::ranges::any_of(transform.query.orderBy,
+                               [](const OrderItem& item) { return HoldsAggregate(*item.expression); });
+}
+
+} // namespace
+
+std::string Emitter::groupTerms(const Select& select, const Scope& scope) {
+    std::string terms;
+    for (const ExpressionPtr& term : select.groupBy) {
+        const Typed value = emit(*term, scope);
+        terms += (terms.empty() ? "" : ", ") + AsValue(value) + Collate(value.kind);
+    }
+    return terms;
+}
 
 // One derived table gives the fields that the crosstab needs and the pivot value, computed once for each row. LIMIT -1
 // keeps SQLite from folding it into the outer query, where the pivot value would be computed anew for each column.
@@ -26,17 +52,21 @@ Translation Emitter::statement(const Transform& transform) {
     std::string heads;
     for (const Item& head : items(select, scope))
         heads += (heads.empty() ? "" : ", ") + AsValue(head.value) + " AS " + QuotedName(head.name);
-    std::string tail;
-    for (const ExpressionPtr& term : select.groupBy) {
-        const Typed group = emit(*term, scope);
-        tail += (tail.empty() ? " GROUP BY " : ", ") + AsValue(group) + Collate(group.kind);
-    }
+    const std::string groups = groupTerms(select, scope);
+    std::string tail = groups.empty() ? std::string() : " GROUP BY " + groups;
     if (select.having) tail += " HAVING " + condition(*select.having, scope);
     const std::vector<OrderKey> keys = orderKeys(transform.query.orderBy, items(select, scope), scope);
     for (std::size_t i = 0; i < keys.size(); ++i)
         tail += (i == 0 ? " ORDER BY " : ", ") + keys[i].text();
     const std::string collation = key.caseless ? std::string() : Collate(key.kind);
-    aggregateFilter_ = " FILTER (WHERE source.pivot" + collation + " IS %VALUE%)";
+    const std::string ofColumn = " FILTER (WHERE source.pivot" + collation + " IS %VALUE%)";
+    // The cells are computed first, then put into their columns: else each row would be asked for every column whether
+    // it belongs there. Totals of the rows can't be had from the cells.
+    const bool cellsFirst = !key.literal && !TotalsRows(transform);
+    if (cellsFirst)
+        scope.projected = nullptr;
+    else
+        aggregateFilter_ = ofColumn;
     const Typed value = emit(*transform.value, scope);
     aggregateFilter_.clear();
 
@@ -46,11 +76,17 @@ Translation Emitter::statement(const Transform& transform) {
         plan.valuesSql =
             "SELECT DISTINCT " + AsValue(key) + Collate(key.kind) + rest + " ORDER BY 1" + Collate(key.kind);
     plan.head = "SELECT " + heads;
-    plan.column = (heads.empty() ? "" : ", ") + AsValue(value) + " AS %NAME%";
+    const std::string cell = cellsFirst ? "jet_first(source.cell)" + ofColumn : AsValue(value);
+    plan.column = (heads.empty() ? "" : ", ") + cell + " AS %NAME%";
     std::string inner = "SELECT " + AsValue(key) + " AS pivot";
     for (std::size_t i = 0; i < fields.size(); ++i)
         inner += ", " + fields[i] + " AS c" + std::to_string(i);
-    plan.tail = " FROM (" + inner + rest + " LIMIT -1) AS source" + tail;
+    if (cellsFirst) inner += ", " + AsValue(value) + " AS cell";
+    inner += rest;
+    if (cellsFirst)
+        inner +=
+            " GROUP BY " + AsValue(key) + Collate(key.kind) + (groups.empty() ? "" : ", ") + groupTerms(select, scope);
+    plan.tail = " FROM (" + inner + " LIMIT -1) AS source" + tail;
     plan.valueColumn = {{}, value.type, value.kind};
     made.pivot.push_back(std::move(plan));
     return made;

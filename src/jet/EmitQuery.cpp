@@ -1,6 +1,7 @@
 #include "jet/Emitter.h"
 #include "jet/Error.h"
 #include "jet/Functions.h"
+#include "jet/VisitOperands.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -9,38 +10,17 @@ namespace jet {
 
 using namespace tree;
 
-namespace {
-
-bool AnyHolds(const std::vector<ExpressionPtr>& expressions) {
-    return std::ranges::any_of(expressions, [](const ExpressionPtr& each) { return HoldsAggregate(*each); });
-}
-
-} // namespace
-
 bool HoldsAggregate(const Expression& expression) {
-    return std::visit(
-        [](const auto& node) {
-            using Node = std::decay_t<decltype(node)>;
-            if constexpr (std::is_same_v<Node, Call>) {
-                return FindFunction(node.name)->aggregate || AnyHolds(node.arguments);
-            } else if constexpr (std::is_same_v<Node, Arithmetic> || std::is_same_v<Node, Comparison>) {
-                return HoldsAggregate(*node.left) || HoldsAggregate(*node.right);
-            } else if constexpr (std::is_same_v<Node, Logical>) {
-                return AnyHolds(node.operands);
-            } else if constexpr (std::is_same_v<Node, Negation> || std::is_same_v<Node, Not> ||
-                                 std::is_same_v<Node, IsNull> || std::is_same_v<Node, InQuery>) {
-                return HoldsAggregate(*node.operand);
-            } else if constexpr (std::is_same_v<Node, Between>) {
-                return HoldsAggregate(*node.operand) || HoldsAggregate(*node.low) || HoldsAggregate(*node.high);
-            } else if constexpr (std::is_same_v<Node, Like>) {
-                return HoldsAggregate(*node.operand) || HoldsAggregate(*node.pattern);
-            } else if constexpr (std::is_same_v<Node, InList>) {
-                return HoldsAggregate(*node.operand) || AnyHolds(node.values);
-            } else {
-                return false;
-            }
-        },
-        expression.node);
+    const auto* const call = std::get_if<Call>(&expression.node);
+    if (call && FindFunction(call->name)->aggregate) return true;
+    // The query behind IN has groups of its own, what is looked for in it belongs to ours.
+    if (const auto* const in = std::get_if<InQuery>(&expression.node)) return HoldsAggregate(*in->operand);
+    bool holds = false;
+    (void)VisitOperands(expression, [&](const Expression& operand) {
+        holds = HoldsAggregate(operand);
+        return !holds;
+    });
+    return holds;
 }
 
 namespace {
@@ -138,12 +118,8 @@ std::string Emitter::itemList(const std::vector<Item>& items, bool collated) con
 }
 
 std::string Emitter::groupBy(const Select& select, const std::vector<Item>& items, const Scope& scope) {
-    std::string list;
-    const auto add = [&](const std::string& term) { list += (list.empty() ? " GROUP BY " : ", ") + term; };
-    for (const ExpressionPtr& term : select.groupBy) {
-        const Typed value = emit(*term, scope);
-        add(AsValue(value) + Collate(value.kind));
-    }
+    const std::string terms = groupTerms(select, scope);
+    std::string list = terms.empty() ? terms : " GROUP BY " + terms;
     if (select.duplicates != Duplicates::DropEqualRows || !select.groupBy.empty() || HasGroups(select)) return list;
     // One row for each combination of rows of the tables that give fields, if another table could repeat them.
     std::vector<const Source*> giving;
@@ -155,7 +131,7 @@ std::string Emitter::groupBy(const Select& select, const std::vector<Item>& item
     const bool haveRows = std::ranges::all_of(giving, [](const Source* source) { return source->table != nullptr; });
     if (giving.empty() || !haveRows || giving.size() == scope.sources.size()) return list;
     for (const Source* source : giving)
-        add(source->rowId());
+        list += (list.empty() ? " GROUP BY " : ", ") + source->rowId();
     return list;
 }
 

@@ -7,7 +7,7 @@
 
 namespace jet {
 
-/// Writes trees as SQLite text. Split over three files: expressions, queries, changes of rows and of tables.
+/// Writes trees as SQLite text. Split by what a tree is: expressions, queries, changes of rows and of tables.
 class Emitter {
   public:
     explicit Emitter(const Catalogue& catalogue) : catalogue_(catalogue) {}
@@ -81,6 +81,7 @@ class Emitter {
                           const std::vector<CompareKind>* unionKinds);
     std::vector<Item> items(const tree::Select& select, const Scope& scope);
     std::string itemList(const std::vector<Item>& items, bool collated) const;
+    std::string groupTerms(const tree::Select& select, const Scope& scope);
     std::string groupBy(const tree::Select& select, const std::vector<Item>& items, const Scope& scope);
     struct OrderKey {
         Typed value;
@@ -94,7 +95,7 @@ class Emitter {
     static std::string topText(const tree::Select& select, const std::string& fields, const std::string& tail,
                                const std::vector<Item>& items, const std::vector<OrderKey>& keys);
 
-    // --- Statements (EmitStatement.cpp, EmitPivot.cpp) ---
+    // --- Statements (EmitStatement.cpp, EmitUpdate.cpp, EmitSchema.cpp, EmitPivot.cpp) ---
     Translation statement(const tree::Query& query);
     Translation statement(const tree::Transform& transform);
     Translation statement(const tree::Insert& insert);
@@ -140,6 +141,10 @@ class Emitter {
 [[nodiscard]] std::string Compared(const Typed& left, const char* op, const Typed& right);
 /// True when the expression computes over groups of rows; inner queries have groups of their own.
 [[nodiscard]] bool HoldsAggregate(const tree::Expression& expression);
+/// A statement of one text that changes `target`.
+[[nodiscard]] Translation Change(StatementClass kind, std::string sql, std::string target);
+/// Position of a field of a table. Throws NoSuchColumn.
+[[nodiscard]] std::size_t FieldOf(const TableInfo& table, const std::string& name);
 /// A column declaration for CREATE TABLE.
 [[nodiscard]] std::string ColumnDeclaration(const std::string& name, ColumnType type, int width = 0);
 
