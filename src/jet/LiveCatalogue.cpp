@@ -40,8 +40,10 @@ void LiveCatalogue::Add(Entry entry) {
 }
 
 void LiveCatalogue::Remove(std::string_view name) {
-    byName_.erase(Folded(name));
-    std::erase_if(entries_, [&](const auto& each) { return SameName(each->table.name, name); });
+    const auto found = byName_.find(Folded(name));
+    if (found == byName_.end()) return;
+    std::erase_if(entries_, [&](const auto& each) { return each.get() == found->second; });
+    byName_.erase(found);
 }
 
 void LiveCatalogue::ReadAll() {
@@ -251,9 +253,9 @@ void LiveCatalogue::PutLink(const LinkInfo& link) {
         Run(database_, "DROP TABLE main." + QuotedName(EntryOf(link.name)->table.sourceTable));
         Remove(link.name);
     }
-    Run(database_,
-        "CREATE TABLE IF NOT EXISTS main.MSysLinks (Name TEXT PRIMARY KEY COLLATE NOCASE, File TEXT, Password "
-        "TEXT, SourceTable TEXT)");
+    if (!hasLinks_)
+        Run(database_, "CREATE TABLE IF NOT EXISTS main.MSysLinks (Name TEXT PRIMARY KEY COLLATE NOCASE, File TEXT, "
+                       "Password TEXT, SourceTable TEXT)");
     Run(database_, "INSERT OR REPLACE INTO main.MSysLinks (Name, File, Password, SourceTable) VALUES (?, ?, ?, ?)",
         {link.name, link.file, link.password, link.sourceTable});
     hasLinks_ = true;

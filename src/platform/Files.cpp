@@ -54,10 +54,15 @@ bool CopyFileOver(const QString& source, const QString& target) {
 bool CopyPassingFile(const QString& source, const QString& target) {
     const QString made = target + QLatin1String(".new");
     QFile::remove(made);
-    if (!QFile::copy(source, made) || !MakeWritable(made)) return false;
     std::error_code failure;
-    std::filesystem::rename(made.toStdString(), target.toStdString(), failure);
-    return !failure;
+    // QFile::copy would wait for the disk.
+    std::filesystem::copy_file(source.toStdString(), made.toStdString(), failure);
+    if (!failure && MakeWritable(made)) {
+        std::filesystem::rename(made.toStdString(), target.toStdString(), failure);
+        if (!failure) return true;
+    }
+    QFile::remove(made);
+    return false;
 }
 
 bool EmptyFolder(const QString& folder) {
