@@ -23,6 +23,7 @@
 #include <com/sun/star/text/XTextCursor.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
 #include <com/sun/star/util/XSortable.hpp>
+#include <map>
 
 namespace tessaro::office {
 
@@ -46,6 +47,21 @@ Reference<com::sun::star::sheet::XFormulaParser> ParserOf(const Model& model, sa
     properties->setPropertyValue("CompileEnglish", Any(true));
     properties->setPropertyValue("FormulaConvention", Any(convention));
     return parser;
+}
+
+/// All properties in one call, which takes them by the order of their names.
+void SetAtOnce(const Reference<com::sun::star::text::XTextCursor>& cursor, const PropertyList& list,
+               std::map<rtl::OUString, Any> properties) {
+    for (sal_Int32 place = 0; place < list.names.getLength(); ++place)
+        properties[list.names[place]] = list.values[place];
+    Sequence<rtl::OUString> names(static_cast<sal_Int32>(properties.size()));
+    Sequence<Any> values(static_cast<sal_Int32>(properties.size()));
+    sal_Int32 place = 0;
+    for (const auto& [name, value] : properties) {
+        names.getArray()[place] = name;
+        values.getArray()[place++] = value;
+    }
+    Need<com::sun::star::beans::XMultiPropertySet>(cursor)->setPropertyValues(names, values);
 }
 
 rtl::OUString OwnFormula(const Model& model, const QString& formula,
@@ -202,14 +218,9 @@ void Range::SetRichText(const std::vector<TextRun>& runs) {
             text->insertString(Need<com::sun::star::text::XTextRange>(cursor), ToUno(run.text), false);
             cursor->gotoEnd(false);
             cursor->goLeft(static_cast<sal_Int16>(run.text.size()), true);
-            const PropertyList looks =
-                FontProperties(run.style, [this](int slot) { return document_->ColorNumber(slot); });
-            const auto properties = Need<com::sun::star::beans::XPropertySet>(cursor);
-            for (sal_Int32 place = 0; place < looks.names.getLength(); ++place)
-                properties->setPropertyValue(looks.names[place], looks.values[place]);
-            properties->setPropertyValue("CharEscapement", Any(run.superscript ? kSuperscriptRise : sal_Int16(0)));
-            properties->setPropertyValue("CharEscapementHeight",
-                                         Any(run.superscript ? kSuperscriptHeight : sal_Int8(100)));
+            SetAtOnce(cursor, FontProperties(run.style, [this](int slot) { return document_->ColorNumber(slot); }),
+                      {{Ascii("CharEscapement"), Any(run.superscript ? kSuperscriptRise : sal_Int16(0))},
+                       {Ascii("CharEscapementHeight"), Any(run.superscript ? kSuperscriptHeight : sal_Int8(100))}});
         }
     });
 }

@@ -71,6 +71,7 @@ QString GraphWorkbook::LastCellAddress() const {
 }
 
 void GraphWorkbook::Write() {
+    book_.ActivateSheet(TableSheet); // the chart's sheet would be drawn at each of its settings
     book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
     SetUpSheet(sheet_, HeaderRow, FirstValueColumn());
@@ -133,6 +134,7 @@ void GraphWorkbook::WriteTable() {
     sheet_.Cells(HeaderRow, FirstValueColumn(), LastRow(), LastColumn()).SetStyle(value);
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn()).SetStyle({.bold = true, .wrapText = true});
     formats.WriteTo(sheet_);
+    SendLooks(sheet_);
     sheet_.Cells(HeaderRow, 1).SetValues(block);
 }
 

@@ -91,6 +91,7 @@ void FillListSheet(office::Worksheet sheet, Records& records, const TableFont& f
     const int rows = static_cast<int>(block.size());
     DressList(sheet, rows, font);
     formats.WriteTo(sheet);
+    SendLooks(sheet);
     sheet.Cells(1, 1).SetValues(block);
     widths.WriteTo(sheet);
 }
@@ -212,6 +213,10 @@ QString FootnoteText(qint64 id) {
     const Records rows =
         Select(QStringLiteral("SELECT FootNote FROM FootNote WHERE FootNoteNId = ") + QString::number(id));
     return rows.atEnd() || rows.IsNull(0) ? QString() : rows.Text(std::size_t{0});
+}
+
+void SendLooks(const office::Worksheet& sheet) {
+    static_cast<void>(sheet.Cells(1, 1).Value()); // whatever is read has to be up to date
 }
 
 void WriteDataList(office::Workbook& book, int first, const TableFont& font) {

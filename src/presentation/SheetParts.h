@@ -83,6 +83,10 @@ void GiveTimeFor(int values);
 /// The text of a footnote; a null text when there is none.
 [[nodiscard]] QString FootnoteText(qint64 id);
 
+/// Sends the looks that wait before the values come: on cells that are still empty no height of a row has to be found
+/// anew for each of them.
+void SendLooks(const office::Worksheet& sheet);
+
 /// Fills the sheets of all values (the first at `first`, more behind the last sheet when one doesn't hold them) and of
 /// sources. A data sheet that has its head already stays as it is.
 void WriteDataList(office::Workbook& book, int first, const TableFont& font);

@@ -159,6 +159,7 @@ void TableWorkbook::WriteValues() {
     formats.WriteTo(sheet_);
     if (options_.formatTable) FormatTable();
     colors.WriteTo(sheet_);
+    SendLooks(sheet_);
     sheet_.Cells(first, 1).SetValues(block);
     WriteMarks();
 }

@@ -276,7 +276,8 @@ TEST_F(WorkbooksTest, AFullDiskLeavesNoHalfFile) {
     office::SpreadsheetApplication& application = office::SpreadsheetApplication::Instance();
     RowsColumns arrangement = Everything();
     for (const bool graph : {false, true}) {
-        application.Start(); // it may have given up on the disk
+        application.Quit(); // it may just be giving up on the disk
+        application.Start();
         const test::WriteLimit full(application.ProcessId(), 2048);
         EXPECT_THROW((void)(graph ? ShowGraphXLS(arrangement, {}) : ShowXLS(arrangement, Options())), office::Error);
     }
