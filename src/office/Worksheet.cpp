@@ -8,7 +8,9 @@
 
 #include <chrono>
 #include <cmath>
+#include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
@@ -38,9 +40,10 @@ int ColumnNumber(const QString& letters) {
 /// Brings a sheet to view while its view is changed, and the one of before back.
 class SheetInView final {
   public:
-    SheetInView(const Model& model, int number) : controller(Kept(model)), view_(Need<View>(controller)) {
+    SheetInView(const Model& model, int number)
+        : controller(Kept(model)), view_(Need<View>(controller)), sheet_(Document::SheetOf(model, number)) {
         before_ = view_->getActiveSheet();
-        view_->setActiveSheet(Document::SheetOf(model, number));
+        Show();
     }
     ~SheetInView() {
         try {
@@ -52,19 +55,46 @@ class SheetInView final {
     SheetInView(const SheetInView&) = delete;
     SheetInView& operator=(const SheetInView&) = delete;
 
+    void Show() { view_->setActiveSheet(sheet_); }
+    [[nodiscard]] bool IsThere() const { return NumberOf(view_->getActiveSheet()) == NumberOf(sheet_); }
+
     const com::sun::star::uno::Reference<com::sun::star::frame::XController> controller;
 
   private:
     using View = com::sun::star::sheet::XSpreadsheetView;
+    using Sheet = com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet>;
 
+    static sal_Int16 NumberOf(const Sheet& sheet) {
+        return Need<com::sun::star::sheet::XCellRangeAddressable>(sheet)->getRangeAddress().Sheet;
+    }
     static com::sun::star::uno::Reference<com::sun::star::frame::XController> Kept(const Model& model) {
         KeepView(model);
         return model->getCurrentController();
     }
 
     const com::sun::star::uno::Reference<View> view_;
-    com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet> before_;
+    const Sheet sheet_;
+    Sheet before_;
 };
+
+/// The value of this name among named ones; nothing when there is none.
+Any ValueNamed(const Any& values, const char* name) {
+    com::sun::star::uno::Sequence<com::sun::star::beans::PropertyValue> list;
+    values >>= list;
+    for (const auto& value : list)
+        if (value.Name.equalsAscii(name)) return value.Value;
+    return {};
+}
+
+/// True when a sheet's own setting shows grid lines.
+bool ShowsGridLines(const com::sun::star::uno::Reference<com::sun::star::frame::XController>& controller,
+                    const rtl::OUString& sheetName) {
+    com::sun::star::uno::Reference<com::sun::star::container::XNameAccess> sheets;
+    ValueNamed(controller->getViewData(), "Tables") >>= sheets;
+    bool shown = true;
+    if (sheets.is() && sheets->hasByName(sheetName)) ValueNamed(sheets->getByName(sheetName), "ShowGrid") >>= shown;
+    return shown;
+}
 
 } // namespace
 
@@ -149,15 +179,19 @@ void Worksheet::SetRowHeight(int row, double points) {
     });
 }
 
+// A view that has just become visible may not take it at once, or go back to its first sheet a moment later.
 void Worksheet::FreezePanes(int row, int column) {
     document_->Run([&](const Model& model) {
-        const SheetInView sheet(model, number_);
+        constexpr int kTries = 5;
+        SheetInView sheet(model, number_);
         const auto panes = Need<com::sun::star::sheet::XViewFreezable>(sheet.controller);
-        // A view that has just become visible may not take it at once.
-        for (int tries = 0; tries < 5; ++tries) {
+        for (int tries = 0; tries < kTries; ++tries) {
             panes->freezeAtPosition(column - 1, row - 1);
-            if (panes->hasFrozenPanes()) break;
+            const bool there = sheet.IsThere();
+            if (there && panes->hasFrozenPanes()) break;
+            if (!there) panes->freezeAtPosition(0, 0); // of another sheet
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            sheet.Show();
         }
     });
 }
@@ -165,7 +199,10 @@ void Worksheet::FreezePanes(int row, int column) {
 void Worksheet::SetGridLines(bool shown) {
     document_->Run([&](const Model& model) {
         const SheetInView sheet(model, number_);
-        Need<com::sun::star::beans::XPropertySet>(sheet.controller)->setPropertyValue("ShowGrid", Any(shown));
+        // The view's own setting would go for all sheets, and into no file.
+        const auto named = Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number_));
+        if (ShowsGridLines(sheet.controller, named->getName()) != shown)
+            Dispatch(document_->connection(), model, ".uno:ToggleSheetGrid");
     });
 }
 

@@ -154,6 +154,26 @@ TEST_F(WorkbookTest, DrawsChartsPicturesAndShapes) {
     EXPECT_NEAR(again.Sheet(1).ShapeNamed(QStringLiteral("star")).Place().width(), 50, 1);
 }
 
+TEST_F(WorkbookTest, PanesAndGridLinesStayOnTheirSheet) {
+    {
+        Workbook book = Application().NewWorkbook(3);
+        book.SaveAs(File("panes.xls"));
+    }
+    Workbook book = Application().OpenWorkbook(File("panes.xls"));
+    book.Sheet(2).FreezePanes(8, 3); // the first call makes the view visible
+    book.Sheet(1).SetGridLines(false);
+    book.Sheet(2).SetGridLines(true);
+    book.Sheet(3).FreezePanes(2, 1);
+    book.Save();
+    const auto read = test::ReadXls(File("panes.xls"));
+    EXPECT_EQ(read.at(0).frozen, (QJsonArray{0, 0}));
+    EXPECT_EQ(read.at(1).frozen, (QJsonArray{7, 2}));
+    EXPECT_EQ(read.at(2).frozen, (QJsonArray{1, 0}));
+    EXPECT_FALSE(read.at(0).gridLines);
+    EXPECT_TRUE(read.at(1).gridLines);
+    EXPECT_TRUE(read.at(2).gridLines);
+}
+
 TEST_F(WorkbookTest, ChangesWhatStands) {
     Workbook book = Application().NewWorkbook(2);
     Worksheet sheet = book.Sheet(1);

@@ -20,6 +20,7 @@ struct ReadSheet {
     QJsonArray merged;
     QJsonObject runs;
     QJsonArray frozen;
+    bool gridLines = true;
 
     [[nodiscard]] QJsonValue At(int row, int column) const { return rows.at(row - 1).toArray().at(column - 1); }
     [[nodiscard]] QString Text(int row, int column) const { return At(row, column).toString(); }
@@ -42,11 +43,11 @@ inline std::vector<ReadSheet> ReadXls(const QString& file) {
     for (const QByteArray& line : lines) {
         if (line.trimmed().isEmpty()) continue;
         const QJsonObject sheet = QJsonDocument::fromJson(line).object();
-        sheets.push_back({sheet.value(QLatin1String("name")).toString(), sheet.value(QLatin1String("rows")).toArray(),
-                          sheet.value(QLatin1String("looks")).toObject(),
-                          sheet.value(QLatin1String("notes")).toObject(),
-                          sheet.value(QLatin1String("merged")).toArray(), sheet.value(QLatin1String("runs")).toObject(),
-                          sheet.value(QLatin1String("frozen")).toArray()});
+        sheets.push_back(
+            {sheet.value(QLatin1String("name")).toString(), sheet.value(QLatin1String("rows")).toArray(),
+             sheet.value(QLatin1String("looks")).toObject(), sheet.value(QLatin1String("notes")).toObject(),
+             sheet.value(QLatin1String("merged")).toArray(), sheet.value(QLatin1String("runs")).toObject(),
+             sheet.value(QLatin1String("frozen")).toArray(), sheet.value(QLatin1String("gridLines")).toBool()});
     }
     return sheets;
 }

@@ -46,6 +46,7 @@ def main():
             "merged": [[r1 + 1, c1 + 1, r2, c2] for r1, r2, c1, c2 in sheet.merged_cells],
             "runs": {"%d,%d" % (r + 1, c + 1): len(runs) for (r, c), runs in sheet.rich_text_runlist_map.items()},
             "frozen": [sheet.horz_split_pos, sheet.vert_split_pos],
+            "gridLines": bool(sheet.show_grid_lines),
         }))
 
 
