@@ -192,9 +192,9 @@ void LiveCatalogue::Detach(const std::string& file) const {
 // What is still read from stays; the next attaching tries again.
 void LiveCatalogue::DetachUnused() const {
     std::vector<std::string> unused;
-    for (const auto& [file, attached] : attached_)
-        if (std::ranges::none_of(entries_, [&](const auto& each) { return each->link.file == file; }))
-            unused.push_back(file);
+    for (const auto& attached : attached_)
+        if (std::ranges::none_of(entries_, [&](const auto& each) { return each->link.file == attached.first; }))
+            unused.push_back(attached.first);
     for (const std::string& file : unused) {
         try {
             Detach(file);

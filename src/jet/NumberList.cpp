@@ -42,8 +42,7 @@ void FreeList(void* list) {
 NumberList::NumberList(std::string_view text) : sorted_(NumbersOf(text)) {
     if (sorted_.empty()) return;
     if (!std::ranges::is_sorted(sorted_)) std::ranges::sort(sorted_);
-    const auto repeated = std::ranges::unique(sorted_);
-    sorted_.erase(repeated.begin(), repeated.end());
+    sorted_.erase(std::unique(sorted_.begin(), sorted_.end()), sorted_.end());
     size_ = sorted_.size();
     least_ = sorted_.front();
     greatest_ = sorted_.back();
