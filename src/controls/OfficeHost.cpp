@@ -116,6 +116,8 @@ bool OfficeHost::ShowSlides(const QString& file) {
         shown_.slides = frame.ShowSlides(file);
         slidesHost = this;
         if (toolBars_) frame.SetToolBars(true);
+        // Its own dialog knows neither our name of the file nor its kind.
+        frame.OnSave([this] { QMetaObject::invokeMethod(this, &OfficeHost::SaveWanted, Qt::QueuedConnection); });
     });
 }
 

@@ -61,6 +61,8 @@ class OfficeHost final : public QWidget {
   Q_SIGNALS:
     /// The process died while something was on show.
     void Lost();
+    /// The user has given the slides program's own command Save or Save As.
+    void SaveWanted();
 
   protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -2,6 +2,7 @@
 
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/SaveCommands.h"
 
 #include <com/sun/star/awt/PosSize.hpp>
 #include <com/sun/star/awt/XSystemChildFactory.hpp>
@@ -29,6 +30,7 @@ struct HostedFrame::State {
     Reference<com::sun::star::awt::XWindow> window;
     Reference<com::sun::star::frame::XFrame2> frame;
     bool slides = false;
+    std::unique_ptr<SaveCommands> saveCommands;
 };
 
 namespace {
@@ -97,6 +99,13 @@ SlideShow HostedFrame::ShowSlides(const QString& file) {
     return slides;
 }
 
+void HostedFrame::OnSave(std::function<void()> wanted) {
+    state_->connection->Run([&] {
+        state_->saveCommands =
+            std::make_unique<SaveCommands>(Need<com::sun::star::frame::XFrame>(state_->frame), std::move(wanted));
+    });
+}
+
 void HostedFrame::Prepare() {
     SetToolBars(false);
 }
@@ -143,6 +152,7 @@ void HostedFrame::SetSize(const QSize& size) {
 }
 
 void HostedFrame::Close() noexcept {
+    if (state_->saveCommands) state_->saveCommands->Stop();
     if (!state_->frame.is()) return;
     const bool alive = state_->connection->Generation() == state_->generation && state_->connection->IsRunning();
     const auto close = [frame = std::move(state_->frame), window = std::move(state_->window), alive] {

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QSize>
 
+#include <functional>
 #include <memory>
 
 namespace tessaro::office {
@@ -25,6 +26,8 @@ class HostedFrame final {
     [[nodiscard]] Workbook ShowWorkbook(const QString& file);
     /// Shows a slide show; an empty name makes a new one.
     [[nodiscard]] SlideShow ShowSlides(const QString& file);
+    /// The program's own Save and Save As, however given, call this instead, on a thread of the bridge.
+    void OnSave(std::function<void()> wanted);
     /// Menu, standard and formatting bars on or off.
     void SetToolBars(bool shown);
     /// Pages as they will be printed, or the document again.

@@ -45,6 +45,9 @@ constexpr Entry Entries[] = {
     {"/org.openoffice.Office.Jobs/Jobs/org.openoffice.Office.Jobs:Job['UpdateCheck']/Arguments", "AutoCheckEnabled",
      "false"},
     {"/org.openoffice.Office.Impress/Misc/Start", "AutoPilot", "false"},
+    {"/org.openoffice.Setup/Office/Factories/org.openoffice.Setup:Factory['com.sun.star.presentation."
+     "PresentationDocument']",
+     "ooSetupFactoryDefaultFilter", "MS PowerPoint 97"},
 };
 
 /// Commands that a hosted document must not know: they open other documents or end the program.

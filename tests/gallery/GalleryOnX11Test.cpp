@@ -295,6 +295,23 @@ TEST_F(GalleryOnX11Test, SlidesThatCanNotBeSavedStay) {
     EXPECT_EQ(SlidesOf(Ppt()).size(), 1);
 }
 
+TEST_F(GalleryOnX11Test, TheSlidesProgramsOwnSaveKeySaves) {
+    Screen screen;
+    screen.CopyToNew();
+    SetFileAnswerer([this](const FileQuestion&) { return Ppt(); });
+    QTest::qWait(1000);
+    const QPoint place = screen.Slides().mapToGlobal(screen.Slides().rect().center());
+    QProcess::execute(QStringLiteral("xdotool"),
+                      {QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+                       QStringLiteral("click"), QStringLiteral("1")});
+    QTest::qWait(500);
+    QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("ctrl+s")});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(Ppt()); }));
+    EXPECT_EQ(SlidesOf(Ppt()).size(), 1);
+    EXPECT_TRUE(screen.form.MayLeave(true));
+    EXPECT_TRUE(messages.isEmpty()); // nothing was unsaved
+}
+
 TEST_F(GalleryOnX11Test, WhenTheProgramDiesTheNextCopyStartsOver) {
     Screen screen;
     screen.CopyToNew();

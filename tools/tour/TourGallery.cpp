@@ -76,6 +76,7 @@ Tour::Finding Tour::Slides() {
         if (!slides->IsOpen()) AnswerWithNewSlides();
         if (Click(QStringLiteral("cmdCopyToPPT")) && slides->IsOpen()) ++copied;
     }
+    QTest::qWait(2000); // until both programs have drawn themselves
     TakeScreenPicture(QStringLiteral("slides"));
     const QString file = folder_.filePath(QStringLiteral("slides.ppt"));
     SetFileAnswerer([&](const FileQuestion&) { return file; });
