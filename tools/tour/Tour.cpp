@@ -5,6 +5,7 @@
 #include "controls/OfficeHost.h"
 #include "controls/StageScreen.h"
 #include "dataview/frmData.h"
+#include "gallery/GalleryFolder.h"
 #include "platform/SingleInstance.h"
 #include "session/Addresses.h"
 #include "session/Query.h"
@@ -170,6 +171,9 @@ Tour::Finding Tour::Home(const QString& commandLine) {
     frame_.resize(1280, 800);
     if (!frame_.MDIForm_Load(commandLine)) return {false, QStringLiteral("the program did not start")};
     const qint64 started = start.elapsed();
+    // What is saved to the gallery stays with the tour.
+    folder_.mkpath(QStringLiteral("Gallery"));
+    SetGalleryFolder(folder_.absoluteFilePath(QStringLiteral("Gallery")));
     const auto* databases = frame_.findChild<QListWidget*>(QStringLiteral("lstDatabases"));
     if (!databases) return {false, QStringLiteral("no home page")};
     const bool open = WaitUntil([] { return Connection && DatabaseOpen && LanguageInDatabase; });
