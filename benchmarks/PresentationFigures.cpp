@@ -60,8 +60,8 @@ double BestPreview(OfficeHost& host, const std::function<ShowOutcome()>& build) 
 } // namespace
 
 void MeasurePresentations(Report& report) {
-    const char* const table = "table wizard, 10,000 values, click to preview, warm";
-    const char* const graph = "graph wizard, 500 values, click to preview, warm";
+    const std::string table = "table wizard, 10,000 values, click to preview, warm";
+    const std::string graph = "graph wizard, 500 values, click to preview, warm";
     if (!report.Wants(table) && !report.Wants(graph)) return;
     const QTemporaryDir folder;
     office::SpreadsheetApplication::SetProfileFolder(folder.filePath(QStringLiteral("Office")));

@@ -172,6 +172,14 @@ std::vector<Emitter::OrderKey> Emitter::orderKeys(const std::vector<OrderItem>& 
     return keys;
 }
 
+// A number to sort by is read from its text once a row, not at every comparison.
+void Emitter::KeyValues(std::vector<OrderKey>& keys) {
+    for (OrderKey& key : keys) {
+        if (!key.value.column || key.value.kind != CompareKind::ValueText) continue;
+        key.value = {"jet_sortkey(" + key.value.sql + ")", CompareKind::Text, ColumnType::Text};
+    }
+}
+
 // TOP takes the rows that tie with the last one, too.
 std::string Emitter::topText(const Select& select, const std::string& fields, const std::string& tail,
                              const std::vector<Item>& items, const std::vector<OrderKey>& keys) {
@@ -212,7 +220,9 @@ Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<
     for (std::size_t i = 0; unionKinds && i < made.size(); ++i)
         made[i].value.kind = unionKinds->at(i);
     const bool collated = distinct || unionKinds;
-    const std::vector<OrderKey> keys = orderKeys(orderBy, made, scope);
+    std::vector<OrderKey> keys = orderKeys(orderBy, made, scope);
+    // Equal rows and groups come out of their own sorting in the order of the collation.
+    if (!distinct && !HasGroups(select)) KeyValues(keys);
     if (select.top && (select.top->percent || (!keys.empty() && !SortsByCounter(select, scope, keys)))) {
         text.sql = topText(select, itemList(made, collated), tail, made, keys);
         return text;

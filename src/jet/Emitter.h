@@ -92,6 +92,7 @@ class Emitter {
     static bool SortsByCounter(const tree::Select& select, const Scope& scope, const std::vector<OrderKey>& keys);
     std::vector<OrderKey> orderKeys(const std::vector<tree::OrderItem>& orderBy, const std::vector<Item>& items,
                                     const Scope& scope);
+    static void KeyValues(std::vector<OrderKey>& keys);
     static std::string topText(const tree::Select& select, const std::string& fields, const std::string& tail,
                                const std::vector<Item>& items, const std::vector<OrderKey>& keys);
 

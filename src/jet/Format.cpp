@@ -151,18 +151,29 @@ std::vector<std::string_view> Sections(std::string_view mask) {
     return sections;
 }
 
-std::string FormatNumber(double number, std::string_view mask) {
-    const std::vector<std::string_view> sections = Sections(mask);
-    if (number < 0 && sections.size() > 1 && !sections[1].empty()) return Fill(Parse(sections[1]), number, false);
-    if (number == 0 && sections.size() > 2 && !sections[2].empty()) return Fill(Parse(sections[2]), number, false);
-    return Fill(Parse(sections[0]), number, true);
+struct Part {
+    bool empty = true;
+    Section section;
+};
+
+std::vector<Part> Parts(std::string_view mask) {
+    std::vector<Part> parts;
+    for (const std::string_view each : Sections(mask))
+        parts.push_back({each.empty(), Parse(each)});
+    return parts;
+}
+
+std::string FormatNumber(double number, const std::vector<Part>& parts) {
+    if (number < 0 && parts.size() > 1 && !parts[1].empty) return Fill(parts[1].section, number, false);
+    if (number == 0 && parts.size() > 2 && !parts[2].empty) return Fill(parts[2].section, number, false);
+    return Fill(parts[0].section, number, true);
 }
 
 std::optional<std::string> FormatNamed(double number, std::string_view name) {
     static constexpr std::array<std::pair<std::string_view, std::string_view>, 4> masks = {
         {{"Standard", "#,##0.00"}, {"Fixed", "0.00"}, {"Percent", "0.00%"}, {"Currency", "#,##0.00"}}};
     for (const auto& [each, mask] : masks)
-        if (SameName(each, name)) return FormatNumber(number, mask);
+        if (SameName(each, name)) return FormatNumber(number, Parts(mask));
     if (name.empty() || SameName(name, "General Number")) return ShortestText(number);
     if (SameName(name, "Yes/No")) return number != 0 ? "Yes" : "No";
     if (SameName(name, "True/False")) return number != 0 ? "True" : "False";
@@ -175,19 +186,39 @@ std::optional<std::string> FormatNamed(double number, std::string_view name) {
     return std::nullopt;
 }
 
+// A mask taken apart. A statement formats each of its rows by the same one, so the last is kept.
+struct Mask {
+    explicit Mask(std::string_view mask)
+        : text(mask), date(IsDateMask(mask)), named(mask.find_first_of("0#") == std::string_view::npos),
+          parts(Parts(mask)) {}
+
+    std::string text;
+    bool date;
+    bool named; ///< may be a name; none has a place for a digit
+    std::vector<Part> parts;
+};
+
+const Mask& Prepared(std::string_view mask) {
+    static thread_local std::optional<Mask> last;
+    if (!last || last->text != mask) last.emplace(mask);
+    return *last;
+}
+
 } // namespace
 
 std::string Format(const Value& value, std::string_view mask) {
     if (value.isNull()) return {};
-    if (IsDateMask(mask)) {
+    const Mask& prepared = Prepared(mask);
+    if (prepared.date) {
         const auto date = ReadDate(value);
         return date ? FormatDate(*date, mask) : value.toText();
     }
     std::optional<double> number = value.toDouble();
     if (value.type() == Value::Type::Text) number = ReadNumber(value.toText());
     if (!number || !std::isfinite(*number)) return value.toText();
-    if (auto named = FormatNamed(*number, mask)) return *named;
-    return FormatNumber(*number, mask);
+    if (prepared.named)
+        if (auto named = FormatNamed(*number, mask)) return *named;
+    return FormatNumber(*number, prepared.parts);
 }
 
 } // namespace jet

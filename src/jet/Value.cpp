@@ -2,6 +2,7 @@
 
 #include "jet/Catalogue.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -13,9 +14,37 @@ namespace {
 constexpr std::string_view Blanks = " \t\r\n";
 
 std::string_view Trimmed(std::string_view text) {
+    if (!text.empty() && text.front() > ' ' && text.back() > ' ') return text;
     const std::size_t first = text.find_first_not_of(Blanks);
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+}
+
+// Most values have a few digits, a point and nothing else. Both parts of the division are exact then, so that its
+// result is the double nearest to the text, as the full reading has it. Nothing for any other text.
+std::optional<double> ReadShortNumber(std::string_view text) {
+    constexpr std::size_t MostDigits = 15;
+    constexpr std::array<double, MostDigits + 1> Powers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const bool negative = text.starts_with('-');
+    if (negative) text.remove_prefix(1);
+    const bool pointed = text.find('.') != std::string_view::npos;
+    const std::size_t digits = text.size() - (pointed ? 1 : 0);
+    if (digits == 0 || digits > MostDigits) return std::nullopt;
+    std::int64_t whole = 0;
+    std::size_t decimals = 0;
+    bool afterPoint = false;
+    for (const char c : text) {
+        if (c == '.' && !afterPoint) {
+            afterPoint = true;
+            continue;
+        }
+        if (c < '0' || c > '9') return std::nullopt;
+        whole = whole * 10 + (c - '0');
+        decimals += afterPoint ? 1 : 0;
+    }
+    const double number = static_cast<double>(whole) / Powers[decimals];
+    return negative ? -number : number;
 }
 
 } // namespace
@@ -27,6 +56,7 @@ std::optional<double> ReadNumber(std::string_view text) {
     // from_chars also reads "inf" and "nan", which are words here
     const char lead = text.front() == '-' && text.size() > 1 ? text[1] : text.front();
     if (lead != '.' && (lead < '0' || lead > '9')) return std::nullopt;
+    if (const auto number = ReadShortNumber(text)) return number;
     double number = 0;
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (end != text.data() + text.size()) return std::nullopt;

@@ -1,8 +1,11 @@
 #include "jet/Collation.h"
 
+#include "TestDatabase.h"
 #include "jet/Catalogue.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <vector>
 
 namespace jet {
@@ -45,6 +48,76 @@ TEST(CompareValueText, PutsNumbersByTheirSizeBeforeTexts) {
     ExpectRising({"-5", "-.5", "0", "2", "10", "1e3", "", "..", "abc", "x1"}, CompareValueText);
     EXPECT_EQ(CompareValueText("64", " 64.0"), 0);
     EXPECT_EQ(CompareValueText("N/A", "n/a"), 0);
+}
+
+// Sorting reads each value once, comparing reads it again and again; both must see one order, ties included.
+TEST(SortByValue, HasTheOrderOfTheComparison) {
+    const Texts values = {"10",
+                          "9",
+                          "-5",
+                          " 64 ",
+                          "64.0",
+                          "64",
+                          "+64",
+                          "6.4e1",
+                          "N/A",
+                          "n/a",
+                          "",
+                          "..",
+                          "1e999",
+                          "-0",
+                          "0",
+                          "0.000",
+                          "abc",
+                          "1,5",
+                          "12abc",
+                          "é",
+                          "E",
+                          "-.5",
+                          "1e-9",
+                          "inf",
+                          "nan",
+                          "9007199254740993",
+                          "9007199254740992",
+                          "1e15",
+                          "\xFF",
+                          " ",
+                          "-"};
+    const TestFolder folder;
+    const auto connection = folder.Make("sorted.mdb");
+    connection->Execute("CREATE TABLE Data (Id LONG, DataValue TEXT(50))");
+    for (std::size_t i = 0; i < values.size(); ++i)
+        connection->Execute("INSERT INTO Data (Id, DataValue) VALUES (" + std::to_string(i) + ", '" + values[i] + "')");
+    connection->Execute("INSERT INTO Data (Id, DataValue) VALUES (100, Null)");
+    const auto idsBy = [&](const std::string& order) {
+        std::vector<std::size_t> ids;
+        for (Recordset rows = connection->OpenRecordset("SELECT D.Id FROM Data AS D ORDER BY " + order); !rows.atEnd();
+             rows.MoveNext())
+            ids.push_back(static_cast<std::size_t>(rows.Get(std::size_t{0}).toInteger()));
+        return ids;
+    };
+    std::vector<std::size_t> expected(values.size());
+    std::iota(expected.begin(), expected.end(), std::size_t{0});
+    const auto compare = [&](std::size_t a, std::size_t b) { return CompareValueText(values[a], values[b]); };
+    std::stable_sort(expected.begin(), expected.end(), [&](auto a, auto b) { return compare(a, b) < 0; });
+    expected.insert(expected.begin(), 100);
+    EXPECT_EQ(idsBy("D.DataValue, D.Id"), expected);
+    expected.resize(values.size());
+    std::iota(expected.begin(), expected.end(), std::size_t{0});
+    std::stable_sort(expected.begin(), expected.end(), [&](auto a, auto b) { return compare(a, b) > 0; });
+    expected.push_back(100);
+    EXPECT_EQ(idsBy("D.DataValue DESC, D.Id"), expected);
+}
+
+TEST(SortByValue, TopTakesEqualNumbersWrittenDifferently) {
+    const TestFolder folder;
+    const auto connection = folder.Make("top.mdb");
+    connection->Execute("CREATE TABLE Data (Id LONG, DataValue TEXT(50))");
+    int id = 0;
+    for (const char* value : {"10", "2", "x", "2.0", "30"})
+        connection->Execute("INSERT INTO Data (Id, DataValue) VALUES (" + std::to_string(++id) + ", '" + value + "')");
+    EXPECT_EQ(RowsOf(*connection, "SELECT Count(*) FROM (SELECT TOP 1 Id FROM Data ORDER BY DataValue) AS T"), "2;");
+    EXPECT_EQ(RowsOf(*connection, "SELECT DISTINCT DataValue FROM Data ORDER BY DataValue DESC"), "x;30;10;2;");
 }
 
 TEST(Case, ChangesOverAllScripts) {

@@ -1,6 +1,7 @@
 #include "jet/Value.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -19,6 +20,16 @@ TEST(ReadNumber, ReadsDecimalText) {
         {"1e3", 1000}, {"1E-2", 0.01}, {"\t3\r\n", 3}, {"-.5", -0.5},    {"1e-999", 0}, {"007", 7}};
     for (const auto& [text, number] : cases)
         EXPECT_EQ(ReadNumber(text), number) << text;
+}
+
+TEST(ReadNumber, GivesTheNearestDoubleForEveryLength) {
+    for (const char* text :
+         {"0.1", "0.3", "-1234.567", "999999999999999", "0.99999999999999", "99999999999999.9", "000000000000001",
+          "123456789012345.6", "9007199254740993", "0.000000000000001", "0.12345678901234567", "-0.07", "5.", "-.35"})
+        EXPECT_EQ(ReadNumber(text), std::strtod(text, nullptr)) << text;
+    EXPECT_TRUE(std::signbit(ReadNumber("-0").value()));
+    for (const char* text : {"-.", "..5", "1..", "1-", "--1", "1.2.", "12,5", "1:", "/1"})
+        EXPECT_FALSE(ReadNumber(text)) << text;
 }
 
 TEST(ShortestText, ReadsBackAndHasNoNeedlessDigits) {
