@@ -77,6 +77,16 @@ void FormatCall(Call& call) {
     call.give(std::string_view(Format(call.value(0), call.count() > 1 ? call.text(1, room) : std::string_view())));
 }
 
+// CDbl(Format(value, mask)) in one call
+void FormatNumberCall(Call& call) {
+    if (call.anyNull()) throw Error(ErrorNumber::TypeMismatch, "Invalid use of Null.");
+    std::string room;
+    const Value value = call.value(0);
+    const std::string_view mask = call.text(1, room);
+    if (const auto number = FormattedNumber(value, mask)) return call.give(*number);
+    throw Error(ErrorNumber::TypeMismatch, "Type mismatch: '" + Format(value, mask).substr(0, 100) + "' is no number.");
+}
+
 } // namespace
 
 void RegisterConversions(sqlite3* database) {
@@ -92,6 +102,7 @@ void RegisterConversions(sqlite3* database) {
         Registration{"jet_str", Entry<Str, Nulls::Spread>},
         Registration{"jet_val", Entry<Val, Nulls::Spread>},
         Registration{"jet_isnumeric", Entry<IsNumeric, Nulls::Pass>},
+        Registration{"jet_formatnumber", Entry<FormatNumberCall, Nulls::Pass>},
         Registration{"jet_format", Entry<FormatCall, Nulls::Spread>},
     };
     Register(database, functions);

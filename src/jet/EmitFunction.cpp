@@ -136,6 +136,13 @@ std::optional<Typed> Emitter::emitInline(const Call& node, const std::vector<Typ
         merged.sql = cases + " END)";
         return merged;
     }
+    if (node.name == "cdbl") {
+        constexpr std::string_view Inner = "jet_format(";
+        const auto* inner = std::get_if<Call>(&node.arguments.front()->node);
+        if (inner && inner->name == "format" && inner->arguments.size() == 2 && arguments[0].sql.starts_with(Inner))
+            return Typed{"jet_formatnumber(" + arguments[0].sql.substr(Inner.size()), CompareKind::Number,
+                         ColumnType::Double};
+    }
     const bool plainText = !arguments.empty() && IsText(arguments[0]);
     if (node.name == "len" && plainText)
         return Typed{"length(" + arguments[0].sql + ")", CompareKind::Number, ColumnType::Long};

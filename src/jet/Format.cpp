@@ -204,7 +204,28 @@ const Mask& Prepared(std::string_view mask) {
     return *last;
 }
 
+// True when the mask writes nothing but digits and has places for all that the number has. A number that comes back
+// from at most 15 digits has those as its shortest text.
+bool KeepsNumber(double number, const Mask& mask) {
+    if (mask.date || mask.named || mask.parts.size() != 1) return false;
+    const Section& section = mask.parts.front().section;
+    const auto literal = [](const Piece& piece) { return piece.kind == 'L'; };
+    if (section.grouped || section.percent || section.leastWhole < 1 || section.decimals > 15) return false;
+    if (std::ranges::any_of(section.pieces, literal)) return false;
+    double power = 1;
+    for (int i = 0; i < section.decimals; ++i)
+        power *= 10;
+    const double digits = std::nearbyint(number * power);
+    return number != 0 && std::fabs(digits) < 1e15 && digits / power == number;
+}
+
 } // namespace
+
+std::optional<double> FormattedNumber(const Value& value, std::string_view mask) {
+    const auto number = value.type() == Value::Type::Text ? ReadNumber(value.toText()) : value.toDouble();
+    if (number && !value.isNull() && KeepsNumber(*number, Prepared(mask))) return number;
+    return ReadNumber(Format(value, mask));
+}
 
 std::string Format(const Value& value, std::string_view mask) {
     if (value.isNull()) return {};

@@ -2,6 +2,7 @@
 
 #include "jet/Value.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,8 @@ namespace jet {
 /// dd hh nn ss …). Rounds half away from zero, always with "." and ",". A value that doesn't suit the mask comes back
 /// as its text.
 [[nodiscard]] std::string Format(const Value& value, std::string_view mask);
+
+/// The number that Format's text reads as; nothing when it reads as none. Faster than by way of the text.
+[[nodiscard]] std::optional<double> FormattedNumber(const Value& value, std::string_view mask);
 
 } // namespace jet

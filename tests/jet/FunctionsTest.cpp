@@ -1,5 +1,6 @@
 #include "jet/Functions.h"
 
+#include "jet/Format.h"
 #include "jet/Sqlite.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +8,16 @@
 
 namespace jet {
 namespace {
+
+TEST(FormattedNumber, IsTheNumberThatTheFormattedTextReadsAs) {
+    for (const char* mask : {"#", "#0", "#0.", "#0.0", "#0.00", "#.0", "0.000000000000000", "#,##0.00", "0%",
+                             "0;-0.0;0", "Standard", "Fixed", "yyyy", "", "\"x\"0", "(0)"})
+        for (const Value& value :
+             {Value("12.5"), Value("12.345"), Value("-0.001"), Value("0"), Value("-0"), Value("0.4"), Value("2.675"),
+              Value(" 64.0 "), Value("1e20"), Value("999999999999999.5"), Value("N/A"), Value(""), Value(), Value(-7),
+              Value(0.1 + 0.2), Value(123456789.12), Value(1e-20)})
+            EXPECT_EQ(FormattedNumber(value, mask), ReadNumber(Format(value, mask))) << value.toText() << " / " << mask;
+}
 
 class FunctionsTest : public ::testing::Test {
   protected:
