@@ -28,9 +28,7 @@ std::optional<double> ReadShortNumber(std::string_view text) {
                                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     const bool negative = text.starts_with('-');
     if (negative) text.remove_prefix(1);
-    const bool pointed = text.find('.') != std::string_view::npos;
-    const std::size_t digits = text.size() - (pointed ? 1 : 0);
-    if (digits == 0 || digits > MostDigits) return std::nullopt;
+    if (text.size() > MostDigits + 1) return std::nullopt;
     std::int64_t whole = 0;
     std::size_t decimals = 0;
     bool afterPoint = false;
@@ -43,6 +41,8 @@ std::optional<double> ReadShortNumber(std::string_view text) {
         whole = whole * 10 + (c - '0');
         decimals += afterPoint ? 1 : 0;
     }
+    const std::size_t digits = text.size() - (afterPoint ? 1 : 0);
+    if (digits == 0 || digits > MostDigits) return std::nullopt;
     const double number = static_cast<double>(whole) / Powers[decimals];
     return negative ? -number : number;
 }
