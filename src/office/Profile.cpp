@@ -71,6 +71,10 @@ QString Registry() {
                                "oor:op=\"fuse\"><value>%2</value></prop></node></item>\n")
                     .arg(++number)
                     .arg(QLatin1String(command));
+    // The slides' own side pane would leave no room for the slide.
+    text += QStringLiteral("<item oor:path=\"/org.openoffice.Office.Views/Windows\"><node oor:name=\"simpress/10336\" "
+                           "oor:op=\"replace\"><node oor:name=\"UserData\"><prop oor:name=\"Data\" oor:op=\"fuse\" "
+                           "oor:type=\"xs:string\"><value>V2,H,0</value></prop></node></node></item>\n");
     return text + QStringLiteral("</oor:items>\n");
 }
 
