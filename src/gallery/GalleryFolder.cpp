@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
+#include "session/FileNames.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 
@@ -17,10 +18,6 @@ namespace {
 constexpr qsizetype kLongestName = 200; ///< bytes of a name; kind word and extension come on top
 
 const QString kExtension = QStringLiteral(".xls");
-
-bool IsForbidden(QChar c) {
-    return c.unicode() < 32 || c.unicode() == 127 || QStringLiteral("\\/:*?\"<>|").contains(c);
-}
 
 QString WithoutExtension(const QString& file) {
     return file.endsWith(kExtension, Qt::CaseInsensitive) ? file.chopped(kExtension.size()) : file;
@@ -116,7 +113,7 @@ QChar PresentationKind(const QString& name) {
 bool IsPresentationName(const QString& name) {
     const QString trimmed = name.trimmed();
     return !trimmed.isEmpty() && trimmed.toUtf8().size() <= kLongestName &&
-           std::none_of(trimmed.begin(), trimmed.end(), IsForbidden);
+           std::none_of(trimmed.begin(), trimmed.end(), IsForbiddenInFileName);
 }
 
 QString KindWord(QChar type) {

@@ -1,5 +1,6 @@
 #include "presentation/PresentationFile.h"
 
+#include "session/FileNames.h"
 #include "session/Strings.h"
 
 #include <QLocale>
@@ -9,10 +10,6 @@ namespace tessaro {
 namespace {
 
 constexpr qsizetype kLongestStem = 150; ///< bytes; the name grows by "_0", the kind of presentation and ".xls"
-
-bool IsForbidden(QChar c) {
-    return c.unicode() < 32 || c.unicode() == 127 || QStringLiteral("\\/:*?\"<>|").contains(c);
-}
 
 } // namespace
 
@@ -53,7 +50,7 @@ QString CleanedTitle(const QString& title, const QString& fallback) {
     QString name = title;
     name.remove(QStringLiteral(".xls"), Qt::CaseInsensitive);
     for (QChar& c : name)
-        if (IsForbidden(c)) c = QLatin1Char('_');
+        if (IsForbiddenInFileName(c)) c = QLatin1Char('_');
     while (name.toUtf8().size() > kLongestStem)
         name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
     name = name.trimmed();

@@ -9,4 +9,8 @@ QString CleanFileName(const QString& name) {
     return clean;
 }
 
+bool IsForbiddenInFileName(QChar c) {
+    return c.unicode() < 32 || c.unicode() == 127 || QStringLiteral("\\/:*?\"<>|").contains(c);
+}
+
 } // namespace tessaro
