@@ -56,6 +56,12 @@ QString PipeName(unsigned generation) {
     return QStringLiteral("tessaro_%1_%2_%3").arg(::getpid()).arg(++connections).arg(generation);
 }
 
+/// A message written to a process that has just died is to be an error of that call, not the end of our own program.
+void KeepBrokenPipesFromEndingUs() {
+    struct sigaction action {};
+    if (::sigaction(SIGPIPE, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) std::signal(SIGPIPE, SIG_IGN);
+}
+
 } // namespace
 
 rtl::OUString FileUrl(const QString& path) {
@@ -119,6 +125,7 @@ std::chrono::milliseconds Connection::TimeLimit() const {
 
 void Connection::StartProcess() {
     EndProcess();
+    KeepBrokenPipesFromEndingUs();
     const QString program = ProgramFolder();
     if (program.isEmpty()) throw Error(Failure::Missing, QStringLiteral("the spreadsheet program is not installed"));
     if (state_->folder.isEmpty() || !SeedProfile(state_->folder))
