@@ -37,68 +37,94 @@ unsigned char KeyCodeOf(xcb_connection_t* display, xcb_keysym_t key) {
     return 0;
 }
 
+void SetFocus(xcb_connection_t* display, xcb_window_t window) {
+    xcb_set_input_focus(display, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+}
+
 } // namespace
 
-HostKeyboard::HostKeyboard(WId place, std::function<void(bool)> left) : place_(place), left_(std::move(left)) {
+HostKeyboard::HostKeyboard(WId place, WId form, std::function<void(bool)> left)
+    : place_(place), form_(form), left_(std::move(left)) {
     if (xcb_connection_t* display = Display()) keyCode_ = KeyCodeOf(display, kF6);
-    HoldKey(true);
+    Hold();
     qApp->installNativeEventFilter(this);
 }
 
 HostKeyboard::~HostKeyboard() {
     if (!qApp) return;
     qApp->removeNativeEventFilter(this);
-    HoldKey(false);
+    Release();
 }
 
-// The foreign window lies inside ours, so a key held for ours comes to us while that one has the keyboard.
-void HostKeyboard::HoldKey(bool hold) {
+// A key held for a window comes to us while the pointer is in it and the form has the focus, and while something within
+// it has the focus. The button is held too, and passed on once the keyboard has been given away.
+void HostKeyboard::Hold() {
     xcb_connection_t* display = Display();
-    if (!display || keyCode_ == 0) return;
-    for (const unsigned shift : {0U, static_cast<unsigned>(XCB_MOD_MASK_SHIFT)})
-        for (const unsigned lock : kLocks) {
-            const auto modifiers = static_cast<uint16_t>(shift | lock);
-            if (hold)
-                xcb_grab_key(display, 0, static_cast<xcb_window_t>(place_), modifiers, keyCode_, XCB_GRAB_MODE_ASYNC,
-                             XCB_GRAB_MODE_ASYNC);
-            else
-                xcb_ungrab_key(display, keyCode_, static_cast<xcb_window_t>(place_), modifiers);
-        }
+    if (!display) return;
+    const auto place = static_cast<xcb_window_t>(place_);
+    xcb_grab_key(display, 0, place, XCB_MOD_MASK_ANY, XCB_GRAB_ANY, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_grab_button(display, 0, place, XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE,
+                    XCB_NONE, XCB_BUTTON_INDEX_ANY, XCB_MOD_MASK_ANY);
     xcb_flush(display);
 }
 
-bool HostKeyboard::IsInside() const {
+void HostKeyboard::Release() {
     xcb_connection_t* display = Display();
-    if (!display) return false;
-    const auto focus = Own(xcb_get_input_focus_reply(display, xcb_get_input_focus(display), nullptr));
-    xcb_window_t window = focus ? focus->focus : XCB_NONE;
-    while (window > XCB_INPUT_FOCUS_POINTER_ROOT && window != place_) {
-        const auto tree = Own(xcb_query_tree_reply(display, xcb_query_tree(display, window), nullptr));
-        window = tree ? tree->parent : XCB_NONE;
-    }
-    return window == place_;
+    if (!display) return;
+    const auto place = static_cast<xcb_window_t>(place_);
+    xcb_ungrab_key(display, XCB_GRAB_ANY, place, XCB_MOD_MASK_ANY);
+    xcb_ungrab_button(display, XCB_BUTTON_INDEX_ANY, place, XCB_MOD_MASK_ANY);
+    xcb_flush(display);
 }
 
-void HostKeyboard::Enter() const {
+void HostKeyboard::HoldLeavingKey() {
+    xcb_connection_t* display = Display();
+    if (!display || keyCode_ == 0) return;
+    for (const unsigned shift : {0U, static_cast<unsigned>(XCB_MOD_MASK_SHIFT)})
+        for (const unsigned lock : kLocks)
+            xcb_grab_key(display, 0, static_cast<xcb_window_t>(place_), static_cast<uint16_t>(shift | lock), keyCode_,
+                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_flush(display);
+}
+
+void HostKeyboard::Enter() {
     xcb_connection_t* display = Display();
     if (!display) return;
     const auto tree =
         Own(xcb_query_tree_reply(display, xcb_query_tree(display, static_cast<xcb_window_t>(place_)), nullptr));
-    if (tree && xcb_query_tree_children_length(tree.get()) > 0) GiveTo(*xcb_query_tree_children(tree.get()));
+    if (!tree || xcb_query_tree_children_length(tree.get()) == 0) return;
+    inside_ = true;
+    Release();
+    HoldLeavingKey();
+    SetFocus(display, *xcb_query_tree_children(tree.get()));
+    xcb_flush(display);
 }
 
-void HostKeyboard::GiveTo(WId window) {
+void HostKeyboard::TakeBack() {
     xcb_connection_t* display = Display();
     if (!display) return;
-    xcb_set_input_focus(display, XCB_INPUT_FOCUS_PARENT, static_cast<xcb_window_t>(window), XCB_CURRENT_TIME);
+    if (inside_) Hold();
+    inside_ = false;
+    SetFocus(display, static_cast<xcb_window_t>(form_));
     xcb_flush(display);
 }
 
 bool HostKeyboard::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
-    if (keyCode_ == 0 || eventType != "xcb_generic_event_t") return false;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    const int type = event->response_type & 0x7F;
-    if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE) return false;
+    if (eventType != "xcb_generic_event_t") return false;
+    const int type = static_cast<const xcb_generic_event_t*>(message)->response_type & 0x7F;
+    if (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) {
+        // A key that is held moves nothing: the form keeps its focus.
+        const auto mode = static_cast<const xcb_focus_in_event_t*>(message)->mode;
+        return mode == XCB_NOTIFY_MODE_GRAB || mode == XCB_NOTIFY_MODE_UNGRAB;
+    }
+    if (type == XCB_BUTTON_PRESS) {
+        if (static_cast<const xcb_button_press_event_t*>(message)->event != place_) return false;
+        Enter();
+        xcb_allow_events(Display(), XCB_ALLOW_REPLAY_POINTER, XCB_CURRENT_TIME);
+        xcb_flush(Display());
+        return true;
+    }
+    if (!inside_ || (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)) return false;
     const auto* key = static_cast<const xcb_key_press_event_t*>(message);
     if (key->detail != keyCode_ || key->event != place_) return false;
     if (type == XCB_KEY_PRESS) left_((key->state & XCB_MOD_MASK_SHIFT) == 0);

@@ -7,34 +7,38 @@
 
 namespace tessaro {
 
-/// Who has the keyboard on an X11 display. Another program's window inside one of ours takes it on a click and would
-/// keep it, since no window manager knows of the parts of one window. On other displays nothing happens.
-///
-/// Holds one key besides: F6, with or without Shift, pressed in the foreign window, leaves it.
+/// Who has the keyboard on an X11 display: our form, or another program's window inside it. No window manager knows of
+/// the parts of one window, and the display gives the keys of the form to whatever lies under the pointer, the foreign
+/// window too. So our form holds all keys there until the user clicks into it or enters it by key; from then on it has
+/// them all but F6, with or without Shift, which leaves it. On other displays nothing happens.
 class HostKeyboard final : public QAbstractNativeEventFilter {
   public:
-    /// `place` is the native window that holds the foreign one. `left` is called when the user leaves it by key; the
-    /// argument tells whether forwards.
-    HostKeyboard(WId place, std::function<void(bool)> left);
+    /// `place` is the native window that holds the foreign one, `form` the one of the whole form. `left` is called when
+    /// the user leaves it by key; the argument tells whether forwards.
+    HostKeyboard(WId place, WId form, std::function<void(bool)> left);
     ~HostKeyboard() override;
     HostKeyboard(const HostKeyboard&) = delete;
     HostKeyboard& operator=(const HostKeyboard&) = delete;
 
     /// The foreign window has it.
-    [[nodiscard]] bool IsInside() const;
+    [[nodiscard]] bool IsInside() const { return inside_; }
     /// Gives it to the foreign window.
-    void Enter() const;
-    /// Gives it to one of our windows.
-    static void GiveTo(WId window);
+    void Enter();
+    /// Gives it to the form, also where the foreign window took it by itself.
+    void TakeBack();
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
   private:
-    void HoldKey(bool hold);
+    void Hold();
+    void Release();
+    void HoldLeavingKey();
 
     WId place_;
+    WId form_;
     std::function<void(bool)> left_;
-    unsigned char keyCode_ = 0;
+    unsigned char keyCode_ = 0; ///< of F6
+    bool inside_ = false;
 };
 
 } // namespace tessaro

@@ -72,7 +72,8 @@ void OfficeHost::MakePlace() {
     place_->setAttribute(Qt::WA_DontCreateNativeAncestors);
     place_->setAttribute(Qt::WA_NativeWindow);
     place_->setGeometry(rect());
-    keyboard_ = std::make_unique<HostKeyboard>(place_->winId(), [this](bool forwards) { Leave(forwards); });
+    keyboard_ =
+        std::make_unique<HostKeyboard>(place_->winId(), window()->winId(), [this](bool forwards) { Leave(forwards); });
 }
 
 template <class Opening> bool OfficeHost::Show(Opening&& opening) {
@@ -177,12 +178,12 @@ void OfficeHost::CloseHostedExcel(bool save) {
     const QScopedValueRollback busy(busy_, true);
     qApp->removeEventFilter(this);
     setFocusPolicy(Qt::NoFocus);
-    const bool hadKeyboard = keyboard_ && keyboard_->IsInside();
     if (save) KeepEdits();
     shown_ = {};
+    const bool wasInside = keyboard_ && keyboard_->IsInside();
+    if (wasInside) TakeKeyboard();
     keyboard_.reset();
     delete std::exchange(place_, nullptr);
-    if (hadKeyboard && window()->isVisible()) HostKeyboard::GiveTo(window()->winId());
     if (workbookHost == this) workbookHost = nullptr;
     if (slidesHost == this) slidesHost = nullptr;
 }
@@ -201,6 +202,10 @@ bool OfficeHost::Save() {
         ReportError(error, QStringLiteral("ActiveWorkbook.Save"));
         return false;
     }
+}
+
+void OfficeHost::TakeKeyboard() {
+    if (keyboard_ && window()->isVisible()) keyboard_->TakeBack();
 }
 
 void OfficeHost::OfficeLost() {
@@ -236,17 +241,22 @@ void OfficeHost::focusInEvent(QFocusEvent* event) {
 }
 
 void OfficeHost::Leave(bool forwards) {
-    HostKeyboard::GiveTo(window()->winId());
+    keyboard_->TakeBack();
     setFocus(Qt::OtherFocusReason);
     focusNextPrevChild(forwards);
 }
 
 bool OfficeHost::eventFilter(QObject* watched, QEvent* event) {
-    const bool takesKeyboard = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusIn;
-    if (takesKeyboard && shown_.frame) {
+    const bool pressed = event->type() == QEvent::MouseButtonPress;
+    if ((pressed || event->type() == QEvent::FocusIn) && keyboard_ && keyboard_->IsInside()) {
         auto* widget = qobject_cast<QWidget*>(watched);
-        if (widget && widget->window() == window() && widget != place_ && widget != this)
-            HostKeyboard::GiveTo(window()->winId());
+        const bool ours = widget && widget->window() == window() && widget != place_ && widget != this;
+        // The form that comes to the front again gives its own field the focus; the user was in the foreign window.
+        const bool back = !pressed && static_cast<QFocusEvent*>(event)->reason() == Qt::ActiveWindowFocusReason;
+        if (ours && back)
+            keyboard_->Enter();
+        else if (ours)
+            keyboard_->TakeBack();
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -55,6 +55,8 @@ class OfficeHost final : public QWidget {
     [[nodiscard]] const QString& ErrorText() const { return errorText_; }
     /// Saves the shown workbook; false after ErrorText and the log have the reason.
     bool Save();
+    /// Gives the keyboard to the form; what opens or changes a document from outside may have taken it.
+    void TakeKeyboard();
     /// What the empty place says.
     void SetHint(const QString& text);
 

@@ -2,7 +2,6 @@
 
 #include "controls/Captions.h"
 #include "controls/FileDialogs.h"
-#include "controls/HostKeyboard.h"
 #include "controls/OfficeHost.h"
 #include "controls/Theme.h"
 #include "gallery/GalleryModel.h"
@@ -287,7 +286,7 @@ void frmGALMain::ShowCurrentPresentation(const QString& name, bool asNew) {
             ErrorTrap::Report(error);
         }
     }
-    if (keepsKeyboard) HostKeyboard::GiveTo(window()->winId());
+    if (keepsKeyboard) ui_->PicExcel->TakeKeyboard();
     OfferCommands();
 }
 

@@ -1,6 +1,5 @@
 #include "controls/Captions.h"
 #include "controls/FileDialogs.h"
-#include "controls/HostKeyboard.h"
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
 #include "gallery/PresentationPicture.h"
@@ -131,7 +130,7 @@ void frmGALMain::InsertSlide_PasteClipboard(const PresentationPicture& picture) 
         --number;
     }
     slides.GoToSlide(number);
-    HostKeyboard::GiveTo(window()->winId());
+    ui_->PicPPT->TakeKeyboard();
 }
 
 bool frmGALMain::SavePPT() {

@@ -12,6 +12,7 @@
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QProcess>
+#include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
@@ -229,6 +230,41 @@ TEST_F(OfficeHostTest, IsEnteredAndLeftByKey) {
     EXPECT_EQ(field_.text(), QStringLiteral("before"));
     host_.CloseHostedExcel();
     EXPECT_THAT(NumbersOfFile(), testing::IsSupersetOf({55.0, 66.0}));
+}
+
+// The display gives keys to what lies under the pointer, the foreign window too, while the form has the focus.
+TEST_F(OfficeHostTest, KeysGoToTheFormWhileThePointerRestsOnTheSheet) {
+    QPushButton button(QStringLiteral("&Back"));
+    int clicks = 0;
+    QObject::connect(&button, &QPushButton::clicked, [&clicks] { ++clicks; });
+    form_.layout()->addWidget(&button);
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    ClickAt(field_.mapToGlobal(field_.rect().center()));
+    const QPoint sheet = host_.mapToGlobal(host_.rect().center());
+    QProcess::execute(QStringLiteral("xdotool"),
+                      {QStringLiteral("mousemove"), QString::number(sheet.x()), QString::number(sheet.y())});
+    QTest::qWait(300);
+    Type(QStringLiteral("never clicked"));
+    EXPECT_EQ(field_.text(), QStringLiteral("never clicked"));
+    ClickAt(sheet);
+    Type(QStringLiteral("44"));
+    Key("Return");
+    Key("shift+F6");
+    Key("End"); // what a key comes into is selected
+    Type(QStringLiteral(", left"));
+    EXPECT_EQ(field_.text(), QStringLiteral("never clicked, left"));
+    Key("alt+b");
+    Key("Tab");
+    button.setFocus();
+    Key("space");
+    Key("space");
+    EXPECT_EQ(clicks, 3);
+    ClickAt(sheet + QPoint(0, 80));
+    Type(QStringLiteral("46"));
+    Key("Return");
+    EXPECT_EQ(clicks, 3);
+    host_.CloseHostedExcel();
+    EXPECT_THAT(NumbersOfFile(), testing::IsSupersetOf({44.0, 46.0}));
 }
 
 TEST_F(OfficeHostTest, SurvivesTheDeathOfTheProcess) {
