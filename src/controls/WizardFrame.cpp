@@ -20,19 +20,14 @@ constexpr int kQuestionIcon = 104;
 /// The wait cursor, and the wizard closed to further clicks, for as long as a step is on its way.
 class Passage final {
   public:
-    explicit Passage(bool& busy) : busy_(busy) {
-        busy_ = true;
-        TheFrame().SetBusy(true);
-    }
-    ~Passage() {
-        TheFrame().SetBusy(false);
-        busy_ = false;
-    }
+    explicit Passage(bool& busy) : busy_(busy) { busy_ = true; }
+    ~Passage() { busy_ = false; }
     Passage(const Passage&) = delete;
     Passage& operator=(const Passage&) = delete;
 
   private:
     bool& busy_;
+    WaitPointer wait_;
 };
 
 } // namespace

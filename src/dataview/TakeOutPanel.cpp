@@ -95,11 +95,10 @@ void TakeOutPanel::Enter() {
         list->Items().SetGlobalColor(GlobalItemColor());
     if (filled_) return;
     filled_ = true;
-    TheFrame().SetBusy(true);
+    const WaitPointer wait;
     std::vector<KeyedItem> items = options_.LoadDataInto_SOURCES_UNIT_SUBPOPS(option_);
     lists_->Available().Items().SetItems(items);
     lists_->Selected().Items().SetItems(std::move(items));
-    TheFrame().SetBusy(false);
 }
 
 void TakeOutPanel::Reset() {

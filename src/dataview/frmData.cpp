@@ -210,9 +210,8 @@ bool frmData::DataGrid_KeyDown(const QKeyEvent& event) {
     if ((event.modifiers() & Qt::ControlModifier) == 0) return false;
     if (event.key() == Qt::Key_Home) paging_.LoadFromStart();
     if (event.key() != Qt::Key_End) return false;
-    TheFrame().SetBusy(true);
+    const WaitPointer wait;
     if (paging_.LoadFromEnd()) paging_.PageTick();
-    TheFrame().SetBusy(false);
     ShowRows();
     // The last row of values is shown, not the spare one behind it.
     const int last = model_.ValueRows() - 1;
@@ -264,9 +263,8 @@ void frmData::Find() {
 
 void frmData::Copy() {
     if (DataPanel* panel = PanelShown()) return panel->Copy();
-    TheFrame().SetBusy(true);
+    const WaitPointer wait;
     (ui_->picPanels->currentWidget() == DataStats_ ? DataStats_ : ui_->DataGrid)->Copy();
-    TheFrame().SetBusy(false);
 }
 
 void frmData::Refresh() {

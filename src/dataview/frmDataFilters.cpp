@@ -104,9 +104,8 @@ void frmDataFilters::ReadOn() {
 
 void frmDataFilters::chkMostRecent_Click() {
     if (ui_->chkMostRecent->isChecked() && counter_.isComplete() && !counter_.KnowsMostRecent()) {
-        TheFrame().SetBusy(true);
+        const WaitPointer wait;
         counter_.ReadMostRecent();
-        TheFrame().SetBusy(false);
     }
     ShowState();
 }

@@ -126,13 +126,12 @@ void frmData::ShowThisDataOption(int option) {
 
 void frmData::DrawStats() {
     ErrorTrap trap("DrawStats");
-    TheFrame().StartProgress();
-    TheFrame().SetBusy(true);
-    TheFrame().SetProgress(20);
-    statistics_.SetLines(ReadStatistics(RowFilter));
-    TheFrame().SetProgress(100);
-    TheFrame().SetBusy(false);
-    TheFrame().EndProgress();
+    {
+        const WaitState wait;
+        TheFrame().SetProgress(20);
+        statistics_.SetLines(ReadStatistics(RowFilter));
+        TheFrame().SetProgress(100);
+    }
     for (int column = 0; column < StatisticsModel::kNameColumn; ++column)
         DataStats_->setColumnWidth(column, DataStats_->fontMetrics().averageCharWidth() * 4);
     DataStats_->SetColumnCharacters(StatisticsModel::kNameColumn, 48);

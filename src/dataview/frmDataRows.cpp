@@ -27,16 +27,13 @@ namespace {
 /// Wait state of the frame for as long as the scope lasts, with the text of work in hand.
 class Busy final {
   public:
-    Busy() {
-        TheFrame().SetBusy(true);
-        TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
-    }
-    ~Busy() {
-        TheFrame().SetStatusText({});
-        TheFrame().SetBusy(false);
-    }
+    Busy() { TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING"))); }
+    ~Busy() { TheFrame().SetStatusText({}); }
     Busy(const Busy&) = delete;
     Busy& operator=(const Busy&) = delete;
+
+  private:
+    WaitPointer wait_;
 };
 
 } // namespace

@@ -52,10 +52,8 @@ void frmPrint::changeEvent(QEvent* event) {
 
 void frmPrint::OpenWorkbook() {
     if (ui_->fraExcel->IsOpen()) return;
-    TheFrame().SetBusy(true);
-    const bool open = ui_->fraExcel->ShowWorkbook(fileName_);
-    TheFrame().SetBusy(false);
-    Offer(open);
+    const WaitPointer wait;
+    Offer(ui_->fraExcel->ShowWorkbook(fileName_));
 }
 
 void frmPrint::Offer(bool open) {
@@ -69,9 +67,10 @@ void frmPrint::PrintPreview(bool shown) {
 }
 
 void frmPrint::done(int result) {
-    TheFrame().SetBusy(true);
-    ui_->fraExcel->CloseHostedExcel();
-    TheFrame().SetBusy(false);
+    {
+        const WaitPointer wait;
+        ui_->fraExcel->CloseHostedExcel();
+    }
     QDialog::done(result);
 }
 

@@ -60,14 +60,4 @@ QColor GlobalItemColor() {
     return QColor::fromHsl(color.hslHue(), color.hslSaturation(), ReadableLightness);
 }
 
-WaitState::WaitState() {
-    TheFrame().SetBusy(true);
-    TheFrame().StartProgress();
-}
-
-WaitState::~WaitState() {
-    TheFrame().EndProgress();
-    TheFrame().SetBusy(false);
-}
-
 } // namespace tessaro

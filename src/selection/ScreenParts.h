@@ -25,13 +25,4 @@ void ShowHeading(QLabel* label, const QString& key);
 /// The colour of shared items, or an invalid one while the preference is off.
 [[nodiscard]] QColor GlobalItemColor();
 
-/// Wait cursor and progress meter for as long as it lives.
-class WaitState final {
-  public:
-    WaitState();
-    ~WaitState();
-    WaitState(const WaitState&) = delete;
-    WaitState& operator=(const WaitState&) = delete;
-};
-
 } // namespace tessaro

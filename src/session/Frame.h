@@ -51,6 +51,18 @@ class WaitPointer final {
     WaitPointer& operator=(const WaitPointer&) = delete;
 };
 
+/// The wait pointer and the progress meter.
+class WaitState final {
+  public:
+    WaitState() { TheFrame().StartProgress(); }
+    ~WaitState() { TheFrame().EndProgress(); }
+    WaitState(const WaitState&) = delete;
+    WaitState& operator=(const WaitState&) = delete;
+
+  private:
+    WaitPointer pointer_;
+};
+
 /// Installs a frame (not owned); nullptr takes it away.
 void SetFrame(Frame* frame);
 

@@ -77,11 +77,12 @@ void frmFavourites::FillFavorites() {
 void frmFavourites::cmdOK_Click() {
     const ErrorTrap trap("cmdOk_Click");
     setEnabled(false);
-    TheFrame().SetBusy(true);
     TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
-    const FavouriteResult result = MakeFavourite(ui_->txtFavoriteAddress->text());
+    const FavouriteResult result = [this] {
+        const WaitPointer wait;
+        return MakeFavourite(ui_->txtFavoriteAddress->text());
+    }();
     TheFrame().SetStatusText({});
-    TheFrame().SetBusy(false);
     setEnabled(true);
     switch (result) {
     case FavouriteResult::Made:

@@ -42,14 +42,13 @@ void frmMain::GoToDataView() {
     if (!Connection) return;
     const ErrorTrap trap("GoToDataView");
     if (!selection::MayOpenDataView() || !LeaveGallery()) return;
-    SetBusy(true);
+    const WaitPointer wait;
     screens_->HideStage(CurrentStage);
     UnloadSplash();
     ui_->picBanner_1->show();
     CurrentStage = navigation::DataStage;
     Record(navigation::DataStage);
     ShowStage(navigation::DataStage);
-    SetBusy(false);
 }
 
 void frmMain::GoToHome() {
