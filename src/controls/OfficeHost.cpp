@@ -85,7 +85,7 @@ template <class Opening> bool OfficeHost::Show(Opening&& opening) {
     MakePlace();
     try {
         const QScopedValueRollback busy(busy_, true);
-        shown_.frame = std::make_unique<office::HostedFrame>(place_->winId(), PlaceSize());
+        shown_.frame = std::make_unique<office::HostedFrame>(place_->winId(), PlaceSize(), palette());
         opening(*shown_.frame);
         if (!IsOpen()) throw office::Error(office::Failure::Lost, QStringLiteral("the process ended while it opened"));
     } catch (const office::Error& error) {

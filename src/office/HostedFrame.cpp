@@ -5,6 +5,7 @@
 #include "office/SaveCommands.h"
 
 #include <com/sun/star/awt/PosSize.hpp>
+#include <com/sun/star/awt/XStyleSettingsSupplier.hpp>
 #include <com/sun/star/awt/XSystemChildFactory.hpp>
 #include <com/sun/star/awt/XWindow.hpp>
 #include <com/sun/star/awt/XWindowPeer.hpp>
@@ -27,6 +28,7 @@ using com::sun::star::uno::Sequence;
 struct HostedFrame::State {
     std::shared_ptr<Connection> connection;
     unsigned generation = 0;
+    QPalette palette;
     Reference<com::sun::star::awt::XWindow> window;
     Reference<com::sun::star::frame::XFrame2> frame;
     bool slides = false;
@@ -53,10 +55,32 @@ void Toggle(const Connection& connection, const Reference<com::sun::star::frame:
                           Properties({Property(argument, Any(on))}));
 }
 
+/// Heads, bars and marks in the colours of our own windows. What is made in the window later takes them over.
+void SetColors(const Reference<com::sun::star::awt::XWindow>& window, const QPalette& palette) {
+    const auto style = Need<com::sun::star::awt::XStyleSettingsSupplier>(window)->getStyleSettings();
+    if (!style.is()) return;
+    const auto color = [&palette](QPalette::ColorRole role) {
+        return static_cast<sal_Int32>(palette.color(QPalette::Active, role).rgb() & 0xFFFFFFU);
+    };
+    style->setFaceColor(color(QPalette::Midlight));
+    style->setButtonTextColor(color(QPalette::ButtonText));
+    style->setHighlightColor(color(QPalette::Highlight));
+    style->setHighlightTextColor(color(QPalette::HighlightedText));
+    style->setLightColor(color(QPalette::Light));
+    style->setShadowColor(color(QPalette::Mid));
+    style->setDarkShadowColor(color(QPalette::Dark));
+    style->setCheckedColor(color(QPalette::Mid)); // the way of a scroll bar
+    style->setWorkspaceColor(color(QPalette::Window));
+    style->setDialogColor(color(QPalette::Window));
+    style->setDialogTextColor(color(QPalette::WindowText));
+}
+
 } // namespace
 
-HostedFrame::HostedFrame(quintptr window, const QSize& size) : state_(std::make_unique<State>()) {
+HostedFrame::HostedFrame(quintptr window, const QSize& size, const QPalette& palette)
+    : state_(std::make_unique<State>()) {
     state_->connection = SpreadsheetApplication::Hosted().connection();
+    state_->palette = palette;
     state_->connection->Start();
     state_->generation = state_->connection->Generation();
     state_->connection->Run([&] {
@@ -82,6 +106,7 @@ HostedFrame::~HostedFrame() {
 }
 
 Workbook HostedFrame::ShowWorkbook(const QString& file) {
+    state_->connection->Run([&] { SetColors(state_->window, state_->palette); });
     Workbook book(Document::Open(state_->connection, file, Document::kWorkbook,
                                  Need<com::sun::star::frame::XFrame>(state_->frame)));
     Prepare();
@@ -90,6 +115,9 @@ Workbook HostedFrame::ShowWorkbook(const QString& file) {
 
 SlideShow HostedFrame::ShowSlides(const QString& file) {
     state_->slides = true;
+    // Its tool bars have icons for a light ground only.
+    if (state_->palette.color(QPalette::Window).lightness() >= 128)
+        state_->connection->Run([&] { SetColors(state_->window, state_->palette); });
     const auto frame = Need<com::sun::star::frame::XFrame>(state_->frame);
     SlideShow slides(file.isEmpty()
                          ? Document::New(state_->connection, "private:factory/simpress", Document::kSlides, frame)

@@ -4,7 +4,7 @@
 #include "office/SpreadsheetApplication.h"
 #include "office/Workbook.h"
 
-#include <QObject>
+#include <QPalette>
 #include <QSize>
 
 #include <functional>
@@ -16,8 +16,8 @@ namespace tessaro::office {
 /// that aren't said to be quiet throw Error.
 class HostedFrame final {
   public:
-    /// `window`: the native window (X11) that takes it in.
-    HostedFrame(quintptr window, const QSize& size);
+    /// `window`: the native window (X11) that takes it in; `palette`: the colours of the program's own parts there.
+    HostedFrame(quintptr window, const QSize& size, const QPalette& palette);
     ~HostedFrame();
     HostedFrame(const HostedFrame&) = delete;
     HostedFrame& operator=(const HostedFrame&) = delete;
