@@ -3,6 +3,8 @@
 #include "session/Session.h"
 #include "session/Settings.h"
 
+#include <QFontDatabase>
+
 #include <map>
 #include <set>
 
@@ -46,6 +48,12 @@ office::CellStyle SheetFont() {
             .fontSize = size > 0 ? size : 10,
             .bold = ProductFontStyle == 2 || ProductFontStyle == 3,
             .italic = ProductFontStyle == 1 || ProductFontStyle == 3};
+}
+
+QString LatinFontBeside(const QString& family) {
+    const QList<QFontDatabase::WritingSystem> systems = QFontDatabase::writingSystems(family);
+    return systems.isEmpty() || systems.contains(QFontDatabase::Latin) ? QString()
+                                                                       : Setting(QStringLiteral("DEFAULT FONT"));
 }
 
 office::Block RowsToFit(const office::Block& table) {

@@ -12,6 +12,8 @@ constexpr int LineSlot = 15;   ///< lines of tables
 /// The language's font as sheets have it: ProductFont with its size and style; in English DEFAULT FONT, elsewhere
 /// DEFAULT FONT SIZE where the settings say so.
 [[nodiscard]] office::CellStyle SheetFont();
+/// The font for latin letters and digits beside texts in a font that has none; empty where it has them.
+[[nodiscard]] QString LatinFontBeside(const QString& family);
 /// Writes a table at A1, its heading first, and dresses it: font, bold tinted heading, lines, columns as wide as their
 /// texts, printed over the pages with its heading and page numbers, the heading kept in view. All rows have the
 /// heading's length; an empty table does nothing.

@@ -2,6 +2,8 @@
 
 #include "office/Error.h"
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -43,6 +45,30 @@ std::optional<PresentationPicture> TableOf(const office::Workbook& book) {
     return {{used.AsPicture(kMetafile), kMetafile}};
 }
 
+constexpr int kHeadRows = 7;       ///< of a table that the wizard made: titles and heads
+constexpr QSizeF kSlide(648, 486); ///< points within the margins of a slide
+constexpr double kReadable = 0.6;  ///< of the text's own size
+constexpr int kMostSlides = 30;
+
+/// The used block of a table, apart from the rows that every part of it shows.
+struct TableBlock {
+    office::Range whole;
+    office::Range head;
+    office::Range body;
+};
+
+TableBlock BlockOf(const office::Workbook& book) {
+    const office::Worksheet sheet = book.ActiveSheet();
+    const office::Range used = sheet.UsedRange();
+    const int first = std::min(kHeadRows, used.LastRow()) + 1;
+    return {used, sheet.Cells(1, 1, first - 1, used.LastColumn()),
+            sheet.Cells(first, 1, std::max(first, used.LastRow()), used.LastColumn())};
+}
+
+double ScaleOf(const QSizeF& size) {
+    return std::min({kSlide.width() / size.width(), kSlide.height() / size.height(), 1.0});
+}
+
 } // namespace
 
 PresentationPicture PictureOfPresentation(const office::Workbook& book, QChar kind) {
@@ -55,6 +81,33 @@ PresentationPicture PictureOfPresentation(const office::Workbook& book, QChar ki
                          : kind == QLatin1Char('G') ? QStringLiteral("there is no chart")
                                                     : QStringLiteral("the sheet is empty");
     throw office::Error(office::Failure::Call, what);
+}
+
+int SlidesForTable(const office::Workbook& book) {
+    const TableBlock block = BlockOf(book);
+    const QSizeF size = block.whole.Size();
+    const QSizeF head = block.head.Size();
+    if (size.isEmpty() || ScaleOf(size) >= kReadable) return 1;
+    const double scale = ScaleOf({size.width(), head.height() + 1}); // what the columns leave
+    const double room = kSlide.height() / scale - head.height();
+    if (room < head.height()) return 1; // a head that leaves nothing
+    const double slides = std::ceil((size.height() - head.height()) / room);
+    return slides > kMostSlides ? 1 : static_cast<int>(slides);
+}
+
+std::vector<QList<QByteArray>> PartsOfTable(const office::Workbook& book, int slides) {
+    const TableBlock block = BlockOf(book);
+    const office::Worksheet sheet = book.ActiveSheet();
+    const QByteArray head = block.head.AsPicture(kMetafile);
+    const int rows = block.body.LastRow() - block.body.Row() + 1;
+    std::vector<QList<QByteArray>> parts;
+    for (int n = 0; n < slides; ++n) {
+        const int first = block.body.Row() + rows * n / slides;
+        const int last = block.body.Row() + rows * (n + 1) / slides - 1;
+        if (first > last) continue;
+        parts.push_back({head, sheet.Cells(first, 1, last, block.body.LastColumn()).AsPicture(kMetafile)});
+    }
+    return parts;
 }
 
 } // namespace tessaro

@@ -4,7 +4,10 @@
 
 #include <QByteArray>
 #include <QChar>
+#include <QList>
 #include <QString>
+
+#include <vector>
 
 namespace tessaro {
 
@@ -18,5 +21,11 @@ struct PresentationPicture {
 /// picture "Picture 1" ('M'); with the null kind whatever of these it holds. Charts and pictures are looked for on the
 /// active sheet first. Throws office::Error, Failure::Call when there is no such thing in it.
 [[nodiscard]] PresentationPicture PictureOfPresentation(const office::Workbook& book, QChar kind);
+
+/// How many slides a table needs so that its text can be read: one where it has no use for more, or where they would be
+/// far too many.
+[[nodiscard]] int SlidesForTable(const office::Workbook& book);
+/// A table's used block in so many parts; each is the head's picture and, below it, that of its rows.
+[[nodiscard]] std::vector<QList<QByteArray>> PartsOfTable(const office::Workbook& book, int slides);
 
 } // namespace tessaro

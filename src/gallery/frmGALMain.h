@@ -4,7 +4,7 @@
 #include "gallery/GalleryFolder.h"
 
 #include <memory>
-#include <optional>
+#include <vector>
 
 class QModelIndex;
 class QSortFilterProxyModel;
@@ -17,7 +17,6 @@ namespace tessaro {
 
 class GalleryModel;
 class Thumbnails;
-struct PresentationPicture;
 
 /// The gallery: the subfolders and workbooks of one folder, the chosen workbook in its own program beside them, and the
 /// slides that presentations are copied to. What is changed in a shown workbook is dropped unless it is saved there.
@@ -80,10 +79,11 @@ class frmGALMain final : public StageScreen {
     [[nodiscard]] std::vector<GalleryEntry> HighlightedPresentations() const;
 
     [[nodiscard]] bool AskForSlides(QString& file);
-    [[nodiscard]] std::optional<PresentationPicture> CopyPresentation();
+    [[nodiscard]] std::vector<QList<QByteArray>> CopyPresentation();
+    [[nodiscard]] int AskForParts(int needed);
     bool ShowPPT(bool newPresentation, const QString& file);
     void CreateNewPresentation();
-    void InsertSlide_PasteClipboard(const PresentationPicture& picture);
+    void InsertSlide_PasteClipboard(const QList<QByteArray>& pictures);
     [[nodiscard]] bool HasUnsavedSlides();
     void ClosePPT();
     void ShowPPTState();

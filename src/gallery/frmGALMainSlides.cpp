@@ -13,6 +13,7 @@
 #include "ui_frmGALMain.h"
 
 #include <QFileInfo>
+#include <QLocale>
 #include <QShortcut>
 
 // The slides: what is shown is copied to a slide of a presentation in the pane beside it.
@@ -79,19 +80,42 @@ void frmGALMain::cmdCopyToPPT_Click() {
     if (opening_ || !ui_->PicExcel->xlBook().IsOpen()) return;
     QString file;
     if (!ui_->PicPPT->IsOpen() && !AskForSlides(file)) return;
-    const auto picture = CopyPresentation();
-    if (!picture || !ShowPPT(file.isEmpty(), file)) return;
-    copied_ = Managed("InsertSlide_PasteClipboard", [&] { InsertSlide_PasteClipboard(*picture); });
+    const auto slides = CopyPresentation();
+    if (slides.empty() || !ShowPPT(file.isEmpty(), file)) return;
+    copied_ = Managed("InsertSlide_PasteClipboard", [&] {
+        for (const QList<QByteArray>& pictures : slides)
+            InsertSlide_PasteClipboard(pictures);
+    });
+    ui_->PicPPT->TakeKeyboard();
     ShowPPTState();
     OfferCommands();
 }
 
-/// What goes to the slide; nothing after its failure has been shown.
-std::optional<PresentationPicture> frmGALMain::CopyPresentation() {
-    std::optional<PresentationPicture> picture;
-    Managed("CopyPresentation",
-            [&] { picture = PictureOfPresentation(ui_->PicExcel->xlBook(), PresentationKind(currentPresentation_)); });
-    return picture;
+/// What goes to slides, each with its pictures; nothing after its failure has been shown, or when the user gives up.
+std::vector<QList<QByteArray>> frmGALMain::CopyPresentation() {
+    const office::Workbook& book = ui_->PicExcel->xlBook();
+    const QChar kind = PresentationKind(currentPresentation_);
+    std::vector<QList<QByteArray>> slides;
+    int needed = 1;
+    if (kind == QLatin1Char('T') && !Managed("CopyPresentation", [&] { needed = SlidesForTable(book); })) return slides;
+    const int parts = AskForParts(needed);
+    if (parts == 0) return slides;
+    Managed("CopyPresentation", [&] {
+        if (parts > 1)
+            slides = PartsOfTable(book, parts);
+        else
+            slides = {{PictureOfPresentation(book, kind).bytes}};
+    });
+    return slides;
+}
+
+/// Over how many slides a long table goes: the number it needs, one, or none when the user gives up.
+int frmGALMain::AskForParts(int needed) {
+    if (needed < 2) return 1;
+    const QString text =
+        GetText(QStringLiteral("TS_LongTable")).replace(QStringLiteral("%1"), QLocale().toString(needed));
+    const int answer = ShowMessage(text, MessageType::YesNoCancel, kQuestionIcon, {}, false);
+    return answer == MessageCode::Yes ? needed : answer == MessageCode::Cancel ? 0 : 1;
 }
 
 /// The open presentation serves again; otherwise a new one or the file is opened.
@@ -122,15 +146,14 @@ void frmGALMain::CreateNewPresentation() {
     emptyFirst_ = true;
 }
 
-void frmGALMain::InsertSlide_PasteClipboard(const PresentationPicture& picture) {
+void frmGALMain::InsertSlide_PasteClipboard(const QList<QByteArray>& pictures) {
     office::SlideShow& slides = ui_->PicPPT->Slides();
-    int number = slides.AppendPicture(picture.bytes, picture.mimeType);
+    int number = slides.AppendPictures(pictures);
     if (std::exchange(emptyFirst_, false)) {
         slides.RemoveSlide(1);
         --number;
     }
     slides.GoToSlide(number);
-    ui_->PicPPT->TakeKeyboard();
 }
 
 bool frmGALMain::SavePPT() {

@@ -20,7 +20,8 @@ enum class VerticalAlign { Top, Center, Bottom };
 /// Looks of cells; what isn't set stays as it is. Colours are slots of the workbook's palette, 1 to 56.
 struct CellStyle {
     std::optional<QString> fontName = {};
-    std::optional<double> fontSize = {}; ///< points
+    std::optional<QString> latinFontName = {}; ///< for latin letters and digits, where fontName has none
+    std::optional<double> fontSize = {};       ///< points
     std::optional<bool> bold = {};
     std::optional<bool> italic = {};
     std::optional<bool> underline = {};
@@ -29,6 +30,7 @@ struct CellStyle {
     std::optional<Align> horizontal = {};
     std::optional<VerticalAlign> vertical = {};
     std::optional<bool> wrapText = {};
+    std::optional<bool> rightToLeft = {};     ///< the way a text is read
     std::optional<int> orientation = {};      ///< degrees, counter-clockwise
     std::optional<QString> numberFormat = {}; ///< English codes: "@", "0.00", "#,##0"; "General"
     auto operator<=>(const CellStyle&) const = default;

@@ -2,6 +2,7 @@
 
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/Looks.h"
 #include "office/Transfer.h"
 #include "office/Worksheet.h"
 
@@ -257,6 +258,29 @@ void Chart::SetPlain() {
     });
 }
 
+void Chart::SetValueFormat(const QString& code) {
+    document_->Run([&](const Model& model) {
+        const auto chart = ChartOf(model, sheet_, number_);
+        const Reference<com::sun::star::chart::XAxisYSupplier> y(chart->getDiagram(), UNO_QUERY);
+        if (!y.is() || !y->getYAxis().is()) return;
+        y->getYAxis()->setPropertyValue("LinkNumberFormatToSource", Any(false));
+        y->getYAxis()->setPropertyValue("NumberFormat",
+                                        Any(NumberFormatKey(Need<com::sun::star::frame::XModel>(chart), code)));
+    });
+}
+
+void Chart::SetStacked(bool stacked) {
+    document_->Run([&](const Model& model) {
+        Need<XPropertySet>(ChartOf(model, sheet_, number_)->getDiagram())->setPropertyValue("Stacked", Any(stacked));
+    });
+}
+
+void Chart::SetLines(bool shown) {
+    document_->Run([&](const Model& model) {
+        Need<XPropertySet>(ChartOf(model, sheet_, number_)->getDiagram())->setPropertyValue("Lines", Any(shown));
+    });
+}
+
 void Chart::SetFont(const QString& name, double points) {
     document_->Run([&](const Model& model) {
         const auto chart = ChartOf(model, sheet_, number_);
@@ -276,6 +300,15 @@ void Chart::SetAxisFont(const QString& name, double points) {
     document_->Run([&](const Model& model) {
         for (const auto& axis : AxesOf(ChartOf(model, sheet_, number_)))
             SetFontOf(axis, name, points);
+    });
+}
+
+void Chart::SetLegendFont(const QString& name, double points) {
+    document_->Run([&](const Model& model) {
+        const auto chart = ChartOf(model, sheet_, number_);
+        bool shown = false;
+        Need<XPropertySet>(chart)->getPropertyValue("HasLegend") >>= shown;
+        if (shown) SetFontOf(Need<XPropertySet>(chart->getLegend()), name, points);
     });
 }
 

@@ -32,9 +32,16 @@ class Chart final {
     /// Takes away the tinted background of plot and legend and the legend's frame. Axes show plain numbers, not those
     /// of the first cell's format.
     void SetPlain();
-    /// Font of everything in the chart; of the axes' labels.
+    /// How the axis of the values shows its numbers: "#,##0", "General".
+    void SetValueFormat(const QString& code);
+    /// Areas or columns stand on each other, so that none hides another.
+    void SetStacked(bool stacked);
+    /// Whether lines join the points of a scatter chart.
+    void SetLines(bool shown);
+    /// Font of everything in the chart; of the axes' labels; of a legend that is shown.
     void SetFont(const QString& name, double points);
     void SetAxisFont(const QString& name, double points);
+    void SetLegendFont(const QString& name, double points);
     /// Colour of a series, counted from 1, as a palette slot.
     void SetSeriesColor(int series, int colorIndex);
     [[nodiscard]] int SeriesCount() const;

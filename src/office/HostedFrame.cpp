@@ -153,10 +153,10 @@ void HostedFrame::SetToolBars(bool shown) {
             for (const char* bar : kBars)
                 layout->showElement(Ascii(bar));
             if (!state_->slides) layout->showElement(Ascii(kSheetBar));
-            layout->hideElement(Ascii(kStatusBar));
         } else {
             layout->setVisible(false);
         }
+        layout->hideElement(Ascii(kStatusBar)); // it comes on its own where the profile doesn't say that it is hidden
         layout->unlock();
     });
 }

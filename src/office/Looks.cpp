@@ -8,6 +8,7 @@
 #include <com/sun/star/lang/Locale.hpp>
 #include <com/sun/star/table/CellHoriJustify.hpp>
 #include <com/sun/star/table/CellVertJustify2.hpp>
+#include <com/sun/star/text/WritingMode2.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <map>
 #include <string>
@@ -30,6 +31,7 @@ void ForAllScripts(Sorted& list, const std::string& name, const Any& value) {
 
 void AddFont(Sorted& list, const CellStyle& style, const std::function<int(int)>& colour) {
     if (style.fontName) ForAllScripts(list, "CharFontName", Any(ToUno(*style.fontName)));
+    if (style.latinFontName) list["CharFontName"] = Any(ToUno(*style.latinFontName));
     if (style.fontSize) ForAllScripts(list, "CharHeight", Any(static_cast<float>(*style.fontSize)));
     if (style.bold)
         ForAllScripts(
@@ -65,15 +67,6 @@ sal_Int32 VerticalOf(VerticalAlign align) {
                                             : justify::BOTTOM;
 }
 
-// The locale stays empty: with one, the code would go into the file with a mark of that locale.
-sal_Int32 NumberFormatKey(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
-                          const QString& code) {
-    const auto formats = Need<com::sun::star::util::XNumberFormatsSupplier>(model)->getNumberFormats();
-    const com::sun::star::lang::Locale none;
-    const sal_Int32 key = formats->queryKey(ToUno(code), none, false);
-    return key >= 0 ? key : formats->addNew(ToUno(code), none);
-}
-
 PropertyList ListOf(const Sorted& sorted) {
     PropertyList list{Sequence<rtl::OUString>(static_cast<sal_Int32>(sorted.size())),
                       Sequence<Any>(static_cast<sal_Int32>(sorted.size()))};
@@ -87,6 +80,15 @@ PropertyList ListOf(const Sorted& sorted) {
 
 } // namespace
 
+// The locale stays empty: with one, the code would go into the file with a mark of that locale.
+sal_Int32 NumberFormatKey(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
+                          const QString& code) {
+    const auto formats = Need<com::sun::star::util::XNumberFormatsSupplier>(model)->getNumberFormats();
+    const com::sun::star::lang::Locale none;
+    const sal_Int32 key = formats->queryKey(ToUno(code), none, false);
+    return key >= 0 ? key : formats->addNew(ToUno(code), none);
+}
+
 PropertyList LookProperties(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
                             const CellStyle& style, const std::function<int(int)>& colour) {
     Sorted list;
@@ -97,6 +99,9 @@ PropertyList LookProperties(const com::sun::star::uno::Reference<com::sun::star:
     if (style.horizontal) list["HoriJustify"] = Any(JustifyOf(*style.horizontal));
     if (style.vertical) list["VertJustify"] = Any(VerticalOf(*style.vertical));
     if (style.wrapText) list["IsTextWrapped"] = Any(*style.wrapText);
+    if (style.rightToLeft)
+        list["WritingMode"] = Any(*style.rightToLeft ? com::sun::star::text::WritingMode2::RL_TB
+                                                     : com::sun::star::text::WritingMode2::LR_TB);
     if (style.orientation) list["RotateAngle"] = Any(static_cast<sal_Int32>(*style.orientation * 100));
     if (style.numberFormat) list["NumberFormat"] = Any(NumberFormatKey(model, *style.numberFormat));
     return ListOf(list);

@@ -21,4 +21,8 @@ struct PropertyList {
 /// The part of a look that a piece of text or a chart can have, as properties of characters.
 [[nodiscard]] PropertyList FontProperties(const CellStyle& style, const std::function<int(int)>& colour);
 
+/// The document's key of a number format.
+[[nodiscard]] sal_Int32 NumberFormatKey(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
+                                        const QString& code);
+
 } // namespace tessaro::office

@@ -23,6 +23,7 @@ using Model = Document::Model;
 
 constexpr sal_Int32 kPageShort = 21000; ///< A4, 1/100 mm
 constexpr sal_Int32 kPageLong = 29700;
+constexpr sal_Int32 kMargin = 1500;
 
 /// The page style of a sheet; a new document's sheets share one, so each gets its own.
 Reference<XPropertySet> PageStyleOf(const Model& model, int sheet) {
@@ -97,6 +98,11 @@ void Worksheet::SetPageSetup(const PageSetup& setup) {
         style->setPropertyValue("IsLandscape", Any(setup.landscape));
         style->setPropertyValue("Width", Any(setup.landscape ? kPageLong : kPageShort));
         style->setPropertyValue("Height", Any(setup.landscape ? kPageShort : kPageLong));
+        for (const char* margin : {"LeftMargin", "RightMargin", "TopMargin", "BottomMargin"})
+            style->setPropertyValue(Ascii(margin), Any(kMargin));
+        style->setPropertyValue("FirstPageNumber", Any(sal_Int16(0))); // the one after the sheet before
+        style->setPropertyValue("CenterHorizontally", Any(setup.centered));
+        style->setPropertyValue("CenterVertically", Any(setup.centered));
         style->setPropertyValue("PrintGrid", Any(setup.gridLines));
         if (setup.fitToPagesWide > 0) {
             style->setPropertyValue("ScaleToPagesX", Any(static_cast<sal_Int16>(setup.fitToPagesWide)));
@@ -104,10 +110,12 @@ void Worksheet::SetPageSetup(const PageSetup& setup) {
         }
         SetLine(model, style, "HeaderIsOn", "RightPageHeaderContent", setup.header);
         SetLine(model, style, "FooterIsOn", "RightPageFooterContent", setup.footer);
-        if (setup.titleRows <= 0) return;
         const auto areas = Need<com::sun::star::sheet::XPrintAreas>(Document::SheetOf(model, number_));
-        areas->setPrintTitleRows(true);
-        areas->setTitleRows({static_cast<sal_Int16>(number_ - 1), 0, 0, 0, setup.titleRows - 1});
+        const auto sheet = static_cast<sal_Int16>(number_ - 1);
+        areas->setPrintTitleRows(setup.titleRows > 0);
+        if (setup.titleRows > 0) areas->setTitleRows({sheet, 0, 0, 0, setup.titleRows - 1});
+        areas->setPrintTitleColumns(setup.titleColumns > 0);
+        if (setup.titleColumns > 0) areas->setTitleColumns({sheet, 0, 0, setup.titleColumns - 1, 0});
     });
 }
 

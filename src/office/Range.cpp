@@ -6,6 +6,7 @@
 #include "office/Transfer.h"
 
 #include <com/sun/star/beans/XMultiPropertySet.hpp>
+#include <com/sun/star/awt/Size.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
@@ -290,6 +291,18 @@ void Range::Select() const {
     document_->Run([&](const Model& model) {
         SelectIn(model, Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_));
     });
+}
+
+QSizeF Range::Size() const {
+    QSizeF points;
+    document_->Run([&](const Model& model) {
+        com::sun::star::awt::Size size;
+        Need<com::sun::star::beans::XPropertySet>(
+            Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
+            ->getPropertyValue("Size") >>= size;
+        points = {size.Width / kPoint, size.Height / kPoint};
+    });
+    return points;
 }
 
 QByteArray Range::AsPicture(const QString& mimeType) const {

@@ -3,6 +3,7 @@
 #include "office/CellStyle.h"
 
 #include <QByteArray>
+#include <QSizeF>
 #include <QString>
 
 #include <memory>
@@ -45,6 +46,8 @@ class Range final {
     void SetStyle(const CellStyle& style);
     void SetBorders(unsigned edges, const Border& border);
     void Merge();
+    /// Width and height in points.
+    [[nodiscard]] QSizeF Size() const;
     void AutoFitColumns();
     void AutoFitRows();
 

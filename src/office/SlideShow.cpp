@@ -5,6 +5,8 @@
 #include "office/SpreadsheetApplication.h"
 #include "office/Transfer.h"
 
+#include <QRectF>
+
 #include <com/sun/star/awt/Size.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/drawing/XDrawPagesSupplier.hpp>
@@ -48,6 +50,22 @@ com::sun::star::awt::Size ProportionsOf(const Reference<com::sun::star::graphic:
     return size;
 }
 
+struct Proportions {
+    double width = 0;
+    double height = 0;
+};
+
+void AddGraphic(const Model& model, const Reference<XDrawPage>& page,
+                const Reference<com::sun::star::graphic::XGraphic>& graphic, const QRectF& place) {
+    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+    const auto shape =
+        Need<com::sun::star::drawing::XShape>(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"));
+    Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(graphic));
+    page->add(shape);
+    shape->setPosition({static_cast<sal_Int32>(place.x()), static_cast<sal_Int32>(place.y())});
+    shape->setSize({static_cast<sal_Int32>(place.width()), static_cast<sal_Int32>(place.height())});
+}
+
 } // namespace
 
 SlideShow::SlideShow(std::shared_ptr<Document> document) : document_(std::move(document)) {}
@@ -85,9 +103,19 @@ void SlideShow::SetFourToThree() {
 
 int SlideShow::AppendPicture(const QByteArray& picture, const QString& mimeType) {
     Q_UNUSED(mimeType) // told by the picture's first bytes
+    return AppendPictures({picture});
+}
+
+int SlideShow::AppendPictures(const QList<QByteArray>& pictures) {
     int number = 0;
     Known(document_).Run([&](const Model& model) {
-        const auto graphic = GraphicOf(document_->connection(), picture);
+        std::vector<Reference<com::sun::star::graphic::XGraphic>> graphics;
+        Proportions whole;
+        for (const QByteArray& picture : pictures) {
+            graphics.push_back(GraphicOf(document_->connection(), picture));
+            const auto size = ProportionsOf(graphics.back());
+            whole = {std::max(whole.width, double(size.Width)), whole.height + size.Height};
+        }
         const auto pages = PagesOf(model);
         number = pages->getCount() + 1;
         pages->insertNewByIndex(number - 1);
@@ -98,20 +126,15 @@ int SlideShow::AppendPicture(const QByteArray& picture, const QString& mimeType)
         sal_Int32 height = kSlideHeight;
         properties->getPropertyValue("Width") >>= width;
         properties->getPropertyValue("Height") >>= height;
-
-        const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
-        const auto shape =
-            Need<com::sun::star::drawing::XShape>(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"));
-        Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(graphic));
-        page->add(shape);
-        const auto proportions = ProportionsOf(graphic);
         const double margin = width * kMargin;
-        const double scale =
-            std::min((width - 2 * margin) / proportions.Width, (height - 2 * margin) / proportions.Height);
-        const auto shownWidth = static_cast<sal_Int32>(proportions.Width * scale);
-        const auto shownHeight = static_cast<sal_Int32>(proportions.Height * scale);
-        shape->setPosition({(width - shownWidth) / 2, (height - shownHeight) / 2});
-        shape->setSize({shownWidth, shownHeight});
+        const double scale = std::min((width - 2 * margin) / whole.width, (height - 2 * margin) / whole.height);
+        const double left = (width - whole.width * scale) / 2;
+        double top = (height - whole.height * scale) / 2;
+        for (const auto& graphic : graphics) {
+            const auto size = ProportionsOf(graphic);
+            AddGraphic(model, page, graphic, {left, top, size.Width * scale, size.Height * scale});
+            top += size.Height * scale;
+        }
     });
     return number;
 }

@@ -26,6 +26,8 @@ class SlideShow final {
     /// A blank slide at the end with the picture ("image/x-emf", "image/png") in its middle, as large as fits with a
     /// margin, proportions kept. Gives its number, from 1.
     int AppendPicture(const QByteArray& picture, const QString& mimeType);
+    /// The same with pictures below each other, all in one scale.
+    int AppendPictures(const QList<QByteArray>& pictures);
     /// Takes the first slide away when it is empty, as a new show has one.
     void RemoveSlide(int number);
     /// Brings a slide to view in a shown slide show.

@@ -18,6 +18,7 @@
 #include <com/sun/star/sheet/XUsedAreaCursor.hpp>
 #include <com/sun/star/sheet/XViewFreezable.hpp>
 #include <com/sun/star/table/XColumnRowRange.hpp>
+#include <com/sun/star/text/WritingMode2.hpp>
 #include <thread>
 
 namespace tessaro::office {
@@ -171,11 +172,24 @@ void Worksheet::SetColumnWidth(int column, double characters) {
 }
 
 void Worksheet::SetRowHeight(int row, double points) {
+    SetRowHeights(row, row, points);
+}
+
+void Worksheet::SetRowHeights(int row, int lastRow, double points) {
     document_->Run([&](const Model& model) {
         const auto rows =
-            Need<com::sun::star::table::XColumnRowRange>(Document::RangeOf(model, number_, row, 1, row, 1))->getRows();
+            Need<com::sun::star::table::XColumnRowRange>(Document::RangeOf(model, number_, row, 1, lastRow, 1))
+                ->getRows();
         Need<com::sun::star::beans::XPropertySet>(rows)->setPropertyValue(
             "Height", Any(static_cast<sal_Int32>(std::lround(points * kPoint))));
+    });
+}
+
+void Worksheet::SetRightToLeft(bool on) {
+    document_->Run([&](const Model& model) {
+        namespace writing = com::sun::star::text::WritingMode2;
+        Need<com::sun::star::beans::XPropertySet>(Document::SheetOf(model, number_))
+            ->setPropertyValue("TableLayout", Any(on ? writing::RL_TB : writing::LR_TB));
     });
 }
 

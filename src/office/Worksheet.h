@@ -21,6 +21,8 @@ struct PageSetup {
     QString header = {};    ///< middle of the header line; empty for none
     QString footer = {};    ///< "&P" is the page, "&N" the number of pages
     int titleRows = 0;      ///< rows that are repeated on each page
+    int titleColumns = 0;   ///< columns that are repeated on each page
+    bool centered = false;  ///< in the middle of the page
     bool gridLines = false;
 };
 
@@ -67,6 +69,9 @@ class Worksheet final {
 
     void SetColumnWidth(int column, double characters);
     void SetRowHeight(int row, double points);
+    void SetRowHeights(int row, int lastRow, double points);
+    /// Columns go from right to left, from the sheet's right side.
+    void SetRightToLeft(bool on);
     void SetPageSetup(const PageSetup& setup);
     /// Rows above and columns left of this cell stay in view.
     void FreezePanes(int row, int column);

@@ -28,6 +28,7 @@ GraphOptionsPage::GraphOptionsPage(QWidget* parent) : QWidget(parent), ui_(std::
     ui_->lstKinds->setGridSize(kCell);
     ui_->chkFormatTable->setChecked(true);
     ui_->SSCmdSort->setEnabled(false);
+    ui_->lblSort->setEnabled(false);
     FillKinds();
     SetFormCaptions();
     // A click or a key chooses; what the wizard sets itself is only a suggestion.
@@ -83,7 +84,8 @@ void GraphOptionsPage::SuggestKind(ChartKind kind) {
 
 void GraphOptionsPage::SetSorting(const SortOrder& sort, const QString& head) {
     sort_ = sort;
-    ui_->lblSort->setText(QString(head).replace(QLatin1Char('\n'), QStringLiteral(" - ")));
+    ui_->lblSort->setText(head.isEmpty() ? PlainText(QStringLiteral("TS_SortFirst"))
+                                         : QString(head).replace(QLatin1Char('\n'), QStringLiteral(" - ")));
 }
 
 } // namespace tessaro

@@ -17,9 +17,10 @@ namespace {
 constexpr int kWhite = 2;
 constexpr int kDarkRed = 9;
 constexpr int kGray = 16;
-constexpr double kGapHeight = 5;              ///< points, of the empty rows below the title
+constexpr double kGapHeight = 5; ///< points, of the empty rows below the title
+constexpr int kNamesBelow = 12;  ///< names that a legend below the plot has room for
+constexpr double kManyNamesSize = 7;
 constexpr QRectF kChartPlace(6, 6, 670, 355); ///< points; what the preview has room for, and a landscape page
-constexpr qsizetype kLongestNameBeside = 24;  ///< characters of a name in a legend that stands beside the plot
 
 QString Plain(const char* key) {
     return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
@@ -42,25 +43,8 @@ office::ChartKind DefaultKind(const RowsColumns& arrangement) {
 
 GraphWorkbook::GraphWorkbook(office::Workbook book, const PivotTable& table, const GraphOptions& options,
                              const WizardProgress& progress)
-    : book_(std::move(book)), sheet_(book_.Sheet(TableSheet)), table_(table), options_(options), progress_(progress) {}
-
-// One text names a point of the chart. Where several fields stand on the rows, a column joins them.
-bool GraphWorkbook::NeedsLabels() const {
-    if (table_.FieldCount() == 1) return false;
-    const bool areaPair = table_.FieldCount() == 2 && table_.rowFields[0] == PivotField::AreaID &&
-                          table_.rowFields[1] == PivotField::AreaName;
-    return !areaPair;
-}
-
-QString GraphWorkbook::LabelOf(int row) const {
-    const auto& fields = table_.rowFields;
-    const bool named = std::find(fields.begin(), fields.end(), PivotField::AreaName) != fields.end();
-    QStringList parts;
-    for (std::size_t i = 0; i < fields.size(); ++i)
-        if (fields[i] != PivotField::AreaID || !named)
-            parts << table_.rowTexts[static_cast<std::size_t>(row)][static_cast<qsizetype>(i)];
-    return parts.join(QStringLiteral(" - "));
-}
+    : book_(std::move(book)), sheet_(book_.Sheet(TableSheet)), table_(table), options_(options), progress_(progress),
+      plan_(table, options.kind) {}
 
 QString GraphWorkbook::FirstCellAddress() const {
     return QStringLiteral("$A$%1").arg(HeaderRow);
@@ -74,14 +58,16 @@ void GraphWorkbook::Write() {
     book_.ActivateSheet(TableSheet); // the chart's sheet would be drawn at each of its settings
     book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
-    SetUpSheet(sheet_, HeaderRow, FirstValueColumn());
     const TableFont font = DataFont();
+    MeasureColumns();
+    SetUpSheet(sheet_, HeaderRow, FirstValueColumn(), widths_.PagesFor(FirstValueColumn() - 1, font));
     progress_.Label("Filling Data Values");
     WriteTable();
     WriteComments();
     if (options_.formatTable) Format();
-    widths_.WriteTo(sheet_);
+    widths_.WriteTo(sheet_, font);
     sheet_.Cells(HeaderRow, 1).AutoFitRows();
+    SetTallRows(sheet_, HeaderRow + 1, LastRow(), LastColumn(), font);
     for (int row = 2; row < HeaderRow; ++row)
         sheet_.SetRowHeight(row, kGapHeight);
     AddChart();
@@ -92,50 +78,83 @@ void GraphWorkbook::Write() {
     book_.Save();
 }
 
-void GraphWorkbook::WriteTable() {
-    const TableFont font = DataFont();
-    office::CellStyle title = font.Style();
+std::vector<QString> GraphWorkbook::Heads() const {
+    std::vector<QString> heads;
+    for (const PivotField field : table_.rowFields)
+        heads.push_back(CaptionOf(field));
+    if (plan_.NeedsLabels()) heads.push_back(Plain("Graph"));
+    for (const PivotColumn& column : table_.columns)
+        heads.push_back(column.head);
+    return heads;
+}
+
+std::vector<QString> GraphWorkbook::RowHeads(int row) const {
+    const QStringList& texts = table_.rowTexts[static_cast<std::size_t>(row)];
+    std::vector<QString> heads(texts.begin(), texts.end());
+    if (plan_.NeedsLabels()) heads.push_back(plan_.LabelOf(row));
+    return heads;
+}
+
+void GraphWorkbook::MeasureColumns() {
+    int column = 0;
+    for (const QString& head : Heads())
+        widths_.AddHead(++column, head);
+    for (int row = 0; row < table_.RowCount(); ++row) {
+        column = 0;
+        for (const QString& text : RowHeads(row))
+            widths_.Add(++column, text);
+        for (const PivotCell& cell : table_.cells[static_cast<std::size_t>(row)])
+            widths_.Add(++column, ValueText(cell.value));
+    }
+}
+
+office::Cell GraphWorkbook::HeadCell(const QString& text) const {
+    return plan_.NeedsNumbersAlong() ? ValueCell(text) : office::Cell(text);
+}
+
+void GraphWorkbook::WriteTitle() {
+    office::CellStyle title = DataFont().Style();
     title.bold = true;
-    title.fontSize = font.size + 4;
+    title.fontSize = DataFont().size + 4;
+    SetLeading(title);
     sheet_.Cells(1, 1).SetStyle(title);
     sheet_.Cells(1, 1).SetValue(Plain("PRES_Graph"));
-    std::vector<office::Cell> head;
-    for (const PivotField field : table_.rowFields)
-        head.emplace_back(CaptionOf(field));
-    if (NeedsLabels()) head.emplace_back(Plain("Graph"));
-    for (const PivotColumn& column : table_.columns)
-        head.emplace_back(column.head);
-    for (std::size_t i = 0; i < head.size(); ++i)
-        widths_.AddHead(static_cast<int>(i) + 1, std::get<QString>(head[i]));
-    office::Block block{head};
+}
+
+void GraphWorkbook::WriteTable() {
+    WriteTitle();
+    office::Block block(1);
+    for (const QString& head : Heads())
+        block.front().push_back(plan_.SeriesInRows() ? HeadCell(head) : office::Cell(head));
     LookCollector formats;
     for (int row = 0; row < table_.RowCount(); ++row) {
         std::vector<office::Cell> line;
-        for (const QString& text : table_.rowTexts[static_cast<std::size_t>(row)])
-            line.emplace_back(text);
-        if (NeedsLabels()) line.emplace_back(LabelOf(row));
-        for (std::size_t i = 0; i < line.size(); ++i)
-            widths_.Add(static_cast<int>(i) + 1, std::get<QString>(line[i]));
+        for (const QString& text : RowHeads(row))
+            line.push_back(plan_.SeriesInRows() ? office::Cell(text) : HeadCell(text));
         for (const PivotCell& cell : table_.cells[static_cast<std::size_t>(row)]) {
             const int column = static_cast<int>(line.size()) + 1;
-            widths_.Add(column, cell.value);
             if (!cell.value.isEmpty())
                 formats.Add(HeaderRow + 1 + row, column, {.numberFormat = ValueFormat(cell.value)});
             line.push_back(ValueCell(cell.value));
         }
         block.push_back(std::move(line));
     }
+    DressTable();
+    formats.WriteTo(sheet_);
+    SendLooks(sheet_);
+    sheet_.Cells(HeaderRow, 1).SetValues(block);
+}
+
+void GraphWorkbook::DressTable() {
+    const TableFont font = DataFont();
     office::CellStyle text = font.Style();
-    text.numberFormat = QStringLiteral("@");
-    text.horizontal = office::Align::Left;
+    text.numberFormat = plan_.NeedsNumbersAlong() ? QStringLiteral("General") : QStringLiteral("@");
+    SetLeading(text);
     office::CellStyle value = font.Style();
     value.horizontal = office::Align::Right;
     sheet_.Cells(HeaderRow, 1, LastRow(), FirstValueColumn() - 1).SetStyle(text);
     sheet_.Cells(HeaderRow, FirstValueColumn(), LastRow(), LastColumn()).SetStyle(value);
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn()).SetStyle({.bold = true, .wrapText = true});
-    formats.WriteTo(sheet_);
-    SendLooks(sheet_);
-    sheet_.Cells(HeaderRow, 1).SetValues(block);
 }
 
 // A footnote goes on its cell, whose number stays one that can be drawn.
@@ -163,48 +182,43 @@ void GraphWorkbook::Format() {
         .SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, 1});
 }
 
-QString GraphWorkbook::ChartTitle() const {
-    if (table_.ColumnCount() == 1)
-        return QString(table_.columns.front().head).replace(QLatin1Char('\n'), QStringLiteral(", "));
-    return SingleValues(2).join(QStringLiteral(", "));
-}
-
-bool GraphWorkbook::HasLongNames(bool seriesInRows) const {
-    qsizetype longest = 0;
-    if (seriesInRows)
-        for (int row = 0; row < table_.RowCount(); ++row)
-            longest = std::max(longest, LabelOf(row).size());
-    else
-        for (const PivotColumn& column : table_.columns)
-            for (const QString& line : column.head.split(QLatin1Char('\n')))
-                longest = std::max(longest, line.size());
-    return longest > kLongestNameBeside;
-}
-
 void GraphWorkbook::AddChart() {
     office::Worksheet sheet = book_.Sheet(ChartSheet);
     sheet.SetName(QStringLiteral("Graph"));
     sheet.SetGridLines(false);
     SetUpSheet(sheet, 0, 1);
-    const office::Range data = sheet_.Cells(HeaderRow, FirstValueColumn() - 1, LastRow(), LastColumn());
-    office::Chart chart = sheet.AddChart(options_.kind, data, true, true, kChartPlace);
-    // The longer side of the block runs along the axis, so that there are few series of many points; a pie shows one.
-    const bool seriesInRows = table_.ColumnCount() >= table_.RowCount() && table_.ColumnCount() > 1;
-    chart.SetSeriesInRows(seriesInRows);
+    const int first = plan_.ComparesColumns() ? FirstValueColumn() : FirstValueColumn() - 1;
+    const office::Range data = sheet_.Cells(HeaderRow, first, LastRow(), LastColumn());
+    // Texts name the points; numbers are where a scatter chart's points stand.
+    const bool named = !plan_.ComparesColumns() && !plan_.NeedsNumbersAlong();
+    office::Chart chart = sheet.AddChart(options_.kind, data, true, named, kChartPlace);
+    chart.SetSeriesInRows(plan_.SeriesInRows() && !plan_.ComparesColumns());
+    if (options_.kind == office::ChartKind::Area) chart.SetStacked(true);
+    if (plan_.ComparesColumns()) {
+        chart.SetLines(false);
+        chart.SetAxisTitles(plan_.HeadOf(0), table_.ColumnCount() == 2 ? plan_.HeadOf(1) : QString());
+    }
     const TableFont font = DataFont();
-    chart.SetTitle(ChartTitle());
-    chart.SetLegend(table_.ColumnCount() > 1 || options_.kind == office::ChartKind::Pie, HasLongNames(seriesInRows));
+    chart.SetTitle(plan_.Title());
+    const int names = options_.kind == office::ChartKind::Pie ? plan_.PointCount() : plan_.SeriesCount();
+    const bool many = names > kNamesBelow;
+    chart.SetLegend(names > 1 || options_.kind == office::ChartKind::Pie, plan_.HasLongNames() && !many);
     chart.SetPlain();
+    if (SysNumFormat && plan_.HasLongNumbers()) chart.SetValueFormat(QStringLiteral("#,##0"));
     chart.SetFont(font.name, font.size);
+    if (many) chart.SetLegendFont(font.name, std::min(font.size, kManyNamesSize));
     chart.SetAxisFont(ProductFont.isEmpty() ? font.name : ProductFont,
                       ProductFontSize > 0 ? ProductFontSize : font.size);
 }
 
-ShowOutcome ShowGraphXLS(RowsColumns& arrangement, const GraphOptions& options, const WizardProgress& progress) {
+ShowOutcome ShowGraphXLS(RowsColumns& arrangement, const GraphOptions& options, const WizardProgress& progress,
+                         const MayDraw& mayDraw) {
     const ErrorTrap trap("ShowXLS");
     PivotTable table;
     ShowOutcome outcome = PrepareTable(WizardKind::Graph, arrangement, table, progress);
     if (outcome.result != ShowResult::Built) return outcome;
+    const GraphPlan plan(table, options.kind);
+    if (plan.IsCrowded() && mayDraw && !mayDraw(plan.PointCount(), plan.SeriesCount())) return {ShowResult::GivenUp};
     if (options.sort) table.SortRows(options.sortColumn, options.sortAscending);
     const QString templateFile = TemplateFile(QStringLiteral("GraphTmp.Xls"));
     if (templateFile.isEmpty()) return {ShowResult::TemplateMissing};

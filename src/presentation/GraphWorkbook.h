@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/Chart.h"
+#include "presentation/GraphPlan.h"
 #include "presentation/TableWorkbook.h"
 
 namespace tessaro {
@@ -38,17 +38,18 @@ class GraphWorkbook final {
     [[nodiscard]] QString LastCellAddress() const;
 
   private:
+    void MeasureColumns();
+    void WriteTitle();
     void WriteTable();
+    void DressTable();
     void WriteComments();
     void Format();
     void AddChart();
-    /// What the chart is about: its only column, or what the whole selection has just one value of.
-    [[nodiscard]] QString ChartTitle() const;
-    /// Names of series so long that a legend beside the plot would leave it no room.
-    [[nodiscard]] bool HasLongNames(bool seriesInRows) const;
-    [[nodiscard]] bool NeedsLabels() const;
-    [[nodiscard]] QString LabelOf(int row) const;
-    [[nodiscard]] int FirstValueColumn() const { return table_.FieldCount() + (NeedsLabels() ? 2 : 1); }
+    [[nodiscard]] std::vector<QString> Heads() const;
+    [[nodiscard]] std::vector<QString> RowHeads(int row) const;
+    /// What stands along the axis: a text, or a number where the chart measures it.
+    [[nodiscard]] office::Cell HeadCell(const QString& text) const;
+    [[nodiscard]] int FirstValueColumn() const { return table_.FieldCount() + (plan_.NeedsLabels() ? 2 : 1); }
     [[nodiscard]] int LastColumn() const { return FirstValueColumn() + table_.ColumnCount() - 1; }
     [[nodiscard]] int LastRow() const { return HeaderRow + table_.RowCount(); }
 
@@ -57,11 +58,14 @@ class GraphWorkbook final {
     const PivotTable& table_;
     const GraphOptions& options_;
     const WizardProgress& progress_;
+    const GraphPlan plan_;
     ColumnWidths widths_;
 };
 
+/// Asked before a crowded graph is drawn, with its numbers of points and series; False gives it up.
+using MayDraw = std::function<bool(int points, int series)>;
 /// ShowXLS of the graph wizard; like that of the table wizard.
 [[nodiscard]] ShowOutcome ShowGraphXLS(RowsColumns& arrangement, const GraphOptions& options,
-                                       const WizardProgress& progress = {});
+                                       const WizardProgress& progress = {}, const MayDraw& mayDraw = {});
 
 } // namespace tessaro

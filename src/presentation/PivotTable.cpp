@@ -21,6 +21,8 @@ PivotColumn ColumnOf(const QString& name, const PivotQuery& query, PivotHeaders&
 void ReadHeads(const jet::Recordset& rows, const PivotQuery& query, PivotTable& table,
                const std::function<void(int)>& progress) {
     PivotHeaders headers(query.PivotKeyList);
+    for (const QString& key : query.PivotKeyList.split(KeySeparator))
+        if (const auto field = FieldOfKey(key)) table.columnFields.push_back(*field);
     const int fields = static_cast<int>(rows.FieldCount());
     for (int i = 0; i < fields; ++i) {
         const QString name = QString::fromStdString(rows.Field(static_cast<std::size_t>(i)).name);

@@ -30,6 +30,7 @@ struct PivotColumn {
 /// The rows of a crosstab, with heads as texts.
 struct PivotTable {
     std::vector<PivotField> rowFields;
+    std::vector<PivotField> columnFields;
     std::vector<PivotColumn> columns;
     std::vector<QStringList> rowTexts; ///< one text for each row field
     std::vector<std::vector<PivotCell>> cells;

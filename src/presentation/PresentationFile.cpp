@@ -26,6 +26,7 @@ QString ShowOutcome::MessageKey() const {
     case ShowResult::Built:
     case ShowResult::TooManyColumns:
     case ShowResult::TooManyRows:
+    case ShowResult::GivenUp:
         break;
     }
     return {};

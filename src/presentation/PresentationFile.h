@@ -34,6 +34,7 @@ enum class ShowResult {
     NoData,          ///< key "256"
     TemplateMissing, ///< key "011"
     TooManyColumns,  ///< the crosstab would have `count` columns; `field` is the one to move to the rows
+    GivenUp,         ///< the user would rather not have it; nothing is told
     TooManyRows      ///< the table would have `count` rows
 };
 struct ShowOutcome {

@@ -11,6 +11,7 @@
 #include "session/Strings.h"
 
 #include <QEvent>
+#include <QFile>
 #include <QFileInfo>
 #include <QStackedWidget>
 
@@ -38,7 +39,7 @@ PresentationWizard::PresentationWizard(WizardKind kind, SavePresentation save, Q
     : WizardFrame(parent), kind_(kind), save_(std::move(save)), fields_(new RowsColumnsPage(kind)),
       fraExcel_(new OfficeHost) {
     fraExcel_->setObjectName(QStringLiteral("fraExcel"));
-    connect(fields_, &RowsColumnsPage::ArrangementChanged, this, [this] { SetSorting({}, {}); });
+    connect(fields_, &RowsColumnsPage::ArrangementChanged, this, [this] { KeepSorting({}, {}); });
 }
 
 void PresentationWizard::Form_Load(const QString& fieldsKey, QWidget* options, const QString& optionsKey) {
@@ -81,6 +82,7 @@ bool PresentationWizard::ShowPreview() {
                                   [this](int percent) { SetChildProgress(percent); },
                                   [this](const QString& key) { SetStatus(PlainText(key)); }};
     ShowOutcome outcome;
+    ForgetWorkbook();
     try {
         outcome = BuildWorkbook(arrangement, progress);
     } catch (const office::Error& error) {
@@ -88,15 +90,22 @@ bool PresentationWizard::ShowPreview() {
         return false;
     }
     if (!(arrangement == fields_->Arrangement())) {
-        const SortOrder sort = Sorting();
+        const SortOrder sort = Sorting(); // the columns have stayed
+        const QString head = sortHead_;
         fields_->SetArrangement(arrangement);
-        SetSorting(sort, {});
+        KeepSorting(sort, head);
     }
     if (!Tell(outcome)) return false;
     workbookFile_ = outcome.WorkbookFile;
     ClearProgress();
     ShowInPlace();
     return true;
+}
+
+// The one before must not take the name of the next.
+void PresentationWizard::ForgetWorkbook() {
+    if (!workbookFile_.isEmpty()) QFile::remove(workbookFile_);
+    workbookFile_.clear();
 }
 
 // Where the workbook can't be shown the place says why, and the file stands.
@@ -130,7 +139,12 @@ void PresentationWizard::ChooseSort(const char* procedureName) {
     for (const PivotColumn& column : table.columns)
         heads << column.head;
     SortChoice choice(heads, Sorting(), this);
-    if (choice.exec() == QDialog::Accepted) SetSorting(choice.Order(), heads.value(choice.Order().column));
+    if (choice.exec() == QDialog::Accepted) KeepSorting(choice.Order(), heads.value(choice.Order().column));
+}
+
+void PresentationWizard::KeepSorting(const SortOrder& sort, const QString& head) {
+    sortHead_ = head;
+    SetSorting(sort, head);
 }
 
 void PresentationWizard::EndWizard() {

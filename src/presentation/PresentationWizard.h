@@ -35,7 +35,7 @@ class PresentationWizard : public WizardFrame {
     /// ShowXLS with what the options page says. May move fields of the arrangement; throws office::Error.
     [[nodiscard]] virtual ShowOutcome BuildWorkbook(RowsColumns& arrangement, const WizardProgress& progress) = 0;
     [[nodiscard]] virtual SortOrder Sorting() const = 0;
-    /// Keeps the chosen column, and shows its head.
+    /// Keeps the chosen column, and shows its head; without one it is the first.
     virtual void SetSorting(const SortOrder& sort, const QString& head) = 0;
 
     [[nodiscard]] bool GoForward(int step) override;
@@ -45,7 +45,9 @@ class PresentationWizard : public WizardFrame {
     void changeEvent(QEvent* event) override;
 
   private:
+    void KeepSorting(const SortOrder& sort, const QString& head);
     [[nodiscard]] bool ShowPreview();
+    void ForgetWorkbook();
     void ShowInPlace();
     [[nodiscard]] bool SaveAs();
 
@@ -54,6 +56,7 @@ class PresentationWizard : public WizardFrame {
     RowsColumnsPage* fields_;
     OfficeHost* fraExcel_;
     QString workbookFile_;
+    QString sortHead_; ///< of the column that was chosen to sort by; empty for the first one
 };
 
 } // namespace tessaro

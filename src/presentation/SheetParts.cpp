@@ -1,5 +1,6 @@
 #include "presentation/SheetParts.h"
 
+#include "controls/SheetLook.h"
 #include "office/SpreadsheetApplication.h"
 #include "session/DisplayValue.h"
 #include "session/Query.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 
 namespace tessaro {
 
@@ -21,16 +23,40 @@ constexpr int kFewValues = 10000;
 constexpr std::size_t kRunsAtOnce = 3500; ///< fewer than go over at once
 constexpr int kValueColumn = 5;           ///< of the data list
 constexpr int kListColumns = 8;
+constexpr double kColumnGap = 2;     ///< digits that a column is wider than its text
+constexpr double kUsualSize = 10;    ///< points of the font whose digits widths are counted in
+constexpr double kBoldFactor = 1.1;  ///< how much wider bold texts are
+constexpr double kLeastScale = 0.65; ///< a table that would be printed smaller goes over several pages
+constexpr double kTallRow = 1.8;     ///< height of a row in sizes of a font with high letters
 
 QString Plain(const char* key) {
     return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
 }
 
-int LengthOf(const QString& text) {
-    qsizetype longest = 0;
-    for (const QString& line : text.split(QLatin1Char('\n')))
-        longest = std::max(longest, line.size());
-    return static_cast<int>(longest);
+/// How many digits would be as wide as the letter.
+double WidthOf(QChar letter) {
+    const ushort code = letter.unicode();
+    if (letter.category() == QChar::Mark_NonSpacing) return 0;
+    if ((code >= 0x2E80 && code < 0xD7B0) || (code >= 0xF900 && code < 0xFB00) || (code >= 0xFF00 && code < 0xFF60))
+        return 1.9; // East Asian
+    const bool wide =
+        letter.isUpper() || letter.script() == QChar::Script_Cyrillic || QStringLiteral("mw%").contains(letter);
+    return wide ? 1.25 : 1;
+}
+
+double SizeFactor(const TableFont& font) {
+    return std::max(font.size, 6.0) / kUsualSize * (font.bold ? kBoldFactor : 1);
+}
+
+/// Width of the longest line, in digits.
+double WidthOf(const QString& text) {
+    double widest = 0;
+    double width = 0;
+    for (const QChar letter : text) {
+        width = letter == QLatin1Char('\n') ? 0 : width + WidthOf(letter);
+        widest = std::max(widest, width);
+    }
+    return widest;
 }
 
 std::vector<office::Cell> ListHead() {
@@ -55,7 +81,7 @@ Records ListRows() {
 void DressList(office::Worksheet& sheet, int rows, const TableFont& font) {
     office::CellStyle text = TextFont(font).Style();
     text.numberFormat = QStringLiteral("@");
-    text.horizontal = office::Align::Left;
+    SetLeading(text);
     office::CellStyle value = font.Style();
     value.horizontal = office::Align::Right;
     sheet.Cells(1, 1, rows, kValueColumn - 1).SetStyle(text);
@@ -93,7 +119,8 @@ void FillListSheet(office::Worksheet sheet, Records& records, const TableFont& f
     formats.WriteTo(sheet);
     SendLooks(sheet);
     sheet.Cells(1, 1).SetValues(block);
-    widths.WriteTo(sheet);
+    widths.WriteTo(sheet, font);
+    SetTallRows(sheet, 1, rows, kListColumns, font);
 }
 
 } // namespace
@@ -101,6 +128,7 @@ void FillListSheet(office::Worksheet sheet, Records& records, const TableFont& f
 office::CellStyle TableFont::Style() const {
     office::CellStyle style;
     if (!name.isEmpty()) style.fontName = name;
+    if (const QString latin = LatinFontBeside(name); !name.isEmpty() && !latin.isEmpty()) style.latinFontName = latin;
     if (size > 0) style.fontSize = size;
     style.bold = bold;
     style.italic = italic;
@@ -167,15 +195,18 @@ QString ValueText(const QString& value) {
     return SysNumFormat ? WithSeparators(value.trimmed(), QLocale::system()) : value.trimmed();
 }
 
+double TextWidth(const QString& text, const TableFont& font) {
+    return WidthOf(text) * SizeFactor(font);
+}
+
 void ColumnWidths::AddHead(int column, const QString& text) {
-    int& width = widths_[column];
-    const int length = LengthOf(text);
-    width = std::max(width, std::min(length, WidestHead));
+    double& width = widths_[column];
+    width = std::max(width, std::min(WidthOf(text), WidestHead));
 }
 
 void ColumnWidths::Add(int column, const QString& text) {
-    int& width = widths_[column];
-    const int length = LengthOf(text);
+    double& width = widths_[column];
+    const double length = WidthOf(text);
     if (length > WidestCell) wraps_[column] = true;
     width = std::max(width, std::min(length, WidestCell));
 }
@@ -184,9 +215,25 @@ bool ColumnWidths::Wraps(int column) const {
     return wraps_.count(column) > 0;
 }
 
-void ColumnWidths::WriteTo(office::Worksheet& sheet) const {
+double ColumnWidths::SheetWidth(int column, const TableFont& font) const {
+    const auto found = widths_.find(column);
+    if (found == widths_.end()) return 0;
+    return (found->second + kColumnGap) * SizeFactor(font);
+}
+
+int ColumnWidths::PagesFor(int titleColumns, const TableFont& font) const {
+    double titles = 0;
+    double rest = 0;
     for (const auto& [column, width] : widths_)
-        sheet.SetColumnWidth(column, width + 3.0);
+        (column <= titleColumns ? titles : rest) += SheetWidth(column, font);
+    const double page = PageDigits / kLeastScale;
+    const double room = std::max(page - titles, page / 4); // beside the titles, which every page repeats
+    return std::max(1, static_cast<int>(std::ceil(rest / room)));
+}
+
+void ColumnWidths::WriteTo(office::Worksheet& sheet, const TableFont& font) const {
+    for (const auto& [column, width] : widths_)
+        sheet.SetColumnWidth(column, SheetWidth(column, font));
 }
 
 void GiveTimeFor(int values) {
@@ -245,19 +292,36 @@ void WriteSourceSheet(office::Worksheet sheet, const TableFont& font) {
     office::CellStyle look = TextFont(font).Style();
     look.numberFormat = QStringLiteral("@");
     look.wrapText = true;
+    SetLeading(look);
     look.vertical = office::VerticalAlign::Top;
     list.SetStyle(look);
     sheet.Cells(1, 1).SetStyle({.bold = true, .interiorColorIndex = 34});
     sheet.Cells(1, 1).SetBorders(office::EdgeBottom, {});
     sheet.Cells(1, 1).SetValues(block);
-    widths.WriteTo(sheet);
+    widths.WriteTo(sheet, font);
     list.AutoFitRows();
 }
 
-void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn) {
+void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn, int pagesWide) {
     if (titleRows > 0) sheet.FreezePanes(titleRows + 1, firstColumn);
-    sheet.SetPageSetup(
-        {.landscape = true, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = titleRows});
+    if (titleRows > 0 && LanguageIsRightToLeft()) sheet.SetRightToLeft(true);
+    sheet.SetPageSetup({.landscape = true,
+                        .fitToPagesWide = pagesWide,
+                        .footer = QStringLiteral("&P / &N"),
+                        .titleRows = titleRows,
+                        .titleColumns = pagesWide > 1 ? firstColumn - 1 : 0,
+                        .centered = titleRows == 0});
+}
+
+void SetLeading(office::CellStyle& look) {
+    look.horizontal = LanguageIsRightToLeft() ? office::Align::Right : office::Align::Left;
+    if (LanguageIsRightToLeft()) look.rightToLeft = true;
+}
+
+void SetTallRows(office::Worksheet& sheet, int first, int last, int columns, const TableFont& font) {
+    if (LatinFontBeside(ProductFont).isEmpty()) return;
+    sheet.Cells(first, 1, last, columns).SetStyle({.vertical = office::VerticalAlign::Center});
+    sheet.SetRowHeights(first, last, std::max(font.size, TextFont(font).size) * kTallRow);
 }
 
 } // namespace tessaro

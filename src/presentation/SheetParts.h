@@ -57,21 +57,29 @@ class LookCollector final {
 /// A value as text, as it is displayed.
 [[nodiscard]] QString ValueText(const QString& value);
 
+/// Digits of the usual size that a landscape page has room for, and that a text takes.
+constexpr double PageDigits = 140;
+[[nodiscard]] double TextWidth(const QString& text, const TableFont& font);
+
 /// Finds widths of columns from their texts.
 class ColumnWidths final {
   public:
-    /// Longest text of a head, which is wrapped, and of any other cell, in characters.
-    static constexpr int WidestHead = 28;
-    static constexpr int WidestCell = 60;
+    /// Longest text of a head, which is wrapped, and of any other cell, in digits.
+    static constexpr double WidestHead = 28;
+    static constexpr double WidestCell = 60;
 
     void AddHead(int column, const QString& text);
     void Add(int column, const QString& text);
     /// A cell that is longer than the widest, so that it has to be wrapped.
     [[nodiscard]] bool Wraps(int column) const;
-    void WriteTo(office::Worksheet& sheet) const;
+    /// How many pages the columns need side by side to stay readable; those up to `titleColumns` stand on each.
+    [[nodiscard]] int PagesFor(int titleColumns, const TableFont& font) const;
+    void WriteTo(office::Worksheet& sheet, const TableFont& font) const;
+    /// Width of a column in digits of the usual size, with a gap.
+    [[nodiscard]] double SheetWidth(int column, const TableFont& font) const;
 
   private:
-    std::map<int, int> widths_;
+    std::map<int, double> widths_;
     std::map<int, bool> wraps_;
 };
 
@@ -91,8 +99,13 @@ void SendLooks(const office::Worksheet& sheet);
 /// sources. A data sheet that has its head already stays as it is.
 void WriteDataList(office::Workbook& book, int first, const TableFont& font);
 void WriteSourceSheet(office::Worksheet sheet, const TableFont& font);
-/// Landscape, as wide as the page, numbered pages; `titleRows` rows are repeated on each page, and they and the columns
-/// before `firstColumn` stay in view. For an empty sheet: on a full one each setting breaks all its pages anew.
-void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn);
+/// Landscape, so many pages wide, pages numbered through the workbook; `titleRows` rows (and, on several pages side by
+/// side, the columns before `firstColumn`) are repeated on each page and stay in view. A sheet without them lies in the
+/// middle of its page. For an empty sheet: on a full one each setting breaks all its pages anew.
+void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn, int pagesWide = 1);
+/// Lets texts begin on the side where the language begins its lines.
+void SetLeading(office::CellStyle& look);
+/// Gives rows room for a language's font whose letters are much higher than the digits beside them.
+void SetTallRows(office::Worksheet& sheet, int first, int last, int columns, const TableFont& font);
 
 } // namespace tessaro

@@ -45,6 +45,7 @@ TableOptionsPage::TableOptionsPage(QWidget* parent) : QWidget(parent), ui_(std::
     GiveFont(ui_->txtBody, font(kBodySize, false));
     ui_->chkFormatTable->setChecked(true);
     ui_->CmdSort->setEnabled(false);
+    ui_->lblSort->setEnabled(false);
     ui_->cmdAddColor->setEnabled(false);
     SetFormCaptions();
     ConnectControls();
@@ -76,6 +77,8 @@ void TableOptionsPage::SetFormCaptions() {
     ui_->lblTitle->setBuddy(ui_->txtTitle);
     ui_->lblSubTitle->setBuddy(ui_->txtSubTitle);
     ui_->lblBody->setBuddy(ui_->txtBody);
+    for (QWidget* field : {ui_->txtTitle, ui_->txtSubTitle, ui_->txtBody})
+        GiveFont(field, FontOf(field)); // the form's own font doesn't go for them
     ui_->txtTitle->setAccessibleName(PlainText(QStringLiteral("Table Title")));
     ui_->txtSubTitle->setAccessibleName(PlainText(QStringLiteral("COMM_SubTitle")));
     ui_->txtBody->setAccessibleName(PlainText(QStringLiteral("Table Body Text")));
@@ -129,7 +132,8 @@ bool TableOptionsPage::AddsColor() const {
 
 void TableOptionsPage::SetSorting(const SortOrder& sort, const QString& head) {
     sort_ = sort;
-    ui_->lblSort->setText(QString(head).replace(QLatin1Char('\n'), QStringLiteral(" - ")));
+    ui_->lblSort->setText(head.isEmpty() ? PlainText(QStringLiteral("TS_SortFirst"))
+                                         : QString(head).replace(QLatin1Char('\n'), QStringLiteral(" - ")));
 }
 
 } // namespace tessaro

@@ -8,6 +8,7 @@
 #include "session/TempFiles.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tessaro {
 
@@ -20,7 +21,12 @@ constexpr int kGray = 16;
 constexpr int kLightGray = 15;
 constexpr int kLegendLines = 3;
 constexpr int kBlanksBehindNumber = 10;
-constexpr double kGapHeight = 5; ///< points, of the empty rows below the titles
+constexpr double kEmptyColumn = 10;  ///< digits of a column that holds nothing
+constexpr double kWidestColumn = 30; ///< digits; a merged line may end so far before the page does
+constexpr int kMostMerged = 24;
+constexpr double kLineEnds = 0.1;   ///< of a line, lost where words don't break
+constexpr double kLineHeight = 1.5; ///< in sizes of the font
+constexpr double kGapHeight = 5;    ///< points, of the empty rows below the titles
 
 QString Plain(const char* key) {
     return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
@@ -43,7 +49,9 @@ void TableWorkbook::Write() {
             book_.SetColors(FirstRangeSlot + i, options_.ranges.colors[static_cast<std::size_t>(i)]);
     book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
-    SetUpSheet(sheet_, TableLayout::HeaderRow, table_.FieldCount() + 1);
+    MeasureColumns();
+    SetUpSheet(sheet_, TableLayout::HeaderRow, table_.FieldCount() + 1,
+               widths_.PagesFor(table_.FieldCount(), options_.bodyFont));
     progress_.Label("Setting Title/Subtitle");
     WriteTitles();
     progress_.Label("Filling Headers");
@@ -60,10 +68,27 @@ void TableWorkbook::Write() {
     book_.Save();
 }
 
+void TableWorkbook::MeasureColumns() {
+    const int fields = table_.FieldCount();
+    for (int i = 0; i < fields; ++i)
+        widths_.AddHead(i + 1, CaptionOf(table_.rowFields[static_cast<std::size_t>(i)]));
+    for (int i = 0; i < table_.ColumnCount(); ++i)
+        widths_.AddHead(fields + i + 1, table_.columns[static_cast<std::size_t>(i)].head);
+    for (std::size_t row = 0; row < table_.cells.size(); ++row) {
+        for (int i = 0; i < fields; ++i)
+            widths_.Add(i + 1, table_.rowTexts[row][i]);
+        for (std::size_t i = 0; i < table_.cells[row].size(); ++i) {
+            const PivotCell& cell = table_.cells[row][i];
+            const QString mark = cell.footnote != 0 ? QStringLiteral(" 9") : QString();
+            if (!cell.value.isEmpty()) widths_.Add(fields + static_cast<int>(i) + 1, ValueText(cell.value) + mark);
+        }
+    }
+}
+
 void TableWorkbook::WriteTitles() {
     const auto write = [this](int row, const QString& text, const TableFont& font) {
         office::CellStyle look = font.Style();
-        look.horizontal = office::Align::Left;
+        SetLeading(look);
         look.numberFormat = QStringLiteral("@");
         sheet_.Cells(row, 1).SetStyle(look);
         if (!text.isEmpty()) sheet_.Cells(row, 1).SetValue(text);
@@ -74,23 +99,17 @@ void TableWorkbook::WriteTitles() {
 
 void TableWorkbook::WriteHeads() {
     std::vector<office::Cell> heads;
-    for (int i = 0; i < table_.FieldCount(); ++i) {
-        const QString caption = CaptionOf(table_.rowFields[static_cast<std::size_t>(i)]);
-        widths_.AddHead(i + 1, caption);
-        heads.emplace_back(caption);
-    }
-    for (int i = 0; i < table_.ColumnCount(); ++i) {
-        const QString& head = table_.columns[static_cast<std::size_t>(i)].head;
-        widths_.AddHead(table_.FieldCount() + i + 1, head);
-        heads.emplace_back(head);
-    }
+    for (const PivotField field : table_.rowFields)
+        heads.emplace_back(CaptionOf(field));
+    for (const PivotColumn& column : table_.columns)
+        heads.emplace_back(column.head);
     const int fields = table_.FieldCount();
     const int header = TableLayout::HeaderRow;
     office::CellStyle text = TextFont(options_.bodyFont).Style();
     text.wrapText = true;
     text.numberFormat = QStringLiteral("@");
     text.vertical = office::VerticalAlign::Bottom;
-    text.horizontal = office::Align::Left;
+    SetLeading(text);
     sheet_.Cells(header, 1, header, fields).SetStyle(text);
     text.horizontal = office::Align::Right;
     sheet_.Cells(header, fields + 1, header, LastColumn()).SetStyle(text);
@@ -124,10 +143,8 @@ void TableWorkbook::WriteValues() {
     for (int row = 0; row < table_.RowCount(); ++row) {
         std::vector<office::Cell> line;
         const QStringList& texts = table_.rowTexts[static_cast<std::size_t>(row)];
-        for (int i = 0; i < fields; ++i) {
-            widths_.Add(i + 1, texts[i]);
-            line.emplace_back(texts[i]);
-        }
+        for (const QString& text : texts)
+            line.emplace_back(text);
         for (int column = 0; column < table_.ColumnCount(); ++column) {
             const PivotCell& cell = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
             const int sheetColumn = fields + column + 1;
@@ -136,7 +153,6 @@ void TableWorkbook::WriteValues() {
             if (cell.value.isEmpty()) continue;
             if (marked)
                 marks_.push_back({first + row, sheetColumn, ValueText(cell.value), FootnoteNumber(cell.footnote)});
-            widths_.Add(sheetColumn, ValueText(cell.value) + (marked ? QStringLiteral("  ") : QString()));
             formats.Add(first + row, sheetColumn, {.numberFormat = ValueFormat(cell.value)});
             if (const int slot = SetCellBGColor(row, column); slot > -1)
                 colors.Add(first + row, sheetColumn, {.interiorColorIndex = slot});
@@ -151,7 +167,7 @@ void TableWorkbook::WriteValues() {
     sheet_.Cells(first, fields + 1, layout_.DataEnd, LastColumn()).SetStyle(values);
     office::CellStyle texts = TextFont(options_.bodyFont).Style();
     texts.numberFormat = QStringLiteral("@");
-    texts.horizontal = office::Align::Left;
+    SetLeading(texts);
     texts.vertical = office::VerticalAlign::Top;
     sheet_.Cells(first, 1, layout_.DataEnd, fields).SetStyle(texts);
     for (int i = 1; i <= fields; ++i)
@@ -169,6 +185,7 @@ void TableWorkbook::WriteMarks() {
     const office::CellStyle body = BodyLook();
     office::CellStyle mark;
     mark.fontName = body.fontName;
+    mark.latinFontName = body.latinFontName;
     mark.fontSize = body.fontSize;
     mark.bold = false;
     mark.italic = false;
@@ -183,7 +200,7 @@ void TableWorkbook::WriteMarks() {
 
 void TableWorkbook::WriteLegend() {
     office::CellStyle look = BodyLook();
-    look.horizontal = office::Align::Left;
+    SetLeading(look);
     const char* const texts[kLegendLines] = {"Table Color3", "Table Color2", "Table Color1"};
     for (int i = 0; i < kLegendLines; ++i) {
         const int row = layout_.LegendRow + i;
@@ -199,35 +216,56 @@ int TableWorkbook::WriteFootnotes() {
     office::CellStyle head = BodyLook();
     head.bold = true;
     head.italic = true;
-    head.horizontal = office::Align::Left;
+    SetLeading(head);
     sheet_.Cells(row, 1).SetStyle(head);
     sheet_.Cells(row, 1).SetValue(Plain("FootNotes"));
     sheet_.Cells(row, 1, row, LastColumn()).SetBorders(office::EdgeTop, {});
     const office::CellStyle body = TextFont(options_.bodyFont).Style();
     office::CellStyle left = body;
-    left.horizontal = office::Align::Left;
+    SetLeading(left);
     for (std::size_t i = 0; i < arrFootnotes_.size(); ++i) {
         const QString text = FootnoteText(arrFootnotes_[i]);
         if (text.isNull()) continue; // the number is taken all the same
         ++row;
+        const QString shown = QString(kBlanksBehindNumber, QLatin1Char(' ')) + text;
         sheet_.Cells(row, 1).SetStyle(left);
-        sheet_.Cells(row, 1).SetRichText({{QString::number(i + 1), true, body},
-                                          {QString(kBlanksBehindNumber, QLatin1Char(' ')) + text, false, body}});
+        sheet_.Cells(row, 1).SetRichText({{QString::number(i + 1), true, body}, {shown, false, body}});
+        longLines_.push_back({row, shown});
     }
     return row + 2;
 }
 
 void TableWorkbook::WriteSources(int row) {
     office::CellStyle look = TextFont(options_.bodyFont).Style();
-    look.horizontal = office::Align::Left;
+    SetLeading(look);
     look.numberFormat = QStringLiteral("@");
     office::Block block{{Plain("Comm_Source")}};
-    for (const QString& source : SourcesOfSelection())
+    for (const QString& source : SourcesOfSelection()) {
+        longLines_.push_back({row + static_cast<int>(block.size()), source});
         block.push_back({source});
+    }
     const int last = row + static_cast<int>(block.size()) - 1;
+    lastRow_ = last;
     sheet_.Cells(row, 1, last, 1).SetStyle(look);
     sheet_.Cells(row, 1).SetStyle({.underline = true});
     sheet_.Cells(row, 1).SetValues(block);
+}
+
+// What is longer than a page is wide goes on in further lines.
+void TableWorkbook::WrapLongLines() {
+    const TableFont font = TextFont(options_.bodyFont);
+    for (const auto& [row, text] : longLines_) {
+        const double length = TextWidth(text, font);
+        if (length <= PageDigits) continue;
+        int columns = 0;
+        double room = 0;
+        for (; room < PageDigits - kWidestColumn && columns < kMostMerged; ++columns)
+            room += columns < LastColumn() ? widths_.SheetWidth(columns + 1, options_.bodyFont) : kEmptyColumn;
+        office::Range line = sheet_.Cells(row, 1, row, columns);
+        line.Merge();
+        line.SetStyle({.vertical = office::VerticalAlign::Top, .wrapText = true});
+        sheet_.SetRowHeight(row, std::ceil(length / room + kLineEnds) * font.size * kLineHeight);
+    }
 }
 
 void TableWorkbook::FormatTable() {
@@ -251,8 +289,10 @@ void TableWorkbook::DrawBorders() {
 
 void TableWorkbook::Dress() {
     progress_.Label("Autofit");
-    widths_.WriteTo(sheet_);
+    widths_.WriteTo(sheet_, options_.bodyFont);
     sheet_.Cells(TableLayout::HeaderRow, 1).AutoFitRows();
+    SetTallRows(sheet_, TableLayout::FirstDataRow, lastRow_, LastColumn(), options_.bodyFont);
+    WrapLongLines();
     for (int i = 1; i <= table_.FieldCount(); ++i)
         if (widths_.Wraps(i)) sheet_.Cells(TableLayout::FirstDataRow, i, layout_.DataEnd, i).AutoFitRows();
     for (int row = 3; row < TableLayout::HeaderRow; ++row)

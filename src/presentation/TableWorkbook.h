@@ -46,6 +46,7 @@ class TableWorkbook final {
     void Write();
 
   private:
+    void MeasureColumns();
     void WriteTitles();
     void WriteHeads();
     void WriteValues();
@@ -53,6 +54,7 @@ class TableWorkbook final {
     void WriteMarks();
     [[nodiscard]] int WriteFootnotes();
     void WriteSources(int row);
+    void WrapLongLines();
     void FormatTable();
     void DrawBorders();
     void Dress();
@@ -77,6 +79,8 @@ class TableWorkbook final {
     std::vector<qint64> arrFootnotes_; ///< ids in the order of their numbers
     QHash<qint64, int> footnoteNumbers_;
     std::vector<Mark> marks_;
+    std::vector<std::pair<int, QString>> longLines_; ///< rows below the table that may be longer than a page is wide
+    int lastRow_ = 0;
     ColumnWidths widths_;
 };
 

@@ -56,8 +56,12 @@ void frmMain::ShowGallery(int kind) {
         ShellOpen(FindPath(ImagesFolder()));
         return;
     }
-    const QString samples = JoinPath({AppPath, Setting(QStringLiteral("Gallery Folder")), QStringLiteral("Samples")});
-    if (kind == 1 && FolderExists(samples)) SetGalleryFolder(samples);
+    const QString gallery = JoinPath({AppPath, Setting(QStringLiteral("Gallery Folder"))});
+    const QString samples = JoinPath({gallery, QStringLiteral("Samples")});
+    if (kind == 1 && FolderExists(samples))
+        SetGalleryFolder(samples);
+    else if (kind == 0 && FindPath(GalleryCustomFolder) == FindPath(samples))
+        SetGalleryFolder(JoinPath({gallery, QStringLiteral("Presentations")}));
     SetStatusText({});
     if (gallery_) return gallery_->GetPresentationsFromGallery();
     if (!splash_) screens_->HideStage(CurrentStage);

@@ -124,6 +124,9 @@ class GalleryOnX11Test : public test::GallerySession {
     /// Copies what is on show to new slides and saves them as this file.
     void SaveNewSlides(Screen& screen, const QString& file) {
         screen.CopyToNew();
+        SaveNewAs(screen, file);
+    }
+    void SaveNewAs(Screen& screen, const QString& file) {
         SetFileAnswerer([&](const FileQuestion&) { return file; });
         EXPECT_TRUE(screen.form.SavePPT());
     }
@@ -179,6 +182,37 @@ TEST_F(GalleryOnX11Test, WhatIsNoWorkbookIsToldAndTheScreenStaysUsable) {
     screen.Show(QStringLiteral("cut.xls"));
     screen.Show(QStringLiteral("Table - health.Xls"));
     EXPECT_TRUE(screen.Excel().IsOpen());
+}
+
+TEST_F(GalleryOnX11Test, ALongTableGoesOverSeveralSlidesWhenTheUserWants) {
+    MakeBook(QStringLiteral("Table - long.Xls"), [](office::Worksheet sheet) {
+        office::Block rows;
+        for (int row = 0; row < 150; ++row)
+            rows.push_back({QStringLiteral("Area %1").arg(row), double(row), double(2 * row)});
+        sheet.Cells(8, 1).SetValues(rows);
+    });
+    const struct {
+        int answer;
+        int least;
+        int most;
+    } cases[] = {{MessageCode::Yes, 3, 8}, {0, 1, 1}, {MessageCode::Cancel, 0, 0}};
+    for (const auto& c : cases) {
+        Screen screen;
+        screen.Show(QStringLiteral("Table - long.Xls"));
+        messages.clear();
+        answers = {c.answer};
+        screen.CopyToNew();
+        ASSERT_EQ(messages.size(), 1);
+        EXPECT_GE(screen.SlideCount(), c.least) << c.answer;
+        EXPECT_LE(screen.SlideCount(), c.most) << c.answer;
+        if (c.most > 0) SaveNewAs(screen, Ppt());
+    }
+    Screen screen;
+    screen.Show(QStringLiteral("Table - health.Xls"));
+    messages.clear();
+    screen.CopyToNew(); // a short one is not asked about
+    EXPECT_TRUE(messages.isEmpty());
+    SaveNewAs(screen, Ppt());
 }
 
 TEST_F(GalleryOnX11Test, CopiesAllKindsToSlidesOfOnePresentation) {
