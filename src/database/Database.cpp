@@ -67,7 +67,7 @@ bool ConnectionIsOpen() {
 void RenewWorkingDatabase() {
     if (ConnectionIsOpen()) return;
     const QString target = FindPath(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
-    const QString source = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/Infosel.mdb")}));
+    const QString source = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/InfoSel.mdb")}));
     if (!FileExists(source)) {
         LogNote(QLatin1String("the template of the working database is missing: ") + source);
         return;

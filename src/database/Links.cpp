@@ -71,10 +71,9 @@ std::shared_ptr<jet::Connection> ConnectionForLinks() {
     return CreateTheConnection(WorkingDatabase());
 }
 
-/// `file` is the file as it is to be opened.
+/// `file` is the file as it is to be opened. A link or table that has the name already is replaced.
 void MakeLink(jet::Connection& working, const QString& file, const QString& sourceTable, const QString& linkName) {
     ErrorTrap trap("CreateLink");
-    Execute(QStringLiteral("DROP Table [") + linkName + QStringLiteral("]"), &working);
     trap.Try([&] {
         working.CreateLink(linkName.toStdString(), file.toStdString(), DatabasePassword(), sourceTable.toStdString());
     });

@@ -36,8 +36,6 @@ struct TableInfo {
     std::string database = "main";
     std::string sourceTable;
     std::vector<ColumnInfo> columns;
-    /// Rows that the figures of the table's indexes name, from when they were last taken; 0 when there are none.
-    std::int64_t rows = 0;
 
     /// The column of this name, ignoring case; nullptr when there is none.
     [[nodiscard]] const ColumnInfo* column(std::string_view columnName) const;
@@ -51,6 +49,8 @@ class Catalogue {
     [[nodiscard]] virtual const TableInfo* find(std::string_view name) const = 0;
     /// Rises with every change of tables or links; a translation is good as long as it stands.
     [[nodiscard]] virtual unsigned version() const = 0;
+    /// Rows that the figures of the table's indexes name, from when they were last taken; 0 when there are none.
+    [[nodiscard]] virtual std::int64_t rowsOnRecord(const TableInfo& /*table*/) const { return 0; }
 };
 
 /// The kind that goes with a column: by its type, and by its name for Datavalue and the identifiers.

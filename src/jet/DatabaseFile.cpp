@@ -1,11 +1,11 @@
 #include "jet/DatabaseFile.h"
 
+#include <algorithm>
 #include <array>
 #include <cryptopp/filters.h>
 #include <cryptopp/hex.h>
 #include <cryptopp/pwdbased.h>
 #include <cryptopp/sha.h>
-#include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -44,7 +44,38 @@ bool Exists(const std::string& path) {
     return ::access(path.c_str(), F_OK) == 0;
 }
 
+struct FreeFilename {
+    void operator()(const char* name) const { sqlite3_free_filename(name); }
+};
+using Filename = std::unique_ptr<const char, FreeFilename>;
+
+std::vector<std::vector<Value>> RowsOfPassword(sqlite3* database, const std::string& schema) {
+    try {
+        return Rows(database, "SELECT Salt, Hash FROM " + schema + "." + std::string(PasswordTable));
+    } catch (const Error& error) {
+        if (error.number() == ErrorNumber::NoSuchTable) return {};
+        throw;
+    }
+}
+
 } // namespace
+
+std::string HeadOfFile(const std::string& path, std::size_t bytes) {
+    sqlite3_vfs* const files = sqlite3_vfs_find(nullptr);
+    const Filename name(sqlite3_create_filename(path.c_str(), "", "", 0, nullptr));
+    if (files == nullptr || name == nullptr) return {};
+    std::vector<std::max_align_t> room(static_cast<std::size_t>(files->szOsFile) / sizeof(std::max_align_t) + 1);
+    auto* const file = reinterpret_cast<sqlite3_file*>(room.data());
+    std::string head;
+    if (files->xOpen(files, name.get(), file, SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr) == SQLITE_OK) {
+        sqlite3_int64 size = 0;
+        file->pMethods->xFileSize(file, &size);
+        head.resize(std::min(bytes, static_cast<std::size_t>(std::max<sqlite3_int64>(size, 0))));
+        if (file->pMethods->xRead(file, head.data(), static_cast<int>(head.size()), 0) != SQLITE_OK) head.clear();
+    }
+    if (file->pMethods != nullptr) file->pMethods->xClose(file);
+    return head;
+}
 
 DatabaseFile DatabaseFile::Inspect(const std::string& path) {
     if (path.empty() || path.find('\0') != std::string::npos) Refuse(path, "there is no such file.");
@@ -60,12 +91,9 @@ DatabaseFile DatabaseFile::Inspect(const std::string& path) {
 }
 
 std::string DatabaseFile::Explain(const std::string& path) {
-    std::array<char, 100> head{};
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream) return "it may not be read.";
-    stream.read(head.data(), head.size());
-    const std::string_view text(head.data(), head.size());
-    const std::string_view jet = text.substr(4, 15);
+    const std::string text = HeadOfFile(path, 100);
+    if (text.empty()) return "it may not be read.";
+    const std::string_view jet = std::string_view(text).substr(std::min<std::size_t>(text.size(), 4), 15);
     if (jet == "Standard Jet DB" || jet == "Standard ACE DB")
         return "it is a genuine Jet database, which has to be imported first.";
     return text.starts_with("SQLite format 3") ? "it is damaged." : "it is no database.";
@@ -90,10 +118,7 @@ void StorePassword(sqlite3* database, const std::string& password) {
 }
 
 void CheckPassword(sqlite3* database, const std::string& schema, const std::string& password) {
-    const auto tables = Rows(database, "SELECT 1 FROM " + schema + ".sqlite_master WHERE type = 'table' AND name = ?",
-                             {std::string(PasswordTable)});
-    if (tables.empty()) return;
-    const auto rows = Rows(database, "SELECT Salt, Hash FROM " + schema + "." + std::string(PasswordTable));
+    const auto rows = RowsOfPassword(database, schema);
     if (rows.empty()) return;
     const std::string hash = rows[0][1].toText();
     if (hash.empty() || hash == HashOf(password, rows[0][0].toText())) return;

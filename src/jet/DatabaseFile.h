@@ -14,6 +14,10 @@ struct FileIdentity {
     auto operator<=>(const FileIdentity&) const = default;
 };
 
+/// The first bytes of a file, fewer when it is shorter or can't be read. Read through the engine: to open and close the
+/// file oneself would take the locks of this process's connections to it with it.
+[[nodiscard]] std::string HeadOfFile(const std::string& path, std::size_t bytes);
+
 /// A database file on disk, looked at before the engine opens it.
 struct DatabaseFile {
     std::string path; ///< as given

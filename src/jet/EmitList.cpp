@@ -65,7 +65,7 @@ Typed Emitter::emitNumberList(const InList& node, const Scope& scope) {
     ListParameter list{std::make_shared<NumberList>(node.numbers), {}};
     const auto* const column = std::get_if<ColumnName>(&node.operand->node);
     const Source* const source = column ? scope.lookUp(*column, {}).source : nullptr;
-    const std::int64_t rows = source && source->table ? source->table->rows : 0;
+    const std::int64_t rows = source && source->table ? catalogue_.rowsOnRecord(*source->table) : 0;
     const bool searched =
         !node.negated && rows / static_cast<std::int64_t>(kManyTimes) > static_cast<std::int64_t>(list.numbers->size());
     if (searched) list = {nullptr, "[" + node.numbers + "]"};

@@ -58,6 +58,9 @@ class NotingCatalogue final : public Catalogue {
         return found;
     }
     [[nodiscard]] unsigned version() const override { return catalogue_.version(); }
+    [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override {
+        return catalogue_.rowsOnRecord(table);
+    }
     [[nodiscard]] const std::vector<AskedTable>& asked() const { return asked_; }
 
   private:

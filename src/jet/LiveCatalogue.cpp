@@ -206,7 +206,6 @@ void LiveCatalogue::DetachUnused() const {
 
 void LiveCatalogue::ReadColumns(TableInfo& table) const {
     table.columns.clear();
-    table.rows = RowsOnRecord(table);
     const std::string schema = QuotedName(table.database);
     for (const auto& row :
          Rows(database_, "PRAGMA " + schema + ".table_xinfo(" + QuotedName(table.sourceTable) + ")")) {
@@ -226,7 +225,7 @@ void LiveCatalogue::ReadColumns(TableInfo& table) const {
 }
 
 // The figures of a file are read at once: there are few, and a statement names several of its tables.
-std::int64_t LiveCatalogue::RowsOnRecord(const TableInfo& table) const {
+std::int64_t LiveCatalogue::rowsOnRecord(const TableInfo& table) const {
     auto known = figures_.find(table.database);
     if (known == figures_.end()) {
         known = figures_.emplace(table.database, std::map<std::string, std::int64_t>{}).first;
@@ -256,8 +255,10 @@ void LiveCatalogue::PutLink(const LinkInfo& link) {
     if (!hasLinks_)
         Run(database_, "CREATE TABLE IF NOT EXISTS main.MSysLinks (Name TEXT PRIMARY KEY COLLATE NOCASE, File TEXT, "
                        "Password TEXT, SourceTable TEXT)");
-    Run(database_, "INSERT OR REPLACE INTO main.MSysLinks (Name, File, Password, SourceTable) VALUES (?, ?, ?, ?)",
-        {link.name, link.file, link.password, link.sourceTable});
+    if (putLink_ == nullptr)
+        putLink_ = Prepare(
+            database_, "INSERT OR REPLACE INTO main.MSysLinks (Name, File, Password, SourceTable) VALUES (?, ?, ?, ?)");
+    RunAgain(database_, putLink_.get(), {link.name, link.file, link.password, link.sourceTable});
     hasLinks_ = true;
     Remove(link.name);
     ++version_;

@@ -2,6 +2,7 @@
 
 #include "jet/Catalogue.h"
 #include "jet/DatabaseFile.h"
+#include "jet/Sqlite.h"
 
 #include <map>
 #include <memory>
@@ -27,6 +28,7 @@ class LiveCatalogue final : public Catalogue {
 
     [[nodiscard]] const TableInfo* find(std::string_view name) const override;
     [[nodiscard]] unsigned version() const override { return version_; }
+    [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override;
 
     /// Tells what find gives for the name apart from what it gave before: the same number stands for the same table
     /// with the same fields, also after it was dropped and made again. 0: there is none.
@@ -72,7 +74,6 @@ class LiveCatalogue final : public Catalogue {
     void DetachUnused() const;
     void Detach(const std::string& file) const;
     void ReadColumns(TableInfo& table) const;
-    [[nodiscard]] std::int64_t RowsOnRecord(const TableInfo& table) const;
 
     sqlite3* database_;
     std::string path_;
@@ -85,6 +86,7 @@ class LiveCatalogue final : public Catalogue {
     bool hasLinks_ = false;
     bool relaxed_ = false;
     unsigned version_ = 1;
+    Statement putLink_; ///< a change of database makes forty links
 };
 
 } // namespace jet

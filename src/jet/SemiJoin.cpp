@@ -258,13 +258,13 @@ class SemiJoin final {
         (void)AddTables(*given, givenTables);
         if (!IsNumberColumn(*tested) || !IsNumberColumn(*given) || (givenTables & group) != 0) return nullptr;
         // The engine may read the whole of the list at once; that must not be the larger table of the two.
-        if (TableIn(group).rows > TableIn(givenTables).rows) return nullptr;
+        if (RowsOf(group) > RowsOf(givenTables)) return nullptr;
         return MakeExpression(condition.at,
                               InQuery{false, std::move(given), QueryOf(group, std::move(tested), nullptr)});
     }
 
-    [[nodiscard]] const TableInfo& TableIn(TableSet one) const {
-        return *tables_[static_cast<std::size_t>(std::countr_zero(one))].info;
+    [[nodiscard]] std::int64_t RowsOf(TableSet one) const {
+        return catalogue_.rowsOnRecord(*tables_[static_cast<std::size_t>(std::countr_zero(one))].info);
     }
 
     [[nodiscard]] bool IsNumberColumn(const Expression& expression) const {

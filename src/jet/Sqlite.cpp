@@ -82,9 +82,14 @@ bool Step(sqlite3* database, sqlite3_stmt* statement) {
 
 void Run(sqlite3* database, std::string_view sql, const std::vector<std::string>& parameters) {
     const Statement statement = Prepare(database, sql);
-    Bind(statement.get(), parameters);
-    while (Step(database, statement.get())) {
+    RunAgain(database, statement.get(), parameters);
+}
+
+void RunAgain(sqlite3* database, sqlite3_stmt* statement, const std::vector<std::string>& parameters) {
+    Bind(statement, parameters);
+    while (Step(database, statement)) {
     }
+    sqlite3_reset(statement);
 }
 
 std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
@@ -99,8 +104,6 @@ std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
     }
     return rows;
 }
-
-namespace {} // namespace
 
 std::string FileUri(const std::string& path, std::string_view options) {
     constexpr std::string_view Digits = "0123456789ABCDEF";

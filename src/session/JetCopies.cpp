@@ -1,11 +1,11 @@
 #include "session/JetCopies.h"
 
+#include "jet/DatabaseFile.h"
 #include "platform/Paths.h"
 #include "session/Session.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
-#include <QFile>
 #include <QFileInfo>
 
 namespace tessaro {
@@ -19,9 +19,8 @@ QString ShortHash(const QString& text) {
 } // namespace
 
 bool IsGenuineJetFile(const QString& path) {
-    QFile file(FindPath(path));
-    if (path.isEmpty() || !file.open(QIODevice::ReadOnly)) return false;
-    const QByteArray head = file.read(20);
+    if (path.isEmpty()) return false;
+    const QByteArray head = QByteArray::fromStdString(jet::HeadOfFile(FindPath(path).toStdString(), 20));
     return head.startsWith(QByteArray::fromRawData("\0\1\0\0", 4)) &&
            (head.mid(4).startsWith("Standard Jet DB") || head.mid(4).startsWith("Standard ACE DB"));
 }

@@ -1,8 +1,11 @@
 #include "TestDatabase.h"
+#include "jet/DatabaseFile.h"
 
 #include <chrono>
+#include <fcntl.h>
 #include <fstream>
 #include <sqlite3.h>
+#include <sys/wait.h>
 
 namespace jet {
 namespace {
@@ -41,6 +44,37 @@ TEST_F(ConnectionTest, NamesAGenuineJetFileAsSuch) {
     } catch (const Error& error) {
         EXPECT_NE(std::string(error.what()).find("genuine Jet"), std::string::npos);
     }
+}
+
+TEST_F(ConnectionTest, ReadsTheHeadOfAFileWithoutTakingItsLocks) {
+    const auto connection = folder.Make("a.mdb");
+    connection->Execute("CREATE TABLE [Data] (a INTEGER)");
+    // A process of its own: locks do not stand in the way of the one that has them.
+    const auto lockedForOthers = [&] {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            struct flock lock {};
+            lock.l_type = F_WRLCK;
+            lock.l_start = 0x40000001; // where whoever writes next keeps the others off
+            lock.l_len = 1;
+            const int file = ::open(folder.path("a.mdb").c_str(), O_RDWR);
+            ::_exit(file >= 0 && ::fcntl(file, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK ? 1 : 0);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        return WEXITSTATUS(status) == 1;
+    };
+    connection->Begin();
+    ASSERT_TRUE(lockedForOthers());
+    EXPECT_EQ(HeadOfFile(folder.path("a.mdb"), 15), "SQLite format 3");
+    EXPECT_TRUE(lockedForOthers());
+    connection->Commit();
+    EXPECT_FALSE(lockedForOthers());
+
+    Write("short.mdb", "abc");
+    EXPECT_EQ(HeadOfFile(folder.path("short.mdb"), 15), "abc");
+    EXPECT_EQ(HeadOfFile(folder.path("missing.mdb"), 15), "");
+    EXPECT_EQ(HeadOfFile(folder.path(""), 15), "") << "a folder";
 }
 
 TEST_F(ConnectionTest, RefusesAFileThatWasCutShort) {
