@@ -172,7 +172,8 @@ std::string LiveCatalogue::Attach(const DatabaseFile& file, const std::string& p
     try {
         CheckPassword(database_, schema, password);
         if (sqlite3_get_autocommit(database_) != 0) Run(database_, "PRAGMA " + schema + ".synchronous = NORMAL");
-        Run(database_, "PRAGMA " + schema + ".cache_size = -32000");
+        // A walk over millions of rows is faster through a few pages that stay in the processor's own memory.
+        Run(database_, "PRAGMA " + schema + ".cache_size = -4000");
     } catch (const Error&) {
         Run(database_, "DETACH " + schema);
         throw;
