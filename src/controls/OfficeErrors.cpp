@@ -10,6 +10,18 @@
 
 namespace tessaro {
 
+namespace {
+
+/// The file that a failure names, in one piece also within a text of the other direction; the failure's own words are
+/// for the log.
+QString FileOf(const office::Error& error) {
+    const QString words = QString::fromUtf8(error.what());
+    const QString file = words.section(QLatin1Char('"'), 1, -2);
+    return file.isEmpty() ? words : QChar(0x2066) + file + QChar(0x2069);
+}
+
+} // namespace
+
 QString OfficeText(const office::Error& error) {
     switch (error.failure) {
     case office::Failure::Missing:
@@ -23,11 +35,12 @@ QString OfficeText(const office::Error& error) {
         return GetText(QStringLiteral("TS_OfficeLimit"));
     case office::Failure::Printer:
         return GetText(QStringLiteral("TS_OfficePrinter"));
-    case office::Failure::File:
     case office::Failure::Call:
+        return GetText(QStringLiteral("TS_OfficeCall"));
+    case office::Failure::File:
         break;
     }
-    return GetText(QStringLiteral("TS_OfficeFile")).replace(QStringLiteral("%1"), QString::fromUtf8(error.what()));
+    return GetText(QStringLiteral("TS_OfficeFile")).replace(QStringLiteral("%1"), FileOf(error));
 }
 
 void ShowOfficeError(const office::Error& error, const char* procedureName) {

@@ -1,6 +1,7 @@
 #include "gallery/PresentationPicture.h"
 
 #include "office/Error.h"
+#include "session/Strings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,7 +35,11 @@ std::optional<PresentationPicture> MapOf(const office::Workbook& book) {
 
 std::optional<PresentationPicture> ChartOf(const office::Workbook& book) {
     for (const office::Worksheet& sheet : SheetsOf(book))
-        if (sheet.ChartCount() > 0) return {{sheet.ChartAt(1).AsPicture(kMetafile), kMetafile}};
+        if (sheet.ChartCount() > 0) {
+            // A metafile puts the letters of joined scripts side by side, and mixes up lines of two directions.
+            const QString& type = LanguageIsRightToLeft() ? kPng : kMetafile;
+            return {{sheet.ChartAt(1).AsPicture(type, kPixelWidth), type}};
+        }
     return {};
 }
 
@@ -98,15 +103,17 @@ int SlidesForTable(const office::Workbook& book) {
 std::vector<QList<QByteArray>> PartsOfTable(const office::Workbook& book, int slides) {
     const TableBlock block = BlockOf(book);
     const office::Worksheet sheet = book.ActiveSheet();
-    const QByteArray head = block.head.AsPicture(kMetafile);
     const int rows = block.body.LastRow() - block.body.Row() + 1;
     std::vector<QList<QByteArray>> parts;
     for (int n = 0; n < slides; ++n) {
         const int first = block.body.Row() + rows * n / slides;
         const int last = block.body.Row() + rows * (n + 1) / slides - 1;
         if (first > last) continue;
-        parts.push_back({head, sheet.Cells(first, 1, last, block.body.LastColumn()).AsPicture(kMetafile)});
+        parts.push_back({sheet.Cells(first, 1, last, block.body.LastColumn()).AsPicture(kMetafile)});
     }
+    const QByteArray head = block.head.AsPicture(kMetafile); // the last one, as each is selected in its turn
+    for (QList<QByteArray>& pictures : parts)
+        pictures.prepend(head);
     return parts;
 }
 

@@ -199,6 +199,9 @@ bool frmGALMain::QuitPPT(bool mayStay) {
 void frmGALMain::ClosePPT() {
     ui_->PicPPT->CloseHostedExcel(false);
     ui_->framePPT->hide();
+    // With the slides gone, the workbook's window takes bars to itself again.
+    for (const bool shown : {true, false})
+        ui_->PicExcel->SetToolBars(shown);
     pptFile_.clear();
     emptyFirst_ = false;
     copied_ = false;

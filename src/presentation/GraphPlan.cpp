@@ -1,5 +1,7 @@
 #include "presentation/GraphPlan.h"
 
+#include "session/Strings.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -43,6 +45,10 @@ QString ShortName(QStringList parts) {
 
 bool Has(const std::vector<PivotField>& fields, PivotField field) {
     return std::find(fields.begin(), fields.end(), field) != fields.end();
+}
+
+QString Joined(const QStringList& parts) {
+    return parts.join(LanguageIsRightToLeft() ? QStringLiteral("\u060C ") : QStringLiteral(", "));
 }
 
 qsizetype LongestLine(const QString& text) {
@@ -111,8 +117,7 @@ QString GraphPlan::LabelOf(int row) const {
 }
 
 QString GraphPlan::HeadOf(int column) const {
-    return QString(table_.columns[static_cast<std::size_t>(column)].head)
-        .replace(QLatin1Char('\n'), QStringLiteral(", "));
+    return Joined(table_.columns[static_cast<std::size_t>(column)].head.split(QLatin1Char('\n')));
 }
 
 bool GraphPlan::HasLongNames() const {
@@ -140,7 +145,7 @@ QString GraphPlan::Title() const {
     for (const QString& value : SingleValues(parts.isEmpty() ? kTitleParts - 1 : kTitleParts))
         if (!parts.contains(value) && parts.size() < kTitleParts) parts << value;
     if (kind_ == ChartKind::Pie && table_.ColumnCount() > 1) parts << (seriesInRows_ ? LabelOf(0) : HeadOf(0));
-    const QString title = parts.join(QStringLiteral(", "));
+    const QString title = Joined(parts);
     return title.size() <= kLongestTitle ? title : title.left(kLongestTitle - 1).trimmed() + kEllipsis;
 }
 

@@ -119,6 +119,7 @@ void GraphWorkbook::WriteTitle() {
     SetLeading(title);
     sheet_.Cells(1, 1).SetStyle(title);
     sheet_.Cells(1, 1).SetValue(Plain("PRES_Graph"));
+    SetTallRows(sheet_, 1, 1, 1, {title.fontName.value_or(QString()), *title.fontSize});
 }
 
 void GraphWorkbook::WriteTable() {
@@ -229,6 +230,7 @@ ShowOutcome ShowGraphXLS(RowsColumns& arrangement, const GraphOptions& options, 
     progress.Main(65);
     GraphWorkbook(book, table, options, progress).Write();
     book.Close(false);
+    outcome.SuggestedName = CleanedTitle(plan.Title(), Plain("Graph"));
     progress.Main(100);
     return outcome;
 }

@@ -45,6 +45,7 @@ struct ShowOutcome {
     /// Values that share a cell with one that is shown, since the data tells them apart in no field. Only the list of
     /// all values has them.
     int hidden = 0;
+    QString SuggestedName = {}; ///< for the gallery, where the file's own name says too little
 
     /// The key of the message for the user; empty for Built and for what Message tells.
     [[nodiscard]] QString MessageKey() const;

@@ -97,6 +97,7 @@ bool PresentationWizard::ShowPreview() {
     }
     if (!Tell(outcome)) return false;
     workbookFile_ = outcome.WorkbookFile;
+    suggestedName_ = outcome.SuggestedName;
     ClearProgress();
     ShowInPlace();
     return true;
@@ -123,7 +124,8 @@ bool PresentationWizard::SaveAs() {
     if (!save_) return false;
     const QString name = QFileInfo(workbookFile_).completeBaseName();
     const QLatin1Char type(kind_ == WizardKind::Table ? 'T' : 'G');
-    if (save_({type, name, name, StepCaption(SaveStep)}, this)) done(QDialog::Accepted);
+    if (save_({type, name, suggestedName_.isEmpty() ? name : suggestedName_, StepCaption(SaveStep)}, this))
+        done(QDialog::Accepted);
     return false; // otherwise the preview stays
 }
 

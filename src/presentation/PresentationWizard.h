@@ -56,7 +56,8 @@ class PresentationWizard : public WizardFrame {
     RowsColumnsPage* fields_;
     OfficeHost* fraExcel_;
     QString workbookFile_;
-    QString sortHead_; ///< of the column that was chosen to sort by; empty for the first one
+    QString suggestedName_; ///< empty for the workbook's own
+    QString sortHead_;      ///< of the column that was chosen to sort by; empty for the first one
 };
 
 } // namespace tessaro

@@ -77,8 +77,10 @@ void TableOptionsPage::SetFormCaptions() {
     ui_->lblTitle->setBuddy(ui_->txtTitle);
     ui_->lblSubTitle->setBuddy(ui_->txtSubTitle);
     ui_->lblBody->setBuddy(ui_->txtBody);
-    for (QWidget* field : {ui_->txtTitle, ui_->txtSubTitle, ui_->txtBody})
+    for (QLineEdit* field : {ui_->txtTitle, ui_->txtSubTitle, ui_->txtBody}) {
         GiveFont(field, FontOf(field)); // the form's own font doesn't go for them
+        field->setAlignment((isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter);
+    }
     ui_->txtTitle->setAccessibleName(PlainText(QStringLiteral("Table Title")));
     ui_->txtSubTitle->setAccessibleName(PlainText(QStringLiteral("COMM_SubTitle")));
     ui_->txtBody->setAccessibleName(PlainText(QStringLiteral("Table Body Text")));

@@ -92,6 +92,7 @@ void TableWorkbook::WriteTitles() {
         look.numberFormat = QStringLiteral("@");
         sheet_.Cells(row, 1).SetStyle(look);
         if (!text.isEmpty()) sheet_.Cells(row, 1).SetValue(text);
+        SetTallRows(sheet_, row, row, 1, font);
     };
     write(1, options_.title, options_.titleFont);
     write(2, options_.subTitle, options_.subTitleFont);
