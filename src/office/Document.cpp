@@ -18,8 +18,11 @@
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/task/ErrorCodeIOException.hpp>
+#include <com/sun/star/task/XInteractionAbort.hpp>
+#include <com/sun/star/task/XInteractionHandler.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifiable.hpp>
+#include <cppuhelper/implbase1.hxx>
 
 namespace tessaro::office {
 
@@ -27,6 +30,18 @@ using com::sun::star::uno::Any;
 using com::sun::star::uno::Reference;
 
 namespace {
+
+/// Gives up whatever is asked while a file is read: for a password, about a repair. Nobody would see the question.
+class NoAnswer final : public cppu::WeakImplHelper1<com::sun::star::task::XInteractionHandler> {
+  public:
+    void SAL_CALL handle(const Reference<com::sun::star::task::XInteractionRequest>& request) override {
+        const auto ways = request->getContinuations();
+        for (sal_Int32 n = 0; n < ways.getLength(); ++n) {
+            const Reference<com::sun::star::task::XInteractionAbort> abort(ways[n], com::sun::star::uno::UNO_QUERY);
+            if (abort.is()) return abort->select();
+        }
+    }
+};
 
 /// Both kinds of files are compound files; anything else would be taken for a text.
 bool IsCompoundFile(const QString& path) {
@@ -85,6 +100,8 @@ void Document::OpenModel(const rtl::OUString& url, const Frame& frame) {
         const auto arguments =
             isFile ? Properties({Property("Hidden", Any(!frame.is())), Property("FilterName", Any(Ascii(filter_))),
                                  Property("Silent", Any(true)), // a question about a damaged file would wait for ever
+                                 Property("InteractionHandler",
+                                          Any(Reference<com::sun::star::task::XInteractionHandler>(new NoAnswer))),
                                  Property("MacroExecutionMode", Any(sal_Int16(0))),
                                  Property("UpdateDocMode", Any(sal_Int16(0)))})
                    : Properties({Property("Hidden", Any(!frame.is()))});

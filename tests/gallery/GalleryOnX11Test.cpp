@@ -162,6 +162,20 @@ TEST_F(GalleryOnX11Test, DeletingTheWorkbookOnShowClosesItFirst) {
     EXPECT_TRUE(screen.Excel().IsOpen());
 }
 
+namespace {
+
+/// The workbook with a record that says it is enciphered, in the place of its author's name.
+QByteArray AskingForAPassword(QByteArray book) {
+    const QByteArray author("\x5c\x00\x70\x00", 4);
+    const QByteArray cipher = QByteArray("\x2f\x00\x36\x00\x01\x00\x01\x00\x01\x00", 10) + QByteArray(48, '\x11');
+    const QByteArray rest = QByteArray("\x5c\x00\x36\x00", 4) + QByteArray(54, ' ');
+    const qsizetype at = book.indexOf(author);
+    EXPECT_GT(at, 0);
+    return book.replace(at, cipher.size() + rest.size(), cipher + rest);
+}
+
+} // namespace
+
 TEST_F(GalleryOnX11Test, WhatIsNoWorkbookIsToldAndTheScreenStaysUsable) {
     MakeFile(QStringLiteral("a text.xls"), "Area\t1990\nIndia\t1.5\n");
     const QByteArray good = ReadWholeFile(Gallery() + QStringLiteral("/Table - health.Xls")).value_or(QByteArray());
@@ -169,8 +183,9 @@ TEST_F(GalleryOnX11Test, WhatIsNoWorkbookIsToldAndTheScreenStaysUsable) {
     damaged.replace(512, good.size() - 512, QByteArray(good.size() - 512, '\x5a'));
     MakeFile(QStringLiteral("damaged.xls"), damaged);
     MakeFile(QStringLiteral("empty.xls"), {});
+    MakeFile(QStringLiteral("secret.xls"), AskingForAPassword(good));
     Screen screen;
-    for (const char* name : {"a text.xls", "damaged.xls", "empty.xls"}) {
+    for (const char* name : {"a text.xls", "damaged.xls", "empty.xls", "secret.xls"}) {
         screen.Show(QLatin1String(name));
         EXPECT_FALSE(screen.Excel().IsOpen()) << name;
         EXPECT_TRUE(screen.Excel().accessibleDescription().contains(QLatin1String(name)))
