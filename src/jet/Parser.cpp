@@ -267,8 +267,11 @@ class StatementParser final : public ExpressionParser {
             if (isWord("select")) {
                 DerivedTable derived{query(), {}};
                 expectSymbol(")");
-                takeWord("as");
-                derived.alias = expectName("a name for the inner query");
+                // Without a name of its own its fields are still found by theirs.
+                if (takeWord("as") || isName())
+                    derived.alias = expectName("a name for the inner query");
+                else
+                    derived.alias = "%inner" + std::to_string(made->at.line) + "_" + std::to_string(made->at.column);
                 made->node = std::move(derived);
                 return made;
             }
