@@ -86,10 +86,13 @@ void Run(sqlite3* database, std::string_view sql, const std::vector<std::string>
 }
 
 void RunAgain(sqlite3* database, sqlite3_stmt* statement, const std::vector<std::string>& parameters) {
+    struct Reset {
+        void operator()(sqlite3_stmt* begun) const { sqlite3_reset(begun); }
+    };
+    const std::unique_ptr<sqlite3_stmt, Reset> resetting(statement); // also after a failure
     Bind(statement, parameters);
     while (Step(database, statement)) {
     }
-    sqlite3_reset(statement);
 }
 
 std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
