@@ -86,7 +86,9 @@ bool ReadInfoINIFile() {
     const QString path = JoinPath({AppPath, QStringLiteral("TS.ini")});
     const QString product = QStringLiteral("Product");
     const auto file = ReadSettingsFile(path, product);
-    if (!file) {
+    // A file that was cut off still begins well; what it has lost, the base language among it, is more than can be done
+    // without.
+    if (!file || !file->ini.HasSection(QStringLiteral("Application Variables"))) {
         LogNote(QLatin1String("no readable settings at ") + path);
         ShowMessage(QStringLiteral("002"));
         return false;

@@ -4,6 +4,7 @@
 #include "platform/Paths.h"
 #include "platform/Registry.h"
 #include "session/ErrorSink.h"
+#include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
@@ -14,6 +15,34 @@
 
 namespace tessaro {
 
+namespace {
+
+/// Nobody can work with a program that says nothing: without texts of the wanted language it speaks the base language.
+void SpeakBaseLanguage() {
+    const QString wanted = Language;
+    const QString base = Setting(QStringLiteral("ENG_LNG"));
+    if (wanted.compare(base, Qt::CaseInsensitive) == 0 || FileOfLanguage(base).isEmpty()) return;
+    Language = base;
+    ReadTranslateFile();
+    if (wanted.trimmed().isEmpty()) return;
+    ShowMessage(GetText(QStringLiteral("TS_LanguageUnreadable")).replace(QLatin1String("%1"), wanted), MessageType::Ok,
+                101, {}, false);
+}
+
+/// What the start could not put into the user's folder.
+void TellMissingFiles() {
+    QStringList missing;
+    for (const char* name : {"Pref.ini", "UserSelections.mdb", "InfoSel.mdb"})
+        if (!FileExists(JoinPath({CacheFolder, QLatin1String(name)}))) missing << QLatin1String(name);
+    if (missing.isEmpty()) return;
+    ShowMessage(GetText(QStringLiteral("TS_FilesMissing"))
+                    .replace(QLatin1String("%1"), missing.join(QStringLiteral(", ")))
+                    .replace(QLatin1String("%2"), CacheFolder),
+                MessageType::Ok, 102, {}, false);
+}
+
+} // namespace
+
 StartResult Initialize() {
     SilentErrors = true;
     const ErrorTrap trap("Initialize");
@@ -22,6 +51,8 @@ StartResult Initialize() {
     FillLanguageArray(); // again, now that the folder of the user's own language files is known
     ReadPrefINIFile();
     ReadTranslateFile();
+    if (!StringTable.isOpen()) SpeakBaseLanguage();
+    TellMissingFiles();
     VisitedStages = {QString()};
     CurrentStage = -1;
     SelectionChanged = true;

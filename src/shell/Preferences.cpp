@@ -10,6 +10,7 @@
 
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QStringDecoder>
 
 namespace tessaro {
 
@@ -31,13 +32,34 @@ bool IsSound(const QString& name) {
         .contains(kind);
 }
 
-/// Whether a file is a language database, so that a language that has no texts is never offered.
+bool IsReadable(const jet::Value& text) {
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const std::string bytes = text.toText();
+    static_cast<void>(QString(decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())))));
+    return !decoder.hasError();
+}
+
+/// Whether a file holds the texts of a language, so that one that has none, or damaged ones, is never offered.
 bool HoldsLanguage(const QString& file) {
     const auto connection = CreateTheConnection(file);
     if (!connection) return false;
-    const Records rows =
-        Select(QStringLiteral("SELECT LangCode FROM LangMaster"), jet::CursorType::Static, connection.get());
-    return rows.isOpen() && !rows.atEnd();
+    Records languages =
+        Select(QStringLiteral("SELECT LangID FROM LangMaster"), jet::CursorType::Static, connection.get());
+    Records texts = Select(QStringLiteral("SELECT * FROM Strings WHERE TessaroProduct = 'TS'"), jet::CursorType::Static,
+                           connection.get());
+    if (!languages.isOpen() || !texts.isOpen() || texts.atEnd()) return false;
+    bool hasColumn = false;
+    for (; !languages.atEnd(); languages.MoveNext())
+        hasColumn = hasColumn || texts.rows().FieldIndex(languages.Text(std::size_t{0}).toStdString()) >= 0;
+    for (; hasColumn && !texts.atEnd(); texts.MoveNext())
+        for (std::size_t field = 0; field < texts.rows().FieldCount(); ++field)
+            if (!IsReadable(texts.rows().Get(field))) return false;
+    return hasColumn;
+}
+
+void RefuseImport(const QString& file, const char* reasonKey) {
+    LogNote(QLatin1String("refused as a language file: ") + file);
+    ShowMessage(GetText(QLatin1String(reasonKey)), MessageType::Ok, 101, {}, false);
 }
 
 QString SampleText(jet::Connection& connection, const QString& langID) {
@@ -167,7 +189,7 @@ bool ImportLanguageFile(const QString& file) {
     if (!name.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive)) name += QLatin1String(".mdb");
     const bool named = name.startsWith(QLatin1String("TS_"), Qt::CaseInsensitive) && name.contains(QLatin1Char(']'));
     if (!named || !HoldsLanguage(file)) {
-        ShowMessage(GetText(QStringLiteral("TS_ImportRefused")), MessageType::Ok, 101, {}, false);
+        RefuseImport(file, named ? "TS_ImportDamaged" : "TS_ImportRefused");
         return false;
     }
     const QString target = WritablePlace(JoinPath({LanguageFolder(), name}), AppPath, CacheFolder);

@@ -91,13 +91,6 @@ TEST_F(SettingsTest, MakesTheWritableTreeAndSeedsItOnce) {
     EXPECT_EQ(ReadWholeFile(PrefIni()), QByteArray("mine"));
 }
 
-TEST_F(SettingsTest, AMissingTemplateIsLoggedAndTheStartGoesOn) {
-    QFile::remove(JoinPath({AppPath, "Bin/Template/Pref.ini"}));
-    EXPECT_EQ(Initialize(), StartResult::GoOn);
-    EXPECT_TRUE(ReadWholeFile(LogFile()).value_or(QByteArray()).contains("Pref.ini"));
-    EXPECT_TRUE(messages.isEmpty());
-}
-
 TEST_F(SettingsTest, ADamagedSelectionFileIsPutAside) {
     ASSERT_TRUE(ReadInfoINIFile());
     const QString path = JoinPath({CacheFolder, "UserSelections.mdb"});

@@ -1,6 +1,9 @@
 #include "shell/Preferences.h"
 
+#include "platform/Files.h"
 #include "platform/Paths.h"
+#include "session/ErrorSink.h"
+#include "session/Query.h"
 #include "session/Settings.h"
 #include "session/Startup.h"
 #include "session/Strings.h"
@@ -141,6 +144,46 @@ TEST_F(PreferencesTest, ImportsOnlyLanguageDatabases) {
     EXPECT_TRUE(IsListed(QStringLiteral("Breton [br]")));
     EXPECT_FALSE(FileOfLanguage(QStringLiteral("Breton [br]")).isEmpty());
     EXPECT_TRUE(FileExists(LanguageFileOf(QStringLiteral("TS_Breton [br].mdb")))) << "beside the others";
+}
+
+TEST_F(PreferencesTest, DamagedLanguageFilesAreRefusedWithAMessage) {
+    const QString good = LanguageFileOf(QStringLiteral("TS_Français [fr].mdb"));
+    QFile whole(good);
+    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+    const QByteArray bytes = whole.readAll();
+    const auto noisy = [&bytes] {
+        QByteArray noise = bytes;
+        for (qsizetype at = noise.size() / 4; at < noise.size() * 3 / 4; ++at)
+            noise[at] = static_cast<char>(at * 31 + at / 7);
+        return noise;
+    };
+    const auto changed = [&](const char* sql) {
+        const QString copy = Folder() + QStringLiteral("/changed.mdb");
+        QFile::remove(copy);
+        EXPECT_TRUE(QFile::copy(good, copy));
+        CreateTheConnection(copy)->Execute(sql);
+        QFile file(copy);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QByteArray otherEncoding = changed("UPDATE Strings SET [Francais fr] = 'Reglages: XXX'");
+    otherEncoding.replace("XXX", "\xE9t\xE9");
+    const std::pair<const char*, QByteArray> files[] = {
+        {"cut off", bytes.left(bytes.size() / 2)},
+        {"noise in the middle", noisy()},
+        {"another encoding", otherEncoding},
+        {"no texts", changed("DELETE * FROM Strings")},
+        {"no such column", changed("UPDATE LangMaster SET LangID = 'Klingon tlh'")},
+        {"nothing", QByteArray()},
+    };
+    const QString file = Folder() + QStringLiteral("/TS_Bad [bd].mdb");
+    for (const auto& [name, contents] : files) {
+        messages.clear();
+        ASSERT_TRUE(ReplaceFile(file, contents));
+        EXPECT_FALSE(ImportLanguageFile(file)) << name;
+        EXPECT_EQ(messages.size(), 1) << name;
+        EXPECT_FALSE(IsListed(QStringLiteral("Bad [bd]"))) << name;
+    }
+    EXPECT_TRUE(ReadWholeFile(LogFile()).value_or(QByteArray()).contains("refused as a language file"));
 }
 
 TEST_F(PreferencesTest, ATakenLanguageFileIsAskedFor) {
