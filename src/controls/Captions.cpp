@@ -63,6 +63,15 @@ QString PlainText(const QString& key) {
     return WithoutMnemonic(GetText(key));
 }
 
+QString InReadingOrder(const QString& text) {
+    constexpr char16_t kRightToLeftMark = 0x200F;
+    return LanguageIsRightToLeft() ? QChar(kRightToLeftMark) + text : text;
+}
+
+Qt::Alignment ReadingSide() {
+    return (LanguageIsRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter;
+}
+
 void SetFormFonts(QWidget* form) {
     const QFont font = LanguageFont();
     form->setLayoutDirection(LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);

@@ -17,6 +17,11 @@ void SetCaption(QAction* action, const QString& key);
 void SetToolTip(QWidget* control, const QString& key);
 /// Text of a key without its "&" mnemonic.
 [[nodiscard]] QString PlainText(const QString& key);
+/// A text of the language that may begin with a name or number in other letters: marked, so that it still runs in the
+/// language's direction.
+[[nodiscard]] QString InReadingOrder(const QString& text);
+/// The side where reading begins, for labels whose text (a name, a number) doesn't tell it.
+[[nodiscard]] Qt::Alignment ReadingSide();
 
 /// Gives the language's font (ProductFont, size, style) to a form and all its controls, sets the layout direction of
 /// the form from the language, and leaves out toolbars.

@@ -1,5 +1,6 @@
 #include "controls/DataTable.h"
 
+#include "controls/SharedWidths.h"
 #include "controls/Theme.h"
 
 #include <QApplication>
@@ -7,6 +8,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -82,6 +84,10 @@ DataTable::DataTable(QWidget* parent) : QTableView(parent) {
     // A click on a head is a command; it doesn't choose the column.
     disconnect(horizontalHeader(), &QHeaderView::sectionPressed, this, nullptr);
     disconnect(horizontalHeader(), &QHeaderView::sectionEntered, this, nullptr);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+        // The last column takes what is left, whoever changes the others.
+        if (!sharing_ && column + 1 < static_cast<int>(wishes_.size())) widthsAreTheUsers_ = true;
+    });
     FitToFont();
 }
 
@@ -98,8 +104,29 @@ void DataTable::FitToFont() {
         verticalHeader()->fontMetrics().horizontalAdvance(QLatin1Char('0')) * kNumberDigits + theme::Grid * 2);
 }
 
-void DataTable::SetColumnCharacters(int column, int characters) {
-    setColumnWidth(column, fontMetrics().averageCharWidth() * characters + theme::Grid * 2);
+void DataTable::SetColumnWishes(std::vector<Wish> wishes) {
+    wishes_ = std::move(wishes);
+    ShareWidth();
+}
+
+void DataTable::ShareWidth() {
+    if (wishes_.empty() || widthsAreTheUsers_) return;
+    std::vector<ColumnWish> wishes;
+    for (const Wish& wish : wishes_) {
+        const int column = static_cast<int>(wishes.size());
+        const int head = horizontalHeader()->sectionSizeHint(column);
+        const int least = std::max(wish.least + theme::Grid * 2, head);
+        wishes.push_back({std::max(wish.text + theme::Grid * 2, least), least, wish.weight});
+    }
+    const std::vector<int> widths = SharedWidths(wishes, viewport()->width());
+    const QScopedValueRollback sharing(sharing_, true);
+    for (std::size_t column = 0; column < widths.size(); ++column)
+        setColumnWidth(static_cast<int>(column), widths[column]);
+}
+
+void DataTable::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    ShareWidth();
 }
 
 QString DataTable::SelectionAsText() const {

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QTableView>
 
+#include <vector>
+
 namespace tessaro {
 
 /// A grid of data: rows of one height, a head that stays, row numbers, cells chosen freely and copied as tab-separated
@@ -20,8 +22,15 @@ class DataTable final : public QTableView {
     void SetHint(const QString& hint);
     /// Heights of rows and head again, after a change of font.
     void FitToFont();
-    /// Width of a column for texts of so many characters.
-    void SetColumnCharacters(int column, int characters);
+    /// Room that the texts of a column ask for, and how much it counts when not all columns find room (see ColumnWish).
+    struct Wish {
+        int text = 0; ///< width of its widest text
+        double weight = 1;
+        int least = 0; ///< width of text that must not be cut
+    };
+    /// Shares the width of the grid among the first columns, now and whenever it changes, until the user drags a
+    /// column.
+    void SetColumnWishes(std::vector<Wish> wishes);
     /// The chosen cells, tab between cells and line feed between rows. Cells not chosen in between are empty, hidden
     /// columns are left out.
     [[nodiscard]] QString SelectionAsText() const;
@@ -34,9 +43,15 @@ class DataTable final : public QTableView {
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void ShareWidth();
+
     QString hint_;
+    std::vector<Wish> wishes_;
+    bool widthsAreTheUsers_ = false; ///< a column was dragged
+    bool sharing_ = false;
 };
 
 } // namespace tessaro

@@ -1,5 +1,6 @@
 #include "controls/KeyedList.h"
 
+#include "controls/SharedWidths.h"
 #include "controls/Theme.h"
 
 #include <QApplication>
@@ -46,6 +47,7 @@ KeyedList::KeyedList(QWidget* parent) : QTreeView(parent), model_(new KeyedListM
     });
     connect(header(), &QHeaderView::sectionClicked, this, &KeyedList::SortOn);
     connect(model_, &QAbstractItemModel::modelReset, this, [this] {
+        if (!weights_.isEmpty()) ShareWidth();
         Q_EMIT HighlightChanged();
         Q_EMIT SortChanged();
     });
@@ -61,8 +63,8 @@ void KeyedList::SetColumns(const QStringList& heads) {
     ShareWidth();
 }
 
-void KeyedList::SetColumnShares(const QList<int>& shares) {
-    shares_ = shares;
+void KeyedList::SetColumnWeights(const QList<double>& weights) {
+    weights_ = weights;
     ShareWidth();
 }
 
@@ -70,16 +72,31 @@ void KeyedList::ShareWidth() {
     const int columns = model_->columnCount();
     if (columns < 2 || widthsAreTheUsers_) return;
     const int width = viewport()->width();
-    if (shares_.size() == columns) {
-        for (int column = 0; column < columns; ++column)
-            header()->resizeSection(column, width * shares_[column] / 100);
-        return;
-    }
+    if (weights_.size() == columns) return ShareWidthByTexts();
     // The first column names the thing and gets half; the others share the rest.
     const int first = columns == 2 ? width * 2 / 3 : width / 2;
     header()->resizeSection(0, first);
     for (int column = 1; column < columns; ++column)
         header()->resizeSection(column, (width - first) / (columns - 1));
+}
+
+void KeyedList::ShareWidthByTexts() {
+    const int columns = model_->columnCount();
+    std::vector<LongestTexts> texts(static_cast<std::size_t>(columns));
+    for (const KeyedItem& item : model_->Items())
+        for (int column = 0; column < columns; ++column)
+            texts[static_cast<std::size_t>(column)].Take(item.cells.value(column));
+    std::vector<ColumnWish> wishes;
+    for (int column = 0; column < columns; ++column) {
+        const bool hasIcon = !model_->index(0, column).data(Qt::DecorationRole).isNull();
+        const int wanted = texts[static_cast<std::size_t>(column)].Width(fontMetrics()) + 2 * theme::Grid +
+                           (hasIcon ? iconSize().width() + theme::Grid : 0);
+        const int head = header()->sectionSizeHint(column);
+        wishes.push_back({std::max(wanted, head), head, weights_[column]});
+    }
+    const std::vector<int> widths = SharedWidths(wishes, viewport()->width());
+    for (int column = 0; column < columns; ++column)
+        header()->resizeSection(column, widths[static_cast<std::size_t>(column)]);
 }
 
 void KeyedList::resizeEvent(QResizeEvent* event) {

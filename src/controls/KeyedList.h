@@ -19,8 +19,9 @@ class KeyedList final : public QTreeView {
     [[nodiscard]] const KeyedListModel& Items() const { return *model_; }
 
     void SetColumns(const QStringList& heads);
-    /// Per cent of the list's width for each column, where the first doesn't deserve half of it.
-    void SetColumnShares(const QList<int>& shares);
+    /// Widths by the texts, where the first column doesn't deserve half of the room: how much each column counts when
+    /// not all find room.
+    void SetColumnWeights(const QList<double>& weights);
     /// The text in the empty list, and in a list whose filter lets nothing through.
     void SetEmptyHint(const QString& hint, const QString& noMatchHint);
     /// Takes drops from this list only.
@@ -68,6 +69,7 @@ class KeyedList final : public QTreeView {
     [[nodiscard]] bool Accepts(const QDropEvent* event) const { return SourceOf(event) != nullptr; }
     [[nodiscard]] std::vector<int> HighlightedRows() const;
     void ShareWidth();
+    void ShareWidthByTexts();
 
     KeyedListModel* model_;
     QList<KeyedList*> dropSources_;
@@ -75,7 +77,7 @@ class KeyedList final : public QTreeView {
     QString noMatchHint_;
     bool plainArrowsLeave_ = false;
     bool widthsAreTheUsers_ = false; ///< a column was dragged
-    QList<int> shares_;
+    QList<double> weights_;
 };
 
 /// Paints a muted, wrapped text into the middle of an empty view.

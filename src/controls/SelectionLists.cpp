@@ -176,8 +176,10 @@ void SelectionLists::SetFormCaptions() {
     const QString noMatch = GetText(QStringLiteral("TS_FilterNoMatch"));
     ui_->lstAvailable->SetEmptyHint(GetText(availableHintKey_), noMatch);
     ui_->lstSelected->SetEmptyHint(GetText(selectedHintKey_), noMatch);
-    MakeHeading(ui_->lblAvailable);
-    MakeHeading(ui_->lblSelected);
+    for (QLabel* heading : {ui_->lblAvailable, ui_->lblSelected}) {
+        MakeHeading(heading);
+        heading->setMinimumHeight(ui_->txtFilter->sizeHint().height()); // so that both lists begin on one line
+    }
     ShowCounts();
 }
 

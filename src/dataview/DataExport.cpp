@@ -1,12 +1,12 @@
 #include "dataview/DataExport.h"
 
 #include "controls/SheetLook.h"
-#include "session/DisplayValue.h"
 #include "dataview/GridQuery.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "session/DisplayValue.h"
 #include "session/Frame.h"
 #include "session/Session.h"
 #include "session/Settings.h"

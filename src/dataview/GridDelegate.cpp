@@ -32,7 +32,7 @@ QFont MarkFont(const QFont& font) {
 } // namespace
 
 void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-    QStyledItemDelegate::initStyleOption(option, index);
+    NumberDelegate::initStyleOption(option, index);
     option->state &= ~QStyle::State_HasFocus; // the current cell is chosen as well; a dotted frame adds nothing
     if (index.column() == 0 && index.data(GridModel::SpareRole).toBool()) {
         option->text = LookupString(QStringLiteral("TS_Loading"));

@@ -1,8 +1,8 @@
 #include "dataview/GridModel.h"
 
-#include "session/DisplayValue.h"
 #include "dataview/GridQuery.h"
 #include "jet/Functions.h"
+#include "session/DisplayValue.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Strings.h"

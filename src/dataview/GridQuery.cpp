@@ -1,5 +1,9 @@
 #include "dataview/GridQuery.h"
 
+#include "session/ErrorSink.h"
+#include "session/Query.h"
+#include "session/Strings.h"
+
 namespace tessaro {
 
 namespace {
@@ -64,6 +68,25 @@ QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
 
 QString RestoreStatement(const QString& rowNIds) {
     return QLatin1String(kRestore) + rowNIds + QStringLiteral(")));");
+}
+
+QStringList LongestTextsOf(int column) {
+    const ErrorTrap trap("LongestTextsOf");
+    constexpr int kTexts = 8; // the longest by characters need not be the widest
+    if (column == ColDatavalue || column < 1 || column > VisibleCols) return {};
+    const QString field = QLatin1String(kColumns.at(static_cast<std::size_t>(column - 1)).field);
+    const QString table = column == ColTimePeriod                        ? QStringLiteral("_SelTimePeriod")
+                          : column == ColAreaID || column == ColAreaName ? QStringLiteral("_SelArea")
+                                                                         : QStringLiteral("_SelIUSNId");
+    QStringList texts;
+    Records rows = Select(QStringLiteral("SELECT DISTINCT TOP %1 [%2], Len([%2]) AS Characters FROM %3 ORDER BY "
+                                         "Len([%2]) DESC")
+                              .arg(kTexts)
+                              .arg(field, table),
+                          jet::CursorType::ForwardOnly);
+    for (; !rows.atEnd() && texts.size() < kTexts; rows.MoveNext())
+        texts << GetText(rows.Text(std::size_t{0}), true);
+    return texts;
 }
 
 QString RereadStatement(const QString& rowNIds) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <cstddef>
@@ -47,6 +48,8 @@ struct GridColumn {
 /// RestoredRowNId.
 [[nodiscard]] QString RestoreStatement(const QString& rowNIds);
 constexpr std::size_t RestoredRowNId = 10;
+/// The longest texts that a visible column can show of the selection, read from the selection itself; none for values.
+[[nodiscard]] QStringList LongestTextsOf(int column);
 /// The identifiers of rows that an identifier statement has already given, in no particular order.
 [[nodiscard]] QString RereadStatement(const QString& rowNIds);
 

@@ -19,6 +19,28 @@ constexpr const char* kHeadKeys[] = {"IUS", "Count", "Min", "Max", "Avg", "StdDe
 constexpr QRgb kIndicatorShade = 0xE1E1E1;
 constexpr QRgb kUnitShade = 0xF0F0F0;
 
+QString TextOf(const StatsLine& line, int column) {
+    const auto figure = [](const QString& text) {
+        return SysNumFormat ? WithSeparators(text, QLocale::system()) : text;
+    };
+    switch (column) {
+    case StatisticsModel::kNameColumn:
+        return QString(2 * static_cast<int>(line.level), QChar(0x2002)) + line.name;
+    case kFirstFigure:
+        return figure(line.count);
+    case kFirstFigure + 1:
+        return figure(line.minimum);
+    case kFirstFigure + 2:
+        return figure(line.maximum);
+    case kFirstFigure + 3:
+        return figure(line.average);
+    case kFirstFigure + 4:
+        return figure(line.deviation);
+    default:
+        return {};
+    }
+}
+
 /// The two shades on a light ground; on a dark one as much lighter than it.
 QVariant ShadeOf(StatsLevel level) {
     if (level == StatsLevel::Subpop) return {};
@@ -102,35 +124,30 @@ int StatisticsModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : MaxCols;
 }
 
-QString StatisticsModel::TextOf(const StatsLine& line, int row, int column) const {
-    if (column == static_cast<int>(line.level) && HasChildren(row))
-        return IsOpen(row) ? QStringLiteral("\u2212") : QStringLiteral("+");
-    switch (column) {
-    case kNameColumn:
-        return QString(2 * static_cast<int>(line.level), QChar(0x2002)) + line.name;
-    case kFirstFigure:
-        return line.count;
-    case kFirstFigure + 1:
-        return line.minimum;
-    case kFirstFigure + 2:
-        return line.maximum;
-    case kFirstFigure + 3:
-        return line.average;
-    case kFirstFigure + 4:
-        return line.deviation;
-    default:
-        return {};
-    }
+QString StatisticsModel::MarkOf(int row, int column) const {
+    if (column != static_cast<int>(LineOf(row).level) || !HasChildren(row)) return {};
+    return IsOpen(row) ? QStringLiteral("minus.bmp") : QStringLiteral("plus.bmp");
+}
+
+LongestTexts StatisticsModel::Longest(int column) const {
+    LongestTexts texts;
+    for (const StatsLine& line : lines_)
+        texts.Take(TextOf(line, column));
+    return texts;
 }
 
 QVariant StatisticsModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const StatsLine& line = LineOf(index.row());
     switch (role) {
-    case Qt::DisplayRole: {
-        const QString text = TextOf(line, index.row(), index.column());
-        return index.column() >= kFirstFigure && SysNumFormat ? WithSeparators(text, QLocale::system()) : text;
-    }
+    case Qt::DisplayRole:
+        return TextOf(line, index.column());
+    case MarkRole:
+        return MarkOf(index.row(), index.column());
+    case Qt::AccessibleTextRole:
+        if (const QString mark = MarkOf(index.row(), index.column()); !mark.isEmpty())
+            return IsOpen(index.row()) ? QStringLiteral("\u2212") : QStringLiteral("+");
+        return TextOf(line, index.column());
     case Qt::ToolTipRole:
         return index.column() == kNameColumn ? line.name : QVariant();
     case Qt::BackgroundRole:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/SharedWidths.h"
 #include "dataview/Statistics.h"
 
 #include <QAbstractTableModel>
@@ -14,7 +15,8 @@ class StatisticsModel final : public QAbstractTableModel {
 
   public:
     static constexpr int MaxCols = 9;
-    static constexpr int kNameColumn = 3; ///< from 0; the marks and the indent stand before it
+    static constexpr int MarkRole = Qt::UserRole + 1; ///< picture of a row's mark, in the column of its level
+    static constexpr int kNameColumn = 3;             ///< from 0; the marks and the indent stand before it
 
     explicit StatisticsModel(QObject* parent = nullptr);
 
@@ -24,6 +26,8 @@ class StatisticsModel final : public QAbstractTableModel {
     [[nodiscard]] bool HasChildren(int row) const;
     [[nodiscard]] bool IsOpen(int row) const;
     [[nodiscard]] StatsLevel LevelOf(int row) const;
+    /// The longest texts of a column, those of closed rows among them.
+    [[nodiscard]] LongestTexts Longest(int column) const;
     /// Heads and colours again.
     void Refresh();
 
@@ -34,7 +38,8 @@ class StatisticsModel final : public QAbstractTableModel {
 
   private:
     [[nodiscard]] const StatsLine& LineOf(int row) const;
-    [[nodiscard]] QString TextOf(const StatsLine& line, int row, int column) const;
+    /// Picture of the mark in a cell; empty without one.
+    [[nodiscard]] QString MarkOf(int row, int column) const;
     /// The line behind the last one below this line.
     [[nodiscard]] int EndOf(int line) const;
 

@@ -68,9 +68,9 @@ TakeOutPanel::TakeOutPanel(OptionList option, DataOptions& options, QWidget* par
     lists_->SetCaptionKeys(QLatin1String(texts.availableKey), QLatin1String(texts.selectedKey));
     lists_->SetHints(QStringLiteral("TS_NoItemsWithData"), QStringLiteral("TS_NoItemsInView"));
     // Of the four columns of the sources, the last is what the panel is about.
-    if (option_ == OptionList::Sources)
-        for (KeyedList* list : {&lists_->Available(), &lists_->Selected()})
-            list->SetColumnShares({34, 16, 12, 38});
+    const QList<double> weights = option_ == OptionList::Sources ? QList<double>{2, 1, 1, 2} : QList<double>{3, 2};
+    for (KeyedList* list : {&lists_->Available(), &lists_->Selected()})
+        list->SetColumnWeights(weights);
     ConnectLists();
 }
 

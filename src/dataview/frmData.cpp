@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/DataTable.h"
+#include "controls/SharedWidths.h"
 #include "controls/Theme.h"
 #include "dataview/ActionPanels.h"
 #include "dataview/DataPanel.h"
@@ -50,14 +51,10 @@ constexpr std::array<DataOption, 8> kDataOptions = {{
     {"DATA_PRESENT", "TS_OptionPresent"},
 }};
 
-/// Characters that a visible column is made wide for at first, and those that it gives up first when all of them don't
-/// fit into the window.
-struct ColumnWidth {
-    int characters;
-    int spare;
-};
-constexpr std::array<ColumnWidth, VisibleCols> kColumnWidths = {
-    {{10, 0}, {14, 2}, {24, 8}, {40, 14}, {14, 0}, {20, 6}, {18, 8}, {30, 10}}};
+/// How much a visible column counts when not all of them find room. Periods, identifiers and values are never cut.
+constexpr std::array<double, VisibleCols> kColumnWeights = {100, 100, 1, 1.8, 100, 1, 0.8, 1.4};
+/// A value of ordinary size, with the room of its footnote mark.
+const QString kWideValue = QStringLiteral("-00,000,000.000");
 
 QString Number(qint64 number) {
     return QLocale::system().toString(number);
@@ -97,26 +94,17 @@ void frmData::MakeGrid() {
     setFocusProxy(ui_->DataGrid);
 }
 
-// Once, when the size of the window is known; from then on the widths are the user's.
+/// The columns share the window by what they have to show of the selection.
 void frmData::FitColumns() {
-    if (columnsFitted_) return;
-    columnsFitted_ = true;
-    int wanted = 0;
-    int spare = 0;
-    for (int column = 0; column < VisibleCols; ++column) {
-        const ColumnWidth& width = kColumnWidths.at(static_cast<std::size_t>(column));
-        ui_->DataGrid->SetColumnCharacters(column, width.characters);
-        wanted += ui_->DataGrid->columnWidth(column);
-        spare += width.spare;
+    std::vector<DataTable::Wish> wishes;
+    for (int column = 1; column <= VisibleCols; ++column) {
+        LongestTexts texts;
+        const QStringList found = column == ColDatavalue ? QStringList(kWideValue) : LongestTextsOf(column);
+        for (const QString& text : found)
+            texts.Take(text);
+        wishes.push_back({texts.Width(ui_->DataGrid->fontMetrics()), kColumnWeights.at(wishes.size())});
     }
-    // The grid is still empty; the numbers of its rows will take their room.
-    const int room = ui_->DataGrid->viewport()->width() - ui_->DataGrid->fontMetrics().averageCharWidth() * 7;
-    const int excess = std::min(wanted - room, wanted / 4);
-    if (excess <= 0) return;
-    for (int column = 0; column < VisibleCols; ++column) {
-        const int share = excess * kColumnWidths.at(static_cast<std::size_t>(column)).spare / spare;
-        ui_->DataGrid->setColumnWidth(column, ui_->DataGrid->columnWidth(column) - share);
-    }
+    ui_->DataGrid->SetColumnWishes(std::move(wishes));
 }
 
 void frmData::MakeOptionStrip() {
@@ -161,9 +149,9 @@ void frmData::ConnectEvents() {
 void frmData::Enter() {
     ErrorTrap trap("frmData_Activate");
     ShowGridPreferences();
-    FitColumns();
     if (SelectionChanged) {
         MakeQryForTheGrid();
+        FitColumns();
         SelectionChanged = false;
     } else {
         paging_.ResumeTimer();

@@ -102,6 +102,7 @@ class frmData final : public StageScreen {
     bool NeedsRows();
     bool MayLeaveOption();
     void DrawStats();
+    void FitStatsColumns();
     [[nodiscard]] DataPanel* PanelShown() const;
     void chkFilters_Click();
     void ShowFilterState();
@@ -128,7 +129,6 @@ class frmData final : public StageScreen {
     QTimer tmrDataView_;
     QButtonGroup options_;
     int option_ = 0;
-    bool columnsFitted_ = false;
     QString dataOrderBy_;
     DataFilters filters_;
     DataOptions takenOut_;

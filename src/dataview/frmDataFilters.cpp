@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace tessaro {
 
@@ -167,9 +168,13 @@ std::optional<QString> frmDataFilters::Problem() const {
 }
 
 QString frmDataFilters::RowsText() const {
-    const auto left = counter_.RowsLeft(Typed());
+    DataFilters ofValues = Typed();
+    const bool withCells = std::exchange(ofValues.MissingDataOn, false);
+    const auto left = counter_.RowsLeft(ofValues);
     if (!left) return {};
-    return WithNumbers("TS_FilterRowsStay", {Shown(*left), Shown(counter_.TotalRows())});
+    const QString total = Shown(counter_.TotalRows());
+    return withCells ? WithNumbers("TS_FilterRowsAndCells", {Shown(*left), total, Shown(counter_.MissingCells())})
+                     : WithNumbers("TS_FilterRowsStay", {Shown(*left), total});
 }
 
 void frmDataFilters::ShowState() {
@@ -179,7 +184,7 @@ void frmDataFilters::ShowState() {
     ui_->lblRowsStay->setText(rows);
     const QString counting =
         rows.isEmpty() ? WithNumbers("TS_FilterCounting", {Shown(counter_.TotalRows())}) : QString();
-    ui_->lblProblem->setText(problem.value_or(counting));
+    ui_->lblProblem->setText(InReadingOrder(problem.value_or(counting)));
     const auto extent = counter_.Extent();
     ui_->lblExtent->setText(
         extent ? WithNumbers("TS_ValuesFromTo", {ShownValue(extent->first), ShownValue(extent->second)}) : QString());

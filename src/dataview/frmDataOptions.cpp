@@ -1,7 +1,9 @@
 #include "controls/Captions.h"
 #include "controls/DataTable.h"
+#include "controls/Theme.h"
 #include "dataview/ActionPanels.h"
 #include "dataview/SortPanel.h"
+#include "dataview/StatisticsDelegate.h"
 #include "dataview/StatisticsModel.h"
 #include "dataview/TakeOutPanel.h"
 #include "dataview/frmData.h"
@@ -32,6 +34,7 @@ void frmData::MakePanels() {
     DataStats_ = new DataTable(this);
     DataStats_->setObjectName(QStringLiteral("DataStats"));
     DataStats_->setModel(&statistics_);
+    DataStats_->setItemDelegate(new StatisticsDelegate(DataStats_));
     DataStats_->verticalHeader()->hide();
     DataStats_->setSelectionBehavior(QAbstractItemView::SelectRows);
     DataStats_->installEventFilter(this);
@@ -132,12 +135,22 @@ void frmData::DrawStats() {
         statistics_.SetLines(ReadStatistics(RowFilter));
         TheFrame().SetProgress(100);
     }
-    for (int column = 0; column < StatisticsModel::kNameColumn; ++column)
-        DataStats_->setColumnWidth(column, DataStats_->fontMetrics().averageCharWidth() * 4);
-    DataStats_->SetColumnCharacters(StatisticsModel::kNameColumn, 48);
-    for (int column = StatisticsModel::kNameColumn + 1; column < StatisticsModel::MaxCols; ++column)
-        DataStats_->SetColumnCharacters(column, 16);
     DataStats_->FitToFont();
+    FitStatsColumns();
+}
+
+/// The marks are narrow; the figures stand whole and apart where the names leave them room.
+void frmData::FitStatsColumns() {
+    constexpr int kMarks = StatisticsModel::kNameColumn;
+    constexpr int kAmpleFigure = 14;
+    const QFontMetrics metrics = DataStats_->fontMetrics();
+    std::vector<DataTable::Wish> wishes(kMarks, {theme::IconSize, 1, theme::IconSize});
+    wishes.push_back({statistics_.Longest(kMarks).Width(metrics), 3});
+    for (int column = kMarks + 1; column < StatisticsModel::MaxCols; ++column) {
+        const int figure = statistics_.Longest(column).Width(metrics);
+        wishes.push_back({std::max(figure, metrics.averageCharWidth() * kAmpleFigure), 1, figure});
+    }
+    DataStats_->SetColumnWishes(std::move(wishes));
 }
 
 void frmData::SetFilters(const DataFilters& filters) {

@@ -59,8 +59,9 @@ void frmInformationSheets::ShowInfo(int row) {
     if (row < 0 || row >= static_cast<int>(items_.size())) return;
     const ErrorTrap trap("lstSource_Click");
     const selection::InformationItem& item = items_[static_cast<std::size_t>(row)];
-    ui_->txtAllInfo->setHtml(QStringLiteral("<h3>") + item.name.toHtmlEscaped() + QStringLiteral("</h3>") +
-                             AsHtml(selection::InformationText(code_, item.gid)));
+    ui_->txtAllInfo->setHtml(
+        (LanguageIsRightToLeft() ? QStringLiteral("<h3 align=\"right\">") : QStringLiteral("<h3>")) +
+        item.name.toHtmlEscaped() + QStringLiteral("</h3>") + AsHtml(selection::InformationText(code_, item.gid)));
 }
 
 void frmInformationSheets::cmdPrintAll_Click() {

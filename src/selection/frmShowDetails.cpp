@@ -67,9 +67,10 @@ void frmShowDetails::ShowLines(const QString& title, const QStringList& lines) {
     ui_->frmIndicators->hide();
     ui_->frmArea->show();
     ui_->frmArea->setAccessibleName(title);
-    // A mark before each line keeps names in other scripts on the side where reading begins.
-    const QString mark = LanguageIsRightToLeft() ? QString(QChar(0x200F)) : QString();
-    ui_->lblAreaNames->setText(mark + lines.join(QLatin1Char('\n') + mark));
+    QStringList shown;
+    for (const QString& line : lines)
+        shown << InReadingOrder(line);
+    ui_->lblAreaNames->setText(shown.join(QLatin1Char('\n')));
     resize(440, 240);
 }
 

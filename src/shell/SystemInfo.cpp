@@ -2,6 +2,7 @@
 
 #include "jet/Version.h"
 #include "office/SpreadsheetApplication.h"
+#include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -55,7 +56,7 @@ QList<std::pair<QString, QString>> SystemInfo() {
         {QStringLiteral("Qt"), QString::fromLatin1(qVersion())},
         {QStringLiteral("SQLite"), QString::fromStdString(jet::EngineVersion())},
         {QStringLiteral("LibreOffice"), office},
-        {GetText(QStringLiteral("TS_InfoProgramFolder")), AppPath},
+        {GetText(QStringLiteral("TS_InfoProgramFolder")), FindPath(AppPath)},
         {GetText(QStringLiteral("TS_InfoUserFolder")), CacheFolder},
         {GetText(QStringLiteral("TS_InfoLog")), LogFile()},
     };

@@ -41,9 +41,8 @@ void frmAbout::SetFormCaptions() {
     SetCaption(ui_->lblVersion, QStringLiteral("VERSION"));
     ui_->lblVersionNumber->setText(Setting(QStringLiteral("PRODUCT VERSION")));
     ui_->lblDisclaimer->setText(GetText(QStringLiteral("TS_DisclaimerShort")).replace(QLatin1String("%1"), product));
-    const QString log = QLatin1Char(' ') + PlainText(QStringLiteral("LOG_LOG"));
-    ui_->cmdDatabase->setText(PlainText(QStringLiteral("PROP DB TAB")) + log);
-    ui_->cmdTemplate->setText(PlainText(QStringLiteral("Template")) + log);
+    SetCaption(ui_->cmdDatabase, QStringLiteral("TS_DatabaseLog"));
+    SetCaption(ui_->cmdTemplate, QStringLiteral("TS_TemplateLog"));
     SetCaption(ui_->cmdDiscliamer, QStringLiteral("Disclaimer"));
     SetCaption(ui_->cmdSysInfo, QStringLiteral("SYSTEM INFO"));
     SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
@@ -51,8 +50,9 @@ void frmAbout::SetFormCaptions() {
     title.setPointSizeF(title.pointSizeF() * 2);
     title.setBold(true);
     ui_->lblTitle->setFont(title);
-    for (QLabel* label : {ui_->lblVersionNumber})
-        label->setFont(DefaultFont());
+    ui_->lblVersionNumber->setFont(DefaultFont());
+    for (QLabel* label : {ui_->lblTitle, ui_->lblVersionNumber})
+        label->setAlignment(ReadingSide());
 }
 
 void frmAbout::SetToolTipParam() {

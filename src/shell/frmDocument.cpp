@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QTextBrowser>
 #include <QTextDocument>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace tessaro {
@@ -85,6 +86,10 @@ frmDisclaimer::frmDisclaimer(QWidget* parent) : QDialog(parent) {
     setWindowTitle(PlainText(QStringLiteral("Disclaimer")).remove(QStringLiteral("...")));
     parts.text->setAccessibleName(windowTitle());
     LoadDocument(*parts.text, JoinPath({AppPath, QStringLiteral("Bin/Disclaimer.Doc")}));
+    // Where the reader's language begins, once the text has its place.
+    QTimer::singleShot(0, parts.text, [text = parts.text] {
+        text->scrollToAnchor(Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0));
+    });
     resize(70 * theme::Grid, 56 * theme::Grid);
 }
 
@@ -99,13 +104,19 @@ frmSystemInfo::frmSystemInfo(QWidget* parent) : QDialog(parent) {
     SetFormFonts(this);
     setWindowTitle(PlainText(QStringLiteral("SYSTEM INFO")).remove(QStringLiteral("...")));
     parts.text->setAccessibleName(windowTitle());
+    // A table is never turned round by itself; what is said of a name is written in letters of its own.
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    const QString row = mirrored
+                            ? QStringLiteral("<tr><td dir=\"ltr\" align=\"right\" style=\"padding:3px\">%2</td>"
+                                             "<td align=\"right\" style=\"padding:3px 0 3px 24px\"><b>%1</b></td></tr>")
+                            : QStringLiteral("<tr><td style=\"padding:3px 24px 3px 0\"><b>%1</b></td><td "
+                                             "style=\"padding:3px 0\">%2</td></tr>");
     QString rows;
     for (const auto& [name, value] : SystemInfo())
-        rows += QStringLiteral(
-                    "<tr><td style=\"padding:3px 24px 3px 0\"><b>%1</b></td><td style=\"padding:3px 0\">%2</td></tr>")
-                    .arg(name.toHtmlEscaped(), value.toHtmlEscaped());
-    parts.text->setHtml(QStringLiteral("<table>%1</table>").arg(rows));
-    resize(80 * theme::Grid, 44 * theme::Grid);
+        rows += row.arg(name.toHtmlEscaped(), value.toHtmlEscaped());
+    parts.text->setHtml(
+        QStringLiteral("<table%1>%2</table>").arg(mirrored ? QStringLiteral(" width=\"100%\"") : QString(), rows));
+    resize(80 * theme::Grid, (mirrored ? 64 : 50) * theme::Grid);
 }
 
 } // namespace tessaro

@@ -110,6 +110,9 @@ void frmFavourites::ShowLowerHalf(bool shown) {
     ui_->picFavorites->setVisible(shown);
     SetCaption(ui_->cmdCreateIn,
                shown ? QStringLiteral("FAV CREATIN BUT VIS") : QStringLiteral("FAV CREATIN BUT HIDDEN"));
+    // The form's least height follows the lower half only when the layout has been made again.
+    layout()->invalidate();
+    layout()->activate();
     resize(width(), shown ? minimumSizeHint().height() + lowerHeight_ : minimumSizeHint().height());
 }
 

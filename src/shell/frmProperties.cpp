@@ -107,8 +107,9 @@ void frmProperties::FillSounds() {
 void frmProperties::FillProduct() {
     ui_->txtProdName->setText(Setting(QStringLiteral("PRODUCT NAME")) + QLatin1Char(' ') +
                               Setting(QStringLiteral("PRODUCT VERSION")));
-    ui_->cmbProductPath->addItem(AppPath);
-    ui_->cmbProductPath->setToolTip(AppPath);
+    const QString folder = FindPath(AppPath);
+    ui_->cmbProductPath->addItem(QChar(0x200E) + folder); // runs from left to right in every language
+    ui_->cmbProductPath->setToolTip(folder);
     const ProductScope scope = ScopeOfDatabase();
     ui_->txtSubject->setText(scope.subject);
     ui_->cmbGeoRef->addItems(scope.areas);
@@ -284,6 +285,9 @@ void frmProperties::SetFormCaptions() {
     SetCaption(ui_->cmdApply, QStringLiteral("APPLY BUTTON"));
     SetGeneralCaptions();
     SetOtherCaptions();
+    ui_->cmbProductPath->setLayoutDirection(Qt::LeftToRight);
+    for (QLineEdit* field : {ui_->txtProdName, ui_->txtSubject})
+        field->setAlignment(ReadingSide());
     FillFontStyles();
 }
 

@@ -39,8 +39,10 @@ class StatisticsModelTest : public SessionTest {
         QStringList rows;
         for (int row = 0; row < model.rowCount(); ++row) {
             QString marks;
-            for (int column = 0; column < StatisticsModel::kNameColumn; ++column)
-                marks += Cell(row, column).toString().replace(QChar(0x2212), QLatin1Char('-'));
+            for (int column = 0; column < StatisticsModel::kNameColumn; ++column) {
+                const QString picture = Cell(row, column, StatisticsModel::MarkRole).toString();
+                if (!picture.isEmpty()) marks += picture == QLatin1String("plus.bmp") ? '+' : '-';
+            }
             rows << marks + Cell(row, StatisticsModel::kNameColumn).toString().trimmed();
         }
         return rows.join(QLatin1Char(' '));
