@@ -67,6 +67,7 @@ void DataPaging::TopTick() {
     }
     LoadPageIntoGrid(CreateDataPage(nextFromTop_ - 1, pageSize));
     nextFromTop_ += pageSize;
+    if (unreadable_) FinishAtOnce();
 }
 
 void DataPaging::BottomTick() {
@@ -78,6 +79,7 @@ void DataPaging::BottomTick() {
     LoadPageIntoGrid(CreateDataPage(totalRows_ - takenFromBottom_ - pageSize, pageSize));
     takenFromBottom_ += pageSize;
     bottomStarted_ = true;
+    if (unreadable_) FinishAtOnce();
 }
 
 std::vector<GridRow> DataPaging::CreateDataPage(qint64 first, int rowCount) {
@@ -86,6 +88,7 @@ std::vector<GridRow> DataPaging::CreateDataPage(qint64 first, int rowCount) {
     trap.Try([&] { page = builder_.CreateDataPage(pageQuery_.GetRows(first, rowCount)); });
     // Once the number of rows is known, a page that came short (its rows can't be read any more) still counts whole:
     // its rows stay blank, and the load comes to its end.
+    unreadable_ = totalKnown_ && page.size() < static_cast<std::size_t>(rowCount);
     if (totalKnown_) page.resize(static_cast<std::size_t>(rowCount));
     rowsLoaded_ += static_cast<qint64>(page.size());
     return page;

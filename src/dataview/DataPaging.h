@@ -87,6 +87,7 @@ class DataPaging final {
     qint64 takenFromBottom_ = 0;
     qint64 totalRows_ = 0;
     bool totalKnown_ = false;
+    bool unreadable_ = false; ///< the last page came short of rows that were counted
     bool loadingFromTop_ = false;
     bool loadingFromBottom_ = false;
     bool bottomStarted_ = false;

@@ -76,6 +76,7 @@ bool frmData::SaveDataView(const QString& file) {
     if (failure) {
         ShowOfficeError(*failure, "SaveDataViewXls");
     } else if (sheets == 0) {
+        LogNote(QLatin1String("SaveDataView: can't write ") + file);
         ShowMessage(GetText(QStringLiteral("TS_ExportFailed")).replace(QStringLiteral("%1"), file), MessageType::Ok,
                     102, {}, false);
     } else {

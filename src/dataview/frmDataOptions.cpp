@@ -137,6 +137,10 @@ void frmData::DrawStats() {
     }
     DataStats_->FitToFont();
     FitStatsColumns();
+    // Rows in the grid, and none of them counted: the file was damaged or taken away since.
+    const bool countable = model_.ValueRows() > 0 && !filters_.MissingDataOn;
+    if (countable && statistics_.rowCount() == 0)
+        ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, 102, {}, false);
 }
 
 /// The marks are narrow; the figures stand whole and apart where the names leave them room.

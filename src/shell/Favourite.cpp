@@ -20,7 +20,8 @@ namespace {
 const QString Extension = QStringLiteral(".mdb");
 const QString UnfinishedMark = QStringLiteral(".part");
 /// What the engine puts beside a file while it writes.
-constexpr const char* Companions[] = {"", ".copying", "-journal", "-wal", "-shm"};
+constexpr const char* Companions[] = {
+    "", ".copying", ".copying-journal", ".copying-wal", ".copying-shm", "-journal", "-wal", "-shm"};
 
 /// A file that is being made under another name, so that a favourite is there whole or not at all.
 class UnfinishedFile final {

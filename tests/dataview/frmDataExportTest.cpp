@@ -3,6 +3,7 @@
 #include "dataview/GridQuery.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "session/ErrorSink.h"
 #include "session/Session.h"
 
 #include <QApplication>
@@ -78,6 +79,7 @@ TEST_F(frmDataExportTest, AFailureIsToldAndLeavesTheViewAsItWas) {
     ASSERT_TRUE(QDir().mkpath(file));
     EXPECT_FALSE(form.SaveDataView(file));
     EXPECT_EQ(messages.size(), 1);
+    EXPECT_TRUE(ReadWholeFile(LogFile()).value_or(QByteArray()).contains("way.txt"));
     EXPECT_EQ(form.grid().MaxRows(), 5);
     EXPECT_EQ(offering.busy, 0);
     EXPECT_EQ(offering.calls.count(QStringLiteral("progress start")),

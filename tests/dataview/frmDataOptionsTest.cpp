@@ -225,6 +225,15 @@ TEST_F(frmDataOptionsTest, FiltersNarrowTheGridAndForgetRemovedRows) {
     EXPECT_EQ(RowFilter, QString());
 }
 
+TEST_F(frmDataOptionsTest, ValuesThatCanNoLongerBeReadAreTold) {
+    FillData(1, 3, 1);
+    ShowAll();
+    Run(QStringLiteral("DROP TABLE Data"));
+    form.ShowThisDataOption(Stats);
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(form.grid().ValueRows(), 3);
+}
+
 TEST_F(frmDataOptionsTest, TheCountWalksTheQueryWithoutHarmToTheLoad) {
     FillData(10, 20, 2);
     Show();

@@ -6,6 +6,7 @@
 #include "session/FileNames.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/FullDisk.h"
 #include "support/TestSession.h"
 
 #include <QDir>
@@ -126,6 +127,11 @@ TEST_F(FavouriteTest, AFailureLeavesNothing) {
     EXPECT_EQ(MakeFavourite(QStringLiteral("Mine")), FavouriteResult::Failed);
     EXPECT_TRUE(Folder_().isEmpty());
     ASSERT_TRUE(QFile::rename(selections + QStringLiteral(".away"), selections));
+    {
+        const test::FullDisk full(32 * 1024);
+        EXPECT_EQ(MakeFavourite(QStringLiteral("Mine")), FavouriteResult::Failed);
+    }
+    EXPECT_TRUE(Folder_().isEmpty());
     // No folder to write to.
     ASSERT_TRUE(QDir(FavoritesFolder).removeRecursively());
     EXPECT_EQ(MakeFavourite(QStringLiteral("Mine")), FavouriteResult::Failed);
