@@ -83,6 +83,7 @@ void WriteTable(office::Worksheet& sheet, const office::Block& table) {
     used.SetStyle(SheetFont());
     sheet.Cells(1, 1, 1, columns).SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
     used.AutoFitColumns();
+    sheet.Cells(1, 1, 1, columns).AutoFitRows(); // letters of some scripts are higher than a template's rows
     sheet.SetPageSetup(
         {.landscape = columns >= kWideTable, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = 1});
     sheet.FreezePanes(2, 1);

@@ -1,9 +1,11 @@
 #include "controls/DataTable.h"
+#include "controls/KeyedList.h"
 #include "dataview/DataScreen.h"
 #include "dataview/GridQuery.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
+#include "session/Query.h"
 #include "session/Session.h"
 
 #include <QApplication>
@@ -11,6 +13,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QListWidget>
+#include <QStackedWidget>
 #include <QTest>
 
 namespace tessaro::test {
@@ -69,6 +72,69 @@ TEST_F(frmDataExportTest, RowsTakenOutOfTheGridAreNotSaved) {
     ASSERT_EQ(lines.size(), 5);
     for (const QByteArray& line : lines)
         EXPECT_FALSE(line.contains("Indicator 2"));
+}
+
+// Every combination of options: what is saved, copied and counted are the rows of a statement written by hand.
+TEST_F(frmDataExportTest, WhatLeavesTheViewFollowsEveryOption) {
+    enum Bit : unsigned { SourceOut = 1, Range = 2, Recent = 4, RowOut = 8, All = 15 };
+    FillData(2, 3, 3);
+    Run(QStringLiteral("SELECT TimePeriodNId, TimePeriod INTO TimePeriod FROM _SelTimePeriod"));
+    Run(QStringLiteral("DELETE * FROM Data WHERE IUSNId = 3 AND TimePeriodNId = 3"));
+    auto& grid = *form.findChild<DataTable*>(QStringLiteral("DataGrid"));
+    for (unsigned options = 0; options <= All; ++options) {
+        SCOPED_TRACE(options);
+        Show();
+        WaitForAll();
+        QString sql = QStringLiteral("SELECT T.TimePeriod, A.AreaID, D.Datavalue FROM Data AS D, _SelTimePeriod AS T, "
+                                     "_SelArea AS A WHERE D.TimePeriodNId = T.TimePeriodNId AND D.AreaNId = A.AreaNId");
+        if (options & SourceOut) {
+            form.ShowThisDataOption(2);
+            auto* list = form.findChild<QStackedWidget*>(QStringLiteral("picPanels"))
+                             ->currentWidget()
+                             ->findChild<KeyedList*>(QStringLiteral("lstSelected"));
+            list->HighlightKey(QStringLiteral("IS_2_1"));
+            QTest::keyClick(list, Qt::Key_Delete);
+            form.ShowThisDataOption(0);
+            sql += QStringLiteral(" AND D.IUSNId <> 2");
+        }
+        form.SetFilters({.MostRecentOn = (options & Recent) != 0,
+                         .ValueRangeOn = (options & Range) != 0,
+                         .DataValueFrom = 102,
+                         .DataValueTo = 202});
+        WaitForAll();
+        if (options & Range) sql += QStringLiteral(" AND CDbl(D.Datavalue) >= 102 AND CDbl(D.Datavalue) <= 202");
+        if (options & Recent)
+            sql += QStringLiteral(" AND T.TimePeriod = (SELECT Max(L.TimePeriod) FROM Data AS E, _SelTimePeriod AS L "
+                                  "WHERE E.TimePeriodNId = L.TimePeriodNId AND E.IUSNId = D.IUSNId AND E.AreaNId = "
+                                  "D.AreaNId)");
+        if (options & RowOut) {
+            sql += QStringLiteral(" AND D.RowNId <> ") + grid.model()->index(0, ColRowNID - 1).data().toString();
+            grid.selectRow(0);
+            form.RemoveRowsFromDataGrid();
+        }
+        QStringList expected;
+        for (Records rows = tessaro::Select(sql); !rows.atEnd(); rows.MoveNext())
+            expected << rows.Text(std::size_t{0}) + rows.Text(std::size_t{1}) + rows.Text(std::size_t{2});
+        EXPECT_GE(expected.size(), 1);
+        const QList<QByteArray> lines = SavedLines().mid(1);
+        QStringList saved;
+        for (const QByteArray& line : lines) {
+            const QList<QByteArray> cells = line.split('\t');
+            saved << QString::fromUtf8(cells[ColTimePeriod - 1] + cells[ColAreaID - 1] + cells[ColDatavalue - 1]);
+        }
+        expected.sort();
+        saved.sort();
+        EXPECT_EQ(saved, expected);
+        grid.selectAll();
+        form.Copy();
+        EXPECT_EQ(QApplication::clipboard()->text().toUtf8(), lines.join('\n'));
+        form.ShowThisDataOption(1);
+        qsizetype counted = 0;
+        for (int row = 0; row < Stats().model()->rowCount(); ++row)
+            counted += Stats().model()->index(row, 4).data().toInt();
+        EXPECT_EQ(counted, expected.size());
+        form.ShowThisDataOption(0);
+    }
 }
 
 TEST_F(frmDataExportTest, AFailureIsToldAndLeavesTheViewAsItWas) {

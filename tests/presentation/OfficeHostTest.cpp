@@ -329,8 +329,10 @@ TEST_F(OfficeHostTest, LeavesTheUsersOwnProgramAlone) {
     host_.CloseHostedExcel();
     office::SpreadsheetApplication::QuitAll();
     EXPECT_FALSE(own.waitForFinished(500)) << "it was ended with ours";
+    office::RememberProcess(home.path(), own.processId());
     own.kill();
     own.waitForFinished();
+    office::ForgetProcess(home.path()); // a killed program leaves its sockets behind
 }
 
 TEST_F(OfficeHostTest, TellsThatTheProgramIsMissing) {
