@@ -29,8 +29,9 @@ int main(int argc, char** argv) {
     // Nobody is there to answer: questions are agreed to.
     tessaro::SetMessageAnswerer([](const tessaro::Message& message) {
         QTextStream(stdout) << "message " << message.key << ": " << message.text << '\n';
-        return message.type == tessaro::MessageType::YesNo ? tessaro::MessageCode::Yes
-                                                           : tessaro::CodeOfClosing(message.type);
+        const bool question =
+            message.type == tessaro::MessageType::YesNo || message.type == tessaro::MessageType::YesNoCancel;
+        return question ? tessaro::MessageCode::Yes : tessaro::CodeOfClosing(message.type);
     });
     return tessaro::Tour(frame, folder).Walk(commandLine) ? 0 : 1;
 }
