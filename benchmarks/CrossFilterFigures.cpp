@@ -122,7 +122,8 @@ class CrossFilterFigures {
         }
         SetMode(0);
         IndicatorsOfEachView();
-        IndicatorsOfList();
+        IndicatorsOfList(60);
+        IndicatorsOfList(500);
         AreasBelowNode();
         SelectionWritten();
     }
@@ -163,10 +164,12 @@ class CrossFilterFigures {
         IndicatorSelectBy = 1;
     }
 
-    void IndicatorsOfList() {
+    void IndicatorsOfList(int length) {
+        const std::string of = "of a list of " + std::to_string(length) + ", ";
         QStringList numbers;
         QStringList gids;
-        for (Records rows = Select(QStringLiteral("SELECT TOP 60 IUSNId, IndicatorGId FROM Indicator_Unit_Subpop"));
+        for (Records rows =
+                 Select(QStringLiteral("SELECT TOP %1 IUSNId, IndicatorGId FROM Indicator_Unit_Subpop").arg(length));
              !rows.atEnd(); rows.MoveNext()) {
             numbers << rows.Text("IUSNId");
             gids << QLatin1Char('\'') + rows.Text("IndicatorGId") + QLatin1Char('\'');
@@ -174,9 +177,9 @@ class CrossFilterFigures {
         for (const auto& [time, area] : kFlags) {
             const std::string flags = Flags(time, area, "time", "areas");
             IndicatorSelectBy = 1;
-            Indicators("of a list, " + flags, {time, area, 0, true, numbers.join(QLatin1Char(','))});
+            Indicators(of + flags, {time, area, 0, true, numbers.join(QLatin1Char(','))});
             IndicatorSelectBy = 0;
-            Indicators("whole ones of a list, " + flags, {time, area, 0, true, gids.join(QLatin1Char(','))});
+            Indicators("whole ones " + of + flags, {time, area, 0, true, gids.join(QLatin1Char(','))});
         }
         IndicatorSelectBy = 1;
     }

@@ -25,6 +25,9 @@ void MeasurePresentations(Report& report);
 void MeasureHost(Report& report);
 /// The list of a large gallery folder. Needs a session.
 void MeasureGallery(Report& report);
+/// The summary report of the installation's own database, the start of the spreadsheet program included. Opens that
+/// database.
+void MeasureSummary(Report& report, const QString& installation);
 /// The data view's workbook against a bare conversion of the same rows.
 void MeasureExport(Report& report);
 /// The program itself: start to first painted frame, and its resident size with the data view open. `self` is this

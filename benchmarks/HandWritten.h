@@ -31,7 +31,8 @@ class HandWritten final {
 };
 
 /// What opening a database comes to when written by hand: the template copied, the three files opened, their catalogues
-/// read with every column, the default language looked up and the links noted down in one transaction.
+/// read with every column, the default language looked up and the links noted down in one transaction. Ours reads
+/// columns, and opens the selections, when they are first asked for; it checks the password and the tables on top.
 void OpenByHand(const std::string& dataFile, const std::string& selections, const std::string& workingTemplate,
                 const std::string& working);
 

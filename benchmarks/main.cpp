@@ -36,6 +36,7 @@ int main(int argc, char** argv) {
         MeasurePresentations(report);
         Connection.reset();
     }
+    MeasureSummary(report, installation);
     MeasureHost(report);
     report.Print();
     return report.AllKept() ? 0 : 1;

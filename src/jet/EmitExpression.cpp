@@ -125,6 +125,7 @@ std::string AsCondition(const Typed& value) {
 std::string AsStored(const Typed& value, ColumnType type) {
     switch (type) {
     case ColumnType::YesNo:
+        if (value.literal && value.type == ColumnType::YesNo) return value.sql;
         return "jet_bool(" + AsValue(value) + ")";
     case ColumnType::Text:
     case ColumnType::Memo:

@@ -73,17 +73,16 @@ Translation Emitter::makeTable(const Query& query) {
     if (catalogue_.find(first.into))
         throw Error(ErrorNumber::AlreadyExists, "Table '" + first.into + "' already exists.");
     std::string fields;
-    for (const OutputColumn& column : text.columns) {
-        const ColumnType type = column.type == ColumnType::Counter   ? ColumnType::Long
-                                : column.type == ColumnType::Unknown ? ColumnType::Text
-                                                                     : column.type;
-        std::string name = column.name; // a field's name can't hold the point of A.x
-        std::ranges::replace(name, '.', '_');
-        fields += (fields.empty() ? "" : ", ") + ColumnDeclaration(name, type);
+    for (OutputColumn& column : text.columns) {
+        if (column.type == ColumnType::Counter) column.type = ColumnType::Long;
+        if (column.type == ColumnType::Unknown) column.type = ColumnType::Text;
+        std::ranges::replace(column.name, '.', '_'); // a field's name can't hold the point of A.x
+        fields += (fields.empty() ? "" : ", ") + ColumnDeclaration(column.name, column.type);
     }
     const std::string table = "main." + QuotedName(first.into);
     Translation made = Change(StatementClass::Schema, "CREATE TABLE " + table + " (" + fields + ")", first.into);
     made.statements.push_back("INSERT INTO " + table + " " + text.sql);
+    made.columns = std::move(text.columns);
     return made;
 }
 

@@ -358,30 +358,43 @@ std::int64_t Engine::RunStatements(Seen& seen) {
         seen.prepared = std::move(prepared);
         return changes;
     }
-    const std::string target = seen.translation.target;
-    const std::vector<std::string> statements = seen.translation.statements;
-    const std::vector<ListParameter> lists = seen.translation.lists;
+    const Translation translation = seen.translation;
     std::int64_t changes = 0;
-    Run(database(), "SAVEPOINT one_statement");
+    RunKept(savepoint_, "SAVEPOINT one_statement");
     try {
-        for (const std::string& each : statements)
-            changes = RunOne(PrepareNoting(each, lists));
-        Run(database(), "RELEASE one_statement");
+        for (const std::string& each : translation.statements)
+            changes = RunOne(PrepareNoting(each, translation.lists));
+        RunKept(release_, "RELEASE one_statement");
     } catch (const Error&) {
         // some failures, a full disk for one, have ended the transaction already
         sqlite3_exec(database(), "ROLLBACK TO one_statement; RELEASE one_statement", nullptr, nullptr, nullptr);
         throw;
     }
     if (!schema) return changes;
-    sizes_->Forget(LowerCased("main." + target));
-    if (target.empty()) {
-        catalogue_->ReadAll();
+    NoteSchemaChange(translation, changes);
+    return translation.statements.size() > 1 ? changes : 0;
+}
+
+void Engine::RunKept(Statement& kept, std::string_view sql) {
+    if (kept == nullptr) kept = Prepare(database(), sql);
+    RunAgain(database(), kept.get(), {});
+}
+
+// Of a table that a query made, and of one that was dropped, all is known; what else changed is read.
+void Engine::NoteSchemaChange(const Translation& translation, std::int64_t rows) {
+    const std::string& target = translation.target;
+    const std::string figures = LowerCased("main." + target);
+    sizes_->Forget(figures);
+    if (target.empty()) return catalogue_->ReadAll();
+    if (translation.statements.size() > 1) {
+        catalogue_->NoteMade(target, translation.columns);
+        // Under the lock that stands the figures of the new table cost little.
+        if (scoped_) sizes_->Made(figures, rows);
+    } else if (translation.statements.front().starts_with("DROP TABLE ")) {
+        catalogue_->NoteDropped(target);
     } else {
         catalogue_->ReadTable(target);
-        // Under the lock that stands the figures of the new table cost little.
-        if (scoped_ && statements.size() > 1) static_cast<void>(sizes_->Refresh({LowerCased("main." + target)}));
     }
-    return statements.size() > 1 ? changes : 0;
 }
 
 void Engine::TakeInReaders(const std::set<std::string>& written) {

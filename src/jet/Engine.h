@@ -106,6 +106,8 @@ class Engine {
     void Claim();
     void EndClaim();
     std::int64_t RunOne(const PreparedStatement& prepared);
+    void RunKept(Statement& kept, std::string_view sql);
+    void NoteSchemaChange(const Translation& translation, std::int64_t rows);
     void TakeInReaders(const std::set<std::string>& written);
     void TakeInAll();
     bool DropsLink(std::string_view sql);
@@ -120,6 +122,8 @@ class Engine {
     Seen passing_; ///< a statement too long to be kept
     Statement begin_;
     Statement commit_;
+    Statement savepoint_;
+    Statement release_;
     Statement claim_;     ///< takes the write lock of a working database and writes nothing
     bool scoped_ = false; ///< within a ReadScope that has begun
     Statement dataVersion_;

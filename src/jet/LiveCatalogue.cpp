@@ -99,6 +99,25 @@ void LiveCatalogue::ReadTable(const std::string& name) {
     Add(std::move(entry));
 }
 
+void LiveCatalogue::NoteMade(const std::string& name, const std::vector<OutputColumn>& fields) {
+    if (isLink(name)) return ReadTable(name);
+    NoteDropped(name);
+    if (IsSystemName(name)) return;
+    Entry entry;
+    entry.table.name = entry.table.sourceTable = name;
+    for (const OutputColumn& field : fields)
+        entry.table.columns.push_back(
+            {field.name, TypeOfDeclaration(DeclaredType(field.type)), field.type != ColumnType::YesNo});
+    entry.read = true;
+    entry.stamp = StampOf(entry.table);
+    Add(std::move(entry));
+}
+
+void LiveCatalogue::NoteDropped(const std::string& name) {
+    ++version_;
+    Remove(name);
+}
+
 LiveCatalogue::Entry* LiveCatalogue::EntryOf(std::string_view name) const {
     const auto found = byName_.find(Folded(name));
     return found == byName_.end() ? nullptr : found->second;

@@ -3,6 +3,7 @@
 #include "jet/Catalogue.h"
 #include "jet/DatabaseFile.h"
 #include "jet/Sqlite.h"
+#include "jet/Translator.h"
 
 #include <map>
 #include <memory>
@@ -45,6 +46,9 @@ class LiveCatalogue final : public Catalogue {
     void ReadAll();
     /// Reads one table of the file again, after a statement that made, changed or dropped it.
     void ReadTable(const std::string& name);
+    /// A table with these fields was made in the file, or one was dropped.
+    void NoteMade(const std::string& name, const std::vector<OutputColumn>& fields);
+    void NoteDropped(const std::string& name);
     /// A working database is made anew from its template at any time: nothing in it has to outlive a crash. One that
     /// has links already is known for one.
     void Relax();

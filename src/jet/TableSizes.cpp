@@ -35,6 +35,21 @@ bool TableSizes::Refresh(const std::set<std::string>& tables) {
     return measured;
 }
 
+void TableSizes::Made(const std::string& table, std::int64_t rows) {
+    constexpr std::int64_t Few = 100'000; // more may make the file a large one
+    if (rows > Few) {
+        static_cast<void>(Refresh({table}));
+        return;
+    }
+    try {
+        const std::size_t dot = table.find('.');
+        if (rows > 0) Run(database_, "ANALYZE " + table.substr(0, dot) + "." + QuotedName(table.substr(dot + 1)));
+    } catch (const Error&) {
+        rows = INT64_MAX; // as above
+    }
+    rows_[table] = {rows, 0};
+}
+
 bool TableSizes::Measure(const std::string& schema, const std::string& table, std::int64_t& rows) {
     rows = INT64_MAX;
     if (table.starts_with("sqlite_") || sqlite3_db_readonly(database_, schema.c_str()) != 0) return false;

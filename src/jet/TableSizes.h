@@ -19,6 +19,8 @@ class TableSizes {
     /// Before a join of these tables ("l1.data"): measures those whose figures are missing or far from the truth.
     /// True when it did, and a statement compiled before should be compiled again.
     bool Refresh(const std::set<std::string>& tables);
+    /// Takes the figures of a table that was made a moment ago with so many rows.
+    void Made(const std::string& table, std::int64_t rows);
     /// Rows were written to these tables.
     void Changed(const std::set<std::string>& tables, std::int64_t rows);
     void Forget(const std::string& table) { rows_.erase(table); }

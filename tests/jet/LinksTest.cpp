@@ -105,6 +105,44 @@ TEST_F(LinksTest, ALinkToTheSameFileIsNoSecondOpening) {
     EXPECT_EQ(RowsOf(*working, "SELECT AreaName FROM [T]"), "here;");
 }
 
+TEST_F(LinksTest, ATableThatAQueryMakesIsKnownAsItStandsInTheFile) {
+    Link("data.mdb");
+    const std::string query = "SELECT * FROM made ORDER BY 1";
+    struct Case {
+        const char* made;
+        const char* rows;
+    };
+    // The second round runs what the first one kept.
+    for (int round = 0; round < 2; ++round) {
+        for (const Case& each :
+             {Case{"SELECT AreaNId INTO made FROM Area", "1;"},
+              Case{"SELECT AreaName, AreaNId AS Made, AreaNId = 1 AS Yes INTO made FROM Area", "one|1|-1;"},
+              Case{"SELECT Null AS Nothing, A.AreaNId / 2 AS Half INTO made FROM Area A", "-|0.5;"}}) {
+            working->Execute(each.made);
+            const auto other = Connection::Open(folder.path("work.mdb"), "secret");
+            EXPECT_EQ(RowsOf(*working, query), each.rows) << each.made;
+            EXPECT_EQ(RowsOf(*other, query), each.rows) << each.made;
+            const TableInfo& ours = *working->catalogue().find("made");
+            const TableInfo& read = *other->catalogue().find("made");
+            ASSERT_EQ(ours.columns.size(), read.columns.size()) << each.made;
+            for (std::size_t i = 0; i < ours.columns.size(); ++i) {
+                EXPECT_EQ(ours.columns[i].name, read.columns[i].name);
+                EXPECT_EQ(ours.columns[i].type, read.columns[i].type) << each.made << " field " << i;
+                EXPECT_EQ(ours.columns[i].nullable, read.columns[i].nullable) << each.made << " field " << i;
+            }
+            working->Execute("DROP TABLE MADE");
+            EXPECT_EQ(FailureOf([&] { static_cast<void>(RowsOf(*working, query)); }), ErrorNumber::NoSuchTable);
+        }
+        // What failed or was taken back has left no table.
+        EXPECT_TRUE(FailureOf([&] { working->Execute("SELECT CDbl(AreaName) AS x INTO made FROM Area"); }));
+        EXPECT_EQ(FailureOf([&] { static_cast<void>(RowsOf(*working, query)); }), ErrorNumber::NoSuchTable);
+        working->Begin();
+        working->Execute("SELECT AreaNId INTO made FROM Area");
+        working->Rollback();
+        EXPECT_EQ(FailureOf([&] { static_cast<void>(RowsOf(*working, query)); }), ErrorNumber::NoSuchTable);
+    }
+}
+
 TEST_F(LinksTest, FortyLinksAreMadeInOneBreath) {
     working->Close();
     const auto start = std::chrono::steady_clock::now();
