@@ -137,6 +137,7 @@ Translation Translate(std::string_view sql, const Catalogue& catalogue) {
     if (auto* query = std::get_if<Query>(&statement)) TurnJoinsIntoTests(*query, catalogue);
     if (auto* insert = std::get_if<Insert>(&statement); insert != nullptr && insert->query)
         TurnJoinsIntoTests(*insert->query, catalogue);
+    if (auto* update = std::get_if<Update>(&statement)) TurnJoinsIntoTests(*update, catalogue);
     return Emitter(catalogue).translate(statement);
 }
 

@@ -18,6 +18,7 @@ using namespace tree;
 /// Tables of a FROM clause as bits of a number.
 using TableSet = std::uint64_t;
 constexpr std::size_t kMostTables = 60;
+constexpr std::int64_t kFewRows = 10'000; ///< a list of so many is read in no time
 
 struct JoinedTable {
     NamedTable name;
@@ -58,6 +59,31 @@ class SemiJoin final {
         if (giving_ == 0 || giving_ == all || !AllConditionsArePlaced()) return;
         TakeConditions();
         Rewrite(all & ~giving_);
+    }
+
+    /// The select has the tables and conditions of an UPDATE.
+    void ApplyToUpdate(const std::vector<Assignment>& assignments) {
+        if (!ReadTables() || !FindChanged(assignments) || !AllConditionsArePlaced()) return;
+        const TableSet testing = (Bit(tables_.size()) - 1) & ~giving_;
+        if (testing == 0) return;
+        TakeConditions();
+        const std::vector<TableSet> groups = GroupsOf(testing);
+        if (std::ranges::all_of(groups, [&](TableSet group) { return LinkOf(group) != nullptr; })) {
+            std::vector<ExpressionPtr> tests;
+            for (const TableSet group : groups)
+                tests.push_back(ListTestFor(group));
+            for (Condition& condition : conditions_)
+                if (condition.expression) tests.push_back(std::move(condition.expression));
+            select_.from = References(giving_);
+            select_.where = AllOf(select_.at, std::move(tests));
+            return;
+        }
+        // As it was, but for the order of the conditions.
+        std::vector<ExpressionPtr> where;
+        for (Condition& condition : conditions_)
+            where.push_back(std::move(condition.expression));
+        select_.from = References(testing | giving_);
+        select_.where = AllOf(select_.at, std::move(where));
     }
 
   private:
@@ -124,6 +150,17 @@ class SemiJoin final {
         return std::ranges::all_of(orderBy_, [&](const OrderItem& item) {
             return IsAlias(*item.expression) || AddTables(*item.expression, giving_);
         });
+    }
+
+    /// True when one table is changed, and by values of its own.
+    bool FindChanged(const std::vector<Assignment>& assignments) {
+        TableSet read = 0;
+        for (const Assignment& assignment : assignments) {
+            const std::size_t table = TableOf(assignment.target);
+            if (table >= tables_.size() || !AddTables(*assignment.value, read)) return false;
+            giving_ |= Bit(table);
+        }
+        return std::has_single_bit(giving_) && (read & ~giving_) == 0;
     }
 
     [[nodiscard]] bool IsAlias(const Expression& expression) const {
@@ -263,6 +300,41 @@ class SemiJoin final {
                               InQuery{false, std::move(given), QueryOf(group, std::move(tested), nullptr)});
     }
 
+    /// The one condition that joins these small tables to the changed one, when it is an equality of two fields.
+    [[nodiscard]] Condition* LinkOf(TableSet group) {
+        const std::int64_t most = std::max(kFewRows, RowsOf(giving_));
+        Condition* link = nullptr;
+        for (std::size_t table = 0; table < tables_.size(); ++table)
+            if ((group & Bit(table)) != 0 && RowsOf(Bit(table)) > most) return nullptr;
+        for (Condition& condition : conditions_) {
+            if ((condition.tables & group) == 0 || (condition.tables & ~group) == 0) continue;
+            const auto* comparison = std::get_if<Comparison>(&condition.expression->node);
+            if (link != nullptr || comparison == nullptr || comparison->op != ComparisonOperator::Equal) return nullptr;
+            for (const ExpressionPtr* side : {&comparison->left, &comparison->right})
+                if (!std::holds_alternative<ColumnName>((*side)->node)) return nullptr;
+            link = &condition;
+        }
+        return link;
+    }
+
+    /// "changed IN (SELECT field FROM group WHERE …)"; takes the group's conditions out of the list.
+    [[nodiscard]] ExpressionPtr ListTestFor(TableSet group) {
+        Condition& link = *LinkOf(group);
+        auto& comparison = std::get<Comparison>(link.expression->node);
+        TableSet left = 0;
+        (void)AddTables(*comparison.left, left);
+        ExpressionPtr tested = std::move(left == giving_ ? comparison.right : comparison.left);
+        ExpressionPtr changed = std::move(left == giving_ ? comparison.left : comparison.right);
+        link.expression = nullptr;
+        std::vector<ExpressionPtr> where;
+        for (Condition& condition : conditions_)
+            if (condition.expression && (condition.tables & group) != 0)
+                where.push_back(std::move(condition.expression));
+        return MakeExpression(
+            select_.at,
+            InQuery{false, std::move(changed), QueryOf(group, std::move(tested), AllOf(select_.at, std::move(where)))});
+    }
+
     [[nodiscard]] std::int64_t RowsOf(TableSet one) const {
         return catalogue_.rowsOnRecord(*tables_[static_cast<std::size_t>(std::countr_zero(one))].info);
     }
@@ -283,6 +355,15 @@ class SemiJoin final {
 };
 
 } // namespace
+
+void TurnJoinsIntoTests(tree::Update& update, const Catalogue& catalogue) {
+    Select select;
+    select.from = std::move(update.tables);
+    select.where = std::move(update.where);
+    SemiJoin(select, {}, catalogue).ApplyToUpdate(update.assignments);
+    update.tables = std::move(select.from);
+    update.where = std::move(select.where);
+}
 
 void TurnJoinsIntoTests(tree::Query& query, const Catalogue& catalogue) {
     static const std::vector<OrderItem> noOrder;

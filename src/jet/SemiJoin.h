@@ -13,4 +13,9 @@ namespace jet {
 /// derived tables, subqueries, totals, names that the catalogue can't place) are left alone.
 void TurnJoinsIntoTests(tree::Query& query, const Catalogue& catalogue);
 
+/// In an UPDATE over a join, tables that give no value only pick the rows. Where a single equality of two fields joins
+/// them to the table that is changed, and they are small, it becomes "A.k IN (SELECT k FROM …)", which needs no second
+/// look at the table. The rows that change are the same.
+void TurnJoinsIntoTests(tree::Update& update, const Catalogue& catalogue);
+
 } // namespace jet

@@ -116,6 +116,43 @@ TEST_F(SemiJoinTest, AlsoWhereRowsAreWrittenToATable) {
     EXPECT_EQ(RowsOf(*connection, "SELECT IUSNId FROM _DataTime ORDER BY IUSNId"), "1;1;2;3;3;");
 }
 
+TEST_F(SemiJoinTest, AnUpdateChangesTheRowsOfItsJoin) {
+    struct Case {
+        bool turned;
+        const char* tables;
+        const char* where;
+    };
+    const Case cases[] = {
+        {true, "Area A INNER JOIN Data D ON A.AreaNId = D.AreaNId", "D.IUSNId = 1"},
+        {true, "Data D INNER JOIN Area A ON D.AreaNId = A.AreaNId", "A.DataExists = True"},
+        {true, "(Data D INNER JOIN _SelIUS I ON D.IUSNId = I.IUSNId) INNER JOIN Area A ON D.AreaNId = A.AreaNId",
+         "I.SourceNId = 1 AND A.AreaID Like 'A*'"},
+        {true, "Area A, _SelArea S", "A.AreaID = S.AreaID"},
+        {true, "Area A, _SelArea S, Data D", "A.AreaID = S.AreaID AND D.AreaNId = A.AreaNId"},
+        {false, "Area A, _SelArea S", "A.AreaID = S.AreaID AND A.AreaNId = S.AreaNId"},
+        {false, "Area A, _SelArea S", "A.AreaNId < S.AreaNId"},
+        {false, "Area A, Area B", "A.AreaID Like Mid(B.AreaID,1,1) & '*' AND B.AreaNId = 3"},
+        {false, "Area A, _SelIUS I", "I.IUSNId = 3"},
+        {false, "Area A, Nothing N", "A.AreaNId > 0"},
+        {false, "Area A LEFT JOIN Data D ON A.AreaNId = D.AreaNId", "D.AreaNId Is Null"},
+        {true, "Area A INNER JOIN Nothing N ON A.AreaNId = N.AreaNId", "A.AreaNId > 0"},
+    };
+    for (const Case& each : cases) {
+        const std::string rest = std::string(each.tables) + " SET A.AreaName = 'hit' WHERE " + each.where;
+        const std::string update = "UPDATE " + rest;
+        EXPECT_EQ(Translated(update).find("rowid") == std::string::npos, each.turned) << Translated(update);
+        const auto expected = EachOnce("A.AreaID, A.AreaNId FROM " + std::string(each.tables) + " WHERE " + each.where);
+        connection->Begin();
+        EXPECT_EQ(connection->Execute(update), static_cast<std::int64_t>(expected.size())) << update;
+        EXPECT_EQ(Rows("SELECT AreaID, AreaNId FROM Area WHERE AreaName = 'hit'"), expected) << update;
+        connection->Rollback();
+    }
+    // A value of the other table is carried along.
+    connection->Execute("UPDATE Area A INNER JOIN Data D ON A.AreaNId = D.AreaNId SET A.AreaName = D.Datavalue WHERE "
+                        "D.RowNId = 3");
+    EXPECT_EQ(RowsOf(*connection, "SELECT AreaName FROM Area WHERE AreaNId = 2"), "n/a;");
+}
+
 TEST_F(SemiJoinTest, NamesThatCannotBePlacedAreStillReported) {
     EXPECT_EQ(
         FailureOf([&] { (void)Rows("SELECT DISTINCT A.AreaNId FROM Area A, Data D WHERE A.AreaNId = D.Nowhere"); }),
