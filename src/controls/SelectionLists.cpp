@@ -223,10 +223,15 @@ void SelectionLists::ShowSortIcons() {
 }
 
 void SelectionLists::EnableButtons() {
-    ui_->cmdAdd->setEnabled(ui_->lstAvailable->HasHighlighted());
-    ui_->cmdAddAll->setEnabled(ui_->lstAvailable->Items().Count() > 0);
-    ui_->cmdRemove->setEnabled(ui_->lstSelected->HasHighlighted());
-    ui_->cmdRemoveAll->setEnabled(ui_->lstSelected->Items().Count() > 0);
+    // A button that goes off hands the focus to its list; the next button would be one that moves everything.
+    const auto enable = [](QPushButton* button, bool on, KeyedList* list) {
+        if (!on && button->hasFocus()) list->setFocus();
+        button->setEnabled(on);
+    };
+    enable(ui_->cmdAdd, ui_->lstAvailable->HasHighlighted(), ui_->lstAvailable);
+    enable(ui_->cmdAddAll, ui_->lstAvailable->Items().Count() > 0, ui_->lstAvailable);
+    enable(ui_->cmdRemove, ui_->lstSelected->HasHighlighted(), ui_->lstSelected);
+    enable(ui_->cmdRemoveAll, ui_->lstSelected->Items().Count() > 0, ui_->lstSelected);
 }
 
 void SelectionLists::FocusFilter() {

@@ -31,6 +31,8 @@ class StageScreen : public QWidget {
     /// Whether this screen prints and saves: the frame offers the commands by it.
     [[nodiscard]] virtual bool CanPrint() const { return false; }
     [[nodiscard]] virtual bool CanSaveAs() const { return false; }
+    /// What the screen shows can be kept as a favourite; when not, it has said why.
+    [[nodiscard]] virtual bool MayKeep() { return true; }
     /// Captions again after a change of language, fonts after a change of font.
     virtual void SetFormCaptions() {}
     /// What is chosen here, in one line, for the banner: "12 indicators"; empty when nothing is.

@@ -46,6 +46,7 @@ class frmData final : public StageScreen {
     void SaveAs() override;
     [[nodiscard]] bool CanPrint() const override { return true; }
     [[nodiscard]] bool CanSaveAs() const override { return true; }
+    [[nodiscard]] bool MayKeep() override { return MayLeaveOption(); }
     void SetFormCaptions() override;
     [[nodiscard]] QString SelectionSummary() const override;
 

@@ -83,7 +83,8 @@ bool frmData::NeedsRows() {
     return false;
 }
 
-// While there are rows, a panel can't be left as long as it would leave nothing in view.
+// While there are rows, a panel can't be left as long as it would leave nothing in view; what stands in the grid then
+// is not the view and isn't given away either.
 bool frmData::MayLeaveOption() {
     DataPanel* panel = PanelShown();
     return panel == nullptr || model_.MaxRows() == 0 || panel->MayLeave();

@@ -24,6 +24,7 @@ void frmMain::AddFavorites() {
     const ErrorTrap trap("mnumnu_Favoritesmnu_AddFavorites_Click");
     StageScreen* screen = ActiveScreen();
     if (!screen || screen->FormName().toUpper() != QLatin1String("FRMDATA")) return;
+    if (!screen->MayKeep()) return;
     frmFavourites form(this);
     form.exec();
     menu_->FillFavourites();

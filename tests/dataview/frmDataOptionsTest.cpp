@@ -86,6 +86,10 @@ TEST_F(frmDataOptionsTest, APanelWithNothingLeftCannotBeLeft) {
         EXPECT_EQ(Panels().currentWidget(), panel);
         EXPECT_FALSE(Button("DATA_VIEW").isChecked());
         EXPECT_EQ(form.grid().ValueRows(), 2) << "the grid keeps its rows meanwhile";
+        messages.clear();
+        EXPECT_FALSE(form.MayKeep());
+        form.SaveAs();
+        EXPECT_EQ(messages, (QStringList{QLatin1String(c.message), QLatin1String(c.message)})) << "and gives none away";
         panel->findChild<QAbstractButton*>(QStringLiteral("cmdAddAll"))->click();
         Button("DATA_VIEW").click();
         EXPECT_TRUE(Button("DATA_VIEW").isChecked()) << c.message;
