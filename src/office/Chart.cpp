@@ -122,6 +122,21 @@ std::vector<Reference<XPropertySet>> AxesOf(const Reference<XChartDocument>& cha
     return axes;
 }
 
+/// The titles of axes that are shown.
+std::vector<Reference<XPropertySet>> AxisTitlesOf(const Reference<XChartDocument>& chart) {
+    std::vector<Reference<XPropertySet>> titles;
+    const auto diagram = chart->getDiagram();
+    const auto properties = Need<XPropertySet>(diagram);
+    const Reference<com::sun::star::chart::XAxisXSupplier> x(diagram, UNO_QUERY);
+    const Reference<com::sun::star::chart::XAxisYSupplier> y(diagram, UNO_QUERY);
+    bool shown = false;
+    if (x.is() && (properties->getPropertyValue("HasXAxisTitle") >>= shown) && shown)
+        titles.push_back(Need<XPropertySet>(x->getXAxisTitle()));
+    if (y.is() && (properties->getPropertyValue("HasYAxisTitle") >>= shown) && shown)
+        titles.push_back(Need<XPropertySet>(y->getYAxisTitle()));
+    return titles;
+}
+
 void SetAxisTitle(const Reference<XPropertySet>& diagram, const char* has, const Reference<XShape>& title,
                   const QString& text) {
     diagram->setPropertyValue(Ascii(has), Any(!text.isEmpty()));
@@ -293,6 +308,8 @@ void Chart::SetFont(const QString& name, double points) {
         if (hasLegend) SetFontOf(Need<XPropertySet>(chart->getLegend()), name, points);
         for (const auto& axis : AxesOf(chart))
             SetFontOf(axis, name, points);
+        for (const auto& title : AxisTitlesOf(chart))
+            SetFontOf(title, name, points);
     });
 }
 

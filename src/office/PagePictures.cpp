@@ -16,7 +16,7 @@ namespace tessaro::office {
 
 namespace {
 
-constexpr int kTimeLimit = 20000; ///< milliseconds for a batch
+constexpr int kTimeLimit = 20000; ///< milliseconds for a file, of a process that lets all others go first
 /// What the process ends with when it has just made a new profile usable: it is to be started again.
 constexpr int kStartAgain = 81;
 constexpr int kMostStarts = 3;
@@ -52,6 +52,7 @@ void PagePictures::Draw(const QStringList& files, const QString& folder) {
                   QStringLiteral("--outdir"),
                   folder};
     // Links of plain names: a file's own name may look like an option, and names of two folders may be the same.
+    files_ = static_cast<int>(files.size());
     int number = 0;
     for (const QString& file : files) {
         const QString link = QStringLiteral("%1/%2.xls").arg(folder).arg(number++);
@@ -95,7 +96,7 @@ void PagePictures::Start() {
     });
     process_->start(program + QStringLiteral("/soffice.bin"), arguments_);
     RememberProcess(profile_, process_->processId());
-    QTimer::singleShot(kTimeLimit, process_.get(), [process = process_.get()] { process->kill(); });
+    QTimer::singleShot(kTimeLimit * files_, process_.get(), [process = process_.get()] { process->kill(); });
 }
 
 void PagePictures::Ended(bool clean) {

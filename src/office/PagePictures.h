@@ -37,6 +37,7 @@ class PagePictures final : public QObject {
     QString profile_;
     QStringList arguments_;
     std::unique_ptr<QProcess> process_;
+    int files_ = 0;
     int starts_ = 0;
     bool busy_ = false;
 };

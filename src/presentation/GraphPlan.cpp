@@ -142,6 +142,9 @@ QString GraphPlan::Title() const {
     QStringList parts;
     if (table_.ColumnCount() == 1 && !table_.columnFields.empty())
         parts = table_.columns.front().head.split(QLatin1Char('\n'));
+    if (ComparesColumns() && table_.ColumnCount() == 2)
+        for (const PivotColumn& column : table_.columns)
+            parts << column.head.section(QLatin1Char('\n'), 0, 0);
     for (const QString& value : SingleValues(parts.isEmpty() ? kTitleParts - 1 : kTitleParts))
         if (!parts.contains(value) && parts.size() < kTitleParts) parts << value;
     if (kind_ == ChartKind::Pie && table_.ColumnCount() > 1) parts << (seriesInRows_ ? LabelOf(0) : HeadOf(0));

@@ -235,6 +235,77 @@ TEST_F(WorkbooksTest, NamesOfAnyScriptComeThrough) {
     }
 }
 
+TEST_F(WorkbooksTest, SheetsRunTheWayTheLanguageIsRead) {
+    SelectEverything();
+    constexpr int kLeft = 1;
+    constexpr int kRight = 3;
+    const struct {
+        QString language;
+        bool rightToLeft;
+        int leading;
+    } cases[] = {{Language, false, kLeft}, {QStringLiteral("Arabic [ar]"), true, kRight}};
+    for (const auto& c : cases) {
+        Language = c.language;
+        RowsColumns arrangement = Everything();
+        const ShowOutcome table = ShowXLS(arrangement, Options());
+        ASSERT_EQ(table.result, ShowResult::Built);
+        for (const test::ReadSheet& sheet : test::ReadXls(table.WorkbookFile)) {
+            EXPECT_EQ(sheet.rightToLeft, c.rightToLeft) << sheet.name.toStdString();
+            EXPECT_EQ(sheet.Look(1, 1).value(QLatin1String("align")).toInt(), c.leading) << sheet.name.toStdString();
+        }
+        arrangement = Everything();
+        const ShowOutcome graph = ShowGraphXLS(arrangement, {});
+        ASSERT_EQ(graph.result, ShowResult::Built);
+        const auto sheets = test::ReadXls(graph.WorkbookFile);
+        EXPECT_FALSE(sheets[0].rightToLeft); // the chart's
+        EXPECT_EQ(sheets[1].rightToLeft, c.rightToLeft);
+    }
+}
+
+TEST_F(WorkbooksTest, AWideTableTakesSeveralPagesSideBySide) {
+    const struct {
+        int columns;
+        double size;
+        int pages;
+    } cases[] = {{3, 10, 1}, {11, 10, 1}, {20, 10, 2}, {20, 5, 1}, {11, 16, 2}, {60, 10, 5}};
+    for (const auto& c : cases) {
+        ColumnWidths widths;
+        widths.Add(1, QStringLiteral("AFRAGO"));
+        widths.Add(2, QStringLiteral("Central African Republic"));
+        for (int column = 0; column < c.columns; ++column)
+            widths.Add(3 + column, QStringLiteral("101,234,567"));
+        EXPECT_EQ(widths.PagesFor(2, {{}, c.size}), c.pages) << c.columns << " columns of " << c.size << " points";
+    }
+}
+
+TEST_F(WorkbooksTest, ACrowdedGraphIsAskedAbout) {
+    SelectEverything();
+    for (int area = 10; area < 70; ++area) {
+        Run(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('A%1', %1, "
+                           "'A%1', 'Area %1', 1)")
+                .arg(area));
+        AddValue(1, 1, area, 1, QStringLiteral("1"));
+    }
+    RowsColumns arrangement;
+    arrangement.Place(F::AreaName, Placement::Row);
+    arrangement.Place(F::TimePeriod, Placement::Column);
+    int asked = 0;
+    for (const bool answer : {false, true}) {
+        RowsColumns tried = arrangement;
+        const ShowOutcome outcome =
+            ShowGraphXLS(tried, {.kind = office::ChartKind::Line}, {}, [&](int points, int series) {
+                ++asked;
+                EXPECT_GT(series, 50);
+                EXPECT_GE(points, series);
+                return answer;
+            });
+        EXPECT_EQ(outcome.result, answer ? ShowResult::Built : ShowResult::GivenUp);
+        EXPECT_EQ(outcome.WorkbookFile.isEmpty(), !answer);
+        EXPECT_TRUE(outcome.MessageKey().isEmpty());
+    }
+    EXPECT_EQ(asked, 2);
+}
+
 TEST_F(WorkbooksTest, MissingValuesLeaveEmptyCells) {
     Run(QStringLiteral("DELETE * FROM Data"));
     for (const char* value : {"", "  "})

@@ -21,6 +21,7 @@ struct ReadSheet {
     QJsonObject runs;
     QJsonArray frozen;
     bool gridLines = true;
+    bool rightToLeft = false;
 
     [[nodiscard]] QJsonValue At(int row, int column) const { return rows.at(row - 1).toArray().at(column - 1); }
     [[nodiscard]] QString Text(int row, int column) const { return At(row, column).toString(); }
@@ -47,7 +48,8 @@ inline std::vector<ReadSheet> ReadXls(const QString& file) {
             {sheet.value(QLatin1String("name")).toString(), sheet.value(QLatin1String("rows")).toArray(),
              sheet.value(QLatin1String("looks")).toObject(), sheet.value(QLatin1String("notes")).toObject(),
              sheet.value(QLatin1String("merged")).toArray(), sheet.value(QLatin1String("runs")).toObject(),
-             sheet.value(QLatin1String("frozen")).toArray(), sheet.value(QLatin1String("gridLines")).toBool()});
+             sheet.value(QLatin1String("frozen")).toArray(), sheet.value(QLatin1String("gridLines")).toBool(),
+             sheet.value(QLatin1String("rightToLeft")).toBool()});
     }
     return sheets;
 }

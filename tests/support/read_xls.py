@@ -47,6 +47,7 @@ def main():
             "runs": {"%d,%d" % (r + 1, c + 1): len(runs) for (r, c), runs in sheet.rich_text_runlist_map.items()},
             "frozen": [sheet.horz_split_pos, sheet.vert_split_pos],
             "gridLines": bool(sheet.show_grid_lines),
+            "rightToLeft": bool(sheet.columns_from_right_to_left),
         }))
 
 

@@ -80,6 +80,9 @@ class Builder {
         // Without "recursive" a folder copied with any other option is passed over in silence.
         fs::copy(content_ / "templates", target_ / "Bin" / "Template",
                  fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        if (fs::exists(content_ / "samples"))
+            fs::copy(content_ / "samples", target_ / "Gallery" / "Samples",
+                     fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     }
 
     void DrawPictures() {
