@@ -39,6 +39,7 @@ constexpr auto kStartLimit = 30s;
 constexpr auto kQuitLimit = 2s;
 /// What the process ends with when it has just made a new profile usable: it is to be started again.
 constexpr int kStartAgain = 81;
+constexpr int kMostStarts = 4;
 
 /// The context of our own side, made once for the process.
 Reference<XComponentContext> OwnContext() {
@@ -250,9 +251,11 @@ void Connection::Connect() {
         }
         if (IsRunning()) continue;
         state_->process->waitForFinished(1000);
-        const bool again = state_->process->exitStatus() == QProcess::NormalExit &&
-                           state_->process->exitCode() == kStartAgain && starts < 4;
-        if (!again) break;
+        const bool asked =
+            state_->process->exitStatus() == QProcess::NormalExit && state_->process->exitCode() == kStartAgain;
+        // One that ends on its own before it listens, as on a busy machine right after another was killed, gets a
+        // second chance.
+        if (starts >= (asked ? kMostStarts : 2)) break;
         ++starts;
         StartProcess();
     }
