@@ -95,6 +95,7 @@ void frmGALMain::SetFormCaptions() {
     SetCaption(ui_->cmdBrowseUp, QStringLiteral("Up One Level"));
     SetCaption(ui_->cmdDelete, QStringLiteral("GALLERY DELETE"));
     SetCaption(ui_->cmdSavePPT, QStringLiteral("Comm_Save"));
+    SetCaption(ui_->cmdSavePPTAs, QStringLiteral("mnu_File_SaveAs"));
     SetCaption(ui_->cmdClosePPT, QStringLiteral("GALLERY CLOSE PPT"));
     // Layouts don't turn their margins round.
     const auto turned = [this](int left, int top, int right, int bottom) {

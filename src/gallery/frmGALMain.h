@@ -52,6 +52,8 @@ class frmGALMain final : public StageScreen {
     void cmdCopyToPPT_Click();
     /// Saves the slides, asking for a name where they have none. False when they are not saved.
     bool SavePPT();
+    /// Saves the slides under another name, which they keep. False when they are not saved.
+    bool SavePPTAs();
     /// Closes the slides; those that aren't saved are asked about. False when the user stays with them, which
     /// `mayStay` offers.
     bool QuitPPT(bool mayStay = true);
@@ -85,6 +87,8 @@ class frmGALMain final : public StageScreen {
     void CreateNewPresentation();
     void InsertSlide_PasteClipboard(const QList<QByteArray>& pictures);
     [[nodiscard]] bool HasUnsavedSlides();
+    [[nodiscard]] QString AskForPPTFile();
+    bool StorePPT(const QString& file);
     void ClosePPT();
     void ShowPPTState();
 

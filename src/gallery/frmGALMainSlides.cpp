@@ -42,6 +42,7 @@ template <class Call> bool Managed(const char* procedureName, Call&& call) {
 void frmGALMain::ConnectSlides() {
     connect(ui_->cmdCopyToPPT, &QPushButton::clicked, this, &frmGALMain::cmdCopyToPPT_Click);
     connect(ui_->cmdSavePPT, &QPushButton::clicked, this, &frmGALMain::SavePPT);
+    connect(ui_->cmdSavePPTAs, &QPushButton::clicked, this, &frmGALMain::SavePPTAs);
     connect(ui_->cmdClosePPT, &QPushButton::clicked, this, [this] { QuitPPT(); });
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, [this] {
         if (ui_->PicPPT->IsOpen()) SavePPT();
@@ -61,7 +62,8 @@ void frmGALMain::ShowPPTState() {
         pptFile_.isEmpty() ? PlainText(QStringLiteral("TS_SlidesUnnamed")) : QFileInfo(pptFile_).fileName();
     ui_->lblPPT->setText(PlainText(QStringLiteral("TS_SlidesCaption")).replace(QStringLiteral("%1"), name));
     ui_->lblPPT->setToolTip(pptFile_);
-    ui_->cmdSavePPT->setEnabled(ui_->PicPPT->IsOpen());
+    for (QPushButton* save : {ui_->cmdSavePPT, ui_->cmdSavePPTAs})
+        save->setEnabled(ui_->PicPPT->IsOpen());
 }
 
 bool frmGALMain::AskForSlides(QString& file) {
@@ -158,17 +160,26 @@ void frmGALMain::InsertSlide_PasteClipboard(const QList<QByteArray>& pictures) {
 
 bool frmGALMain::SavePPT() {
     const ErrorTrap trap("SavePPT");
-    if (!ui_->PicPPT->IsOpen()) return false;
-    QString file = pptFile_;
-    if (file.isEmpty()) {
-        file = AskForNewFile(this, {PlainText(QStringLiteral("TS_SlidesSaveAs")),
-                                    {},
-                                    PlainText(QStringLiteral("TS_FilterSlides")) + QStringLiteral(" (*.ppt)"),
-                                    QFileInfo(currentPresentation_).completeBaseName() + kExtension});
-        if (file.isEmpty()) return false;
-        if (!file.endsWith(kExtension, Qt::CaseInsensitive)) file += kExtension;
-    }
-    if (!Managed("SavePPT", [&] { ui_->PicPPT->Slides().SaveAs(file); })) return false;
+    return ui_->PicPPT->IsOpen() && StorePPT(pptFile_.isEmpty() ? AskForPPTFile() : pptFile_);
+}
+
+bool frmGALMain::SavePPTAs() {
+    const ErrorTrap trap("SavePPTAs");
+    return ui_->PicPPT->IsOpen() && StorePPT(AskForPPTFile());
+}
+
+QString frmGALMain::AskForPPTFile() {
+    const QString name = QFileInfo(pptFile_.isEmpty() ? currentPresentation_ : pptFile_).completeBaseName();
+    QString file = AskForNewFile(
+        this, {PlainText(QStringLiteral("TS_SlidesSaveAs")), pptFile_.isEmpty() ? QString() : FolderOf(pptFile_),
+               PlainText(QStringLiteral("TS_FilterSlides")) + QStringLiteral(" (*.ppt)"), name + kExtension});
+    if (!file.isEmpty() && !file.endsWith(kExtension, Qt::CaseInsensitive)) file += kExtension;
+    return file;
+}
+
+/// An empty name saves nothing.
+bool frmGALMain::StorePPT(const QString& file) {
+    if (file.isEmpty() || !Managed("SavePPT", [&] { ui_->PicPPT->Slides().SaveAs(file); })) return false;
     pptFile_ = file;
     ShowPPTState();
     return true;

@@ -288,6 +288,21 @@ TEST_F(GalleryOnX11Test, AMapWithoutItsPictureIsToldAndNothingIsLost) {
     EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Map - plain.Xls"));
 }
 
+TEST_F(GalleryOnX11Test, SavingUnderAnotherNameKeepsTheFirstFile) {
+    Screen screen;
+    EXPECT_FALSE(screen.form.SavePPTAs()); // there are none
+    SaveNewSlides(screen, Ppt());
+    const QByteArray first = ReadWholeFile(Ppt()).value_or(QByteArray());
+    SetFileAnswerer([](const FileQuestion&) { return QString(); });
+    EXPECT_FALSE(screen.form.SavePPTAs());
+    EXPECT_TRUE(screen.Get<QLabel>("lblPPT")->text().contains(QStringLiteral("slides.ppt")));
+    SetFileAnswerer([this](const FileQuestion&) { return Folder() + QStringLiteral("/other"); });
+    screen.Get<QPushButton>("cmdSavePPTAs")->click();
+    EXPECT_TRUE(screen.Get<QLabel>("lblPPT")->text().contains(QStringLiteral("other.ppt")));
+    EXPECT_TRUE(FileExists(Folder() + QStringLiteral("/other.ppt")));
+    EXPECT_EQ(ReadWholeFile(Ppt()).value_or(QByteArray()), first);
+}
+
 TEST_F(GalleryOnX11Test, AnExistingFileGrowsByASlide) {
     Screen screen;
     SaveNewSlides(screen, Ppt());
