@@ -254,7 +254,9 @@ Typed Emitter::emitNode(const Comparison& node, const Scope& scope, Position) {
     if (constant && equality && !IsText(left)) {
         const bool wantsTrue = constant->value == (node.op == ComparisonOperator::Equal);
         if (left.condition) return wantsTrue ? left : Condition("NOT " + left.sql);
-        return Condition(left.sql + (wantsTrue ? " <> 0" : " = 0"));
+        if (wantsTrue) return Condition(left.sql + " <> 0");
+        // An equality would look to the engine as if few rows met it, and have it join from the wrong end.
+        return Condition(left.type == ColumnType::YesNo ? "NOT " + left.sql : left.sql + " = 0");
     }
     return Condition(Compared(left, SqlOf(node.op), right));
 }
