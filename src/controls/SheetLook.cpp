@@ -4,6 +4,8 @@
 #include "session/Settings.h"
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QGuiApplication>
 
 #include <map>
 #include <set>
@@ -71,6 +73,16 @@ office::Block RowsToFit(const office::Block& table) {
     return rows;
 }
 
+double TallRowHeight(const office::CellStyle& font) {
+    constexpr double kUsual = 1.5; // of the size: what a sheet gives its rows
+    constexpr int kMeasured = 100;
+    if (!font.fontName || !font.fontSize || !qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return 0;
+    QFont face(*font.fontName);
+    face.setPixelSize(kMeasured);
+    const double height = QFontMetricsF(face).height() / kMeasured;
+    return height > kUsual ? height * *font.fontSize : 0;
+}
+
 // The columns are fitted while the sheet holds just the rows that decide it: over tens of thousands of rows that would
 // take longer than all else together. So would the division into pages.
 void WriteTable(office::Worksheet& sheet, const office::Block& table) {
@@ -83,12 +95,15 @@ void WriteTable(office::Worksheet& sheet, const office::Block& table) {
     used.SetStyle(SheetFont());
     sheet.Cells(1, 1, 1, columns).SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
     used.AutoFitColumns();
-    sheet.Cells(1, 1, 1, columns).AutoFitRows(); // letters of some scripts are higher than a template's rows
     sheet.SetPageSetup(
         {.landscape = columns >= kWideTable, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = 1});
     sheet.FreezePanes(2, 1);
     used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
     if (fitted.size() < table.size()) sheet.Cells(1, 1).SetValues(table);
+    if (const double height = TallRowHeight(SheetFont()); height > 0) {
+        sheet.SetRowHeights(1, rows, height);
+        used.SetStyle({.vertical = office::VerticalAlign::Center}); // beside the smaller latin letters and digits
+    }
 }
 
 } // namespace tessaro

@@ -18,6 +18,9 @@ constexpr int LineSlot = 15;   ///< lines of tables
 /// texts, printed over the pages with its heading and page numbers, the heading kept in view. All rows have the
 /// heading's length; an empty table does nothing.
 void WriteTable(office::Worksheet& sheet, const office::Block& table);
+/// Height in points of a row in a font whose letters stand higher than a sheet takes them for, as Arabic ones do; 0 for
+/// other fonts.
+[[nodiscard]] double TallRowHeight(const office::CellStyle& font);
 /// The rows of a table that decide how wide its columns are: the first ones, and those with the longest texts.
 [[nodiscard]] office::Block RowsToFit(const office::Block& table);
 

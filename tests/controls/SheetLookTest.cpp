@@ -49,4 +49,10 @@ TEST(SheetLookTest, ALongTableIsFittedByItsHeadAndItsLongestTexts) {
     EXPECT_TRUE(Holds(rows, wide));
 }
 
+TEST(SheetLookTest, RowsOfHighLettersAreHigher) {
+    EXPECT_EQ(TallRowHeight({}), 0);
+    EXPECT_EQ(TallRowHeight({.fontName = QStringLiteral("Noto Sans"), .fontSize = 9}), 0);
+    EXPECT_GT(TallRowHeight({.fontName = QStringLiteral("Noto Sans Arabic"), .fontSize = 10}), 18);
+}
+
 } // namespace tessaro
