@@ -82,7 +82,9 @@ frmData::frmData(QWidget* parent)
     ShowThisDataOption(0);
 }
 
-frmData::~frmData() = default;
+frmData::~frmData() {
+    hide(); // while what the grid tells of it can still be answered
+}
 
 void frmData::MakeGrid() {
     ui_->DataGrid->setModel(&model_);

@@ -247,6 +247,7 @@ void Connection::Connect() {
         if (connected && !late) {
             state_->connected = true;
             RememberProcess(state_->folder, state_->processId); // now that it listens
+            Q_EMIT Connected();
             return;
         }
         if (IsRunning()) continue;

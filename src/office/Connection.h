@@ -52,6 +52,8 @@ class Connection final : public QObject {
   Q_SIGNALS:
     /// The process died, or was ended because it hung. Told from the event loop, after the call that met it.
     void Lost();
+    /// The process listens.
+    void Connected();
 
   private:
     void StartProcess();

@@ -11,6 +11,7 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XNameAccess.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
+#include <cstdlib>
 
 namespace tessaro::office {
 
@@ -47,6 +48,11 @@ SpreadsheetApplication& SpreadsheetApplication::Hosted() {
 
 SpreadsheetApplication::SpreadsheetApplication(bool shown) : connection_(std::make_shared<Connection>(shown)) {
     connect(connection_.get(), &Connection::Lost, this, &SpreadsheetApplication::Lost);
+    // What is still to be done is done before the program's libraries are taken down; they have come up by now.
+    connect(connection_.get(), &Connection::Connected, this, [] {
+        static const int registered = std::atexit(&QuitAll);
+        static_cast<void>(registered);
+    });
 }
 
 SpreadsheetApplication::~SpreadsheetApplication() = default;
