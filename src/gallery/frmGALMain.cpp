@@ -53,6 +53,7 @@ frmGALMain::frmGALMain(QWidget* parent)
 frmGALMain::~frmGALMain() {
     CloseShown();
     ui_->PicPPT->CloseHostedExcel(false);
+    hide(); // while a field that loses the focus can still be answered
 }
 
 void frmGALMain::ConnectControls() {
