@@ -31,6 +31,15 @@ KeyedListModel::KeyedListModel(QObject* parent) : QAbstractTableModel(parent), c
     collator_.setNumericMode(true);
 }
 
+std::vector<KeyedItem> KeyedListModel::ShownItems() const {
+    if (!IsFiltered()) return items_;
+    std::vector<KeyedItem> items;
+    items.reserve(shown_.size());
+    for (const int row : shown_)
+        items.push_back(items_[static_cast<std::size_t>(row)]);
+    return items;
+}
+
 const KeyedItem& KeyedListModel::ItemAt(int shownRow) const {
     const auto row = static_cast<std::size_t>(shownRow);
     return IsFiltered() ? items_[static_cast<std::size_t>(shown_[row])] : items_[row];

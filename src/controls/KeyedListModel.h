@@ -39,6 +39,8 @@ class KeyedListModel final : public QAbstractTableModel {
     [[nodiscard]] bool Contains(const QString& key) const { return keys_.contains(key); }
     /// All rows, also those that the filter hides, in list order.
     [[nodiscard]] const std::vector<KeyedItem>& Items() const { return items_; }
+    /// The rows that the filter shows.
+    [[nodiscard]] std::vector<KeyedItem> ShownItems() const;
     [[nodiscard]] const KeyedItem& ItemAt(int shownRow) const;
     [[nodiscard]] int RowOfKey(const QString& key) const; ///< among the rows shown; -1 when hidden or absent
 

@@ -91,7 +91,10 @@ void SelectionLists::ConnectLists() {
 
 void SelectionLists::ConnectButtons() {
     connect(ui_->cmdAdd, &QPushButton::clicked, this, &SelectionLists::AddHighlighted);
-    connect(ui_->cmdAddAll, &QPushButton::clicked, this, &SelectionLists::AddAll);
+    connect(ui_->cmdAddAll, &QPushButton::clicked, this, [this] {
+        ApplyFilter(); // all that what was just typed lets through
+        Q_EMIT AddAll();
+    });
     connect(ui_->cmdRemove, &QPushButton::clicked, this, &SelectionLists::RemoveHighlighted);
     connect(ui_->cmdRemoveAll, &QPushButton::clicked, this, &SelectionLists::RemoveAll);
     connect(ui_->cmdAvailableIcon, &QToolButton::clicked, this, [this] { ui_->lstAvailable->SortOn(0); });
@@ -229,7 +232,7 @@ void SelectionLists::EnableButtons() {
         button->setEnabled(on);
     };
     enable(ui_->cmdAdd, ui_->lstAvailable->HasHighlighted(), ui_->lstAvailable);
-    enable(ui_->cmdAddAll, ui_->lstAvailable->Items().Count() > 0, ui_->lstAvailable);
+    enable(ui_->cmdAddAll, ui_->lstAvailable->Items().rowCount() > 0, ui_->lstAvailable);
     enable(ui_->cmdRemove, ui_->lstSelected->HasHighlighted(), ui_->lstSelected);
     enable(ui_->cmdRemoveAll, ui_->lstSelected->Items().Count() > 0, ui_->lstSelected);
 }

@@ -78,7 +78,7 @@ void TakeOutPanel::ConnectLists() {
     KeyedList& available = lists_->Available();
     KeyedList& selected = lists_->Selected();
     connect(lists_, &SelectionLists::AddHighlighted, this, [&available, this] { Put(available.HighlightedItems()); });
-    connect(lists_, &SelectionLists::AddAll, this, [&available, this] { Put(available.Items().Items()); });
+    connect(lists_, &SelectionLists::AddAll, this, [&available, this] { Put(available.Items().ShownItems()); });
     connect(lists_, &SelectionLists::AddOne, this, [&available, this](const QString& key) {
         const int row = available.Items().RowOfKey(key);
         if (row >= 0) Put({available.Items().ItemAt(row)});

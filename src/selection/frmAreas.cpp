@@ -180,7 +180,7 @@ void frmAreas::AddOneArea(const QString& key) {
 
 void frmAreas::AddSelectedAreas(bool all) {
     ErrorTrap trap("AddSelectedAreas");
-    AddItems(all ? lstAvailable1().Items().Items() : lstAvailable1().HighlightedItems());
+    AddItems(all ? lstAvailable1().Items().ShownItems() : lstAvailable1().HighlightedItems());
 }
 
 void frmAreas::RemoveSelectedAreas(bool all) {

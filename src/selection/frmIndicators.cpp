@@ -220,7 +220,7 @@ void frmIndicators::FillAvailableIndicators(const QString& from, const QString& 
 
 void frmIndicators::AddSelectedIndicators(bool all) {
     ErrorTrap trap("AddSelectedIndicators");
-    const std::vector<KeyedItem> items = all ? lstAvailable().Items().Items() : lstAvailable().HighlightedItems();
+    const std::vector<KeyedItem> items = all ? lstAvailable().Items().ShownItems() : lstAvailable().HighlightedItems();
     if (items.empty()) return;
     lstSelected().Items().AddItems(items);
     selection::AddIndicators(items);

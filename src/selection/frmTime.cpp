@@ -133,7 +133,7 @@ void frmTime::AddOnePeriod(const QString& key) {
 
 void frmTime::AddSelectedPeriods(bool all) {
     ErrorTrap trap("AddSelectedPeriods");
-    AddPeriods(all ? lstAvailable().Items().Items() : lstAvailable().HighlightedItems());
+    AddPeriods(all ? lstAvailable().Items().ShownItems() : lstAvailable().HighlightedItems());
 }
 
 void frmTime::RemoveSelectedPeriods(bool all) {

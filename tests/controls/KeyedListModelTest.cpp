@@ -104,6 +104,9 @@ TEST(KeyedListModelTest, TheFilterHidesAndNothingElse) {
     EXPECT_EQ(model.RowOfKey(QStringLiteral("5")), -1);
     model.RemoveKeys({QStringLiteral("3")});
     EXPECT_EQ(Order(model).toStdString(), "4 1");
+    ASSERT_EQ(model.ShownItems().size(), 2U);
+    EXPECT_EQ(model.ShownItems().back().key, QStringLiteral("1"));
+    EXPECT_EQ(model.Items().size(), 4U);
     model.SetFilter({});
     EXPECT_EQ(model.rowCount(), 4);
 }
