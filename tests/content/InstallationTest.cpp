@@ -3,6 +3,7 @@
 #include "jet/Connection.h"
 #include "platform/Paths.h"
 #include "session/Query.h"
+#include "session/SettingsFile.h"
 #include "support/ReadXls.h"
 
 #include <QFile>
@@ -226,12 +227,13 @@ TEST(Installation, NamesTheLanguageFolder) {
     EXPECT_TRUE(file.readAll().contains("[HKEY_LOCAL_MACHINE\\Software\\TESSARO]\nLanguage Path=Languages\n"));
 }
 
-TEST(Installation, SettingsLieReadable) {
-    for (const char* name : {"/TS.ini", "/Bin/Template/Pref.ini"}) {
-        QFile file(QString::fromStdString(kInstallation + name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-        EXPECT_EQ(file.readLine().trimmed(), "[DECRYPTED]") << name;
-    }
+// Where a program has been started from it since, its settings are enciphered.
+TEST(Installation, SettingsCanBeRead) {
+    const QString root = QString::fromStdString(kInstallation);
+    EXPECT_TRUE(ReadSettingsFile(root + QStringLiteral("/TS.ini"), QStringLiteral("Product")));
+    const auto preferences =
+        ReadSettingsFile(root + QStringLiteral("/Bin/Template/Pref.ini"), QStringLiteral("USER PREFERENCES"));
+    EXPECT_TRUE(preferences && preferences->wasPlain);
 }
 
 TEST(Installation, EveryPictureCanBeRead) {
