@@ -15,9 +15,9 @@ class DataScreenTest : public SelectionTest {
     void Show() {
         form.resize(1280, 600);
         form.show();
+        QApplication::processEvents(); // before, so that the timer's next page can't come however slow the drawing is
         SelectionChanged = true;
         form.Enter();
-        QApplication::processEvents();
     }
     void WaitForAll() {
         EXPECT_TRUE(QTest::qWaitFor([this] { return form.paging().PagingComplete(); }, 10000));
