@@ -33,21 +33,33 @@ std::optional<PresentationPicture> MapOf(const office::Workbook& book) {
     return {};
 }
 
+/// A metafile puts the letters of joined scripts side by side, and mixes up lines of two directions.
+const QString& TypeForTexts() {
+    return LanguageIsRightToLeft() ? kPng : kMetafile;
+}
+
 std::optional<PresentationPicture> ChartOf(const office::Workbook& book) {
     for (const office::Worksheet& sheet : SheetsOf(book))
         if (sheet.ChartCount() > 0) {
-            // A metafile puts the letters of joined scripts side by side, and mixes up lines of two directions.
-            const QString& type = LanguageIsRightToLeft() ? kPng : kMetafile;
+            const QString& type = TypeForTexts();
             return {{sheet.ChartAt(1).AsPicture(type, kPixelWidth), type}};
         }
     return {};
+}
+
+/// Cells as a picture; a very large block, which nobody could read on a slide anyway, would take too many pixels.
+PresentationPicture PictureOf(const office::Range& cells) {
+    constexpr double kMostPoints = 20e6; // of its area
+    const QSizeF size = cells.Size();
+    const QString& type = size.width() * size.height() > kMostPoints ? kMetafile : TypeForTexts();
+    return {cells.AsPicture(type), type};
 }
 
 std::optional<PresentationPicture> TableOf(const office::Workbook& book) {
     const office::Range used = book.ActiveSheet().UsedRange();
     const bool empty = used.LastRow() == 1 && used.LastColumn() == 1 && used.Formula().isEmpty();
     if (empty) return {};
-    return {{used.AsPicture(kMetafile), kMetafile}};
+    return PictureOf(used);
 }
 
 constexpr int kHeadRows = 7;       ///< of a table that the wizard made: titles and heads
@@ -109,9 +121,9 @@ std::vector<QList<QByteArray>> PartsOfTable(const office::Workbook& book, int sl
         const int first = block.body.Row() + rows * n / slides;
         const int last = block.body.Row() + rows * (n + 1) / slides - 1;
         if (first > last) continue;
-        parts.push_back({sheet.Cells(first, 1, last, block.body.LastColumn()).AsPicture(kMetafile)});
+        parts.push_back({PictureOf(sheet.Cells(first, 1, last, block.body.LastColumn())).bytes});
     }
-    const QByteArray head = block.head.AsPicture(kMetafile); // the last one, as each is selected in its turn
+    const QByteArray head = PictureOf(block.head).bytes; // the last one, as each is selected in its turn
     for (QList<QByteArray>& pictures : parts)
         pictures.prepend(head);
     return parts;
