@@ -27,9 +27,9 @@ std::vector<office::Worksheet> SheetsOf(const office::Workbook& book) {
     return sheets;
 }
 
-std::optional<PresentationPicture> MapOf(const office::Workbook& book) {
+std::optional<QByteArray> MapOf(const office::Workbook& book) {
     for (const office::Worksheet& sheet : SheetsOf(book))
-        if (sheet.HasShape(kMapPicture)) return {{sheet.ShapeNamed(kMapPicture).AsPng(kPixelWidth), kPng}};
+        if (sheet.HasShape(kMapPicture)) return sheet.ShapeNamed(kMapPicture).AsPng(kPixelWidth);
     return {};
 }
 
@@ -38,24 +38,20 @@ const QString& TypeForTexts() {
     return LanguageIsRightToLeft() ? kPng : kMetafile;
 }
 
-std::optional<PresentationPicture> ChartOf(const office::Workbook& book) {
+std::optional<QByteArray> ChartOf(const office::Workbook& book) {
     for (const office::Worksheet& sheet : SheetsOf(book))
-        if (sheet.ChartCount() > 0) {
-            const QString& type = TypeForTexts();
-            return {{sheet.ChartAt(1).AsPicture(type, kPixelWidth), type}};
-        }
+        if (sheet.ChartCount() > 0) return sheet.ChartAt(1).AsPicture(TypeForTexts(), kPixelWidth);
     return {};
 }
 
 /// Cells as a picture; a very large block, which nobody could read on a slide anyway, would take too many pixels.
-PresentationPicture PictureOf(const office::Range& cells) {
+QByteArray PictureOf(const office::Range& cells) {
     constexpr double kMostPoints = 20e6; // of its area
     const QSizeF size = cells.Size();
-    const QString& type = size.width() * size.height() > kMostPoints ? kMetafile : TypeForTexts();
-    return {cells.AsPicture(type), type};
+    return cells.AsPicture(size.width() * size.height() > kMostPoints ? kMetafile : TypeForTexts());
 }
 
-std::optional<PresentationPicture> TableOf(const office::Workbook& book) {
+std::optional<QByteArray> TableOf(const office::Workbook& book) {
     const office::Range used = book.ActiveSheet().UsedRange();
     const bool empty = used.LastRow() == 1 && used.LastColumn() == 1 && used.Formula().isEmpty();
     if (empty) return {};
@@ -88,12 +84,12 @@ double ScaleOf(const QSizeF& size) {
 
 } // namespace
 
-PresentationPicture PictureOfPresentation(const office::Workbook& book, QChar kind) {
-    std::optional<PresentationPicture> picture;
+QByteArray PictureOfPresentation(const office::Workbook& book, QChar kind) {
+    std::optional<QByteArray> picture;
     if (kind == QLatin1Char('M') || kind.isNull()) picture = MapOf(book);
     if (!picture && (kind == QLatin1Char('G') || kind.isNull())) picture = ChartOf(book);
     if (!picture && (kind == QLatin1Char('T') || kind.isNull())) picture = TableOf(book);
-    if (picture && !picture->bytes.isEmpty()) return *picture;
+    if (picture && !picture->isEmpty()) return *picture;
     const QString what = kind == QLatin1Char('M')   ? QStringLiteral("there is no shape \"Picture 1\"")
                          : kind == QLatin1Char('G') ? QStringLiteral("there is no chart")
                                                     : QStringLiteral("the sheet is empty");
@@ -121,9 +117,9 @@ std::vector<QList<QByteArray>> PartsOfTable(const office::Workbook& book, int sl
         const int first = block.body.Row() + rows * n / slides;
         const int last = block.body.Row() + rows * (n + 1) / slides - 1;
         if (first > last) continue;
-        parts.push_back({PictureOf(sheet.Cells(first, 1, last, block.body.LastColumn())).bytes});
+        parts.push_back({PictureOf(sheet.Cells(first, 1, last, block.body.LastColumn()))});
     }
-    const QByteArray head = PictureOf(block.head).bytes; // the last one, as each is selected in its turn
+    const QByteArray head = PictureOf(block.head); // the last one, as each is selected in its turn
     for (QList<QByteArray>& pictures : parts)
         pictures.prepend(head);
     return parts;

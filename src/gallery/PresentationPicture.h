@@ -5,22 +5,15 @@
 #include <QByteArray>
 #include <QChar>
 #include <QList>
-#include <QString>
 
 #include <vector>
 
 namespace tessaro {
 
-/// A picture on its way to a slide.
-struct PresentationPicture {
-    QByteArray bytes;
-    QString mimeType;
-};
-
-/// What of an open workbook goes to a slide: the used block of its active sheet ('T'), its chart ('G'), the map's
-/// picture "Picture 1" ('M'); with the null kind whatever of these it holds. Charts and pictures are looked for on the
-/// active sheet first. Throws office::Error, Failure::Call when there is no such thing in it.
-[[nodiscard]] PresentationPicture PictureOfPresentation(const office::Workbook& book, QChar kind);
+/// The picture of what goes to a slide of an open workbook: the used block of its active sheet ('T'), its chart ('G'),
+/// the map's picture "Picture 1" ('M'); with the null kind whatever of these it holds. Charts and pictures are looked
+/// for on the active sheet first. Throws office::Error, Failure::Call when there is no such thing in it.
+[[nodiscard]] QByteArray PictureOfPresentation(const office::Workbook& book, QChar kind);
 
 /// How many slides a table needs so that its text can be read: one where it has no use for more, or where they would be
 /// far too many.

@@ -106,7 +106,7 @@ std::vector<QList<QByteArray>> frmGALMain::CopyPresentation() {
         if (parts > 1)
             slides = PartsOfTable(book, parts);
         else
-            slides = {{PictureOfPresentation(book, kind).bytes}};
+            slides = {{PictureOfPresentation(book, kind)}};
     });
     return slides;
 }

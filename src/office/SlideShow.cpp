@@ -101,11 +101,6 @@ void SlideShow::SetFourToThree() {
     });
 }
 
-int SlideShow::AppendPicture(const QByteArray& picture, const QString& mimeType) {
-    Q_UNUSED(mimeType) // told by the picture's first bytes
-    return AppendPictures({picture});
-}
-
 int SlideShow::AppendPictures(const QList<QByteArray>& pictures) {
     int number = 0;
     Known(document_).Run([&](const Model& model) {

@@ -23,10 +23,8 @@ class SlideShow final {
     [[nodiscard]] bool IsOpen() const;
     [[nodiscard]] QString FileName() const;
     [[nodiscard]] int SlideCount() const;
-    /// A blank slide at the end with the picture ("image/x-emf", "image/png") in its middle, as large as fits with a
-    /// margin, proportions kept. Gives its number, from 1.
-    int AppendPicture(const QByteArray& picture, const QString& mimeType);
-    /// The same with pictures below each other, all in one scale.
+    /// A blank slide at the end with pictures (EMF, PNG) below each other in its middle, as large as fits with a
+    /// margin, proportions kept, all in one scale. Gives its number, from 1.
     int AppendPictures(const QList<QByteArray>& pictures);
     /// Takes the first slide away when it is empty, as a new show has one.
     void RemoveSlide(int number);

@@ -434,7 +434,7 @@ TEST_F(OfficeHostTest, ShowsSlidesBesideAWorkbook) {
     ASSERT_TRUE(host_.ShowWorkbook(file_));
     ASSERT_TRUE(pane.ShowSlides({})) << pane.ErrorText().toStdString();
     const QByteArray picture = host_.xlBook().Sheet(1).Cells(1, 1).AsPicture(QStringLiteral("image/x-emf"));
-    EXPECT_EQ(pane.Slides().AppendPicture(picture, QStringLiteral("image/x-emf")), 2);
+    EXPECT_EQ(pane.Slides().AppendPictures({picture}), 2);
     EXPECT_TRUE(host_.IsOpen());
     pane.CloseHostedExcel(false);
     EXPECT_TRUE(host_.IsOpen());
