@@ -4,6 +4,7 @@
 #include "jet/DatabaseFile.h"
 #include "jet/DbaseTable.h"
 #include "jet/Engine.h"
+#include "jet/Functions.h"
 #include "jet/RecordsetImpl.h"
 
 #include <cstdio>
@@ -37,6 +38,30 @@ Handle OpenNew(const std::string& path) {
     return handle;
 }
 
+Handle OpenExisting(const DatabaseFile& file) {
+    sqlite3* raw = nullptr;
+    const int opened = sqlite3_open_v2(file.uri().c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr);
+    Handle handle(raw);
+    if (opened != SQLITE_OK) throw ErrorOf(handle.get());
+    sqlite3_busy_timeout(handle.get(), 3000);
+    return handle;
+}
+
+/// Has a file written beside `target`, which takes its place once it is whole.
+template <class Write> void Replace(const std::string& target, Write&& write) {
+    const std::string work = target + ".copying";
+    std::remove(work.c_str());
+    try {
+        write(work);
+    } catch (const Error&) {
+        std::remove(work.c_str());
+        throw;
+    }
+    if (std::rename(work.c_str(), target.c_str()) == 0) return;
+    std::remove(work.c_str());
+    throw Error(ErrorNumber::ReadOnly, "'" + target + "' can't be written.");
+}
+
 } // namespace
 
 void Database::Create(const std::string& path, const std::string& password) {
@@ -56,14 +81,8 @@ void Database::Create(const std::string& path, const std::string& password) {
 
 void Database::Copy(const std::string& source, const std::string& target) {
     const DatabaseFile file = DatabaseFile::Inspect(source);
-    const std::string work = target + ".copying";
-    std::remove(work.c_str());
-    try {
-        sqlite3* raw = nullptr;
-        const int opened = sqlite3_open_v2(file.uri().c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr);
-        const Handle from(raw);
-        if (opened != SQLITE_OK) throw ErrorOf(from.get());
-        sqlite3_busy_timeout(from.get(), 3000);
+    Replace(target, [&](const std::string& work) {
+        const Handle from = OpenExisting(file);
         const Handle into = OpenNew(work);
         sqlite3_backup* const backup = sqlite3_backup_init(into.get(), "main", from.get(), "main");
         if (backup == nullptr) throw ErrorOf(into.get());
@@ -72,13 +91,16 @@ void Database::Copy(const std::string& source, const std::string& target) {
         if (code != SQLITE_DONE)
             throw Error(code == SQLITE_BUSY ? ErrorNumber::Busy : ErrorNumber::EngineError,
                         "'" + source + "' can't be copied: " + sqlite3_errstr(code) + ".");
-    } catch (const Error&) {
-        std::remove(work.c_str());
-        throw;
-    }
-    if (std::rename(work.c_str(), target.c_str()) == 0) return;
-    std::remove(work.c_str());
-    throw Error(ErrorNumber::ReadOnly, "'" + target + "' can't be written.");
+    });
+}
+
+void Database::Compact(const std::string& path) {
+    const DatabaseFile file = DatabaseFile::Inspect(path);
+    Replace(path, [&](const std::string& work) {
+        const Handle from = OpenExisting(file);
+        RegisterFunctions(from.get());
+        Run(from.get(), "VACUUM INTO ?", {FileUri(work, "")});
+    });
 }
 
 std::shared_ptr<Connection> Connection::Open(const std::string& path, const std::string& password) {

@@ -26,6 +26,8 @@ class Database {
     static void Create(const std::string& path, const std::string& password);
     /// Copies a database through the engine, so that a pending journal is honoured. Replaces `target`.
     static void Copy(const std::string& source, const std::string& target);
+    /// Writes the database anew without the room that deleted rows have left. Nobody else may have it open.
+    static void Compact(const std::string& path);
 };
 
 /// One open database. Several connections to one file may stand side by side. Not for use from two threads at once.

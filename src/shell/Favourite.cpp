@@ -77,7 +77,14 @@ void MakeCopy(const QString& copy) {
     EmptyData(copy);
     frame.SetProgress(40);
     CopyRows(copy);
-    frame.SetProgress(100);
+    frame.SetProgress(90);
+}
+
+/// What is marked is written once more without the room of the rows that it doesn't have.
+bool Complete(const QString& copy, ErrorTrap& trap) {
+    const bool made = MarkDataExists(copy) && trap.Try([&] { jet::Database::Compact(copy.toStdString()); });
+    TheFrame().SetProgress(100);
+    return made;
 }
 
 QString ShippedFolder() {
@@ -139,8 +146,8 @@ FavouriteResult MakeFavourite(const QString& name) {
     const UnfinishedFile file(path);
     TheFrame().StartProgress();
     const bool copied = trap.Try([&] { MakeCopy(file.Path()); });
+    const bool made = copied && Complete(file.Path(), trap) && file.Finish();
     TheFrame().EndProgress();
-    const bool made = copied && MarkDataExists(file.Path()) && file.Finish();
     return made ? FavouriteResult::Made : FavouriteResult::Failed;
 }
 

@@ -231,6 +231,31 @@ TEST_F(ConnectionTest, CopiesThroughTheEngine) {
     EXPECT_EQ(OpenFailure(folder.path("b.mdb")), std::nullopt);
 }
 
+TEST_F(ConnectionTest, CompactingGivesTheRoomOfDeletedRowsBack) {
+    const std::string path = folder.path("it's 5%.mdb");
+    {
+        const auto connection = folder.Make("it's 5%.mdb");
+        connection->Execute("CREATE TABLE [T] (n COUNTER, a TEXT(100))");
+        connection->Execute("CREATE INDEX byText ON [T] (a)");
+        connection->Execute("INSERT INTO [T] (a) VALUES ('Été')");
+        for (int i = 0; i < 14; ++i)
+            connection->Execute("INSERT INTO [T] (a) SELECT a & '.' FROM [T]");
+        connection->Execute("DELETE * FROM [T] WHERE n > 2");
+    }
+    const auto before = std::filesystem::file_size(path);
+    Database::Compact(path);
+    EXPECT_LT(std::filesystem::file_size(path) * 10, before);
+    EXPECT_EQ(OpenFailure(path, "wrong"), ErrorNumber::WrongPassword);
+    const auto connection = Connection::Open(path, "secret");
+    EXPECT_EQ(RowsOf(*connection, "SELECT n, a FROM [T] WHERE a Like 'ÉTÉ*' ORDER BY n"), "1|Été;2|Été.;");
+    connection->Execute("INSERT INTO [T] (a) VALUES ('next')");
+    EXPECT_EQ(RowsOf(*connection, "SELECT n FROM [T] WHERE a = 'NEXT'"), "16385;") << "the counter goes on";
+    Write("no.mdb", std::string(600, 'x'));
+    EXPECT_EQ(FailureOf([&] { Database::Compact(folder.path("no.mdb")); }), ErrorNumber::NotADatabase);
+    EXPECT_EQ(std::filesystem::file_size(folder.path("no.mdb")), 600U);
+    EXPECT_EQ(FailureOf([&] { Database::Compact(folder.path("none.mdb")); }), ErrorNumber::NotADatabase);
+}
+
 TEST_F(ConnectionTest, AClosedConnectionSaysSo) {
     const auto connection = folder.Make("a.mdb");
     connection->Close();

@@ -91,6 +91,16 @@ TEST_F(FavouriteTest, CanBeMadeWhileAQueryOfTheGridIsOpen) {
     EXPECT_FALSE(open.atEnd());
 }
 
+TEST_F(FavouriteTest, TakesNoRoomForRowsThatItDoesNotHave) {
+    for (int times = 0; times < 10; ++times)
+        ASSERT_TRUE(Execute(
+            QStringLiteral("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) "
+                           "SELECT TimePeriodNId, 99, AreaNId, SourceNId, FootnoteNId, Datavalue FROM Data")));
+    SelectPairs({{1, 1}});
+    ASSERT_EQ(MakeFavourite(QStringLiteral("Mine")), FavouriteResult::Made);
+    EXPECT_LT(QFile(FavouritePath(QStringLiteral("Mine"))).size() * 2, QFile(FindPath(CurrentDatabase)).size());
+}
+
 TEST_F(FavouriteTest, AnEmptyViewGivesADatabaseWithoutData) {
     ASSERT_EQ(MakeFavourite(QStringLiteral("Empty")), FavouriteResult::Made);
     const auto copy = CreateTheConnection(FavouritePath(QStringLiteral("Empty")));
