@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTextEdit>
 
@@ -30,6 +31,26 @@ QModelIndexList RowsOf(const QAbstractItemView& view) {
     return rows;
 }
 
+/// What stands in a cell; a picture is told by its name.
+QString TextOf(const QModelIndex& cell) {
+    const QString text = cell.data().toString();
+    return (text.isEmpty() ? cell.data(Qt::AccessibleTextRole).toString() : text).simplified();
+}
+
+/// Sees the key before the view does, which would copy one cell alone.
+class CopyKey final : public QObject {
+  public:
+    using QObject::QObject;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy))
+            return false;
+        auto* view = qobject_cast<QAbstractItemView*>(watched);
+        return view && CopyFromControl(view);
+    }
+};
+
 } // namespace
 
 QString ChosenText(const QAbstractItemView& view) {
@@ -39,7 +60,7 @@ QString ChosenText(const QAbstractItemView& view) {
     for (const QModelIndex& row : rows) {
         QStringList cells;
         for (int column = 0; column < view.model()->columnCount(row.parent()); ++column)
-            cells << row.siblingAtColumn(column).data().toString().simplified();
+            cells << TextOf(row.siblingAtColumn(column));
         lines << cells.join(QLatin1Char('\t'));
     }
     return lines.join(QLatin1Char('\n'));
@@ -67,6 +88,10 @@ bool CopyFromControl(QWidget* control) {
     const QString text = ChosenText(*view);
     if (!text.isEmpty()) QApplication::clipboard()->setText(text);
     return true;
+}
+
+void CopyByKey(QObject& owner) {
+    QCoreApplication::instance()->installEventFilter(new CopyKey(&owner));
 }
 
 } // namespace tessaro

@@ -3,6 +3,7 @@
 #include <QString>
 
 class QAbstractItemView;
+class QObject;
 class QWidget;
 
 namespace tessaro {
@@ -14,5 +15,8 @@ namespace tessaro {
 /// Copies what is chosen in a control that shows text: a field, a list, a tree. False for every other control, and for
 /// grids, which copy in blocks of their own.
 bool CopyFromControl(QWidget* control);
+
+/// As long as the owner lives, the key of Copy does this in every list, tree and table of the program, dialogs included.
+void CopyByKey(QObject& owner);
 
 } // namespace tessaro

@@ -1,4 +1,5 @@
 #include "controls/Captions.h"
+#include "controls/CopyText.h"
 #include "controls/Theme.h"
 #include "database/Database.h"
 #include "office/SpreadsheetApplication.h"
@@ -40,6 +41,7 @@ bool frmMain::MDIForm_Load(const QString& commandLine) {
     AppPath = CommandLineValue(commandLine, QStringLiteral("/a"), SwitchAttribute::Directory);
     if (Initialize() == StartResult::EndProgram) return false;
     started_ = true;
+    CopyByKey(*this);
     office::SpreadsheetApplication::SetProfileFolder(JoinPath({CacheFolder, QStringLiteral("Office")}));
     ShowProduct();
     SetFormFont();

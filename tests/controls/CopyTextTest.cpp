@@ -7,7 +7,9 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -67,6 +69,40 @@ TEST(CopyTextTest, ATreeCopiesTheOpenBranch) {
     tree.expand(tree.Nodes().IndexOfKey(QStringLiteral("I")));
     QTest::keyClick(&tree, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Asia\n\tIndia\n\t\tDelhi"));
+}
+
+TEST(CopyTextTest, TheKeyCopiesWholeRowsOfAnyView) {
+    QTableWidget table(2, 3);
+    for (int row = 0; row < 2; ++row)
+        for (int column = 0; column < 2; ++column)
+            table.setItem(row, column, new QTableWidgetItem(QStringLiteral("%1.%2").arg(row).arg(column)));
+    auto* picture = new QTableWidgetItem;
+    picture->setData(Qt::AccessibleTextRole, QStringLiteral("a picture"));
+    table.setItem(0, 2, picture);
+    QListWidget list;
+    list.addItems({QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")});
+    list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    const auto pressed = [](QWidget& view) {
+        QApplication::clipboard()->setText(QStringLiteral("before"));
+        QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+        return QApplication::clipboard()->text();
+    };
+    {
+        QObject owner;
+        CopyByKey(owner);
+        table.setCurrentCell(0, 1);
+        EXPECT_EQ(pressed(table), QStringLiteral("0.0\t0.1\ta picture"));
+        table.selectAll();
+        EXPECT_EQ(pressed(table), QStringLiteral("0.0\t0.1\ta picture\n1.0\t1.1\t"));
+        list.item(2)->setSelected(true);
+        list.item(0)->setSelected(true);
+        EXPECT_EQ(pressed(list), QStringLiteral("first\nthird"));
+        table.editItem(table.item(1, 1)); // its field copies what is marked in it
+        auto* field = table.findChild<QLineEdit*>();
+        ASSERT_NE(field, nullptr);
+        field->setSelection(0, 1);
+        EXPECT_EQ(pressed(*field), QStringLiteral("1"));
+    }
 }
 
 } // namespace

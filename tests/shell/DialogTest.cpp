@@ -13,12 +13,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableWidget>
 #include <QTextBrowser>
 #include <QTimer>
 
@@ -175,6 +178,18 @@ TEST_F(DialogTest, ALanguageThatTheDatabaseLacksComesHome) {
     window->cmbAddress_Click();
     EXPECT_TRUE(LanguageInDatabase && DatabaseOpen);
     EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
+}
+
+TEST_F(DialogTest, ATableOfADialogIsCopiedByRows) {
+    ASSERT_TRUE(Start());
+    QDialog dialog(window.get());
+    QTableWidget table(1, 2, &dialog);
+    for (int column = 0; column < 2; ++column)
+        table.setItem(0, column, new QTableWidgetItem(QString::number(column)));
+    table.setCurrentCell(0, 1);
+    QKeyEvent copy(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+    QApplication::sendEvent(&table, &copy);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("0\t1"));
 }
 
 TEST_F(DialogTest, ColourFontAndViewsTakeEffect) {
