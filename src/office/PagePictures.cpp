@@ -3,6 +3,7 @@
 #include "office/Profile.h"
 
 #include <QFile>
+#include <QPointer>
 #include <QProcess>
 #include <QTimer>
 #include <QUrl>
@@ -17,6 +18,7 @@ namespace tessaro::office {
 namespace {
 
 constexpr int kTimeLimit = 20000; ///< milliseconds for a file, of a process that lets all others go first
+constexpr int kListenDelay = 400; ///< milliseconds after which it has made its socket
 /// What the process ends with when it has just made a new profile usable: it is to be started again.
 constexpr int kStartAgain = 81;
 constexpr int kMostStarts = 3;
@@ -31,9 +33,15 @@ PagePictures::PagePictures(QString profile, QObject* parent) : QObject(parent), 
 PagePictures::~PagePictures() {
     if (!process_) return;
     process_->disconnect(this);
-    process_->kill();
+    Kill();
     process_->waitForFinished(2000);
     ForgetProcess(profile_);
+}
+
+// It leaves the socket behind that it has made since its start.
+void PagePictures::Kill() {
+    if (process_->state() == QProcess::Running) RememberProcess(profile_, process_->processId());
+    process_->kill();
 }
 
 void PagePictures::Draw(const QStringList& files, const QString& folder) {
@@ -96,7 +104,13 @@ void PagePictures::Start() {
     });
     process_->start(program + QStringLiteral("/soffice.bin"), arguments_);
     RememberProcess(profile_, process_->processId());
-    QTimer::singleShot(kTimeLimit * files_, process_.get(), [process = process_.get()] { process->kill(); });
+    const QPointer<QProcess> process = process_.get();
+    QTimer::singleShot(kListenDelay, this, [this, process] {
+        if (process && process->state() == QProcess::Running) RememberProcess(profile_, process->processId());
+    });
+    QTimer::singleShot(kTimeLimit * files_, this, [this, process] {
+        if (process && process_.get() == process) Kill();
+    });
 }
 
 void PagePictures::Ended(bool clean) {

@@ -1,5 +1,6 @@
 #include "OfficeTest.h"
 #include "office/Connection.h"
+#include "office/PagePictures.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -236,6 +237,30 @@ TEST_F(ProcessTest, LeavesNothingBehindWhenItIsKilled) {
     connection.Quit();
     EXPECT_EQ(Existing(sockets), QStringList());
     EXPECT_FALSE(QDir(temporary).exists());
+}
+
+TEST_F(ProcessTest, LeavesNothingBehindInTheMidstOfAPicture) {
+    const QTemporaryDir profile;
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("large.xls"));
+    Workbook book = Application().NewWorkbook();
+    book.Sheet(1).Cells(1, 1).SetValues(Block(30000, std::vector<Cell>(20, QStringLiteral("a text"))));
+    book.SaveAs(file);
+    book.Close(false);
+    QStringList sockets;
+    {
+        PagePictures pictures(profile.path());
+        pictures.Draw({file}, folder.path());
+        QElapsedTimer timer;
+        timer.start();
+        while (sockets.isEmpty() && timer.elapsed() < 10000) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+            sockets = SocketsNoted(profile.path());
+        }
+        EXPECT_TRUE(pictures.IsBusy());
+        ASSERT_EQ(sockets.size(), 1);
+    }
+    EXPECT_EQ(Existing(sockets), QStringList());
 }
 
 TEST_F(ProcessTest, DiesWithUs) {
