@@ -140,6 +140,15 @@ bool OfficeHost::SetPrintPreview(bool shown) {
     }
 }
 
+bool OfficeHost::IsPrintPreview() {
+    try {
+        return IsOpen() && shown_.frame->IsPrintPreview();
+    } catch (const office::Error& error) {
+        ReportError(error, QStringLiteral("PrintPreview"));
+        return false;
+    }
+}
+
 void OfficeHost::SetToolBars(bool shown) {
     if (toolBars_ == shown) return;
     toolBars_ = shown;
@@ -179,6 +188,7 @@ void OfficeHost::CloseHostedExcel(bool save) {
     qApp->removeEventFilter(this);
     setFocusPolicy(Qt::NoFocus);
     if (save) KeepEdits();
+    if (shown_.frame) shown_.frame->EndOnSave();
     shown_ = {};
     const bool wasInside = keyboard_ && keyboard_->IsInside();
     if (wasInside) TakeKeyboard();

@@ -42,7 +42,8 @@ class OfficeHost final : public QWidget {
     /// The shown workbook as it will be printed, page by page, or its sheets again. False after ErrorText and the log
     /// have the reason.
     bool SetPrintPreview(bool shown);
-    /// Menu, standard and formatting bars: on while the form is maximised, off otherwise.
+    [[nodiscard]] bool IsPrintPreview();
+    /// Standard and formatting bars: on while the form is maximised, off otherwise. A workbook has its menus always.
     void SetToolBars(bool shown);
     /// CloseHostedExcel: saves what the user changed (under another name where that fails), closes the document, gives
     /// everything back. Never throws. With `save` false the changes are dropped (the gallery).

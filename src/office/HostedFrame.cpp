@@ -16,6 +16,7 @@
 #include <com/sun/star/frame/XFrame2.hpp>
 #include <com/sun/star/frame/XLayoutManager.hpp>
 #include <com/sun/star/lang/SystemDependent.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <rtl/process.h>
 
@@ -37,8 +38,8 @@ struct HostedFrame::State {
 
 namespace {
 
-constexpr const char* kBars[] = {"private:resource/menubar/menubar", "private:resource/toolbar/standardbar"};
-constexpr const char* kSheetBar = "private:resource/toolbar/formatobjectbar";
+constexpr const char* kMenuBar = "private:resource/menubar/menubar";
+constexpr const char* kBars[] = {"private:resource/toolbar/standardbar", "private:resource/toolbar/formatobjectbar"};
 constexpr const char* kStatusBar = "private:resource/statusbar/statusbar";
 
 void Dispatch(const Connection& connection, const Reference<com::sun::star::frame::XFrame2>& frame,
@@ -53,6 +54,15 @@ void Toggle(const Connection& connection, const Reference<com::sun::star::frame:
     Need<com::sun::star::frame::XDispatchHelper>(connection.Service("com.sun.star.frame.DispatchHelper"))
         ->executeDispatch(Need<com::sun::star::frame::XDispatchProvider>(frame), Ascii(command), rtl::OUString(), 0,
                           Properties({Property(argument, Any(on))}));
+}
+
+void Show(const Reference<com::sun::star::frame::XLayoutManager>& layout, const char* element, bool shown) {
+    if (!shown) {
+        layout->hideElement(Ascii(element));
+        return;
+    }
+    layout->createElement(Ascii(element)); // one that was hidden from the start isn't there yet
+    layout->showElement(Ascii(element));
 }
 
 /// Heads, bars and marks in the colours of our own windows. What is made in the window later takes them over.
@@ -73,6 +83,7 @@ void SetColors(const Reference<com::sun::star::awt::XWindow>& window, const QPal
     style->setWorkspaceColor(color(QPalette::Window));
     style->setDialogColor(color(QPalette::Window));
     style->setDialogTextColor(color(QPalette::WindowText));
+    style->setMenuBarTextColor(0); // its ground keeps the program's own light grey
 }
 
 } // namespace
@@ -134,6 +145,13 @@ void HostedFrame::OnSave(std::function<void()> wanted) {
     });
 }
 
+void HostedFrame::EndOnSave() noexcept {
+    if (!state_->saveCommands) return;
+    state_->saveCommands->Stop();
+    state_->connection->Post(
+        [commands = std::shared_ptr<SaveCommands>(std::move(state_->saveCommands))] { commands->Release(); });
+}
+
 void HostedFrame::Prepare() {
     SetToolBars(false);
 }
@@ -145,20 +163,32 @@ void HostedFrame::SetToolBars(bool shown) {
         Need<com::sun::star::beans::XPropertySet>(state_->frame)->getPropertyValue("LayoutManager") >>= layout;
         if (!layout.is()) return;
         layout->lock();
-        if (shown) {
-            Toggle(*state_->connection, state_->frame, ".uno:Sidebar", "Sidebar", false);
-            if (!state_->slides)
-                Toggle(*state_->connection, state_->frame, ".uno:InputLineVisible", "InputLineVisible", false);
-            layout->setVisible(true);
-            for (const char* bar : kBars)
-                layout->showElement(Ascii(bar));
-            if (!state_->slides) layout->showElement(Ascii(kSheetBar));
+        // The document is closed by the form around it.
+        Need<com::sun::star::beans::XPropertySet>(layout)->setPropertyValue("MenuBarCloser", Any(false));
+        Toggle(*state_->connection, state_->frame, ".uno:Sidebar", "Sidebar", false);
+        if (state_->slides) {
+            layout->setVisible(shown);
         } else {
-            layout->setVisible(false);
+            Toggle(*state_->connection, state_->frame, ".uno:InputLineVisible", "InputLineVisible", false);
+            layout->setVisible(true);
+            layout->showElement(Ascii(kMenuBar));
+            for (const char* bar : kBars)
+                Show(layout, bar, shown);
         }
         layout->hideElement(Ascii(kStatusBar)); // it comes on its own where the profile doesn't say that it is hidden
         layout->unlock();
     });
+}
+
+// The user may have changed it by the program's own menu. A preview's controller is none of a sheet.
+bool HostedFrame::IsPrintPreview() const {
+    bool preview = false;
+    state_->connection->Run([&] {
+        const Reference<com::sun::star::sheet::XSpreadsheetView> sheets(state_->frame->getController(),
+                                                                        com::sun::star::uno::UNO_QUERY);
+        preview = !sheets.is();
+    });
+    return preview;
 }
 
 void HostedFrame::SetPrintPreview(bool shown) {
@@ -180,7 +210,7 @@ void HostedFrame::SetSize(const QSize& size) {
 }
 
 void HostedFrame::Close() noexcept {
-    if (state_->saveCommands) state_->saveCommands->Stop();
+    EndOnSave();
     if (!state_->frame.is()) return;
     const bool alive = state_->connection->Generation() == state_->generation && state_->connection->IsRunning();
     const auto close = [frame = std::move(state_->frame), window = std::move(state_->window), alive] {

@@ -22,16 +22,19 @@ class HostedFrame final {
     HostedFrame(const HostedFrame&) = delete;
     HostedFrame& operator=(const HostedFrame&) = delete;
 
-    /// Shows a workbook file; its menus and bars are hidden.
+    /// Shows a workbook file, with its menus and without bars.
     [[nodiscard]] Workbook ShowWorkbook(const QString& file);
     /// Shows a slide show; an empty name makes a new one.
     [[nodiscard]] SlideShow ShowSlides(const QString& file);
     /// The program's own Save and Save As, however given, call this instead, on a thread of the bridge.
     void OnSave(std::function<void()> wanted);
-    /// Menu, standard and formatting bars on or off.
+    /// The program's own Save again; quiet. To be called before the document is closed.
+    void EndOnSave() noexcept;
+    /// The standard and the formatting bar on or off; a workbook keeps its menus without them, slides don't.
     void SetToolBars(bool shown);
     /// Pages as they will be printed, or the document again.
     void SetPrintPreview(bool shown);
+    [[nodiscard]] bool IsPrintPreview() const;
     /// Enters what is being typed into a cell, as a press of Return does.
     void TakeOverInput();
     /// Follows the size of our window; quiet and without waiting.

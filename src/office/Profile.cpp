@@ -50,10 +50,41 @@ constexpr Entry Entries[] = {
      "ooSetupFactoryDefaultFilter", "MS PowerPoint 97"},
 };
 
-/// Commands that a hosted document must not know: they open other documents or end the program.
-constexpr const char* DisabledCommands[] = {"AddDirect", "NewDoc",         "Open",         "OpenFromCalc", "OpenRemote",
-                                            "SaveAs",    "CloseDoc",       "CloseWin",     "CloseFrame",   "Quit",
-                                            "NewWindow", "RecentFileList", "OpenTemplate", "SaveAsRemote"};
+/// Commands that a hosted document must not know: they open other documents, end or reload this one, end the program,
+/// or leave our window.
+constexpr const char* DisabledCommands[] = {"AddDirect",
+                                            "NewDoc",
+                                            "Open",
+                                            "OpenFromCalc",
+                                            "OpenRemote",
+                                            "SaveAs",
+                                            "CloseDoc",
+                                            "CloseWin",
+                                            "CloseFrame",
+                                            "Quit",
+                                            "NewWindow",
+                                            "RecentFileList",
+                                            "OpenTemplate",
+                                            "SaveAsRemote",
+                                            "Reload",
+                                            "VersionDialog",
+                                            "SaveAsTemplate",
+                                            "EditDoc",
+                                            "FullScreen",
+                                            "AutoPilotMenu",
+                                            "CheckOut",
+                                            "WebHtml",
+                                            "BasicIDEAppear",
+                                            "MacroDialog",
+                                            "RunMacro",
+                                            "MacroOrganizer",
+                                            "MacroRecorder",
+                                            "ScriptOrganizer",
+                                            "ViewDataSourceBrowser",
+                                            "ToolbarModeUI",
+                                            "ShareDocument",
+                                            "RedactDoc",
+                                            "AutoRedactDoc"};
 
 QString Registry() {
     QString text = QStringLiteral(

@@ -2,8 +2,6 @@
 
 #include "office/Convert.h"
 
-#include <com/sun/star/frame/XDispatchProviderInterception.hpp>
-#include <com/sun/star/frame/XDispatchProviderInterceptor.hpp>
 #include <cppuhelper/implbase2.hxx>
 #include <mutex>
 
@@ -60,10 +58,10 @@ class Interceptor final : public cppu::WeakImplHelper2<XDispatchProviderIntercep
 } // namespace
 
 SaveCommands::SaveCommands(const Reference<XFrame>& frame, std::function<void()> wanted)
-    : listener_(std::make_shared<Listener>()) {
+    : listener_(std::make_shared<Listener>()), frame_(Need<XDispatchProviderInterception>(frame)),
+      interceptor_(new Interceptor<Listener>(listener_)) {
     listener_->wanted = std::move(wanted);
-    const Reference<XDispatchProviderInterceptor> interceptor(new Interceptor<Listener>(listener_));
-    Need<XDispatchProviderInterception>(frame)->registerDispatchProviderInterceptor(interceptor);
+    frame_->registerDispatchProviderInterceptor(interceptor_);
 }
 
 SaveCommands::~SaveCommands() {
@@ -73,6 +71,14 @@ SaveCommands::~SaveCommands() {
 void SaveCommands::Stop() {
     const std::lock_guard lock(listener_->mutex);
     listener_->wanted = {};
+}
+
+// A frame that is taken down tells whoever stands before its commands, and waits for the answer under the program's one
+// lock. What sends the message may itself wait for that lock, to let go a button of the bars: then neither goes on.
+void SaveCommands::Release() {
+    if (frame_.is()) frame_->releaseDispatchProviderInterceptor(interceptor_);
+    frame_.clear();
+    interceptor_.clear();
 }
 
 } // namespace tessaro::office

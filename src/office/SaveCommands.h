@@ -1,5 +1,7 @@
 #pragma once
 
+#include <com/sun/star/frame/XDispatchProviderInterception.hpp>
+#include <com/sun/star/frame/XDispatchProviderInterceptor.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <functional>
 #include <memory>
@@ -19,10 +21,14 @@ class SaveCommands final {
 
     /// After it has come back `wanted` is not called any more; on any thread.
     void Stop();
+    /// Gives the frame its own commands back. To be done before its document is closed.
+    void Release();
 
   private:
     struct Listener;
     std::shared_ptr<Listener> listener_;
+    com::sun::star::uno::Reference<com::sun::star::frame::XDispatchProviderInterception> frame_;
+    com::sun::star::uno::Reference<com::sun::star::frame::XDispatchProviderInterceptor> interceptor_;
 };
 
 } // namespace tessaro::office

@@ -26,7 +26,7 @@ frmPrint::frmPrint(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
     connect(ui_->cmdPrint, &QPushButton::clicked, this, &frmPrint::cmdPrint_Click);
     connect(ui_->cmdPdf, &QPushButton::clicked, this, &frmPrint::cmdPdf_Click);
     SetCaption(ui_->cmdPreview, QStringLiteral("TS_PrintPreview"));
-    connect(ui_->cmdPreview, &QPushButton::toggled, this, &frmPrint::PrintPreview);
+    connect(ui_->cmdPreview, &QPushButton::clicked, this, [this] { PrintPreview(!ui_->fraExcel->IsPrintPreview()); });
     Offer(false);
     connect(ui_->fraExcel, &OfficeHost::Lost, this, [this] { Offer(false); });
 }
@@ -63,7 +63,7 @@ void frmPrint::Offer(bool open) {
 }
 
 void frmPrint::PrintPreview(bool shown) {
-    if (ui_->fraExcel->SetPrintPreview(shown)) ui_->cmdPreview->setChecked(shown);
+    ui_->cmdPreview->setChecked(ui_->fraExcel->SetPrintPreview(shown) && shown);
 }
 
 void frmPrint::done(int result) {

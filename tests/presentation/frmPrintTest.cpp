@@ -111,6 +111,17 @@ TEST_F(frmPrintTest, SaysThatAPrinterIsGoneAndLosesNothing) {
     EXPECT_EQ(test::ReadXls(file_).front().Text(2, 1), QStringLiteral("typed before"));
 }
 
+TEST_F(frmPrintTest, ThePreviewMayBeLeftByTheProgramsOwnMenu) {
+    auto* host = form_.findChild<OfficeHost*>();
+    Button("cmdPreview")->click();
+    EXPECT_TRUE(host->IsPrintPreview() && Button("cmdPreview")->isChecked());
+    ASSERT_TRUE(host->SetPrintPreview(false));
+    Button("cmdPreview")->click();
+    EXPECT_TRUE(host->IsPrintPreview() && Button("cmdPreview")->isChecked());
+    Button("cmdPreview")->click();
+    EXPECT_FALSE(host->IsPrintPreview() || Button("cmdPreview")->isChecked());
+}
+
 TEST_F(frmPrintTest, OffersNothingForAWorkbookThatCanNotBeShown) {
     ASSERT_TRUE(ReplaceFile(Named("damaged.xls"), "no workbook"));
     frmPrint other;
