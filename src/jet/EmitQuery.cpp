@@ -130,8 +130,9 @@ std::string Emitter::groupBy(const Select& select, const std::vector<Item>& item
     }
     const bool haveRows = std::ranges::all_of(giving, [](const Source* source) { return source->table != nullptr; });
     if (giving.empty() || !haveRows || giving.size() == scope.sources.size()) return list;
+    // The sign keeps the engine from walking the whole of such a table only because its rows then come in order.
     for (const Source* source : giving)
-        list += (list.empty() ? " GROUP BY " : ", ") + source->rowId();
+        list += (list.empty() ? " GROUP BY +" : ", +") + source->rowId();
     return list;
 }
 

@@ -1,5 +1,6 @@
 #include "jet/Emitter.h"
 #include "jet/Error.h"
+#include "jet/GroupConditions.h"
 #include "jet/Parser.h"
 #include "jet/SemiJoin.h"
 
@@ -134,9 +135,12 @@ Translation Emitter::statement(const Insert& insert) {
 
 Translation Translate(std::string_view sql, const Catalogue& catalogue) {
     Statement statement = Parse(sql);
-    if (auto* query = std::get_if<Query>(&statement)) TurnJoinsIntoTests(*query, catalogue);
-    if (auto* insert = std::get_if<Insert>(&statement); insert != nullptr && insert->query)
-        TurnJoinsIntoTests(*insert->query, catalogue);
+    auto* query = std::get_if<Query>(&statement);
+    if (auto* insert = std::get_if<Insert>(&statement)) query = insert->query.get();
+    if (query != nullptr) {
+        FilterBeforeGrouping(*query, catalogue);
+        TurnJoinsIntoTests(*query, catalogue);
+    }
     if (auto* update = std::get_if<Update>(&statement)) TurnJoinsIntoTests(*update, catalogue);
     return Emitter(catalogue).translate(statement);
 }

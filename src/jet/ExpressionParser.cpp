@@ -1,6 +1,7 @@
 #include "jet/Collation.h"
 #include "jet/Dates.h"
 #include "jet/Functions.h"
+#include "jet/MakeTree.h"
 #include "jet/ParserBase.h"
 
 #include <optional>

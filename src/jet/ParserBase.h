@@ -88,11 +88,4 @@ class ExpressionParser : public ParserBase {
     tree::ExpressionPtr column();
 };
 
-template <class Node> tree::ExpressionPtr MakeExpression(Position at, Node&& node) {
-    auto made = std::make_unique<tree::Expression>();
-    made->at = at;
-    made->node = std::forward<Node>(node);
-    return made;
-}
-
 } // namespace jet

@@ -1,6 +1,7 @@
 #include "jet/SemiJoin.h"
 
 #include "jet/Functions.h"
+#include "jet/MakeTree.h"
 #include "jet/VisitOperands.h"
 
 #include <algorithm>
@@ -32,20 +33,6 @@ struct Condition {
 
 TableSet Bit(std::size_t table) {
     return TableSet{1} << table;
-}
-
-ExpressionPtr MakeExpression(Position at, Expression::Node node) {
-    auto made = std::make_unique<Expression>();
-    made->at = at;
-    made->node = std::move(node);
-    return made;
-}
-
-/// The conditions joined by And; empty without any.
-ExpressionPtr AllOf(Position at, std::vector<ExpressionPtr> conditions) {
-    if (conditions.empty()) return nullptr;
-    if (conditions.size() == 1) return std::move(conditions.front());
-    return MakeExpression(at, Logical{LogicalOperator::And, std::move(conditions)});
 }
 
 class SemiJoin final {
@@ -202,16 +189,14 @@ class SemiJoin final {
     }
 
     void TakeCondition(ExpressionPtr expression) {
-        auto* logical = std::get_if<Logical>(&expression->node);
-        if (logical != nullptr && logical->op == LogicalOperator::And) {
-            for (ExpressionPtr& operand : logical->operands)
-                TakeCondition(std::move(operand));
-            return;
+        std::vector<ExpressionPtr> parts;
+        TakeApart(std::move(expression), parts);
+        for (ExpressionPtr& part : parts) {
+            Condition condition;
+            (void)AddTables(*part, condition.tables);
+            condition.expression = std::move(part);
+            conditions_.push_back(std::move(condition));
         }
-        Condition condition;
-        (void)AddTables(*expression, condition.tables);
-        condition.expression = std::move(expression);
-        conditions_.push_back(std::move(condition));
     }
 
     void Rewrite(TableSet testing) {

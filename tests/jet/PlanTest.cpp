@@ -80,6 +80,12 @@ TEST_F(PlanTest, BracketedInnerJoinsLeaveNothingToMaterialise) {
     EXPECT_THAT(plan, Not(HasSubstr("CO-ROUTINE"))) << plan;
 }
 
+// Each row of Data once; that must not mean a walk over all of them.
+TEST_F(PlanTest, RowsAreToldApartAfterTheJoin) {
+    EXPECT_THAT(planOf("SELECT DISTINCTROW D.RowNId FROM Data D INNER JOIN _SelArea A ON A.AreaNId = D.AreaNId"),
+                HasSubstr("SEARCH D"));
+}
+
 TEST_F(PlanTest, ACorrelatedAggregateIsComputedOnceForAllGroups) {
     const std::string plan = planOf(
         "SELECT * FROM _Data p WHERE p.TimePeriod = (SELECT Max(q.TimePeriod) FROM _Data q WHERE q.AreaId = p.AreaId)");
