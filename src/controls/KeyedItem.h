@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringBuilder>
 #include <QStringList>
 
 namespace tessaro {
@@ -22,6 +23,11 @@ struct KeyedNode {
     bool global = false;
     bool mayHaveChildren = false;
 };
+
+/// The key of an item: a letter that tells the kind, then its number or name.
+[[nodiscard]] inline QString KeyOf(char kind, const QString& id) {
+    return QLatin1Char(kind) % id;
+}
 
 /// The key without its first character, which tells the kind.
 [[nodiscard]] inline QString IdOfKey(const QString& key) {

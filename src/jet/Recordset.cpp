@@ -209,6 +209,15 @@ Value Recordset::Get(std::string_view name) const {
     return Get(static_cast<std::size_t>(position));
 }
 
+std::optional<std::string_view> Recordset::TextView(std::size_t position) const {
+    if (impl_ == nullptr || !impl_->direct || !impl_->fetching() || position >= FieldCount()) return std::nullopt;
+    sqlite3_stmt* const row = impl_->query.prepared.statement.get();
+    const int column = static_cast<int>(position);
+    if (sqlite3_column_type(row, column) != SQLITE_TEXT) return std::nullopt;
+    const auto* const start = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+    return std::string_view(start, static_cast<std::size_t>(sqlite3_column_bytes(row, column)));
+}
+
 void Recordset::Find(std::string_view text) {
     const Criterion criterion = ParseCriterion(text);
     const int field = FieldIndex(criterion.column);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,8 +28,8 @@ class Recordset {
     [[nodiscard]] bool atStart() const; ///< BOF: before the first row, or no rows
     void MoveFirst();                   ///< ForwardOnly: runs the query again
     void MoveNext();
-    void MovePrevious();                ///< Static only, else Error
-    void MoveLast();                    ///< Static only
+    void MovePrevious(); ///< Static only, else Error
+    void MoveLast();     ///< Static only
     /// Moves by `count` rows from the current one (start 0) or from the first one (start 1).
     void Move(std::int64_t count, int start = 0);
     /// Number of rows; Static: known, ForwardOnly: -1.
@@ -41,15 +42,19 @@ class Recordset {
     /// A field of the current row. Beyond the last field, or at EOF: Error (NoSuchColumn).
     [[nodiscard]] Value Get(std::size_t position) const;
     [[nodiscard]] Value Get(std::string_view name) const;
+    /// A text field of a row that is read from the engine itself, without a copy, until the cursor moves; nothing for
+    /// other values, and where rows are kept.
+    [[nodiscard]] std::optional<std::string_view> TextView(std::size_t position) const;
     [[nodiscard]] Value operator[](std::size_t position) const { return Get(position); }
     [[nodiscard]] Value operator[](std::string_view name) const { return Get(name); }
 
     /// Moves forward from the current row to the next one that meets "Column = 'text'" (=, <>, <, >, <=, >=, Like;
     /// number or quoted text, ignoring case); at EOF when none does. Throws SyntaxError on anything else.
     void Find(std::string_view criterion);
-    /// Moves over up to `count` rows as long as their field is a whole number from 0 to `most`, and appends those numbers.
-    /// Gives how many. For results of millions of rows, of which a caller keeps the keys.
-    std::int64_t TakeNumbers(std::size_t position, std::int64_t most, std::int64_t count, std::vector<std::int32_t>& into);
+    /// Moves over up to `count` rows as long as their field is a whole number from 0 to `most`, and appends those
+    /// numbers. Gives how many. For results of millions of rows, of which a caller keeps the keys.
+    std::int64_t TakeNumbers(std::size_t position, std::int64_t most, std::int64_t count,
+                             std::vector<std::int32_t>& into);
     /// Up to `count` rows (-1: all) from the current row on, row by row; the cursor ends behind them.
     [[nodiscard]] std::vector<std::vector<Value>> GetRows(std::int64_t count = -1);
     /// The same as one text; Null gives `nullText`. The row delimiter also stands behind the last row.

@@ -20,7 +20,7 @@ bool IsRoot(const QString& nodeKey) {
 
 KeyedItem ItemOf(const Records& rows) {
     KeyedItem item;
-    item.key = QLatin1Char('A') + rows.Text("AreaNId");
+    item.key = KeyOf('A', rows.Text("AreaNId"));
     item.cells = {rows.Text("AreaName"), rows.Text("AreaID")};
     item.globalCells = IsGlobal(rows.Text("AreaGId")) ? 3 : 0;
     return item;
@@ -42,7 +42,7 @@ std::vector<KeyedItem> AreaItems(const QString& sql) {
 }
 
 QString TreeKeyOfArea(const QString& areaId) {
-    return QLatin1Char('A') + areaId;
+    return KeyOf('A', areaId);
 }
 
 QString AvailableAreasSql(const QString& nodeKey) {

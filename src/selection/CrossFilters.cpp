@@ -93,12 +93,9 @@ enum Field : std::size_t { IUSNId, IndicatorGId, UnitGId, SubpopGId, Indicator, 
 KeyedItem FoundItem(const Records& rows, const QString& iusNId) {
     const QString indicatorGId = rows.Text(IndicatorGId);
     const int indicatorBit = IsGlobal(indicatorGId) ? 1 : 0;
-    if (!ByCombination())
-        return {QLatin1Char('I') + indicatorGId, {rows.Text(Indicator)}, static_cast<quint8>(indicatorBit)};
+    if (!ByCombination()) return {KeyOf('I', indicatorGId), {rows.Text(Indicator)}, static_cast<quint8>(indicatorBit)};
     const int bits = indicatorBit | (IsGlobal(rows.Text(UnitGId)) ? 2 : 0) | (IsGlobal(rows.Text(SubpopGId)) ? 4 : 0);
-    return {QLatin1Char('I') + iusNId,
-            {rows.Text(Indicator), rows.Text(Unit), rows.Text(Subpop)},
-            static_cast<quint8>(bits)};
+    return {KeyOf('I', iusNId), {rows.Text(Indicator), rows.Text(Unit), rows.Text(Subpop)}, static_cast<quint8>(bits)};
 }
 
 } // namespace
@@ -155,7 +152,7 @@ std::vector<KeyedItem> FindPeriods(bool byIndicators, bool byAreas) {
     std::vector<KeyedItem> periods;
     Records rows = Select(TimeFilterSql(byIndicators, byAreas), jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext())
-        periods.push_back({QLatin1Char('T') + rows.Text(std::size_t{0}), {rows.Text(std::size_t{1})}, 0});
+        periods.push_back({KeyOf('T', rows.Text(std::size_t{0})), {rows.Text(std::size_t{1})}, 0});
     return periods;
 }
 

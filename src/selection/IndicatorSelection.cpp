@@ -49,7 +49,7 @@ struct CombinationFields {
 
 KeyedItem CombinationItem(const Records& rows, const CombinationFields& at) {
     KeyedItem item;
-    item.key = QLatin1Char('I') + rows.Text(at.ius);
+    item.key = KeyOf('I', rows.Text(at.ius));
     item.cells = {rows.Text(at.indicator), rows.Text(at.unit), rows.Text(at.subpop)};
     item.globalCells =
         static_cast<quint8>((IsGlobal(rows.Text(at.indicatorGId)) ? 1 : 0) | (IsGlobal(rows.Text(at.unitGId)) ? 2 : 0) |
@@ -58,7 +58,7 @@ KeyedItem CombinationItem(const Records& rows, const CombinationFields& at) {
 }
 
 KeyedItem IndicatorItem(const QString& gid, const QString& name) {
-    return {QLatin1Char('I') + gid, {name}, static_cast<quint8>(IsGlobal(gid) ? 1 : 0)};
+    return {KeyOf('I', gid), {name}, static_cast<quint8>(IsGlobal(gid) ? 1 : 0)};
 }
 
 /// Items of a query whose fields are id, GId, text … (combinations) or GId, text (indicators).
@@ -199,7 +199,7 @@ std::vector<KeyedItem> SortedBySector(const std::vector<KeyedItem>& items) {
     QSet<QString> taken; // an indicator of two sectors stands under the first
     Records rows = Select(SectorOrderSql(items), jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext()) {
-        const QString key = QLatin1Char('I') + rows.Text(std::size_t{0});
+        const QString key = KeyOf('I', rows.Text(std::size_t{0}));
         const auto place = places.constFind(key);
         if (place == places.constEnd() || taken.contains(key)) continue;
         taken.insert(key);

@@ -12,7 +12,7 @@ namespace {
 std::vector<KeyedItem> PeriodsOf(const QString& sql) {
     std::vector<KeyedItem> items;
     for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext())
-        items.push_back({QLatin1Char('T') + rows.Text(std::size_t{0}), {rows.Text(std::size_t{1})}, 0});
+        items.push_back({KeyOf('T', rows.Text(std::size_t{0})), {rows.Text(std::size_t{1})}, 0});
     return items;
 }
 

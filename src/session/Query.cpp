@@ -34,6 +34,7 @@ std::shared_ptr<jet::Connection> CreateTheConnection(const QString& path) {
 }
 
 QString Records::Text(std::size_t field) const {
+    if (const auto text = rows_.TextView(field)) return QString::fromUtf8(text->data(), qsizetype(text->size()));
     return QString::fromStdString(rows_.Get(field).toText());
 }
 
