@@ -90,7 +90,6 @@ Engine::Engine(const std::string& path, const std::string& password) {
         CheckPassword(handle, "main", password);
         RegisterFunctions(handle);
         Run(handle, "PRAGMA main.synchronous = NORMAL");
-        Run(handle, "PRAGMA main.cache_size = -16000");
         dataVersion_ = Prepare(handle, "PRAGMA main.data_version");
         static_cast<void>(OthersWrote()); // from here on what others write is noticed
         catalogue_ = std::make_unique<LiveCatalogue>(handle, path);
@@ -105,6 +104,16 @@ Engine::Engine(const std::string& path, const std::string& password) {
     }
     readOnly_ = !file.writable || sqlite3_db_readonly(handle, "main") == 1;
     sqlite3_set_authorizer(handle, Note, &noting_);
+}
+
+// The file is left as if every table that was dropped were gone.
+Engine::~Engine() {
+    try {
+        for (const std::string& name : catalogue_->shells())
+            DropShell(name);
+    } catch (const Error&) {
+        // busy or lost: the next one who opens the file finds them marked
+    }
 }
 
 // Only for a statement seen before: a new one may have a file to attach, whose settings can't be made in a transaction.
@@ -349,9 +358,27 @@ std::int64_t Engine::RunOne(const PreparedStatement& prepared) {
     return changes;
 }
 
+std::int64_t Engine::AsOne(const std::function<std::int64_t()>& work) {
+    RunKept(savepoint_, "SAVEPOINT one_statement");
+    try {
+        const std::int64_t changes = work();
+        RunKept(release_, "RELEASE one_statement");
+        return changes;
+    } catch (const Error&) {
+        // some failures, a full disk for one, have ended the transaction already
+        sqlite3_exec(database(), "ROLLBACK TO one_statement; RELEASE one_statement", nullptr, nullptr, nullptr);
+        throw;
+    }
+}
+
 std::int64_t Engine::RunStatements(Seen& seen) {
     const bool schema = seen.translation.kind == StatementClass::Schema;
-    if (schema) TakeInAll();
+    if (schema) {
+        if (LeavesShell(seen.translation)) return LeaveShell(seen);
+        if (FillsShell(seen.translation)) return FillShell(seen);
+        DropShell(seen.translation.target);
+        TakeInAll();
+    }
     if (!schema && seen.translation.statements.size() == 1) {
         PreparedStatement prepared = TakePrepared(seen);
         const std::int64_t changes = RunOne(prepared);
@@ -359,25 +386,20 @@ std::int64_t Engine::RunStatements(Seen& seen) {
         return changes;
     }
     const Translation translation = seen.translation;
-    std::int64_t changes = 0;
-    RunKept(savepoint_, "SAVEPOINT one_statement");
-    try {
+    const std::int64_t changes = AsOne([&] {
+        std::int64_t ofLast = 0;
         for (const std::string& each : translation.statements)
-            changes = RunOne(PrepareNoting(each, translation.lists));
-        RunKept(release_, "RELEASE one_statement");
-    } catch (const Error&) {
-        // some failures, a full disk for one, have ended the transaction already
-        sqlite3_exec(database(), "ROLLBACK TO one_statement; RELEASE one_statement", nullptr, nullptr, nullptr);
-        throw;
-    }
+            ofLast = RunOne(PrepareNoting(each, translation.lists));
+        return ofLast;
+    });
     if (!schema) return changes;
     NoteSchemaChange(translation, changes);
     return translation.statements.size() > 1 ? changes : 0;
 }
 
-void Engine::RunKept(Statement& kept, std::string_view sql) {
+void Engine::RunKept(Statement& kept, std::string_view sql, const std::vector<std::string>& parameters) {
     if (kept == nullptr) kept = Prepare(database(), sql);
-    RunAgain(database(), kept.get(), {});
+    RunAgain(database(), kept.get(), parameters);
 }
 
 // Of a table that a query made, and of one that was dropped, all is known; what else changed is read.
@@ -423,6 +445,7 @@ bool Engine::DropsLink(std::string_view sql) {
 
 void Engine::PutLink(const LinkInfo& link) {
     NoticeOthers();
+    DropShell(link.name);
     TakeInAll();
     if (sqlite3_get_autocommit(database()) == 0) return catalogue_->PutLink(link);
     catalogue_->Relax();

@@ -6,6 +6,7 @@
 #include "jet/TableSizes.h"
 #include "jet/Translator.h"
 
+#include <functional>
 #include <list>
 #include <memory>
 #include <optional>
@@ -47,6 +48,9 @@ struct ReadyQuery {
 class Engine {
   public:
     Engine(const std::string& path, const std::string& password);
+    ~Engine();
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
 
     /// One lock of the file for everything that opening a result reads, the look at what others changed included:
     /// taking the lock costs more than a small query.
@@ -101,16 +105,27 @@ class Engine {
     [[nodiscard]] PreparedStatement PrepareQuery(std::string_view sql, const std::vector<ListParameter>& lists);
     [[nodiscard]] ReadyQuery OpenPivot(const Translation& translation);
     std::int64_t RunStatements(Seen& seen);
+    /// Takes back all that the work did when it fails.
+    std::int64_t AsOne(const std::function<std::int64_t()>& work);
     std::int64_t ExecuteHere(std::string_view sql);
     std::int64_t ExecuteClaimed(std::string_view sql);
     void Claim();
     void EndClaim();
     std::int64_t RunOne(const PreparedStatement& prepared);
-    void RunKept(Statement& kept, std::string_view sql);
+    void RunKept(Statement& kept, std::string_view sql, const std::vector<std::string>& parameters = {});
     void NoteSchemaChange(const Translation& translation, std::int64_t rows);
     void TakeInReaders(const std::set<std::string>& written);
     void TakeInAll();
     bool DropsLink(std::string_view sql);
+
+    // --- Tables that come and go (Shells.cpp) ---
+    [[nodiscard]] bool LeavesShell(const Translation& translation) const;
+    [[nodiscard]] bool FillsShell(const Translation& translation) const;
+    std::int64_t LeaveShell(Seen& seen);
+    std::int64_t FillShell(Seen& seen);
+    void DropShell(const std::string& name);
+    void UnmarkShell(const std::string& name);
+    void TakeFiguresOf(const std::string& table, std::int64_t rows);
     template <class Work> auto Retrying(const Work& work);
 
     Handle database_;
@@ -124,6 +139,8 @@ class Engine {
     Statement commit_;
     Statement savepoint_;
     Statement release_;
+    Statement markShell_;
+    Statement unmarkShell_;
     Statement claim_;     ///< takes the write lock of a working database and writes nothing
     bool scoped_ = false; ///< within a ReadScope that has begun
     Statement dataVersion_;

@@ -26,6 +26,14 @@ std::size_t StampOf(const TableInfo& table) {
     return std::hash<std::string>{}(all) | 1U;
 }
 
+/// The fields of a table that a query makes.
+std::vector<ColumnInfo> MadeColumns(const std::vector<OutputColumn>& fields) {
+    std::vector<ColumnInfo> columns;
+    for (const OutputColumn& field : fields)
+        columns.push_back({field.name, TypeOfDeclaration(DeclaredType(field.type)), field.type != ColumnType::YesNo});
+    return columns;
+}
+
 } // namespace
 
 LiveCatalogue::LiveCatalogue(sqlite3* database, std::string path) : database_(database), path_(std::move(path)) {
@@ -52,6 +60,7 @@ void LiveCatalogue::ReadAll() {
     figures_.clear();
     entries_.clear();
     byName_.clear();
+    shells_.clear();
     hasLinks_ = false;
     for (const auto& row :
          Rows(database_, "SELECT name, type FROM main.sqlite_master WHERE type IN ('table', 'view')")) {
@@ -67,6 +76,10 @@ void LiveCatalogue::ReadAll() {
          Rows(database_, "SELECT Name, File, Password, SourceTable FROM main.MSysLinks ORDER BY rowid")) {
         Entry entry;
         entry.link = {row[0].toText(), row[1].toText(), row[2].toText(), row[3].toText()};
+        if (entry.link.file.empty()) {
+            if (EntryOf(entry.link.name) != nullptr) NoteEmptied(entry.link.name);
+            continue;
+        }
         entry.table.name = entry.link.name;
         entry.table.type = TableType::Link;
         Add(std::move(entry));
@@ -78,6 +91,7 @@ void LiveCatalogue::Relax() {
     if (relaxed_ || sqlite3_get_autocommit(database_) == 0) return; // within a transaction it can't be set
     Run(database_, "PRAGMA main.synchronous = OFF");
     Run(database_, "PRAGMA main.journal_mode = MEMORY");
+    Run(database_, "PRAGMA main.cache_size = -16000"); // for the tables that filters make
     relaxed_ = true;
 }
 
@@ -105,10 +119,8 @@ void LiveCatalogue::NoteMade(const std::string& name, const std::vector<OutputCo
     if (IsSystemName(name)) return;
     Entry entry;
     entry.table.name = entry.table.sourceTable = name;
-    for (const OutputColumn& field : fields)
-        entry.table.columns.push_back(
-            {field.name, TypeOfDeclaration(DeclaredType(field.type)), field.type != ColumnType::YesNo});
-    entry.read = true;
+    entry.table.columns = MadeColumns(fields);
+    entry.read = entry.made = true;
     entry.stamp = StampOf(entry.table);
     Add(std::move(entry));
 }
@@ -116,6 +128,38 @@ void LiveCatalogue::NoteMade(const std::string& name, const std::vector<OutputCo
 void LiveCatalogue::NoteDropped(const std::string& name) {
     ++version_;
     Remove(name);
+}
+
+const TableInfo* LiveCatalogue::shell(const std::string& name) const {
+    const auto found = shells_.find(Folded(name));
+    return found == shells_.end() ? nullptr : &found->second;
+}
+
+std::vector<std::string> LiveCatalogue::shells() const {
+    std::vector<std::string> names;
+    for (const auto& each : shells_)
+        names.push_back(each.second.name);
+    return names;
+}
+
+bool LiveCatalogue::canBeShell(const std::string& name) const {
+    const Entry* const entry = EntryOf(name);
+    return hasLinks_ && entry != nullptr && entry->made;
+}
+
+void LiveCatalogue::NoteEmptied(const std::string& name) {
+    shells_[Folded(name)] = std::move(EntryOf(name)->table);
+    NoteDropped(name);
+}
+
+void LiveCatalogue::NoteShellGone(const std::string& name) {
+    shells_.erase(Folded(name));
+}
+
+bool LiveCatalogue::Fits(const TableInfo& table, const std::vector<OutputColumn>& fields) {
+    return std::ranges::equal(table.columns, MadeColumns(fields), [](const ColumnInfo& a, const ColumnInfo& b) {
+        return a.name == b.name && a.type == b.type && a.nullable == b.nullable;
+    });
 }
 
 LiveCatalogue::Entry* LiveCatalogue::EntryOf(std::string_view name) const {

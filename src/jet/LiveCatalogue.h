@@ -49,6 +49,19 @@ class LiveCatalogue final : public Catalogue {
     /// A table with these fields was made in the file, or one was dropped.
     void NoteMade(const std::string& name, const std::vector<OutputColumn>& fields);
     void NoteDropped(const std::string& name);
+
+    /// A shell is a table of a working database that counts as dropped but stands empty in the file, to be filled again
+    /// by the next query that makes the like of it: making a table costs more than most of the queries that need one.
+    /// In the list of links a shell is one to no file.
+    /// The shell of this name, without fields when another connection left it; nullptr when there is none.
+    [[nodiscard]] const TableInfo* shell(const std::string& name) const;
+    [[nodiscard]] std::vector<std::string> shells() const;
+    /// True for a table that a query made, and nobody has changed since.
+    [[nodiscard]] bool canBeShell(const std::string& name) const;
+    void NoteEmptied(const std::string& name);
+    void NoteShellGone(const std::string& name);
+    /// True when a query with these fields makes the like of the table.
+    [[nodiscard]] static bool Fits(const TableInfo& table, const std::vector<OutputColumn>& fields);
     /// A working database is made anew from its template at any time: nothing in it has to outlive a crash. One that
     /// has links already is known for one.
     void Relax();
@@ -61,6 +74,7 @@ class LiveCatalogue final : public Catalogue {
         TableInfo table;
         LinkInfo link; ///< with a name when the entry is one
         bool read = false;
+        bool made = false; ///< by a query: it has its fields and nothing else
         std::size_t stamp = 0;
     };
     struct Attached {
@@ -84,6 +98,7 @@ class LiveCatalogue final : public Catalogue {
     FileIdentity own_;
     std::vector<std::unique_ptr<Entry>> entries_;
     std::unordered_map<std::string, Entry*> byName_;                             ///< by folded name
+    std::map<std::string, TableInfo> shells_;                                    ///< by folded name
     mutable std::map<std::string, Attached> attached_;                           ///< by path of file
     mutable std::map<std::string, std::map<std::string, std::int64_t>> figures_; ///< rows by schema and table
     mutable bool missedLink_ = false;

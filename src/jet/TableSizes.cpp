@@ -12,10 +12,24 @@ namespace {
 constexpr std::int64_t MostPages = 5000;
 constexpr std::int64_t Far = 4; // how many times too small or too large a figure may be
 
+bool FitsFigure(std::int64_t rows, std::int64_t known) {
+    return known > 0 && rows / Far <= known && known / Far <= rows;
+}
+
 } // namespace
 
 bool TableSizes::inDoubt(const std::set<std::string>& tables) const {
     return std::ranges::any_of(tables, [&](const std::string& table) { return !rows_.contains(table); });
+}
+
+void TableSizes::Forget(const std::string& table) {
+    rows_.erase(table);
+    analysed_.erase(table);
+}
+
+void TableSizes::ForgetAll() {
+    rows_.clear();
+    analysed_.clear();
 }
 
 bool TableSizes::Refresh(const std::set<std::string>& tables) {
@@ -43,11 +57,21 @@ void TableSizes::Made(const std::string& table, std::int64_t rows) {
     }
     try {
         const std::size_t dot = table.find('.');
-        if (rows > 0) Run(database_, "ANALYZE " + table.substr(0, dot) + "." + QuotedName(table.substr(dot + 1)));
+        if (rows > 0) {
+            Run(database_, "ANALYZE " + table.substr(0, dot) + "." + QuotedName(table.substr(dot + 1)));
+            analysed_[table] = rows;
+        }
     } catch (const Error&) {
         rows = INT64_MAX; // as above
     }
     rows_[table] = {rows, 0};
+}
+
+bool TableSizes::Refilled(const std::string& table, std::int64_t rows) {
+    const auto known = analysed_.find(table);
+    if (known == analysed_.end() || !FitsFigure(rows, known->second)) return false;
+    rows_[table] = {rows, 0};
+    return true;
 }
 
 bool TableSizes::Measure(const std::string& schema, const std::string& table, std::int64_t& rows) {
@@ -65,7 +89,7 @@ bool TableSizes::Measure(const std::string& schema, const std::string& table, st
                      "SELECT max(CAST(stat AS INTEGER)) FROM " + schema + ".sqlite_stat1 WHERE tbl = ? COLLATE NOCASE",
                      {table})[0][0]
                     .toInteger();
-    if (known > 0 && rows / Far <= known && known / Far <= rows) return false;
+    if (FitsFigure(rows, known)) return false;
     Run(database_, "ANALYZE " + name);
     return true;
 }

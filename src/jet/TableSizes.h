@@ -23,8 +23,11 @@ class TableSizes {
     void Made(const std::string& table, std::int64_t rows);
     /// Rows were written to these tables.
     void Changed(const std::set<std::string>& tables, std::int64_t rows);
-    void Forget(const std::string& table) { rows_.erase(table); }
-    void ForgetAll() { rows_.clear(); }
+    /// A table whose figures were taken before was emptied, and then filled with so many rows. True when the figures
+    /// still serve.
+    bool Refilled(const std::string& table, std::int64_t rows);
+    void Forget(const std::string& table);
+    void ForgetAll();
     /// True when a table of these has to be looked at.
     [[nodiscard]] bool inDoubt(const std::set<std::string>& tables) const;
 
@@ -36,7 +39,8 @@ class TableSizes {
     bool Measure(const std::string& schema, const std::string& table, std::int64_t& rows);
 
     sqlite3* database_;
-    std::map<std::string, Size> rows_; ///< of tables whose figures are right, or not ours to mend
+    std::map<std::string, Size> rows_;             ///< of tables whose figures are right, or not ours to mend
+    std::map<std::string, std::int64_t> analysed_; ///< rows that the file's figures name
 };
 
 } // namespace jet
