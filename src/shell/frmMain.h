@@ -114,6 +114,7 @@ class frmMain final : public QMainWindow, public Frame {
     void OpenStartPage();
     void OpenRememberedDatabase();
     void OpenDefaultDatabase();
+    bool OpenAtStart(const QString& file);
     void FillAddresses();
     void WarnOfMissingSpreadsheet();
     // Database

@@ -7,6 +7,7 @@
 #include "platform/Home.h"
 #include "platform/Paths.h"
 #include "platform/SingleInstance.h"
+#include "selection/KeptSelection.h"
 #include "session/Addresses.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
@@ -113,7 +114,7 @@ void frmMain::OpenStartPage() {
 void frmMain::OpenRememberedDatabase() {
     ReopenedLastDatabase = true;
     SetStatusText(GetText(QStringLiteral("TS_OpeningDatabase")));
-    const bool open = OpenDatabaseFile(CurrentDatabase);
+    const bool open = OpenAtStart(CurrentDatabase);
     SetStatusText({});
     if (!open) {
         DatabaseOpen = false;
@@ -135,8 +136,15 @@ void frmMain::OpenDefaultDatabase() {
     SetStatusText(GetText(QStringLiteral("TS_OpeningDatabase")));
     // Painted before the work, so that the start shows the home page as soon as it can.
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    OpenDatabaseFile(file);
+    OpenAtStart(file);
     SetStatusText({});
+}
+
+/// Opens a database with what an earlier run left chosen.
+bool frmMain::OpenAtStart(const QString& file) {
+    if (!OpenDatabaseFile(file)) return false;
+    if (LanguageInDatabase) selection::FitKeptSelection();
+    return true;
 }
 
 /// cmbAddress with the databases of the data folder and the one that is open.

@@ -403,6 +403,24 @@ TEST_F(frmMainTest, YesSavesAndCleansUp) {
     EXPECT_FALSE(QDir(TempFolder + QLatin1String("/MData_")).exists());
 }
 
+TEST_F(frmMainTest, ARunThatBrokeOffLeavesItsSelectionInTheLanguageThatComesBack) {
+    ASSERT_TRUE(StartInStages());
+    window->ChangeLanguage(QStringLiteral("Français [fr]"));
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the screens of before
+    Click(QStringLiteral("cmdAllFilter"));
+    const auto names = [] {
+        return Select(QStringLiteral("SELECT DISTINCT [Indicator] FROM _SelIUSNId ORDER BY [Indicator]")).Joined();
+    };
+    const qint64 rows = Rows("_SelIUSNId");
+    ASSERT_EQ(names(), QStringLiteral("Alphabétisation"));
+    window.reset(); // nothing of what an exit saves
+    Connection.reset();
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(Language, QStringLiteral("English [en]"));
+    EXPECT_EQ(Rows("_SelIUSNId"), rows);
+    EXPECT_EQ(names(), QStringLiteral("Literacy"));
+}
+
 // --- Bars and menus ----------------------------------------------------------------------------------------------
 
 TEST_F(frmMainTest, LanguageChangeTakesEffectAtOnce) {

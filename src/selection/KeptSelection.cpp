@@ -1,0 +1,32 @@
+#include "selection/KeptSelection.h"
+
+#include "session/ErrorSink.h"
+#include "session/Query.h"
+
+namespace tessaro::selection {
+
+namespace {
+
+// clang-format off
+constexpr const char* Statements[] = {
+    "DELETE S.* FROM _SelIUSNId AS S LEFT JOIN Indicator_Unit_Subpop AS IUS ON (S.IUSNId = IUS.IUSNId) AND (S.IndicatorGId = IUS.IndicatorGId) AND (S.UnitGId = IUS.UnitGId) AND (S.SubpopGId = IUS.SubpopGId) WHERE IUS.IUSNId IS NULL",
+    "DELETE S.* FROM _SelIUSNId AS S LEFT JOIN Indicator_Source AS I_S ON (S.IUSNId = I_S.IUSNId) AND (S.SourceNId = I_S.SourceNId) WHERE I_S.IUSNId IS NULL",
+    "DELETE S.* FROM _SelTimePeriod AS S LEFT JOIN TimePeriod AS T ON (S.TimePeriodNId = T.TimePeriodNId) AND (S.TimePeriod = T.TimePeriod) WHERE T.TimePeriodNId IS NULL",
+    "DELETE S.* FROM _SelArea AS S LEFT JOIN Area AS A ON (S.AreaNId = A.AreaNId) AND (S.AreaID = A.AreaID) WHERE A.AreaNId IS NULL",
+    "UPDATE _SelIUSNId AS S INNER JOIN [Indicator] AS I ON S.IndicatorGId = I.IndicatorGId SET S.[Indicator] = I.[Indicator] WHERE S.[Indicator] <> I.[Indicator]",
+    "UPDATE _SelIUSNId AS S INNER JOIN Unit AS U ON S.UnitGId = U.UnitGId SET S.Unit = U.Unit WHERE S.Unit <> U.Unit",
+    "UPDATE _SelIUSNId AS S INNER JOIN Subpop AS SP ON S.SubpopGId = SP.SubpopGId SET S.Subpop = SP.Subpop WHERE S.Subpop <> SP.Subpop",
+    "UPDATE _SelIUSNId AS S INNER JOIN Source AS SR ON S.SourceNId = SR.SourceNId SET S.Source = SR.Source WHERE S.Source <> SR.Source",
+    "UPDATE _SelArea AS S INNER JOIN Area AS A ON S.AreaNId = A.AreaNId SET S.AreaName = A.AreaName WHERE S.AreaName <> A.AreaName",
+};
+// clang-format on
+
+} // namespace
+
+void FitKeptSelection() {
+    const ErrorTrap trap("FitKeptSelection");
+    for (const char* statement : Statements)
+        Execute(QString::fromLatin1(statement));
+}
+
+} // namespace tessaro::selection
