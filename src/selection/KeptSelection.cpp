@@ -1,7 +1,9 @@
 #include "selection/KeptSelection.h"
 
+#include "selection/IndicatorSelection.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
+#include "session/Session.h"
 
 namespace tessaro::selection {
 
@@ -27,6 +29,16 @@ void FitKeptSelection() {
     const ErrorTrap trap("FitKeptSelection");
     for (const char* statement : Statements)
         Execute(QString::fromLatin1(statement));
+}
+
+int CountOfSelection(Stage stage) {
+    if (!Connection) return 0;
+    const char* rows = stage == Stage::Time    ? "SELECT Count(*) FROM _SelTimePeriod"
+                       : stage == Stage::Areas ? "SELECT Count(*) FROM _SelArea"
+                       : ByCombination()       ? "SELECT Count(*) FROM (SELECT DISTINCT IUSNId FROM _SelIUSNId)"
+                                               : "SELECT Count(*) FROM (SELECT DISTINCT IndicatorGId FROM _SelIUSNId)";
+    const Records count = Select(QString::fromLatin1(rows), jet::CursorType::ForwardOnly);
+    return count.atEnd() ? 0 : static_cast<int>(count.Number(std::size_t{0}));
 }
 
 } // namespace tessaro::selection

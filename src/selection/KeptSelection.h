@@ -1,5 +1,7 @@
 #pragma once
 
+#include "selection/AutoSelect.h"
+
 /// What a start finds in the selection tables.
 namespace tessaro::selection {
 
@@ -7,5 +9,8 @@ namespace tessaro::selection {
 /// go (a run that broke off may have left those of another database), and the texts become those of the language that
 /// is set. A selection that fits already is not written.
 void FitKeptSelection();
+
+/// How many items the list of a stage will show of it; 0 without an open database.
+[[nodiscard]] int CountOfSelection(Stage stage);
 
 } // namespace tessaro::selection

@@ -29,10 +29,7 @@ namespace tessaro {
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
     ui_->setupUi(this);
     menu_ = new MainMenu(this);
-    screens_ = std::make_unique<StageScreens>(*ui_->stkChildren, [this](int stage) {
-        const StageScreen* screen = screens_->Loaded(stage);
-        ui_->picBanner_1->SetSummary(stage, screen ? screen->SelectionSummary() : QString());
-    });
+    screens_ = std::make_unique<StageScreens>(*ui_->stkChildren, [this](int stage) { ShowSummary(stage); });
     Timer1_.setObjectName(QStringLiteral("Timer1"));
     Timer1_.setInterval(1000);
     ui_->picBanner_1->hide();

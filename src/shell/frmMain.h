@@ -134,6 +134,8 @@ class frmMain final : public QMainWindow, public Frame {
     bool LeaveGallery(bool mayStay = true);
     void ReturnFromGallery();
     void ShowStage(int stage);
+    void ShowSummary(int stage);
+    void ShowSummaries();
     void Record(int stage);
     void Back();
     void Forward();

@@ -3,6 +3,7 @@
 #include "gallery/frmGALMain.h"
 #include "platform/Paths.h"
 #include "platform/SingleInstance.h"
+#include "selection/IndicatorSelection.h"
 #include "session/Addresses.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
@@ -99,14 +100,17 @@ void frmMain::ShowInLanguage() {
 void frmMain::ReloadScreens(const Preferences& now, const Preferences& before) {
     const bool lists = now.ChangesLists(before);
     if (!lists && !now.ChangesIndicatorViews(before)) return;
+    const bool otherKeys = Connection && now.byCombination != before.byCombination;
+    if (otherKeys) selection::RemoveAllIndicators(); // the keys of the list take another form
     // A screen that takes over what is chosen already changes nothing of it.
     const bool changed = SelectionChanged;
     screens_->Reload(lists ? QList<int>{0, 1, 2} : QList<int>{0});
     SelectionChanged = changed;
+    ShowSummaries();
     if (splash_ || gallery_) return;
     if (CurrentStage != navigation::DataStage)
         ShowStage(CurrentStage);
-    else if (StageScreen* screen = ActiveScreen(); screen && lists)
+    else if (StageScreen* screen = ActiveScreen(); screen && (lists || otherKeys))
         screen->Refresh();
 }
 

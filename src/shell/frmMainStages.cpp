@@ -1,6 +1,8 @@
 #include "controls/StageScreen.h"
 #include "gallery/frmGALMain.h"
 #include "platform/SingleInstance.h"
+#include "selection/KeptSelection.h"
+#include "selection/ScreenParts.h"
 #include "selection/SelectionGuard.h"
 #include "selection/frmIndicators.h"
 #include "session/Addresses.h"
@@ -14,6 +16,8 @@
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
 #include "ui_frmMain.h"
+
+#include <array>
 
 namespace tessaro {
 
@@ -129,6 +133,24 @@ void frmMain::ShowStage(int stage) {
     screens_->ShowStage(stage);
     ui_->picBanner_1->SetCurrent(stage);
     OfferCommands();
+}
+
+/// What is chosen in a stage, on its button of the banner. A stage that nobody has opened may have a selection of an
+/// earlier run.
+void frmMain::ShowSummary(int stage) {
+    constexpr std::array<const char*, 3> keys{"TS_IndicatorCount", "TS_TimePeriodCount", "TS_AreaCount"};
+    QString summary;
+    if (const StageScreen* screen = screens_->Loaded(stage))
+        summary = screen->SelectionSummary();
+    else if (stage < navigation::DataStage)
+        summary = SummaryOf(QLatin1String(keys.at(static_cast<std::size_t>(stage))),
+                            selection::CountOfSelection(static_cast<selection::Stage>(stage)));
+    ui_->picBanner_1->SetSummary(stage, summary);
+}
+
+void frmMain::ShowSummaries() {
+    for (int stage = 0; stage < navigation::StageCount; ++stage)
+        ShowSummary(stage);
 }
 
 void frmMain::Record(int stage) {

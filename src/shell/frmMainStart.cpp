@@ -143,7 +143,9 @@ void frmMain::OpenDefaultDatabase() {
 /// Opens a database with what an earlier run left chosen.
 bool frmMain::OpenAtStart(const QString& file) {
     if (!OpenDatabaseFile(file)) return false;
-    if (LanguageInDatabase) selection::FitKeptSelection();
+    if (!LanguageInDatabase) return true;
+    selection::FitKeptSelection();
+    ShowSummaries();
     return true;
 }
 

@@ -132,6 +132,18 @@ TEST_F(DialogTest, ApplyFillsTheListsAnewAndKeepsWhatIsChosen) {
     EXPECT_EQ(window->SelectedIndicatorCount(), 0);
 }
 
+TEST_F(DialogTest, OtherKeysOfTheIndicatorListEmptyItsSelection) {
+    ASSERT_TRUE(StartInDataView());
+    const qint64 periods = Rows("_SelTimePeriod");
+    frmProperties form(*window);
+    Tick(form, "chkUnitSubpop", IndicatorSelectBy == 0);
+    Press(form, "cmdApply");
+    EXPECT_EQ(Rows("_SelIUSNId"), 0);
+    EXPECT_EQ(Rows("_SelTimePeriod"), periods);
+    EXPECT_EQ(messages, QStringList{QStringLiteral("016")});
+    EXPECT_EQ(CurrentStage, 0);
+}
+
 TEST_F(DialogTest, OKChangesTheLanguageOfTheRunningProgram) {
     ASSERT_TRUE(StartInStages());
     ASSERT_TRUE(Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (1, '1990')")));

@@ -413,12 +413,14 @@ TEST_F(frmMainTest, ARunThatBrokeOffLeavesItsSelectionInTheLanguageThatComesBack
     };
     const qint64 rows = Rows("_SelIUSNId");
     ASSERT_EQ(names(), QStringLiteral("Alphabétisation"));
+    ASSERT_TRUE(Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (1, '1990')")));
     window.reset(); // nothing of what an exit saves
     Connection.reset();
     ASSERT_TRUE(Start());
     EXPECT_EQ(Language, QStringLiteral("English [en]"));
     EXPECT_EQ(Rows("_SelIUSNId"), rows);
     EXPECT_EQ(names(), QStringLiteral("Literacy"));
+    EXPECT_EQ(Find<StageButton>(QStringLiteral("picBannerButtons_1"))->State(), StepState::Done) << "before it opens";
 }
 
 // --- Bars and menus ----------------------------------------------------------------------------------------------

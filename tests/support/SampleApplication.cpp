@@ -225,6 +225,7 @@ constexpr TextRow Texts[] = {
     {"316", "The file is no data database.", "Le fichier n'est pas une base de données."},
     {"ADDRESS", "Address", "Adresse"},
     {"TS_IndicatorCount", "Indicators: %1", "Indicateurs : %1"},
+    {"TS_TimePeriodCount", "Time periods: %1", "Périodes : %1"},
     {"Comm_Browse", "Browse\u2026 and open\u2026", "Parcourir\u2026"},
 };
 
