@@ -1,7 +1,10 @@
 #include "jet/ColumnStore.h"
 
+#include "jet/Error.h"
+
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstring>
 #include <sqlite3.h>
 
@@ -29,6 +32,12 @@ std::uint64_t Distance(std::int64_t number, std::int64_t base) {
     return static_cast<std::uint64_t>(number) - static_cast<std::uint64_t>(base);
 }
 
+/// The engine computes beyond what a double can hold; the dialect calls that an overflow.
+double Finite(double number) {
+    if (std::isinf(number)) FailOverflow();
+    return number;
+}
+
 } // namespace
 
 Value ValueAt(sqlite3_stmt* row, int position, ColumnType type) {
@@ -42,7 +51,7 @@ Value ValueAt(sqlite3_stmt* row, int position, ColumnType type) {
         return number;
     }
     case SQLITE_FLOAT:
-        return sqlite3_column_double(row, position);
+        return Finite(sqlite3_column_double(row, position));
     default:
         break;
     }
@@ -124,7 +133,7 @@ Value Column::At(const Block& block, std::size_t row) {
     const auto number =
         static_cast<std::int64_t>(ReadPacked(block.numbers, row, block.width) + static_cast<std::uint64_t>(block.base));
     if (kind == Kind::Whole) return number;
-    if (kind == Kind::Real) return std::bit_cast<double>(number);
+    if (kind == Kind::Real) return Finite(std::bit_cast<double>(number));
     std::size_t before = row;
     while (block.mixed && before > 0 && block.kinds[before - 1] != Kind::Text)
         --before;
@@ -141,7 +150,7 @@ Value Column::Get(std::size_t row) const {
     case Kind::Whole:
         return numbers_[open];
     case Kind::Real:
-        return std::bit_cast<double>(numbers_[open]);
+        return Finite(std::bit_cast<double>(numbers_[open]));
     case Kind::Text:
         break;
     }

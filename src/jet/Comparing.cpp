@@ -1,6 +1,7 @@
 #include "jet/Comparing.h"
 
 #include "jet/Collation.h"
+#include "jet/Error.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -39,14 +40,19 @@ bool IsText(const Typed& value) {
     return value.kind != CompareKind::Number && !IsNull(value);
 }
 
+bool IsDate(const Typed& value) {
+    return value.type == ColumnType::DateTime && IsText(value);
+}
+
 std::string AsText(const Typed& value) {
     if (IsText(value) || IsNull(value)) return value.sql;
     if (value.literal) return QuotedText(value.text);
-    return "NULLIF(jet_concat(" + AsValue(value) + ", ''), '')";
+    return "jet_text(" + AsValue(value) + ")";
 }
 
 std::string AsNumber(const Typed& value) {
     if (!IsText(value)) return AsValue(value);
+    if (IsDate(value)) return "jet_days(" + value.sql + ")";
     const std::string number = value.literal ? NumberIn(value.text) : std::string();
     return number.empty() ? "jet_number(" + value.sql + ")" : "(" + number + ")";
 }
@@ -97,6 +103,13 @@ Footing FootingOf(const Typed& left, const std::vector<const Typed*>& others, bo
 }
 
 std::string Compared(const Typed& left, const char* op, const Typed& right) {
+    if (IsDate(left) != IsDate(right) && !IsText(IsDate(left) ? right : left) && !IsNull(left) && !IsNull(right))
+        return AsNumber(left) + " " + op + " " + AsNumber(right); // days against a number of days
+    const auto unreadable = [](const Typed& each) {
+        return each.literal && each.type == ColumnType::Text && NumberIn(each.text).empty();
+    };
+    if ((left.column && !IsText(left) && unreadable(right)) || (right.column && !IsText(right) && unreadable(left)))
+        throw Error(ErrorNumber::TypeMismatch, "Type mismatch: a number is compared with a text that holds none.");
     const bool ordered = op[0] == '<' ? op[1] != '>' : op[0] == '>';
     const Footing footing = FootingOf(left, {&right}, ordered);
     return footing.shape(left) + footing.collation + " " + op + " " + footing.shape(right);

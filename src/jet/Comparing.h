@@ -23,6 +23,8 @@ struct Footing {
 [[nodiscard]] std::string AsText(const Typed& value);
 /// True for text, as far as is known; not for Null.
 [[nodiscard]] bool IsText(const Typed& value);
+/// True for a date; it is a text, and AsNumber gives the days since the end of 1899.
+[[nodiscard]] bool IsDate(const Typed& value);
 /// Joins terms so that the depth of the expression grows with the logarithm of their number only.
 [[nodiscard]] std::string Joined(const std::vector<std::string>& terms, const std::string& separator);
 

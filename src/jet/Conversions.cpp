@@ -26,8 +26,7 @@ void CSng(Call& call) {
 
 template <std::int64_t least, std::int64_t most> void CWhole(Call& call) {
     const std::int64_t number = call.whole(0);
-    if (number < least || number > most)
-        throw Error(ErrorNumber::TypeMismatch, "Overflow: the number is out of range.");
+    if (number < least || number > most) FailOverflow();
     call.give(number);
 }
 
@@ -45,7 +44,7 @@ void CBool(Call& call) {
 void CStr(Call& call) {
     if (call.isNull(0)) throw Error(ErrorNumber::TypeMismatch, "Invalid use of Null.");
     std::string room;
-    call.give(call.text(0, room));
+    call.give(call.decimalText(0, room));
 }
 
 void Str(Call& call) {
@@ -60,6 +59,12 @@ void Val(Call& call) {
     for (const char c : call.text(0, room))
         if (c != ' ' && c != '\t' && c != '\n' && c != '\r') text += c;
     std::string_view digits = text;
+    if (digits.size() > 2 && digits[0] == '&' && std::string_view("HhOo").find(digits[1]) != std::string_view::npos) {
+        std::int64_t whole = 0;
+        const bool hexadecimal = digits[1] == 'H' || digits[1] == 'h';
+        std::from_chars(digits.data() + 2, digits.data() + digits.size(), whole, hexadecimal ? 16 : 8);
+        return call.give(static_cast<double>(whole));
+    }
     if (digits.starts_with('+')) digits.remove_prefix(1);
     const std::size_t end = digits.find_first_not_of("0123456789.eE+-");
     double number = 0;
@@ -96,6 +101,8 @@ void RegisterConversions(sqlite3* database) {
         Registration{"jet_clng", Entry<CWhole<INT32_MIN, INT32_MAX>, Nulls::Pass>},
         Registration{"jet_cint", Entry<CWhole<INT16_MIN, INT16_MAX>, Nulls::Pass>},
         Registration{"jet_cbyte", Entry<CWhole<0, UINT8_MAX>, Nulls::Pass>},
+        Registration{"jet_long", Entry<CWhole<INT32_MIN, INT32_MAX>, Nulls::Spread>},
+        Registration{"jet_short", Entry<CWhole<INT16_MIN, INT16_MAX>, Nulls::Spread>},
         Registration{"jet_ccur", Entry<CCur, Nulls::Pass>},
         Registration{"jet_cbool", Entry<CBool, Nulls::Pass>},
         Registration{"jet_cstr", Entry<CStr, Nulls::Pass>},

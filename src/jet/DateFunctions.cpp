@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <ctime>
 
 namespace jet {
@@ -170,6 +171,13 @@ void DateDiff(Call& call) {
 void CDate(Call& call) {
     GiveDate(call, DateAt(call, 0));
 }
+/// A date as days since the end of 1899; a number is such days already.
+void Days(Call& call) {
+    if (!call.isText(0)) return call.giveArgument(0);
+    const double days = static_cast<double>(DateAt(call, 0)) / static_cast<double>(DaySeconds) + 25569;
+    if (days == std::floor(days)) return call.give(static_cast<std::int64_t>(days));
+    call.give(days);
+}
 void DateValue(Call& call) {
     GiveDate(call, DayNumber(DateAt(call, 0)) * DaySeconds);
 }
@@ -209,6 +217,7 @@ void RegisterDateFunctions(sqlite3* database) {
         Registration{"jet_datediff", Entry<DateDiff, Nulls::Spread>},
         Registration{"jet_cdate", Entry<CDate, Nulls::Spread>},
         Registration{"jet_cvdate", Entry<CDate, Nulls::Spread>},
+        Registration{"jet_days", Entry<Days, Nulls::Spread>},
         Registration{"jet_datevalue", Entry<DateValue, Nulls::Spread>},
         Registration{"jet_timevalue", Entry<TimeValue, Nulls::Spread>},
         Registration{"jet_isdate", Entry<IsDate, Nulls::Pass>},

@@ -93,8 +93,8 @@ std::optional<Moment> ReadDateText(std::string_view text) {
         const bool yearFirst = parts->marks.starts_with("--") || parts->marks.starts_with("//");
         const bool american = parts->marks.starts_with("//") && numbers[0] < 100;
         if (!yearFirst) return std::nullopt;
-        const auto date =
-            american ? DaysOf(numbers[2], numbers[0], numbers[1]) : DaysOf(numbers[0], numbers[1], numbers[2]);
+        auto date = american ? DaysOf(numbers[2], numbers[0], numbers[1]) : DaysOf(numbers[0], numbers[1], numbers[2]);
+        if (american && !date) date = DaysOf(numbers[2], numbers[1], numbers[0]); // 13/1: only the day can be first
         if (!date || (parts->marks.size() > 2 && parts->marks[2] != ' ')) return std::nullopt;
         days = *date;
         time = 3;
@@ -133,11 +133,29 @@ std::string_view NamedMask(std::string_view mask) {
          {"Medium Date", "dd-mmm-yy"},
          {"Short Date", "yyyy-mm-dd"},
          {"Long Time", "hh:nn:ss"},
-         {"Medium Time", "hh:nn"},
+         {"Medium Time", "hh:nn AM/PM"},
          {"Short Time", "hh:nn"}}};
     for (const auto& [name, meaning] : masks)
         if (SameName(name, mask)) return meaning;
     return mask;
+}
+
+/// The half of the day at the start of a mask: AM/PM or A/P, in the case in which it is written; its length, or 0.
+std::size_t HalfDayLength(std::string_view mask) {
+    for (const std::string_view word : {std::string_view("AM/PM"), std::string_view("A/P")})
+        if (SameName(mask.substr(0, word.size()), word)) return word.size();
+    return 0;
+}
+
+std::string HalfDay(std::string_view written, int hour) {
+    const std::size_t middle = written.find('/');
+    return std::string(hour < 12 ? written.substr(0, middle) : written.substr(middle + 1));
+}
+
+bool HasHalfDay(std::string_view mask) {
+    for (std::size_t i = 0; i < mask.size(); ++i)
+        if (HalfDayLength(mask.substr(i)) > 0) return true;
+    return false;
 }
 
 std::string Field(const Fields& at, char letter, std::size_t length, bool afterHour) {
@@ -187,6 +205,9 @@ bool IsDateMask(std::string_view mask) {
     for (std::size_t i = 0; i < mask.size(); ++i) {
         if (mask[i] == '"') {
             i = std::min(mask.find('"', i + 1), mask.size());
+        } else if (const std::size_t half = HalfDayLength(mask.substr(i)); half > 0) {
+            ++letters;
+            i += half - 1;
         } else if (mask[i] == '0' || mask[i] == '#') {
             return false;
         } else if (Letters.find(mask[i]) != std::string_view::npos) {
@@ -200,7 +221,9 @@ bool IsDateMask(std::string_view mask) {
 
 std::string FormatDate(Moment moment, std::string_view mask) {
     mask = NamedMask(mask);
-    const Fields at = FieldsOf(moment);
+    Fields at = FieldsOf(moment);
+    const int hour = at.hour;
+    if (HasHalfDay(mask)) at.hour = hour % 12 == 0 ? 12 : hour % 12;
     std::string text;
     bool afterHour = false;
     for (std::size_t i = 0; i < mask.size();) {
@@ -209,6 +232,11 @@ std::string FormatDate(Moment moment, std::string_view mask) {
             const std::size_t end = std::min(mask.find('"', i + 1), mask.size());
             text += mask.substr(i + 1, end - i - 1);
             i = end + 1;
+            continue;
+        }
+        if (const std::size_t half = HalfDayLength(mask.substr(i)); half > 0) {
+            text += HalfDay(mask.substr(i, half), hour);
+            i += half;
             continue;
         }
         if (std::string_view("ymdhnsqw").find(letter) == std::string_view::npos) {

@@ -1,11 +1,14 @@
 #include "jet/Collation.h"
 #include "jet/Comparing.h"
+#include "jet/Dates.h"
 #include "jet/Emitter.h"
 #include "jet/Error.h"
 #include "jet/Value.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
+#include <optional>
 
 namespace jet {
 
@@ -60,11 +63,15 @@ std::string Chained(const std::string& left, const Typed& leftValue, char op, co
     return left.substr(0, left.size() - 1) + sign + right + ")";
 }
 
-// SQLite joins texts and whole numbers as the dialect does; doubles it would cut to 15 digits.
+// SQLite joins texts and whole numbers as the dialect does. Two Nulls stay Null, which one operand that can't be Null
+// rules out.
 Typed Concatenated(const Typed& left, const Typed& right) {
+    const auto neverNull = [](const Typed& each) { return each.literal || each.chain == '&'; };
+    if (!neverNull(left) && !neverNull(right))
+        return JoinedText("jet_concat(" + AsValue(left) + ", " + AsValue(right) + ")", left, right);
     const auto operand = [](const Typed& each) {
-        if (each.literal) return QuotedText(each.text);
-        if (each.chain == '&') return each.sql; // never Null
+        if (each.literal) return QuotedText(IsText(each) ? each.text : DecimalText(ReadNumber(each.text).value_or(0)));
+        if (each.chain == '&') return each.sql;
         if (IsText(each) || IsWhole(each.type)) return "ifnull(" + AsValue(each) + ", '')";
         return "jet_concat(" + AsValue(each) + ", '')";
     };
@@ -106,8 +113,41 @@ std::string AsBits(const Typed& value) {
     return "CAST(" + AsNumber(value) + " AS INTEGER)";
 }
 
+/// A date plus or less a number of days is a date, and two dates are a number of days apart; nothing for all else.
+std::optional<Typed> DateArithmetic(ArithmeticOperator op, const Typed& left, const Typed& right) {
+    const bool both = IsDate(left) && IsDate(right);
+    const bool one = (IsDate(left) && !IsText(right)) || (IsDate(right) && !IsText(left));
+    if ((!both && !one) || (op != ArithmeticOperator::Add && op != ArithmeticOperator::Subtract)) return std::nullopt;
+    const std::string days =
+        "(" + AsNumber(left) + (op == ArithmeticOperator::Add ? " + " : " - ") + AsNumber(right) + ")";
+    if (both && op == ArithmeticOperator::Subtract) return Typed{days, CompareKind::Number, ColumnType::Double};
+    return Typed{"jet_cdate(" + days + ")", CompareKind::Identifier, ColumnType::DateTime};
+}
+
 ColumnType ArithmeticType(const Typed& left, const Typed& right) {
     return IsWhole(left.type) && IsWhole(right.type) ? ColumnType::Long : ColumnType::Double;
+}
+
+} // namespace
+
+namespace {
+
+/// True when the value is whole and within the range of the field for certain: a field of that type, a truth value.
+bool Fits(const Typed& value, ColumnType type) {
+    if (value.type == ColumnType::Unknown || value.type == ColumnType::YesNo) return true;
+    if (value.literal && value.type == ColumnType::Long)
+        return std::fabs(ReadNumber(value.text).value_or(HUGE_VAL)) <=
+               (type == ColumnType::Integer ? INT16_MAX : INT32_MAX);
+    return value.column &&
+           (value.type == type || value.type == ColumnType::Integer || value.type == ColumnType::Counter ||
+            (type == ColumnType::Counter && value.type == ColumnType::Long));
+}
+
+/// A constant is read here and now: a default value stands in the file, where no function of ours may.
+std::string StoredDate(const Typed& value) {
+    if (value.type == ColumnType::Unknown || IsDate(value)) return value.sql;
+    const auto moment = value.literal ? ReadDate(value.text) : std::nullopt;
+    return moment ? QuotedText(DateText(*moment)) : "jet_cdate(" + AsValue(value) + ")";
 }
 
 } // namespace
@@ -130,17 +170,17 @@ std::string AsStored(const Typed& value, ColumnType type) {
     case ColumnType::Text:
     case ColumnType::Memo:
     case ColumnType::Guid:
-    case ColumnType::DateTime:
         if (value.type == ColumnType::Unknown || IsText(value)) return value.sql;
-        if (value.literal) return QuotedText(value.text);
-        return AsText(value);
-    case ColumnType::Long:
+        if (value.literal) return QuotedText(DecimalText(ReadNumber(value.text).value_or(0)));
+        if (IsWhole(value.type)) return AsText(value);
+        return "NULLIF(jet_concat(" + AsValue(value) + ", ''), '')";
+    case ColumnType::DateTime:
+        return StoredDate(value);
     case ColumnType::Integer:
-    case ColumnType::Counter: {
-        const std::string number = AsNumber(value);
-        if (IsWhole(value.type) || value.type == ColumnType::Unknown) return number;
-        return "jet_round(" + number + ")";
-    }
+        return Fits(value, type) ? AsNumber(value) : "jet_short(" + AsNumber(value) + ")";
+    case ColumnType::Long:
+    case ColumnType::Counter:
+        return Fits(value, type) ? AsNumber(value) : "jet_long(" + AsNumber(value) + ")";
     case ColumnType::Double:
         return AsNumber(value);
     case ColumnType::Binary:
@@ -169,6 +209,7 @@ Typed Emitter::emitNode(const NullLiteral&, const Scope&, Position) {
 Typed Emitter::emitNode(const NumberLiteral& node, const Scope&, Position) {
     const bool whole = node.text.find_first_not_of("0123456789") == std::string::npos && node.text.size() < 19;
     const double number = std::strtod(node.text.c_str(), nullptr);
+    if (!std::isfinite(number)) FailOverflow();
     return {node.text, CompareKind::Number, whole ? ColumnType::Long : ColumnType::Double, false,
             true,      ShortestText(number)};
 }
@@ -202,6 +243,7 @@ Typed Emitter::emitNode(const ColumnName& node, const Scope& scope, Position at)
 Typed Emitter::emitNode(const Arithmetic& node, const Scope& scope, Position) {
     const Typed left = emit(*node.left, scope);
     const Typed right = emit(*node.right, scope);
+    if (auto moved = DateArithmetic(node.op, left, right)) return *moved;
     const auto called = [&](const char* name, ColumnType type) {
         return Typed{std::string(name) + "(" + AsNumber(left) + ", " + AsNumber(right) + ")", CompareKind::Number,
                      type};
@@ -239,9 +281,16 @@ Typed Emitter::emitNode(const Arithmetic& node, const Scope& scope, Position) {
 
 Typed Emitter::emitNode(const Negation& node, const Scope& scope, Position) {
     const Typed operand = emit(*node.operand, scope);
-    Typed negated{
-        "(-" + AsNumber(operand) + ")", CompareKind::Number, operand.type, false, operand.literal, "-" + operand.text};
+    const bool negative = operand.text.starts_with('-');
+    // With a blank, since two signs in a row begin a comment.
+    Typed negated{"(- " + AsNumber(operand) + ")",
+                  CompareKind::Number,
+                  operand.type,
+                  false,
+                  operand.literal,
+                  negative ? operand.text.substr(1) : "-" + operand.text};
     if (IsText(operand)) negated.type = ColumnType::Double;
+    if (operand.type == ColumnType::YesNo) negated.type = ColumnType::Long;
     return negated;
 }
 

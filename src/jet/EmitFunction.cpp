@@ -17,10 +17,21 @@ constexpr std::array WholeResults = {"asc",   "ascw",   "cbyte", "cint",    "cln
                                      "day",   "fix",    "hour",  "instr",   "instrrev", "int",   "len",      "minute",
                                      "month", "second", "sgn",   "strcomp", "weekday",  "year"};
 
+constexpr std::array DateResults = {"cdate",     "cvdate", "date", "dateadd",    "dateserial",
+                                    "datevalue", "now",    "time", "timeserial", "timevalue"};
+
+/// Functions that take a date for its number of days.
+constexpr std::array OfNumbers = {"abs", "avg",   "cbyte", "ccur",  "cdbl",   "cint", "clng", "csng", "fix",
+                                  "int", "round", "sgn",   "stdev", "stdevp", "sum",  "var",  "varp"};
+
+template <std::size_t count> bool IsOneOf(const std::array<const char*, count>& names, const std::string& name) {
+    return std::ranges::find(names, name) != names.end();
+}
+
 ColumnType TypeOfResult(const FunctionInfo& info, const std::vector<Typed>& arguments) {
     switch (info.result) {
     case FunctionResult::Text:
-        return ColumnType::Text;
+        return IsOneOf(DateResults, std::string(info.name)) ? ColumnType::DateTime : ColumnType::Text;
     case FunctionResult::YesNo:
         return ColumnType::YesNo;
     case FunctionResult::ArgumentKind:
@@ -76,10 +87,13 @@ long Positive(const Typed& value) {
 
 Typed Emitter::emitNode(const Call& node, const Scope& scope, Position at) {
     const FunctionInfo& info = *FindFunction(node.name);
-    if (node.star) return {"COUNT(*)" + aggregateFilter_, CompareKind::Number, ColumnType::Long};
+    if (node.star) return {Counted("*"), CompareKind::Number, ColumnType::Long};
     std::vector<Typed> arguments;
     for (const ExpressionPtr& argument : node.arguments)
         arguments.push_back(emit(*argument, scope));
+    const bool date = !arguments.empty() && IsDate(arguments[0]);
+    if (date && IsOneOf(OfNumbers, node.name))
+        arguments[0] = {AsNumber(arguments[0]), CompareKind::Number, ColumnType::Double};
     if (info.aggregate) return emitAggregate(node, std::move(arguments));
     if (node.name == "switch" && arguments.size() % 2 != 0) FailAt(at, "Switch takes pairs of a condition and a value");
     if (auto written = emitInline(node, arguments)) {
@@ -88,10 +102,20 @@ Typed Emitter::emitNode(const Call& node, const Scope& scope, Position at) {
     }
     Typed result{"jet_" + node.name + "(" + Listed(arguments) + ")", CompareKind::Number,
                  TypeOfResult(info, arguments)};
-    if (info.result == FunctionResult::Text) result.kind = CompareKind::Text;
+    if (info.result == FunctionResult::Text)
+        result.kind = result.type == ColumnType::DateTime ? CompareKind::Identifier : CompareKind::Text;
     if (info.result == FunctionResult::ArgumentKind) result.kind = arguments.front().kind;
+    if (date && (node.name == "int" || node.name == "fix"))
+        return {"jet_cdate(" + result.sql + ")", CompareKind::Identifier, ColumnType::DateTime};
     KeepPlainness(result, node.name, arguments);
     return result;
+}
+
+// A cell of a crosstab that no row belongs to is empty, not 0.
+std::string Emitter::Counted(const std::string& operand) const {
+    const std::string count = "COUNT(" + operand + ")" + aggregateFilter_;
+    if (aggregateFilter_.empty()) return count;
+    return "(CASE WHEN COUNT(*)" + aggregateFilter_ + " > 0 THEN " + count + " END)";
 }
 
 Typed Emitter::emitAggregate(const Call& node, std::vector<Typed> arguments) {
@@ -101,7 +125,9 @@ Typed Emitter::emitAggregate(const Call& node, std::vector<Typed> arguments) {
         extreme || node.name == "count" || (!IsText(argument) && (node.name == "sum" || node.name == "avg"));
     std::string operand = (node.distinct ? "DISTINCT " : "") + AsValue(argument);
     if (extreme || node.distinct) operand += Collate(argument.kind);
-    std::string sql = (native ? UpperCased(node.name) : "jet_" + node.name) + "(" + operand + ")" + aggregateFilter_;
+    std::string sql = node.name == "count" ? Counted(operand)
+                                           : (native ? UpperCased(node.name) : "jet_" + node.name) + "(" + operand +
+                                                 ")" + aggregateFilter_;
     if (extreme || node.name == "first" || node.name == "last")
         return {std::move(sql), argument.kind, argument.type == ColumnType::Counter ? ColumnType::Long : argument.type};
     const bool whole =

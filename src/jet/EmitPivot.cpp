@@ -2,6 +2,7 @@
 #include "jet/Error.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace jet {
 
@@ -18,6 +19,13 @@ bool TotalsRows(const Transform& transform) {
                [](const SelectItem& item) { return item.expression && HoldsAggregate(*item.expression); }) ||
            std::ranges::any_of(transform.query.orderBy,
                                [](const OrderItem& item) { return HoldsAggregate(*item.expression); });
+}
+
+/// A column named in the statement, of the kind of the pivot values that it is compared with.
+Value FixedValue(const std::string& column, CompareKind kind) {
+    const auto number = kind == CompareKind::Number ? ReadNumber(column) : std::nullopt;
+    if (!number) return column;
+    return *number == std::floor(*number) ? Value(ToWhole(*number)) : Value(*number);
 }
 
 } // namespace
@@ -71,7 +79,8 @@ Translation Emitter::statement(const Transform& transform) {
     aggregateFilter_.clear();
 
     PivotPlan plan;
-    plan.fixedValues = transform.columns;
+    for (const std::string& column : transform.columns)
+        plan.fixedValues.push_back(FixedValue(column, key.kind));
     if (!transform.columnsGiven)
         plan.valuesSql =
             "SELECT DISTINCT " + AsValue(key) + Collate(key.kind) + rest + " ORDER BY 1" + Collate(key.kind);

@@ -46,6 +46,16 @@ template <class Items> void NameItems(Items& items) {
     }
 }
 
+/// Of equal rows that became one, there is no single value of anything else to sort by.
+template <class Keys, class Items>
+void CheckDistinctOrder(const std::vector<OrderItem>& orderBy, const Keys& keys, const Items& items) {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const auto same = [&](const auto& item) { return item.value.sql == keys[i].value.sql; };
+        if (std::ranges::none_of(items, same))
+            FailAt(orderBy[i].expression->at, "A query of distinct rows can be sorted by its fields alone");
+    }
+}
+
 /// A field that holds what both hold.
 OutputColumn Common(const OutputColumn& a, const OutputColumn& b) {
     if (a.type == ColumnType::Unknown) return {a.name, b.type, b.kind};
@@ -203,6 +213,39 @@ std::string Emitter::topText(const Select& select, const std::string& fields, co
            ")) WHERE \"jet$rank\" <= " + limit + " ORDER BY \"jet$rank\"";
 }
 
+// In a grouped query a field stands for one value of its group only when it is grouped by, or within an aggregate.
+void Emitter::checkGroups(const Select& select, const std::vector<OrderItem>& orderBy, const Scope& scope) {
+    std::vector<std::string> terms;
+    for (const ExpressionPtr& term : select.groupBy)
+        terms.push_back(AsValue(emit(*term, scope)));
+    for (const SelectItem& item : select.items)
+        if (item.expression) checkGrouped(*item.expression, terms, scope);
+    if (select.having) checkGrouped(*select.having, terms, scope);
+    for (const OrderItem& item : orderBy)
+        checkGrouped(*item.expression, terms, scope);
+}
+
+void Emitter::checkGrouped(const Expression& expression, const std::vector<std::string>& terms, const Scope& scope) {
+    const auto* const call = std::get_if<Call>(&expression.node);
+    if (call && FindFunction(call->name)->aggregate) return;
+    if (const auto* const in = std::get_if<InQuery>(&expression.node)) return checkGrouped(*in->operand, terms, scope);
+    if (std::ranges::find(terms, AsValue(emit(expression, scope))) != terms.end()) return;
+    const auto* const column = std::get_if<ColumnName>(&expression.node);
+    if (column) {
+        const Scope::Found found = scope.lookUp(*column, expression.at);
+        const SelectItem* const item = found.source ? nullptr : scope.aliased(*column);
+        if (item) return checkGrouped(*item->expression, terms, scope);
+        if (found.level != &scope) return;
+        throw Error(ErrorNumber::OutsideGroups,
+                    "The field '" + column->name + "' is neither grouped by nor part of an aggregate (line " +
+                        std::to_string(expression.at.line) + ", column " + std::to_string(expression.at.column) + ").");
+    }
+    (void)VisitOperands(expression, [&](const Expression& operand) {
+        checkGrouped(operand, terms, scope);
+        return true;
+    });
+}
+
 Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<OrderItem>& orderBy, const Scope* outer,
                                         const std::vector<CompareKind>* unionKinds) {
     Scope scope;
@@ -224,6 +267,8 @@ Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<
     std::vector<OrderKey> keys = orderKeys(orderBy, made, scope);
     // Equal rows and groups come out of their own sorting in the order of the collation.
     if (!distinct && !HasGroups(select)) KeyValues(keys);
+    if (HasGroups(select)) checkGroups(select, orderBy, scope);
+    if (distinct) CheckDistinctOrder(orderBy, keys, made);
     if (select.top && (select.top->percent || (!keys.empty() && !SortsByCounter(select, scope, keys)))) {
         text.sql = topText(select, itemList(made, collated), tail, made, keys);
         return text;

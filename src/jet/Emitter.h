@@ -37,6 +37,7 @@ class Emitter {
     Typed emitNode(const tree::ScalarQuery& node, const Scope& scope, Position at);
     Typed emitNode(const tree::Call& node, const Scope& scope, Position at);
     Typed emitAggregate(const tree::Call& node, std::vector<Typed> arguments);
+    [[nodiscard]] std::string Counted(const std::string& operand) const;
     std::optional<Typed> emitInline(const tree::Call& node, const std::vector<Typed>& arguments);
     std::string condition(const tree::Expression& expression, const Scope& scope);
 
@@ -92,6 +93,8 @@ class Emitter {
     static bool SortsByCounter(const tree::Select& select, const Scope& scope, const std::vector<OrderKey>& keys);
     std::vector<OrderKey> orderKeys(const std::vector<tree::OrderItem>& orderBy, const std::vector<Item>& items,
                                     const Scope& scope);
+    void checkGroups(const tree::Select& select, const std::vector<tree::OrderItem>& orderBy, const Scope& scope);
+    void checkGrouped(const tree::Expression& expression, const std::vector<std::string>& terms, const Scope& scope);
     static void KeyValues(std::vector<OrderKey>& keys);
     static std::string topText(const tree::Select& select, const std::string& fields, const std::string& tail,
                                const std::vector<Item>& items, const std::vector<OrderKey>& keys);

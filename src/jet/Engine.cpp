@@ -260,7 +260,7 @@ ReadyQuery Engine::Open(std::string_view sql) {
 
 ReadyQuery Engine::OpenPivot(const Translation& translation) {
     const PivotPlan& plan = translation.pivot.front();
-    std::vector<Value> values(plan.fixedValues.begin(), plan.fixedValues.end());
+    std::vector<Value> values = plan.fixedValues;
     if (!plan.valuesSql.empty()) {
         const PreparedStatement distinct = PrepareNoting(plan.valuesSql, translation.lists);
         while (Step(database(), distinct.statement.get()))

@@ -1,6 +1,7 @@
 #include "jet/Format.h"
 
 #include "jet/Catalogue.h"
+#include "jet/Collation.h"
 #include "jet/Dates.h"
 
 #include <algorithm>
@@ -186,15 +187,37 @@ std::optional<std::string> FormatNamed(double number, std::string_view name) {
     return std::nullopt;
 }
 
+/// "0.00E+00": decimals before the E, a sign after it (with "E-" for negative powers only), places of the power.
+std::optional<std::string> FormatScientific(double number, std::string_view mask) {
+    const std::size_t power = std::min(mask.find("E+"), std::min(mask.find("E-"), mask.find("e+")));
+    if (power == std::string_view::npos || mask.find(';') != std::string_view::npos) return std::nullopt;
+    const std::string_view places = mask.substr(power + 2);
+    const std::size_t point = std::min(mask.find('.'), power);
+    const bool plain = mask.substr(0, power).find_first_not_of("0#.") == std::string_view::npos;
+    if (!plain || places.empty() || places.find_first_not_of("0#") != std::string_view::npos) return std::nullopt;
+    const std::size_t decimals = point == power ? 0 : power - point - 1;
+    std::array<char, 400> text{};
+    std::snprintf(text.data(), text.size(), "%.*E", static_cast<int>(decimals), number);
+    const std::string_view written = text.data();
+    const std::size_t at = written.find('E');
+    std::string digits(written.substr(at + 2));
+    digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size()));
+    if (digits.size() < places.size()) digits.insert(0, places.size() - digits.size(), '0');
+    const bool negative = written[at + 1] == '-';
+    const std::string sign = negative ? "-" : mask[power + 1] == '+' ? "+" : "";
+    return std::string(written.substr(0, at)) + mask[power] + sign + digits;
+}
+
 // A mask taken apart. A statement formats each of its rows by the same one, so the last is kept.
 struct Mask {
     explicit Mask(std::string_view mask)
         : text(mask), date(IsDateMask(mask)), named(mask.find_first_of("0#") == std::string_view::npos),
-          parts(Parts(mask)) {}
+          scientific(mask.find_first_of("Ee") != std::string_view::npos), parts(Parts(mask)) {}
 
     std::string text;
     bool date;
-    bool named; ///< may be a name; none has a place for a digit
+    bool named;      ///< may be a name; none has a place for a digit
+    bool scientific; ///< may write a power of ten
     std::vector<Part> parts;
 };
 
@@ -207,7 +230,7 @@ const Mask& Prepared(std::string_view mask) {
 // True when the mask writes nothing but digits and has places for all that the number has. A number that comes back
 // from at most 15 digits has those as its shortest text.
 bool KeepsNumber(double number, const Mask& mask) {
-    if (mask.date || mask.named || mask.parts.size() != 1) return false;
+    if (mask.date || mask.named || mask.scientific || mask.parts.size() != 1) return false;
     const Section& section = mask.parts.front().section;
     const auto literal = [](const Piece& piece) { return piece.kind == 'L'; };
     if (section.grouped || section.percent || section.leastWhole < 1 || section.decimals > 15) return false;
@@ -229,6 +252,8 @@ std::optional<double> FormattedNumber(const Value& value, std::string_view mask)
 
 std::string Format(const Value& value, std::string_view mask) {
     if (value.isNull()) return {};
+    if (mask == ">") return UpperCased(value.toText());
+    if (mask == "<") return LowerCased(value.toText());
     const Mask& prepared = Prepared(mask);
     if (prepared.date) {
         const auto date = ReadDate(value);
@@ -239,6 +264,8 @@ std::string Format(const Value& value, std::string_view mask) {
     if (!number || !std::isfinite(*number)) return value.toText();
     if (prepared.named)
         if (auto named = FormatNamed(*number, mask)) return *named;
+    if (prepared.scientific)
+        if (auto written = FormatScientific(*number, mask)) return *written;
     return FormatNumber(*number, prepared.parts);
 }
 

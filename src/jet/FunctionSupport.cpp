@@ -17,6 +17,11 @@ std::string_view Call::text(std::size_t i, std::string& room) const {
                             : std::string_view(start, static_cast<std::size_t>(sqlite3_value_bytes(value)));
 }
 
+std::string_view Call::decimalText(std::size_t i, std::string& room) const {
+    if (sqlite3_value_type(values_[i]) != SQLITE_FLOAT) return text(i, room);
+    return room = DecimalText(sqlite3_value_double(values_[i]));
+}
+
 double Call::number(std::size_t i) const {
     sqlite3_value* const value = values_[i];
     const int type = sqlite3_value_type(value);
@@ -37,7 +42,7 @@ Value Call::value(std::size_t i) const {
 }
 
 void Call::give(double number) {
-    if (!std::isfinite(number)) throw Error(ErrorNumber::TypeMismatch, "Overflow: the number is out of range.");
+    if (!std::isfinite(number)) FailOverflow();
     sqlite3_result_double(context_, number);
 }
 

@@ -25,6 +25,8 @@ class Call {
 
     /// The argument as text; a number in its shortest form, held in `room`. The view is good until the call ends.
     [[nodiscard]] std::string_view text(std::size_t i, std::string& room) const;
+    /// The same with a number as people read it, in 15 digits at most: what & and CStr make of it.
+    [[nodiscard]] std::string_view decimalText(std::size_t i, std::string& room) const;
     /// The argument as number. Throws TypeMismatch for Null and for text that holds none.
     [[nodiscard]] double number(std::size_t i) const;
     /// The same, rounded to a whole number half to even.

@@ -22,10 +22,15 @@ void Concat(Call& call) {
     for (std::size_t i = 0; i < call.count(); ++i) {
         if (call.isNull(i)) continue;
         std::string room;
-        result += call.text(i, room);
+        result += call.decimalText(i, room);
         any = true;
     }
     if (any) call.give(std::string_view(result));
+}
+
+void Text(Call& call) {
+    std::string room;
+    call.give(call.text(0, room));
 }
 
 void Add(Call& call) {
@@ -160,6 +165,7 @@ void Listed(Call& call) {
 void RegisterOperators(sqlite3* database) {
     static constexpr std::array functions = {
         Registration{"jet_concat", Entry<Concat, Nulls::Pass>},
+        Registration{"jet_text", Entry<Text, Nulls::Spread>},
         Registration{"jet_add", Entry<Add, Nulls::Spread>},
         Registration{"jet_divide", Entry<Divide, Nulls::Spread>},
         Registration{"jet_intdiv", Entry<IntegerDivide, Nulls::Spread>},

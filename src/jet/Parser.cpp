@@ -322,12 +322,21 @@ class StatementParser final : public ExpressionParser {
         return numbers;
     }
 
+    /// A constant, or a bare word, which stands for itself.
     std::string pivotColumn() {
-        if (current().kind != TokenKind::Text && current().kind != TokenKind::Number && !isName())
-            fail("Expected a value for a column");
-        std::string text = current().text;
-        next();
-        return text;
+        const Position at = current().at;
+        const ExpressionPtr value = expression();
+        const auto* negation = std::get_if<Negation>(&value->node);
+        const Expression& constant = negation ? *negation->operand : *value;
+        if (const auto* number = std::get_if<NumberLiteral>(&constant.node))
+            return (negation ? "-" : "") + number->text;
+        if (const auto* text = std::get_if<TextLiteral>(&constant.node); text && !negation) return text->text;
+        if (const auto* date = std::get_if<DateLiteral>(&constant.node); date && !negation) return date->text;
+        if (const auto* yes = std::get_if<BooleanLiteral>(&constant.node); yes && !negation)
+            return yes->value ? "-1" : "0";
+        if (const auto* name = std::get_if<ColumnName>(&constant.node); name && !negation && name->table.empty())
+            return name->name;
+        FailAt(at, "Expected a value for a column");
     }
 
     // --- Changes ---

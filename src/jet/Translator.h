@@ -2,6 +2,7 @@
 
 #include "jet/Catalogue.h"
 #include "jet/NumberList.h"
+#include "jet/Value.h"
 
 #include <string>
 #include <string_view>
@@ -28,8 +29,8 @@ struct PivotPlan {
     std::string head;      ///< text up to where the value columns go
     std::string column;    ///< one value column, with %VALUE% for the SQL literal and %NAME% for the quoted name
     std::string tail;      ///< the rest
-    std::vector<std::string> fixedValues; ///< PIVOT … IN (…): names given in the statement, then valuesSql is empty
-    OutputColumn valueColumn;             ///< type and kind of each value column
+    std::vector<Value> fixedValues; ///< PIVOT … IN (…): names given in the statement, then valuesSql is empty
+    OutputColumn valueColumn;       ///< type and kind of each value column
 };
 
 /// SQLite text of one statement. `statements` run in order within a savepoint; all but the last prepare the ground

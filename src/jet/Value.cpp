@@ -5,6 +5,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 
 namespace jet {
@@ -141,6 +142,14 @@ std::string ShortestText(double number) {
     for (char* c = text; c != end; ++c)
         if (*c == 'e') *c = 'E';
     return {text, end};
+}
+
+std::string DecimalText(double number) {
+    constexpr int Digits = 15;
+    if (number == 0 || !std::isfinite(number)) return ShortestText(number);
+    std::array<char, 64> text{};
+    const int length = std::snprintf(text.data(), text.size(), "%.*G", Digits, number);
+    return {text.data(), static_cast<std::size_t>(length)};
 }
 
 } // namespace jet

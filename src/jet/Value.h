@@ -47,5 +47,7 @@ class Value {
 
 /// Shortest decimal text that reads back as the same double, without exponent for 1e-15 <= |x| < 1e15.
 [[nodiscard]] std::string ShortestText(double number);
+/// A double as people read it: 15 digits at most, 1E-05 below 0.0001 and 1E+15 from there on.
+[[nodiscard]] std::string DecimalText(double number);
 
 } // namespace jet

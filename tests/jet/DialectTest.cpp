@@ -9,10 +9,11 @@ namespace jet::test {
 namespace {
 
 const std::map<ErrorNumber, std::string> ErrorNames = {
-    {ErrorNumber::NoSuchTable, "NoSuchTable"},          {ErrorNumber::SyntaxError, "SyntaxError"},
-    {ErrorNumber::NoSuchColumn, "NoSuchColumn"},        {ErrorNumber::TypeMismatch, "TypeMismatch"},
-    {ErrorNumber::DivisionByZero, "DivisionByZero"},    {ErrorNumber::AlreadyExists, "AlreadyExists"},
-    {ErrorNumber::ConstraintFailed, "ConstraintFailed"}};
+    {ErrorNumber::NoSuchTable, "NoSuchTable"},           {ErrorNumber::SyntaxError, "SyntaxError"},
+    {ErrorNumber::NoSuchColumn, "NoSuchColumn"},         {ErrorNumber::TypeMismatch, "TypeMismatch"},
+    {ErrorNumber::DivisionByZero, "DivisionByZero"},     {ErrorNumber::AlreadyExists, "AlreadyExists"},
+    {ErrorNumber::ConstraintFailed, "ConstraintFailed"}, {ErrorNumber::OutsideGroups, "OutsideGroups"},
+    {ErrorNumber::OutsideGroups, "OutsideGroups"}};
 
 std::string ResultOf(Connection& connection, const std::string& sql) {
     try {
