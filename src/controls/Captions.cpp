@@ -68,6 +68,12 @@ QString InReadingOrder(const QString& text) {
     return LanguageIsRightToLeft() ? QChar(kRightToLeftMark) + text : text;
 }
 
+QString InOnePiece(const QString& text) {
+    constexpr char16_t kLeftToRightIsolate = 0x2066;
+    constexpr char16_t kEndOfIsolate = 0x2069;
+    return LanguageIsRightToLeft() ? QChar(kLeftToRightIsolate) + text + QChar(kEndOfIsolate) : text;
+}
+
 Qt::Alignment ReadingSide() {
     return (LanguageIsRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter;
 }

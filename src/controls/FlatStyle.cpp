@@ -2,11 +2,15 @@
 
 #include "controls/Theme.h"
 
+#include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QListView>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleFactory>
 #include <QStyleOption>
+
+#include <algorithm>
 
 namespace tessaro {
 
@@ -33,7 +37,24 @@ QColor LineColor(const QStyleOption& option) {
     return focus ? theme::Accent() : option.palette.color(QPalette::Mid);
 }
 
+/// The button that Return presses wears the accent.
+bool IsDefault(const QStyleOption& option) {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    return button && (button->features & QStyleOptionButton::DefaultButton) && Has(option, QStyle::State_Enabled);
+}
+
+void DrawDefaultButton(const QStyleOption& option, QPainter& painter) {
+    const bool pressed = Has(option, QStyle::State_Sunken) || Has(option, QStyle::State_On);
+    QColor fill = option.palette.color(QPalette::Active, QPalette::Highlight);
+    if (pressed) fill = fill.darker(115);
+    if (!pressed && Has(option, QStyle::State_MouseOver)) fill = fill.lighter(112);
+    const bool focus = Has(option, QStyle::State_HasFocus);
+    if (focus) DrawPlace(painter, option.rect, option.palette.color(QPalette::Window), theme::Accent());
+    DrawPlace(painter, focus ? option.rect.adjusted(2, 2, -2, -2) : option.rect, fill, {});
+}
+
 void DrawPushButton(const QStyleOption& option, QPainter& painter) {
+    if (IsDefault(option)) return DrawDefaultButton(option, painter);
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
     const bool enabled = Has(option, QStyle::State_Enabled);
     const bool pressed = Has(option, QStyle::State_Sunken) || Has(option, QStyle::State_On);
@@ -61,6 +82,52 @@ void DrawToolButton(const QStyleOption& option, QPainter& painter) {
     DrawPlace(painter, option.rect, fill, focus ? theme::Accent() : on ? theme::HairLine() : QColor());
 }
 
+/// A line that stands out from fields and surfaces, on which a box without a mark has to be seen.
+QColor BoxLine(const QStyleOption& option) {
+    if (!Has(option, QStyle::State_Enabled)) return option.palette.color(QPalette::Mid);
+    return Has(option, QStyle::State_MouseOver) ? theme::Accent() : theme::MutedText();
+}
+
+/// The box of a check or, when `round`, of one choice of several.
+void DrawBox(const QStyleOption& option, QPainter& painter, bool round) {
+    const bool enabled = Has(option, QStyle::State_Enabled);
+    const bool on = Has(option, QStyle::State_On) || Has(option, QStyle::State_NoChange);
+    const QColor ground = option.palette.color(enabled ? QPalette::Base : QPalette::Window);
+    const QColor fill = !on ? ground : enabled ? theme::Accent() : option.palette.color(QPalette::Mid);
+    const int side = qMin(option.rect.width(), option.rect.height());
+    QRectF box(0, 0, side - 1, side - 1);
+    box.moveCenter(QRectF(option.rect).center());
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(on ? fill : BoxLine(option), 1));
+    painter.setBrush(fill);
+    const qreal radius = round ? side / 2.0 : Radius / 2;
+    painter.drawRoundedRect(box, radius, radius);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ground);
+    const QPen mark(ground, side / 7.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    if (on && round) {
+        painter.drawEllipse(box.center(), side / 5.0, side / 5.0);
+    } else if (Has(option, QStyle::State_NoChange)) {
+        painter.setPen(mark);
+        painter.drawLine(box.center() - QPointF(side / 4.0, 0), box.center() + QPointF(side / 4.0, 0));
+    } else if (on) {
+        painter.setPen(mark);
+        const QPointF at(box.left(), box.top());
+        painter.drawPolyline(QPolygonF({at + QPointF(side * 0.22, side * 0.48), at + QPointF(side * 0.41, side * 0.67),
+                                        at + QPointF(side * 0.72, side * 0.29)}));
+    }
+    painter.restore();
+}
+
+/// The ring around what the keyboard acts on. Chosen rows of a list show it by their colour already.
+void DrawFocus(const QStyleOption& option, QPainter& painter) {
+    if (Has(option, QStyle::State_Selected) || !Has(option, QStyle::State_Enabled)) return;
+    QColor line = theme::Accent();
+    line.setAlphaF(0.6F);
+    DrawPlace(painter, option.rect, Qt::transparent, line);
+}
+
 void DrawFrame(const QStyleOption& option, QPainter& painter) {
     painter.save();
     painter.setPen(LineColor(option));
@@ -82,14 +149,15 @@ void DrawHead(const QStyleOption& option, QPainter& painter) {
     painter.restore();
 }
 
-void DrawChevron(QPainter& painter, const QRect& rect, const QColor& color) {
+void DrawChevron(QPainter& painter, const QRect& rect, const QColor& color, bool up = false) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     const QPointF middle = QRectF(rect).center();
-    QPainterPath path(middle + QPointF(-3.5, -1.75));
-    path.lineTo(middle + QPointF(0, 1.75));
-    path.lineTo(middle + QPointF(3.5, -1.75));
+    const qreal down = up ? -1.75 : 1.75;
+    QPainterPath path(middle + QPointF(-3.5, -down));
+    path.lineTo(middle + QPointF(0, down));
+    path.lineTo(middle + QPointF(3.5, -down));
     painter.drawPath(path);
     painter.restore();
 }
@@ -191,6 +259,31 @@ void DrawComboBox(const QProxyStyle& style, const QStyleOptionComboBox& option, 
                 option.palette.color(enabled ? QPalette::Normal : QPalette::Disabled, QPalette::ButtonText));
 }
 
+void DrawSpinBox(const QProxyStyle& style, const QStyleOptionSpinBox& option, QPainter& painter,
+                 const QWidget* widget) {
+    const bool enabled = Has(option, QStyle::State_Enabled);
+    DrawPlace(painter, option.rect, option.palette.color(enabled ? QPalette::Base : QPalette::Window),
+              LineColor(option));
+    const auto arrow = [&](QStyle::SubControl part, QAbstractSpinBox::StepEnabledFlag step) {
+        const QRect place = style.subControlRect(QStyle::CC_SpinBox, &option, part, widget);
+        const bool can = enabled && option.stepEnabled.testFlag(step);
+        if (can && option.activeSubControls.testFlag(part))
+            DrawPlace(painter, place.adjusted(1, 1, -1, -1), theme::HoverSurface(), {});
+        DrawChevron(painter, place,
+                    option.palette.color(can ? QPalette::Normal : QPalette::Disabled, QPalette::ButtonText),
+                    part == QStyle::SC_SpinBoxUp);
+    };
+    arrow(QStyle::SC_SpinBoxUp, QAbstractSpinBox::StepUpEnabled);
+    arrow(QStyle::SC_SpinBoxDown, QAbstractSpinBox::StepDownEnabled);
+}
+
+/// A text of the other direction among cells from right to left: its cut end has its dots where its reading ends.
+QString KeptInDirection(const QStyleOptionViewItem& item) {
+    if (item.direction != Qt::RightToLeft || item.text.isEmpty() || item.text.isRightToLeft()) return item.text;
+    const bool hasLetters = std::any_of(item.text.cbegin(), item.text.cend(), [](QChar c) { return c.isLetter(); });
+    return hasLetters ? QChar(0x2066) + item.text : item.text; // left-to-right isolate
+}
+
 } // namespace
 
 FlatStyle::FlatStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -203,14 +296,24 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_PanelButtonTool:
         return DrawToolButton(*option, *painter);
     case PE_PanelLineEdit:
-        // The edit field of a combo box has no frame of its own.
-        if (qobject_cast<const QComboBox*>(widget ? widget->parentWidget() : nullptr)) return;
+        // The edit field of a combo box or a spin box has no frame of its own.
+        if (const QWidget* parent = widget ? widget->parentWidget() : nullptr;
+            qobject_cast<const QComboBox*>(parent) || qobject_cast<const QAbstractSpinBox*>(parent))
+            return;
         return DrawPlace(*painter, option->rect,
                          option->palette.color(Has(*option, State_Enabled) ? QPalette::Base : QPalette::Window),
                          LineColor(*option));
     case PE_IndicatorBranch:
         return DrawBranch(*option, *painter);
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorItemViewItemCheck:
+        return DrawBox(*option, *painter, false);
+    case PE_IndicatorRadioButton:
+        return DrawBox(*option, *painter, true);
+    case PE_FrameFocusRect:
+        return DrawFocus(*option, *painter);
     case PE_Frame:
+    case PE_FrameTabWidget:
         return DrawFrame(*option, *painter);
     case PE_FrameTabBarBase:
     case PE_FrameStatusBarItem:
@@ -231,9 +334,23 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     case CE_TabBarTabShape:
         return DrawTab(*option, *painter);
     case CE_PushButtonLabel:
-        if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
-            button && !button->icon.isNull() && !button->text.isEmpty())
-            return DrawButtonLabel(*this, *button, *painter, widget);
+        if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option); button) {
+            QStyleOptionButton shown(*button);
+            if (IsDefault(shown))
+                shown.palette.setColor(QPalette::ButtonText, shown.palette.color(QPalette::HighlightedText));
+            if (!shown.icon.isNull() && !shown.text.isEmpty()) return DrawButtonLabel(*this, shown, *painter, widget);
+            return QProxyStyle::drawControl(element, &shown, painter, widget);
+        }
+        return QProxyStyle::drawControl(element, option, painter, widget);
+    case CE_ItemViewItem:
+        if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
+            QStyleOptionViewItem kept(*item);
+            kept.text = KeptInDirection(kept);
+            // Among pictures the whole cell is marked, not its text alone.
+            if (const auto* list = qobject_cast<const QListView*>(widget))
+                kept.showDecorationSelected |= list->viewMode() == QListView::IconMode;
+            return QProxyStyle::drawControl(element, &kept, painter, widget);
+        }
         return QProxyStyle::drawControl(element, option, painter, widget);
     case CE_MenuBarItem:
         return DrawMenuBarItem(*this, *option, *painter, widget);
@@ -256,7 +373,7 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
                 inset = *newer;
             else
                 static_cast<QStyleOptionHeader&>(inset) = *head;
-            inset.rect.adjust(theme::Grid / 4, 0, -theme::Grid / 4, 0);
+            inset.rect.adjust(theme::Grid / 2, 0, -theme::Grid / 2, 0);
             return QProxyStyle::drawControl(element, &inset, painter, widget);
         }
         return QProxyStyle::drawControl(element, option, painter, widget);
@@ -279,6 +396,9 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     if (control == CC_ComboBox)
         if (const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option); box && box->frame)
             return DrawComboBox(*this, *box, *painter, widget);
+    if (control == CC_SpinBox)
+        if (const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(option))
+            return DrawSpinBox(*this, *box, *painter, widget);
     QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
@@ -290,6 +410,21 @@ QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComple
         rect.adjust(option->direction == Qt::LeftToRight ? theme::Grid / 2 : 0, 0,
                     option->direction == Qt::RightToLeft ? -theme::Grid / 2 : 0, 0);
     return rect;
+}
+
+QRect FlatStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+    QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    const auto* field = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    // As far from the frame as the text of a button is.
+    if (element == SE_LineEditContents && field && field->lineWidth > 0)
+        rect.adjust(theme::Grid / 2, 0, -theme::Grid / 2, 0);
+    return rect;
+}
+
+QIcon FlatStyle::standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const {
+    if (picture == SP_LineEditClearButton)
+        if (const QIcon clear = theme::Icon(QStringLiteral("clear.png")); !clear.isNull()) return clear;
+    return QProxyStyle::standardIcon(picture, option, widget);
 }
 
 QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
@@ -309,6 +444,13 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ButtonIconSize:
     case PM_ListViewIconSize:
         return theme::IconSize;
+    case PM_FocusFrameHMargin: // beside the texts of cells
+        return theme::Grid / 2;
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+        return 2 * theme::Grid;
     case PM_MenuBarPanelWidth:
     case PM_TabBarBaseHeight:
     case PM_TabBarBaseOverlap:

@@ -19,6 +19,10 @@ class FlatStyle final : public QProxyStyle {
                             const QWidget* widget) const override;
     [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                        const QWidget* widget) const override;
+    [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption* option,
+                                       const QWidget* widget) const override;
+    [[nodiscard]] QIcon standardIcon(StandardPixmap picture, const QStyleOption* option,
+                                     const QWidget* widget) const override;
     [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                          const QWidget* widget) const override;
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;

@@ -1,5 +1,6 @@
 #include "controls/KeyedList.h"
 
+#include "controls/EmptyHint.h"
 #include "controls/SharedWidths.h"
 #include "controls/Theme.h"
 
@@ -253,14 +254,6 @@ void KeyedList::currentChanged(const QModelIndex& current, const QModelIndex& pr
 void KeyedList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
     QTreeView::selectionChanged(selected, deselected);
     Q_EMIT HighlightChanged();
-}
-
-void PaintEmptyHint(QWidget* viewport, const QString& hint) {
-    if (hint.isEmpty()) return;
-    QPainter painter(viewport);
-    painter.setPen(theme::MutedText());
-    const QRect place = viewport->rect().adjusted(2 * theme::Grid, theme::Grid, -2 * theme::Grid, -theme::Grid);
-    painter.drawText(place, static_cast<int>(Qt::AlignCenter) | static_cast<int>(Qt::TextWordWrap), hint);
 }
 
 } // namespace tessaro

@@ -80,7 +80,4 @@ class KeyedList final : public QTreeView {
     QList<double> weights_;
 };
 
-/// Paints a muted, wrapped text into the middle of an empty view.
-void PaintEmptyHint(QWidget* viewport, const QString& hint);
-
 } // namespace tessaro

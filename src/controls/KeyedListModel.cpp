@@ -1,6 +1,7 @@
 #include "controls/KeyedListModel.h"
 
-#include <QLocale>
+#include "platform/NaturalOrder.h"
+
 #include <QMimeData>
 
 #include <algorithm>
@@ -19,17 +20,9 @@ const QString& CellOf(const KeyedItem& item, int column) {
     return column < item.cells.size() ? item.cells[column] : none;
 }
 
-/// The user's rules of order; the "C" locale, which compares code points, gives way to rules that people expect.
-QLocale LocaleForOrder() {
-    return QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale();
-}
-
 } // namespace
 
-KeyedListModel::KeyedListModel(QObject* parent) : QAbstractTableModel(parent), collator_(LocaleForOrder()) {
-    collator_.setCaseSensitivity(Qt::CaseInsensitive);
-    collator_.setNumericMode(true);
-}
+KeyedListModel::KeyedListModel(QObject* parent) : QAbstractTableModel(parent), collator_(NaturalOrder()) {}
 
 std::vector<KeyedItem> KeyedListModel::ShownItems() const {
     if (!IsFiltered()) return items_;

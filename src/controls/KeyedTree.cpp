@@ -1,6 +1,6 @@
 #include "controls/KeyedTree.h"
 
-#include "controls/KeyedList.h"
+#include "controls/EmptyHint.h"
 
 #include <QApplication>
 #include <QClipboard>

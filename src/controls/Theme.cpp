@@ -96,6 +96,12 @@ QColor Accent() {
     return Readable(SettingOr("APP SEL BG COLOR", QColor(23, 105, 128)), dark);
 }
 
+QColor TextColor(const QColor& wished) {
+    constexpr int ReadableLightness = 160;
+    if (!dark || !wished.isValid() || wished.lightness() >= ReadableLightness) return wished;
+    return QColor::fromHsl(wished.hslHue(), wished.hslSaturation(), ReadableLightness);
+}
+
 QColor MutedText() {
     return QColor(QLatin1String(dark ? "#9aa7b1" : "#5c6a76"));
 }

@@ -17,9 +17,10 @@ void Apply(QApplication& application);
 [[nodiscard]] bool IsDark();
 [[nodiscard]] QColor Accent(); ///< from APP SEL BG COLOR, made readable on the palette
 [[nodiscard]] QColor MutedText();
-[[nodiscard]] QColor HairLine();      ///< separators
-[[nodiscard]] QColor SurfaceRaised(); ///< strips and headers
-[[nodiscard]] QColor HoverSurface();  ///< what lies under the mouse, from APP MOUSE MOVE BG COLOR
+[[nodiscard]] QColor TextColor(const QColor& wished); ///< a colour of the user's for texts, lighter on a dark ground
+[[nodiscard]] QColor HairLine();                      ///< separators
+[[nodiscard]] QColor SurfaceRaised();                 ///< strips and headers
+[[nodiscard]] QColor HoverSurface();                  ///< what lies under the mouse, from APP MOUSE MOVE BG COLOR
 
 /// A picture of the common graphics folder as an icon (vector where there is one), tinted for the palette. Missing:
 /// null icon.

@@ -67,7 +67,7 @@ void ActionPanel::Fill() {
     else
         for (const Entry& entry : kPresentations)
             add(entry, TheFrame().OffersPresentation(QLatin1Char(entry.key[0])));
-    list_->setCurrentRow(current);
+    if (list_->item(current)->flags().testFlag(Qt::ItemIsEnabled)) list_->setCurrentRow(current);
 }
 
 void ActionPanel::Choose() {

@@ -69,7 +69,7 @@ SortPanel::SortPanel(QWidget* parent) : DataPanel(parent), lists_(new SelectionL
 
 void SortPanel::MakeButtons() {
     auto* row = new QHBoxLayout;
-    row->setContentsMargins(theme::Grid, theme::Grid, theme::Grid, theme::Grid);
+    row->setContentsMargins(2 * theme::Grid, theme::Grid, 2 * theme::Grid, 2 * theme::Grid);
     row->setSpacing(theme::Grid);
     row->addStretch();
     for (const ButtonText& text : kButtons) {

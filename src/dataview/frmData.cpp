@@ -34,21 +34,22 @@ namespace tessaro {
 
 namespace {
 
-/// An option of the strip: its key in the settings, which say whether it is offered, and its caption.
+/// An option of the strip: its key in the settings, which say whether it is offered, its caption and its picture.
 struct DataOption {
     const char* setting;
     const char* captionKey;
+    const char* picture;
 };
 
 constexpr std::array<DataOption, 8> kDataOptions = {{
-    {"DATA_VIEW", "TS_OptionView"},
-    {"DATA_STATS", "TS_OptionStatistics"},
-    {"DATA_SOURCES", "TS_OptionSources"},
-    {"DATA_UNITS", "TS_OptionUnits"},
-    {"DATA_SUBPOPS", "TS_OptionSubpops"},
-    {"DATA_SORT", "TS_OptionSort"},
-    {"DATA_CALC", "TS_OptionCalculate"},
-    {"DATA_PRESENT", "TS_OptionPresent"},
+    {"DATA_VIEW", "TS_OptionView", "table.png"},
+    {"DATA_STATS", "TS_OptionStatistics", "statistics.png"},
+    {"DATA_SOURCES", "TS_OptionSources", "source.png"},
+    {"DATA_UNITS", "TS_OptionUnits", "unit.png"},
+    {"DATA_SUBPOPS", "TS_OptionSubpops", "subpop.png"},
+    {"DATA_SORT", "TS_OptionSort", "sort_asc.png"},
+    {"DATA_CALC", "TS_OptionCalculate", "calc.gif"},
+    {"DATA_PRESENT", "TS_OptionPresent", "present.png"},
 }};
 
 /// How much a visible column counts when not all of them find room. Periods, identifiers and values are never cut.
@@ -119,7 +120,9 @@ void frmData::MakeOptionStrip() {
         button->setObjectName(QLatin1String(option.setting));
         button->setCheckable(true);
         button->setAutoRaise(true);
-        button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        button->setIcon(theme::Icon(QLatin1String(option.picture)));
+        button->setIconSize({theme::IconSize, theme::IconSize});
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         button->setVisible(place == 0 || SettingOption(QLatin1String(option.setting)).offered);
         options_.addButton(button, static_cast<int>(place));
@@ -281,6 +284,8 @@ void frmData::SetFormCaptions() {
     ShowFilterState();
     SetToolTip(ui_->chkFilters, QStringLiteral("TS_FiltersTip"));
     SetCaption(ui_->cmdFilters, QStringLiteral("TS_FiltersButton"));
+    // So that what lies below stays where it is on panels without the button.
+    ui_->lblDataOptions->setMinimumHeight(ui_->cmdFilters->sizeHint().height());
     for (TakeOutPanel* panel : takeOutPanels_)
         panel->SetFormCaptions();
     sortPanel_->SetFormCaptions();

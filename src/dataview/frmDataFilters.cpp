@@ -37,7 +37,7 @@ QString Shown(qint64 number) {
 }
 
 QString ShownValue(double value) {
-    return QLocale::system().toString(value, 'g', QLocale::FloatingPointShortest);
+    return InOnePiece(QLocale::system().toString(value, 'g', QLocale::FloatingPointShortest));
 }
 
 } // namespace

@@ -64,10 +64,6 @@ void frmData::MakePanels() {
     connect(presentPanel_, &ActionPanel::Chosen, this, &frmData::picPresentationOptions_Click);
     ui_->picPanels->addWidget(calculatePanel_);
     ui_->picPanels->addWidget(presentPanel_);
-    // The head keeps its height on panels that aren't filtered.
-    QSizePolicy room = ui_->cmdFilters->sizePolicy();
-    room.setRetainSizeWhenHidden(true);
-    ui_->cmdFilters->setSizePolicy(room);
     connect(ui_->chkFilters, &QCheckBox::clicked, this, &frmData::chkFilters_Click);
     connect(ui_->cmdFilters, &QPushButton::clicked, this, &frmData::cmdFilters_Click);
 }
@@ -173,8 +169,8 @@ void frmData::ShowFilterState() {
     if (filters_.MostRecentOn) on << PlainText(QStringLiteral("TS_OptionRecent"));
     if (filters_.ValueRangeOn)
         on << PlainText(QStringLiteral("TS_ValuesFromTo"))
-                  .replace(QLatin1String("%1"), locale.toString(filters_.DataValueFrom, 'g', 10))
-                  .replace(QLatin1String("%2"), locale.toString(filters_.DataValueTo, 'g', 10));
+                  .replace(QLatin1String("%1"), InOnePiece(locale.toString(filters_.DataValueFrom, 'g', 10)))
+                  .replace(QLatin1String("%2"), InOnePiece(locale.toString(filters_.DataValueTo, 'g', 10)));
     if (filters_.MissingDataOn) on << PlainText(QStringLiteral("TS_WithMissing"));
     const QString text = on.isEmpty() ? PlainText(QStringLiteral("TS_OptionRecent")) : on.join(QStringLiteral(" · "));
     ui_->chkFilters->setText(text);

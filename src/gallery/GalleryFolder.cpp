@@ -1,5 +1,6 @@
 #include "gallery/GalleryFolder.h"
 
+#include "platform/NaturalOrder.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/FileNames.h"
@@ -84,8 +85,7 @@ std::vector<GalleryEntry> EntriesOf(const QString& folder) {
     }
     const KindWords words = WordsOfLanguage();
     const QFileInfoList found =
-        directory.entryInfoList(QDir::AllDirs | QDir::Files | QDir::NoDotAndDotDot,
-                                QDir::DirsFirst | QDir::Name | QDir::IgnoreCase | QDir::LocaleAware);
+        directory.entryInfoList(QDir::AllDirs | QDir::Files | QDir::NoDotAndDotDot, QDir::Unsorted);
     std::vector<GalleryEntry> entries;
     entries.reserve(static_cast<std::size_t>(found.size()));
     for (const QFileInfo& info : found) {
@@ -96,6 +96,10 @@ std::vector<GalleryEntry> EntriesOf(const QString& folder) {
             entries.push_back({QLatin1Char('X') + info.completeBaseName(), WithoutExtension(name), name,
                                KindBy(words, FixedWords(), name), info.size(), info.lastModified()});
     }
+    const QCollator order = NaturalOrder();
+    std::stable_sort(entries.begin(), entries.end(), [&](const GalleryEntry& a, const GalleryEntry& b) {
+        return a.IsFolder() != b.IsFolder() ? a.IsFolder() : order.compare(a.file, b.file) < 0;
+    });
     return entries;
 }
 

@@ -1,6 +1,6 @@
 #include "gallery/PresentationList.h"
 
-#include "controls/KeyedList.h"
+#include "controls/EmptyHint.h"
 #include "controls/Theme.h"
 #include "gallery/GalleryModel.h"
 

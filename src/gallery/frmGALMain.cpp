@@ -135,10 +135,10 @@ void frmGALMain::Find() {
 }
 
 void frmGALMain::ShowCaption() {
-    const QString name = currentPresentation_.isEmpty() ? QString() : currentPresentation_.section(u'.', 0, -2);
-    const QString caption = name.isEmpty()
-                                ? PlainText(QStringLiteral("Present"))
-                                : PlainText(QStringLiteral("TS_GalleryCaption")).replace(QStringLiteral("%1"), name);
+    const QString caption =
+        currentPresentation_.isEmpty()
+            ? PlainText(QStringLiteral("Present"))
+            : PlainText(QStringLiteral("TS_GalleryCaption")).replace(QStringLiteral("%1"), currentPresentation_);
     setWindowTitle(caption);
     ui_->lblCaption->setText(caption);
 }

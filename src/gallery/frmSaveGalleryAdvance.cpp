@@ -1,6 +1,7 @@
 #include "gallery/frmSaveGalleryAdvance.h"
 
 #include "controls/Captions.h"
+#include "controls/EmptyHint.h"
 #include "controls/FileDialogs.h"
 #include "gallery/GalleryFolder.h"
 #include "platform/Files.h"
@@ -50,6 +51,7 @@ void frmSaveGalleryAdvance::SetFormCaptions() {
     SetCaption(ui_->CmdNext, QStringLiteral("COMM_NEXT"));
     SetCaption(ui_->CmdFinish, QStringLiteral("Comm_Save"));
     SetCaption(ui_->CmdCancel, QStringLiteral("CANCEL BUTTON"));
+    ShowWhenEmpty(ui_->lstPresentations, PlainText(QStringLiteral("TS_GalleryEmpty")));
     ui_->lblPresentationName->setBuddy(ui_->txtPresentationName);
     ui_->txtPresentationName->setAccessibleName(PlainText(QStringLiteral("GALLERY PPT Name")));
     ui_->txtGallLocation->setAccessibleName(PlainText(QStringLiteral("GALLERY Location")));

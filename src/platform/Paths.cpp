@@ -1,5 +1,7 @@
 #include "platform/Paths.h"
 
+#include "platform/NaturalOrder.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -89,7 +91,7 @@ bool FolderExists(const QString& path) {
 
 QStringList FilesOf(const QString& folder) {
     if (folder.isEmpty()) return {};
-    return QDir(FindPath(folder)).entryList(QDir::Files | QDir::Hidden, QDir::Name | QDir::IgnoreCase);
+    return InNaturalOrder(QDir(FindPath(folder)).entryList(QDir::Files | QDir::Hidden, QDir::Unsorted));
 }
 
 bool SamePath(const QString& a, const QString& b) {

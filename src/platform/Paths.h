@@ -13,7 +13,7 @@ namespace tessaro {
 [[nodiscard]] QString FindPath(const QString& path);
 [[nodiscard]] bool FileExists(const QString& path);
 [[nodiscard]] bool FolderExists(const QString& path);
-/// Names of the files (not folders) of a folder, sorted; empty when it can't be read.
+/// Names of the files (not folders) of a folder, in natural order; empty when it can't be read.
 [[nodiscard]] QStringList FilesOf(const QString& folder);
 /// True when both texts name one path, ignoring case and the kind of separator.
 [[nodiscard]] bool SamePath(const QString& a, const QString& b);

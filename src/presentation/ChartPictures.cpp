@@ -81,15 +81,23 @@ void DrawAxes(QPainter& painter, const QRectF& area, const QColor& color) {
 
 } // namespace
 
-QIcon ChartPicture(office::ChartKind kind, const QPalette& palette, QSize size, qreal ratio) {
+namespace {
+
+/// The colours of a picture: of most of it, of the part that stands out, and of the axes.
+struct Inks {
+    QColor ink;
+    QColor accent;
+    QColor axes;
+};
+
+QPixmap Drawn(office::ChartKind kind, const Inks& inks, QSize size, qreal ratio) {
+    const auto& [ink, accent, axes] = inks;
     QPixmap picture(size * ratio);
     picture.setDevicePixelRatio(ratio);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF area = QRectF(QPointF(), QSizeF(size)).adjusted(6, 6, -6, -6);
-    const QColor ink = theme::MutedText();
-    const QColor accent = theme::Accent();
+    const QRectF area = QRectF(QPointF(), QSizeF(size)).adjusted(6, 10, -6, -2);
     using office::ChartKind;
     switch (kind) {
     case ChartKind::Column:
@@ -111,10 +119,18 @@ QIcon ChartPicture(office::ChartKind kind, const QPalette& palette, QSize size, 
         DrawScatter(painter, area, ink, accent);
         break;
     }
-    if (kind != ChartKind::Pie) DrawAxes(painter, area, palette.color(QPalette::WindowText));
-    painter.end();
-    QIcon icon(picture);
-    icon.addPixmap(picture, QIcon::Selected);
+    if (kind != ChartKind::Pie) DrawAxes(painter, area, axes);
+    return picture;
+}
+
+} // namespace
+
+QIcon ChartPicture(office::ChartKind kind, const QPalette& palette, QSize size, qreal ratio) {
+    const QColor chosen = palette.color(QPalette::HighlightedText);
+    QColor pale = chosen;
+    pale.setAlphaF(0.55F);
+    QIcon icon(Drawn(kind, {theme::MutedText(), theme::Accent(), palette.color(QPalette::WindowText)}, size, ratio));
+    icon.addPixmap(Drawn(kind, {pale, chosen, chosen}, size, ratio), QIcon::Selected);
     return icon;
 }
 

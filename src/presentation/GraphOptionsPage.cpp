@@ -17,7 +17,7 @@ constexpr struct {
 } kKinds[] = {{ChartKind::Column, "TS_ChartColumn"}, {ChartKind::Bar, "TS_ChartBar"},
               {ChartKind::Line, "TS_ChartLine"},     {ChartKind::Pie, "TS_ChartPie"},
               {ChartKind::Area, "TS_ChartArea"},     {ChartKind::Scatter, "TS_ChartScatter"}};
-constexpr QSize kPicture(96, 64);
+constexpr QSize kPicture(96, 68);
 constexpr QSize kCell(128, 104);
 
 } // namespace

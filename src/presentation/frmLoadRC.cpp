@@ -1,6 +1,8 @@
 #include "presentation/frmLoadRC.h"
 
 #include "controls/Captions.h"
+#include "controls/EmptyHint.h"
+#include "platform/NaturalOrder.h"
 #include "session/Strings.h"
 #include "ui_frmLoadRC.h"
 
@@ -31,6 +33,7 @@ frmLoadRC::frmLoadRC(WizardKind kind, QWidget* parent)
     ui_->DriveSource->setAccessibleName(PlainText(QStringLiteral("TS_Drive")));
     ui_->DirSourceDir->setAccessibleName(PlainText(QStringLiteral("TS_Folder")));
     ui_->FileSourcePath->setAccessibleName(PlainText(QStringLiteral("TS_File")));
+    ShowWhenEmpty(ui_->FileSourcePath, PlainText(QStringLiteral("TS_NoLayouts")));
     connect(ui_->DirSourceDir, &QListView::activated, this, &frmLoadRC::EnterFolder);
     connect(ui_->FileSourcePath, &QListView::activated, this, &frmLoadRC::cmdOK_Click);
     connect(ui_->cmdOK, &QPushButton::clicked, this, &frmLoadRC::cmdOK_Click);
@@ -60,10 +63,10 @@ void frmLoadRC::FillDrives() {
 void frmLoadRC::ShowFolder(const QString& folder) {
     folder_ = QDir::cleanPath(folder);
     const QDir dir(folder_);
-    QStringList folders = dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Readable, QDir::Name);
+    QStringList folders = InNaturalOrder(dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Readable));
     if (!dir.isRoot()) folders.prepend(kParent);
     folders_.setStringList(folders);
-    files_.setStringList(dir.entryList({QLatin1Char('*') + LayoutExtension(kind_)}, QDir::Files, QDir::Name));
+    files_.setStringList(InNaturalOrder(dir.entryList({QLatin1Char('*') + LayoutExtension(kind_)}, QDir::Files)));
     ui_->lblFolder->setText(QDir::toNativeSeparators(folder_));
     ui_->lblFolder->setToolTip(ui_->lblFolder->text());
     ui_->cmdOK->setEnabled(false);

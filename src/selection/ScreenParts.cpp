@@ -53,11 +53,7 @@ QString SummaryOf(const QString& key, int count) {
 }
 
 QColor GlobalItemColor() {
-    if (!ShowGlobalColor) return {};
-    constexpr int ReadableLightness = 160; // on a dark ground
-    const QColor color = ColorFromNumber(GlobalColor);
-    if (!theme::IsDark() || color.lightness() >= ReadableLightness) return color;
-    return QColor::fromHsl(color.hslHue(), color.hslSaturation(), ReadableLightness);
+    return ShowGlobalColor ? theme::TextColor(ColorFromNumber(GlobalColor)) : QColor();
 }
 
 } // namespace tessaro

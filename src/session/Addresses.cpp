@@ -1,5 +1,6 @@
 #include "session/Addresses.h"
 
+#include "platform/NaturalOrder.h"
 #include "platform/Paths.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -52,7 +53,7 @@ QStringList FilesOfDataFolder() {
     const QStringList ownNames = FilesOf(own);
     for (const QString& name : ownNames)
         if (!names.contains(name, Qt::CaseInsensitive)) names << name;
-    return names;
+    return InNaturalOrder(names);
 }
 
 QString AddressOfDatabase(const QString& fileName) {

@@ -213,9 +213,9 @@ void frmSplash::SetThePropertiesFPLables() {
 void frmSplash::ShowWelcome() {
     ui_->lblProduct->setText(Setting(QStringLiteral("PRODUCT NAME")));
     const bool open = !current_.isEmpty() && !IsNoDatabase(current_) && DatabaseOpen;
-    ui_->lblWelcome->setText(open ? PlainText(QStringLiteral("TS_CurrentDatabase")) + QLatin1String(": ") +
-                                        NameOfDatabase(current_)
-                                  : PlainText(QStringLiteral("TS_WelcomeChooseDatabase")));
+    ui_->lblWelcome->setText(
+        open ? PlainText(QStringLiteral("TS_CurrentDatabase")).replace(QLatin1String("%1"), NameOfDatabase(current_))
+             : PlainText(QStringLiteral("TS_WelcomeChooseDatabase")));
 }
 
 bool frmSplash::IsOpenDatabase(const QString& address) const {

@@ -4,9 +4,13 @@
 #include "support/TestSession.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
 #include <QFile>
 #include <QImage>
 #include <QPalette>
+#include <QPushButton>
+#include <QRadioButton>
 
 #include <cmath>
 
@@ -54,6 +58,41 @@ TEST_F(ThemeTest, TextsAreReadableInLightAndDark) {
         EXPECT_GE(Contrast(theme::MutedText(), ground), 4.5) << name;
         EXPECT_GE(Contrast(theme::Accent(), palette.color(QPalette::Base)), 4.5) << name;
         EXPECT_GE(Contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)), 4.5) << name;
+    }
+}
+
+TEST_F(ThemeTest, AColourOfTheUserIsReadableAsATextOfItsHue) {
+    const QColor dim(23, 105, 128);
+    Use("light");
+    EXPECT_EQ(theme::TextColor(dim), dim);
+    Use("dark");
+    const QColor shown = theme::TextColor(dim);
+    EXPECT_GE(Contrast(shown, QApplication::palette().color(QPalette::Base)), 4.5);
+    EXPECT_NEAR(shown.hslHue(), dim.hslHue(), 3);
+    EXPECT_EQ(theme::TextColor(Qt::white), QColor(Qt::white));
+    EXPECT_FALSE(theme::TextColor(QColor()).isValid());
+}
+
+TEST_F(ThemeTest, BoxesAndTheButtonOfReturnStandOut) {
+    for (const char* name : {"light", "dark"}) {
+        Use(name);
+        QDialog form;
+        auto* box = new QCheckBox(&form);
+        auto* choice = new QRadioButton(&form);
+        auto* accept = new QPushButton(&form);
+        accept->setDefault(true);
+        accept->setGeometry(0, 60, 80, 24);
+        choice->move(0, 30);
+        form.resize(100, 100);
+        const QImage picture = form.grab().toImage();
+        const QColor ground = form.palette().color(QPalette::Window);
+        for (const QWidget* empty : {static_cast<QWidget*>(box), static_cast<QWidget*>(choice)}) {
+            double most = 1;
+            for (int x = 0; x < 20; ++x)
+                most = std::max(most, Contrast(picture.pixelColor(x, empty->geometry().center().y()), ground));
+            EXPECT_GE(most, 3.0) << name;
+        }
+        EXPECT_EQ(picture.pixel(accept->geometry().center()), form.palette().color(QPalette::Highlight).rgb()) << name;
     }
 }
 

@@ -59,7 +59,7 @@ TEST_F(frmGALMainTest, ListsFoldersAndWorkbooksAndOpensTheFirstWorkbook) {
     EXPECT_EQ(screen.Texts(), (QStringList{QStringLiteral("Old"), QStringLiteral("Graph - a"),
                                            QStringLiteral("Map - b"), QStringLiteral("Table - c")}));
     EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Graph - a.Xls"));
-    EXPECT_EQ(screen.form.windowTitle(), QStringLiteral("Gallery - Graph - a"));
+    EXPECT_EQ(screen.form.windowTitle(), QStringLiteral("Gallery - Graph - a.Xls"));
     EXPECT_EQ(screen.Get<QLineEdit>("txtPresFolder")->text(), Gallery());
     EXPECT_TRUE(screen.Get<QLabel>("lblPresentations")->text().contains(QStringLiteral("(3)")));
     EXPECT_EQ(screen.form.FormName(), QStringLiteral("GALL"));

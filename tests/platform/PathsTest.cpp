@@ -101,8 +101,10 @@ TEST_F(PathsTest, GoesBelowTheCacheFolderWhereTheApplicationFolderTakesNoWrites)
 TEST_F(PathsTest, ListsFilesSortedAndNothingOfAFolderThatIsMissing) {
     Make("d/b.mdb");
     Make("d/A.mdb");
+    Make("d/Table 10.Xls");
+    Make("d/table 2.xls");
     Make("d/sub/c.mdb");
-    EXPECT_EQ(FilesOf(In("D")), (QStringList{"A.mdb", "b.mdb"}));
+    EXPECT_EQ(FilesOf(In("D")), (QStringList{"A.mdb", "b.mdb", "table 2.xls", "Table 10.Xls"}));
     EXPECT_TRUE(FilesOf(In("missing")).isEmpty());
     EXPECT_TRUE(FilesOf(QString()).isEmpty());
 }
