@@ -246,7 +246,8 @@ class CrossFilterFigures {
         const QString list = Select(QStringLiteral("SELECT DISTINCT IUSNId FROM _SelIUSNId")).Joined();
         const std::string byHand =
             "DELETE FROM sel._SelIUSNId; INSERT INTO sel._SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, "
-            "Indicator, Unit, Subpop, SourceNId, Source, RecommendedSource, Deleted) SELECT X.IUSNId, X.IndicatorGId, "
+            "Indicator, Unit, Subpop, SourceNId, Source, RecommendedSource, Deleted) SELECT DISTINCT X.IUSNId, "
+            "X.IndicatorGId, "
             "X.UnitGId, X.SubpopGId, I.Indicator, U.Unit, S.Subpop, O.SourceNId, O.Source, L.RecommendedSource, 0 FROM "
             "Indicator_Unit_Subpop X JOIN Indicator_en I ON I.IndicatorGId = X.IndicatorGId COLLATE NOCASE JOIN "
             "Unit_en U ON "
