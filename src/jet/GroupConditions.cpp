@@ -5,6 +5,7 @@
 #include "jet/VisitOperands.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace jet {
@@ -25,22 +26,23 @@ const TableInfo* TableCalled(const TableReference& reference, const std::string&
 
 class GroupFilter final {
   public:
-    GroupFilter(Select& select, const Catalogue& catalogue) : select_(select), catalogue_(catalogue) {}
+    GroupFilter(Select& select, const std::vector<OrderItem>& orderBy, const Catalogue& catalogue)
+        : select_(select), orderBy_(orderBy), catalogue_(catalogue) {}
 
     void Apply() {
         if (select_.groupBy.empty() || !select_.having) return;
         std::vector<ExpressionPtr> parts;
         TakeApart(std::move(select_.having), parts);
-        std::vector<ExpressionPtr> having;
-        std::vector<ExpressionPtr> where;
-        if (select_.where) where.push_back(std::move(select_.where));
-        for (ExpressionPtr& part : parts) {
-            const bool before = HoldsForGroups(*part);
-            if (const ColumnName* fixed = before ? FixedColumn(*part) : nullptr) Ungroup(*fixed);
-            (before ? where : having).push_back(std::move(part));
-        }
-        select_.having = AllOf(select_.at, std::move(having));
-        select_.where = AllOf(select_.at, std::move(where));
+        const auto first =
+            std::ranges::stable_partition(parts, [&](const ExpressionPtr& part) { return !HoldsForGroups(*part); });
+        std::vector<ExpressionPtr> before;
+        if (select_.where) before.push_back(std::move(select_.where));
+        std::ranges::move(first, std::back_inserter(before));
+        parts.erase(first.begin(), first.end());
+        select_.having = AllOf(select_.at, std::move(parts));
+        for (const ExpressionPtr& part : before)
+            if (const ColumnName* fixed = FixedColumn(*part)) Ungroup(*fixed);
+        select_.where = AllOf(select_.at, std::move(before));
     }
 
   private:
@@ -56,8 +58,7 @@ class GroupFilter final {
 
     [[nodiscard]] bool IsGroupNumber(const ColumnName& column) const {
         const bool grouped =
-            std::ranges::any_of(select_.groupBy, [&](const ExpressionPtr& term) { return Names(*term, column); }) ||
-            std::ranges::any_of(ungrouped_, [&](const ExpressionPtr& term) { return Names(*term, column); });
+            std::ranges::any_of(select_.groupBy, [&](const ExpressionPtr& term) { return Names(*term, column); });
         if (!grouped || column.table.empty()) return false;
         for (const TableReferencePtr& reference : select_.from) {
             const TableInfo* table = TableCalled(*reference, column.table, catalogue_);
@@ -82,25 +83,39 @@ class GroupFilter final {
         return literal ? std::get_if<ColumnName>(&comparison->left->node) : nullptr;
     }
 
-    // The last field stays: without any, no rows would make one group.
+    // The last field stays: without any, no rows would make one group. So does one that is read again.
     void Ungroup(const ColumnName& column) {
         const auto place =
             std::ranges::find_if(select_.groupBy, [&](const ExpressionPtr& term) { return Names(*term, column); });
-        if (place == select_.groupBy.end() || select_.groupBy.size() == 1) return;
-        ungrouped_.push_back(std::move(*place));
-        select_.groupBy.erase(place);
+        if (place != select_.groupBy.end() && select_.groupBy.size() > 1 && !IsRead(column))
+            select_.groupBy.erase(place);
+    }
+
+    [[nodiscard]] bool IsRead(const ColumnName& column) const {
+        return std::ranges::any_of(
+                   select_.items,
+                   [&](const SelectItem& item) { return !item.expression || MayRead(*item.expression, column); }) ||
+               std::ranges::any_of(orderBy_,
+                                   [&](const OrderItem& item) { return MayRead(*item.expression, column); }) ||
+               (select_.having && MayRead(*select_.having, column));
+    }
+
+    /// True for an inner query, too, which may read anything.
+    [[nodiscard]] static bool MayRead(const Expression& expression, const ColumnName& column) {
+        if (const auto* named = std::get_if<ColumnName>(&expression.node)) return SameName(named->name, column.name);
+        return !VisitOperands(expression, [&](const Expression& operand) { return !MayRead(operand, column); });
     }
 
     Select& select_;
+    const std::vector<OrderItem>& orderBy_;
     const Catalogue& catalogue_;
-    std::vector<ExpressionPtr> ungrouped_; ///< terms of GROUP BY that were taken out
 };
 
 } // namespace
 
 void FilterBeforeGrouping(Query& query, const Catalogue& catalogue) {
     for (Select& select : query.arms)
-        GroupFilter(select, catalogue).Apply();
+        GroupFilter(select, query.orderBy, catalogue).Apply();
 }
 
 } // namespace jet
