@@ -2,6 +2,7 @@
 
 #include "session/Session.h"
 #include "session/Settings.h"
+#include "session/Strings.h"
 
 #include <QFontDatabase>
 #include <QFontMetricsF>
@@ -98,6 +99,7 @@ void WriteTable(office::Worksheet& sheet, const office::Block& table) {
     sheet.SetPageSetup(
         {.landscape = columns >= kWideTable, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = 1});
     sheet.FreezePanes(2, 1);
+    if (LanguageIsRightToLeft()) sheet.SetRightToLeft(true);
     used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
     if (fitted.size() < table.size()) sheet.Cells(1, 1).SetValues(table);
     if (const double height = TallRowHeight(SheetFont()); height > 0) {

@@ -27,6 +27,15 @@ constexpr Entry kPresentations[] = {{"T", "PRES_Table", "PRESENT_TABLE.gif"},
                                     {"M", "GALLERY Map", "PRESENT_MAP.gif"}};
 constexpr int kIconSize = 32;
 
+/// The row, or the first one that can be chosen when it can't; -1 when none can.
+int OfferedFrom(const QListWidget& list, int row) {
+    const auto offered = [&list](int n) { return n < list.count() && list.item(n)->flags() & Qt::ItemIsEnabled; };
+    if (offered(row)) return row;
+    for (int n = 0; n < list.count(); ++n)
+        if (offered(n)) return n;
+    return -1;
+}
+
 } // namespace
 
 ActionPanel::ActionPanel(Kind kind, QWidget* parent)
@@ -67,7 +76,7 @@ void ActionPanel::Fill() {
     else
         for (const Entry& entry : kPresentations)
             add(entry, TheFrame().OffersPresentation(QLatin1Char(entry.key[0])));
-    if (list_->item(current)->flags().testFlag(Qt::ItemIsEnabled)) list_->setCurrentRow(current);
+    list_->setCurrentRow(OfferedFrom(*list_, current));
 }
 
 void ActionPanel::Choose() {

@@ -108,12 +108,14 @@ TEST_F(DataExportTest, APageHoldsTheRowsAsTheyAreAndNothingElse) {
     EXPECT_EQ(Texts(classes.at(0)).value(4), QStringLiteral("n"));
 }
 
-TEST_F(DataExportTest, APageRunsTheWayItsLanguageDoes) {
+TEST_F(DataExportTest, APageAndASheetRunTheWayTheirLanguageDoes) {
     Language = QStringLiteral("Arabic [ar]");
     ASSERT_TRUE(SaveDataViewHtm(File("DataView.htm"), All()));
     const QJsonObject page = ReadPage("DataView.htm");
     EXPECT_EQ(page.value("lang").toString(), QStringLiteral("ar"));
     EXPECT_EQ(page.value("dir").toString(), QStringLiteral("rtl"));
+    ASSERT_EQ(SaveDataViewXls(File("DataView.xls"), All()), 1);
+    EXPECT_TRUE(ReadXls(File("DataView.xls")).front().rightToLeft);
 }
 
 TEST_F(DataExportTest, ATextHasOneLineARow) {
@@ -134,6 +136,7 @@ TEST_F(DataExportTest, AWorkbookHasNumbersTextsAndLooks) {
     ASSERT_EQ(sheets.size(), 1U);
     const ReadSheet& sheet = sheets.front();
     EXPECT_EQ(sheet.name, QStringLiteral("DataView"));
+    EXPECT_FALSE(sheet.rightToLeft);
     ASSERT_EQ(sheet.rows.size(), 4);
     EXPECT_EQ(Texts(sheet.rows.at(0)), Heads());
     EXPECT_EQ(sheet.Text(2, ColAreaID), QStringLiteral("00123"));

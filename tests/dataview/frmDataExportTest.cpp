@@ -24,10 +24,11 @@ namespace {
 class OfferingFrame final : public FakeFrame {
   public:
     void StartCalculation(int type) override { started << QString::number(type); }
-    [[nodiscard]] bool OffersCalculation(int type) const override { return type != 2; }
+    [[nodiscard]] bool OffersCalculation(int type) const override { return calculates && type != 2; }
     void StartPresentation(QChar type) override { started << type; }
     [[nodiscard]] bool OffersPresentation(QChar type) const override { return type != QLatin1Char('M'); }
 
+    bool calculates = true;
     QStringList started;
 };
 
@@ -167,6 +168,12 @@ TEST_F(frmDataExportTest, ListsTheCalculationsInTheirOrderAndStartsThem) {
         Q_EMIT list.itemActivated(list.item(row));
     }
     EXPECT_EQ(offering.started, (QStringList{"0", "1", "3", "5", "4"}));
+    list.setCurrentRow(5);
+    form.ShowThisDataOption(6);
+    EXPECT_EQ(list.currentRow(), 0) << "what isn't offered isn't chosen";
+    offering.calculates = false;
+    form.ShowThisDataOption(6);
+    EXPECT_EQ(list.currentRow(), -1);
 }
 
 TEST_F(frmDataExportTest, ShowsTheThreePresentationsAndStartsThem) {
