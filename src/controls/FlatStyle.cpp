@@ -431,8 +431,9 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                   const QWidget* widget) const {
     QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
-    // Air beside a picture and its text.
-    if (type == CT_PushButton && button && !button->icon.isNull()) size.rwidth() += theme::Grid;
+    // Air beside the text, and beside a picture.
+    if (type == CT_PushButton && button)
+        size.rwidth() += button->icon.isNull() || button->text.isEmpty() ? theme::Grid : theme::Grid * 2;
     return size;
 }
 
