@@ -35,6 +35,13 @@ bool IsGoneWithin(qint64 processId, int milliseconds) {
     return !Lives(processId);
 }
 
+/// Stops a child of ours, and waits until none of its threads runs.
+void Freeze(qint64 processId) {
+    siginfo_t info{};
+    ::kill(static_cast<pid_t>(processId), SIGSTOP);
+    ::waitid(P_PID, static_cast<id_t>(processId), &info, WSTOPPED | WNOWAIT);
+}
+
 /// What the profile says about sockets of the process.
 QStringList SocketsNoted(const QString& folder) {
     QFile file(folder + QStringLiteral("/process"));
@@ -73,7 +80,7 @@ TEST_F(ProcessTest, EndsAProcessThatHangs) {
     const qint64 hung = Application().ProcessId();
     QSignalSpy lost(&Application(), &SpreadsheetApplication::Lost);
     Application().SetTimeLimit(500ms);
-    ::kill(static_cast<pid_t>(hung), SIGSTOP);
+    Freeze(hung);
     QElapsedTimer timer;
     timer.start();
     EXPECT_EQ(FailureOf([&] { static_cast<void>(book.SheetCount()); }), Failure::TimedOut);
@@ -127,7 +134,7 @@ TEST_F(ProcessTest, WaitsWithTheWindowAlive) {
         if (++ticks == 5) QCoreApplication::quit();
     });
     timer.start(20ms);
-    ::kill(static_cast<pid_t>(process), SIGSTOP);
+    Freeze(process);
     std::jthread waker([process] {
         std::this_thread::sleep_for(400ms);
         ::kill(static_cast<pid_t>(process), SIGCONT);

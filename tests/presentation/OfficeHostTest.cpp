@@ -23,6 +23,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <gmock/gmock.h>
+#include <sys/wait.h>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -292,6 +293,8 @@ TEST_F(OfficeHostTest, GivesUpOnAProcessThatHangs) {
     const auto hung = static_cast<pid_t>(hosted.ProcessId());
     ASSERT_GT(hung, 0);
     Signal(SIGSTOP);
+    siginfo_t stopped{};
+    ASSERT_EQ(::waitid(P_PID, static_cast<id_t>(hung), &stopped, WSTOPPED | WNOWAIT), 0);
     QElapsedTimer timer;
     timer.start();
     EXPECT_FALSE(host_.Save());
