@@ -187,6 +187,7 @@ void OfficeHost::CloseHostedExcel(bool save) {
     const QScopedValueRollback busy(busy_, true);
     qApp->removeEventFilter(this);
     setFocusPolicy(Qt::NoFocus);
+    if (shown_.frame) shown_.frame->EndDialogs();
     if (save) KeepEdits();
     if (shown_.frame) shown_.frame->EndOnSave();
     shown_ = {};

@@ -5,9 +5,11 @@
 #include "office/SaveCommands.h"
 
 #include <com/sun/star/awt/PosSize.hpp>
+#include <com/sun/star/awt/XDialog2.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/awt/XStyleSettingsSupplier.hpp>
 #include <com/sun/star/awt/XSystemChildFactory.hpp>
-#include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/awt/XWindow2.hpp>
 #include <com/sun/star/awt/XWindowPeer.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
@@ -19,6 +21,7 @@
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <rtl/process.h>
+#include <thread>
 
 namespace tessaro::office {
 
@@ -38,6 +41,8 @@ struct HostedFrame::State {
 
 namespace {
 
+constexpr int kEndTries = 40;
+constexpr auto kEndWait = std::chrono::milliseconds(25);
 constexpr const char* kMenuBar = "private:resource/menubar/menubar";
 constexpr const char* kBars[] = {"private:resource/toolbar/standardbar", "private:resource/toolbar/formatobjectbar"};
 constexpr const char* kStatusBar = "private:resource/statusbar/statusbar";
@@ -63,6 +68,20 @@ void Show(const Reference<com::sun::star::frame::XLayoutManager>& layout, const 
     }
     layout->createElement(Ascii(element)); // one that was hidden from the start isn't there yet
     layout->showElement(Ascii(element));
+}
+
+/// True when there was one.
+bool EndOpenDialogs(const Connection& connection) {
+    const auto toolkit = Need<com::sun::star::awt::XExtendedToolkit>(connection.Service("com.sun.star.awt.Toolkit"));
+    bool found = false;
+    for (sal_Int32 n = toolkit->getTopWindowCount() - 1; n >= 0; --n) {
+        const Reference<com::sun::star::awt::XDialog2> dialog(toolkit->getTopWindow(n), com::sun::star::uno::UNO_QUERY);
+        const Reference<com::sun::star::awt::XWindow2> window(dialog, com::sun::star::uno::UNO_QUERY);
+        if (!window.is() || !window->isVisible()) continue;
+        dialog->endDialog(0);
+        found = true;
+    }
+    return found;
 }
 
 /// Heads, bars and marks in the colours of our own windows. What is made in the window later takes them over.
@@ -200,6 +219,19 @@ void HostedFrame::SetPrintPreview(bool shown) {
 void HostedFrame::TakeOverInput() {
     if (state_->slides) return;
     state_->connection->Run([&] { Dispatch(*state_->connection, state_->frame, ".uno:Deselect"); });
+}
+
+void HostedFrame::EndDialogs() noexcept {
+    if (state_->connection->Generation() != state_->generation || !state_->connection->IsRunning()) return;
+    try {
+        // A dialog is gone a moment after its end has been asked for, and may have been opened by another.
+        state_->connection->Run([&] {
+            for (int tries = 0; tries < kEndTries && EndOpenDialogs(*state_->connection); ++tries)
+                std::this_thread::sleep_for(kEndWait);
+        });
+    } catch (const Error&) {
+        // It died, and its dialogs with it.
+    }
 }
 
 void HostedFrame::SetSize(const QSize& size) {

@@ -37,6 +37,8 @@ class HostedFrame final {
     [[nodiscard]] bool IsPrintPreview() const;
     /// Enters what is being typed into a cell, as a press of Return does.
     void TakeOverInput();
+    /// Cancels the program's own dialogs, which would outlast their document; quiet.
+    void EndDialogs() noexcept;
     /// Follows the size of our window; quiet and without waiting.
     void SetSize(const QSize& size);
     /// Takes the window away; quiet.

@@ -120,7 +120,10 @@ void PresentationWizard::ShowInPlace() {
 }
 
 bool PresentationWizard::SaveAs() {
-    if (fraExcel_->IsOpen() && !fraExcel_->Save()) return false;
+    if (fraExcel_->IsOpen() && !fraExcel_->Save()) {
+        ShowMessage(fraExcel_->ErrorText(), MessageType::Ok, 102, {}, false);
+        return false;
+    }
     if (!save_) return false;
     const QString name = QFileInfo(workbookFile_).completeBaseName();
     const QLatin1Char type(kind_ == WizardKind::Table ? 'T' : 'G');

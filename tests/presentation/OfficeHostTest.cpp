@@ -355,6 +355,24 @@ TEST_F(OfficeHostTest, TellsThatTheProgramIsMissing) {
     EXPECT_TRUE(host_.ShowWorkbook(file_));
 }
 
+TEST_F(OfficeHostTest, TakesItsOpenDialogsAway) {
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    const std::size_t windows = TopWindows();
+    for (const char* key : {"ctrl+1", "ctrl+p"}) {
+        ASSERT_TRUE(host_.ShowWorkbook(file_));
+        ClickAt(host_.mapToGlobal(host_.rect().center()));
+        Type(QStringLiteral("55"));
+        Key("Return");
+        Key(key);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return TopWindows() > windows; }, 5000)) << key;
+        host_.CloseHostedExcel();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return TopWindows() == windows; }, 3000)) << key;
+        EXPECT_THAT(NumbersOfFile(), testing::Contains(55.0)) << key;
+        MakeFile();
+    }
+    EXPECT_TRUE(messages.isEmpty());
+}
+
 TEST_F(OfficeHostTest, HasItsMenusWithAndWithoutBars) {
     ASSERT_TRUE(host_.ShowWorkbook(file_));
     QTest::qWait(500);
