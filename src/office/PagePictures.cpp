@@ -18,7 +18,7 @@ namespace tessaro::office {
 namespace {
 
 constexpr int kTimeLimit = 20000; ///< milliseconds for a file, of a process that lets all others go first
-constexpr int kListenDelay = 400; ///< milliseconds after which it has made its socket
+constexpr int kListenDelay = 300; ///< milliseconds between two looks for its socket
 /// What the process ends with when it has just made a new profile usable: it is to be started again.
 constexpr int kStartAgain = 81;
 constexpr int kMostStarts = 3;
@@ -103,14 +103,18 @@ void PagePictures::Start() {
         if (error == QProcess::FailedToStart) Ended(true);
     });
     process_->start(program + QStringLiteral("/soffice.bin"), arguments_);
-    RememberProcess(profile_, process_->processId());
+    NoteProcess();
     const QPointer<QProcess> process = process_.get();
-    QTimer::singleShot(kListenDelay, this, [this, process] {
-        if (process && process->state() == QProcess::Running) RememberProcess(profile_, process->processId());
-    });
     QTimer::singleShot(kTimeLimit * files_, this, [this, process] {
         if (process && process_.get() == process) Kill();
     });
+}
+
+// Again until it has made its socket, so that the next start of ours finds it if this one crashes.
+void PagePictures::NoteProcess() {
+    if (!process_ || process_->state() == QProcess::NotRunning) return;
+    if (!RememberProcess(profile_, process_->processId()))
+        QTimer::singleShot(kListenDelay, this, &PagePictures::NoteProcess);
 }
 
 void PagePictures::Ended(bool clean) {

@@ -32,6 +32,7 @@ class PagePictures final : public QObject {
 
   private:
     void Start();
+    void NoteProcess();
     void Kill();
     void Ended(bool clean);
 

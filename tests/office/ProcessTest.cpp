@@ -260,7 +260,7 @@ TEST_F(ProcessTest, LeavesNothingBehindInTheMidstOfAPicture) {
         pictures.Draw({file}, folder.path());
         QElapsedTimer timer;
         timer.start();
-        while (sockets.isEmpty() && timer.elapsed() < 10000) {
+        while (sockets.isEmpty() && timer.elapsed() < 30000) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
             sockets = SocketsNoted(profile.path());
         }
