@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QPalette>
 #include <QProcess>
 #include <QScopeGuard>
 #include <QScreen>
@@ -129,7 +130,8 @@ void Connection::StartProcess() {
     KeepBrokenPipesFromEndingUs();
     const QString program = ProgramFolder();
     if (program.isEmpty()) throw Error(Failure::Missing, QStringLiteral("the spreadsheet program is not installed"));
-    if (state_->folder.isEmpty() || !SeedProfile(state_->folder))
+    if (state_->folder.isEmpty() ||
+        !SeedProfile(state_->folder, state_->shown ? QGuiApplication::palette().color(QPalette::Window) : QColor()))
         throw Error(Failure::Start, QStringLiteral("no profile can be made in \"%1\"").arg(state_->folder));
     ++state_->generation;
     state_->pipe = PipeName(state_->generation);

@@ -102,7 +102,7 @@ void SetColors(const Reference<com::sun::star::awt::XWindow>& window, const QPal
     style->setWorkspaceColor(color(QPalette::Window));
     style->setDialogColor(color(QPalette::Window));
     style->setDialogTextColor(color(QPalette::WindowText));
-    style->setMenuBarTextColor(0); // its ground keeps the program's own light grey
+    style->setMenuBarTextColor(color(QPalette::WindowText));
 }
 
 } // namespace
@@ -145,9 +145,7 @@ Workbook HostedFrame::ShowWorkbook(const QString& file) {
 
 SlideShow HostedFrame::ShowSlides(const QString& file) {
     state_->slides = true;
-    // Its tool bars have icons for a light ground only.
-    if (state_->palette.color(QPalette::Window).lightness() >= 128)
-        state_->connection->Run([&] { SetColors(state_->window, state_->palette); });
+    state_->connection->Run([&] { SetColors(state_->window, state_->palette); });
     const auto frame = Need<com::sun::star::frame::XFrame>(state_->frame);
     SlideShow slides(file.isEmpty()
                          ? Document::New(state_->connection, "private:factory/simpress", Document::kSlides, frame)

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QSaveFile>
 #include <QSet>
 #include <QStandardPaths>
@@ -86,15 +87,44 @@ constexpr const char* DisabledCommands[] = {"AddDirect",
                                             "RedactDoc",
                                             "AutoRedactDoc"};
 
-QString Registry() {
+constexpr QSize kBarsSize(4000, 200); ///< as wide as any window
+
+QString Item(const char* path, const char* name, const QString& value) {
+    return QStringLiteral(
+               "<item oor:path=\"%1\"><prop oor:name=\"%2\" oor:op=\"fuse\"><value>%3</value></prop></item>\n")
+        .arg(QLatin1String(path), QLatin1String(name), value);
+}
+
+constexpr auto kBarsFolder = "/user/gallery/personas";
+constexpr auto kBarsPicture = "bars.png";
+
+/// The menus and bars lie on a picture: of one colour.
+bool PaintBars(const QString& folder, const QColor& color) {
+    QImage picture(kBarsSize, QImage::Format_RGB32);
+    picture.fill(color);
+    const QString place = folder + QLatin1String(kBarsFolder);
+    return QDir().mkpath(place) && picture.save(place + QLatin1Char('/') + QLatin1String(kBarsPicture));
+}
+
+QString BarsEntries(const QColor& color) {
+    constexpr auto path = "/org.openoffice.Office.Common/Misc";
+    const bool dark = color.lightness() < 128;
+    return Item(path, "Persona", QStringLiteral("own")) +
+           Item(path, "PersonaSettings",
+                QStringLiteral("tessaro;Tessaro;%1;%1;%1;%2")
+                    .arg(QLatin1String(kBarsPicture),
+                         dark ? QLatin1String("#ffffff;#000000") : QLatin1String("#000000;#ffffff"))) +
+           (dark ? Item(path, "SymbolStyle", QStringLiteral("colibre_dark")) : QString());
+}
+
+QString Registry(const QColor& bars) {
     QString text = QStringLiteral(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         "<oor:items xmlns:oor=\"http://openoffice.org/2001/registry\" xmlns:xs=\"http://www.w3.org/2001/XMLSchema\" "
         "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n");
     for (const Entry& entry : Entries)
-        text += QStringLiteral(
-                    "<item oor:path=\"%1\"><prop oor:name=\"%2\" oor:op=\"fuse\"><value>%3</value></prop></item>\n")
-                    .arg(QLatin1String(entry.path), QLatin1String(entry.name), QLatin1String(entry.value));
+        text += Item(entry.path, entry.name, QLatin1String(entry.value));
+    if (bars.isValid()) text += BarsEntries(bars);
     int number = 0;
     for (const char* command : DisabledCommands)
         text += QStringLiteral("<item oor:path=\"/org.openoffice.Office.Commands/Execute/Disabled\"><node "
@@ -168,12 +198,13 @@ QString ProgramFolder() {
 
 // At each start: what the process has noted there meanwhile isn't wanted, and a damaged file would keep it from
 // starting.
-bool SeedProfile(const QString& folder) {
+bool SeedProfile(const QString& folder, const QColor& bars) {
     const QString user = folder + QStringLiteral("/user");
     const QString registry = user + QStringLiteral("/registrymodifications.xcu");
     if (!QDir().mkpath(user)) return false;
+    const QColor seen = bars.isValid() && PaintBars(folder, bars) ? bars : QColor();
     QSaveFile file(registry);
-    return file.open(QIODevice::WriteOnly) && file.write(Registry().toUtf8()) > 0 && file.commit();
+    return file.open(QIODevice::WriteOnly) && file.write(Registry(seen).toUtf8()) > 0 && file.commit();
 }
 
 QString MakeTemporaryFolder(const QString& folder) {
@@ -183,12 +214,14 @@ QString MakeTemporaryFolder(const QString& folder) {
     return temporary;
 }
 
-void RememberProcess(const QString& folder, qint64 processId) {
+bool RememberProcess(const QString& folder, qint64 processId) {
     QFile file(PidFile(folder));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
     file.write(QByteArray::number(processId) + '\n');
-    for (const QByteArray& socket : SocketsOf(processId))
+    const QList<QByteArray> sockets = SocketsOf(processId);
+    for (const QByteArray& socket : sockets)
         file.write(socket + '\n');
+    return !sockets.isEmpty();
 }
 
 void ForgetProcess(const QString& folder) {

@@ -377,6 +377,9 @@ TEST_F(OfficeHostTest, HasItsMenusWithAndWithoutBars) {
     ASSERT_TRUE(host_.ShowWorkbook(file_));
     QTest::qWait(500);
     const std::size_t windows = TopWindows();
+    const QPoint besideMenus = host_.mapToGlobal(QPoint(host_.width() - 30, 10)) * host_.devicePixelRatioF();
+    EXPECT_EQ(QGuiApplication::primaryScreen()->grabWindow(0).toImage().pixelColor(besideMenus),
+              host_.palette().color(QPalette::Window));
     for (const bool bars : {false, true, false}) {
         host_.SetToolBars(bars);
         QTest::qWait(300);
