@@ -9,5 +9,6 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "xcb");
     QApplication application(argc, argv);
     tessaro::frmMain frame;
+    frame.FitToScreen();
     return frame.MDIForm_Load(tessaro::CommandLine()) ? QApplication::exec() : 0;
 }

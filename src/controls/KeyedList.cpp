@@ -11,6 +11,7 @@
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QMimeData>
 #include <QPainter>
 
@@ -48,9 +49,11 @@ KeyedList::KeyedList(QWidget* parent) : QTreeView(parent), model_(new KeyedListM
     });
     connect(header(), &QHeaderView::sectionClicked, this, &KeyedList::SortOn);
     connect(model_, &QAbstractItemModel::modelReset, this, [this] {
-        if (!weights_.isEmpty()) ShareWidth();
         Q_EMIT HighlightChanged();
         Q_EMIT SortChanged();
+    });
+    connect(model_, &KeyedListModel::CountChanged, this, [this] {
+        if (!weights_.isEmpty()) ShareWidth();
     });
     connect(this, &KeyedList::SortChanged, this, [this] {
         const int column = model_->SortColumn();
@@ -73,7 +76,7 @@ void KeyedList::ShareWidth() {
     const int columns = model_->columnCount();
     if (columns < 2 || widthsAreTheUsers_) return;
     const int width = viewport()->width();
-    if (weights_.size() == columns) return ShareWidthByTexts();
+    if (weights_.size() == columns && model_->Count() > 0) return ShareWidthByTexts();
     // The first column names the thing and gets half; the others share the rest.
     const int first = columns == 2 ? width * 2 / 3 : width / 2;
     header()->resizeSection(0, first);
@@ -156,6 +159,9 @@ void KeyedList::keyPressEvent(QKeyEvent* event) {
     const bool control = event->modifiers().testFlag(Qt::ControlModifier);
     const int key = event->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        // A list that makes nothing of it leaves it to the form's default button.
+        if (!isSignalConnected(QMetaMethod::fromSignal(&KeyedList::EnterPressed)) || HighlightedRows().empty())
+            return event->ignore();
         Q_EMIT EnterPressed();
     } else if (key == Qt::Key_Delete && !control) {
         Q_EMIT DeletePressed();

@@ -118,7 +118,10 @@ bool OfficeHost::ShowSlides(const QString& file) {
         slidesHost = this;
         if (toolBars_) frame.SetToolBars(true);
         // Its own dialog knows neither our name of the file nor its kind.
-        frame.OnSave([this] { QMetaObject::invokeMethod(this, &OfficeHost::SaveWanted, Qt::QueuedConnection); });
+        frame.OnSave([this](bool asNew) {
+            QMetaObject::invokeMethod(
+                this, [this, asNew] { Q_EMIT SaveWanted(asNew); }, Qt::QueuedConnection);
+        });
     });
 }
 

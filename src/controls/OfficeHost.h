@@ -64,8 +64,8 @@ class OfficeHost final : public QWidget {
   Q_SIGNALS:
     /// The process died while something was on show.
     void Lost();
-    /// The user has given the slides program's own command Save or Save As.
-    void SaveWanted();
+    /// The user has given the slides program's own command Save or, `asNew`, Save As.
+    void SaveWanted(bool asNew);
 
   protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -3,6 +3,7 @@
 #include "controls/EmptyHint.h"
 #include "controls/Theme.h"
 #include "gallery/GalleryModel.h"
+#include "session/Strings.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -19,8 +20,8 @@ constexpr int kGap = theme::Grid;
 
 /// Date and time to the minute, as one piece in a line that runs from right to left.
 QString TimeOf(const QDateTime& time) {
-    return QChar(0x2068) + QLocale().toString(time.date(), QLocale::ShortFormat) + QStringLiteral("  ") +
-           time.time().toString(QStringLiteral("HH:mm")) + QChar(0x2069);
+    return QChar(0x2068) + LocaleOfLanguage().toString(time.date(), QStringLiteral("d MMM yyyy")) +
+           QStringLiteral("  ") + time.time().toString(QStringLiteral("HH:mm")) + QChar(0x2069);
 }
 
 } // namespace

@@ -47,7 +47,7 @@ void frmGALMain::ConnectSlides() {
     connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, [this] {
         if (ui_->PicPPT->IsOpen()) SavePPT();
     });
-    connect(ui_->PicPPT, &OfficeHost::SaveWanted, this, &frmGALMain::SavePPT);
+    connect(ui_->PicPPT, &OfficeHost::SaveWanted, this, [this](bool asNew) { asNew ? SavePPTAs() : SavePPT(); });
     connect(ui_->PicPPT, &OfficeHost::Lost, this, [this] {
         copied_ = false;
         ShowPPTState();

@@ -155,7 +155,7 @@ SlideShow HostedFrame::ShowSlides(const QString& file) {
     return slides;
 }
 
-void HostedFrame::OnSave(std::function<void()> wanted) {
+void HostedFrame::OnSave(std::function<void(bool)> wanted) {
     state_->connection->Run([&] {
         state_->saveCommands =
             std::make_unique<SaveCommands>(Need<com::sun::star::frame::XFrame>(state_->frame), std::move(wanted));

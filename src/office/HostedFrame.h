@@ -26,8 +26,8 @@ class HostedFrame final {
     [[nodiscard]] Workbook ShowWorkbook(const QString& file);
     /// Shows a slide show; an empty name makes a new one.
     [[nodiscard]] SlideShow ShowSlides(const QString& file);
-    /// The program's own Save and Save As, however given, call this instead, on a thread of the bridge.
-    void OnSave(std::function<void()> wanted);
+    /// The program's own Save and, with true, Save As, however given, call this instead, on a thread of the bridge.
+    void OnSave(std::function<void(bool)> wanted);
     /// The program's own Save again; quiet. To be called before the document is closed.
     void EndOnSave() noexcept;
     /// The standard and the formatting bar on or off; a workbook keeps its menus without them, slides don't.

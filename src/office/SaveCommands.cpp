@@ -15,10 +15,13 @@ using com::sun::star::util::URL;
 
 struct SaveCommands::Listener {
     std::mutex mutex;
-    std::function<void()> wanted;
+    std::function<void(bool)> wanted;
 };
 
 namespace {
+
+constexpr char kSave[] = ".uno:Save";
+constexpr char kSaveAs[] = ".uno:SaveAs";
 
 /// Stands before the frame's own commands; those that aren't taken go on to them.
 template <class Listener>
@@ -27,7 +30,7 @@ class Interceptor final : public cppu::WeakImplHelper2<XDispatchProviderIntercep
     explicit Interceptor(std::shared_ptr<Listener> listener) : listener_(std::move(listener)) {}
 
     Reference<XDispatch> SAL_CALL queryDispatch(const URL& url, const rtl::OUString& target, sal_Int32 flags) override {
-        if (url.Complete == ".uno:Save" || url.Complete == ".uno:SaveAs") return this;
+        if (url.Complete == kSave || url.Complete == kSaveAs) return this;
         return slave_.is() ? slave_->queryDispatch(url, target, flags) : Reference<XDispatch>();
     }
     Sequence<Reference<XDispatch>> SAL_CALL queryDispatches(const Sequence<DispatchDescriptor>& requests) override {
@@ -41,9 +44,9 @@ class Interceptor final : public cppu::WeakImplHelper2<XDispatchProviderIntercep
     Reference<XDispatchProvider> SAL_CALL getMasterDispatchProvider() override { return master_; }
     void SAL_CALL setMasterDispatchProvider(const Reference<XDispatchProvider>& master) override { master_ = master; }
 
-    void SAL_CALL dispatch(const URL& /*url*/, const Sequence<PropertyValue>& /*arguments*/) override {
+    void SAL_CALL dispatch(const URL& url, const Sequence<PropertyValue>& /*arguments*/) override {
         const std::lock_guard lock(listener_->mutex);
-        if (listener_->wanted) listener_->wanted();
+        if (listener_->wanted) listener_->wanted(url.Complete == kSaveAs);
     }
     // The commands are always there, so nobody needs to be told of their state.
     void SAL_CALL addStatusListener(const Reference<XStatusListener>& /*control*/, const URL& /*url*/) override {}
@@ -57,7 +60,7 @@ class Interceptor final : public cppu::WeakImplHelper2<XDispatchProviderIntercep
 
 } // namespace
 
-SaveCommands::SaveCommands(const Reference<XFrame>& frame, std::function<void()> wanted)
+SaveCommands::SaveCommands(const Reference<XFrame>& frame, std::function<void(bool)> wanted)
     : listener_(std::make_shared<Listener>()), frame_(Need<XDispatchProviderInterception>(frame)),
       interceptor_(new Interceptor<Listener>(listener_)) {
     listener_->wanted = std::move(wanted);

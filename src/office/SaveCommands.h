@@ -12,9 +12,9 @@ namespace tessaro::office {
 /// were given instead. On the worker thread, but for Stop.
 class SaveCommands final {
   public:
-    /// `wanted` is called on a thread of the bridge.
+    /// `wanted` is called on a thread of the bridge, with true for "Save As".
     SaveCommands(const com::sun::star::uno::Reference<com::sun::star::frame::XFrame>& frame,
-                 std::function<void()> wanted);
+                 std::function<void(bool)> wanted);
     ~SaveCommands();
     SaveCommands(const SaveCommands&) = delete;
     SaveCommands& operator=(const SaveCommands&) = delete;

@@ -44,7 +44,7 @@ frmIndicators::frmIndicators(QWidget* parent) : StageScreen(parent), ui_(std::ma
     StyleStrip(ui_->picTop, ui_->hairLine);
     ui_->SSSplitter1->setStretchFactor(0, 0);
     ui_->SSSplitter1->setStretchFactor(1, 1);
-    ui_->SSSplitter1->setSizes({264, 1000});
+    ui_->SSSplitter1->setSizes({28 * theme::Grid, 132 * theme::Grid});
     MakeTrees();
     MakeOptions();
     ConnectControls();
@@ -143,6 +143,7 @@ void frmIndicators::SetColumns() {
         heads << PlainText(QStringLiteral("Comm_Unit")) << PlainText(QStringLiteral("Subpop"));
     for (KeyedList* list : {&lstAvailable(), &lstSelected()}) {
         list->SetColumns(heads);
+        list->SetColumnWeights(heads.size() == 3 ? QList<double>{2, 1, 1.25} : QList<double>());
         list->Items().SetGlobalColor(GlobalItemColor());
     }
 }

@@ -152,6 +152,10 @@ QString GetText(const QString& key, bool isLiteral) {
     return isLiteral ? key : LookupString(key);
 }
 
+QLocale LocaleOfLanguage() {
+    return QLocale(Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0));
+}
+
 bool LanguageIsRightToLeft() {
     const QString code = Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0);
     return !code.isEmpty() && QLocale(code).textDirection() == Qt::RightToLeft;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLocale>
 #include <QString>
 
 namespace tessaro {
@@ -27,6 +28,8 @@ void ReadTranslateFile();
 /// Full path of a picture in the common graphics folder; the .svg beside it when there is one. Empty when missing.
 [[nodiscard]] QString PictureFile(const QString& name);
 
+/// How the current language writes dates and times.
+[[nodiscard]] QLocale LocaleOfLanguage();
 /// True when the current language is written from right to left.
 [[nodiscard]] bool LanguageIsRightToLeft();
 

@@ -4,6 +4,7 @@
 #include "controls/Theme.h"
 #include "platform/Clock.h"
 #include "session/Session.h"
+#include "session/Strings.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -21,10 +22,6 @@ QLabel* Panel(const char* name, QWidget* parent) {
     panel->setMinimumWidth(1);
     panel->setTextFormat(Qt::PlainText);
     return panel;
-}
-
-QLocale LocaleOfLanguage() {
-    return QLocale(Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0));
 }
 
 } // namespace

@@ -36,6 +36,8 @@ class frmMain final : public QMainWindow, public Frame {
     /// All start-up work; shows the frame. False when the program is to end: another instance runs, or TS.ini is
     /// missing.
     [[nodiscard]] bool MDIForm_Load(const QString& commandLine);
+    /// Before the start: takes the whole of a screen that has no room for the usual size and a title above it.
+    void FitToScreen();
 
     // The database (frmMainDatabase.cpp).
     /// Opens what cmbAddress names.

@@ -7,6 +7,7 @@
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Settings.h"
+#include "session/Strings.h"
 #include "session/TempFiles.h"
 #include "shell/StageScreens.h"
 #include "shell/frmMain.h"
@@ -19,6 +20,8 @@ namespace tessaro {
 
 namespace {
 
+constexpr int kSavedMilliseconds = 10000;
+
 /// The last step of the presentation wizards.
 bool SaveToGallery(const FinishedPresentation& finished, QWidget* parent) {
     frmSaveGalleryAdvance form(parent);
@@ -27,6 +30,10 @@ bool SaveToGallery(const FinishedPresentation& finished, QWidget* parent) {
     form.SetFileTitle(finished.FileTitle);
     form.SetFormCaption(finished.FormCaption);
     form.exec();
+    if (!form.SavedFile().isEmpty())
+        TheFrame().ShowStatusTextFor(
+            GetText(QStringLiteral("TS_Exported")).replace(QStringLiteral("%1"), FileNameOf(form.SavedFile())),
+            kSavedMilliseconds);
     return form.CloseStatus() == 1;
 }
 

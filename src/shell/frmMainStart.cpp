@@ -23,9 +23,18 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QScreen>
 #include <QToolTip>
 
 namespace tessaro {
+
+void frmMain::FitToScreen() {
+    constexpr int kTitle = 5 * theme::Grid;
+    const QSize room = screen()->availableSize() - QSize(0, kTitle);
+    if (room.width() >= width() && room.height() >= height()) return;
+    resize(size().boundedTo(room));
+    setWindowState(Qt::WindowMaximized);
+}
 
 bool frmMain::MDIForm_Load(const QString& commandLine) {
     const ErrorTrap trap("MDIForm_Load");

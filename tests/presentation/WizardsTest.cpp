@@ -109,6 +109,21 @@ TEST_F(WizardsTest, FieldsMoveByDoubleClickButtonsAndKeys) {
     EXPECT_EQ(wizard.Step(), 1);
 }
 
+TEST_F(WizardsTest, ReturnMovesWhatIsHighlightedAndElseGoesOn) {
+    SelectEverything();
+    frmTableWizard wizard(save_);
+    wizard.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&wizard));
+    auto* rows = Named<KeyedList>(wizard, "LVRows");
+    rows->HighlightKey(QStringLiteral("IUS.Source"));
+    QTest::keyClick(rows, Qt::Key_Return);
+    EXPECT_EQ(Keys(wizard, "LVAvailable"), QStringList{QStringLiteral("IUS.Source")});
+    EXPECT_EQ(wizard.Step(), 1);
+    rows->clearSelection();
+    QTest::keyClick(rows, Qt::Key_Return);
+    EXPECT_EQ(wizard.Step(), 2);
+}
+
 TEST_F(WizardsTest, LayoutsAreSavedAndLoaded) {
     SelectEverything();
     frmTableWizard wizard(save_);
