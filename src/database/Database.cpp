@@ -26,17 +26,17 @@ QString DefaultLanguageCode(jet::Connection& connection) {
     return rows.atEnd() ? QString() : rows.Text(std::size_t{0});
 }
 
-/// Number of required tables that the database has. Tables of the program's own ("_Data") stand in for none.
-std::size_t CountRequiredTables(const jet::Connection& connection, const QString& code) {
-    const std::vector<std::string> required = schema::RequiredTables(code.toStdString());
-    std::size_t count = 0;
-    for (const jet::TableInfo& table : connection.Tables()) {
-        if (table.type != jet::TableType::Table || table.name.starts_with('_')) continue;
-        const bool isRequired = std::any_of(required.begin(), required.end(),
-                                            [&](const std::string& name) { return jet::SameName(name, table.name); });
-        if (isRequired) ++count;
+/// The required tables that the database lacks. Tables of the program's own ("_Data") stand in for none.
+QStringList MissingTables(const jet::Connection& connection, const QString& code) {
+    const std::vector<jet::TableInfo> tables = connection.Tables();
+    QStringList missing;
+    for (const std::string& name : schema::RequiredTables(code.toStdString())) {
+        const bool isThere = std::ranges::any_of(tables, [&](const jet::TableInfo& table) {
+            return table.type == jet::TableType::Table && jet::SameName(name, table.name);
+        });
+        if (!isThere) missing << QString::fromStdString(name);
     }
-    return count;
+    return missing;
 }
 
 /// A connection to the file when it is a data database, or none.
@@ -46,10 +46,15 @@ std::shared_ptr<jet::Connection> OpenDataDatabase(const QString& path) {
     auto connection = CreateTheConnection(path);
     if (!connection) return nullptr;
     const QString code = DefaultLanguageCode(*connection);
-    if (code.isEmpty()) return nullptr;
+    if (code.isEmpty()) {
+        LogNote(QLatin1String("no default language in ") + path);
+        return nullptr;
+    }
     bool complete = false;
     ErrorTrap("InValidFile").Try([&] {
-        complete = CountRequiredTables(*connection, code) == schema::RequiredTables(code.toStdString()).size();
+        const QStringList missing = MissingTables(*connection, code);
+        complete = missing.isEmpty();
+        if (!complete) LogNote(path + QLatin1String(" lacks ") + missing.join(QLatin1String(", ")));
     });
     return complete ? connection : nullptr;
 }

@@ -87,46 +87,46 @@ void AreaSelection::Load() {
         ids_.insert(rows.Text(std::size_t{0}));
 }
 
-void AreaSelection::AddAreas(const QString& idList) {
+bool AreaSelection::AddAreas(const QString& idList) {
     SelectionChanged = true;
-    if (idList.isEmpty()) return;
+    if (idList.isEmpty()) return true;
     Records rows =
         Select(QStringLiteral("SELECT AreaID FROM Area  WHERE AreaNId in (") + idList + Text(NotYetSelected));
     for (; !rows.atEnd(); rows.MoveNext())
         ids_.insert(rows.Text(std::size_t{0}));
-    Execute(
+    return Execute(
         QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile)  SELECT AreaGId, "
                        "AreaNId, AreaID, AreaName, AreaLevel, MapFile FROM Area  WHERE AreaNId in (") +
         idList + Text(NotYetSelected));
 }
 
-void AreaSelection::AddItems(const std::vector<KeyedItem>& items) {
-    if (items.empty()) return;
+bool AreaSelection::AddItems(const std::vector<KeyedItem>& items) {
+    if (items.empty()) return true;
     QStringList areaIds;
     for (const KeyedItem& item : items)
         areaIds << item.cells.value(1);
     Records rows =
         Select(QStringLiteral("SELECT AreaNId FROM Area WHERE AreaId In (") + QuotedList(areaIds) + QLatin1Char(')'),
                jet::CursorType::ForwardOnly);
-    AddAreas(rows.Joined());
+    return AddAreas(rows.Joined());
 }
 
-void AreaSelection::Remove(const std::vector<KeyedItem>& items) {
+bool AreaSelection::Remove(const std::vector<KeyedItem>& items) {
     SelectionChanged = true;
-    if (items.empty()) return;
+    if (items.empty()) return true;
     const QString list = NumberList(items);
     ids_.clear();
     Records rows =
         Select(QStringLiteral("Select AreaId FROM _SelArea WHERE AreaNId NOT In (") + list + QLatin1Char(')'));
     for (; !rows.atEnd(); rows.MoveNext())
         ids_.insert(rows.Text(std::size_t{0}));
-    Execute(QStringLiteral("DELETE * FROM _SelArea WHERE AreaNId in (") + list + QLatin1Char(')'));
+    return Execute(QStringLiteral("DELETE * FROM _SelArea WHERE AreaNId in (") + list + QLatin1Char(')'));
 }
 
-void AreaSelection::RemoveAll() {
+bool AreaSelection::RemoveAll() {
     SelectionChanged = true;
-    Execute(QStringLiteral("DELETE * FROM _SelArea"));
     ids_.clear();
+    return Execute(QStringLiteral("DELETE * FROM _SelArea"));
 }
 
 std::vector<KeyedItem> AreaSelection::Items() const {

@@ -37,14 +37,14 @@ class AreaSelection final {
     [[nodiscard]] bool IsEmpty() const { return ids_.isEmpty(); }
     [[nodiscard]] const QSet<QString>& Ids() const { return ids_; }
 
-    // --- Writes. Each raises SelectionChanged.
+    // --- Writes. Each raises SelectionChanged and gives False when a statement failed.
     // --------------------------------------------------------------------------
     /// Adds the areas of a comma list of AreaNIds that are not there yet.
-    void AddAreas(const QString& idList);
+    bool AddAreas(const QString& idList);
     /// The same for items of the list, found through their AreaIDs.
-    void AddItems(const std::vector<KeyedItem>& items);
-    void Remove(const std::vector<KeyedItem>& items);
-    void RemoveAll();
+    bool AddItems(const std::vector<KeyedItem>& items);
+    bool Remove(const std::vector<KeyedItem>& items);
+    bool RemoveAll();
 
     /// The items of the set, by name.
     [[nodiscard]] std::vector<KeyedItem> Items() const;

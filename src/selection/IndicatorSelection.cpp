@@ -145,32 +145,33 @@ QString AddIndicatorSql(const KeyedItem& item) {
     return Text(InsertInto) + QStringLiteral(" SELECT ") + Text(AddColumns) + Text(AddFrom) + where;
 }
 
-void AddIndicators(const std::vector<KeyedItem>& items) {
+bool AddIndicators(const std::vector<KeyedItem>& items) {
     SelectionChanged = true;
-    if (!items.empty()) Execute(AddIndicatorsSql(items));
+    return items.empty() || Execute(AddIndicatorsSql(items));
 }
 
-void AddIndicator(const KeyedItem& item) {
+bool AddIndicator(const KeyedItem& item) {
     SelectionChanged = true;
-    Execute(AddIndicatorSql(item));
+    return Execute(AddIndicatorSql(item));
 }
 
-void RemoveIndicators(const std::vector<KeyedItem>& items) {
+bool RemoveIndicators(const std::vector<KeyedItem>& items) {
     SelectionChanged = true;
-    if (items.empty()) return;
+    if (items.empty()) return true;
     const QString head = ByCombination() ? QStringLiteral("DELETE * FROM _SelIUSNId WHERE IUSNId In(")
                                          : QStringLiteral("DELETE * FROM _SelIUSNId WHERE IndicatorGId In(");
-    Execute(head + IdList(items) + QLatin1Char(')'));
+    return Execute(head + IdList(items) + QLatin1Char(')'));
 }
 
-void RemoveAllIndicators() {
+bool RemoveAllIndicators() {
     SelectionChanged = true;
-    Execute(QStringLiteral("DELETE * FROM _SelIUSNId"));
+    return Execute(QStringLiteral("DELETE * FROM _SelIUSNId"));
 }
 
-void ReplaceIndicators(const QString& iusList) {
-    RemoveAllIndicators();
-    if (!iusList.isEmpty()) Execute(Text(InsertInto) + Text(ReplaceSelect) + iusList + QLatin1Char(')'));
+bool ReplaceIndicators(const QString& iusList) {
+    // Rows that stayed would be doubled.
+    return RemoveAllIndicators() &&
+           (iusList.isEmpty() || Execute(Text(InsertInto) + Text(ReplaceSelect) + iusList + QLatin1Char(')')));
 }
 
 QString SectorOrderSql(const std::vector<KeyedItem>& items) {

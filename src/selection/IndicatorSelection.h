@@ -31,12 +31,12 @@ namespace tessaro::selection {
 [[nodiscard]] QString AddIndicatorsSql(const std::vector<KeyedItem>& items);
 [[nodiscard]] QString AddIndicatorSql(const KeyedItem& item);
 /// Takes in the items that are not there yet, with all their sources.
-void AddIndicators(const std::vector<KeyedItem>& items);
-void AddIndicator(const KeyedItem& item);
-void RemoveIndicators(const std::vector<KeyedItem>& items);
-void RemoveAllIndicators();
+bool AddIndicators(const std::vector<KeyedItem>& items);
+bool AddIndicator(const KeyedItem& item);
+bool RemoveIndicators(const std::vector<KeyedItem>& items);
+bool RemoveAllIndicators();
 /// Empties the table and fills it with the combinations of a comma list.
-void ReplaceIndicators(const QString& iusList);
+bool ReplaceIndicators(const QString& iusList);
 
 /// The items in the order of sector, class and indicator. Items that stand in no sector come behind, in their old
 /// order.

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "session/Frame.h"
+#include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 
@@ -44,6 +45,10 @@ QSet<QString> KeysOf(const std::vector<KeyedItem>& items) {
     for (const KeyedItem& item : items)
         keys.insert(item.key);
     return keys;
+}
+
+void TellNotKept() {
+    ShowMessage(GetText(QStringLiteral("TS_SelectionNotKept")), MessageType::Ok, 102, {}, false);
 }
 
 QString SummaryOf(const QString& key, int count) {

@@ -20,6 +20,8 @@ void StyleStrip(QWidget* strip, QFrame* line);
 void ShowHeading(QLabel* label, const QString& key);
 
 [[nodiscard]] QSet<QString> KeysOf(const std::vector<KeyedItem>& items);
+/// Tells that what was chosen could not be written; the list shows what is chosen all the same.
+void TellNotKept();
 /// "Areas: 12" from a key with a place for the number; empty for 0.
 [[nodiscard]] QString SummaryOf(const QString& key, int count);
 /// The colour of shared items, or an invalid one while the preference is off.

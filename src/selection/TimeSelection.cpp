@@ -42,31 +42,33 @@ std::vector<KeyedItem> SelectedPeriods() {
     return PeriodsOf(QStringLiteral("SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod"));
 }
 
-void AddPeriod(const KeyedItem& period) {
+bool AddPeriod(const KeyedItem& period) {
     SelectionChanged = true;
-    Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) Values (") + IdOfKey(period.key) +
-            QStringLiteral(",'") + period.cells.value(0) + QStringLiteral("')"));
+    return Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) Values (") +
+                   IdOfKey(period.key) + QStringLiteral(",'") + period.cells.value(0) + QStringLiteral("')"));
 }
 
-void AddPeriods(const std::vector<KeyedItem>& periods) {
+bool AddPeriods(const std::vector<KeyedItem>& periods) {
     SelectionChanged = true;
-    if (periods.empty() || !Connection) return;
+    if (periods.empty()) return true;
+    if (!Connection) return false;
     const bool together = Reported([] { Connection->Begin(); });
+    bool all = true;
     for (const KeyedItem& period : periods)
-        AddPeriod(period);
-    if (together) Reported([] { Connection->Commit(); });
+        all = AddPeriod(period) && all;
+    if (together) all = Reported([] { Connection->Commit(); }) && all;
+    return all;
 }
 
-void RemovePeriods(const std::vector<KeyedItem>& periods) {
+bool RemovePeriods(const std::vector<KeyedItem>& periods) {
     SelectionChanged = true;
-    if (periods.empty()) return;
-    Execute(QStringLiteral("DELETE * FROM _SelTimePeriod WHERE TimePeriodNId In (") + NumberList(periods) +
-            QLatin1Char(')'));
+    return periods.empty() || Execute(QStringLiteral("DELETE * FROM _SelTimePeriod WHERE TimePeriodNId In (") +
+                                      NumberList(periods) + QLatin1Char(')'));
 }
 
-void RemoveAllPeriods() {
+bool RemoveAllPeriods() {
     SelectionChanged = true;
-    Execute(QStringLiteral("DELETE * FROM _SelTimePeriod"));
+    return Execute(QStringLiteral("DELETE * FROM _SelTimePeriod"));
 }
 
 } // namespace tessaro::selection

@@ -13,13 +13,13 @@ namespace tessaro::selection {
 [[nodiscard]] std::vector<KeyedItem> AvailablePeriods();
 [[nodiscard]] std::vector<KeyedItem> SelectedPeriods();
 
-// --- Writes. Each raises SelectionChanged.
+// --- Writes. Each raises SelectionChanged and gives False when a statement failed.
 // ------------------------------------------------------------------------------
 /// One INSERT; the text goes in as it stands.
-void AddPeriod(const KeyedItem& period);
+bool AddPeriod(const KeyedItem& period);
 /// The same for each of them; written to disk together, one that fails leaves out only itself.
-void AddPeriods(const std::vector<KeyedItem>& periods);
-void RemovePeriods(const std::vector<KeyedItem>& periods);
-void RemoveAllPeriods();
+bool AddPeriods(const std::vector<KeyedItem>& periods);
+bool RemovePeriods(const std::vector<KeyedItem>& periods);
+bool RemoveAllPeriods();
 
 } // namespace tessaro::selection

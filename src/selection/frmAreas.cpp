@@ -168,8 +168,18 @@ void frmAreas::FillSelectedAreas() {
 
 void frmAreas::AddItems(const std::vector<KeyedItem>& items) {
     if (items.empty()) return;
-    chosen_.AddItems(items);
-    FillSelectedAreas();
+    if (chosen_.AddItems(items))
+        FillSelectedAreas();
+    else
+        ShowKept(false);
+}
+
+/// After a write that failed the list shows what the table has.
+void frmAreas::ShowKept(bool written) {
+    if (written) return;
+    chosen_.Load();
+    lstSelected1().Items().SetItems(chosen_.Items());
+    TellNotKept();
 }
 
 void frmAreas::AddOneArea(const QString& key) {
@@ -187,17 +197,17 @@ void frmAreas::RemoveSelectedAreas(bool all) {
     ErrorTrap trap("RemoveSelectedAreas");
     if (all) {
         lstSelected1().Items().Clear();
-        chosen_.RemoveAll();
+        ShowKept(chosen_.RemoveAll());
         return;
     }
     const std::vector<KeyedItem> removed = lstSelected1().HighlightedItems();
     lstSelected1().Items().RemoveKeys(KeysOf(removed));
-    chosen_.Remove(removed);
+    ShowKept(chosen_.Remove(removed));
 }
 
 void frmAreas::AddFound(const QString& idList) {
     if (idList.isEmpty()) return;
-    chosen_.AddAreas(idList);
+    if (!chosen_.AddAreas(idList)) return ShowKept(false);
     TheFrame().SetProgress(90);
     FillSelectedAreas();
 }
@@ -220,7 +230,7 @@ void frmAreas::cmdAllFilter_Click() {
     const WaitState wait;
     TheFrame().SetProgress(10);
     lstSelected1().Items().Clear();
-    chosen_.RemoveAll();
+    if (!chosen_.RemoveAll()) return ShowKept(false);
     TheFrame().SetProgress(30);
     const QString found = selection::FindAreas(selection::AreaFilterSql(by->first, by->second));
     TheFrame().SetProgress(70);

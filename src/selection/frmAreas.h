@@ -53,6 +53,7 @@ class frmAreas final : public StageScreen {
     void Form_Load();
     void ConnectControls();
     void AddOneArea(const QString& key);
+    void ShowKept(bool written);
     void AddItems(const std::vector<KeyedItem>& items);
     void AddFound(const QString& idList);
     /// The children of a node for the tree: the rows that the list has just read, or a reading of their own.

@@ -224,7 +224,14 @@ void frmIndicators::AddSelectedIndicators(bool all) {
     const std::vector<KeyedItem> items = all ? lstAvailable().Items().ShownItems() : lstAvailable().HighlightedItems();
     if (items.empty()) return;
     lstSelected().Items().AddItems(items);
-    selection::AddIndicators(items);
+    ShowKept(selection::AddIndicators(items));
+}
+
+/// After a write that failed the list shows what the table has.
+void frmIndicators::ShowKept(bool written) {
+    if (written) return;
+    lstSelected().Items().SetItems(selection::SelectedIndicators());
+    TellNotKept();
 }
 
 void frmIndicators::AddOneIndicator(const QString& key) {
@@ -234,19 +241,19 @@ void frmIndicators::AddOneIndicator(const QString& key) {
     const KeyedItem item = lstAvailable().Items().ItemAt(row);
     SelectionChanged = true;
     // What is there already stays as it is: a second INSERT would double its rows.
-    if (lstSelected().Items().AddItems({item}) > 0) selection::AddIndicator(item);
+    if (lstSelected().Items().AddItems({item}) > 0) ShowKept(selection::AddIndicator(item));
 }
 
 void frmIndicators::RemoveSelectedIndicators(bool all) {
     ErrorTrap trap("RemoveSelectedIndicators");
     if (all) {
         lstSelected().Items().Clear();
-        selection::RemoveAllIndicators();
+        ShowKept(selection::RemoveAllIndicators());
         return;
     }
     const std::vector<KeyedItem> removed = lstSelected().HighlightedItems();
     lstSelected().Items().RemoveKeys(KeysOf(removed));
-    selection::RemoveIndicators(removed);
+    ShowKept(selection::RemoveIndicators(removed));
 }
 
 void frmIndicators::SortSelIndsBySector() {
@@ -270,14 +277,16 @@ void frmIndicators::cmdAvlFilter_Click() {
 
 void frmIndicators::RunFilter(const selection::IndicatorFilter& filter) {
     selection::FoundIndicators found;
+    bool written = false;
     {
         const WaitState wait;
         found = selection::FindIndicators(filter);
         lstSelected().Items().Clear();
         SetColumns();
-        selection::ReplaceIndicators(found.iusList);
+        written = selection::ReplaceIndicators(found.iusList);
         TheFrame().SetProgress(100);
     }
+    if (!written) return ShowKept(false);
     if (found.items.empty()) {
         TheFrame().ShowStatusTextFor(GetText(QStringLiteral("031")), NothingFoundMilliseconds);
         return;

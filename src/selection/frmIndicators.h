@@ -61,6 +61,7 @@ class frmIndicators final : public StageScreen {
     void MakeOptions();
     void ConnectControls();
     void SetColumns();
+    void ShowKept(bool written);
     void AddOneIndicator(const QString& key);
     /// What both automatic selections do once it is settled what narrows them.
     void RunFilter(const selection::IndicatorFilter& filter);

@@ -113,7 +113,14 @@ void frmTime::FillAvailablePeriods() {
 void frmTime::AddThisPeriod(const QString& key, const QString& text) {
     SelectionChanged = true;
     const KeyedItem period{key, {text}, 0};
-    if (lstSelected().Items().AddItems({period}) > 0) selection::AddPeriod(period);
+    if (lstSelected().Items().AddItems({period}) > 0) ShowKept(selection::AddPeriod(period));
+}
+
+/// After a write that failed the list shows what the table has.
+void frmTime::ShowKept(bool written) {
+    if (written) return;
+    lstSelected().Items().SetItems(selection::SelectedPeriods());
+    TellNotKept();
 }
 
 void frmTime::AddPeriods(const std::vector<KeyedItem>& periods) {
@@ -121,8 +128,9 @@ void frmTime::AddPeriods(const std::vector<KeyedItem>& periods) {
     std::vector<KeyedItem> fresh;
     for (const KeyedItem& period : periods)
         if (!lstSelected().Items().Contains(period.key)) fresh.push_back(period);
-    selection::AddPeriods(fresh);
+    const bool written = selection::AddPeriods(fresh);
     lstSelected().Items().AddItems(std::move(fresh));
+    ShowKept(written);
 }
 
 void frmTime::AddOnePeriod(const QString& key) {
@@ -140,12 +148,12 @@ void frmTime::RemoveSelectedPeriods(bool all) {
     ErrorTrap trap("RemoveSelectedPeriods");
     if (all) {
         lstSelected().Items().Clear();
-        selection::RemoveAllPeriods();
+        ShowKept(selection::RemoveAllPeriods());
         return;
     }
     const std::vector<KeyedItem> removed = lstSelected().HighlightedItems();
     lstSelected().Items().RemoveKeys(KeysOf(removed));
-    selection::RemovePeriods(removed);
+    ShowKept(selection::RemovePeriods(removed));
     TheFrame().SetStatusText({});
     const std::vector<KeyedItem>& left = lstSelected().Items().Items();
     if (!left.empty()) lstSelected().HighlightKey(left.front().key); // which shows its text in the status bar
@@ -159,7 +167,7 @@ void frmTime::cmdAllFilter_Click() {
     std::vector<KeyedItem> found = selection::FindPeriods(by->first, by->second);
     TheFrame().SetProgress(50);
     lstSelected().Items().Clear();
-    selection::RemoveAllPeriods();
+    if (!selection::RemoveAllPeriods()) return ShowKept(false);
     AddPeriods(found);
     TheFrame().SetProgress(100);
 }

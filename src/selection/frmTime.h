@@ -44,6 +44,7 @@ class frmTime final : public StageScreen {
   private:
     void Form_Load();
     void ConnectControls();
+    void ShowKept(bool written);
     void AddOnePeriod(const QString& key);
     void ShowAvailablePopup(const QPoint& place);
     void ShowSelectedPopup(const QPoint& place);

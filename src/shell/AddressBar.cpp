@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
 #include <QHBoxLayout>
@@ -28,6 +29,7 @@ AddressBar::AddressBar(QWidget* parent)
     cmbAddress_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     cmbAddress_->completer()->setFilterMode(Qt::MatchContains);
     cmbAddress_->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    cmbAddress_->completer()->popup()->installEventFilter(this);
     cmbAddress_->installEventFilter(this);
     cmbAddress_->lineEdit()->installEventFilter(this);
     picGo_->setAutoRaise(true);
@@ -123,6 +125,9 @@ void AddressBar::SetPictures() {
 bool AddressBar::eventFilter(QObject* watched, QEvent* event) {
     // A turn of the wheel over the closed list would open one database after the other.
     if (watched == cmbAddress_ && event->type() == QEvent::Wheel) return true;
+    if (event->type() == QEvent::KeyPress && watched == cmbAddress_->completer()->popup() &&
+        SuggestionKey(static_cast<const QKeyEvent&>(*event)))
+        return true;
     // The box has the focus and hands keys on to its field without asking the field's filters.
     const bool ofField = watched == cmbAddress_ || watched == cmbAddress_->lineEdit();
     if (ofField && event->type() == QEvent::KeyPress && FieldKey(static_cast<const QKeyEvent&>(*event))) return true;
@@ -133,6 +138,15 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/// Enter means what was typed, unless one of the suggestions below it was chosen.
+bool AddressBar::SuggestionKey(const QKeyEvent& event) {
+    QAbstractItemView* suggestions = cmbAddress_->completer()->popup();
+    if (suggestions->currentIndex().isValid()) return false;
+    if (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter) return false;
+    suggestions->hide();
+    return FieldKey(event);
 }
 
 bool AddressBar::FieldKey(const QKeyEvent& event) {

@@ -40,6 +40,7 @@ class AddressBar final : public QWidget {
 
   private:
     [[nodiscard]] int Find(const QString& text) const;
+    bool SuggestionKey(const class QKeyEvent& event);
     bool FieldKey(const class QKeyEvent& event);
 
     QLabel* lblAddress_;

@@ -114,11 +114,13 @@ void frmMain::mnu_Click(const QString& name, bool checked) {
 /// An edit command means the text field that has the focus, otherwise the screen. What a list or tree shows is copied
 /// wherever it is.
 void frmMain::EditCommand(const char* onField, void (StageScreen::*onScreen)()) {
-    if (auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
+    QWidget* focus = QApplication::focusWidget();
+    if (const auto* box = qobject_cast<QComboBox*>(focus); box && box->isEditable()) focus = box->lineEdit();
+    if (auto* field = qobject_cast<QLineEdit*>(focus)) {
         QMetaObject::invokeMethod(field, onField);
         return;
     }
-    if (onScreen == &StageScreen::Copy && CopyFromControl(QApplication::focusWidget())) return;
+    if (onScreen == &StageScreen::Copy && CopyFromControl(focus)) return;
     StageScreen* screen = ActiveScreen();
     if (screen && onScreen) (screen->*onScreen)();
 }

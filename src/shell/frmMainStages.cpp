@@ -89,7 +89,7 @@ void frmMain::EnterFromHome(int stage) {
         ShowLanguageDialog();
         return;
     }
-    if (!DatabaseOpen) {
+    if (!DatabaseOpen || !Connection) {
         ShowMessage(QStringLiteral("026"));
         return;
     }

@@ -160,5 +160,21 @@ TEST_F(frmAreasTest, WithoutADatabaseNothingBreaks) {
     EXPECT_EQ(Shown(lstSelected1()), "");
 }
 
+TEST_F(frmAreasTest, AWriteThatFailsIsToldAndTheListShowsTheTable) {
+    Run(QStringLiteral("CREATE UNIQUE INDEX one ON _SelArea (AreaLevel)"));
+    Open();
+    ChooseNode("AASI");
+    DoubleClick(lstAvailable1(), QStringLiteral("A2"));
+    EXPECT_TRUE(messages.isEmpty());
+    Click("cmdAddAll"); // two areas of one level
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(ChosenAreas(), QStringLiteral("2"));
+    EXPECT_EQ(Shown(lstSelected1()), "A2");
+    Click("cmdAllFilter");
+    EXPECT_EQ(messages.size(), 2);
+    EXPECT_EQ(ChosenAreas(), QString());
+    EXPECT_EQ(Shown(lstSelected1()), "");
+}
+
 } // namespace
 } // namespace tessaro::test

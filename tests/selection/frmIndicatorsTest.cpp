@@ -205,5 +205,17 @@ TEST_F(frmIndicatorsTest, FiftyThousandCombinationsDoNotStallTheScreen) {
     timed("remove all", 2000, [&] { Click("cmdRemoveAll"); });
 }
 
+TEST_F(frmIndicatorsTest, AWriteThatFailsIsToldAndTheListShowsTheTable) {
+    Run(QStringLiteral("CREATE UNIQUE INDEX one ON _SelIUSNId (UnitGId)"));
+    Open();
+    Click("cmdAllFilter");
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(ChosenIus(), QString());
+    EXPECT_EQ(Shown(lstSelected()), "");
+    Click("cmdAddAll");
+    EXPECT_EQ(messages.size(), 2);
+    EXPECT_EQ(Shown(lstSelected()), "");
+}
+
 } // namespace
 } // namespace tessaro::test

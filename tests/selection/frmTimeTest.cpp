@@ -56,6 +56,15 @@ TEST_F(frmTimeTest, AddsAndRemovesByMouseAndKeys) {
     EXPECT_EQ(Shown(lstSelected()), "");
 }
 
+TEST_F(frmTimeTest, APeriodThatCannotBeWrittenIsToldAndNotListed) {
+    Run(QStringLiteral("UPDATE TimePeriod SET TimePeriod = '19''95' WHERE TimePeriodNId = 2"));
+    Open();
+    Click("cmdAddAll");
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(ChosenPeriods(), QStringLiteral("1,3,4"));
+    EXPECT_EQ(Shown(lstSelected()), "T1 T3 T4");
+}
+
 TEST_F(frmTimeTest, ButtonsSayWhatCanBeDone) {
     Open();
     const auto enabled = [this](const char* name) { return Find<QAbstractButton>(name).isEnabled(); };

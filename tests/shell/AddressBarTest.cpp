@@ -2,11 +2,14 @@
 
 #include "support/TestSession.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QCompleter>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTest>
 #include <QWheelEvent>
 
 namespace tessaro {
@@ -45,6 +48,24 @@ TEST_F(AddressBarTest, EnterAsksOnce) {
     EXPECT_EQ(entered, 1);
     Press(Qt::Key_Enter);
     EXPECT_EQ(entered, 2);
+}
+
+TEST_F(AddressBarTest, EnterIsNotLostOnTheSuggestions) {
+    bar.show();
+    box->setEditText({});
+    QTest::keyClicks(box->lineEdit(), QStringLiteral("two"));
+    QAbstractItemView* suggestions = box->completer()->popup();
+    suggestions->show();
+    suggestions->setCurrentIndex({});
+    QTest::keyClick(suggestions, Qt::Key_Return);
+    EXPECT_EQ(entered, 1);
+    EXPECT_EQ(bar.Text(), QStringLiteral("two"));
+    EXPECT_FALSE(suggestions->isVisible());
+    suggestions->show();
+    suggestions->setCurrentIndex(suggestions->model()->index(0, 0));
+    QTest::keyClick(suggestions, Qt::Key_Return);
+    EXPECT_EQ(entered, 2) << "once, for the one chosen";
+    EXPECT_EQ(bar.Text(), QStringLiteral("Local://Two.mdb"));
 }
 
 TEST_F(AddressBarTest, LeavingTheFieldAsksNothing) {
