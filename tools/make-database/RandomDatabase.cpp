@@ -217,15 +217,12 @@ class Filler {
         load_.Into("Data", {"TimePeriodNId", "IUSNId", "AreaNId", "SourceNId", "FootnoteNId", "Datavalue"});
         const std::int64_t cells = std::int64_t{size_.areas} * size_.ius * size_.periods;
         const std::int64_t rows = size_.rows < 0 ? cells : size_.rows;
-        std::int64_t cell = 0;
-        for (int area = 1; area <= size_.areas; ++area) {
-            for (int period = 1; period <= size_.periods; ++period) {
-                for (int ius = 1; ius <= size_.ius; ++ius, ++cell) {
-                    const auto sources = static_cast<int>((cell + 1) * rows / cells - cell * rows / cells);
-                    for (int layer = 0; layer < sources; ++layer)
-                        AddValue(area, period, ius, layer, cell);
-                }
-            }
+        // By rows, since there may be far more cells than anybody wants rows.
+        for (std::int64_t row = 0; row < rows; ++row) {
+            const std::int64_t cell = ((row + 1) * cells + rows - 1) / rows - 1;
+            const std::int64_t place = cell / size_.ius;
+            AddValue(static_cast<int>(place / size_.periods) + 1, static_cast<int>(place % size_.periods) + 1,
+                     static_cast<int>(cell % size_.ius) + 1, static_cast<int>(row - cell * rows / cells), cell);
         }
     }
 
