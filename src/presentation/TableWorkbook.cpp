@@ -23,6 +23,7 @@ constexpr int kLegendLines = 3;
 constexpr int kBlanksBehindNumber = 10;
 constexpr double kEmptyColumn = 10;  ///< digits of a column that holds nothing
 constexpr double kWidestColumn = 30; ///< digits; a merged line may end so far before the page does
+constexpr double kLeastLine = 30;    ///< digits; in less than that a line isn't wrapped
 constexpr int kMostMerged = 24;
 constexpr double kLineEnds = 0.1;   ///< of a line, lost where words don't break
 constexpr double kLineHeight = 1.5; ///< in sizes of the font
@@ -252,16 +253,27 @@ void TableWorkbook::WriteSources(int row) {
     sheet_.Cells(row, 1).SetValues(block);
 }
 
-// What is longer than a page is wide goes on in further lines.
+// The columns that a line takes up and their digits: what the page is wide. Pages side by side repeat the columns of
+// the rows' heads; a line that keeps within these stands whole on each of them.
+TableWorkbook::LineRoom TableWorkbook::RoomOfLines() const {
+    const int fields = table_.FieldCount();
+    double room = 0;
+    for (int column = 1; column <= fields; ++column)
+        room += widths_.SheetWidth(column, options_.bodyFont);
+    if (widths_.PagesFor(fields, options_.bodyFont) > 1 && room >= kLeastLine) return {fields, room, room};
+    int columns = 0;
+    for (room = 0; room < PageDigits - kWidestColumn && columns < kMostMerged; ++columns)
+        room += columns < LastColumn() ? widths_.SheetWidth(columns + 1, options_.bodyFont) : kEmptyColumn;
+    return {columns, room, PageDigits};
+}
+
+// What is longer than its room goes on in further lines.
 void TableWorkbook::WrapLongLines() {
     const TableFont font = TextFont(options_.bodyFont);
+    const auto [columns, room, longest] = RoomOfLines();
     for (const auto& [row, text] : longLines_) {
         const double length = TextWidth(text, font);
-        if (length <= PageDigits) continue;
-        int columns = 0;
-        double room = 0;
-        for (; room < PageDigits - kWidestColumn && columns < kMostMerged; ++columns)
-            room += columns < LastColumn() ? widths_.SheetWidth(columns + 1, options_.bodyFont) : kEmptyColumn;
+        if (length <= longest) continue;
         office::Range line = sheet_.Cells(row, 1, row, columns);
         line.Merge();
         line.SetStyle({.vertical = office::VerticalAlign::Top, .wrapText = true});

@@ -54,6 +54,13 @@ class TableWorkbook final {
     void WriteMarks();
     [[nodiscard]] int WriteFootnotes();
     void WriteSources(int row);
+    /// The columns of a line below the table, their digits, and the digits that a line may have in one row.
+    struct LineRoom {
+        int columns;
+        double digits;
+        double longest;
+    };
+    [[nodiscard]] LineRoom RoomOfLines() const;
     void WrapLongLines();
     void FormatTable();
     void DrawBorders();

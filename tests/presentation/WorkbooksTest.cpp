@@ -278,6 +278,33 @@ TEST_F(WorkbooksTest, AWideTableTakesSeveralPagesSideBySide) {
     }
 }
 
+TEST_F(WorkbooksTest, NotesKeepWithinTheColumnsThatPagesSideBySideRepeat) {
+    Run(QStringLiteral("UPDATE FootNote SET FootNote = '%1'").arg(QStringLiteral("An estimate. ").repeated(15)));
+    ShowFootnotes = true;
+    SelectIus();
+    SelectTimes();
+    for (int area = 1; area <= 30; ++area) {
+        Run(QStringLiteral(
+                "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
+                "'Area %1', 1)")
+                .arg(1000 + area));
+        AddValue(1, 1, 1000 + area, 1, QStringLiteral("101234567"));
+    }
+    Run(QStringLiteral("UPDATE Data SET FootnoteNId = 1 WHERE AreaNId = 1001"));
+    Run(QStringLiteral("UPDATE _SelIUSNId SET [Indicator] = 'Average number of hours worked in a year'"));
+    RowsColumns arrangement;
+    arrangement.Place(F::Indicator, Placement::Row);
+    arrangement.Place(F::TimePeriod, Placement::Row);
+    arrangement.Place(F::AreaName, Placement::Column);
+    const ShowOutcome outcome = ShowXLS(arrangement, Options());
+    ASSERT_EQ(outcome.result, ShowResult::Built);
+    Keep(outcome.WorkbookFile, "wide-notes.xls");
+    const test::ReadSheet table = test::ReadXls(outcome.WorkbookFile).front();
+    const int note = RowOf(table, QStringLiteral("Footnotes")) + 1;
+    const int fields = static_cast<int>(arrangement.Rows().size());
+    EXPECT_TRUE(table.merged.contains(QJsonArray{note, 1, note, fields}));
+}
+
 TEST_F(WorkbooksTest, ACrowdedGraphIsAskedAbout) {
     SelectEverything();
     for (int area = 10; area < 70; ++area) {
