@@ -28,6 +28,10 @@ class DataPanel : public QWidget {
   Q_SIGNALS:
     /// What the panel decides about has changed; the rows must be queried again.
     void Changed();
+    /// The rows in view are to be printed.
+    void PrintWanted();
+    /// The information sheet of a source is to be shown.
+    void InformationWanted(const QString& sourceNId);
 };
 
 } // namespace tessaro

@@ -236,7 +236,9 @@ void SortPanel::ShowSelectedPopup(const QPoint& place) {
                {3, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0},
                {4, "mnu_popDataSort_ClearHighlighted", [this] { TakeOutHighlighted(); }, highlighted},
                {5, nullptr, {}},
-               {6, "Count", [&list, this] { lists_->ShowCount(list); }}});
+               {6, "Count", [&list, this] { lists_->ShowCount(list); }},
+               {7, nullptr, {}},
+               {9, "PRINT BUTTON", [this] { Q_EMIT PrintWanted(); }}});
 }
 
 } // namespace tessaro

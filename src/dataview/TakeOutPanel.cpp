@@ -187,7 +187,16 @@ void TakeOutPanel::ShowAvailablePopup(const QPoint& place) {
     if (option_ == OptionList::Sources)
         entries << PopupEntry{2, "mnu_popDataSources_SelectRecommended", [this] { PutRecommended(); }};
     entries << PopupEntry{3, nullptr, {}} << PopupEntry{4, "Count", [&list, this] { lists_->ShowCount(list); }};
+    if (option_ == OptionList::Sources)
+        entries << PopupEntry{5, nullptr, {}}
+                << PopupEntry{6, "Information", [this] { AskForInformation(); }, list.HasHighlighted()};
     ShowPopup(this, QStringLiteral("mnu_popup_Data_Sources_Avl_Options"), place, entries);
+}
+
+// A source's key ends with its number.
+void TakeOutPanel::AskForInformation() {
+    const std::vector<KeyedItem> items = lists_->Available().HighlightedItems();
+    if (!items.empty()) Q_EMIT InformationWanted(items.front().key.section(QLatin1Char('_'), -1));
 }
 
 void TakeOutPanel::ShowSelectedPopup(const QPoint& place) {

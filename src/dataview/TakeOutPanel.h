@@ -36,6 +36,7 @@ class TakeOutPanel final : public DataPanel {
     void PutRecommended();
     void ShowAvailablePopup(const QPoint& place);
     void ShowSelectedPopup(const QPoint& place);
+    void AskForInformation();
     void ShowIcons();
 
     OptionList option_;

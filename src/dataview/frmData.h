@@ -102,6 +102,8 @@ class frmData final : public StageScreen {
     int WriteDataView(const QString& file);
     bool NeedsRows();
     bool MayLeaveOption();
+    /// True when what stands in the grid may be saved or printed; an order that waits in its panel is applied before.
+    bool MayGiveAway();
     void DrawStats();
     void FitStatsColumns();
     [[nodiscard]] DataPanel* PanelShown() const;

@@ -32,7 +32,7 @@ QString FilterLine(const char* key, const char* pattern) {
 } // namespace
 
 void frmData::SaveAs() {
-    if (!NeedsRows() || !MayLeaveOption()) return;
+    if (!MayGiveAway()) return;
     const QString filter = QStringList{FilterLine("TS_FilterWebPage", "*.htm *.html"),
                                        FilterLine("TS_FilterWorkbook", "*.xls"), FilterLine("TS_FilterText", "*.txt")}
                                .join(QStringLiteral(";;"));
@@ -89,7 +89,7 @@ bool frmData::SaveDataView(const QString& file) {
 }
 
 void frmData::Print() {
-    if (!NeedsRows() || !MayLeaveOption()) return;
+    if (!MayGiveAway()) return;
     ShowMadeWorkbook("PrintDataView", [this] {
         const QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("DataView Print"))});
         WriteDataView(file);

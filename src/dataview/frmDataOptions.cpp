@@ -8,6 +8,7 @@
 #include "dataview/TakeOutPanel.h"
 #include "dataview/frmData.h"
 #include "dataview/frmDataFilters.h"
+#include "selection/frmInformationSheet.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
@@ -52,11 +53,15 @@ void frmData::MakePanels() {
         connect(panel, &DataPanel::Changed, this, [this, panel] {
             if (!panel->IsEmpty()) Requery();
         });
+        connect(panel, &DataPanel::InformationWanted, this, [this](const QString& sourceNId) {
+            ShowInformationInBROW(sourceNId, QStringLiteral("SOURCES"), FormName(), false, this);
+        });
         ui_->picPanels->addWidget(panel);
         takeOutPanels_.push_back(panel);
     }
     sortPanel_ = new SortPanel(this);
     connect(sortPanel_, &DataPanel::Changed, this, &frmData::GenerateDataTable);
+    connect(sortPanel_, &DataPanel::PrintWanted, this, &frmData::Print);
     ui_->picPanels->addWidget(sortPanel_);
     calculatePanel_ = new ActionPanel(ActionPanel::Kind::Calculate, this);
     presentPanel_ = new ActionPanel(ActionPanel::Kind::Present, this);
@@ -84,6 +89,12 @@ bool frmData::NeedsRows() {
 bool frmData::MayLeaveOption() {
     DataPanel* panel = PanelShown();
     return panel == nullptr || model_.MaxRows() == 0 || panel->MayLeave();
+}
+
+bool frmData::MayGiveAway() {
+    if (!NeedsRows() || !MayLeaveOption()) return false;
+    if (PanelShown() != nullptr) PanelShown()->Leave();
+    return NeedsRows();
 }
 
 void frmData::ShowThisDataOption(int option) {

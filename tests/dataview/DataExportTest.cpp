@@ -1,6 +1,7 @@
 #include "dataview/DataExport.h"
 
 #include "dataview/GridQuery.h"
+#include "dataview/Selection.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
@@ -8,7 +9,6 @@
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "support/ReadXls.h"
-#include "support/TestSession.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,10 +38,7 @@ class DataExportTest : public SessionTest {
   protected:
     DataExportTest() {
         StartInstallation();
-        // One process for all tests of this program.
-        static const QTemporaryDir profile;
-        static const bool set = (office::SpreadsheetApplication::SetProfileFolder(profile.path()), true);
-        static_cast<void>(set);
+        UseSpreadsheet();
         ShowGlobalColor = true;
         GlobalColor = 0x00331A; // red 26, green 51
         rows = {Row(QStringLiteral("00123"), QStringLiteral("A <b>&amp; \"'x\""), QStringLiteral("1234.50")),

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "office/SpreadsheetApplication.h"
 #include "support/TestSession.h"
+
+#include <QTemporaryDir>
 
 namespace tessaro::test {
 
@@ -22,5 +25,12 @@ class SelectionTest : public SessionTest {
     void AddData(int time, int area, int ius, const QString& value, int source = 1, int footnote = 0);
     void Run(const QString& sql);
 };
+
+/// Gives the spreadsheet program of this test program its profile: one process serves all tests.
+inline void UseSpreadsheet() {
+    static const QTemporaryDir profile;
+    static const bool set = (office::SpreadsheetApplication::SetProfileFolder(profile.path()), true);
+    static_cast<void>(set);
+}
 
 } // namespace tessaro::test

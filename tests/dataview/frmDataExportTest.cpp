@@ -1,4 +1,5 @@
 #include "controls/DataTable.h"
+#include "controls/FileDialogs.h"
 #include "controls/KeyedList.h"
 #include "dataview/DataScreen.h"
 #include "dataview/GridQuery.h"
@@ -8,6 +9,7 @@
 #include "session/Query.h"
 #include "session/Session.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
@@ -15,6 +17,7 @@
 #include <QListWidget>
 #include <QStackedWidget>
 #include <QTest>
+#include <QToolButton>
 
 namespace tessaro::test {
 
@@ -27,6 +30,8 @@ class OfferingFrame final : public FakeFrame {
     [[nodiscard]] bool OffersCalculation(int type) const override { return calculates && type != 2; }
     void StartPresentation(QChar type) override { started << type; }
     [[nodiscard]] bool OffersPresentation(QChar type) const override { return type != QLatin1Char('M'); }
+
+    void ShowWorkbook(const QString& file) override { started << FileNameOf(file); }
 
     bool calculates = true;
     QStringList started;
@@ -60,6 +65,56 @@ TEST_F(frmDataExportTest, SavesTheRowsThatStandInTheGridAndTheLoadGoesOn) {
     EXPECT_EQ(offering.busy, 0);
     EXPECT_EQ(offering.calls.count(QStringLiteral("progress start")),
               offering.calls.count(QStringLiteral("progress end")));
+}
+
+TEST_F(frmDataExportTest, AnOrderThatWaitsInItsPanelIsSavedToo) {
+    FillData(1, 2, 1);
+    Show();
+    form.ShowThisDataOption(5);
+    const auto list = [this](const char* name) { return form.findChildren<KeyedList*>(QLatin1String(name)).last(); };
+    list("lstSelected")->HighlightKey(list("lstSelected")->Items().Items().front().key);
+    QTest::keyClick(list("lstSelected"), Qt::Key_Delete);
+    list("lstAvailable")->HighlightKey(QStringLiteral("IUS.[Indicator]"));
+    QTest::keyClick(list("lstAvailable"), Qt::Key_Return);
+    list("lstSelected")->HighlightKey(QStringLiteral("IUS.[Indicator]"));
+    form.findChild<QToolButton*>(QStringLiteral("cmdDescending"))->click();
+    const QString file = JoinPath({Folder(), QStringLiteral("Ordered.txt")});
+    SetFileAnswerer([&](const FileQuestion&) { return file; });
+    form.SaveAs();
+    SetFileAnswerer({});
+    const QList<QByteArray> lines = ReadWholeFile(file).value_or(QByteArray()).split('\n');
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_TRUE(lines[1].contains("Indicator 2")) << lines[1].constData();
+    EXPECT_TRUE(lines[2].contains("Indicator 1")) << lines[2].constData();
+}
+
+TEST_F(frmDataExportTest, PopupsOfThePanelsPrintAndInform) {
+    UseSpreadsheet();
+    TempFolder = Folder() + QStringLiteral("/Temp");
+    ASSERT_TRUE(QDir().mkpath(TempFolder));
+    const QString templates = JoinPath({AppPath, QStringLiteral("Bin/Template")});
+    ASSERT_TRUE(QDir().mkpath(templates));
+    ASSERT_TRUE(CopyFileOver(QStringLiteral(TESSARO_INSTALLATION "/Bin/Template/TemplateExcel.xls"),
+                             templates + QStringLiteral("/TemplateExcel.xls")));
+    FillData(1, 2, 1);
+    Show();
+    const auto trigger = [this](int option, const char* list, const char* entry) {
+        form.ShowThisDataOption(option);
+        auto* view = form.findChild<QStackedWidget*>(QStringLiteral("picPanels"))
+                         ->currentWidget()
+                         ->findChild<KeyedList*>(QLatin1String(list));
+        view->HighlightKey(view->Items().Items().front().key);
+        Q_EMIT view->PopupRequested(QPoint());
+        auto* action = form.findChild<QAction*>(QLatin1String(entry));
+        ASSERT_NE(action, nullptr) << entry;
+        EXPECT_TRUE(action->isEnabled()) << entry;
+        action->trigger();
+    };
+    messages.clear();
+    trigger(2, "lstAvailable", "mnu_popup_Data_Sources_Avl_Options_6");
+    EXPECT_EQ(messages, QStringList{QStringLiteral("035")}) << "the source has no information";
+    trigger(5, "lstSelected", "mnu_Data_Sort_PopupMenu_Sel_Options_9");
+    EXPECT_EQ(offering.started, QStringList{QStringLiteral("DataView Print.xls")});
 }
 
 TEST_F(frmDataExportTest, RowsTakenOutOfTheGridAreNotSaved) {
