@@ -67,6 +67,7 @@ int frmIndicators::SelectedCount() const {
 }
 
 void frmIndicators::MakeTrees() {
+    QWidget* before = ui_->cmdAllFilter; // the trees are reached behind the strip and before the lists
     for (int view = 0; view < selection::ClassificationCount; ++view) {
         if (!selection::IsViewEnabled(view)) continue;
         auto* tree = new KeyedTree(ui_->picTrees);
@@ -83,6 +84,8 @@ void frmIndicators::MakeTrees() {
         connect(tree, &KeyedTree::EnterPressed, this, [this] { lstAvailable().setFocus(); });
         connect(tree, &KeyedTree::PopupRequested, this, &frmIndicators::ShowTreePopup);
         ui_->picTrees->addWidget(tree);
+        setTabOrder(before, tree);
+        before = tree;
         trees_[static_cast<std::size_t>(view)] = tree;
     }
 }

@@ -217,5 +217,16 @@ TEST_F(frmIndicatorsTest, AWriteThatFailsIsToldAndTheListShowsTheTable) {
     EXPECT_EQ(Shown(lstSelected()), "");
 }
 
+TEST_F(frmIndicatorsTest, TabLeadsFromTheTreeIntoTheLists) {
+    Open();
+    QStringList names;
+    QWidget* tree = &Find<QWidget>("TV_GOALS");
+    Find<QTabBar>("lblIndicatorOptions").setCurrentIndex(1);
+    for (QWidget* next = tree->nextInFocusChain(); names.size() < 3 && next != tree; next = next->nextInFocusChain())
+        if ((next->focusPolicy() & Qt::TabFocus) != 0 && next->isVisibleTo(screen.get())) names << next->objectName();
+    EXPECT_EQ(names, (QStringList{QStringLiteral("txtFilter"), QStringLiteral("cmdAvailableIcon"),
+                                  QStringLiteral("lstAvailable")}));
+}
+
 } // namespace
 } // namespace tessaro::test
