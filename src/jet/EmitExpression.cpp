@@ -381,6 +381,21 @@ Typed Emitter::emitNode(const Exists& node, const Scope& scope, Position) {
     return Condition("EXISTS (" + emitQuery(*node.query, &scope).sql + ")");
 }
 
+// One row that decides is enough; without one, a comparison with Null leaves the whole unknown.
+Typed Emitter::emitNode(const Quantified& node, const Scope& scope, Position at) {
+    if (HoldsAggregate(*node.operand)) FailAt(at, "An aggregate can't be compared with all of a query");
+    const Typed operand = emit(*node.operand, scope);
+    const SelectText inner = emitQuery(*node.query, &scope);
+    if (inner.columns.size() != 1) FailAt(at, "A query behind ALL or ANY must give one field");
+    const Typed given{.sql = "\"jet$s\"." + QuotedName(inner.columns[0].name),
+                      .kind = inner.columns[0].kind,
+                      .type = inner.columns[0].type};
+    const std::string decides = node.all ? "min(t) = 0 THEN 0" : "max(t) = 1 THEN 1";
+    return Condition("SELECT CASE WHEN " + decides + " WHEN count(*) > count(t) THEN NULL ELSE " +
+                     (node.all ? "1" : "0") + " END FROM (SELECT (" + Compared(operand, SqlOf(node.op), given) +
+                     ") AS t FROM (" + inner.sql + ") AS \"jet$s\")");
+}
+
 Typed Emitter::emitNode(const ScalarQuery& node, const Scope& scope, Position at) {
     const SelectText inner = emitQuery(*node.query, &scope);
     if (inner.columns.size() != 1) FailAt(at, "A query within an expression must give one field");

@@ -15,6 +15,7 @@ bool HoldsAggregate(const Expression& expression) {
     if (call && FindFunction(call->name)->aggregate) return true;
     // The query behind IN has groups of its own, what is looked for in it belongs to ours.
     if (const auto* const in = std::get_if<InQuery>(&expression.node)) return HoldsAggregate(*in->operand);
+    if (const auto* const each = std::get_if<Quantified>(&expression.node)) return HoldsAggregate(*each->operand);
     bool holds = false;
     (void)VisitOperands(expression, [&](const Expression& operand) {
         holds = HoldsAggregate(operand);
@@ -229,6 +230,8 @@ void Emitter::checkGrouped(const Expression& expression, const std::vector<std::
     const auto* const call = std::get_if<Call>(&expression.node);
     if (call && FindFunction(call->name)->aggregate) return;
     if (const auto* const in = std::get_if<InQuery>(&expression.node)) return checkGrouped(*in->operand, terms, scope);
+    if (const auto* const each = std::get_if<Quantified>(&expression.node))
+        return checkGrouped(*each->operand, terms, scope);
     if (std::ranges::find(terms, AsValue(emit(expression, scope))) != terms.end()) return;
     const auto* const column = std::get_if<ColumnName>(&expression.node);
     if (column) {

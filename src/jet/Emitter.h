@@ -34,6 +34,7 @@ class Emitter {
     Typed emitNode(const tree::InList& node, const Scope& scope, Position at);
     Typed emitNode(const tree::InQuery& node, const Scope& scope, Position at);
     Typed emitNode(const tree::Exists& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::Quantified& node, const Scope& scope, Position at);
     Typed emitNode(const tree::ScalarQuery& node, const Scope& scope, Position at);
     Typed emitNode(const tree::Call& node, const Scope& scope, Position at);
     Typed emitAggregate(const tree::Call& node, std::vector<Typed> arguments);

@@ -100,13 +100,27 @@ ExpressionPtr ExpressionParser::comparison() {
         const Position at = current().at;
         if (const auto op = ComparisonOf(current())) {
             next();
-            left = MakeExpression(at, Comparison{*op, std::move(left), concatenation()});
+            left = isWord("all") || isWord("any") || isWord("some")
+                       ? quantified(*op, std::move(left))
+                       : MakeExpression(at, Comparison{*op, std::move(left), concatenation()});
         } else if (isWord("between") || isWord("like") || isWord("in") || isWord("is") || isWord("not")) {
             left = predicate(std::move(left));
         } else {
             return left;
         }
     }
+}
+
+ExpressionPtr ExpressionParser::quantified(ComparisonOperator op, ExpressionPtr left) {
+    const Position at = current().at;
+    const bool all = isWord("all");
+    next();
+    expectSymbol("(");
+    const Nesting nesting(*this);
+    if (!isWord("select")) fail("Expected a query");
+    Quantified node{op, all, std::move(left), query()};
+    expectSymbol(")");
+    return MakeExpression(at, std::move(node));
 }
 
 ExpressionPtr ExpressionParser::predicate(ExpressionPtr left) {

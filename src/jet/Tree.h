@@ -95,6 +95,13 @@ struct InQuery {
 struct Exists {
     QueryPtr query;
 };
+/// a > ALL (SELECT …), a = ANY (SELECT …); SOME is another word for ANY.
+struct Quantified {
+    ComparisonOperator op = ComparisonOperator::Equal;
+    bool all = false;
+    ExpressionPtr operand;
+    QueryPtr query;
+};
 struct ScalarQuery {
     QueryPtr query;
 };
@@ -108,7 +115,7 @@ struct Call {
 struct Expression {
     using Node = std::variant<NullLiteral, NumberLiteral, TextLiteral, DateLiteral, BooleanLiteral, ColumnName,
                               Arithmetic, Negation, Comparison, Logical, Not, Between, Like, IsNull, InList, InQuery,
-                              Exists, ScalarQuery, Call>;
+                              Exists, Quantified, ScalarQuery, Call>;
     Position at;
     Node node;
 };

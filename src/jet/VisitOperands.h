@@ -33,7 +33,7 @@ template <class Visit> bool VisitOperands(const tree::Expression& expression, co
                 return all(node.arguments);
             else
                 return !std::is_same_v<Node, InQuery> && !std::is_same_v<Node, Exists> &&
-                       !std::is_same_v<Node, ScalarQuery>;
+                       !std::is_same_v<Node, Quantified> && !std::is_same_v<Node, ScalarQuery>;
         },
         expression.node);
 }
