@@ -22,6 +22,11 @@ namespace {
 
 enum Column { ColRange, ColFrom, ColTo, ColCount, ColColor };
 
+/// Numbers keep to the right in every language.
+Qt::Alignment AlignmentOf(int column) {
+    return (column == ColRange ? Qt::AlignLeading : Qt::AlignRight | Qt::AlignAbsolute) | Qt::AlignVCenter;
+}
+
 /// A number as the user writes it, or as the data does, in the data's form; empty when it is none.
 QString NumberText(const QString& typed) {
     for (const QLocale& locale : {QLocale::system(), QLocale::c()}) {
@@ -101,6 +106,8 @@ void ColorRangesPanel::SetFormCaptions() {
     ui_->grdAddColor->setHorizontalHeaderLabels({PlainText(QStringLiteral("Range")), PlainText(QStringLiteral("From")),
                                                  PlainText(QStringLiteral("To")), PlainText(QStringLiteral("Count")),
                                                  PlainText(QStringLiteral("COMM_Color"))});
+    for (int column = ColRange; column < ColColor; ++column)
+        ui_->grdAddColor->horizontalHeaderItem(column)->setTextAlignment(AlignmentOf(column));
 }
 
 void ColorRangesPanel::SetRanges(const ValueRanges& ranges) {
@@ -144,7 +151,7 @@ void ColorRangesPanel::ShowGrid() {
             auto* item = new QTableWidgetItem(texts[column]);
             const bool editable = column == ColFrom || column == ColTo;
             item->setFlags(editable ? item->flags() | Qt::ItemIsEditable : item->flags() & ~Qt::ItemIsEditable);
-            item->setTextAlignment((column == ColRange ? Qt::AlignLeading : Qt::AlignRight) | Qt::AlignVCenter);
+            item->setTextAlignment(AlignmentOf(column));
             if (column == ColColor) {
                 item->setBackground(draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - FirstRangeSlot)]);
                 item->setData(Qt::AccessibleTextRole, GetText(QStringLiteral("TS_RangeColor"))

@@ -89,7 +89,7 @@ void TableOptionsPage::SetFormCaptions() {
                                                           {ui_->cmdSubTitleFont, "TS_SubTitleFont"},
                                                           {ui_->cmdBodyFont, "TS_BodyFont"}};
     for (const auto& [button, tip] : fonts) {
-        SetCaption(button, QStringLiteral("COMM_Font"));
+        SetCaption(button, QStringLiteral("TS_ChooseFont"));
         button->setAccessibleName(PlainText(QLatin1String(tip)));
     }
     QFont heading = ui_->lblLook->font();
