@@ -312,6 +312,9 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         return DrawBox(*option, *painter, true);
     case PE_FrameFocusRect:
         return DrawFocus(*option, *painter);
+    case PE_PanelMenu:
+        painter->fillRect(option->rect, option->palette.base());
+        return DrawFrame(*option, *painter);
     case PE_Frame:
     case PE_FrameTabWidget:
         return DrawFrame(*option, *painter);
@@ -356,6 +359,12 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
         return DrawMenuBarItem(*this, *option, *painter, widget);
     case CE_MenuItem:
         if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
+            if (item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty()) {
+                const int middle = item->rect.center().y();
+                return painter->fillRect(
+                    QRect(item->rect.left() + theme::Grid, middle, item->rect.width() - 2 * theme::Grid, 1),
+                    option->palette.color(QPalette::Mid));
+            }
             // On a pale ground the pictures keep their colours.
             QStyleOptionMenuItem pale(*item);
             pale.palette.setColor(QPalette::Highlight, theme::HoverSurface());
@@ -468,7 +477,7 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 
 int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* returned) const {
-    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_EtchDisabledText) return 0;
     // A click beside the slider goes to the next page, as on every platform that this system ran on.
     if (hint == SH_ScrollBar_LeftClickAbsolutePosition) return 0;
     return QProxyStyle::styleHint(hint, option, widget, returned);
