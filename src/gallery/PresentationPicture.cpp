@@ -61,7 +61,7 @@ std::optional<QByteArray> TableOf(const office::Workbook& book) {
 constexpr int kHeadRows = 7;       ///< of a table that the wizard made: titles and heads
 constexpr QSizeF kSlide(648, 486); ///< points within the margins of a slide
 constexpr double kReadable = 0.6;  ///< of the text's own size
-constexpr int kMostSlides = 30;
+constexpr double kMostCounted = 1e6;
 
 /// The used block of a table, apart from the rows that every part of it shows.
 struct TableBlock {
@@ -105,7 +105,7 @@ int SlidesForTable(const office::Workbook& book) {
     const double room = kSlide.height() / scale - head.height();
     if (room < head.height()) return 1; // a head that leaves nothing
     const double slides = std::ceil((size.height() - head.height()) / room);
-    return slides > kMostSlides ? 1 : static_cast<int>(slides);
+    return static_cast<int>(std::min(slides, kMostCounted));
 }
 
 std::vector<QList<QByteArray>> PartsOfTable(const office::Workbook& book, int slides) {

@@ -15,8 +15,7 @@ namespace tessaro {
 /// for on the active sheet first. Throws office::Error, Failure::Call when there is no such thing in it.
 [[nodiscard]] QByteArray PictureOfPresentation(const office::Workbook& book, QChar kind);
 
-/// How many slides a table needs so that its text can be read: one where it has no use for more, or where they would be
-/// far too many.
+/// How many slides a table needs so that its text can be read; one where it has no use for more.
 [[nodiscard]] int SlidesForTable(const office::Workbook& book);
 /// A table's used block in so many parts; each is the head's picture and, below it, that of its rows.
 [[nodiscard]] std::vector<QList<QByteArray>> PartsOfTable(const office::Workbook& book, int slides);

@@ -23,6 +23,7 @@ namespace tessaro {
 namespace {
 
 constexpr int kQuestionIcon = 104;
+constexpr int kMostSlides = 30; ///< made at once of one table
 const QString kExtension = QStringLiteral(".ppt");
 
 /// Runs a call into the slides program; false after its failure has been shown.
@@ -114,6 +115,12 @@ std::vector<QList<QByteArray>> frmGALMain::CopyPresentation() {
 /// Over how many slides a long table goes: the number it needs, one, or none when the user gives up.
 int frmGALMain::AskForParts(int needed) {
     if (needed < 2) return 1;
+    if (needed > kMostSlides) {
+        const QString text = GetText(QStringLiteral("TS_TooLongTable"))
+                                 .replace(QStringLiteral("%1"), QLocale().toString(needed))
+                                 .replace(QStringLiteral("%2"), QLocale().toString(kMostSlides));
+        return ShowMessage(text, MessageType::YesNo, kQuestionIcon, {}, false) == MessageCode::Yes ? 1 : 0;
+    }
     const QString text =
         GetText(QStringLiteral("TS_LongTable")).replace(QStringLiteral("%1"), QLocale().toString(needed));
     const int answer = ShowMessage(text, MessageType::YesNoCancel, kQuestionIcon, {}, false);

@@ -222,7 +222,19 @@ TEST_F(GalleryOnX11Test, ALongTableGoesOverSeveralSlidesWhenTheUserWants) {
         EXPECT_LE(screen.SlideCount(), c.most) << c.answer;
         if (c.most > 0) SaveNewAs(screen, Ppt());
     }
+    MakeBook(QStringLiteral("Table - endless.Xls"), [](office::Worksheet sheet) {
+        office::Block rows;
+        for (int row = 0; row < 5000; ++row)
+            rows.push_back({QStringLiteral("Area %1").arg(row), double(row)});
+        sheet.Cells(8, 1).SetValues(rows);
+    });
     Screen screen;
+    screen.Show(QStringLiteral("Table - endless.Xls"));
+    messages.clear();
+    answers = {MessageCode::No};
+    screen.CopyToNew(); // that nothing could be read is told first
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(screen.SlideCount(), 0);
     screen.Show(QStringLiteral("Table - health.Xls"));
     messages.clear();
     screen.CopyToNew(); // a short one is not asked about
