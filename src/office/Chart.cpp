@@ -26,6 +26,7 @@
 #include <com/sun/star/table/XTableChart.hpp>
 #include <com/sun/star/table/XTableChartsSupplier.hpp>
 #include <functional>
+#include <thread>
 
 namespace tessaro::office {
 
@@ -65,10 +66,15 @@ std::vector<Reference<XShape>> ChartShapes(const Model& model, int sheet) {
 }
 
 Reference<XShape> ShapeOf(const Model& model, int sheet, int number) {
-    const auto shapes = ChartShapes(model, sheet);
-    if (number < 1 || number > static_cast<int>(shapes.size()))
-        throw Error(Failure::Call, QStringLiteral("there is no chart %1").arg(number));
-    return shapes[static_cast<std::size_t>(number - 1)];
+    // A handle that is just being let go may hide one for a moment.
+    constexpr int kLooks = 3;
+    for (int look = 1; look <= kLooks; ++look) {
+        const auto shapes = ChartShapes(model, sheet);
+        if (number >= 1 && number <= static_cast<int>(shapes.size()))
+            return shapes[static_cast<std::size_t>(number - 1)];
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    throw Error(Failure::Call, QStringLiteral("there is no chart %1").arg(number));
 }
 
 Reference<XChartDocument> ChartOf(const Model& model, int sheet, int number) {
@@ -388,7 +394,8 @@ QRectF Chart::Place() const {
 QByteArray Chart::AsPicture(const QString& mimeType, int pixelWidth) const {
     QByteArray picture;
     document_->Run([&](const Model& model) {
-        picture = ShapeAs(document_->connection(), ShapeOf(model, sheet_, number_), mimeType, pixelWidth);
+        picture = ShapeAs(
+            document_->connection(), [&] { return ShapeOf(model, sheet_, number_); }, mimeType, pixelWidth);
     });
     return picture;
 }

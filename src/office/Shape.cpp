@@ -188,8 +188,9 @@ void Shape::SetText(const QString& text, const CellStyle& font) {
 QByteArray Shape::AsPng(int pixelWidth) const {
     QByteArray picture;
     document_->Run([&](const Model& model) {
-        picture =
-            ShapeAs(document_->connection(), Known(model, sheet_, name_), QStringLiteral("image/png"), pixelWidth);
+        picture = ShapeAs(
+            document_->connection(), [&] { return Known(model, sheet_, name_); }, QStringLiteral("image/png"),
+            pixelWidth);
     });
     return picture;
 }

@@ -14,8 +14,10 @@
 #include <com/sun/star/frame/XDispatchHelper.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/graphic/XGraphicProvider.hpp>
+#include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
+#include <thread>
 
 namespace tessaro::office {
 
@@ -49,13 +51,34 @@ void Dispatch(const Connection& connection, const Document::Model& model, const 
                             Ascii(command), rtl::OUString(), 0, Sequence<com::sun::star::beans::PropertyValue>());
 }
 
-QByteArray ShapeAs(const Connection& connection, const Reference<XInterface>& shape, const QString& mimeType,
-                   int pixelWidth) {
+namespace {
+
+// The handle of a shape may come back without the shape while an earlier one is just being let go; a new look makes it
+// anew.
+Reference<XInterface> SetSource(const Reference<com::sun::star::document::XExporter>& exporter,
+                                const std::function<Reference<XInterface>()>& find) {
+    constexpr int kLooks = 3;
+    for (int look = 1;; ++look) {
+        try {
+            const Reference<XInterface> shape = find();
+            exporter->setSourceDocument(Need<com::sun::star::lang::XComponent>(shape));
+            return shape;
+        } catch (const com::sun::star::lang::IllegalArgumentException&) {
+            if (look == kLooks) throw;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+}
+
+} // namespace
+
+QByteArray ShapeAs(const Connection& connection, const std::function<Reference<XInterface>()>& find,
+                   const QString& mimeType, int pixelWidth) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("picture"));
     const auto exporter =
         Need<com::sun::star::document::XExporter>(connection.Service("com.sun.star.drawing.GraphicExportFilter"));
-    exporter->setSourceDocument(Need<com::sun::star::lang::XComponent>(shape));
+    const Reference<XInterface> shape = SetSource(exporter, find);
     const auto size = Need<com::sun::star::drawing::XShape>(shape)->getSize();
     const auto pixelHeight = static_cast<sal_Int32>(
         std::lround(static_cast<double>(pixelWidth) * size.Height / std::max<sal_Int32>(size.Width, 1)));

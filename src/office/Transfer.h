@@ -7,6 +7,7 @@
 
 #include <com/sun/star/graphic/XGraphic.hpp>
 #include <com/sun/star/uno/XInterface.hpp>
+#include <functional>
 
 namespace tessaro::office {
 
@@ -19,10 +20,11 @@ void SelectIn(const Document::Model& model,
 [[nodiscard]] QByteArray SelectionAs(const Document::Model& model, const QString& mimeType);
 /// Runs a command of the program (".uno:Copy") on the document's view.
 void Dispatch(const Connection& connection, const Document::Model& model, const char* command);
-/// A shape drawn as "image/png" of this width in pixels, or "image/x-emf".
-[[nodiscard]] QByteArray ShapeAs(const Connection& connection,
-                                 const com::sun::star::uno::Reference<com::sun::star::uno::XInterface>& shape,
-                                 const QString& mimeType, int pixelWidth);
+/// The shape that `find` gives, drawn as "image/png" of this width in pixels, or "image/x-emf".
+[[nodiscard]] QByteArray
+ShapeAs(const Connection& connection,
+        const std::function<com::sun::star::uno::Reference<com::sun::star::uno::XInterface>()>& find,
+        const QString& mimeType, int pixelWidth);
 /// A picture as the program holds it. Failure::Call when it can't be read.
 [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::graphic::XGraphic> GraphicOf(const Connection& connection,
                                                                                           const QByteArray& picture);
