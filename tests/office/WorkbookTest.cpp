@@ -174,6 +174,21 @@ TEST_F(WorkbookTest, PanesAndGridLinesStayOnTheirSheet) {
     EXPECT_TRUE(read.at(2).gridLines);
 }
 
+TEST_F(WorkbookTest, FindsTheLastUsedCellInAnyColumn) {
+    Workbook book = Application().NewWorkbook();
+    Worksheet sheet = book.Sheet(1);
+    EXPECT_EQ(sheet.UsedRange().Address(), QStringLiteral("$A$1")) << "nothing is used";
+    const struct {
+        int row;
+        int column;
+        const char* address;
+    } cases[] = {{3, 26, "$A$1:$Z$3"}, {2, 27, "$A$1:$AA$3"}, {9, 1, "$A$1:$AA$9"}, {1, 256, "$A$1:$IV$9"}};
+    for (const auto& c : cases) {
+        sheet.Cells(c.row, c.column).SetValue(1.0);
+        EXPECT_EQ(sheet.UsedRange().Address(), QLatin1String(c.address));
+    }
+}
+
 TEST_F(WorkbookTest, ChangesWhatStands) {
     Workbook book = Application().NewWorkbook(2);
     Worksheet sheet = book.Sheet(1);
