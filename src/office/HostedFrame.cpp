@@ -41,6 +41,7 @@ struct HostedFrame::State {
 
 namespace {
 
+constexpr int kViewLooks = 20; ///< for another view
 constexpr int kEndTries = 40;
 constexpr auto kEndWait = std::chrono::milliseconds(25);
 constexpr const char* kMenuBar = "private:resource/menubar/menubar";
@@ -211,6 +212,9 @@ bool HostedFrame::IsPrintPreview() const {
 void HostedFrame::SetPrintPreview(bool shown) {
     state_->connection->Run(
         [&] { Dispatch(*state_->connection, state_->frame, shown ? ".uno:PrintPreview" : ".uno:ClosePreview"); });
+    // The view may change a moment after it has been asked to.
+    for (int looks = 0; looks < kViewLooks && IsPrintPreview() != shown; ++looks)
+        std::this_thread::sleep_for(kEndWait);
 }
 
 // A cell that is being edited lives in the window alone; what leaves the cell enters it into the document.

@@ -430,9 +430,9 @@ TEST_F(OfficeHostTest, FollowsItsSizeAndShowsTheSheetAlone) {
     ASSERT_TRUE(host_.ShowWorkbook(file_));
     EXPECT_TRUE(QTest::qWaitFor([&] { return Alike(TopStrip(), plain); }, 3000));
     ASSERT_TRUE(host_.SetPrintPreview(true));
-    EXPECT_TRUE(host_.IsOpen() && host_.IsPrintPreview());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return host_.IsOpen() && host_.IsPrintPreview(); }, 3000));
     ASSERT_TRUE(host_.SetPrintPreview(false));
-    EXPECT_FALSE(host_.IsPrintPreview());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !host_.IsPrintPreview(); }, 3000));
     const QRect heads(0, 0, plain.width(), 12);
     EXPECT_TRUE(QTest::qWaitFor([&] { return Alike(TopStrip().copy(heads), plain.copy(heads)); }, 3000))
         << "bars have come with the sheet";
