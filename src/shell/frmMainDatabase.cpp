@@ -142,7 +142,7 @@ void frmMain::RescanAddresses() {
 void frmMain::ShowDatabases() {
     if (splash_) splash_->ShowDatabases(ui_->frmAddressBar->Items(), ShownAddress(CurrentDatabase));
     const QString product = Setting(QStringLiteral("PRODUCT NAME"));
-    setWindowTitle(IsNoDatabase(CurrentDatabase) || CurrentDatabase.isEmpty()
+    setWindowTitle(!DatabaseOpen || IsNoDatabase(CurrentDatabase) || CurrentDatabase.isEmpty()
                        ? product
                        : FileNameOf(CurrentDatabase).section(QLatin1Char('.'), 0, -2) + QStringLiteral(" – ") +
                              product);

@@ -203,6 +203,10 @@ TEST_F(frmMainTest, AFileRemovedAfterItWasListedIsReported) {
     EXPECT_EQ(messages, QStringList{QStringLiteral("025")});
     EXPECT_EQ(Screen(), QStringLiteral("frmSplash"));
     EXPECT_FALSE(Find(QStringLiteral("picBanner_1"))->isVisible());
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Sample"));
+    Type(QStringLiteral("Sample"));
+    EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
+    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("Sample \u2013 ")));
 }
 
 TEST_F(frmMainTest, TheFileDialogOpensWhatIsChosen) {
