@@ -72,6 +72,7 @@ void frmData::InitializeDataViewVariables() {
 
 void frmData::ResetGrid() {
     model_.Clear();
+    ui_->DataGrid->scrollToTop();
 }
 
 void frmData::ShowSortMark(int column, bool ascending) {

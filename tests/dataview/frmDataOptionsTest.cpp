@@ -194,6 +194,17 @@ TEST_F(frmDataOptionsTest, AllRowsOfALongGridGoAndComeBackInATrice) {
     EXPECT_LT(clock.elapsed(), TimeBound(5000));
 }
 
+TEST_F(frmDataOptionsTest, AnotherFilterShowsItsRowsFromTheFirst) {
+    FillData(10, 20, 10);
+    MakePeriods();
+    Show();
+    QTest::keyClick(&Grid(), Qt::Key_End, Qt::ControlModifier);
+    Button("chkFilters").click();
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 200);
+    EXPECT_EQ(Grid().rowAt(0), 0);
+}
+
 TEST_F(frmDataOptionsTest, FiltersNarrowTheGridAndForgetRemovedRows) {
     FillData(1, 2, 3);
     MakePeriods();
