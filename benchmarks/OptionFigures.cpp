@@ -1,7 +1,9 @@
 #include "Figures.h"
+#include "dataview/DataFilters.h"
 #include "dataview/DataPaging.h"
 #include "dataview/GridQuery.h"
 #include "dataview/PageQuery.h"
+#include "dataview/Statistics.h"
 #include "session/Query.h"
 #include "session/Session.h"
 
@@ -9,30 +11,8 @@ namespace tessaro::bench {
 
 namespace {
 
-const QString kStatisticsFrom = QStringLiteral(
-    " FROM _SelIUSNId AS IUS INNER JOIN ((_SelTimePeriod AS T INNER JOIN Data AS D ON T.TimePeriodNId = "
-    "D.TimePeriodNId) INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND "
-    "(IUS.IUSNId = D.IUSNId) WHERE IUS.Deleted = False ");
-
-const QString kFigures = QStringLiteral(
-    "Count(D.Datavalue) AS CountOfDatavalue, Min(D.Datavalue) AS MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue, "
-    "format(Avg(D.Datavalue),'#.00') AS AvgOfDatavalue, format(StDev(D.Datavalue),'#.00') AS StDevOfDatavalue, ");
-
-QString StatisticsStatement() {
-    return QStringLiteral(" SELECT IUS.IndicatorGId, IUS.[Indicator], '--' as Unit, '--' as Subpop, ") + kFigures +
-           QStringLiteral("'--' as UnitGId, '--' as SubpopGId ") + kStatisticsFrom +
-           QStringLiteral(" GROUP BY IUS.IndicatorGId, IUS.[Indicator]  UNION  SELECT IUS.IndicatorGId, "
-                          "IUS.[Indicator], IUS.Unit, '--' as Subpop, ") +
-           kFigures + QStringLiteral("IUS.UnitGId, '--' as SubpopGId ") + kStatisticsFrom +
-           QStringLiteral(" GROUP BY IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.UnitGId  UNION  SELECT "
-                          "IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.Subpop, ") +
-           kFigures + QStringLiteral("IUS.UnitGId, IUS.SubpopGId ") + kStatisticsFrom +
-           QStringLiteral(" GROUP BY IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.Subpop, IUS.UnitGId, "
-                          "IUS.SubpopGId   ORDER BY IUS.[Indicator]");
-}
-
-/// The same by hand; SQLite has no StDev, so the spread comes from sums. "NOT S.Deleted" and not "= 0", here and below:
-/// the planner takes an equality for a narrow choice, and then begins the join at the wrong end.
+/// The statistics by hand; SQLite has no StDev, so the spread comes from sums. "NOT S.Deleted" and not "= 0", here and
+/// below: the planner takes an equality for a narrow choice, and then begins the join at the wrong end.
 std::string StatisticsByHand() {
     const std::string value = "CAST(D.Datavalue AS REAL)";
     const std::string figures = "count(D.Datavalue), min(" + value + "), max(" + value + "), printf('%.2f', avg(" +
@@ -58,26 +38,9 @@ void FirstPage(const QString& statement) {
 }
 
 void MostRecent() {
-    Execute(QStringLiteral("DROP TABLE [_DataMRD]"));
-    Execute(QStringLiteral(
-        "SELECT D.IUSNId, D.AreaNId, Max(T.TimePeriod) AS MaxOfTimePeriod INTO [_DataMRD]  FROM _SelTimePeriod AS T "
-        "INNER JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  Data AS D ON IUS.IUSNId = D.IUSNId) ON "
-        "A.AreaNId = D.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId  GROUP BY D.IUSNId, D.AreaNId, IUS.Deleted HAVING "
-        "IUS.Deleted=False"));
-    Execute(QStringLiteral("DROP TABLE [_DataMRD1]"));
-    Execute(QStringLiteral(
-        "SELECT [_DataMRD].IUSNId, [_DataMRD].AreaNId, [_DataMRD].MaxOfTimePeriod, CStr(Data.RowNId) AS MAXRowNId INTO "
-        "_DataMRD1  FROM (_DataMRD INNER JOIN Data ON ([_DataMRD].IUSNId = Data.IUSNId) AND ([_DataMRD].AreaNId =  "
-        "Data.AreaNId)) INNER JOIN TimePeriod ON ([_DataMRD].MaxOfTimePeriod = TimePeriod.TimePeriod)  AND "
-        "(Data.TimePeriodNId = TimePeriod.TimePeriodNId)"));
-    FirstPage(QStringLiteral(
-                  "SELECT DISTINCTROW D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, "
-                  "D.RowNId  FROM _SelIUSNId AS IUS INNER JOIN ((_SelArea AS A INNER JOIN _DataMRD1 AS DT ON A.AreaNId "
-                  "= DT.AreaNId)  INNER JOIN (_SelTimePeriod AS T INNER JOIN Data AS D ON T.TimePeriodNId =  "
-                  "D.TimePeriodNId) ON (DT.MaxOfTimePeriod = T.TimePeriod) AND (DT.IUSNId = D.IUSNId)  AND "
-                  "(DT.AreaNId = D.AreaNId)) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = DT.IUSNId)") +
-              DefaultDataOrderBy());
-    (void)Select(QStringLiteral("SELECT MAXRowNId FROM [_DataMRD1]"), jet::CursorType::ForwardOnly).Joined();
+    (void)MakeMostRecentTables();
+    SetMostRecentClause();
+    FirstPage(FilteredStatement({.MostRecentOn = true}, DefaultDataOrderBy()));
 }
 
 void MostRecentByHand(HandWritten& hand) {
@@ -98,17 +61,8 @@ void MostRecentByHand(HandWritten& hand) {
 }
 
 void Missing() {
-    Execute(QStringLiteral("DROP TABLE _DataTemp1"));
-    Execute(QStringLiteral("SELECT DISTINCT IUSNId, AreaNID, TimePeriodNId, SourceNId INTO _DataTemp1 FROM _SelIUSNId, "
-                           "_SelArea, _SelTimePeriod"));
-    FirstPage(QStringLiteral(
-                  "SELECT Dt.TimePeriodNId, Dt.AreaNID, Dt.IUSNId, D.Datavalue, Dt.SourceNId, D.FootnoteNId, D.RowNId  "
-                  "FROM Data AS D RIGHT JOIN (_SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (_SelTimePeriod  "
-                  "AS T INNER JOIN _DataTemp1 AS Dt ON T.TimePeriodNId = Dt.TimePeriodNId) ON A.AreaNId = Dt.AreaNID)  "
-                  "ON (IUS.IUSNId = Dt.IUSNId) AND (IUS.SourceNId = Dt.SourceNId)) ON (D.IUSNId = Dt.IUSNId) AND  "
-                  "(D.SourceNId = Dt.SourceNId) AND (D.AreaNId = Dt.AreaNID) AND (D.TimePeriodNId = "
-                  "Dt.TimePeriodNId)") +
-              DefaultDataOrderBy());
+    (void)MakeMissingDataTable();
+    FirstPage(FilteredStatement({.MissingDataOn = true}, DefaultDataOrderBy()));
 }
 
 void MissingByHand(HandWritten& hand) {
@@ -129,10 +83,9 @@ constexpr auto kRangeByHand =
     "REAL) >= 10 AND CAST(D.Datavalue AS REAL) <= 11 ORDER BY A.AreaNId";
 
 void MeasureValueRange(Report& report, HandWritten& hand) {
-    const QString statement = RequeryStatement(
-        QStringLiteral(" AND (Cdbl(D.Datavalue) >= 10 AND Cdbl(D.Datavalue) <= 11)"), DefaultDataOrderBy());
+    const DataFilters range{.ValueRangeOn = true, .DataValueFrom = 10, .DataValueTo = 11};
     report.Compare(
-        "value range to the first page", [&] { FirstPage(statement); },
+        "value range to the first page", [&] { FirstPage(FilteredStatement(range, DefaultDataOrderBy())); },
         [&] { hand.Walk(kRangeByHand, DataPaging::kPageSize); });
 }
 
@@ -168,9 +121,7 @@ void MeasureDataOptions(Report& report, const BenchSession& session) {
         MeasureValueRange(report, hand);
         const std::string byHand = StatisticsByHand();
         report.Compare(
-            "statistics over everything",
-            [] { (void)Select(StatisticsStatement(), jet::CursorType::ForwardOnly).Joined(); },
-            [&] { hand.Walk(byHand); });
+            "statistics over everything", [] { (void)ReadStatistics({}); }, [&] { hand.Walk(byHand); });
         report.Compare("most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); });
     }
     SelectHalf();

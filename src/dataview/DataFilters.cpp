@@ -43,29 +43,17 @@ QString DeletedClause() {
     return QStringLiteral(" AND D.RowNID not in(") + DeletedRowNIds + QStringLiteral(") ");
 }
 
-/// The range over bare values, as the readers of the view compare. A value that is missing stays out.
-QString RangeOfBareValues(const DataFilters& filters) {
+/// The range, for the grid and the readers of the view alike. Values compare as numbers, whatever their texts look like;
+/// a text that is no number lies above all of them, and a value that is missing is no part of a comparison, so that both
+/// stay out. Making numbers of the texts first would fail on them.
+QString ValueRange(const DataFilters& filters) {
     if (!filters.ValueRangeOn) return {};
     return QStringLiteral(" AND (D.Datavalue >= ") + NumberText(filters.DataValueFrom) +
            QStringLiteral(" AND D.Datavalue <= ") + NumberText(filters.DataValueTo) + QStringLiteral(")");
 }
 
-/// The same for where texts that are no numbers, or no values, may stand between the values.
-QString RangeOfReadableValues(const DataFilters& filters) {
-    if (!filters.ValueRangeOn) return {};
-    return QStringLiteral(" AND IsNumeric(D.Datavalue) = True") + RangeOfBareValues(filters);
-}
-
-/// The grid compares values as numbers, whatever their texts look like; where one is no number it is passed over.
-QString RangeAsNumbers(const DataFilters& filters) {
-    if (!filters.ValueRangeOn) return {};
-    if (!ValuesReadAsNumbers()) return RangeOfReadableValues(filters);
-    return QStringLiteral(" AND (Cdbl(D.Datavalue) >= ") + NumberText(filters.DataValueFrom) +
-           QStringLiteral(" AND Cdbl(D.Datavalue) <= ") + NumberText(filters.DataValueTo) + QStringLiteral(")");
-}
-
 QString MissingDataStatement(const DataFilters& filters) {
-    QString onValues = RangeOfReadableValues(filters);
+    QString onValues = ValueRange(filters);
     if (filters.MostRecentOn) onValues += MostRecentClause;
     QString sql = QString::fromLatin1(kMissing) + QLatin1String(kInView);
     if (!onValues.isEmpty())
@@ -85,15 +73,15 @@ QString NumberText(double number) {
 }
 
 QString BuildRowFilter(const DataFilters& filters) {
-    QString filter = DeletedClause() + RangeOfBareValues(filters);
+    QString filter = DeletedClause() + ValueRange(filters);
     if (!MostRecentClause.trimmed().isEmpty()) filter += MostRecentClause;
     return filter;
 }
 
 QString FilteredStatement(const DataFilters& filters, const QString& orderBy) {
     if (filters.MissingDataOn) return MissingDataStatement(filters) + orderBy;
-    if (filters.MostRecentOn) return MostRecentStatement() + RangeAsNumbers(filters) + orderBy;
-    return RequeryStatement(RangeAsNumbers(filters), orderBy);
+    if (filters.MostRecentOn) return MostRecentStatement() + ValueRange(filters) + orderBy;
+    return RequeryStatement(ValueRange(filters), orderBy);
 }
 
 // The tables know combinations only; a source of one that was taken out must not come back with them.
@@ -134,14 +122,6 @@ qint64 SelectedCells() {
     const qint64 combinations = pairs.isOpen() ? pairs.rows().RecordCount() : 0;
     return combinations * Counted(QStringLiteral("SELECT Count(*) AS Areas FROM _SelArea")) *
            Counted(QStringLiteral("SELECT Count(*) AS Periods FROM _SelTimePeriod"));
-}
-
-bool ValuesReadAsNumbers() {
-    ErrorTrap trap("ValuesReadAsNumbers");
-    const Records unreadable =
-        Select(RequeryStatement(QStringLiteral(" AND (D.Datavalue IS NULL OR IsNumeric(D.Datavalue) = False)"), {}),
-               jet::CursorType::ForwardOnly);
-    return unreadable.isOpen() && unreadable.atEnd();
 }
 
 } // namespace tessaro

@@ -43,8 +43,6 @@ bool MakeMissingDataTable();
 /// Cells of the selection: each pair of combination and source that is in view, in every area and period.
 [[nodiscard]] qint64 SelectedCells();
 
-/// True when every value in view reads as a number, so that making numbers of them can't fail a statement.
-[[nodiscard]] bool ValuesReadAsNumbers();
 /// A number as the statements write it.
 [[nodiscard]] QString NumberText(double number);
 
