@@ -128,10 +128,6 @@ ColumnType ArithmeticType(const Typed& left, const Typed& right) {
     return IsWhole(left.type) && IsWhole(right.type) ? ColumnType::Long : ColumnType::Double;
 }
 
-} // namespace
-
-namespace {
-
 /// True when the value is whole and within the range of the field for certain: a field of that type, a truth value.
 bool Fits(const Typed& value, ColumnType type) {
     if (value.type == ColumnType::Unknown || value.type == ColumnType::YesNo) return true;

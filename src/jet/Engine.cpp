@@ -405,14 +405,12 @@ void Engine::RunKept(Statement& kept, std::string_view sql, const std::vector<st
 // Of a table that a query made, and of one that was dropped, all is known; what else changed is read.
 void Engine::NoteSchemaChange(const Translation& translation, std::int64_t rows) {
     const std::string& target = translation.target;
-    const std::string figures = LowerCased("main." + target);
-    sizes_->Forget(figures);
+    sizes_->Forget(LowerCased("main." + target));
     if (target.empty()) return catalogue_->ReadAll();
     if (translation.statements.size() > 1) {
         catalogue_->NoteMade(target, translation.columns);
-        // Under the lock that stands the figures of the new table cost little.
-        if (scoped_) sizes_->Made(figures, rows);
-    } else if (translation.statements.front().starts_with("DROP TABLE ")) {
+        TakeFiguresOf(target, rows);
+    } else if (DropsTable(translation)) {
         catalogue_->NoteDropped(target);
     } else {
         catalogue_->ReadTable(target);

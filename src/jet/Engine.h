@@ -119,6 +119,7 @@ class Engine {
     bool DropsLink(std::string_view sql);
 
     // --- Tables that come and go (Shells.cpp) ---
+    [[nodiscard]] static bool DropsTable(const Translation& translation);
     [[nodiscard]] bool LeavesShell(const Translation& translation) const;
     [[nodiscard]] bool FillsShell(const Translation& translation) const;
     std::int64_t LeaveShell(Seen& seen);

@@ -14,9 +14,12 @@ constexpr std::string_view Drop = "DROP TABLE ";
 
 } // namespace
 
+bool Engine::DropsTable(const Translation& translation) {
+    return translation.statements.size() == 1 && translation.statements.front().starts_with(Drop);
+}
+
 bool Engine::LeavesShell(const Translation& translation) const {
-    return scoped_ && translation.statements.size() == 1 && translation.statements.front().starts_with(Drop) &&
-           catalogue_->canBeShell(translation.target);
+    return scoped_ && DropsTable(translation) && catalogue_->canBeShell(translation.target);
 }
 
 bool Engine::FillsShell(const Translation& translation) const {
@@ -57,7 +60,7 @@ std::int64_t Engine::FillShell(Seen& seen) {
     return rows;
 }
 
-// Under the lock that stands the figures of a table of this connection's own cost little.
+// Under the lock that stands the figures of a new table cost little.
 void Engine::TakeFiguresOf(const std::string& table, std::int64_t rows) {
     const std::string figures = LowerCased("main." + table);
     if (sizes_->Refilled(figures, rows)) return;

@@ -26,7 +26,7 @@
 #include <com/sun/star/table/XTableChart.hpp>
 #include <com/sun/star/table/XTableChartsSupplier.hpp>
 #include <functional>
-#include <thread>
+#include <optional>
 
 namespace tessaro::office {
 
@@ -66,14 +66,12 @@ std::vector<Reference<XShape>> ChartShapes(const Model& model, int sheet) {
 }
 
 Reference<XShape> ShapeOf(const Model& model, int sheet, int number) {
-    // A handle that is just being let go may hide one for a moment.
-    constexpr int kLooks = 3;
-    for (int look = 1; look <= kLooks; ++look) {
+    const auto found = LookAgain([&]() -> std::optional<Reference<XShape>> {
         const auto shapes = ChartShapes(model, sheet);
-        if (number >= 1 && number <= static_cast<int>(shapes.size()))
-            return shapes[static_cast<std::size_t>(number - 1)];
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
+        if (number < 1 || number > static_cast<int>(shapes.size())) return std::nullopt;
+        return shapes[static_cast<std::size_t>(number - 1)];
+    });
+    if (found) return *found;
     throw Error(Failure::Call, QStringLiteral("there is no chart %1").arg(number));
 }
 

@@ -41,9 +41,9 @@ struct HostedFrame::State {
 
 namespace {
 
+constexpr auto kNextLook = std::chrono::milliseconds(25);
 constexpr int kViewLooks = 20; ///< for another view
-constexpr int kEndTries = 40;
-constexpr auto kEndWait = std::chrono::milliseconds(25);
+constexpr int kEndTries = 40;  ///< for the last dialog to go
 constexpr const char* kMenuBar = "private:resource/menubar/menubar";
 constexpr const char* kBars[] = {"private:resource/toolbar/standardbar", "private:resource/toolbar/formatobjectbar"};
 constexpr const char* kStatusBar = "private:resource/statusbar/statusbar";
@@ -214,7 +214,7 @@ void HostedFrame::SetPrintPreview(bool shown) {
         [&] { Dispatch(*state_->connection, state_->frame, shown ? ".uno:PrintPreview" : ".uno:ClosePreview"); });
     // The view may change a moment after it has been asked to.
     for (int looks = 0; looks < kViewLooks && IsPrintPreview() != shown; ++looks)
-        std::this_thread::sleep_for(kEndWait);
+        std::this_thread::sleep_for(kNextLook);
 }
 
 // A cell that is being edited lives in the window alone; what leaves the cell enters it into the document.
@@ -229,7 +229,7 @@ void HostedFrame::EndDialogs() noexcept {
         // A dialog is gone a moment after its end has been asked for, and may have been opened by another.
         state_->connection->Run([&] {
             for (int tries = 0; tries < kEndTries && EndOpenDialogs(*state_->connection); ++tries)
-                std::this_thread::sleep_for(kEndWait);
+                std::this_thread::sleep_for(kNextLook);
         });
     } catch (const Error&) {
         // It died, and its dialogs with it.

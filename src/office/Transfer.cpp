@@ -17,7 +17,7 @@
 #include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
-#include <thread>
+#include <optional>
 
 namespace tessaro::office {
 
@@ -53,21 +53,19 @@ void Dispatch(const Connection& connection, const Document::Model& model, const 
 
 namespace {
 
-// The handle of a shape may come back without the shape while an earlier one is just being let go; a new look makes it
-// anew.
 Reference<XInterface> SetSource(const Reference<com::sun::star::document::XExporter>& exporter,
                                 const std::function<Reference<XInterface>()>& find) {
-    constexpr int kLooks = 3;
-    for (int look = 1;; ++look) {
+    const auto source = LookAgain([&]() -> std::optional<Reference<XInterface>> {
         try {
             const Reference<XInterface> shape = find();
             exporter->setSourceDocument(Need<com::sun::star::lang::XComponent>(shape));
             return shape;
         } catch (const com::sun::star::lang::IllegalArgumentException&) {
-            if (look == kLooks) throw;
+            return std::nullopt;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
+    });
+    if (!source) throw Error(Failure::Call, QStringLiteral("a shape can't be drawn"));
+    return *source;
 }
 
 } // namespace

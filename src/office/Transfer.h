@@ -5,9 +5,11 @@
 #include <QByteArray>
 #include <QString>
 
+#include <chrono>
 #include <com/sun/star/graphic/XGraphic.hpp>
 #include <com/sun/star/uno/XInterface.hpp>
 #include <functional>
+#include <thread>
 
 namespace tessaro::office {
 
@@ -25,6 +27,15 @@ void Dispatch(const Connection& connection, const Document::Model& model, const 
 ShapeAs(const Connection& connection,
         const std::function<com::sun::star::uno::Reference<com::sun::star::uno::XInterface>()>& find,
         const QString& mimeType, int pixelWidth);
+/// What `look` finds, an optional; tried again a moment later when it finds nothing, since the handle of a shape that
+/// is just being let go may hide the shape.
+template <class Look> auto LookAgain(const Look& look) {
+    constexpr int kLooks = 3;
+    for (int looks = 1;; ++looks) {
+        if (auto found = look(); found || looks == kLooks) return found;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+}
 /// A picture as the program holds it. Failure::Call when it can't be read.
 [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::graphic::XGraphic> GraphicOf(const Connection& connection,
                                                                                           const QByteArray& picture);

@@ -34,7 +34,8 @@ std::shared_ptr<jet::Connection> CreateTheConnection(const QString& path) {
 }
 
 QString Records::Text(std::size_t field) const {
-    if (const auto text = rows_.TextView(field)) return QString::fromUtf8(text->data(), qsizetype(text->size()));
+    if (const auto text = rows_.TextView(field))
+        return QString::fromUtf8(text->data(), static_cast<qsizetype>(text->size()));
     return QString::fromStdString(rows_.Get(field).toText());
 }
 
