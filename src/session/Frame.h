@@ -17,7 +17,7 @@ class Frame {
     virtual void EndProgress() {}
     /// Wait cursor on and off; calls nest.
     virtual void SetBusy(bool /*busy*/) {}
-    /// Shows a text in the status bar for a while and blocks that long (the selection screens' "nothing found").
+    /// Shows a text in the status bar for a while; comes back at once ("nothing found", "saved").
     virtual void ShowStatusTextFor(const QString& /*text*/, int /*milliseconds*/) {}
 
     /// The way between the stages. Stage 3 goes through the guard of GoToDataView.

@@ -55,9 +55,22 @@ StatusBar::StatusBar(QWidget* parent)
     row->addWidget(lblTime_, 10);
     row->addWidget(picSound_, 8, Qt::AlignRight);
     connect(picSound_, &QToolButton::clicked, this, &StatusBar::SoundPanelClicked);
+    whileShown_.setSingleShot(true);
+    connect(&whileShown_, &QTimer::timeout, this, [this] { PutText(textAfter_); });
 }
 
 void StatusBar::SetText(const QString& text) {
+    whileShown_.stop();
+    PutText(text);
+}
+
+void StatusBar::SetTextFor(const QString& text, int milliseconds) {
+    if (!whileShown_.isActive()) textAfter_ = text_;
+    PutText(text);
+    whileShown_.start(milliseconds);
+}
+
+void StatusBar::PutText(const QString& text) {
     text_ = text;
     ShowText();
     // Long work runs inline: what it says is painted at once or never.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -17,6 +18,8 @@ class StatusBar final : public QWidget {
     explicit StatusBar(QWidget* parent = nullptr);
 
     void SetText(const QString& text);
+    /// Shows a text for a while, then the one before it again, unless another has been set meanwhile. Doesn't wait.
+    void SetTextFor(const QString& text, int milliseconds);
     [[nodiscard]] QString Text() const { return text_; }
     void StartProgress();
     void SetProgress(int percent);
@@ -34,6 +37,7 @@ class StatusBar final : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void PutText(const QString& text);
     void ShowText();
 
     QLabel* lblText_;
@@ -43,6 +47,8 @@ class StatusBar final : public QWidget {
     QLabel* lblTime_;
     QToolButton* picSound_;
     QString text_;
+    QString textAfter_; ///< comes back when the one that is shown for a while has had its time
+    QTimer whileShown_;
 };
 
 } // namespace tessaro

@@ -20,9 +20,7 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QEventLoop>
 #include <QLineEdit>
-#include <QScopedValueRollback>
 
 namespace tessaro {
 
@@ -193,13 +191,7 @@ void frmMain::SetBusy(bool busy) {
 }
 
 void frmMain::ShowStatusTextFor(const QString& text, int milliseconds) {
-    const QString before = ui_->sbStatusBar->Text();
-    SetStatusText(text);
-    const QScopedValueRollback pausing(pausing_, true);
-    QEventLoop pause;
-    QTimer::singleShot(milliseconds, &pause, &QEventLoop::quit);
-    pause.exec(QEventLoop::ExcludeUserInputEvents);
-    SetStatusText(before);
+    ui_->sbStatusBar->SetTextFor(text, milliseconds);
 }
 
 void frmMain::Timer1_Timer() {

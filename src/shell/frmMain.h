@@ -158,7 +158,6 @@ class frmMain final : public QMainWindow, public Frame {
     bool clockPanels_ = false;
     int busy_ = 0;
     bool started_ = false;
-    bool pausing_ = false; ///< a screen's routine waits: the session must not end below it
 };
 
 } // namespace tessaro

@@ -178,7 +178,6 @@ void frmMain::WarnOfMissingSpreadsheet() {
 
 void frmMain::closeEvent(QCloseEvent* event) {
     if (!started_) return;
-    if (pausing_) return event->ignore();
     const ErrorTrap trap("MDIForm_QueryUnload");
     if (isMinimized()) showMaximized();
     if (ShowMessage(QStringLiteral("034"), MessageType::YesNo, 104) != MessageCode::Yes) {
