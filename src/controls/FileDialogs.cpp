@@ -1,5 +1,6 @@
 #include "controls/FileDialogs.h"
 
+#include "controls/ArrowPointer.h"
 #include "session/Messages.h"
 
 #include <QFileDialog>
@@ -36,11 +37,13 @@ QString WithEndingOf(const QString& file, const QString& filter, const QString& 
 
 QString AskForFile(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
+    const ArrowPointer arrow;
     return QFileDialog::getOpenFileName(parent, question.title, question.folder, question.filter);
 }
 
 QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
+    const ArrowPointer arrow;
     const QString place =
         question.folder.isEmpty() ? question.name : question.folder + QLatin1Char('/') + question.name;
     QString chosenFilter;
@@ -48,12 +51,13 @@ QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
     const QString named = WithEndingOf(file, chosenFilter, question.name);
     // The dialog has asked about the name that it knew.
     const bool taken = named != file && QFileInfo::exists(named);
-    if (taken && ShowMessage(QStringLiteral("285"), MessageType::YesNo, 104) != MessageCode::Yes) return {};
+    if (taken && AskBeforeLoss(QStringLiteral("285")) != MessageCode::Yes) return {};
     return named;
 }
 
 QString AskForFolder(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
+    const ArrowPointer arrow;
     return QFileDialog::getExistingDirectory(parent, question.title, question.folder);
 }
 

@@ -1,5 +1,6 @@
 #include "controls/MessageBox.h"
 
+#include "controls/ArrowPointer.h"
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "session/Strings.h"
@@ -113,19 +114,21 @@ void MessageBox::AddButtons(const Message& message) {
     auto* row = new QHBoxLayout;
     row->setSpacing(theme::Grid);
     row->addStretch(1);
+    const Buttons& buttons = ButtonsOf(message.type);
+    const int standard = message.careful ? static_cast<int>(buttons.size()) - 1 : 0;
     int place = 0;
-    for (const MessageButton& spec : ButtonsOf(message.type)) {
+    for (const MessageButton& spec : buttons) {
         auto* button = new QPushButton(CaptionOf(spec.captionKey), this);
         button->setObjectName(QStringLiteral("cmdMessage_%1").arg(place));
         button->setFont(LanguageFont());
         button->setMinimumWidth(11 * theme::Grid);
-        button->setDefault(place == 0);
+        button->setDefault(place == standard);
         connect(button, &QPushButton::clicked, this, [this, code = spec.code] {
             code_ = code;
             accept();
         });
         row->addWidget(button);
-        if (place++ == 0) button->setFocus();
+        if (place++ == standard) button->setFocus();
     }
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
 }
@@ -147,12 +150,8 @@ int AskWithMessageBox(const Message& message) {
     QWidget* over = QApplication::activeModalWidget();
     if (!over) over = QApplication::activeWindow();
     if (!over) over = VisibleMainWindow();
-    // A wait cursor over a question tells the user to wait for what waits for the user.
-    const bool busy = QGuiApplication::overrideCursor() != nullptr;
-    if (busy) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-    const int code = MessageBox(message, over).Ask();
-    if (busy) QGuiApplication::restoreOverrideCursor();
-    return code;
+    const ArrowPointer arrow;
+    return MessageBox(message, over).Ask();
 }
 
 } // namespace tessaro

@@ -15,7 +15,7 @@ struct MessageButton {
     const char* captionKey;
     int code;
 };
-/// The buttons of a type, in order; the first one answers Enter.
+/// The buttons of a type, in order; the first one answers Enter, the last one that of a careful message.
 [[nodiscard]] const std::vector<MessageButton>& ButtonsOf(MessageType type);
 
 /// The window of ShowMessage: a picture by the icon code (101 refused, 102 note, 103 warning, 104 question), the text,

@@ -15,8 +15,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kQuestionIcon = 104;
-
 /// The wait cursor, and the wizard closed to further clicks, for as long as a step is on its way.
 class Passage final {
   public:
@@ -91,24 +89,26 @@ QString WizardFrame::StepCaption(int step, const QString& nameKey) const {
 
 void WizardFrame::ShowStep(const QString& nameKey) {
     if (step_ < 1 || step_ > StepCount()) return;
-    setWindowTitle(StepCaption(step_, nameKey));
+    MarkStep(step_, nameKey);
     if (pages_.at(step_ - 1)) ui_->pages->setCurrentWidget(pages_.at(step_ - 1));
     ui_->CmdBack->setEnabled(wayOpen_ && step_ > 1);
     ui_->CmdNext->setEnabled(wayOpen_ && step_ < StepCount());
     ui_->CmdFinish->setEnabled(wayOpen_ && MayFinish());
-    ShowTrail();
 }
 
-void WizardFrame::ShowTrail() {
+/// Caption and trail of a step.
+void WizardFrame::MarkStep(int step, const QString& nameKey) {
+    if (step < 1 || step > StepCount()) return;
+    setWindowTitle(StepCaption(step, nameKey));
     for (int i = 0; i < trail_.size(); ++i) {
         QLabel* label = trail_.at(i);
         QFont font = label->font();
-        font.setBold(i + 1 == step_);
+        font.setBold(i + 1 == step);
         label->setFont(font);
         QPalette colors = palette();
-        colors.setColor(QPalette::WindowText, i + 1 == step_  ? theme::Accent()
-                                              : i + 1 < step_ ? palette().color(QPalette::WindowText)
-                                                              : theme::MutedText());
+        colors.setColor(QPalette::WindowText, i + 1 == step  ? theme::Accent()
+                                              : i + 1 < step ? palette().color(QPalette::WindowText)
+                                                             : theme::MutedText());
         label->setPalette(colors);
     }
 }
@@ -119,7 +119,11 @@ bool WizardFrame::Forward() {
     {
         const Passage passage(busy_);
         ErrorTrap trap("CmdNext_Click");
+        // A step in a window of its own is under way while the wizard still shows the page before it.
+        const bool inWindow = !pages_.at(step_);
+        if (inWindow) MarkStep(step_ + 1);
         trap.Try([&] { open = GoForward(step_ + 1); });
+        if (inWindow && !open) MarkStep(step_);
     }
     ClearProgress();
     SetStatus({});
@@ -155,8 +159,7 @@ void WizardFrame::CmdFinish_Click() {
 void WizardFrame::CmdCancel_Click() {
     if (busy_) return;
     const QString question = CancelQuestion();
-    if (!question.isEmpty() && ShowMessage(question, MessageType::YesNo, kQuestionIcon, title_) != MessageCode::Yes)
-        return;
+    if (!question.isEmpty() && AskBeforeLoss(question, MessageType::YesNo, title_) != MessageCode::Yes) return;
     done(QDialog::Rejected);
 }
 

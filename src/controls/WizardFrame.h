@@ -72,7 +72,7 @@ class WizardFrame : public QDialog {
 
   private:
     bool Forward();
-    void ShowTrail();
+    void MarkStep(int step, const QString& nameKey = {});
 
     std::unique_ptr<Ui::WizardFrame> ui_;
     QString title_;

@@ -27,7 +27,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kQuestionIcon = 104;
 constexpr unsigned kPathFileAccess = 75;
 
 } // namespace
@@ -319,7 +318,7 @@ void frmGALMain::cmdDelete_Click() {
     const ErrorTrap trap("cmdDelete_Click");
     const std::vector<GalleryEntry> entries = HighlightedPresentations();
     if (entries.empty() || opening_) return;
-    if (ShowMessage(QStringLiteral("315"), MessageType::YesNo, kQuestionIcon) != MessageCode::Yes) return;
+    if (AskBeforeLoss(QStringLiteral("315")) != MessageCode::Yes) return;
     const int first = model_->RowOfFile(entries.front().file);
     bool all = true;
     for (const GalleryEntry& entry : entries)

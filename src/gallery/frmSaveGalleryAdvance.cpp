@@ -19,7 +19,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kQuestionIcon = 104;
 constexpr unsigned kPathFileAccess = 75;
 
 } // namespace
@@ -96,7 +95,7 @@ void frmSaveGalleryAdvance::RefuseName() {
 
 bool frmSaveGalleryAdvance::MayReplace(const QString& target) {
     if (!FileExists(target)) return true;
-    if (ShowMessage(QStringLiteral("285"), MessageType::YesNo, kQuestionIcon) == MessageCode::Yes) return true;
+    if (AskBeforeLoss(QStringLiteral("285")) == MessageCode::Yes) return true;
     ui_->txtPresentationName->setFocus();
     return false;
 }
@@ -139,7 +138,7 @@ void frmSaveGalleryAdvance::CmdBack_Click() {
 }
 
 void frmSaveGalleryAdvance::CmdCancel_Click() {
-    if (ShowMessage(QStringLiteral("006"), MessageType::YesNo, kQuestionIcon) == MessageCode::Yes) Close(1);
+    if (AskBeforeLoss(QStringLiteral("006")) == MessageCode::Yes) Close(1);
 }
 
 void frmSaveGalleryAdvance::Close(int status) {

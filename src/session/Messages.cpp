@@ -25,6 +25,22 @@ QString TextOfMessage(const QString& key) {
     return key;
 }
 
+Message MessageOf(const QString& key, MessageType type, int icon, const QString& title, bool isKey) {
+    Message message;
+    message.key = isKey ? key : QString();
+    message.text = isKey ? TextOfMessage(key) : key;
+    message.type = type;
+    message.icon = icon;
+    message.title = title.isEmpty() ? Setting(QStringLiteral("PRODUCT NAME")) : title;
+    return message;
+}
+
+int Answer(const Message& message) {
+    if (TheAnswerer()) return TheAnswerer()(message);
+    LogNote(QStringLiteral("message without a window: %1 %2").arg(message.key, message.text));
+    return CodeOfClosing(message.type);
+}
+
 } // namespace
 
 int CodeOfClosing(MessageType type) {
@@ -46,15 +62,14 @@ int CodeOfClosing(MessageType type) {
 }
 
 int ShowMessage(const QString& key, MessageType type, int icon, const QString& title, bool isKey) {
-    Message message;
-    message.key = isKey ? key : QString();
-    message.text = isKey ? TextOfMessage(key) : key;
-    message.type = type;
-    message.icon = icon;
-    message.title = title.isEmpty() ? Setting(QStringLiteral("PRODUCT NAME")) : title;
-    if (TheAnswerer()) return TheAnswerer()(message);
-    LogNote(QStringLiteral("message without a window: %1 %2").arg(message.key, message.text));
-    return CodeOfClosing(type);
+    return Answer(MessageOf(key, type, icon, title, isKey));
+}
+
+int AskBeforeLoss(const QString& key, MessageType type, const QString& title, bool isKey) {
+    constexpr int kQuestionIcon = 104;
+    Message message = MessageOf(key, type, kQuestionIcon, title, isKey);
+    message.careful = true;
+    return Answer(message);
 }
 
 void SetMessageAnswerer(MessageAnswerer answerer) {

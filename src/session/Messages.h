@@ -19,11 +19,17 @@ struct Message {
     MessageType type = MessageType::Ok;
     int icon = 103; ///< 101 to 104
     QString title;
+    bool careful = false; ///< Enter presses the last button, which changes nothing, instead of the first
 };
 
 /// Shows a message of the string table (or, with isKey False, the text as given) and gives the button's code.
 int ShowMessage(const QString& key, MessageType type = MessageType::Ok, int icon = 103, const QString& title = {},
                 bool isKey = true);
+
+/// A question whose Yes deletes, replaces or gives up something: as ShowMessage with the icon of a question, but Enter
+/// gives the last button (No, or Cancel where there is one).
+int AskBeforeLoss(const QString& key, MessageType type = MessageType::YesNo, const QString& title = {},
+                  bool isKey = true);
 
 /// Who answers messages: the frame installs the window, tests install an answer. Without one, a message is logged and
 /// gives what closing the box would.

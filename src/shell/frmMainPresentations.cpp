@@ -1,3 +1,4 @@
+#include "controls/ArrowPointer.h"
 #include "gallery/frmGALMain.h"
 #include "gallery/frmSaveGalleryAdvance.h"
 #include "platform/Paths.h"
@@ -29,7 +30,10 @@ bool SaveToGallery(const FinishedPresentation& finished, QWidget* parent) {
     form.SetSourceFile(finished.SourceFile);
     form.SetFileTitle(finished.FileTitle);
     form.SetFormCaption(finished.FormCaption);
-    form.exec();
+    {
+        const ArrowPointer arrow;
+        form.exec();
+    }
     if (!form.SavedFile().isEmpty())
         TheFrame().ShowStatusTextFor(
             GetText(QStringLiteral("TS_Exported")).replace(QStringLiteral("%1"), FileNameOf(form.SavedFile())),

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 
 namespace tessaro {
@@ -55,6 +56,26 @@ TEST_F(MessageBoxTest, ButtonsAndClosingGiveTheirCodes) {
         EXPECT_EQ(Ask(c.type, [](MessageBox& box) { box.close(); }), c.closing) << number;
         EXPECT_EQ(Ask(c.type, [](MessageBox& box) { Press(box, Qt::Key_Return); }), c.buttons.front()) << number;
     }
+}
+
+TEST_F(MessageBoxTest, EnterKeepsWhatACarefulQuestionWouldLose) {
+    const struct {
+        MessageType type;
+        int code;
+    } cases[] = {{MessageType::YesNo, MessageCode::No}, {MessageType::YesNoCancel, MessageCode::Cancel}};
+    for (const auto& [type, code] : cases) {
+        for (const int key : {Qt::Key_Return, Qt::Key_Space}) {
+            Message message = Of(type);
+            message.careful = true;
+            MessageBox box(message);
+            QTimer::singleShot(0, &box, [&] { QTest::keyClick(box.focusWidget(), static_cast<Qt::Key>(key)); });
+            EXPECT_EQ(box.Ask(), code) << key;
+        }
+    }
+    bool careful = false;
+    SetMessageAnswerer([&](const Message& message) { return (careful = message.careful) ? 2 : 1; });
+    EXPECT_EQ(AskBeforeLoss(QStringLiteral("315")), MessageCode::No);
+    EXPECT_TRUE(careful);
 }
 
 TEST_F(MessageBoxTest, LongTextsWrapAndStayOnTheScreen) {
