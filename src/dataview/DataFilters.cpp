@@ -30,12 +30,19 @@ constexpr auto kMostRecent =
 constexpr auto kMakeTemp1 =
     "SELECT DISTINCT IUSNId, AreaNID, TimePeriodNId, SourceNId INTO _DataTemp1 FROM _SelIUSNId, "
     "_SelArea, _SelTimePeriod";
-constexpr auto kMissing =
-    "SELECT Dt.TimePeriodNId, Dt.AreaNID, Dt.IUSNId, D.Datavalue, Dt.SourceNId, D.FootnoteNId, D.RowNId  FROM Data AS "
+constexpr auto kMissingColumns =
+    "SELECT Dt.TimePeriodNId, Dt.AreaNID, Dt.IUSNId, D.Datavalue, Dt.SourceNId, D.FootnoteNId, D.RowNId ";
+constexpr auto kMissingFrom =
+    " FROM Data AS "
     "D RIGHT JOIN (_SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (_SelTimePeriod  AS T INNER JOIN _DataTemp1 "
     "AS Dt ON T.TimePeriodNId = Dt.TimePeriodNId) ON A.AreaNId = Dt.AreaNID)  ON (IUS.IUSNId = Dt.IUSNId) AND "
     "(IUS.SourceNId = Dt.SourceNId)) ON (D.IUSNId = Dt.IUSNId) AND  (D.SourceNId = Dt.SourceNId) AND (D.AreaNId = "
     "Dt.AreaNID) AND (D.TimePeriodNId = Dt.TimePeriodNId)";
+constexpr auto kKept = "SELECT D.TimePeriodNId, D.IUSNId, D.AreaNId,  D.SourceNId, D.FootnoteNId, D.Datavalue  FROM "
+                       "_SelIUSNId IUS INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON "
+                       "D.TimePeriodNId = [T].TimePeriodNId)  ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = "
+                       "D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  WHERE IUS.Deleted = False ";
+constexpr auto kKeptCells = "SELECT Dt.TimePeriodNId, Dt.IUSNId, Dt.AreaNID, Dt.SourceNId, D.FootnoteNId, D.Datavalue ";
 constexpr auto kInView = " WHERE IUS.Deleted = False";
 
 QString DeletedClause() {
@@ -43,21 +50,42 @@ QString DeletedClause() {
     return QStringLiteral(" AND D.RowNID not in(") + DeletedRowNIds + QStringLiteral(") ");
 }
 
-/// The range, for the grid and the readers of the view alike. Values compare as numbers, whatever their texts look like;
-/// a text that is no number lies above all of them, and a value that is missing is no part of a comparison, so that both
-/// stay out. Making numbers of the texts first would fail on them.
+/// The range, for the grid and the readers of the view alike. Values compare as numbers, whatever their texts look
+/// like; a text that is no number lies above all of them, and a value that is missing is no part of a comparison, so
+/// that both stay out. Making numbers of the texts first would fail on them.
 QString ValueRange(const DataFilters& filters) {
     if (!filters.ValueRangeOn) return {};
     return QStringLiteral(" AND (D.Datavalue >= ") + NumberText(filters.DataValueFrom) +
            QStringLiteral(" AND D.Datavalue <= ") + NumberText(filters.DataValueTo) + QStringLiteral(")");
 }
 
-QString MissingDataStatement(const DataFilters& filters) {
-    QString onValues = ValueRange(filters);
-    if (filters.MostRecentOn) onValues += MostRecentClause;
-    QString sql = QString::fromLatin1(kMissing) + QLatin1String(kInView);
-    if (!onValues.isEmpty())
-        sql += QStringLiteral(" AND (D.RowNId IS NULL OR (D.RowNId IS NOT NULL") + onValues + QStringLiteral("))");
+QString OnValues(const DataFilters& filters) {
+    return ValueRange(filters) + (filters.MostRecentOn ? MostRecentClause : QString());
+}
+
+/// The restriction that is put on values only: the cells of the selection that have none stay, with their footnotes.
+QString MissingDataTail(const DataFilters& filters) {
+    const QString onValues = OnValues(filters);
+    if (onValues.isEmpty()) return QLatin1String(kInView);
+    return QLatin1String(kInView) +
+           QStringLiteral(" AND (D.Datavalue IS NULL OR D.Datavalue = '' OR (D.RowNId IS NOT NULL") + onValues +
+           QStringLiteral("))");
+}
+
+/// The rows removed one by one, in the spelling of the statement that keeps the others.
+QString RemovedRows(const QString& before) {
+    if (DeletedRowNIds.trimmed().isEmpty()) return {};
+    return before + QStringLiteral(" D.RowNID NOT In (") + DeletedRowNIds + QStringLiteral(") ");
+}
+
+QString KeptCellsStatement(const RowsInView& rows) {
+    QString sql = QLatin1String(kKeptCells) + QLatin1String(kMissingFrom) + MissingDataTail(rows.filters);
+    if (const QString removed = RemovedRows({}); !removed.isEmpty())
+        sql += QStringLiteral(" AND (D.RowNId IS NULL OR") + removed + QStringLiteral(")");
+    if (!rows.removedCells.isEmpty())
+        sql += QStringLiteral(" AND (D.RowNId IS NOT NULL OR Dt.TimePeriodNId & '_' & Dt.AreaNID & '_' & Dt.IUSNId & "
+                              "'_' & Dt.SourceNId NOT In ('") +
+               rows.removedCells.join(QStringLiteral("','")) + QStringLiteral("'))");
     return sql;
 }
 
@@ -67,6 +95,10 @@ qint64 Counted(const QString& sql) {
 }
 
 } // namespace
+
+QString CellKey(qint32 timePeriodNId, qint32 areaNId, qint32 iusNId, qint32 sourceNId) {
+    return QStringLiteral("%1_%2_%3_%4").arg(timePeriodNId).arg(areaNId).arg(iusNId).arg(sourceNId);
+}
 
 QString NumberText(double number) {
     return QLocale::c().toString(number, 'g', QLocale::FloatingPointShortest).remove(QLatin1Char(','));
@@ -79,9 +111,15 @@ QString BuildRowFilter(const DataFilters& filters) {
 }
 
 QString FilteredStatement(const DataFilters& filters, const QString& orderBy) {
-    if (filters.MissingDataOn) return MissingDataStatement(filters) + orderBy;
+    if (filters.MissingDataOn)
+        return QLatin1String(kMissingColumns) + QLatin1String(kMissingFrom) + MissingDataTail(filters) + orderBy;
     if (filters.MostRecentOn) return MostRecentStatement() + ValueRange(filters) + orderBy;
     return RequeryStatement(ValueRange(filters), orderBy);
+}
+
+QString FavouriteStatement(const RowsInView& rows) {
+    if (rows.filters.MissingDataOn) return KeptCellsStatement(rows);
+    return QLatin1String(kKept) + RemovedRows(QStringLiteral(" AND")) + OnValues(rows.filters);
 }
 
 // The tables know combinations only; a source of one that was taken out must not come back with them.
@@ -110,10 +148,10 @@ void SetMostRecentClause() {
     MostRecentClause = QStringLiteral(" AND D.RowNId in (") + list + QStringLiteral(") ");
 }
 
-bool MakeMissingDataTable() {
+bool MakeMissingDataTable(jet::Connection* on) {
     ErrorTrap trap("GenerateMissingData_Change");
-    Execute(QStringLiteral("DROP TABLE _DataTemp1"));
-    return Execute(QLatin1String(kMakeTemp1));
+    Execute(QStringLiteral("DROP TABLE _DataTemp1"), on);
+    return Execute(QLatin1String(kMakeTemp1), on);
 }
 
 qint64 SelectedCells() {

@@ -1,7 +1,12 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
+
+namespace jet {
+class Connection;
+}
 
 namespace tessaro {
 
@@ -21,6 +26,15 @@ struct DataFilters {
     bool operator==(const DataFilters&) const = default;
 };
 
+/// What the data view shows beyond the selection and the session's lists, for those who keep its rows.
+struct RowsInView {
+    DataFilters filters;
+    QStringList removedCells; ///< CellKey of the cells without a value that were removed one by one
+};
+
+/// Names a cell of the selection: "period_area_combination_source".
+[[nodiscard]] QString CellKey(qint32 timePeriodNId, qint32 areaNId, qint32 iusNId, qint32 sourceNId);
+
 /// Most cells without a value that are shown; beyond, the user is told instead of waiting for them.
 constexpr qint64 kMostMissingCells = 2'000'000;
 
@@ -33,13 +47,18 @@ constexpr qint64 kMostMissingCells = 2'000'000;
 /// The grid's statement of the most recent data alone.
 [[nodiscard]] QString MostRecentStatement();
 
+/// The rows that the data view shows, with TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId and Datavalue, for a
+/// database with the selection tables and Data; with missing data, _DataTemp1 has to be there too.
+[[nodiscard]] QString FavouriteStatement(const RowsInView& rows);
+
 /// Makes _DataMRD and _DataMRD1: the latest period (as text) of each combination and area, and the rows of it. False
 /// when that failed (reported).
 bool MakeMostRecentTables();
 /// Sets MostRecentClause from _DataMRD1.
 void SetMostRecentClause();
-/// Makes _DataTemp1, the cross product of the selection.
-bool MakeMissingDataTable();
+/// Makes _DataTemp1, the cross product of the selection, on Connection or on the one given. False when that failed
+/// (reported).
+bool MakeMissingDataTable(jet::Connection* on = nullptr);
 /// Cells of the selection: each pair of combination and source that is in view, in every area and period.
 [[nodiscard]] qint64 SelectedCells();
 

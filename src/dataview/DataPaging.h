@@ -52,6 +52,8 @@ class DataPaging final {
     qint64 CountRows();
     /// The RowNId of a row of the query (from 0) that has been delivered or counted; nothing for a row without a value.
     [[nodiscard]] std::optional<qint64> RowNIdOf(qint64 row) const { return pageQuery_.RowNIdOf(row); }
+    /// CellKey of a row of the query that is a cell without a row in Data; nothing for others.
+    [[nodiscard]] std::optional<QString> CellWithoutValue(qint64 row) const { return pageQuery_.CellWithoutValue(row); }
     /// The timer while something else has the hands full (a scroll, another stage), and again after it.
     void PauseTimer();
     void ResumeTimer();

@@ -54,7 +54,9 @@ bool FilterCounter::ReadSome(int rows) {
 
 void FilterCounter::Take(Values& values, const jet::Recordset& row) const {
     ++values.rows;
-    if (const auto number = jet::ReadNumber(row.Get(Datavalue).toText())) values.numbers.push_back(*number);
+    const std::string text = row.Get(Datavalue).toText();
+    if (text.empty()) ++values.blank;
+    if (const auto number = jet::ReadNumber(text)) values.numbers.push_back(*number);
 }
 
 void FilterCounter::Finish() {
@@ -96,10 +98,16 @@ qint64 FilterCounter::Values::Within(const DataFilters& filters) const {
     return std::max<qint64>(behind - first, 0);
 }
 
+// The filters of values pass them over, and missing data brings back those that aren't counted already.
+qint64 FilterCounter::RowsWithoutValueLeft(const DataFilters& filters) const {
+    if (filters.ValueRangeOn) return all_.blank;
+    return filters.MostRecentOn ? all_.blank - mostRecent_->blank : 0;
+}
+
 std::optional<qint64> FilterCounter::RowsLeft(const DataFilters& filters) const {
     if (!complete_ || (filters.MostRecentOn && !mostRecent_)) return std::nullopt;
     const qint64 withValue = (filters.MostRecentOn ? *mostRecent_ : all_).Within(filters);
-    return withValue + (filters.MissingDataOn ? missingCells_ : 0);
+    return withValue + (filters.MissingDataOn ? missingCells_ + RowsWithoutValueLeft(filters) : 0);
 }
 
 } // namespace tessaro

@@ -40,10 +40,12 @@ class FilterCounter final {
   private:
     struct Values {
         qint64 rows = 0;
+        qint64 blank = 0;            ///< rows of Data that hold no value, only perhaps a footnote
         std::vector<double> numbers; ///< of the rows whose value is one
         [[nodiscard]] qint64 Within(const DataFilters& filters) const;
     };
     void Take(Values& values, const jet::Recordset& row) const;
+    [[nodiscard]] qint64 RowsWithoutValueLeft(const DataFilters& filters) const;
     void Finish();
 
     jet::Recordset rows_;

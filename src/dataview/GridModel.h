@@ -53,6 +53,7 @@ class GridModel final : public QAbstractTableModel {
     void RemoveRows(std::vector<int> rows);
     /// Rows taken away since the grid was emptied, and rows of the query that have a place, those included.
     [[nodiscard]] int RemovedRows() const { return static_cast<int>(removed_.size()); }
+    [[nodiscard]] const std::vector<qint32>& RemovedQueryRows() const { return removed_; }
     [[nodiscard]] int QueryRows() const { return ValueRows() + RemovedRows(); }
     /// Row of the query (from 0) that a grid row shows.
     [[nodiscard]] qint64 QueryRowOf(int row) const;

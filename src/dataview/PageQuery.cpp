@@ -1,5 +1,6 @@
 #include "dataview/PageQuery.h"
 
+#include "dataview/DataFilters.h"
 #include "dataview/GridQuery.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
@@ -187,12 +188,23 @@ std::vector<IdentifierRow> PageQuery::Reread(qint64 first, int count) const {
     return page;
 }
 
+const IdentifierRow* PageQuery::WholeRow(qint64 row) const {
+    if (row < 0 || row >= RowsPassed()) return nullptr;
+    const qint32 number = passed_[static_cast<std::size_t>(row)];
+    return number < 0 ? &whole_[static_cast<std::size_t>(~number)] : nullptr;
+}
+
 std::optional<qint64> PageQuery::RowNIdOf(qint64 row) const {
     if (row < 0 || row >= RowsPassed()) return std::nullopt;
-    const qint32 number = passed_[static_cast<std::size_t>(row)];
-    if (number >= 0) return number;
-    const IdentifierRow& whole = whole_[static_cast<std::size_t>(~number)];
-    return whole.hasRowNId ? std::optional(whole.rowNId) : std::nullopt;
+    if (const IdentifierRow* whole = WholeRow(row))
+        return whole->hasRowNId ? std::optional(whole->rowNId) : std::nullopt;
+    return passed_[static_cast<std::size_t>(row)];
+}
+
+std::optional<QString> PageQuery::CellWithoutValue(qint64 row) const {
+    const IdentifierRow* whole = WholeRow(row);
+    if (whole == nullptr || whole->hasRowNId) return std::nullopt;
+    return CellKey(whole->timePeriodNId, whole->areaNId, whole->iusNId, whole->sourceNId);
 }
 
 void PageQuery::Append(const std::vector<qint64>& rowNIds) {

@@ -51,6 +51,8 @@ class PageQuery final {
 
     /// The RowNId of a row passed; nothing for a row without one or one not reached yet.
     [[nodiscard]] std::optional<qint64> RowNIdOf(qint64 row) const;
+    /// CellKey of a row passed that has no RowNId; nothing for others.
+    [[nodiscard]] std::optional<QString> CellWithoutValue(qint64 row) const;
     /// Puts rows of Data behind the last one, by their numbers. Only after the end has been reached.
     void Append(const std::vector<qint64>& rowNIds);
 
@@ -66,6 +68,8 @@ class PageQuery final {
     void GiveUp();
     void Keep(const IdentifierRow& row);
     [[nodiscard]] std::vector<IdentifierRow> Reread(qint64 first, int count) const;
+    /// The row when it is kept whole; nullptr for those that are read again by their number.
+    [[nodiscard]] const IdentifierRow* WholeRow(qint64 row) const;
     [[nodiscard]] static qint64 KeyOf(const IdentifierRow& row);
 
     QString sql_;

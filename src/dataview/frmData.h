@@ -61,6 +61,8 @@ class frmData final : public StageScreen {
     /// Takes other row filters into use; rows taken out one by one come back.
     void SetFilters(const DataFilters& filters);
     [[nodiscard]] const DataFilters& Filters() const { return filters_; }
+    /// The filters of the view and the cells removed from it, for a favourite.
+    [[nodiscard]] RowsInView ShownRows() const;
     /// Writes what stands in the grid by the kind of the name: .htm, .txt or .xls. False after the message.
     bool SaveDataView(const QString& file);
     /// Asks for the row filters.

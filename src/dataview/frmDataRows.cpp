@@ -206,6 +206,13 @@ void frmData::RemoveRows(const std::vector<int>& rows) {
     RowFilter = BuildRowFilter(filters_);
 }
 
+RowsInView frmData::ShownRows() const {
+    RowsInView rows{filters_, {}};
+    for (const qint32 row : model_.RemovedQueryRows())
+        if (const auto cell = paging_.CellWithoutValue(row)) rows.removedCells << *cell;
+    return rows;
+}
+
 void frmData::RestoreDeletedRows() {
     ErrorTrap trap("RestoreDeletedRows");
     if (DeletedRowNIds.trimmed().isEmpty() && model_.RemovedRows() == 0) return;

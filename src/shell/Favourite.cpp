@@ -13,6 +13,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <stdexcept>
+
 namespace tessaro {
 
 namespace {
@@ -61,22 +63,24 @@ void EmptyData(const QString& copy) {
     jet::Connection::Open(copy.toStdString(), DatabasePassword())->Execute("DELETE * FROM Data");
 }
 
-void CopyRows(const QString& copy) {
+void CopyRows(const QString& copy, const RowsInView& rows) {
     const QTemporaryDir folder(JoinPath({TempFolder, QStringLiteral("Favourite-XXXXXX")}));
     const auto links = MakeLinks(folder.path(), copy);
+    if (rows.filters.MissingDataOn && !MakeMissingDataTable(links.get()))
+        throw std::runtime_error("The cells without a value can't be listed.");
     links->Execute((QStringLiteral("INSERT INTO [_FavouriteData] (TimePeriodNId, IUSNId, AreaNId, SourceNId, "
                                    "FootnoteNId, Datavalue) ") +
-                    FavouriteStatement())
+                    FavouriteStatement(rows))
                        .toStdString());
 }
 
-void MakeCopy(const QString& copy) {
+void MakeCopy(const QString& copy, const RowsInView& rows) {
     Frame& frame = TheFrame();
     jet::Database::Copy(FileToOpen(CurrentDatabase).toStdString(), copy.toStdString());
     frame.SetProgress(30);
     EmptyData(copy);
     frame.SetProgress(40);
-    CopyRows(copy);
+    CopyRows(copy, rows);
     frame.SetProgress(90);
 }
 
@@ -126,18 +130,7 @@ bool RemoveFavourite(const QString& fileName) {
     return !FileExists(path) || QFile::remove(path);
 }
 
-QString FavouriteStatement() {
-    QString sql = QStringLiteral(
-        "SELECT D.TimePeriodNId, D.IUSNId, D.AreaNId,  D.SourceNId, D.FootnoteNId, D.Datavalue  FROM _SelIUSNId IUS "
-        "INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON D.TimePeriodNId = "
-        "[T].TimePeriodNId)  ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  "
-        "WHERE IUS.Deleted = False ");
-    if (!DeletedRowNIds.trimmed().isEmpty())
-        sql += QStringLiteral(" AND D.RowNID NOT In (") + DeletedRowNIds + QStringLiteral(") ");
-    return sql;
-}
-
-FavouriteResult MakeFavourite(const QString& name) {
+FavouriteResult MakeFavourite(const QString& name, const RowsInView& rows) {
     ErrorTrap trap("cmdOk_Click");
     const QString wanted = name.trimmed();
     if (wanted.isEmpty() || CleanFileName(wanted) != wanted) return FavouriteResult::BadName;
@@ -145,7 +138,7 @@ FavouriteResult MakeFavourite(const QString& name) {
     if (FileExists(path) || FolderExists(path)) return FavouriteResult::Taken;
     const UnfinishedFile file(path);
     TheFrame().StartProgress();
-    const bool copied = trap.Try([&] { MakeCopy(file.Path()); });
+    const bool copied = trap.Try([&] { MakeCopy(file.Path(), rows); });
     const bool made = copied && Complete(file.Path(), trap) && file.Finish();
     TheFrame().EndProgress();
     return made ? FavouriteResult::Made : FavouriteResult::Failed;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dataview/DataFilters.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -14,10 +16,9 @@ enum class FavouriteResult {
 };
 
 /// A copy of the open database with only the rows that the data view shows, under this name in FavoritesFolder. It is
-/// there whole or not at all. Progress goes to the frame's meter.
-[[nodiscard]] FavouriteResult MakeFavourite(const QString& name);
-/// The rows that the data view shows, as a statement on a database with the selection tables and Data.
-[[nodiscard]] QString FavouriteStatement();
+/// there whole or not at all. `rows` are the filters that the view has; cells without a value that it shows become rows
+/// without a value. Progress goes to the frame's meter.
+[[nodiscard]] FavouriteResult MakeFavourite(const QString& name, const RowsInView& rows = {});
 
 /// Names of the files of FavoritesFolder that are databases.
 [[nodiscard]] QStringList FavouriteFiles();

@@ -15,7 +15,8 @@
 
 namespace tessaro {
 
-frmFavourites::frmFavourites(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmFavourites>()) {
+frmFavourites::frmFavourites(QWidget* parent, RowsInView rows)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmFavourites>()), rows_(std::move(rows)) {
     const ErrorTrap trap("frmFavourites_Load");
     ui_->setupUi(this);
     SetFormCaptions();
@@ -80,7 +81,7 @@ void frmFavourites::cmdOK_Click() {
     TheFrame().SetStatusText(GetText(QStringLiteral("COMM_PROCESSING")));
     const FavouriteResult result = [this] {
         const WaitPointer wait;
-        return MakeFavourite(ui_->txtFavoriteAddress->text());
+        return MakeFavourite(ui_->txtFavoriteAddress->text(), rows_);
     }();
     TheFrame().SetStatusText({});
     setEnabled(true);

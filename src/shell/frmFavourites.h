@@ -1,5 +1,7 @@
 #pragma once
 
+#include "dataview/DataFilters.h"
+
 #include <QDialog>
 #include <QString>
 
@@ -16,7 +18,8 @@ class frmFavourites final : public QDialog {
     Q_OBJECT
 
   public:
-    explicit frmFavourites(QWidget* parent = nullptr);
+    /// `rows` are what the data view shows, which a new favourite keeps.
+    explicit frmFavourites(QWidget* parent = nullptr, RowsInView rows = {});
     ~frmFavourites() override;
 
     /// Path of the favourite that the user wants to open; empty when none.
@@ -32,6 +35,7 @@ class frmFavourites final : public QDialog {
     void ShowLowerHalf(bool shown);
 
     std::unique_ptr<Ui::frmFavourites> ui_;
+    RowsInView rows_;
     QString wanted_;
     int lowerHeight_ = 0;
 };

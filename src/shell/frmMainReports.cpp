@@ -1,5 +1,6 @@
 #include "controls/OfficeErrors.h"
 #include "controls/StageScreen.h"
+#include "dataview/frmData.h"
 #include "platform/Paths.h"
 #include "platform/SingleInstance.h"
 #include "session/ErrorSink.h"
@@ -22,10 +23,9 @@ namespace tessaro {
 
 void frmMain::AddFavorites() {
     const ErrorTrap trap("mnumnu_Favoritesmnu_AddFavorites_Click");
-    StageScreen* screen = ActiveScreen();
-    if (!screen || screen->FormName().toUpper() != QLatin1String("FRMDATA")) return;
-    if (!screen->MayKeep()) return;
-    frmFavourites form(this);
+    auto* screen = qobject_cast<frmData*>(ActiveScreen());
+    if (!screen || !screen->MayKeep()) return;
+    frmFavourites form(this, screen->ShownRows());
     form.exec();
     menu_->FillFavourites();
     screen->setFocus();

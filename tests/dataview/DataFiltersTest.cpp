@@ -127,6 +127,31 @@ TEST_F(DataFiltersTest, AValueThatIsNoNumberIsPassedOverByARangeInsteadOfFailing
     EXPECT_EQ(RowsOf(GridStatement(filters)), QStringLiteral("1 2 3 4 5 6 7"));
 }
 
+TEST_F(DataFiltersTest, AValueThatIsMissingButHasANoteIsOneOfTheMissingCells) {
+    AddData(2, 3, 1, QStringLiteral("Null"), 1, 7); // 8
+    AddData(1, 3, 1, QStringLiteral("Null"), 1, 7); // 9: not the latest
+    AddData(1, 3, 2, QStringLiteral("''"), 1, 7);   // 10
+    struct Case {
+        bool range, recent;
+        const char* grid;
+    };
+    for (const Case& c : {Case{false, false, "1 2 3 4 5 6 7 8 9 10 +26"}, Case{true, false, "1 2 4 6 8 9 10 +26"},
+                          Case{false, true, "3 4 5 7 8 9 10 +26"}, Case{true, true, "4 8 9 10 +26"}}) {
+        filters = {.MostRecentOn = c.recent,
+                   .MissingDataOn = true,
+                   .ValueRangeOn = c.range,
+                   .DataValueFrom = 9,
+                   .DataValueTo = 20};
+        EXPECT_EQ(RowsOf(GridStatement(filters)), QLatin1String(c.grid));
+        FilterCounter counter;
+        counter.Start();
+        while (counter.ReadSome(100)) {
+        }
+        EXPECT_TRUE(counter.ReadMostRecent());
+        EXPECT_EQ(counter.RowsLeft(filters), Select(GridStatement(filters)).rows().RecordCount()) << c.grid;
+    }
+}
+
 TEST_F(DataFiltersTest, ARangeTakesWhatNumbersMadeOfTheTextsWouldTake) {
     for (const char* value : {"'1e1'", "' 15 '", "'010.0'", "'-0'", "'+12'", "'1E-2'", "'9.9999999999999999'", "'.5'"})
         AddData(1, 3, 1, QLatin1String(value), 1);

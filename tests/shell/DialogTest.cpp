@@ -1,9 +1,12 @@
 #include "controls/ColorDialogs.h"
+#include "controls/DataTable.h"
 #include "controls/FileDialogs.h"
 #include "controls/KeyedList.h"
+#include "dataview/frmData.h"
 #include "platform/SingleInstance.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "shell/Favourite.h"
 #include "shell/FrameTest.h"
 #include "shell/frmAbout.h"
 #include "shell/frmFavourites.h"
@@ -22,6 +25,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableWidget>
+#include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
 
@@ -283,6 +287,58 @@ TEST_F(DialogTest, FavouritesAreMadeListedOpenedAndRemoved) {
     Press(form, "cmdRemove");
     EXPECT_EQ(list->Items().Count(), 0);
     EXPECT_TRUE(QDir(FavoritesFolder).isEmpty());
+}
+
+TEST_F(DialogTest, AFavouriteKeepsTheRowsThatTheViewShows) {
+    enum Bit : unsigned { Recent = 1, Range = 2, Missing = 4, RowsOut = 8, SourceOut = 16, All = 31 };
+    ASSERT_TRUE(StartInDataView());
+    auto& view = *Find<frmData>(QStringLiteral("frmData"));
+    // A value that is missing and only has a note.
+    ASSERT_TRUE(Execute(QStringLiteral("UPDATE Data SET Datavalue = Null, FootnoteNId = 1 WHERE RowNId = 2")));
+    for (unsigned options = 0; options <= All; ++options) {
+        SCOPED_TRACE(options);
+        ASSERT_TRUE(Execute(QStringLiteral("UPDATE _SelIUSNId SET [Deleted] = %1 WHERE SourceNId = 2")
+                                .arg(options & SourceOut ? QStringLiteral("True") : QStringLiteral("False"))));
+        view.SetFilters({.MostRecentOn = (options & Recent) != 0,
+                         .MissingDataOn = (options & Missing) != 0,
+                         .ValueRangeOn = (options & Range) != 0,
+                         .DataValueFrom = 50,
+                         .DataValueTo = 4000});
+        ASSERT_TRUE(QTest::qWaitFor([&] { return view.paging().PagingComplete(); }, 10000));
+        if (options & RowsOut) {
+            auto& grid = *Find<DataTable>(QStringLiteral("DataGrid"));
+            grid.selectionModel()->select({grid.model()->index(0, 0), grid.model()->index(1, 0)},
+                                          QItemSelectionModel::ClearAndSelect);
+            view.RemoveRowsFromDataGrid();
+        }
+        QStringList shown;
+        for (int row = 0; row < view.grid().ValueRows(); ++row) {
+            const GridRow& cells = *view.grid().RowAt(row);
+            shown << QStringList{cells.timePeriod, cells.areaId, QString::number(cells.sourceNId), cells.datavalue,
+                                 QString::number(cells.footNId)}
+                         .join(QLatin1Char(' '));
+        }
+        EXPECT_FALSE(shown.isEmpty());
+        const QString name = QStringLiteral("Kept %1").arg(options);
+        WithNextDialog([&](QDialog& form) {
+            In<QLineEdit>(form, "txtFavoriteAddress")->setText(name);
+            Press(form, "cmdOK");
+        });
+        Find<QAction>(QStringLiteral("mnumnu_Favoritesmnu_AddFavorites"))->trigger();
+        const auto favourite = CreateTheConnection(FavouritePath(name));
+        QStringList kept;
+        Records rows = Select(QStringLiteral("SELECT T.TimePeriod, A.AreaID, D.SourceNId, D.Datavalue, D.FootnoteNId "
+                                             "FROM Data AS D, TimePeriod AS T, Area_en AS A WHERE D.TimePeriodNId = "
+                                             "T.TimePeriodNId AND D.AreaNId = A.AreaNId"),
+                              jet::CursorType::Static, favourite.get());
+        for (; !rows.atEnd(); rows.MoveNext())
+            kept << QStringList{rows.Text(std::size_t{0}), rows.Text(std::size_t{1}), rows.Text(std::size_t{2}),
+                                rows.Text(std::size_t{3}), QString::number(rows.Number(std::size_t{4}))}
+                        .join(QLatin1Char(' '));
+        kept.sort();
+        shown.sort();
+        EXPECT_EQ(kept.join(u';').toStdString(), shown.join(u';').toStdString());
+    }
 }
 
 TEST_F(DialogTest, TheLowerHalfOfFavouritesGoesAndComes) {
