@@ -4,10 +4,7 @@
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 
-#include <QLocale>
-
 #include <algorithm>
-#include <cmath>
 
 namespace tessaro {
 
@@ -21,15 +18,6 @@ qint32 Number(const jet::Recordset& row, std::size_t field) {
 }
 
 } // namespace
-
-std::optional<double> NumberTyped(const QString& text) {
-    for (const QLocale& locale : {QLocale::system(), QLocale::c()}) {
-        bool read = false;
-        const double number = locale.toDouble(text.trimmed(), &read);
-        if (read && std::isfinite(number)) return number;
-    }
-    return std::nullopt;
-}
 
 void FilterCounter::Start() {
     ErrorTrap trap("FilterCounter");

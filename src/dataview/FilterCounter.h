@@ -12,9 +12,6 @@
 
 namespace tessaro {
 
-/// A number typed by a user, with the separators of the system or with a point. Nothing when it isn't a finite number.
-[[nodiscard]] std::optional<double> NumberTyped(const QString& text);
-
 /// Says how many rows would stay under any filters, without asking the database each time: it reads the values in view
 /// once, in slices, so that a window stays alive meanwhile.
 class FilterCounter final {

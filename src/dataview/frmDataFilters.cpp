@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "session/DisplayValue.h"
 #include "session/Frame.h"
 #include "session/Strings.h"
 #include "ui_frmDataFilters.h"

@@ -5,7 +5,6 @@
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
-#include "session/Session.h"
 #include "session/Strings.h"
 #include "ui_ColorRangesPanel.h"
 
@@ -13,8 +12,6 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QStyledItemDelegate>
-
-#include <cmath>
 
 namespace tessaro {
 
@@ -27,18 +24,19 @@ Qt::Alignment AlignmentOf(int column) {
     return (column == ColRange ? Qt::AlignLeading : Qt::AlignRight | Qt::AlignAbsolute) | Qt::AlignVCenter;
 }
 
-/// A number as the user writes it, or as the data does, in the data's form; empty when it is none.
+/// A number that the user typed, in the data's form; empty when it is none.
 QString NumberText(const QString& typed) {
-    for (const QLocale& locale : {QLocale::system(), QLocale::c()}) {
-        bool good = false;
-        const double number = locale.toDouble(typed.trimmed(), &good);
-        if (good && std::isfinite(number)) return QLocale::c().toString(number, 'g', QLocale::FloatingPointShortest);
-    }
-    return {};
+    const auto number = NumberTyped(typed);
+    return number ? QLocale::c().toString(*number, 'g', QLocale::FloatingPointShortest) : QString();
 }
 
-QString Shown(const QString& number) {
-    return SysNumFormat ? WithSeparators(number, QLocale::system()) : number;
+/// Why what was typed can't be kept, in the user's language; empty when every text is a number and the range's limits
+/// stand the right way round. A limit that isn't there yet is in nobody's way.
+QString ProblemOf(const ValueRange& range, const QStringList& typed) {
+    for (const QString& text : typed)
+        if (!NumberTyped(text)) return GetText(QStringLiteral("TS_NotANumber")).replace(QStringLiteral("%1"), text);
+    const bool both = !range.From.isEmpty() && !range.To.isEmpty();
+    return both && range.From.toDouble() > range.To.toDouble() ? GetText(QStringLiteral("TS_FilterOrder")) : QString();
 }
 
 /// Lays the field txtFill over a cell of limits.
@@ -134,8 +132,8 @@ void ColorRangesPanel::ShowRecord() {
     if (!record) return;
     ui_->cmbBreak->setCurrentIndex(record->Method == RangeMethod::EqualCount ? 0 : 1);
     ui_->cmbHighIsGood->setCurrentIndex(record->HighIsGood ? 0 : 1);
-    ui_->txtMinValue->setText(Shown(record->MinValue));
-    ui_->txtMaxValue->setText(Shown(record->MaxValue));
+    ui_->txtMinValue->setText(DisplayedValue(record->MinValue));
+    ui_->txtMaxValue->setText(DisplayedValue(record->MaxValue));
     ui_->txtDec->setValue(record->Decimals);
     ShowGrid();
 }
@@ -146,7 +144,8 @@ void ColorRangesPanel::ShowGrid() {
     filling_ = true;
     for (int row = 0; row < RangeCount; ++row) {
         const ValueRange& range = record->Ranges[static_cast<std::size_t>(row)];
-        const QString texts[] = {range.Text(), Shown(range.From), Shown(range.To), QLocale().toString(range.Count), {}};
+        const QString texts[] = {
+            range.Text(), DisplayedValue(range.From), DisplayedValue(range.To), QLocale().toString(range.Count), {}};
         for (int column = ColRange; column <= ColColor; ++column) {
             auto* item = new QTableWidgetItem(texts[column]);
             const bool editable = column == ColFrom || column == ColTo;
@@ -168,18 +167,14 @@ void ColorRangesPanel::cmdApply_Click() {
     const ErrorTrap trap("cmdApply_Click");
     ColorRanges* record = Record();
     if (!record) return;
-    const QString min = NumberText(ui_->txtMinValue->text());
-    const QString max = NumberText(ui_->txtMaxValue->text());
-    if (min.isEmpty() || max.isEmpty() || min.toDouble() > max.toDouble()) {
-        const QLineEdit* wrong = min.isEmpty() ? ui_->txtMinValue : max.isEmpty() ? ui_->txtMaxValue : nullptr;
-        const QString text = wrong
-                                 ? GetText(QStringLiteral("TS_NotANumber")).replace(QStringLiteral("%1"), wrong->text())
-                                 : GetText(QStringLiteral("TS_FilterOrder"));
-        ShowMessage(text, MessageType::Ok, 103, {}, false);
+    const ValueRange limits{NumberText(ui_->txtMinValue->text()), NumberText(ui_->txtMaxValue->text())};
+    const QString wrong = ProblemOf(limits, {ui_->txtMinValue->text(), ui_->txtMaxValue->text()});
+    if (!wrong.isEmpty()) {
+        ShowMessage(wrong, MessageType::Ok, 103, {}, false);
         return;
     }
-    record->MinValue = min;
-    record->MaxValue = max;
+    record->MinValue = limits.From;
+    record->MaxValue = limits.To;
     record->Decimals = ui_->txtDec->value();
     record->HighIsGood = ui_->cmbHighIsGood->currentIndex() == 0;
     record->Method = ui_->cmbBreak->currentIndex() == 0 ? RangeMethod::EqualCount : RangeMethod::EqualSize;
@@ -191,13 +186,16 @@ void ColorRangesPanel::GridEdited(int row, int column) {
     ColorRanges* record = Record();
     if (filling_ || !record || (column != ColFrom && column != ColTo)) return;
     const ErrorTrap trap("txtFill");
-    ValueRange& range = record->Ranges[static_cast<std::size_t>(row)];
-    const QString number = NumberText(ui_->grdAddColor->item(row, column)->text());
-    if (!number.isEmpty()) { // what is no number leaves the limit as it was
-        (column == ColFrom ? range.From : range.To) = number;
-        range.Count = GetRangeCount(*record, range.From, range.To);
+    const QString typed = ui_->grdAddColor->item(row, column)->text();
+    ValueRange changed = record->Ranges[static_cast<std::size_t>(row)];
+    (column == ColFrom ? changed.From : changed.To) = NumberText(typed);
+    const QString wrong = ProblemOf(changed, {typed});
+    if (wrong.isEmpty()) {
+        changed.Count = GetRangeCount(*record, changed.From, changed.To);
+        record->Ranges[static_cast<std::size_t>(row)] = changed;
     }
     ShowGrid();
+    if (!wrong.isEmpty()) ShowMessage(wrong, MessageType::Ok, 103, {}, false);
 }
 
 void ColorRangesPanel::ChooseColor(int row, int column) {

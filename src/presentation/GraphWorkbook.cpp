@@ -3,6 +3,7 @@
 #include "controls/SheetLook.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Paths.h"
+#include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Strings.h"
@@ -104,7 +105,7 @@ void GraphWorkbook::MeasureColumns() {
         for (const QString& text : RowHeads(row))
             widths_.Add(++column, text);
         for (const PivotCell& cell : table_.cells[static_cast<std::size_t>(row)])
-            widths_.Add(++column, ValueText(cell.value));
+            widths_.Add(++column, DisplayedValue(cell.value));
     }
 }
 

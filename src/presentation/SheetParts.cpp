@@ -191,10 +191,6 @@ QString ValueFormat(const QString& value) {
     return decimals == 0 ? whole : whole + QLatin1Char('.') + QString(decimals, QLatin1Char('0'));
 }
 
-QString ValueText(const QString& value) {
-    return SysNumFormat ? WithSeparators(value.trimmed(), QLocale::system()) : value.trimmed();
-}
-
 double TextWidth(const QString& text, const TableFont& font) {
     return WidthOf(text) * SizeFactor(font);
 }

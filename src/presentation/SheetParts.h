@@ -54,8 +54,6 @@ class LookCollector final {
 [[nodiscard]] office::Cell ValueCell(const QString& value);
 /// The number format that shows a value with the decimals that it has; "General" where it has an exponent or is text.
 [[nodiscard]] QString ValueFormat(const QString& value);
-/// A value as text, as it is displayed.
-[[nodiscard]] QString ValueText(const QString& value);
 
 /// Digits of the usual size that a landscape page has room for, and that a text takes.
 constexpr double PageDigits = 140;

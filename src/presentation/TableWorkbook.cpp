@@ -2,6 +2,7 @@
 
 #include "office/SpreadsheetApplication.h"
 #include "platform/Paths.h"
+#include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Strings.h"
@@ -81,7 +82,7 @@ void TableWorkbook::MeasureColumns() {
         for (std::size_t i = 0; i < table_.cells[row].size(); ++i) {
             const PivotCell& cell = table_.cells[row][i];
             const QString mark = cell.footnote != 0 ? QStringLiteral(" 9") : QString();
-            if (!cell.value.isEmpty()) widths_.Add(fields + static_cast<int>(i) + 1, ValueText(cell.value) + mark);
+            if (!cell.value.isEmpty()) widths_.Add(fields + static_cast<int>(i) + 1, DisplayedValue(cell.value) + mark);
         }
     }
 }
@@ -154,7 +155,7 @@ void TableWorkbook::WriteValues() {
             line.push_back(marked ? office::Cell() : ValueCell(cell.value));
             if (cell.value.isEmpty()) continue;
             if (marked)
-                marks_.push_back({first + row, sheetColumn, ValueText(cell.value), FootnoteNumber(cell.footnote)});
+                marks_.push_back({first + row, sheetColumn, DisplayedValue(cell.value), FootnoteNumber(cell.footnote)});
             formats.Add(first + row, sheetColumn, {.numberFormat = ValueFormat(cell.value)});
             if (const int slot = SetCellBGColor(row, column); slot > -1)
                 colors.Add(first + row, sheetColumn, {.interiorColorIndex = slot});

@@ -20,10 +20,6 @@ const char* const kJoin = "FROM (_SelTimePeriod AS T INNER JOIN (_SelIUSNId AS I
                           "(IUS.IUSNId = D.IUSNId)) ON T.TimePeriodNId = D.TimePeriodNId)  INNER JOIN _SelArea AS A ON "
                           "D.AreaNId = A.AreaNId ";
 
-QString Shown(const QString& number) {
-    return SysNumFormat ? WithSeparators(number, QLocale::system()) : number;
-}
-
 QString OfIndicator(const QString& gid) {
     return QStringLiteral(" WHERE IUS.IndicatorGId = '") + QuoteDoubled(gid) + QStringLiteral("' ");
 }
@@ -80,7 +76,7 @@ std::vector<double> RoundedValues(const ColorRanges& record, const QString& mask
 } // namespace
 
 QString ValueRange::Text() const {
-    return From.isEmpty() && To.isEmpty() ? QString() : Shown(From) + QStringLiteral(" - ") + Shown(To);
+    return From.isEmpty() && To.isEmpty() ? QString() : DisplayedValue(From) + QStringLiteral(" - ") + DisplayedValue(To);
 }
 
 std::array<QColor, RangeCount> ValueRanges::DefaultColors() {

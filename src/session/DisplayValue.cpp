@@ -1,5 +1,11 @@
 #include "session/DisplayValue.h"
 
+#include "session/Session.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace tessaro {
@@ -65,6 +71,63 @@ QString WithSeparators(const QString& datavalue, const QLocale& locale) {
     }
     if (parts.hasPoint) shown += locale.decimalPoint() + parts.fraction.toString();
     return shown + parts.exponent.toString();
+}
+
+QString DisplayedValue(const QString& datavalue) {
+    return SysNumFormat ? WithSeparators(datavalue.trimmed(), QLocale::system()) : datavalue.trimmed();
+}
+
+namespace {
+
+std::optional<double> Finite(double number, bool read) {
+    return read && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<double> InDataForm(const QString& text) {
+    bool read = false;
+    const double number = text.toDouble(&read); // no groups: "1,234" may be meant as a fraction
+    return Finite(number, read);
+}
+
+/// True when the parts between group separators can be a number's groups: a zero begins none ("0.125" is no 125).
+bool AreGroups(const QStringList& parts) {
+    if (parts.size() == 1) return true;
+    const QString first = QString(parts.front()).remove(QLatin1Char('-'));
+    if (first.isEmpty() || first.size() > 3 || first == QLatin1String("0") || parts.back().size() != 3) return false;
+    return std::all_of(parts.begin() + 1, parts.end(),
+                       [](const QString& part) { return part.size() == 2 || part.size() == 3; });
+}
+
+/// Groups are taken out beforehand: some locales, as the Spanish one, won't read them in numbers of four digits.
+std::optional<double> InLocaleForm(const QString& text, QLocale locale) {
+    const QString point = locale.decimalPoint();
+    QString group = locale.groupSeparator();
+    QString whole = text.section(point, 0, 0);
+    if (group.size() == 1 && group.front().isSpace()) { // keyboards have one kind of blank only
+        group = QStringLiteral(" ");
+        for (QChar& letter : whole)
+            if (letter.isSpace()) letter = QLatin1Char(' ');
+    }
+    const QStringList parts = group.isEmpty() ? QStringList{whole} : whole.split(group);
+    if (!AreGroups(parts)) return std::nullopt;
+    locale.setNumberOptions(QLocale::RejectGroupSeparator);
+    bool read = false;
+    const double number = locale.toDouble(parts.join(QString()) + text.mid(whole.size()), &read);
+    return Finite(number, read);
+}
+
+} // namespace
+
+std::optional<double> NumberTyped(const QString& text, const QLocale& locale, bool separators) {
+    const QString typed = text.trimmed();
+    if (separators)
+        if (const auto number = InLocaleForm(typed, locale)) return number;
+    if (const auto number = InDataForm(typed)) return number;
+    return InLocaleForm(typed, locale);
+}
+
+std::optional<double> NumberTyped(const QString& text) {
+    return NumberTyped(text, QLocale::system(), SysNumFormat);
 }
 
 } // namespace tessaro

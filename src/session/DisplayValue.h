@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QString>
 
+#include <optional>
+
 namespace tessaro {
 
 /// True when a Datavalue reads as a decimal number: sign, digits and one '.', perhaps an exponent, blanks around it
@@ -11,5 +13,13 @@ namespace tessaro {
 /// A Datavalue as the user's system writes numbers: its group and decimal separators, every digit kept. Text that is no
 /// number stands as it is.
 [[nodiscard]] QString WithSeparators(const QString& datavalue, const QLocale& locale);
+/// A Datavalue as the program displays it: with separators where the user wants them, else as it stands.
+[[nodiscard]] QString DisplayedValue(const QString& datavalue);
+
+/// A number that a user typed. What the program displays is read as that number: with separators the locale's form goes
+/// before the data's (a point, no groups), without them the other way round. Nothing when it isn't a finite number.
+[[nodiscard]] std::optional<double> NumberTyped(const QString& text, const QLocale& locale, bool separators);
+/// The same with the user's locale and choice of separators.
+[[nodiscard]] std::optional<double> NumberTyped(const QString& text);
 
 } // namespace tessaro

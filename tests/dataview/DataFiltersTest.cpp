@@ -203,13 +203,6 @@ TEST_F(DataFiltersTest, RestoreReadsTheRowsTakenOut) {
     EXPECT_EQ(rows, (std::vector<qint64>{2, 7}));
 }
 
-TEST_F(DataFiltersTest, ReadsNumbersAsTheyAreTyped) {
-    for (const char* text : {"", "abc", "1..2", "5 apples", "inf", "nan", "1e999", "--1"})
-        EXPECT_FALSE(NumberTyped(QLatin1String(text))) << text;
-    EXPECT_EQ(NumberTyped(QStringLiteral(" -2.5 ")), -2.5);
-    EXPECT_EQ(NumberTyped(QStringLiteral("1e3")), 1000.0);
-}
-
 TEST_F(DataFiltersTest, TheCounterKnowsNothingUntilItHasReadEverything) {
     FilterCounter counter;
     counter.Start();

@@ -236,6 +236,11 @@ TEST_F(WizardsTest, RangesAreEditedOnADraft) {
     const QString before = grid->item(0, 2)->text();
     grid->item(0, 2)->setText(QStringLiteral("rubbish"));
     EXPECT_EQ(grid->item(0, 2)->text(), before);
+    EXPECT_EQ(messages.size(), 1);
+    grid->item(0, 1)->setText(QStringLiteral("100000")); // above its end
+    EXPECT_EQ(messages.size(), 2);
+    EXPECT_NE(grid->item(0, 1)->text(), QStringLiteral("100000"));
+    messages.clear();
     grid->item(0, 1)->setText(QStringLiteral("0"));
     grid->item(0, 2)->setText(QStringLiteral("1000"));
     EXPECT_EQ(grid->item(0, 0)->text(), QStringLiteral("0 - 1000"));
@@ -258,6 +263,30 @@ TEST_F(WizardsTest, RangesAreEditedOnADraft) {
     EXPECT_NE(grid->item(1, 4)->background().color(), QColor(Qt::blue));
     Click(wizard, "cmdAddOK");
     EXPECT_TRUE(Named<QPushButton>(wizard, "CmdNext")->isEnabled());
+}
+
+TEST_F(WizardsTest, ApplyKeepsLimitsThatNobodyChanged) {
+    SelectEverything();
+    Run(QStringLiteral("UPDATE Data SET Datavalue = '0.125' WHERE IUSNId = 3"));
+    for (const bool separators : {false, true}) {
+        SysNumFormat = separators;
+        frmTableWizard wizard(save_);
+        wizard.show();
+        Click(wizard, "CmdNext");
+        Named<QCheckBox>(wizard, "chkAddColor")->setChecked(true);
+        Click(wizard, "cmdAddColor");
+        auto* indicator = Named<QComboBox>(wizard, "cmbIndicator");
+        for (int i = 0; i < indicator->count(); ++i) {
+            indicator->setCurrentIndex(i);
+            const QString least = Named<QLineEdit>(wizard, "txtMinValue")->text();
+            const QString from = Named<QTableWidget>(wizard, "grdAddColor")->item(0, 1)->text();
+            Click(wizard, "cmdApply");
+            EXPECT_EQ(Named<QTableWidget>(wizard, "grdAddColor")->item(0, 1)->text(), from) << separators << i;
+            indicator->setCurrentIndex(-1);
+            indicator->setCurrentIndex(i);
+            EXPECT_EQ(Named<QLineEdit>(wizard, "txtMinValue")->text(), least) << separators << i;
+        }
+    }
 }
 
 TEST_F(WizardsTest, TheProcessDiesWhileATableIsBuilt) {

@@ -34,6 +34,56 @@ TEST(DisplayValueTest, SeparatorsOfTheUserAndEveryDigit) {
     }
 }
 
+TEST(DisplayValueTest, WhatIsDisplayedIsReadAsThatNumber) {
+    const QLocale locales[] = {
+        QLocale(QLocale::English, QLocale::UnitedStates), QLocale(QLocale::German, QLocale::Germany),
+        QLocale(QLocale::French, QLocale::France),        QLocale(QLocale::Spanish, QLocale::Spain),
+        QLocale(QLocale::Russian, QLocale::Russia),       QLocale(QLocale::Arabic, QLocale::Egypt)};
+    for (const QLocale& locale : locales)
+        for (const char* value :
+             {"0", "0.125", "-0.125", "1.234", "12.345", "-1234.5", "1234567.891", "520000", "1e-07"})
+            for (const bool separators : {false, true}) {
+                const QString shown = separators ? WithSeparators(QLatin1String(value), locale) : QLatin1String(value);
+                EXPECT_EQ(NumberTyped(shown, locale, separators), QString::fromLatin1(value).toDouble())
+                    << locale.name().toStdString() << " " << shown.toStdString();
+            }
+}
+
+TEST(DisplayValueTest, NumbersAreReadAsTheyAreTyped) {
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    const QLocale german(QLocale::German, QLocale::Germany);
+    const QLocale french(QLocale::French, QLocale::France);
+    const struct {
+        const char* text;
+        const QLocale& locale;
+        bool separators;
+        std::optional<double> number;
+    } cases[] = {
+        {" -2.5 ", english, false, -2.5},
+        {"1e3", english, true, 1000},
+        {"1,234", english, false, 1234},
+        {"0.125", german, true, 0.125},
+        {"-0.125", german, true, -0.125},
+        {"0,125", german, false, 0.125},
+        {"1,234", german, false, 1.234},
+        {"1.234", german, true, 1234},
+        {"1.234", german, false, 1.234},
+        {"1 234,5", french, true, 1234.5},
+        {"1234,5", french, false, 1234.5},
+        {"1..2", english, false, {}},
+        {"", german, true, {}},
+        {"abc", german, false, {}},
+        {"5 apples", french, true, {}},
+        {"inf", english, false, {}},
+        {"nan", german, true, {}},
+        {"1e999", english, true, {}},
+        {"--1", english, false, {}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(NumberTyped(QString::fromUtf8(c.text), c.locale, c.separators), c.number)
+            << c.locale.name().toStdString() << " " << c.text;
+}
+
 } // namespace
 
 } // namespace tessaro::test
