@@ -4,6 +4,7 @@
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QListView>
 #include <QPainter>
 #include <QPainterPath>
@@ -287,6 +288,13 @@ QString KeptInDirection(const QStyleOptionViewItem& item) {
 } // namespace
 
 FlatStyle::FlatStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+void FlatStyle::polish(QWidget* widget) {
+    QProxyStyle::polish(widget);
+    // A tool tip is a label too, and is polished before it gets its text.
+    auto* label = qobject_cast<QLabel*>(widget);
+    if (label && label->textFormat() == Qt::AutoText) label->setTextFormat(Qt::PlainText);
+}
 
 void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {

@@ -11,6 +11,11 @@ class FlatStyle final : public QProxyStyle {
   public:
     FlatStyle();
 
+    /// Makes every label and tool tip that doesn't say otherwise plain text: names come from databases of strangers,
+    /// and a label that finds markup in its text would load the files that the markup names.
+    void polish(QWidget* widget) override;
+    using QProxyStyle::polish;
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

@@ -24,6 +24,12 @@ struct KeyedNode {
     bool mayHaveChildren = false;
 };
 
+/// A text for a tool tip: cut where a name of a strange database would fill the screen.
+[[nodiscard]] inline QString TipOf(const QString& text) {
+    constexpr qsizetype kMostCharacters = 1000;
+    return text.size() <= kMostCharacters ? text : text.left(kMostCharacters) % QChar(0x2026);
+}
+
 /// The key of an item: a letter that tells the kind, then its number or name.
 [[nodiscard]] inline QString KeyOf(char kind, const QString& id) {
     return QLatin1Char(kind) % id;

@@ -255,8 +255,9 @@ QVariant KeyedListModel::data(const QModelIndex& index, int role) const {
     const KeyedItem& item = ItemAt(index.row());
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return CellOf(item, index.column());
+    case Qt::ToolTipRole:
+        return TipOf(CellOf(item, index.column()));
     case Qt::DecorationRole:
         if (index.column() == 0 && ItemAt(index.row()).marked && !markedIcon_.isNull()) return markedIcon_;
         return index.column() < icons_.size() ? QVariant(icons_[index.column()]) : QVariant();

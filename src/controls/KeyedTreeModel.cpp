@@ -120,8 +120,9 @@ QVariant KeyedTreeModel::data(const QModelIndex& index, int role) const {
     const Node& node = nodes_[static_cast<std::size_t>(NodeOf(index))];
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return node.text;
+    case Qt::ToolTipRole:
+        return TipOf(node.text);
     case Qt::DecorationRole:
         return icon_.isNull() ? QVariant() : QVariant(icon_);
     case Qt::ForegroundRole:
