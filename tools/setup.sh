@@ -9,6 +9,7 @@ packages=(
   libreoffice-calc libreoffice-impress libreoffice-draw libreoffice-dev
   libgtest-dev libgmock-dev python3-xlrd gnumeric
   xvfb xauth xdotool fonts-noto-core fonts-liberation
+  poppler-utils locales
 )
 
 missing=()

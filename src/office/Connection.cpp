@@ -1,6 +1,7 @@
 #include "office/Connection.h"
 
 #include "office/Convert.h"
+#include "office/ProcessStart.h"
 #include "office/Profile.h"
 #include "office/Worker.h"
 
@@ -11,7 +12,6 @@
 #include <QProcess>
 #include <QScopeGuard>
 #include <QScreen>
-#include <QUrl>
 
 #include <com/sun/star/bridge/UnoUrlResolver.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
@@ -20,7 +20,6 @@
 #include <cppuhelper/bootstrap.hxx>
 #include <csignal>
 #include <osl/file.hxx>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -53,9 +52,14 @@ Reference<XComponentContext> OwnContext() {
     return context;
 }
 
-QString PipeName(unsigned generation) {
-    static int connections = 0;
-    return QStringLiteral("tessaro_%1_%2_%3").arg(::getpid()).arg(++connections).arg(generation);
+/// As large as our own windows, also where their scale isn't the display's.
+void SetScale(QProcess& process) {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen) return;
+    QProcessEnvironment environment = process.processEnvironment();
+    environment.insert(QStringLiteral("SAL_FORCEDPI"),
+                       QString::number(qRound(screen->logicalDotsPerInch() * screen->devicePixelRatio())));
+    process.setProcessEnvironment(environment);
 }
 
 /// A message written to a process that has just died is to be an error of that call, not the end of our own program.
@@ -130,45 +134,21 @@ void Connection::StartProcess() {
     KeepBrokenPipesFromEndingUs();
     const QString program = ProgramFolder();
     if (program.isEmpty()) throw Error(Failure::Missing, QStringLiteral("the spreadsheet program is not installed"));
-    if (state_->folder.isEmpty() ||
-        !SeedProfile(state_->folder, state_->shown ? QGuiApplication::palette().color(QPalette::Window) : QColor()))
+    const ProcessStart start =
+        state_->folder.isEmpty()
+            ? ProcessStart()
+            : PrepareStart(state_->folder, true,
+                           state_->shown ? QGuiApplication::palette().color(QPalette::Window) : QColor());
+    if (start.profile.isEmpty())
         throw Error(Failure::Start, QStringLiteral("no profile can be made in \"%1\"").arg(state_->folder));
     ++state_->generation;
-    state_->pipe = PipeName(state_->generation);
+    state_->pipe = start.pipe;
     auto process = std::make_unique<QProcess>();
-    QStringList arguments{QStringLiteral("--norestore"),
-                          QStringLiteral("--nologo"),
-                          QStringLiteral("--nodefault"),
-                          QStringLiteral("--nofirststartwizard"),
-                          QStringLiteral("--nolockcheck"),
-                          QStringLiteral("--accept=pipe,name=%1;urp").arg(state_->pipe),
-                          QStringLiteral("-env:UserInstallation=") +
-                              QString::fromLatin1(QUrl::fromLocalFile(state_->folder).toEncoded())};
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("URE_BOOTSTRAP"));
-    environment.insert(QStringLiteral("TMPDIR"), MakeTemporaryFolder(state_->folder));
-    if (state_->shown) {
-        environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("gen"));
-        // As large as our own windows, also where their scale isn't the display's.
-        if (const QScreen* screen = QGuiApplication::primaryScreen())
-            environment.insert(QStringLiteral("SAL_FORCEDPI"),
-                               QString::number(qRound(screen->logicalDotsPerInch() * screen->devicePixelRatio())));
-    } else {
-        arguments.prepend(QStringLiteral("--headless"));
-        environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("svp"));
-    }
-    process->setProcessEnvironment(environment);
-    process->setStandardInputFile(QProcess::nullDevice());
-    process->setStandardOutputFile(QProcess::nullDevice());
-    process->setStandardErrorFile(QProcess::nullDevice());
-    // When this program is gone, however that came, the child is ended by the system.
-    const pid_t parent = ::getpid();
-    process->setChildProcessModifier([parent] {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (::getppid() != parent) ::_exit(1);
-        // A file that grows too large for the system is an error of its write, not the end of the process.
-        ::signal(SIGXFSZ, SIG_IGN);
-    });
+    QStringList arguments{QStringLiteral("--norestore"), QStringLiteral("--nologo"), QStringLiteral("--nodefault"),
+                          QStringLiteral("--nofirststartwizard"), QStringLiteral("--nolockcheck")};
+    if (!state_->shown) arguments.prepend(QStringLiteral("--headless"));
+    SetUp(*process, start, state_->shown ? QStringLiteral("gen") : QStringLiteral("svp"));
+    if (state_->shown) SetScale(*process);
     connect(process.get(), &QProcess::finished, this, [this, generation = state_->generation] {
         if (generation != state_->generation || !state_->connected) return;
         state_->connected = false;
@@ -188,7 +168,6 @@ void Connection::EndProcess() {
     if (!state_->process) return;
     const bool wasConnected = std::exchange(state_->connected, false);
     const bool ending = std::exchange(state_->ending, true);
-    if (!wasConnected && IsRunning()) RememberProcess(state_->folder, state_->processId);
     state_->process->kill();
     state_->process->waitForFinished(5000);
     state_->process.reset();
@@ -221,6 +200,7 @@ void Connection::PassLostOn() {
 }
 
 bool Connection::TryConnect() {
+    if (!IsOwnPipe(state_->pipe)) return false; // it doesn't listen yet
     try {
         const auto resolver = com::sun::star::bridge::UnoUrlResolver::create(OwnContext());
         const Reference<XInterface> context = resolver->resolve(
@@ -228,7 +208,7 @@ bool Connection::TryConnect() {
         state_->context.set(context, com::sun::star::uno::UNO_QUERY);
         return state_->context.is();
     } catch (const com::sun::star::uno::Exception&) {
-        return false; // it doesn't listen yet
+        return false; // it is about to
     }
 }
 
@@ -248,7 +228,6 @@ void Connection::Connect() {
             state_->limit, [this] { KillProcess(); });
         if (connected && !late) {
             state_->connected = true;
-            RememberProcess(state_->folder, state_->processId); // now that it listens
             Q_EMIT Connected();
             return;
         }

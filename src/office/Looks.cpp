@@ -9,6 +9,7 @@
 #include <com/sun/star/table/CellHoriJustify.hpp>
 #include <com/sun/star/table/CellVertJustify2.hpp>
 #include <com/sun/star/text/WritingMode2.hpp>
+#include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <map>
 #include <string>
@@ -80,13 +81,15 @@ PropertyList ListOf(const Sorted& sorted) {
 
 } // namespace
 
-// The locale stays empty: with one, the code would go into the file with a mark of that locale.
+// The codes are English, but an empty locale means the one that the process runs in: there "0.0" would be a number of
+// thousands. A key of another locale than the process's own would put a mark of that locale into the file.
 sal_Int32 NumberFormatKey(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
                           const QString& code) {
     const auto formats = Need<com::sun::star::util::XNumberFormatsSupplier>(model)->getNumberFormats();
-    const com::sun::star::lang::Locale none;
-    const sal_Int32 key = formats->queryKey(ToUno(code), none, false);
-    return key >= 0 ? key : formats->addNew(ToUno(code), none);
+    const com::sun::star::lang::Locale own;
+    if (code == QLatin1String("General"))
+        return Need<com::sun::star::util::XNumberFormatTypes>(formats)->getStandardIndex(own);
+    return formats->addNewConverted(ToUno(code), {"en", "US", ""}, own);
 }
 
 PropertyList LookProperties(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,

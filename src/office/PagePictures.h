@@ -32,8 +32,6 @@ class PagePictures final : public QObject {
 
   private:
     void Start();
-    void NoteProcess();
-    void Kill();
     void Ended(bool clean);
 
     QString profile_;

@@ -4,15 +4,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QLocale>
 #include <QSaveFile>
-#include <QSet>
 #include <QStandardPaths>
-#include <QUrl>
-
-#include <array>
-#include <csignal>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tessaro::office {
 
@@ -117,14 +111,35 @@ QString BarsEntries(const QColor& color) {
            (dark ? Item(path, "SymbolStyle", QStringLiteral("colibre_dark")) : QString());
 }
 
-QString Registry(const QColor& bars) {
+/// The locale that the system has for numbers; the program by itself would take the one for kinds of characters.
+QLocale NumberLocale() {
+    for (const char* variable : {"LC_ALL", "LC_NUMERIC", "LANG"})
+        if (const QString name = qEnvironmentVariable(variable); !name.isEmpty()) return QLocale(name);
+    return QLocale::c();
+}
+
+// In locales with an Arabic decimal separator the program misreads the number formats of files of its own.
+QString NumberLocaleName() {
+    const QLocale user = NumberLocale();
+    const bool plain = user.decimalPoint() == QLatin1String(".") || user.decimalPoint() == QLatin1String(",");
+    if (user.language() == QLocale::C || user.script() == QLocale::ArabicScript || !plain)
+        return QStringLiteral("en-US");
+    return user.name().replace(QLatin1Char('_'), QLatin1Char('-'));
+}
+
+QString Registry(const ProfileSeed& seed) {
     QString text = QStringLiteral(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         "<oor:items xmlns:oor=\"http://openoffice.org/2001/registry\" xmlns:xs=\"http://www.w3.org/2001/XMLSchema\" "
         "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n");
     for (const Entry& entry : Entries)
         text += Item(entry.path, entry.name, QLatin1String(entry.value));
-    if (bars.isValid()) text += BarsEntries(bars);
+    text += Item("/org.openoffice.Setup/L10N", "ooSetupSystemLocale", NumberLocaleName());
+    // Not as an argument of the process, which other users could read before it listens.
+    if (!seed.pipe.isEmpty())
+        text += Item("/org.openoffice.Setup/Office", "ooSetupConnectionURL",
+                     QStringLiteral("pipe,name=%1;urp").arg(seed.pipe));
+    if (seed.bars.isValid()) text += BarsEntries(seed.bars);
     int number = 0;
     for (const char* command : DisabledCommands)
         text += QStringLiteral("<item oor:path=\"/org.openoffice.Office.Commands/Execute/Disabled\"><node "
@@ -137,44 +152,6 @@ QString Registry(const QColor& bars) {
                            "oor:op=\"replace\"><node oor:name=\"UserData\"><prop oor:name=\"Data\" oor:op=\"fuse\" "
                            "oor:type=\"xs:string\"><value>V2,H,0</value></prop></node></node></item>\n");
     return text + QStringLiteral("</oor:items>\n");
-}
-
-QString PidFile(const QString& folder) {
-    return folder + QStringLiteral("/process");
-}
-
-QString TemporaryFolder(const QString& folder) {
-    return folder + QStringLiteral("/Temp");
-}
-
-/// The sockets with a name of their own on which a process listens.
-QList<QByteArray> SocketsOf(qint64 processId) {
-    QSet<QByteArray> inodes;
-    const QDir open(QStringLiteral("/proc/%1/fd").arg(processId));
-    for (const QString& name : open.entryList(QDir::System | QDir::Files)) {
-        std::array<char, 64> target{};
-        const QByteArray path = QFile::encodeName(open.filePath(name));
-        if (::readlink(path.constData(), target.data(), target.size() - 1) < 0) continue;
-        const QByteArray text(target.data());
-        if (text.startsWith("socket:[")) inodes.insert(text.sliced(8).chopped(1));
-    }
-    QList<QByteArray> sockets;
-    QFile table(QStringLiteral("/proc/net/unix"));
-    if (!table.open(QIODevice::ReadOnly)) return sockets;
-    const QByteArray all = table.readAll();
-    for (const QByteArray& line : all.split('\n')) {
-        const QList<QByteArray> fields = line.simplified().split(' ');
-        const bool isIts = fields.size() == 8 && inodes.contains(fields[6]) && fields[7].startsWith("/");
-        if (isIts && !sockets.contains(fields[7])) sockets << fields[7];
-    }
-    return sockets;
-}
-
-/// The program leaves its sockets behind when it is killed. Only what is one is removed: the list comes from a file.
-void RemoveSocket(const QByteArray& path) {
-    struct stat what {};
-    if (path.contains("/OSL_PIPE_") && ::lstat(path.constData(), &what) == 0 && S_ISSOCK(what.st_mode))
-        ::unlink(path.constData());
 }
 
 } // namespace
@@ -198,58 +175,13 @@ QString ProgramFolder() {
 
 // At each start: what the process has noted there meanwhile isn't wanted, and a damaged file would keep it from
 // starting.
-bool SeedProfile(const QString& folder, const QColor& bars) {
-    const QString user = folder + QStringLiteral("/user");
+bool SeedProfile(const QString& profile, const ProfileSeed& seed) {
+    const QString user = profile + QStringLiteral("/user");
     const QString registry = user + QStringLiteral("/registrymodifications.xcu");
     if (!QDir().mkpath(user)) return false;
-    const QColor seen = bars.isValid() && PaintBars(folder, bars) ? bars : QColor();
+    const QColor bars = seed.bars.isValid() && PaintBars(profile, seed.bars) ? seed.bars : QColor();
     QSaveFile file(registry);
-    return file.open(QIODevice::WriteOnly) && file.write(Registry(seen).toUtf8()) > 0 && file.commit();
-}
-
-QString MakeTemporaryFolder(const QString& folder) {
-    const QString temporary = TemporaryFolder(folder);
-    QDir(temporary).removeRecursively();
-    QDir().mkpath(temporary);
-    return temporary;
-}
-
-bool RememberProcess(const QString& folder, qint64 processId) {
-    QFile file(PidFile(folder));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
-    file.write(QByteArray::number(processId) + '\n');
-    const QList<QByteArray> sockets = SocketsOf(processId);
-    for (const QByteArray& socket : sockets)
-        file.write(socket + '\n');
-    return !sockets.isEmpty();
-}
-
-void ForgetProcess(const QString& folder) {
-    QFile file(PidFile(folder));
-    if (!file.open(QIODevice::ReadOnly)) return;
-    file.readLine();
-    while (!file.atEnd())
-        RemoveSocket(file.readLine().chopped(1));
-    file.remove();
-    QDir(TemporaryFolder(folder)).removeRecursively();
-}
-
-void EndOrphan(const QString& folder) {
-    QFile file(PidFile(folder));
-    if (!file.open(QIODevice::ReadOnly)) return;
-    bool ok = false;
-    const auto processId = static_cast<pid_t>(file.readLine().trimmed().toLongLong(&ok));
-    file.close();
-    if (ok && processId > 1) {
-        // The number may belong to another process by now: the command line tells.
-        QFile commandLine(QStringLiteral("/proc/%1/cmdline").arg(processId));
-        const QByteArray profile = QUrl::fromLocalFile(folder).toEncoded();
-        if (commandLine.open(QIODevice::ReadOnly)) {
-            const QByteArray text = commandLine.readAll();
-            if (text.contains("soffice") && text.contains(profile)) ::kill(processId, SIGKILL);
-        }
-    }
-    ForgetProcess(folder);
+    return file.open(QIODevice::WriteOnly) && file.write(Registry({bars, seed.pipe}).toUtf8()) > 0 && file.commit();
 }
 
 } // namespace tessaro::office

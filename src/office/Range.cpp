@@ -5,8 +5,8 @@
 #include "office/Looks.h"
 #include "office/Transfer.h"
 
-#include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/awt/Size.hpp>
+#include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
@@ -130,6 +130,16 @@ Block Range::Values() const {
 
 Cell Range::Value() const {
     return Range(document_, sheet_, row_, column_, row_, column_).Values().front().front();
+}
+
+QString Range::Text() const {
+    QString text;
+    document_->Run([&](const Model& model) {
+        text = FromUno(Need<com::sun::star::text::XText>(
+                           Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0))
+                           ->getString());
+    });
+    return text;
 }
 
 void Range::SetFormula(const QString& formula) {

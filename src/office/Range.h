@@ -35,6 +35,8 @@ class Range final {
     /// Results of formulas as values; an error cell gives its text ("#DIV/0!").
     [[nodiscard]] Block Values() const;
     [[nodiscard]] Cell Value() const;
+    /// The first cell's text as it is shown and printed, with the separators of the user's locale.
+    [[nodiscard]] QString Text() const;
     /// A formula in the usual English form ("=SUM(A1,Sheet1!B2)") into the first cell. What is no formula is entered as
     /// if typed.
     void SetFormula(const QString& formula);

@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <csignal>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -42,7 +43,13 @@ void Freeze(qint64 processId) {
     ::waitid(P_PID, static_cast<id_t>(processId), &info, WSTOPPED | WNOWAIT);
 }
 
-/// What the profile says about sockets of the process.
+/// The folder of the user profile, whose name is another at each start.
+QString ProfileIn(const QString& folder) {
+    const QStringList found = QDir(folder).entryList({QStringLiteral("profile-*")}, QDir::Dirs);
+    return found.isEmpty() ? QString() : folder + QLatin1Char('/') + found.front();
+}
+
+/// What is to be removed with the process: its sockets, and the folder of one.
 QStringList SocketsNoted(const QString& folder) {
     QFile file(folder + QStringLiteral("/process"));
     if (!file.open(QIODevice::ReadOnly)) return {};
@@ -150,9 +157,9 @@ TEST_F(ProcessTest, StartsOnADamagedProfile) {
     connection.SetProfileFolder(profile.path());
     connection.Start();
     connection.Quit();
-    const QString registry = profile.path() + QStringLiteral("/user/registrymodifications.xcu");
+    const QString registry = QStringLiteral("/user/registrymodifications.xcu");
     for (const QByteArray& content : {QByteArray(), QByteArray("<oor:items><item"), QByteArray(5000, '\x7f')}) {
-        QFile file(registry);
+        QFile file(ProfileIn(profile.path()) + registry);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(content);
         file.close();
@@ -205,9 +212,11 @@ TEST_F(ProcessTest, EndsWhatACrashedRunHasLeft) {
     ASSERT_TRUE(QDir().mkpath(writer));
     // A process that looks like one of ours on this profile, and one that only got the same number.
     QProcess orphan;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("UserInstallation"), QStringLiteral("file://%1/profile-1").arg(writer));
+    orphan.setProcessEnvironment(environment);
     orphan.start(QStringLiteral("bash"),
-                 {QStringLiteral("-c"), QStringLiteral("sleep 60; :"), QStringLiteral("soffice.bin"),
-                  QStringLiteral("-env:UserInstallation=file://") + writer});
+                 {QStringLiteral("-c"), QStringLiteral("sleep 60; :"), QStringLiteral("soffice.bin")});
     ASSERT_TRUE(orphan.waitForStarted());
     QProcess stranger;
     stranger.start(QStringLiteral("sleep"), {QStringLiteral("60")});
@@ -236,7 +245,7 @@ TEST_F(ProcessTest, LeavesNothingBehindWhenItIsKilled) {
     connection.SetProfileFolder(profile.path());
     connection.Start();
     const QStringList sockets = SocketsNoted(profile.path());
-    EXPECT_EQ(sockets.size(), 2) << "one for us, one for whoever starts it on the same profile";
+    EXPECT_EQ(sockets.size(), 3) << "one for us in a folder, one for whoever starts it on the same profile";
     EXPECT_EQ(Existing(sockets), sockets);
     const QString temporary = profile.path() + QStringLiteral("/Temp");
     EXPECT_FALSE(QDir(temporary).isEmpty()) << "its temporary files are with us";
@@ -262,12 +271,39 @@ TEST_F(ProcessTest, LeavesNothingBehindInTheMidstOfAPicture) {
         timer.start();
         while (sockets.isEmpty() && timer.elapsed() < 30000) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-            sockets = SocketsNoted(profile.path());
+            sockets = Existing(SocketsNoted(profile.path()));
         }
         EXPECT_TRUE(pictures.IsBusy());
         ASSERT_EQ(sockets.size(), 1);
     }
     EXPECT_EQ(Existing(sockets), QStringList());
+}
+
+// Whatever the user's own files are open to, and whatever names other users have seen in use.
+TEST_F(ProcessTest, ListensWhereNoOtherUserCanEnter) {
+    const QTemporaryDir profile;
+    Connection connection(false);
+    connection.SetProfileFolder(profile.path());
+    const mode_t mask = ::umask(0);
+    connection.Start();
+    ::umask(mask);
+    const QStringList first = SocketsNoted(profile.path());
+    ASSERT_EQ(first.size(), 3);
+    for (const QString& path : first + QStringList{ProfileIn(profile.path())}) {
+        struct stat what {};
+        ASSERT_EQ(::lstat(QFile::encodeName(path).constData(), &what), 0) << path.toStdString();
+        EXPECT_EQ(what.st_mode & 0777U, 0700U) << path.toStdString();
+        EXPECT_EQ(what.st_uid, ::geteuid());
+    }
+    EXPECT_EQ(QFileInfo(first.at(1)).path(), first.at(2));
+    QFile commandLine(QStringLiteral("/proc/%1/cmdline").arg(connection.ProcessId()));
+    ASSERT_TRUE(commandLine.open(QIODevice::ReadOnly));
+    const QByteArray said = commandLine.readAll();
+    EXPECT_FALSE(said.contains("pipe") || said.contains("profile")) << said.constData();
+    connection.Quit();
+    connection.Start();
+    for (const QString& path : SocketsNoted(profile.path()))
+        EXPECT_FALSE(first.contains(path)) << path.toStdString();
 }
 
 TEST_F(ProcessTest, DiesWithUs) {

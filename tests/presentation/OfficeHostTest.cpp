@@ -2,6 +2,7 @@
 
 #include "controls/FileDialogs.h"
 #include "office/Error.h"
+#include "office/ProcessStart.h"
 #include "office/Profile.h"
 #include "office/SpreadsheetApplication.h"
 #include "session/Strings.h"
@@ -321,11 +322,10 @@ TEST_F(OfficeHostTest, SurvivesADeathWhileItOpens) {
 TEST_F(OfficeHostTest, LeavesTheUsersOwnProgramAlone) {
     const QTemporaryDir home;
     QProcess own;
+    office::SetUp(own, office::PrepareStart(home.path(), true), QStringLiteral("svp"));
     const auto start = [&] {
         own.start(office::ProgramFolder() + QStringLiteral("/soffice.bin"),
-                  {QStringLiteral("--headless"), QStringLiteral("--norestore"), QStringLiteral("--nodefault"),
-                   QStringLiteral("--accept=pipe,name=own_%1;urp").arg(QCoreApplication::applicationPid()),
-                   QStringLiteral("-env:UserInstallation=file://") + home.path()});
+                  {QStringLiteral("--headless"), QStringLiteral("--norestore"), QStringLiteral("--nodefault")});
         return own.waitForStarted();
     };
     ASSERT_TRUE(start());
@@ -340,7 +340,6 @@ TEST_F(OfficeHostTest, LeavesTheUsersOwnProgramAlone) {
     host_.CloseHostedExcel();
     office::SpreadsheetApplication::QuitAll();
     EXPECT_FALSE(own.waitForFinished(500)) << "it was ended with ours";
-    office::RememberProcess(home.path(), own.processId());
     own.kill();
     own.waitForFinished();
     office::ForgetProcess(home.path()); // a killed program leaves its sockets behind
