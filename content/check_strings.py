@@ -46,6 +46,8 @@ MENUS = {
     "wizard buttons": "CANCEL_BUTTON Comm_Back COMM_NEXT TS_Finish",
     "filters": "AutoUseSelTime AutoUseSelAreas AutoUseSelInd DoNotAsk",
     "content": "PROP_DB_DATA_EXISTS PROP_DB_ALL_DATA",
+    "question": "Yes No CANCEL_BUTTON",
+    "missing file": "Locate Ignore",
 }
 
 # The calls whose key is a literal, and the place of the key among the arguments.

@@ -334,7 +334,7 @@ void frmAreas::ShowAvailablePopup(const QPoint& place) {
 
 void frmAreas::ShowSelectedPopup(const QPoint& place) {
     const bool any = lstSelected1().Items().Count() > 0;
-    ShowPopup(this, QStringLiteral("mnu_popup_area_sel_Options"), place,
+    ShowPopup(this, QStringLiteral("mnu_popup_area_chosen_Options"), place,
               {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedAreas(true); }, any},
                {1, "mnu_popDataSort_ClearHighlighted", [this] { RemoveSelectedAreas(false); },
                 lstSelected1().HasHighlighted()},

@@ -3,6 +3,7 @@
 #include "session/Frame.h"
 #include "shell/Navigation.h"
 #include "shell/SoundLoop.h"
+#include "shell/ToolkitTexts.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -153,6 +154,7 @@ class frmMain final : public QMainWindow, public Frame {
     frmSplash* splash_ = nullptr;
     frmGALMain* gallery_ = nullptr;
     SoundLoop sound_;
+    ToolkitTexts toolkitTexts_;
     QTimer Timer1_;
     int ticks_ = 0;
     bool clockPanels_ = false;

@@ -93,6 +93,7 @@ void frmMain::ShowProduct() {
 }
 
 void frmMain::SetFormFont() {
+    toolkitTexts_.Load();
     // The bars and the screens take the font each by itself; the menus follow the application's.
     QApplication::setFont(LanguageFont());
     QToolTip::setFont(LanguageFont());

@@ -163,7 +163,7 @@ TEST_F(AreaCompanionsTest, FoundAreasCanBeAddedAndTheirChainSeen) {
         EXPECT_TRUE(lines[1].trimmed().startsWith(QStringLiteral("India")));
         Button(dialog, "cmdOK").click();
     });
-    PickFromPopup(List("lstSelected1"), "mnu_popup_area_sel_Options_5");
+    PickFromPopup(List("lstSelected1"), "mnu_popup_area_chosen_Options_5");
     screen->SeacrhAreaStrings(QStringLiteral("nowhere"));
     EXPECT_EQ(Shown(List("lstAvailable1")), "") << "an empty search leaves the list cleared";
 }

@@ -136,11 +136,11 @@ TEST_F(frmAreasTest, PopupsAndCount) {
     Open();
     PickFromPopup(lstAvailable1(), "mnu_popup_area_avl_Options_0");
     EXPECT_EQ(ChosenAreas(), QStringLiteral("1,5,7"));
-    PickFromPopup(lstSelected1(), "mnu_popup_area_sel_Options_3");
+    PickFromPopup(lstSelected1(), "mnu_popup_area_chosen_Options_3");
     EXPECT_EQ(messages, QStringList{QStringLiteral("3")});
     PickFromPopup(lstAvailable1(), "mnu_popup_area_avl_Options_4");
     EXPECT_EQ(lstAvailable1().HighlightedItems().size(), 3U);
-    PickFromPopup(lstSelected1(), "mnu_popup_area_sel_Options_0");
+    PickFromPopup(lstSelected1(), "mnu_popup_area_chosen_Options_0");
     EXPECT_EQ(ChosenAreas(), QString());
 }
 

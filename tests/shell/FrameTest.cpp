@@ -55,13 +55,21 @@ void FrameTest::SetProductSetting(const QString& key, const QString& value) {
 }
 
 bool FrameTest::Start() {
+    return StartIn(Application());
+}
+
+bool FrameTest::StartInstalled() {
+    return StartIn(QStringLiteral(TESSARO_INSTALLATION)) && LanguageFiles.size() >= 5 && DatabaseOpen;
+}
+
+bool FrameTest::StartIn(QString application) {
     window = std::make_unique<frmMain>();
     SetMessageAnswerer([this](const Message& message) {
         messages << (message.key.isEmpty() ? message.text : message.key);
         return answers.isEmpty() ? CodeOfClosing(message.type) : answers.takeFirst();
     });
     const bool running =
-        window->MDIForm_Load(QStringLiteral("/a") + Application().replace(QLatin1Char('/'), QLatin1Char('\\')));
+        window->MDIForm_Load(QStringLiteral("/a") + application.replace(QLatin1Char('/'), QLatin1Char('\\')));
     messages.removeAll(QStringLiteral("046")); // whether this machine has a spreadsheet program is not the matter
     return running;
 }

@@ -22,6 +22,8 @@ class FrameTest : public SessionTest {
     void SetProductSetting(const QString& key, const QString& value);
     /// Starts with the sample database remembered and the home page skipped: the indicators are on the screen.
     bool StartInStages();
+    /// Starts over the application folder that the build made, with its sample database and all its languages.
+    bool StartInstalled();
 
     [[nodiscard]] QString Application() const;
     [[nodiscard]] QString SampleDatabase() const;
@@ -38,6 +40,9 @@ class FrameTest : public SessionTest {
     void Click(const QString& name);
 
     std::unique_ptr<frmMain> window;
+
+  private:
+    bool StartIn(QString application);
 };
 
 } // namespace tessaro::test
