@@ -14,6 +14,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaro {
 
@@ -68,21 +69,36 @@ bool ConnectionIsOpen() {
     return Connection && Connection->isOpen();
 }
 
-/// A fresh working database. While Connection is open on the old one it stays, and its links are replaced.
-void RenewWorkingDatabase() {
-    if (ConnectionIsOpen()) return;
+/// A fresh working database; False when it can't be written. While Connection is open on the old one it stays, and its
+/// links are replaced; without a template too.
+bool RenewWorkingDatabase() {
+    if (ConnectionIsOpen()) return true;
     const QString target = FindPath(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
     const QString source = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/InfoSel.mdb")}));
     if (!FileExists(source)) {
         LogNote(QLatin1String("the template of the working database is missing: ") + source);
-        return;
+        return true;
     }
     // What a broken run left beside the old file must not be taken for the new one's.
     for (const char* companion : {"-journal", "-wal", "-shm"})
         QFile::remove(target + QLatin1String(companion));
-    if (!CopyPassingFile(source, target))
-        ReportError(70, QLatin1String("The working database can't be written: ") + target,
-                    QStringLiteral("OpenDatabaseFile"));
+    if (CopyPassingFile(source, target)) return true;
+    ReportError(70, QLatin1String("The working database can't be written: ") + target,
+                QStringLiteral("OpenDatabaseFile"));
+    return false;
+}
+
+/// Takes CurrentDatabase into use. False when the working database can't be written; Connection stays as it was.
+bool UseDatabase(std::shared_ptr<jet::Connection> data) {
+    if (!RenewWorkingDatabase()) return false;
+    const QString file = JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")});
+    const bool wasOpen = ConnectionIsOpen();
+    std::shared_ptr<jet::Connection> working = wasOpen ? Connection : CreateTheConnection(file);
+    if (!working || LinkAllTablesinInfoSel(std::move(data), working) == LinkResult::NotWritten) return false;
+    if (wasOpen) working = CreateTheConnection(file);
+    if (!working) return false;
+    Connection = std::move(working);
+    return true;
 }
 
 } // namespace
@@ -100,18 +116,11 @@ bool OpenDatabaseFile(const QString& path) {
         return false;
     }
     const ErrorTrap trap("OpenDatabaseFile");
-    CurrentDatabase = path;
-    RenewWorkingDatabase();
-    std::shared_ptr<jet::Connection> working;
-    if (ConnectionIsOpen()) {
-        LinkAllTablesinInfoSel(std::move(data), Connection);
-        working = CreateTheConnection(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
-    } else {
-        working = CreateTheConnection(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
-        LinkAllTablesinInfoSel(std::move(data), working);
-    }
-    Connection = std::move(working);
-    return true;
+    const QString before = std::exchange(CurrentDatabase, path);
+    if (UseDatabase(std::move(data))) return true;
+    CurrentDatabase = before;
+    ShowFilledMessage(QStringLiteral("TS_NoRoomToOpen"), {CacheFolder}, 102);
+    return false;
 }
 
 bool IsLanguageInDatabase(const QString& path) {

@@ -12,15 +12,21 @@ namespace tessaro {
 /// with the system's password, has a default language, and the 34 tables of that language. A genuine Jet file is copied
 /// first.
 bool InValidFile(const QString& path);
-/// Makes the file the session's database; False when it was refused, and nothing changed. The cost does not depend on
+/// Makes the file the session's database; False when it was refused, or the working database can't be written (both
+/// told), and nothing changed. The cost does not depend on
 /// the number of rows. Sets Connection; DatabaseOpen and LanguageInDatabase tell whether it has the current language.
 bool OpenDatabaseFile(const QString& path);
-/// Links the working database to CurrentDatabase in the current language. False when the database lacks the language:
-/// then the forms are unloaded, the home page comes up, and no link is touched.
+enum class LinkResult {
+    Made,
+    LanguageMissing, ///< the forms are unloaded, the home page comes up, and no link is touched
+    NotWritten       ///< the working database takes no writing (a full disk); its links are the old ones
+};
+/// Links the working database to CurrentDatabase in the current language. True when
+/// the links are made.
 bool LinkAllTablesinInfoSel();
 /// The same on connections that stand: `data` to CurrentDatabase, `working` to the working database, each opened here
 /// when it is null. Opening a file costs more than what is read from it.
-bool LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::shared_ptr<jet::Connection> working);
+LinkResult LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::shared_ptr<jet::Connection> working);
 /// Replaces the link `linkName` in InfoSel.mdb, on a connection of its own.
 void CreateLink(const QString& databasePath, const QString& sourceTable, const QString& linkName);
 [[nodiscard]] bool IsLanguageInDatabase(const QString& path);

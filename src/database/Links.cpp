@@ -72,14 +72,15 @@ std::shared_ptr<jet::Connection> ConnectionForLinks() {
 }
 
 /// `file` is the file as it is to be opened. A link or table that has the name already is replaced.
-void MakeLink(jet::Connection& working, const QString& file, const QString& sourceTable, const QString& linkName) {
+bool MakeLink(jet::Connection& working, const QString& file, const QString& sourceTable, const QString& linkName) {
     ErrorTrap trap("CreateLink");
-    trap.Try([&] {
+    return trap.Try([&] {
         working.CreateLink(linkName.toStdString(), file.toStdString(), DatabasePassword(), sourceTable.toStdString());
     });
 }
 
-void MakeAllLinks(jet::Connection& working) {
+/// All links, or none: then the old ones stand, and False is given.
+bool MakeAllLinks(jet::Connection& working) {
     const QString selections = FileToOpen(JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")}));
     const QString data = FileToOpen(CurrentDatabase);
     ErrorTrap trap("LinkAllTablesinInfoSel");
@@ -87,12 +88,15 @@ void MakeAllLinks(jet::Connection& working) {
         working.Relax();
         working.Begin();
     });
+    bool good = together;
     for (const LinkRow& link : Links) {
         const QString name = QString::fromLatin1(link.name);
         const QString source = link.source == LinkSource::WithSuffix ? name + LanguageSuffix : name;
-        MakeLink(working, link.source == LinkSource::Selections ? selections : data, source, name);
+        good = good && MakeLink(working, link.source == LinkSource::Selections ? selections : data, source, name);
     }
-    if (together) trap.Try([&] { working.Commit(); });
+    good = good && trap.Try([&] { working.Commit(); });
+    if (together && !good) trap.Try([&] { working.Rollback(); });
+    return good;
 }
 
 void ShowLanguageMissing() {
@@ -106,20 +110,20 @@ void ShowLanguageMissing() {
 } // namespace
 
 bool LinkAllTablesinInfoSel() {
-    return LinkAllTablesinInfoSel(nullptr, nullptr);
+    return LinkAllTablesinInfoSel(nullptr, nullptr) == LinkResult::Made;
 }
 
-bool LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::shared_ptr<jet::Connection> working) {
+LinkResult LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::shared_ptr<jet::Connection> working) {
     const ErrorTrap trap("LinkAllTablesinInfoSel");
     LanguageSuffix = SuffixOfLanguage(Language);
     if (!(data ? IsLanguageInDatabase(*data) : IsLanguageInDatabase(CurrentDatabase))) {
         ShowLanguageMissing();
-        return false;
+        return LinkResult::LanguageMissing;
     }
-    LanguageInDatabase = true;
     if (!working) working = ConnectionForLinks();
-    if (working) MakeAllLinks(*working);
-    return true;
+    if (!working || !MakeAllLinks(*working)) return LinkResult::NotWritten;
+    LanguageInDatabase = true;
+    return LinkResult::Made;
 }
 
 void CreateLink(const QString& databasePath, const QString& sourceTable, const QString& linkName) {

@@ -1,6 +1,7 @@
 #include "office/WorkFile.h"
 
 #include "office/Error.h"
+#include "platform/Rights.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -13,12 +14,6 @@ namespace {
 
 Error Unwritable(const QString& file) {
     return {Failure::File, QStringLiteral("\"%1\" can't be written").arg(file)};
-}
-
-/// What this program's own new files get; the process that has written this one keeps all from other users.
-QFile::Permissions PermissionsOfNewFiles(const QTemporaryDir& folder) {
-    QFile made(folder.filePath(QStringLiteral("permissions")));
-    return made.open(QIODevice::WriteOnly) ? made.permissions() : QFile::ReadOwner | QFile::WriteOwner;
 }
 
 /// The file itself where the name is a link to it.
@@ -39,7 +34,10 @@ WorkFile::WorkFile(const QString& target)
 
 void WorkFile::Replace() {
     const QFileInfo old(target_);
-    QFile::setPermissions(name_, old.exists() ? old.permissions() : PermissionsOfNewFiles(folder_));
+    if (old.exists())
+        QFile::setPermissions(name_, old.permissions());
+    else
+        GiveUsersRights(name_);
     if (std::rename(QFile::encodeName(name_).constData(), QFile::encodeName(target_).constData()) != 0)
         throw Unwritable(target_);
 }

@@ -1,5 +1,7 @@
 #include "platform/Files.h"
 
+#include "platform/Rights.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -14,8 +16,17 @@ namespace {
 
 constexpr qint64 BlockSize = 1024 * 1024;
 
+/// A copy can be written by its owner, whatever the rights of the source; one of ours is read by the owner alone.
 bool MakeWritable(const QString& path) {
+    if (IsOwnPlace(path)) return QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
     return QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadOwner | QFile::WriteOwner);
+}
+
+/// A file of the user's gets the rights that the user's umask gives, one of ours stays private.
+bool OpenForWriting(QSaveFile& file, const QString& path) {
+    if (IsOwnPlace(path)) return file.open(QIODevice::WriteOnly);
+    const UsersRights rights;
+    return file.open(QIODevice::WriteOnly);
 }
 
 // A commit doesn't look at what was still waiting to be written: on a full disk it would put a cut file in place of the
@@ -36,14 +47,14 @@ std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 limit) {
 
 bool ReplaceFile(const QString& path, const QByteArray& contents) {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return false;
+    if (!OpenForWriting(file, path)) return false;
     return file.write(contents) == contents.size() && IsWhole(file) && file.commit();
 }
 
 bool CopyFileOver(const QString& source, const QString& target) {
     QFile from(source);
     QSaveFile to(target);
-    if (!from.open(QIODevice::ReadOnly) || !to.open(QIODevice::WriteOnly)) return false;
+    if (!from.open(QIODevice::ReadOnly) || !OpenForWriting(to, target)) return false;
     while (!from.atEnd()) {
         const QByteArray block = from.read(BlockSize);
         if (block.isEmpty() || to.write(block) != block.size()) return false;
@@ -72,7 +83,7 @@ bool EmptyFolder(const QString& folder) {
     } else if (info.isDir() && !QDir(folder).removeRecursively()) {
         return false;
     }
-    return QDir().mkpath(folder);
+    return MakePrivateFolder(folder);
 }
 
 } // namespace tessaro

@@ -17,7 +17,7 @@ namespace tessaro {
 [[nodiscard]] bool CopyFileOver(const QString& source, const QString& target);
 /// The same without waiting for the disk: for a file that is made anew whenever it is needed.
 [[nodiscard]] bool CopyPassingFile(const QString& source, const QString& target);
-/// Deletes a folder with its contents and makes it again, empty. Links in it are removed, not followed.
+/// Deletes a folder with its contents and makes it again, empty and private. Links in it are removed, not followed.
 [[nodiscard]] bool EmptyFolder(const QString& folder);
 
 } // namespace tessaro

@@ -15,8 +15,12 @@ QString WritableHome() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
 }
 
+QString OwnFolder() {
+    return JoinPath({WritableHome(), QStringLiteral("Tessaro")});
+}
+
 QString WritableRoot() {
-    return JoinPath({WritableHome(), QStringLiteral("Tessaro"), QStringLiteral("TessaroCache")});
+    return JoinPath({OwnFolder(), QStringLiteral("TessaroCache")});
 }
 
 QString UserMark() {

@@ -1,6 +1,7 @@
 #include "platform/ShellOpen.h"
 
 #include "platform/Paths.h"
+#include "platform/Rights.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -36,7 +37,9 @@ bool ShellOpen(const QString& target) {
         if (!file.exists()) return false;
         url = QUrl::fromLocalFile(file.absoluteFilePath());
     }
-    return TheOpener() ? TheOpener()(url) : QDesktopServices::openUrl(url);
+    if (TheOpener()) return TheOpener()(url);
+    const UsersRights rights; // what the user makes in the other program is none of our files
+    return QDesktopServices::openUrl(url);
 }
 
 void SetShellOpener(std::function<bool(const QUrl&)> opener) {

@@ -7,13 +7,13 @@
 
 namespace tessaro {
 
-/// One running program per user and writable home. A lock file in the home decides; it is free again when its owner
-/// is gone, also after a crash. A socket in the kernel's name space lets a later start ask the running one to come to
-/// the front.
+/// One running program per user and writable home. A lock file in the home's own folder decides; it is free again when
+/// its owner is gone, also after a crash. A socket beside it lets a later start ask the running one to come to the
+/// front. Other users can neither take the two nor be heard.
 class SingleInstance final {
   public:
-    /// `home` is the folder that instances share (WritableHome()); made when it is missing. When it can't be written,
-    /// the socket alone decides.
+    /// `home` is the folder that instances share (WritableHome()); made when it is missing, with the private folder
+    /// Tessaro in it. When that can't be had, a socket without a file decides.
     explicit SingleInstance(const QString& home);
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;

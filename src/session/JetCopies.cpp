@@ -25,6 +25,11 @@ bool IsGenuineJetFile(const QString& path) {
            (head.mid(4).startsWith("Standard Jet DB") || head.mid(4).startsWith("Standard ACE DB"));
 }
 
+QString FolderOfJetCopies() {
+    // In a folder of its own: what lies in DataCacheFolder itself may be listed as a database of the user's.
+    return JoinPath({DataCacheFolder, QStringLiteral("Imported")});
+}
+
 QString CopyPrefixOfJetFile(const QString& path) {
     const QFileInfo info(FindPath(path));
     return info.completeBaseName() + QLatin1Char('~') + ShortHash(info.absoluteFilePath()) + QLatin1Char('~');
@@ -33,9 +38,7 @@ QString CopyPrefixOfJetFile(const QString& path) {
 QString CopyOfJetFile(const QString& path) {
     const QFileInfo info(FindPath(path));
     const QString state = QStringLiteral("%1 %2").arg(info.size()).arg(info.lastModified().toMSecsSinceEpoch());
-    // In a folder of its own: what lies in DataCacheFolder itself may be listed as a database of the user's.
-    return JoinPath({DataCacheFolder, QStringLiteral("Imported"),
-                     CopyPrefixOfJetFile(path) + ShortHash(state) + QLatin1String(".mdb")});
+    return JoinPath({FolderOfJetCopies(), CopyPrefixOfJetFile(path) + ShortHash(state) + QLatin1String(".mdb")});
 }
 
 QString FileToOpen(const QString& path) {

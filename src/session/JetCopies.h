@@ -6,6 +6,8 @@ namespace tessaro {
 
 /// True when the file begins as a genuine Jet database does, which the engine can't open itself.
 [[nodiscard]] bool IsGenuineJetFile(const QString& path);
+/// The folder of the readable copies, below DataCacheFolder.
+[[nodiscard]] QString FolderOfJetCopies();
 /// Where the readable copy of a genuine Jet file lies, or is to be made: below DataCacheFolder, named by the file's
 /// path, size and time of change, so that a changed file gets a new copy.
 [[nodiscard]] QString CopyOfJetFile(const QString& path);

@@ -25,6 +25,21 @@ QString TextOfMessage(const QString& key) {
     return key;
 }
 
+/// In one pass over the text: a filling may hold such marks itself.
+QString Filled(const QString& text, const QStringList& fillings) {
+    QString filled;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const int place = text[at] == QLatin1Char('%') && at + 1 < text.size() ? text[at + 1].digitValue() : -1;
+        if (place >= 1 && place <= fillings.size()) {
+            filled += fillings[place - 1];
+            ++at;
+        } else {
+            filled += text[at];
+        }
+    }
+    return filled;
+}
+
 Message MessageOf(const QString& key, MessageType type, int icon, const QString& title, bool isKey) {
     Message message;
     message.key = isKey ? key : QString();
@@ -70,6 +85,12 @@ int AskBeforeLoss(const QString& key, MessageType type, const QString& title, bo
     Message message = MessageOf(key, type, kQuestionIcon, title, isKey);
     message.careful = true;
     return Answer(message);
+}
+
+void ShowFilledMessage(const QString& key, const QStringList& fillings, int icon) {
+    Message message = MessageOf(key, MessageType::Ok, icon, {}, true);
+    message.text = Filled(message.text, fillings);
+    Answer(message);
 }
 
 void SetMessageAnswerer(MessageAnswerer answerer) {

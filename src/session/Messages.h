@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -30,6 +31,9 @@ int ShowMessage(const QString& key, MessageType type = MessageType::Ok, int icon
 /// gives the last button (No, or Cancel where there is one).
 int AskBeforeLoss(const QString& key, MessageType type = MessageType::YesNo, const QString& title = {},
                   bool isKey = true);
+
+/// Shows a message of the string table in whose text the fillings stand for %1, %2 …; with an OK button.
+void ShowFilledMessage(const QString& key, const QStringList& fillings, int icon = 103);
 
 /// Who answers messages: the frame installs the window, tests install an answer. Without one, a message is logged and
 /// gives what closing the box would.

@@ -4,6 +4,7 @@
 #include "platform/Paths.h"
 #include "platform/Registry.h"
 #include "session/ErrorSink.h"
+#include "session/Leftovers.h"
 #include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -58,6 +59,7 @@ StartResult Initialize() {
     SelectionChanged = true;
     if (!EmptyFolder(TempFolder))
         ReportError(75, QLatin1String("The folder can't be emptied: ") + TempFolder, QStringLiteral("Initialize"));
+    ClearLeftovers();
     MapFilesFolder = JoinPath({TempFolder, QStringLiteral("MData_/MFiles_")});
     return StartResult::GoOn;
 }

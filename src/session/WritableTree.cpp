@@ -2,12 +2,12 @@
 #include "platform/Files.h"
 #include "platform/Home.h"
 #include "platform/Paths.h"
+#include "platform/Rights.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -16,8 +16,9 @@ namespace tessaro {
 namespace {
 
 void MakeFolder(const QString& folder) {
-    if (!QDir().mkpath(folder))
-        ReportError(76, QLatin1String("The folder can't be made: ") + folder, QStringLiteral("LocalizeApp"));
+    if (!MakePrivateFolder(folder))
+        ReportError(76, QLatin1String("The folder can't be made, or belongs to another user: ") + folder,
+                    QStringLiteral("LocalizeApp"));
 }
 
 void Seed(const QString& fileName) {
@@ -53,8 +54,9 @@ void LocalizeApp() {
     TempFolder = JoinPath({CacheFolder, QStringLiteral("Temp")});
     DataCacheFolder = JoinPath({CacheFolder, QStringLiteral("Data")});
     FavoritesFolder = JoinPath({CacheFolder, QStringLiteral("Favorites")});
-    for (const QString& folder : {CacheFolder, TempFolder, DataCacheFolder, FavoritesFolder})
+    for (const QString& folder : {OwnFolder(), CacheFolder, TempFolder, DataCacheFolder, FavoritesFolder})
         MakeFolder(folder);
+    NarrowRights(OwnFolder());
     PutAsideWhenDamaged(QStringLiteral("UserSelections.mdb"));
     for (const char* name : {"Pref.ini", "UserSelections.mdb", "InfoSel.mdb"})
         Seed(QString::fromLatin1(name));

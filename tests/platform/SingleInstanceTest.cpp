@@ -4,12 +4,15 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <csignal>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
 namespace tessaro {
 namespace {
@@ -43,6 +46,31 @@ TEST(SingleInstanceTest, IsFreeAgainAfterItsOwnerIsGone) {
     // An owner that ends without a farewell leaves its lock file behind.
     EXPECT_TRUE(RunApart([&] { return (new SingleInstance(home.path()))->isFirst(); }, 10s));
     EXPECT_TRUE(SingleInstance(home.path()).isFirst());
+}
+
+TEST(SingleInstanceTest, OtherUsersCanNeitherTakeThePlaceNorBeHeard) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only the superuser can become somebody else";
+    const QTemporaryDir home;
+    ASSERT_EQ(::chmod(home.path().toUtf8().constData(), 0777), 0);
+    const auto asNobody = [](const std::function<bool()>& work) {
+        return RunApart([&] { return ::setuid(65534) == 0 && work(); }, 10s);
+    };
+    SingleInstance first(home.path());
+    ASSERT_TRUE(first.isFirst());
+    int asked = 0;
+    first.SetRaiseHandler([&] { ++asked; });
+    const QString socket = home.filePath("Tessaro/instance.socket");
+    EXPECT_TRUE(QFile::exists(socket));
+    EXPECT_TRUE(asNobody([&] { return SingleInstance(home.path()).isFirst() && !QFile::exists(socket); }));
+    EXPECT_FALSE(asNobody([&] { return QFile::remove(home.filePath("Tessaro/instance.lock")); }));
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 100);
+    EXPECT_EQ(asked, 0);
+
+    const QTemporaryDir long_;
+    const QString deep = long_.filePath(QString(120, 'd'));
+    const SingleInstance inLongPath(deep);
+    EXPECT_TRUE(inLongPath.isFirst());
+    EXPECT_TRUE(inLongPath.RaiseFirst());
 }
 
 TEST(SingleInstanceTest, WorksWhereTheHomeCannotBeWritten) {

@@ -170,7 +170,7 @@ TEST_F(SettingsTest, AFailedSaveTellsAndLosesNothing) {
     const QString real = CacheFolder;
     CacheFolder = "/proc/sys";
     EXPECT_FALSE(SavePrefINIFile());
-    EXPECT_EQ(messages, QStringList{"Error encrypting / decryting the File"});
+    EXPECT_EQ(messages, QStringList{"TS_FolderNotWritable"});
     CacheFolder = real;
     EXPECT_EQ(Stored("LANGUAGE"), QString("English [en]"));
 }
