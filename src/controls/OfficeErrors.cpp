@@ -12,12 +12,12 @@ namespace tessaro {
 
 namespace {
 
-/// The file that a failure names, in one piece also within a text of the other direction; the failure's own words are
-/// for the log.
-QString FileOf(const office::Error& error) {
+/// The file or formula that a failure names, in one piece also within a text of the other direction; the failure's own
+/// words are for the log.
+QString QuotedIn(const office::Error& error) {
     const QString words = QString::fromUtf8(error.what());
-    const QString file = words.section(QLatin1Char('"'), 1, -2);
-    return file.isEmpty() ? words : QChar(0x2066) + file + QChar(0x2069);
+    const QString quoted = words.section(QLatin1Char('"'), 1, -2);
+    return quoted.isEmpty() ? words : QChar(0x2066) + quoted + QChar(0x2069);
 }
 
 } // namespace
@@ -35,12 +35,14 @@ QString OfficeText(const office::Error& error) {
         return GetText(QStringLiteral("TS_OfficeLimit"));
     case office::Failure::Printer:
         return GetText(QStringLiteral("TS_OfficePrinter"));
+    case office::Failure::Formula:
+        return GetText(QStringLiteral("TS_OfficeFormula")).replace(QStringLiteral("%1"), QuotedIn(error));
     case office::Failure::Call:
         return GetText(QStringLiteral("TS_OfficeCall"));
     case office::Failure::File:
         break;
     }
-    return GetText(QStringLiteral("TS_OfficeFile")).replace(QStringLiteral("%1"), FileOf(error));
+    return GetText(QStringLiteral("TS_OfficeFile")).replace(QStringLiteral("%1"), QuotedIn(error));
 }
 
 void ShowOfficeError(const office::Error& error, const char* procedureName) {

@@ -96,8 +96,11 @@ void WriteTable(office::Worksheet& sheet, const office::Block& table) {
     used.SetStyle(SheetFont());
     sheet.Cells(1, 1, 1, columns).SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
     used.AutoFitColumns();
-    sheet.SetPageSetup(
-        {.landscape = columns >= kWideTable, .fitToPagesWide = 1, .footer = QStringLiteral("&P / &N"), .titleRows = 1});
+    sheet.SetPageSetup({.landscape = columns >= kWideTable,
+                        .fitToPagesWide = 1,
+                        .header = office::PageLine(),
+                        .footer = office::PageLine(QStringLiteral("&P / &N")),
+                        .titleRows = 1});
     sheet.FreezePanes(2, 1);
     if (LanguageIsRightToLeft()) sheet.SetRightToLeft(true);
     used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});

@@ -9,10 +9,13 @@
 
 namespace tessaro::office {
 
-/// A cell's content: nothing, a number, or a text that stays a text ("00123", "=1+1").
-using Cell = std::variant<std::monostate, double, QString>;
+/// A cell's content: nothing, a number, a text that stays a text ("00123", "=1+1"), or true and false, which are read
+/// back as 1 and 0.
+using Cell = std::variant<std::monostate, double, QString, bool>;
 /// Rows of cells; all rows have the same length.
 using Block = std::vector<std::vector<Cell>>;
+/// Rows of formulas; all rows have the same length.
+using FormulaBlock = std::vector<std::vector<QString>>;
 
 enum class Align { General, Left, Center, Right };
 enum class VerticalAlign { Top, Center, Bottom };

@@ -218,8 +218,20 @@ void Document::Write(int sheet, int row, int column, const Block& values) {
             if (const auto* text = std::get_if<QString>(&cell)) CheckText(*text);
     }
     pending_->Write(sheet, row, column, values);
+    ShowTruths(sheet, row, column, values);
     cellsWritten_ += values.size() * values.front().size();
     FlushWhenMany();
+}
+
+// True and false are numbers that a format shows as such; the file has a kind of cells for them.
+void Document::ShowTruths(int sheet, int row, int column, const Block& values) {
+    for (std::size_t down = 0; down < values.size(); ++down)
+        for (std::size_t right = 0; right < values[down].size(); ++right) {
+            if (!std::holds_alternative<bool>(values[down][right])) continue;
+            const int atRow = row + static_cast<int>(down);
+            const int atColumn = column + static_cast<int>(right);
+            pending_->Style({sheet, atRow, atColumn, atRow, atColumn}, {.numberFormat = QStringLiteral("BOOLEAN")});
+        }
 }
 
 void Document::CheckText(const QString& text) {

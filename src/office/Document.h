@@ -80,6 +80,7 @@ class Document final {
     void OpenModel(const rtl::OUString& url, const Frame& frame);
     [[nodiscard]] bool Written(const QString& file, const char* exportFilter);
     void FlushOnWorker();
+    void ShowTruths(int sheet, int row, int column, const Block& values);
     void FlushWhenMany();
     [[nodiscard]] std::chrono::milliseconds TimeFor(std::size_t cells) const;
     void CheckAlive() const;

@@ -15,6 +15,7 @@ enum class Failure {
     File,     ///< a file can't be read or written, or isn't what its name says
     Limit,    ///< more rows, columns or characters than the file format holds
     Printer,  ///< there is no such printer
+    Formula,  ///< a formula can't be read
     Call      ///< it refused the call
 };
 

@@ -1,15 +1,20 @@
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/Looks.h"
 #include "office/Worksheet.h"
 
+#include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XHeaderFooterContent.hpp>
 #include <com/sun/star/sheet/XPrintAreas.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/text/XTextCursor.hpp>
+#include <utility>
 
 namespace tessaro::office {
 
@@ -25,69 +30,145 @@ constexpr sal_Int32 kPageShort = 21000; ///< A4, 1/100 mm
 constexpr sal_Int32 kPageLong = 29700;
 constexpr sal_Int32 kMargin = 1500;
 
-/// The page style of a sheet; a new document's sheets share one, so each gets its own.
+using StyleNames = Reference<com::sun::star::container::XNameContainer>;
+
+rtl::OUString StyleNameOf(const Model& model, int sheet) {
+    rtl::OUString name;
+    Need<XPropertySet>(Document::SheetOf(model, sheet))->getPropertyValue("PageStyle") >>= name;
+    return name;
+}
+
+/// True when no other sheet has it, nor a new one would get it.
+bool IsOwn(const Model& model, int sheet, const rtl::OUString& name) {
+    if (name == "Default") return false;
+    const auto sheets = Need<com::sun::star::container::XIndexAccess>(
+        Need<com::sun::star::sheet::XSpreadsheetDocument>(model)->getSheets());
+    for (int other = 1; other <= sheets->getCount(); ++other)
+        if (other != sheet && StyleNameOf(model, other) == name) return false;
+    return true;
+}
+
+Reference<XPropertySet> StyleNamed(const StyleNames& styles, const rtl::OUString& name) {
+    Reference<XPropertySet> style;
+    styles->getByName(name) >>= style;
+    return style;
+}
+
+/// The page style that a sheet has for itself. A new document's sheets share one: then it gets a new one.
 Reference<XPropertySet> PageStyleOf(const Model& model, int sheet) {
     const auto families = Need<com::sun::star::style::XStyleFamiliesSupplier>(model)->getStyleFamilies();
-    Reference<com::sun::star::container::XNameContainer> styles;
+    StyleNames styles;
     families->getByName("PageStyles") >>= styles;
-    const auto properties = Need<XPropertySet>(Document::SheetOf(model, sheet));
+    const rtl::OUString name = StyleNameOf(model, sheet);
+    if (IsOwn(model, sheet, name)) return StyleNamed(styles, name);
     const rtl::OUString own = ToUno(QStringLiteral("Tessaro page %1").arg(sheet));
     if (!styles->hasByName(own)) {
         const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
         styles->insertByName(own, Any(factory->createInstance("com.sun.star.style.PageStyle")));
+        for (const char* line : {"HeaderIsOn", "FooterIsOn"})
+            StyleNamed(styles, own)->setPropertyValue(Ascii(line), Any(false));
     }
-    properties->setPropertyValue("PageStyle", Any(own));
-    Reference<XPropertySet> style;
-    styles->getByName(own) >>= style;
-    return style;
+    Need<XPropertySet>(Document::SheetOf(model, sheet))->setPropertyValue("PageStyle", Any(own));
+    return StyleNamed(styles, own);
 }
 
-/// Text with "&P" and "&N" as fields.
-void FillLine(const Model& model, const Reference<com::sun::star::text::XText>& target, const QString& text) {
+/// The service of the field that a mark of two characters stands for; null for none.
+const char* FieldOf(const QString& mark) {
+    if (mark == QLatin1String("&P")) return "com.sun.star.text.TextField.PageNumber";
+    if (mark == QLatin1String("&N")) return "com.sun.star.text.TextField.PageCount";
+    return nullptr;
+}
+
+using Text = Reference<com::sun::star::text::XText>;
+
+Reference<com::sun::star::text::XTextRange> EndOf(const Text& target) {
+    const auto cursor = target->createTextCursor();
+    cursor->gotoEnd(false);
+    return Need<com::sun::star::text::XTextRange>(cursor);
+}
+
+void FillText(const Model& model, const Text& target, const QString& text) {
     const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
     target->setString(rtl::OUString());
     QString plain;
-    const auto append = [&] {
-        const auto cursor = target->createTextCursor();
-        cursor->gotoEnd(false);
-        target->insertString(Need<com::sun::star::text::XTextRange>(cursor), ToUno(plain), false);
-        plain.clear();
-    };
+    const auto append = [&] { target->insertString(EndOf(target), ToUno(std::exchange(plain, {})), false); };
     for (qsizetype place = 0; place < text.size(); ++place) {
         const QString mark = text.mid(place, 2);
-        const char* field = mark == QLatin1String("&P")   ? "com.sun.star.text.TextField.PageNumber"
-                            : mark == QLatin1String("&N") ? "com.sun.star.text.TextField.PageCount"
-                                                          : nullptr;
+        const char* field = FieldOf(mark);
+        if (field || mark == QLatin1String("&&")) ++place;
         if (!field) {
             plain += text.at(place);
             continue;
         }
         append();
-        const auto cursor = target->createTextCursor();
-        cursor->gotoEnd(false);
-        target->insertTextContent(Need<com::sun::star::text::XTextRange>(cursor),
-                                  Need<com::sun::star::text::XTextContent>(factory->createInstance(Ascii(field))),
-                                  false);
-        ++place;
+        const auto content = factory->createInstance(Ascii(field));
+        target->insertTextContent(EndOf(target), Need<com::sun::star::text::XTextContent>(content), false);
     }
     append();
 }
 
-void SetLine(const Model& model, const Reference<XPropertySet>& style, const char* isOn, const char* content,
-             const QString& text) {
-    style->setPropertyValue(Ascii(isOn), Any(!text.isEmpty()));
-    if (text.isEmpty()) return;
+void FillPart(const Model& model, const Text& target, const PageText& part, const std::function<int(int)>& colour) {
+    FillText(model, target, part.text);
+    const auto cursor = target->createTextCursor();
+    cursor->gotoStart(false);
+    cursor->gotoEnd(true);
+    const PropertyList looks = FontProperties(part.font, colour);
+    const auto properties = Need<XPropertySet>(cursor);
+    for (sal_Int32 place = 0; place < looks.names.getLength(); ++place)
+        properties->setPropertyValue(looks.names[place], looks.values[place]);
+}
+
+void SetLine(const Model& model, const Reference<XPropertySet>& style, const char* kind, const PageLine& line,
+             const std::function<int(int)>& colour) {
+    style->setPropertyValue(Ascii(kind) + Ascii("IsOn"), Any(!line.IsEmpty()));
+    if (line.IsEmpty()) return;
     // The content is a copy: kept in a variable, changed, and given back.
-    Reference<XHeaderFooterContent> line;
-    style->getPropertyValue(Ascii(content)) >>= line;
-    if (!line.is()) return;
-    const auto left = line->getLeftText();
-    const auto center = line->getCenterText();
-    const auto right = line->getRightText();
-    left->setString(rtl::OUString());
-    right->setString(rtl::OUString());
-    FillLine(model, center, text);
-    style->setPropertyValue(Ascii(content), Any(line));
+    const rtl::OUString name = Ascii("RightPage") + Ascii(kind) + Ascii("Content");
+    Reference<XHeaderFooterContent> content;
+    style->getPropertyValue(name) >>= content;
+    if (!content.is()) return;
+    const Text left = content->getLeftText();
+    const Text center = content->getCenterText();
+    const Text right = content->getRightText();
+    FillPart(model, left, line.left, colour);
+    FillPart(model, center, line.center, colour);
+    FillPart(model, right, line.right, colour);
+    style->setPropertyValue(name, Any(content));
+}
+
+void SetPaper(const Reference<XPropertySet>& style) {
+    style->setPropertyValue("Width", Any(kPageShort));
+    style->setPropertyValue("Height", Any(kPageLong));
+    for (const char* margin : {"LeftMargin", "RightMargin", "TopMargin", "BottomMargin"})
+        style->setPropertyValue(Ascii(margin), Any(kMargin));
+    style->setPropertyValue("FirstPageNumber", Any(sal_Int16(0))); // the one after the sheet before
+}
+
+void SetLandscape(const Reference<XPropertySet>& style, bool landscape) {
+    sal_Int32 width = kPageShort;
+    sal_Int32 height = kPageLong;
+    style->getPropertyValue("Width") >>= width;
+    style->getPropertyValue("Height") >>= height;
+    const auto [shorter, longer] = std::minmax(width, height);
+    style->setPropertyValue("IsLandscape", Any(landscape));
+    style->setPropertyValue("Width", Any(sal_Int32(landscape ? longer : shorter)));
+    style->setPropertyValue("Height", Any(sal_Int32(landscape ? shorter : longer)));
+}
+
+void SetTitles(const Reference<com::sun::star::sheet::XPrintAreas>& areas, sal_Int16 sheet, const PageSetup& setup) {
+    if (setup.titleRows) {
+        areas->setPrintTitleRows(*setup.titleRows > 0);
+        if (*setup.titleRows > 0) areas->setTitleRows({sheet, 0, 0, 0, *setup.titleRows - 1});
+    }
+    if (setup.titleColumns) {
+        areas->setPrintTitleColumns(*setup.titleColumns > 0);
+        if (*setup.titleColumns > 0) areas->setTitleColumns({sheet, 0, 0, *setup.titleColumns - 1, 0});
+    }
+}
+
+void SetCentered(const Reference<XPropertySet>& style, bool centered) {
+    style->setPropertyValue("CenterHorizontally", Any(centered));
+    style->setPropertyValue("CenterVertically", Any(centered));
 }
 
 } // namespace
@@ -95,27 +176,19 @@ void SetLine(const Model& model, const Reference<XPropertySet>& style, const cha
 void Worksheet::SetPageSetup(const PageSetup& setup) {
     document_->Run([&](const Model& model) {
         const auto style = PageStyleOf(model, number_);
-        style->setPropertyValue("IsLandscape", Any(setup.landscape));
-        style->setPropertyValue("Width", Any(setup.landscape ? kPageLong : kPageShort));
-        style->setPropertyValue("Height", Any(setup.landscape ? kPageShort : kPageLong));
-        for (const char* margin : {"LeftMargin", "RightMargin", "TopMargin", "BottomMargin"})
-            style->setPropertyValue(Ascii(margin), Any(kMargin));
-        style->setPropertyValue("FirstPageNumber", Any(sal_Int16(0))); // the one after the sheet before
-        style->setPropertyValue("CenterHorizontally", Any(setup.centered));
-        style->setPropertyValue("CenterVertically", Any(setup.centered));
-        style->setPropertyValue("PrintGrid", Any(setup.gridLines));
+        const auto colour = [this](int slot) { return document_->ColorNumber(slot); };
+        if (setup.paper == Paper::A4) SetPaper(style);
+        if (setup.landscape) SetLandscape(style, *setup.landscape);
+        if (setup.centered) SetCentered(style, *setup.centered);
+        if (setup.gridLines) style->setPropertyValue("PrintGrid", Any(*setup.gridLines));
         if (setup.fitToPagesWide > 0) {
             style->setPropertyValue("ScaleToPagesX", Any(static_cast<sal_Int16>(setup.fitToPagesWide)));
             style->setPropertyValue("ScaleToPagesY", Any(sal_Int16(0)));
         }
-        SetLine(model, style, "HeaderIsOn", "RightPageHeaderContent", setup.header);
-        SetLine(model, style, "FooterIsOn", "RightPageFooterContent", setup.footer);
-        const auto areas = Need<com::sun::star::sheet::XPrintAreas>(Document::SheetOf(model, number_));
-        const auto sheet = static_cast<sal_Int16>(number_ - 1);
-        areas->setPrintTitleRows(setup.titleRows > 0);
-        if (setup.titleRows > 0) areas->setTitleRows({sheet, 0, 0, 0, setup.titleRows - 1});
-        areas->setPrintTitleColumns(setup.titleColumns > 0);
-        if (setup.titleColumns > 0) areas->setTitleColumns({sheet, 0, 0, setup.titleColumns - 1, 0});
+        if (setup.header) SetLine(model, style, "Header", *setup.header, colour);
+        if (setup.footer) SetLine(model, style, "Footer", *setup.footer, colour);
+        SetTitles(Need<com::sun::star::sheet::XPrintAreas>(Document::SheetOf(model, number_)),
+                  static_cast<sal_Int16>(number_ - 1), setup);
     });
 }
 

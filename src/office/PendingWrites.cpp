@@ -29,6 +29,7 @@ constexpr std::size_t kRowsAtOnce = 8192;
 Any AnyOf(const Cell& cell) {
     if (const auto* number = std::get_if<double>(&cell); number && std::isfinite(*number)) return Any(*number);
     if (const auto* text = std::get_if<QString>(&cell)) return Any(ToUno(*text));
+    if (const auto* truth = std::get_if<bool>(&cell)) return Any(*truth ? 1.0 : 0.0);
     return Any(rtl::OUString());
 }
 

@@ -8,13 +8,9 @@
 #include <com/sun/star/awt/Size.hpp>
 #include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
-#include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
-#include <com/sun/star/sheet/FillDirection.hpp>
 #include <com/sun/star/sheet/XCellAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
-#include <com/sun/star/sheet/XCellSeries.hpp>
-#include <com/sun/star/sheet/XFormulaParser.hpp>
 #include <com/sun/star/sheet/XSheetAnnotationAnchor.hpp>
 #include <com/sun/star/sheet/XSheetAnnotationsSupplier.hpp>
 #include <com/sun/star/sheet/XSheetOperation.hpp>
@@ -35,21 +31,8 @@ using Model = Document::Model;
 
 namespace {
 
-constexpr sal_Int16 kSuperscriptRise = 33;   ///< per cent of the font's height
-constexpr sal_Int8 kSuperscriptHeight = 58;  ///< per cent
-constexpr sal_Int16 kOwnGrammar = 0;         ///< FormulaConvention: the program's own
-constexpr sal_Int16 kSpreadsheetGrammar = 3; ///< FormulaConvention: as spreadsheet programs write it, with commas
-
-Reference<com::sun::star::sheet::XFormulaParser> ParserOf(const Model& model, sal_Int16 convention) {
-    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
-    const auto parser =
-        Need<com::sun::star::sheet::XFormulaParser>(factory->createInstance("com.sun.star.sheet.FormulaParser"));
-    const auto properties = Need<com::sun::star::beans::XPropertySet>(parser);
-    properties->setPropertyValue("CompileEnglish", Any(true));
-    properties->setPropertyValue("FormulaConvention", Any(convention));
-    return parser;
-}
-
+constexpr sal_Int16 kSuperscriptRise = 33;  ///< per cent of the font's height
+constexpr sal_Int8 kSuperscriptHeight = 58; ///< per cent
 /// All properties in one call, which takes them by the order of their names.
 void SetAtOnce(const Reference<com::sun::star::text::XTextCursor>& cursor, const PropertyList& list,
                std::map<rtl::OUString, Any> properties) {
@@ -63,13 +46,6 @@ void SetAtOnce(const Reference<com::sun::star::text::XTextCursor>& cursor, const
         values.getArray()[place++] = value;
     }
     Need<com::sun::star::beans::XMultiPropertySet>(cursor)->setPropertyValues(names, values);
-}
-
-rtl::OUString OwnFormula(const Model& model, const QString& formula,
-                         const Reference<com::sun::star::table::XCell>& cell) {
-    const auto address = Need<com::sun::star::sheet::XCellAddressable>(cell)->getCellAddress();
-    const auto tokens = ParserOf(model, kSpreadsheetGrammar)->parseFormula(ToUno(formula.mid(1)), address);
-    return Ascii("=") + ParserOf(model, kOwnGrammar)->printFormula(tokens, address);
 }
 
 } // namespace
@@ -140,40 +116,6 @@ QString Range::Text() const {
                            ->getString());
     });
     return text;
-}
-
-void Range::SetFormula(const QString& formula) {
-    Document::CheckText(formula);
-    document_->Run([&](const Model& model) {
-        const auto cell = Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0);
-        cell->setFormula(formula.startsWith(QLatin1Char('=')) ? OwnFormula(model, formula, cell) : ToUno(formula));
-    });
-}
-
-QString Range::Formula() const {
-    QString formula;
-    document_->Run([&](const Model& model) {
-        formula = FromUno(
-            Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0)->getFormula());
-    });
-    return formula;
-}
-
-// A number in the first row would be counted on by an automatic fill, so each cell's kind decides.
-void Range::FillDown() {
-    if (row_ == lastRow_) return;
-    document_->Run([&](const Model& model) {
-        for (int column = column_; column <= lastColumn_; ++column) {
-            const auto range = Document::RangeOf(model, sheet_, row_, column, lastRow_, column);
-            const auto series = Need<com::sun::star::sheet::XCellSeries>(range);
-            if (range->getCellByPosition(0, 0)->getType() == com::sun::star::table::CellContentType_FORMULA)
-                series->fillAuto(com::sun::star::sheet::FillDirection_TO_BOTTOM, 1);
-            else
-                series->fillSeries(com::sun::star::sheet::FillDirection_TO_BOTTOM,
-                                   com::sun::star::sheet::FillMode_SIMPLE,
-                                   com::sun::star::sheet::FillDateMode_FILL_DATE_DAY, 0, 1e300);
-        }
-    });
 }
 
 void Range::ClearContents() {

@@ -38,9 +38,16 @@ class Range final {
     /// The first cell's text as it is shown and printed, with the separators of the user's locale.
     [[nodiscard]] QString Text() const;
     /// A formula in the usual English form ("=SUM(A1,Sheet1!B2)") into the first cell. What is no formula is entered as
-    /// if typed.
+    /// if typed in English. Failure::Formula, with the cell and the text, for a formula that can't be read; the cell
+    /// stays as it was.
     void SetFormula(const QString& formula);
+    /// A block of them from the range's first cell on, all at once; when one can't be read all cells stay as they were.
+    void SetFormulas(const FormulaBlock& formulas);
+    /// One formula for the whole block: its addresses follow from cell to cell.
+    void FillFormula(const QString& formula);
+    /// What SetFormula takes; a value stands as it would be typed in English.
     [[nodiscard]] QString Formula() const;
+    [[nodiscard]] FormulaBlock Formulas() const;
     /// Repeats the first row downwards; formulas follow.
     void FillDown();
     void ClearContents();

@@ -4,9 +4,16 @@
 #include "office/Transfer.h"
 #include "office/Worksheet.h"
 
+#include <QBuffer>
+#include <QCryptographicHash>
+#include <QImage>
+
 #include <cmath>
+#include <com/sun/star/awt/XBitmap.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/drawing/BitmapMode.hpp>
 #include <com/sun/star/drawing/FillStyle.hpp>
 #include <com/sun/star/drawing/LineStyle.hpp>
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
@@ -75,6 +82,36 @@ const char* GeometryOf(ShapeKind kind) {
         return "round-rectangle";
     }
     return "rectangle";
+}
+
+sal_Int32 NumberOf(const QColor& color) {
+    return static_cast<sal_Int32>(color.rgb() & 0xFFFFFFU);
+}
+
+QImage TileOf(const FillPattern& pattern, const QColor& foreground, const QColor& background) {
+    constexpr int kSide = 8;
+    QImage tile(kSide, kSide, QImage::Format_ARGB32);
+    tile.fill(background.isValid() ? background : QColor(Qt::transparent));
+    for (int row = 0; row < kSide; ++row)
+        for (int column = 0; column < kSide; ++column)
+            if ((pattern.at(static_cast<std::size_t>(row)) >> (kSide - 1 - column) & 1) != 0)
+                tile.setPixelColor(column, row, foreground);
+    return tile;
+}
+
+/// The same for the same tile alone.
+QString TileName(const QImage& tile) {
+    const auto bits = QByteArrayView(tile.constBits(), tile.sizeInBytes());
+    return QStringLiteral("Tessaro ") +
+           QString::fromLatin1(QCryptographicHash::hash(bits.toByteArray(), QCryptographicHash::Md5).toHex());
+}
+
+QByteArray PngOf(const QImage& tile) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    tile.save(&buffer, "PNG");
+    return bytes;
 }
 
 } // namespace
@@ -151,23 +188,49 @@ void Shape::SetPlace(const QRectF& place) {
 }
 
 void Shape::SetFill(int colorIndex) {
-    document_->Run([&](const Model& model) {
-        const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
-        properties->setPropertyValue("FillStyle", Any(colorIndex > 0 ? com::sun::star::drawing::FillStyle_SOLID
-                                                                     : com::sun::star::drawing::FillStyle_NONE));
-        if (colorIndex > 0)
-            properties->setPropertyValue("FillColor", Any(sal_Int32(document_->ColorNumber(colorIndex))));
-    });
+    SetFillColor(document_->ColorAt(colorIndex));
 }
 
 void Shape::SetLine(int colorIndex, double points) {
+    SetLineColor(document_->ColorAt(colorIndex), points);
+}
+
+void Shape::SetFillColor(const QColor& color) {
     document_->Run([&](const Model& model) {
+        using namespace com::sun::star::drawing;
         const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
-        properties->setPropertyValue("LineStyle", Any(colorIndex > 0 ? com::sun::star::drawing::LineStyle_SOLID
-                                                                     : com::sun::star::drawing::LineStyle_NONE));
-        if (colorIndex <= 0) return;
-        properties->setPropertyValue("LineColor", Any(sal_Int32(document_->ColorNumber(colorIndex))));
+        properties->setPropertyValue("FillStyle", Any(color.isValid() ? FillStyle_SOLID : FillStyle_NONE));
+        if (color.isValid()) properties->setPropertyValue("FillColor", Any(NumberOf(color)));
+    });
+}
+
+void Shape::SetLineColor(const QColor& color, double points) {
+    document_->Run([&](const Model& model) {
+        using namespace com::sun::star::drawing;
+        const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
+        properties->setPropertyValue("LineStyle", Any(color.isValid() ? LineStyle_SOLID : LineStyle_NONE));
+        if (!color.isValid()) return;
+        properties->setPropertyValue("LineColor", Any(NumberOf(color)));
         properties->setPropertyValue("LineWidth", Any(Length(points)));
+    });
+}
+
+// By its name in the document's table: a bitmap that is given to the shape itself goes into the file as that of
+// another.
+void Shape::SetPattern(const FillPattern& pattern, const QColor& foreground, const QColor& background) {
+    const QImage tile = TileOf(pattern, foreground, background);
+    document_->Run([&](const Model& model) {
+        const rtl::OUString name = ToUno(TileName(tile));
+        const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+        const auto table = Need<com::sun::star::container::XNameContainer>(
+            factory->createInstance("com.sun.star.drawing.BitmapTable"));
+        if (!table->hasByName(name))
+            table->insertByName(
+                name, Any(Need<com::sun::star::awt::XBitmap>(GraphicOf(document_->connection(), PngOf(tile)))));
+        const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
+        properties->setPropertyValue("FillStyle", Any(com::sun::star::drawing::FillStyle_BITMAP));
+        properties->setPropertyValue("FillBitmapName", Any(name));
+        properties->setPropertyValue("FillBitmapMode", Any(com::sun::star::drawing::BitmapMode_REPEAT));
     });
 }
 

@@ -6,6 +6,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <com/sun/star/beans/PropertyValue.hpp>
@@ -158,7 +159,8 @@ Range Worksheet::UsedRange() const {
         row = end.EndRow + 1;
         column = end.EndColumn + 1;
     });
-    return Cells(1, 1, row, column);
+    // The program's own sheets are larger than those of the file format.
+    return Cells(1, 1, std::min(row, kMaxRows), std::min(column, kMaxColumns));
 }
 
 void Worksheet::SetColumnWidth(int column, double characters) {

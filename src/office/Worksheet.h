@@ -4,30 +4,59 @@
 #include "office/Range.h"
 
 #include <QByteArray>
+#include <QColor>
 #include <QRectF>
 #include <QString>
 
+#include <array>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tessaro::office {
 
 class Document;
 
-/// What a printed page looks like.
+/// One text of a header or footer. "&P" is the page, "&N" the number of pages, "&&" one "&".
+struct PageText {
+    QString text = {};
+    CellStyle font = {}; ///< name, size, bold, italic, underline, colour
+};
+
+/// A header or footer; empty for none.
+struct PageLine {
+    PageLine() = default;
+    PageLine(const QString& middle) : center{middle} {}
+    PageLine(PageText atLeft, PageText inMiddle, PageText atRight)
+        : left(std::move(atLeft)), center(std::move(inMiddle)), right(std::move(atRight)) {}
+    [[nodiscard]] bool IsEmpty() const { return left.text.isEmpty() && center.text.isEmpty() && right.text.isEmpty(); }
+
+    PageText left;
+    PageText center;
+    PageText right;
+};
+
+/// A4 with margins of 15 mm, or what the sheet has by its template.
+enum class Paper { A4, Own };
+
+/// What a printed page looks like; what isn't set stays as it is.
 struct PageSetup {
-    bool landscape = false;
+    Paper paper = Paper::A4;
+    std::optional<bool> landscape = {};
     int fitToPagesWide = 0; ///< 0: as large as it is
-    QString header = {};    ///< middle of the header line; empty for none
-    QString footer = {};    ///< "&P" is the page, "&N" the number of pages
-    int titleRows = 0;      ///< rows that are repeated on each page
-    int titleColumns = 0;   ///< columns that are repeated on each page
-    bool centered = false;  ///< in the middle of the page
-    bool gridLines = false;
+    std::optional<PageLine> header = {};
+    std::optional<PageLine> footer = {};
+    std::optional<int> titleRows = {};    ///< rows that are repeated on each page
+    std::optional<int> titleColumns = {}; ///< columns that are repeated on each page
+    std::optional<bool> centered = {};    ///< in the middle of the page
+    std::optional<bool> gridLines = {};
 };
 
 /// Plain forms that can be drawn on a sheet.
 enum class ShapeKind { Rectangle, Ellipse, Triangle, Cross, Diamond, Star, Hexagon, RoundRectangle };
+
+/// A pattern of 8 by 8 dots: a row from the top each, its left dot the highest bit.
+using FillPattern = std::array<quint8, 8>;
 
 /// A picture or form on a sheet, found by its name. Places and sizes are points from the sheet's corner.
 class Shape final {
@@ -39,6 +68,11 @@ class Shape final {
     void SetPlace(const QRectF& place);
     void SetFill(int colorIndex);
     void SetLine(int colorIndex, double points);
+    /// Any colour, also one that the palette hasn't got; an invalid one for none.
+    void SetFillColor(const QColor& color);
+    void SetLineColor(const QColor& color, double points);
+    /// Fills with tiles of a pattern; an invalid background lets the sheet show through.
+    void SetPattern(const FillPattern& pattern, const QColor& foreground, const QColor& background);
     void SetText(const QString& text, const CellStyle& font);
     /// The picture as PNG, this many pixels wide.
     [[nodiscard]] QByteArray AsPng(int pixelWidth) const;

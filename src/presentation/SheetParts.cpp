@@ -303,7 +303,8 @@ void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn, int pa
     if (titleRows > 0 && LanguageIsRightToLeft()) sheet.SetRightToLeft(true);
     sheet.SetPageSetup({.landscape = true,
                         .fitToPagesWide = pagesWide,
-                        .footer = QStringLiteral("&P / &N"),
+                        .header = office::PageLine(),
+                        .footer = office::PageLine(QStringLiteral("&P / &N")),
                         .titleRows = titleRows,
                         .titleColumns = pagesWide > 1 ? firstColumn - 1 : 0,
                         .centered = titleRows == 0});

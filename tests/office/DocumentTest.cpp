@@ -221,10 +221,75 @@ TEST_F(DocumentTest, WritesFormulasAsTheyAreUsuallyWritten) {
         EXPECT_EQ(sheet.Cells(row, 1).Value(), expected) << formula;
         ++row;
     }
-    sheet.Cells(row, 1).SetFormula(QStringLiteral("=SUM(((")); // no formula at all
-    EXPECT_TRUE(std::holds_alternative<QString>(sheet.Cells(row, 1).Value()));
     sheet.Cells(row, 1).SetFormula(QString());
     EXPECT_EQ(sheet.Cells(row, 1).Value(), Cell());
+}
+
+TEST_F(DocumentTest, ReadsFormulasAsTheyAreSet) {
+    Workbook book = Application().NewWorkbook(2);
+    book.Sheet(2).SetName(QStringLiteral("My Data"));
+    const Worksheet sheet = book.Sheet(1);
+    book.Sheet(2).Cells(1, 1).SetValue(40.0);
+    sheet.Cells(1, 1).SetValues({{1.0, QStringLiteral("00123"), 3.5}});
+    const FormulaBlock formulas{{QStringLiteral("=SUM(A1,C1)"), QStringLiteral("=A1*$C$1-2")},
+                                {QStringLiteral("=SUM(A1:C1)+'My Data'!A1"), QStringLiteral("=ROUND(C1/3,2)")},
+                                {QStringLiteral("=IF($A$1>2,\"a;b,c\",\"d|\")"), QStringLiteral("=A1&\", \"&B1")},
+                                {QStringLiteral("=SUMPRODUCT({1,2,3;4,5,6})"), QStringLiteral("-12.5")},
+                                {QStringLiteral("text"), QString()}};
+    Range block = sheet.Cells(2, 1, 6, 2);
+    block.SetFormulas(formulas);
+    EXPECT_EQ(block.Formulas(), formulas);
+    const Block values = block.Values();
+    block.SetFormulas(block.Formulas());
+    EXPECT_EQ(block.Values(), values);
+    EXPECT_EQ(values.at(0), (std::vector<Cell>{4.5, 1.5}));
+    EXPECT_EQ(values.at(1), (std::vector<Cell>{44.5, 1.17}));
+    EXPECT_EQ(values.at(2), (std::vector<Cell>{QStringLiteral("d|"), QStringLiteral("1, 00123")}));
+    EXPECT_EQ(values.at(3), (std::vector<Cell>{21.0, -12.5}));
+    EXPECT_EQ(sheet.Cells(1, 2).Formula(), QStringLiteral("'00123"));
+    sheet.Cells(1, 2).SetFormula(sheet.Cells(1, 2).Formula());
+    EXPECT_EQ(sheet.Cells(1, 2).Value(), Cell(QStringLiteral("00123")));
+}
+
+TEST_F(DocumentTest, TellsBrokenFormulas) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetValues({{1.0, QStringLiteral("kept")}});
+    for (const char* broken : {"=SUM(((", "=1+", "=SUM(A1;B1)", "=NOSUCH(1)", "=IF(1,2,3,4)", "=A1 B2 2", "=\"a"}) {
+        const QString formula = QLatin1String(broken);
+        try {
+            sheet.Cells(1, 1).SetFormulas({{QStringLiteral("=1/0"), formula}});
+            ADD_FAILURE() << broken << " is taken as " << sheet.Cells(1, 2).Formula().toStdString();
+        } catch (const Error& error) {
+            EXPECT_EQ(error.failure, Failure::Formula) << broken;
+            EXPECT_NE(std::string(error.what()).find("B1: " + std::string(broken)), std::string::npos) << error.what();
+        }
+        EXPECT_EQ(sheet.Cells(1, 1, 1, 2).Values(), (Block{{1.0, QStringLiteral("kept")}})) << broken;
+    }
+    // An error of the values is none of the formula.
+    sheet.Cells(2, 1).SetFormulas({{QStringLiteral("=1/0"), QStringLiteral("=SQRT(-1)"), QStringLiteral("=B1*2")}});
+    EXPECT_EQ(sheet.Cells(2, 1).Text(), QStringLiteral("#DIV/0!"));
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(3, 1).SetFormulas({{QString()}, {QString(), QString()}}); }), Failure::Call);
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(65536, 1).SetFormulas({{QString()}, {QString()}}); }), Failure::Limit);
+}
+
+TEST_F(DocumentTest, WritesManyFormulasAtOnce) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    FormulaBlock formulas;
+    for (int row = 1; row <= 200; ++row) {
+        sheet.Cells(row, 1).SetValue(double(row));
+        formulas.push_back({QStringLiteral("=ROUND(A%1/3,1)").arg(row), QStringLiteral("=A%1*2").arg(row)});
+    }
+    static_cast<void>(sheet.Cells(1, 1).Value());
+    QElapsedTimer timer;
+    timer.start();
+    sheet.Cells(1, 2).SetFormulas(formulas);
+    EXPECT_LT(timer.elapsed(), test::TimeBound(400));
+    EXPECT_EQ(sheet.Cells(200, 2, 200, 3).Values(), (Block{{66.7, 400.0}}));
+    sheet.Cells(1, 4, 20000, 5).FillFormula(QStringLiteral("=$A1+COLUMN()"));
+    EXPECT_EQ(sheet.Cells(200, 4, 200, 5).Values(), (Block{{204.0, 205.0}}));
+    EXPECT_EQ(sheet.Cells(20000, 5).Formula(), QStringLiteral("=$A20000+COLUMN()"));
 }
 
 TEST_F(DocumentTest, KeepsRichTextOfAnyKind) {

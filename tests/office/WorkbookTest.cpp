@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
+#include <QProcess>
 
 #include <algorithm>
 
@@ -25,6 +26,13 @@ QByteArray RedSquare() {
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
     return bytes;
+}
+
+QString TextOfPdf(const QString& file) {
+    QProcess reader;
+    reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
+    reader.waitForFinished();
+    return QString::fromUtf8(reader.readAllStandardOutput());
 }
 
 } // namespace
@@ -75,8 +83,8 @@ TEST_F(WorkbookTest, KeepsLooks) {
     sheet.FreezePanes(2, 1);
     sheet.SetPageSetup({.landscape = true,
                         .fitToPagesWide = 1,
-                        .header = QStringLiteral("Top"),
-                        .footer = QStringLiteral("&P / &N"),
+                        .header = PageLine(QStringLiteral("Top")),
+                        .footer = PageLine(QStringLiteral("&P / &N")),
                         .titleRows = 1});
     book.SaveAs(File("looks.xls"));
 
@@ -186,6 +194,99 @@ TEST_F(WorkbookTest, FindsTheLastUsedCellInAnyColumn) {
     for (const auto& c : cases) {
         sheet.Cells(c.row, c.column).SetValue(1.0);
         EXPECT_EQ(sheet.UsedRange().Address(), QLatin1String(c.address));
+    }
+}
+
+TEST_F(WorkbookTest, KeepsTheUsedBlockWithinTheFormat) {
+    Workbook book = Application().NewWorkbook();
+    Worksheet sheet = book.Sheet(1);
+    sheet.Cells(3, 256).SetRichText({{QStringLiteral("note "), false, {}}, {QStringLiteral("1"), true, {}}});
+    sheet.Cells(65536, 1).SetValue(1.0);
+    sheet.Cells(65535, 250, 65536, 256).Merge();
+    EXPECT_EQ(sheet.UsedRange().Address(), QStringLiteral("$A$1:$IV$65536"));
+}
+
+TEST_F(WorkbookTest, WritesTrueAndFalse) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetValues({{true, false, 1.0}, {QStringLiteral("x"), std::monostate{}, true}});
+    sheet.Cells(3, 1).SetFormula(QStringLiteral("=IF(AND(A1,NOT(B1)),\"yes\",\"no\")"));
+    EXPECT_EQ(sheet.Cells(1, 1).Text(), QStringLiteral("TRUE"));
+    EXPECT_EQ(sheet.Cells(3, 1).Value(), Cell(QStringLiteral("yes")));
+    book.SaveAs(File("truths.xls"));
+    const ReadSheet read = ReadXls(File("truths.xls")).front();
+    EXPECT_EQ(read.At(1, 1), QJsonValue(true));
+    EXPECT_EQ(read.At(1, 2), QJsonValue(false));
+    EXPECT_EQ(read.At(1, 3), QJsonValue(1.0));
+    EXPECT_EQ(read.At(2, 3), QJsonValue(true));
+}
+
+TEST_F(WorkbookTest, PrintsHeadersAtEachSideWithTheirFonts) {
+    Workbook book = Application().NewWorkbook(2);
+    Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetValue(QStringLiteral("body"));
+    sheet.SetPageSetup({.landscape = true,
+                        .header = PageLine({QStringLiteral("Left & Co"),
+                                            {.fontName = QStringLiteral("Noto Sans"), .fontSize = 14, .bold = true}},
+                                           {QStringLiteral("mid&&dle")}, {QStringLiteral("right"), {.italic = true}}),
+                        .footer = PageLine({QStringLiteral("مصدر")}, {}, {QStringLiteral("&P of &N")})});
+    book.SaveAs(File("template.xls"));
+    book.Close(false);
+    const QByteArray file = [&] {
+        QFile source(File("template.xls"));
+        return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
+    }();
+    EXPECT_TRUE(file.contains("&L&\"Noto Sans,Bold\"&14Left && Co&C")) << "the header's record";
+
+    // A workbook made from it as a template keeps its page but for what is told.
+    Workbook copy = Application().OpenCopy(File("template.xls"), File("copy.xls"));
+    copy.Sheet(1).SetPageSetup({.paper = Paper::Own, .footer = PageLine(QStringLiteral("foot"))});
+    copy.ExportPdf(File("copy.pdf"));
+    const QString printed = TextOfPdf(File("copy.pdf"));
+    for (const char* text : {"Left & Co", "mid&dle", "right", "body", "foot"})
+        EXPECT_TRUE(printed.contains(QLatin1String(text))) << text << " in\n" << printed.toStdString();
+    EXPECT_FALSE(printed.contains(QLatin1String("1 of 1")));
+    QProcess about;
+    about.start(QStringLiteral("pdfinfo"), {File("copy.pdf")});
+    about.waitForFinished();
+    EXPECT_TRUE(about.readAllStandardOutput().contains("841.89 x 595.3")) << "A4 across";
+}
+
+TEST_F(WorkbookTest, FillsShapesWithAnyColourAndPattern) {
+    constexpr FillPattern kVertical{0xF0, 0xF0, 0xF0, 0xF0, 0xF0, 0xF0, 0xF0, 0xF0};
+    constexpr FillPattern kHorizontal{0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0};
+    const QColor odd(18, 52, 86);
+    Workbook book = Application().NewWorkbook();
+    Worksheet sheet = book.Sheet(1);
+    sheet.AddShape(QStringLiteral("plain"), ShapeKind::Rectangle, {10, 10, 60, 60}).SetFillColor(odd);
+    sheet.AddShape(QStringLiteral("down"), ShapeKind::Rectangle, {110, 10, 60, 60})
+        .SetPattern(kVertical, odd, Qt::yellow);
+    sheet.AddShape(QStringLiteral("across"), ShapeKind::Rectangle, {210, 10, 60, 60})
+        .SetPattern(kHorizontal, odd, Qt::yellow);
+    for (const QString& name : sheet.ShapeNames())
+        sheet.ShapeNamed(name).SetLineColor({}, 0);
+    book.SaveAs(File("shapes.xls"));
+    book.Close(false);
+    const Workbook again = Application().OpenWorkbook(File("shapes.xls"));
+    const auto picture = [&](const char* name) {
+        return QImage::fromData(again.Sheet(1).ShapeNamed(QLatin1String(name)).AsPng(240))
+            .convertToFormat(QImage::Format_RGB32);
+    };
+    EXPECT_EQ(picture("plain").pixelColor(120, 120), odd);
+    // Along a stripe one colour, across it both.
+    const auto reds = [](const QImage& image, bool across) {
+        int least = 255;
+        int most = 0;
+        for (int place = 20; place < 220; ++place) {
+            const int red = (across ? image.pixelColor(place, 118) : image.pixelColor(118, place)).red();
+            least = std::min(least, red);
+            most = std::max(most, red);
+        }
+        return most - least;
+    };
+    for (const auto& [name, across] : {std::pair("down", true), std::pair("across", false)}) {
+        EXPECT_LT(reds(picture(name), !across), 10) << name;
+        EXPECT_GT(reds(picture(name), across), 200) << name;
     }
 }
 

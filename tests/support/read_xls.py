@@ -32,10 +32,16 @@ def look(book, sheet, row, column):
     }
 
 
+def value(cell):
+    if cell.ctype in (xlrd.XL_CELL_EMPTY, xlrd.XL_CELL_BLANK):
+        return None
+    return bool(cell.value) if cell.ctype == xlrd.XL_CELL_BOOLEAN else cell.value
+
+
 def main():
     book = xlrd.open_workbook(sys.argv[1], formatting_info=True)
     for sheet in book.sheets():
-        rows = [[None if cell.ctype in (0, 6) else cell.value for cell in sheet.row(row)] for row in range(sheet.nrows)]
+        rows = [[value(cell) for cell in sheet.row(row)] for row in range(sheet.nrows)]
         filled = [(r, c) for r in range(min(sheet.nrows, 60)) for c in range(sheet.ncols)
                   if c < len(sheet.row(r)) and sheet.cell_type(r, c) not in (0, 6)]
         print(json.dumps({
