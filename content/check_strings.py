@@ -149,11 +149,25 @@ def check_languages(problems):
 def check_documents(languages, problems):
     """Every document has one file a language, named by the language without its brackets."""
     for folder in sorted(DOCUMENTS.iterdir()):
-        if folder.name == "Bin":  # one document for all languages
+        if folder.name == "Bin" or folder.is_file():  # one document for all languages
             continue
+        check_captions(folder, problems)
         wanted = {f"{folder.name} {language}.htm" for language in languages}
         found = {path.name for path in folder.iterdir()}
         problems.extend(f"documents/{folder.name}: {name} is missing or not wanted" for name in sorted(wanted ^ found))
+
+
+def check_captions(folder, problems):
+    """The languages of a page name the same captions and keys, and have the same number of sections. The content
+    builder checks that these exist."""
+    pages = {path.name: path.read_text(encoding="utf-8") for path in sorted(folder.glob("*.htm"))}
+    first = next((text for name, text in pages.items() if name.endswith(" en.htm")), "")
+    for name, text in pages.items():
+        for what, pattern in (("captions", r"\{+[^{}]+\}+"), ("tags", r"</?(?!bdi)\w+")):
+            wanted, found = Counter(re.findall(pattern, first)), Counter(re.findall(pattern, text))
+            other = sorted(set((wanted - found) + (found - wanted)))
+            if other:
+                problems.append(f"documents/{name}: other {what} than the English page: {', '.join(other)}")
 
 
 def arguments(text, start):

@@ -2,8 +2,10 @@
 
 #include "platform/ShellOpen.h"
 #include "session/ErrorSink.h"
+#include "session/Messages.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "shell/frmDocument.h"
 
 namespace tessaro {
 
@@ -17,8 +19,20 @@ QString DocumentFile(const QString& folderSetting, const QString& fileSetting, c
 
 bool OpenDocument(const QString& folderSetting, const QString& fileSetting, const QString& extension) {
     const QString path = DocumentFile(folderSetting, fileSetting, extension);
-    if (!path.isEmpty() && ShellOpen(path)) return true;
-    LogNote(QStringLiteral("no document to open for \"%1\"").arg(fileSetting));
+    if (path.isEmpty()) {
+        LogNote(QStringLiteral("there is no document for \"%1\"").arg(fileSetting));
+        return false;
+    }
+    if (!path.endsWith(QLatin1String(".htm"), Qt::CaseInsensitive)) return OpenOutside(path);
+    if (!ShellOpen(path)) ShowPage(path);
+    return true;
+}
+
+bool OpenOutside(const QString& target) {
+    if (ShellOpen(target)) return true;
+    LogNote(QStringLiteral("the desktop opened no program for ") + target);
+    ShowMessage(GetText(QStringLiteral("TS_NothingOpens")).replace(QLatin1String("%1"), target), MessageType::Ok, 103,
+                {}, false);
     return false;
 }
 
@@ -31,7 +45,7 @@ void ShowHelpFileLinks(int item) {
         OpenDocument(QStringLiteral("Tour Folder"), QStringLiteral("Tour File Name"), QStringLiteral(".pps"));
         break;
     case 3:
-        if (HasHelpLink(3)) ShellOpen(Setting(QStringLiteral("Helpdesk Link")));
+        if (HasHelpLink(3)) OpenOutside(Setting(QStringLiteral("Helpdesk Link")));
         break;
     default:
         break;

@@ -8,8 +8,11 @@ namespace tessaro {
 /// its folder and file. `extension` is what the system asks for; where the product ships the page for browsers instead,
 /// that one is given. Empty when there is neither.
 [[nodiscard]] QString DocumentFile(const QString& folderSetting, const QString& fileSetting, const QString& extension);
-/// Opens it; False when there is none.
+/// Opens it in the desktop's program; a page that the desktop has no program for, in a window of our own. False when
+/// there is none, or nothing can show it; the user is told then.
 bool OpenDocument(const QString& folderSetting, const QString& fileSetting, const QString& extension);
+/// Opens a file, folder or address in the desktop's program; False, and the user is told, when there is none.
+bool OpenOutside(const QString& target);
 
 /// The entries of the Help menu that exist: 0 contents, 2 tour, 3 help desk.
 void ShowHelpFileLinks(int item);

@@ -6,15 +6,19 @@
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
+#include "session/Strings.h"
+#include "shell/Documents.h"
 #include "shell/SystemInfo.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QTimer>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace tessaro {
@@ -61,6 +65,25 @@ void AddOK(QDialog& form, QHBoxLayout& row) {
     ok->setFocus();
 }
 
+/// How a page looks in our windows: its own styles are a browser's.
+QString PageStyle() {
+    return QStringLiteral("h1 { font-size: xx-large; } h2 { color: %1; font-size: large; margin-top: 20px; }"
+                          ".lead { color: %2; } a { color: %1; } li, p { margin-bottom: 4px; }"
+                          "kbd { background-color: %3; } td, th { padding: 4px; } th { color: %2; }")
+        .arg(theme::Accent().name(), theme::MutedText().name(), theme::SurfaceRaised().name());
+}
+
+/// The page's text without the styles. Tables of two columns are turned round by hand where reading begins at the
+/// right.
+QString PageText(QString text) {
+    text.remove(
+        QRegularExpression(QStringLiteral("<style>.*?</style>"), QRegularExpression::DotMatchesEverythingOption));
+    if (!LanguageIsRightToLeft()) return text;
+    text.replace(QRegularExpression(QStringLiteral("<tr><(t[dh])>(.*?)</t[dh]><t[dh]>(.*?)</t[dh]></tr>")),
+                 QStringLiteral("<tr><\\1 align=\"right\">\\3</\\1><\\1 align=\"right\">\\2</\\1></tr>"));
+    return text.replace(QLatin1String("<table>"), QLatin1String("<table width=\"100%\">"));
+}
+
 /// The document as its kind has it: a web page, or plain text.
 void LoadDocument(QTextBrowser& browser, const QString& path) {
     const auto contents = ReadWholeFile(FindPath(path), LargestDocument);
@@ -91,6 +114,53 @@ frmDisclaimer::frmDisclaimer(QWidget* parent) : QDialog(parent) {
         text->scrollToAnchor(Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0));
     });
     resize(70 * theme::Grid, 56 * theme::Grid);
+}
+
+frmDocument::frmDocument(const QString& path, QWidget* parent) : QDialog(parent) {
+    const ErrorTrap trap("frmDocument_Load");
+    setObjectName(QStringLiteral("frmDocument"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    const Parts parts = MakeParts(*this, QStringLiteral("txtPage"));
+    setModal(false);
+    page_ = parts.text;
+    page_->setOpenLinks(false);
+    connect(page_, &QTextBrowser::anchorClicked, this, &frmDocument::Follow);
+    QPushButton* close = AddButton(*this, *parts.buttons, QStringLiteral("cmdClose"), QStringLiteral("TS_Close"));
+    close->setAutoDefault(false);
+    connect(close, &QPushButton::clicked, this, &QWidget::close);
+    SetFormFonts(this);
+    resize(90 * theme::Grid, 76 * theme::Grid);
+    Load(path);
+    page_->setFocus();
+}
+
+void frmDocument::Load(const QString& path) {
+    const auto contents = ReadWholeFile(FindPath(path), LargestDocument);
+    if (!contents) {
+        LogNote(QStringLiteral("can't read the page ") + path);
+        return;
+    }
+    path_ = path;
+    page_->setSearchPaths({FolderOf(FindPath(path))});
+    page_->document()->setDefaultStyleSheet(PageStyle());
+    page_->setHtml(PageText(QString::fromUtf8(*contents)));
+    setWindowTitle(page_->documentTitle());
+    page_->setAccessibleName(windowTitle());
+}
+
+void frmDocument::Follow(const QUrl& link) {
+    if (link.isRelative() && link.path().isEmpty())
+        page_->scrollToAnchor(link.fragment());
+    else if (link.isRelative())
+        Load(FolderOf(path_) + QLatin1Char('/') + link.path());
+    else
+        OpenOutside(link.toString());
+}
+
+void ShowPage(const QString& path) {
+    auto* form = new frmDocument(path, QApplication::activeWindow());
+    form->show();
+    form->raise();
 }
 
 frmSystemInfo::frmSystemInfo(QWidget* parent) : QDialog(parent) {

@@ -2,7 +2,6 @@
 #include "gallery/frmGALMain.h"
 #include "gallery/frmSaveGalleryAdvance.h"
 #include "platform/Paths.h"
-#include "platform/ShellOpen.h"
 #include "presentation/frmGraphWizard.h"
 #include "presentation/frmTableWizard.h"
 #include "session/ErrorSink.h"
@@ -10,6 +9,7 @@
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "session/TempFiles.h"
+#include "shell/Documents.h"
 #include "shell/StageScreens.h"
 #include "shell/frmMain.h"
 #include "shell/frmSplash.h"
@@ -64,7 +64,7 @@ void frmMain::StartPresentation(QChar type) {
 void frmMain::ShowGallery(int kind) {
     const ErrorTrap trap("mnu_Gallery_Options_Click");
     if (kind == 2) {
-        ShellOpen(FindPath(ImagesFolder()));
+        OpenOutside(FindPath(ImagesFolder()));
         return;
     }
     const QString gallery = JoinPath({AppPath, Setting(QStringLiteral("Gallery Folder"))});

@@ -141,7 +141,9 @@ def calls(root):
         except (UnicodeDecodeError, FileNotFoundError):
             continue
         kind = kind_of(path, text)
-        targets |= set(re.findall(r"add_executable\s*\(\s*([\w-]+)", text)) if kind == "cmake" else set()
+        if kind == "cmake":
+            targets |= set(re.findall(r"add_executable\s*\(\s*([\w-]+)", text))
+            targets |= {"test_" + name for name in re.findall(r"tessaro_test\s*\(\s*(\w+)", text)}
         programs = {"cpp": programs_of_cpp, "sh": programs_of_shell, "cmake": programs_of_cmake,
                     "py": lambda source: programs_of_python(source, own)}.get(kind)
         for program in programs(text) if programs else ():

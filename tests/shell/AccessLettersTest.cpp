@@ -19,6 +19,7 @@
 #include "selection/frmShowDetails.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "shell/Documents.h"
 #include "shell/FrameTest.h"
 #include "shell/frmAbout.h"
 #include "shell/frmDocument.h"
@@ -28,6 +29,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -163,6 +165,7 @@ void AccessLettersTest::CheckDialogs() {
     CheckForm(frmFavourites());
     CheckForm(frmDisclaimer());
     CheckForm(frmSystemInfo());
+    CheckForm(frmDocument(DocumentFile(QStringLiteral("Help Folder"), QStringLiteral("Help File Name"), {})));
     CheckForm(frmSearch());
     CheckForm(frmShowDetails());
     CheckForm(frmInformationSheet());
@@ -237,6 +240,7 @@ TEST_F(AccessLettersTest, NoTwoControlsOfAFormShareALetterInAnyLanguage) {
     int inEnglish = 0;
     for (const QString& language : std::as_const(languages)) {
         window->ChangeLanguage(language);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the screens of the language before
         letters_ = 0;
         CheckDialogs();
         CheckWizardPages();

@@ -1,12 +1,23 @@
 #include "shell/Documents.h"
 
+#include "platform/ShellOpen.h"
+#include "platform/SingleInstance.h"
+#include "session/ErrorSink.h"
 #include "session/Session.h"
+#include "shell/FrameTest.h"
 #include "shell/SoundLoop.h"
+#include "shell/frmDocument.h"
 #include "support/TestSession.h"
 
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QShortcut>
+#include <QTextBrowser>
 
 namespace tessaro {
 
@@ -60,6 +71,91 @@ TEST_F(DocumentsTest, SoundsThatCannotPlayAreQuiet) {
         sound.Tick();
     }
     EXPECT_TRUE(messages.isEmpty());
+}
+
+/// The pages that the build made, on a running frame.
+class PagesTest : public test::FrameTest {
+  protected:
+    ~PagesTest() override { SetShellOpener({}); }
+
+    static QString Text(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+    /// The keys that a page names, in its order: "Ctrl+O".
+    static QStringList KeysIn(const QString& page) {
+        QStringList keys;
+        auto found =
+            QRegularExpression(QStringLiteral("<span class=\"keys\" dir=\"ltr\">(.*?)</span>")).globalMatch(page);
+        while (found.hasNext())
+            keys << found.next().captured(1).remove(QRegularExpression(QStringLiteral("</?kbd>")));
+        return keys;
+    }
+    QStringList ShortcutsOfTheFrame() {
+        QStringList keys;
+        for (const auto* entry : window->findChildren<QAction*>())
+            keys << entry->shortcut().toString();
+        for (const auto* button : window->findChildren<QAbstractButton*>())
+            // A letter of access is a shortcut too, which the help tells of as such.
+            if (!button->text().contains(QLatin1Char('&'))) keys << button->shortcut().toString();
+        for (const auto* shortcut : window->findChildren<QShortcut*>())
+            keys << shortcut->key().toString();
+        keys.removeAll(QString());
+        keys.removeDuplicates();
+        return keys;
+    }
+    frmDocument* OpenPage() {
+        for (QWidget* form : QApplication::topLevelWidgets())
+            if (auto* page = qobject_cast<frmDocument*>(form); page && page->isVisible()) return page;
+        return nullptr;
+    }
+};
+
+TEST_F(PagesTest, TheHelpNamesEveryShortcutAndNoOther) {
+    ASSERT_TRUE(StartInstalled());
+    window->GoToStage(0);
+    const QString help = Text(QStringLiteral(TESSARO_INSTALLATION "/Help/Help English en.htm"));
+    const QStringList named = KeysIn(help);
+    QStringList real = ShortcutsOfTheFrame();
+    ASSERT_GT(real.size(), 20);
+    for (const QString& keys : real)
+        EXPECT_TRUE(named.contains(keys)) << keys.toStdString();
+    // What lists, grid and gallery do with keys by themselves.
+    real << QStringLiteral("Ctrl+Right,Ctrl+Left,Ctrl+Home,Ctrl+End,Alt+Up,Alt+Down,Ctrl+S,Shift+Tab")
+                .split(QLatin1Char(','));
+    for (const QString& keys : named) {
+        const bool plain = !keys.contains(QLatin1Char('+')) && !keys.startsWith(QLatin1Char('F'));
+        EXPECT_TRUE(plain || real.contains(keys)) << keys.toStdString();
+    }
+}
+
+TEST_F(PagesTest, PagesOpenInTheirOwnWindowWhereTheDesktopHasNoProgram) {
+    ASSERT_TRUE(StartInstalled());
+    SetShellOpener([](const QUrl&) { return false; });
+    for (const LanguageFile& language : QList<LanguageFile>(LanguageFiles)) {
+        window->ChangeLanguage(language.label);
+        for (const int item : {0, 2}) {
+            ShowHelpFileLinks(item);
+            frmDocument* page = OpenPage();
+            ASSERT_NE(page, nullptr) << language.label.toStdString() << item;
+            auto* text = page->findChild<QTextBrowser*>(QStringLiteral("txtPage"));
+            EXPECT_GT(text->toPlainText().size(), 400) << language.label.toStdString();
+            EXPECT_FALSE(text->toPlainText().contains(QRegularExpression(QStringLiteral("[{}]"))));
+            EXPECT_TRUE(page->windowTitle().contains(QLatin1String("Tessaro")));
+            page->close();
+            QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+    }
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_FALSE(Text(LogFile()).contains(QLatin1String("no document")));
+}
+
+TEST_F(PagesTest, WhatNothingOpensIsTold) {
+    ASSERT_TRUE(StartInstalled());
+    SetShellOpener([](const QUrl&) { return false; });
+    window->ShowGallery(2);
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages.first().contains(QLatin1String("installation")));
 }
 
 } // namespace tessaro

@@ -2,6 +2,7 @@
 
 #include "DatabaseFile.h"
 #include "Languages.h"
+#include "Pages.h"
 #include "Pictures.h"
 #include "SampleDatabase.h"
 #include "Shapefiles.h"
@@ -75,7 +76,7 @@ class Builder {
             passedOver_.push_back("no " + documents.string());
             return;
         }
-        fs::copy(documents, target_, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        BuildPages(content_, target_);
         fs::create_directories(target_ / "Bin" / "Template");
         // Without "recursive" a folder copied with any other option is passed over in silence.
         fs::copy(content_ / "templates", target_ / "Bin" / "Template",
