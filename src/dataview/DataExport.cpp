@@ -23,11 +23,28 @@ namespace {
 
 constexpr int kRowsOfSheet = 65535; ///< of values, below the header
 
-QStringList Heads() {
+constexpr int kFootnoteColumn = VisibleCols + 1;
+
+int ColumnsOf(const ExportRows& rows) {
+    return rows.footnoteOf ? kFootnoteColumn : VisibleCols;
+}
+
+QStringList Heads(const ExportRows& rows) {
     QStringList heads;
     for (int column = 1; column <= VisibleCols; ++column)
         heads << GetText(QLatin1String(GridColumns().at(static_cast<std::size_t>(column - 1)).headerKey));
+    if (rows.footnoteOf) heads << GetText(QStringLiteral("FootNotes"));
     return heads;
+}
+
+QString TextOf(const ExportRows& rows, const GridRow& row, int column) {
+    if (column < kFootnoteColumn) return row.Text(column);
+    return row.footNId != 0 ? rows.footnoteOf(row) : QString();
+}
+
+bool BeginsFormula(QChar c) {
+    // The wide forms are read like the others where Chinese or Japanese is written.
+    return QStringView(u"=+-@\uFF1D\uFF0B\uFF0D\uFF20").contains(c);
 }
 
 /// What the grid's own export would say: one line about the last one.
@@ -40,15 +57,17 @@ void WriteLog(const char* name, const QString& file, int rows) {
                                       .toUtf8()));
 }
 
-QString CellOf(const GridRow& row, int column) {
-    if (column == ColDatavalue && SysNumFormat) return WithSeparators(row.datavalue, QLocale::system());
-    return row.Text(column);
+QString CellOf(const ExportRows& rows, const GridRow& row, int column) {
+    if (column == ColDatavalue && ReadsAsNumber(row.datavalue))
+        return SysNumFormat ? WithSeparators(row.datavalue, QLocale::system()) : row.datavalue;
+    return WithoutFormula(TextOf(rows, row, column));
 }
 
+/// A cell of a text file. One that begins with a quotation mark would reach up to the next one, over other cells.
 QString OneLine(QString text) {
     for (QChar& c : text)
         if (c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r')) c = QLatin1Char(' ');
-    return text;
+    return text.startsWith(QLatin1Char('"')) ? QLatin1Char('\'') + text : text;
 }
 
 QString HtmlHead() {
@@ -66,13 +85,13 @@ QString HtmlHead() {
              ColorFromNumber(GlobalColor).name());
 }
 
-void AppendHtmlRow(QByteArray& page, const GridRow& row) {
+void AppendHtmlRow(QByteArray& page, const ExportRows& rows, const GridRow& row) {
     page += "<tr>";
-    for (int column = 1; column <= VisibleCols; ++column) {
+    for (int column = 1; column <= ColumnsOf(rows); ++column) {
         const bool isNumber = column == ColDatavalue && ReadsAsNumber(row.datavalue);
         const bool isGlobal = ShowGlobalColor && row.IsGlobal(column);
         page += isNumber ? "<td class=\"n\">" : isGlobal ? "<td class=\"g\">" : "<td>";
-        page += CellOf(row, column).toHtmlEscaped().toUtf8();
+        page += CellOf(rows, row, column).toHtmlEscaped().toUtf8();
         page += "</td>";
     }
     page += "</tr>\n";
@@ -80,15 +99,27 @@ void AppendHtmlRow(QByteArray& page, const GridRow& row) {
 
 } // namespace
 
+QString WithoutFormula(const QString& text) {
+    if (text.isEmpty() || ReadsAsNumber(text)) return text;
+    qsizetype first = 0;
+    while (first < text.size() &&
+           (text[first].isSpace() || text[first] == QLatin1Char('"') || text[first].category() == QChar::Other_Format ||
+            text[first].category() == QChar::Other_Control))
+        ++first;
+    const bool marked = text[0] == QLatin1Char('\t') || text[0] == QLatin1Char('\r') ||
+                        (first < text.size() && BeginsFormula(text[first]));
+    return marked ? QLatin1Char('\'') + text : text;
+}
+
 bool SaveDataViewHtm(const QString& file, const ExportRows& rows) {
     if (file.trimmed().isEmpty()) return true;
     QByteArray page = HtmlHead().toUtf8();
-    const QStringList heads = Heads();
+    const QStringList heads = Heads(rows);
     for (const QString& head : heads)
         page += "<th scope=\"col\">" + head.toHtmlEscaped().toUtf8() + "</th>";
     page += "</tr>\n</thead>\n<tbody>\n";
     for (int row = 0; row < rows.count; ++row)
-        if (const GridRow* values = rows.rowAt(row)) AppendHtmlRow(page, *values);
+        if (const GridRow* values = rows.rowAt(row)) AppendHtmlRow(page, rows, *values);
     page += "</tbody>\n</table>\n</body>\n</html>\n";
     if (!ReplaceFile(file, page)) return false;
     WriteLog("htm Log", file, rows.count);
@@ -97,13 +128,13 @@ bool SaveDataViewHtm(const QString& file, const ExportRows& rows) {
 
 bool SaveDataViewTxt(const QString& file, const ExportRows& rows) {
     if (file.trimmed().isEmpty()) return true;
-    QByteArray text = Heads().join(QLatin1Char('\t')).toUtf8() + '\n';
+    QByteArray text = Heads(rows).join(QLatin1Char('\t')).toUtf8() + '\n';
     for (int row = 0; row < rows.count; ++row) {
         const GridRow* values = rows.rowAt(row);
         if (!values) continue;
-        for (int column = 1; column <= VisibleCols; ++column) {
+        for (int column = 1; column <= ColumnsOf(rows); ++column) {
             if (column > 1) text += '\t';
-            text += OneLine(CellOf(*values, column)).toUtf8();
+            text += OneLine(CellOf(rows, *values, column)).toUtf8();
         }
         text += '\n';
     }
@@ -112,17 +143,17 @@ bool SaveDataViewTxt(const QString& file, const ExportRows& rows) {
 
 namespace {
 
-office::Cell XlsCell(const GridRow& row, int column) {
-    const QString text = row.Text(column);
+office::Cell XlsCell(const ExportRows& rows, const GridRow& row, int column) {
+    const QString text = TextOf(rows, row, column);
     bool isNumber = false;
     const double number = column == ColDatavalue ? text.trimmed().toDouble(&isNumber) : 0;
     if (column == ColDatavalue && isNumber && ReadsAsNumber(text)) return number;
     return text.isEmpty() ? office::Cell() : office::Cell(text.left(32767));
 }
 
-std::vector<office::Cell> HeadCells() {
+std::vector<office::Cell> HeadCells(const ExportRows& rows) {
     std::vector<office::Cell> cells;
-    const QStringList heads = Heads();
+    const QStringList heads = Heads(rows);
     for (const QString& head : heads)
         cells.emplace_back(head);
     return cells;
@@ -166,14 +197,14 @@ class GlobalRuns final {
 void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int count) {
     office::Block block;
     block.reserve(static_cast<std::size_t>(count) + 1);
-    block.push_back(HeadCells());
+    block.push_back(HeadCells(rows));
     GlobalRuns globals(sheet);
     for (int row = first; row < first + count; ++row) {
         const GridRow* values = rows.rowAt(row);
         if (!values) continue;
         std::vector<office::Cell> cells;
-        for (int column = 1; column <= VisibleCols; ++column)
-            cells.push_back(XlsCell(*values, column));
+        for (int column = 1; column <= ColumnsOf(rows); ++column)
+            cells.push_back(XlsCell(rows, *values, column));
         block.push_back(std::move(cells));
         if (ShowGlobalColor) globals.Next(static_cast<int>(block.size()), *values);
     }

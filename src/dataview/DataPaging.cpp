@@ -9,8 +9,7 @@
 namespace tessaro {
 
 DataPaging::DataPaging(GridModel& grid) : grid_(grid) {
-    grid_.SetFetch(
-        [this](qint64 first, int count) { return builder_.CreateDataPage(pageQuery_.GetRows(first, count)); });
+    grid_.SetFetch([this](qint64 first, int count) { return ReadRows(first, count); });
 }
 
 DataPaging::~DataPaging() {
@@ -142,10 +141,24 @@ bool DataPaging::LoadFromEnd() {
 }
 
 qint64 DataPaging::CountRows() {
-    if (pagingComplete_ || totalKnown_ || !pageQuery_.isOpen()) return totalRows_;
-    totalRows_ = pageQuery_.RecordCount(onCounting);
-    totalKnown_ = true; // from now on the number of rows ends the load, since the query stands at its end
+    static_cast<void>(CountRowsUnless([this](qint64 rows) {
+        if (onCounting) onCounting(rows);
+        return true;
+    }));
     return totalRows_;
+}
+
+bool DataPaging::CountRowsUnless(const PageQuery::Walked& walked) {
+    if (pagingComplete_ || totalKnown_ || !pageQuery_.isOpen()) return true;
+    const std::optional<qint64> rows = pageQuery_.RecordCount(walked);
+    if (!rows) return false;
+    totalRows_ = *rows;
+    totalKnown_ = true; // from now on the number of rows ends the load, since the query stands at its end
+    return true;
+}
+
+std::vector<GridRow> DataPaging::ReadRows(qint64 first, int count) {
+    return builder_.CreateDataPage(pageQuery_.GetRows(first, count));
 }
 
 void DataPaging::FinishAtOnce() {

@@ -26,8 +26,9 @@ class DataPaging final {
 
     /// Called with True when ticks are wanted from now on, with False when not.
     std::function<void(bool)> onTimer;
-    /// Told how many rows have been passed while they are counted, which may take seconds. Must not let events through.
-    PageQuery::Walked onCounting;
+    /// Told how many rows have been passed while CountRows counts them, which may take seconds. Must not let events
+    /// through.
+    std::function<void(qint64)> onCounting;
 
     /// Resets the paging state and opens the statement. False when it failed or gives no rows (message "031" then).
     bool StartPaging(const QString& sql);
@@ -50,6 +51,12 @@ class DataPaging final {
     void AppendRows(const std::vector<qint64>& rowNIds);
     /// Number of rows of the query, counted now when it isn't known.
     qint64 CountRows();
+    /// The same, with `walked` told how far it is; events may be let through there. False when it has stopped the
+    /// count.
+    [[nodiscard]] bool CountRowsUnless(const PageQuery::Walked& walked);
+    /// Rows of the query (from 0) with their texts, whether or not they stand in the grid; fewer at the end, and when
+    /// they can't be read.
+    [[nodiscard]] std::vector<GridRow> ReadRows(qint64 first, int count);
     /// The RowNId of a row of the query (from 0) that has been delivered or counted; nothing for a row without a value.
     [[nodiscard]] std::optional<qint64> RowNIdOf(qint64 row) const { return pageQuery_.RowNIdOf(row); }
     /// CellKey of a row of the query that is a cell without a row in Data; nothing for others.

@@ -55,11 +55,15 @@ class GridModel final : public QAbstractTableModel {
     [[nodiscard]] int RemovedRows() const { return static_cast<int>(removed_.size()); }
     [[nodiscard]] const std::vector<qint32>& RemovedQueryRows() const { return removed_; }
     [[nodiscard]] int QueryRows() const { return ValueRows() + RemovedRows(); }
-    /// Row of the query (from 0) that a grid row shows.
+    /// Text of a footnote in the language; empty for one that isn't there.
+    [[nodiscard]] QString FootnoteText(qint64 footNId) const;
+    /// Row of the query (from 0) that a grid row shows, or will show when the load has come so far.
     [[nodiscard]] qint64 QueryRowOf(int row) const;
     /// The row that stands in a grid row (from 0), made when it isn't held; nullptr for the spare one and beyond.
     [[nodiscard]] const GridRow* RowAt(int row) const;
 
+    /// After a sort in the grid its rows don't follow the query any more.
+    [[nodiscard]] bool IsSortedInGrid() const { return !order_.empty(); }
     /// Sorts the rows by a column (from 1), texts ignoring case; equal rows keep their order.
     void SortInGrid(int column, bool ascending);
 
@@ -87,7 +91,6 @@ class GridModel final : public QAbstractTableModel {
     void FetchBlock(Block& block, qint64 queryRow) const;
     [[nodiscard]] QVariant TextOf(const GridRow& row, int column) const;
     [[nodiscard]] QVariant ToolTipOf(const GridRow& row, int column) const;
-    [[nodiscard]] QString FootnoteText(qint64 footNId) const;
 
     Fetch fetch_;
     int maxRows_ = 0;

@@ -66,6 +66,11 @@ QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
     return Joined() + QStringLiteral(" WHERE IUS.Deleted = False") + rowFilter + orderBy;
 }
 
+bool AnyFootnotes(const QString& rowFilter) {
+    const QString noted = QStringLiteral(" AND D.FootnoteNId <> 0");
+    return !Select(RequeryStatement(rowFilter + noted, {}), jet::CursorType::ForwardOnly).atEnd();
+}
+
 QString RestoreStatement(const QString& rowNIds) {
     return QLatin1String(kRestore) + rowNIds + QStringLiteral(")));");
 }

@@ -44,6 +44,8 @@ struct GridColumn {
 [[nodiscard]] QString IdentifierStatement();
 /// The same for every later requery: only pairs that are not taken out, then the row filter, then the order.
 [[nodiscard]] QString RequeryStatement(const QString& rowFilter, const QString& orderBy);
+/// True when a value in view, under a row filter, has a footnote.
+[[nodiscard]] bool AnyFootnotes(const QString& rowFilter);
 /// Rows of Data by their numbers with the texts that the grid shows, as far as they are selected; RowNId is field
 /// RestoredRowNId.
 [[nodiscard]] QString RestoreStatement(const QString& rowNIds);

@@ -216,18 +216,19 @@ void PageQuery::Append(const std::vector<qint64>& rowNIds) {
     }
 }
 
-qint64 PageQuery::RecordCount(const Walked& walked) {
+std::optional<qint64> PageQuery::RecordCount(const Walked& walked) {
     ErrorTrap trap("RecordCount");
+    bool stopped = false;
     const bool done = trap.Try([&] {
         qint64 report = RowsPassed() + kWalkReport;
-        while (Pass(kWalkReport) > 0 || Step(nullptr)) {
+        while (!stopped && (Pass(kWalkReport) > 0 || Step(nullptr))) {
             if (!walked || RowsPassed() < report) continue;
-            walked(RowsPassed());
+            stopped = !walked(RowsPassed());
             report = RowsPassed() + kWalkReport;
         }
     });
     if (!done) GiveUp();
-    return RowsPassed();
+    return stopped ? std::nullopt : std::optional(RowsPassed());
 }
 
 } // namespace tessaro

@@ -31,8 +31,8 @@ struct IdentifierRow {
 /// numbers.
 class PageQuery final {
   public:
-    /// Told now and then how many rows a long walk has passed.
-    using Walked = std::function<void(qint64)>;
+    /// Told now and then how many rows a long walk has passed; False stops the walk there.
+    using Walked = std::function<bool(qint64)>;
 
     /// Opens the statement on Connection; an open one is closed first. False when it failed (reported) or has no rows.
     [[nodiscard]] bool Open(const QString& sql);
@@ -44,8 +44,8 @@ class PageQuery final {
     /// The rows from `first` (counted from 0) on, at most `count`; fewer at the end. Rows not reached yet are walked
     /// to.
     [[nodiscard]] std::vector<IdentifierRow> GetRows(qint64 first, int count);
-    /// Walks to the end and gives the number of rows.
-    qint64 RecordCount(const Walked& walked = {});
+    /// Walks to the end and gives the number of rows; nothing when `walked` has stopped it.
+    std::optional<qint64> RecordCount(const Walked& walked = {});
     /// Rows passed so far, which GetRows can give without walking on.
     [[nodiscard]] qint64 RowsPassed() const { return static_cast<qint64>(passed_.size()); }
 

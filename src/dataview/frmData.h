@@ -22,6 +22,7 @@ class ActionPanel;
 class DataPanel;
 class DataTable;
 class SortPanel;
+enum class ExportStopped;
 class TakeOutPanel;
 
 /// Stage 3: one row per value inside the selection, in a grid that fills page by page while it can be read already.
@@ -63,7 +64,8 @@ class frmData final : public StageScreen {
     [[nodiscard]] const DataFilters& Filters() const { return filters_; }
     /// The filters of the view and the cells removed from it, for a favourite.
     [[nodiscard]] RowsInView ShownRows() const;
-    /// Writes what stands in the grid by the kind of the name: .htm, .txt or .xls. False after the message.
+    /// Writes all rows of the view by the kind of the name: .htm, .txt or .xls, with progress and a way to stop it.
+    /// False after the message, or when the user stopped it; the old file stands then.
     bool SaveDataView(const QString& file);
     /// Asks for the row filters.
     void cmdFilters_Click();
@@ -101,7 +103,9 @@ class frmData final : public StageScreen {
     // Options (frmDataOptions.cpp)
     void MakePanels();
     /// Writes the file by its ending; the number of sheets (1 for text and page), 0 when it can't be written.
-    int WriteDataView(const QString& file);
+    /// Throws what ends it early.
+    int WriteDataView(const QString& file, const char* textKey);
+    static void TellStopped(ExportStopped reason);
     bool NeedsRows();
     bool MayLeaveOption();
     /// True when what stands in the grid may be saved or printed; an order that waits in its panel is applied before.

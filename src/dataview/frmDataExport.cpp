@@ -2,6 +2,9 @@
 #include "controls/FileDialogs.h"
 #include "controls/OfficeErrors.h"
 #include "dataview/DataExport.h"
+#include "dataview/GridQuery.h"
+#include "dataview/RowReader.h"
+#include "dataview/WorkProgress.h"
 #include "dataview/frmData.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
@@ -42,21 +45,39 @@ void frmData::SaveAs() {
     if (!file.isEmpty()) SaveDataView(file);
 }
 
-int frmData::WriteDataView(const QString& file) {
-    const QString kind = QFileInfo(file).suffix().toLower();
-    const ExportRows rows{model_.ValueRows(), [this](int row) { return model_.RowAt(row); }};
-    // The load goes on afterwards; while the spreadsheet works, its timer must not change the grid.
+// What leaves the view are all its rows, however many of them the grid has loaded. The load goes on afterwards from
+// where it is; meanwhile its timer must not change the grid.
+int frmData::WriteDataView(const QString& file, const char* textKey) {
     paging_.PauseTimer();
     const auto resume = qScopeGuard([this] { paging_.ResumeTimer(); });
+    WorkProgress progress(PlainText(QLatin1String(textKey)), this);
+    if (!paging_.CountRowsUnless([&](qint64 rows) { return progress.Show(rows, 0); })) throw ExportStopped::ByUser;
+    RowReader reader(model_, paging_);
+    ExportRows rows{reader.Count(), [&](int row) {
+                        if (!progress.Show(row, reader.Count())) throw ExportStopped::ByUser;
+                        const GridRow* values = reader.At(row);
+                        if (values == nullptr) throw ExportStopped::Unreadable;
+                        return values;
+                    }};
+    if (ShowFootnotes && AnyFootnotes(filters_.MissingDataOn ? QString() : RowFilter))
+        rows.footnoteOf = [this](const GridRow& row) { return model_.FootnoteText(row.footNId); };
+    const QString kind = QFileInfo(file).suffix().toLower();
     if (kind == QLatin1String("xls")) return SaveDataViewXls(file, rows);
     const bool saved = kind == QLatin1String("txt") ? SaveDataViewTxt(file, rows) : SaveDataViewHtm(file, rows);
     return saved ? 1 : 0;
+}
+
+/// Why an export ended early, in the user's words.
+void frmData::TellStopped(ExportStopped reason) {
+    if (reason == ExportStopped::ByUser) return TheFrame().SetStatusText(GetText(QStringLiteral("TS_ExportCancelled")));
+    ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, 102, {}, false);
 }
 
 bool frmData::SaveDataView(const QString& file) {
     ErrorTrap trap("SaveDataView");
     int sheets = 0;
     std::optional<office::Error> failure;
+    std::optional<ExportStopped> stopped;
     {
         const WaitPointer wait;
         TheFrame().SetStatusText(GetText(QStringLiteral("TS_Exporting")));
@@ -67,13 +88,17 @@ bool frmData::SaveDataView(const QString& file) {
         });
         trap.Try([&] {
             try {
-                sheets = WriteDataView(file);
+                sheets = WriteDataView(file, "TS_Exporting");
             } catch (const office::Error& error) {
                 failure = error;
+            } catch (ExportStopped reason) {
+                stopped = reason;
             }
         });
     }
-    if (failure) {
+    if (stopped) {
+        TellStopped(*stopped);
+    } else if (failure) {
         ShowOfficeError(*failure, "SaveDataViewXls");
     } else if (sheets == 0) {
         LogNote(QLatin1String("SaveDataView: can't write ") + file);
@@ -90,11 +115,18 @@ bool frmData::SaveDataView(const QString& file) {
 
 void frmData::Print() {
     if (!MayGiveAway()) return;
-    ShowMadeWorkbook("PrintDataView", [this] {
-        const QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("DataView Print"))});
-        WriteDataView(file);
+    std::optional<ExportStopped> stopped;
+    ShowMadeWorkbook("PrintDataView", [&] {
+        QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("DataView Print"))});
+        try {
+            WriteDataView(file, "TS_PreparingPages");
+        } catch (ExportStopped reason) {
+            stopped = reason;
+            file.clear();
+        }
         return file;
     });
+    if (stopped) TellStopped(*stopped);
 }
 
 } // namespace tessaro

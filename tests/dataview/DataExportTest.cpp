@@ -13,6 +13,9 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QXmlStreamReader>
 
 #include <optional>
 
@@ -125,6 +128,58 @@ TEST_F(DataExportTest, ATextHasOneLineARow) {
     EXPECT_EQ(QString::fromUtf8(lines[0]).split(u'\t'), Heads());
     EXPECT_EQ(lines[1], QByteArray("2001\t00123\tA <b>&amp; \"'x\"\tBirths\t1234.50\tNumber\tTotal\tCensus"));
     EXPECT_EQ(lines[3], QByteArray("2001\tB C\ttwo lines\tBirths\t\tNumber\tTotal\tCensus"));
+}
+
+TEST_F(DataExportTest, TextsThatSpreadsheetsWouldTakeForFormulasAreMarked) {
+    for (const char* formula : {"=1+1", " =1+1", "\t=1+1", "\r=1", "@SUM(1,1)", "+A1", "-A1", "-1+1", "\"=1+1\"",
+                                "\u00A0=1", "\u200B=1", "\uFF1D1+1", "=cmd|'/c calc'!A1", "\tx"})
+        EXPECT_EQ(WithoutFormula(QString::fromUtf8(formula)), QLatin1Char('\'') + QString::fromUtf8(formula));
+    for (const char* plain : {"", " ", "-12.5", "+5", " -1e3 ", "a=b", "0-14", "'=1", "\"quoted\" name", "<b>=1</b>"})
+        EXPECT_EQ(WithoutFormula(QString::fromUtf8(plain)), QString::fromUtf8(plain));
+}
+
+/// Cells of a file as the spreadsheet program opens it: each as its kind ("float", "string", "formula") and its text.
+QStringList OpenedBySpreadsheet(const QString& file, const QString& reader, const QString& folder) {
+    QProcess program;
+    program.start(QStringLiteral("soffice"),
+                  {QStringLiteral("-env:UserInstallation=file://") + folder + QStringLiteral("/profile"),
+                   QStringLiteral("--headless"), QStringLiteral("--infilter=") + reader, QStringLiteral("--convert-to"),
+                   QStringLiteral("fods:OpenDocument Spreadsheet Flat XML"), QStringLiteral("--outdir"), folder, file});
+    EXPECT_TRUE(program.waitForFinished(120000));
+    const QString made = QString(file).replace(QFileInfo(file).suffix(), QStringLiteral("fods"));
+    QXmlStreamReader xml(ReadWholeFile(made).value_or(QByteArray()));
+    QStringList cells;
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("table-cell")) {
+            const QXmlStreamAttributes about = xml.attributes();
+            const bool formula = !about.value(QLatin1String("table:formula")).isEmpty();
+            cells << (formula ? QStringLiteral("formula") : about.value(QLatin1String("office:value-type")).toString());
+        } else if (xml.isCharacters() && !xml.isWhitespace() && !cells.isEmpty()) {
+            cells.last() += QLatin1Char(' ') + xml.text().toString().simplified();
+        }
+    }
+    return cells;
+}
+
+TEST_F(DataExportTest, OpenedInASpreadsheetTextsStayTextsAndNumbersNumbers) {
+    SysNumFormat = false;
+    rows = {Row(QStringLiteral("=DDE(\"soffice\";\"x\";\"a1\")"), QStringLiteral("=cmd|'/c calc'!A1"),
+                QStringLiteral("-12.5")),
+            Row(QStringLiteral(" =WEBSERVICE(\"http://localhost\")"), QStringLiteral("\"=1+1\""), QStringLiteral("+5")),
+            Row(QStringLiteral("=1+1"), QStringLiteral("\"not closed"), QStringLiteral("=2+2"))};
+    ASSERT_TRUE(SaveDataViewHtm(File("view.htm"), All()));
+    ASSERT_TRUE(SaveDataViewTxt(File("view.txt"), All()));
+    for (const auto& [name, reader] :
+         {std::pair{"view.htm", "HTML (StarCalc)"}, std::pair{"view.txt", "Text - txt - csv (StarCalc):9,34,76,1"}}) {
+        const QStringList cells = OpenedBySpreadsheet(File(name), QLatin1String(reader), Folder());
+        EXPECT_GE(cells.size(), 4 * VisibleCols) << name;
+        EXPECT_TRUE(cells.filter(QRegularExpression(QStringLiteral("^formula"))).isEmpty())
+            << name << ": " << cells.join(u'|').toStdString();
+        EXPECT_TRUE(cells.contains(QLatin1String("float -12.5"))) << name;
+        EXPECT_TRUE(cells.contains(QLatin1String("float 5"))) << name;
+        EXPECT_TRUE(cells.contains(QLatin1String("string '=1+1"))) << name << ": " << cells.join(u'|').toStdString();
+        EXPECT_TRUE(cells.contains(QLatin1String("string '=2+2"))) << name << ": a value that is no number";
+    }
 }
 
 TEST_F(DataExportTest, AWorkbookHasNumbersTextsAndLooks) {

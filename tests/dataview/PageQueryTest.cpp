@@ -54,7 +54,11 @@ TEST_F(PageQueryTest, GivesPagesFromAnywhereWithAllIdentifiers) {
     FillData(3, 10, 4);
     ASSERT_TRUE(query.Open(IdentifierStatement()));
     qint64 reported = 0;
-    EXPECT_EQ(query.RecordCount([&](qint64 rows) { reported = rows; }), 120);
+    EXPECT_EQ(query.RecordCount([&](qint64 rows) {
+        reported = rows;
+        return true;
+    }),
+              120);
     EXPECT_EQ(reported, 0) << "a short walk is not worth a report";
     EXPECT_EQ(Numbers(query.GetRows(70, 50)), From(71, 120));
     EXPECT_EQ(Numbers(query.GetRows(0, 2)), From(1, 2));

@@ -3,6 +3,7 @@
 #include "controls/KeyedList.h"
 #include "dataview/DataScreen.h"
 #include "dataview/GridQuery.h"
+#include "dataview/WorkProgress.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
@@ -15,6 +16,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QListWidget>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
 #include <QToolButton>
@@ -39,7 +41,10 @@ class OfferingFrame final : public FakeFrame {
 
 class frmDataExportTest : public DataScreenTest {
   protected:
-    frmDataExportTest() { SetFrame(&offering); }
+    frmDataExportTest() {
+        SetFrame(&offering);
+        AppPath = Folder();
+    }
 
     [[nodiscard]] QList<QByteArray> SavedLines() {
         const QString file = JoinPath({Folder(), QStringLiteral("DataView.txt")});
@@ -48,23 +53,100 @@ class frmDataExportTest : public DataScreenTest {
         if (!lines.isEmpty()) lines.removeLast();
         return lines;
     }
+    /// The spreadsheet program and the template that what is printed is made of.
+    static void PrepareToPrint() {
+        UseSpreadsheet();
+        TempFolder = JoinPath({AppPath, QStringLiteral("Temp")});
+        const QString templates = JoinPath({AppPath, QStringLiteral("Bin/Template")});
+        ASSERT_TRUE(QDir().mkpath(TempFolder) && QDir().mkpath(templates));
+        ASSERT_TRUE(CopyFileOver(QStringLiteral(TESSARO_INSTALLATION "/Bin/Template/TemplateExcel.xls"),
+                                 templates + QStringLiteral("/TemplateExcel.xls")));
+    }
     QListWidget& List(const char* name) { return *form.findChild<QListWidget*>(QLatin1String(name)); }
     DataTable& Stats() { return *form.findChild<DataTable*>(QStringLiteral("DataStats")); }
 
     OfferingFrame offering;
 };
 
-TEST_F(frmDataExportTest, SavesTheRowsThatStandInTheGridAndTheLoadGoesOn) {
+TEST_F(frmDataExportTest, SavesAllRowsWhateverTheGridHasLoadedAndTheLoadGoesOn) {
     FillData(3, 20, 4);
     Show();
-    EXPECT_EQ(SavedLines().size(), 51) << "the first page and the header";
+    auto& grid = *form.findChild<DataTable*>(QStringLiteral("DataGrid"));
+    grid.selectRow(7);
+    form.RemoveRowsFromDataGrid();
+    const QList<QByteArray> early = SavedLines();
+    EXPECT_EQ(early.size(), 240) << "all but the row taken out, and the header";
+    EXPECT_EQ(form.grid().ValueRows(), 49) << "the grid is where it was";
     EXPECT_TRUE(form.paging().isRunning());
     WaitForAll();
+    EXPECT_EQ(SavedLines(), early);
+    form.RestoreDeletedRows();
     EXPECT_EQ(SavedLines().size(), 241);
     EXPECT_FALSE(form.paging().isRunning());
     EXPECT_EQ(offering.busy, 0);
     EXPECT_EQ(offering.calls.count(QStringLiteral("progress start")),
               offering.calls.count(QStringLiteral("progress end")));
+}
+
+/// Presses the button that stops a long piece of work as soon as its window stands.
+class StopsWork final : public QObject {
+  public:
+    StopsWork() { startTimer(1); }
+    void timerEvent(QTimerEvent*) override {
+        if (auto* window = qobject_cast<WorkProgress*>(QApplication::activeModalWidget())) {
+            ++stopped;
+            window->findChild<QPushButton*>()->click();
+        }
+    }
+    int stopped = 0;
+};
+
+TEST_F(frmDataExportTest, SavingAndPrintingCanBeStoppedAndLeaveEverythingAsItWas) {
+    PrepareToPrint();
+    FillData(100, 100, 12);
+    Show();
+    const QString file = JoinPath({Folder(), QStringLiteral("DataView.htm")});
+    ASSERT_TRUE(ReplaceFile(file, "old"));
+    StopsWork user;
+    EXPECT_FALSE(form.SaveDataView(file));
+    ASSERT_EQ(user.stopped, 1) << "the work was too quick for this machine";
+    EXPECT_EQ(ReadWholeFile(file).value_or(QByteArray()), QByteArray("old"));
+    EXPECT_EQ(QDir(Folder()).entryList({QStringLiteral("DataView*")}).size(), 1) << "and no half file beside it";
+    form.Print();
+    EXPECT_EQ(user.stopped, 2);
+    EXPECT_TRUE(offering.started.isEmpty()) << "nothing to print is shown";
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_LT(form.grid().ValueRows(), 1000);
+    EXPECT_TRUE(form.paging().isRunning());
+    EXPECT_EQ(offering.busy, 0);
+}
+
+TEST_F(frmDataExportTest, RowsThatCanNoLongerBeReadAreToldInsteadOfSavedBlank) {
+    FillData(2, 60, 2);
+    Show();
+    Run(QStringLiteral("DROP TABLE Data"));
+    const QString file = JoinPath({Folder(), QStringLiteral("DataView.txt")});
+    EXPECT_FALSE(form.SaveDataView(file));
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_FALSE(FileExists(file));
+}
+
+TEST_F(frmDataExportTest, FootnotesGoAlongAlsoThoseOfMissingValues) {
+    FillData(1, 2, 1);
+    Run(QStringLiteral("UPDATE Data SET Datavalue = Null, FootnoteNId = 7 WHERE IUSNId = 2"));
+    ShowFootnotes = true;
+    ShowAll();
+    auto& grid = *form.findChild<DataTable*>(QStringLiteral("DataGrid"));
+    const QModelIndex missing = grid.model()->index(1, ColDatavalue - 1);
+    EXPECT_TRUE(missing.data(GridModel::FootnoteRole).toBool());
+    EXPECT_EQ(missing.data(Qt::ToolTipRole).toString(), QStringLiteral("Provisional"));
+    const QList<QByteArray> lines = SavedLines();
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_EQ(lines[0].count('\t'), VisibleCols);
+    EXPECT_EQ(lines[1], QByteArray("2001\tA0001\tArea 1\tIndicator 1\t101\tPer cent\tTotal\tCensus\t"));
+    EXPECT_EQ(lines[2], QByteArray("2001\tA0001\tArea 1\tIndicator 2\t\tPer cent\tTotal\tCensus\tProvisional"));
+    ShowFootnotes = false;
+    EXPECT_EQ(SavedLines()[0].count('\t'), VisibleCols - 1);
 }
 
 TEST_F(frmDataExportTest, AnOrderThatWaitsInItsPanelIsSavedToo) {
@@ -89,13 +171,7 @@ TEST_F(frmDataExportTest, AnOrderThatWaitsInItsPanelIsSavedToo) {
 }
 
 TEST_F(frmDataExportTest, PopupsOfThePanelsPrintAndInform) {
-    UseSpreadsheet();
-    TempFolder = Folder() + QStringLiteral("/Temp");
-    ASSERT_TRUE(QDir().mkpath(TempFolder));
-    const QString templates = JoinPath({AppPath, QStringLiteral("Bin/Template")});
-    ASSERT_TRUE(QDir().mkpath(templates));
-    ASSERT_TRUE(CopyFileOver(QStringLiteral(TESSARO_INSTALLATION "/Bin/Template/TemplateExcel.xls"),
-                             templates + QStringLiteral("/TemplateExcel.xls")));
+    PrepareToPrint();
     FillData(1, 2, 1);
     Show();
     const auto trigger = [this](int option, const char* list, const char* entry) {

@@ -1,0 +1,24 @@
+#include "dataview/RowReader.h"
+
+#include <algorithm>
+
+namespace tessaro {
+
+RowReader::RowReader(const GridModel& grid, DataPaging& paging)
+    : grid_(grid), paging_(paging), count_(static_cast<int>(paging.TotalRows()) - grid.RemovedRows()) {}
+
+const GridRow* RowReader::At(int row) {
+    // After a sort in the grid its rows lie anywhere in the query; there are few then, and the grid holds them.
+    if (grid_.IsSortedInGrid()) return grid_.RowAt(row);
+    const qint64 wanted = grid_.QueryRowOf(row);
+    if (wanted < first_ || wanted >= first_ + static_cast<qint64>(piece_.size())) {
+        first_ = wanted;
+        piece_ = paging_.ReadRows(first_, static_cast<int>(std::min<qint64>(kPiece, paging_.TotalRows() - first_)));
+        if (piece_.empty()) return nullptr;
+    }
+    // A row that can't be read again comes blank, without the number that it had.
+    const GridRow& found = piece_[static_cast<std::size_t>(wanted - first_)];
+    return found.hasRowNId == paging_.RowNIdOf(wanted).has_value() ? &found : nullptr;
+}
+
+} // namespace tessaro

@@ -1,0 +1,65 @@
+#include "dataview/WorkProgress.h"
+
+#include "controls/Captions.h"
+#include "session/Frame.h"
+#include "session/Strings.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kFirstShown = 400; ///< milliseconds
+constexpr int kLookEvery = 40;
+constexpr int kSteps = 1000;
+constexpr int kWidth = 360;
+
+} // namespace
+
+WorkProgress::WorkProgress(const QString& text, QWidget* parent) : QProgressDialog(parent), text_(text) {
+    setObjectName(QStringLiteral("WorkProgress"));
+    setWindowModality(Qt::ApplicationModal);
+    setWindowTitle(PlainText(QStringLiteral("TS_OptionView")));
+    auto* label = new QLabel(text, this);
+    label->setTextFormat(Qt::PlainText);
+    setLabel(label);
+    setCancelButton(new QPushButton(PlainText(QStringLiteral("CANCEL BUTTON")), this));
+    setMinimumDuration(std::numeric_limits<int>::max()); // Show decides, by the time alone
+    setAutoReset(false);
+    setAutoClose(false);
+    setMinimumWidth(kWidth);
+    SetFormFonts(this);
+    reset();
+    clock_.start();
+}
+
+WorkProgress::~WorkProgress() {
+    if (released_) TheFrame().SetBusy(true);
+}
+
+bool WorkProgress::Show(qint64 done, qint64 total) {
+    if (wasCanceled()) return false;
+    if (clock_.elapsed() < nextLook_) return true;
+    nextLook_ = clock_.elapsed() + kLookEvery;
+    if (total > 0) TheFrame().SetProgress(static_cast<int>(100 * done / total));
+    if (!isVisible() && clock_.elapsed() < kFirstShown) return true;
+    const QLocale locale = QLocale::system();
+    setMaximum(total > 0 ? kSteps : 0);
+    setValue(total > 0 ? static_cast<int>(kSteps * done / total) : 0);
+    QString rows = GetText(total > 0 ? QStringLiteral("TS_RowsDone") : QStringLiteral("TS_FilterCounting"));
+    rows.replace(QLatin1String("%1"), locale.toString(done)).replace(QLatin1String("%2"), locale.toString(total));
+    setLabelText(text_ + QLatin1Char('\n') + rows);
+    if (!isVisible()) {
+        released_ = true;
+        TheFrame().SetBusy(false);
+        show();
+    }
+    QApplication::processEvents();
+    return !wasCanceled();
+}
+
+} // namespace tessaro

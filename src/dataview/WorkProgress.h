@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QProgressDialog>
+
+namespace tessaro {
+
+/// A window over a long piece of work: how far it is, and a button that stops it. It shows itself when the work takes
+/// longer than a moment; while it stands, nothing else of the program takes input.
+class WorkProgress final : public QProgressDialog {
+    Q_OBJECT
+
+  public:
+    WorkProgress(const QString& text, QWidget* parent);
+    ~WorkProgress() override;
+
+    /// Shows that `done` of `total` rows are done (of a number not known yet when it is 0) and lets events through.
+    /// False when the user has stopped the work.
+    [[nodiscard]] bool Show(qint64 done, qint64 total);
+
+  private:
+    QString text_;
+    QElapsedTimer clock_;
+    qint64 nextLook_ = 0;   ///< milliseconds; a look at the events for each row would cost more than the row
+    bool released_ = false; ///< the wait pointer is away while there is a button to press
+};
+
+} // namespace tessaro
