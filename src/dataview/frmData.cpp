@@ -10,9 +10,9 @@
 #include "dataview/GridQuery.h"
 #include "dataview/SortPanel.h"
 #include "dataview/TakeOutPanel.h"
-#include "selection/Details.h"
-#include "selection/frmInformationSheet.h"
-#include "selection/frmShowDetails.h"
+#include "metadata/Details.h"
+#include "metadata/frmInformationSheet.h"
+#include "metadata/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Query.h"
@@ -239,9 +239,9 @@ void frmData::ViewDetails() {
     if (!row) return;
     frmShowDetails form(this);
     if (cell.column() + 1 == ColAreaID || cell.column() + 1 == ColAreaName)
-        form.ShowAreaDetails(selection::AreaChain(row->areaId));
+        form.ShowAreaDetails(row->areaId);
     else
-        form.DisplayINDDetails(selection::DetailsOfIndicator(row->indicatorGId));
+        form.DisplayINDDetails(metadata::DetailsOfIndicator(row->indicatorGId));
     form.exec();
 }
 

@@ -8,7 +8,7 @@
 #include "dataview/TakeOutPanel.h"
 #include "dataview/frmData.h"
 #include "dataview/frmDataFilters.h"
-#include "selection/frmInformationSheet.h"
+#include "metadata/frmInformationSheet.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/KeyedItem.h"
+#include "database/AreaIds.h"
 
 #include <QSet>
 #include <QString>
@@ -12,7 +13,7 @@
 namespace tessaro::selection {
 
 constexpr const char* AreaRootKey = "___";
-constexpr int CharactersPerLevel = 3; ///< of an AreaID
+using schema::CharactersPerLevel;
 
 /// An area as the lists show it and as the tree needs it.
 struct AreaRow {

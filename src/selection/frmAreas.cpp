@@ -4,13 +4,12 @@
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
 #include "selection/CrossFilters.h"
-#include "selection/Details.h"
 #include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
 #include "selection/Search.h"
 #include "selection/frmAutoSelect.h"
 #include "selection/frmSearch.h"
-#include "selection/frmShowDetails.h"
+#include "metadata/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Query.h"
@@ -282,7 +281,7 @@ void frmAreas::ShowAreaDetails() {
     const std::vector<KeyedItem> items = lstSelected1().HighlightedItems();
     if (items.empty()) return;
     frmShowDetails form(this);
-    form.ShowAreaDetails(selection::AreaChain(items.front().cells.value(1)));
+    form.ShowAreaDetails(items.front().cells.value(1));
     form.exec();
 }
 

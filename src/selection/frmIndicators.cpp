@@ -3,15 +3,15 @@
 #include "controls/Captions.h"
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
-#include "selection/Details.h"
+#include "metadata/Details.h"
 #include "selection/IndicatorSelection.h"
 #include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
 #include "selection/Search.h"
 #include "selection/frmAutoSelect.h"
-#include "selection/frmInformationSheet.h"
+#include "metadata/frmInformationSheet.h"
 #include "selection/frmSearch.h"
-#include "selection/frmShowDetails.h"
+#include "metadata/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Session.h"
@@ -325,7 +325,8 @@ void frmIndicators::SeacrhIndStrings(const QString& text) {
 void frmIndicators::DisplayINDDetails() {
     ErrorTrap trap("DisplayINDDetails");
     frmShowDetails form(this);
-    form.DisplayINDDetails(selection::DetailsOfIndicators(lstSelected().HighlightedItems()));
+    form.DisplayINDDetails(metadata::DetailsOfIndicators(selection::IdList(lstSelected().HighlightedItems()),
+                                                         selection::ByCombination()));
     form.exec();
 }
 

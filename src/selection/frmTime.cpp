@@ -3,12 +3,12 @@
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "selection/CrossFilters.h"
-#include "selection/Details.h"
+#include "metadata/Details.h"
 #include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
 #include "selection/TimeSelection.h"
 #include "selection/frmAutoSelect.h"
-#include "selection/frmShowDetails.h"
+#include "metadata/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Session.h"
@@ -89,7 +89,7 @@ void frmTime::ShowPeriodDetails() {
     const std::vector<KeyedItem> items = lstSelected().HighlightedItems();
     if (items.empty()) return;
     frmShowDetails form(this);
-    form.ShowPeriodDetails(items.front().cells.value(0), selection::DataRowsOfPeriod(items.front().key));
+    form.ShowPeriodDetails(items.front().cells.value(0), metadata::DataRowsOfPeriod(IdOfKey(items.front().key)));
     form.exec();
 }
 

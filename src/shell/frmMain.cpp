@@ -5,7 +5,7 @@
 #include "controls/StageScreen.h"
 #include "platform/SingleInstance.h"
 #include "presentation/frmPrint.h"
-#include "selection/frmInformationSheets.h"
+#include "metadata/frmInformationSheets.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Session.h"

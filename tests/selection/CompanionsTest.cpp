@@ -3,8 +3,8 @@
 #include "selection/ScreenDriver.h"
 #include "selection/frmAreas.h"
 #include "selection/frmIndicators.h"
-#include "selection/frmInformationSheet.h"
-#include "selection/frmInformationSheets.h"
+#include "metadata/frmInformationSheet.h"
+#include "metadata/frmInformationSheets.h"
 #include "selection/frmTime.h"
 #include "session/Session.h"
 

@@ -1,6 +1,5 @@
-#include "selection/Information.h"
+#include "metadata/Information.h"
 
-#include "selection/Details.h"
 #include "selection/SelectionDatabase.h"
 #include "session/Session.h"
 
@@ -20,7 +19,7 @@ class InformationTest : public SelectionDatabaseTest {
         Run(QStringLiteral("UPDATE CF SET Info = 'Wanted' WHERE CFGId = '-C2'"));
     }
     static std::string Text(const char* id, const char* code, const char* form = "frmIndicators", bool gid = true) {
-        return selection::InformationOf(QString::fromUtf8(id), QLatin1String(code), QLatin1String(form), gid)
+        return metadata::InformationOf(QString::fromUtf8(id), QLatin1String(code), QLatin1String(form), gid)
             .value_or(QStringLiteral("(none)"))
             .toStdString();
     }
@@ -57,53 +56,13 @@ TEST_F(InformationTest, ListsOnlyWhatHasInformation) {
     } cases[] = {{"IND", "-I1", "Population"},        {"GOALS", "-G1a1", "Measure 1"}, {"CF", "-C2", "Demand"},
                  {"THEMES", "-T'1", "Women's lives"}, {"RIGHTS", "-V1a1", "Article"},  {"SOURCES", "-SR1", "Census"}};
     for (const auto& c : cases) {
-        const auto items = selection::InformationList(QLatin1String(c.code));
+        const auto items = metadata::InformationList(QLatin1String(c.code));
         ASSERT_EQ(items.size(), 1U) << c.code;
         EXPECT_EQ(items.front().gid, QString::fromUtf8(c.gid)) << c.code;
         EXPECT_EQ(items.front().name, QString::fromUtf8(c.name)) << c.code;
-        EXPECT_FALSE(selection::InformationText(QLatin1String(c.code), items.front().gid).isEmpty()) << c.code;
+        EXPECT_FALSE(metadata::InformationText(QLatin1String(c.code), items.front().gid).isEmpty()) << c.code;
     }
-    EXPECT_TRUE(selection::InformationList(QStringLiteral("AREA")).empty());
-}
-
-TEST_F(InformationTest, TellsWhereIndicatorsStand) {
-    Run(QStringLiteral("INSERT INTO Indicator_Sector (IndicatorGId, SectorLabel2GId) VALUES ('-I1', '-A1')"));
-    EXPECT_TRUE(selection::DetailsOfIndicators({}).empty());
-    const std::vector<KeyedItem> items{{QStringLiteral("I2"), {}, 0}, {QStringLiteral("I3"), {}, 0}};
-    const auto byCombination = selection::DetailsOfIndicators(items);
-    ASSERT_EQ(byCombination.size(), 2U);
-    EXPECT_EQ(byCombination[1].indicator, QStringLiteral("Population"));
-    QStringList places;
-    for (qsizetype i = 0; i < byCombination[1].sectors.size(); ++i)
-        places << byCombination[1].sectors[i] + QLatin1Char('/') + byCombination[1].classes[i];
-    places.sort();
-    EXPECT_EQ(places.join(QLatin1Char(' ')), QStringLiteral("Economy/Money Economy/People Society/People"));
-    const auto one = selection::DetailsOfIndicator(QStringLiteral("L3"));
-    ASSERT_EQ(one.size(), 1U) << "by its identifier, whatever the lists hold";
-    EXPECT_EQ(one[0].classes, QStringList{QStringLiteral("Water")});
-    EXPECT_TRUE(selection::DetailsOfIndicator(QStringLiteral("it's nowhere")).empty());
-    IndicatorSelectBy = 0;
-    const auto byIndicator = selection::DetailsOfIndicators({{QStringLiteral("IL3"), {}, 0}});
-    ASSERT_EQ(byIndicator.size(), 1U);
-    EXPECT_EQ(byIndicator[0].classes, QStringList{QStringLiteral("Water")});
-}
-
-TEST_F(InformationTest, TellsWhereAnAreaLies) {
-    const auto chain = [](const char* id) {
-        QStringList names;
-        for (const selection::AreaLine& area : selection::AreaChain(QString::fromUtf8(id)))
-            names << area.areaId + QLatin1Char('=') + area.name;
-        return names.join(QLatin1Char(' '));
-    };
-    Run(QStringLiteral("INSERT INTO Area (AreaNId, AreaGId, AreaID, AreaName, AreaLevel) VALUES (20, 'x', 'XASIND', "
-                       "'Elsewhere', 2)"));
-    EXPECT_EQ(chain(""), QString());
-    EXPECT_EQ(chain("ZZZ"), QString());
-    EXPECT_EQ(chain("ASI"), QStringLiteral("ASI=Asia"));
-    EXPECT_EQ(chain("ASIINDDEL"), QStringLiteral("ASI=Asia ASIIND=India ASIINDDEL=دلهي"));
-    EXPECT_EQ(chain("O'BABC"), QStringLiteral("O'B=Quoted land O'BABC=Quoted province"));
-    EXPECT_EQ(selection::DataRowsOfPeriod(QStringLiteral("T1")), 3);
-    EXPECT_EQ(selection::DataRowsOfPeriod(QStringLiteral("T4")), 0);
+    EXPECT_TRUE(metadata::InformationList(QStringLiteral("AREA")).empty());
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "selection/Details.h"
+#include "metadata/Details.h"
 
 #include <QDialog>
 
@@ -24,9 +24,9 @@ class frmShowDetails final : public QDialog {
     ~frmShowDetails() override;
 
     /// For each indicator its name, and side by side the lines of its sectors and classes.
-    void DisplayINDDetails(const std::vector<selection::IndicatorDetails>& details);
+    void DisplayINDDetails(const std::vector<metadata::IndicatorDetails>& details);
     /// The area and those above it, from the top down.
-    void ShowAreaDetails(const std::vector<selection::AreaLine>& chain);
+    void ShowAreaDetails(const QString& areaId);
     void ShowPeriodDetails(const QString& period, qint64 dataRows);
 
   protected:

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-namespace tessaro::selection {
+namespace tessaro::metadata {
 
 /// The statement that reads an item's information, by its code ("IND", "GOALS", "CF", "THEMES", "SOURCES", "RIGHTS");
 /// empty for an unknown code. `idIsGId`: an indicator's id is its GId and not the number of a combination.
@@ -25,4 +25,4 @@ struct InformationItem {
 /// The text of one item of such a list.
 [[nodiscard]] QString InformationText(const QString& code, const QString& gid);
 
-} // namespace tessaro::selection
+} // namespace tessaro::metadata

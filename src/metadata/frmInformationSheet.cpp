@@ -1,28 +1,26 @@
-#include "selection/frmInformationSheet.h"
+#include "metadata/frmInformationSheet.h"
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "metadata/Information.h"
+#include "metadata/SheetBrowser.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "selection/Information.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Session.h"
 
 #include <QFile>
 #include <QPushButton>
-#include <QTextBrowser>
 #include <QVBoxLayout>
 
 namespace tessaro {
 
-frmInformationSheet::frmInformationSheet(QWidget* parent) : QDialog(parent), txtInformation_(new QTextBrowser(this)) {
+frmInformationSheet::frmInformationSheet(QWidget* parent) : QDialog(parent), txtInformation_(new SheetBrowser(this)) {
     setObjectName(QStringLiteral("frmInformationSheet"));
     setWindowTitle(PlainText(QStringLiteral("Information")));
     resize(640, 440);
     txtInformation_->setObjectName(QStringLiteral("txtInformation"));
-    txtInformation_->setOpenExternalLinks(true);
-    txtInformation_->document()->setDocumentMargin(theme::Grid * 2);
     auto* cmdOK = new QPushButton(this);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
     cmdOK->setDefault(true);
@@ -37,10 +35,7 @@ frmInformationSheet::frmInformationSheet(QWidget* parent) : QDialog(parent), txt
 }
 
 void frmInformationSheet::SetText(const QString& text) {
-    if (Qt::mightBeRichText(text))
-        txtInformation_->setHtml(text);
-    else
-        txtInformation_->setPlainText(text);
+    txtInformation_->ShowSheet(text);
 }
 
 void ShowInformationInBROW(const QString& idValue, const QString& code, const QString& formName, bool idIsGId,
@@ -48,7 +43,7 @@ void ShowInformationInBROW(const QString& idValue, const QString& code, const QS
     ErrorTrap trap("ShowInformationInBROW");
     const QString file = JoinPath({TempFolder, QStringLiteral("Information.htm")});
     QFile::remove(file);
-    const auto text = selection::InformationOf(idValue, code, formName, idIsGId);
+    const auto text = metadata::InformationOf(idValue, code, formName, idIsGId);
     if (!text) {
         ShowMessage(QStringLiteral("035"));
         return;

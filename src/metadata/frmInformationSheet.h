@@ -2,9 +2,9 @@
 
 #include <QDialog>
 
-class QTextBrowser;
-
 namespace tessaro {
+
+class SheetBrowser;
 
 /// The information text of one item, plain or marked up.
 class frmInformationSheet final : public QDialog {
@@ -15,7 +15,7 @@ class frmInformationSheet final : public QDialog {
     void SetText(const QString& text);
 
   private:
-    QTextBrowser* txtInformation_;
+    SheetBrowser* txtInformation_;
 };
 
 /// Shows the information of an item, or says that there is none. `formName` is the calling screen.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "selection/Information.h"
+#include "metadata/Information.h"
 
 #include <QDialog>
 #include <QStringListModel>
@@ -29,7 +29,7 @@ class frmInformationSheets final : public QDialog {
 
     std::unique_ptr<Ui::frmInformationSheets> ui_;
     QString code_;
-    std::vector<selection::InformationItem> items_;
+    std::vector<metadata::InformationItem> items_;
     QStringListModel names_;
 };
 

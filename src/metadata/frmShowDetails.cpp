@@ -1,7 +1,8 @@
-#include "selection/frmShowDetails.h"
+#include "metadata/frmShowDetails.h"
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "database/AreaIds.h"
 #include "session/Strings.h"
 #include "ui_frmShowDetails.h"
 
@@ -37,7 +38,7 @@ QLabel* frmShowDetails::AddLabel(const char* name, const QString& text, int row,
     return label;
 }
 
-void frmShowDetails::DisplayINDDetails(const std::vector<selection::IndicatorDetails>& details) {
+void frmShowDetails::DisplayINDDetails(const std::vector<metadata::IndicatorDetails>& details) {
     ui_->frmArea->hide();
     ui_->frmIndicators->show();
     const QString sector = PlainText(QStringLiteral("Comm_Sector"));
@@ -45,7 +46,7 @@ void frmShowDetails::DisplayINDDetails(const std::vector<selection::IndicatorDet
     copied_ = {PlainText(QStringLiteral("Comm_Indicator")) + QLatin1Char('\t') + sector + QLatin1Char('\t') +
                className};
     int row = 0;
-    for (const selection::IndicatorDetails& indicator : details) {
+    for (const metadata::IndicatorDetails& indicator : details) {
         QLabel* name = AddLabel("lblIndicatorName", indicator.indicator, row++, 0, 2);
         QFont bold = name->font();
         bold.setBold(true);
@@ -74,17 +75,21 @@ void frmShowDetails::ShowLines(const QString& title, const QStringList& lines) {
     resize(440, 240);
 }
 
-void frmShowDetails::ShowAreaDetails(const std::vector<selection::AreaLine>& chain) {
+void frmShowDetails::ShowAreaDetails(const QString& areaId) {
     constexpr int BlanksPerLevel = 6;
+    constexpr int kShownOfLongId = 30;
     copied_.clear();
     QStringList lines;
     int level = 0;
-    for (const selection::AreaLine& area : chain) {
+    for (const metadata::AreaLine& area : metadata::AreaChain(areaId)) {
         lines << QString(level++ * BlanksPerLevel, QLatin1Char(' ')) + area.name + QStringLiteral("  (") + area.areaId +
                      QLatin1Char(')');
         copied_ << area.areaId + QLatin1Char('\t') + area.name;
     }
-    if (lines.isEmpty()) lines << GetText(QStringLiteral("Not found"));
+    if (areaId.size() > schema::AreaIdWidth)
+        lines << GetText(QStringLiteral("TS_AreaIdTooLong")).replace(QLatin1String("%1"), areaId.left(kShownOfLongId));
+    else if (lines.isEmpty())
+        lines << GetText(QStringLiteral("Not found"));
     ShowLines(PlainText(QStringLiteral("Comm_Area Name")), lines);
 }
 

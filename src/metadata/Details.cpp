@@ -1,10 +1,9 @@
-#include "selection/Details.h"
+#include "metadata/Details.h"
 
-#include "selection/AreaSelection.h"
-#include "selection/IndicatorSelection.h"
+#include "database/AreaIds.h"
 #include "session/Query.h"
 
-namespace tessaro::selection {
+namespace tessaro::metadata {
 
 namespace {
 
@@ -33,10 +32,10 @@ std::vector<IndicatorDetails> ReadDetails(const QString& from, const QString& wh
 
 } // namespace
 
-std::vector<IndicatorDetails> DetailsOfIndicators(const std::vector<KeyedItem>& items) {
-    if (items.empty()) return {};
-    const QString list = IdList(items) + QLatin1Char(')');
-    if (ByCombination())
+std::vector<IndicatorDetails> DetailsOfIndicators(const QString& idList, bool byCombination) {
+    if (idList.isEmpty()) return {};
+    const QString list = idList + QLatin1Char(')');
+    if (byCombination)
         return ReadDetails(QStringLiteral(" FROM (((Indicator_Unit_Subpop INNER JOIN [Indicator] ON "
                                           "Indicator_Unit_Subpop.IndicatorGId = [Indicator].IndicatorGId) "),
                            QStringLiteral(" WHERE Indicator_Unit_Subpop.IUSNId In (") + list);
@@ -51,11 +50,11 @@ std::vector<IndicatorDetails> DetailsOfIndicator(const QString& indicatorGId) {
 QString AreaDetailsSql(const QString& areaId) {
     const QString id = QuoteDoubled(areaId);
     QString terms;
-    for (int limit = CharactersPerLevel; limit < areaId.size(); limit += CharactersPerLevel) {
+    for (int limit = schema::CharactersPerLevel; limit < areaId.size(); limit += schema::CharactersPerLevel) {
         const QString length = QString::number(limit);
         terms += QStringLiteral(" or (") + QStringLiteral(" Len(AreaId) < ") +
-                 QString::number(limit + CharactersPerLevel) + QStringLiteral(" and instr(1,AreaId,mid('") + id +
-                 QStringLiteral("',1,") + length + QStringLiteral(")) > 0 ") + QStringLiteral(")");
+                 QString::number(limit + schema::CharactersPerLevel) + QStringLiteral(" and instr(1,AreaId,mid('") +
+                 id + QStringLiteral("',1,") + length + QStringLiteral(")) > 0 ") + QStringLiteral(")");
     }
     return QStringLiteral("SELECT AreaName, AreaID From Area WHERE AreaID = '") + id + QLatin1Char('\'') + terms +
            QStringLiteral(" ORDER BY AreaID");
@@ -63,6 +62,8 @@ QString AreaDetailsSql(const QString& areaId) {
 
 std::vector<AreaLine> AreaChain(const QString& areaId) {
     std::vector<AreaLine> chain;
+    // Each level's term holds the whole id.
+    if (areaId.size() > schema::AreaIdWidth) return chain;
     Records rows = Select(AreaDetailsSql(areaId));
     // The statement also finds areas that hold the beginning further inside; those above are beginnings.
     for (; !rows.atEnd(); rows.MoveNext())
@@ -71,9 +72,9 @@ std::vector<AreaLine> AreaChain(const QString& areaId) {
     return chain;
 }
 
-qint64 DataRowsOfPeriod(const QString& key) {
-    const Records rows = Select(QStringLiteral("SELECT Count(*) FROM Data WHERE TimePeriodNId = ") + IdOfKey(key));
+qint64 DataRowsOfPeriod(const QString& periodNId) {
+    const Records rows = Select(QStringLiteral("SELECT Count(*) FROM Data WHERE TimePeriodNId = ") + periodNId);
     return rows.atEnd() ? 0 : rows.Number(std::size_t{0});
 }
 
-} // namespace tessaro::selection
+} // namespace tessaro::metadata

@@ -1,8 +1,8 @@
-#include "selection/Information.h"
+#include "metadata/Information.h"
 
 #include "session/Query.h"
 
-namespace tessaro::selection {
+namespace tessaro::metadata {
 
 namespace {
 
@@ -76,7 +76,7 @@ std::vector<InformationItem> InformationList(const QString& code) {
     std::vector<InformationItem> items;
     const QString sql = InformationListSql(code);
     if (sql.isEmpty()) return items;
-    for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext())
+    for (Records rows = Select(sql, jet::CursorType::ForwardOnly); !rows.atEnd(); rows.MoveNext())
         if (IsWorthShowing(rows.Text("INFO"))) items.push_back({rows.Text("sGid"), rows.Text("LST")});
     return items;
 }
@@ -90,4 +90,4 @@ QString InformationText(const QString& code, const QString& gid) {
     return rows.atEnd() ? QString() : rows.Text(std::size_t{0});
 }
 
-} // namespace tessaro::selection
+} // namespace tessaro::metadata

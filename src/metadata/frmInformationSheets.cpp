@@ -1,8 +1,9 @@
-#include "selection/frmInformationSheets.h"
+#include "metadata/frmInformationSheets.h"
 
 #include "controls/Captions.h"
+#include "controls/KeyedItem.h"
 #include "controls/Printing.h"
-#include "controls/Theme.h"
+#include "metadata/SheetText.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Strings.h"
@@ -14,8 +15,9 @@ namespace tessaro {
 
 namespace {
 
-QString AsHtml(const QString& text) {
-    return Qt::mightBeRichText(text) ? text : Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+QString Heading(const QString& name) {
+    return (LanguageIsRightToLeft() ? QStringLiteral("<h3 align=\"right\">") : QStringLiteral("<h3>")) +
+           TipOf(name).toHtmlEscaped() + QStringLiteral("</h3>");
 }
 
 } // namespace
@@ -28,7 +30,6 @@ frmInformationSheets::frmInformationSheets(const QString& code, QWidget* parent)
     SetCaption(ui_->cmdOK, QStringLiteral("OK BUTTON"));
     SetFormFonts(this);
     ui_->spliter->setSizes({320, 600});
-    ui_->txtAllInfo->document()->setDocumentMargin(theme::Grid * 2);
     ui_->lstSource->setModel(&names_);
     ui_->lstSource->setAccessibleName(windowTitle());
     ui_->PB_Child->hide();
@@ -43,14 +44,14 @@ frmInformationSheets::~frmInformationSheets() = default;
 
 void frmInformationSheets::FillList() {
     const ErrorTrap trap("frmInformationSheets");
-    items_ = selection::InformationList(code_);
+    items_ = metadata::InformationList(code_);
     QStringList names;
-    for (const selection::InformationItem& item : items_)
+    for (const metadata::InformationItem& item : items_)
         names << item.name;
     names_.setStringList(names);
     ui_->cmdPrintAll->setEnabled(!items_.empty());
     if (items_.empty())
-        ui_->txtAllInfo->setPlainText(GetText(QStringLiteral("035")));
+        ui_->txtAllInfo->ShowSheet(GetText(QStringLiteral("035")));
     else
         ui_->lstSource->setCurrentIndex(names_.index(0));
 }
@@ -58,10 +59,10 @@ void frmInformationSheets::FillList() {
 void frmInformationSheets::ShowInfo(int row) {
     if (row < 0 || row >= static_cast<int>(items_.size())) return;
     const ErrorTrap trap("lstSource_Click");
-    const selection::InformationItem& item = items_[static_cast<std::size_t>(row)];
-    ui_->txtAllInfo->setHtml(
-        (LanguageIsRightToLeft() ? QStringLiteral("<h3 align=\"right\">") : QStringLiteral("<h3>")) +
-        item.name.toHtmlEscaped() + QStringLiteral("</h3>") + AsHtml(selection::InformationText(code_, item.gid)));
+    const metadata::InformationItem& item = items_[static_cast<std::size_t>(row)];
+    metadata::SheetBounds left;
+    ui_->txtAllInfo->ShowHtml(Heading(item.name) +
+                              metadata::SheetAsHtml(metadata::InformationText(code_, item.gid), left));
 }
 
 void frmInformationSheets::cmdPrintAll_Click() {
@@ -70,10 +71,11 @@ void frmInformationSheets::cmdPrintAll_Click() {
     ui_->PB_Child->setRange(0, static_cast<int>(items_.size()));
     ui_->PB_Child->show();
     QString pages;
+    metadata::SheetBounds left = metadata::AllSheetsBounds;
     int done = 0;
-    for (const selection::InformationItem& item : items_) {
-        pages += QStringLiteral("<h3>") + item.name.toHtmlEscaped() + QStringLiteral("</h3>") +
-                 AsHtml(selection::InformationText(code_, item.gid)) + QStringLiteral("<hr>");
+    for (const metadata::InformationItem& item : items_) {
+        pages += Heading(item.name) + metadata::SheetAsHtml(metadata::InformationText(code_, item.gid), left) +
+                 QStringLiteral("<hr>");
         ui_->PB_Child->setValue(++done);
         if (done % 20 == 0) ui_->PB_Child->repaint();
     }
@@ -81,7 +83,7 @@ void frmInformationSheets::cmdPrintAll_Click() {
         const QSignalBlocker quiet(ui_->lstSource->selectionModel());
         ui_->lstSource->setCurrentIndex({}); // all of them are on show; a click shows one again
     }
-    ui_->txtAllInfo->setHtml(pages);
+    ui_->txtAllInfo->ShowHtml(pages);
     ui_->StatusBar1->setText(QLocale().toString(items_.size()));
     ui_->PB_Child->hide();
     TheFrame().SetBusy(false);

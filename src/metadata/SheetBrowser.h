@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QTextBrowser>
+
+namespace tessaro {
+
+/// Shows sheets of information from a database. Nothing is loaded from outside the sheet: pictures only when they stand
+/// in it ("data:", PNG, JPEG or GIF, 16 million points altogether). A link opens after a question that shows its
+/// address, and only for http, https and mailto.
+class SheetBrowser final : public QTextBrowser {
+    Q_OBJECT
+
+  public:
+    explicit SheetBrowser(QWidget* parent = nullptr);
+
+    /// One sheet, as it comes from the database.
+    void ShowSheet(const QString& sheet);
+    /// Markup that is within bounds already, several sheets perhaps.
+    void ShowHtml(const QString& html);
+
+  private:
+    void Follow(const QUrl& url);
+
+    QTextDocument* sheet_ = nullptr; ///< child of this; what is on show
+};
+
+} // namespace tessaro
