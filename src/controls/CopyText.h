@@ -16,7 +16,8 @@ namespace tessaro {
 /// grids, which copy in blocks of their own.
 bool CopyFromControl(QWidget* control);
 
-/// As long as the owner lives, the key of Copy does this in every list, tree and table of the program, dialogs included.
+/// As long as the owner lives, the key of Copy does this in every list, tree and table of the program, dialogs
+/// included.
 void CopyByKey(QObject& owner);
 
 } // namespace tessaro

@@ -6,11 +6,12 @@ struct sqlite3;
 
 namespace jet {
 
-/// What a function of the dialect gives, for the resolver. ArgumentKind: the kind of the first argument (Min, First, IIf …).
+/// What a function of the dialect gives, for the resolver. ArgumentKind: the kind of the first argument (Min, First,
+/// IIf …).
 enum class FunctionResult { Number, Text, YesNo, ArgumentKind };
 
 struct FunctionInfo {
-    std::string_view name;     ///< in lower case
+    std::string_view name; ///< in lower case
     int leastArguments = 0;
     int mostArguments = 0;
     FunctionResult result = FunctionResult::Text;
@@ -21,9 +22,9 @@ struct FunctionInfo {
 /// names exist, with how many arguments), the emitter (jet_<name>) and the registration.
 [[nodiscard]] const FunctionInfo* FindFunction(std::string_view name);
 
-/// Registers on an SQLite connection: the collations JETTEXT and JETVALUE, every jet_<name> of the table above, and what the
-/// emitter's operators need: jet_concat(a,b) for &, jet_add(a,b) for + that may be text, jet_divide(a,b), jet_intdiv(a,b),
-/// jet_mod(a,b), jet_power(a,b), jet_like(text,pattern), jet_bool(x) (any non-zero -> -1, Null -> 0),
+/// Registers on an SQLite connection: the collations JETTEXT and JETVALUE, every jet_<name> of the table above, and
+/// what the emitter's operators need: jet_concat(a,b) for &, jet_add(a,b) for + that may be text, jet_divide(a,b),
+/// jet_intdiv(a,b), jet_mod(a,b), jet_power(a,b), jet_like(text,pattern), jet_bool(x) (any non-zero -> -1, Null -> 0),
 /// jet_number(text) (text of a ValueText column or a text operand as number, error TypeMismatch when unreadable),
 /// jet_newguid() ({…}, 38 characters). A failing function fails the statement with "JET:<number>:<text>".
 void RegisterFunctions(sqlite3* database);

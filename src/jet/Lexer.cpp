@@ -76,7 +76,8 @@ class Lexer {
     }
 
     void skipBlanks() {
-        while (next_ < sql_.size() && IsBlank(sql_[next_])) advance();
+        while (next_ < sql_.size() && IsBlank(sql_[next_]))
+            advance();
     }
 
     Token read() {
@@ -101,7 +102,8 @@ class Lexer {
     Token readName() {
         Token token{TokenKind::Name, {}, here()};
         const std::size_t start = next_;
-        while (next_ < sql_.size() && ContinuesName(sql_[next_])) ++next_;
+        while (next_ < sql_.size() && ContinuesName(sql_[next_]))
+            ++next_;
         token.text = sql_.substr(start, next_ - start);
         return token;
     }
@@ -109,15 +111,18 @@ class Lexer {
     Token readNumber() {
         Token token{TokenKind::Number, {}, here()};
         const std::size_t start = next_;
-        while (IsDigit(peek())) ++next_;
+        while (IsDigit(peek()))
+            ++next_;
         if (peek() == '.') {
             ++next_;
-            while (IsDigit(peek())) ++next_;
+            while (IsDigit(peek()))
+                ++next_;
         }
         const std::size_t sign = peek(1) == '+' || peek(1) == '-' ? 2 : 1;
         if ((peek() == 'e' || peek() == 'E') && IsDigit(peek(sign))) {
             next_ += sign;
-            while (IsDigit(peek())) ++next_;
+            while (IsDigit(peek()))
+                ++next_;
         }
         token.text = sql_.substr(start, next_ - start);
         return token;

@@ -76,7 +76,8 @@ std::vector<double> RoundedValues(const ColorRanges& record, const QString& mask
 } // namespace
 
 QString ValueRange::Text() const {
-    return From.isEmpty() && To.isEmpty() ? QString() : DisplayedValue(From) + QStringLiteral(" - ") + DisplayedValue(To);
+    return From.isEmpty() && To.isEmpty() ? QString()
+                                          : DisplayedValue(From) + QStringLiteral(" - ") + DisplayedValue(To);
 }
 
 std::array<QColor, RangeCount> ValueRanges::DefaultColors() {

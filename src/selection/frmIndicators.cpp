@@ -4,14 +4,14 @@
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
 #include "metadata/Details.h"
+#include "metadata/frmInformationSheet.h"
+#include "metadata/frmShowDetails.h"
 #include "selection/IndicatorSelection.h"
 #include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
 #include "selection/Search.h"
 #include "selection/frmAutoSelect.h"
-#include "metadata/frmInformationSheet.h"
 #include "selection/frmSearch.h"
-#include "metadata/frmShowDetails.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Session.h"
@@ -325,8 +325,8 @@ void frmIndicators::SeacrhIndStrings(const QString& text) {
 void frmIndicators::DisplayINDDetails() {
     ErrorTrap trap("DisplayINDDetails");
     frmShowDetails form(this);
-    form.DisplayINDDetails(metadata::DetailsOfIndicators(selection::IdList(lstSelected().HighlightedItems()),
-                                                         selection::ByCombination()));
+    form.DisplayINDDetails(
+        metadata::DetailsOfIndicators(selection::IdList(lstSelected().HighlightedItems()), selection::ByCombination()));
     form.exec();
 }
 

@@ -1,4 +1,5 @@
 #include "controls/KeyedTreeModel.h"
+
 #include "support/TimeBound.h"
 
 #include <QAbstractItemModelTester>

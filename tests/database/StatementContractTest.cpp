@@ -113,8 +113,10 @@ class StatementContract : public SessionTest {
                "D.AreaNId = <areanid> AND D.TimePeriodNId = <timenid> "
                "AND I.IndicatorGId <> '<indicatorgid>' AND I.IndicatorGId <> '<otherindicatorgid>' ORDER BY D.IUSNId");
         samples_["iuslist"] = samples_["iusnid"] + "," + samples_["otheriusnid"] + "," + samples_["thirdiusnid"];
-        Sample("newindicatorgid", "SELECT TOP 1 I.IndicatorGId FROM Indicator_Unit_Subpop I INNER JOIN Indicator_Source S ON I.IUSNId = S.IUSNId "
-                                  "WHERE I.IndicatorGId LIKE '-*' AND I.IndicatorGId NOT IN (SELECT IndicatorGId FROM Indicator_Unit_Subpop WHERE IUSNId IN (<iuslist>)) "
+        Sample("newindicatorgid", "SELECT TOP 1 I.IndicatorGId FROM Indicator_Unit_Subpop I INNER JOIN "
+                                  "Indicator_Source S ON I.IUSNId = S.IUSNId "
+                                  "WHERE I.IndicatorGId LIKE '-*' AND I.IndicatorGId NOT IN (SELECT IndicatorGId FROM "
+                                  "Indicator_Unit_Subpop WHERE IUSNId IN (<iuslist>)) "
                                   "ORDER BY I.IUSNId");
         Sample("othersubpop", "SELECT S.Subpop FROM Subpop S INNER JOIN Indicator_Unit_Subpop I ON S.SubpopGId = "
                               "I.SubpopGId WHERE I.IUSNId = <otheriusnid>");

@@ -8,7 +8,8 @@ namespace jet {
 
 namespace {
 
-// Each token as a letter for its kind and its text: n name, b bracketed name, t text, 1 number, d date, s symbol, l list.
+// Each token as a letter for its kind and its text: n name, b bracketed name, t text, 1 number, d date, s symbol, l
+// list.
 std::string Shown(std::string_view sql) {
     std::string shown;
     for (const Token& token : Tokenize(sql)) {

@@ -1,10 +1,10 @@
 #include "controls/KeyedTree.h"
 #include "controls/Printing.h"
+#include "metadata/frmInformationSheet.h"
+#include "metadata/frmInformationSheets.h"
 #include "selection/ScreenDriver.h"
 #include "selection/frmAreas.h"
 #include "selection/frmIndicators.h"
-#include "metadata/frmInformationSheet.h"
-#include "metadata/frmInformationSheets.h"
 #include "selection/frmTime.h"
 #include "session/Session.h"
 
