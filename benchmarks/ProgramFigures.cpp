@@ -3,6 +3,8 @@
 #include "dataview/frmData.h"
 #include "session/Messages.h"
 #include "session/Session.h"
+#include "shell/DatabaseOpener.h"
+#include "shell/StageNavigator.h"
 #include "shell/frmMain.h"
 
 #include <QApplication>
@@ -97,12 +99,12 @@ int PlayResident(const QString& installation, const QString& database) {
     frmMain frame;
     frame.resize(1280, 800);
     if (!Load(frame, installation)) return 3;
-    frame.LoadNewMDB(database);
+    frame.Databases().LoadNewMDB(database);
     if (!Connection) return 4;
     SelectEverything();
     SelectionChanged = true;
     frame.GoToDataView();
-    const auto* screen = qobject_cast<frmData*>(frame.ActiveScreen());
+    const auto* screen = qobject_cast<frmData*>(frame.Stages().ActiveScreen());
     if (screen == nullptr || screen->grid().ValueRows() == 0) return 5;
     Wait(2000);
     std::printf("resident %f\n", ResidentMegabytes());

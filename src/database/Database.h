@@ -18,12 +18,11 @@ bool InValidFile(const QString& path);
 bool OpenDatabaseFile(const QString& path);
 enum class LinkResult {
     Made,
-    LanguageMissing, ///< the forms are unloaded, the home page comes up, and no link is touched
+    LanguageMissing, ///< no link is touched; DatabaseOpen and LanguageInDatabase are False
     NotWritten       ///< the working database takes no writing (a full disk); its links are the old ones
 };
-/// Links the working database to CurrentDatabase in the current language. True when
-/// the links are made.
-bool LinkAllTablesinInfoSel();
+/// Links the working database to CurrentDatabase in the current language. What is on the screen is the caller's.
+LinkResult LinkAllTablesinInfoSel();
 /// The same on connections that stand: `data` to CurrentDatabase, `working` to the working database, each opened here
 /// when it is null. Opening a file costs more than what is read from it.
 LinkResult LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::shared_ptr<jet::Connection> working);

@@ -1,7 +1,6 @@
 #include "database/Database.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
-#include "session/Frame.h"
 #include "session/JetCopies.h"
 #include "session/Query.h"
 #include "session/Session.h"
@@ -99,25 +98,18 @@ bool MakeAllLinks(jet::Connection& working) {
     return good;
 }
 
-void ShowLanguageMissing() {
-    TheFrame().UnloadForms();
-    DatabaseOpen = false;
-    LanguageInDatabase = false;
-    HomeIsShown = true;
-    TheFrame().GoToHome();
-}
-
 } // namespace
 
-bool LinkAllTablesinInfoSel() {
-    return LinkAllTablesinInfoSel(nullptr, nullptr) == LinkResult::Made;
+LinkResult LinkAllTablesinInfoSel() {
+    return LinkAllTablesinInfoSel(nullptr, nullptr);
 }
 
 LinkResult LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::shared_ptr<jet::Connection> working) {
     const ErrorTrap trap("LinkAllTablesinInfoSel");
     LanguageSuffix = SuffixOfLanguage(Language);
     if (!(data ? IsLanguageInDatabase(*data) : IsLanguageInDatabase(CurrentDatabase))) {
-        ShowLanguageMissing();
+        DatabaseOpen = false;
+        LanguageInDatabase = false;
         return LinkResult::LanguageMissing;
     }
     if (!working) working = ConnectionForLinks();

@@ -105,12 +105,11 @@ void StatusBar::EndProgress() {
     Picture1_->hide();
 }
 
-void StatusBar::ShowNow(bool asPanels) {
+void StatusBar::ShowNow() {
     const QDateTime now = Now();
-    const QLocale locale = asPanels ? LocaleOfLanguage() : QLocale(QLocale::English);
-    lblDate_->setText(asPanels ? locale.toString(now.date(), QLocale::ShortFormat) : now.date().toString(Qt::ISODate));
-    lblTime_->setText(asPanels ? locale.toString(now.time(), QLocale::ShortFormat)
-                               : now.time().toString(QStringLiteral("HH:mm")));
+    const QLocale locale = LocaleOfLanguage();
+    lblDate_->setText(locale.toString(now.date(), QLocale::ShortFormat));
+    lblTime_->setText(locale.toString(now.time(), QLocale::ShortFormat));
 }
 
 void StatusBar::ShowSound(bool muted) {

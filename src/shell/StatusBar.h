@@ -25,8 +25,8 @@ class StatusBar final : public QWidget {
     void SetProgress(int percent);
     void EndProgress();
 
-    /// Date and time of now. `asPanels`: as the language writes them; otherwise as plain text in the product's form.
-    void ShowNow(bool asPanels);
+    /// Date and time of now, as the language writes them.
+    void ShowNow();
     void ShowSound(bool muted);
     void SetFormCaptions();
 

@@ -1,36 +1,36 @@
 #include "shell/frmMain.h"
 
-#include "controls/CopyText.h"
 #include "controls/MessageBox.h"
 #include "controls/StageScreen.h"
-#include "metadata/frmInformationSheets.h"
+#include "platform/Paths.h"
 #include "platform/SingleInstance.h"
 #include "presentation/frmPrint.h"
+#include "session/Addresses.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Settings.h"
-#include "session/Strings.h"
-#include "shell/Documents.h"
+#include "shell/DatabaseOpener.h"
 #include "shell/MainMenu.h"
-#include "shell/StageScreens.h"
-#include "shell/frmAbout.h"
+#include "shell/SettingsChange.h"
+#include "shell/StageNavigator.h"
 #include "shell/frmSplash.h"
 #include "ui_frmMain.h"
 
 #include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
 
 namespace tessaro {
 
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
     ui_->setupUi(this);
     menu_ = new MainMenu(this);
-    screens_ = std::make_unique<StageScreens>(*ui_->stkChildren, [this](int stage) { ShowSummary(stage); });
+    stages_ = std::make_unique<StageNavigator>(Parts());
+    databases_ = std::make_unique<DatabaseOpener>(Parts(), *stages_);
+    settings_ = std::make_unique<SettingsChange>(*this, Parts(), *stages_, *databases_);
     Timer1_.setObjectName(QStringLiteral("Timer1"));
     Timer1_.setInterval(1000);
     ui_->picBanner_1->hide();
+    ConnectParts();
     ConnectBars();
     SetFrame(this);
     SetMessageAnswerer(AskWithMessageBox);
@@ -42,7 +42,15 @@ frmMain::~frmMain() {
         SetBusy(false);
     if (&TheFrame() == this) SetFrame(nullptr);
     SetMessageAnswerer({});
-    screens_->UnloadAll();
+    disconnect(stages_.get(), nullptr, this, nullptr);
+    settings_.reset();
+    databases_.reset();
+    stages_.reset();
+}
+
+FrameParts frmMain::Parts() const {
+    return {const_cast<frmMain&>(*this), *menu_,           *ui_->picToolBar, *ui_->frmAddressBar, *ui_->picBanner_1,
+            *ui_->sbStatusBar,           *ui_->stkChildren};
 }
 
 bool frmMain::event(QEvent* event) {
@@ -51,111 +59,87 @@ bool frmMain::event(QEvent* event) {
     return QMainWindow::event(event);
 }
 
+void frmMain::ConnectParts() {
+    connect(stages_.get(), &StageNavigator::FrontChanged, this, &frmMain::ShowFront);
+    connect(stages_.get(), &StageNavigator::DatabaseChosen, databases_.get(), &DatabaseOpener::OpenAddress);
+    connect(stages_.get(), &StageNavigator::OtherDatabaseChosen, databases_.get(), &DatabaseOpener::mnuFileOpen_Click);
+    connect(stages_.get(), &StageNavigator::LanguageMissing, settings_.get(), &SettingsChange::ShowLanguageDialog);
+    connect(databases_.get(), &DatabaseOpener::LanguageMissing, settings_.get(), &SettingsChange::ShowLanguageDialog);
+    connect(databases_.get(), &DatabaseOpener::Changed, this, &frmMain::ShowFront);
+}
+
 void frmMain::ConnectBars() {
-    connect(menu_, &MainMenu::Chosen, this, &frmMain::mnu_Click);
-    connect(menu_, &MainMenu::FavouriteChosen, this, &frmMain::OpenFavourite);
-    connect(menu_, &MainMenu::LanguageChosen, this, &frmMain::ChangeLanguage);
+    connect(menu_, &MainMenu::FavouriteChosen, databases_.get(), &DatabaseOpener::OpenFavourite);
+    connect(menu_, &MainMenu::LanguageChosen, settings_.get(), &SettingsChange::ChangeLanguage);
     connect(ui_->picToolBar, &StandardToolBar::Chosen, this, &frmMain::Toolbar1_Click);
-    connect(ui_->frmAddressBar, &AddressBar::Entered, this, &frmMain::cmbAddress_Click);
-    connect(ui_->frmAddressBar, &AddressBar::GoPressed, this, &frmMain::picGo_Click);
+    connect(ui_->frmAddressBar, &AddressBar::Entered, databases_.get(), &DatabaseOpener::cmbAddress_Click);
+    connect(ui_->frmAddressBar, &AddressBar::GoPressed, databases_.get(), &DatabaseOpener::picGo_Click);
     connect(ui_->picBanner_1, &StageBanner::Pressed, this, [this](int stage) {
-        if (stage == CurrentStage && !gallery_) return;
+        if (stage == CurrentStage && !stages_->Front().gallery) return;
         SetStatusText({});
         if (LanguageInDatabase) GoToStage(stage);
     });
-    connect(ui_->sbStatusBar, &StatusBar::SoundPanelClicked, this, [this] {
-        Mute = !Mute;
-        sound_.SetMuted(Mute);
-        ui_->sbStatusBar->ShowSound(Mute);
-    });
+    connect(ui_->sbStatusBar, &StatusBar::SoundPanelClicked, settings_.get(), &SettingsChange::SwitchSound);
     connect(&Timer1_, &QTimer::timeout, this, &frmMain::Timer1_Timer);
 }
 
-void frmMain::mnu_Click(const QString& name, bool checked) {
-    using Command = void (*)(frmMain&, bool);
-    static const QHash<QString, Command> commands{
-        {QStringLiteral("mnuFileOpen"), [](frmMain& frame, bool) { frame.mnuFileOpen_Click(); }},
-        {QStringLiteral("mnuFileExit"), [](frmMain& frame, bool) { frame.close(); }},
-        {QStringLiteral("mnuFileSaveAs"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::SaveAs); }},
-        {QStringLiteral("mnuFilePrint"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::Print); }},
-        {QStringLiteral("mnuFilemnu_Properties"), [](frmMain& frame, bool) { frame.mnuFilemnu_Properties_Click(); }},
-        {QStringLiteral("mnumnu_Favoritesmnu_AddFavorites"), [](frmMain& frame, bool) { frame.AddFavorites(); }},
-        {QStringLiteral("mnu_Gallery_Options_0"), [](frmMain& frame, bool) { frame.ShowGallery(0); }},
-        {QStringLiteral("mnu_Gallery_Options_1"), [](frmMain& frame, bool) { frame.ShowGallery(1); }},
-        {QStringLiteral("mnu_Gallery_Options_2"), [](frmMain& frame, bool) { frame.ShowGallery(2); }},
-        {QStringLiteral("mnuDBSummReport"), [](frmMain& frame, bool) { frame.mnuDBSummReport_Click(); }},
-        {QStringLiteral("mnu_Help_5"), [](frmMain& frame, bool) { frmAbout(&frame).exec(); }},
-        {QStringLiteral("mnuEditCut"), [](frmMain& frame, bool) { frame.EditCommand("cut", nullptr); }},
-        {QStringLiteral("mnuEditCopy"), [](frmMain& frame, bool) { frame.EditCommand("copy", &StageScreen::Copy); }},
-        {QStringLiteral("mnuEditPaste"), [](frmMain& frame, bool) { frame.EditCommand("paste", nullptr); }},
-        {QStringLiteral("mnuEditmnu_SelectAll"),
-         [](frmMain& frame, bool) { frame.EditCommand("selectAll", &StageScreen::SelectAll); }},
-        {QStringLiteral("mnuEditmnu_find"), [](frmMain& frame, bool) { frame.Search(); }},
-        {QStringLiteral("mnu_ToolBars_Buttons_0"),
-         [](frmMain& frame, bool on) { frame.ui_->picToolBar->setVisible(on); }},
-        {QStringLiteral("mnu_ToolBars_Buttons_1"),
-         [](frmMain& frame, bool on) { frame.ui_->frmAddressBar->setVisible(on); }},
-        {QStringLiteral("mnuViewStatusBar"), [](frmMain& frame, bool on) { frame.ui_->sbStatusBar->setVisible(on); }},
-        {QStringLiteral("mnuInfoSheets_0"), [](frmMain& frame, bool) { frame.ShowInformationSheets("IND"); }},
-        {QStringLiteral("mnuInfoSheets_1"), [](frmMain& frame, bool) { frame.ShowInformationSheets("GOALS"); }},
-        {QStringLiteral("mnuInfoSheets_3"), [](frmMain& frame, bool) { frame.ShowInformationSheets("THEMES"); }},
-        {QStringLiteral("mnuInfoSheets_4"), [](frmMain& frame, bool) { frame.ShowInformationSheets("SOURCES"); }},
-        {QStringLiteral("mnuInfoSheets_5"), [](frmMain& frame, bool) { frame.ShowInformationSheets("RIGHTS"); }},
-        {QStringLiteral("mnuViewFilters"), [](frmMain& frame, bool) { frame.OnScreen(&StageScreen::Filter); }},
-        {QStringLiteral("mnu_Help_0"), [](frmMain&, bool) { ShowHelpFileLinks(0); }},
-        {QStringLiteral("mnu_Help_2"), [](frmMain&, bool) { ShowHelpFileLinks(2); }},
-        {QStringLiteral("mnu_Help_3"), [](frmMain&, bool) { ShowHelpFileLinks(3); }},
-    };
-    if (const Command command = commands.value(name)) command(*this, checked);
-}
-
-/// An edit command means the text field that has the focus, otherwise the screen. What a list or tree shows is copied
-/// wherever it is.
-void frmMain::EditCommand(const char* onField, void (StageScreen::*onScreen)()) {
-    QWidget* focus = QApplication::focusWidget();
-    if (const auto* box = qobject_cast<QComboBox*>(focus); box && box->isEditable()) focus = box->lineEdit();
-    if (auto* field = qobject_cast<QLineEdit*>(focus)) {
-        QMetaObject::invokeMethod(field, onField);
-        return;
+void frmMain::Toolbar1_Click(int item) {
+    const ErrorTrap trap("Toolbar1_Click");
+    switch (item) {
+    case StandardToolBar::Back:
+        return stages_->Back();
+    case StandardToolBar::Forward:
+        return stages_->Forward();
+    case StandardToolBar::Refresh:
+        return stages_->Refresh();
+    case StandardToolBar::Home:
+        SetStatusText({});
+        return GoToHome();
+    case StandardToolBar::Search:
+        return stages_->Search();
+    case StandardToolBar::Favourites:
+        return AddFavorites();
+    case StandardToolBar::Print:
+        return stages_->OnScreen(&StageScreen::Print);
+    default:
+        break;
     }
-    if (onScreen == &StageScreen::Copy && CopyFromControl(focus)) return;
-    StageScreen* screen = ActiveScreen();
-    if (screen && onScreen) (screen->*onScreen)();
 }
 
-void frmMain::ShowInformationSheets(const char* code) {
-    if (!Connection) {
-        ShowMessage(QStringLiteral("026"));
-        return;
-    }
-    frmInformationSheets(QLatin1String(code), this).exec();
+/// The title, what can be done now, and on the home page the databases.
+void frmMain::ShowFront() {
+    const FrontState front = stages_->Front();
+    const QString database = ShownAddress(CurrentDatabase);
+    if (frmSplash* home = stages_->Home()) home->ShowDatabases(ui_->frmAddressBar->Items(), database);
+    const QString product = Setting(QStringLiteral("PRODUCT NAME"));
+    const bool open = DatabaseOpen && !CurrentDatabase.isEmpty() && !IsNoDatabase(CurrentDatabase);
+    setWindowTitle(open ? FileNameOf(CurrentDatabase).section(QLatin1Char('.'), 0, -2) + QStringLiteral(" – ") + product
+                        : product);
+    menu_->OfferCommands(front);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Print, front.prints);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Search, front.finds);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Favourites, front.data);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Refresh, front.data || front.gallery);
 }
 
-void frmMain::OnScreen(void (StageScreen::*command)()) {
-    if (StageScreen* screen = ActiveScreen()) (screen->*command)();
+void frmMain::GoToStage(int stage) {
+    stages_->GoToStage(stage);
 }
 
-/// What can be done now, by the screen in front; menus and buttons alike.
-void frmMain::OfferCommands() {
-    const StageScreen* screen = ActiveScreen();
-    const bool prints = screen && screen->CanPrint();
-    const bool showsData = screen && !gallery_ && CurrentStage == navigation::DataStage;
-    const bool finds = splash_ || gallery_ || CurrentStage == 0 || CurrentStage == 2;
-    const std::pair<const char*, bool> entries[] = {
-        {"mnuFilePrint", prints},
-        {"mnuFileSaveAs", screen && screen->CanSaveAs()},
-        {"mnuEditmnu_SelectAll", screen != nullptr},
-        {"mnuEditmnu_find", finds},
-        {"mnuViewFilters", showsData},
-        {"mnumnu_Favoritesmnu_AddFavorites", showsData},
-        {"mnuDBSummReport", DatabaseOpen && LanguageInDatabase},
-    };
-    for (const auto& [name, offered] : entries)
-        menu_->Entry(QLatin1String(name))->setEnabled(offered);
-    ui_->picToolBar->SetEnabled(StandardToolBar::Print, prints);
-    ui_->picToolBar->SetEnabled(StandardToolBar::Search, finds);
-    ui_->picToolBar->SetEnabled(StandardToolBar::Favourites, showsData);
-    ui_->picToolBar->SetEnabled(StandardToolBar::Refresh, showsData || gallery_);
+void frmMain::GoToDataView() {
+    stages_->GoToDataView();
+}
+
+void frmMain::GoToHome() {
+    stages_->GoToHome();
+}
+
+void frmMain::UnloadForms() {
+    stages_->UnloadForms();
+}
+
+int frmMain::SelectedIndicatorCount() const {
+    return stages_->SelectedIndicatorCount();
 }
 
 void frmMain::SetStatusText(const QString& text) {
@@ -196,16 +180,9 @@ void frmMain::ShowStatusTextFor(const QString& text, int milliseconds) {
 
 void frmMain::Timer1_Timer() {
     ErrorTrap trap("Timer1_Timer");
-    if (++ticks_ >= 60) {
-        const QString plainLanguages = Setting(QStringLiteral("CustomToolTip"));
-        clockPanels_ = !plainLanguages.contains(Language);
-        ticks_ = 1;
-        ui_->sbStatusBar->ShowNow(clockPanels_);
-    } else if (clockPanels_) {
-        ui_->sbStatusBar->ShowNow(true);
-    }
-    trap.Try([&] { sound_.Tick(); });
-    trap.Try([&] { RescanAddresses(); });
+    ui_->sbStatusBar->ShowNow();
+    trap.Try([&] { settings_->Sound().Tick(); });
+    trap.Try([&] { databases_->RescanAddresses(); });
 }
 
 } // namespace tessaro

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "session/Frame.h"
-#include "shell/Navigation.h"
-#include "shell/SoundLoop.h"
-#include "shell/ToolkitTexts.h"
+#include "shell/FrameParts.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -16,16 +14,14 @@ class frmMain;
 
 namespace tessaro {
 
+class DatabaseOpener;
 class MainMenu;
-struct Preferences;
+class SettingsChange;
 class SingleInstance;
-class StageScreen;
-class StageScreens;
-class frmGALMain;
-class frmSplash;
+class StageNavigator;
 
-/// The main frame: start and exit of the session, the way between home page and stages, the change of the database. It
-/// wires the bars to these and knows no more of a screen than StageScreen tells.
+/// The main frame: start and exit of the session. It holds the bars and the classes that work on them, and is what
+/// other rooms may ask of the frame.
 class frmMain final : public QMainWindow, public Frame {
     Q_OBJECT
 
@@ -40,51 +36,25 @@ class frmMain final : public QMainWindow, public Frame {
     /// Before the start: takes the whole of a screen that has no room for the usual size and a title above it.
     void FitToScreen();
 
-    // The database (frmMainDatabase.cpp).
-    /// Opens what cmbAddress names.
-    void SelectDataBase();
-    void LoadNewMDB(const QString& path);
-    /// Empties the selection and takes the stages down.
-    void RestoreBlanks();
-    /// The file dialog of the File menu.
-    void mnuFileOpen_Click();
-    /// The go button: opens what is typed, and tells when the database lacks the language.
-    void picGo_Click();
-    void cmbAddress_Click();
-
-    // Preferences and language (frmMainSettings.cpp).
-    void mnuFilemnu_Properties_Click();
-    /// Brings the running session into line with its values; `before` is what they were.
-    void ApplyTheSettings(const Preferences& before);
-    /// Takes another language into use: captions, fonts, links of the open database.
-    void ChangeLanguage(const QString& label);
-    [[nodiscard]] SoundLoop& Sound() { return sound_; }
+    [[nodiscard]] FrameParts Parts() const;
+    [[nodiscard]] StageNavigator& Stages() { return *stages_; }
+    [[nodiscard]] DatabaseOpener& Databases() { return *databases_; }
+    [[nodiscard]] SettingsChange& Settings() { return *settings_; }
 
     // What is made of the open database (frmMainReports.cpp).
     /// Makes or removes favourites; only while the data view is in front.
     void AddFavorites();
-    /// Opens a favourite by its path.
-    void OpenFavourite(const QString& path);
     void mnuDBSummReport_Click();
+    /// The sheets of a kind: "IND", "GOALS", "THEMES", "SOURCES", "RIGHTS".
+    void ShowInformationSheets(const char* code);
 
-    // The stages (frmMainStages.cpp).
+    // Frame: the way between the stages.
     void GoToStage(int stage) override;
     void GoToDataView() override;
     void GoToHome() override;
     void UnloadForms() override;
     [[nodiscard]] int SelectedIndicatorCount() const override;
-    void ShowIndicatorScreen();
-    /// A picture button of the home page.
-    void EnterFromHome(int stage);
-    /// An item of Toolbar1.
-    void Toolbar1_Click(int item);
-    /// The gallery over what is in front. 0: the folder of presentations; 1: that of the product's samples; 2: the
-    /// folder of images, in the desktop's own program (frmMainPresentations.cpp).
-    void ShowGallery(int kind);
-    /// The gallery when it is in front, otherwise the screen of the current stage; null on the home page.
-    [[nodiscard]] StageScreen* ActiveScreen() const;
-
-    // Frame: status bar and pointer.
+    // Frame: status bar, pointer, windows.
     void SetStatusText(const QString& text) override;
     void StartProgress() override;
     void SetProgress(int percent) override;
@@ -105,59 +75,19 @@ class frmMain final : public QMainWindow, public Frame {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    void ConnectParts();
     void ConnectBars();
-    void mnu_Click(const QString& name, bool checked);
-    void ShowInformationSheets(const char* code);
-    void OnScreen(void (StageScreen::*command)());
-    void OfferCommands();
-    void EditCommand(const char* onField, void (StageScreen::*onScreen)());
-    // Start
+    void Toolbar1_Click(int item);
+    void ShowFront();
     void ShowProduct();
-    void SetFormFont();
-    void OpenStartPage();
-    void OpenRememberedDatabase();
-    void OpenDefaultDatabase();
-    bool OpenAtStart(const QString& file);
-    void FillAddresses();
-    void WarnOfMissingSpreadsheet();
-    // Database
-    [[nodiscard]] bool OpenInPlace(const QString& path);
-    [[nodiscard]] QString CheckedFile(const QString& path);
-    void ShowLanguageDialog();
-    void RescanAddresses();
-    void ShowDatabases();
-    void SetCaptions();
-    // Settings
-    void ApplySound(bool otherSound);
-    void ShowInLanguage();
-    void ReloadScreens(const Preferences& now, const Preferences& before);
-    // Stages
-    void ShowSplash();
-    void UnloadSplash();
-    bool LeaveGallery(bool mayStay = true);
-    void ReturnFromGallery();
-    void ShowStage(int stage);
-    void ShowSummary(int stage);
-    void ShowSummaries();
-    void Record(int stage);
-    void Back();
-    void Forward();
-    void Refresh();
-    void Search();
-    void ApplyButtons(const navigation::ButtonChange& change);
-    void DisableHistory();
 
     std::unique_ptr<Ui::frmMain> ui_;
     std::unique_ptr<SingleInstance> instance_;
-    std::unique_ptr<StageScreens> screens_;
     MainMenu* menu_ = nullptr;
-    frmSplash* splash_ = nullptr;
-    frmGALMain* gallery_ = nullptr;
-    SoundLoop sound_;
-    ToolkitTexts toolkitTexts_;
+    std::unique_ptr<StageNavigator> stages_;
+    std::unique_ptr<DatabaseOpener> databases_;
+    std::unique_ptr<SettingsChange> settings_;
     QTimer Timer1_;
-    int ticks_ = 0;
-    bool clockPanels_ = false;
     int busy_ = 0;
     bool started_ = false;
 };

@@ -1,19 +1,21 @@
 #include "controls/OfficeErrors.h"
 #include "controls/StageScreen.h"
 #include "dataview/frmData.h"
+#include "metadata/frmInformationSheets.h"
 #include "platform/Paths.h"
 #include "platform/SingleInstance.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "shell/DatabaseOpener.h"
 #include "shell/Favourite.h"
 #include "shell/MainMenu.h"
-#include "shell/StageScreens.h"
+#include "shell/SettingsChange.h"
+#include "shell/StageNavigator.h"
 #include "shell/SummaryReport.h"
 #include "shell/frmFavourites.h"
 #include "shell/frmMain.h"
-#include "ui_frmMain.h"
 
 #include <QScopeGuard>
 
@@ -23,25 +25,13 @@ namespace tessaro {
 
 void frmMain::AddFavorites() {
     const ErrorTrap trap("mnumnu_Favoritesmnu_AddFavorites_Click");
-    auto* screen = qobject_cast<frmData*>(ActiveScreen());
+    auto* screen = qobject_cast<frmData*>(stages_->ActiveScreen());
     if (!screen || !screen->MayKeep()) return;
     frmFavourites form(this, screen->ShownRows());
     form.exec();
     menu_->FillFavourites();
     screen->setFocus();
-    if (!form.Wanted().isEmpty()) OpenFavourite(form.Wanted());
-}
-
-void frmMain::OpenFavourite(const QString& path) {
-    const ErrorTrap trap("mnuCustomFavorites_Click");
-    if (!FileExists(path)) {
-        // A favourite that is gone is no reason to leave what is on the screen.
-        ShowMessage(QStringLiteral("025"));
-        menu_->FillFavourites();
-        return;
-    }
-    LoadNewMDB(path);
-    if (!LanguageInDatabase && FileExists(CurrentDatabase)) ShowLanguageDialog();
+    if (!form.Wanted().isEmpty()) databases_->OpenFavourite(form.Wanted());
 }
 
 void frmMain::mnuDBSummReport_Click() {
@@ -59,6 +49,14 @@ void frmMain::mnuDBSummReport_Click() {
         });
         return WriteSummaryReport([this](int sheet) { SetProgress(100 * sheet / SummarySheets); });
     });
+}
+
+void frmMain::ShowInformationSheets(const char* code) {
+    if (!Connection) {
+        ShowMessage(QStringLiteral("026"));
+        return;
+    }
+    frmInformationSheets(QLatin1String(code), this).exec();
 }
 
 } // namespace tessaro

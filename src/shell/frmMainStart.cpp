@@ -1,30 +1,26 @@
-#include "controls/Captions.h"
 #include "controls/CopyText.h"
 #include "controls/Theme.h"
-#include "database/Database.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/CommandLine.h"
 #include "platform/Home.h"
 #include "platform/Paths.h"
 #include "platform/SingleInstance.h"
-#include "selection/KeptSelection.h"
-#include "session/Addresses.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Startup.h"
-#include "session/Strings.h"
+#include "shell/DatabaseOpener.h"
 #include "shell/MainMenu.h"
-#include "shell/StageScreens.h"
+#include "shell/Navigation.h"
+#include "shell/SettingsChange.h"
+#include "shell/StageNavigator.h"
 #include "shell/frmMain.h"
-#include "shell/frmSplash.h"
 #include "ui_frmMain.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
-#include <QToolTip>
 
 namespace tessaro {
 
@@ -54,19 +50,15 @@ bool frmMain::MDIForm_Load(const QString& commandLine) {
     CopyByKey(*this);
     office::SpreadsheetApplication::SetProfileFolder(JoinPath({CacheFolder, QStringLiteral("Office")}));
     ShowProduct();
-    SetFormFont();
+    settings_->ShowInLanguage();
     show();
-    SetBusy(true);
-    SetCaptions();
-    ui_->sbStatusBar->ShowNow(false);
     ui_->picBanner_1->SetCurrent(navigation::HomePage);
-    SetBusy(false);
     ReopenedLastDatabase = false;
     DatabaseOpen = true;
     LanguageInDatabase = true;
-    OpenStartPage();
-    FillAddresses();
-    WarnOfMissingSpreadsheet();
+    databases_->OpenStartPage();
+    databases_->FillAddresses();
+    if (!office::SpreadsheetApplication::IsInstalled()) ShowMessage(QStringLiteral("046"));
     Timer1_.start();
     return true;
 }
@@ -88,93 +80,7 @@ void frmMain::ShowProduct() {
         palette.setColor(QPalette::Window, theme::HairLine());
         line->setPalette(palette);
     }
-    sound_.Load(SoundFile);
-    sound_.SetMuted(Mute);
-}
-
-void frmMain::SetFormFont() {
-    toolkitTexts_.Load();
-    // The bars and the screens take the font each by itself; the menus follow the application's.
-    QApplication::setFont(LanguageFont());
-    QToolTip::setFont(LanguageFont());
-    QApplication::setLayoutDirection(LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-}
-
-void frmMain::SetCaptions() {
-    menu_->SetMenuCaptions();
-    ui_->picToolBar->SetToolTips();
-    ui_->picToolBar->ChangeToolBar();
-    ui_->frmAddressBar->SetCaptions();
-    ui_->picBanner_1->SetFormCaptions();
-    ui_->sbStatusBar->SetFormCaptions();
-    screens_->SetFormCaptions();
-    if (splash_) splash_->SetFormCaptions();
-}
-
-void frmMain::OpenStartPage() {
-    if (CurrentDatabase.trimmed().isEmpty()) {
-        HomeIsShown = true;
-        ShowSplash();
-        OpenDefaultDatabase();
-    } else {
-        OpenRememberedDatabase();
-    }
-}
-
-void frmMain::OpenRememberedDatabase() {
-    ReopenedLastDatabase = true;
-    SetStatusText(GetText(QStringLiteral("TS_OpeningDatabase")));
-    const bool open = OpenAtStart(CurrentDatabase);
-    SetStatusText({});
-    if (!open) {
-        DatabaseOpen = false;
-        CurrentDatabase = Setting(QStringLiteral("DEFAULT DATABASE"));
-    }
-    if (open && LanguageInDatabase && SkipTheSplash) {
-        CurrentStage = 0;
-        ShowIndicatorScreen();
-        return;
-    }
-    HomeIsShown = true;
-    ShowSplash();
-}
-
-void frmMain::OpenDefaultDatabase() {
-    const QString file = DefaultDatabaseFile();
-    CurrentDatabase = Setting(QStringLiteral("DEFAULT DATABASE"));
-    if (file.isEmpty()) return;
-    SetStatusText(GetText(QStringLiteral("TS_OpeningDatabase")));
-    // Painted before the work, so that the start shows the home page as soon as it can.
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    OpenAtStart(file);
-    SetStatusText({});
-}
-
-/// Opens a database with what an earlier run left chosen.
-bool frmMain::OpenAtStart(const QString& file) {
-    if (!OpenDatabaseFile(file)) return false;
-    if (!LanguageInDatabase) return true;
-    selection::FitKeptSelection();
-    ShowSummaries();
-    return true;
-}
-
-/// cmbAddress with the databases of the data folder and the one that is open.
-void frmMain::FillAddresses() {
-    AddressBar& bar = *ui_->frmAddressBar;
-    bar.SetItems(ListOfDatabases());
-    if (IsNoDatabase(CurrentDatabase)) {
-        bar.Show(CurrentDatabase);
-        DatabaseOpen = false;
-    } else {
-        bar.ShowAsItem(ShownAddress(CurrentDatabase));
-        if (QWidget* page = ui_->stkChildren->currentWidget()) page->setFocus();
-    }
-    ShowDatabases();
-}
-
-void frmMain::WarnOfMissingSpreadsheet() {
-    if (!office::SpreadsheetApplication::IsInstalled()) ShowMessage(QStringLiteral("046"));
+    settings_->StartSound();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -185,13 +91,13 @@ void frmMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    if (!LeaveGallery()) return event->ignore();
+    if (!stages_->LeaveGallery()) return event->ignore();
     started_ = false;
     Timer1_.stop();
     SetBusy(true);
     // The screens go first: the data view holds a statement on the connection, and a big area tree is slow to tear
     // down once its window is gone.
-    screens_->UnloadAll();
+    stages_->UnloadStages();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     office::SpreadsheetApplication::QuitAll();
     ShutDown();

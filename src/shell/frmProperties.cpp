@@ -8,6 +8,7 @@
 #include "session/ErrorSink.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "shell/SettingsChange.h"
 #include "shell/frmMain.h"
 #include "ui_frmProperties.h"
 
@@ -141,7 +142,7 @@ void frmProperties::Show(const Preferences& values) {
     optContentOption_->button(static_cast<int>(qBound(0L, values.dataExists, 2L)))->setChecked(true);
     ChooseSound(values.sound);
     ui_->chkMute->setChecked(values.mute);
-    ui_->Slider1->setValue(frame_.Sound().Volume());
+    ui_->Slider1->setValue(frame_.Settings().Sound().Volume());
     preview_.SetVolume(ui_->Slider1->value());
     for (int view = 0; view < 7; ++view)
         chkIndOptions_->button(view)->setChecked(values.views.at(static_cast<std::size_t>(view)));
@@ -182,8 +183,8 @@ void frmProperties::Apply() {
     Draft().TakeIntoSession();
     before_ = Preferences::OfSession();
     SavePrefINIFile();
-    frame_.Sound().SetVolume(ui_->Slider1->value());
-    frame_.ApplyTheSettings(previous);
+    frame_.Settings().Sound().SetVolume(ui_->Slider1->value());
+    frame_.Settings().ApplyTheSettings(previous);
 }
 
 void frmProperties::cmdOK_Click() {

@@ -13,6 +13,7 @@
 #include "ui_frmSplash.h"
 
 #include <QApplication>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 #include <array>
@@ -42,6 +43,9 @@ constexpr std::array<LinkRow, 12> Links{{
     {"lbl_FP_HELP_2", "mnu_Help_Tour", false, true},
     {"lbl_FP_HELP_3", "mnu_Help_Helpdesk", false, true},
 }};
+
+/// The page keeps its size, whatever the preferences say.
+constexpr int kFontSize = 12;
 
 void SetGround(QWidget* strip, const char* setting, const QColor& inTheDark) {
     const QColor color = SettingColor(QLatin1String(setting));
@@ -151,6 +155,7 @@ void frmSplash::OpenLink(const QString& name) {
 }
 
 void frmSplash::SetFormCaptions() {
+    const QScopedValueRollback size(ProductFontSize, kFontSize);
     SetFormFonts(this);
     for (const LinkRow& row : Links) {
         const QString name = QLatin1String(row.name);

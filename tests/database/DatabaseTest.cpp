@@ -169,8 +169,7 @@ TEST_F(DatabaseTest, ADatabaseWithoutTheLanguageGoesHomeWithItsDoorsShut) {
     EXPECT_TRUE(OpenDatabaseFile(french));
     EXPECT_FALSE(LanguageInDatabase);
     EXPECT_FALSE(DatabaseOpen);
-    EXPECT_TRUE(HomeIsShown);
-    EXPECT_EQ(frame.calls, (QStringList{"unload forms", "home"}));
+    EXPECT_TRUE(frame.calls.isEmpty()); // what is on the screen is the frame's own business
     EXPECT_EQ(CurrentDatabase, french);
     EXPECT_TRUE(messages.isEmpty());
     // Back to one that has it: everything answers again.

@@ -4,6 +4,9 @@
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
 #include "gallery/frmSaveGalleryAdvance.h"
+#include "metadata/frmInformationSheet.h"
+#include "metadata/frmInformationSheets.h"
+#include "metadata/frmShowDetails.h"
 #include "platform/SingleInstance.h"
 #include "presentation/ColorRangesPanel.h"
 #include "presentation/GraphOptionsPage.h"
@@ -13,10 +16,7 @@
 #include "presentation/frmLoadRC.h"
 #include "presentation/frmPrint.h"
 #include "selection/frmAutoSelect.h"
-#include "selection/frmInformationSheet.h"
-#include "selection/frmInformationSheets.h"
 #include "selection/frmSearch.h"
-#include "selection/frmShowDetails.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "shell/Documents.h"
@@ -224,7 +224,7 @@ void AccessLettersTest::CheckFrame() {
         CheckForm(*window, QStringLiteral("Data%1").arg(option));
     }
     data->ShowThisDataOption(0);
-    window->ShowGallery(0);
+    window->Stages().ShowGallery(0);
     ASSERT_NE(window->findChild<frmGALMain*>(), nullptr);
     const auto slides = window->findChild<QWidget*>(QStringLiteral("framePPT"));
     slides->show();
@@ -239,7 +239,7 @@ TEST_F(AccessLettersTest, NoTwoControlsOfAFormShareALetterInAnyLanguage) {
         if (file.label != Language) languages << file.label;
     int inEnglish = 0;
     for (const QString& language : std::as_const(languages)) {
-        window->ChangeLanguage(language);
+        window->Settings().ChangeLanguage(language);
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the screens of the language before
         letters_ = 0;
         CheckDialogs();

@@ -56,7 +56,7 @@ TEST_F(AccessTest, EveryMenuEntryHasACaptionInEveryLanguage) {
     ASSERT_TRUE(StartInstalled());
     const auto languages = LanguageFiles;
     for (const auto& language : languages) {
-        window->ChangeLanguage(language.label);
+        window->Settings().ChangeLanguage(language.label);
         const auto entries = window->menuBar()->findChildren<QAction*>();
         int named = 0;
         for (const QAction* entry : entries) {
@@ -75,7 +75,7 @@ TEST_F(AccessTest, LettersOfAccessAreUniqueInTheMenuBar) {
     ASSERT_TRUE(StartInstalled());
     const auto languages = LanguageFiles;
     for (const auto& language : languages) {
-        window->ChangeLanguage(language.label);
+        window->Settings().ChangeLanguage(language.label);
         QStringList keys;
         const auto titles = window->menuBar()->actions();
         for (const QAction* title : titles) {

@@ -191,7 +191,7 @@ TEST_F(DialogTest, ALanguageThatTheDatabaseLacksComesHome) {
         });
         Press(language, "cmdProperties");
     });
-    window->cmbAddress_Click();
+    window->Databases().cmbAddress_Click();
     EXPECT_TRUE(LanguageInDatabase && DatabaseOpen);
     EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
 }
@@ -282,7 +282,7 @@ TEST_F(DialogTest, FavouritesAreMadeListedOpenedAndRemoved) {
     Press(form, "cmdRemove");
     EXPECT_EQ(messages, QStringList{QStringLiteral("012")});
     EXPECT_EQ(list->Items().Count(), 1);
-    window->LoadNewMDB(SampleDatabase());
+    window->Databases().LoadNewMDB(SampleDatabase());
     list->selectAll();
     Press(form, "cmdRemove");
     EXPECT_EQ(list->Items().Count(), 0);

@@ -133,7 +133,7 @@ TEST_F(PagesTest, PagesOpenInTheirOwnWindowWhereTheDesktopHasNoProgram) {
     ASSERT_TRUE(StartInstalled());
     SetShellOpener([](const QUrl&) { return false; });
     for (const LanguageFile& language : QList<LanguageFile>(LanguageFiles)) {
-        window->ChangeLanguage(language.label);
+        window->Settings().ChangeLanguage(language.label);
         for (const int item : {0, 2}) {
             ShowHelpFileLinks(item);
             frmDocument* page = OpenPage();
@@ -153,7 +153,7 @@ TEST_F(PagesTest, PagesOpenInTheirOwnWindowWhereTheDesktopHasNoProgram) {
 TEST_F(PagesTest, WhatNothingOpensIsTold) {
     ASSERT_TRUE(StartInstalled());
     SetShellOpener([](const QUrl&) { return false; });
-    window->ShowGallery(2);
+    window->Stages().ShowGallery(2);
     ASSERT_EQ(messages.size(), 1);
     EXPECT_TRUE(messages.first().contains(QLatin1String("installation")));
 }

@@ -91,7 +91,7 @@ QString FrameTest::Address() const {
 
 void FrameTest::Type(const QString& address) {
     Find<QComboBox>(QStringLiteral("cmbAddress"))->setEditText(address);
-    window->SelectDataBase();
+    window->Databases().SelectDataBase();
 }
 
 bool FrameTest::IsEnabled(const QString& name) const {

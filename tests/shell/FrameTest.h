@@ -1,5 +1,8 @@
 #pragma once
 
+#include "shell/DatabaseOpener.h"
+#include "shell/SettingsChange.h"
+#include "shell/StageNavigator.h"
 #include "shell/frmMain.h"
 #include "support/TestSession.h"
 

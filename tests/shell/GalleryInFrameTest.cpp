@@ -61,14 +61,14 @@ TEST_F(GalleryInFrameTest, AStageWaitsBelowIt) {
 TEST_F(GalleryInFrameTest, ADatabaseThatIsOpenedTakesItDown) {
     ASSERT_TRUE(StartInStages());
     Choose("mnu_Gallery_Options_0");
-    window->LoadNewMDB(SampleDatabase());
+    window->Databases().LoadNewMDB(SampleDatabase());
     EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
 }
 
 TEST_F(GalleryInFrameTest, StaysThroughAChangeOfLanguageWithoutADatabase) {
     ASSERT_TRUE(Start());
     Choose("mnu_Gallery_Options_0");
-    window->ChangeLanguage(QStringLiteral("Français [fr]"));
+    window->Settings().ChangeLanguage(QStringLiteral("Français [fr]"));
     EXPECT_TRUE(GalleryIsShown());
     window->close();
 }

@@ -55,7 +55,7 @@ TEST_F(ToolkitTextsTest, DialogsFollowTheLanguageWhileTheProgramRuns) {
     const QStringList english = TextsOfAll();
     ASSERT_GT(english.size(), 30);
     for (const LanguageFile& language : QList<LanguageFile>(LanguageFiles)) {
-        window->ChangeLanguage(language.label);
+        window->Settings().ChangeLanguage(language.label);
         if (language.label.contains(QLatin1String("[en]"))) continue;
         QStringList same;
         for (const QString& text : TextsOfAll())
@@ -63,7 +63,7 @@ TEST_F(ToolkitTextsTest, DialogsFollowTheLanguageWhileTheProgramRuns) {
         EXPECT_TRUE(same.isEmpty()) << language.label.toStdString() << ": "
                                     << same.join(QStringLiteral(" | ")).toStdString();
     }
-    window->ChangeLanguage(QStringLiteral("English [en]"));
+    window->Settings().ChangeLanguage(QStringLiteral("English [en]"));
     EXPECT_EQ(TextsOfAll(), english);
 }
 

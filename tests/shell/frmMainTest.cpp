@@ -219,14 +219,14 @@ TEST_F(frmMainTest, TheFileDialogOpensWhatIsChosen) {
         EXPECT_TRUE(question.filter.contains(QLatin1String("*.mdb")));
         return answer;
     });
-    window->mnuFileOpen_Click();
+    window->Databases().mnuFileOpen_Click();
     EXPECT_EQ(CurrentDatabase, SampleDatabase()) << "cancelled";
     answer = Folder() + QLatin1String("/Junk.mdb");
-    window->mnuFileOpen_Click();
+    window->Databases().mnuFileOpen_Click();
     EXPECT_EQ(messages, QStringList{QStringLiteral("316")});
     EXPECT_FALSE(Items().contains(answer)) << "a refused file must not stay in the list";
     answer = elsewhere;
-    window->mnuFileOpen_Click();
+    window->Databases().mnuFileOpen_Click();
     EXPECT_EQ(CurrentDatabase, elsewhere);
     EXPECT_EQ(Address(), elsewhere);
     SetFileAnswerer({});
@@ -246,7 +246,7 @@ TEST_F(frmMainTest, ADatabaseWithoutTheLanguageComesHomeAndListsWhatItHas) {
     QString dialog;
     CloseNextDialog(&dialog);
     Find<QComboBox>(QStringLiteral("cmbAddress"))->setEditText(QStringLiteral("French"));
-    window->picGo_Click();
+    window->Databases().picGo_Click();
     EXPECT_EQ(dialog, QStringLiteral("frmLanguage"));
     EXPECT_FALSE(LanguageInDatabase);
     EXPECT_EQ(Screen(), QStringLiteral("frmSplash"));
@@ -409,7 +409,7 @@ TEST_F(frmMainTest, YesSavesAndCleansUp) {
 
 TEST_F(frmMainTest, ARunThatBrokeOffLeavesItsSelectionInTheLanguageThatComesBack) {
     ASSERT_TRUE(StartInStages());
-    window->ChangeLanguage(QStringLiteral("Français [fr]"));
+    window->Settings().ChangeLanguage(QStringLiteral("Français [fr]"));
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the screens of before
     Click(QStringLiteral("cmdAllFilter"));
     const auto names = [] {
@@ -432,7 +432,7 @@ TEST_F(frmMainTest, ARunThatBrokeOffLeavesItsSelectionInTheLanguageThatComesBack
 TEST_F(frmMainTest, LanguageChangeTakesEffectAtOnce) {
     ASSERT_TRUE(StartInStages());
     ASSERT_TRUE(Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (1, '1990')")));
-    window->ChangeLanguage(QStringLiteral("Français [fr]"));
+    window->Settings().ChangeLanguage(QStringLiteral("Français [fr]"));
     EXPECT_EQ(Find<QLabel>(QStringLiteral("lblAddress"))->text(), QStringLiteral("Adresse"));
     EXPECT_EQ(LanguageSuffix, QStringLiteral("_fr"));
     EXPECT_TRUE(DatabaseOpen && LanguageInDatabase);

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace tessaro {
+
+class StageScreen;
+
+enum class EditCommand { Cut, Copy, Paste, SelectAll };
+
+/// Runs a command of the Edit menu: on the text field that has the focus, otherwise on the screen in front (or null).
+/// What a list or tree shows is copied wherever it is.
+void RunEditCommand(EditCommand command, StageScreen* screen);
+
+} // namespace tessaro

@@ -1,0 +1,25 @@
+#pragma once
+
+class QMainWindow;
+class QStackedWidget;
+
+namespace tessaro {
+
+class AddressBar;
+class MainMenu;
+class StageBanner;
+class StandardToolBar;
+class StatusBar;
+
+/// What the window of the frame consists of, for the classes that work on it. The window owns them all.
+struct FrameParts {
+    QMainWindow& window;
+    MainMenu& menu;
+    StandardToolBar& toolBar;
+    AddressBar& address;
+    StageBanner& banner;
+    StatusBar& status;
+    QStackedWidget& pages;
+};
+
+} // namespace tessaro

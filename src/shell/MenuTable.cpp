@@ -1,0 +1,168 @@
+#include "shell/MenuTable.h"
+
+#include "controls/StageScreen.h"
+#include "session/Session.h"
+#include "shell/AddressBar.h"
+#include "shell/DatabaseOpener.h"
+#include "shell/Documents.h"
+#include "shell/EditCommands.h"
+#include "shell/SettingsChange.h"
+#include "shell/StageNavigator.h"
+#include "shell/StandardToolBar.h"
+#include "shell/StatusBar.h"
+#include "shell/frmAbout.h"
+#include "shell/frmMain.h"
+
+namespace tessaro {
+
+namespace {
+
+using Kind = MenuKind;
+
+// What the entries do.
+template <void (StageScreen::*command)()> void OnScreen(frmMain& frame, bool /*checked*/) {
+    frame.Stages().OnScreen(command);
+}
+template <int kind> void Gallery(frmMain& frame, bool /*checked*/) {
+    frame.Stages().ShowGallery(kind);
+}
+template <EditCommand command> void Edit(frmMain& frame, bool /*checked*/) {
+    RunEditCommand(command, frame.Stages().ActiveScreen());
+}
+template <int item> void Help(frmMain& /*frame*/, bool /*checked*/) {
+    ShowHelpFileLinks(item);
+}
+void Goals(frmMain& frame, bool /*checked*/) {
+    frame.ShowInformationSheets("GOALS");
+}
+void Indicators(frmMain& frame, bool /*checked*/) {
+    frame.ShowInformationSheets("IND");
+}
+void Themes(frmMain& frame, bool /*checked*/) {
+    frame.ShowInformationSheets("THEMES");
+}
+void Sources(frmMain& frame, bool /*checked*/) {
+    frame.ShowInformationSheets("SOURCES");
+}
+void Rights(frmMain& frame, bool /*checked*/) {
+    frame.ShowInformationSheets("RIGHTS");
+}
+void Open(frmMain& frame, bool /*checked*/) {
+    frame.Databases().mnuFileOpen_Click();
+}
+void Properties(frmMain& frame, bool /*checked*/) {
+    frame.Settings().mnuFilemnu_Properties_Click();
+}
+void Exit(frmMain& frame, bool /*checked*/) {
+    frame.close();
+}
+void Find(frmMain& frame, bool /*checked*/) {
+    frame.Stages().Search();
+}
+void ToolBar(frmMain& frame, bool shown) {
+    frame.Parts().toolBar.setVisible(shown);
+}
+void Address(frmMain& frame, bool shown) {
+    frame.Parts().address.setVisible(shown);
+}
+void Status(frmMain& frame, bool shown) {
+    frame.Parts().status.setVisible(shown);
+}
+void AddFavorites(frmMain& frame, bool /*checked*/) {
+    frame.AddFavorites();
+}
+void Report(frmMain& frame, bool /*checked*/) {
+    frame.mnuDBSummReport_Click();
+}
+void About(frmMain& frame, bool /*checked*/) {
+    frmAbout(&frame).exec();
+}
+
+// When they are offered.
+bool SavesAs(const FrontState& front) {
+    return front.savesAs;
+}
+bool Prints(const FrontState& front) {
+    return front.prints;
+}
+bool HasScreen(const FrontState& front) {
+    return front.screen;
+}
+bool Finds(const FrontState& front) {
+    return front.finds;
+}
+bool ShowsData(const FrontState& front) {
+    return front.data;
+}
+bool HasDatabase(const FrontState& /*front*/) {
+    return DatabaseOpen && LanguageInDatabase;
+}
+bool HasHelpDesk(const FrontState& /*front*/) {
+    return HasHelpLink(3);
+}
+
+const MenuRow Rows[] = {
+    {"", "mnuFile", "mnu_File", Kind::Menu},
+    {"mnuFile", "mnuFileNew", "mnu_File_New", Kind::Command, nullptr, nullptr, "new.png"},
+    {"mnuFile", "mnuFileOpen", "mnu_File_Open", Kind::Command, Open, nullptr, "database.png", "Ctrl+O"},
+    {"mnuFile", "mnuFileSave", "Comm_Save", Kind::Command, nullptr, nullptr, "save.png"},
+    {"mnuFile", "mnuFileSaveAs", "mnu_File_SaveAs", Kind::Command, OnScreen<&StageScreen::SaveAs>, SavesAs, "",
+     "Ctrl+Shift+S"},
+    {"mnuFile", "", "", Kind::Separator},
+    {"mnuFile", "mnuFilePrint", "PRINT BUTTON", Kind::Command, OnScreen<&StageScreen::Print>, Prints, "print.png",
+     "Ctrl+P"},
+    {"mnuFile", "mnuFilemnu_ImportExport", "mnu_File_ImportExport", Kind::Command},
+    {"mnuFile", "", "", Kind::Separator},
+    {"mnuFile", "mnuFilemnu_Properties", "mnu_File_Properties", Kind::Command, Properties, nullptr, "properties.png"},
+    {"mnuFile", "", "", Kind::Separator},
+    {"mnuFile", "mnuFileExit", "mnu_File_Exit", Kind::Command, Exit, nullptr, "exit.png", "Ctrl+Q"},
+    {"", "mnuEdit", "TLB_EDIT", Kind::Menu},
+    {"mnuEdit", "mnuEditCut", "mnu_Edit_Cut", Kind::Command, Edit<EditCommand::Cut>, nullptr, "cut.png", "Ctrl+X"},
+    {"mnuEdit", "mnuEditCopy", "mnu_Edit_Copy", Kind::Command, Edit<EditCommand::Copy>, nullptr, "copy.png", "Ctrl+C"},
+    {"mnuEdit", "mnuEditPaste", "mnu_Edit_Paste", Kind::Command, Edit<EditCommand::Paste>, nullptr, "paste.png",
+     "Ctrl+V"},
+    {"mnuEdit", "", "", Kind::Separator},
+    {"mnuEdit", "mnuEditmnu_SelectAll", "mnu_Edit_SelectAll", Kind::Command, Edit<EditCommand::SelectAll>, HasScreen,
+     "", "Ctrl+A"},
+    {"mnuEdit", "mnuEditmnu_find", "mnu_Edit_Find", Kind::Command, Find, Finds, "search.png", "Ctrl+F"},
+    {"", "mnuView", "View", Kind::Menu},
+    {"mnuView", "mnuViewToolbar", "mnu_View_ToolBars", Kind::Menu},
+    {"mnuViewToolbar", "mnu_ToolBars_Buttons_0", "mnu_View_ToolBars_StandardBtn", Kind::Checked, ToolBar},
+    {"mnuViewToolbar", "mnu_ToolBars_Buttons_1", "mnu_View_ToolBars_AddressBar", Kind::Checked, Address},
+    {"mnuView", "mnuViewStatusBar", "mnu_View_StatusBar", Kind::Checked, Status},
+    {"mnuView", "mnuViewFilters", "TS_FiltersButton", Kind::Command, OnScreen<&StageScreen::Filter>, ShowsData,
+     "filter.png", "Ctrl+Shift+F"},
+    {"mnuView", "", "", Kind::Separator},
+    {"mnuView", "mnuViewLanguage", "PROP GENERAL LANGUAGE", Kind::Menu, nullptr, nullptr, "language.png"},
+    {"", "mnumnu_Favorites", "TLB_FAVORITES", Kind::Menu},
+    {"mnumnu_Favorites", "mnumnu_Favoritesmnu_AddFavorites", "mnu_Favorites_Add", Kind::Command, AddFavorites,
+     ShowsData, "favourites.png"},
+    {"", "mnuTools", "mnu_Tools", Kind::Menu},
+    {"mnuTools", "mnuToolsGallery", "FP_LBL_GALL_CAPTION", Kind::Menu, nullptr, nullptr, "gallery.png"},
+    {"mnuToolsGallery", "mnu_Gallery_Options_0", "mnu_Presentations", Kind::Command, Gallery<0>},
+    {"mnuToolsGallery", "mnu_Gallery_Options_1", "FP_LBL_GALL_OPTION2_CAPTION", Kind::Command, Gallery<1>},
+    {"mnuToolsGallery", "mnu_Gallery_Options_2", "FP_LBL_GALL_OPTION3_CAPTION", Kind::Command, Gallery<2>},
+    {"mnuTools", "mnuDBSummReport", "mnuDBSummReport", Kind::Command, Report, HasDatabase},
+    {"", "mnuInformation", "Home Information", Kind::Menu},
+    {"mnuInformation", "mnuInfoSheets_0", "Comm_Indicator", Kind::Command, Indicators, nullptr, "indicator.png"},
+    {"mnuInformation", "mnuInfoSheets_1", "Goal", Kind::Command, Goals},
+    {"mnuInformation", "", "", Kind::Separator},
+    {"mnuInformation", "mnuInfoSheets_3", "Theme", Kind::Command, Themes},
+    {"mnuInformation", "mnuInfoSheets_4", "Comm_Source", Kind::Command, Sources, nullptr, "source.png"},
+    {"mnuInformation", "mnuInfoSheets_5", "Right", Kind::Command, Rights},
+    {"", "mnuHelp", "FP_LBL_HELP_CAPTION", Kind::Menu},
+    {"mnuHelp", "mnu_Help_0", "mnu_Help_Content", Kind::Command, Help<0>, nullptr, "help.png", "F1"},
+    {"mnuHelp", "", "", Kind::Separator},
+    {"mnuHelp", "mnu_Help_2", "mnu_Help_Tour", Kind::Command, Help<2>, nullptr, "tour.png"},
+    {"mnuHelp", "mnu_Help_3", "mnu_Help_Helpdesk", Kind::Command, Help<3>, HasHelpDesk},
+    {"mnuHelp", "", "", Kind::Separator},
+    {"mnuHelp", "mnu_Help_5", "TS_AboutTitle", Kind::Command, About},
+};
+
+} // namespace
+
+std::span<const MenuRow> MenuRows() {
+    return Rows;
+}
+
+} // namespace tessaro

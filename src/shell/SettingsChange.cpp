@@ -1,0 +1,156 @@
+#include "shell/SettingsChange.h"
+
+#include "controls/Captions.h"
+#include "controls/StageScreen.h"
+#include "database/Database.h"
+#include "platform/Paths.h"
+#include "selection/IndicatorSelection.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/Messages.h"
+#include "session/Session.h"
+#include "session/Settings.h"
+#include "session/Strings.h"
+#include "shell/AddressBar.h"
+#include "shell/DatabaseOpener.h"
+#include "shell/MainMenu.h"
+#include "shell/Navigation.h"
+#include "shell/Preferences.h"
+#include "shell/StageBanner.h"
+#include "shell/StageNavigator.h"
+#include "shell/StandardToolBar.h"
+#include "shell/StatusBar.h"
+#include "shell/frmLanguage.h"
+#include "shell/frmMain.h"
+#include "shell/frmProperties.h"
+
+#include <QApplication>
+#include <QToolTip>
+
+namespace tessaro {
+
+SettingsChange::SettingsChange(frmMain& frame, const FrameParts& parts, StageNavigator& stages,
+                               DatabaseOpener& databases)
+    : frame_(frame), parts_(parts), stages_(stages), databases_(databases) {}
+
+void SettingsChange::ShowInLanguage() {
+    toolkitTexts_.Load();
+    // The bars and the screens take the font each by itself; the menus follow the application's.
+    QApplication::setFont(LanguageFont());
+    QToolTip::setFont(LanguageFont());
+    QApplication::setLayoutDirection(LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    parts_.menu.SetMenuCaptions();
+    parts_.toolBar.SetToolTips();
+    parts_.toolBar.ChangeToolBar();
+    parts_.address.SetCaptions();
+    parts_.banner.SetFormCaptions();
+    parts_.status.SetFormCaptions();
+    parts_.status.ShowNow();
+    stages_.SetFormCaptions();
+}
+
+void SettingsChange::StartSound() {
+    sound_.Load(SoundFile);
+    sound_.SetMuted(Mute);
+}
+
+void SettingsChange::SwitchSound() {
+    Mute = !Mute;
+    sound_.SetMuted(Mute);
+    parts_.status.ShowSound(Mute);
+}
+
+void SettingsChange::mnuFilemnu_Properties_Click() {
+    const QString before = Language;
+    frmProperties form(frame_);
+    form.exec();
+    if (Language != before && !LanguageInDatabase && FileExists(CurrentDatabase)) ShowLanguageDialog();
+}
+
+void SettingsChange::ShowLanguageDialog() {
+    frmLanguage dialog(&parts_.window);
+    connect(&dialog, &frmLanguage::PropertiesWanted, &dialog, [&] {
+        frmProperties form(frame_);
+        form.exec();
+        if (LanguageInDatabase)
+            dialog.accept();
+        else
+            dialog.ShowLanguages();
+    });
+    dialog.exec();
+}
+
+void SettingsChange::ApplyTheSettings(const Preferences& before) {
+    const ErrorTrap trap("ApplyTheSettings");
+    const Preferences now = Preferences::OfSession();
+    const bool languageChanged = now.language != before.language;
+    const bool haveDatabase = Connection && FileExists(CurrentDatabase);
+    const bool home = stages_.Front().home;
+    if (languageChanged) ReadTranslateFile();
+    DataExistsCriterion = CriterionOfDataExists(DataExistsMode);
+    ShowInLanguage();
+    if (languageChanged) ShowMessage(QStringLiteral("048"), MessageType::Ok, 102);
+    parts_.banner.SetCurrent(home ? navigation::HomePage : CurrentStage);
+    if (now.sound != before.sound) sound_.Load(SoundFile);
+    sound_.SetMuted(Mute);
+    parts_.status.ShowSound(Mute);
+    const bool relink = languageChanged && haveDatabase;
+    // What is selected carries texts of the language before.
+    if (relink) databases_.RestoreBlanks();
+    if (home) CurrentStage = navigation::HomePage;
+    if (FileExists(CurrentDatabase)) LanguageInDatabase = IsLanguageInDatabase(CurrentDatabase);
+    databases_.ShowAddress();
+    if (relink && LanguageInDatabase)
+        databases_.SelectDataBase();
+    else if (relink)
+        Relink();
+    else if (LanguageInDatabase)
+        ReloadScreens(now, before);
+    Q_EMIT databases_.Changed();
+}
+
+/// Links the open database in the current language; the home page comes up when it has no texts in it.
+void SettingsChange::Relink() {
+    DatabaseOpen = LinkAllTablesinInfoSel() == LinkResult::Made;
+    if (!LanguageInDatabase) stages_.ComeHomeWithoutLanguage();
+}
+
+/// The screens that a change concerns, filled anew. The data view keeps its rows unless it is in front.
+void SettingsChange::ReloadScreens(const Preferences& now, const Preferences& before) {
+    const bool lists = now.ChangesLists(before);
+    if (!lists && !now.ChangesIndicatorViews(before)) return;
+    const bool otherKeys = Connection && now.byCombination != before.byCombination;
+    if (otherKeys) selection::RemoveAllIndicators(); // the keys of the list take another form
+    stages_.Reload(lists ? QList<int>{0, 1, 2} : QList<int>{0});
+    const FrontState front = stages_.Front();
+    if (front.home || front.gallery) return;
+    if (!front.data)
+        stages_.ShowCurrent();
+    else if (StageScreen* screen = stages_.ActiveScreen(); screen && (lists || otherKeys))
+        screen->Refresh();
+}
+
+void SettingsChange::ChangeLanguage(const QString& label) {
+    const ErrorTrap trap("ChangeLanguage");
+    if (label.compare(Language, Qt::CaseInsensitive) == 0) return;
+    const bool haveDatabase = Connection && FileExists(CurrentDatabase);
+    {
+        const WaitPointer wait;
+        const bool home = CurrentStage == navigation::HomePage;
+        Language = label;
+        ReadTranslateFile();
+        const LanguageFace face = FaceOfLanguage(Language);
+        if (!face.font.isEmpty()) ProductFont = face.font;
+        if (face.size > 0) ProductFontSize = face.size;
+        // What is selected carries texts of the language before.
+        if (haveDatabase) databases_.RestoreBlanks();
+        ShowInLanguage();
+        if (haveDatabase) Relink();
+        if (haveDatabase && DatabaseOpen && !home) stages_.ShowIndicatorScreen();
+        if (home) CurrentStage = navigation::HomePage;
+    }
+    Q_EMIT databases_.Changed();
+    if (haveDatabase && !LanguageInDatabase) ShowLanguageDialog();
+}
+
+} // namespace tessaro
