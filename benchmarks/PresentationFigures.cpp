@@ -82,7 +82,7 @@ void MeasurePresentations(Report& report) {
     report.Bound(
         table, [&] { return BestPreview(host, asTable); }, 3000, "ms");
     SelectFew(10, 1);
-    arrangement.SetDefaultRowsColumns();
+    arrangement.SetDefaultAxes();
     report.Bound(
         graph, [&] { return BestPreview(host, asGraph); }, 3000, "ms");
     host.CloseHostedExcel(false);

@@ -6,15 +6,22 @@
 #include "office/Transfer.h"
 #include "office/Worksheet.h"
 
+#include <algorithm>
 #include <cmath>
 #include <com/sun/star/awt/Rectangle.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/chart/ChartAxisAssign.hpp>
+#include <com/sun/star/chart/ChartDataCaption.hpp>
 #include <com/sun/star/chart/ChartDataRowSource.hpp>
 #include <com/sun/star/chart/ChartLegendPosition.hpp>
+#include <com/sun/star/chart/ChartSymbolType.hpp>
+#include <com/sun/star/chart/MissingValueTreatment.hpp>
 #include <com/sun/star/chart/X3DDisplay.hpp>
 #include <com/sun/star/chart/XAxisXSupplier.hpp>
 #include <com/sun/star/chart/XAxisYSupplier.hpp>
 #include <com/sun/star/chart/XChartDocument.hpp>
+#include <com/sun/star/chart/XSecondAxisTitleSupplier.hpp>
+#include <com/sun/star/chart/XTwoAxisYSupplier.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/document/XEmbeddedObjectSupplier.hpp>
 #include <com/sun/star/drawing/FillStyle.hpp>
@@ -115,30 +122,51 @@ void SetFontOf(const Reference<XPropertySet>& part, const QString& name, double 
     }
 }
 
-/// The axes that this kind of chart has.
+/// The axis along the points and that of the values; empty for one that this kind of chart doesn't have.
+Reference<XPropertySet> AlongAxis(const Reference<XChartDocument>& chart) {
+    const Reference<com::sun::star::chart::XAxisXSupplier> x(chart->getDiagram(), UNO_QUERY);
+    return x.is() ? x->getXAxis() : Reference<XPropertySet>();
+}
+
+Reference<XPropertySet> ValueAxis(const Reference<XChartDocument>& chart) {
+    const Reference<com::sun::star::chart::XAxisYSupplier> y(chart->getDiagram(), UNO_QUERY);
+    return y.is() ? y->getYAxis() : Reference<XPropertySet>();
+}
+
+bool Shows(const Reference<XChartDocument>& chart, const char* part) {
+    bool shown = false;
+    const auto diagram = Need<XPropertySet>(chart->getDiagram());
+    return diagram->getPropertySetInfo()->hasPropertyByName(Ascii(part)) &&
+           (diagram->getPropertyValue(Ascii(part)) >>= shown) && shown;
+}
+
+/// All axes that this kind of chart has.
 std::vector<Reference<XPropertySet>> AxesOf(const Reference<XChartDocument>& chart) {
-    std::vector<Reference<XPropertySet>> axes;
-    const auto diagram = chart->getDiagram();
-    const Reference<com::sun::star::chart::XAxisXSupplier> x(diagram, UNO_QUERY);
-    const Reference<com::sun::star::chart::XAxisYSupplier> y(diagram, UNO_QUERY);
-    if (x.is() && x->getXAxis().is()) axes.push_back(x->getXAxis());
-    if (y.is() && y->getYAxis().is()) axes.push_back(y->getYAxis());
+    std::vector<Reference<XPropertySet>> axes{AlongAxis(chart), ValueAxis(chart)};
+    const Reference<com::sun::star::chart::XTwoAxisYSupplier> second(chart->getDiagram(), UNO_QUERY);
+    if (second.is() && Shows(chart, "HasSecondaryYAxis")) axes.push_back(second->getSecondaryYAxis());
+    std::erase_if(axes, [](const Reference<XPropertySet>& axis) { return !axis.is(); });
     return axes;
 }
 
-/// The titles of axes that are shown.
+/// The titles of axes, empty for one that isn't shown: along, values, other side.
 std::vector<Reference<XPropertySet>> AxisTitlesOf(const Reference<XChartDocument>& chart) {
-    std::vector<Reference<XPropertySet>> titles;
+    std::vector<Reference<XPropertySet>> titles(3);
     const auto diagram = chart->getDiagram();
-    const auto properties = Need<XPropertySet>(diagram);
     const Reference<com::sun::star::chart::XAxisXSupplier> x(diagram, UNO_QUERY);
     const Reference<com::sun::star::chart::XAxisYSupplier> y(diagram, UNO_QUERY);
-    bool shown = false;
-    if (x.is() && (properties->getPropertyValue("HasXAxisTitle") >>= shown) && shown)
-        titles.push_back(Need<XPropertySet>(x->getXAxisTitle()));
-    if (y.is() && (properties->getPropertyValue("HasYAxisTitle") >>= shown) && shown)
-        titles.push_back(Need<XPropertySet>(y->getYAxisTitle()));
+    const Reference<com::sun::star::chart::XSecondAxisTitleSupplier> other(diagram, UNO_QUERY);
+    if (x.is() && Shows(chart, "HasXAxisTitle")) titles[0] = Need<XPropertySet>(x->getXAxisTitle());
+    if (y.is() && Shows(chart, "HasYAxisTitle")) titles[1] = Need<XPropertySet>(y->getYAxisTitle());
+    if (other.is() && Shows(chart, "HasSecondaryYAxisTitle"))
+        titles[2] = Need<XPropertySet>(other->getSecondYAxisTitle());
     return titles;
+}
+
+void SetNumberFormat(const Reference<XChartDocument>& chart, const Reference<XPropertySet>& axis, const QString& code) {
+    if (!axis.is()) return;
+    axis->setPropertyValue("LinkNumberFormatToSource", Any(false));
+    axis->setPropertyValue("NumberFormat", Any(NumberFormatKey(Need<com::sun::star::frame::XModel>(chart), code)));
 }
 
 void SetAxisTitle(const Reference<XPropertySet>& diagram, const char* has, const Reference<XShape>& title,
@@ -246,6 +274,19 @@ void Chart::SetAxisTitles(const QString& xAxis, const QString& yAxis) {
     });
 }
 
+QStringList Chart::AxisTitles() const {
+    QStringList texts;
+    document_->Run([&](const Model& model) {
+        texts.clear();
+        for (const auto& title : AxisTitlesOf(ChartOf(model, sheet_, number_))) {
+            rtl::OUString text;
+            if (title.is()) title->getPropertyValue("String") >>= text;
+            texts << FromUno(text);
+        }
+    });
+    return texts;
+}
+
 void Chart::SetLegend(bool shown, bool below) {
     document_->Run([&](const Model& model) {
         using com::sun::star::chart::ChartLegendPosition;
@@ -277,14 +318,18 @@ void Chart::SetPlain() {
     });
 }
 
-void Chart::SetValueFormat(const QString& code) {
+void Chart::SetValueFormat(const QString& code, bool alsoAlong) {
     document_->Run([&](const Model& model) {
         const auto chart = ChartOf(model, sheet_, number_);
-        const Reference<com::sun::star::chart::XAxisYSupplier> y(chart->getDiagram(), UNO_QUERY);
-        if (!y.is() || !y->getYAxis().is()) return;
-        y->getYAxis()->setPropertyValue("LinkNumberFormatToSource", Any(false));
-        y->getYAxis()->setPropertyValue("NumberFormat",
-                                        Any(NumberFormatKey(Need<com::sun::star::frame::XModel>(chart), code)));
+        for (const auto& axis : AxesOf(chart))
+            if (alsoAlong || axis != AlongAxis(chart)) SetNumberFormat(chart, axis, code);
+    });
+}
+
+void Chart::SetAlongFormat(const QString& code) {
+    document_->Run([&](const Model& model) {
+        const auto chart = ChartOf(model, sheet_, number_);
+        SetNumberFormat(chart, AlongAxis(chart), code);
     });
 }
 
@@ -313,7 +358,7 @@ void Chart::SetFont(const QString& name, double points) {
         for (const auto& axis : AxesOf(chart))
             SetFontOf(axis, name, points);
         for (const auto& title : AxisTitlesOf(chart))
-            SetFontOf(title, name, points);
+            SetFontOf(title, name, points * 0.9);
     });
 }
 
@@ -360,6 +405,48 @@ void Chart::SetSeriesColor(int series, int colorIndex) {
         ForEachSeries(ChartOf(model, sheet_, number_), [&](int number, const Reference<XPropertySet>& properties) {
             if (number == series) properties->setPropertyValue("Color", colour);
         });
+    });
+}
+
+void Chart::SetSecondAxis(const std::vector<int>& series, const QString& title) {
+    document_->Run([&](const Model& model) {
+        namespace ChartAxisAssign = com::sun::star::chart::ChartAxisAssign;
+        const auto chart = ChartOf(model, sheet_, number_);
+        ForEachSeries(chart, [&](int number, const Reference<XPropertySet>& properties) {
+            if (std::find(series.begin(), series.end(), number) != series.end())
+                properties->setPropertyValue("Axis", Any(sal_Int32(ChartAxisAssign::SECONDARY_Y)));
+        });
+        const auto diagram = Need<XPropertySet>(chart->getDiagram());
+        diagram->setPropertyValue("HasSecondaryYAxis", Any(true));
+        const Reference<com::sun::star::chart::XSecondAxisTitleSupplier> other(chart->getDiagram(), UNO_QUERY);
+        if (other.is()) SetAxisTitle(diagram, "HasSecondaryYAxisTitle", other->getSecondYAxisTitle(), title);
+    });
+}
+
+bool Chart::HasSecondAxis() const {
+    bool has = false;
+    document_->Run([&](const Model& model) { has = Shows(ChartOf(model, sheet_, number_), "HasSecondaryYAxis"); });
+    return has;
+}
+
+void Chart::SetSymbols(const std::vector<int>& series) {
+    document_->Run([&](const Model& model) {
+        const auto chart = ChartOf(model, sheet_, number_);
+        ForEachSeries(chart, [&](int number, const Reference<XPropertySet>& properties) {
+            if (std::find(series.begin(), series.end(), number) != series.end())
+                properties->setPropertyValue("SymbolType",
+                                             Any(sal_Int32(com::sun::star::chart::ChartSymbolType::AUTO)));
+        });
+        Need<XPropertySet>(chart->getDiagram())
+            ->setPropertyValue("MissingValueTreatment",
+                               Any(sal_Int32(com::sun::star::chart::MissingValueTreatment::CONTINUE)));
+    });
+}
+
+void Chart::SetShares() {
+    document_->Run([&](const Model& model) {
+        Need<XPropertySet>(ChartOf(model, sheet_, number_)->getDiagram())
+            ->setPropertyValue("DataCaption", Any(sal_Int32(com::sun::star::chart::ChartDataCaption::PERCENT)));
     });
 }
 

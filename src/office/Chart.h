@@ -5,8 +5,10 @@
 #include <QByteArray>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
+#include <vector>
 
 namespace tessaro::office {
 
@@ -27,13 +29,25 @@ class Chart final {
     /// Empty takes the title away.
     void SetTitle(const QString& title);
     [[nodiscard]] QString Title() const;
+    /// Empty takes one away.
     void SetAxisTitles(const QString& xAxis, const QString& yAxis);
+    /// Of the axis along which the points stand, of that of the values, and of the one on the other side.
+    [[nodiscard]] QStringList AxisTitles() const;
     void SetLegend(bool shown, bool below = false);
     /// Takes away the tinted background of plot and legend and the legend's frame. Axes show plain numbers, not those
     /// of the first cell's format.
     void SetPlain();
-    /// How the axis of the values shows its numbers: "#,##0", "General".
-    void SetValueFormat(const QString& code);
+    /// How the axis of the values shows its numbers: "#,##0", "General"; a scatter chart's other axis too where told.
+    void SetValueFormat(const QString& code, bool alsoAlong = false);
+    /// How the axis along which the points stand shows its numbers.
+    void SetAlongFormat(const QString& code);
+    /// Measures these series, counted from 1, on an axis of their own on the other side. Of a chart of lines.
+    void SetSecondAxis(const std::vector<int>& series, const QString& title);
+    [[nodiscard]] bool HasSecondAxis() const;
+    /// Marks the values of these series, counted from 1, and lets their lines go on where values are missing.
+    void SetSymbols(const std::vector<int>& series);
+    /// Writes its share of the whole beside each slice of a pie.
+    void SetShares();
     /// Areas or columns stand on each other, so that none hides another.
     void SetStacked(bool stacked);
     /// Whether lines join the points of a scatter chart.

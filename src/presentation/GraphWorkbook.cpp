@@ -1,13 +1,10 @@
 #include "presentation/GraphWorkbook.h"
 
 #include "controls/SheetLook.h"
-#include "office/SpreadsheetApplication.h"
-#include "platform/Paths.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Strings.h"
-#include "session/TempFiles.h"
 
 #include <algorithm>
 
@@ -20,6 +17,7 @@ constexpr int kDarkRed = 9;
 constexpr int kGray = 16;
 constexpr double kGapHeight = 5; ///< points, of the empty rows below the title
 constexpr int kNamesBelow = 12;  ///< names that a legend below the plot has room for
+constexpr int kMostNames = 24;   ///< names that a legend beside the plot has room for, in small letters
 constexpr double kManyNamesSize = 7;
 constexpr QRectF kChartPlace(6, 6, 670, 355); ///< points; what the preview has room for, and a landscape page
 
@@ -42,10 +40,10 @@ office::ChartKind DefaultKind(const RowsColumns& arrangement) {
     return time ? office::ChartKind::Line : office::ChartKind::Column;
 }
 
-GraphWorkbook::GraphWorkbook(office::Workbook book, const PivotTable& table, const GraphOptions& options,
-                             const WizardProgress& progress)
-    : book_(std::move(book)), sheet_(book_.Sheet(TableSheet)), table_(table), options_(options), progress_(progress),
-      plan_(table, options.kind) {}
+GraphWorkbook::GraphWorkbook(office::Workbook book, const PivotTable& table, const GraphSubject& subject,
+                             const GraphOptions& options, const WizardProgress& progress)
+    : book_(std::move(book)), sheet_(book_.Sheet(TableSheet)), table_(table), subject_(subject), options_(options),
+      progress_(progress), plan_(table, subject, options.kind) {}
 
 QString GraphWorkbook::FirstCellAddress() const {
     return QStringLiteral("$A$%1").arg(HeaderRow);
@@ -66,6 +64,7 @@ void GraphWorkbook::Write() {
     WriteTable();
     WriteComments();
     if (options_.formatTable) Format();
+    WriteLines();
     widths_.WriteTo(sheet_, font);
     sheet_.Cells(HeaderRow, 1).AutoFitRows();
     SetTallRows(sheet_, HeaderRow + 1, LastRow(), LastColumn(), font);
@@ -109,8 +108,14 @@ void GraphWorkbook::MeasureColumns() {
     }
 }
 
-office::Cell GraphWorkbook::HeadCell(const QString& text) const {
-    return plan_.NeedsNumbersAlong() ? ValueCell(text) : office::Cell(text);
+std::vector<office::Cell> GraphWorkbook::ChartHeads() const {
+    std::vector<office::Cell> heads(static_cast<std::size_t>(FirstValueColumn() - 1));
+    for (int column = 0; column < table_.ColumnCount(); ++column)
+        if (plan_.layout() == GraphPlan::Layout::AlongTime)
+            heads.emplace_back(plan_.Periods().places[static_cast<std::size_t>(column)]);
+        else
+            heads.emplace_back(plan_.HeadLabelOf(column));
+    return heads;
 }
 
 void GraphWorkbook::WriteTitle() {
@@ -127,16 +132,21 @@ void GraphWorkbook::WriteTable() {
     WriteTitle();
     office::Block block(1);
     for (const QString& head : Heads())
-        block.front().push_back(plan_.SeriesInRows() ? HeadCell(head) : office::Cell(head));
+        block.front().push_back(office::Cell(head));
+    if (plan_.layout() == GraphPlan::Layout::AlongTime) {
+        const std::vector<office::Cell> places = ChartHeads();
+        std::copy(places.end() - table_.ColumnCount(), places.end(), block.front().end() - table_.ColumnCount());
+    }
+    if (plan_.NeedsHeadLabels()) block.push_back(ChartHeads());
     LookCollector formats;
     for (int row = 0; row < table_.RowCount(); ++row) {
         std::vector<office::Cell> line;
         for (const QString& text : RowHeads(row))
-            line.push_back(plan_.SeriesInRows() ? office::Cell(text) : HeadCell(text));
+            line.push_back(office::Cell(text));
         for (const PivotCell& cell : table_.cells[static_cast<std::size_t>(row)]) {
             const int column = static_cast<int>(line.size()) + 1;
             if (!cell.value.isEmpty())
-                formats.Add(HeaderRow + 1 + row, column, {.numberFormat = ValueFormat(cell.value)});
+                formats.Add(FirstDataRow() + row, column, {.numberFormat = ValueFormat(cell.value)});
             line.push_back(ValueCell(cell.value));
         }
         block.push_back(std::move(line));
@@ -150,13 +160,22 @@ void GraphWorkbook::WriteTable() {
 void GraphWorkbook::DressTable() {
     const TableFont font = DataFont();
     office::CellStyle text = font.Style();
-    text.numberFormat = plan_.NeedsNumbersAlong() ? QStringLiteral("General") : QStringLiteral("@");
+    text.numberFormat = QStringLiteral("@");
     SetLeading(text);
     office::CellStyle value = font.Style();
     value.horizontal = office::Align::Right;
     sheet_.Cells(HeaderRow, 1, LastRow(), FirstValueColumn() - 1).SetStyle(text);
     sheet_.Cells(HeaderRow, FirstValueColumn(), LastRow(), LastColumn()).SetStyle(value);
+    sheet_.Cells(HeaderRow, FirstValueColumn(), ChartHeadRow(), LastColumn())
+        .SetStyle({.numberFormat = text.numberFormat});
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn()).SetStyle({.bold = true, .wrapText = true});
+    if (plan_.layout() != GraphPlan::Layout::AlongTime) return;
+    // A period that is measured still shows its own text.
+    for (int column = 0; column < table_.ColumnCount(); ++column) {
+        const QString& period = table_.columns[static_cast<std::size_t>(column)].head;
+        sheet_.Cells(HeaderRow, FirstValueColumn() + column)
+            .SetStyle({.numberFormat = QLatin1Char('"') + period + QLatin1Char('"')});
+    }
 }
 
 // A footnote goes on its cell, whose number stays one that can be drawn.
@@ -165,10 +184,10 @@ void GraphWorkbook::WriteComments() {
     for (int row = 0; row < table_.RowCount(); ++row) {
         for (int column = 0; column < table_.ColumnCount(); ++column) {
             const PivotCell& cell = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
-            if (cell.footnote == 0 || cell.value.isEmpty()) continue;
+            if (cell.footnote == 0) continue;
             if (!known.contains(cell.footnote)) known.insert(cell.footnote, FootnoteText(cell.footnote));
             const QString& text = known[cell.footnote];
-            if (!text.isEmpty()) sheet_.Cells(HeaderRow + 1 + row, FirstValueColumn() + column).AddComment(text);
+            if (!text.isEmpty()) sheet_.Cells(FirstDataRow() + row, FirstValueColumn() + column).AddComment(text);
         }
         if (row % 64 == 0) progress_.Child(100 * row / table_.RowCount());
     }
@@ -184,56 +203,113 @@ void GraphWorkbook::Format() {
         .SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, 1});
 }
 
-void GraphWorkbook::AddChart() {
-    office::Worksheet sheet = book_.Sheet(ChartSheet);
-    sheet.SetName(QStringLiteral("Graph"));
-    sheet.SetGridLines(false);
-    SetUpSheet(sheet, 0, 1);
-    const int first = plan_.ComparesColumns() ? FirstValueColumn() : FirstValueColumn() - 1;
-    const office::Range data = sheet_.Cells(HeaderRow, first, LastRow(), LastColumn());
-    // Texts name the points; numbers are where a scatter chart's points stand.
-    const bool named = !plan_.ComparesColumns() && !plan_.NeedsNumbersAlong();
-    office::Chart chart = sheet.AddChart(options_.kind, data, true, named, kChartPlace);
-    chart.SetSeriesInRows(plan_.SeriesInRows() && !plan_.ComparesColumns());
-    if (options_.kind == office::ChartKind::Area) chart.SetStacked(true);
-    if (plan_.ComparesColumns()) {
-        chart.SetLines(false);
-        chart.SetAxisTitles(plan_.HeadOf(0), table_.ColumnCount() == 2 ? plan_.HeadOf(1) : QString());
+void GraphWorkbook::WriteLines() {
+    office::CellStyle look = TextFont(DataFont()).Style();
+    look.numberFormat = QStringLiteral("@");
+    SetLeading(look);
+    office::Block block;
+    for (const auto& [key, texts] :
+         {std::pair("FootNotes", subject_.notes), std::pair("Comm_Source", subject_.sources)}) {
+        if (texts.isEmpty()) continue;
+        block.push_back({Plain(key)});
+        for (const QString& text : texts)
+            block.push_back({text});
     }
+    if (block.empty()) return;
+    const int first = LastRow() + 2;
+    sheet_.Cells(first, 1, first + static_cast<int>(block.size()) - 1, 1).SetStyle(look);
+    sheet_.Cells(first, 1).SetValues(block);
+}
+
+// Texts name points and series; a chart that compares takes the first values for the places of its points.
+office::Chart GraphWorkbook::DrawSeries(office::Worksheet& sheet) const {
+    using Layout = GraphPlan::Layout;
+    const bool columns = plan_.layout() == Layout::CompareColumns;
+    const bool rows = plan_.layout() == Layout::CompareRows;
+    const office::Range data =
+        sheet_.Cells(rows ? FirstDataRow() : ChartHeadRow(), columns ? FirstValueColumn() : FirstValueColumn() - 1,
+                     LastRow(), LastColumn());
+    const bool named = !columns && plan_.layout() != Layout::AlongTime;
+    office::Chart chart = sheet.AddChart(options_.kind, data, !rows, named, kChartPlace);
+    chart.SetSeriesInRows(plan_.SeriesInRows());
+    return chart;
+}
+
+void GraphWorkbook::NameAxes(office::Chart& chart) const {
+    const QString below = plan_.SourceLines();
+    if (plan_.Compares()) {
+        const QString along = plan_.VariableOf(0) + (below.isEmpty() ? QString() : QStringLiteral("\n\n") + below);
+        chart.SetAxisTitles(along, plan_.SeriesCount() == 1 ? plan_.VariableOf(1) : QString());
+    } else if (options_.kind != office::ChartKind::Pie) {
+        chart.SetAxisTitles(below, plan_.ValueAxisTitle());
+    }
+    if (const std::vector<int> second = plan_.SecondAxisSeries(); !second.empty())
+        chart.SetSecondAxis(second, plan_.SecondAxisTitle());
+}
+
+void GraphWorkbook::DressChart(office::Chart& chart) const {
     const TableFont font = DataFont();
-    chart.SetTitle(plan_.Title());
-    const int names = options_.kind == office::ChartKind::Pie ? plan_.PointCount() : plan_.SeriesCount();
+    const bool pie = options_.kind == office::ChartKind::Pie;
+    const int names = plan_.LegendNames();
     const bool many = names > kNamesBelow;
-    chart.SetLegend(names > 1 || options_.kind == office::ChartKind::Pie, plan_.HasLongNames() && !many);
+    chart.SetLegend((names > 1 || pie) && names <= kMostNames, plan_.HasLongNames() && !many);
     chart.SetPlain();
-    if (SysNumFormat && plan_.HasLongNumbers()) chart.SetValueFormat(QStringLiteral("#,##0"));
+    if (SysNumFormat && plan_.HasLongNumbers()) chart.SetValueFormat(QStringLiteral("#,##0"), plan_.Compares());
+    if (plan_.layout() == GraphPlan::Layout::AlongTime && plan_.Periods().dates)
+        chart.SetAlongFormat(QStringLiteral("YYYY-MM"));
     chart.SetFont(font.name, font.size);
     if (many) chart.SetLegendFont(font.name, std::min(font.size, kManyNamesSize));
     chart.SetAxisFont(ProductFont.isEmpty() ? font.name : ProductFont,
                       ProductFontSize > 0 ? ProductFontSize : font.size);
 }
 
-ShowOutcome ShowGraphXLS(RowsColumns& arrangement, const GraphOptions& options, const WizardProgress& progress,
-                         const MayDraw& mayDraw) {
-    const ErrorTrap trap("ShowXLS");
+void GraphWorkbook::AddChart() {
+    office::Worksheet sheet = book_.Sheet(ChartSheet);
+    sheet.SetName(QStringLiteral("Graph"));
+    sheet.SetGridLines(false);
+    SetUpSheet(sheet, 0, 1);
+    office::Chart chart = DrawSeries(sheet);
+    if (options_.kind == office::ChartKind::Area) chart.SetStacked(true);
+    if (plan_.Compares()) chart.SetLines(false);
+    if (const auto lone = plan_.SeriesWithLonePoints(); options_.kind == office::ChartKind::Line && !lone.empty())
+        chart.SetSymbols(lone);
+    const bool pie = options_.kind == office::ChartKind::Pie;
+    if (pie) chart.SetShares();
+    const QString below = plan_.SourceLines();
+    chart.SetTitle(pie && !below.isEmpty() ? plan_.Title() + QLatin1Char('\n') + below : plan_.Title());
+    NameAxes(chart);
+    DressChart(chart);
+}
+
+namespace {
+
+ShowOutcome BuildGraph(RowsColumns& arrangement, const GraphOptions& options, const WizardProgress& progress,
+                       const MayDraw& mayDraw) {
     PivotTable table;
     ShowOutcome outcome = PrepareTable(WizardKind::Graph, arrangement, table, progress);
     if (outcome.result != ShowResult::Built) return outcome;
-    const GraphPlan plan(table, options.kind);
-    if (plan.IsCrowded() && mayDraw && !mayDraw(plan.PointCount(), plan.SeriesCount())) return {ShowResult::GivenUp};
     if (options.sort) table.SortRows(options.sortColumn, options.sortAscending);
-    const QString templateFile = TemplateFile(QStringLiteral("GraphTmp.Xls"));
-    if (templateFile.isEmpty()) return {ShowResult::TemplateMissing};
-    outcome.WorkbookFile = JoinPath({TempFolder, GetFreeFileName(CleanedTitle(Plain("PRES_Graph"), Plain("Graph")))});
-    progress.Label("Setting the Excel Objects");
-    GiveTimeFor(table.ValueCount());
-    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, outcome.WorkbookFile);
-    progress.Main(65);
-    GraphWorkbook(book, table, options, progress).Write();
-    book.Close(false);
+    const GraphSubject subject = ReadGraphSubject(table);
+    const GraphPlan plan(table, subject, options.kind);
+    if (plan.layout() == GraphPlan::Layout::Nothing) return {ShowResult::NothingToCompare};
+    if (const QString question = plan.Question(); !question.isEmpty() && mayDraw && !mayDraw(question))
+        return {ShowResult::GivenUp};
     outcome.SuggestedName = CleanedTitle(plan.Title(), Plain("Graph"));
-    progress.Main(100);
-    return outcome;
+    const QString stem = CleanedTitle(Plain("PRES_Graph"), Plain("Graph"));
+    const auto write = [&](office::Workbook& book) { GraphWorkbook(book, table, subject, options, progress).Write(); };
+    return WriteWorkbook({QStringLiteral("GraphTmp.Xls"), stem, table.ValueCount()}, outcome, progress, write);
+}
+
+} // namespace
+
+ShowOutcome ShowGraphXLS(RowsColumns& arrangement, const GraphOptions& options, const WizardProgress& progress,
+                         const MayDraw& mayDraw) {
+    const ErrorTrap trap("ShowXLS");
+    try {
+        return BuildGraph(arrangement, options, progress, mayDraw);
+    } catch (const WorkGivenUp&) {
+        return {ShowResult::GivenUp};
+    }
 }
 
 } // namespace tessaro

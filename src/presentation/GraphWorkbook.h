@@ -27,8 +27,8 @@ class GraphWorkbook final {
     static constexpr int HeaderRow = 7;
 
     /// `table` is in its final order.
-    GraphWorkbook(office::Workbook book, const PivotTable& table, const GraphOptions& options,
-                  const WizardProgress& progress);
+    GraphWorkbook(office::Workbook book, const PivotTable& table, const GraphSubject& subject,
+                  const GraphOptions& options, const WizardProgress& progress);
 
     /// Fills all sheets and saves. Throws office::Error.
     void Write();
@@ -44,26 +44,36 @@ class GraphWorkbook final {
     void DressTable();
     void WriteComments();
     void Format();
+    /// Sources and notes below the table, in full.
+    void WriteLines();
     void AddChart();
+    [[nodiscard]] office::Chart DrawSeries(office::Worksheet& sheet) const;
+    void NameAxes(office::Chart& chart) const;
+    void DressChart(office::Chart& chart) const;
     [[nodiscard]] std::vector<QString> Heads() const;
     [[nodiscard]] std::vector<QString> RowHeads(int row) const;
-    /// What stands along the axis: a text, or a number where the chart measures it.
-    [[nodiscard]] office::Cell HeadCell(const QString& text) const;
+    /// The row of heads as the chart reads it: periods as numbers where it measures them, long names shortened.
+    [[nodiscard]] std::vector<office::Cell> ChartHeads() const;
     [[nodiscard]] int FirstValueColumn() const { return table_.FieldCount() + (plan_.NeedsLabels() ? 2 : 1); }
     [[nodiscard]] int LastColumn() const { return FirstValueColumn() + table_.ColumnCount() - 1; }
-    [[nodiscard]] int LastRow() const { return HeaderRow + table_.RowCount(); }
+    /// The heads that the chart reads stand in a row of their own where the table's are too long.
+    [[nodiscard]] int ChartHeadRow() const { return plan_.NeedsHeadLabels() ? HeaderRow + 1 : HeaderRow; }
+    [[nodiscard]] int FirstDataRow() const { return ChartHeadRow() + 1; }
+    [[nodiscard]] int LastRow() const { return ChartHeadRow() + table_.RowCount(); }
 
     office::Workbook book_;
     office::Worksheet sheet_;
     const PivotTable& table_;
+    const GraphSubject& subject_;
     const GraphOptions& options_;
     const WizardProgress& progress_;
     const GraphPlan plan_;
     ColumnWidths widths_;
 };
 
-/// Asked before a crowded graph is drawn, with its numbers of points and series; False gives it up.
-using MayDraw = std::function<bool(int points, int series)>;
+/// Asked before a graph is drawn that couldn't be read or would mislead, with the question for the user; False gives it
+/// up.
+using MayDraw = std::function<bool(const QString& question)>;
 /// ShowXLS of the graph wizard; like that of the table wizard.
 [[nodiscard]] ShowOutcome ShowGraphXLS(RowsColumns& arrangement, const GraphOptions& options,
                                        const WizardProgress& progress = {}, const MayDraw& mayDraw = {});

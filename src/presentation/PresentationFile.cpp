@@ -23,6 +23,8 @@ QString ShowOutcome::MessageKey() const {
         return QStringLiteral("256");
     case ShowResult::TemplateMissing:
         return QStringLiteral("011");
+    case ShowResult::NothingToCompare:
+        return QStringLiteral("TS_NothingToCompare");
     case ShowResult::Built:
     case ShowResult::TooManyColumns:
     case ShowResult::TooManyRows:

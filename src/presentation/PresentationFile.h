@@ -3,39 +3,70 @@
 #include "office/Workbook.h"
 #include "presentation/RowsColumns.h"
 
+#include <QFile>
 #include <QString>
 
 #include <functional>
 
 namespace tessaro {
 
-/// Where a wizard shows how far its work is. What isn't set isn't told.
+/// Thrown where the work tells its progress, when the user has given it up.
+struct WorkGivenUp {};
+
+/// Where a wizard shows how far its work is, and lets it be given up. What isn't set isn't told or asked.
 struct WizardProgress {
     std::function<void(int)> main = {};
     std::function<void(int)> child = {};
     std::function<void(const QString& key)> label = {};
+    std::function<bool()> givenUp = {};
 
     void Main(int percent) const {
+        Check();
         if (main) main(percent);
     }
     void Child(int percent) const {
+        Check();
         if (child) child(percent);
     }
     void Label(const char* key) const {
+        Check();
         if (label) label(QLatin1String(key));
     }
+
+  private:
+    void Check() const {
+        if (givenUp && givenUp()) throw WorkGivenUp();
+    }
+};
+
+/// A file that is removed again unless its maker comes to the end.
+class UnfinishedFile final {
+  public:
+    explicit UnfinishedFile(QString path) : path_(std::move(path)) {}
+    ~UnfinishedFile() {
+        if (!kept_) QFile::remove(path_);
+    }
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+    [[nodiscard]] const QString& Path() const { return path_; }
+    void Keep() { kept_ = true; }
+
+  private:
+    QString path_;
+    bool kept_ = false;
 };
 
 /// How ShowXLS ended. Anything but Built leaves no workbook.
 enum class ShowResult {
     Built,
-    NoRows,          ///< nothing stands on the rows: key "253"
-    NoYAxis,         ///< nothing is left for the Y axis
-    NoData,          ///< key "256"
-    TemplateMissing, ///< key "011"
-    TooManyColumns,  ///< the crosstab would have `count` columns; `field` is the one to move to the rows
-    GivenUp,         ///< the user would rather not have it; nothing is told
-    TooManyRows      ///< the table would have `count` rows
+    NoRows,           ///< nothing stands on the rows: key "253"
+    NoYAxis,          ///< nothing is left for the Y axis
+    NoData,           ///< key "256"
+    TemplateMissing,  ///< key "011"
+    TooManyColumns,   ///< the crosstab would have `count` columns; `field` is the one to move to the rows
+    NothingToCompare, ///< a scatter chart without two columns of values or times along its axis
+    GivenUp,          ///< the user would rather not have it; nothing is told
+    TooManyRows       ///< the table would have `count` rows
 };
 struct ShowOutcome {
     ShowResult result = ShowResult::Built;

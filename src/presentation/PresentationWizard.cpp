@@ -4,6 +4,7 @@
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
 #include "office/SpreadsheetApplication.h"
+#include "presentation/CancelWatch.h"
 #include "presentation/RowsColumnsPage.h"
 #include "presentation/TableWorkbook.h"
 #include "session/ErrorSink.h"
@@ -13,6 +14,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QFileInfo>
+#include <QPushButton>
 #include <QStackedWidget>
 
 namespace tessaro {
@@ -53,7 +55,10 @@ void PresentationWizard::Form_Load(const QString& fieldsKey, QWidget* options, c
     fields_->SetFormCaptions();
     StartSpreadsheet();
     RowsColumns first;
-    first.SetDefaultRowsColumns();
+    if (kind_ == WizardKind::Table)
+        first.SetDefaultRowsColumns();
+    else
+        first.SetDefaultAxes();
     fields_->SetArrangement(first);
     Begin();
 }
@@ -76,19 +81,25 @@ void PresentationWizard::GoBack(int step) {
     if (step == PreviewStep) fraExcel_->CloseHostedExcel();
 }
 
+ShowOutcome PresentationWizard::Build(RowsColumns& arrangement) {
+    CancelWatch cancel(*this, findChild<QPushButton*>(QStringLiteral("CmdCancel")));
+    return BuildWorkbook(arrangement, {[this](int percent) { SetMainProgress(percent); },
+                                       [this](int percent) { SetChildProgress(percent); },
+                                       [this](const QString& key) { SetStatus(PlainText(key)); },
+                                       [&cancel] { return cancel.Asked(); }});
+}
+
 bool PresentationWizard::ShowPreview() {
     RowsColumns arrangement = fields_->Arrangement();
-    const WizardProgress progress{[this](int percent) { SetMainProgress(percent); },
-                                  [this](int percent) { SetChildProgress(percent); },
-                                  [this](const QString& key) { SetStatus(PlainText(key)); }};
     ShowOutcome outcome;
     ForgetWorkbook();
     try {
-        outcome = BuildWorkbook(arrangement, progress);
+        outcome = Build(arrangement);
     } catch (const office::Error& error) {
         ShowOfficeError(error, "CmdNext_Click");
         return false;
     }
+    if (outcome.result == ShowResult::GivenUp) return false;
     if (!(arrangement == fields_->Arrangement())) {
         const SortOrder sort = Sorting(); // the columns have stayed
         const QString head = sortHead_;

@@ -47,6 +47,8 @@ class PresentationWizard : public WizardFrame {
   private:
     void KeepSorting(const SortOrder& sort, const QString& head);
     [[nodiscard]] bool ShowPreview();
+    /// BuildWorkbook with progress shown; the user may give it up.
+    [[nodiscard]] ShowOutcome Build(RowsColumns& arrangement);
     void ForgetWorkbook();
     void ShowInPlace();
     [[nodiscard]] bool SaveAs();

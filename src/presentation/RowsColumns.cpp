@@ -56,6 +56,20 @@ void RowsColumns::SetDefaultRowsColumns() {
     if (subpops) columns_.push_back(PivotField::Subpop);
 }
 
+void RowsColumns::SetDefaultAxes() {
+    const ErrorTrap trap("SetDefaultRowsColumns");
+    Reset();
+    FieldList several;
+    for (const PivotField field : {PivotField::TimePeriod, PivotField::AreaName, PivotField::Indicator,
+                                   PivotField::Subpop, PivotField::Unit, PivotField::Source})
+        if (GetDistinctCount(field == PivotField::AreaName ? PivotField::AreaID : field) > 1) several.push_back(field);
+    columns_ = {several.empty() ? PivotField::Indicator : several.front()};
+    for (const PivotField field : {PivotField::AreaName, PivotField::Indicator, PivotField::Subpop})
+        if (field != columns_.front() && std::find(several.begin(), several.end(), field) != several.end())
+            rows_.push_back(field);
+    FillEmptyRows();
+}
+
 void RowsColumns::FillEmptyRows() {
     if (!rows_.empty()) return;
     const FieldList aside = Available();

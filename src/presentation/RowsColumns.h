@@ -38,6 +38,10 @@ class RowsColumns final {
 
     /// The first arrangement, by how many different values the selection has of each field.
     void SetDefaultRowsColumns();
+    /// The first arrangement of a graph: times, where there are several, run along the X axis, else areas, else
+    /// whatever there are several of. The Y axis gets the other fields that tell series apart; sources and units stay
+    /// aside as long as nothing needs them.
+    void SetDefaultAxes();
     /// Puts something on empty rows, as the first arrangement does: areas, or else the first field that is aside.
     void FillEmptyRows();
     /// Moves every field that can't stay aside to the rows, because some cell would then hold more than one value.

@@ -16,6 +16,7 @@ constexpr int kHeadLines = 4;
 constexpr int kReadLines = PivotFieldCount;
 constexpr qint64 kLargestLayout = 1 << 20;
 constexpr unsigned kInputPastEnd = 62;
+constexpr unsigned kBadFileFormat = 321;
 constexpr unsigned kFileNotFound = 53;
 constexpr unsigned kPathFileAccess = 75;
 const char* const kRows = "Rows             : ";
@@ -38,13 +39,16 @@ QByteArray Lines(const char* label, const RowsColumns::FieldList& fields) {
     return lines;
 }
 
-void TakeLine(const QByteArray& raw, RowsColumns& arrangement) {
+/// False when the line is neither empty nor names a list and a field.
+bool TakeLine(const QByteArray& raw, RowsColumns& arrangement) {
     const QByteArray line = raw.trimmed();
+    if (line.isEmpty()) return true;
     const auto field = FieldOfKey(QString::fromLatin1(line.mid(19)).trimmed());
     const QByteArray label = line.left(17).trimmed().toUpper();
-    if (!field || arrangement.PlacementOf(*field) != Placement::Unused) return;
-    if (label == "ROWS") arrangement.Place(*field, Placement::Row);
-    if (label == "COLUMNS") arrangement.Place(*field, Placement::Column);
+    if (!field || (label != "ROWS" && label != "COLUMNS")) return false;
+    if (arrangement.PlacementOf(*field) == Placement::Unused)
+        arrangement.Place(*field, label == "ROWS" ? Placement::Row : Placement::Column);
+    return true;
 }
 
 } // namespace
@@ -72,17 +76,19 @@ QByteArray LayoutBytes(const RowsColumns& arrangement, WizardKind kind) {
     return bytes;
 }
 
-bool ReadLayout(const QByteArray& bytes, RowsColumns& arrangement) {
-    arrangement.Reset();
+LayoutRead ReadLayout(const QByteArray& bytes, RowsColumns& arrangement) {
+    RowsColumns read;
     qsizetype start = 0;
-    for (int number = 0; number < kHeadLines + kReadLines; ++number) {
-        if (start >= bytes.size()) return false;
+    int number = 0;
+    for (; number < kHeadLines + kReadLines && start < bytes.size(); ++number) {
         const qsizetype end = bytes.indexOf('\n', start);
         const qsizetype length = (end < 0 ? bytes.size() : end) - start;
-        if (number >= kHeadLines) TakeLine(bytes.mid(start, length), arrangement);
+        if (number >= kHeadLines && !TakeLine(bytes.mid(start, length), read)) return LayoutRead::Damaged;
         start += length + 1;
     }
-    return true;
+    if (read == RowsColumns()) return LayoutRead::Damaged;
+    arrangement = read;
+    return number < kHeadLines + kReadLines ? LayoutRead::Short : LayoutRead::Whole;
 }
 
 bool SaveRowsColumns(const QString& fileName, const RowsColumns& arrangement, WizardKind kind) {
@@ -92,13 +98,19 @@ bool SaveRowsColumns(const QString& fileName, const RowsColumns& arrangement, Wi
     return false;
 }
 
-void LoadRowsColumns(const QString& fileName, RowsColumns& arrangement) {
+bool LoadRowsColumns(const QString& fileName, RowsColumns& arrangement) {
+    const auto report = [&](unsigned number, const char* what) {
+        ReportError(number, QLatin1String(what) + QStringLiteral(": ") + fileName, QStringLiteral("LoadRowsColumns"));
+    };
     const auto bytes = ReadWholeFile(fileName, kLargestLayout);
-    if (!bytes)
-        ReportError(kFileNotFound, QStringLiteral("File not found: ") + fileName, QStringLiteral("LoadRowsColumns"));
-    else if (!ReadLayout(*bytes, arrangement))
-        ReportError(kInputPastEnd, QStringLiteral("Input past end of file: ") + fileName,
-                    QStringLiteral("LoadRowsColumns"));
+    if (!bytes) {
+        report(kFileNotFound, "File not found");
+        return false;
+    }
+    const LayoutRead read = ReadLayout(*bytes, arrangement);
+    if (read == LayoutRead::Short) report(kInputPastEnd, "Input past end of file");
+    if (read == LayoutRead::Damaged) report(kBadFileFormat, "Damaged layout");
+    return read != LayoutRead::Damaged;
 }
 
 } // namespace tessaro

@@ -241,9 +241,12 @@ void RowsColumnsPage::CmdLoad_Click() {
     frmLoadRC form(kind_, this);
     form.exec();
     if (form.ChosenPath().isEmpty()) return;
-    RowsColumns loaded = arrangement_;
-    LoadRowsColumns(form.ChosenPath(), loaded);
-    SetArrangement(loaded);
+    RowsColumns loaded;
+    if (LoadRowsColumns(form.ChosenPath(), loaded))
+        SetArrangement(loaded);
+    else
+        ShowMessage(GetText(QStringLiteral("TS_NoLayout")).replace(QStringLiteral("%1"), form.ChosenPath()),
+                    MessageType::Ok, 103, {}, false);
 }
 
 } // namespace tessaro

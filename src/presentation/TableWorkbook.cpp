@@ -26,9 +26,10 @@ constexpr double kEmptyColumn = 10;  ///< digits of a column that holds nothing
 constexpr double kWidestColumn = 30; ///< digits; a merged line may end so far before the page does
 constexpr double kLeastLine = 30;    ///< digits; in less than that a line isn't wrapped
 constexpr int kMostMerged = 24;
-constexpr double kLineEnds = 0.1;   ///< of a line, lost where words don't break
-constexpr double kLineHeight = 1.5; ///< in sizes of the font
-constexpr double kGapHeight = 5;    ///< points, of the empty rows below the titles
+constexpr std::size_t kMarksAtOnce = 400; ///< so that progress is seen and the work can be cancelled between them
+constexpr double kLineEnds = 0.1;         ///< of a line, lost where words don't break
+constexpr double kLineHeight = 1.5;       ///< in sizes of the font
+constexpr double kGapHeight = 5;          ///< points, of the empty rows below the titles
 
 QString Plain(const char* key) {
     return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
@@ -82,7 +83,7 @@ void TableWorkbook::MeasureColumns() {
         for (std::size_t i = 0; i < table_.cells[row].size(); ++i) {
             const PivotCell& cell = table_.cells[row][i];
             const QString mark = cell.footnote != 0 ? QStringLiteral(" 9") : QString();
-            if (!cell.value.isEmpty()) widths_.Add(fields + static_cast<int>(i) + 1, DisplayedValue(cell.value) + mark);
+            widths_.Add(fields + static_cast<int>(i) + 1, DisplayedValue(cell.value) + mark);
         }
     }
 }
@@ -151,11 +152,8 @@ void TableWorkbook::WriteValues() {
         for (int column = 0; column < table_.ColumnCount(); ++column) {
             const PivotCell& cell = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
             const int sheetColumn = fields + column + 1;
-            const bool marked = cell.footnote != 0 && !cell.value.isEmpty();
-            line.push_back(marked ? office::Cell() : ValueCell(cell.value));
+            line.push_back(cell.footnote != 0 ? MarkedCell(cell, first + row, sheetColumn) : ValueCell(cell.value));
             if (cell.value.isEmpty()) continue;
-            if (marked)
-                marks_.push_back({first + row, sheetColumn, DisplayedValue(cell.value), FootnoteNumber(cell.footnote)});
             formats.Add(first + row, sheetColumn, {.numberFormat = ValueFormat(cell.value)});
             if (const int slot = SetCellBGColor(row, column); slot > -1)
                 colors.Add(first + row, sheetColumn, {.interiorColorIndex = slot});
@@ -183,21 +181,20 @@ void TableWorkbook::WriteValues() {
     WriteMarks();
 }
 
-// Text with a look of its own within a cell costs several calls each, so only the marked cells get it.
+// Every value that has a note is marked with the note's number; without a value the number stands alone.
+office::Cell TableWorkbook::MarkedCell(const PivotCell& cell, int row, int column) {
+    const QString number = QString::number(FootnoteNumber(cell.footnote));
+    marks_.push_back({row, column, static_cast<int>(number.size())});
+    return cell.value.isEmpty() ? number : DisplayedValue(cell.value) + QLatin1Char(' ') + number;
+}
+
 void TableWorkbook::WriteMarks() {
-    const office::CellStyle body = BodyLook();
-    office::CellStyle mark;
-    mark.fontName = body.fontName;
-    mark.latinFontName = body.latinFontName;
-    mark.fontSize = body.fontSize;
-    mark.bold = false;
-    mark.italic = false;
-    mark.fontColorIndex = kRed;
-    int done = 0;
-    for (const Mark& cell : marks_) {
-        sheet_.Cells(cell.row, cell.column)
-            .SetRichText({{cell.value + QLatin1Char(' '), false, body}, {QString::number(cell.number), true, mark}});
-        progress_.Child(100 * ++done / static_cast<int>(marks_.size()));
+    for (std::size_t start = 0; start < marks_.size(); start += kMarksAtOnce) {
+        const std::size_t end = std::min(start + kMarksAtOnce, marks_.size());
+        sheet_.MarkEnds(
+            {marks_.begin() + static_cast<std::ptrdiff_t>(start), marks_.begin() + static_cast<std::ptrdiff_t>(end)},
+            kRed);
+        progress_.Child(static_cast<int>(100 * end / marks_.size()));
     }
 }
 
@@ -340,24 +337,44 @@ ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& 
     return outcome;
 }
 
-ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options, const WizardProgress& progress) {
-    const ErrorTrap trap("ShowXLS");
+namespace {
+
+ShowOutcome BuildTable(RowsColumns& arrangement, const TableOptions& options, const WizardProgress& progress) {
     PivotTable table;
     ShowOutcome outcome = PrepareTable(WizardKind::Table, arrangement, table, progress);
     if (outcome.result != ShowResult::Built) return outcome;
     if (options.sort) table.SortRows(options.sortColumn, options.sortAscending);
-    const QString templateFile = TemplateFile(QStringLiteral("TableTmp.Xls"));
-    if (templateFile.isEmpty()) return {ShowResult::TemplateMissing};
     const QString stem = CleanedTitle(options.title, Plain("Table"));
-    outcome.WorkbookFile = JoinPath({TempFolder, GetFreeFileName(stem)});
+    const auto write = [&](office::Workbook& book) { TableWorkbook(book, table, options, progress).Write(); };
+    return WriteWorkbook({QStringLiteral("TableTmp.Xls"), stem, table.ValueCount()}, outcome, progress, write);
+}
+
+} // namespace
+
+ShowOutcome WriteWorkbook(const WorkbookPlan& plan, ShowOutcome outcome, const WizardProgress& progress,
+                          const std::function<void(office::Workbook&)>& write) {
+    const QString templateFile = TemplateFile(plan.templateName);
+    if (templateFile.isEmpty()) return {ShowResult::TemplateMissing};
+    UnfinishedFile file(JoinPath({TempFolder, GetFreeFileName(plan.stem)}));
     progress.Label("Setting the Excel Objects");
-    GiveTimeFor(table.ValueCount());
-    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, outcome.WorkbookFile);
+    GiveTimeFor(plan.values);
+    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, file.Path());
     progress.Main(65);
-    TableWorkbook(book, table, options, progress).Write();
+    write(book);
     book.Close(false);
     progress.Main(100);
+    file.Keep();
+    outcome.WorkbookFile = file.Path();
     return outcome;
+}
+
+ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options, const WizardProgress& progress) {
+    const ErrorTrap trap("ShowXLS");
+    try {
+        return BuildTable(arrangement, options, progress);
+    } catch (const WorkGivenUp&) {
+        return {ShowResult::GivenUp};
+    }
 }
 
 } // namespace tessaro

@@ -52,6 +52,7 @@ class TableWorkbook final {
     void WriteValues();
     void WriteLegend();
     void WriteMarks();
+    [[nodiscard]] office::Cell MarkedCell(const PivotCell& cell, int row, int column);
     [[nodiscard]] int WriteFootnotes();
     void WriteSources(int row);
     /// The columns of a line below the table, their digits, and the digits that a line may have in one row.
@@ -70,13 +71,6 @@ class TableWorkbook final {
     [[nodiscard]] office::CellStyle BodyLook() const { return options_.bodyFont.Style(); }
     [[nodiscard]] int LastColumn() const { return table_.FieldCount() + table_.ColumnCount(); }
 
-    struct Mark {
-        int row;
-        int column;
-        QString value;
-        int number;
-    };
-
     office::Workbook book_;
     office::Worksheet sheet_;
     const PivotTable& table_;
@@ -85,7 +79,7 @@ class TableWorkbook final {
     TableLayout layout_;
     std::vector<qint64> arrFootnotes_; ///< ids in the order of their numbers
     QHash<qint64, int> footnoteNumbers_;
-    std::vector<Mark> marks_;
+    std::vector<office::EndMark> marks_;
     std::vector<std::pair<int, QString>> longLines_; ///< rows below the table that may be longer than a page is wide
     int lastRow_ = 0;
     ColumnWidths widths_;
@@ -99,6 +93,16 @@ class TableWorkbook final {
 /// A graph without a field on its Y axis gets one. What it says isn't Built leaves `table` empty.
 [[nodiscard]] ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& table,
                                        const WizardProgress& progress);
+/// What a workbook is made of: its template, the name it should have, how many values it will hold.
+struct WorkbookPlan {
+    QString templateName;
+    QString stem;
+    int values;
+};
+/// Lets `write` fill a copy of the template in TempFolder, and puts its path into `outcome`. Whatever goes wrong, no
+/// file is left. Throws office::Error and WorkGivenUp.
+[[nodiscard]] ShowOutcome WriteWorkbook(const WorkbookPlan& plan, ShowOutcome outcome, const WizardProgress& progress,
+                                        const std::function<void(office::Workbook&)>& write);
 /// Path of a template of the installation; empty when it is missing.
 [[nodiscard]] QString TemplateFile(const QString& name);
 

@@ -4,19 +4,13 @@
 #include "presentation/GraphWorkbook.h"
 #include "presentation/RowsColumnsPage.h"
 #include "session/Messages.h"
-#include "session/Strings.h"
-
-#include <QLocale>
 
 namespace tessaro {
 
 namespace {
 
-bool MayDrawCrowded(int points, int series) {
-    const QString text = GetText(QStringLiteral("TS_CrowdedGraph"))
-                             .replace(QStringLiteral("%1"), QLocale::system().toString(points))
-                             .replace(QStringLiteral("%2"), QLocale::system().toString(series));
-    return ShowMessage(text, MessageType::YesNo, 104, {}, false) == MessageCode::Yes;
+bool AskToDraw(const QString& question) {
+    return ShowMessage(question, MessageType::YesNo, 104, {}, false) == MessageCode::Yes;
 }
 
 } // namespace
@@ -41,7 +35,7 @@ bool frmGraphWizard::LeaveFields() {
 }
 
 ShowOutcome frmGraphWizard::BuildWorkbook(RowsColumns& arrangement, const WizardProgress& progress) {
-    return ShowGraphXLS(arrangement, options_->Options(), progress, MayDrawCrowded);
+    return ShowGraphXLS(arrangement, options_->Options(), progress, AskToDraw);
 }
 
 SortOrder frmGraphWizard::Sorting() const {

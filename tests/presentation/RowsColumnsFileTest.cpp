@@ -42,27 +42,35 @@ TEST_F(RowsColumnsFileTest, BytesOfBothWizards) {
     EXPECT_EQ(LayoutBytes({}, WizardKind::Table).count('\n'), 4);
 }
 
-TEST_F(RowsColumnsFileTest, AShortFileKeepsWhatItHasAndIsReported) {
+TEST_F(RowsColumnsFileTest, AShortFileGivesWhatItHas) {
     RowsColumns loaded;
     loaded.Place(F::Source, Placement::Column);
-    EXPECT_FALSE(ReadLayout(LayoutBytes(saved_, WizardKind::Table), loaded)); // three lines instead of seven
+    EXPECT_EQ(ReadLayout(LayoutBytes(saved_, WizardKind::Table), loaded), LayoutRead::Short); // three of seven
     EXPECT_EQ(loaded, saved_);
     for (const F field : saved_.Available())
         saved_.Place(field, Placement::Column);
-    EXPECT_TRUE(ReadLayout(LayoutBytes(saved_, WizardKind::Table), loaded));
+    EXPECT_EQ(ReadLayout(LayoutBytes(saved_, WizardKind::Table), loaded), LayoutRead::Whole);
     EXPECT_EQ(loaded, saved_);
 }
 
-TEST_F(RowsColumnsFileTest, EveryPrefixGivesAPrefixOfTheArrangement) {
+TEST_F(RowsColumnsFileTest, ACutFileGivesWholeLinesOrIsDamaged) {
     const QByteArray whole = LayoutBytes(saved_, WizardKind::Table);
+    RowsColumns before;
+    before.Place(F::Source, Placement::Column);
+    int damaged = 0;
     for (qsizetype length = 0; length <= whole.size(); ++length) {
-        RowsColumns loaded;
-        EXPECT_FALSE(ReadLayout(whole.left(length), loaded));
+        RowsColumns loaded = before;
+        if (ReadLayout(whole.left(length), loaded) == LayoutRead::Damaged) {
+            EXPECT_EQ(loaded, before) << length;
+            ++damaged;
+            continue;
+        }
         const Fields& rows = loaded.Rows();
         ASSERT_LE(rows.size(), saved_.Rows().size());
         EXPECT_TRUE(std::equal(rows.begin(), rows.end(), saved_.Rows().begin())) << length;
-        EXPECT_TRUE(loaded.Columns().empty() || loaded.Rows() == saved_.Rows()) << length;
+        EXPECT_TRUE(loaded.Columns().empty() || loaded == saved_) << length;
     }
+    EXPECT_GT(damaged, whole.size() / 2);
 }
 
 TEST_F(RowsColumnsFileTest, OddLines) {
@@ -79,16 +87,28 @@ TEST_F(RowsColumnsFileTest, OddLines) {
          {F::Unit}},
         {"blanks about the key", "  Rows             :    A.AreaID  \r\n", {F::AreaID}, {}},
         {"a field twice", "Rows             : IUS.Unit\nColumns          : IUS.Unit\n", {F::Unit}, {}},
-        {"unknown label", "Pages            : IUS.Unit\n", {}, {}},
-        {"unknown key", "Rows             : IUS.Colour\n", {}, {}},
-        {"key one place off", "Rows            : IUS.Unit\n", {}, {}},
-        {"an eighth line isn't read", QByteArray("\n\n\n\n\n\n\n") + "Rows             : IUS.Unit\n", {}, {}},
+        {"an eighth line isn't read",
+         QByteArray("Rows             : IUS.Unit\n\n\n\n\n\n\n") + "rubbish\n",
+         {F::Unit},
+         {}},
     };
     for (const auto& c : cases) {
         RowsColumns loaded;
-        ReadLayout(head + c.lines, loaded);
+        EXPECT_NE(ReadLayout(head + c.lines, loaded), LayoutRead::Damaged) << c.what;
         EXPECT_EQ(loaded.Rows(), c.rows) << c.what;
         EXPECT_EQ(loaded.Columns(), c.columns) << c.what;
+    }
+}
+
+TEST_F(RowsColumnsFileTest, DamagedFilesChangeNothing) {
+    const QByteArray good = "Rows             : IUS.Unit\n";
+    for (const QByteArray& lines :
+         {QByteArray(), QByteArray("Pages            : IUS.Unit\n"), QByteArray("Rows             : IUS.Colour\n"),
+          QByteArray("Rows            : IUS.Unit\n"), QByteArray(good + "\x01\x02\x03"),
+          QByteArray(good + "Columns          : IUS.[Indic")}) {
+        RowsColumns loaded = saved_;
+        EXPECT_EQ(ReadLayout("x\n\n\n\n" + lines, loaded), LayoutRead::Damaged) << lines.toStdString();
+        EXPECT_EQ(loaded, saved_);
     }
 }
 
@@ -100,7 +120,7 @@ TEST_F(RowsColumnsFileTest, AnyBytesGiveAnArrangement) {
         for (int change = 0; change < 12; ++change)
             bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()))] = static_cast<char>(random());
         RowsColumns loaded;
-        ReadLayout(bytes, loaded);
+        static_cast<void>(ReadLayout(bytes, loaded));
         ASSERT_EQ(loaded.Rows().size() + loaded.Columns().size() + loaded.Available().size(), 7u);
     }
 }
@@ -111,9 +131,9 @@ TEST_F(RowsColumnsFileTest, FilesAreReplacedAndMissingOnesLeaveAllAsItWas) {
     ASSERT_TRUE(SaveRowsColumns(file, saved_, WizardKind::Table));
     EXPECT_EQ(*ReadWholeFile(file), LayoutBytes(saved_, WizardKind::Table));
     RowsColumns loaded;
-    LoadRowsColumns(file, loaded);
+    EXPECT_TRUE(LoadRowsColumns(file, loaded));
     EXPECT_EQ(loaded, saved_);
-    LoadRowsColumns(Folder() + QStringLiteral("/none.twf"), loaded);
+    EXPECT_FALSE(LoadRowsColumns(Folder() + QStringLiteral("/none.twf"), loaded));
     EXPECT_EQ(loaded, saved_);
     EXPECT_FALSE(SaveRowsColumns(Folder() + QStringLiteral("/none/none.twf"), saved_, WizardKind::Table));
 }

@@ -313,6 +313,43 @@ TEST_F(WizardsTest, TheProcessDiesWhileATableIsBuilt) {
     }
 }
 
+TEST_F(WizardsTest, BuildingCanBeGivenUp) {
+    SelectEverything();
+    for (int area = 1000; area < 1400; ++area) {
+        Run(QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, "
+                           "'A%1', 'Area %1', 1)")
+                .arg(area));
+        AddValue(1, 1, area, 1, QString::number(area), 1);
+    }
+    ShowFootnotes = true;
+    frmTableWizard wizard(save_);
+    wizard.show();
+    Click(wizard, "CmdNext");
+    const QStringList rows = Keys(wizard, "LVRows");
+    auto* cancel = Named<QPushButton>(wizard, "CmdCancel");
+    auto* next = Named<QPushButton>(wizard, "CmdNext");
+    for (const bool byKey : {false, true}) {
+        QTimer act;
+        QObject::connect(&act, &QTimer::timeout, &wizard, [&] {
+            QTest::mouseClick(next, Qt::LeftButton); // hits nothing
+            if (byKey)
+                QTest::keyClick(next, Qt::Key_Escape);
+            else
+                QTest::mouseClick(cancel, Qt::LeftButton);
+        });
+        act.start(1);
+        Click(wizard, "CmdNext");
+        act.stop();
+        EXPECT_EQ(wizard.Step(), 2) << byKey;
+        EXPECT_TRUE(wizard.isVisible());
+        EXPECT_EQ(messages, QStringList());
+        EXPECT_EQ(Keys(wizard, "LVRows"), rows);
+        EXPECT_TRUE(QDir(TempFolder).entryList({QStringLiteral("*.xls")}).isEmpty());
+    }
+    Click(wizard, "CmdNext");
+    EXPECT_EQ(wizard.Step(), 3);
+}
+
 TEST_F(WizardsTest, TheProcessHangsWhileAGraphIsBuilt) {
     SelectEverything();
     frmGraphWizard wizard(save_);

@@ -136,6 +136,61 @@ TEST_F(WorkbooksTest, FootnotesAreNumberedOnceAndListedBelow) {
     EXPECT_EQ(table.Text(heading + 3, 1), QStringLiteral("Source"));
 }
 
+TEST_F(WorkbooksTest, AMissingValueKeepsItsMarkAndItsNote) {
+    Run(QStringLiteral("DELETE * FROM Data"));
+    AddValue(1, 1, 1, 1, QStringLiteral("12.5"));
+    AddValue(2, 1, 1, 1, QString(), 1);
+    SelectEverything();
+    ShowFootnotes = true;
+    RowsColumns arrangement = Everything();
+    const ShowOutcome outcome = ShowXLS(arrangement, Options());
+    ASSERT_EQ(outcome.result, ShowResult::Built);
+    const test::ReadSheet table = test::ReadXls(outcome.WorkbookFile).front();
+    EXPECT_EQ(table.At(8, 5).toDouble(), 12.5);
+    EXPECT_EQ(table.Text(9, 5), QStringLiteral("1"));
+    EXPECT_TRUE(table.Text(RowOf(table, QStringLiteral("Footnotes")) + 1, 1).endsWith(QStringLiteral("Estimate")));
+}
+
+TEST_F(WorkbooksTest, ThousandsOfFootnoteMarksTakeNoMinutes) {
+    constexpr int kAreas = 1610;
+    Run(QStringLiteral("DELETE * FROM Data"));
+    SelectIus();
+    SelectTimes();
+    Connection->Begin();
+    for (int area = 1; area <= kAreas; ++area) {
+        Run(QStringLiteral(
+                "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
+                "'Area %1', 1)")
+                .arg(1000 + area));
+        for (int time = 1; time <= 2; ++time) // every other cell, so that none follows another
+            for (int ius = 1; ius <= 2; ++ius)
+                AddValue(time, ius, 1000 + area, 1, QString::number(area), (time + ius + area) % 2);
+    }
+    Connection->Commit();
+    ShowFootnotes = true;
+    office::SpreadsheetApplication::Instance().Start();
+    RowsColumns arrangement = Everything();
+    ShowFootnotes = false;
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_EQ(ShowXLS(arrangement, Options()).result, ShowResult::Built);
+    const qint64 plain = timer.restart();
+    ShowFootnotes = true;
+    const ShowOutcome marked = ShowXLS(arrangement, Options());
+    const qint64 withMarks = timer.elapsed();
+    qInfo("%d marks: %lld ms more than %lld ms", 2 * kAreas, withMarks - plain, plain);
+    EXPECT_LT(withMarks - plain, test::TimeBound(2000));
+    const test::ReadSheet table = test::ReadXls(marked.WorkbookFile).front();
+    int runs = 0;
+    for (int row = 8; row < 8 + 2 * kAreas; ++row)
+        for (int column = 5; column <= 6; ++column)
+            if (table.runs.contains(QStringLiteral("%1,%2").arg(row).arg(column))) {
+                EXPECT_TRUE(table.Text(row, column).endsWith(QStringLiteral(" 1")));
+                ++runs;
+            }
+    EXPECT_EQ(runs, 2 * kAreas);
+}
+
 TEST_F(WorkbooksTest, ColoursFollowTheRanges) {
     SelectEverything();
     ShowFootnotes = false;
@@ -320,10 +375,9 @@ TEST_F(WorkbooksTest, ACrowdedGraphIsAskedAbout) {
     for (const bool answer : {false, true}) {
         RowsColumns tried = arrangement;
         const ShowOutcome outcome =
-            ShowGraphXLS(tried, {.kind = office::ChartKind::Line}, {}, [&](int points, int series) {
+            ShowGraphXLS(tried, {.kind = office::ChartKind::Line}, {}, [&](const QString& question) {
                 ++asked;
-                EXPECT_GT(series, 50);
-                EXPECT_GE(points, series);
+                EXPECT_TRUE(question.contains(QStringLiteral("63"))) << question.toStdString();
                 return answer;
             });
         EXPECT_EQ(outcome.result, answer ? ShowResult::Built : ShowResult::GivenUp);
