@@ -40,29 +40,42 @@ QStringList MissingTables(const jet::Connection& connection, const QString& code
     return missing;
 }
 
-/// A connection to the file when it is a data database, or none.
-std::shared_ptr<jet::Connection> OpenDataDatabase(const QString& path) {
-    const ErrorTrap trap("InValidFile");
-    if (IsGenuineJetFile(path) && !ImportJetFile(path)) return nullptr;
-    auto connection = CreateTheConnection(path);
-    if (!connection) return nullptr;
-    const QString code = DefaultLanguageCode(*connection);
-    if (code.isEmpty()) {
-        LogNote(QLatin1String("no default language in ") + path);
-        return nullptr;
-    }
-    bool complete = false;
-    ErrorTrap("InValidFile").Try([&] {
-        const QStringList missing = MissingTables(*connection, code);
-        complete = missing.isEmpty();
-        if (!complete) LogNote(path + QLatin1String(" lacks ") + missing.join(QLatin1String(", ")));
-    });
-    return complete ? connection : nullptr;
+/// A file that was asked for as a data database: a connection to it, or why it is refused.
+struct Candidate {
+    std::shared_ptr<jet::Connection> connection;
+    QString reason;
+    bool stopped = false; ///< the user has stopped its copying: nothing is told
+};
+
+Candidate Refused(const QString& reason) {
+    return {nullptr, reason, false};
 }
 
-void Refuse(const QString& path) {
-    LogNote(QLatin1String("refused as a data database: ") + path);
-    ShowMessage(QStringLiteral("316"), MessageType::Ok, 101);
+/// Whether the open database has what a data database must have.
+Candidate Checked(std::shared_ptr<jet::Connection> connection) {
+    const QString code = DefaultLanguageCode(*connection);
+    if (code.isEmpty()) return Refused(FilledText(QStringLiteral("TS_NoDefaultLanguage"), {}));
+    QStringList missing;
+    if (!ErrorTrap("InValidFile").Try([&] { missing = MissingTables(*connection, code); })) return Refused({});
+    if (missing.isEmpty()) return {std::move(connection), {}, false};
+    return Refused(FilledText(QStringLiteral("TS_TablesMissing"), {missing.join(QStringLiteral(", "))}));
+}
+
+Candidate OpenDataDatabase(const QString& path) {
+    const ErrorTrap trap("InValidFile");
+    if (IsGenuineJetFile(path)) {
+        const JetImportResult import = ImportJetFile(path);
+        if (import.outcome == JetImport::Stopped) return {nullptr, {}, true};
+        if (import.outcome == JetImport::Refused) return Refused(import.reason);
+    }
+    auto connection = CreateTheConnection(path);
+    return connection ? Checked(std::move(connection)) : Refused(FilledText(QStringLiteral("TS_NotADatabase"), {}));
+}
+
+void Refuse(const QString& path, const Candidate& candidate) {
+    if (candidate.stopped) return LogNote(QLatin1String("the user stopped the copying of ") + path);
+    LogNote(QStringLiteral("refused as a data database: %1: %2").arg(path, candidate.reason));
+    ShowMessageWithReason(QStringLiteral("316"), candidate.reason, 101);
 }
 
 bool ConnectionIsOpen() {
@@ -104,20 +117,21 @@ bool UseDatabase(std::shared_ptr<jet::Connection> data) {
 } // namespace
 
 bool InValidFile(const QString& path) {
-    if (OpenDataDatabase(path)) return false;
-    Refuse(path);
+    const Candidate candidate = OpenDataDatabase(path);
+    if (candidate.connection) return false;
+    Refuse(path, candidate);
     return true;
 }
 
 bool OpenDatabaseFile(const QString& path) {
-    auto data = OpenDataDatabase(path);
-    if (!data) {
-        Refuse(path);
+    Candidate candidate = OpenDataDatabase(path);
+    if (!candidate.connection) {
+        Refuse(path, candidate);
         return false;
     }
     const ErrorTrap trap("OpenDatabaseFile");
     const QString before = std::exchange(CurrentDatabase, path);
-    if (UseDatabase(std::move(data))) return true;
+    if (UseDatabase(std::move(candidate.connection))) return true;
     CurrentDatabase = before;
     ShowFilledMessage(QStringLiteral("TS_NoRoomToOpen"), {CacheFolder}, 102);
     return false;

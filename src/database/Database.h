@@ -8,7 +8,8 @@
 
 namespace tessaro {
 
-/// True when the file is refused as a data database (message "316" has been shown), False when it is good: it opens
+/// True when the file is refused as a data database (message "316" has been shown with the reason, or the user has
+/// stopped its copying), False when it is good: it opens
 /// with the system's password, has a default language, and the 34 tables of that language. A genuine Jet file is copied
 /// first.
 bool InValidFile(const QString& path);

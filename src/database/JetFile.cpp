@@ -2,6 +2,8 @@
 
 #include "jet/Catalogue.h"
 
+#include <algorithm>
+#include <clocale>
 #include <mdbtools.h>
 
 namespace tessaro {
@@ -64,6 +66,24 @@ std::vector<Bound> BindColumns(MdbHandle* file, MdbTableDef& table, const std::v
     return bound;
 }
 
+/// The library prints numbers as the thread's locale has them; the copy wants them with a point.
+class PlainNumbers final {
+  public:
+    PlainNumbers() : plain_(::newlocale(LC_NUMERIC_MASK, "C", ::duplocale(LC_GLOBAL_LOCALE))) {
+        before_ = ::uselocale(plain_);
+    }
+    ~PlainNumbers() {
+        ::uselocale(before_);
+        ::freelocale(plain_);
+    }
+    PlainNumbers(const PlainNumbers&) = delete;
+    PlainNumbers& operator=(const PlainNumbers&) = delete;
+
+  private:
+    locale_t plain_;
+    locale_t before_;
+};
+
 } // namespace
 
 struct JetFile::Impl {
@@ -76,6 +96,13 @@ struct JetFile::Impl {
                 return entry;
         }
         return nullptr;
+    }
+    /// The definition of a table with its columns; nothing when there is none, or it can't be read.
+    [[nodiscard]] Table Read(std::string_view name) const {
+        MdbCatalogEntry* entry = Find(name);
+        Table table(entry == nullptr ? nullptr : mdb_read_table(entry));
+        if (table && mdb_read_columns(table.get()) == nullptr) table.reset();
+        return table;
     }
 };
 
@@ -104,11 +131,36 @@ bool JetFile::HasTable(std::string_view name) const {
     return impl_->Find(name) != nullptr;
 }
 
+std::vector<JetFile::TextColumn> JetFile::TextColumns(std::string_view name) const {
+    std::vector<TextColumn> columns;
+    const Table table = impl_->Read(name);
+    const int bytes = impl_->file != nullptr && IS_JET3(impl_->file) ? 1 : 2; // of a character
+    for (unsigned i = 0; table && i < table->num_cols; ++i) {
+        const MdbColumn* column = ColumnAt(*table, i);
+        if (column->col_type == MDB_TEXT) columns.push_back({column->name, std::max(column->col_size / bytes, 1)});
+        if (column->col_type == MDB_MEMO) columns.push_back({column->name, 0});
+    }
+    return columns;
+}
+
+std::vector<std::string> JetFile::Columns(std::string_view name) const {
+    std::vector<std::string> names;
+    const Table table = impl_->Read(name);
+    for (unsigned i = 0; table && i < table->num_cols; ++i)
+        names.emplace_back(ColumnAt(*table, i)->name);
+    return names;
+}
+
+std::int64_t JetFile::RowCount(std::string_view name) const {
+    const Table table = impl_->Read(name);
+    return table ? static_cast<std::int64_t>(table->num_rows) : 0;
+}
+
 bool JetFile::ReadRows(std::string_view name, const std::vector<std::string>& columns,
                        const std::function<bool(const std::vector<Field>&)>& take) const {
-    MdbCatalogEntry* entry = impl_->Find(name);
-    const Table table(entry == nullptr ? nullptr : mdb_read_table(entry));
-    if (!table || mdb_read_columns(table.get()) == nullptr) return false;
+    const PlainNumbers numbers;
+    const Table table = impl_->Read(name);
+    if (!table) return false;
     mdb_rewind_table(table.get());
     std::vector<Bound> bound = BindColumns(impl_->file, *table, columns);
     std::vector<Field> row(columns.size());

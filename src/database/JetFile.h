@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -21,8 +22,19 @@ class JetFile final {
     /// True when the file has a table of the user's with this name, ignoring case.
     [[nodiscard]] bool HasTable(std::string_view name) const;
 
-    /// One field of a row: its text in UTF-8 (numbers with ".", Yes/No as -1 or 0, GUIDs in braces), or Null,
-    /// which an empty text gives too.
+    /// A column of texts, with the characters that it holds at most; 0 for a memo, which has no bound.
+    struct TextColumn {
+        std::string name;
+        int width = 0;
+    };
+    [[nodiscard]] std::vector<TextColumn> TextColumns(std::string_view table) const;
+    /// Names of all columns of a table.
+    [[nodiscard]] std::vector<std::string> Columns(std::string_view table) const;
+    /// Rows that the table claims to have; 0 when there is no such table.
+    [[nodiscard]] std::int64_t RowCount(std::string_view table) const;
+
+    /// One field of a row: its text in UTF-8 (numbers with "." whatever the locale, Yes/No as -1 or 0, GUIDs in
+    /// braces), or Null, which an empty text gives too.
     struct Field {
         std::string_view text;
         bool isNull = true;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace tessaro::schema {
 
@@ -89,34 +90,36 @@ const std::vector<TableDefinition> kDataTables = {
      true},
 };
 
+// Files of others may have longer identifiers, periods and values than ours: these tables take what any of them has.
 const std::vector<TableDefinition> kSelectionTables = {
     {"_SelIUSNId",
-     "IUSNId LONG, IndicatorGId TEXT(60), [Indicator] TEXT(255), UnitGId TEXT(60), Unit TEXT(255), SubpopGId TEXT(60), "
+     "IUSNId LONG, IndicatorGId TEXT(255), [Indicator] TEXT(255), UnitGId TEXT(255), Unit TEXT(255), SubpopGId "
+     "TEXT(255), "
      "Subpop TEXT(255), SourceNId LONG, Source TEXT(255), RecommendedSource YESNO, Deleted YESNO, "
      "RowNId COUNTER PRIMARY KEY",
      {"IUSNId, SourceNId", "SourceNId", "IndicatorGId"}},
     {"_SelArea",
-     "AreaGId TEXT(60), AreaNId LONG, AreaID TEXT(255), AreaName TEXT(255), AreaLevel INTEGER, MapFile TEXT(255)",
+     "AreaGId TEXT(255), AreaNId LONG, AreaID TEXT(255), AreaName TEXT(255), AreaLevel INTEGER, MapFile TEXT(255)",
      {"AreaNId", "AreaID"}},
-    {"_SelTimePeriod", "TimePeriodNId LONG, TimePeriod TEXT(60)", {"TimePeriodNId"}},
+    {"_SelTimePeriod", "TimePeriodNId LONG, TimePeriod TEXT(255)", {"TimePeriodNId"}},
 };
 
 const std::vector<TableDefinition> kWorkingTables = {
     {"_Data",
-     "IndicatorGId TEXT(60), [Indicator] TEXT(255), UnitGId TEXT(60), Unit TEXT(255), SubpopGId TEXT(60), "
-     "Subpop TEXT(255), TimePeriod TEXT(60), AreaId TEXT(255), AreaName TEXT(255), Source TEXT(255), "
-     "RecommendedSource YESNO, DataValue TEXT(60)",
+     "IndicatorGId TEXT(255), [Indicator] TEXT(255), UnitGId TEXT(255), Unit TEXT(255), SubpopGId TEXT(255), "
+     "Subpop TEXT(255), TimePeriod TEXT(255), AreaId TEXT(255), AreaName TEXT(255), Source TEXT(255), "
+     "RecommendedSource YESNO, DataValue TEXT(255)",
      {"IndicatorGId", "AreaId"}},
     {"_MapData",
-     "[_MapDataID] COUNTER PRIMARY KEY, TimePeriod TEXT(60), AreaID TEXT(255), AreaName TEXT(255), [Indicator] "
+     "[_MapDataID] COUNTER PRIMARY KEY, TimePeriod TEXT(255), AreaID TEXT(255), AreaName TEXT(255), [Indicator] "
      "TEXT(255), "
-     "SubPop TEXT(255), DataValue TEXT(60), Unit TEXT(255), Source TEXT(255), [Style] TEXT(60), BreakValue TEXT(255), "
-     "[Label] TEXT(255), [Color] TEXT(60), AdvancedLabels TEXT(255), [Size] TEXT(60), Original_DataValue TEXT(60), "
-     "PStyle TEXT(60)",
+     "SubPop TEXT(255), DataValue TEXT(255), Unit TEXT(255), Source TEXT(255), [Style] LONG, BreakValue LONG, "
+     "[Label] TEXT(255), [Color] LONG, AdvancedLabels TEXT(255), [Size] DOUBLE, Original_DataValue TEXT(255), "
+     "PStyle LONG",
      {"AreaID"}},
-    {"_Indicator", "IndicatorNId COUNTER PRIMARY KEY, IndicatorGId TEXT(60), [Indicator] TEXT(255)", {"IndicatorGId"}},
-    {"_Unit", "UnitNId COUNTER PRIMARY KEY, UnitGId TEXT(60), [Unit] TEXT(255)", {"UnitGId"}},
-    {"_Subpop", "SubpopNId COUNTER PRIMARY KEY, SubpopGId TEXT(60), [Subpop] TEXT(255)", {"SubpopGId"}},
+    {"_Indicator", "IndicatorNId COUNTER PRIMARY KEY, IndicatorGId TEXT(255), [Indicator] TEXT(255)", {"IndicatorGId"}},
+    {"_Unit", "UnitNId COUNTER PRIMARY KEY, UnitGId TEXT(255), [Unit] TEXT(255)", {"UnitGId"}},
+    {"_Subpop", "SubpopNId COUNTER PRIMARY KEY, SubpopGId TEXT(255), [Subpop] TEXT(255)", {"SubpopGId"}},
 };
 
 // What a file must have to pass as a data database: the tables of the first versions, before logs were kept.
@@ -131,8 +134,35 @@ std::string PhysicalName(const TableDefinition& table, std::string_view language
     return name;
 }
 
-void CreateTable(jet::Connection& connection, const TableDefinition& table, const std::string& name) {
-    connection.Execute("CREATE TABLE [" + name + "] (" + std::string(table.columns) + ")");
+/// The declaration of one column, "Unit TEXT(255)", with the text as wide as `widthOf` asks.
+std::string Widened(std::string_view declaration, const std::string& table, const WidthOf& widthOf) {
+    constexpr std::string_view text = " TEXT(";
+    const std::size_t at = declaration.find(text);
+    if (!widthOf || at == std::string_view::npos) return std::string(declaration);
+    std::string_view column = declaration.substr(0, at);
+    const std::string name(column);
+    if (column.starts_with('[')) column = column.substr(1, column.size() - 2);
+    const int wanted = widthOf(table, column);
+    int width = 0;
+    std::from_chars(declaration.data() + at + text.size(), declaration.data() + declaration.size(), width);
+    if (wanted == 0) return name + " MEMO";
+    return wanted <= width ? std::string(declaration) : name + " TEXT(" + std::to_string(wanted) + ")";
+}
+
+std::string Declarations(const TableDefinition& table, const std::string& name, const WidthOf& widthOf) {
+    constexpr std::string_view between = ", ";
+    std::string declarations;
+    for (std::string_view rest = table.columns; !rest.empty();) {
+        const std::size_t end = std::min(rest.find(between), rest.size());
+        declarations += (declarations.empty() ? "" : ", ") + Widened(rest.substr(0, end), name, widthOf);
+        rest.remove_prefix(std::min(end + between.size(), rest.size()));
+    }
+    return declarations;
+}
+
+void CreateTable(jet::Connection& connection, const TableDefinition& table, const std::string& name,
+                 const WidthOf& widthOf = {}) {
+    connection.Execute("CREATE TABLE [" + name + "] (" + Declarations(table, name, widthOf) + ")");
 }
 
 void CreateIndexes(jet::Connection& connection, const TableDefinition& table, const std::string& name) {
@@ -140,6 +170,15 @@ void CreateIndexes(jet::Connection& connection, const TableDefinition& table, co
     for (const std::string_view columns : table.indexes) {
         connection.Execute("CREATE INDEX [IX_" + name + "_" + std::to_string(++number) + "] ON [" + name + "] (" +
                            std::string(columns) + ")");
+    }
+}
+
+void CreateTablesOf(jet::Connection& connection, std::string_view languageCode, const WidthOf& widthOf) {
+    for (const TableDefinition& table : kDataTables) {
+        if (!table.perLanguage) continue;
+        const std::string name = PhysicalName(table, languageCode);
+        CreateTable(connection, table, name, widthOf);
+        CreateIndexes(connection, table, name);
     }
 }
 
@@ -184,24 +223,20 @@ std::vector<std::string> RequiredTables(std::string_view languageCode) {
 }
 
 void CreateLanguageTables(jet::Connection& connection, std::string_view languageCode) {
-    for (const TableDefinition& table : kDataTables) {
-        if (!table.perLanguage) continue;
-        const std::string name = PhysicalName(table, languageCode);
-        CreateTable(connection, table, name);
-        CreateIndexes(connection, table, name);
-    }
+    CreateTablesOf(connection, languageCode, {});
 }
 
-void CreateDataDatabase(jet::Connection& connection, const std::vector<DatabaseLanguage>& languages) {
+void CreateDataDatabase(jet::Connection& connection, const std::vector<DatabaseLanguage>& languages,
+                        const WidthOf& widthOf) {
     connection.Begin();
     for (const TableDefinition& table : kDataTables) {
         if (table.perLanguage) continue;
         const std::string name(table.name);
-        CreateTable(connection, table, name);
+        CreateTable(connection, table, name, widthOf);
         if (name != "Data") CreateIndexes(connection, table, name);
     }
     for (const DatabaseLanguage& language : languages) {
-        CreateLanguageTables(connection, language.code);
+        CreateTablesOf(connection, language.code, widthOf);
         connection.Execute("INSERT INTO [Language] (LanguageName, LanguageCode, LanguageDefault) VALUES (" +
                            Quoted(language.name) + "," + Quoted(language.code) +
                            (language.isDefault ? ",True)" : ",False)"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,9 +34,14 @@ struct TableDefinition {
 /// The 34 table names, in lower case, that a data database whose default language has this code must have.
 [[nodiscard]] std::vector<std::string> RequiredTables(std::string_view languageCode);
 
-/// Makes the tables of an empty data database and its Language rows. Indexes on Data are left to IndexData, so that
-/// a bulk load can come in between. Throws jet::Error.
-void CreateDataDatabase(jet::Connection& connection, const std::vector<DatabaseLanguage>& languages);
+/// The characters that a text column is to hold, given its table (with the language's code) and its name; 0 for no
+/// bound at all, less than the schema has for the schema's.
+using WidthOf = std::function<int(std::string_view table, std::string_view column)>;
+
+/// Makes the tables of an empty data database and its Language rows, with wider texts where `widthOf` asks for them.
+/// Indexes on Data are left to IndexData, so that a bulk load can come in between. Throws jet::Error.
+void CreateDataDatabase(jet::Connection& connection, const std::vector<DatabaseLanguage>& languages,
+                        const WidthOf& widthOf = {});
 /// Adds the indexes of Data and has the engine learn the sizes of all tables.
 void IndexData(jet::Connection& connection);
 /// Adds the tables of one more language to a data database, without a row in Language.

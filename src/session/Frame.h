@@ -15,6 +15,9 @@ class Frame {
     virtual void StartProgress() {}
     virtual void SetProgress(int /*percent*/) {}
     virtual void EndProgress() {}
+    /// During long work, a few times a second: lets the windows paint and drops the input made meanwhile. True when the
+    /// user has asked since StartProgress for the work to stop (Escape, or the stop button).
+    [[nodiscard]] virtual bool IsStopAsked() { return false; }
     /// Wait cursor on and off; calls nest.
     virtual void SetBusy(bool /*busy*/) {}
     /// Shows a text in the status bar for a while; comes back at once ("nothing found", "saved").

@@ -93,6 +93,16 @@ void ShowFilledMessage(const QString& key, const QStringList& fillings, int icon
     Answer(message);
 }
 
+void ShowMessageWithReason(const QString& key, const QString& reason, int icon) {
+    Message message = MessageOf(key, MessageType::Ok, icon, {}, true);
+    if (!reason.isEmpty()) message.text += QLatin1String("\n\n") + reason;
+    Answer(message);
+}
+
+QString FilledText(const QString& key, const QStringList& fillings) {
+    return Filled(TextOfMessage(key), fillings);
+}
+
 void SetMessageAnswerer(MessageAnswerer answerer) {
     TheAnswerer() = std::move(answerer);
 }

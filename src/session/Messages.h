@@ -35,6 +35,11 @@ int AskBeforeLoss(const QString& key, MessageType type = MessageType::YesNo, con
 /// Shows a message of the string table in whose text the fillings stand for %1, %2 …; with an OK button.
 void ShowFilledMessage(const QString& key, const QStringList& fillings, int icon = 103);
 
+/// Shows a message of the string table with the reason of this case below it.
+void ShowMessageWithReason(const QString& key, const QString& reason, int icon = 103);
+/// The text of a key with the fillings for %1, %2 …
+[[nodiscard]] QString FilledText(const QString& key, const QStringList& fillings);
+
 /// Who answers messages: the frame installs the window, tests install an answer. Without one, a message is logged and
 /// gives what closing the box would.
 using MessageAnswerer = std::function<int(const Message&)>;

@@ -14,16 +14,19 @@
 #include "shell/MainMenu.h"
 #include "shell/SettingsChange.h"
 #include "shell/StageNavigator.h"
+#include "shell/StopKey.h"
 #include "shell/frmSplash.h"
 #include "ui_frmMain.h"
 
 #include <QApplication>
+#include <QToolButton>
 
 namespace tessaro {
 
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
     ui_->setupUi(this);
     menu_ = new MainMenu(this);
+    stop_ = new StopKey(ui_->picToolBar->Button(StandardToolBar::Stop), this);
     stages_ = std::make_unique<StageNavigator>(Parts());
     databases_ = std::make_unique<DatabaseOpener>(Parts(), *stages_);
     settings_ = std::make_unique<SettingsChange>(*this, Parts(), *stages_, *databases_);
@@ -153,7 +156,12 @@ void frmMain::ShowWorkbook(const QString& file) {
 }
 
 void frmMain::StartProgress() {
+    stop_->Start();
     ui_->sbStatusBar->StartProgress();
+}
+
+bool frmMain::IsStopAsked() {
+    return stop_->IsAsked();
 }
 
 void frmMain::SetProgress(int percent) {

@@ -19,6 +19,7 @@ class MainMenu;
 class SettingsChange;
 class SingleInstance;
 class StageNavigator;
+class StopKey;
 
 /// The main frame: start and exit of the session. It holds the bars and the classes that work on them, and is what
 /// other rooms may ask of the frame.
@@ -59,6 +60,7 @@ class frmMain final : public QMainWindow, public Frame {
     void StartProgress() override;
     void SetProgress(int percent) override;
     void EndProgress() override;
+    [[nodiscard]] bool IsStopAsked() override;
     void SetBusy(bool busy) override;
     void ShowStatusTextFor(const QString& text, int milliseconds) override;
     void ShowWorkbook(const QString& file) override;
@@ -84,6 +86,7 @@ class frmMain final : public QMainWindow, public Frame {
     std::unique_ptr<Ui::frmMain> ui_;
     std::unique_ptr<SingleInstance> instance_;
     MainMenu* menu_ = nullptr;
+    StopKey* stop_ = nullptr;
     std::unique_ptr<StageNavigator> stages_;
     std::unique_ptr<DatabaseOpener> databases_;
     std::unique_ptr<SettingsChange> settings_;

@@ -7,6 +7,7 @@
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/FullDisk.h"
 #include "support/SampleApplication.h"
 #include "support/TestSession.h"
 
@@ -248,6 +249,25 @@ TEST_F(DatabaseTest, NewIdentifiersAreUniqueAndLocal) {
     connection->Close();
     EXPECT_EQ(NewGId(connection.get()), QString());
     EXPECT_EQ(NewGId(nullptr), QString());
+}
+
+TEST_F(DatabaseTest, OnAFullDiskNothingChangesAndTheFolderIsNamed) {
+    const QString other = Changed({"DELETE * FROM Data WHERE IUSNId > 1"});
+    {
+        const FullDisk full(0);
+        EXPECT_FALSE(OpenDatabaseFile(other));
+    }
+    EXPECT_FALSE(Connection);
+    EXPECT_EQ(CurrentDatabase, QString());
+    ASSERT_TRUE(OpenDatabaseFile(sample_));
+    const QString all = Select("SELECT Count(*) FROM Data").Text(std::size_t{0});
+    {
+        const FullDisk full(0);
+        EXPECT_FALSE(OpenDatabaseFile(other));
+    }
+    EXPECT_EQ(CurrentDatabase, sample_);
+    EXPECT_EQ(Select("SELECT Count(*) FROM Data").Text(std::size_t{0}), all);
+    EXPECT_EQ(messages, (QStringList{"TS_NoRoomToOpen", "TS_NoRoomToOpen"}));
 }
 
 } // namespace

@@ -3,12 +3,15 @@
 #include "JetFileWriter.h"
 #include "database/Database.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "session/JetCopies.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/DecimalComma.h"
 #include "support/SampleApplication.h"
 #include "support/TestSession.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
@@ -34,6 +37,13 @@ class JetImportTest : public SessionTest {
         for (const QString& sql : statements)
             ASSERT_TRUE(Execute(sql, connection.get())) << sql.toStdString();
         WriteJetFile(genuine_, *connection);
+    }
+    /// A file that another program made: several pages a table, indexes, long identifiers, memos of several pages.
+    [[nodiscard]] QString Odd() const {
+        const QString path = Folder() + "/odd.mdb";
+        const auto packed = ReadWholeFile(FindPath(QStringLiteral(TESSARO_TESTDATA "/odd.mdb.z")));
+        EXPECT_TRUE(packed && ReplaceFile(path, qUncompress(*packed)));
+        return path;
     }
     [[nodiscard]] static QStringList Copies() { return QDir(DataCacheFolder + "/Imported").entryList(QDir::Files); }
     /// Null and the empty text look alike: the library tells no difference.
@@ -69,11 +79,11 @@ TEST_F(JetImportTest, OpensThroughACopyWithTheSameContents) {
 }
 
 TEST_F(JetImportTest, CopiesOnceAndAgainOnlyWhenTheFileChanged) {
-    ASSERT_TRUE(ImportJetFile(genuine_));
+    ASSERT_EQ(ImportJetFile(genuine_).outcome, JetImport::Copied);
     const QStringList first = Copies();
     ASSERT_EQ(first.size(), 1);
     const QDateTime made = QFileInfo(FileToOpen(genuine_)).lastModified();
-    ASSERT_TRUE(ImportJetFile(genuine_));
+    ASSERT_EQ(ImportJetFile(genuine_).outcome, JetImport::Copied);
     EXPECT_EQ(QFileInfo(FileToOpen(genuine_)).lastModified(), made);
 
     Write({"DELETE * FROM Data WHERE IUSNId > 1", "DROP TABLE Template_Log"});
@@ -81,6 +91,69 @@ TEST_F(JetImportTest, CopiesOnceAndAgainOnlyWhenTheFileChanged) {
     EXPECT_EQ(Rows("SELECT Count(*) FROM Data"), "11;");
     EXPECT_EQ(Copies().size(), 1);
     EXPECT_NE(Copies(), first);
+}
+
+TEST_F(JetImportTest, TextsKeepTheWidthsAndNumbersThePointThatTheFileHas) {
+    const DecimalComma german;
+    ASSERT_TRUE(OpenDatabaseFile(Odd()));
+    const std::pair<const char*, const char*> cases[] = {
+        {"SELECT Count(*) FROM Data", "4033;"},
+        {"SELECT Max(Len(UnitGId)) FROM Unit", "121;"},
+        {"SELECT Count(*) FROM Indicator_Unit_Subpop WHERE Len(UnitGId) = 121 AND UnitGId IN (SELECT UnitGId FROM "
+         "Unit)",
+         "18;"},
+        {"SELECT Max(Len(Datavalue)) FROM Data", "71;"},
+        {"SELECT Count(*) FROM Indicator WHERE Len(Info) > 4096", "5;"},
+        {"SELECT Count(*) FROM Indicator_Unit_Subpop WHERE Min_Value <> Int(Min_Value)", "60;"},
+        {"SELECT Count(*) FROM Indicator_Unit_Subpop WHERE Min_Value > Max_Value", "0;"},
+    };
+    for (const auto& [sql, rows] : cases)
+        EXPECT_EQ(Rows(QLatin1String(sql)), rows) << sql;
+    EXPECT_TRUE(Execute("INSERT INTO _SelIUSNId (IUSNId, UnitGId) SELECT IUSNId, UnitGId FROM Indicator_Unit_Subpop"));
+}
+
+TEST_F(JetImportTest, TheUserCanStopIt) {
+    class Impatient final : public FakeFrame {
+        bool IsStopAsked() override { return true; }
+    } impatient;
+    SetFrame(&impatient);
+    EXPECT_FALSE(OpenDatabaseFile(Odd()));
+    SetFrame(&frame);
+    EXPECT_EQ(messages, QStringList());
+    EXPECT_EQ(Copies(), QStringList());
+    EXPECT_EQ(impatient.busy, 0);
+    EXPECT_EQ(impatient.calls.count("progress start"), impatient.calls.count("progress end"));
+}
+
+TEST_F(JetImportTest, TheMessageTellsWhy) {
+    QStringList texts;
+    SetMessageAnswerer([&](const Message& message) {
+        texts << message.text;
+        return MessageCode::Ok;
+    });
+    const std::pair<QStringList, QString> cases[] = {
+        {{"DROP TABLE Region", "DROP TABLE Goal"}, "TS_TablesMissing"},
+        {{"UPDATE [Language] SET LanguageDefault = False"}, "TS_NoDefaultLanguage"},
+        {{"UPDATE [Language] SET LanguageCode = 'e]'"}, "TS_JetRow"},
+    };
+    for (const auto& [statements, key] : cases) {
+        Write(statements);
+        EXPECT_FALSE(OpenDatabaseFile(genuine_));
+        EXPECT_TRUE(texts.last().endsWith(key)) << texts.last().toStdString(); // the sample has no text for it
+        EXPECT_EQ(Copies().filter(".part"), QStringList());
+    }
+}
+
+TEST_F(JetImportTest, AFileCutAtAnyPageIsRefusedSoon) {
+    const QByteArray whole = *ReadWholeFile(Odd());
+    constexpr int kPage = 4096;
+    for (int pages = 1; pages * kPage < whole.size(); pages += 37) {
+        ASSERT_TRUE(ReplaceFile(genuine_, whole.left(pages * kPage)));
+        const QDeadlineTimer limit(5000);
+        EXPECT_FALSE(OpenDatabaseFile(genuine_)) << pages << " pages";
+        EXPECT_FALSE(limit.hasExpired()) << pages << " pages";
+        EXPECT_EQ(Copies().filter(".part"), QStringList()) << pages;
+    }
 }
 
 TEST_F(JetImportTest, AGenuineFileThatIsNoDataDatabaseIsRefused) {

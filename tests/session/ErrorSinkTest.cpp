@@ -75,5 +75,16 @@ TEST_F(ErrorSinkTest, NeverFailsItself) {
     SUCCEED();
 }
 
+TEST_F(ErrorSinkTest, FillingsOfAMessageStandAsTheyAre) {
+    ShowFilledMessage("%1 of %2; 5 % and %3", {"%2", "b"}); // a key without a text stands for itself
+    EXPECT_EQ(messages, QStringList{"%1 of %2; 5 % and %3"});
+    SetMessageAnswerer([this](const Message& message) {
+        messages << message.text;
+        return MessageCode::Ok;
+    });
+    ShowFilledMessage("%1 of %2; 5 % and %3", {"%2", "b"});
+    EXPECT_EQ(messages.last(), "%2 of b; 5 % and %3");
+}
+
 } // namespace
 } // namespace tessaro::test
