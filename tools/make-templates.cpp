@@ -6,21 +6,81 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
-/// make-templates DIR: makes the empty workbooks of content/templates. They are kept with the sources, so
-/// that a build needs no spreadsheet program; run it again when one of them is to change.
+#include <initializer_list>
+
+/// make-templates DIR [NAME]: makes the empty workbooks of content/templates, or the one of this name. They are kept
+/// with the sources, so that a build needs no spreadsheet program; run it again when one of them is to change.
 namespace {
+
+namespace office = tessaro::office;
 
 struct Template {
     const char* file;
-    QStringList sheets;
+    int sheets;
+    void (*layOut)(office::Workbook& book) = nullptr;
+    const char* name = "Sheet%1"; ///< of each sheet
+};
+
+/// Widths of columns from the first on, in characters.
+void SetWidths(office::Worksheet sheet, std::initializer_list<double> widths) {
+    int column = 0;
+    for (const double width : widths)
+        sheet.SetColumnWidth(++column, width);
+}
+
+/// The sheets of data and of sources, and the page of the map: a margin column, then the map from the second column on.
+void LayOutMap(office::Workbook& book, std::initializer_list<double> widths, bool landscape) {
+    SetWidths(book.Sheet(1), widths);
+    SetWidths(book.Sheet(2), {12, 16, 30, 16, 24, 24, 40});
+    SetWidths(book.Sheet(3), {14, 60});
+    book.Sheet(1).SetGridLines(false);
+    book.Sheet(1).SetPageSetup({.landscape = landscape, .fitToPagesWide = 1});
+    for (const int sheet : {2, 3})
+        book.Sheet(sheet).SetPageSetup({.landscape = sheet == 2, .fitToPagesWide = 1});
+}
+
+/// The legend below the map: swatches in the second column, their texts in the third.
+void LayOutLegendBelow(office::Workbook& book) {
+    LayOutMap(book, {3, 10, 20, 10, 10, 10, 10, 10, 10}, false);
+}
+
+/// The legend beside the map: swatches in the eleventh column.
+void LayOutLegendBeside(office::Workbook& book) {
+    LayOutMap(book, {3, 10, 10, 10, 10, 10, 10, 10, 10, 2, 10, 30}, true);
+}
+
+void LayOutLog(office::Workbook& book) {
+    for (const int sheet : {1, 2}) {
+        SetWidths(book.Sheet(sheet), {18, 18, 30, 16, 16, 16, 30});
+        book.Sheet(sheet).SetPageSetup({.landscape = true, .fitToPagesWide = 1});
+    }
+}
+
+void LayOutDataEntry(office::Workbook& book) {
+    SetWidths(book.Sheet(1), {14, 16, 30, 16, 24, 40});
+    book.Sheet(1).SetPageSetup({.landscape = true, .fitToPagesWide = 1});
+}
+
+constexpr Template kTemplates[] = {
+    {"TemplateExcel.xls", 1, nullptr, "DataView"},
+    {"Blank.Xls", 1},
+    {"INTERFACE_IND_TIME_AREA_DATA.xls", 1},
+    {"TableTmp.Xls", 3},
+    {"GraphTmp.Xls", 4},
+    {"Log_Calculate.xls", 2, LayOutLog},
+    {"Data_DataEntry.xls", 1, LayOutDataEntry},
+    {"MapLayoutSquare.xls", 3, LayOutLegendBelow},
+    {"MapLayoutHorizontal.xls", 3, LayOutLegendBelow},
+    {"MapLayoutVertical.xls", 3, LayOutLegendBeside},
 };
 
 void Make(const Template& wanted, const QString& folder) {
-    tessaro::office::Workbook book =
-        tessaro::office::SpreadsheetApplication::Instance().NewWorkbook(static_cast<int>(wanted.sheets.size()));
-    int number = 0;
-    for (const QString& name : wanted.sheets)
-        book.Sheet(++number).SetName(name);
+    office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook(wanted.sheets);
+    for (int number = 1; number <= wanted.sheets; ++number) {
+        QString name = QLatin1String(wanted.name);
+        book.Sheet(number).SetName(name.replace(QStringLiteral("%1"), QString::number(number)));
+    }
+    if (wanted.layOut) wanted.layOut(book);
     book.SaveAs(QDir(folder).filePath(QLatin1String(wanted.file)));
     book.Close(false);
 }
@@ -29,23 +89,15 @@ void Make(const Template& wanted, const QString& folder) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    if (argc != 2) {
-        QTextStream(stderr) << "usage: make-templates DIR\n";
+    if (argc != 2 && argc != 3) {
+        QTextStream(stderr) << "usage: make-templates DIR [NAME]\n";
         return 2;
     }
     const QTemporaryDir profile;
     tessaro::office::SpreadsheetApplication::SetProfileFolder(profile.path());
-    const Template templates[] = {
-        {"TemplateExcel.xls", {QStringLiteral("DataView")}},
-        {"Blank.Xls", {QStringLiteral("Sheet1")}},
-        {"INTERFACE_IND_TIME_AREA_DATA.xls", {QStringLiteral("Sheet1")}},
-        {"TableTmp.Xls", {QStringLiteral("Sheet1"), QStringLiteral("Sheet2"), QStringLiteral("Sheet3")}},
-        {"GraphTmp.Xls",
-         {QStringLiteral("Sheet1"), QStringLiteral("Sheet2"), QStringLiteral("Sheet3"), QStringLiteral("Sheet4")}},
-    };
     try {
-        for (const Template& wanted : templates)
-            Make(wanted, QString::fromLocal8Bit(argv[1]));
+        for (const Template& wanted : kTemplates)
+            if (argc == 2 || qstrcmp(wanted.file, argv[2]) == 0) Make(wanted, QString::fromLocal8Bit(argv[1]));
         tessaro::office::SpreadsheetApplication::QuitAll();
     } catch (const tessaro::office::Error& error) {
         QTextStream(stderr) << "make-templates: " << error.what() << '\n';
