@@ -251,7 +251,7 @@ void SelectionLists::HighlightAll() {
 }
 
 void SelectionLists::ShowCount(const KeyedList& list) {
-    ShowMessage(QString::number(list.Items().Count()), MessageType::Ok, 103, {}, false);
+    ShowMessage(QString::number(list.Items().Count()), MessageType::Ok, 102, {}, false);
 }
 
 QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,
@@ -272,6 +272,7 @@ QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPo
             QObject::connect(action, &QAction::triggered, owner, entry.action);
         else
             action->setToolTip(GetText(QStringLiteral("TS_NotYetAvailable")));
+        if (entry.action && !entry.enabled && entry.whyNot) action->setToolTip(GetText(QLatin1String(entry.whyNot)));
     }
     menu->popup(globalPosition);
     return menu;

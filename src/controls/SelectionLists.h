@@ -86,6 +86,7 @@ struct PopupEntry {
     const char* key; ///< caption; nullptr: a line
     std::function<void()> action;
     bool enabled = true;
+    const char* whyNot = nullptr; ///< tip of a disabled entry: what it lacks
 };
 /// Shows a popup at a place and gives it; entries are named `menuName` + "_" + index. It deletes itself.
 QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,

@@ -26,6 +26,9 @@ class StageScreen : public QWidget {
     virtual void Find() {}
     virtual void Filter() {}
     virtual void Refresh() {}
+    /// Ends a load that is running, which CanStop tells; a change of it is told with SelectionSummaryChanged.
+    virtual void Stop() {}
+    [[nodiscard]] virtual bool CanStop() const { return false; }
     virtual void Print() {}
     virtual void SaveAs() {}
     /// Whether this screen prints and saves: the frame offers the commands by it.

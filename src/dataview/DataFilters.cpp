@@ -1,11 +1,14 @@
 #include "dataview/DataFilters.h"
 
 #include "dataview/GridQuery.h"
+#include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
 
 #include <QLocale>
+
+#include <cmath>
 
 namespace tessaro {
 
@@ -98,6 +101,12 @@ qint64 Counted(const QString& sql) {
 
 QString CellKey(qint32 timePeriodNId, qint32 areaNId, qint32 iusNId, qint32 sourceNId) {
     return QStringLiteral("%1_%2_%3_%4").arg(timePeriodNId).arg(areaNId).arg(iusNId).arg(sourceNId);
+}
+
+QString ShownValue(double value) {
+    constexpr double kMostInFull = 1e15; // beyond, a power of ten tells more than its zeros
+    const char form = std::abs(value) < kMostInFull ? 'f' : 'g';
+    return DisplayedValue(QString::number(value, form, QLocale::FloatingPointShortest));
 }
 
 QString NumberText(double number) {

@@ -62,6 +62,8 @@ bool MakeMissingDataTable(jet::Connection* on = nullptr);
 /// Cells of the selection: each pair of combination and source that is in view, in every area and period.
 [[nodiscard]] qint64 SelectedCells();
 
+/// A value as the grid writes it: in full, with the user's separators where the grid has them.
+[[nodiscard]] QString ShownValue(double value);
 /// A number as the statements write it.
 [[nodiscard]] QString NumberText(double number);
 

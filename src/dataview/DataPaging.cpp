@@ -23,7 +23,7 @@ bool DataPaging::StartPaging(const QString& sql) {
     nextFromTop_ = 1;
     takenFromBottom_ = 0;
     totalRows_ = 0;
-    totalKnown_ = bottomStarted_ = pagingComplete_ = false;
+    totalKnown_ = bottomStarted_ = pagingComplete_ = stopped_ = false;
     loadingFromTop_ = true;
     loadingFromBottom_ = false;
     builder_.Reset();
@@ -52,6 +52,26 @@ void DataPaging::PageTick() {
     } else if (loadingFromBottom_) {
         BottomTick();
     }
+    if (!pagingComplete_ && !totalKnown_) CountOn();
+}
+
+// The rows are counted in slices of a few milliseconds beside the load, so that it can say of how many. The first page
+// comes alone.
+void DataPaging::CountOn() {
+    constexpr qint64 kSlice = 8192;
+    if (rowsLoaded_ <= kPageSize || !pageQuery_.isOpen() || !pageQuery_.WalkOn(kSlice)) return;
+    totalRows_ = pageQuery_.RowsPassed();
+    totalKnown_ = true;
+}
+
+void DataPaging::Stop() {
+    if (pagingComplete_ || (!loadingFromTop_ && !loadingFromBottom_)) return;
+    stopped_ = true;
+    SetTimer(false);
+}
+
+void DataPaging::NextPage() {
+    if (stopped_ && !pagingComplete_) PageTick();
 }
 
 int DataPaging::SizeOfNextPage() const {
@@ -128,6 +148,7 @@ void DataPaging::Close() {
 
 bool DataPaging::LoadFromEnd() {
     if (pagingComplete_ || !pageQuery_.isOpen()) return false;
+    stopped_ = false;
     SetTimer(false);
     if (bottomStarted_) {
         SetTimer(true);
@@ -182,6 +203,7 @@ void DataPaging::AppendRows(const std::vector<qint64>& rowNIds) {
 
 void DataPaging::LoadFromStart() {
     if (pagingComplete_ || !pageQuery_.isOpen()) return;
+    stopped_ = false;
     SetTimer(false);
     loadingFromTop_ = true;
     loadingFromBottom_ = false;
@@ -193,7 +215,7 @@ void DataPaging::PauseTimer() {
 }
 
 void DataPaging::ResumeTimer() {
-    if (!pagingComplete_ && (loadingFromTop_ || loadingFromBottom_)) SetTimer(true);
+    if (!stopped_ && !pagingComplete_ && (loadingFromTop_ || loadingFromBottom_)) SetTimer(true);
 }
 
 void DataPaging::Suspend() {

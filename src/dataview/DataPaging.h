@@ -61,6 +61,12 @@ class DataPaging final {
     [[nodiscard]] std::optional<qint64> RowNIdOf(qint64 row) const { return pageQuery_.RowNIdOf(row); }
     /// CellKey of a row of the query that is a cell without a row in Data; nothing for others.
     [[nodiscard]] std::optional<QString> CellWithoutValue(qint64 row) const { return pageQuery_.CellWithoutValue(row); }
+    /// Ends a running load where it is, at the user's wish: no page comes of itself until LoadFromEnd, LoadFromStart or
+    /// another query. Only NextPage goes on.
+    void Stop();
+    [[nodiscard]] bool isStopped() const { return stopped_; }
+    /// One further page of a load that was stopped.
+    void NextPage();
     /// The timer while something else has the hands full (a scroll, another stage), and again after it.
     void PauseTimer();
     void ResumeTimer();
@@ -87,6 +93,7 @@ class DataPaging final {
     void LoadPageIntoGrid(std::vector<GridRow> page);
     [[nodiscard]] int SizeOfNextPage() const;
     void SetTimer(bool on);
+    void CountOn();
 
     GridModel& grid_;
     PageQuery pageQuery_;
@@ -101,6 +108,7 @@ class DataPaging final {
     bool loadingFromBottom_ = false;
     bool bottomStarted_ = false;
     bool pagingComplete_ = false;
+    bool stopped_ = false;
     bool timerOn_ = false;
 };
 

@@ -68,8 +68,7 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
     if (event == nullptr || view == nullptr || event->type() != QEvent::ToolTip)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     const QString text = index.data(Qt::ToolTipRole).toString();
-    const bool cut =
-        option.fontMetrics.horizontalAdvance(index.data().toString()) > option.rect.width() - 2 * (theme::Grid / 2 + 1);
+    const bool cut = option.fontMetrics.horizontalAdvance(text) > option.rect.width() - 2 * (theme::Grid / 2 + 1);
     if (index.data(GridModel::FootnoteRole).toBool()) {
         QToolTip::showText(event->globalPos(),
                            GetText(QStringLiteral("TS_FootnoteMark")).replace(QLatin1String("%1"), text), view);

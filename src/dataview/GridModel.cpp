@@ -1,5 +1,6 @@
 #include "dataview/GridModel.h"
 
+#include "controls/KeyedItem.h"
 #include "dataview/GridQuery.h"
 #include "jet/Functions.h"
 #include "session/DisplayValue.h"
@@ -249,8 +250,8 @@ QVariant GridModel::TextOf(const GridRow& row, int column) const {
 }
 
 QVariant GridModel::ToolTipOf(const GridRow& row, int column) const {
-    if (ShowFootnotes && column == ColDatavalue && row.footNId != 0) return FootnoteText(row.footNId);
-    return TextOf(row, column);
+    if (ShowFootnotes && column == ColDatavalue && row.footNId != 0) return TipOf(FootnoteText(row.footNId));
+    return TipOf(TextOf(row, column).toString());
 }
 
 QString GridModel::FootnoteText(qint64 footNId) const {

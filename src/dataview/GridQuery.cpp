@@ -58,8 +58,8 @@ QString DataOrderByColumn(int column, bool ascending) {
            (ascending ? QStringLiteral(" Asc") : QStringLiteral(" desc"));
 }
 
-QString IdentifierStatement() {
-    return Joined() + QStringLiteral(" ORDER BY A.AreaID");
+QString IdentifierStatement(const QString& orderBy) {
+    return Joined() + (orderBy.isEmpty() ? QStringLiteral(" ORDER BY A.AreaID") : orderBy);
 }
 
 QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {

@@ -41,7 +41,8 @@ struct GridColumn {
 [[nodiscard]] QString DataOrderByColumn(int column, bool ascending);
 
 /// The statement of bare identifiers that a change of selection opens, one row per value inside the selection.
-[[nodiscard]] QString IdentifierStatement();
+/// `orderBy` is the user's order, when there is one.
+[[nodiscard]] QString IdentifierStatement(const QString& orderBy = {});
 /// The same for every later requery: only pairs that are not taken out, then the row filter, then the order.
 [[nodiscard]] QString RequeryStatement(const QString& rowFilter, const QString& orderBy);
 /// True when a value in view, under a row filter, has a footnote.

@@ -216,6 +216,17 @@ void PageQuery::Append(const std::vector<qint64>& rowNIds) {
     }
 }
 
+bool PageQuery::WalkOn(qint64 count) {
+    ErrorTrap trap("WalkOn");
+    const qint64 target = RowsPassed() + count;
+    const bool done = trap.Try([&] {
+        while (RowsPassed() < target && (Pass(target - RowsPassed()) > 0 || Step(nullptr))) {
+        }
+    });
+    if (!done) GiveUp();
+    return finished_;
+}
+
 std::optional<qint64> PageQuery::RecordCount(const Walked& walked) {
     ErrorTrap trap("RecordCount");
     bool stopped = false;

@@ -46,6 +46,8 @@ class PageQuery final {
     [[nodiscard]] std::vector<IdentifierRow> GetRows(qint64 first, int count);
     /// Walks to the end and gives the number of rows; nothing when `walked` has stopped it.
     std::optional<qint64> RecordCount(const Walked& walked = {});
+    /// Passes over up to `count` further rows, so that their number is known sooner. True at the end.
+    bool WalkOn(qint64 count);
     /// Rows passed so far, which GetRows can give without walking on.
     [[nodiscard]] qint64 RowsPassed() const { return static_cast<qint64>(passed_.size()); }
 

@@ -120,13 +120,25 @@ bool SortPanel::MayLeave() {
     return false;
 }
 
+void SortPanel::ShowOrder(int column, bool ascending) {
+    Enter();
+    KeyedItem item = sorting::AvailableColumns().at(static_cast<std::size_t>(column - 1));
+    item.marked = !ascending;
+    lists_->Selected().Items().SetItemsInOrder({std::move(item)});
+    usersOrder_ = true;
+    EnableButtons();
+}
+
 void SortPanel::Leave() {
     if (!std::exchange(changed_, false)) return;
+    usersOrder_ = true;
     Q_EMIT Changed();
 }
 
 void SortPanel::Reset() {
-    filled_ = changed_ = false;
+    changed_ = false;
+    if (usersOrder_) return;
+    filled_ = false;
     lists_->Available().Items().Clear();
     lists_->Selected().Items().Clear();
 }

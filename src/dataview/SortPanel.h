@@ -22,11 +22,16 @@ class SortPanel final : public DataPanel {
     void Enter() override;
     [[nodiscard]] bool MayLeave() override;
     void Leave() override;
+    /// An order that the user has set stays.
     void Reset() override;
     void SetFormCaptions() override;
     void SelectAll() override;
     void Copy() override;
 
+    /// Shows the order that a click on a head has set: one column (1 to 8).
+    void ShowOrder(int column, bool ascending);
+    /// True when the order is the user's, from here or from a head; it is kept when the selection changes.
+    [[nodiscard]] bool IsUsersOrder() const { return usersOrder_; }
     /// The chosen columns in order; a marked one goes downwards.
     [[nodiscard]] const std::vector<KeyedItem>& Columns() const;
 
@@ -47,6 +52,7 @@ class SortPanel final : public DataPanel {
     QList<QToolButton*> buttons_;
     bool changed_ = false;
     bool filled_ = false;
+    bool usersOrder_ = false;
 };
 
 } // namespace tessaro

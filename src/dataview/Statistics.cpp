@@ -1,7 +1,9 @@
 #include "dataview/Statistics.h"
 
 #include "session/Query.h"
+#include "session/Strings.h"
 
+#include <QLocale>
 #include <QMap>
 
 namespace tessaro {
@@ -23,6 +25,11 @@ struct Line {
     QString indicatorGId, indicator, unit, unitGId, subpop, subpopGId;
     StatsLine shown;
 };
+
+/// A text that is no number lies above all numbers.
+constexpr auto kNumbersOnly = " AND D.Datavalue <= 1.7976931348623157e+308";
+constexpr auto kNoNumbers = " AND D.Datavalue > 1.7976931348623157e+308";
+constexpr std::size_t kMostNamed = 3;
 
 Line ReadLine(const Records& rows) {
     Line line{rows.Text("IndicatorGId"),
@@ -73,7 +80,9 @@ QString StatisticsStatement(const QString& rowFilter) {
 std::vector<StatsLine> ReadStatistics(const QString& rowFilter) {
     std::vector<Line> lines;
     QMap<QString, int> placeOfIndicator; // by GId: the place of the statement's order
-    for (Records rows = Select(StatisticsStatement(rowFilter)); !rows.atEnd(); rows.MoveNext()) {
+    Records rows = Select(StatisticsStatement(rowFilter));
+    if (!rows.isOpen()) rows = Select(StatisticsStatement(rowFilter + QLatin1String(kNumbersOnly)));
+    for (; !rows.atEnd(); rows.MoveNext()) {
         lines.push_back(ReadLine(rows));
         if (!placeOfIndicator.contains(lines.back().indicatorGId))
             placeOfIndicator.insert(lines.back().indicatorGId, static_cast<int>(placeOfIndicator.size()));
@@ -91,6 +100,32 @@ std::vector<StatsLine> ReadStatistics(const QString& rowFilter) {
     for (Line& line : lines)
         shown.push_back(std::move(line.shown));
     return shown;
+}
+
+UnreadableValues FindUnreadableValues(const QString& rowFilter) {
+    UnreadableValues values;
+    Records rows = Select(QStringLiteral("SELECT IUS.[Indicator], A.AreaName, T.TimePeriod, D.Datavalue") +
+                              QLatin1String(kFrom) + rowFilter + QLatin1String(kNoNumbers),
+                          jet::CursorType::ForwardOnly);
+    for (; !rows.atEnd(); rows.MoveNext()) {
+        ++values.count;
+        if (values.first.size() < kMostNamed)
+            values.first.push_back({GetText(rows.Text(std::size_t{0}), true), GetText(rows.Text(std::size_t{1}), true),
+                                    GetText(rows.Text(std::size_t{2}), true), rows.Text(std::size_t{3})});
+    }
+    return values;
+}
+
+QString TextOf(const UnreadableValues& values) {
+    if (values.count == 0) return {};
+    QStringList named;
+    for (const UnreadableValues::Value& value : values.first)
+        named << QStringList{value.indicator, value.area, value.timePeriod, QChar(0x201C) + value.text + QChar(0x201D)}
+                     .join(QStringLiteral(" · "));
+    if (values.count > static_cast<qint64>(values.first.size())) named << QStringLiteral("…");
+    return GetText(QStringLiteral("TS_StatsUnreadable"))
+        .replace(QLatin1String("%1"), QLocale::system().toString(values.count))
+        .replace(QLatin1String("%2"), named.join(QStringLiteral("; ")));
 }
 
 } // namespace tessaro

@@ -18,7 +18,20 @@ struct StatsLine {
 
 /// The union of the three levels over the values in view, under a row filter.
 [[nodiscard]] QString StatisticsStatement(const QString& rowFilter);
-/// Its lines, each unit behind its indicator and each subpopulation behind its unit.
+/// Its lines, each unit behind its indicator and each subpopulation behind its unit. Where values that are no numbers
+/// make it fail, the lines are those of the other values.
 [[nodiscard]] std::vector<StatsLine> ReadStatistics(const QString& rowFilter);
+
+/// Values in view that are no numbers, which have no part in the statistics.
+struct UnreadableValues {
+    struct Value {
+        QString indicator, area, timePeriod, text;
+    };
+    qint64 count = 0;
+    std::vector<Value> first; ///< some of them
+};
+[[nodiscard]] UnreadableValues FindUnreadableValues(const QString& rowFilter);
+/// What the statistics say about them; empty when there are none.
+[[nodiscard]] QString TextOf(const UnreadableValues& values);
 
 } // namespace tessaro

@@ -1,5 +1,6 @@
 #include "dataview/StatisticsModel.h"
 
+#include "controls/KeyedItem.h"
 #include "session/DisplayValue.h"
 #include "session/Session.h"
 #include "session/Strings.h"
@@ -149,7 +150,7 @@ QVariant StatisticsModel::data(const QModelIndex& index, int role) const {
             return IsOpen(index.row()) ? QStringLiteral("\u2212") : QStringLiteral("+");
         return TextOf(line, index.column());
     case Qt::ToolTipRole:
-        return index.column() == kNameColumn ? line.name : QVariant();
+        return index.column() == kNameColumn ? TipOf(line.name) : QVariant();
     case Qt::BackgroundRole:
         return ShadeOf(line.level);
     case Qt::ForegroundRole:

@@ -144,6 +144,15 @@ void TakeOutPanel::Put(const std::vector<KeyedItem>& items) {
     Q_EMIT Changed();
 }
 
+void TakeOutPanel::PutBack(const QStringList& keys) {
+    Enter();
+    std::vector<KeyedItem> items;
+    for (const QString& key : keys)
+        if (const int row = lists_->Available().Items().RowOfKey(key); row >= 0)
+            items.push_back(lists_->Available().Items().ItemAt(row));
+    Put(items);
+}
+
 void TakeOutPanel::TakeOut(const std::vector<KeyedItem>& items) {
     const QStringList keys = KeyList(items);
     if (keys.isEmpty() || !options_.RemoveIndicatorFromSel(option_, keys)) return;

@@ -25,6 +25,8 @@ class TakeOutPanel final : public DataPanel {
     void Find() override;
     [[nodiscard]] bool MayLeave() override;
 
+    /// Puts items back that were taken out, by their keys.
+    void PutBack(const QStringList& keys);
     /// True when lstSelected has been emptied: the view keeps what it had until something is put back.
     [[nodiscard]] bool IsEmpty() const;
 

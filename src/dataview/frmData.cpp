@@ -110,6 +110,11 @@ void frmData::FitColumns() {
     ui_->DataGrid->SetColumnWishes(std::move(wishes));
 }
 
+void frmData::Stop() {
+    paging_.Stop();
+    ShowRows();
+}
+
 void frmData::MakeOptionStrip() {
     QPalette strip = ui_->PicDataOptions->palette();
     strip.setColor(QPalette::Window, theme::SurfaceRaised());
@@ -200,6 +205,10 @@ bool frmData::DataGrid_KeyDown(const QKeyEvent& event) {
         RemoveRowsFromDataGrid();
         return true;
     }
+    if (event.key() == Qt::Key_Escape && CanStop()) {
+        Stop();
+        return true;
+    }
     if ((event.modifiers() & Qt::ControlModifier) == 0) return false;
     if (event.key() == Qt::Key_Home) paging_.LoadFromStart();
     if (event.key() != Qt::Key_End) return false;
@@ -218,7 +227,8 @@ bool frmData::DataGrid_KeyDown(const QKeyEvent& event) {
 // Whoever scrolls to the end of what is loaded gets the next page at once instead of waiting for the timer.
 void frmData::DataGrid_Scrolled() {
     const bool atSpareRow = model_.HasSpareRow() && ui_->DataGrid->LastVisibleRow() >= model_.ValueRows();
-    if (atSpareRow && paging_.isRunning() && paging_.LoadingFromTop() && !paging_.BottomStarted()) paging_.PageTick();
+    if (atSpareRow && paging_.LoadingFromTop() && !paging_.BottomStarted())
+        paging_.isRunning() ? paging_.PageTick() : paging_.NextPage();
     ShowRows();
 }
 
@@ -282,6 +292,7 @@ void frmData::SetFormCaptions() {
     ui_->DataGrid->setAccessibleName(PlainText(QStringLiteral("TS_DataGrid")));
     ui_->PicDataOptions->setAccessibleName(PlainText(QStringLiteral("TS_DataOptions")));
     ShowFilterState();
+    ShowNote();
     SetToolTip(ui_->chkFilters, QStringLiteral("TS_FiltersTip"));
     SetCaption(ui_->cmdFilters, QStringLiteral("TS_FiltersButton"));
     // So that what lies below stays where it is on panels without the button.
@@ -310,8 +321,16 @@ qint64 frmData::RowsInGrid() const {
     return (known ? paging_.TotalRows() : paging_.RowsLoaded()) - model_.RemovedRows();
 }
 
+/// How far a load is, and of how many once they are counted.
+QString frmData::LoadText() const {
+    const qint64 loaded = paging_.RowsLoaded() - model_.RemovedRows();
+    if (paging_.TotalKnown())
+        return WithNumbers(paging_.isStopped() ? "TS_RowsStoppedOf" : "TS_RowsLoadingOf", {loaded, RowsInGrid()});
+    return WithNumbers(paging_.isStopped() ? "TS_RowsStopped" : "TS_RowsLoading", {loaded});
+}
+
 void frmData::ShowRows() {
-    const QString loading = WithNumbers("TS_RowsLoading", {paging_.RowsLoaded() - model_.RemovedRows()});
+    const QString loading = LoadText();
     QString text;
     if (model_.ValueRows() > 0) {
         const int first = ui_->DataGrid->FirstVisibleRow() + 1;
@@ -319,7 +338,7 @@ void frmData::ShowRows() {
         const bool complete = paging_.PagingComplete();
         if (ui_->picPanels->currentWidget() != ui_->pagView)
             text = SelectionSummary();
-        else if (complete || paging_.TotalKnown())
+        else if (complete || paging_.BottomStarted())
             text = WithNumbers("TS_RowsOf", {first, last, RowsInGrid()});
         if (text.isEmpty() || (!complete && paging_.TotalKnown()))
             text += text.isEmpty() ? loading : QStringLiteral("   ·   ") + loading;

@@ -5,6 +5,7 @@
 #include "dataview/DataOptions.h"
 #include "dataview/DataPaging.h"
 #include "dataview/GridModel.h"
+#include "dataview/HiddenByRecent.h"
 #include "dataview/StatisticsModel.h"
 
 #include <QButtonGroup>
@@ -21,6 +22,7 @@ namespace tessaro {
 class ActionPanel;
 class DataPanel;
 class DataTable;
+class NoteBar;
 class SortPanel;
 enum class ExportStopped;
 class TakeOutPanel;
@@ -43,6 +45,9 @@ class frmData final : public StageScreen {
     void Find() override;
     void Filter() override { cmdFilters_Click(); }
     void Refresh() override;
+    /// Ends a running load where it is; scrolling to its end brings single pages, Refresh a new one.
+    void Stop() override;
+    [[nodiscard]] bool CanStop() const override { return paging_.isRunning(); }
     void Print() override;
     void SaveAs() override;
     [[nodiscard]] bool CanPrint() const override { return true; }
@@ -79,6 +84,8 @@ class frmData final : public StageScreen {
     [[nodiscard]] const DataPaging& paging() const { return paging_; }
     /// What the panels have taken out of the view.
     [[nodiscard]] const DataOptions& options() const { return takenOut_; }
+    /// What the most recent data hide because its source is not in view.
+    [[nodiscard]] const HiddenByRecent& hiddenByRecent() const { return hidden_; }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -99,6 +106,7 @@ class frmData final : public StageScreen {
     void ShowGridPreferences();
     void ShowRows();
     [[nodiscard]] qint64 RowsInGrid() const;
+    [[nodiscard]] QString LoadText() const;
     void ShowOptionCaption();
     // Options (frmDataOptions.cpp)
     void MakePanels();
@@ -115,6 +123,8 @@ class frmData final : public StageScreen {
     [[nodiscard]] DataPanel* PanelShown() const;
     void chkFilters_Click();
     void ShowFilterState();
+    void ShowNote();
+    void PutSourcesBack();
     // What the grid shows (frmDataRows.cpp)
     bool Requery();
     void GenerateDataTable();
@@ -126,6 +136,8 @@ class frmData final : public StageScreen {
     [[nodiscard]] std::vector<int> HighlightedRows() const;
     void RemoveRows(const std::vector<int>& rows);
     void ShowCount();
+    /// Rows were removed from the view one by one and can be shown again.
+    [[nodiscard]] bool HasHiddenRows() const;
     void ShowInformation(bool ofIndicator);
     void ViewDetails();
     bool DataStats_KeyDown(const QKeyEvent& event);
@@ -142,6 +154,9 @@ class frmData final : public StageScreen {
     DataFilters filters_;
     DataOptions takenOut_;
     StatisticsModel statistics_;
+    NoteBar* note_ = nullptr;
+    HiddenByRecent hidden_;
+    UnreadableValues unreadable_;
     DataTable* DataStats_ = nullptr;
     std::vector<TakeOutPanel*> takeOutPanels_;
     SortPanel* sortPanel_ = nullptr;

@@ -19,12 +19,6 @@ namespace {
 
 constexpr int kRowsPerSlice = 4000; ///< a few milliseconds of reading between two looks at the keyboard
 
-QString Typeable(double bound) {
-    QLocale locale = QLocale::system();
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    return locale.toString(bound, 'g', QLocale::FloatingPointShortest);
-}
-
 QString WithNumbers(const char* key, std::initializer_list<QString> numbers) {
     QString text = GetText(QLatin1String(key));
     int place = 0;
@@ -37,18 +31,14 @@ QString Shown(qint64 number) {
     return QLocale::system().toString(number);
 }
 
-QString ShownValue(double value) {
-    return InOnePiece(QLocale::system().toString(value, 'g', QLocale::FloatingPointShortest));
-}
-
 } // namespace
 
 frmDataFilters::frmDataFilters(const DataFilters& filters, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmDataFilters>()) {
     ui_->setupUi(this);
     if (filters.ValueRangeOn) {
-        ui_->txtFrom->setText(Typeable(filters.DataValueFrom));
-        ui_->txtTo->setText(Typeable(filters.DataValueTo));
+        ui_->txtFrom->setText(ShownValue(filters.DataValueFrom));
+        ui_->txtTo->setText(ShownValue(filters.DataValueTo));
     }
     ui_->chkMostRecent->setChecked(filters.MostRecentOn);
     ui_->chkMissing->setChecked(filters.MissingDataOn);
@@ -187,8 +177,9 @@ void frmDataFilters::ShowState() {
         rows.isEmpty() ? WithNumbers("TS_FilterCounting", {Shown(counter_.TotalRows())}) : QString();
     ui_->lblProblem->setText(InReadingOrder(problem.value_or(counting)));
     const auto extent = counter_.Extent();
-    ui_->lblExtent->setText(
-        extent ? WithNumbers("TS_ValuesFromTo", {ShownValue(extent->first), ShownValue(extent->second)}) : QString());
+    ui_->lblExtent->setText(extent ? WithNumbers("TS_ValuesFromTo", {InOnePiece(ShownValue(extent->first)),
+                                                                     InOnePiece(ShownValue(extent->second))})
+                                   : QString());
 }
 
 } // namespace tessaro

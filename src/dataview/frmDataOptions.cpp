@@ -2,6 +2,7 @@
 #include "controls/DataTable.h"
 #include "controls/Theme.h"
 #include "dataview/ActionPanels.h"
+#include "dataview/NoteBar.h"
 #include "dataview/SortPanel.h"
 #include "dataview/StatisticsDelegate.h"
 #include "dataview/StatisticsModel.h"
@@ -19,7 +20,6 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLocale>
 
 // The options of the data view: panels, filters, rows taken out one by one, statistics.
 
@@ -32,6 +32,9 @@ enum Option { View, Stats, Sources, Units, Subpops, Sort, Calculate, Present };
 } // namespace
 
 void frmData::MakePanels() {
+    note_ = new NoteBar(this);
+    ui_->layView->insertWidget(1, note_);
+    connect(note_, &NoteBar::Pressed, this, &frmData::PutSourcesBack);
     DataStats_ = new DataTable(this);
     DataStats_->setObjectName(QStringLiteral("DataStats"));
     DataStats_->setModel(&statistics_);
@@ -132,7 +135,25 @@ void frmData::ShowThisDataOption(int option) {
     ui_->picPanels->setCurrentIndex(option);
     setFocusProxy(option == View ? static_cast<QWidget*>(ui_->DataGrid) : ui_->picPanels->currentWidget());
     ShowFilterState();
+    ShowNote();
     ShowRows();
+}
+
+/// What the rows or figures in view leave out, and why.
+void frmData::ShowNote() {
+    QStringList lines;
+    const bool showsValues = option_ == View || option_ == Stats;
+    const bool hides = showsValues && hidden_.pairs > 0;
+    if (hides) lines << TextOf(hidden_);
+    if (option_ == Stats && unreadable_.count > 0) lines << TextOf(unreadable_);
+    note_->Say(lines.join(QLatin1Char('\n')),
+               hides && !hidden_.takenOutKeys.isEmpty() ? QStringLiteral("TS_PutSourcesBack") : QString());
+}
+
+void frmData::PutSourcesBack() {
+    takeOutPanels_.front()->PutBack(hidden_.takenOutKeys);
+    if (option_ == Stats) DrawStats();
+    ShowNote();
 }
 
 void frmData::DrawStats() {
@@ -141,12 +162,14 @@ void frmData::DrawStats() {
         const WaitState wait;
         TheFrame().SetProgress(20);
         statistics_.SetLines(ReadStatistics(RowFilter));
+        TheFrame().SetProgress(80);
+        unreadable_ = FindUnreadableValues(RowFilter);
         TheFrame().SetProgress(100);
     }
     DataStats_->FitToFont();
     FitStatsColumns();
     // Rows in the grid, and none of them counted: the file was damaged or taken away since.
-    const bool countable = model_.ValueRows() > 0 && !filters_.MissingDataOn;
+    const bool countable = model_.ValueRows() > 0 && !filters_.MissingDataOn && unreadable_.count == 0;
     if (countable && statistics_.rowCount() == 0)
         ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, 102, {}, false);
 }
@@ -171,17 +194,17 @@ void frmData::SetFilters(const DataFilters& filters) {
     Requery();
     if (option_ == Stats) DrawStats();
     ShowFilterState();
+    ShowNote();
 }
 
 /// The tick box and what it says, and what the grid says while it is empty.
 void frmData::ShowFilterState() {
     QStringList on;
-    const QLocale locale = QLocale::system();
     if (filters_.MostRecentOn) on << PlainText(QStringLiteral("TS_OptionRecent"));
     if (filters_.ValueRangeOn)
         on << PlainText(QStringLiteral("TS_ValuesFromTo"))
-                  .replace(QLatin1String("%1"), InOnePiece(locale.toString(filters_.DataValueFrom, 'g', 10)))
-                  .replace(QLatin1String("%2"), InOnePiece(locale.toString(filters_.DataValueTo, 'g', 10)));
+                  .replace(QLatin1String("%1"), InOnePiece(ShownValue(filters_.DataValueFrom)))
+                  .replace(QLatin1String("%2"), InOnePiece(ShownValue(filters_.DataValueTo)));
     if (filters_.MissingDataOn) on << PlainText(QStringLiteral("TS_WithMissing"));
     const QString text = on.isEmpty() ? PlainText(QStringLiteral("TS_OptionRecent")) : on.join(QStringLiteral(" · "));
     ui_->chkFilters->setText(text);
@@ -190,7 +213,7 @@ void frmData::ShowFilterState() {
     const bool shown = option_ == View || option_ == Stats;
     ui_->cmdFilters->setVisible(shown);
     ui_->chkFilters->setVisible(shown && (!on.isEmpty() || SettingOption(QStringLiteral("DATA_RECENTDATA")).offered));
-    const bool narrowed = !on.isEmpty() || model_.RemovedRows() > 0 || takenOut_.AnythingTakenOut();
+    const bool narrowed = !on.isEmpty() || HasHiddenRows() || takenOut_.AnythingTakenOut();
     ui_->DataGrid->SetHint(GetText(narrowed ? QStringLiteral("TS_NoRowsInView") : QStringLiteral("TS_NoDataRows")));
 }
 

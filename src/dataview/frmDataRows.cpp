@@ -44,7 +44,7 @@ bool frmData::MakeQryForTheGrid() {
     const Busy busy;
     TheFrame().StartProgress();
     InitializeDataViewVariables();
-    const bool ok = StartPaging(IdentifierStatement());
+    const bool ok = StartPaging(IdentifierStatement(sortPanel_->IsUsersOrder() ? dataOrderBy_ : QString()));
     if (ok) {
         for (const int percent : {20, 50, 60, 100})
             TheFrame().SetProgress(percent);
@@ -57,12 +57,15 @@ void frmData::InitializeDataViewVariables() {
     // The query of before goes first: it stands on the table that is written to now.
     paging_.Close();
     ResetGrid();
-    dataOrderBy_ = DefaultDataOrderBy();
-    ShowSortMark(0, true);
+    if (!sortPanel_->IsUsersOrder()) {
+        dataOrderBy_ = DefaultDataOrderBy();
+        ShowSortMark(0, true);
+    }
     DeletedRowNIds.clear();
     RowFilter.clear();
     MostRecentClause.clear();
     filters_ = {};
+    hidden_ = {};
     takenOut_.Reset();
     for (TakeOutPanel* panel : takeOutPanels_)
         panel->Reset();
@@ -110,6 +113,8 @@ bool frmData::Requery() {
                     : filters_.MostRecentOn ? GenerateMostRecentData()
                                             : GenerateDataValueRange_Change();
     filters_.MostRecentChanged = filters_.MissingDataChanged = filters_.ValueRangeChanged = false;
+    hidden_ = filters_.MostRecentOn ? FindHiddenByRecent() : HiddenByRecent();
+    ShowNote();
     return ok;
 }
 
@@ -158,6 +163,7 @@ void frmData::SortByColumn(int column, bool ascending) {
         StartPaging(RequeryStatement(RowFilter, dataOrderBy_));
     }
     ShowSortMark(column, ascending);
+    sortPanel_->ShowOrder(column, ascending);
     ui_->DataGrid->scrollToTop();
 }
 
@@ -213,9 +219,15 @@ RowsInView frmData::ShownRows() const {
     return rows;
 }
 
+// Rows that have been put back at the grid's end keep their old place empty; only the lists say what is hidden. Cells
+// without a value have no number and stand in none.
+bool frmData::HasHiddenRows() const {
+    return !DeletedRowNIds.trimmed().isEmpty() || (filters_.MissingDataOn && model_.RemovedRows() > 0);
+}
+
 void frmData::RestoreDeletedRows() {
     ErrorTrap trap("RestoreDeletedRows");
-    if (DeletedRowNIds.trimmed().isEmpty() && model_.RemovedRows() == 0) return;
+    if (!HasHiddenRows()) return;
     const Busy busy;
     if (filters_.MissingDataOn) {
         Requery();
@@ -239,7 +251,7 @@ void frmData::ShowCount() {
         paging_.CountRows();
         ShowRows();
     }
-    ShowMessage(QLocale::system().toString(RowsInGrid()), MessageType::Ok, 103, {}, false);
+    ShowMessage(QLocale::system().toString(RowsInGrid()), MessageType::Ok, 102, {}, false);
 }
 
 void frmData::DataGrid_PopupMenu(const QPoint& place) {
@@ -247,25 +259,25 @@ void frmData::DataGrid_PopupMenu(const QPoint& place) {
     const bool any = model_.ValueRows() > 0;
     const bool highlighted = any && ui_->DataGrid->selectionModel()->hasSelection();
     const bool onRow = any && ui_->DataGrid->currentIndex().isValid();
-    const bool removed = model_.RemovedRows() > 0 || !DeletedRowNIds.trimmed().isEmpty();
-    ShowPopup(this, QStringLiteral("mnu_popup_Data_View_Options"), ui_->DataGrid->viewport()->mapToGlobal(place),
-              {{0, "mnu_DataView_Delete", [this] { RemoveRowsFromDataGrid(); }, highlighted},
-               {1, "mnu_DataView_UndeleteAll", [this] { RestoreDeletedRows(); }, removed},
-               {2, nullptr, {}},
-               {3, "TS_ShowCount", [this] { ShowCount(); }, any},
-               {5, "mnu_DataView_ViewDetails", [this] { ViewDetails(); }, onRow},
-               {10, "TS_CopyRows", [this] { Copy(); }, highlighted},
-               {11, "mnu_Edit_SelectAll", [this] { SelectAll(); }, any},
-               {4, nullptr, {}},
-               {12, "TS_SortAscending", [this, column] { SortByColumn(column, true); }, onRow},
-               {13, "TS_SortDescending", [this, column] { SortByColumn(column, false); }, onRow},
-               {14, "TS_FiltersButton", [this] { cmdFilters_Click(); }},
-               {7, nullptr, {}},
-               {15, "mnu_File_SaveAs", [this] { SaveAs(); }, any},
-               {6, "PRINT BUTTON", [this] { Print(); }, any},
-               {16, nullptr, {}},
-               {8, "mnu_DataView_Indicator", [this] { ShowInformation(true); }, onRow},
-               {9, "mnu_DataView_Source", [this] { ShowInformation(false); }, onRow}});
+    ShowPopup(
+        this, QStringLiteral("mnu_popup_Data_View_Options"), ui_->DataGrid->viewport()->mapToGlobal(place),
+        {{0, "mnu_DataView_Delete", [this] { RemoveRowsFromDataGrid(); }, highlighted, "TS_WhyNoneHighlighted"},
+         {1, "mnu_DataView_UndeleteAll", [this] { RestoreDeletedRows(); }, HasHiddenRows(), "TS_WhyNoneHidden"},
+         {2, nullptr, {}},
+         {3, "TS_ShowCount", [this] { ShowCount(); }, any, "TS_WhyNoRows"},
+         {5, "mnu_DataView_ViewDetails", [this] { ViewDetails(); }, onRow, "TS_WhyNoneHighlighted"},
+         {10, "TS_CopyRows", [this] { Copy(); }, highlighted, "TS_WhyNoneHighlighted"},
+         {11, "mnu_Edit_SelectAll", [this] { SelectAll(); }, any, "TS_WhyNoRows"},
+         {4, nullptr, {}},
+         {12, "TS_SortAscending", [this, column] { SortByColumn(column, true); }, onRow, "TS_WhyNoneHighlighted"},
+         {13, "TS_SortDescending", [this, column] { SortByColumn(column, false); }, onRow, "TS_WhyNoneHighlighted"},
+         {14, "TS_FiltersButton", [this] { cmdFilters_Click(); }},
+         {7, nullptr, {}},
+         {15, "mnu_File_SaveAs", [this] { SaveAs(); }, any, "TS_WhyNoRows"},
+         {6, "PRINT BUTTON", [this] { Print(); }, any, "TS_WhyNoRows"},
+         {16, nullptr, {}},
+         {8, "mnu_DataView_Indicator", [this] { ShowInformation(true); }, onRow, "TS_WhyNoneHighlighted"},
+         {9, "mnu_DataView_Source", [this] { ShowInformation(false); }, onRow, "TS_WhyNoneHighlighted"}});
 }
 
 } // namespace tessaro

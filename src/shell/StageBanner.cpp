@@ -57,6 +57,13 @@ void StageButton::SetSummary(const QString& summary) {
     update();
 }
 
+void StageButton::ShowSummary(bool shown) {
+    if (shown == summaryShown_) return;
+    summaryShown_ = shown;
+    Describe();
+    update();
+}
+
 void StageButton::SetFormCaptions() {
     const navigation::Stage& row = RowOf(stage_);
     setFont(LanguageFont());
@@ -72,8 +79,8 @@ void StageButton::SetFormCaptions() {
 void StageButton::Describe() {
     const QString step = PlainText(QStringLiteral("TS_StageOf")).arg(stage_ + 1).arg(navigation::StageCount);
     setAccessibleName(QStringLiteral("%1: %2").arg(step, caption_));
-    setAccessibleDescription(summary_.isEmpty() ? StateText(state_)
-                                                : StateText(state_) + QLatin1String(", ") + summary_);
+    const QString summary = summaryShown_ ? summary_ : QString();
+    setAccessibleDescription(summary.isEmpty() ? StateText(state_) : StateText(state_) + QLatin1String(", ") + summary);
 }
 
 QSize StageButton::sizeHint() const {
@@ -155,7 +162,8 @@ void StageButton::PaintTexts(QPainter& painter, const QRect& place) const {
     line.setHeight(metrics.height());
     const QString summary = summary_.isEmpty() && stage_ != navigation::DataStage
                                 ? PlainText(QStringLiteral("TS_NothingSelectedShort"))
-                                : summary_;
+                            : summaryShown_ ? summary_
+                                            : QString();
     painter.setFont(font());
     painter.setPen(theme::MutedText());
     painter.drawText(line, align, metrics.elidedText(summary, Qt::ElideRight, line.width()));
@@ -214,9 +222,14 @@ void StageBanner::ClearSummaries() {
 }
 
 void StageBanner::ShowStates() {
+    // Rows that were found once are nothing any more when a step that leads to them is empty again.
+    bool before = true;
     for (int stage = 0; stage < navigation::StageCount; ++stage) {
         StageButton* button = Button(stage);
-        const bool chosen = !button->Summary().isEmpty();
+        const bool has = !button->Summary().isEmpty();
+        const bool chosen = has && (stage != navigation::DataStage || before);
+        before = before && has;
+        button->ShowSummary(stage != navigation::DataStage || before);
         button->SetState(stage == current_ ? StepState::Current : chosen ? StepState::Done : StepState::Next);
     }
 }

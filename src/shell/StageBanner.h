@@ -21,6 +21,8 @@ class StageButton final : public QAbstractButton {
     [[nodiscard]] StepState State() const { return state_; }
     void SetSummary(const QString& summary);
     [[nodiscard]] QString Summary() const { return summary_; }
+    /// Whether the summary counts; one that doesn't is kept, but neither painted nor read out.
+    void ShowSummary(bool shown);
     void SetFormCaptions();
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -40,6 +42,7 @@ class StageButton final : public QAbstractButton {
     StepState state_ = StepState::Next;
     QString caption_;
     QString summary_;
+    bool summaryShown_ = true;
 };
 
 /// picBanner item 1: the four stages side by side. Shown while a database is in use.

@@ -23,7 +23,7 @@ struct ItemRow {
 const ItemRow Items[StandardToolBar::ItemCount] = {
     {"Comm_Back", "tlb_xp_back_h.gif", "tlb_xp_back_d.gif", "Alt+Left", true, false},
     {"TLB_FORWARD", "tlb_xp_forward_h.gif", "tlb_xp_forward_d.gif", "Alt+Right", true, false},
-    {"TLB_STOP", "tlb_xp_stop.gif", "", "", false, false},
+    {"TLB_STOP", "tlb_xp_stop.gif", "", "", true, false},
     {"TLB_REFRESH", "tlb_xp_refresh.gif", "", "F5", true, false},
     {"TLB_HOME", "tlb_xp_home.gif", "", "Alt+Home", true, true},
     {"TLB_SEARCH", "tlb_xp_search.gif", "", "", true, false},
@@ -46,7 +46,7 @@ StandardToolBar::StandardToolBar(QWidget* parent) : QWidget(parent) {
         button->setFocusPolicy(Qt::TabFocus);
         button->setIconSize({theme::IconSize, theme::IconSize});
         button->setShortcut(QKeySequence(QLatin1String(Items[item].shortcut)));
-        button->setEnabled(Items[item].hasCommand && item != Back && item != Forward);
+        button->setEnabled(Items[item].hasCommand && item != Back && item != Forward && item != Stop);
         connect(button, &QToolButton::clicked, this, [this, item] { Q_EMIT Chosen(item); });
         row->addWidget(button);
         buttons_ << button;
@@ -63,8 +63,10 @@ StandardToolBar::StandardToolBar(QWidget* parent) : QWidget(parent) {
 }
 
 void StandardToolBar::SetEnabled(int item, bool enabled) {
+    if (buttons_.at(item)->isEnabled() == (enabled && Items[item].hasCommand)) return;
     buttons_.at(item)->setEnabled(enabled && Items[item].hasCommand);
     ChangeToolBar();
+    SetToolTips();
 }
 
 void StandardToolBar::ChangeToolBar() {
@@ -90,7 +92,10 @@ void StandardToolBar::SetToolTips() {
         button->setAccessibleName(text);
         const QString keys = button->shortcut().toString(QKeySequence::NativeText);
         if (!keys.isEmpty()) text += QLatin1String(" (") + keys + QLatin1Char(')');
-        if (!Items[item].hasCommand) text += QLatin1String(": ") + PlainText(QStringLiteral("TS_NotYetAvailable"));
+        if (!Items[item].hasCommand)
+            text += QLatin1String(": ") + PlainText(QStringLiteral("TS_NotYetAvailable"));
+        else if (item == Stop && !button->isEnabled())
+            text += QLatin1String(": ") + PlainText(QStringLiteral("TS_WhyNotRunning"));
         button->setToolTip(text);
     }
 }

@@ -131,6 +131,31 @@ TEST_F(StatisticsTest, LeavesOutWhatIsNotInView) {
     EXPECT_TRUE(Lines(QStringLiteral(" AND D.RowNId in (0) ")).isEmpty());
 }
 
+TEST_F(StatisticsTest, ValuesThatAreNoNumbersAreNamedAndLeftOut) {
+    SelectTimes(1);
+    SelectAreas(6);
+    Ius(1, QStringLiteral("I1"), QStringLiteral("Births"), QStringLiteral("Number"), QStringLiteral("Total"));
+    Ius(2, QStringLiteral("I2"), QStringLiteral("Deaths"), QStringLiteral("Number"), QStringLiteral("Total"));
+    Values(1, {"10", "n/a", "30", "1,5", "nan", ""});
+    Values(2, {"1", "3"});
+    AddData(1, 3, 2, QStringLiteral("Null"));
+    EXPECT_EQ(Lines().value(0), QStringLiteral("Births 2 10 30 20.00 14.14"));
+    EXPECT_EQ(Lines().value(3), QStringLiteral("Deaths 2 1 3 2.00 1.41")) << "the other indicator stands as it is";
+    const UnreadableValues values = FindUnreadableValues({});
+    EXPECT_EQ(values.count, 4) << "a value that is missing is none of them";
+    ASSERT_EQ(values.first.size(), 3U);
+    for (const UnreadableValues::Value& value : values.first) {
+        EXPECT_EQ(value.indicator, QStringLiteral("Births"));
+        EXPECT_EQ(value.timePeriod, QStringLiteral("2001"));
+        if (value.text == QLatin1String("n/a")) {
+            EXPECT_EQ(value.area, QStringLiteral("Area 2"));
+        }
+    }
+    EXPECT_EQ(FindUnreadableValues(QStringLiteral(" AND D.RowNID not in(2) ")).count, 3) << "under the row filter";
+    Run(QStringLiteral("DELETE * FROM Data WHERE IUSNId = 1"));
+    EXPECT_EQ(FindUnreadableValues({}).count, 0);
+}
+
 TEST_F(StatisticsTest, ASingleValueHasNoDeviation) {
     SelectTimes(1);
     SelectAreas(1);

@@ -3,9 +3,13 @@
 #include "controls/SelectionLists.h"
 #include "dataview/DataScreen.h"
 #include "dataview/GridQuery.h"
+#include "dataview/NoteBar.h"
 #include "dataview/SortPanel.h"
 #include "dataview/TakeOutPanel.h"
 #include "dataview/frmDataFilters.h"
+#include "platform/Files.h"
+#include "session/DisplayValue.h"
+#include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "support/TimeBound.h"
@@ -13,6 +17,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStackedWidget>
@@ -33,6 +38,13 @@ class frmDataOptionsTest : public DataScreenTest {
     void MakePeriods() {
         Run(QStringLiteral("CREATE TABLE TimePeriod (TimePeriodNId LONG, TimePeriod TEXT(30))"));
         Run(QStringLiteral("INSERT INTO TimePeriod SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod"));
+    }
+    /// The texts of the installation, for what is told.
+    void LoadTexts() {
+        const auto kept = Connection;
+        StartInstallation();
+        Connection = kept;
+        form.SetFormCaptions();
     }
     DataTable& Grid() { return *form.findChild<DataTable*>(QStringLiteral("DataGrid")); }
     QStackedWidget& Panels() { return *form.findChild<QStackedWidget*>(QStringLiteral("picPanels")); }
@@ -240,6 +252,145 @@ TEST_F(frmDataOptionsTest, FiltersNarrowTheGridAndForgetRemovedRows) {
     EXPECT_EQ(RowFilter, QString());
 }
 
+TEST_F(frmDataOptionsTest, AValueThatIsNoNumberIsNamedBesideTheOtherFigures) {
+    LoadTexts();
+    FillData(1, 3, 1);
+    Run(QStringLiteral("UPDATE Data SET Datavalue = 'n/a' WHERE IUSNId = 2"));
+    ShowAll();
+    messages.clear();
+    form.ShowThisDataOption(Stats);
+    EXPECT_TRUE(messages.isEmpty()) << "the database is sound";
+    EXPECT_EQ(form.findChild<DataTable*>(QStringLiteral("DataStats"))->model()->rowCount(), 2);
+    auto& note = *form.findChild<NoteBar*>();
+    EXPECT_FALSE(note.isHidden());
+    for (const char* part : {"Indicator 2", "Area 1", "2001", "n/a", "1"})
+        EXPECT_TRUE(note.Text().contains(QLatin1String(part))) << part << ": " << note.Text().toStdString();
+    form.ShowThisDataOption(View);
+    EXPECT_TRUE(note.isHidden());
+}
+
+TEST_F(frmDataOptionsTest, MostRecentDataSayWhatASourceTakenOutHidesAndPutItBack) {
+    LoadTexts();
+    FillData(3, 1, 1);
+    SelectTimes(0);
+    Run(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (2, '2002')"));
+    Run(QStringLiteral("INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, [Indicator], UnitGId, Unit, SubpopGId, Subpop, "
+                       "SourceNId, Source, RecommendedSource, Deleted) SELECT IUSNId, IndicatorGId, [Indicator], "
+                       "UnitGId, Unit, SubpopGId, Subpop, 2, 'Survey', False, False FROM _SelIUSNId"));
+    AddData(2, 1, 1, QStringLiteral("'5'"), 2);
+    AddData(2, 2, 1, QStringLiteral("'6'"), 2);
+    AddData(2, 3, 1, QStringLiteral("'7'"), 1);
+    MakePeriods();
+    ShowAll();
+    Button("chkFilters").click();
+    WaitForAll();
+    auto& note = *form.findChild<NoteBar*>();
+    EXPECT_EQ(form.grid().ValueRows(), 3);
+    EXPECT_TRUE(note.isHidden());
+    form.ShowThisDataOption(Sources);
+    List("lstSelected").HighlightKey(QStringLiteral("IS_1_2"));
+    QTest::keyClick(&List("lstSelected"), Qt::Key_Delete);
+    form.ShowThisDataOption(View);
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 1);
+    EXPECT_EQ(form.hiddenByRecent().pairs, 2);
+    EXPECT_FALSE(note.isHidden());
+    EXPECT_TRUE(note.Text().contains(QLatin1Char('2')) && note.Text().contains(QLatin1String("Survey")))
+        << note.Text().toStdString();
+    Button("cmdNote").click();
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 3);
+    EXPECT_TRUE(note.isHidden());
+    EXPECT_FALSE(form.options().AnythingTakenOut());
+    // A source that isn't selected at all hides as much, but can't be put back from here.
+    Run(QStringLiteral("DELETE * FROM _SelIUSNId WHERE SourceNId = 2"));
+    form.SetFilters({.MostRecentOn = true});
+    EXPECT_EQ(form.hiddenByRecent().pairs, 2);
+    EXPECT_TRUE(form.hiddenByRecent().takenOutKeys.isEmpty());
+    EXPECT_TRUE(Button("cmdNote").isHidden());
+    form.SetFilters({});
+    EXPECT_TRUE(note.isHidden());
+}
+
+TEST_F(frmDataOptionsTest, ALoadCanBeStoppedAndGoesOnWhereTheUserLooks) {
+    FillData(10, 20, 10);
+    Show();
+    ASSERT_TRUE(form.CanStop());
+    QTest::keyClick(&Grid(), Qt::Key_Escape);
+    EXPECT_FALSE(form.CanStop());
+    const int rows = form.grid().ValueRows();
+    form.Leave();
+    form.Enter();
+    QTest::qWait(250);
+    EXPECT_EQ(form.grid().ValueRows(), rows);
+    Grid().scrollToBottom();
+    EXPECT_EQ(form.grid().ValueRows(), rows + 50) << "who scrolls to the end wants to see more";
+    EXPECT_FALSE(form.CanStop());
+    QTest::keyClick(&Grid(), Qt::Key_Home, Qt::ControlModifier);
+    WaitForAll();
+    EXPECT_EQ(form.grid().ValueRows(), 2000);
+}
+
+TEST_F(frmDataOptionsTest, ARunningLoadTellsOfHowMany) {
+    LoadTexts();
+    FillData(10, 20, 10);
+    Show();
+    auto& rows = *form.findChild<QLabel*>(QStringLiteral("lblRows"));
+    EXPECT_FALSE(rows.text().contains(QLocale::system().toString(2000)));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return form.paging().TotalKnown(); }, 10000));
+    EXPECT_FALSE(form.paging().PagingComplete());
+    EXPECT_TRUE(rows.text().contains(QLocale::system().toString(2000))) << rows.text().toStdString();
+    WaitForAll();
+    std::set<qint64> seen;
+    for (int row = 0; row < form.grid().ValueRows(); ++row)
+        seen.insert(form.grid().RowAt(row)->rowNId);
+    EXPECT_EQ(seen.size(), 2000U);
+}
+
+TEST_F(frmDataOptionsTest, TheSortPanelShowsTheOrderOfAHeadAndItSurvivesANewSelection) {
+    FillData(2, 2, 1);
+    ShowAll();
+    form.SortByColumn(ColDatavalue, false);
+    WaitForAll();
+    form.ShowThisDataOption(Sort);
+    ASSERT_EQ(List("lstSelected").Items().Count(), 1);
+    EXPECT_EQ(List("lstSelected").Items().Items().front().key, QStringLiteral("D.DataValue"));
+    EXPECT_TRUE(List("lstSelected").Items().Items().front().marked) << "downwards";
+    form.ShowThisDataOption(View);
+    AddData(1, 2, 1, QStringLiteral("'500'"));
+    SelectionChanged = true;
+    form.Enter();
+    WaitForAll();
+    EXPECT_EQ(Values(), QStringLiteral("500 202 201 102 101"));
+    EXPECT_EQ(Grid().horizontalHeader()->sortIndicatorSection(), ColDatavalue - 1);
+    form.ShowThisDataOption(Sort);
+    EXPECT_EQ(List("lstSelected").Items().Items().front().key, QStringLiteral("D.DataValue"));
+}
+
+TEST_F(frmDataOptionsTest, ShowingHiddenRowsIsOfferedOnlyWhileThereAreSome) {
+    LoadTexts();
+    FillData(1, 5, 1);
+    ShowAll();
+    const auto entry = [this](int index) {
+        Grid().customContextMenuRequested({5, 5});
+        QAction* found = nullptr;
+        for (QAction* action : form.findChildren<QAction*>())
+            if (action->objectName() == QStringLiteral("mnu_popup_Data_View_Options_%1").arg(index)) found = action;
+        return found;
+    };
+    EXPECT_FALSE(entry(1)->isEnabled());
+    EXPECT_FALSE(entry(1)->toolTip().isEmpty()) << "it says why";
+    HighlightRows(1, 2);
+    form.RemoveRowsFromDataGrid();
+    EXPECT_TRUE(entry(1)->isEnabled());
+    entry(1)->trigger();
+    EXPECT_EQ(form.grid().ValueRows(), 5);
+    EXPECT_FALSE(entry(1)->isEnabled());
+    form.RestoreDeletedRows();
+    EXPECT_EQ(form.grid().ValueRows(), 5);
+    EXPECT_FALSE(ReadWholeFile(LogFile()).value_or(QByteArray()).contains("RestoreDeletedRows"));
+}
+
 TEST_F(frmDataOptionsTest, ValuesThatCanNoLongerBeReadAreTold) {
     FillData(1, 3, 1);
     ShowAll();
@@ -328,6 +479,29 @@ TEST_F(frmDataFiltersTest, AnOpenBoundBecomesTheLeastOrGreatestValue) {
     EXPECT_EQ(filters.DataValueFrom, 102);
     EXPECT_EQ(filters.DataValueTo, 202);
     EXPECT_FALSE(filters.MostRecentOn || filters.MissingDataOn);
+}
+
+TEST_F(frmDataFiltersTest, WritesNumbersAsTheGridDoes) {
+    struct Case {
+        double value;
+        const char* asStored;
+        const char* withSeparators;
+    };
+    for (const Case& c :
+         {Case{1234567.25, "1234567.25", "1,234,567.25"}, Case{1500000000, "1500000000", "1,500,000,000"},
+          Case{-0.125, "-0.125", "-0.125"}, Case{0.00001, "0.00001", "0.00001"}}) {
+        for (const bool separators : {false, true}) {
+            SysNumFormat = separators;
+            const frmDataFilters form({.ValueRangeOn = true, .DataValueFrom = c.value, .DataValueTo = 2e9});
+            const QString shown = form.findChild<QLineEdit*>(QStringLiteral("txtFrom"))->text();
+            EXPECT_EQ(shown, DisplayedValue(QLatin1String(c.asStored)));
+            if (QLocale::system().groupSeparator() == QLatin1String(",")) {
+                EXPECT_EQ(shown, QLatin1String(separators ? c.withSeparators : c.asStored));
+            }
+            EXPECT_EQ(form.Filters().DataValueFrom, c.value) << shown.toStdString() << " is read as it was written";
+        }
+    }
+    SysNumFormat = false;
 }
 
 TEST_F(frmDataFiltersTest, NoFiltersClearsEverything) {

@@ -8,6 +8,7 @@
 #include "session/Session.h"
 #include "shell/Favourite.h"
 #include "shell/FrameTest.h"
+#include "shell/StageBanner.h"
 #include "shell/frmAbout.h"
 #include "shell/frmFavourites.h"
 #include "shell/frmLanguage.h"
@@ -24,6 +25,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStackedWidget>
 #include <QTableWidget>
 #include <QTest>
 #include <QTextBrowser>
@@ -339,6 +341,35 @@ TEST_F(DialogTest, AFavouriteKeepsTheRowsThatTheViewShows) {
         shown.sort();
         EXPECT_EQ(kept.join(u';').toStdString(), shown.join(u';').toStdString());
     }
+}
+
+TEST_F(DialogTest, StopEndsTheLoadOfTheDataView) {
+    ASSERT_TRUE(StartInDataView());
+    auto& view = *Find<frmData>(QStringLiteral("frmData"));
+    ASSERT_TRUE(view.CanStop());
+    auto& stop = *Find<QAbstractButton>(QStringLiteral("Toolbar1_2"));
+    EXPECT_TRUE(stop.isEnabled());
+    const QString tip = stop.toolTip();
+    stop.click();
+    EXPECT_FALSE(view.CanStop());
+    EXPECT_FALSE(stop.isEnabled());
+    EXPECT_GT(stop.toolTip().size(), tip.size()) << "it says why it can't be pressed";
+    view.Refresh();
+    EXPECT_TRUE(stop.isEnabled());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.paging().PagingComplete(); }, 10000));
+    EXPECT_FALSE(stop.isEnabled()) << "the load has ended";
+}
+
+TEST_F(DialogTest, TheDataStepIsDoneOnlyWhileEveryStepBeforeItHasSomething) {
+    ASSERT_TRUE(StartInDataView());
+    auto& banner = *window->findChild<StageBanner*>();
+    window->GoToStage(2);
+    EXPECT_EQ(banner.Button(3)->State(), StepState::Done);
+    auto* areas = Find<QStackedWidget>(QStringLiteral("stkChildren"))->currentWidget();
+    areas->findChild<QAbstractButton*>(QStringLiteral("cmdRemoveAll"))->click();
+    EXPECT_EQ(Rows("_SelArea"), 0);
+    EXPECT_EQ(banner.Button(3)->State(), StepState::Next);
+    EXPECT_FALSE(banner.Button(3)->accessibleDescription().contains(QLatin1String("17")));
 }
 
 TEST_F(DialogTest, TheLowerHalfOfFavouritesGoesAndComes) {
