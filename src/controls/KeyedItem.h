@@ -24,6 +24,17 @@ struct KeyedNode {
     bool mayHaveChildren = false;
 };
 
+/// A text as a cell shows it: on one line, and cut where nobody would read on.
+[[nodiscard]] inline QString CellTextOf(const QString& text) {
+    constexpr qsizetype kMostCharacters = 1000;
+    QString shown = text.left(kMostCharacters);
+    for (qsizetype i = 0; i < shown.size(); ++i)
+        if (const QChar c = shown.at(i);
+            c == u'\n' || c == u'\r' || c == u'\t' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            shown[i] = u' ';
+    return shown;
+}
+
 /// A text for a tool tip: cut where a name of a strange database would fill the screen.
 [[nodiscard]] inline QString TipOf(const QString& text) {
     constexpr qsizetype kMostCharacters = 1000;

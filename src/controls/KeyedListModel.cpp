@@ -255,7 +255,7 @@ QVariant KeyedListModel::data(const QModelIndex& index, int role) const {
     const KeyedItem& item = ItemAt(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return CellOf(item, index.column());
+        return CellTextOf(CellOf(item, index.column()));
     case Qt::ToolTipRole:
         return TipOf(CellOf(item, index.column()));
     case Qt::DecorationRole:
@@ -309,8 +309,12 @@ const QObject* KeyedListModel::SourceOf(const QMimeData& data) {
 
 QString KeyedListModel::TextOfRows(const std::vector<int>& shownRows) const {
     QString text;
-    for (const int row : shownRows)
-        text += ItemAt(row).cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
+    for (const int row : shownRows) {
+        QStringList cells;
+        for (const QString& cell : ItemAt(row).cells)
+            cells << CellTextOf(cell);
+        text += cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
+    }
     return text;
 }
 

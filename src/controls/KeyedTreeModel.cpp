@@ -37,6 +37,13 @@ void KeyedTreeModel::AddNodes(const QString& parentKey, std::vector<KeyedNode> n
     endInsertRows();
 }
 
+void KeyedTreeModel::SetText(const QString& key, const QString& text) {
+    const int node = byKey_.value(key, -1);
+    if (node <= 0) return;
+    nodes_[static_cast<std::size_t>(node)].text = text;
+    Q_EMIT dataChanged(IndexOf(node), IndexOf(node));
+}
+
 void KeyedTreeModel::Load(int node) {
     Node& entry = nodes_[static_cast<std::size_t>(node)];
     if (entry.loaded || !loader_) return;
@@ -120,7 +127,7 @@ QVariant KeyedTreeModel::data(const QModelIndex& index, int role) const {
     const Node& node = nodes_[static_cast<std::size_t>(NodeOf(index))];
     switch (role) {
     case Qt::DisplayRole:
-        return node.text;
+        return CellTextOf(node.text);
     case Qt::ToolTipRole:
         return TipOf(node.text);
     case Qt::DecorationRole:

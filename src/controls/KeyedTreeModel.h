@@ -28,6 +28,8 @@ class KeyedTreeModel final : public QAbstractItemModel {
     void Clear();
     /// Adds nodes below the node of `parentKey` (empty: at the top). Keys that exist already are passed over.
     void AddNodes(const QString& parentKey, std::vector<KeyedNode> nodes);
+    /// Another text for a node: the root's, in another language.
+    void SetText(const QString& key, const QString& text);
     /// Asks the loader for the children unless that was done already.
     void LoadChildren(const QString& key);
     [[nodiscard]] bool IsLoaded(const QString& key) const;

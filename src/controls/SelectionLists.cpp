@@ -9,6 +9,7 @@
 #include "ui_SelectionLists.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QMenu>
 
@@ -44,6 +45,7 @@ SelectionLists::SelectionLists(QWidget* parent) : QWidget(parent), ui_(std::make
     ui_->lblSelected->setBuddy(ui_->lstSelected);
     for (QToolButton* sort : {ui_->cmdAvailableIcon, ui_->cmdSelectedIcon})
         sort->setFocusPolicy(Qt::TabFocus);
+    ui_->picListState->hide();
     ConnectLists();
     ConnectButtons();
     ShowButtonIcons();
@@ -101,6 +103,9 @@ void SelectionLists::ConnectButtons() {
     connect(ui_->cmdSelectedIcon, &QToolButton::clicked, this, [this] { ui_->lstSelected->SortOn(0); });
     filterPause_.setSingleShot(true);
     filterPause_.setInterval(FilterPauseMilliseconds);
+    connect(ui_->cmdEndListState, &QToolButton::clicked, this, &SelectionLists::EndListState);
+    ui_->txtFilter->installEventFilter(this);
+    ui_->lstAvailable->installEventFilter(this);
     connect(&filterPause_, &QTimer::timeout, this, &SelectionLists::ApplyFilter);
     connect(ui_->txtFilter, &QLineEdit::textChanged, this, [this] {
         // A short list follows each key; a long one waits for a pause in the typing.
@@ -176,14 +181,76 @@ void SelectionLists::SetFormCaptions() {
     const QString filter = PlainText(QStringLiteral("TS_FilterPlaceholder"));
     ui_->txtFilter->setPlaceholderText(filter);
     ui_->txtFilter->setAccessibleName(filter);
-    const QString noMatch = GetText(QStringLiteral("TS_FilterNoMatch"));
-    ui_->lstAvailable->SetEmptyHint(GetText(availableHintKey_), noMatch);
-    ui_->lstSelected->SetEmptyHint(GetText(selectedHintKey_), noMatch);
+    ShowHints();
     for (QLabel* heading : {ui_->lblAvailable, ui_->lblSelected}) {
         MakeHeading(heading);
         heading->setMinimumHeight(ui_->txtFilter->sizeHint().height()); // so that both lists begin on one line
     }
     ShowCounts();
+}
+
+void SelectionLists::ShowHints() {
+    const QString noMatch = GetText(QStringLiteral("TS_FilterNoMatch"));
+    ui_->lstAvailable->SetEmptyHint(nothingInstead_.isEmpty() ? GetText(availableHintKey_) : nothingInstead_, noMatch);
+    ui_->lstSelected->SetEmptyHint(GetText(selectedHintKey_), noMatch);
+}
+
+void SelectionLists::ClearFilter() {
+    ui_->txtFilter->clear();
+    ApplyFilter();
+}
+
+void SelectionLists::ShowInstead(const QString& what, const QString& nothing) {
+    showsBranch_ = false;
+    instead_ = what;
+    nothingInstead_ = nothing;
+    ShowHints();
+    ShowListState();
+}
+
+void SelectionLists::ShowBranch() {
+    showsBranch_ = true;
+    instead_.clear();
+    nothingInstead_.clear();
+    ShowHints();
+    ShowListState();
+}
+
+bool SelectionLists::ShowsOther() const {
+    return !showsBranch_ || ui_->lstAvailable->Items().IsFiltered();
+}
+
+void SelectionLists::ShowListState() {
+    const KeyedListModel& items = ui_->lstAvailable->Items();
+    QStringList parts;
+    if (!showsBranch_) parts << instead_;
+    if (items.IsFiltered()) {
+        const QLocale locale;
+        parts << GetText(QStringLiteral("TS_FilterShown"))
+                     .replace(QLatin1String("%1"), locale.toString(items.rowCount()))
+                     .replace(QLatin1String("%2"), locale.toString(items.Count()));
+    }
+    ui_->lblListState->setText(parts.join(QStringLiteral(" \u2013 ")));
+    ui_->lblListState->setAlignment(ReadingSide());
+    SetCaption(ui_->cmdEndListState,
+               items.IsFiltered() ? QStringLiteral("TS_FilterClear") : QStringLiteral("TS_BranchAgain"));
+    if (parts.isEmpty() && ui_->cmdEndListState->hasFocus()) ui_->lstAvailable->setFocus();
+    ui_->picListState->setVisible(!parts.isEmpty());
+}
+
+/// The filter goes first, then what stands in the branch's place.
+void SelectionLists::EndListState() {
+    if (ui_->lstAvailable->Items().IsFiltered())
+        ClearFilter();
+    else if (!showsBranch_)
+        Q_EMIT BranchWanted();
+}
+
+bool SelectionLists::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape || !ShowsOther())
+        return QWidget::eventFilter(watched, event);
+    EndListState();
+    return true;
 }
 
 void SelectionLists::ShowCounts() {
@@ -193,6 +260,7 @@ void SelectionLists::ShowCounts() {
     ui_->lblSelected->setText(selected);
     ui_->lstAvailable->setAccessibleName(available);
     ui_->lstSelected->setAccessibleName(selected);
+    ShowListState();
 }
 
 void SelectionLists::changeEvent(QEvent* event) {

@@ -40,6 +40,14 @@ class SelectionLists final : public QWidget {
     /// Captions, tool tips, hints and accessible names in the current language.
     void SetFormCaptions();
     void FocusFilter();
+    /// Empties the filter line: before a list that the old filter knows nothing of.
+    void ClearFilter();
+    /// Tells above the Available list what it shows instead of the tree's branch, and in it when that is nothing.
+    void ShowInstead(const QString& what, const QString& nothing = {});
+    /// The Available list shows the branch again.
+    void ShowBranch();
+    /// The Available list holds something else than the branch, or not all of it.
+    [[nodiscard]] bool ShowsOther() const;
     /// Copies or highlights in the list that has the focus (Available when neither has).
     void CopyHighlighted();
     void HighlightAll();
@@ -57,17 +65,22 @@ class SelectionLists final : public QWidget {
     void RemoveAll();
     void AvailablePopup(const QPoint& globalPosition);
     void SelectedPopup(const QPoint& globalPosition);
+    void BranchWanted();   ///< the user ends what the list shows instead of the branch
     void LeaveBackwards(); ///< the arrow key out of the Available list, towards the tree
     void SelectedCountChanged();
 
   protected:
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void ConnectLists();
     void ConnectButtons();
     void ApplyFilter();
     void ShowCounts();
+    void ShowListState();
+    void EndListState();
+    void ShowHints();
     void ShowButtonIcons();
     void ShowSortIcons();
     void Leave(bool fromAvailable, Qt::Edge edge);
@@ -78,6 +91,9 @@ class SelectionLists final : public QWidget {
     QTimer filterPause_;
     QString availableHintKey_;
     QString selectedHintKey_;
+    bool showsBranch_ = true;
+    QString instead_;
+    QString nothingInstead_;
 };
 
 /// One entry of a list's popup menu. A null action is one that a later version brings: shown, disabled, with that tip.

@@ -4,6 +4,8 @@
 #include "session/Query.h"
 #include "session/Session.h"
 
+#include <algorithm>
+
 namespace tessaro::selection {
 
 namespace {
@@ -21,7 +23,7 @@ bool IsRoot(const QString& nodeKey) {
 KeyedItem ItemOf(const Records& rows) {
     KeyedItem item;
     item.key = KeyOf('A', rows.Text("AreaNId"));
-    item.cells = {rows.Text("AreaName"), rows.Text("AreaID")};
+    item.cells = {NameOf(rows.Text("AreaName")), rows.Text("AreaID")};
     item.globalCells = IsGlobal(rows.Text("AreaGId")) ? 3 : 0;
     return item;
 }
@@ -66,9 +68,24 @@ std::vector<AreaRow> AvailableAreas(const QString& nodeKey) {
     return areas;
 }
 
+QSet<QString> ParentsAmongChildren(const QString& nodeKey) {
+    const qsizetype length = (IsRoot(nodeKey) ? 0 : IdOfKey(nodeKey).length()) + CharactersPerLevel;
+    QString sql = QStringLiteral("SELECT DISTINCT MID(A.AreaID,1,%1) FROM Area As A WHERE Len(A.AreaID) = %2")
+                      .arg(length)
+                      .arg(length + CharactersPerLevel);
+    if (!IsRoot(nodeKey))
+        sql += QStringLiteral(" AND MID(A.AreaID,1,%1) = ").arg(IdOfKey(nodeKey).length()) + Quoted(IdOfKey(nodeKey));
+    sql += Criterion(QStringLiteral(" AND A.")) + GlobalLocal(QStringLiteral(" AND "), {QStringLiteral("A.AreaGId")});
+    QSet<QString> parents;
+    for (Records rows = Select(sql, jet::CursorType::ForwardOnly); !rows.atEnd(); rows.MoveNext())
+        parents.insert(rows.Text(std::size_t{0}).toUpper());
+    return parents;
+}
+
 int AreaDepth() {
     const Records rows = Select(QStringLiteral("SELECT MAX(AreaLevel) From Area"));
-    return rows.atEnd() ? 0 : static_cast<int>(rows.Number(std::size_t{0}));
+    constexpr qint64 kDeepest = schema::AreaIdWidth / CharactersPerLevel;
+    return rows.atEnd() ? 0 : static_cast<int>(std::clamp<qint64>(rows.Number(std::size_t{0}), 0, kDeepest));
 }
 
 QString AreasOfLevelSql(int level, const QString& nodeKey, bool onlyWithData) {

@@ -25,7 +25,9 @@ struct AreaRow {
 [[nodiscard]] QString AvailableAreasSql(const QString& nodeKey);
 [[nodiscard]] std::vector<AreaRow> AvailableAreas(const QString& nodeKey);
 [[nodiscard]] QString TreeKeyOfArea(const QString& areaId);
-/// The deepest AreaLevel of the database; 0 when it has no areas.
+/// Ids, in capitals, of those children of a tree node that have children themselves.
+[[nodiscard]] QSet<QString> ParentsAmongChildren(const QString& nodeKey);
+/// The deepest AreaLevel of the database, as deep as an AreaID can be; 0 when it has no areas.
 [[nodiscard]] int AreaDepth();
 
 /// All areas of a level at or below a node. With `onlyWithData`, those that Data has rows for.

@@ -58,7 +58,7 @@ constexpr std::array<ClassificationView, ClassificationCount> Table{{
      " (Source AS S INNER JOIN (Indicator_Source AS I_S INNER JOIN Indicator_Unit_subpop AS IUS ON I_S.IUSNId = IUS.IUSNId) ON S.SourceNId = I_S.SourceNId) INNER JOIN [Indicator] AS I ON I.IndicatorGId = IUS.IndicatorGId ",
      " S.", false,
      {" S.RegionNId = ", " AND S.SourceNId = ", nullptr},
-     {ChildQuery{"SELECT SourceNId, Source FROM Source As S  WHERE", "S.SourceGId", " Order BY Source"}, NoChildren},
+     {ChildQuery{"SELECT SourceNId, Source, SourceGId FROM Source As S  WHERE", "S.SourceGId", " Order BY Source", 2}, NoChildren},
      "  (Source AS S INNER JOIN Indicator_Source AS I_S ON S.SourceNId = I_S.SourceNId) INNER JOIN ",
      " ON I_S.IUSNId = IUS.IUSNId ", " WHERE S."},
     {"TV_INST", "Institutions", "INSTITUTION", "INST",
@@ -151,7 +151,7 @@ std::vector<KeyedNode> FirstLevelNodes(int view, int& counter) {
     const bool deeper = DepthOf(row) > 1;
     std::vector<KeyedNode> nodes;
     for (Records rows = Select(FirstLevelSql(view)); !rows.atEnd(); rows.MoveNext())
-        nodes.push_back({NodeKey(rows.Text(row.idField), 'S', counter++), rows.Text(row.textField),
+        nodes.push_back({NodeKey(rows.Text(row.idField), 'S', counter++), NameOf(rows.Text(row.textField)),
                          IsGlobal(rows.Text(row.gidField)), deeper});
     return nodes;
 }
@@ -169,11 +169,13 @@ std::vector<KeyedNode> ChildNodes(int view, const QStringList& path, int& counte
     const QString sql = ChildSql(view, path);
     if (sql.isEmpty()) return {};
     const bool deeper = path.size() + 1 < DepthOf(Classification(view));
+    const std::size_t gidField = Classification(view).children[static_cast<std::size_t>(path.size() - 1)].gidField;
     std::vector<KeyedNode> nodes;
     for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext()) {
         const QString id = rows.Text(std::size_t{0});
         if (id.isEmpty()) continue;
-        nodes.push_back({NodeKey(id, 'C', counter++), rows.Text(std::size_t{1}), IsGlobal(id), deeper});
+        nodes.push_back(
+            {NodeKey(id, 'C', counter++), NameOf(rows.Text(std::size_t{1})), IsGlobal(rows.Text(gidField)), deeper});
     }
     return nodes;
 }

@@ -19,6 +19,7 @@ struct ChildQuery {
     const char* select;
     const char* gidColumn;
     const char* tail;
+    std::size_t gidField = 0; ///< where the rows have the GId
 };
 
 /// A classification view. `conditions` are the openings of the terms that name a node's level and those above it.

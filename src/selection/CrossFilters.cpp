@@ -93,9 +93,12 @@ enum Field : std::size_t { IUSNId, IndicatorGId, UnitGId, SubpopGId, Indicator, 
 KeyedItem FoundItem(const Records& rows, const QString& iusNId) {
     const QString indicatorGId = rows.Text(IndicatorGId);
     const int indicatorBit = IsGlobal(indicatorGId) ? 1 : 0;
-    if (!ByCombination()) return {KeyOf('I', indicatorGId), {rows.Text(Indicator)}, static_cast<quint8>(indicatorBit)};
+    if (!ByCombination())
+        return {KeyOf('I', indicatorGId), {NameOf(rows.Text(Indicator))}, static_cast<quint8>(indicatorBit)};
     const int bits = indicatorBit | (IsGlobal(rows.Text(UnitGId)) ? 2 : 0) | (IsGlobal(rows.Text(SubpopGId)) ? 4 : 0);
-    return {KeyOf('I', iusNId), {rows.Text(Indicator), rows.Text(Unit), rows.Text(Subpop)}, static_cast<quint8>(bits)};
+    return {KeyOf('I', iusNId),
+            {NameOf(rows.Text(Indicator)), NameOf(rows.Text(Unit)), NameOf(rows.Text(Subpop))},
+            static_cast<quint8>(bits)};
 }
 
 } // namespace
@@ -152,7 +155,7 @@ std::vector<KeyedItem> FindPeriods(bool byIndicators, bool byAreas) {
     std::vector<KeyedItem> periods;
     Records rows = Select(TimeFilterSql(byIndicators, byAreas), jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext())
-        periods.push_back({KeyOf('T', rows.Text(std::size_t{0})), {rows.Text(std::size_t{1})}, 0});
+        periods.push_back({KeyOf('T', rows.Text(std::size_t{0})), {NameOf(rows.Text(std::size_t{1}))}, 0});
     return periods;
 }
 
@@ -172,6 +175,12 @@ QString AreaFilterBelowSql(bool byIndicators, bool byTime, const QString& nodeKe
                       .arg(length + CharactersPerLevel) +
                   Quoted(id) + QStringLiteral(")) = ") + Quoted(id) + QLatin1Char(' ');
     return QStringLiteral("SELECT DISTINCT A.AreaNId ") + AreaFrom.Pick(byIndicators, byTime) + where +
+           Criterion(QStringLiteral(" AND A."));
+}
+
+QString AreaFilterOfListSql(bool byIndicators, bool byTime, const QString& areaList) {
+    return QStringLiteral("SELECT DISTINCT A.AreaNId ") + AreaFrom.Pick(byIndicators, byTime) +
+           QStringLiteral(" WHERE A.AreaNId in (") + areaList + QStringLiteral(") ") +
            Criterion(QStringLiteral(" AND A."));
 }
 

@@ -47,6 +47,8 @@ struct FoundIndicators {
 [[nodiscard]] QString AreaFilterSql(bool byIndicators, bool byTime);
 /// The same, limited to the direct children of a tree node (the top level for the root).
 [[nodiscard]] QString AreaFilterBelowSql(bool byIndicators, bool byTime, const QString& nodeKey);
+/// The same, limited to areas by their numbers.
+[[nodiscard]] QString AreaFilterOfListSql(bool byIndicators, bool byTime, const QString& areaList);
 /// The AreaNIds that such a query finds, as a comma list.
 [[nodiscard]] QString FindAreas(const QString& sql);
 

@@ -50,7 +50,7 @@ struct CombinationFields {
 KeyedItem CombinationItem(const Records& rows, const CombinationFields& at) {
     KeyedItem item;
     item.key = KeyOf('I', rows.Text(at.ius));
-    item.cells = {rows.Text(at.indicator), rows.Text(at.unit), rows.Text(at.subpop)};
+    item.cells = {NameOf(rows.Text(at.indicator)), NameOf(rows.Text(at.unit)), NameOf(rows.Text(at.subpop))};
     item.globalCells =
         static_cast<quint8>((IsGlobal(rows.Text(at.indicatorGId)) ? 1 : 0) | (IsGlobal(rows.Text(at.unitGId)) ? 2 : 0) |
                             (IsGlobal(rows.Text(at.subpopGId)) ? 4 : 0));
@@ -58,7 +58,7 @@ KeyedItem CombinationItem(const Records& rows, const CombinationFields& at) {
 }
 
 KeyedItem IndicatorItem(const QString& gid, const QString& name) {
-    return {KeyOf('I', gid), {name}, static_cast<quint8>(IsGlobal(gid) ? 1 : 0)};
+    return {KeyOf('I', gid), {NameOf(name)}, static_cast<quint8>(IsGlobal(gid) ? 1 : 0)};
 }
 
 /// Items of a query whose fields are id, GId, text … (combinations) or GId, text (indicators).

@@ -47,6 +47,21 @@ QSet<QString> KeysOf(const std::vector<KeyedItem>& items) {
     return keys;
 }
 
+void ShowSearch(SelectionLists& lists, const QString& text) {
+    constexpr qsizetype kShown = 60;
+    const QString sought = text.size() > kShown ? text.left(kShown) + QChar(0x2026) : text;
+    const QString count = QLocale().toString(lists.Available().Items().Count());
+    lists.ShowInstead(GetText(QStringLiteral("TS_SearchShown"))
+                          .replace(QLatin1String("%2"), count)
+                          .replace(QLatin1String("%1"), sought),
+                      GetText(QStringLiteral("TS_SearchNothing")).replace(QLatin1String("%1"), sought));
+}
+
+void TellNothingFound() {
+    constexpr int kMilliseconds = 1500;
+    TheFrame().ShowStatusTextFor(GetText(QStringLiteral("031")), kMilliseconds);
+}
+
 void TellNotKept() {
     ShowMessage(GetText(QStringLiteral("TS_SelectionNotKept")), MessageType::Ok, 102, {}, false);
 }

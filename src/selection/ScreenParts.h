@@ -20,6 +20,10 @@ void StyleStrip(QWidget* strip, QFrame* line);
 void ShowHeading(QLabel* label, const QString& key);
 
 [[nodiscard]] QSet<QString> KeysOf(const std::vector<KeyedItem>& items);
+/// Tells above the Available list that it shows what a search has found, and in it when that is nothing.
+void ShowSearch(SelectionLists& lists, const QString& text);
+/// Says for a while that an automatic selection has found nothing.
+void TellNothingFound();
 /// Tells that what was chosen could not be written; the list shows what is chosen all the same.
 void TellNotKept();
 /// "Areas: 12" from a key with a place for the number; empty for 0.

@@ -18,6 +18,11 @@ QString GlobalLocal(const QString& head, const QStringList& columns) {
     return head + terms.join(QStringLiteral(" AND ")) + QLatin1Char(' ');
 }
 
+QString NameOf(const QString& text) {
+    constexpr qsizetype kLongest = 1000;
+    return text.left(kLongest);
+}
+
 QString Quoted(const QString& id) {
     return QLatin1Char('\'') + QuoteDoubled(id) + QLatin1Char('\'');
 }

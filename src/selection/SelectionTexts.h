@@ -23,6 +23,9 @@ namespace tessaro::selection {
 [[nodiscard]] QString Quoted(const QString& id);
 [[nodiscard]] QString QuotedList(const QStringList& ids);
 
+/// A name for a list, from a field of a row; cut far beyond the width that the schema gives it.
+[[nodiscard]] QString NameOf(const QString& text);
+
 /// True for a GId that all databases share.
 [[nodiscard]] inline bool IsGlobal(const QString& gid) {
     return gid.startsWith(QLatin1Char('-'));

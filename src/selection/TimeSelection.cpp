@@ -12,7 +12,7 @@ namespace {
 std::vector<KeyedItem> PeriodsOf(const QString& sql) {
     std::vector<KeyedItem> items;
     for (Records rows = Select(sql); !rows.atEnd(); rows.MoveNext())
-        items.push_back({KeyOf('T', rows.Text(std::size_t{0})), {rows.Text(std::size_t{1})}, 0});
+        items.push_back({KeyOf('T', rows.Text(std::size_t{0})), {NameOf(rows.Text(std::size_t{1}))}, 0});
     return items;
 }
 
@@ -43,9 +43,11 @@ std::vector<KeyedItem> SelectedPeriods() {
 }
 
 bool AddPeriod(const KeyedItem& period) {
+    constexpr qsizetype kWidth = 60; // of the column; a file of a stranger may hold more
     SelectionChanged = true;
     return Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) Values (") +
-                   IdOfKey(period.key) + QStringLiteral(",'") + period.cells.value(0) + QStringLiteral("')"));
+                   IdOfKey(period.key) + QLatin1Char(',') + Quoted(period.cells.value(0).left(kWidth)) +
+                   QLatin1Char(')'));
 }
 
 bool AddPeriods(const std::vector<KeyedItem>& periods) {

@@ -8,6 +8,7 @@
 #include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
 #include "selection/Search.h"
+#include "selection/SelectionTexts.h"
 #include "selection/frmAutoSelect.h"
 #include "selection/frmSearch.h"
 #include "session/ErrorSink.h"
@@ -18,6 +19,7 @@
 #include "session/Strings.h"
 #include "ui_frmAreas.h"
 
+#include <QLocale>
 #include <QMenu>
 
 namespace tessaro {
@@ -78,6 +80,7 @@ void frmAreas::ConnectControls() {
     connect(lists, &SelectionLists::RemoveHighlighted, this, [this] { RemoveSelectedAreas(false); });
     connect(lists, &SelectionLists::RemoveAll, this, [this] { RemoveSelectedAreas(true); });
     connect(lists, &SelectionLists::SearchRequested, this, &frmAreas::SeacrhAreaStrings);
+    connect(lists, &SelectionLists::BranchWanted, this, &frmAreas::Refresh);
     connect(lists, &SelectionLists::AvailablePopup, this, &frmAreas::ShowAvailablePopup);
     connect(lists, &SelectionLists::SelectedPopup, this, &frmAreas::ShowSelectedPopup);
     connect(lists, &SelectionLists::SelectedCountChanged, this, &StageScreen::SelectionSummaryChanged);
@@ -94,7 +97,7 @@ void frmAreas::ConnectControls() {
     connect(ui_->cmdAllFilter, &QPushButton::clicked, this, &frmAreas::cmdAllFilter_Click);
     connect(ui_->cmdAvlFilter, &QPushButton::clicked, this, &frmAreas::cmdAvlFilter_Click);
     connect(&lstAvailable1().Items(), &KeyedListModel::CountChanged, this,
-            [this] { ui_->cmdAvlFilter->setEnabled(lstAvailable1().Items().Count() > 0); });
+            [this] { ui_->cmdAvlFilter->setEnabled(lstAvailable1().Items().rowCount() > 0); });
 }
 
 void frmAreas::Form_Load() {
@@ -119,6 +122,7 @@ void frmAreas::SetFormCaptions() {
     SetToolTip(ui_->cmdAllFilter, QStringLiteral("TS_AutoSelectTip"));
     SetCaption(ui_->cmdAvlFilter, QStringLiteral("TS_AutoSelectAvailable"));
     SetToolTip(ui_->cmdAvlFilter, QStringLiteral("TS_AutoSelectAvailableTip"));
+    ui_->TV_Areas->Nodes().SetText(RootKey(), PlainText(QStringLiteral("Area")));
     ui_->TV_Areas->setAccessibleName(PlainText(QStringLiteral("TS_AreaTree")));
     ui_->picLVContainer->SetFormCaptions();
     for (KeyedList* list : {&lstAvailable1(), &lstSelected1()})
@@ -140,10 +144,11 @@ std::vector<KeyedNode> frmAreas::ChildrenOf(const QString& nodeKey) {
         rows_ = selection::AvailableAreas(nodeKey);
         rowsOf_ = nodeKey;
     }
+    const QSet<QString> parents = selection::ParentsAmongChildren(nodeKey);
     std::vector<KeyedNode> nodes;
     for (const selection::AreaRow& row : rows_)
         nodes.push_back({selection::TreeKeyOfArea(row.areaId), row.item.cells.value(0), row.item.globalCells != 0,
-                         row.areaId.length() < depth_ * selection::CharactersPerLevel});
+                         parents.contains(row.areaId.toUpper())});
     return nodes;
 }
 
@@ -155,6 +160,7 @@ void frmAreas::FillAvailableAreas(const QString& nodeKey) {
     for (const selection::AreaRow& row : rows_)
         items.push_back(row.item);
     ui_->TV_Areas->Nodes().LoadChildren(nodeKey);
+    ui_->picLVContainer->ShowBranch();
     lstAvailable1().Items().SetItems(std::move(items));
     TheFrame().SetStatusText({});
 }
@@ -217,8 +223,15 @@ void frmAreas::SelectAreasOfLevel(int level, bool onlyWithData) {
     TheFrame().SetProgress(10);
     const QString found = selection::FindAreas(selection::AreasOfLevelSql(level, CurrentNode(), onlyWithData));
     TheFrame().SetProgress(50);
+    if (found.isEmpty()) { // the level lies above the node, or has no data below it: the list stays
+        TheFrame().SetStatusText(GetText(QStringLiteral("TS_NoAreasOfLevel")));
+        return;
+    }
     AddFound(found);
+    ui_->picLVContainer->ClearFilter();
     lstAvailable1().Items().SetItems(selection::AreasOfList(found));
+    const QString count = QLocale().toString(lstAvailable1().Items().Count());
+    ui_->picLVContainer->ShowInstead(PlainText(LevelKey(level)) + QStringLiteral(" (") + count + QLatin1Char(')'));
     TheFrame().SetProgress(100);
 }
 
@@ -235,19 +248,25 @@ void frmAreas::cmdAllFilter_Click() {
     TheFrame().SetProgress(70);
     AddFound(found);
     TheFrame().SetProgress(100);
+    if (found.isEmpty()) TellNothingFound();
 }
 
 void frmAreas::cmdAvlFilter_Click() {
     ErrorTrap trap("cmdAvlFilter_Click");
-    if (lstAvailable1().Items().Count() == 0) return;
+    const std::vector<KeyedItem> available = lstAvailable1().Items().ShownItems();
+    if (available.empty()) return;
     const auto by = selection::DecideOtherStages(selection::Stage::Areas, AskAutoSelect(this), true);
     if (!by) return;
     const WaitState wait;
     TheFrame().SetProgress(10);
-    const QString found = selection::FindAreas(selection::AreaFilterBelowSql(by->first, by->second, CurrentNode()));
+    const QString sql = ui_->picLVContainer->ShowsOther()
+                            ? selection::AreaFilterOfListSql(by->first, by->second, selection::NumberList(available))
+                            : selection::AreaFilterBelowSql(by->first, by->second, CurrentNode());
+    const QString found = selection::FindAreas(sql);
     TheFrame().SetProgress(70);
     AddFound(found);
     TheFrame().SetProgress(100);
+    if (found.isEmpty()) TellNothingFound();
 }
 
 void frmAreas::Enter() {
@@ -271,9 +290,11 @@ void frmAreas::Find() {
 void frmAreas::SeacrhAreaStrings(const QString& text) {
     ErrorTrap trap("SeacrhAreaStrings");
     if (text.isEmpty()) return;
+    ui_->picLVContainer->ClearFilter(); // it knows nothing of what is sought now
     std::vector<KeyedItem> found = selection::SearchAreas(text);
     TheFrame().SetStatusText(found.empty() ? GetText(QStringLiteral("Not found")) : QString());
     lstAvailable1().Items().SetItems(std::move(found));
+    ShowSearch(*ui_->picLVContainer, text);
 }
 
 void frmAreas::ShowAreaDetails() {

@@ -23,8 +23,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int NothingFoundMilliseconds = 1500;
-
 QString Latin(const char* text) {
     return QString::fromLatin1(text);
 }
@@ -104,6 +102,7 @@ void frmIndicators::ConnectControls() {
     connect(lists, &SelectionLists::RemoveHighlighted, this, [this] { RemoveSelectedIndicators(false); });
     connect(lists, &SelectionLists::RemoveAll, this, [this] { RemoveSelectedIndicators(true); });
     connect(lists, &SelectionLists::SearchRequested, this, &frmIndicators::SeacrhIndStrings);
+    connect(lists, &SelectionLists::BranchWanted, this, &frmIndicators::Refresh);
     connect(lists, &SelectionLists::AvailablePopup, this, &frmIndicators::ShowAvailablePopup);
     connect(lists, &SelectionLists::SelectedPopup, this, &frmIndicators::ShowSelectedPopup);
     connect(lists, &SelectionLists::SelectedCountChanged, this, &StageScreen::SelectionSummaryChanged);
@@ -118,7 +117,7 @@ void frmIndicators::ConnectControls() {
         if (tab >= 0) ShowThisIndicatorOption(ui_->lblIndicatorOptions->tabData(tab).toInt());
     });
     connect(&lstAvailable().Items(), &KeyedListModel::CountChanged, this,
-            [this] { ui_->cmdAvlFilter->setEnabled(lstAvailable().Items().Count() > 0); });
+            [this] { ui_->cmdAvlFilter->setEnabled(lstAvailable().Items().rowCount() > 0); });
 }
 
 void frmIndicators::SetFormCaptions() {
@@ -130,6 +129,8 @@ void frmIndicators::SetFormCaptions() {
         strip->setTabText(tab, caption);
         Tree(view)->setAccessibleName(caption);
         Tree(view)->SetEmptyHint(GetText(QStringLiteral("TS_NothingHere")));
+        Tree(view)->Nodes().SetText(Latin(selection::Classification(view).rootKey),
+                                    PlainText(Latin(selection::Classification(view).rootCaptionKey)));
     }
     strip->setAccessibleName(PlainText(QStringLiteral("TS_Classification")));
     SetCaption(ui_->cmdAllFilter, QStringLiteral("TS_AutoSelect"));
@@ -207,6 +208,7 @@ QStringList frmIndicators::PathOf(int view, const QString& nodeKey) const {
 void frmIndicators::FillClassification(int view, const QString& nodeKey) {
     KeyedTree* tree = Tree(view);
     if (tree == nullptr) return;
+    ui_->picLVContainer->ShowBranch();
     if (nodeKey.isEmpty()) { // an empty tree holds nothing
         lstAvailable().Items().Clear();
         return;
@@ -272,7 +274,7 @@ void frmIndicators::cmdAllFilter_Click() {
 
 void frmIndicators::cmdAvlFilter_Click() {
     ErrorTrap trap("cmdAvlFilter_Click");
-    const std::vector<KeyedItem>& available = lstAvailable().Items().Items();
+    const std::vector<KeyedItem> available = lstAvailable().Items().ShownItems();
     if (available.empty()) return;
     const auto by = selection::DecideOtherStages(selection::Stage::Indicators, AskAutoSelect(this));
     if (by) RunFilter({by->first, by->second, view_, true, selection::IdList(available)});
@@ -291,7 +293,7 @@ void frmIndicators::RunFilter(const selection::IndicatorFilter& filter) {
     }
     if (!written) return ShowKept(false);
     if (found.items.empty()) {
-        TheFrame().ShowStatusTextFor(GetText(QStringLiteral("031")), NothingFoundMilliseconds);
+        TellNothingFound();
         return;
     }
     lstSelected().Items().SetItems(std::move(found.items));
@@ -319,7 +321,9 @@ void frmIndicators::Find() {
 void frmIndicators::SeacrhIndStrings(const QString& text) {
     ErrorTrap trap("SeacrhIndStrings");
     if (text.isEmpty()) return;
+    ui_->picLVContainer->ClearFilter(); // it knows nothing of what is sought now
     FillAvailableIndicators(selection::FromOf(view_), selection::SearchIndicatorsWhere(view_, text), true);
+    ShowSearch(*ui_->picLVContainer, text);
 }
 
 void frmIndicators::DisplayINDDetails() {

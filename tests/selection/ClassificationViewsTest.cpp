@@ -94,6 +94,14 @@ TEST_F(ClassificationViewsTest, ChildrenAndWhatTheyHold) {
     }
 }
 
+TEST_F(ClassificationViewsTest, ASourceIsGlobalByItsOwnGId) {
+    int counter = 1;
+    const auto sources = ChildNodes(4, Path("1"), counter);
+    ASSERT_EQ(sources.size(), 2U);
+    EXPECT_TRUE(sources[0].global) << "Census";
+    EXPECT_FALSE(sources[1].global) << "Survey";
+}
+
 TEST_F(ClassificationViewsTest, OneGIdUnderTwoParentsHasTwoKeys) {
     int counter = 1;
     const auto economy = ChildNodes(0, Path("-A"), counter);
