@@ -104,11 +104,10 @@ bool RenewWorkingDatabase() {
 /// Takes CurrentDatabase into use. False when the working database can't be written; Connection stays as it was.
 bool UseDatabase(std::shared_ptr<jet::Connection> data) {
     if (!RenewWorkingDatabase()) return false;
-    const QString file = JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")});
     const bool wasOpen = ConnectionIsOpen();
-    std::shared_ptr<jet::Connection> working = wasOpen ? Connection : CreateTheConnection(file);
+    std::shared_ptr<jet::Connection> working = wasOpen ? Connection : ConnectWorkingDatabase();
     if (!working || LinkAllTablesinInfoSel(std::move(data), working) == LinkResult::NotWritten) return false;
-    if (wasOpen) working = CreateTheConnection(file);
+    if (wasOpen) working = ConnectWorkingDatabase();
     if (!working) return false;
     Connection = std::move(working);
     return true;

@@ -22,6 +22,9 @@ enum class LinkResult {
     LanguageMissing, ///< no link is touched; DatabaseOpen and LanguageInDatabase are False
     NotWritten       ///< the working database takes no writing (a full disk); its links are the old ones
 };
+/// A connection to InfoSel.mdb in CacheFolder, the one file whose links count; null when it can't be opened, which is
+/// reported.
+[[nodiscard]] std::shared_ptr<jet::Connection> ConnectWorkingDatabase();
 /// Links the working database to CurrentDatabase in the current language. What is on the screen is the caller's.
 LinkResult LinkAllTablesinInfoSel();
 /// The same on connections that stand: `data` to CurrentDatabase, `working` to the working database, each opened here

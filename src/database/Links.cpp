@@ -67,14 +67,16 @@ QString WorkingDatabase() {
 /// on it doesn't lock it out of its own file.
 std::shared_ptr<jet::Connection> ConnectionForLinks() {
     if (Connection && Connection->isOpen()) return Connection;
-    return CreateTheConnection(WorkingDatabase());
+    return ConnectWorkingDatabase();
 }
 
 /// `file` is the file as it is to be opened. A link or table that has the name already is replaced.
-bool MakeLink(jet::Connection& working, const QString& file, const QString& sourceTable, const QString& linkName) {
+bool MakeLink(jet::Connection& working, const QString& file, const QString& sourceTable, const QString& linkName,
+              jet::LinkAccess access) {
     ErrorTrap trap("CreateLink");
     return trap.Try([&] {
-        working.CreateLink(linkName.toStdString(), file.toStdString(), DatabasePassword(), sourceTable.toStdString());
+        working.CreateLink(linkName.toStdString(), file.toStdString(), DatabasePassword(), sourceTable.toStdString(),
+                           access);
     });
 }
 
@@ -91,7 +93,10 @@ bool MakeAllLinks(jet::Connection& working) {
     for (const LinkRow& link : Links) {
         const QString name = QString::fromLatin1(link.name);
         const QString source = link.source == LinkSource::WithSuffix ? name + LanguageSuffix : name;
-        good = good && MakeLink(working, link.source == LinkSource::Selections ? selections : data, source, name);
+        // The selection is written through its links; the data database is only read.
+        const bool selection = link.source == LinkSource::Selections;
+        good = good && MakeLink(working, selection ? selections : data, source, name,
+                                selection ? jet::LinkAccess::Write : jet::LinkAccess::Read);
     }
     good = good && trap.Try([&] { working.Commit(); });
     if (together && !good) trap.Try([&] { working.Rollback(); });
@@ -99,6 +104,15 @@ bool MakeAllLinks(jet::Connection& working) {
 }
 
 } // namespace
+
+std::shared_ptr<jet::Connection> ConnectWorkingDatabase() {
+    try {
+        return jet::Connection::Open(FindPath(WorkingDatabase()).toStdString(), DatabasePassword(), jet::Use::Working);
+    } catch (const std::exception& error) {
+        ErrorTrap::Report(error);
+        return nullptr;
+    }
+}
 
 LinkResult LinkAllTablesinInfoSel() {
     return LinkAllTablesinInfoSel(nullptr, nullptr);
@@ -120,8 +134,8 @@ LinkResult LinkAllTablesinInfoSel(std::shared_ptr<jet::Connection> data, std::sh
 
 void CreateLink(const QString& databasePath, const QString& sourceTable, const QString& linkName) {
     const ErrorTrap trap("CreateLink");
-    if (const auto working = CreateTheConnection(WorkingDatabase()))
-        MakeLink(*working, FileToOpen(databasePath), sourceTable, linkName);
+    if (const auto working = ConnectWorkingDatabase())
+        MakeLink(*working, FileToOpen(databasePath), sourceTable, linkName, jet::LinkAccess::Read);
 }
 
 } // namespace tessaro

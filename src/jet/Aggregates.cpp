@@ -133,8 +133,8 @@ void RegisterAggregates(sqlite3* database) {
         AggregateRegistration{"jet_last", StepRow<true>, FinalRow},
     };
     for (const AggregateRegistration& each : aggregates)
-        sqlite3_create_function_v2(database, each.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, nullptr,
-                                   each.step, each.final, nullptr);
+        sqlite3_create_function_v2(database, each.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY,
+                                   nullptr, nullptr, each.step, each.final, nullptr);
 }
 
 } // namespace jet

@@ -107,6 +107,10 @@ ColumnType TypeOfDeclaration(std::string_view declaration) {
     return ColumnType::Unknown;
 }
 
+bool IsReservedName(std::string_view name) {
+    return SameName(name.substr(0, 4), "MSys") || SameName(name.substr(0, 7), "sqlite_");
+}
+
 bool SameName(std::string_view a, std::string_view b) {
     return EqualFolded(a, b);
 }

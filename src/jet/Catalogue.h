@@ -26,7 +26,7 @@ struct ColumnInfo {
     bool nullable = true;
 };
 
-enum class TableType { Table, Link, View, System };
+enum class TableType { Table, Link };
 
 /// A table as a statement may name it. For a link, `database` is the schema name under which the file is
 /// attached and `sourceTable` the table's own name there.
@@ -58,6 +58,8 @@ class Catalogue {
 /// The SQLite declaration that stands for a column type: Long "INTEGER" … and back from a declaration.
 [[nodiscard]] std::string DeclaredType(ColumnType type, int width = 0);
 [[nodiscard]] ColumnType TypeOfDeclaration(std::string_view declaration);
+/// True for names that the engine keeps for its own tables (MSys…, sqlite_…): no statement makes, names or drops them.
+[[nodiscard]] bool IsReservedName(std::string_view name);
 /// True when two names are the same, ignoring ASCII and Unicode case.
 [[nodiscard]] bool SameName(std::string_view a, std::string_view b);
 

@@ -5,6 +5,7 @@
 #include "jet/DbaseTable.h"
 #include "jet/Engine.h"
 #include "jet/Functions.h"
+#include "jet/Guard.h"
 #include "jet/RecordsetImpl.h"
 
 #include <cstdio>
@@ -39,10 +40,12 @@ Handle OpenNew(const std::string& path) {
 }
 
 Handle OpenExisting(const DatabaseFile& file) {
+    RefuseReachingOut(file.path);
     sqlite3* raw = nullptr;
     const int opened = sqlite3_open_v2(file.uri().c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI, nullptr);
     Handle handle(raw);
     if (opened != SQLITE_OK) throw ErrorOf(handle.get());
+    Harden(handle.get());
     sqlite3_busy_timeout(handle.get(), 3000);
     return handle;
 }
@@ -98,14 +101,15 @@ void Database::Compact(const std::string& path) {
     const DatabaseFile file = DatabaseFile::Inspect(path);
     Replace(path, [&](const std::string& work) {
         const Handle from = OpenExisting(file);
+        RefuseComputedParts(from.get(), "main", path);
         RegisterFunctions(from.get());
         Run(from.get(), "VACUUM INTO ?", {FileUri(work, "")});
     });
 }
 
-std::shared_ptr<Connection> Connection::Open(const std::string& path, const std::string& password) {
+std::shared_ptr<Connection> Connection::Open(const std::string& path, const std::string& password, Use use) {
     auto impl = std::make_shared<Impl>();
-    impl->engine = std::make_shared<Engine>(path, password);
+    impl->engine = std::make_shared<Engine>(path, password, use);
     impl->path = path;
     impl->readOnly = impl->engine->readOnly();
     return std::shared_ptr<Connection>(new Connection(std::move(impl)));
@@ -152,8 +156,8 @@ const Catalogue& Connection::catalogue() const {
 }
 
 void Connection::CreateLink(const std::string& linkName, const std::string& file, const std::string& password,
-                            const std::string& sourceTable) {
-    EngineOf(*impl_).PutLink({linkName, file, password, sourceTable});
+                            const std::string& sourceTable, LinkAccess access) {
+    EngineOf(*impl_).PutLink({linkName, file, password, sourceTable, access});
 }
 
 void Connection::Relax() {

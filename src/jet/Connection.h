@@ -19,6 +19,15 @@ enum class CursorType {
     Keyset,      ///< moves freely; rows are fetched as far as they are asked for, RecordCount and MoveLast fetch all
 };
 
+/// What a file is opened as.
+enum class Use {
+    Data, ///< any file, also a stranger's: links in it count for nothing, and it is refused when it computes something
+    Working, ///< a file of the program's own, which keeps links to others
+};
+
+/// Whether what a link names can be changed through it.
+enum class LinkAccess { Read, Write };
+
 /// Operations on database files as a whole.
 class Database {
   public:
@@ -34,7 +43,8 @@ class Database {
 class Connection final {
   public:
     /// Opens an existing file. Throws Error: NotADatabase, WrongPassword. A file that can't be written opens read-only.
-    [[nodiscard]] static std::shared_ptr<Connection> Open(const std::string& path, const std::string& password);
+    [[nodiscard]] static std::shared_ptr<Connection> Open(const std::string& path, const std::string& password,
+                                                          Use use = Use::Data);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -54,9 +64,10 @@ class Connection final {
     [[nodiscard]] std::vector<TableInfo> Tables() const;
     [[nodiscard]] const Catalogue& catalogue() const;
     /// Makes (or replaces) the link `linkName` to `sourceTable` of the database `file`. A missing file or table is
-    /// found out when the link is used, as error NoSuchTable.
+    /// found out when the link is used, as error NoSuchTable. Throws ReadOnly on a file that was not opened as a
+    /// working database.
     void CreateLink(const std::string& linkName, const std::string& file, const std::string& password,
-                    const std::string& sourceTable);
+                    const std::string& sourceTable, LinkAccess access = LinkAccess::Read);
     /// For a working database that is about to get its links: what is written from now on need not outlive a crash.
     void Relax();
     /// Everything written between Begin and Commit goes to disk at once; Rollback takes it back.

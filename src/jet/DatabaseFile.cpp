@@ -61,6 +61,8 @@ std::vector<std::vector<Value>> RowsOfPassword(sqlite3* database, const std::str
 } // namespace
 
 std::string HeadOfFile(const std::string& path, std::size_t bytes) {
+    struct stat found {};
+    if (::stat(path.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) return {}; // opening a pipe would wait for ever
     sqlite3_vfs* const files = sqlite3_vfs_find(nullptr);
     const Filename name(sqlite3_create_filename(path.c_str(), "", "", 0, nullptr));
     if (files == nullptr || name == nullptr) return {};

@@ -32,6 +32,7 @@ struct DatabaseFile {
     /// Which options to open it with.
     [[nodiscard]] std::string options() const;
     [[nodiscard]] std::string uri() const { return FileUri(path, options()); }
+    [[nodiscard]] std::string uriForReading() const { return FileUri(path, writable ? "mode=ro" : options()); }
 };
 
 /// Writes the table that holds the password's salt and hash, into a new database.

@@ -71,6 +71,7 @@ Translation Emitter::makeTable(const Query& query) {
         made.connector = first.intoConnector;
         return made;
     }
+    RefuseReservedName(first.into);
     if (catalogue_.find(first.into))
         throw Error(ErrorNumber::AlreadyExists, "Table '" + first.into + "' already exists.");
     std::string fields;

@@ -112,6 +112,7 @@ class Emitter {
     Translation statement(const tree::DropIndex& drop);
     Translation statement(const tree::AlterTable& alter);
     std::string definition(const tree::ColumnDefinition& column);
+    std::string defaultText(const tree::ColumnDefinition& column);
     Translation makeTable(const tree::Query& query);
     struct Changes {
         const Source* target = nullptr;
@@ -150,6 +151,8 @@ class Emitter {
 [[nodiscard]] Translation Change(StatementClass kind, std::string sql, std::string target);
 /// Position of a field of a table. Throws NoSuchColumn.
 [[nodiscard]] std::size_t FieldOf(const TableInfo& table, const std::string& name);
+/// Throws ReadOnly for a name that no statement may make or drop.
+void RefuseReservedName(const std::string& table);
 /// A column declaration for CREATE TABLE.
 [[nodiscard]] std::string ColumnDeclaration(const std::string& name, ColumnType type, int width = 0);
 

@@ -3,6 +3,7 @@
 #include "jet/Collation.h"
 #include "jet/ColumnStore.h"
 #include "jet/Functions.h"
+#include "jet/Guard.h"
 #include "jet/Pivot.h"
 
 #include <algorithm>
@@ -69,18 +70,20 @@ class NotingCatalogue final : public Catalogue {
 };
 
 Handle OpenFile(const DatabaseFile& file) {
+    RefuseReachingOut(file.path);
     sqlite3* raw = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(file.uri().c_str(), &raw, flags, nullptr);
     Handle handle(raw);
     if (code != SQLITE_OK)
         throw Error(ErrorNumber::NotADatabase, "'" + file.path + "' can't be opened: " + sqlite3_errstr(code) + ".");
+    Harden(handle.get());
     return handle;
 }
 
 } // namespace
 
-Engine::Engine(const std::string& path, const std::string& password) {
+Engine::Engine(const std::string& path, const std::string& password, Use use) : keepsLinks_(use == Use::Working) {
     const DatabaseFile file = DatabaseFile::Inspect(path);
     database_ = OpenFile(file);
     sqlite3* const handle = database_.get();
@@ -92,7 +95,7 @@ Engine::Engine(const std::string& path, const std::string& password) {
         Run(handle, "PRAGMA main.synchronous = NORMAL");
         dataVersion_ = Prepare(handle, "PRAGMA main.data_version");
         static_cast<void>(OthersWrote()); // from here on what others write is noticed
-        catalogue_ = std::make_unique<LiveCatalogue>(handle, path);
+        catalogue_ = std::make_unique<LiveCatalogue>(handle, path, use);
         sizes_.emplace(handle);
         begin_ = Prepare(handle, "BEGIN");
         commit_ = Prepare(handle, "COMMIT");
@@ -102,6 +105,7 @@ Engine::Engine(const std::string& path, const std::string& password) {
         throw Error(ErrorNumber::NotADatabase,
                     "'" + path + "' can't be opened: " + (other ? DatabaseFile::Explain(path) : error.what()));
     }
+    if (!keepsLinks_) RefuseComputedParts(handle, "main", path);
     readOnly_ = !file.writable || sqlite3_db_readonly(handle, "main") == 1;
     sqlite3_set_authorizer(handle, Note, &noting_);
 }
@@ -442,6 +446,7 @@ bool Engine::DropsLink(std::string_view sql) {
 }
 
 void Engine::PutLink(const LinkInfo& link) {
+    if (!keepsLinks_) throw Error(ErrorNumber::ReadOnly, "Only a working database keeps links.");
     NoticeOthers();
     DropShell(link.name);
     TakeInAll();

@@ -47,7 +47,7 @@ struct ReadyQuery {
 /// What lies behind a Connection, and lives as long as a result still fetches from it.
 class Engine {
   public:
-    Engine(const std::string& path, const std::string& password);
+    Engine(const std::string& path, const std::string& password, Use use);
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
@@ -133,6 +133,7 @@ class Engine {
     std::unique_ptr<LiveCatalogue> catalogue_;
     std::optional<TableSizes> sizes_;
     bool readOnly_ = false;
+    bool keepsLinks_ = false;
     std::list<Seen> seen_; ///< the one used last in front
     std::unordered_map<std::string_view, std::list<Seen>::iterator> byText_;
     Seen passing_; ///< a statement too long to be kept

@@ -20,6 +20,7 @@ enum class ErrorNumber : unsigned {
     NotADatabase = 0x80004005, ///< the file is missing, damaged or of another kind
     ReadOnly = 0x80040E09,
     Busy = 0x80040E23,        ///< another connection holds the file
+    TooLarge = 0x8007000E,    ///< a value, a result or a statement that takes more memory than is given to one
     NoRows = 0x80040E01,      ///< a result was asked of a statement that gives none
     EngineError = 0x80040E00, ///< anything else the engine reports
 };
@@ -33,6 +34,10 @@ class Error : public std::runtime_error {
   private:
     ErrorNumber number_;
 };
+
+[[noreturn]] inline void FailTooLong() {
+    throw Error(ErrorNumber::TooLarge, "A text or binary value is too long.");
+}
 
 [[noreturn]] inline void FailOverflow() {
     throw Error(ErrorNumber::TypeMismatch, "Overflow: the number is out of range.");

@@ -92,8 +92,9 @@ void GiveError(sqlite3_context* context, const Error& error) {
 
 void Register(sqlite3* database, std::span<const Registration> functions) {
     for (const Registration& each : functions)
-        sqlite3_create_function_v2(database, each.name, -1, SQLITE_UTF8 | (each.pure ? SQLITE_DETERMINISTIC : 0),
-                                   nullptr, each.entry, nullptr, nullptr, nullptr);
+        sqlite3_create_function_v2(database, each.name, -1,
+                                   SQLITE_UTF8 | SQLITE_DIRECTONLY | (each.pure ? SQLITE_DETERMINISTIC : 0), nullptr,
+                                   each.entry, nullptr, nullptr, nullptr);
 }
 
 } // namespace jet

@@ -80,7 +80,8 @@ struct Registration {
     bool pure = true; ///< gives the same for the same arguments
 };
 
-/// Registers scalar functions; SQLite hands any number of arguments on, the parser has counted them.
+/// Registers scalar functions, for statements only: none may stand in the schema of a file. SQLite hands any number of
+/// arguments on, the parser has counted them.
 void Register(sqlite3* database, std::span<const Registration> functions);
 
 void RegisterTextFunctions(sqlite3* database);

@@ -1,6 +1,7 @@
 #include "jet/LiveCatalogue.h"
 
 #include "jet/Collation.h"
+#include "jet/Guard.h"
 
 #include <algorithm>
 
@@ -10,9 +11,8 @@ namespace {
 
 constexpr std::string_view LinkTable = "MSysLinks";
 
-bool IsSystemName(std::string_view name) {
-    return SameName(name.substr(0, 4), "MSys") || SameName(name.substr(0, 7), "sqlite_");
-}
+/// What of sqlite_master counts as a table: no view, and no virtual table, which has no page of its own.
+constexpr std::string_view RealTables = "type = 'table' AND rootpage > 0";
 
 /// Of everything that a translation takes from a table.
 std::size_t StampOf(const TableInfo& table) {
@@ -36,7 +36,8 @@ std::vector<ColumnInfo> MadeColumns(const std::vector<OutputColumn>& fields) {
 
 } // namespace
 
-LiveCatalogue::LiveCatalogue(sqlite3* database, std::string path) : database_(database), path_(std::move(path)) {
+LiveCatalogue::LiveCatalogue(sqlite3* database, std::string path, Use use)
+    : database_(database), path_(std::move(path)), keepsLinks_(use == Use::Working) {
     own_ = DatabaseFile::Inspect(path_).identity;
     ReadAll();
 }
@@ -62,20 +63,18 @@ void LiveCatalogue::ReadAll() {
     byName_.clear();
     shells_.clear();
     hasLinks_ = false;
-    for (const auto& row :
-         Rows(database_, "SELECT name, type FROM main.sqlite_master WHERE type IN ('table', 'view')")) {
+    for (const auto& row : Rows(database_, "SELECT name FROM main.sqlite_master WHERE " + std::string(RealTables))) {
         Entry entry;
         entry.table.name = entry.table.sourceTable = row[0].toText();
-        hasLinks_ = hasLinks_ || SameName(entry.table.name, LinkTable);
-        if (IsSystemName(entry.table.name)) continue;
-        entry.table.type = row[1].toText() == "view" ? TableType::View : TableType::Table;
-        Add(std::move(entry));
+        hasLinks_ = hasLinks_ || (keepsLinks_ && SameName(entry.table.name, LinkTable));
+        if (!IsReservedName(entry.table.name)) Add(std::move(entry));
     }
     if (!hasLinks_) return;
     for (const auto& row :
-         Rows(database_, "SELECT Name, File, Password, SourceTable FROM main.MSysLinks ORDER BY rowid")) {
+         Rows(database_, "SELECT Name, File, Password, SourceTable, Writable FROM main.MSysLinks ORDER BY rowid")) {
         Entry entry;
-        entry.link = {row[0].toText(), row[1].toText(), row[2].toText(), row[3].toText()};
+        entry.link = {row[0].toText(), row[1].toText(), row[2].toText(), row[3].toText(),
+                      row[4].toBoolean() ? LinkAccess::Write : LinkAccess::Read};
         if (entry.link.file.empty()) {
             if (EntryOf(entry.link.name) != nullptr) NoteEmptied(entry.link.name);
             continue;
@@ -102,21 +101,20 @@ void LiveCatalogue::ReadTable(const std::string& name) {
         return;
     }
     Remove(name);
-    const auto rows = Rows(database_,
-                           "SELECT name, type FROM main.sqlite_master WHERE type IN ('table', 'view') AND "
-                           "name = ? COLLATE NOCASE",
-                           {name});
-    if (rows.empty() || IsSystemName(name)) return;
+    const auto rows =
+        Rows(database_,
+             "SELECT name FROM main.sqlite_master WHERE " + std::string(RealTables) + " AND name = ? COLLATE NOCASE",
+             {name});
+    if (rows.empty() || IsReservedName(name)) return;
     Entry entry;
     entry.table.name = entry.table.sourceTable = rows[0][0].toText();
-    entry.table.type = rows[0][1].toText() == "view" ? TableType::View : TableType::Table;
     Add(std::move(entry));
 }
 
 void LiveCatalogue::NoteMade(const std::string& name, const std::vector<OutputColumn>& fields) {
     if (isLink(name)) return ReadTable(name);
     NoteDropped(name);
-    if (IsSystemName(name)) return;
+    if (IsReservedName(name)) return;
     Entry entry;
     entry.table.name = entry.table.sourceTable = name;
     entry.table.columns = MadeColumns(fields);
@@ -200,10 +198,10 @@ bool LiveCatalogue::ReadLink(Entry& entry) const {
         throw;
     }
     const auto rows = Rows(database_,
-                           "SELECT name FROM " + entry.table.database +
-                               ".sqlite_master WHERE type IN ('table', 'view') AND name = ? COLLATE NOCASE",
+                           "SELECT name FROM " + entry.table.database + ".sqlite_master WHERE " +
+                               std::string(RealTables) + " AND name = ? COLLATE NOCASE",
                            {entry.link.sourceTable});
-    if (rows.empty() || IsSystemName(entry.link.sourceTable)) return false;
+    if (rows.empty() || IsReservedName(entry.link.sourceTable)) return false;
     entry.table.sourceTable = rows[0][0].toText();
     ReadColumns(entry.table);
     return true;
@@ -213,16 +211,23 @@ std::string LiveCatalogue::SchemaOf(const LinkInfo& link) const {
     const DatabaseFile file = DatabaseFile::Inspect(link.file);
     if (file.identity == own_) return "main";
     const auto found = attached_.find(link.file);
-    if (found != attached_.end() && found->second.identity == file.identity) {
+    const bool writable = NeedsWriting(link.file);
+    if (found != attached_.end() && found->second.identity == file.identity && found->second.writable >= writable) {
         if (found->second.password != link.password) CheckPassword(database_, found->second.schema, link.password);
         return found->second.schema;
     }
     if (found != attached_.end()) Detach(link.file);
     DetachUnused();
-    return Attach(file, link.password);
+    return Attach(file, link.password, writable);
 }
 
-std::string LiveCatalogue::Attach(const DatabaseFile& file, const std::string& password) const {
+// One opening serves all links to a file, so one of them that is written through has it open for writing.
+bool LiveCatalogue::NeedsWriting(const std::string& file) const {
+    return std::ranges::any_of(
+        entries_, [&](const auto& each) { return each->link.access == LinkAccess::Write && each->link.file == file; });
+}
+
+std::string LiveCatalogue::Attach(const DatabaseFile& file, const std::string& password, bool writable) const {
     int number = 1;
     const auto taken = [&](int candidate) {
         return std::ranges::any_of(
@@ -231,8 +236,10 @@ std::string LiveCatalogue::Attach(const DatabaseFile& file, const std::string& p
     while (taken(number))
         ++number;
     const std::string schema = "l" + std::to_string(number);
-    Run(database_, "ATTACH ? AS " + schema, {file.uri()});
+    RefuseReachingOut(file.path);
+    Run(database_, "ATTACH ? AS " + schema, {writable ? file.uri() : file.uriForReading()});
     try {
+        RefuseComputedParts(database_, schema, file.path);
         CheckPassword(database_, schema, password);
         if (sqlite3_get_autocommit(database_) != 0) Run(database_, "PRAGMA " + schema + ".synchronous = NORMAL");
         // A walk over millions of rows is faster through a few pages that stay in the processor's own memory.
@@ -241,7 +248,7 @@ std::string LiveCatalogue::Attach(const DatabaseFile& file, const std::string& p
         Run(database_, "DETACH " + schema);
         throw;
     }
-    attached_[file.path] = {schema, file.identity, password};
+    attached_[file.path] = {schema, file.identity, password, writable};
     return schema;
 }
 
@@ -318,11 +325,12 @@ void LiveCatalogue::PutLink(const LinkInfo& link) {
     }
     if (!hasLinks_)
         Run(database_, "CREATE TABLE IF NOT EXISTS main.MSysLinks (Name TEXT PRIMARY KEY COLLATE NOCASE, File TEXT, "
-                       "Password TEXT, SourceTable TEXT)");
+                       "Password TEXT, SourceTable TEXT, Writable INTEGER)");
     if (putLink_ == nullptr)
-        putLink_ = Prepare(
-            database_, "INSERT OR REPLACE INTO main.MSysLinks (Name, File, Password, SourceTable) VALUES (?, ?, ?, ?)");
-    RunAgain(database_, putLink_.get(), {link.name, link.file, link.password, link.sourceTable});
+        putLink_ = Prepare(database_, "INSERT OR REPLACE INTO main.MSysLinks (Name, File, Password, SourceTable, "
+                                      "Writable) VALUES (?, ?, ?, ?, ?)");
+    RunAgain(database_, putLink_.get(),
+             {link.name, link.file, link.password, link.sourceTable, link.access == LinkAccess::Write ? "1" : "0"});
     hasLinks_ = true;
     Remove(link.name);
     ++version_;

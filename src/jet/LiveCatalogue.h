@@ -1,6 +1,7 @@
 #pragma once
 
 #include "jet/Catalogue.h"
+#include "jet/Connection.h"
 #include "jet/DatabaseFile.h"
 #include "jet/Sqlite.h"
 #include "jet/Translator.h"
@@ -19,13 +20,15 @@ struct LinkInfo {
     std::string file;
     std::string password;
     std::string sourceTable;
+    LinkAccess access = LinkAccess::Read;
 };
 
 /// The tables and links of one open database. Opening reads names only; columns are read, and linked files attached,
 /// when a statement first names them.
 class LiveCatalogue final : public Catalogue {
   public:
-    explicit LiveCatalogue(sqlite3* database, std::string path);
+    /// A list of links in the file counts for nothing unless it is opened as a working database.
+    LiveCatalogue(sqlite3* database, std::string path, Use use);
 
     [[nodiscard]] const TableInfo* find(std::string_view name) const override;
     [[nodiscard]] unsigned version() const override { return version_; }
@@ -37,7 +40,7 @@ class LiveCatalogue final : public Catalogue {
 
     [[nodiscard]] std::vector<TableInfo> Tables() const;
     [[nodiscard]] bool isLink(std::string_view name) const;
-    /// True when the file is a working database, which keeps links.
+    /// True for a working database that has a list of links.
     [[nodiscard]] bool hasLinks() const { return hasLinks_; }
     /// True when a link was looked for since the last reading of everything and its table was not there.
     [[nodiscard]] bool missedLink() const { return missedLink_; }
@@ -81,6 +84,7 @@ class LiveCatalogue final : public Catalogue {
         std::string schema;
         FileIdentity identity;
         std::string password; ///< that was right
+        bool writable = false;
     };
 
     void Add(Entry entry);
@@ -88,7 +92,8 @@ class LiveCatalogue final : public Catalogue {
     [[nodiscard]] Entry* EntryOf(std::string_view name) const;
     [[nodiscard]] bool ReadLink(Entry& entry) const;
     [[nodiscard]] std::string SchemaOf(const LinkInfo& link) const;
-    [[nodiscard]] std::string Attach(const DatabaseFile& file, const std::string& password) const;
+    [[nodiscard]] bool NeedsWriting(const std::string& file) const;
+    [[nodiscard]] std::string Attach(const DatabaseFile& file, const std::string& password, bool writable) const;
     void DetachUnused() const;
     void Detach(const std::string& file) const;
     void ReadColumns(TableInfo& table) const;
@@ -102,6 +107,7 @@ class LiveCatalogue final : public Catalogue {
     mutable std::map<std::string, Attached> attached_;                           ///< by path of file
     mutable std::map<std::string, std::map<std::string, std::int64_t>> figures_; ///< rows by schema and table
     mutable bool missedLink_ = false;
+    bool keepsLinks_ = false;
     bool hasLinks_ = false;
     bool relaxed_ = false;
     unsigned version_ = 1;

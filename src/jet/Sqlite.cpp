@@ -27,6 +27,9 @@ ErrorNumber NumberOf(int code, std::string_view message) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return ErrorNumber::Busy;
+    case SQLITE_NOMEM:
+    case SQLITE_TOOBIG:
+        return ErrorNumber::TooLarge;
     case SQLITE_READONLY:
         return ErrorNumber::ReadOnly;
     case SQLITE_CONSTRAINT:
@@ -37,14 +40,54 @@ ErrorNumber NumberOf(int code, std::string_view message) {
     default:
         break;
     }
-    constexpr std::array<std::pair<std::string_view, ErrorNumber>, 4> texts = {
+    constexpr std::array<std::pair<std::string_view, ErrorNumber>, 7> texts = {
         {{"no such table", ErrorNumber::NoSuchTable},
          {"no such column", ErrorNumber::NoSuchColumn},
          {"already exists", ErrorNumber::AlreadyExists},
-         {"there is already", ErrorNumber::AlreadyExists}}};
+         {"there is already", ErrorNumber::AlreadyExists},
+         {"parser stack overflow", ErrorNumber::SyntaxError},
+         {"Expression tree is too large", ErrorNumber::SyntaxError},
+         {"too many ", ErrorNumber::SyntaxError}}};
     for (const auto& [part, number] : texts)
         if (message.find(part) != std::string_view::npos) return number;
     return ErrorNumber::EngineError;
+}
+
+// "CHECK constraint failed: length("Name") <= 50" is how a field's width is kept.
+std::string BrokenCheck(std::string_view condition) {
+    constexpr std::string_view Length = "length(\"";
+    constexpr std::string_view Most = "\") <= ";
+    const std::size_t end = condition.find(Most);
+    if (!condition.starts_with(Length) || end == std::string_view::npos)
+        return "A value does not meet the condition of its table: " + std::string(condition) + ".";
+    return "The text is too long for the field '" + std::string(condition.substr(Length.size(), end - Length.size())) +
+           "', which holds " + std::string(condition.substr(end + Most.size())) + " characters.";
+}
+
+/// The engine's own words in ours. Nothing: it says them better than a general sentence would.
+std::string Reworded(std::string_view message) {
+    constexpr std::string_view Check = "CHECK constraint failed: ";
+    constexpr std::string_view Unique = "UNIQUE constraint failed: ";
+    constexpr std::string_view NotNull = "NOT NULL constraint failed: ";
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 10> sentences = {
+        {{"parser stack overflow", "The statement is nested too deeply."},
+         {"Expression tree is too large", "The statement is nested too deeply."},
+         {"too many terms in compound SELECT", "The statement has too many queries in a union."},
+         {"too many terms in", "The statement groups or sorts by too many fields."},
+         {"too many ", "The statement names too many fields, tables or values."},
+         {"at most 64 tables", "The statement joins too many tables."},
+         {"string or blob too big", "A text or binary value is too long."},
+         {"out of memory", "The statement takes too much memory."},
+         {"attempt to write a readonly database", "The database can't be changed."},
+         {"database or disk is full", "The disk is full."}}};
+    if (message.starts_with(Check)) return BrokenCheck(message.substr(Check.size()));
+    if (message.starts_with(Unique))
+        return "The value of '" + std::string(message.substr(Unique.size())) + "' is there already.";
+    if (message.starts_with(NotNull))
+        return "The field '" + std::string(message.substr(NotNull.size())) + "' needs a value.";
+    for (const auto& [start, sentence] : sentences)
+        if (message.starts_with(start)) return std::string(sentence);
+    return {};
 }
 
 void Bind(sqlite3_stmt* statement, const std::vector<std::string>& parameters) {
@@ -60,7 +103,9 @@ Error ErrorOf(sqlite3* database) {
     ErrorNumber number{};
     std::string text;
     if (IsOwn(message, number, text)) return {number, text};
-    return {NumberOf(sqlite3_extended_errcode(database), message), "The database engine reports: " + message + "."};
+    const std::string reworded = Reworded(message);
+    return {NumberOf(sqlite3_extended_errcode(database), message),
+            reworded.empty() ? "The database engine reports: " + message + "." : reworded};
 }
 
 Statement Prepare(sqlite3* database, std::string_view sql) {

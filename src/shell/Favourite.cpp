@@ -50,12 +50,12 @@ class UnfinishedFile final {
 std::shared_ptr<jet::Connection> MakeLinks(const QString& folder, const QString& copy) {
     const std::string file = JoinPath({folder, QStringLiteral("Links.mdb")}).toStdString();
     jet::Database::Create(file, DatabasePassword());
-    auto links = jet::Connection::Open(file, DatabasePassword());
+    auto links = jet::Connection::Open(file, DatabasePassword(), jet::Use::Working);
     const std::string selections = JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")}).toStdString();
     for (const char* table : {"_SelIUSNId", "_SelArea", "_SelTimePeriod"})
         links->CreateLink(table, FindPath(QString::fromStdString(selections)).toStdString(), DatabasePassword(), table);
     links->CreateLink("Data", FileToOpen(CurrentDatabase).toStdString(), DatabasePassword(), "Data");
-    links->CreateLink("_FavouriteData", copy.toStdString(), DatabasePassword(), "Data");
+    links->CreateLink("_FavouriteData", copy.toStdString(), DatabasePassword(), "Data", jet::LinkAccess::Write);
     return links;
 }
 

@@ -192,7 +192,7 @@ TEST_F(DatabaseTest, AFileThatGoesAwayWhileItIsOpenFailsNoisilyInTheLogOnly) {
     ASSERT_TRUE(OpenDatabaseFile(path));
     Connection.reset();
     QFile::remove(path);
-    Connection = CreateTheConnection(JoinPath({CacheFolder, "InfoSel.mdb"}));
+    Connection = ConnectWorkingDatabase();
     EXPECT_FALSE(Select("SELECT * FROM Data").isOpen());
     EXPECT_TRUE(Select("SELECT * FROM _SelArea").isOpen());
 }
@@ -214,20 +214,24 @@ TEST_F(DatabaseTest, CreateLinkReplacesOneLinkOnItsOwn) {
     CreateLink(sample_, "Area_fr", "Area");
     CreateLink(sample_, "NoSuchTable", "Unit");
     CreateLink(Folder() + "/missing.mdb", "Subpop_en", "Subpop");
-    Connection = CreateTheConnection(JoinPath({CacheFolder, "InfoSel.mdb"}));
+    Connection = ConnectWorkingDatabase();
     EXPECT_EQ(First("SELECT AreaName FROM Area WHERE AreaID = 'ASI'"), QString("Asie"));
     EXPECT_EQ(First("SELECT Count(*) FROM Indicator"), QString("3"));
     EXPECT_FALSE(Select("SELECT * FROM Unit").isOpen());
     EXPECT_FALSE(Select("SELECT * FROM Subpop").isOpen());
 }
 
-TEST_F(DatabaseTest, WritesGoThroughTheLinks) {
+TEST_F(DatabaseTest, TheSelectionIsWrittenThroughItsLinksAndTheDataIsOnlyRead) {
     ASSERT_TRUE(OpenSample());
-    ASSERT_TRUE(Execute("UPDATE Area SET AreaName = 'Bharat' WHERE AreaID = 'ASIIND'"));
-    const auto direct = CreateTheConnection(sample_);
+    for (const char* sql : {"UPDATE Area SET AreaName = 'Bharat'", "DELETE * FROM Data", "DELETE * FROM [Language]"})
+        EXPECT_FALSE(Execute(QLatin1String(sql))) << sql;
+    ASSERT_TRUE(Execute("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (2, '2000')"));
+    const auto file = CreateTheConnection(sample_);
+    EXPECT_EQ(Select("SELECT Count(*) FROM Data", jet::CursorType::Static, file.get()).Text(std::size_t{0}), "17");
+    const auto selections = CreateTheConnection(JoinPath({CacheFolder, "UserSelections.mdb"}));
     EXPECT_EQ(
-        Select("SELECT AreaName FROM Area_en WHERE AreaID = 'ASIIND'", jet::CursorType::Static, direct.get()).Joined(),
-        QString("Bharat"));
+        Select("SELECT TimePeriod FROM _SelTimePeriod", jet::CursorType::Static, selections.get()).Text(std::size_t{0}),
+        "2000");
 }
 
 TEST(SuffixOfLanguageTest, IsTheCodeBetweenTheBrackets) {

@@ -3,6 +3,7 @@
 #include "database/Schema.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/DataChanges.h"
 
 namespace tessaro::test {
 
@@ -22,7 +23,7 @@ SelectionTest::SelectionTest() {
 }
 
 void SelectionTest::Run(const QString& sql) {
-    Connection->Execute(sql.toStdString()); // a failure fails the test
+    ChangeData(sql); // a failure fails the test
 }
 
 void SelectionTest::SelectTimes(int count) {

@@ -98,14 +98,14 @@ TEST_F(ConnectionTest, AsksForThePassword) {
 
 TEST_F(ConnectionTest, OpensNamesOfEveryKind) {
     for (const char* name : {"a b.mdb", "100%.mdb", "a?b#c.mdb", "apo'strophe \"q\".mdb", "тест é.mdb"}) {
-        const auto connection = folder.Make(name);
+        const auto connection = folder.MakeWorking(name);
         connection->CreateLink("Other", folder.path(name), "secret", "T");
         EXPECT_TRUE(std::filesystem::exists(folder.path(name))) << name;
     }
 }
 
 TEST_F(ConnectionTest, HidesItsOwnTables) {
-    const auto connection = folder.Make("a.mdb");
+    const auto connection = folder.MakeWorking("a.mdb");
     connection->Execute("CREATE TABLE [_Data] (a INTEGER)");
     connection->CreateLink("Area", folder.path("none.mdb"), "", "Area_en");
     const auto tables = connection->Tables();

@@ -10,15 +10,16 @@ class LinksTest : public ::testing::Test {
   protected:
     void SetUp() override {
         MakeData("data.mdb", "one");
-        working = folder.Make("work.mdb");
+        working = folder.MakeWorking("work.mdb");
     }
     void MakeData(const std::string& name, const std::string& text) const {
         const auto data = folder.Make(name);
         data->Execute("CREATE TABLE [Area_en] (AreaNId INTEGER, AreaName TEXT(50))");
         data->Execute("INSERT INTO [Area_en] VALUES (1, '" + text + "')");
     }
-    void Link(const std::string& file, const std::string& table = "area_EN") const {
-        working->CreateLink("Area", folder.path(file), "secret", table);
+    void Link(const std::string& file, const std::string& table = "area_EN",
+              LinkAccess access = LinkAccess::Read) const {
+        working->CreateLink("Area", folder.path(file), "secret", table, access);
     }
     [[nodiscard]] std::string Names() const { return RowsOf(*working, "SELECT AreaName FROM [Area]"); }
     [[nodiscard]] std::optional<ErrorNumber> Failure() const {
@@ -41,10 +42,24 @@ TEST_F(LinksTest, AMissingFileOrTableShowsOnUseOnly) {
 }
 
 TEST_F(LinksTest, WritesGoToTheLinkedFile) {
-    Link("data.mdb");
+    Link("data.mdb", "Area_en", LinkAccess::Write);
     EXPECT_EQ(working->Execute("INSERT INTO [Area] VALUES (2, 'two')"), 1);
     EXPECT_EQ(RowsOf(*Connection::Open(folder.path("data.mdb"), "secret"), "SELECT AreaName FROM [Area_en]"),
               "one;two;");
+}
+
+TEST_F(LinksTest, WhatIsLinkedForReadingCannotBeChanged) {
+    Link("data.mdb");
+    const std::vector<std::string> writing = {
+        "DELETE * FROM [Area]", "UPDATE [Area] SET AreaName = 'x'", "INSERT INTO [Area] VALUES (2, 'two')",
+        "ALTER TABLE [Area] ADD COLUMN x LONG", "CREATE INDEX i ON [Area] (AreaNId)"};
+    for (const std::string& each : writing)
+        EXPECT_EQ(FailureOf([&] { working->Execute(each); }), ErrorNumber::ReadOnly) << each;
+    EXPECT_EQ(Names(), "one;");
+    // A second link to the same file that is written through opens it anew, and the first one goes with it.
+    working->CreateLink("Again", folder.path("data.mdb"), "secret", "Area_en", LinkAccess::Write);
+    EXPECT_EQ(working->Execute("UPDATE [Again] SET AreaName = 'two'"), 1);
+    EXPECT_EQ(Names(), "two;");
 }
 
 TEST_F(LinksTest, DroppingALinkKeepsItsTable) {
@@ -67,13 +82,13 @@ TEST_F(LinksTest, ALinkTakesTheNameOfATable) {
 }
 
 TEST_F(LinksTest, LinksLastAndAreSeenByOtherConnections) {
-    const auto other = Connection::Open(folder.path("work.mdb"), "secret");
+    const auto other = Connection::Open(folder.path("work.mdb"), "secret", Use::Working);
     Link("data.mdb");
     EXPECT_EQ(RowsOf(*other, "SELECT AreaName FROM [Area]"), "one;");
     MakeData("second.mdb", "second");
     Link("second.mdb");
     EXPECT_EQ(RowsOf(*other, "SELECT AreaName FROM [Area]"), "second;");
-    working = Connection::Open(folder.path("work.mdb"), "secret");
+    working = Connection::Open(folder.path("work.mdb"), "secret", Use::Working);
     EXPECT_EQ(Names(), "second;");
 }
 
@@ -119,7 +134,7 @@ TEST_F(LinksTest, ATableThatAQueryMakesIsKnownAsItStandsInTheFile) {
               Case{"SELECT AreaName, AreaNId AS Made, AreaNId = 1 AS Yes INTO made FROM Area", "one|1|-1;"},
               Case{"SELECT Null AS Nothing, A.AreaNId / 2 AS Half INTO made FROM Area A", "-|0.5;"}}) {
             working->Execute(each.made);
-            const auto other = Connection::Open(folder.path("work.mdb"), "secret");
+            const auto other = Connection::Open(folder.path("work.mdb"), "secret", Use::Working);
             EXPECT_EQ(RowsOf(*working, query), each.rows) << each.made;
             EXPECT_EQ(RowsOf(*other, query), each.rows) << each.made;
             const TableInfo& ours = *working->catalogue().find("made");
@@ -147,7 +162,7 @@ TEST_F(LinksTest, FortyLinksAreMadeInOneBreath) {
     working->Close();
     const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < 40; ++i) {
-        const auto each = Connection::Open(folder.path("work.mdb"), "secret");
+        const auto each = Connection::Open(folder.path("work.mdb"), "secret", Use::Working);
         EXPECT_TRUE(FailureOf([&] { each->Execute("DROP Table [L" + std::to_string(i) + "]"); }).has_value());
         each->CreateLink("L" + std::to_string(i), folder.path("data.mdb"), "secret", "Area_en");
         each->Close();

@@ -14,7 +14,7 @@ class ShellsTest : public ::testing::Test {
         data->Execute("CREATE TABLE Data (IUSNId LONG, AreaName TEXT(50))");
         data->Execute("INSERT INTO Data VALUES (1, 'a')");
         data->Execute("INSERT INTO Data VALUES (2, 'b')");
-        working = folder.Make("work.mdb");
+        working = folder.MakeWorking("work.mdb");
         working->CreateLink("Data", folder.path("data.mdb"), "secret", "Data");
         for (int turn = 0; turn < 3; ++turn)
             Filter();
@@ -71,7 +71,7 @@ TEST_F(ShellsTest, ADroppedTableIsGoneForEverybody) {
     EXPECT_EQ(Failure(), ErrorNumber::NoSuchTable);
     EXPECT_EQ(FailureOf([&] { Drop(); }), ErrorNumber::NoSuchTable);
     EXPECT_EQ(FailureOf([&] { working->Execute("INSERT INTO [_Found] VALUES (1)"); }), ErrorNumber::NoSuchTable);
-    const auto other = Connection::Open(folder.path("work.mdb"), "secret");
+    const auto other = Connection::Open(folder.path("work.mdb"), "secret", Use::Working);
     EXPECT_EQ(other->catalogue().find("_Found"), nullptr);
     EXPECT_EQ(other->Tables().size(), 1U);
     other->Execute("CREATE TABLE [_Found] (Other TEXT(5))");

@@ -31,6 +31,11 @@ class TestFolder {
         Database::Create(path(name), password);
         return Connection::Open(path(name), password);
     }
+    /// A database that keeps links.
+    [[nodiscard]] std::shared_ptr<Connection> MakeWorking(const std::string& name) const {
+        Database::Create(path(name), "secret");
+        return Connection::Open(path(name), "secret", Use::Working);
+    }
 
   private:
     std::filesystem::path folder_;

@@ -5,6 +5,7 @@
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "support/DataChanges.h"
 #include "support/TestSession.h"
 
 namespace tessaro::test {
@@ -31,7 +32,7 @@ class PresentationTest : public SessionTest {
             ASSERT_TRUE(CopyFileOver(FindPath(QStringLiteral(TESSARO_INSTALLATION "/Bin/Template/") + name),
                                      FindPath(AppPath + QStringLiteral("/Bin/Template/") + name)));
     }
-    static void Run(const QString& sql) { Connection->Execute(sql.toStdString()); } // a failure fails the test
+    static void Run(const QString& sql) { ChangeData(sql); } // a failure fails the test
 
     static void SelectAreas(const QString& where = {}) {
         Run(QStringLiteral(

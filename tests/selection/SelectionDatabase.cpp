@@ -3,6 +3,7 @@
 #include "database/Schema.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/DataChanges.h"
 
 namespace tessaro::test {
 
@@ -81,7 +82,7 @@ SelectionDatabaseTest::SelectionDatabaseTest() {
 }
 
 void SelectionDatabaseTest::Run(const QString& sql) {
-    Connection->Execute(sql.toStdString());
+    ChangeData(sql);
 }
 
 QString SelectionDatabaseTest::Column(const QString& sql) {

@@ -13,6 +13,7 @@
 #include "shell/frmFavourites.h"
 #include "shell/frmLanguage.h"
 #include "shell/frmProperties.h"
+#include "support/DataChanges.h"
 
 #include <QAction>
 #include <QApplication>
@@ -170,7 +171,7 @@ TEST_F(DialogTest, OKChangesTheLanguageOfTheRunningProgram) {
 
 TEST_F(DialogTest, ALanguageThatTheDatabaseLacksComesHome) {
     ASSERT_TRUE(StartInStages());
-    ASSERT_TRUE(Execute(QStringLiteral("DELETE * FROM [Language] WHERE LanguageName = 'Français [fr]'")));
+    test::ChangeData(QStringLiteral("DELETE * FROM [Language] WHERE LanguageName = 'Français [fr]'"));
     QString dialog;
     WithNextDialog([&](QDialog& properties) {
         Choose(properties, "cmbLanguages", QStringLiteral("Français [fr]"));

@@ -6,6 +6,7 @@
 #include "session/FileNames.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/DataChanges.h"
 #include "support/FullDisk.h"
 #include "support/TestSession.h"
 
@@ -93,9 +94,9 @@ TEST_F(FavouriteTest, CanBeMadeWhileAQueryOfTheGridIsOpen) {
 
 TEST_F(FavouriteTest, TakesNoRoomForRowsThatItDoesNotHave) {
     for (int times = 0; times < 10; ++times)
-        ASSERT_TRUE(Execute(
+        test::ChangeData(
             QStringLiteral("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) "
-                           "SELECT TimePeriodNId, 99, AreaNId, SourceNId, FootnoteNId, Datavalue FROM Data")));
+                           "SELECT TimePeriodNId, 99, AreaNId, SourceNId, FootnoteNId, Datavalue FROM Data"));
     SelectPairs({{1, 1}});
     ASSERT_EQ(MakeFavourite(QStringLiteral("Mine")), FavouriteResult::Made);
     EXPECT_LT(QFile(FavouritePath(QStringLiteral("Mine"))).size() * 2, QFile(FindPath(CurrentDatabase)).size());
