@@ -2,9 +2,9 @@
 
 #include "jet/Collation.h"
 #include "jet/Error.h"
+#include "jet/Value.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <span>
 
 namespace jet {
@@ -18,9 +18,7 @@ bool IsNull(const Typed& value) {
 /// The number that a text literal holds, in SQLite's spelling; empty when it holds none.
 std::string NumberIn(const std::string& text) {
     if (text.find_first_not_of("+-.0123456789eE") != std::string::npos || text.empty()) return {};
-    char* end = nullptr;
-    std::strtod(text.c_str(), &end);
-    return *end == '\0' ? text : std::string();
+    return ReadNumber(text) ? text : std::string();
 }
 
 bool IsPlainLiteral(const Typed& value) {

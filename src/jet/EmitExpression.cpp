@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <optional>
 
 namespace jet {
@@ -87,9 +86,10 @@ std::string SafeDivisor(const Typed& value) {
     return value.text.find('.') == std::string::npos ? value.text + ".0" : value.text;
 }
 
-/// And, Or and their like on numbers that are no truth values work bit by bit.
+/// And, Or and their like on numbers that are no truth values work bit by bit. Each operand stands in the text once:
+/// twice at each level of a nest would make it longer than the memory.
 std::string Bits(LogicalOperator op, const std::string& a, const std::string& b) {
-    const std::string differing = "((" + a + " | " + b + ") - (" + a + " & " + b + "))";
+    const std::string differing = "jet_xor(" + a + ", " + b + ")";
     switch (op) {
     case LogicalOperator::And:
         return "(" + a + " & " + b + ")";
@@ -191,6 +191,7 @@ Typed Condition(std::string sql) {
 }
 
 Typed Emitter::emit(const Expression& expression, const Scope& scope) {
+    if (++work_ > mostWork_) FailAt(expression.at, "The statement is too complex");
     return std::visit([&](const auto& node) { return emitNode(node, scope, expression.at); }, expression.node);
 }
 
@@ -204,10 +205,10 @@ Typed Emitter::emitNode(const NullLiteral&, const Scope&, Position) {
 
 Typed Emitter::emitNode(const NumberLiteral& node, const Scope&, Position) {
     const bool whole = node.text.find_first_not_of("0123456789") == std::string::npos && node.text.size() < 19;
-    const double number = std::strtod(node.text.c_str(), nullptr);
-    if (!std::isfinite(number)) FailOverflow();
-    return {node.text, CompareKind::Number, whole ? ColumnType::Long : ColumnType::Double, false,
-            true,      ShortestText(number)};
+    const auto number = ReadNumber(node.text);
+    if (!number) FailOverflow();
+    return {node.text, CompareKind::Number,  whole ? ColumnType::Long : ColumnType::Double, false,
+            true,      ShortestText(*number)};
 }
 
 Typed Emitter::emitNode(const TextLiteral& node, const Scope&, Position) {
@@ -226,10 +227,14 @@ Typed Emitter::emitNode(const BooleanLiteral& node, const Scope&, Position) {
 Typed Emitter::emitNode(const ColumnName& node, const Scope& scope, Position at) {
     // A bare name that no table has may be the alias of another item; it stands for that item's expression.
     constexpr int DeepestAlias = 20;
+    constexpr std::size_t MostAliasText = 1'000'000;
     if (const SelectItem* item = scope.aliased(node); item && !scope.lookUp(node, at).source) {
         if (++aliasDepth_ > DeepestAlias) FailAt(at, "The name '" + node.name + "' is defined by itself");
         Typed value = emit(*item->expression, scope);
         --aliasDepth_;
+        // Names that stand for names twice over double the text with each of them.
+        aliasText_ += value.sql.size();
+        if (aliasText_ > MostAliasText) FailAt(at, "The names of the statement stand for too long an expression");
         return value;
     }
     const Scope::Found found = scope.resolve(node, at);
@@ -338,7 +343,11 @@ Typed Emitter::emitNode(const Between& node, const Scope& scope, Position) {
     const Typed low = emit(*node.low, scope);
     const Typed high = emit(*node.high, scope);
     const Footing footing = FootingOf(operand, {&low, &high}, true);
-    // Either bound may be the lower one.
+    // Either bound may be the lower one. What is computed is computed once, by a function; an index can't help it.
+    const auto simple = [](const Typed& bound) { return bound.literal || bound.column; };
+    if (!simple(low) || !simple(high))
+        return Condition("jet_between('" + footing.collation + "', " + footing.shape(operand) + ", " +
+                         footing.shape(low) + ", " + footing.shape(high) + ")" + (node.negated ? " = 0" : " <> 0"));
     const std::string bounds = footing.shape(low) + footing.collation + ", " + footing.shape(high) + ")";
     return Condition(footing.shape(operand) + footing.collation + (node.negated ? " NOT BETWEEN " : " BETWEEN ") +
                      "min(" + bounds + " AND max(" + bounds);

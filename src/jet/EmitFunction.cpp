@@ -151,11 +151,10 @@ std::optional<Typed> Emitter::emitInline(const Call& node, const std::vector<Typ
                       arguments[0]);
     if (node.name == "switch" || node.name == "choose") {
         const bool choose = node.name == "choose";
-        std::string cases = "(CASE";
+        std::string cases = choose ? "(CASE jet_clng(" + AsValue(arguments[0]) + ")" : "(CASE";
         Typed merged = arguments[1];
         for (std::size_t i = 1; i < arguments.size(); i += choose ? 1 : 2) {
-            cases += choose ? " WHEN jet_clng(" + AsValue(arguments[0]) + ") = " + std::to_string(i)
-                            : " WHEN " + AsCondition(arguments[i - 1]);
+            cases += " WHEN " + (choose ? std::to_string(i) : AsCondition(arguments[i - 1]));
             cases += " THEN " + AsValue(arguments[i]);
             merged = Merged({}, merged, arguments[i]);
         }

@@ -116,6 +116,8 @@ std::vector<Emitter::Item> Emitter::items(const Select& select, const Scope& sco
                 addFields(source);
         }
     }
+    constexpr std::size_t MostFields = 2000; // stars over inner queries with stars double them at each level
+    if (made.size() > MostFields) FailAt(select.at, "The query has too many fields");
     NameItems(made);
     return made;
 }

@@ -143,7 +143,7 @@ Translation Translate(std::string_view sql, const Catalogue& catalogue) {
         TurnJoinsIntoTests(*query, catalogue);
     }
     if (auto* update = std::get_if<Update>(&statement)) TurnJoinsIntoTests(*update, catalogue);
-    return Emitter(catalogue).translate(statement);
+    return Emitter(catalogue, sql.size()).translate(statement);
 }
 
 } // namespace jet

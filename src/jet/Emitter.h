@@ -10,7 +10,8 @@ namespace jet {
 /// Writes trees as SQLite text. Split by what a tree is: expressions, queries, changes of rows and of tables.
 class Emitter {
   public:
-    explicit Emitter(const Catalogue& catalogue) : catalogue_(catalogue) {}
+    /// `length` of the statement in bytes: what is written must stay in proportion to it.
+    Emitter(const Catalogue& catalogue, std::size_t length) : catalogue_(catalogue), mostWork_(50'000 + 20 * length) {}
 
     [[nodiscard]] Translation translate(const tree::Statement& statement);
 
@@ -129,6 +130,9 @@ class Emitter {
     const Catalogue& catalogue_;
     std::string aggregateFilter_; ///< stands behind every aggregate of a crosstab's value
     int aliasDepth_ = 0;
+    std::size_t aliasText_ = 0; ///< bytes written for names that stand for other expressions
+    std::size_t work_ = 0;      ///< expressions written, each as often as it was
+    std::size_t mostWork_;
     std::vector<ListParameter> lists_;
     std::map<const tree::InList*, std::size_t> listNumbers_; ///< a union's queries are written twice
 };

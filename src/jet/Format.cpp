@@ -3,12 +3,12 @@
 #include "jet/Catalogue.h"
 #include "jet/Collation.h"
 #include "jet/Dates.h"
+#include "jet/Error.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <vector>
 
@@ -170,6 +170,18 @@ std::string FormatNumber(double number, const std::vector<Part>& parts) {
     return Fill(parts[0].section, number, true);
 }
 
+/// "1.50E+03": more decimals than a double can have are zeros.
+std::string Scientific(double number, std::size_t decimals) {
+    constexpr std::size_t MostDecimals = 300;
+    std::array<char, MostDecimals + 16> text{};
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::scientific,
+                                       static_cast<int>(std::min(decimals, MostDecimals)));
+    std::string result(text.data(), written.ptr);
+    const std::size_t power = result.find('e');
+    result[power] = 'E';
+    return result.insert(power, decimals - std::min(decimals, MostDecimals), '0');
+}
+
 std::optional<std::string> FormatNamed(double number, std::string_view name) {
     static constexpr std::array<std::pair<std::string_view, std::string_view>, 4> masks = {
         {{"Standard", "#,##0.00"}, {"Fixed", "0.00"}, {"Percent", "0.00%"}, {"Currency", "#,##0.00"}}};
@@ -179,11 +191,7 @@ std::optional<std::string> FormatNamed(double number, std::string_view name) {
     if (SameName(name, "Yes/No")) return number != 0 ? "Yes" : "No";
     if (SameName(name, "True/False")) return number != 0 ? "True" : "False";
     if (SameName(name, "On/Off")) return number != 0 ? "On" : "Off";
-    if (SameName(name, "Scientific")) {
-        std::array<char, 64> text{};
-        std::snprintf(text.data(), text.size(), "%.2E", number);
-        return text.data();
-    }
+    if (SameName(name, "Scientific")) return Scientific(number, 2);
     return std::nullopt;
 }
 
@@ -196,16 +204,14 @@ std::optional<std::string> FormatScientific(double number, std::string_view mask
     const bool plain = mask.substr(0, power).find_first_not_of("0#.") == std::string_view::npos;
     if (!plain || places.empty() || places.find_first_not_of("0#") != std::string_view::npos) return std::nullopt;
     const std::size_t decimals = point == power ? 0 : power - point - 1;
-    std::array<char, 400> text{};
-    std::snprintf(text.data(), text.size(), "%.*E", static_cast<int>(decimals), number);
-    const std::string_view written = text.data();
+    const std::string written = Scientific(number, decimals);
     const std::size_t at = written.find('E');
-    std::string digits(written.substr(at + 2));
+    std::string digits = written.substr(at + 2);
     digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size()));
     if (digits.size() < places.size()) digits.insert(0, places.size() - digits.size(), '0');
     const bool negative = written[at + 1] == '-';
     const std::string sign = negative ? "-" : mask[power + 1] == '+' ? "+" : "";
-    return std::string(written.substr(0, at)) + mask[power] + sign + digits;
+    return written.substr(0, at) + mask[power] + sign + digits;
 }
 
 // A mask taken apart. A statement formats each of its rows by the same one, so the last is kept.
@@ -222,6 +228,8 @@ struct Mask {
 };
 
 const Mask& Prepared(std::string_view mask) {
+    constexpr std::size_t LongestMask = 10'000;
+    if (mask.size() > LongestMask) FailTooLong();
     static thread_local std::optional<Mask> last;
     if (!last || last->text != mask) last.emplace(mask);
     return *last;

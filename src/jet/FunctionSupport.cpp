@@ -1,5 +1,7 @@
 #include "jet/FunctionSupport.h"
 
+#include "jet/Guard.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -47,6 +49,7 @@ void Call::give(double number) {
 }
 
 void Call::give(std::string_view text) {
+    if (text.size() > LongestValue) FailTooLong();
     sqlite3_result_text64(context_, text.data() == nullptr ? "" : text.data(), text.size(), SQLITE_TRANSIENT,
                           SQLITE_UTF8);
 }

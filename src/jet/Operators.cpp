@@ -4,8 +4,10 @@
 #include "jet/Like.h"
 #include "jet/NumberList.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <compare>
 
 namespace jet {
 
@@ -72,6 +74,39 @@ void Power(Call& call) {
     const double result = std::pow(base, exponent);
     if (std::isnan(result)) throw Error(ErrorNumber::TypeMismatch, "A negative number has no such power.");
     call.give(result);
+}
+
+void Xor(Call& call) {
+    call.give(call.whole(0) ^ call.whole(1));
+}
+
+int OrderOfValues(const Call& call, std::size_t a, std::size_t b, std::string_view collation) {
+    if (!call.isText(a) || !call.isText(b)) {
+        if (call.isText(a) != call.isText(b)) return call.isText(a) ? 1 : -1;
+        const double left = call.number(a);
+        const double right = call.number(b);
+        return static_cast<int>(left > right) - static_cast<int>(left < right);
+    }
+    std::string roomA;
+    std::string roomB;
+    const std::string_view left = call.text(a, roomA);
+    const std::string_view right = call.text(b, roomB);
+    if (collation.ends_with("JETVALUE")) return CompareValueText(left, right);
+    if (collation.ends_with("JETTEXT")) return CompareText(left, right);
+    const auto order = std::lexicographical_compare_three_way(
+        left.begin(), left.end(), right.begin(), right.end(), [](char x, char y) {
+            return static_cast<unsigned char>(LowerAscii(x)) <=> static_cast<unsigned char>(LowerAscii(y));
+        });
+    return static_cast<int>(order > 0) - static_cast<int>(order < 0);
+}
+
+// Between(the collation as it stands in a statement, value, bound, bound): either bound may be the lower one.
+void Between(Call& call) {
+    std::string room;
+    const std::string_view collation = call.text(0, room);
+    const int first = OrderOfValues(call, 1, 2, collation);
+    const int second = OrderOfValues(call, 1, 3, collation);
+    call.give((first >= 0 && second <= 0) || (first <= 0 && second >= 0) ? 1 : 0);
 }
 
 void Like(Call& call) {
@@ -171,6 +206,8 @@ void RegisterOperators(sqlite3* database) {
         Registration{"jet_intdiv", Entry<IntegerDivide, Nulls::Spread>},
         Registration{"jet_mod", Entry<Modulo, Nulls::Spread>},
         Registration{"jet_power", Entry<Power, Nulls::Spread>},
+        Registration{"jet_xor", Entry<Xor, Nulls::Spread>},
+        Registration{"jet_between", Entry<Between, Nulls::Spread>},
         Registration{"jet_like", Entry<Like, Nulls::Spread>},
         Registration{"jet_bool", Entry<Bool, Nulls::Pass>},
         Registration{"jet_listed", Entry<Listed, Nulls::Pass>},

@@ -1,5 +1,6 @@
 #include "jet/Collation.h"
 #include "jet/FunctionSupport.h"
+#include "jet/Guard.h"
 
 #include <algorithm>
 #include <array>
@@ -98,6 +99,9 @@ struct Search {
 
     // Folding keeps the number of characters, so that positions stay what they are.
     void prepare() {
+        constexpr std::size_t MostComparisons = 1'000'000'000; // about a second
+        if (!sought.empty() && text.size() > MostComparisons / sought.size())
+            throw Error(ErrorNumber::TooLarge, "The text is too long to be searched for so long a part.");
         if (exact || (IsAscii(text) && IsAscii(sought))) return;
         textRoom = Folded(text);
         soughtRoom = Folded(sought);
@@ -165,6 +169,7 @@ void Replace(Call& call) {
         if (found == std::string_view::npos) break;
         const std::size_t stop = BytePosition(original, Length(search.text.substr(from, found - from)), copied);
         result.append(original, copied, stop - copied).append(by);
+        if (result.size() > LongestValue) FailTooLong();
         copied = BytePosition(original, Length(search.sought), stop);
         from = found + search.sought.size();
         --most;

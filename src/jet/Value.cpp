@@ -2,10 +2,10 @@
 
 #include "jet/Catalogue.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 namespace jet {
@@ -148,8 +148,10 @@ std::string DecimalText(double number) {
     constexpr int Digits = 15;
     if (number == 0 || !std::isfinite(number)) return ShortestText(number);
     std::array<char, 64> text{};
-    const int length = std::snprintf(text.data(), text.size(), "%.*G", Digits, number);
-    return {text.data(), static_cast<std::size_t>(length)};
+    char* const end =
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, Digits).ptr;
+    std::replace(text.data(), end, 'e', 'E');
+    return {text.data(), end};
 }
 
 } // namespace jet

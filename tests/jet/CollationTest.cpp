@@ -109,6 +109,31 @@ TEST(SortByValue, HasTheOrderOfTheComparison) {
     EXPECT_EQ(idsBy("D.DataValue DESC, D.Id"), expected);
 }
 
+TEST(CompareValueText, OrdersEveryThreeValuesAlike) {
+    const std::vector<std::string> values = {
+        "nan",  "NaN", "-nan", "inf", "-inf", "INF",      "0x1F", "0x",  "1e5", "1e999", "-1",       "-0",
+        "0",    "10",  "9",    "9 ",  "",     " ",        "n/a",  "N/A", "1,5", "1.5.2", "é",        "e",
+        "\xFF", "-",   "+",    "1e",  "..",   "infinity", "1_0",  "١",   "-.5", "#",     "a\xCC\x81"};
+    const auto sign = [](int order) { return static_cast<int>(order > 0) - static_cast<int>(order < 0); };
+    for (const std::string& a : values) {
+        EXPECT_EQ(CompareValueText(a, a), 0) << a;
+        for (const std::string& b : values) {
+            const int ab = sign(CompareValueText(a, b));
+            EXPECT_EQ(ab, -sign(CompareValueText(b, a))) << a << " " << b;
+            for (const std::string& c : values) {
+                const int bc = sign(CompareValueText(b, c));
+                const int ac = sign(CompareValueText(a, c));
+                if (ab <= 0 && bc <= 0) {
+                    EXPECT_LE(ac, 0) << a << " " << b << " " << c;
+                }
+                if (ab == 0 && bc == 0) {
+                    EXPECT_EQ(ac, 0) << a << " " << b << " " << c;
+                }
+            }
+        }
+    }
+}
+
 TEST(SortByValue, TopTakesEqualNumbersWrittenDifferently) {
     const TestFolder folder;
     const auto connection = folder.Make("top.mdb");

@@ -1,3 +1,4 @@
+#include "CommaLocale.h"
 #include "TestDatabase.h"
 #include "jet/Error.h"
 
@@ -37,9 +38,7 @@ std::string WithoutLastBreaks(std::string text) {
     return text;
 }
 
-} // namespace
-
-TEST(DialectTest, StatementsGiveWhatTheirCorpusSays) {
+void CheckCorpus() {
     TestFolder folder;
     const auto connection = folder.Make("dialect.mdb");
     std::ifstream corpus(TESSARO_TESTDATA "/dialect.txt");
@@ -63,6 +62,27 @@ TEST(DialectTest, StatementsGiveWhatTheirCorpusSays) {
     }
     check();
     EXPECT_GT(statements, 100);
+}
+
+} // namespace
+
+TEST(DialectTest, StatementsGiveWhatTheirCorpusSays) {
+    CheckCorpus();
+}
+
+TEST(DialectTest, ADecimalCommaOfTheUserChangesNothing) {
+    const CommaLocale comma;
+    ASSERT_TRUE(comma.works());
+    CheckCorpus();
+    TestFolder folder;
+    const auto connection = folder.Make("comma.mdb");
+    connection->Execute("CREATE TABLE Data (Datavalue TEXT(20))");
+    connection->Execute("INSERT INTO Data VALUES ('40.735')");
+    for (int times = 0; times < 3; ++times)
+        EXPECT_EQ(connection->Execute("UPDATE Data SET Datavalue = CDbl(Datavalue) * 2"), 1);
+    EXPECT_EQ(RowsOf(*connection, "SELECT Datavalue, Datavalue & '', CStr(CDbl(Datavalue)), Format(1234.5, '0.0E+00'), "
+                                  "Format(0.5, 'Scientific'), 1.5 & 'x' FROM Data WHERE Datavalue > 325.87"),
+              "325.88|325.88|325.88|1.2E+03|5.00E-01|1.5x;");
 }
 
 } // namespace jet::test
