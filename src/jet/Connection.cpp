@@ -136,7 +136,7 @@ std::int64_t Connection::Execute(std::string_view sql) {
     // Looked for in the text first: translating each statement twice would cost all of them.
     if (NamesDatabase(sql)) {
         if (const std::string file = engine.ForeignTarget(sql); !file.empty()) {
-            Recordset rows = OpenRecordset(sql, CursorType::ForwardOnly);
+            Recordset rows = OpenRecordset(sql);
             return WriteDbaseTable(file, rows);
         }
     }
