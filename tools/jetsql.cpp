@@ -3,7 +3,10 @@
 #include "jet/Connection.h"
 
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
 #include <iostream>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,9 +15,12 @@
 
 namespace {
 
-constexpr std::string_view Usage = "usage: jetsql [--create] [--password PASSWORD] FILE 'statement'...\n"
-                                   "Runs the statements in order on one connection. Rows are printed as tab-separated\n"
-                                   "text below a line of column names. --create makes FILE when it isn't there.\n";
+constexpr std::string_view Usage =
+    "usage: jetsql [--create] [--password PASSWORD | --password-file PATH] FILE 'statement'...\n"
+    "Runs the statements in order on one connection. Rows are printed as tab-separated\n"
+    "text below a line of column names. --create makes FILE when it isn't there.\n"
+    "Others of the machine can read a command line: the password is better given by\n"
+    "--password-file (its first line) or in the environment as JETSQL_PASSWORD.\n";
 
 struct Request {
     bool create = false;
@@ -25,8 +31,18 @@ struct Request {
     std::vector<std::string> statements;
 };
 
+/// The first line of a file; nothing when it can't be read.
+std::optional<std::string> FirstLine(const char* path) {
+    std::ifstream file(path);
+    std::string line;
+    if (!file || (!std::getline(file, line) && !file.eof())) return std::nullopt;
+    if (line.ends_with('\r')) line.pop_back();
+    return line;
+}
+
 Request ReadArguments(std::span<char*> arguments) {
     Request request;
+    if (const char* const given = std::getenv("JETSQL_PASSWORD")) request.password = given;
     std::size_t i = 1;
     for (; i < arguments.size() && std::string_view(arguments[i]).starts_with("--"); ++i) {
         const std::string_view option = arguments[i];
@@ -36,6 +52,11 @@ Request ReadArguments(std::span<char*> arguments) {
             request.help = true;
         } else if (option == "--password" && i + 1 < arguments.size()) {
             request.password = arguments[++i];
+        } else if (option == "--password-file" && i + 1 < arguments.size()) {
+            const auto line = FirstLine(arguments[++i]);
+            if (!line) std::fprintf(stderr, "The password file '%s' can't be read.\n", arguments[i]);
+            if (!line) return request;
+            request.password = *line;
         } else if (option == "--") {
             ++i;
             break;

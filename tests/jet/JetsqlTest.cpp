@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
 #include <sys/wait.h>
 
 namespace jet {
@@ -42,6 +44,22 @@ TEST_F(JetsqlTest, ErrorsShowNumberAndText) {
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(missing.output.substr(0, 10), "0x80040E37");
     EXPECT_EQ(Run("--password wrong '" + folder.path("a.mdb") + "' 'SELECT 1'").output.substr(0, 10), "0x80040E4D");
+}
+
+TEST_F(JetsqlTest, ThePasswordComesFromAFileOrTheEnvironment) {
+    EXPECT_EQ(Run("--create " + File()).status, 0);
+    std::ofstream(folder.path("good")) << "p\nmore";
+    std::ofstream(folder.path("bad")) << "q";
+    const std::string file = "'" + folder.path("a.mdb") + "' 'SELECT 1'";
+    const auto fileOption = [&](const char* name) { return "--password-file '" + folder.path(name) + "' " + file; };
+    EXPECT_EQ(Run(fileOption("good")).status, 0);
+    EXPECT_EQ(Run(fileOption("bad")).status, 1);
+    EXPECT_EQ(Run(fileOption("none")).status, 2);
+    ::setenv("JETSQL_PASSWORD", "p", 1);
+    EXPECT_EQ(Run(file).status, 0);
+    EXPECT_EQ(Run(fileOption("bad")).status, 1); // what is said here and now counts
+    ::unsetenv("JETSQL_PASSWORD");
+    EXPECT_EQ(Run(file).status, 1);
 }
 
 TEST_F(JetsqlTest, RunsStatementsInOrderOnOneConnection) {
