@@ -129,7 +129,8 @@ bool OpenDatabaseFile(const QString& path) {
         return false;
     }
     const ErrorTrap trap("OpenDatabaseFile");
-    const QString before = std::exchange(CurrentDatabase, path);
+    const QString before = CurrentDatabase;
+    CurrentDatabase = path; // which may be CurrentDatabase itself
     if (UseDatabase(std::move(candidate.connection))) return true;
     CurrentDatabase = before;
     ShowFilledMessage(QStringLiteral("TS_NoRoomToOpen"), {CacheFolder}, 102);

@@ -255,6 +255,12 @@ TEST_F(DatabaseTest, NewIdentifiersAreUniqueAndLocal) {
     EXPECT_EQ(NewGId(nullptr), QString());
 }
 
+TEST_F(DatabaseTest, OpensAgainByTheSessionsOwnValue) {
+    ASSERT_TRUE(OpenDatabaseFile(sample_));
+    ASSERT_TRUE(OpenDatabaseFile(CurrentDatabase)); // as a start does with the remembered one
+    EXPECT_EQ(CurrentDatabase, sample_);
+}
+
 TEST_F(DatabaseTest, OnAFullDiskNothingChangesAndTheFolderIsNamed) {
     const QString other = Changed({"DELETE * FROM Data WHERE IUSNId > 1"});
     {
