@@ -40,8 +40,8 @@ struct ApartResult {
 
 /// Runs work in a process of its own and waits for it: a crash or an endless loop in it (a foreign library on a damaged
 /// file) costs the work, not the program. The work may write files but must not touch windows or open connections; what
-/// it changes in memory is lost. `goOn` is asked several times a second with the progress so far, and ends the work when
-/// it gives False. The work's process ends with the program.
+/// it changes in memory is lost. `goOn` is asked several times a second with the progress so far, and ends the work
+/// when it gives False. The work's process ends with the program.
 [[nodiscard]] ApartResult RunApart(const std::function<bool(ApartReport&)>& work, const ApartLimits& limits,
                                    const std::function<bool(int percent)>& goOn);
 /// The same for work that tells nothing; True when it gave True within the time limit.

@@ -7,11 +7,13 @@
 #include "session/Session.h"
 #include "session/SettingsFile.h"
 #include "session/Startup.h"
+#include "support/DecimalComma.h"
 #include "support/SampleApplication.h"
 #include "support/TestSession.h"
 
 #include <QDir>
 #include <QFile>
+#include <QLocale>
 
 namespace tessaro::test {
 namespace {
@@ -188,6 +190,30 @@ TEST_F(SettingsTest, TheStartEmptiesTempFolderAndTheExitItsMapFolder) {
     ShutDown();
     EXPECT_EQ(QDir(TempFolder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList{"kept.xls"});
     EXPECT_FALSE(StringTable.isOpen());
+}
+
+TEST_F(SettingsTest, WhatOneLocaleHasWrittenEveryOtherReads) {
+    ASSERT_TRUE(ReadInfoINIFile());
+    ReadPrefINIFile();
+    const QLocale before;
+    const struct { const char *writes, *reads; } cases[] = {{"ar_EG", "C"}, {"de_DE", "ar_EG"}, {"C", "fa_IR"}};
+    for (const auto& c : cases) {
+        const DecimalComma german;
+        QLocale::setDefault(QLocale(QLatin1String(c.writes)));
+        GlobalColor = 16711935;
+        ProductFontSize = 1250;
+        DataExistsMode = 2;
+        EXPECT_TRUE(SavePrefINIFile());
+        EXPECT_EQ(Stored("GLOBAL COLOR"), "16711935") << c.writes;
+        QLocale::setDefault(QLocale(QLatin1String(c.reads)));
+        GlobalColor = DataExistsMode = ProductFontSize = 0;
+        ReadPrefINIFile();
+        EXPECT_EQ(GlobalColor, 16711935) << c.reads;
+        EXPECT_EQ(ProductFontSize, 1250) << c.reads;
+        EXPECT_EQ(DataExistsMode, 2) << c.reads;
+        EXPECT_EQ(SettingColor("APP BG COLOR").isValid(), true) << c.reads;
+    }
+    QLocale::setDefault(before);
 }
 
 } // namespace
