@@ -6,6 +6,7 @@
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/JetCopies.h"
+#include "session/LanguageName.h"
 #include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
@@ -152,10 +153,7 @@ bool IsLanguageInDatabase(jet::Connection& connection) {
 }
 
 QString SuffixOfLanguage(const QString& language) {
-    const qsizetype open = language.indexOf(QLatin1Char('['));
-    const qsizetype close = language.indexOf(QLatin1Char(']'), open + 1);
-    const QString code = open < 0 || close < 0 ? QString() : language.mid(open + 1, close - open - 1);
-    return QLatin1Char('_') + code;
+    return QLatin1Char('_') + CodeOfLanguage(language);
 }
 
 } // namespace tessaro

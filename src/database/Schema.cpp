@@ -1,6 +1,7 @@
 #include "database/Schema.h"
 
 #include "jet/Connection.h"
+#include "jet/Quoting.h"
 
 #include <algorithm>
 #include <array>
@@ -191,13 +192,6 @@ void CreateAll(jet::Connection& connection, const std::vector<TableDefinition>& 
     connection.Commit();
 }
 
-std::string Quoted(std::string_view text) {
-    std::string quoted = "'";
-    for (const char c : text)
-        quoted.append(c == '\'' ? 2U : 1U, c);
-    return quoted + "'";
-}
-
 } // namespace
 
 const std::vector<TableDefinition>& DataTables() {
@@ -238,7 +232,7 @@ void CreateDataDatabase(jet::Connection& connection, const std::vector<DatabaseL
     for (const DatabaseLanguage& language : languages) {
         CreateTablesOf(connection, language.code, widthOf);
         connection.Execute("INSERT INTO [Language] (LanguageName, LanguageCode, LanguageDefault) VALUES (" +
-                           Quoted(language.name) + "," + Quoted(language.code) +
+                           jet::QuotedText(language.name) + "," + jet::QuotedText(language.code) +
                            (language.isDefault ? ",True)" : ",False)"));
     }
     connection.Commit();

@@ -8,6 +8,7 @@
 #include "platform/Paths.h"
 #include "session/DisplayValue.h"
 #include "session/Frame.h"
+#include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
@@ -71,7 +72,7 @@ QString OneLine(QString text) {
 }
 
 QString HtmlHead() {
-    const QString code = Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0).trimmed();
+    const QString code = CodeOfLanguage(Language);
     return QStringLiteral(
                "<!DOCTYPE html>\n<html lang=\"%1\" dir=\"%2\">\n<head>\n<meta charset=\"utf-8\">\n"
                "<title>Data View</title>\n<style>\nbody{font-family:%4,sans-serif;margin:16px}\n"

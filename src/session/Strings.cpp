@@ -3,6 +3,7 @@
 #include "platform/Paths.h"
 #include "platform/Registry.h"
 #include "session/ErrorSink.h"
+#include "session/LanguageName.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -82,13 +83,6 @@ QString GraphicsFile(const QString& name) {
     return JoinPath({AppPath, Setting(QStringLiteral("Common Graphics Folder")), name});
 }
 
-/// "[en]" of "English [en]"; empty without brackets.
-QString CodePart(const QString& language) {
-    const qsizetype open = language.indexOf(QLatin1Char('['));
-    const qsizetype close = language.indexOf(QLatin1Char(']'), open);
-    return open < 0 || close < 0 ? QString() : language.mid(open, close - open + 1);
-}
-
 } // namespace
 
 QString LanguageFolder() {
@@ -153,11 +147,11 @@ QString GetText(const QString& key, bool isLiteral) {
 }
 
 QLocale LocaleOfLanguage() {
-    return QLocale(Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0));
+    return QLocale(CodeOfLanguage(Language));
 }
 
 bool LanguageIsRightToLeft() {
-    const QString code = Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0);
+    const QString code = CodeOfLanguage(Language);
     return !code.isEmpty() && QLocale(code).textDirection() == Qt::RightToLeft;
 }
 
@@ -175,7 +169,9 @@ QString LocalizedFileName(const QString& folder, const QString& file, const QStr
 }
 
 QString LocalizedImageName(const QString& file) {
-    const QString localized = CodePart(Language) + QLatin1Char('_') + file;
+    const QString code = CodeOfLanguage(Language);
+    const QString localized =
+        (code.isEmpty() ? code : QLatin1Char('[') + code + QLatin1Char(']')) + QLatin1Char('_') + file;
     return FileExists(GraphicsFile(localized)) ? localized : QLatin1String("[en]_") + file;
 }
 

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "platform/Paths.h"
+#include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
@@ -21,7 +22,7 @@ namespace {
 
 /// "French [fr]" in its own language: "français"; the label itself for a code that nobody knows.
 QString OwnNameOf(const QString& label) {
-    const QString code = label.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0);
+    const QString code = CodeOfLanguage(label);
     const QLocale locale(code);
     if (code.isEmpty() || locale.language() == QLocale::C) return label;
     // The plain language, without the country that the platform adds to English and Spanish.

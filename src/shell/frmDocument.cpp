@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
+#include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "shell/Documents.h"
@@ -110,9 +111,7 @@ frmDisclaimer::frmDisclaimer(QWidget* parent) : QDialog(parent) {
     parts.text->setAccessibleName(windowTitle());
     LoadDocument(*parts.text, JoinPath({AppPath, QStringLiteral("Bin/Disclaimer.Doc")}));
     // Where the reader's language begins, once the text has its place.
-    QTimer::singleShot(0, parts.text, [text = parts.text] {
-        text->scrollToAnchor(Language.section(QLatin1Char('['), 1).section(QLatin1Char(']'), 0, 0));
-    });
+    QTimer::singleShot(0, parts.text, [text = parts.text] { text->scrollToAnchor(CodeOfLanguage(Language)); });
     resize(70 * theme::Grid, 56 * theme::Grid);
 }
 

@@ -1,0 +1,11 @@
+#include "session/LanguageName.h"
+
+namespace tessaro {
+
+QString CodeOfLanguage(const QString& name) {
+    const qsizetype open = name.indexOf(QLatin1Char('['));
+    const qsizetype close = name.indexOf(QLatin1Char(']'), open + 1);
+    return open < 0 || close < 0 ? QString() : name.mid(open + 1, close - open - 1);
+}
+
+} // namespace tessaro
