@@ -52,8 +52,8 @@ struct TypedDatabase {
 struct SelectedFile {
     enum class Verdict {
         Good,           ///< open `path`
-        NoDatabaseFile, ///< not ".mdb": message "025", nothing else
-        Missing,        ///< not there: message "025", and the session goes back to the home page
+        NoDatabaseFile, ///< not ".mdb": message "025"
+        Missing,        ///< not there: message "025"
     };
     Verdict verdict = Verdict::Missing;
     QString path;    ///< the file to open

@@ -116,35 +116,27 @@ void DatabaseOpener::SelectDataBase() {
     }
 }
 
-/// FileSelectedISOK: the path to open; empty after the message when there is none.
+/// FileSelectedISOK: the path to open; empty after the message when there is none. Then the address of the open
+/// database comes back, and all stays as it is.
 QString DatabaseOpener::CheckedFile(const QString& path) {
     const SelectedFile file = CheckSelectedFile(path, parts_.address.Items());
-    switch (file.verdict) {
-    case SelectedFile::Verdict::Good:
+    if (file.verdict == SelectedFile::Verdict::Good) {
         if (!file.address.isEmpty()) parts_.address.Show(file.address);
         return file.path;
-    case SelectedFile::Verdict::NoDatabaseFile:
-        ShowMessage(QStringLiteral("025"));
-        break;
-    case SelectedFile::Verdict::Missing:
-        DatabaseOpen = false;
-        ShowMessage(QStringLiteral("025"));
-        RestoreBlanks();
-        parts_.banner.hide();
-        stages_.ShowSplash();
-        CurrentStage = navigation::HomePage;
-        break;
     }
+    ShowMessage(QStringLiteral("025"));
+    ShowAddress();
     return {};
 }
 
 void DatabaseOpener::LoadNewMDB(const QString& path) {
     const ErrorTrap trap("LoadNewMDB");
+    const QString file = CheckedFile(path);
+    if (file.isEmpty()) return;
     stages_.LeaveGallery(false);
     {
         const WaitPointer wait;
-        const QString file = CheckedFile(path);
-        if (!file.isEmpty() && OpenInPlace(file) && LanguageInDatabase) {
+        if (OpenInPlace(file) && LanguageInDatabase) {
             DatabaseOpen = true;
             RestoreBlanks();
             CurrentStage = 0;

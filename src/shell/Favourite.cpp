@@ -105,7 +105,7 @@ QStringList FavouriteFiles() {
 }
 
 QString FavouritePath(const QString& name) {
-    const bool complete = name.contains(Extension, Qt::CaseInsensitive);
+    const bool complete = name.endsWith(Extension, Qt::CaseInsensitive); // "x.mdb copy" would open as no database
     return JoinPath({FavoritesFolder, complete ? name : QString(name + Extension)});
 }
 

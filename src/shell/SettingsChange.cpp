@@ -5,6 +5,7 @@
 #include "database/Database.h"
 #include "platform/Paths.h"
 #include "selection/IndicatorSelection.h"
+#include "selection/KeptSelection.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
@@ -78,6 +79,13 @@ void SettingsChange::ShowLanguageDialog() {
             dialog.ShowLanguages();
     });
     dialog.exec();
+    if (!dialog.Chosen().isEmpty()) OpenInLanguage(dialog.Chosen());
+}
+
+/// Takes over a language that the open database has, and opens it in it.
+void SettingsChange::OpenInLanguage(const QString& label) {
+    ChangeLanguage(label);
+    if (LanguageInDatabase) databases_.LoadNewMDB(CurrentDatabase);
 }
 
 void SettingsChange::ApplyTheSettings(const Preferences& before) {
@@ -130,24 +138,30 @@ void SettingsChange::ReloadScreens(const Preferences& now, const Preferences& be
         screen->Refresh();
 }
 
+/// The keys of what is selected are the same in all languages of a database; its texts become those of the new one.
+void SettingsChange::KeepSelection(int stage) {
+    selection::FitKeptSelection();
+    SelectionChanged = true;
+    stages_.ShowSummaries();
+    if (stage != navigation::HomePage && !stages_.Front().gallery) stages_.GoToStage(stage);
+}
+
 void SettingsChange::ChangeLanguage(const QString& label) {
     const ErrorTrap trap("ChangeLanguage");
     if (label.compare(Language, Qt::CaseInsensitive) == 0) return;
     const bool haveDatabase = Connection && FileExists(CurrentDatabase);
     {
         const WaitPointer wait;
-        const bool home = CurrentStage == navigation::HomePage;
+        const int stage = CurrentStage;
         Language = label;
         ReadTranslateFile();
         const LanguageFace face = FaceOfLanguage(Language);
         if (!face.font.isEmpty()) ProductFont = face.font;
         if (face.size > 0) ProductFontSize = face.size;
-        // What is selected carries texts of the language before.
-        if (haveDatabase) databases_.RestoreBlanks();
+        if (haveDatabase) stages_.UnloadStages();
         ShowInLanguage();
         if (haveDatabase) Relink();
-        if (haveDatabase && DatabaseOpen && !home) stages_.ShowIndicatorScreen();
-        if (home) CurrentStage = navigation::HomePage;
+        if (haveDatabase && DatabaseOpen) KeepSelection(stage);
     }
     Q_EMIT databases_.Changed();
     if (haveDatabase && !LanguageInDatabase) ShowLanguageDialog();

@@ -37,6 +37,8 @@ class SettingsChange final : public QObject {
 
   private:
     void Relink();
+    void OpenInLanguage(const QString& label);
+    void KeepSelection(int stage);
     void ReloadScreens(const Preferences& now, const Preferences& before);
 
     frmMain& frame_;

@@ -2,8 +2,10 @@
 
 #include "controls/Captions.h"
 #include "session/ErrorSink.h"
+#include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "session/Strings.h"
 #include "ui_frmLanguage.h"
 
 namespace tessaro {
@@ -11,15 +13,22 @@ namespace tessaro {
 frmLanguage::frmLanguage(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmLanguage>()) {
     ui_->setupUi(this);
     connect(ui_->cmdProperties, &QPushButton::clicked, this, &frmLanguage::PropertiesWanted);
-    // The stages stay closed until a database is loaded again; only the question is settled.
-    connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
-        LanguageInDatabase = true;
-        accept();
-    });
+    connect(ui_->cmdOK, &QPushButton::clicked, this, &frmLanguage::cmdOK_Click);
+    connect(ui_->lstAvailable, &QListWidget::itemActivated, this, &frmLanguage::cmdOK_Click);
     ShowLanguages();
 }
 
 frmLanguage::~frmLanguage() = default;
+
+void frmLanguage::cmdOK_Click() {
+    const QListWidgetItem* item = ui_->lstAvailable->currentItem();
+    if (item && FileOfLanguage(item->text()).isEmpty()) {
+        ShowFilledMessage(QStringLiteral("TS_LanguageWithoutTexts"), {item->text()}, 102);
+        return;
+    }
+    if (item) chosen_ = item->text();
+    accept();
+}
 
 void frmLanguage::ShowLanguages() {
     const ErrorTrap trap("frmLanguage_Load");

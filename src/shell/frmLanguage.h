@@ -20,12 +20,17 @@ class frmLanguage final : public QDialog {
 
     /// The current language, and the languages of the open database.
     void ShowLanguages();
+    /// The language that was chosen with OK; empty when the dialog was left otherwise.
+    [[nodiscard]] QString Chosen() const { return chosen_; }
 
   Q_SIGNALS:
     /// The language is to be changed in the preferences.
     void PropertiesWanted();
 
   private:
+    void cmdOK_Click();
+
+    QString chosen_;
     std::unique_ptr<Ui::frmLanguage> ui_;
 };
 

@@ -52,7 +52,8 @@ void frmMain::mnuDBSummReport_Click() {
 }
 
 void frmMain::ShowInformationSheets(const char* code) {
-    if (!Connection) {
+    // Without the language, the working database still shows the one that was open before.
+    if (!Connection || !DatabaseOpen || !LanguageInDatabase) {
         ShowMessage(QStringLiteral("026"));
         return;
     }

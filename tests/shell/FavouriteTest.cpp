@@ -117,7 +117,7 @@ TEST_F(FavouriteTest, NamesAreChecked) {
         const char *name, *file;
     };
     for (const Case& c : {Case{"a", "a.mdb"}, Case{"a.mdb", "a.mdb"}, Case{"a.MDB", "a.MDB"},
-                          Case{"a.mdb.old", "a.mdb.old"}, Case{"It's \u0414", "It's \u0414.mdb"}})
+                          Case{"a.mdb copy", "a.mdb copy.mdb"}, Case{"It's \u0414", "It's \u0414.mdb"}})
         EXPECT_EQ(FileNameOf(FavouritePath(QString::fromUtf8(c.name))), QString::fromUtf8(c.file));
     EXPECT_EQ(CleanFileName(QStringLiteral("a\\/:*<>|?[]\"b'")), QStringLiteral("a___________b'"));
 }

@@ -22,6 +22,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QTimer>
 
 namespace tessaro {
@@ -153,8 +154,8 @@ TEST_F(frmMainTest, WhatIsTypedDecides) {
         {"Local://Sample 1.0/Sample.mdb", "", "frmIndicators", true},
         {"Local://Sample 9.9/sample.mdb", "", "frmIndicators", true},
         {"Junk", "316", "frmIndicators", true},
-        {"Nowhere", "025", "frmSplash", false},
-        {"C:\\Nowhere\\It's.mdb", "025", "frmSplash", false},
+        {"Nowhere", "025", "frmIndicators", true},
+        {"C:\\Nowhere\\It's.mdb", "025", "frmIndicators", true},
     };
     for (const Case& c : cases) {
         window.reset();
@@ -168,16 +169,23 @@ TEST_F(frmMainTest, WhatIsTypedDecides) {
     }
 }
 
-TEST_F(frmMainTest, ARefusedDatabaseLeavesSelectionAndAddress) {
+TEST_F(frmMainTest, ARefusedDatabaseOrAMistypedAddressLeavesSelectionAndAddress) {
     WriteJunk(Data(QStringLiteral("Junk.mdb")));
     ASSERT_TRUE(StartInStages());
     window->GoToStage(1);
     ASSERT_TRUE(Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (1, '1990')")));
-    Type(QStringLiteral("Junk"));
-    EXPECT_EQ(messages, QStringList{QStringLiteral("316")});
-    EXPECT_EQ(Rows("_SelTimePeriod"), 1);
-    EXPECT_EQ(CurrentStage, 1);
-    EXPECT_EQ(Address(), QStringLiteral("Local://Sample 1.0/Sample.mdb"));
+    const std::pair<const char*, const char*> cases[] = {
+        {"Junk", "316"}, {"Smaple", "025"}, {"/nowhere/at.mdb", "025"}};
+    for (const auto& [typed, message] : cases) {
+        messages.clear();
+        Type(QLatin1String(typed));
+        EXPECT_EQ(messages, QStringList{QLatin1String(message)}) << typed;
+        EXPECT_EQ(Rows("_SelTimePeriod"), 1) << typed;
+        EXPECT_EQ(CurrentStage, 1) << typed;
+        EXPECT_TRUE(DatabaseOpen) << typed;
+        EXPECT_EQ(Screen(), QStringLiteral("frmTime")) << typed;
+        EXPECT_EQ(Address(), QStringLiteral("Local://Sample 1.0/Sample.mdb")) << typed;
+    }
 }
 
 TEST_F(frmMainTest, AnotherDatabaseEmptiesTheSelectionAndTheHistory) {
@@ -201,9 +209,7 @@ TEST_F(frmMainTest, AFileRemovedAfterItWasListedIsReported) {
     QFile::remove(Data(QStringLiteral("Other.mdb")));
     Type(QStringLiteral("Local://Sample 1.0/Other.mdb"));
     EXPECT_EQ(messages, QStringList{QStringLiteral("025")});
-    EXPECT_EQ(Screen(), QStringLiteral("frmSplash"));
-    EXPECT_FALSE(Find(QStringLiteral("picBanner_1"))->isVisible());
-    EXPECT_EQ(window->windowTitle(), QStringLiteral("Sample"));
+    EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
     Type(QStringLiteral("Sample"));
     EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
     EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("Sample \u2013 ")));
@@ -436,8 +442,56 @@ TEST_F(frmMainTest, LanguageChangeTakesEffectAtOnce) {
     EXPECT_EQ(Find<QLabel>(QStringLiteral("lblAddress"))->text(), QStringLiteral("Adresse"));
     EXPECT_EQ(LanguageSuffix, QStringLiteral("_fr"));
     EXPECT_TRUE(DatabaseOpen && LanguageInDatabase);
-    EXPECT_EQ(Rows("_SelTimePeriod"), 0);
+    EXPECT_EQ(Rows("_SelTimePeriod"), 1);
     EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
+}
+
+TEST_F(frmMainTest, AnotherLanguageKeepsTheSelectionAndTheStage) {
+    ASSERT_TRUE(StartInStages());
+    Click(QStringLiteral("cmdAllFilter"));
+    const qint64 rows = Rows("_SelIUSNId");
+    ASSERT_GT(rows, 0);
+    window->GoToStage(1);
+    window->Settings().ChangeLanguage(QStringLiteral("Français [fr]"));
+    EXPECT_EQ(Screen(), QStringLiteral("frmTime"));
+    EXPECT_EQ(Rows("_SelIUSNId"), rows);
+    EXPECT_EQ(Select(QStringLiteral("SELECT DISTINCT [Indicator] FROM _SelIUSNId")).Joined(),
+              QStringLiteral("Alphabétisation"));
+    EXPECT_EQ(Find<StageButton>(QStringLiteral("picBannerButtons_0"))->State(), StepState::Done);
+}
+
+TEST_F(frmMainTest, ADatabaseWithoutTheLanguageOpensInTheOneThatIsChosen) {
+    const QString path = Data(QStringLiteral("French.mdb"));
+    Copy(SampleDatabase(), path);
+    {
+        const auto connection = CreateTheConnection(path);
+        for (const char* sql : {"DELETE * FROM [Language] WHERE LanguageName = 'English [en]'",
+                                "UPDATE [Language] SET LanguageDefault = True",
+                                "INSERT INTO [Language] (LanguageName, LanguageCode) VALUES ('Breton [br]', 'br')"})
+            ASSERT_TRUE(Execute(QLatin1String(sql), connection.get()));
+    }
+    ASSERT_TRUE(StartInStages());
+    QTimer::singleShot(50, window.get(), [&] {
+        auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(modal, nullptr);
+        QDialog& dialog = *modal;
+        Find<QAction>(QStringLiteral("mnuInfoSheets_0"))->trigger();
+        EXPECT_EQ(messages, QStringList{QStringLiteral("026")}) << "it would show the database before";
+        auto* list = dialog.findChild<QListWidget*>(QStringLiteral("lstAvailable"));
+        auto* ok = dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"));
+        list->setCurrentItem(list->findItems(QStringLiteral("Breton [br]"), Qt::MatchExactly).value(0));
+        ok->click();
+        EXPECT_EQ(messages.last(), QStringLiteral("TS_LanguageWithoutTexts"));
+        EXPECT_TRUE(dialog.isVisible());
+        list->setCurrentItem(list->findItems(QStringLiteral("Français [fr]"), Qt::MatchExactly).value(0));
+        ok->click();
+    });
+    Find<QComboBox>(QStringLiteral("cmbAddress"))->setEditText(QStringLiteral("French"));
+    window->Databases().picGo_Click();
+    EXPECT_EQ(Language, QStringLiteral("Français [fr]"));
+    EXPECT_TRUE(DatabaseOpen && LanguageInDatabase);
+    EXPECT_EQ(Screen(), QStringLiteral("frmIndicators"));
+    EXPECT_EQ(CurrentDatabase, path);
 }
 
 TEST_F(frmMainTest, TheStatusBarShowsTextAndProgress) {
