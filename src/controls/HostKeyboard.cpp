@@ -109,14 +109,21 @@ void HostKeyboard::TakeBack() {
     xcb_flush(display);
 }
 
+// A key that is held moves nothing: the form keeps its focus. But a menu may have taken the keyboard before we came,
+// and give it back now: the toolkit, which knows that the focus had gone, has to know that it is back.
+bool HostKeyboard::IsPassedOver(int type, const xcb_focus_in_event_t* event) {
+    if (event->mode != XCB_NOTIFY_MODE_GRAB && event->mode != XCB_NOTIFY_MODE_UNGRAB) return false;
+    const bool goes = type == XCB_FOCUS_OUT && event->mode == XCB_NOTIFY_MODE_GRAB;
+    const bool returns = type == XCB_FOCUS_IN && event->mode == XCB_NOTIFY_MODE_UNGRAB;
+    if (goes) withoutFocus_.insert(event->event);
+    return !returns || withoutFocus_.erase(event->event) > 0;
+}
+
 bool HostKeyboard::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/) {
     if (eventType != "xcb_generic_event_t") return false;
     const int type = static_cast<const xcb_generic_event_t*>(message)->response_type & 0x7F;
-    if (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) {
-        // A key that is held moves nothing: the form keeps its focus.
-        const auto mode = static_cast<const xcb_focus_in_event_t*>(message)->mode;
-        return mode == XCB_NOTIFY_MODE_GRAB || mode == XCB_NOTIFY_MODE_UNGRAB;
-    }
+    if (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT)
+        return IsPassedOver(type, static_cast<const xcb_focus_in_event_t*>(message));
     if (type == XCB_BUTTON_PRESS) {
         if (static_cast<const xcb_button_press_event_t*>(message)->event != place_) return false;
         Enter();

@@ -4,6 +4,9 @@
 #include <qwindowdefs.h>
 
 #include <functional>
+#include <set>
+
+struct xcb_focus_in_event_t;
 
 namespace tessaro {
 
@@ -33,12 +36,14 @@ class HostKeyboard final : public QAbstractNativeEventFilter {
     void Hold();
     void Release();
     void HoldLeavingKey();
+    [[nodiscard]] bool IsPassedOver(int type, const xcb_focus_in_event_t* event);
 
     WId place_;
     WId form_;
     std::function<void(bool)> left_;
     unsigned char keyCode_ = 0; ///< of F6
     bool inside_ = false;
+    std::set<unsigned> withoutFocus_; ///< windows of ours whose keyboard is held, which the toolkit isn't told
 };
 
 } // namespace tessaro

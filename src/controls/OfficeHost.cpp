@@ -21,6 +21,8 @@ namespace tessaro {
 
 namespace {
 
+constexpr std::chrono::milliseconds kProbeInterval{2000};
+
 /// The one place that shows a workbook, and the one that shows slides.
 QPointer<OfficeHost> workbookHost;
 QPointer<OfficeHost> slidesHost;
@@ -38,6 +40,11 @@ OfficeHost::OfficeHost(QWidget* parent) : QWidget(parent) {
     setMinimumSize(160, 120);
     connect(&office::SpreadsheetApplication::Hosted(), &office::SpreadsheetApplication::Lost, this,
             &OfficeHost::OfficeLost);
+    probe_.setInterval(kProbeInterval);
+    connect(&probe_, &QTimer::timeout, this, [this] {
+        office::SpreadsheetApplication::Hosted().Probe();
+        if (shown_.frame) shown_.frame->HideStatusBar(); // the user may have saved by the program's own command
+    });
 }
 
 OfficeHost::~OfficeHost() {
@@ -96,6 +103,7 @@ template <class Opening> bool OfficeHost::Show(Opening&& opening) {
     FitExcelToContainer();
     setFocusPolicy(Qt::StrongFocus);
     qApp->installEventFilter(this);
+    probe_.start();
     SetHint({});
     return true;
 }
@@ -189,6 +197,7 @@ void OfficeHost::KeepEdits() {
 void OfficeHost::CloseHostedExcel(bool save) {
     const QScopedValueRollback busy(busy_, true);
     qApp->removeEventFilter(this);
+    probe_.stop();
     setFocusPolicy(Qt::NoFocus);
     if (shown_.frame) shown_.frame->EndDialogs();
     if (save) KeepEdits();
@@ -210,6 +219,7 @@ bool OfficeHost::Save() {
     try {
         if (shown_.frame) shown_.frame->TakeOverInput();
         shown_.book.Save();
+        if (shown_.frame) shown_.frame->HideStatusBar();
         return true;
     } catch (const office::Error& error) {
         errorText_ = OfficeText(error);
@@ -222,10 +232,11 @@ void OfficeHost::TakeKeyboard() {
     if (keyboard_ && window()->isVisible()) keyboard_->TakeBack();
 }
 
-void OfficeHost::OfficeLost() {
+void OfficeHost::OfficeLost(bool hung) {
     if (busy_ || !shown_.frame || IsOpen()) return; // what is shown now may already be in the next process
     dead_ = std::exchange(shown_, {});
-    Fail(office::Error(office::Failure::Lost, QStringLiteral("the process of the shown document has ended")));
+    Fail(hung ? office::Error(office::Failure::TimedOut, QStringLiteral("the process of the shown document hung"))
+              : office::Error(office::Failure::Lost, QStringLiteral("the process of the shown document has ended")));
     Q_EMIT Lost();
 }
 

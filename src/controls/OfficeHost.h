@@ -5,6 +5,7 @@
 #include "office/Workbook.h"
 
 #include <QString>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -76,7 +77,7 @@ class OfficeHost final : public QWidget {
 
   private:
     template <class Opening> bool Show(Opening&& opening);
-    void OfficeLost();
+    void OfficeLost(bool hung);
     void KeepEdits();
     void Leave(bool forwards);
     [[nodiscard]] QSize PlaceSize() const;
@@ -95,6 +96,7 @@ class OfficeHost final : public QWidget {
     QWidget* place_ = nullptr; ///< the native window that the program's window lies in
     std::unique_ptr<HostKeyboard> keyboard_;
     bool toolBars_ = false;
+    QTimer probe_;      ///< while something is shown: whether the program still answers
     bool busy_ = false; ///< opening or closing, where a lost process comes as an error
     QString hint_;
     QString errorText_;

@@ -3,6 +3,7 @@
 #include "office/Convert.h"
 #include "office/ProcessStart.h"
 #include "office/Profile.h"
+#include "office/StuckWatch.h"
 #include "office/Worker.h"
 
 #include <QDir>
@@ -13,6 +14,8 @@
 #include <QScopeGuard>
 #include <QScreen>
 
+#include <atomic>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/bridge/UnoUrlResolver.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
@@ -76,6 +79,16 @@ rtl::OUString FileUrl(const QString& path) {
     return url;
 }
 
+namespace {
+
+/// An answer that the process owes.
+struct SignOfLife {
+    StuckWatch watch;
+    std::atomic<bool> given = false;
+};
+
+} // namespace
+
 struct Connection::State {
     bool shown = false;
     QString folder;
@@ -87,6 +100,9 @@ struct Connection::State {
     bool ending = false;
     int calls = 0;          ///< that are under way
     bool lostWaits = false; ///< to be told
+    bool hung = false;      ///< that is why it was ended
+    std::chrono::milliseconds patience = 6s;
+    std::shared_ptr<SignOfLife> sign; ///< that is waited for
     std::chrono::milliseconds limit = 30s;
     Reference<XComponentContext> context; ///< for the worker
     std::unique_ptr<Worker> worker = std::make_unique<Worker>();
@@ -142,6 +158,8 @@ void Connection::StartProcess() {
     if (start.profile.isEmpty())
         throw Error(Failure::Start, QStringLiteral("no profile can be made in \"%1\"").arg(state_->folder));
     ++state_->generation;
+    state_->hung = false;
+    state_->sign.reset();
     state_->pipe = start.pipe;
     auto process = std::make_unique<QProcess>();
     QStringList arguments{QStringLiteral("--norestore"), QStringLiteral("--nologo"), QStringLiteral("--nodefault"),
@@ -172,6 +190,7 @@ void Connection::EndProcess() {
     state_->process->waitForFinished(5000);
     state_->process.reset();
     state_->processId = 0;
+    state_->sign.reset();
     ForgetProcess(state_->folder);
     state_->ending = ending;
     if (!wasConnected) return;
@@ -194,7 +213,7 @@ void Connection::PassLostOn() {
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (state_->calls == 0 && std::exchange(state_->lostWaits, false)) Q_EMIT Lost();
+            if (state_->calls == 0 && std::exchange(state_->lostWaits, false)) Q_EMIT Lost(state_->hung);
         },
         Qt::QueuedConnection);
 }
@@ -218,14 +237,14 @@ void Connection::Connect() {
     for (int starts = 1; std::chrono::milliseconds(timer.elapsed()) < kStartLimit;) {
         bool connected = false;
         // A few tries at a time, so that the window can paint between them and an ended process is noticed.
-        const bool late = state_->worker->Run(
+        const bool late = RunOnWorker(
             [this, &connected] {
                 for (int tries = 0; tries < 5 && !connected; ++tries) {
                     connected = TryConnect();
                     if (!connected) std::this_thread::sleep_for(10ms);
                 }
             },
-            state_->limit, [this] { KillProcess(); });
+            state_->limit);
         if (connected && !late) {
             state_->connected = true;
             Q_EMIT Connected();
@@ -261,14 +280,14 @@ void Connection::StartInAdvance() {
 
 void Connection::Quit() {
     // What was left to be released is released now, and not while the program's libraries are taken down.
-    const auto drain = qScopeGuard([this] { static_cast<void>(state_->worker->Run([] {}, kQuitLimit, [] {})); });
+    const auto drain =
+        qScopeGuard([this] { static_cast<void>(state_->worker->Run([] {}, kQuitLimit, [] { return false; }, [] {})); });
     if (!state_->process) return;
     state_->ending = true;
     if (IsRunning() && state_->connected) {
         try {
             static_cast<void>(
-                state_->worker->Run([this] { com::sun::star::frame::Desktop::create(Context())->terminate(); },
-                                    kQuitLimit, [this] { KillProcess(); }));
+                RunOnWorker([this] { com::sun::star::frame::Desktop::create(Context())->terminate(); }, kQuitLimit));
             state_->process->waitForFinished(static_cast<int>(std::chrono::milliseconds(kQuitLimit).count()));
         } catch (...) {
             // It died under the call, which is what was wanted.
@@ -288,8 +307,7 @@ void Connection::Run(const std::function<void()>& work, std::chrono::millisecond
         if (--state_->calls == 0 && state_->lostWaits) PassLostOn();
     });
     try {
-        const bool late = state_->worker->Run(work, limit, [this] { KillProcess(); });
-        if (!late) return;
+        if (!RunOnWorker(work, limit)) return;
     } catch (const Error&) {
         throw;
     } catch (const DisposedException&) {
@@ -300,15 +318,45 @@ void Connection::Run(const std::function<void()>& work, std::chrono::millisecond
         if (!IsRunning()) throw Error(Failure::Lost, QStringLiteral("the spreadsheet program has ended"));
         throw Error(Failure::Call, QStringLiteral("the spreadsheet program refuses: ") + FromUno(exception.Message));
     }
-    EndProcess();
+    EndHung();
     throw Error(Failure::TimedOut, QStringLiteral("the spreadsheet program did not answer in time and was ended"));
+}
+
+// The system may be slow, the process at work or waiting for a disk: then it has all its time.
+bool Connection::RunOnWorker(const std::function<void()>& work, std::chrono::milliseconds limit) {
+    StuckWatch watch(state_->processId, state_->patience);
+    return state_->worker->Run(
+        work, limit, [&watch] { return watch.IsStuck(); }, [this] { KillProcess(); });
+}
+
+void Connection::EndHung() {
+    state_->hung = true;
+    EndProcess();
+}
+
+void Connection::Probe() {
+    if (!state_->connected || state_->calls > 0) return state_->sign.reset();
+    if (state_->sign && !state_->sign->given) {
+        if (state_->sign->watch.IsStuck()) EndHung();
+        return;
+    }
+    state_->sign = std::make_shared<SignOfLife>(StuckWatch(state_->processId, state_->patience));
+    // A question that the process answers only when its windows' lock is free.
+    Post([this, sign = state_->sign] {
+        static_cast<void>(
+            Need<com::sun::star::awt::XExtendedToolkit>(Service("com.sun.star.awt.Toolkit"))->getTopWindowCount());
+        sign->given = true;
+    });
+}
+
+void Connection::SetPatience(std::chrono::milliseconds patience) {
+    state_->patience = patience;
 }
 
 bool Connection::Answers() {
     try {
         bool answers = false;
-        const bool late = state_->worker->Run([&] { answers = Context()->getServiceManager().is(); }, state_->limit,
-                                              [this] { KillProcess(); });
+        const bool late = RunOnWorker([&] { answers = Context()->getServiceManager().is(); }, state_->limit);
         return answers && !late;
     } catch (const com::sun::star::uno::Exception&) {
         return false;

@@ -41,6 +41,11 @@ class Connection final : public QObject {
     void Run(const std::function<void()>& work);
     /// The same without waiting and without an error; for releasing references.
     void Post(std::function<void()> work);
+    /// Asks the process for a sign of life, without waiting for it; one that gives none and does nothing is ended. To
+    /// be called every few seconds while nobody else calls.
+    void Probe();
+    /// How long the process may do nothing before it counts as hung.
+    void SetPatience(std::chrono::milliseconds patience);
     void SetTimeLimit(std::chrono::milliseconds limit);
     [[nodiscard]] std::chrono::milliseconds TimeLimit() const;
 
@@ -50,8 +55,8 @@ class Connection final : public QObject {
     [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::uno::XInterface> Service(const char* name) const;
 
   Q_SIGNALS:
-    /// The process died, or was ended because it hung. Told from the event loop, after the call that met it.
-    void Lost();
+    /// The process died, or was ended because it `hung`. Told from the event loop, after the call that met it.
+    void Lost(bool hung);
     /// The process listens.
     void Connected();
 
@@ -62,6 +67,8 @@ class Connection final : public QObject {
     void EndProcess();
     void KillProcess() const;
     [[nodiscard]] bool Answers();
+    [[nodiscard]] bool RunOnWorker(const std::function<void()>& work, std::chrono::milliseconds limit);
+    void EndHung();
     void TellLost();
     void PassLostOn();
 

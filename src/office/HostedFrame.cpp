@@ -62,6 +62,12 @@ void Toggle(const Connection& connection, const Reference<com::sun::star::frame:
                           Properties({Property(argument, Any(on))}));
 }
 
+Reference<com::sun::star::frame::XLayoutManager> LayoutOf(const Reference<com::sun::star::frame::XFrame2>& frame) {
+    Reference<com::sun::star::frame::XLayoutManager> layout;
+    Need<com::sun::star::beans::XPropertySet>(frame)->getPropertyValue("LayoutManager") >>= layout;
+    return layout;
+}
+
 void Show(const Reference<com::sun::star::frame::XLayoutManager>& layout, const char* element, bool shown) {
     if (!shown) {
         layout->hideElement(Ascii(element));
@@ -69,6 +75,12 @@ void Show(const Reference<com::sun::star::frame::XLayoutManager>& layout, const 
     }
     layout->createElement(Ascii(element)); // one that was hidden from the start isn't there yet
     layout->showElement(Ascii(element));
+}
+
+/// The controller of a print preview is none of sheets.
+bool ShowsSheets(const Reference<com::sun::star::frame::XFrame2>& frame) {
+    return Reference<com::sun::star::sheet::XSpreadsheetView>(frame->getController(), com::sun::star::uno::UNO_QUERY)
+        .is();
 }
 
 /// True when there was one.
@@ -177,8 +189,7 @@ void HostedFrame::Prepare() {
 // What is shown of the bars stays in the profile, so each opening says it anew.
 void HostedFrame::SetToolBars(bool shown) {
     state_->connection->Run([&] {
-        Reference<com::sun::star::frame::XLayoutManager> layout;
-        Need<com::sun::star::beans::XPropertySet>(state_->frame)->getPropertyValue("LayoutManager") >>= layout;
+        const auto layout = LayoutOf(state_->frame);
         if (!layout.is()) return;
         layout->lock();
         // The document is closed by the form around it.
@@ -198,14 +209,10 @@ void HostedFrame::SetToolBars(bool shown) {
     });
 }
 
-// The user may have changed it by the program's own menu. A preview's controller is none of a sheet.
+// The user may have changed it by the program's own menu.
 bool HostedFrame::IsPrintPreview() const {
     bool preview = false;
-    state_->connection->Run([&] {
-        const Reference<com::sun::star::sheet::XSpreadsheetView> sheets(state_->frame->getController(),
-                                                                        com::sun::star::uno::UNO_QUERY);
-        preview = !sheets.is();
-    });
+    state_->connection->Run([&] { preview = !ShowsSheets(state_->frame); });
     return preview;
 }
 
@@ -240,6 +247,15 @@ void HostedFrame::SetSize(const QSize& size) {
     if (state_->connection->Generation() != state_->generation) return;
     state_->connection->Post([window = state_->window, size] {
         if (window.is()) window->setPosSize(0, 0, size.width(), size.height(), com::sun::star::awt::PosSize::POSSIZE);
+    });
+}
+
+void HostedFrame::HideStatusBar() {
+    if (state_->connection->Generation() != state_->generation || !state_->frame.is()) return;
+    state_->connection->Post([frame = state_->frame, slides = state_->slides] {
+        if (!slides && !ShowsSheets(frame)) return; // the preview's own tells the page
+        const auto layout = LayoutOf(frame);
+        if (layout.is() && layout->isElementVisible(Ascii(kStatusBar))) layout->hideElement(Ascii(kStatusBar));
     });
 }
 

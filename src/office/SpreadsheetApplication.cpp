@@ -120,14 +120,21 @@ Workbook SpreadsheetApplication::OpenCopy(const QString& templateFile, const QSt
     if (!source.open(QIODevice::ReadOnly))
         throw Error(Failure::File, QStringLiteral("there is no template \"%1\"").arg(templateFile));
     const QByteArray contents = source.readAll();
+    connection_->Start(); // a process that can't be started leaves no copy behind
     // The template may be read-only where the program is installed; the copy isn't.
     WorkFile copy(file);
     QFile target(copy.Name());
     if (!target.open(QIODevice::WriteOnly) || target.write(contents) != contents.size() || !target.flush())
         throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
     target.close();
+    const bool isNew = !QFile::exists(file);
     copy.Replace();
-    return OpenWorkbook(file);
+    try {
+        return OpenWorkbook(file);
+    } catch (const Error&) {
+        if (isNew) QFile::remove(file);
+        throw;
+    }
 }
 
 SlideShow SpreadsheetApplication::NewSlideShow() {
@@ -142,6 +149,14 @@ SlideShow SpreadsheetApplication::OpenSlideShow(const QString& file) {
 
 void SpreadsheetApplication::SetTimeLimit(std::chrono::milliseconds limit) {
     connection_->SetTimeLimit(limit);
+}
+
+void SpreadsheetApplication::Probe() {
+    connection_->Probe();
+}
+
+void SpreadsheetApplication::SetPatience(std::chrono::milliseconds patience) {
+    connection_->SetPatience(patience);
 }
 
 } // namespace tessaro::office

@@ -59,13 +59,18 @@ class SpreadsheetApplication final : public QObject {
 
     /// Time that a call may take before the process counts as hung: 30 s unless set. Long jobs take longer limits.
     void SetTimeLimit(std::chrono::milliseconds limit);
+    /// Asks for a sign of life, without waiting; one that does nothing and gives none for some seconds is ended, which
+    /// Lost tells. To be called every few seconds while something is shown.
+    void Probe();
+    /// How long the process may do nothing before it counts as hung, 6 s unless set.
+    void SetPatience(std::chrono::milliseconds patience);
 
     /// For the classes of this room.
     [[nodiscard]] const std::shared_ptr<Connection>& connection() const { return connection_; }
 
   Q_SIGNALS:
-    /// The process died or was ended because it hung; all workbooks of before are dead.
-    void Lost();
+    /// The process died, or was ended because it `hung`; all workbooks of before are dead.
+    void Lost(bool hung);
 
   private:
     explicit SpreadsheetApplication(bool shown);

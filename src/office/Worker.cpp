@@ -14,6 +14,8 @@ using namespace std::chrono_literals;
 
 /// Most calls are back before a window could want to paint.
 constexpr auto kQuietWait = 15ms;
+/// Between two looks at whether the work is stuck.
+constexpr auto kNextLook = 500ms;
 
 bool HasEventLoop() {
     return QCoreApplication::instance() && QThread::currentThread() == QCoreApplication::instance()->thread() &&
@@ -92,12 +94,19 @@ bool Worker::WaitWithEvents(const std::shared_ptr<Task>& task, std::chrono::mill
 }
 
 bool Worker::Run(const std::function<void()>& work, std::chrono::milliseconds limit,
-                 const std::function<void()>& onLate) {
+                 const std::function<bool()>& isStuck, const std::function<void()>& onLate) {
     auto task = std::make_shared<Task>();
     task->work = work;
     Push(task);
-    bool done = Wait(task, HasEventLoop() ? std::min<std::chrono::milliseconds>(kQuietWait, limit) : limit);
-    if (!done && HasEventLoop()) done = WaitWithEvents(task, limit);
+    const auto end = std::chrono::steady_clock::now() + limit;
+    const auto left = [&end] {
+        return std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+    };
+    bool done = Wait(task, std::min<std::chrono::milliseconds>(kQuietWait, limit));
+    while (!done && left() > 0ms && !isStuck()) {
+        const auto step = std::min<std::chrono::milliseconds>(kNextLook, left());
+        done = HasEventLoop() ? WaitWithEvents(task, step) : Wait(task, step);
+    }
     if (!done) {
         onLate();
         // The work refers to values of its caller, so nothing goes on before it is back.

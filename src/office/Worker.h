@@ -21,10 +21,11 @@ class Worker final {
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
 
-    /// Runs the work; rethrows what it throws. When the limit passes, `onLate` is called once (it has to make the work
-    /// end) and true is returned after the work has come back; what it threw is dropped then.
+    /// Runs the work; rethrows what it throws. When the limit passes, or `isStuck`, which is asked twice a second,
+    /// gives true, `onLate` is called once (it has to make the work end) and true is returned after the work has come
+    /// back; what it threw is dropped then.
     [[nodiscard]] bool Run(const std::function<void()>& work, std::chrono::milliseconds limit,
-                           const std::function<void()>& onLate);
+                           const std::function<bool()>& isStuck, const std::function<void()>& onLate);
     void Post(std::function<void()> work);
 
   private:

@@ -101,6 +101,19 @@ TEST_F(DocumentTest, KeepsTheOldFileWhenACopyFails) {
     EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenCopy(File("none.xls"), File("old.xls"))); }),
               Failure::File);
     EXPECT_EQ(ReadXls(File("old.xls")).front().At(1, 1).toDouble(), 1.0);
+    // Nor does a failure leave a new one behind.
+    QFile damaged(File("damaged.xls"));
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("no workbook");
+    damaged.close();
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenCopy(File("damaged.xls"), File("new.xls"))); }),
+              Failure::File);
+    Application().Quit();
+    qputenv("TESSARO_OFFICE", "/nowhere");
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenCopy(File("old.xls"), File("new.xls"))); }),
+              Failure::Missing);
+    qunsetenv("TESSARO_OFFICE");
+    EXPECT_FALSE(QFileInfo::exists(File("new.xls")));
     // A copy onto itself is the file.
     EXPECT_EQ(Application().OpenCopy(File("old.xls"), File("old.xls")).Sheet(1).Cells(1, 1).Value(), Cell(1.0));
 }

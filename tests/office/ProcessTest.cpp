@@ -100,6 +100,39 @@ TEST_F(ProcessTest, EndsAProcessThatHangs) {
     EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
 }
 
+TEST_F(ProcessTest, EndsAProcessThatDoesNothingLongBeforeTheLimit) {
+    Workbook book = Application().NewWorkbook();
+    Application().SetPatience(600ms);
+    Freeze(Application().ProcessId());
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(book.SheetCount()); }), Failure::TimedOut);
+    EXPECT_LT(timer.elapsed(), 5000);
+    // One that is at work has its time.
+    Workbook next = Application().NewWorkbook();
+    Application().SetPatience(50ms);
+    next.Sheet(1).Cells(1, 1).SetValues(Block(40000, std::vector<Cell>(8, QStringLiteral("a text"))));
+    EXPECT_FALSE(FailureOf([&] { next.Sheet(1).Cells(1, 1, 40000, 8).AutoFitColumns(); }));
+    Application().SetPatience(6s);
+}
+
+TEST_F(ProcessTest, FindsAProcessThatHangsWhileNobodyCalls) {
+    Workbook book = Application().NewWorkbook();
+    QSignalSpy lost(&Application(), &SpreadsheetApplication::Lost);
+    Application().SetPatience(600ms);
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &Application(), &SpreadsheetApplication::Probe);
+    timer.start(100ms);
+    EXPECT_FALSE(lost.wait(1500)) << "an idle one is none that hangs";
+    Freeze(Application().ProcessId());
+    ASSERT_TRUE(lost.wait(5000));
+    EXPECT_TRUE(lost.front().front().toBool());
+    EXPECT_FALSE(book.IsOpen());
+    Application().SetPatience(6s);
+    timer.stop();
+    EXPECT_EQ(Application().NewWorkbook().SheetCount(), 1);
+}
+
 TEST_F(ProcessTest, ToldOfADeathInTheMidstOfACall) {
     Workbook book = Application().NewWorkbook();
     book.Sheet(1).Cells(1, 1).SetValues(Block(40000, std::vector<Cell>(8, QStringLiteral("a text"))));

@@ -12,9 +12,12 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -91,6 +94,14 @@ class OfficeHostTest : public test::SessionTest {
     [[nodiscard]] QImage TopStrip() const {
         QTest::qWait(500);
         const QRect strip(host_.mapToGlobal(QPoint(300, 24)), QSize(host_.width() - 340, 60));
+        const qreal scale = host_.devicePixelRatioF();
+        return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(
+            QRectF(strip.topLeft() * scale, QSizeF(strip.size()) * scale).toRect());
+    }
+    /// What stands at the foot, right of the sheets' names: nothing.
+    [[nodiscard]] QImage BottomStrip() const {
+        QTest::qWait(500);
+        const QRect strip(host_.mapToGlobal(QPoint(250, host_.height() - 16)), QSize(host_.width() - 270, 16));
         const qreal scale = host_.devicePixelRatioF();
         return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(
             QRectF(strip.topLeft() * scale, QSizeF(strip.size()) * scale).toRect());
@@ -275,6 +286,65 @@ TEST_F(OfficeHostTest, KeysGoToTheFormWhileThePointerRestsOnTheSheet) {
     EXPECT_EQ(clicks, 3);
     host_.CloseHostedExcel();
     EXPECT_THAT(NumbersOfFile(), testing::IsSupersetOf({44.0, 46.0}));
+}
+
+// The menu gives the keyboard back while the workbook is already being opened.
+TEST_F(OfficeHostTest, KeepsTheShortcutsOfAFormWhoseMenuOpensIt) {
+    int pressed = 0;
+    QMenuBar bar;
+    form_.layout()->setMenuBar(&bar);
+    QMenu* menu = bar.addMenu(QStringLiteral("&Tools"));
+    menu->addAction(QStringLiteral("&Open"), &form_, [this] { host_.ShowWorkbook(file_); });
+    const QShortcut shortcut(QKeySequence(QStringLiteral("Ctrl+K")), &form_, [&pressed] { ++pressed; });
+    form_.activateWindow();
+    field_.setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form_));
+    Key("ctrl+k");
+    ASSERT_EQ(pressed, 1);
+    Key("alt+t");
+    Key("o");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return host_.IsOpen(); }, 20000)) << host_.ErrorText().toStdString();
+    QTest::qWait(500);
+    Key("ctrl+k");
+    EXPECT_EQ(pressed, 2);
+    Key("alt+t");
+    EXPECT_TRUE(menu->isVisible());
+    Key("Escape");
+    Key("Escape");
+    field_.setFocus();
+    Type(QStringLiteral("typed"));
+    EXPECT_EQ(field_.text(), QStringLiteral("typed"));
+    form_.layout()->setMenuBar(nullptr);
+}
+
+TEST_F(OfficeHostTest, HasNoStatusBarAfterSaving) {
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    const QImage before = BottomStrip();
+    host_.xlBook().Sheet(1).Cells(1, 1, 20000, 6).SetValue(QStringLiteral("a text"));
+    static_cast<void>(host_.xlBook().SheetCount()); // it is written, with a progress bar
+    ASSERT_TRUE(host_.Save());
+    EXPECT_TRUE(Alike(BottomStrip(), before));
+    host_.xlBook().Sheet(1).Cells(1, 1).SetValue(QStringLiteral("changed"));
+    EXPECT_TRUE(host_.xlBook().IsModified());
+    ClickAt(host_.mapToGlobal(QPoint(200, 150)));
+    Key("ctrl+s");
+    QTest::qWait(2500);
+    ASSERT_FALSE(host_.xlBook().IsModified());
+    EXPECT_TRUE(Alike(BottomStrip(), before)) << "by the program's own command";
+}
+
+TEST_F(OfficeHostTest, TellsByItselfOfAProcessThatHangs) {
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    QSignalSpy lost(&host_, &OfficeHost::Lost);
+    Signal(SIGSTOP);
+    ASSERT_TRUE(lost.wait(15000)) << "nobody has called meanwhile";
+    EXPECT_EQ(host_.ErrorText(), GetText(QStringLiteral("TS_OfficeTimedOut")));
+    EXPECT_TRUE(host_.ShowWorkbook(file_)) << host_.ErrorText().toStdString();
+    Signal(SIGSTOP);
+    QElapsedTimer timer;
+    timer.start();
+    host_.CloseHostedExcel();
+    EXPECT_LT(timer.elapsed(), 12000) << "the user closes a form with it";
 }
 
 TEST_F(OfficeHostTest, SurvivesTheDeathOfTheProcess) {
