@@ -71,6 +71,7 @@ void frmData::InitializeDataViewVariables() {
         panel->Reset();
     sortPanel_->Reset();
     Execute(QStringLiteral("UPDATE _SelIUSNId Set Deleted = False"));
+    bDataChanged = true;
 }
 
 void frmData::ResetGrid() {

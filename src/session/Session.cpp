@@ -30,6 +30,7 @@ QList<LanguageFile> LanguageFiles;
 bool HomeIsShown = false;
 int CurrentStage = -1;
 QStringList VisitedStages{QString()};
+bool bDataChanged = false;
 bool SelectionChanged = true;
 
 QString CollapseTreeSelections;
@@ -115,6 +116,7 @@ void ResetSession() {
     HomeIsShown = false;
     CurrentStage = -1;
     VisitedStages = {QString()};
+    bDataChanged = false;
     SelectionChanged = true;
     SilentErrors = false;
 }

@@ -48,6 +48,7 @@ extern bool HomeIsShown;
 extern int CurrentStage;          ///< -1 home, 0 Indicators, 1 Time, 2 Areas, 3 Data
 extern QStringList VisitedStages; ///< form names, first slot empty
 extern bool SelectionChanged;     ///< raised by every write to a selection table, lowered by the data view's rebuild
+extern bool bDataChanged;         ///< raised by the data view's rebuild, for the calculations, which lower it
 
 // --- Preferences (Pref.ini).
 // -------------------------------------------------------------------------------------------

@@ -87,12 +87,16 @@ TEST_F(frmDataTest, WithoutAChangeOfSelectionTheGridStays) {
     Show();
     WaitForAll();
     Run(QStringLiteral("DELETE * FROM Data WHERE IUSNId > 1"));
+    EXPECT_TRUE(bDataChanged);
+    bDataChanged = false; // a calculation has taken the data over
     form.Leave();
     form.Enter();
     EXPECT_EQ(form.grid().MaxRows(), 60);
+    EXPECT_FALSE(bDataChanged);
     SelectionChanged = true;
     form.Enter();
     EXPECT_EQ(form.grid().ValueRows(), 1);
+    EXPECT_TRUE(bDataChanged);
 }
 
 TEST_F(frmDataTest, LeavingStopsTheTimerAndComingBackGoesOn) {
