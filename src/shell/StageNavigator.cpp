@@ -125,6 +125,7 @@ FrontState StageNavigator::Front() const {
     front.data = screen && !gallery_ && CurrentStage == navigation::DataStage;
     front.prints = screen && screen->CanPrint();
     front.savesAs = screen && screen->CanSaveAs();
+    front.loads = screen && screen->CanStop();
     front.finds = splash_ || gallery_ || CurrentStage == 0 || CurrentStage == 2;
     return front;
 }
@@ -177,6 +178,7 @@ void StageNavigator::ShowSummary(int stage) {
         summary = SummaryOf(QLatin1String(keys.at(static_cast<std::size_t>(stage))),
                             selection::CountOfSelection(static_cast<selection::Stage>(stage)));
     parts_.banner.SetSummary(stage, summary);
+    parts_.toolBar.SetEnabled(StandardToolBar::Stop, Front().loads);
 }
 
 void StageNavigator::ShowSummaries() {

@@ -21,6 +21,7 @@ struct FrontState {
     bool prints = false;
     bool savesAs = false;
     bool finds = false;
+    bool loads = false; ///< something is being loaded, which can be stopped
 };
 
 /// The way between the home page, the four stages and the gallery.

@@ -93,6 +93,8 @@ void frmMain::Toolbar1_Click(int item) {
         return stages_->Back();
     case StandardToolBar::Forward:
         return stages_->Forward();
+    case StandardToolBar::Stop:
+        return stages_->OnScreen(&StageScreen::Stop);
     case StandardToolBar::Refresh:
         return stages_->Refresh();
     case StandardToolBar::Home:
@@ -119,6 +121,7 @@ void frmMain::ShowFront() {
     setWindowTitle(open ? FileNameOf(CurrentDatabase).section(QLatin1Char('.'), 0, -2) + QStringLiteral(" – ") + product
                         : product);
     menu_->OfferCommands(front);
+    ui_->picToolBar->SetEnabled(StandardToolBar::Stop, front.loads);
     ui_->picToolBar->SetEnabled(StandardToolBar::Print, front.prints);
     ui_->picToolBar->SetEnabled(StandardToolBar::Search, front.finds);
     ui_->picToolBar->SetEnabled(StandardToolBar::Favourites, front.data);
