@@ -215,6 +215,17 @@ bool OfficeHost::IsOpen() const {
     return shown_.book.IsOpen() || shown_.slides.IsOpen();
 }
 
+bool OfficeHost::HasEdits() {
+    try {
+        if (!shown_.book.IsOpen()) return false;
+        if (shown_.frame) shown_.frame->TakeOverInput();
+        return shown_.book.IsModified();
+    } catch (const office::Error& error) {
+        ReportError(error, QStringLiteral("ActiveWorkbook.Saved"));
+        return false;
+    }
+}
+
 bool OfficeHost::Save() {
     try {
         if (shown_.frame) shown_.frame->TakeOverInput();

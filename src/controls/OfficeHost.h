@@ -51,6 +51,9 @@ class OfficeHost final : public QWidget {
     void CloseHostedExcel(bool save = true);
 
     [[nodiscard]] bool IsOpen() const;
+    /// True when the user has changed the shown workbook since it was opened or saved, also in a cell that is still
+    /// being typed into.
+    [[nodiscard]] bool HasEdits();
     /// What is on show; a closed handle when nothing is.
     [[nodiscard]] office::Workbook& xlBook() { return shown_.book; }
     [[nodiscard]] office::SlideShow& Slides() { return shown_.slides; }

@@ -41,20 +41,26 @@ KindWords WordsOfLanguage() {
     return words;
 }
 
-/// The last test that matches decides; words at the end of the name are tested before those at its beginning.
-QChar KindBy(const KindWords& words, const QString& lowerName) {
-    QChar found;
+/// The kinds whose tests match, the last one first; words at the end of the name are tested before those at its
+/// beginning.
+QList<QChar> KindsBy(const KindWords& words, const QString& lowerName) {
+    QList<QChar> found;
+    const auto note = [&](QChar kind, const QString& part) {
+        if (!lowerName.contains(part)) return;
+        found.removeOne(kind);
+        found.prepend(kind);
+    };
     for (const auto& [kind, word] : words)
-        if (lowerName.contains(QStringLiteral(" - ") + word + kExtension)) found = kind;
+        note(kind, QStringLiteral(" - ") + word + kExtension);
     for (const auto& [kind, word] : words)
-        if (lowerName.contains(word + QStringLiteral(" -"))) found = kind;
+        note(kind, word + QStringLiteral(" -"));
     return found;
 }
 
-QChar KindBy(const KindWords& wordsOfLanguage, const KindWords& fixedWords, const QString& name) {
+QList<QChar> KindsBy(const KindWords& wordsOfLanguage, const KindWords& fixedWords, const QString& name) {
     const QString lower = name.toLower();
-    const QChar kind = KindBy(fixedWords, lower);
-    return kind.isNull() ? KindBy(wordsOfLanguage, lower) : kind;
+    const QList<QChar> kinds = KindsBy(fixedWords, lower);
+    return kinds.isEmpty() ? KindsBy(wordsOfLanguage, lower) : kinds;
 }
 
 } // namespace
@@ -92,9 +98,9 @@ std::vector<GalleryEntry> EntriesOf(const QString& folder) {
         const QString name = info.fileName();
         if (info.isDir())
             entries.push_back({QLatin1Char('F') + name, name, name});
-        else if (name.right(3).compare(QLatin1String("xls"), Qt::CaseInsensitive) == 0)
+        else if (info.isFile() && name.right(3).compare(QLatin1String("xls"), Qt::CaseInsensitive) == 0)
             entries.push_back({QLatin1Char('X') + info.completeBaseName(), WithoutExtension(name), name,
-                               KindBy(words, FixedWords(), name), info.size(), info.lastModified()});
+                               KindsBy(words, FixedWords(), name).value(0), info.size(), info.lastModified()});
     }
     const QCollator order = NaturalOrder();
     std::stable_sort(entries.begin(), entries.end(), [&](const GalleryEntry& a, const GalleryEntry& b) {
@@ -105,13 +111,17 @@ std::vector<GalleryEntry> EntriesOf(const QString& folder) {
 
 QStringList PresentationsOf(const QString& folder) {
     QStringList names;
-    for (const QString& file : FilesOf(folder))
-        if (file.endsWith(kExtension, Qt::CaseInsensitive)) names << WithoutExtension(file);
+    for (const GalleryEntry& entry : EntriesOf(folder))
+        if (!entry.IsFolder() && entry.file.endsWith(kExtension, Qt::CaseInsensitive)) names << entry.text;
     return names;
 }
 
 QChar PresentationKind(const QString& name) {
-    return KindBy(WordsOfLanguage(), FixedWords(), name);
+    return PresentationKinds(name).value(0);
+}
+
+QList<QChar> PresentationKinds(const QString& name) {
+    return KindsBy(WordsOfLanguage(), FixedWords(), name);
 }
 
 bool IsPresentationName(const QString& name) {

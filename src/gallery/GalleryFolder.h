@@ -30,8 +30,8 @@ struct GalleryEntry {
     [[nodiscard]] bool IsFolder() const { return key.startsWith(QLatin1Char('F')); }
 };
 
-/// Subfolders and workbooks of a folder, folders first, by name. A folder that can't be read gives nothing, and the log
-/// tells.
+/// Subfolders and workbooks of a folder, folders first, by name; pipes, devices and links to such are left out. A
+/// folder that can't be read gives nothing, and the log tells.
 [[nodiscard]] std::vector<GalleryEntry> EntriesOf(const QString& folder);
 /// Names of the workbooks of the folder without ".xls", whatever its case, sorted. Subfolders are left out.
 [[nodiscard]] QStringList PresentationsOf(const QString& folder);
@@ -40,6 +40,8 @@ struct GalleryEntry {
 /// "table -", "graph -", "map -", the last of these that it holds. A name without any of them is looked through for the
 /// words of the current language in the same way. Null when nothing tells.
 [[nodiscard]] QChar PresentationKind(const QString& name);
+/// All kinds whose words the name holds, each once; the one that decides first.
+[[nodiscard]] QList<QChar> PresentationKinds(const QString& name);
 /// The word that stands before the names of a kind ("Table", "Graph", "Map"), in the current language.
 [[nodiscard]] QString KindWord(QChar type);
 

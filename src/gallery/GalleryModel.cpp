@@ -1,5 +1,9 @@
 #include "gallery/GalleryModel.h"
 
+#include "platform/Paths.h"
+
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace tessaro {
@@ -25,6 +29,20 @@ void GalleryModel::Remove(int row) {
     beginRemoveRows({}, row, row);
     entries_.erase(entries_.begin() + row);
     endRemoveRows();
+}
+
+void GalleryModel::ReadFileAgain(int row, const QString& folder) {
+    GalleryEntry& entry = entries_.at(static_cast<std::size_t>(row));
+    const QFileInfo info(JoinPath({folder, entry.file}));
+    entry.size = info.size();
+    entry.modified = info.lastModified();
+    Q_EMIT dataChanged(index(row), index(row));
+}
+
+void GalleryModel::TellKindsAgain() {
+    for (GalleryEntry& entry : entries_)
+        if (!entry.IsFolder()) entry.kind = PresentationKind(entry.file);
+    if (!entries_.empty()) Q_EMIT dataChanged(index(0), index(Count() - 1));
 }
 
 int GalleryModel::rowCount(const QModelIndex& parent) const {

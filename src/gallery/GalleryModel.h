@@ -23,6 +23,10 @@ class GalleryModel final : public QAbstractListModel {
     /// Row of the file of this name; -1 when there is none.
     [[nodiscard]] int RowOfFile(const QString& file) const;
     void Remove(int row);
+    /// Size and time of a file again, after it has been written.
+    void ReadFileAgain(int row, const QString& folder);
+    /// The kinds of all workbooks again, after a change of language.
+    void TellKindsAgain();
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;

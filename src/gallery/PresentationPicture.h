@@ -4,20 +4,21 @@
 
 #include <QByteArray>
 #include <QChar>
-#include <QList>
-
-#include <vector>
+#include <QString>
 
 namespace tessaro {
 
-/// The picture of what goes to a slide of an open workbook: the used block of its active sheet ('T'), its chart ('G'),
-/// the map's picture "Picture 1" ('M'); with the null kind whatever of these it holds. Charts and pictures are looked
-/// for on the active sheet first. Throws office::Error, Failure::Call when there is no such thing in it.
+/// What of an open workbook goes to a slide: 'T' the used block of its active sheet, 'G' its chart, 'M' the map's
+/// picture "Picture 1". A name that holds the words of several kinds ("Table - World map - 2020") gives the first one,
+/// in the order of PresentationKinds, that the workbook has; a name without any gives whatever it has.
+[[nodiscard]] QChar KindToCopy(const office::Workbook& book, const QString& name);
+
+/// The picture of that. Charts and maps are looked for on the active sheet first. Throws office::Error, Failure::Call
+/// when there is no such thing in the workbook.
 [[nodiscard]] QByteArray PictureOfPresentation(const office::Workbook& book, QChar kind);
 
-/// How many slides a table needs so that its text can be read; one where it has no use for more.
-[[nodiscard]] int SlidesForTable(const office::Workbook& book);
-/// A table's used block in so many parts; each is the head's picture and, below it, that of its rows.
-[[nodiscard]] std::vector<QList<QByteArray>> PartsOfTable(const office::Workbook& book, int slides);
+/// How texts are drawn: a metafile puts the letters of joined scripts side by side, and mixes up lines of two
+/// directions, so that languages with such get pixels.
+[[nodiscard]] const QString& TypeForTexts();
 
 } // namespace tessaro

@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/FileDialogs.h"
+#include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
 #include "controls/Theme.h"
 #include "gallery/GalleryModel.h"
@@ -16,6 +17,7 @@
 #include "ui_frmGALMain.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QScopedValueRollback>
 #include <QSortFilterProxyModel>
@@ -27,6 +29,7 @@ namespace tessaro {
 
 namespace {
 
+constexpr int kQuestionIcon = 104;
 constexpr unsigned kPathFileAccess = 75;
 
 } // namespace
@@ -110,6 +113,7 @@ void frmGALMain::SetFormCaptions() {
     ui_->PicExcel->setAccessibleName(PlainText(QStringLiteral("Present")));
     ui_->PicPPT->setAccessibleName(PlainText(QStringLiteral("TS_FilterSlides")));
     if (currentPresentation_.isEmpty()) ui_->PicExcel->SetHint(PlainText(QStringLiteral("TS_GalleryChoose")));
+    model_->TellKindsAgain();
     ShowCaption();
     ShowCounts();
     ShowPPTState();
@@ -182,6 +186,7 @@ void frmGALMain::ReadFolder() {
 
 void frmGALMain::GetPresentationsFromGallery() {
     const ErrorTrap trap("GetPresentationsFromGallery");
+    if (!MayCloseShown(true)) return;
     ui_->txtFilter->clear();
     ReadFolder();
     firstWaits_ = true;
@@ -221,7 +226,8 @@ void frmGALMain::Refresh() {
     const QString file = current ? current->file : QString();
     ReadFolder();
     HighlightFile(file);
-    if (!currentPresentation_.isEmpty() && model_->RowOfFile(currentPresentation_) < 0) CloseShown();
+    const bool gone = !currentPresentation_.isEmpty() && model_->RowOfFile(currentPresentation_) < 0;
+    if (gone && MayCloseShown(true)) CloseShown();
 }
 
 void frmGALMain::CloseShown() {
@@ -230,6 +236,44 @@ void frmGALMain::CloseShown() {
     ui_->PicExcel->SetHint(PlainText(QStringLiteral("TS_GalleryChoose")));
     ShowCaption();
     OfferCommands();
+}
+
+/// Asks about what has been changed in the workbook on show: Yes saves it, No drops it. False when the user stays with
+/// it, which `mayStay` offers.
+bool frmGALMain::MayCloseShown(bool mayStay) {
+    while (ui_->PicExcel->HasEdits()) {
+        const QString text =
+            GetText(QStringLiteral("TS_GalleryEdited")).replace(QStringLiteral("%1"), InOnePiece(currentPresentation_));
+        const int answer =
+            ShowMessage(text, mayStay ? MessageType::YesNoCancel : MessageType::YesNo, kQuestionIcon, {}, false);
+        if (mayStay && answer == MessageCode::Cancel) return false;
+        if (answer != MessageCode::Yes) {
+            CloseShown();
+            return true;
+        }
+        if (!SaveShown() && mayStay) return false;
+    }
+    return true;
+}
+
+/// Saves the workbook on show; where its file can't be written, under another name.
+bool frmGALMain::SaveShown() {
+    if (!ui_->PicExcel->Save()) {
+        ShowMessage(ui_->PicExcel->ErrorText(), MessageType::Ok, 102, {}, false);
+        const QString file = AskForNewFile(
+            this, {PlainText(QStringLiteral("TS_PageSaveAs")), GalleryFolder(),
+                   PlainText(QStringLiteral("TS_FilterWorkbook")) + QStringLiteral(" (*.xls)"), currentPresentation_});
+        if (file.isEmpty()) return false;
+        try {
+            ui_->PicExcel->xlBook().SaveAs(file);
+        } catch (const office::Error& error) {
+            ShowOfficeError(error, "SavePresentation");
+            return false;
+        }
+    }
+    if (const int row = model_->RowOfFile(currentPresentation_); row >= 0 && currentFolder_ == folder_)
+        model_->ReadFileAgain(row, folder_);
+    return true;
 }
 
 void frmGALMain::lstPresentations_Click(const QModelIndex& index) {
@@ -254,7 +298,7 @@ void frmGALMain::OpenFolderOf(const GalleryEntry& entry) {
 }
 
 void frmGALMain::ShowFolder(const QString& folder) {
-    if (folder.isEmpty() || folder == folder_) return;
+    if (folder.isEmpty() || folder == folder_ || !MayCloseShown(true)) return;
     SetGalleryFolder(folder);
     GetPresentationsFromGallery();
     ui_->lstPresentations->setFocus();
@@ -262,11 +306,12 @@ void frmGALMain::ShowFolder(const QString& folder) {
 
 void frmGALMain::ShowCurrentPresentation(const QString& name, bool asNew) {
     const ErrorTrap trap("ShowCurrentPresentation");
-    if (opening_ || (name == currentPresentation_ && !asNew)) return;
+    if (opening_ || (name == currentPresentation_ && folder_ == currentFolder_ && !asNew)) return;
     const QScopedValueRollback opening(opening_, true);
     firstWaits_ = false;
+    if (!MayCloseShown(true)) return HighlightFile(currentPresentation_);
     const QString path = JoinPath({folder_, name});
-    if (!QFile::exists(path)) {
+    if (!QFileInfo(path).isFile()) { // whoever opens a pipe waits for its other end
         if (const int row = model_->RowOfFile(name); row >= 0) model_->Remove(row);
         ShowCounts();
         OfferCommands();
@@ -274,6 +319,7 @@ void frmGALMain::ShowCurrentPresentation(const QString& name, bool asNew) {
     }
     const bool keepsKeyboard = window()->isActiveWindow();
     currentPresentation_ = name;
+    currentFolder_ = folder_;
     copied_ = false;
     ShowCaption();
     ShowPPTState();

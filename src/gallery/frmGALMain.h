@@ -19,7 +19,7 @@ class GalleryModel;
 class Thumbnails;
 
 /// The gallery: the subfolders and workbooks of one folder, the chosen workbook in its own program beside them, and the
-/// slides that presentations are copied to. What is changed in a shown workbook is dropped unless it is saved there.
+/// slides that presentations are copied to. What has been changed in a shown workbook is asked about before it is left.
 class frmGALMain final : public StageScreen {
     Q_OBJECT
 
@@ -38,7 +38,7 @@ class frmGALMain final : public StageScreen {
     /// Fills the list from GalleryFolder and opens its first workbook, once the screen is seen.
     void GetPresentationsFromGallery();
     /// Opens a workbook of the folder by its file name; the one on show is opened anew only with `asNew`. A file that
-    /// has gone leaves the list.
+    /// has gone, or is no file any more, leaves the list.
     void ShowCurrentPresentation(const QString& name, bool asNew);
     /// The file on show; empty when there is none.
     [[nodiscard]] const QString& CurrentPresentation() const { return currentPresentation_; }
@@ -57,8 +57,8 @@ class frmGALMain final : public StageScreen {
     /// Closes the slides; those that aren't saved are asked about. False when the user stays with them, which
     /// `mayStay` offers.
     bool QuitPPT(bool mayStay = true);
-    /// True when the screen may be left: there are no slides, or QuitPPT went through.
-    [[nodiscard]] bool MayLeave(bool mayStay) { return QuitPPT(mayStay); }
+    /// True when the screen may be left: changes of the shown workbook and slides that aren't saved are asked about.
+    [[nodiscard]] bool MayLeave(bool mayStay) { return MayCloseShown(mayStay) && QuitPPT(mayStay); }
 
   private:
     void ConnectControls();
@@ -73,6 +73,8 @@ class frmGALMain final : public StageScreen {
     void ReadFolder();
     void HighlightFile(const QString& file);
     void CloseShown();
+    bool MayCloseShown(bool mayStay);
+    bool SaveShown();
     bool DeletePresentation(const GalleryEntry& entry);
     void OfferCommands();
     void ShowCounts();
@@ -81,11 +83,11 @@ class frmGALMain final : public StageScreen {
     [[nodiscard]] std::vector<GalleryEntry> HighlightedPresentations() const;
 
     [[nodiscard]] bool AskForSlides(QString& file);
-    [[nodiscard]] std::vector<QList<QByteArray>> CopyPresentation();
+    [[nodiscard]] QList<QByteArray> CopyPresentation();
     [[nodiscard]] int AskForParts(int needed);
     bool ShowPPT(bool newPresentation, const QString& file);
     void CreateNewPresentation();
-    void InsertSlide_PasteClipboard(const QList<QByteArray>& pictures);
+    void InsertSlide_PasteClipboard(const QByteArray& picture);
     [[nodiscard]] bool HasUnsavedSlides();
     [[nodiscard]] QString AskForPPTFile();
     bool StorePPT(const QString& file);
@@ -98,6 +100,7 @@ class frmGALMain final : public StageScreen {
     Thumbnails* thumbnails_;
     QString folder_; ///< that the list shows
     QString currentPresentation_;
+    QString currentFolder_;   ///< of the file on show
     QString pptFile_;         ///< name of the slides; empty while they have none
     bool emptyFirst_ = false; ///< the new slides still have the empty slide that they came with
     bool copied_ = false;     ///< what is shown has just been copied: cmdCopyToPPT closes the slides

@@ -3,6 +3,7 @@
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
 #include "gallery/PresentationPicture.h"
+#include "gallery/TableSlides.h"
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
 #include "platform/Paths.h"
@@ -83,36 +84,35 @@ void frmGALMain::cmdCopyToPPT_Click() {
     if (opening_ || !ui_->PicExcel->xlBook().IsOpen()) return;
     QString file;
     if (!ui_->PicPPT->IsOpen() && !AskForSlides(file)) return;
-    const auto slides = CopyPresentation();
-    if (slides.empty() || !ShowPPT(file.isEmpty(), file)) return;
+    const QList<QByteArray> pictures = CopyPresentation();
+    if (pictures.isEmpty() || !ShowPPT(file.isEmpty(), file)) return;
     copied_ = Managed("InsertSlide_PasteClipboard", [&] {
-        for (const QList<QByteArray>& pictures : slides)
-            InsertSlide_PasteClipboard(pictures);
+        for (const QByteArray& picture : pictures)
+            InsertSlide_PasteClipboard(picture);
     });
     ui_->PicPPT->TakeKeyboard();
     ShowPPTState();
     OfferCommands();
 }
 
-/// What goes to slides, each with its pictures; nothing after its failure has been shown, or when the user gives up.
-std::vector<QList<QByteArray>> frmGALMain::CopyPresentation() {
+/// What goes to slides, a picture for each; nothing after its failure has been shown, or when the user gives up.
+QList<QByteArray> frmGALMain::CopyPresentation() {
     const office::Workbook& book = ui_->PicExcel->xlBook();
-    const QChar kind = PresentationKind(currentPresentation_);
-    std::vector<QList<QByteArray>> slides;
-    int needed = 1;
-    if (kind == QLatin1Char('T') && !Managed("CopyPresentation", [&] { needed = SlidesForTable(book); })) return slides;
-    const int parts = AskForParts(needed);
-    if (parts == 0) return slides;
-    Managed("CopyPresentation", [&] {
-        if (parts > 1)
-            slides = PartsOfTable(book, parts);
-        else
-            slides = {{PictureOfPresentation(book, kind)}};
+    QList<QByteArray> pictures;
+    QChar kind;
+    SlidePlan plan;
+    const bool looked = Managed("CopyPresentation", [&] {
+        kind = KindToCopy(book, currentPresentation_);
+        if (kind == QLatin1Char('T')) plan = PlanSlides(SizesOf(book.ActiveSheet()));
     });
-    return slides;
+    const int parts = looked ? AskForParts(plan.Count()) : 0;
+    if (parts == 0) return pictures;
+    Managed("CopyPresentation",
+            [&] { pictures = parts > 1 ? PicturesOfTable(book, plan) : QList{PictureOfPresentation(book, kind)}; });
+    return pictures;
 }
 
-/// Over how many slides a long table goes: the number it needs, one, or none when the user gives up.
+/// Over how many slides a large table goes: the number it needs, one, or none when the user gives up.
 int frmGALMain::AskForParts(int needed) {
     if (needed < 2) return 1;
     if (needed > kMostSlides) {
@@ -155,9 +155,9 @@ void frmGALMain::CreateNewPresentation() {
     emptyFirst_ = true;
 }
 
-void frmGALMain::InsertSlide_PasteClipboard(const QList<QByteArray>& pictures) {
+void frmGALMain::InsertSlide_PasteClipboard(const QByteArray& picture) {
     office::SlideShow& slides = ui_->PicPPT->Slides();
-    int number = slides.AppendPictures(pictures);
+    int number = slides.AppendPictures({picture});
     if (std::exchange(emptyFirst_, false)) {
         slides.RemoveSlide(1);
         --number;

@@ -156,6 +156,10 @@ void Workbook::SaveAs(const QString& file) {
     Known(document_).Store(file);
 }
 
+void Workbook::SaveCopy(const QString& file) const {
+    Known(document_).Export(file, Document::kWorkbook);
+}
+
 void Workbook::ExportPdf(const QString& file) {
     Known(document_).Export(file, "calc_pdf_Export");
 }

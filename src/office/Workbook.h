@@ -44,6 +44,8 @@ class Workbook final {
     void Save();
     void SaveAs(const QString& file);
     void ExportPdf(const QString& file);
+    /// Writes what it is now to another file; its own name and what is unsaved stay as they are.
+    void SaveCopy(const QString& file) const;
     /// Prints on a printer by its system name; an empty name means the default printer. Failure::Printer when there
     /// is none of that name.
     void Print(const QString& printer = {});

@@ -52,6 +52,12 @@ struct PageSetup {
     std::optional<bool> gridLines = {};
 };
 
+/// How many rows at the top and columns at the left of a sheet are its heads.
+struct SheetHeads {
+    int rows = 0;
+    int columns = 0;
+};
+
 /// Plain forms that can be drawn on a sheet.
 enum class ShapeKind { Rectangle, Ellipse, Triangle, Cross, Diamond, Star, Hexagon, RoundRectangle };
 
@@ -117,6 +123,10 @@ class Worksheet final {
     /// Rows above and columns left of this cell stay in view.
     void FreezePanes(int row, int column);
     void SetGridLines(bool shown);
+    /// What is repeated on each page or stays in view.
+    [[nodiscard]] SheetHeads Heads() const;
+    void HideRows(int row, int lastRow);
+    void HideColumns(int column, int lastColumn);
 
     /// A chart of a block: header row and column are names when told. Placed at `place` (points). A chart has no name
     /// in the file, so it is found by its number, from 1 in order of making.

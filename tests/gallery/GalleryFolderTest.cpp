@@ -2,6 +2,14 @@
 
 #include "GallerySession.h"
 
+#include <QRegularExpression>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 namespace tessaro {
 
 namespace {
@@ -62,6 +70,36 @@ TEST_F(GalleryFolderTest, OnlyFoldersAndWorkbooksAreListed) {
     EXPECT_EQ(entries[1].kind, QLatin1Char('G'));
     EXPECT_TRUE(entries[0].IsFolder());
     EXPECT_EQ(entries[3].size, 1);
+}
+
+TEST_F(GalleryFolderTest, OnlyFilesThatCanBeReadWithoutWaitingAreWorkbooks) {
+    const QByteArray folder = QFile::encodeName(Gallery()) + '/';
+    ASSERT_EQ(::mkfifo((folder + "pipe.xls").constData(), 0600), 0);
+    ASSERT_EQ(::symlink("/dev/zero", (folder + "zero.xls").constData()), 0);
+    ASSERT_EQ(::symlink("pipe.xls", (folder + "to a pipe.xls").constData()), 0);
+    ASSERT_EQ(::symlink("nowhere", (folder + "to nothing.xls").constData()), 0);
+    ASSERT_EQ(::symlink("round.xls", (folder + "round.xls").constData()), 0);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const QByteArray name = folder + "socket.xls";
+    ASSERT_LT(static_cast<std::size_t>(name.size()), sizeof(address.sun_path));
+    std::copy(name.begin(), name.end(), address.sun_path);
+    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    ::close(socket);
+    MakeFolder(QStringLiteral("Map - folder.Xls"));
+    const QString longest = QStringLiteral("Table - ") + QString(243, QLatin1Char('x')); // 255 bytes with ".xls"
+    MakeFile(longest + QStringLiteral(".xls"), "x");
+    MakeFile(QStringLiteral("<img src=x>.Xls"), "x");
+    ASSERT_EQ(::close(::open((folder + "\xff\xfe.xls").constData(), O_CREAT | O_WRONLY, 0600)), 0);
+    const auto entries = EntriesOf(Gallery());
+    const QStringList keys = KeysOf(entries);
+    EXPECT_EQ(keys.first(), QStringLiteral("FMap - folder.Xls"));
+    EXPECT_TRUE(keys.contains(QLatin1Char('X') + longest));
+    EXPECT_TRUE(keys.contains(QStringLiteral("X<img src=x>")));
+    EXPECT_LE(keys.size(), 4); // a name that isn't UTF-8 can be listed or not
+    EXPECT_EQ(PresentationsOf(Gallery()).filter(QRegularExpression(QStringLiteral("pipe|zero|socket|nothing"))),
+              QStringList());
 }
 
 TEST_F(GalleryFolderTest, AFolderThatIsNotThereIsEmptyAndLogged) {

@@ -1,6 +1,8 @@
 #include "GallerySession.h"
 #include "controls/OfficeHost.h"
 #include "gallery/PresentationList.h"
+#include "gallery/PresentationPicture.h"
+#include "gallery/TableSlides.h"
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
 #include "office/SpreadsheetApplication.h"
@@ -46,6 +48,11 @@ QByteArray Square() {
     return bytes;
 }
 
+/// The colour at a place of a picture, told in parts of its width and height.
+QColor ColourAt(const QImage& picture, double x, double y) {
+    return picture.pixelColor(static_cast<int>(picture.width() * x), static_cast<int>(picture.height() * y));
+}
+
 /// The gallery on a display, with real workbooks of all three kinds. Where the tests have none, they are passed over.
 class GalleryOnX11Test : public test::GallerySession {
   protected:
@@ -62,6 +69,10 @@ class GalleryOnX11Test : public test::GallerySession {
         MakeBook(QStringLiteral("Map - health.Xls"), [](office::Worksheet sheet) {
             sheet.AddPicture(QStringLiteral("Picture 1"), Square(), {10, 80, 300, 200});
         });
+    }
+    /// What stands in a cell of a file that each of the workbooks has.
+    [[nodiscard]] double ValueIn(const QString& name) const {
+        return test::ReadXls(Gallery() + QLatin1Char('/') + name).front().At(2, 2).toDouble();
     }
     static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
 
@@ -135,7 +146,7 @@ class GalleryOnX11Test : public test::GallerySession {
 
 } // namespace
 
-TEST_F(GalleryOnX11Test, ShowsOneWorkbookAfterAnotherAndDropsEdits) {
+TEST_F(GalleryOnX11Test, ShowsOneWorkbookAfterAnotherAndDropsEditsOnNo) {
     Screen screen;
     EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Graph - health.Xls"));
     ASSERT_TRUE(screen.Excel().IsOpen()) << screen.Excel().ErrorText().toStdString();
@@ -143,14 +154,52 @@ TEST_F(GalleryOnX11Test, ShowsOneWorkbookAfterAnotherAndDropsEdits) {
     screen.Show(QStringLiteral("Table - health.Xls"));
     screen.Excel().xlBook().Sheet(1).Cells(2, 2).SetValue(99.0);
     EXPECT_TRUE(screen.Excel().xlBook().IsModified());
+    EXPECT_TRUE(messages.isEmpty()); // nothing had been changed until now
+    answers = {0, 0};
     screen.Show(QStringLiteral("Map - health.Xls"));
     EXPECT_EQ(FileNameOf(screen.Excel().xlBook().FileName()), QStringLiteral("Map - health.Xls"));
     screen.Excel().xlBook().Sheet(1).Cells(2, 2).SetValue(99.0);
-    screen.form.Leave();
+    EXPECT_TRUE(screen.form.MayLeave(true));
     EXPECT_FALSE(screen.Excel().IsOpen());
+    EXPECT_EQ(messages.size(), 2);
     for (const char* name : {"Table - health.Xls", "Map - health.Xls"})
-        EXPECT_EQ(test::ReadXls(Gallery() + QLatin1Char('/') + QLatin1String(name)).front().At(2, 2).toDouble(), 1.5);
-    EXPECT_TRUE(messages.isEmpty());
+        EXPECT_EQ(ValueIn(QLatin1String(name)), 1.5);
+}
+
+TEST_F(GalleryOnX11Test, EditsAreSavedOnYesAndStayOnCancel) {
+    Screen screen;
+    const auto edit = [&](double value) { screen.Excel().xlBook().Sheet(1).Cells(2, 2).SetValue(value); };
+    const QString table = QStringLiteral("Table - health.Xls");
+    screen.Show(table);
+    edit(99.0);
+    answers = {MessageCode::Cancel, MessageCode::Cancel, MessageCode::Cancel};
+    screen.Show(QStringLiteral("Map - health.Xls"));
+    EXPECT_FALSE(screen.form.MayLeave(true));
+    screen.form.GetPresentationsFromGallery();
+    EXPECT_EQ(messages.size(), 3);
+    EXPECT_EQ(screen.form.CurrentPresentation(), table);
+    EXPECT_EQ(screen.Get<PresentationList>("lstPresentations")->currentIndex().data().toString(),
+              QStringLiteral("Table - health"));
+    EXPECT_TRUE(screen.Excel().xlBook().IsModified());
+    answers = {MessageCode::Yes};
+    screen.Show(QStringLiteral("Map - health.Xls"));
+    EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Map - health.Xls"));
+    EXPECT_EQ(ValueIn(table), 99.0);
+
+    // Where the file can't be written, another may be named.
+    edit(77.0);
+    const QString map = Gallery() + QStringLiteral("/Map - health.Xls");
+    const QString other = Folder() + QStringLiteral("/other.xls");
+    QFile::remove(map);
+    MakeFolder(QStringLiteral("Map - health.Xls"));
+    messages.clear();
+    QStringList given{QString(), other};
+    SetFileAnswerer([&](const FileQuestion&) { return given.takeFirst(); });
+    answers = {MessageCode::Yes, MessageCode::Ok, MessageCode::Yes, MessageCode::Ok};
+    EXPECT_FALSE(screen.form.MayLeave(true)); // no name was given
+    EXPECT_TRUE(screen.form.MayLeave(true));
+    EXPECT_EQ(test::ReadXls(other).front().At(2, 2).toDouble(), 77.0);
+    EXPECT_EQ(messages.size(), 4);
 }
 
 TEST_F(GalleryOnX11Test, DeletingTheWorkbookOnShowClosesItFirst) {
@@ -240,6 +289,57 @@ TEST_F(GalleryOnX11Test, ALongTableGoesOverSeveralSlidesWhenTheUserWants) {
     screen.CopyToNew(); // a short one is not asked about
     EXPECT_TRUE(messages.isEmpty());
     SaveNewAs(screen, Ppt());
+}
+
+TEST_F(GalleryOnX11Test, EachPartOfAWideTableShowsItsHeads) {
+    constexpr int kColumns = 60;
+    MakeBook(QStringLiteral("Table - wide.Xls"), [](office::Worksheet sheet) {
+        sheet.FreezePanes(4, 3);
+        sheet.Cells(4, 1, 100, kColumns).SetValue(2017.5);
+        sheet.Cells(1, 1, 3, kColumns).SetStyle({.interiorColorIndex = 4});
+        sheet.Cells(4, 1, 100, 2).SetStyle({.interiorColorIndex = 3});
+        sheet.HideColumns(40, 45); // what is hidden stays so
+    });
+    UseLanguage(QStringLiteral("ar")); // pictures in pixels
+    Screen screen;
+    screen.Show(QStringLiteral("Table - wide.Xls"));
+    const office::Workbook& book = screen.Excel().xlBook();
+    const SlidePlan plan = PlanSlides(SizesOf(book.ActiveSheet()));
+    EXPECT_EQ(plan.heads.rows, 3);
+    EXPECT_EQ(plan.heads.columns, 2);
+    ASSERT_GE(plan.columns.size(), 4u);
+    ASSERT_GE(plan.rows.size(), 2u);
+    const QList<QByteArray> pictures = PicturesOfTable(book, plan);
+    ASSERT_EQ(pictures.size(), plan.Count());
+    for (const QByteArray& bytes : pictures) {
+        const QImage picture = QImage::fromData(bytes, "PNG");
+        ASSERT_GT(picture.width(), 300);
+        ASSERT_GT(picture.height(), 200);
+        EXPECT_EQ(ColourAt(picture, 0.9, 0.03), QColor(Qt::green));
+        EXPECT_EQ(ColourAt(picture, 0.03, 0.95), QColor(Qt::red));
+        EXPECT_NE(ColourAt(picture, 0.95, 0.95), QColor(Qt::red));
+    }
+    EXPECT_FALSE(book.IsModified());
+}
+
+TEST_F(GalleryOnX11Test, ANameOfTwoKindsGivesWhatTheWorkbookHas) {
+    MakeBook(QStringLiteral("Table - World map - 2020.Xls"), [](office::Worksheet) {});
+    MakeBook(QStringLiteral("Map - World - graph.Xls"), [](office::Worksheet sheet) {
+        sheet.AddChart(office::ChartKind::Column, sheet.Cells(1, 1, 3, 3), true, true, {10, 80, 300, 200});
+    });
+    Screen screen;
+    const struct {
+        const char* name;
+        char kind;
+    } cases[] = {{"Table - World map - 2020.Xls", 'T'}, {"Map - World - graph.Xls", 'G'}, {"Map - health.Xls", 'M'}};
+    for (const auto& c : cases) {
+        screen.Show(QLatin1String(c.name));
+        EXPECT_EQ(KindToCopy(screen.Excel().xlBook(), QLatin1String(c.name)), QLatin1Char(c.kind)) << c.name;
+    }
+    screen.Show(QStringLiteral("Table - World map - 2020.Xls"));
+    screen.CopyToNew();
+    EXPECT_TRUE(messages.isEmpty()) << messages.join(u' ').toStdString();
+    EXPECT_EQ(screen.SlideCount(), 1);
 }
 
 TEST_F(GalleryOnX11Test, CopiesAllKindsToSlidesOfOnePresentation) {
