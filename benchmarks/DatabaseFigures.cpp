@@ -4,6 +4,7 @@
 #include "jet/Translator.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "view/InView.h"
 
 #include <filesystem>
 #include <sqlite3.h>

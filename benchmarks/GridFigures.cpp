@@ -5,6 +5,7 @@
 #include "dataview/frmData.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "view/InView.h"
 
 #include <QApplication>
 

@@ -1,11 +1,12 @@
 #include "Figures.h"
-#include "dataview/DataFilters.h"
 #include "dataview/DataPaging.h"
 #include "dataview/GridQuery.h"
 #include "dataview/PageQuery.h"
 #include "dataview/Statistics.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "view/DataFilters.h"
+#include "view/InView.h"
 
 namespace tessaro::bench {
 

@@ -4,6 +4,7 @@
 #include "controls/Theme.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
+#include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "ui_SelectionLists.h"
@@ -344,6 +345,18 @@ QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPo
     }
     menu->popup(globalPosition);
     return menu;
+}
+
+QSet<QString> KeysOf(const std::vector<KeyedItem>& items) {
+    QSet<QString> keys;
+    keys.reserve(static_cast<qsizetype>(items.size()));
+    for (const KeyedItem& item : items)
+        keys.insert(item.key);
+    return keys;
+}
+
+QColor GlobalItemColor() {
+    return ShowGlobalColor ? theme::TextColor(ColorFromNumber(GlobalColor)) : QColor();
 }
 
 } // namespace tessaro

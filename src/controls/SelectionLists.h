@@ -2,6 +2,8 @@
 
 #include "controls/KeyedList.h"
 
+#include <QColor>
+#include <QSet>
 #include <QTimer>
 #include <QWidget>
 
@@ -104,6 +106,11 @@ struct PopupEntry {
     bool enabled = true;
     const char* whyNot = nullptr; ///< tip of a disabled entry: what it lacks
 };
+/// The keys of items.
+[[nodiscard]] QSet<QString> KeysOf(const std::vector<KeyedItem>& items);
+/// The colour of shared items, or an invalid one while the preference is off.
+[[nodiscard]] QColor GlobalItemColor();
+
 /// Shows a popup at a place and gives it; entries are named `menuName` + "_" + index. It deletes itself.
 QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,
                  const QList<PopupEntry>& entries);

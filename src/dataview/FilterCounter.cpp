@@ -3,6 +3,7 @@
 #include "dataview/GridQuery.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
+#include "view/InView.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dataview/DataFilters.h"
 #include "jet/Recordset.h"
+#include "view/DataFilters.h"
 
 #include <QString>
 

@@ -23,23 +23,12 @@ constexpr std::array<GridColumn, MaxCols> kColumns = {{
     {"FootNID", "", ""},
 }};
 
-// The join on SourceNId makes the selection one of pairs of combination and source.
-constexpr auto kSelect =
-    "SELECT D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId ";
-constexpr auto kFrom = " FROM _SelIUSNId IUS INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON "
-                       "D.TimePeriodNId = [T].TimePeriodNId) ";
-constexpr auto kJoins = " ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)";
-
 constexpr auto kRestore =
     "SELECT T.TimePeriod, A.AreaId, A.AreaName, IUS.[Indicator], D.Datavalue, IUS.Unit,  IUS.Subpop, IUS.Source, "
     "IUS.IndicatorGId, IUS.SourceNId, D.RowNId, A.AreaGID,  IUS.UnitGID, IUS.SubpopGID  FROM _SelTimePeriod AS T INNER "
     "JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  Data AS D ON (IUS.IUSNId = D.IUSNId) AND "
     "(IUS.SourceNId = D.SourceNId)) ON A.AreaNId = D.AreaNId)  ON T.TimePeriodNId = D.TimePeriodNId WHERE (((D.RowNId) "
     "In (";
-
-QString Joined() {
-    return QString::fromLatin1(kSelect) + QLatin1String(kFrom) + QLatin1String(kJoins);
-}
 
 } // namespace
 
@@ -56,19 +45,6 @@ QString DataOrderByColumn(int column, bool ascending) {
     return QStringLiteral(" ORDER BY ") +
            QLatin1String(kColumns.at(static_cast<std::size_t>(column - 1)).sortExpression) +
            (ascending ? QStringLiteral(" Asc") : QStringLiteral(" desc"));
-}
-
-QString IdentifierStatement(const QString& orderBy) {
-    return Joined() + (orderBy.isEmpty() ? QStringLiteral(" ORDER BY A.AreaID") : orderBy);
-}
-
-QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
-    return Joined() + QStringLiteral(" WHERE IUS.Deleted = False") + rowFilter + orderBy;
-}
-
-bool AnyFootnotes(const QString& rowFilter) {
-    const QString noted = QStringLiteral(" AND D.FootnoteNId <> 0");
-    return !Select(RequeryStatement(rowFilter + noted, {}), jet::CursorType::ForwardOnly).atEnd();
 }
 
 QString RestoreStatement(const QString& rowNIds) {
@@ -92,11 +68,6 @@ QStringList LongestTextsOf(int column) {
     for (; !rows.atEnd() && texts.size() < kTexts; rows.MoveNext())
         texts << GetText(rows.Text(std::size_t{0}), true);
     return texts;
-}
-
-QString RereadStatement(const QString& rowNIds) {
-    return QString::fromLatin1(kSelect) + QStringLiteral("FROM Data D WHERE D.RowNId in (") + rowNIds +
-           QStringLiteral(")");
 }
 
 } // namespace tessaro

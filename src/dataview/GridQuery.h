@@ -40,20 +40,11 @@ struct GridColumn {
 /// " ORDER BY " and the expression of a visible column with its direction; empty for any other column.
 [[nodiscard]] QString DataOrderByColumn(int column, bool ascending);
 
-/// The statement of bare identifiers that a change of selection opens, one row per value inside the selection.
-/// `orderBy` is the user's order, when there is one.
-[[nodiscard]] QString IdentifierStatement(const QString& orderBy = {});
-/// The same for every later requery: only pairs that are not taken out, then the row filter, then the order.
-[[nodiscard]] QString RequeryStatement(const QString& rowFilter, const QString& orderBy);
-/// True when a value in view, under a row filter, has a footnote.
-[[nodiscard]] bool AnyFootnotes(const QString& rowFilter);
 /// Rows of Data by their numbers with the texts that the grid shows, as far as they are selected; RowNId is field
 /// RestoredRowNId.
 [[nodiscard]] QString RestoreStatement(const QString& rowNIds);
 constexpr std::size_t RestoredRowNId = 10;
 /// The longest texts that a visible column can show of the selection, read from the selection itself; none for values.
 [[nodiscard]] QStringList LongestTextsOf(int column);
-/// The identifiers of rows that an identifier statement has already given, in no particular order.
-[[nodiscard]] QString RereadStatement(const QString& rowNIds);
 
 } // namespace tessaro

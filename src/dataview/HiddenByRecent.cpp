@@ -5,6 +5,7 @@
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "view/InView.h"
 
 #include <QLocale>
 

@@ -1,9 +1,10 @@
 #include "dataview/PageQuery.h"
 
-#include "dataview/DataFilters.h"
 #include "dataview/GridQuery.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
+#include "view/DataFilters.h"
+#include "view/InView.h"
 
 #include <QStringList>
 

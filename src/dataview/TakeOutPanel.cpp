@@ -3,7 +3,6 @@
 #include "controls/Captions.h"
 #include "controls/SelectionLists.h"
 #include "controls/Theme.h"
-#include "selection/ScreenParts.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"

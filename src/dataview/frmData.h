@@ -1,12 +1,12 @@
 #pragma once
 
 #include "controls/StageScreen.h"
-#include "dataview/DataFilters.h"
 #include "dataview/DataOptions.h"
 #include "dataview/DataPaging.h"
 #include "dataview/GridModel.h"
 #include "dataview/HiddenByRecent.h"
 #include "dataview/StatisticsModel.h"
+#include "view/DataFilters.h"
 
 #include <QButtonGroup>
 #include <QTimer>

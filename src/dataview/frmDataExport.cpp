@@ -13,6 +13,7 @@
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "session/TempFiles.h"
+#include "view/InView.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -4,7 +4,6 @@
 #include "dataview/SortPanel.h"
 #include "dataview/TakeOutPanel.h"
 #include "dataview/frmData.h"
-#include "selection/SelectionGuard.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
@@ -12,6 +11,8 @@
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "ui_frmData.h"
+#include "view/InView.h"
+#include "view/SelectionGuard.h"
 
 #include <QHeaderView>
 #include <QLocale>

@@ -1,7 +1,5 @@
 #include "selection/AutoSelect.h"
 
-#include "session/Frame.h"
-#include "session/Query.h"
 #include "session/Session.h"
 
 #include <array>
@@ -10,17 +8,8 @@ namespace tessaro::selection {
 
 namespace {
 
-struct StageTexts {
-    const char* hasRow;
-    const char* captionKey;
-};
-
-/// By stage: how its table is asked for a row, and the caption of the box that means it.
-constexpr std::array<StageTexts, 3> Stages{{
-    {"SELECT IUSNId FROM _SelIUSNId", "AutoUseSelInd"},
-    {"SELECT TOP 1 TimePeriodNId FROM _SelTimePeriod", "AutoUseSelTime"},
-    {"SELECT TOP 1 AreaNId FROM _SelArea", "AutoUseSelAreas"},
-}};
+/// By stage: the caption of the box that means it.
+constexpr std::array<const char*, 3> Captions{"AutoUseSelInd", "AutoUseSelTime", "AutoUseSelAreas"};
 
 /// The two other stages, in the order of the boxes.
 constexpr std::array<std::array<Stage, 2>, 3> Others{{
@@ -29,28 +18,16 @@ constexpr std::array<std::array<Stage, 2>, 3> Others{{
     {Stage::Indicators, Stage::Time},
 }};
 
-const StageTexts& TextsOf(Stage stage) {
-    return Stages[static_cast<std::size_t>(stage)];
-}
-
 bool Narrows(Stage other, bool onlyTables) {
     return other == Stage::Indicators && !onlyTables ? HasIndicatorsOrListsThem() : HasSelection(other);
 }
 
 } // namespace
 
-bool HasSelection(Stage stage) {
-    return !Select(QString::fromLatin1(TextsOf(stage).hasRow), jet::CursorType::ForwardOnly).atEnd();
-}
-
-bool HasIndicatorsOrListsThem() {
-    return HasSelection(Stage::Indicators) || (DataExistsMode == 1 && TheFrame().SelectedIndicatorCount() > 0);
-}
-
 AutoSelectOptions PrepareFor(Stage stage) {
     const auto& others = Others[static_cast<std::size_t>(stage)];
     const auto option = [](Stage other) {
-        return AutoSelectOption{QString::fromLatin1(TextsOf(other).captionKey), Narrows(other, false)};
+        return AutoSelectOption{QString::fromLatin1(Captions[static_cast<std::size_t>(other)]), Narrows(other, false)};
     };
     return {option(others[0]), option(others[1])};
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "view/SelectionGuard.h"
+
 #include <QString>
 
 #include <functional>
@@ -9,8 +11,6 @@
 /// question whether they shall.
 namespace tessaro::selection {
 
-enum class Stage { Indicators = 0, Time = 1, Areas = 2 };
-
 /// Which of the two other stages narrow the selection. Indicators: time, areas. Time: indicators, areas. Areas:
 /// indicators, time.
 struct OtherStages {
@@ -18,12 +18,6 @@ struct OtherStages {
     bool second = false;
     bool operator==(const OtherStages&) const = default;
 };
-
-/// True when the stage's table has a row.
-[[nodiscard]] bool HasSelection(Stage stage);
-/// The same for indicators, and also true when everything is wanted (DataExistsMode 1) and the indicator screen, once
-/// visited, lists something: indicators without a source stand in the list but not in the table.
-[[nodiscard]] bool HasIndicatorsOrListsThem();
 
 /// One check box of the question.
 struct AutoSelectOption {

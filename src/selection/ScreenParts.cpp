@@ -4,7 +4,6 @@
 #include "controls/Theme.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
-#include "session/Session.h"
 #include "session/Strings.h"
 
 #include <QFrame>
@@ -39,14 +38,6 @@ void ShowHeading(QLabel* label, const QString& key) {
     label->setFont(font);
 }
 
-QSet<QString> KeysOf(const std::vector<KeyedItem>& items) {
-    QSet<QString> keys;
-    keys.reserve(static_cast<qsizetype>(items.size()));
-    for (const KeyedItem& item : items)
-        keys.insert(item.key);
-    return keys;
-}
-
 void ShowSearch(SelectionLists& lists, const QString& text) {
     constexpr qsizetype kShown = 60;
     const QString sought = text.size() > kShown ? text.left(kShown) + QChar(0x2026) : text;
@@ -70,10 +61,6 @@ QString SummaryOf(const QString& key, int count) {
     if (count == 0) return {};
     QString text = GetText(key);
     return text.replace(QLatin1String("%1"), QLocale().toString(count));
-}
-
-QColor GlobalItemColor() {
-    return ShowGlobalColor ? theme::TextColor(ColorFromNumber(GlobalColor)) : QColor();
 }
 
 } // namespace tessaro

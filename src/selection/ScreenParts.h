@@ -2,7 +2,6 @@
 
 #include "controls/SelectionLists.h"
 
-#include <QSet>
 #include <QString>
 
 class QFrame;
@@ -19,7 +18,6 @@ void StyleFilterButton(QPushButton* button, FilterButton kind);
 void StyleStrip(QWidget* strip, QFrame* line);
 void ShowHeading(QLabel* label, const QString& key);
 
-[[nodiscard]] QSet<QString> KeysOf(const std::vector<KeyedItem>& items);
 /// Tells above the Available list that it shows what a search has found, and in it when that is nothing.
 void ShowSearch(SelectionLists& lists, const QString& text);
 /// Says for a while that an automatic selection has found nothing.
@@ -28,7 +26,5 @@ void TellNothingFound();
 void TellNotKept();
 /// "Areas: 12" from a key with a place for the number; empty for 0.
 [[nodiscard]] QString SummaryOf(const QString& key, int count);
-/// The colour of shared items, or an invalid one while the preference is off.
-[[nodiscard]] QColor GlobalItemColor();
 
 } // namespace tessaro

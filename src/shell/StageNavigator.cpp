@@ -4,7 +4,6 @@
 #include "gallery/frmGALMain.h"
 #include "selection/KeptSelection.h"
 #include "selection/ScreenParts.h"
-#include "selection/SelectionGuard.h"
 #include "selection/frmIndicators.h"
 #include "session/Addresses.h"
 #include "session/ErrorSink.h"
@@ -17,6 +16,7 @@
 #include "shell/StandardToolBar.h"
 #include "shell/StatusBar.h"
 #include "shell/frmSplash.h"
+#include "view/SelectionGuard.h"
 
 #include <QStackedWidget>
 

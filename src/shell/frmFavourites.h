@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dataview/DataFilters.h"
+#include "view/DataFilters.h"
 
 #include <QDialog>
 #include <QString>

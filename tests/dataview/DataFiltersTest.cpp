@@ -1,10 +1,11 @@
-#include "dataview/DataFilters.h"
+#include "view/DataFilters.h"
 
 #include "dataview/FilterCounter.h"
 #include "dataview/GridQuery.h"
 #include "dataview/Selection.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "view/InView.h"
 
 #include <algorithm>
 

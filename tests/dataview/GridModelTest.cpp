@@ -4,6 +4,7 @@
 #include "dataview/Selection.h"
 #include "session/Session.h"
 #include "support/TimeBound.h"
+#include "view/InView.h"
 
 #include <QBrush>
 #include <QElapsedTimer>

@@ -2,6 +2,7 @@
 
 #include "dataview/Selection.h"
 #include "session/Query.h"
+#include "view/InView.h"
 
 namespace tessaro::test {
 

@@ -1,5 +1,4 @@
 #include "database/Database.h"
-#include "dataview/DataFilters.h"
 #include "dataview/DataOptions.h"
 #include "dataview/GridQuery.h"
 #include "dataview/Statistics.h"
@@ -7,6 +6,8 @@
 #include "session/Query.h"
 #include "session/Session.h"
 #include "support/TestSession.h"
+#include "view/DataFilters.h"
+#include "view/InView.h"
 
 #include <algorithm>
 #include <numeric>

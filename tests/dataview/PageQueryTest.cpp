@@ -4,6 +4,7 @@
 #include "dataview/Selection.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "view/InView.h"
 
 namespace tessaro::test {
 

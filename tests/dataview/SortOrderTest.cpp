@@ -3,6 +3,7 @@
 #include "dataview/GridQuery.h"
 #include "dataview/Selection.h"
 #include "session/Query.h"
+#include "view/InView.h"
 
 namespace tessaro::test {
 

@@ -13,6 +13,7 @@
 #include "session/Query.h"
 #include "session/Session.h"
 #include "support/TimeBound.h"
+#include "view/InView.h"
 
 #include <QAbstractButton>
 #include <QApplication>

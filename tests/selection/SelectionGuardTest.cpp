@@ -1,4 +1,4 @@
-#include "selection/SelectionGuard.h"
+#include "view/SelectionGuard.h"
 
 #include "selection/AutoSelect.h"
 #include "selection/SelectionDatabase.h"

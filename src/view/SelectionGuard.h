@@ -2,8 +2,16 @@
 
 #include <optional>
 
-/// The guard of the data view: all three selection tables must hold rows.
+/// What is selected in the three stages, and the guard of the data view: all three selection tables must hold rows.
 namespace tessaro::selection {
+
+enum class Stage { Indicators = 0, Time = 1, Areas = 2 };
+
+/// True when the stage's table has a row.
+[[nodiscard]] bool HasSelection(Stage stage);
+/// The same for indicators, and also true when everything is wanted (DataExistsMode 1) and the indicator screen, once
+/// visited, lists something: indicators without a source stand in the list but not in the table.
+[[nodiscard]] bool HasIndicatorsOrListsThem();
 
 enum class GuardPlace {
     BeforeDataView, ///< on the way into stage 3

@@ -1,8 +1,8 @@
-#include "selection/SelectionGuard.h"
+#include "view/SelectionGuard.h"
 
-#include "selection/AutoSelect.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
+#include "session/Query.h"
 #include "session/Session.h"
 
 #include <QString>
@@ -12,6 +12,11 @@
 namespace tessaro::selection {
 
 namespace {
+
+/// By stage: how its table is asked for a row.
+constexpr std::array<const char*, 3> kHasRow{"SELECT IUSNId FROM _SelIUSNId",
+                                             "SELECT TOP 1 TimePeriodNId FROM _SelTimePeriod",
+                                             "SELECT TOP 1 AreaNId FROM _SelArea"};
 
 struct GuardMessages {
     Stage stage;
@@ -30,6 +35,14 @@ bool IsFilled(Stage stage) {
 }
 
 } // namespace
+
+bool HasSelection(Stage stage) {
+    return !Select(QLatin1String(kHasRow.at(static_cast<std::size_t>(stage))), jet::CursorType::ForwardOnly).atEnd();
+}
+
+bool HasIndicatorsOrListsThem() {
+    return HasSelection(Stage::Indicators) || (DataExistsMode == 1 && TheFrame().SelectedIndicatorCount() > 0);
+}
 
 std::optional<int> FirstMissingStage(GuardPlace place) {
     for (const GuardMessages& guard : Guards) {

@@ -1,10 +1,10 @@
-#include "dataview/DataFilters.h"
+#include "view/DataFilters.h"
 
-#include "dataview/GridQuery.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "view/InView.h"
 
 #include <QLocale>
 
@@ -46,7 +46,6 @@ constexpr auto kKept = "SELECT D.TimePeriodNId, D.IUSNId, D.AreaNId,  D.SourceNI
                        "D.TimePeriodNId = [T].TimePeriodNId)  ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = "
                        "D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  WHERE IUS.Deleted = False ";
 constexpr auto kKeptCells = "SELECT Dt.TimePeriodNId, Dt.IUSNId, Dt.AreaNID, Dt.SourceNId, D.FootnoteNId, D.Datavalue ";
-constexpr auto kInView = " WHERE IUS.Deleted = False";
 
 QString DeletedClause() {
     if (DeletedRowNIds.trimmed().isEmpty()) return {};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+namespace tessaro {
+
+/// What keeps the pairs of combination and source that were taken out of the view out of a statement.
+constexpr auto kInView = " WHERE IUS.Deleted = False";
+
+/// The statement of bare identifiers that a change of selection opens, one row per value inside the selection.
+/// `orderBy` is the user's order, when there is one.
+[[nodiscard]] QString IdentifierStatement(const QString& orderBy = {});
+/// The same for every later requery: only pairs that are not taken out, then the row filter, then the order.
+[[nodiscard]] QString RequeryStatement(const QString& rowFilter, const QString& orderBy);
+/// True when a value in view, under a row filter, has a footnote.
+[[nodiscard]] bool AnyFootnotes(const QString& rowFilter);
+/// The identifiers of rows that an identifier statement has already given, in no particular order.
+[[nodiscard]] QString RereadStatement(const QString& rowNIds);
+
+} // namespace tessaro
