@@ -73,6 +73,16 @@ TEST_F(GalleryInFrameTest, StaysThroughAChangeOfLanguageWithoutADatabase) {
     window->close();
 }
 
+TEST_F(GalleryInFrameTest, StaysThroughAChangeOfLanguageOverAStage) {
+    ASSERT_TRUE(StartInStages());
+    Choose("mnu_Gallery_Options_0");
+    window->Settings().ChangeLanguage(QStringLiteral("Français [fr]"));
+    ASSERT_TRUE(GalleryIsShown());
+    Click(QStringLiteral("Toolbar1_0"));
+    EXPECT_NE(Screen(), QLatin1String("frmGALMain"));
+    window->close();
+}
+
 TEST_F(GalleryInFrameTest, TheImagesOpenOnTheDesktop) {
     ASSERT_TRUE(Start());
     QList<QUrl> opened;
