@@ -3,10 +3,14 @@
 #include "office/ProcessStart.h"
 #include "office/Profile.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QPointer>
 #include <QProcess>
 #include <QTimer>
+
+#include <sys/resource.h>
 
 namespace tessaro::office {
 
@@ -17,6 +21,7 @@ constexpr int kTimeLimit = 20000; ///< milliseconds for a file, of a process tha
 constexpr int kStartAgain = 81;
 constexpr int kMostStarts = 3;
 constexpr int kLeastPriority = 19;
+constexpr rlim_t kMostMemory = 800u << 20; ///< bytes
 
 } // namespace
 
@@ -46,11 +51,11 @@ void PagePictures::Draw(const QStringList& files, const QString& folder) {
                   QStringLiteral("--outdir"),
                   folder};
     // Links of plain names: a file's own name may look like an option, and names of two folders may be the same.
-    files_ = static_cast<int>(files.size());
+    folder_ = folder;
     int number = 0;
     for (const QString& file : files) {
         const QString link = QStringLiteral("%1/%2.xls").arg(folder).arg(number++);
-        if (QFile::link(file, link)) arguments_ << link;
+        if (QFileInfo(file).isFile() && QFile::link(file, link)) arguments_ << link;
     }
     Start();
 }
@@ -79,9 +84,19 @@ void PagePictures::Start() {
     });
     process_->start(program + QStringLiteral("/soffice.bin"), arguments_);
     RememberProcess(profile_, process_->processId());
-    const QPointer<QProcess> process = process_.get();
-    QTimer::singleShot(kTimeLimit * files_, this, [this, process] {
-        if (process && process_.get() == process) process_->kill();
+    // What a file unpacks to may be a thousand times its size.
+    const rlimit most{kMostMemory, kMostMemory};
+    ::prlimit(static_cast<pid_t>(process_->processId()), RLIMIT_DATA, &most, nullptr);
+    Watch(process_.get(), 0);
+}
+
+/// Ends a process that has drawn nothing for as long as one file may take.
+void PagePictures::Watch(const QPointer<QProcess>& process, qsizetype drawn) {
+    QTimer::singleShot(kTimeLimit, this, [this, process, drawn] {
+        if (!process || process_.get() != process) return;
+        const qsizetype now = QDir(folder_).entryList({QStringLiteral("*.png")}).size();
+        if (now == drawn) return process_->kill();
+        Watch(process, now);
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 
@@ -11,7 +12,8 @@ class QProcess;
 namespace tessaro::office {
 
 /// Draws the first pages of workbooks as pictures, by a process and a profile of its own that run beside everything
-/// else: nothing here waits. The process ends after each batch, and with this program.
+/// else: nothing here waits. The process ends after each batch, and with this program; one that takes too much time for
+/// a file, or too much memory, is ended.
 class PagePictures final : public QObject {
     Q_OBJECT
 
@@ -32,12 +34,13 @@ class PagePictures final : public QObject {
 
   private:
     void Start();
+    void Watch(const QPointer<QProcess>& process, qsizetype drawn);
     void Ended(bool clean);
 
     QString profile_;
     QStringList arguments_;
+    QString folder_; ///< that the pictures go to
     std::unique_ptr<QProcess> process_;
-    int files_ = 0;
     int starts_ = 0;
     bool busy_ = false;
 };

@@ -62,7 +62,7 @@ class StageNavigator final : public QObject {
     /// The gallery over what is in front. 0: the folder of presentations; 1: that of the product's samples; 2: the
     /// folder of images, in the desktop's own program.
     void ShowGallery(int kind);
-    /// Takes the gallery down. False when the user stays with slides that aren't saved, which `mayStay` offers.
+    /// Takes the gallery down. False when the user stays with changes that aren't saved, which `mayStay` offers.
     bool LeaveGallery(bool mayStay = true);
 
     /// The gallery when it is in front, otherwise the screen of the current stage; null on the home page.
