@@ -40,8 +40,9 @@ void GalleryModel::ReadFileAgain(int row, const QString& folder) {
 }
 
 void GalleryModel::TellKindsAgain() {
+    const KindTeller kinds;
     for (GalleryEntry& entry : entries_)
-        if (!entry.IsFolder()) entry.kind = PresentationKind(entry.file);
+        if (!entry.IsFolder()) entry.kind = kinds.KindOf(entry.file);
     if (!entries_.empty()) Q_EMIT dataChanged(index(0), index(Count() - 1));
 }
 

@@ -40,11 +40,8 @@ QByteArray ChartOf(const office::Workbook& book) {
 }
 
 bool Holds(const office::Workbook& book, QChar kind) {
+    if (kind == QLatin1Char('T')) return HoldsTable(book);
     const std::vector<office::Worksheet> sheets = SheetsOf(book);
-    if (kind == QLatin1Char('T')) {
-        const office::Range used = sheets.front().UsedRange();
-        return used.LastRow() > 1 || used.LastColumn() > 1 || !used.Formula().isEmpty();
-    }
     return std::any_of(sheets.begin(), sheets.end(), [&](const office::Worksheet& sheet) {
         return kind == QLatin1Char('M') ? sheet.HasShape(kMapPicture) : sheet.ChartCount() > 0;
     });

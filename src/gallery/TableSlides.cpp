@@ -123,10 +123,13 @@ SlidePlan PlanSlides(const TableSizes& sizes) {
     return plan;
 }
 
-QByteArray PictureOfTable(const office::Workbook& book) {
+bool HoldsTable(const office::Workbook& book) {
     const office::Range used = book.ActiveSheet().UsedRange();
-    const bool empty = used.LastRow() == 1 && used.LastColumn() == 1 && used.Formula().isEmpty();
-    return empty ? QByteArray() : PictureOf(used);
+    return used.LastRow() > 1 || used.LastColumn() > 1 || !used.Formula().isEmpty();
+}
+
+QByteArray PictureOfTable(const office::Workbook& book) {
+    return HoldsTable(book) ? PictureOf(book.ActiveSheet().UsedRange()) : QByteArray();
 }
 
 // Of a copy that isn't shown, in which everything else is hidden: the workbook on show isn't touched, texts that run

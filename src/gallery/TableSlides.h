@@ -39,6 +39,8 @@ struct SlidePlan {
 /// half of a slide aren't repeated.
 [[nodiscard]] SlidePlan PlanSlides(const TableSizes& sizes);
 
+/// True when the active sheet holds anything.
+[[nodiscard]] bool HoldsTable(const office::Workbook& book);
 /// The active sheet's used block as one picture; empty when the sheet is.
 [[nodiscard]] QByteArray PictureOfTable(const office::Workbook& book);
 /// The pictures of the slides of a plan for the active sheet, row by row. Throws office::Error.

@@ -16,7 +16,7 @@ namespace tessaro::office {
 
 namespace {
 
-constexpr int kTimeLimit = 20000; ///< milliseconds for a file, of a process that lets all others go first
+constexpr int kTimeLimit = 60000; ///< milliseconds without a picture; the process lets all others go first
 /// What the process ends with when it has just made a new profile usable: it is to be started again.
 constexpr int kStartAgain = 81;
 constexpr int kMostStarts = 3;

@@ -3,7 +3,6 @@
 #include "controls/Captions.h"
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
-#include "office/SpreadsheetApplication.h"
 #include "presentation/CancelWatch.h"
 #include "presentation/RowsColumnsPage.h"
 #include "presentation/TableWorkbook.h"
@@ -11,11 +10,7 @@
 #include "session/Messages.h"
 #include "session/Strings.h"
 
-#include <QEvent>
-#include <QFile>
-#include <QFileInfo>
 #include <QPushButton>
-#include <QStackedWidget>
 
 namespace tessaro {
 
@@ -29,18 +24,10 @@ bool Tell(const ShowOutcome& outcome) {
     return outcome.result == ShowResult::Built;
 }
 
-/// Starts the spreadsheet program, both the one that writes and the one that shows, without waiting for it.
-void StartSpreadsheet() {
-    office::SpreadsheetApplication::Instance().StartInAdvance();
-    if (OfficeHost::CanHost()) office::SpreadsheetApplication::Hosted().StartInAdvance();
-}
-
 } // namespace
 
 PresentationWizard::PresentationWizard(WizardKind kind, SavePresentation save, QWidget* parent)
-    : WizardFrame(parent), kind_(kind), save_(std::move(save)), fields_(new RowsColumnsPage(kind)),
-      fraExcel_(new OfficeHost) {
-    fraExcel_->setObjectName(QStringLiteral("fraExcel"));
+    : HostedWizard(std::move(save), parent), kind_(kind), fields_(new RowsColumnsPage(kind)) {
     connect(fields_, &RowsColumnsPage::ArrangementChanged, this, [this] { KeepSorting({}, {}); });
 }
 
@@ -49,7 +36,7 @@ void PresentationWizard::Form_Load(const QString& fieldsKey, QWidget* options, c
     SetTitle(PlainText(kind_ == WizardKind::Table ? QStringLiteral("Table") : QStringLiteral("Graph")));
     AddStep(fields_, fieldsKey);
     AddStep(options, optionsKey);
-    AddStep(fraExcel_, QStringLiteral("TS_PagePreview"));
+    AddStep(&fraExcel(), QStringLiteral("TS_PagePreview"));
     AddStep(nullptr, QStringLiteral("TS_PageSaveAs"));
     SetFormFonts(this);
     fields_->SetFormCaptions();
@@ -69,16 +56,16 @@ bool PresentationWizard::GoForward(int step) {
     case OptionStep:
         return LeaveFields();
     case PreviewStep:
-        return ShowPreview();
+        return BuildAndShow();
     case SaveStep:
-        return SaveAs();
+        return Save();
     default:
         return false;
     }
 }
 
-void PresentationWizard::GoBack(int step) {
-    if (step == PreviewStep) fraExcel_->CloseHostedExcel();
+void PresentationWizard::GoBack(int left, int /*entered*/) {
+    if (left == PreviewStep) ClosePreview();
 }
 
 ShowOutcome PresentationWizard::Build(RowsColumns& arrangement) {
@@ -89,7 +76,7 @@ ShowOutcome PresentationWizard::Build(RowsColumns& arrangement) {
                                        [&cancel] { return cancel.Asked(); }});
 }
 
-bool PresentationWizard::ShowPreview() {
+bool PresentationWizard::BuildAndShow() {
     RowsColumns arrangement = fields_->Arrangement();
     ShowOutcome outcome;
     ForgetWorkbook();
@@ -107,39 +94,13 @@ bool PresentationWizard::ShowPreview() {
         KeepSorting(sort, head);
     }
     if (!Tell(outcome)) return false;
-    workbookFile_ = outcome.WorkbookFile;
-    suggestedName_ = outcome.SuggestedName;
-    ClearProgress();
-    ShowInPlace();
+    ShowPreview(outcome.WorkbookFile, outcome.SuggestedName);
     return true;
 }
 
-// The one before must not take the name of the next.
-void PresentationWizard::ForgetWorkbook() {
-    if (!workbookFile_.isEmpty()) QFile::remove(workbookFile_);
-    workbookFile_.clear();
-}
-
-// Where the workbook can't be shown the place says why, and the file stands.
-void PresentationWizard::ShowInPlace() {
-    // The place has to be in sight before another program's window can lie in it.
-    if (auto* pages = qobject_cast<QStackedWidget*>(fraExcel_->parentWidget())) pages->setCurrentWidget(fraExcel_);
-    fraExcel_->SetHint(GetText(QStringLiteral("TS_OfficeOpening")));
-    repaint();
-    fraExcel_->SetToolBars(isMaximized());
-    fraExcel_->ShowWorkbook(workbookFile_);
-}
-
-bool PresentationWizard::SaveAs() {
-    if (fraExcel_->IsOpen() && !fraExcel_->Save()) {
-        ShowMessage(fraExcel_->ErrorText(), MessageType::Ok, 102, {}, false);
-        return false;
-    }
-    if (!save_) return false;
-    const QString name = QFileInfo(workbookFile_).completeBaseName();
+bool PresentationWizard::Save() {
     const QLatin1Char type(kind_ == WizardKind::Table ? 'T' : 'G');
-    if (save_({type, name, suggestedName_.isEmpty() ? name : suggestedName_, StepCaption(SaveStep)}, this))
-        done(QDialog::Accepted);
+    if (SaveAs(type, SaveStep)) done(QDialog::Accepted);
     return false; // otherwise the preview stays
 }
 
@@ -164,14 +125,8 @@ void PresentationWizard::KeepSorting(const SortOrder& sort, const QString& head)
 }
 
 void PresentationWizard::EndWizard() {
-    fraExcel_->CloseHostedExcel();
+    HostedWizard::EndWizard();
     GiveTimeFor(0);
-}
-
-// Form_Resize: the spreadsheet's bars come with a maximised form.
-void PresentationWizard::changeEvent(QEvent* event) {
-    WizardFrame::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange) fraExcel_->SetToolBars(isMaximized());
 }
 
 } // namespace tessaro

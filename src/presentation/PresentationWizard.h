@@ -1,23 +1,17 @@
 #pragma once
 
-#include "controls/WizardFrame.h"
 #include "presentation/PresentationFile.h"
-#include "presentation/SavePresentation.h"
 #include "presentation/SortChoice.h"
+#include "wizards/HostedWizard.h"
 
 namespace tessaro {
 
-class OfficeHost;
 class RowsColumnsPage;
 
 /// What the table and the graph wizard have in common: four steps from the fields over the options and the workbook in
 /// the hosted spreadsheet to its place in the gallery.
-class PresentationWizard : public WizardFrame {
+class PresentationWizard : public HostedWizard {
     Q_OBJECT
-
-  public:
-    /// The workbook that was built last; empty before.
-    [[nodiscard]] const QString& WorkbookFile() const { return workbookFile_; }
 
   protected:
     enum Steps { FieldStep = 1, OptionStep, PreviewStep, SaveStep };
@@ -39,27 +33,20 @@ class PresentationWizard : public WizardFrame {
     virtual void SetSorting(const SortOrder& sort, const QString& head) = 0;
 
     [[nodiscard]] bool GoForward(int step) override;
-    void GoBack(int step) override;
+    void GoBack(int left, int entered) override;
     [[nodiscard]] bool MayFinish() const override { return Step() < SaveStep; }
     void EndWizard() override;
-    void changeEvent(QEvent* event) override;
 
   private:
     void KeepSorting(const SortOrder& sort, const QString& head);
-    [[nodiscard]] bool ShowPreview();
+    [[nodiscard]] bool BuildAndShow();
     /// BuildWorkbook with progress shown; the user may give it up.
     [[nodiscard]] ShowOutcome Build(RowsColumns& arrangement);
-    void ForgetWorkbook();
-    void ShowInPlace();
-    [[nodiscard]] bool SaveAs();
+    [[nodiscard]] bool Save();
 
     const WizardKind kind_;
-    SavePresentation save_;
     RowsColumnsPage* fields_;
-    OfficeHost* fraExcel_;
-    QString workbookFile_;
-    QString suggestedName_; ///< empty for the workbook's own
-    QString sortHead_;      ///< of the column that was chosen to sort by; empty for the first one
+    QString sortHead_; ///< of the column that was chosen to sort by; empty for the first one
 };
 
 } // namespace tessaro

@@ -1,6 +1,6 @@
 #include "gallery/GalleryFolder.h"
 
-#include "GallerySession.h"
+#include "support/GallerySession.h"
 
 #include <QRegularExpression>
 

@@ -1,4 +1,3 @@
-#include "GallerySession.h"
 #include "controls/OfficeHost.h"
 #include "gallery/PresentationList.h"
 #include "gallery/PresentationPicture.h"
@@ -6,6 +5,7 @@
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
 #include "office/SpreadsheetApplication.h"
+#include "support/GallerySession.h"
 #include "support/ReadXls.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "gallery/Thumbnails.h"
 
-#include "GallerySession.h"
 #include "office/SpreadsheetApplication.h"
+#include "support/GallerySession.h"
 #include "support/TimeBound.h"
 
 #include <QElapsedTimer>

@@ -1,8 +1,8 @@
 #include "gallery/frmGALMain.h"
 
-#include "GallerySession.h"
 #include "controls/FlatStyle.h"
 #include "gallery/PresentationList.h"
+#include "support/GallerySession.h"
 #include "support/TimeBound.h"
 
 #include <QElapsedTimer>

@@ -187,7 +187,8 @@ TEST_F(WizardsTest, TheTableGoesFromFieldsToTheGallery) {
     Click(wizard, "CmdNext");
     ASSERT_EQ(saved_.size(), 1);
     EXPECT_EQ(saved_.front().PresentationType, QLatin1Char('T'));
-    EXPECT_EQ(saved_.front().SourceFile, QStringLiteral("My table"));
+    EXPECT_EQ(saved_.front().SourceFile, TempFolder + QStringLiteral("/My table.xls"));
+    EXPECT_EQ(saved_.front().FileTitle, QStringLiteral("My table"));
     EXPECT_TRUE(QFile::exists(TempFolder + QStringLiteral("/My table.xls")));
     EXPECT_EQ(wizard.Step(), WizardFrame::DoneStep);
     EXPECT_EQ(frame.busy, 0);

@@ -1,9 +1,7 @@
-#include "controls/WizardFrame.h"
 #include "dataview/frmData.h"
 #include "dataview/frmDataFilters.h"
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
-#include "gallery/frmSaveGalleryAdvance.h"
 #include "metadata/frmInformationSheet.h"
 #include "metadata/frmInformationSheets.h"
 #include "metadata/frmShowDetails.h"
@@ -26,6 +24,8 @@
 #include "shell/frmFavourites.h"
 #include "shell/frmLanguage.h"
 #include "shell/frmProperties.h"
+#include "wizards/WizardFrame.h"
+#include "wizards/frmSaveGalleryAdvance.h"
 
 #include <QAbstractButton>
 #include <QAction>

@@ -1,7 +1,6 @@
 #include "Tour.h"
 #include "controls/KeyedList.h"
 #include "controls/OfficeHost.h"
-#include "controls/WizardFrame.h"
 #include "dataview/frmData.h"
 #include "gallery/GalleryFolder.h"
 #include "office/SpreadsheetApplication.h"
@@ -10,6 +9,7 @@
 #include "session/Query.h"
 #include "session/Session.h"
 #include "shell/frmMain.h"
+#include "wizards/WizardFrame.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -11,7 +11,7 @@ class frmSaveGalleryAdvance;
 
 namespace tessaro {
 
-/// The last step of the presentation wizards: copies the finished workbook of TempFolder into the gallery under a name
+/// The last step of the presentation wizards: copies the finished workbook into the gallery under a name
 /// of the user's. The properties are set before it is shown.
 class frmSaveGalleryAdvance final : public QDialog {
     Q_OBJECT
@@ -20,8 +20,8 @@ class frmSaveGalleryAdvance final : public QDialog {
     explicit frmSaveGalleryAdvance(QWidget* parent = nullptr);
     ~frmSaveGalleryAdvance() override;
 
-    void SetPresentationType(QChar type) { type_ = type; }                  ///< 'T', 'G' or 'M'
-    void SetSourceFile(const QString& baseName) { sourceFile_ = baseName; } ///< in TempFolder, without extension
+    void SetPresentationType(QChar type) { type_ = type; }          ///< 'T', 'G' or 'M'
+    void SetSourceFile(const QString& path) { sourceFile_ = path; } ///< the finished workbook
     void SetFileTitle(const QString& title) { fileTitle_ = title; }
     void SetFormCaption(const QString& caption) { setWindowTitle(caption); }
     /// 0: back to the preview; 1: saved, or given up: the wizard closes.

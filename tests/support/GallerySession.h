@@ -1,10 +1,10 @@
 #pragma once
 
 #include "controls/FileDialogs.h"
-#include "gallery/GalleryFolder.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
+#include "session/Presentations.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "support/TestSession.h"

@@ -1,5 +1,6 @@
-#include "controls/WizardFrame.h"
+#include "wizards/WizardFrame.h"
 
+#include "controls/ArrowPointer.h"
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "session/ErrorSink.h"
@@ -10,21 +11,25 @@
 
 #include <QLabel>
 #include <QLocale>
+#include <QTimer>
+
+#include <utility>
 
 namespace tessaro {
 
 namespace {
 
 /// The wait cursor, and the wizard closed to further clicks, for as long as a step is on its way.
-class Passage final {
+class BusyGuard final {
   public:
-    explicit Passage(bool& busy) : busy_(busy) { busy_ = true; }
-    ~Passage() { busy_ = false; }
-    Passage(const Passage&) = delete;
-    Passage& operator=(const Passage&) = delete;
+    explicit BusyGuard(bool& busy) : busy_(busy), before_(std::exchange(busy, true)) {}
+    ~BusyGuard() { busy_ = before_; }
+    BusyGuard(const BusyGuard&) = delete;
+    BusyGuard& operator=(const BusyGuard&) = delete;
 
   private:
     bool& busy_;
+    const bool before_;
     WaitPointer wait_;
 };
 
@@ -71,11 +76,44 @@ void WizardFrame::AddStep(QWidget* page, const QString& nameKey) {
     trail_ << label;
 }
 
+void WizardFrame::AddButton(QAbstractButton* button) {
+    // Before the line of status, which takes the room that is left.
+    ui_->bottom->insertWidget(ui_->bottom->indexOf(ui_->StatusBar1), button);
+    ui_->bottom->setStretch(ui_->bottom->indexOf(button), 0);
+    ui_->bottom->setStretchFactor(ui_->StatusBar1, 1);
+}
+
 void WizardFrame::Begin() {
     ui_->trail->addStretch();
-    step_ = 1;
     ui_->pages->setCurrentWidget(pages_.front());
+    EnterStep(1);
+}
+
+void WizardFrame::EnterStep(int step) {
+    step_ = step;
     ShowStep();
+    PageShown(step);
+}
+
+void WizardFrame::paintEvent(QPaintEvent* event) {
+    QDialog::paintEvent(event);
+    if (!std::exchange(painted_, true)) QTimer::singleShot(0, this, &WizardFrame::RunStart);
+}
+
+void WizardFrame::RunStart() {
+    if (step_ == DoneStep) return;
+    {
+        const BusyGuard guard(busy_);
+        ErrorTrap trap("Form_Activate");
+        trap.Try([&] { Start(); });
+    }
+    ClearProgress();
+    SetStatus({});
+}
+
+int WizardFrame::ShowDialog(QDialog& dialog) {
+    const ArrowPointer arrow;
+    return dialog.exec();
 }
 
 QString WizardFrame::StepCaption(int step, const QString& nameKey) const {
@@ -117,7 +155,7 @@ bool WizardFrame::Forward() {
     if (busy_ || !wayOpen_ || step_ < 1 || step_ >= StepCount()) return false;
     bool open = false;
     {
-        const Passage passage(busy_);
+        const BusyGuard guard(busy_);
         ErrorTrap trap("CmdNext_Click");
         // A step in a window of its own is under way while the wizard still shows the page before it.
         const bool inWindow = !pages_.at(step_);
@@ -128,8 +166,7 @@ bool WizardFrame::Forward() {
     ClearProgress();
     SetStatus({});
     if (!open || step_ == DoneStep) return false;
-    ++step_;
-    ShowStep();
+    EnterStep(step_ + 1);
     return true;
 }
 
@@ -140,20 +177,31 @@ void WizardFrame::CmdNext_Click() {
 void WizardFrame::CmdBack_Click() {
     if (busy_ || !wayOpen_ || step_ < 2 || step_ > StepCount()) return;
     {
-        const Passage passage(busy_);
+        const BusyGuard guard(busy_);
         SetStatus(PlainText(QStringLiteral("COMM_PROCESSING")));
         ErrorTrap trap("CmdBack_Click");
-        trap.Try([&] { GoBack(step_); });
+        trap.Try([&] { GoBack(step_, step_ - 1); });
     }
-    --step_;
     SetStatus({});
-    ShowStep();
+    EnterStep(step_ - 1);
 }
 
 void WizardFrame::CmdFinish_Click() {
-    if (!MayFinish()) return;
-    while (Forward()) {
+    if (busy_ || !MayFinish()) return;
+    if (step_ < StepCount()) {
+        while (Forward()) {
+        }
+        return;
     }
+    bool finished = false;
+    {
+        const BusyGuard guard(busy_);
+        ErrorTrap trap("CmdFinish_Click");
+        trap.Try([&] { finished = Finish(); });
+    }
+    ClearProgress();
+    SetStatus({});
+    if (finished) done(QDialog::Accepted);
 }
 
 void WizardFrame::CmdCancel_Click() {
@@ -166,7 +214,7 @@ void WizardFrame::CmdCancel_Click() {
 void WizardFrame::done(int result) {
     step_ = DoneStep;
     {
-        const Passage passage(busy_);
+        const BusyGuard guard(busy_);
         ErrorTrap trap("Form_Unload");
         trap.Try([&] { EndWizard(); });
     }

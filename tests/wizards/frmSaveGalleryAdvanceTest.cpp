@@ -1,7 +1,7 @@
-#include "gallery/frmSaveGalleryAdvance.h"
+#include "wizards/frmSaveGalleryAdvance.h"
 
-#include "GallerySession.h"
 #include "support/FullDisk.h"
+#include "support/GallerySession.h"
 
 #include <QLineEdit>
 #include <QListWidget>
@@ -21,7 +21,7 @@ class SaveGalleryTest : public test::GallerySession {
     struct Form {
         explicit Form(const QString& name, QChar type = QLatin1Char('T')) {
             form.SetPresentationType(type);
-            form.SetSourceFile(QStringLiteral("Work"));
+            form.SetSourceFile(TempFolder + QStringLiteral("/Work.xls"));
             form.SetFileTitle(QStringLiteral("Work"));
             form.Initialize();
             form.findChild<QLineEdit*>(QStringLiteral("txtPresentationName"))->setText(name);

@@ -9,15 +9,17 @@ class QWidget;
 
 namespace tessaro {
 
-/// What the last step of a presentation wizard hands on: a finished workbook of TempFolder.
+/// What a wizard hands to its last step: a finished workbook.
 struct FinishedPresentation {
     QChar PresentationType; ///< 'T', 'G' or 'M'
-    QString SourceFile;     ///< base name in TempFolder, without ".xls"
+    QString SourceFile;     ///< its path
     QString FileTitle;      ///< suggested name
     QString FormCaption;
 };
 
 /// Lets the user save it. True when the wizard is over (saved, or given up), False to go back to the preview.
 using SavePresentation = std::function<bool(const FinishedPresentation&, QWidget* parent)>;
+/// Into the gallery, with frmSaveGalleryAdvance; the status bar tells the name for a while.
+bool SaveToGallery(const FinishedPresentation& finished, QWidget* parent);
 
 } // namespace tessaro

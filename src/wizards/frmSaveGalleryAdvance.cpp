@@ -1,14 +1,14 @@
-#include "gallery/frmSaveGalleryAdvance.h"
+#include "wizards/frmSaveGalleryAdvance.h"
 
 #include "controls/Captions.h"
 #include "controls/EmptyHint.h"
 #include "controls/FileDialogs.h"
-#include "gallery/GalleryFolder.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
+#include "session/Presentations.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "ui_frmSaveGalleryAdvance.h"
@@ -112,7 +112,6 @@ void frmSaveGalleryAdvance::CmdFinish_Click() {
         ShowMessage(GetText(QStringLiteral("Select Gallery folder to save in")), MessageType::Ok, 103, {}, false);
         return;
     }
-    const QString source = FindPath(JoinPath({TempFolder, sourceFile_.trimmed() + QStringLiteral(".Xls")}));
     const QString target = PresentationFile(FindPath(folder), type_, name);
     // An old one may be spelt in another case; the new one always ends in ".Xls".
     const QString old = FindPath(target);
@@ -120,7 +119,7 @@ void frmSaveGalleryAdvance::CmdFinish_Click() {
     bool copied = false;
     {
         const WaitPointer hourglass;
-        copied = CopyFileOver(source, target); // the old file stays until the new one is whole
+        copied = CopyFileOver(sourceFile_, target); // the old file stays until the new one is whole
     }
     if (!copied) {
         ReportError(kPathFileAccess, QStringLiteral("Path/File access error: ") + target,

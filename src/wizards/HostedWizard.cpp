@@ -1,0 +1,64 @@
+#include "wizards/HostedWizard.h"
+
+#include "controls/OfficeHost.h"
+#include "office/SpreadsheetApplication.h"
+#include "session/Messages.h"
+#include "session/Strings.h"
+
+#include <QEvent>
+#include <QFile>
+#include <QFileInfo>
+#include <QStackedWidget>
+
+namespace tessaro {
+
+HostedWizard::HostedWizard(SavePresentation save, QWidget* parent)
+    : WizardFrame(parent), save_(std::move(save)), fraExcel_(new OfficeHost(this)) {
+    fraExcel_->setObjectName(QStringLiteral("fraExcel"));
+}
+
+void HostedWizard::StartSpreadsheet() {
+    office::SpreadsheetApplication::Instance().StartInAdvance();
+    if (OfficeHost::CanHost()) office::SpreadsheetApplication::Hosted().StartInAdvance();
+}
+
+void HostedWizard::ForgetWorkbook() {
+    if (!workbookFile_.isEmpty()) QFile::remove(workbookFile_);
+    workbookFile_.clear();
+}
+
+void HostedWizard::ShowPreview(const QString& file, const QString& suggestedName) {
+    workbookFile_ = file;
+    suggestedName_ = suggestedName;
+    ClearProgress();
+    // The place has to be in sight before another program's window can lie in it.
+    if (auto* pages = qobject_cast<QStackedWidget*>(fraExcel_->parentWidget())) pages->setCurrentWidget(fraExcel_);
+    fraExcel_->SetHint(GetText(QStringLiteral("TS_OfficeOpening")));
+    repaint();
+    fraExcel_->SetToolBars(isMaximized());
+    fraExcel_->ShowWorkbook(workbookFile_);
+}
+
+void HostedWizard::ClosePreview() {
+    fraExcel_->CloseHostedExcel();
+}
+
+bool HostedWizard::SaveAs(QChar presentationType, int step) {
+    if (fraExcel_->IsOpen() && !fraExcel_->Save()) {
+        ShowMessage(fraExcel_->ErrorText(), MessageType::Ok, 102, {}, false);
+        return false;
+    }
+    const QString title = suggestedName_.isEmpty() ? QFileInfo(workbookFile_).completeBaseName() : suggestedName_;
+    return save_ && save_({presentationType, workbookFile_, title, StepCaption(step)}, this);
+}
+
+void HostedWizard::EndWizard() {
+    ClosePreview();
+}
+
+void HostedWizard::changeEvent(QEvent* event) {
+    WizardFrame::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) fraExcel_->SetToolBars(isMaximized());
+}
+
+} // namespace tessaro
