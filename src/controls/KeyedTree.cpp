@@ -66,7 +66,8 @@ void KeyedTree::CollapseOthers(const QModelIndex& chosen) {
     for (QModelIndex node = chosen; node.isValid(); node = node.parent()) {
         const QModelIndex above = node.parent();
         for (int row = 0; row < model_->rowCount(above); ++row)
-            if (row != node.row()) collapse(model_->index(row, 0, above));
+            if (const QModelIndex other = model_->index(row, 0, above); row != node.row() && isExpanded(other))
+                collapse(other);
     }
 }
 

@@ -96,14 +96,18 @@ void MessageBox::AddText(const Message& message) {
     picture->setPixmap(theme::Icon(QLatin1String(icon.file)).pixmap(4 * theme::Grid, 4 * theme::Grid));
     picture->setAccessibleName(PlainText(QLatin1String(icon.nameKey)));
     row->addWidget(picture, 0, Qt::AlignTop);
-    auto* label = new QLabel(message.text, this);
+    // A message may hold a name from a strange database; what fits on no screen is left out, Copy takes all.
+    constexpr qsizetype kMostCharacters = 5000;
+    const QString text =
+        message.text.size() <= kMostCharacters ? message.text : message.text.left(kMostCharacters) + QChar(0x2026);
+    auto* label = new QLabel(text, this);
     label->setObjectName(QStringLiteral("lblMessage"));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setFont(message.key.isEmpty() ? DefaultFont() : LanguageFont());
     const int wide = label->fontMetrics().averageCharWidth() * 56;
-    const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, wide, 10000), Qt::TextWordWrap, message.text);
+    const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, wide, 10000), Qt::TextWordWrap, text);
     label->setFixedWidth(qBound(30 * theme::Grid, needed.width() + theme::Grid, wide + theme::Grid));
     label->setMinimumHeight(label->heightForWidth(label->width()));
     row->addWidget(label, 1, Qt::AlignVCenter);

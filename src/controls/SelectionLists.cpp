@@ -183,6 +183,7 @@ void SelectionLists::SetFormCaptions() {
     ui_->txtFilter->setPlaceholderText(filter);
     ui_->txtFilter->setAccessibleName(filter);
     ShowHints();
+    if (!showsBranch_) Q_EMIT BranchWanted(); // what stands in its place was told in the language before
     for (QLabel* heading : {ui_->lblAvailable, ui_->lblSelected}) {
         MakeHeading(heading);
         heading->setMinimumHeight(ui_->txtFilter->sizeHint().height()); // so that both lists begin on one line

@@ -58,6 +58,15 @@ TEST_F(MessageBoxTest, ButtonsAndClosingGiveTheirCodes) {
     }
 }
 
+TEST_F(MessageBoxTest, AMessageOfAnyLengthIsCut) {
+    Message message = Of(MessageType::Ok);
+    message.text = QStringLiteral("<b>name</b> ").repeated(100000);
+    MessageBox box(message);
+    const auto* label = box.findChild<QLabel*>(QStringLiteral("lblMessage"));
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_EQ(label->text().size(), 5001);
+}
+
 TEST_F(MessageBoxTest, EnterKeepsWhatACarefulQuestionWouldLose) {
     const struct {
         MessageType type;

@@ -86,7 +86,10 @@ TEST_F(PlainTextTest, ToolTipsOfLongNamesAreCut) {
     list.SetColumns({QStringLiteral("Name")});
     list.Items().SetItems({{QStringLiteral("I1"), {longName}, 0}});
     EXPECT_EQ(list.model()->index(0, 0).data(Qt::ToolTipRole).toString().size(), 1001);
-    EXPECT_EQ(list.model()->index(0, 0).data().toString(), longName);
+    EXPECT_EQ(list.model()->index(0, 0).data().toString().size(), 1000);
+    EXPECT_EQ(list.Items().ItemAt(0).cells.front(), longName) << "the item keeps it whole";
+    list.Items().SetItems({{QStringLiteral("I1"), {QStringLiteral("a\r\nb\tc")}, 0}});
+    EXPECT_EQ(list.model()->index(0, 0).data().toString(), QStringLiteral("a  b c")) << "on one line";
 }
 
 } // namespace
