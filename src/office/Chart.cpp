@@ -15,6 +15,7 @@
 #include <com/sun/star/chart/ChartDataRowSource.hpp>
 #include <com/sun/star/chart/ChartLegendPosition.hpp>
 #include <com/sun/star/chart/ChartSymbolType.hpp>
+#include <com/sun/star/chart/DataLabelPlacement.hpp>
 #include <com/sun/star/chart/MissingValueTreatment.hpp>
 #include <com/sun/star/chart/X3DDisplay.hpp>
 #include <com/sun/star/chart/XAxisXSupplier.hpp>
@@ -445,15 +446,24 @@ void Chart::SetSymbols(const std::vector<int>& series) {
 
 void Chart::SetShares() {
     document_->Run([&](const Model& model) {
-        Need<XPropertySet>(ChartOf(model, sheet_, number_)->getDiagram())
+        const auto chart = ChartOf(model, sheet_, number_);
+        Need<XPropertySet>(chart->getDiagram())
             ->setPropertyValue("DataCaption", Any(sal_Int32(com::sun::star::chart::ChartDataCaption::PERCENT)));
+        ForEachSeries(chart, [](int, const Reference<XPropertySet>& properties) {
+            properties->setPropertyValue("LabelPlacement",
+                                         Any(sal_Int32(com::sun::star::chart::DataLabelPlacement::OUTSIDE)));
+        });
     });
 }
 
 int Chart::SeriesCount() const {
     int count = 0;
     document_->Run([&](const Model& model) {
-        count = ForEachSeries(ChartOf(model, sheet_, number_), [](int, const Reference<XPropertySet>&) {});
+        const auto chart = ChartOf(model, sheet_, number_);
+        count = ForEachSeries(chart, [](int, const Reference<XPropertySet>&) {});
+        // The values along the axis of a scatter chart are listed as well, but are no series.
+        if (count > 0 && FromUno(chart->getDiagram()->getDiagramType()) == QLatin1String(DiagramOf(ChartKind::Scatter)))
+            --count;
     });
     return count;
 }

@@ -3,6 +3,7 @@
 #include "office/Document.h"
 #include "office/Worksheet.h"
 
+#include <com/sun/star/document/XActionLockable.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/script/provider/XScript.hpp>
 #include <com/sun/star/script/provider/XScriptProvider.hpp>
@@ -22,7 +23,7 @@ constexpr const char* kLibrary = "TessaroMarks";
 constexpr const char* kModule = "Marks";
 
 /// Text within a cell takes some ten calls over the pipe; within the process they cost nothing.
-constexpr const char* kSource = R"(Sub Mark(sheet, columns, rows, lengths, colour)
+constexpr const char* kSource = R"(Sub Mark(sheet, columns, rows, lengths, colour, regular)
   Dim i, cursor
   For i = LBound(rows) To UBound(rows)
     cursor = sheet.getCellByPosition(columns(i), rows(i)).createTextCursor()
@@ -31,8 +32,10 @@ constexpr const char* kSource = R"(Sub Mark(sheet, columns, rows, lengths, colou
     cursor.CharEscapement = 33
     cursor.CharEscapementHeight = 58
     cursor.CharColor = colour
-    cursor.CharWeight = com.sun.star.awt.FontWeight.NORMAL
-    cursor.CharPosture = com.sun.star.awt.FontSlant.NONE
+    If regular Then
+      cursor.CharWeight = com.sun.star.awt.FontWeight.NORMAL
+      cursor.CharPosture = com.sun.star.awt.FontSlant.NONE
+    End If
   Next
 End Sub
 )";
@@ -62,20 +65,29 @@ Sequence<sal_Int32> Numbers(const std::vector<EndMark>& marks, int EndMark::*par
 
 } // namespace
 
-void Worksheet::MarkEnds(const std::vector<EndMark>& marks, int colorIndex) {
+void Worksheet::MarkEnds(const std::vector<EndMark>& marks, int colorIndex, bool regular) {
     if (marks.empty()) return;
     document_->Run([&](const Model& model) {
         const Connection& connection = document_->connection();
         Install(connection);
-        Sequence<Any> arguments(5);
+        Sequence<Any> arguments(6);
         arguments.getArray()[0] <<= Document::SheetOf(model, number_);
         arguments.getArray()[1] <<= Numbers(marks, &EndMark::column, 1);
         arguments.getArray()[2] <<= Numbers(marks, &EndMark::row, 1);
         arguments.getArray()[3] <<= Numbers(marks, &EndMark::length, 0);
         arguments.getArray()[4] <<= static_cast<sal_Int32>(document_->ColorNumber(colorIndex));
+        arguments.getArray()[5] <<= regular;
         Sequence<sal_Int16> places;
         Sequence<Any> results;
-        Procedure(connection)->invoke(arguments, places, results);
+        const Reference<com::sun::star::document::XActionLockable> lock(model, com::sun::star::uno::UNO_QUERY);
+        if (lock.is()) lock->addActionLock();
+        try {
+            Procedure(connection)->invoke(arguments, places, results);
+        } catch (...) {
+            if (lock.is()) lock->removeActionLock();
+            throw;
+        }
+        if (lock.is()) lock->removeActionLock();
     });
 }
 

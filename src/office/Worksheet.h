@@ -134,8 +134,9 @@ class Worksheet final {
     [[nodiscard]] int ChartCount() const;
     [[nodiscard]] Chart ChartAt(int number) const;
 
-    /// Raises the ends of texts as marks of footnotes, small, plain and in this colour. Thousands take about a second.
-    void MarkEnds(const std::vector<EndMark>& marks, int colorIndex);
+    /// Raises the ends of texts as marks of footnotes, small and in this colour; `regular` also takes bold and italic
+    /// off them. Thousands take about a second.
+    void MarkEnds(const std::vector<EndMark>& marks, int colorIndex, bool regular);
 
     Shape AddPicture(const QString& name, const QByteArray& picture, const QRectF& place);
     Shape AddShape(const QString& name, ShapeKind kind, const QRectF& place);

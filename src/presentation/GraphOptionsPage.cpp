@@ -80,10 +80,22 @@ GraphOptions GraphOptionsPage::Options() const {
     return options;
 }
 
-void GraphOptionsPage::SuggestKind(ChartKind kind) {
-    if (kindChosen_) return;
+void GraphOptionsPage::ShowKind(ChartKind kind) {
     for (int i = 0; i < ui_->lstKinds->count(); ++i)
         if (kKinds[i].kind == kind) ui_->lstKinds->setCurrentRow(i);
+}
+
+void GraphOptionsPage::SetOptions(const GraphOptions& options, bool kindChosen) {
+    ShowKind(options.kind);
+    kindChosen_ = kindChosen;
+    ui_->chkFormatTable->setChecked(options.formatTable);
+    ui_->chkSort->setChecked(options.sort);
+    sort_ = {options.sortColumn, options.sortAscending};
+}
+
+void GraphOptionsPage::SuggestKind(ChartKind kind) {
+    if (kindChosen_) return;
+    ShowKind(kind);
     kindChosen_ = false;
 }
 

@@ -22,6 +22,9 @@ class GraphOptionsPage final : public QWidget {
     ~GraphOptionsPage() override;
 
     [[nodiscard]] GraphOptions Options() const;
+    /// Shows these in the controls; with `kindChosen` no kind is suggested any more.
+    void SetOptions(const GraphOptions& options, bool kindChosen);
+    [[nodiscard]] bool KindChosen() const { return kindChosen_; }
     /// The kind that the wizard suggests; one that the user chose stays.
     void SuggestKind(office::ChartKind kind);
     void SetFormCaptions();
@@ -33,6 +36,7 @@ class GraphOptionsPage final : public QWidget {
 
   private:
     void FillKinds();
+    void ShowKind(office::ChartKind kind);
 
     std::unique_ptr<Ui::GraphOptionsPage> ui_;
     SortOrder sort_;

@@ -206,27 +206,51 @@ QString GraphPlan::SecondAxisTitle() const {
     return SecondAxisSeries().empty() ? QString() : Ended(UnitsShown().back(), kLongestLine / 2);
 }
 
-QString GraphPlan::Question() const {
-    QStringList reasons;
-    if (const QString crowd = CrowdQuestion(); !crowd.isEmpty()) reasons << crowd;
+std::vector<GraphPlan::Doubt> GraphPlan::Doubts() const {
+    std::vector<Doubt> doubts;
+    if (const auto crowd = FindCrowd()) doubts.push_back(*crowd);
     if (kind_ == ChartKind::Pie && table_.RowCount() > 1 && table_.ColumnCount() > 1)
-        reasons << Text("TS_PieShowsOne").replace(QStringLiteral("%1"), SeriesInRows() ? LabelOf(0) : HeadOf(0));
-    if (!Compares() && SecondAxisSeries().empty() && UnitsShown().size() > 1)
-        reasons << Text("TS_SeveralUnits").replace(QStringLiteral("%1"), Joined(UnitsShown()));
-    if (!reasons.isEmpty()) reasons << Text("TS_DrawAllTheSame");
-    return reasons.join(QStringLiteral("\n\n"));
+        doubts.push_back(Doubt::PieShowsOne);
+    if (!Compares() && SecondAxisSeries().empty() && UnitsShown().size() > 1) doubts.push_back(Doubt::SeveralUnits);
+    return doubts;
 }
 
-QString GraphPlan::CrowdQuestion() const {
+std::optional<GraphPlan::Doubt> GraphPlan::FindCrowd() const {
     const int along = PointsAlong();
-    const int series = SeriesCount();
+    const int values = along * SeriesCount();
     const bool times = table_.columnFields == std::vector<PivotField>{PivotField::TimePeriod};
     const bool bars = kind_ == ChartKind::Column || kind_ == ChartKind::Bar;
-    if (LegendNames() > kColors) return WithNumber("TS_ManySeries", LegendNames());
-    if (bars && along * series > kMostBars) return WithNumber("TS_ManyBars", along * series);
-    if (kind_ == ChartKind::Bar && along > kMostLying) return WithNumber("TS_ManyNames", along);
-    if (kind_ != ChartKind::Scatter && !times && along > kMostNames) return WithNumber("TS_ManyNames", along);
-    return along * series > kMostPoints ? WithNumber("TS_ManyPoints", along * series) : QString();
+    if (LegendNames() > kColors) return Doubt::ManySeries;
+    if (bars && values > kMostBars) return Doubt::ManyBars;
+    if (kind_ == ChartKind::Bar && along > kMostLying) return Doubt::ManyNames;
+    if (kind_ != ChartKind::Scatter && !times && along > kMostNames) return Doubt::ManyNames;
+    return values > kMostPoints ? std::optional(Doubt::ManyPoints) : std::nullopt;
+}
+
+QString GraphPlan::TextOf(Doubt doubt) const {
+    switch (doubt) {
+    case Doubt::ManySeries:
+        return WithNumber("TS_ManySeries", LegendNames());
+    case Doubt::ManyBars:
+        return WithNumber("TS_ManyBars", PointsAlong() * SeriesCount());
+    case Doubt::ManyNames:
+        return WithNumber("TS_ManyNames", PointsAlong());
+    case Doubt::ManyPoints:
+        return WithNumber("TS_ManyPoints", PointsAlong() * SeriesCount());
+    case Doubt::PieShowsOne:
+        return Text("TS_PieShowsOne").replace(QStringLiteral("%1"), SeriesInRows() ? LabelOf(0) : HeadOf(0));
+    case Doubt::SeveralUnits:
+        return Text("TS_SeveralUnits").replace(QStringLiteral("%1"), Joined(UnitsShown()));
+    }
+    return {};
+}
+
+QString GraphPlan::Question() const {
+    QStringList texts;
+    for (const Doubt doubt : Doubts())
+        texts << TextOf(doubt);
+    if (!texts.isEmpty()) texts << Text("TS_DrawAllTheSame");
+    return texts.join(QStringLiteral("\n\n"));
 }
 
 QStringList GraphPlan::Parts(int row, const std::vector<int>& fields) const {
@@ -316,11 +340,21 @@ bool GraphPlan::HasLongNumbers() const {
     });
 }
 
+/// True when the name of a pie's only series says which indicator it shows.
+bool GraphPlan::NamesIndicator() const {
+    return kind_ == ChartKind::Pie &&
+           Has(SeriesInRows() ? table_.rowFields : table_.columnFields, PivotField::Indicator);
+}
+
 QString GraphPlan::Title() const {
-    QStringList indicators = subject_.indicators.mid(0, kNamedIndicators);
-    if (subject_.indicators.size() > kNamedIndicators) indicators.back() = kEllipsis;
-    QStringList parts = indicators;
-    if (kind_ == ChartKind::Pie) parts << (SeriesInRows() ? Parts(0, labelFields_) : QStringList{HeadOf(0)});
+    QStringList parts;
+    if (!NamesIndicator()) {
+        parts = subject_.indicators.mid(0, kNamedIndicators);
+        if (subject_.indicators.size() > kNamedIndicators) parts.back() = kEllipsis;
+    }
+    if (kind_ == ChartKind::Pie)
+        parts << (SeriesInRows() ? Parts(0, labelFields_) : table_.columns.front().head.split(QLatin1Char('\n')));
+    if (NamesIndicator()) parts.prepend(table_.IndicatorOf(0, 0));
     for (const QString& value : {subject_.subpop, subject_.area, subject_.time})
         if (!value.isEmpty()) parts << value;
     parts.removeDuplicates();

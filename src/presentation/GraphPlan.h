@@ -45,8 +45,10 @@ class GraphPlan final {
     [[nodiscard]] QString ValueAxisTitle() const;
     [[nodiscard]] QString SecondAxisTitle() const;
 
-    /// What the user should be asked before the chart is drawn, since it couldn't be read or would mislead: a question
-    /// in the user's language, empty for none.
+    /// Why the chart couldn't be read or would mislead.
+    enum class Doubt { ManySeries, ManyBars, ManyNames, ManyPoints, PieShowsOne, SeveralUnits };
+    [[nodiscard]] std::vector<Doubt> Doubts() const;
+    /// The doubts as a question for the user, in the user's language; empty for none.
     [[nodiscard]] QString Question() const;
 
     /// A column of texts is needed that name the rows: several fields stand there, or a name is too long.
@@ -80,7 +82,9 @@ class GraphPlan final {
     [[nodiscard]] QStringList UnitsOfCell(int row, int column) const;
     [[nodiscard]] QStringList UnitsOfSeries(int series) const;
     [[nodiscard]] QStringList UnitsShown() const;
-    [[nodiscard]] QString CrowdQuestion() const;
+    [[nodiscard]] std::optional<Doubt> FindCrowd() const;
+    [[nodiscard]] QString TextOf(Doubt doubt) const;
+    [[nodiscard]] bool NamesIndicator() const;
 
     const PivotTable& table_;
     const GraphSubject& subject_;

@@ -11,10 +11,16 @@ namespace {
 
 constexpr int kMostIndicators = 255;
 
-bool IndicatorsHaveSeveralSubpops() {
-    Records subpops = Select(QStringLiteral("SELECT DISTINCT SubpopGId FROM Indicator_Unit_Subpop WHERE IndicatorGId "
-                                            "IN (SELECT IndicatorGId FROM _SelIUSNId)"));
-    return subpops.isOpen() && subpops.rows().RecordCount() > 1;
+/// The subpopulation that most combinations of the database have ("Total") says nothing.
+QString TellingSubpop() {
+    const QString only = GetDistinctVal(PivotField::Subpop);
+    if (only.isEmpty()) return {};
+    const Records usual = Select(QStringLiteral("SELECT SubpopGId, Count(*) FROM Indicator_Unit_Subpop GROUP BY "
+                                                "SubpopGId ORDER BY Count(*) DESC"));
+    const Records chosen = Select(QStringLiteral("SELECT SubpopGId FROM _SelIUSNId WHERE Subpop = '") +
+                                  QuoteDoubled(only) + QLatin1Char('\''));
+    const bool same = !usual.atEnd() && !chosen.atEnd() && usual.Text(std::size_t{0}) == chosen.Text(std::size_t{0});
+    return same ? QString() : only;
 }
 
 QHash<QString, QStringList> UnitsOfIndicators() {
@@ -45,7 +51,7 @@ GraphSubject ReadGraphSubject(const PivotTable& table) {
     subject.indicators = DistinctValues(PivotField::Indicator, kMostIndicators);
     subject.area = GetDistinctVal(PivotField::AreaName);
     subject.time = GetDistinctVal(PivotField::TimePeriod);
-    if (IndicatorsHaveSeveralSubpops()) subject.subpop = GetDistinctVal(PivotField::Subpop);
+    subject.subpop = TellingSubpop();
     subject.units = UnitsOfIndicators();
     subject.sources = SourcesOfSelection();
     subject.notes = NotesOf(table);

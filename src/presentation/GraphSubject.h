@@ -10,8 +10,8 @@ namespace tessaro {
 /// What a graph is about, for its title, its axes and the lines below it.
 struct GraphSubject {
     QStringList indicators; ///< names, in the order of the database
-    /// The one value of the whole selection; empty where there are several. The subpopulation is named only where its
-    /// indicators have others beside it.
+    /// The one value of the whole selection; empty where there are several. The subpopulation that most
+    /// combinations of the database have is left out.
     QString area, time, subpop;
     QHash<QString, QStringList> units; ///< by indicator
     QStringList sources;

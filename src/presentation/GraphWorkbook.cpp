@@ -15,9 +15,8 @@ namespace {
 constexpr int kWhite = 2;
 constexpr int kDarkRed = 9;
 constexpr int kGray = 16;
-constexpr double kGapHeight = 5; ///< points, of the empty rows below the title
-constexpr int kNamesBelow = 12;  ///< names that a legend below the plot has room for
-constexpr int kMostNames = 24;   ///< names that a legend beside the plot has room for, in small letters
+constexpr int kNamesBelow = 12; ///< names that a legend below the plot has room for
+constexpr int kMostNames = 24;  ///< names that a legend beside the plot has room for, in small letters
 constexpr double kManyNamesSize = 7;
 constexpr QRectF kChartPlace(6, 6, 670, 355); ///< points; what the preview has room for, and a landscape page
 
@@ -68,8 +67,7 @@ void GraphWorkbook::Write() {
     widths_.WriteTo(sheet_, font);
     sheet_.Cells(HeaderRow, 1).AutoFitRows();
     SetTallRows(sheet_, HeaderRow + 1, LastRow(), LastColumn(), font);
-    for (int row = 2; row < HeaderRow; ++row)
-        sheet_.SetRowHeight(row, kGapHeight);
+    SetGap(sheet_, 2, HeaderRow - 1);
     AddChart();
     progress_.Label("Setting the Body Font - sheet 2");
     WriteDataList(book_, 3, font);
@@ -235,14 +233,18 @@ office::Chart GraphWorkbook::DrawSeries(office::Worksheet& sheet) const {
     return chart;
 }
 
+// Sources and notes stand at the foot of the chart, below the title of the axis that lies there.
 void GraphWorkbook::NameAxes(office::Chart& chart) const {
     const QString below = plan_.SourceLines();
-    if (plan_.Compares()) {
-        const QString along = plan_.VariableOf(0) + (below.isEmpty() ? QString() : QStringLiteral("\n\n") + below);
-        chart.SetAxisTitles(along, plan_.SeriesCount() == 1 ? plan_.VariableOf(1) : QString());
-    } else if (options_.kind != office::ChartKind::Pie) {
+    const auto above = [&below](const QString& title) {
+        return title.isEmpty() || below.isEmpty() ? title + below : title + QStringLiteral("\n\n") + below;
+    };
+    if (plan_.Compares())
+        chart.SetAxisTitles(above(plan_.VariableOf(0)), plan_.SeriesCount() == 1 ? plan_.VariableOf(1) : QString());
+    else if (options_.kind == office::ChartKind::Bar)
+        chart.SetAxisTitles({}, above(plan_.ValueAxisTitle()));
+    else if (options_.kind != office::ChartKind::Pie)
         chart.SetAxisTitles(below, plan_.ValueAxisTitle());
-    }
     if (const std::vector<int> second = plan_.SecondAxisSeries(); !second.empty())
         chart.SetSecondAxis(second, plan_.SecondAxisTitle());
 }

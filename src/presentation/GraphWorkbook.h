@@ -12,6 +12,8 @@ struct GraphOptions {
     bool sort = false;       ///< chkSort: by the column of values sortColumn, counted from 0
     int sortColumn = 0;
     bool sortAscending = true;
+
+    bool operator==(const GraphOptions&) const = default;
 };
 
 /// Columns, or lines when time stands on the axis that the graph runs along.

@@ -1,9 +1,11 @@
 #include "presentation/PivotTable.h"
 
+#include "platform/NaturalOrder.h"
 #include "session/Query.h"
 #include "session/Strings.h"
 
 #include <QCollator>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <numeric>
@@ -100,12 +102,27 @@ int PivotTable::ValueCount() const {
     return static_cast<int>(count);
 }
 
+namespace {
+
+/// A head for comparing: "10,000" is one number, not two.
+QStringList SortedHead(const QString& head) {
+    static const QRegularExpression group(QStringLiteral("(?<=\\d)[,\u00A0\u202F](?=\\d{3}(?!\\d))"));
+    return QString(head).remove(group).split(QLatin1Char('\n'));
+}
+
+} // namespace
+
+// Field by field, in each as people count.
 void PivotTable::SortColumns() {
-    QCollator collator;
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    const QCollator collator = NaturalOrder();
+    std::vector<QStringList> heads;
+    for (const PivotColumn& column : columns)
+        heads.push_back(SortedHead(column.head));
     std::vector<std::size_t> order = Numbers(columns.size());
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        return collator.compare(columns[a].head, columns[b].head) < 0;
+        return std::lexicographical_compare(
+            heads[a].begin(), heads[a].end(), heads[b].begin(), heads[b].end(),
+            [&](const QString& one, const QString& other) { return collator.compare(one, other) < 0; });
     });
     Reorder(columns, order);
     for (std::vector<PivotCell>& row : cells)

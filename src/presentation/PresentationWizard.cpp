@@ -47,6 +47,7 @@ void PresentationWizard::Form_Load(const QString& fieldsKey, QWidget* options, c
     else
         first.SetDefaultAxes();
     fields_->SetArrangement(first);
+    untouched_ = DraftText();
     Begin();
 }
 
@@ -54,7 +55,7 @@ bool PresentationWizard::GoForward(int step) {
     SetStatus(PlainText(QStringLiteral("COMM_PROCESSING")));
     switch (step) {
     case OptionStep:
-        return LeaveFields();
+        return SuggestsOptions();
     case PreviewStep:
         return BuildAndShow();
     case SaveStep:
@@ -62,6 +63,18 @@ bool PresentationWizard::GoForward(int step) {
     default:
         return false;
     }
+}
+
+// What the wizard suggests is none of the user's own choices.
+bool PresentationWizard::SuggestsOptions() {
+    const bool untouched = DraftText() == untouched_;
+    const bool left = LeaveFields();
+    if (untouched) untouched_ = DraftText();
+    return left;
+}
+
+QString PresentationWizard::CancelQuestion() const {
+    return WorkbookFile().isEmpty() && DraftText() == untouched_ ? QString() : WizardFrame::CancelQuestion();
 }
 
 void PresentationWizard::GoBack(int left, int /*entered*/) {

@@ -13,6 +13,10 @@ class RowsColumnsPage;
 class PresentationWizard : public HostedWizard {
     Q_OBJECT
 
+  public:
+    /// All that the user has chosen so far, as lines of text.
+    [[nodiscard]] virtual QString DraftText() const = 0;
+
   protected:
     enum Steps { FieldStep = 1, OptionStep, PreviewStep, SaveStep };
 
@@ -32,6 +36,8 @@ class PresentationWizard : public HostedWizard {
     /// Keeps the chosen column, and shows its head; without one it is the first.
     virtual void SetSorting(const SortOrder& sort, const QString& head) = 0;
 
+    /// Nothing is asked of a user who has entered nothing.
+    [[nodiscard]] QString CancelQuestion() const override;
     [[nodiscard]] bool GoForward(int step) override;
     void GoBack(int left, int entered) override;
     [[nodiscard]] bool MayFinish() const override { return Step() < SaveStep; }
@@ -43,8 +49,10 @@ class PresentationWizard : public HostedWizard {
     /// BuildWorkbook with progress shown; the user may give it up.
     [[nodiscard]] ShowOutcome Build(RowsColumns& arrangement);
     [[nodiscard]] bool Save();
+    [[nodiscard]] bool SuggestsOptions();
 
     const WizardKind kind_;
+    QString untouched_; ///< the draft as the wizard itself has made it
     RowsColumnsPage* fields_;
     QString sortHead_; ///< of the column that was chosen to sort by; empty for the first one
 };

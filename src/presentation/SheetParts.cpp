@@ -8,6 +8,9 @@
 #include "session/Settings.h"
 #include "session/Strings.h"
 
+#include <QFontMetricsF>
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -27,7 +30,10 @@ constexpr double kColumnGap = 2;     ///< digits that a column is wider than its
 constexpr double kUsualSize = 10;    ///< points of the font whose digits widths are counted in
 constexpr double kBoldFactor = 1.1;  ///< how much wider bold texts are
 constexpr double kLeastScale = 0.65; ///< a table that would be printed smaller goes over several pages
-constexpr double kTallRow = 1.8;     ///< height of a row in sizes of a font with high letters
+constexpr int kMeasuredPixels = 100;
+constexpr double kDigitWidth = 0.556; ///< of a font's size
+constexpr double kGapHeight = 11;     ///< points, of the line between titles and table
+constexpr double kTallRow = 1.8;      ///< height of a row in sizes of a font with high letters
 
 QString Plain(const char* key) {
     return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
@@ -48,8 +54,28 @@ double SizeFactor(const TableFont& font) {
     return std::max(font.size, 6.0) / kUsualSize * (font.bold ? kBoldFactor : 1);
 }
 
+/// Scripts whose letters change their width with their neighbours.
+bool HasJoinedLetters(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar letter) {
+        return letter.script() == QChar::Script_Arabic || letter.script() == QChar::Script_Devanagari;
+    });
+}
+
+/// The same by the language's own font, where there is one to measure with.
+double MeasuredWidth(const QString& text) {
+    QFont font(ProductFont);
+    font.setPixelSize(kMeasuredPixels);
+    const QFontMetricsF metrics(font);
+    double widest = 0;
+    for (const QString& line : text.split(QLatin1Char('\n')))
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    return widest / (kMeasuredPixels * kDigitWidth);
+}
+
 /// Width of the longest line, in digits.
 double WidthOf(const QString& text) {
+    if (HasJoinedLetters(text) && qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return MeasuredWidth(text);
     double widest = 0;
     double width = 0;
     for (const QChar letter : text) {
@@ -182,11 +208,25 @@ office::Cell ValueCell(const QString& value) {
     return value.left(kLongestText);
 }
 
+int DecimalsOf(const QString& value) {
+    const QString text = value.trimmed();
+    const qsizetype point = text.indexOf(QLatin1Char('.'));
+    if (point < 0 || !ReadsAsNumber(text) || text.contains(QLatin1Char('e'), Qt::CaseInsensitive)) return 0;
+    return static_cast<int>(std::min<qsizetype>(text.size() - point - 1, kMostDecimals));
+}
+
+QString WithZeros(const QString& value, int decimals) {
+    const QString text = value.trimmed();
+    const int has = DecimalsOf(text);
+    if (has >= decimals || !ReadsAsNumber(text) || text.contains(QLatin1Char('e'), Qt::CaseInsensitive)) return value;
+    const bool point = text.contains(QLatin1Char('.'));
+    return text + (point ? QString() : QStringLiteral(".")) + QString(decimals - has, QLatin1Char('0'));
+}
+
 QString ValueFormat(const QString& value) {
     const QString text = value.trimmed();
     if (!ReadsAsNumber(text) || text.contains(QLatin1Char('e'), Qt::CaseInsensitive)) return QStringLiteral("General");
-    const qsizetype point = text.indexOf(QLatin1Char('.'));
-    const qsizetype decimals = point < 0 ? 0 : std::min<qsizetype>(text.size() - point - 1, kMostDecimals);
+    const int decimals = DecimalsOf(text);
     const QString whole = SysNumFormat ? QStringLiteral("#,##0") : QStringLiteral("0");
     return decimals == 0 ? whole : whole + QLatin1Char('.') + QString(decimals, QLatin1Char('0'));
 }
@@ -214,7 +254,8 @@ bool ColumnWidths::Wraps(int column) const {
 double ColumnWidths::SheetWidth(int column, const TableFont& font) const {
     const auto found = widths_.find(column);
     if (found == widths_.end()) return 0;
-    return (found->second + kColumnGap) * SizeFactor(font);
+    // Texts are as large as the language's font says, numbers as large as the table's.
+    return (found->second + kColumnGap) * std::max(SizeFactor(font), SizeFactor(TextFont(font)));
 }
 
 int ColumnWidths::PagesFor(int titleColumns, const TableFont& font) const {
@@ -308,6 +349,11 @@ void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn, int pa
                         .titleRows = titleRows,
                         .titleColumns = pagesWide > 1 ? firstColumn - 1 : 0,
                         .centered = titleRows == 0});
+}
+
+void SetGap(office::Worksheet& sheet, int first, int last) {
+    sheet.SetRowHeight(first, kGapHeight);
+    if (last > first) sheet.HideRows(first + 1, last);
 }
 
 void SetLeading(office::CellStyle& look) {

@@ -52,6 +52,10 @@ class LookCollector final {
 
 /// A data value as a cell: a number where it reads as one, else its text.
 [[nodiscard]] office::Cell ValueCell(const QString& value);
+/// The decimals that a value has: none for a text or a number with an exponent.
+[[nodiscard]] int DecimalsOf(const QString& value);
+/// A number with zeros behind it up to so many decimals; all else as it stands.
+[[nodiscard]] QString WithZeros(const QString& value, int decimals);
 /// The number format that shows a value with the decimals that it has; "General" where it has an exponent or is text.
 [[nodiscard]] QString ValueFormat(const QString& value);
 
@@ -101,6 +105,9 @@ void WriteSourceSheet(office::Worksheet sheet, const TableFont& font);
 /// side, the columns before `firstColumn`) are repeated on each page and stay in view. A sheet without them lies in the
 /// middle of its page. For an empty sheet: on a full one each setting breaks all its pages anew.
 void SetUpSheet(office::Worksheet& sheet, int titleRows, int firstColumn, int pagesWide = 1);
+/// Rows that part the titles from a table: one narrow line, whose number can still be read beside it on the screen, and
+/// the others out of sight.
+void SetGap(office::Worksheet& sheet, int first, int last);
 /// Lets texts begin on the side where the language begins its lines.
 void SetLeading(office::CellStyle& look);
 /// Gives rows room for a language's font whose letters are much higher than the digits beside them.

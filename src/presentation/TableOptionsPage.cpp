@@ -101,6 +101,7 @@ void TableOptionsPage::SetFormCaptions() {
     SetCaption(ui_->CmdSort, QStringLiteral("Sort"));
     SetCaption(ui_->chkAddColor, QStringLiteral("AddColor"));
     SetCaption(ui_->cmdAddColor, QStringLiteral("Apply Color"));
+    SetCaption(ui_->chkSameDecimals, QStringLiteral("TS_SameDecimals"));
 }
 
 void TableOptionsPage::ChooseFont(QWidget* field, const QString& key) {
@@ -119,7 +120,29 @@ TableOptions TableOptionsPage::Options() const {
     options.sortColumn = sort_.column;
     options.sortAscending = sort_.ascending;
     options.addColor = ui_->chkAddColor->isChecked();
+    options.sameDecimals = ui_->chkSameDecimals->isChecked();
     return options;
+}
+
+void TableOptionsPage::SetOptions(const TableOptions& options, bool titleTyped) {
+    const auto give = [](QWidget* field, const TableFont& font) {
+        QFont made(font.name);
+        made.setPointSizeF(font.size);
+        made.setBold(font.bold);
+        made.setItalic(font.italic);
+        GiveFont(field, made);
+    };
+    ui_->txtTitle->setText(options.title);
+    ui_->txtSubTitle->setText(options.subTitle);
+    give(ui_->txtTitle, options.titleFont);
+    give(ui_->txtSubTitle, options.subTitleFont);
+    give(ui_->txtBody, options.bodyFont);
+    ui_->chkFormatTable->setChecked(options.formatTable);
+    ui_->chkSort->setChecked(options.sort);
+    ui_->chkAddColor->setChecked(options.addColor);
+    ui_->chkSameDecimals->setChecked(options.sameDecimals);
+    sort_ = {options.sortColumn, options.sortAscending};
+    bTitleChanged_ = titleTyped;
 }
 
 void TableOptionsPage::SuggestTitles(const QString& title, const QString& subTitle) {

@@ -23,6 +23,8 @@ class TableOptionsPage final : public QWidget {
 
     /// What the controls say; the ranges of colours are none of this page's.
     [[nodiscard]] TableOptions Options() const;
+    /// Shows these in the controls; with `titleTyped` no titles are suggested any more.
+    void SetOptions(const TableOptions& options, bool titleTyped);
     /// Titles that the wizard suggests; those that the user wrote stay.
     void SuggestTitles(const QString& title, const QString& subTitle);
     [[nodiscard]] bool TitleChanged() const { return bTitleChanged_; }

@@ -29,7 +29,6 @@ constexpr int kMostMerged = 24;
 constexpr std::size_t kMarksAtOnce = 400; ///< so that progress is seen and the work can be cancelled between them
 constexpr double kLineEnds = 0.1;         ///< of a line, lost where words don't break
 constexpr double kLineHeight = 1.5;       ///< in sizes of the font
-constexpr double kGapHeight = 5;          ///< points, of the empty rows below the titles
 
 QString Plain(const char* key) {
     return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
@@ -52,6 +51,7 @@ void TableWorkbook::Write() {
             book_.SetColors(FirstRangeSlot + i, options_.ranges.colors[static_cast<std::size_t>(i)]);
     book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
+    FindDecimals();
     MeasureColumns();
     SetUpSheet(sheet_, TableLayout::HeaderRow, table_.FieldCount() + 1,
                widths_.PagesFor(table_.FieldCount(), options_.bodyFont));
@@ -83,7 +83,8 @@ void TableWorkbook::MeasureColumns() {
         for (std::size_t i = 0; i < table_.cells[row].size(); ++i) {
             const PivotCell& cell = table_.cells[row][i];
             const QString mark = cell.footnote != 0 ? QStringLiteral(" 9") : QString();
-            widths_.Add(fields + static_cast<int>(i) + 1, DisplayedValue(cell.value) + mark);
+            const QString value = ShownValue(static_cast<int>(row), static_cast<int>(i));
+            widths_.Add(fields + static_cast<int>(i) + 1, DisplayedValue(value) + mark);
         }
     }
 }
@@ -129,6 +130,18 @@ int TableWorkbook::FootnoteNumber(qint64 id) {
     return number;
 }
 
+void TableWorkbook::FindDecimals() {
+    decimals_.assign(static_cast<std::size_t>(table_.ColumnCount()), 0);
+    for (const std::vector<PivotCell>& row : table_.cells)
+        for (std::size_t column = 0; column < row.size(); ++column)
+            decimals_[column] = std::max(decimals_[column], DecimalsOf(row[column].value));
+}
+
+QString TableWorkbook::ShownValue(int row, int column) const {
+    const QString& value = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)].value;
+    return options_.sameDecimals ? WithZeros(value, decimals_[static_cast<std::size_t>(column)]) : value;
+}
+
 int TableWorkbook::SetCellBGColor(int row, int column) const {
     if (!options_.addColor) return -1;
     const ColorRanges* record = options_.ranges.Find(table_.IndicatorOf(row, column));
@@ -152,9 +165,9 @@ void TableWorkbook::WriteValues() {
         for (int column = 0; column < table_.ColumnCount(); ++column) {
             const PivotCell& cell = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
             const int sheetColumn = fields + column + 1;
-            line.push_back(cell.footnote != 0 ? MarkedCell(cell, first + row, sheetColumn) : ValueCell(cell.value));
+            line.push_back(cell.footnote != 0 ? MarkedCell(row, column) : ValueCell(cell.value));
             if (cell.value.isEmpty()) continue;
-            formats.Add(first + row, sheetColumn, {.numberFormat = ValueFormat(cell.value)});
+            formats.Add(first + row, sheetColumn, {.numberFormat = ValueFormat(ShownValue(row, column))});
             if (const int slot = SetCellBGColor(row, column); slot > -1)
                 colors.Add(first + row, sheetColumn, {.interiorColorIndex = slot});
         }
@@ -182,19 +195,21 @@ void TableWorkbook::WriteValues() {
 }
 
 // Every value that has a note is marked with the note's number; without a value the number stands alone.
-office::Cell TableWorkbook::MarkedCell(const PivotCell& cell, int row, int column) {
+office::Cell TableWorkbook::MarkedCell(int row, int column) {
+    const PivotCell& cell = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
     const QString number = QString::number(FootnoteNumber(cell.footnote));
-    marks_.push_back({row, column, static_cast<int>(number.size())});
-    return cell.value.isEmpty() ? number : DisplayedValue(cell.value) + QLatin1Char(' ') + number;
+    marks_.push_back(
+        {TableLayout::FirstDataRow + row, table_.FieldCount() + column + 1, static_cast<int>(number.size())});
+    return cell.value.isEmpty() ? number : DisplayedValue(ShownValue(row, column)) + QLatin1Char(' ') + number;
 }
 
 void TableWorkbook::WriteMarks() {
+    const bool regular = options_.bodyFont.bold || options_.bodyFont.italic;
     for (std::size_t start = 0; start < marks_.size(); start += kMarksAtOnce) {
-        const std::size_t end = std::min(start + kMarksAtOnce, marks_.size());
-        sheet_.MarkEnds(
-            {marks_.begin() + static_cast<std::ptrdiff_t>(start), marks_.begin() + static_cast<std::ptrdiff_t>(end)},
-            kRed);
-        progress_.Child(static_cast<int>(100 * end / marks_.size()));
+        const auto from = marks_.begin() + static_cast<std::ptrdiff_t>(start);
+        const auto count = std::min<std::ptrdiff_t>(kMarksAtOnce, marks_.end() - from);
+        sheet_.MarkEnds({from, from + count}, kRed, regular);
+        progress_.Child(static_cast<int>(100 * (start + static_cast<std::size_t>(count)) / marks_.size()));
     }
 }
 
@@ -306,8 +321,7 @@ void TableWorkbook::Dress() {
     WrapLongLines();
     for (int i = 1; i <= table_.FieldCount(); ++i)
         if (widths_.Wraps(i)) sheet_.Cells(TableLayout::FirstDataRow, i, layout_.DataEnd, i).AutoFitRows();
-    for (int row = 3; row < TableLayout::HeaderRow; ++row)
-        sheet_.SetRowHeight(row, kGapHeight);
+    SetGap(sheet_, 3, TableLayout::HeaderRow - 1);
     DrawBorders();
 }
 

@@ -20,8 +20,11 @@ struct TableOptions {
     bool sort = false;       ///< chkSort: by the column of values sortColumn, counted from 0
     int sortColumn = 0;
     bool sortAscending = true;
-    bool addColor = false; ///< chkAddColor
+    bool addColor = false;     ///< chkAddColor
+    bool sameDecimals = false; ///< chkSameDecimals: the numbers of a column all show as many decimals as the longest
     ValueRanges ranges;
+
+    bool operator==(const TableOptions&) const = default;
 };
 
 /// Rows of the sheet.
@@ -52,7 +55,10 @@ class TableWorkbook final {
     void WriteValues();
     void WriteLegend();
     void WriteMarks();
-    [[nodiscard]] office::Cell MarkedCell(const PivotCell& cell, int row, int column);
+    [[nodiscard]] office::Cell MarkedCell(int row, int column);
+    void FindDecimals();
+    /// A value with the decimals that its column shows.
+    [[nodiscard]] QString ShownValue(int row, int column) const;
     [[nodiscard]] int WriteFootnotes();
     void WriteSources(int row);
     /// The columns of a line below the table, their digits, and the digits that a line may have in one row.
@@ -81,6 +87,7 @@ class TableWorkbook final {
     QHash<qint64, int> footnoteNumbers_;
     std::vector<office::EndMark> marks_;
     std::vector<std::pair<int, QString>> longLines_; ///< rows below the table that may be longer than a page is wide
+    std::vector<int> decimals_;                      ///< most in each column of values
     int lastRow_ = 0;
     ColumnWidths widths_;
 };

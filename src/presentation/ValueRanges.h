@@ -43,6 +43,7 @@ struct ColorRanges {
     [[nodiscard]] int SlotOf(double value) const;
     /// The slot of a range, counted from 0.
     [[nodiscard]] int SlotOfRange(int range) const;
+    bool operator==(const ColorRanges&) const = default;
 };
 
 /// The ranges of all indicators, and the colours of the slots 35 to 37.
@@ -53,6 +54,7 @@ struct ValueRanges {
     [[nodiscard]] static std::array<QColor, RangeCount> DefaultColors();
     /// The record of an indicator's name; the only one whatever the name, when there is just one. nullptr for none.
     [[nodiscard]] const ColorRanges* Find(const QString& indicator) const;
+    bool operator==(const ValueRanges&) const = default;
 };
 
 /// A record for each indicator of the selection, cut by equal count. Empty when the selection has no values.

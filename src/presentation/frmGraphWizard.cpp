@@ -10,7 +10,7 @@ namespace tessaro {
 namespace {
 
 bool AskToDraw(const QString& question) {
-    return ShowMessage(question, MessageType::YesNo, 104, {}, false) == MessageCode::Yes;
+    return AskBeforeLoss(question, MessageType::YesNo, {}, false) == MessageCode::Yes;
 }
 
 } // namespace
@@ -32,6 +32,15 @@ bool frmGraphWizard::LeaveFields() {
     }
     options_->SuggestKind(DefaultKind(arrangement));
     return true;
+}
+
+GraphDraft frmGraphWizard::Draft() const {
+    return {Fields().Arrangement(), options_->Options(), options_->KindChosen()};
+}
+
+void frmGraphWizard::SetDraft(const GraphDraft& draft) {
+    Fields().SetArrangement(draft.arrangement);
+    options_->SetOptions(draft.options, draft.kindChosen);
 }
 
 ShowOutcome frmGraphWizard::BuildWorkbook(RowsColumns& arrangement, const WizardProgress& progress) {

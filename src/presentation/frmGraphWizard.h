@@ -1,6 +1,7 @@
 #pragma once
 
 #include "presentation/PresentationWizard.h"
+#include "presentation/WizardDraft.h"
 
 namespace tessaro {
 
@@ -13,6 +14,11 @@ class frmGraphWizard final : public PresentationWizard {
 
   public:
     explicit frmGraphWizard(SavePresentation save, QWidget* parent = nullptr);
+
+    /// What its pages have made of the draft so far; shows another one on them.
+    [[nodiscard]] GraphDraft Draft() const;
+    void SetDraft(const GraphDraft& draft);
+    [[nodiscard]] QString DraftText() const override { return tessaro::DraftText(Draft()); }
 
   protected:
     [[nodiscard]] bool LeaveFields() override;

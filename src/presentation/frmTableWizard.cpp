@@ -48,10 +48,21 @@ bool frmTableWizard::NeedRanges() {
     return !ranges_.records.empty();
 }
 
+TableDraft frmTableWizard::Draft() const {
+    TableDraft draft{Fields().Arrangement(), options_->Options(), options_->TitleChanged()};
+    draft.options.ranges = ranges_;
+    return draft;
+}
+
+void frmTableWizard::SetDraft(const TableDraft& draft) {
+    Fields().SetArrangement(draft.arrangement);
+    options_->SetOptions(draft.options, draft.titleTyped);
+    ranges_ = draft.options.ranges;
+}
+
 ShowOutcome frmTableWizard::BuildWorkbook(RowsColumns& arrangement, const WizardProgress& progress) {
-    TableOptions options = options_->Options();
-    if (options.addColor && NeedRanges()) options.ranges = ranges_;
-    return ShowXLS(arrangement, options, progress);
+    if (options_->AddsColor()) NeedRanges();
+    return ShowXLS(arrangement, Draft().options, progress);
 }
 
 SortOrder frmTableWizard::Sorting() const {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "presentation/PresentationWizard.h"
-#include "presentation/ValueRanges.h"
+#include "presentation/WizardDraft.h"
 
 class QStackedWidget;
 
@@ -17,6 +17,11 @@ class frmTableWizard final : public PresentationWizard {
 
   public:
     explicit frmTableWizard(SavePresentation save, QWidget* parent = nullptr);
+
+    /// What its pages have made of the draft so far; shows another one on them.
+    [[nodiscard]] TableDraft Draft() const;
+    void SetDraft(const TableDraft& draft);
+    [[nodiscard]] QString DraftText() const override { return tessaro::DraftText(Draft()); }
 
   protected:
     [[nodiscard]] bool LeaveFields() override;

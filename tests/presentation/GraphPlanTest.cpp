@@ -120,7 +120,7 @@ TEST(GraphPlanTest, AsksOnlyAboutWhatNobodyCouldRead) {
     };
     const GraphSubject subject;
     for (const auto& c : cases)
-        EXPECT_EQ(!GraphPlan(c.table, subject, c.kind).Question().isNull(), c.asks) << c.what;
+        EXPECT_EQ(!GraphPlan(c.table, subject, c.kind).Doubts().empty(), c.asks) << c.what;
 }
 
 TEST(GraphPlanTest, TwoUnitsGetTwoAxesOfLinesAndAQuestionElsewhere) {
@@ -130,17 +130,17 @@ TEST(GraphPlanTest, TwoUnitsGetTwoAxesOfLinesAndAQuestionElsewhere) {
     EXPECT_EQ(lines.SecondAxisSeries(), (std::vector<int>{2, 4}));
     EXPECT_EQ(lines.ValueAxisTitle(), QStringLiteral("Dollars"));
     EXPECT_EQ(lines.SecondAxisTitle(), QStringLiteral("Hours a year"));
-    EXPECT_TRUE(lines.Question().isNull());
+    EXPECT_TRUE(lines.Doubts().empty());
     const GraphPlan columns(table, subject, K::Column);
     EXPECT_TRUE(columns.SecondAxisSeries().empty());
     EXPECT_EQ(columns.ValueAxisTitle(), QStringLiteral("Dollars, Hours a year"));
-    EXPECT_FALSE(columns.Question().isNull());
+    EXPECT_EQ(columns.Doubts(), (std::vector{GraphPlan::Doubt::SeveralUnits}));
     PivotTable along = Table({F::AreaName}, {F::Indicator}, 2, 2);
     along.columns = {{QStringLiteral("Income"), QStringLiteral("Income")},
                      {QStringLiteral("Hours"), QStringLiteral("Hours")}};
     const GraphPlan mixed(along, subject, K::Line); // each line has both units
     EXPECT_TRUE(mixed.SecondAxisSeries().empty());
-    EXPECT_FALSE(mixed.Question().isNull());
+    EXPECT_EQ(mixed.Doubts(), (std::vector{GraphPlan::Doubt::SeveralUnits}));
     EXPECT_EQ(GraphPlan(along, subject, K::Scatter).VariableOf(1), QStringLiteral("Hours (Hours a year)"));
 }
 
@@ -185,6 +185,9 @@ TEST(GraphPlanTest, TitlesNameTheIndicatorsAndNothingTwice) {
     PivotTable pie = Table({F::AreaName}, {F::TimePeriod}, 3, 1);
     pie.columns.front().head = QStringLiteral("2015");
     EXPECT_EQ(GraphPlan(pie, subject, K::Pie).Title().count(QStringLiteral("2015")), 1);
+    PivotTable slices = Table({F::Indicator}, {F::AreaName}, 2, 3);
+    slices.rowTexts = {{QStringLiteral("Hours")}, {QStringLiteral("Income")}};
+    EXPECT_FALSE(GraphPlan(slices, subject, K::Pie).Title().contains(QStringLiteral("Income"))); // which isn't shown
     subject.indicators << QStringLiteral("Third") << QStringLiteral("Fourth");
     EXPECT_EQ(GraphPlan(table, subject, K::Line).Title(), QStringLiteral("Hours, Income, \u2026, Female, Spain, 2015"));
 }

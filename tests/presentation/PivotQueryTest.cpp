@@ -163,4 +163,26 @@ TEST(PivotTableTest, SortsNumbersTextsThenNothing) {
     EXPECT_EQ(table.cells.front().back().value, QStringLiteral("n.a."));
 }
 
+TEST(PivotTableTest, ColumnsAreOrderedAsPeopleCount) {
+    const QStringList wanted{QStringLiteral("Households\nUnder 9,000"),
+                             QStringLiteral("Households\nUnder 10,000"),
+                             QStringLiteral("Households\nUnder 100,000"),
+                             QStringLiteral("Households 2\nUnder 500"),
+                             QStringLiteral("Households 10\nUnder 400"),
+                             QStringLiteral("Share\n900"),
+                             QStringLiteral("Share\n1,000")};
+    PivotTable table;
+    table.rowTexts = {{QStringLiteral("Area")}};
+    table.cells.resize(1);
+    for (const int at : {5, 2, 6, 0, 4, 1, 3}) {
+        table.columns.push_back({wanted[at], {}});
+        table.cells.front().push_back({QString::number(at), 0});
+    }
+    table.SortColumns();
+    for (int i = 0; i < wanted.size(); ++i) {
+        EXPECT_EQ(table.columns[static_cast<std::size_t>(i)].head, wanted[i]);
+        EXPECT_EQ(table.cells.front()[static_cast<std::size_t>(i)].value, QString::number(i));
+    }
+}
+
 } // namespace tessaro

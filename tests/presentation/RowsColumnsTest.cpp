@@ -55,6 +55,22 @@ TEST_F(RowsColumnsTest, DefaultsFollowWhatTheSelectionHasSeveralOf) {
     EXPECT_EQ(arrangement.Columns(), (Fields{F::Indicator, F::Unit, F::Subpop}));
 }
 
+TEST_F(RowsColumnsTest, GraphsRunAlongTheTimeOrElseTheAreas) {
+    RowsColumns axes;
+    axes.SetDefaultAxes(); // nothing selected: both axes have something all the same
+    EXPECT_FALSE(axes.Rows().empty() || axes.Columns().empty());
+    SelectEverything();
+    axes.SetDefaultAxes();
+    EXPECT_EQ(axes.Columns(), (Fields{F::TimePeriod}));
+    EXPECT_EQ(axes.Rows(), (Fields{F::AreaName, F::Indicator, F::Subpop})); // neither units nor sources
+    Run(QStringLiteral("DELETE * FROM _SelTimePeriod WHERE TimePeriodNId <> 2"));
+    axes.SetDefaultAxes();
+    EXPECT_EQ(axes.Columns(), (Fields{F::AreaName}));
+    Run(QStringLiteral("DELETE * FROM _SelArea WHERE AreaNId <> 2"));
+    axes.SetDefaultAxes();
+    EXPECT_EQ(axes.Columns(), (Fields{F::Indicator}));
+}
+
 TEST_F(RowsColumnsTest, AFieldThatWouldDropValuesGoesToTheRows) {
     SelectAreas();
     SelectTimes(QStringLiteral("WHERE TimePeriodNId = 2"));

@@ -314,6 +314,58 @@ TEST_F(WizardsTest, TheProcessDiesWhileATableIsBuilt) {
     }
 }
 
+TEST_F(WizardsTest, LeavingAsksOnlyWhenSomethingWasEntered) {
+    SelectEverything();
+    for (const int steps : {0, 1}) {
+        frmTableWizard table(save_);
+        table.show();
+        frmGraphWizard graph(save_);
+        graph.show();
+        for (int step = 0; step < steps; ++step) {
+            Click(table, "CmdNext");
+            Click(graph, "CmdNext");
+        }
+        Click(table, "CmdCancel");
+        Click(graph, "CmdCancel");
+        EXPECT_FALSE(table.isVisible() || graph.isVisible());
+        EXPECT_EQ(messages, QStringList());
+    }
+    frmTableWizard changed(save_);
+    changed.show();
+    DoubleClick(changed, "LVColumns", QStringLiteral("IUS.Unit"));
+    Click(changed, "CmdCancel");
+    EXPECT_EQ(messages, QStringList{QStringLiteral("007")});
+}
+
+TEST_F(WizardsTest, ADraftGoesFromOneWizardToAnother) {
+    SelectEverything();
+    frmTableWizard first(save_);
+    DoubleClick(first, "LVColumns", QStringLiteral("IUS.Unit"));
+    Named<QCheckBox>(first, "chkSameDecimals")->setChecked(true);
+    Named<QCheckBox>(first, "chkSort")->setChecked(true);
+    Named<QLineEdit>(first, "txtTitle")->setText(QStringLiteral("Mine"));
+    const auto draft = ReadTableDraft(first.DraftText());
+    ASSERT_TRUE(draft);
+    frmTableWizard second(save_);
+    EXPECT_NE(second.DraftText(), first.DraftText());
+    second.SetDraft(*draft);
+    EXPECT_EQ(second.DraftText(), first.DraftText());
+    EXPECT_EQ(Keys(second, "LVAvailable"), QStringList{QStringLiteral("IUS.Unit")});
+}
+
+TEST_F(WizardsTest, AClickBesideTheKindsKeepsTheChosenOne) {
+    SelectEverything();
+    frmGraphWizard wizard(save_);
+    wizard.show();
+    Click(wizard, "CmdNext");
+    auto* kinds = Named<QListWidget>(wizard, "lstKinds");
+    QTest::mouseClick(kinds->viewport(), Qt::LeftButton, {}, kinds->visualItemRect(kinds->item(3)).center());
+    EXPECT_EQ(wizard.Draft().options.kind, office::ChartKind::Pie);
+    QTest::mouseClick(kinds->viewport(), Qt::LeftButton, {}, kinds->viewport()->rect().bottomRight() - QPoint(3, 3));
+    EXPECT_EQ(wizard.Draft().options.kind, office::ChartKind::Pie);
+    EXPECT_EQ(kinds->selectedItems(), QList<QListWidgetItem*>{kinds->item(3)});
+}
+
 TEST_F(WizardsTest, BuildingCanBeGivenUp) {
     SelectEverything();
     for (int area = 1000; area < 1400; ++area) {
