@@ -1,5 +1,6 @@
 #include "controls/Captions.h"
 
+#include "controls/AccessLetter.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
@@ -16,16 +17,6 @@
 namespace tessaro {
 
 namespace {
-
-/// A caption without "&" before its letter of access ("&&" stands for the character itself).
-QString WithoutMnemonic(const QString& caption) {
-    QString plain;
-    for (qsizetype i = 0; i < caption.size(); ++i) {
-        if (caption.at(i) == QLatin1Char('&') && i + 1 < caption.size()) ++i;
-        plain += caption.at(i);
-    }
-    return plain;
-}
 
 bool KeepsItsFont(const QWidget* control) {
     return qobject_cast<const QToolBar*>(control) != nullptr ||
@@ -60,7 +51,7 @@ void SetToolTip(QWidget* control, const QString& key) {
 }
 
 QString PlainText(const QString& key) {
-    return WithoutMnemonic(GetText(key));
+    return AccessLetter(GetText(key)).plain;
 }
 
 QString InReadingOrder(const QString& text) {

@@ -1,5 +1,6 @@
 #include "controls/FlatStyle.h"
 
+#include "controls/AccessLetter.h"
 #include "controls/Theme.h"
 
 #include <QAbstractSpinBox>
@@ -375,6 +376,11 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             }
             // On a pale ground the pictures keep their colours.
             QStyleOptionMenuItem pale(*item);
+            // The base style draws an underlined letter apart; joined letters do without the line.
+            const QString keys = pale.text.section(QLatin1Char('\t'), 1);
+            const AccessLetter letter(pale.text.section(QLatin1Char('\t'), 0, 0));
+            if (letter.JoinsItsNeighbours())
+                pale.text = keys.isEmpty() ? letter.plain : letter.plain + QLatin1Char('\t') + keys;
             pale.palette.setColor(QPalette::Highlight, theme::HoverSurface());
             pale.palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
             return QProxyStyle::drawControl(element, &pale, painter, widget);
@@ -403,6 +409,21 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     default:
         QProxyStyle::drawControl(element, option, painter, widget);
     }
+}
+
+void FlatStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool enabled,
+                             const QString& text, QPalette::ColorRole role) const {
+    const AccessLetter letter(text);
+    if (!(flags & Qt::TextShowMnemonic) || !letter.JoinsItsNeighbours())
+        return QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, text, role);
+    const int plain = flags & ~(Qt::TextShowMnemonic | Qt::TextHideMnemonic);
+    QProxyStyle::drawItemText(painter, rect, plain, palette, enabled, letter.plain, role);
+    const QRect place = itemTextRect(painter->fontMetrics(), rect, plain, enabled, letter.plain);
+    if ((flags & Qt::TextHideMnemonic) || place.height() >= 2 * painter->fontMetrics().height()) return;
+    painter->save();
+    if (role != QPalette::NoRole) painter->setPen(palette.color(role));
+    letter.Underline(*painter, place);
+    painter->restore();
 }
 
 void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,

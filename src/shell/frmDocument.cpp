@@ -79,10 +79,11 @@ QString PageStyle() {
 QString PageText(QString text) {
     text.remove(
         QRegularExpression(QStringLiteral("<style>.*?</style>"), QRegularExpression::DotMatchesEverythingOption));
+    text.replace(QLatin1String("<table>"), QLatin1String("<table width=\"100%\">"));
     if (!LanguageIsRightToLeft()) return text;
     text.replace(QRegularExpression(QStringLiteral("<tr><(t[dh])>(.*?)</t[dh]><t[dh]>(.*?)</t[dh]></tr>")),
                  QStringLiteral("<tr><\\1 align=\"right\">\\3</\\1><\\1 align=\"right\">\\2</\\1></tr>"));
-    return text.replace(QLatin1String("<table>"), QLatin1String("<table width=\"100%\">"));
+    return text;
 }
 
 /// The document as its kind has it: a web page, or plain text.
