@@ -48,11 +48,17 @@ def programs_of_cpp(text):
         elif not OWN.search(arguments.split(";")[0]):
             yield "? " + arguments.split("\n")[0]
     for found in PIPE.finditer(text):
-        word = re.match(r'\s*"\s*([\w./-]+)', found.group(1))
+        word = re.match(r'\s*"\s*([\w./-]+)', found.group(1)) or first_value(text, found.group(1))
         if word:
             yield word.group(1).rsplit("/", 1)[-1]
         elif not OWN.search(found.group(1)):
             yield "? " + found.group(1)
+
+
+def first_value(text, argument):
+    """The first word of the text that a variable begins with, when the argument begins with a variable."""
+    variable = re.match(r"\s*(\w+)", argument)
+    return variable and re.search(rf'\b{variable.group(1)}\s*[=({{]\s*"([\w./-]+)', text)
 
 
 def programs_of_python(text, own_modules):

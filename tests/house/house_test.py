@@ -71,6 +71,7 @@ class Programs(unittest.TestCase):
             ('QProcess self; self.start(QCoreApplication::applicationFilePath(), {});', []),
             ('QProcess it; it.start(name, {});', ["? name, {});"]),
             ('popen("file -b x", "r")', ["file"]),
+            ('const std::string make = "localedef -i " + name; std::system(make.c_str());', ["localedef"]),
             ("QElapsedTimer timer; timer.start();", []),
         ]
         for text, wanted in cases:
