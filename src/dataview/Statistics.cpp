@@ -77,11 +77,14 @@ QString StatisticsStatement(const QString& rowFilter) {
 
 // The statement orders by the indicator's name alone, so two indicators of one name, and the levels of one indicator,
 // may come mixed; they are put under their parents here.
-std::vector<StatsLine> ReadStatistics(const QString& rowFilter) {
+std::vector<StatsLine> ReadStatistics(const QString& rowFilter, UnreadableValues* unreadable) {
     std::vector<Line> lines;
     QMap<QString, int> placeOfIndicator; // by GId: the place of the statement's order
     Records rows = Select(StatisticsStatement(rowFilter));
-    if (!rows.isOpen()) rows = Select(StatisticsStatement(rowFilter + QLatin1String(kNumbersOnly)));
+    if (!rows.isOpen()) {
+        rows = Select(StatisticsStatement(rowFilter + QLatin1String(kNumbersOnly)));
+        if (unreadable != nullptr) *unreadable = FindUnreadableValues(rowFilter);
+    }
     for (; !rows.atEnd(); rows.MoveNext()) {
         lines.push_back(ReadLine(rows));
         if (!placeOfIndicator.contains(lines.back().indicatorGId))

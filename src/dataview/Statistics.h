@@ -18,10 +18,6 @@ struct StatsLine {
 
 /// The union of the three levels over the values in view, under a row filter.
 [[nodiscard]] QString StatisticsStatement(const QString& rowFilter);
-/// Its lines, each unit behind its indicator and each subpopulation behind its unit. Where values that are no numbers
-/// make it fail, the lines are those of the other values.
-[[nodiscard]] std::vector<StatsLine> ReadStatistics(const QString& rowFilter);
-
 /// Values in view that are no numbers, which have no part in the statistics.
 struct UnreadableValues {
     struct Value {
@@ -33,5 +29,9 @@ struct UnreadableValues {
 [[nodiscard]] UnreadableValues FindUnreadableValues(const QString& rowFilter);
 /// What the statistics say about them; empty when there are none.
 [[nodiscard]] QString TextOf(const UnreadableValues& values);
+
+/// The lines of the statement, each unit behind its indicator and each subpopulation behind its unit. Where values that
+/// are no numbers make it fail, the lines are those of the other values, and `unreadable` is told of them.
+[[nodiscard]] std::vector<StatsLine> ReadStatistics(const QString& rowFilter, UnreadableValues* unreadable = nullptr);
 
 } // namespace tessaro

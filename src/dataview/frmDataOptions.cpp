@@ -161,9 +161,8 @@ void frmData::DrawStats() {
     {
         const WaitState wait;
         TheFrame().SetProgress(20);
-        statistics_.SetLines(ReadStatistics(RowFilter));
-        TheFrame().SetProgress(80);
-        unreadable_ = FindUnreadableValues(RowFilter);
+        unreadable_ = {};
+        statistics_.SetLines(ReadStatistics(RowFilter, &unreadable_));
         TheFrame().SetProgress(100);
     }
     DataStats_->FitToFont();
