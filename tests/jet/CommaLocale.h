@@ -14,10 +14,9 @@ class CommaLocale {
     CommaLocale() : before_(std::setlocale(LC_ALL, nullptr)) {
         std::string form = (std::filesystem::temp_directory_path() / "localeXXXXXX").string();
         folder_ = ::mkdtemp(form.data());
-        const std::string make =
-            "localedef --no-archive -i de_DE -f UTF-8 '" + (folder_ / "de_DE.UTF-8").string() + "' 2>/dev/null";
         ::setenv("LOCPATH", folder_.c_str(), 1);
-        made_ = std::system(make.c_str()) == 0 && std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
+        made_ = std::system("localedef --no-archive -i de_DE -f UTF-8 \"$LOCPATH/de_DE.UTF-8\" 2>/dev/null") == 0;
+        made_ = made_ && std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
     }
     ~CommaLocale() {
         std::setlocale(LC_ALL, before_.c_str());

@@ -1,4 +1,4 @@
-#include "RandomStatements.h"
+#include "jet/RandomStatements.h"
 
 #include "jet/Error.h"
 
