@@ -33,12 +33,12 @@ class GroupFilter final {
         if (select_.groupBy.empty() || !select_.having) return;
         std::vector<ExpressionPtr> parts;
         TakeApart(std::move(select_.having), parts);
-        const auto first =
-            std::ranges::stable_partition(parts, [&](const ExpressionPtr& part) { return !HoldsForGroups(*part); });
+        const auto first = std::stable_partition(
+            parts.begin(), parts.end(), [&](const ExpressionPtr& part) { return !HoldsForGroups(*part); });
         std::vector<ExpressionPtr> before;
         if (select_.where) before.push_back(std::move(select_.where));
-        std::ranges::move(first, std::back_inserter(before));
-        parts.erase(first.begin(), first.end());
+        std::move(first, parts.end(), std::back_inserter(before));
+        parts.erase(first, parts.end());
         select_.having = AllOf(select_.at, std::move(parts));
         for (const ExpressionPtr& part : before)
             if (const ColumnName* fixed = FixedColumn(*part)) Ungroup(*fixed);
