@@ -18,10 +18,17 @@ namespace {
 constexpr QSize kPicture{72, 48};
 constexpr int kGap = theme::Grid;
 
-/// Date and time to the minute, as one piece in a line that runs from right to left.
+/// A text that keeps its own direction in a line of another.
+QString Isolated(const QString& text) {
+    constexpr char16_t kFirstStrongIsolate = 0x2068;
+    constexpr char16_t kEndOfIsolate = 0x2069;
+    return QChar(kFirstStrongIsolate) + text + QChar(kEndOfIsolate);
+}
+
+/// Date and time to the minute.
 QString TimeOf(const QDateTime& time) {
-    return QChar(0x2068) + LocaleOfLanguage().toString(time.date(), QStringLiteral("d MMM yyyy")) +
-           QStringLiteral("  ") + time.time().toString(QStringLiteral("HH:mm")) + QChar(0x2069);
+    return Isolated(LocaleOfLanguage().toString(time.date(), QStringLiteral("d MMM yyyy")) + QStringLiteral("  ") +
+                    time.time().toString(QStringLiteral("HH:mm")));
 }
 
 } // namespace
@@ -126,7 +133,7 @@ void PresentationDelegate::PaintTexts(QPainter* painter, const QStyleOptionViewI
         line.translate(0, metrics.height() + 2);
     };
     painter->setFont(item.font);
-    draw(entry.text, ink);
+    draw(Isolated(entry.text), ink);
     if (entry.IsFolder()) return;
     const QString time = TimeOf(entry.modified);
     draw(entry.kind.isNull() ? time : KindWord(entry.kind) + QStringLiteral(" · ") + time,

@@ -138,10 +138,10 @@ void frmGALMain::Find() {
 }
 
 void frmGALMain::ShowCaption() {
-    const QString caption =
-        currentPresentation_.isEmpty()
-            ? PlainText(QStringLiteral("Present"))
-            : PlainText(QStringLiteral("TS_GalleryCaption")).replace(QStringLiteral("%1"), currentPresentation_);
+    const QString caption = currentPresentation_.isEmpty()
+                                ? PlainText(QStringLiteral("Present"))
+                                : PlainText(QStringLiteral("TS_GalleryCaption"))
+                                      .replace(QStringLiteral("%1"), InOnePiece(currentPresentation_));
     setWindowTitle(caption);
     ui_->lblCaption->setText(caption);
 }
