@@ -33,8 +33,8 @@ class GroupFilter final {
         if (select_.groupBy.empty() || !select_.having) return;
         std::vector<ExpressionPtr> parts;
         TakeApart(std::move(select_.having), parts);
-        const auto first = std::stable_partition(
-            parts.begin(), parts.end(), [&](const ExpressionPtr& part) { return !HoldsForGroups(*part); });
+        const auto first = std::stable_partition(parts.begin(), parts.end(),
+                                                 [&](const ExpressionPtr& part) { return !HoldsForGroups(*part); });
         std::vector<ExpressionPtr> before;
         if (select_.where) before.push_back(std::move(select_.where));
         std::move(first, parts.end(), std::back_inserter(before));
