@@ -297,7 +297,7 @@ TEST_F(DialogTest, AFavouriteKeepsTheRowsThatTheViewShows) {
     ASSERT_TRUE(StartInDataView());
     auto& view = *Find<frmData>(QStringLiteral("frmData"));
     // A value that is missing and only has a note.
-    ASSERT_TRUE(Execute(QStringLiteral("UPDATE Data SET Datavalue = Null, FootnoteNId = 1 WHERE RowNId = 2")));
+    test::ChangeData(QStringLiteral("UPDATE Data SET Datavalue = Null, FootnoteNId = 1 WHERE RowNId = 2"));
     for (unsigned options = 0; options <= All; ++options) {
         SCOPED_TRACE(options);
         ASSERT_TRUE(Execute(QStringLiteral("UPDATE _SelIUSNId SET [Deleted] = %1 WHERE SourceNId = 2")
