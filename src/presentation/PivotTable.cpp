@@ -1,6 +1,7 @@
 #include "presentation/PivotTable.h"
 
 #include "platform/NaturalOrder.h"
+#include "session/DisplayValue.h"
 #include "session/Query.h"
 #include "session/Strings.h"
 
@@ -45,9 +46,8 @@ struct SortValue {
 
 SortValue SortValueOf(const QString& value) {
     if (value.isEmpty()) return {};
-    bool isNumber = false;
-    const double number = value.toDouble(&isNumber);
-    return isNumber ? SortValue{0, number, {}} : SortValue{1, 0, value};
+    const auto number = NumberOf(value);
+    return number ? SortValue{0, *number, {}} : SortValue{1, 0, value};
 }
 
 bool Before(const SortValue& a, const SortValue& b, bool ascending) {

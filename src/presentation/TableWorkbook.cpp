@@ -146,9 +146,8 @@ int TableWorkbook::SetCellBGColor(int row, int column) const {
     if (!options_.addColor) return -1;
     const ColorRanges* record = options_.ranges.Find(table_.IndicatorOf(row, column));
     const QString& value = table_.cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)].value;
-    bool isNumber = false;
-    const double number = value.toDouble(&isNumber);
-    return record && isNumber ? record->SlotOf(number) : -1;
+    const auto number = NumberOf(value);
+    return record && number ? record->SlotOf(*number) : -1;
 }
 
 void TableWorkbook::WriteValues() {

@@ -25,14 +25,13 @@ QString OfIndicator(const QString& gid) {
 }
 
 bool Number(const QString& text, double& number) {
-    bool good = false;
-    number = text.trimmed().toDouble(&good);
-    return good && std::isfinite(number);
+    const auto found = NumberOf(text);
+    number = found.value_or(0);
+    return found.has_value();
 }
 
 double ToNumber(const QString& text) {
-    double number = 0;
-    return Number(text, number) ? number : 0;
+    return NumberOf(text).value_or(0);
 }
 
 /// The step between the end of a range and the start of the next one.

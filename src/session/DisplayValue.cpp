@@ -59,6 +59,13 @@ bool ReadsAsNumber(const QString& datavalue) {
     return Split(datavalue).good;
 }
 
+std::optional<double> NumberOf(const QString& datavalue) {
+    if (!ReadsAsNumber(datavalue)) return std::nullopt;
+    bool read = false;
+    const double number = datavalue.trimmed().toDouble(&read);
+    return read && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
 QString WithSeparators(const QString& datavalue, const QLocale& locale) {
     const Parts parts = Split(datavalue);
     if (!parts.good) return datavalue;

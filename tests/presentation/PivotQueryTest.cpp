@@ -142,7 +142,7 @@ TEST(PivotTableTest, SplitsFootnotes) {
 TEST(PivotTableTest, SortsNumbersTextsThenNothing) {
     PivotTable table;
     table.columns = {{QStringLiteral("b"), {}}, {QStringLiteral("A"), {}}};
-    for (const char* value : {"9", "", "n.a.", "-1", "10"}) {
+    for (const char* value : {"9", "", "nan", "-1", "inf", "10"}) {
         table.rowTexts.push_back({QLatin1String(value)});
         table.cells.push_back({{QLatin1String(value), 0}, {QStringLiteral("x"), 0}});
     }
@@ -153,14 +153,14 @@ TEST(PivotTableTest, SortsNumbersTextsThenNothing) {
         return found.join(',').toStdString();
     };
     table.SortRows(0, true);
-    EXPECT_EQ(order(), "-1,9,10,n.a.,");
+    EXPECT_EQ(order(), "-1,9,10,inf,nan,");
     table.SortRows(0, false);
-    EXPECT_EQ(order(), "n.a.,10,9,-1,");
+    EXPECT_EQ(order(), "nan,inf,10,9,-1,");
     table.SortRows(7, true);
-    EXPECT_EQ(order(), "n.a.,10,9,-1,");
+    EXPECT_EQ(order(), "nan,inf,10,9,-1,");
     table.SortColumns();
     EXPECT_EQ(table.columns.front().head, QStringLiteral("A"));
-    EXPECT_EQ(table.cells.front().back().value, QStringLiteral("n.a."));
+    EXPECT_EQ(table.cells.front().back().value, QStringLiteral("nan"));
 }
 
 TEST(PivotTableTest, ColumnsAreOrderedAsPeopleCount) {
