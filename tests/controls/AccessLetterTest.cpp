@@ -20,7 +20,9 @@ QImage Drawn(const QString& text, int flags) {
     QFont font(QStringLiteral("Noto Sans Arabic"));
     font.setPixelSize(32);
     painter.setFont(font);
-    FlatStyle().drawItemText(&painter, kPlace, flags, QPalette(Qt::black), true, text, QPalette::WindowText);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Qt::black);
+    FlatStyle().drawItemText(&painter, kPlace, flags, palette, true, text, QPalette::WindowText);
     return picture;
 }
 
@@ -61,6 +63,7 @@ TEST(AccessLetterTest, TakesTheLetterOutOfACaption) {
 TEST(AccessLetterTest, ArabicWordsStayWhole) {
     const int flags = Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine;
     const QImage plain = Drawn(QStringLiteral("تطبيق"), flags);
+    ASSERT_NE(plain, Drawn(QString(), flags));
     for (const char* caption : {"&تطبيق", "تط&بيق"}) {
         const QImage marked = Drawn(QString::fromUtf8(caption), flags | Qt::TextShowMnemonic);
         const QRect above(0, 0, plain.width(), Baseline());
