@@ -330,9 +330,11 @@ JetImportResult ImportJetFile(const QString& path) {
     }
     RemoveWork(work);
     if (result.stopped) return {JetImport::Stopped, {}};
-    LogNote(
-        QStringLiteral("a Jet database can't be copied: %1: %2")
-            .arg(source, result.reason.empty() ? QStringLiteral("damaged") : QString::fromStdString(result.reason)));
+    LogNote(QStringLiteral("a Jet database can't be copied: %1: %2")
+                .arg(source,
+                     result.reason.empty()
+                         ? QStringLiteral("damaged")
+                         : QString::fromStdString(result.reason).replace(QLatin1Char(kSeparator), QLatin1Char(' '))));
     return {JetImport::Refused, ReasonInWords(result.reason)};
 }
 
