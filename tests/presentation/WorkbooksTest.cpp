@@ -42,6 +42,18 @@ class WorkbooksTest : public test::PresentationTest {
         const QString folder = qEnvironmentVariable("TESSARO_PICTURES");
         if (!folder.isEmpty()) QFile::copy(file, folder + QLatin1Char('/') + QLatin1String(name));
     }
+    /// Values of the first times and combinations for all areas above 1000, in one statement; combination 3 has
+    /// source 2.
+    static void AddValuesOfAreas(int times, int combinations, const QString& value, const QString& footnote) {
+        Run(QStringLiteral(
+                "INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) SELECT "
+                "T.TimePeriodNId, I.IUSNId, A.AreaNId, IIf(I.IUSNId = 3, 2, 1), %1, CStr(%2) FROM _SelArea AS "
+                "A, TimePeriod AS T, Indicator_Unit_Subpop AS I WHERE A.AreaNId > 1000 AND T.TimePeriodNId <= "
+                "%3 AND I.IUSNId <= %4")
+                .arg(footnote, value)
+                .arg(times)
+                .arg(combinations));
+    }
     static TableOptions Options() {
         TableOptions options;
         options.title = QStringLiteral("Title: a/b?");
@@ -186,11 +198,11 @@ TEST_F(WorkbooksTest, ThousandsOfFootnoteMarksTakeNoMinutes) {
                 "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
                 "'Area %1', 1)")
                 .arg(1000 + area));
-        for (int time = 1; time <= 2; ++time) // every other cell, so that none follows another
-            for (int ius = 1; ius <= 2; ++ius)
-                AddValue(time, ius, 1000 + area, 1, QString::number(area), (time + ius + area) % 2);
     }
     Connection->Commit();
+    // Every other cell has a note, so that none follows another.
+    AddValuesOfAreas(2, 2, QStringLiteral("A.AreaNId - 1000"),
+                     QStringLiteral("(T.TimePeriodNId + I.IUSNId + A.AreaNId) Mod 2"));
     ShowFootnotes = true;
     office::SpreadsheetApplication::Instance().Start();
     RowsColumns arrangement = Everything();
@@ -472,9 +484,9 @@ TEST_F(WorkbooksTest, TooManyColumnsAreCountedBeforehand) {
                 "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
                 "'Area %1', 1)")
                 .arg(1000 + area));
-        AddValue(1, 1, 1000 + area, 1, QString::number(area));
     }
     Connection->Commit();
+    AddValuesOfAreas(1, 1, QStringLiteral("A.AreaNId - 1000"), QStringLiteral("0"));
     RowsColumns arrangement;
     arrangement.Place(F::TimePeriod, Placement::Row);
     arrangement.Place(F::AreaName, Placement::Column);
@@ -520,11 +532,9 @@ TEST_F(WorkbooksTest, TenThousandValuesInTime) {
                 "INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES ('G%1', %1, 'A%1', "
                 "'Area %1', 1)")
                 .arg(1000 + area));
-        for (int time = 1; time <= 4; ++time)
-            for (int ius = 1; ius <= 3; ++ius)
-                AddValue(time, ius, 1000 + area, ius == 3 ? 2 : 1, QString::number(area * ius / 7.0, 'f', 2));
     }
     Connection->Commit();
+    AddValuesOfAreas(4, 3, QStringLiteral("Format(A.AreaNId * I.IUSNId / 7, '0.00')"), QStringLiteral("0"));
     office::SpreadsheetApplication::Instance().Start();
     RowsColumns arrangement = Everything();
     QElapsedTimer timer;
