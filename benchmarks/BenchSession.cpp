@@ -1,7 +1,7 @@
 #include "BenchSession.h"
 
 #include "database/Database.h"
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "platform/Paths.h"
 #include "session/Query.h"
 #include "session/Session.h"

@@ -1,7 +1,7 @@
 #include "Figures.h"
 #include "database/Database.h"
 #include "dataview/GridQuery.h"
-#include "jet/Translator.h"
+#include "jet/emit/Translator.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "view/InView.h"

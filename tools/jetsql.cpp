@@ -1,6 +1,6 @@
 // Runs statements of the dialect on a database file, for builders and data administrators.
 
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 
 #include <cstdio>
 #include <cstdlib>

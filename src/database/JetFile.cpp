@@ -1,6 +1,6 @@
 #include "database/JetFile.h"
 
-#include "jet/Catalogue.h"
+#include "jet/values/Catalogue.h"
 
 #include <algorithm>
 #include <clocale>

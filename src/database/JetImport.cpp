@@ -2,7 +2,7 @@
 
 #include "database/JetFile.h"
 #include "database/Schema.h"
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "platform/Apart.h"
 #include "platform/Paths.h"
 #include "platform/Rights.h"

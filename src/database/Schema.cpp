@@ -1,7 +1,7 @@
 #include "database/Schema.h"
 
-#include "jet/Connection.h"
-#include "jet/Quoting.h"
+#include "jet/engine/Connection.h"
+#include "jet/values/Quoting.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "jet/Recordset.h"
+#include "jet/engine/Recordset.h"
 #include "view/DataFilters.h"
 
 #include <QString>

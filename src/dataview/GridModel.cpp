@@ -2,7 +2,7 @@
 
 #include "controls/KeyedItem.h"
 #include "dataview/GridQuery.h"
-#include "jet/Functions.h"
+#include "jet/values/Collation.h"
 #include "session/DisplayValue.h"
 #include "session/Query.h"
 #include "session/Session.h"

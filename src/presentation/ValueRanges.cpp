@@ -1,6 +1,6 @@
 #include "presentation/ValueRanges.h"
 
-#include "jet/Format.h"
+#include "jet/values/Format.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"

@@ -1,6 +1,6 @@
 #include "session/JetCopies.h"
 
-#include "jet/DatabaseFile.h"
+#include "jet/engine/DatabaseFile.h"
 #include "platform/Paths.h"
 #include "session/Session.h"
 

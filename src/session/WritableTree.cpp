@@ -1,4 +1,4 @@
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "platform/Files.h"
 #include "platform/Home.h"
 #include "platform/Paths.h"

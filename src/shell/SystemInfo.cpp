@@ -1,6 +1,6 @@
 #include "shell/SystemInfo.h"
 
-#include "jet/Version.h"
+#include "jet/engine/Version.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"

@@ -1,6 +1,6 @@
 #include "content/FlagChecks.h"
 #include "content/PlainReader.h"
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "platform/Paths.h"
 #include "session/Query.h"
 #include "session/SettingsFile.h"

@@ -1,6 +1,6 @@
 #include "JetFileWriter.h"
 
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "platform/Files.h"
 
 #include <QList>

@@ -2,7 +2,7 @@
 
 #include "content/PlainReader.h"
 #include "database/Database.h"
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "session/Query.h"
 #include "support/TestSession.h"
 

@@ -1,7 +1,7 @@
 // Any bytes as the criterion of Find, held against values of every kind.
 
-#include "jet/Criterion.h"
-#include "jet/Error.h"
+#include "jet/engine/Criterion.h"
+#include "jet/values/Error.h"
 
 #include <cstddef>
 #include <cstdint>

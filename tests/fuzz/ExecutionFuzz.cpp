@@ -1,8 +1,8 @@
 // Any bytes as statements, one a line, run on a small database: each runs or fails with an Error, and the next one
 // finds a file that still opens.
 
-#include "jet/Connection.h"
 #include "jet/RandomStatements.h"
+#include "jet/engine/Connection.h"
 
 #include <cstddef>
 #include <cstdint>

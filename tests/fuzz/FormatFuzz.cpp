@@ -1,7 +1,7 @@
 // A number, or a text when the first byte is odd, and any bytes as the mask that formats it.
 
-#include "jet/Error.h"
-#include "jet/Format.h"
+#include "jet/values/Error.h"
+#include "jet/values/Format.h"
 
 #include <cstddef>
 #include <cstdint>

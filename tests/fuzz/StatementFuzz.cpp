@@ -1,7 +1,7 @@
 // Any bytes as a statement: the front end takes them or refuses them with an Error, and does nothing else.
 
-#include "jet/Error.h"
-#include "jet/Translator.h"
+#include "jet/emit/Translator.h"
+#include "jet/values/Error.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "jet/Catalogue.h"
-#include "jet/Functions.h"
-#include "jet/Parser.h"
-#include "jet/Translator.h"
+#include "jet/emit/Translator.h"
+#include "jet/functions/Functions.h"
+#include "jet/sql/Parser.h"
+#include "jet/values/Catalogue.h"
 
 #include <gtest/gtest.h>
 #include <memory>

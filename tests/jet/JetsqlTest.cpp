@@ -1,4 +1,4 @@
-#include "TestDatabase.h"
+#include "jet/TestDatabase.h"
 
 #include <array>
 #include <cstdio>

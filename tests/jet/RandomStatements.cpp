@@ -1,6 +1,6 @@
 #include "jet/RandomStatements.h"
 
-#include "jet/Error.h"
+#include "jet/values/Error.h"
 
 #include <array>
 #include <map>

@@ -1,6 +1,6 @@
-#include "RandomStatements.h"
+#include "jet/RandomStatements.h"
 
-#include "TestDatabase.h"
+#include "jet/TestDatabase.h"
 
 #include <random>
 

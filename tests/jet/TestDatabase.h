@@ -1,6 +1,6 @@
 #pragma once
 
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

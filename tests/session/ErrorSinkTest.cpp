@@ -1,6 +1,6 @@
 #include "session/ErrorSink.h"
 
-#include "jet/Error.h"
+#include "jet/values/Error.h"
 #include "platform/Clock.h"
 #include "platform/Files.h"
 #include "session/Query.h"

@@ -1,7 +1,7 @@
 #include "shell/Favourite.h"
 
 #include "database/Database.h"
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "platform/Paths.h"
 #include "session/FileNames.h"
 #include "session/Query.h"

@@ -1,7 +1,7 @@
 #include "support/SampleApplication.h"
 
 #include "database/Schema.h"
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "session/Query.h"
 
 #include <QDir>

@@ -7,7 +7,7 @@
 #include "SampleDatabase.h"
 #include "Shapefiles.h"
 #include "Sounds.h"
-#include "jet/BulkLoad.h"
+#include "jet/engine/BulkLoad.h"
 
 #include <fstream>
 #include <stdexcept>

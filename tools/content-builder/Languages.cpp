@@ -2,7 +2,7 @@
 
 #include "CsvTable.h"
 #include "DatabaseFile.h"
-#include "jet/BulkLoad.h"
+#include "jet/engine/BulkLoad.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Languages.h"
-#include "jet/BulkLoad.h"
+#include "jet/engine/BulkLoad.h"
 
 #include <filesystem>
 #include <map>

@@ -4,7 +4,7 @@
 #include "RandomNames.h"
 #include "database/Database.h"
 #include "database/Schema.h"
-#include "jet/BulkLoad.h"
+#include "jet/engine/BulkLoad.h"
 
 #include <QString>
 

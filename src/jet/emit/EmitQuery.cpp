@@ -1,0 +1,314 @@
+#include "jet/emit/Emitter.h"
+#include "jet/functions/Functions.h"
+#include "jet/sql/VisitOperands.h"
+#include "jet/values/Error.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace jet {
+
+using namespace tree;
+
+bool HoldsAggregate(const Expression& expression) {
+    const auto* const call = std::get_if<Call>(&expression.node);
+    if (call && FindFunction(call->name)->aggregate) return true;
+    // The query behind IN has groups of its own, what is looked for in it belongs to ours.
+    if (const auto* const in = std::get_if<InQuery>(&expression.node)) return HoldsAggregate(*in->operand);
+    if (const auto* const each = std::get_if<Quantified>(&expression.node)) return HoldsAggregate(*each->operand);
+    bool holds = false;
+    (void)VisitOperands(expression, [&](const Expression& operand) {
+        holds = HoldsAggregate(operand);
+        return !holds;
+    });
+    return holds;
+}
+
+namespace {
+
+bool HasGroups(const Select& select) {
+    return !select.groupBy.empty() || select.having || std::ranges::any_of(select.items, [](const SelectItem& item) {
+        return item.expression && HoldsAggregate(*item.expression);
+    });
+}
+
+/// Two fields of one name are told apart by their tables; what has no name is numbered.
+template <class Items> void NameItems(Items& items) {
+    int unnamed = 1000;
+    for (auto& item : items)
+        if (item.name.empty() && !item.source) item.name = "Expr" + std::to_string(unnamed++);
+    std::vector<std::string> names;
+    for (auto& item : items)
+        names.push_back(item.name);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        const auto same = [&](const std::string& name) { return SameName(name, names[i]); };
+        if (items[i].source && std::ranges::count_if(names, same) > 1)
+            items[i].name = items[i].source->alias + "." + names[i];
+    }
+}
+
+/// Of equal rows that became one, there is no single value of anything else to sort by.
+template <class Keys, class Items>
+void CheckDistinctOrder(const std::vector<OrderItem>& orderBy, const Keys& keys, const Items& items) {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const auto same = [&](const auto& item) { return item.value.sql == keys[i].value.sql; };
+        if (std::ranges::none_of(items, same))
+            FailAt(orderBy[i].expression->at, "A query of distinct rows can be sorted by its fields alone");
+    }
+}
+
+/// A field that holds what both hold.
+OutputColumn Common(const OutputColumn& a, const OutputColumn& b) {
+    if (a.type == ColumnType::Unknown) return {a.name, b.type, b.kind};
+    if (b.type == ColumnType::Unknown) return a;
+    OutputColumn common = a;
+    const bool numbers = a.kind == CompareKind::Number && b.kind == CompareKind::Number;
+    const bool value = a.kind == CompareKind::ValueText || b.kind == CompareKind::ValueText;
+    if (a.kind != b.kind) {
+        const bool mixed = a.kind == CompareKind::Number || b.kind == CompareKind::Number;
+        common.kind = value || mixed ? CompareKind::ValueText : CompareKind::Text;
+    }
+    if (a.type != b.type) common.type = numbers ? ColumnType::Double : ColumnType::Text;
+    return common;
+}
+
+// The field of a union's result that is sorted by. It stands as a position alone: the fields carry their collations,
+// and SQLite trips over a second one.
+std::size_t UnionPosition(const OrderItem& item, const std::vector<OutputColumn>& columns) {
+    const Expression& expression = *item.expression;
+    std::size_t position = 0;
+    if (const auto* number = std::get_if<NumberLiteral>(&expression.node))
+        position = static_cast<std::size_t>(std::atol(number->text.c_str()));
+    if (const auto* column = std::get_if<ColumnName>(&expression.node)) {
+        const auto named =
+            std::ranges::find_if(columns, [&](const OutputColumn& each) { return SameName(each.name, column->name); });
+        position = named == columns.end() ? 0 : static_cast<std::size_t>(named - columns.begin()) + 1;
+    }
+    if (position < 1 || position > columns.size()) FailAt(expression.at, "A union can be sorted by its fields alone");
+    return position;
+}
+
+} // namespace
+
+std::vector<Emitter::Item> Emitter::items(const Select& select, const Scope& scope) {
+    std::vector<Item> made;
+    const auto addFields = [&](const Source& source) {
+        for (std::size_t i = 0; i < source.columns.size(); ++i)
+            made.push_back({Field(scope, source, i), source.columns[i].name, &source});
+    };
+    for (const SelectItem& item : select.items) {
+        if (item.expression) {
+            Item one{emit(*item.expression, scope), item.alias, nullptr};
+            const auto* column = std::get_if<ColumnName>(&item.expression->node);
+            if (column && item.alias.empty() && scope.lookUp(*column, item.at).source) {
+                const Scope::Found found = scope.resolve(*column, item.at);
+                one.name = found.source->columns[found.column].name;
+                one.source = found.source;
+            }
+            made.push_back(std::move(one));
+        } else if (!item.starTable.empty()) {
+            const Source* source = scope.source(item.starTable);
+            if (!source) FailAt(item.at, "There is no table '" + item.starTable + "' in the statement");
+            addFields(*source);
+        } else {
+            if (scope.sources.empty()) FailAt(item.at, "A * needs a table");
+            for (const Source& source : scope.sources)
+                addFields(source);
+        }
+    }
+    constexpr std::size_t MostFields = 2000; // stars over inner queries with stars double them at each level
+    if (made.size() > MostFields) FailAt(select.at, "The query has too many fields");
+    NameItems(made);
+    return made;
+}
+
+std::string Emitter::itemList(const std::vector<Item>& items, bool collated) const {
+    std::string list;
+    for (const Item& item : items)
+        list += (list.empty() ? "" : ", ") + AsValue(item.value) + (collated ? Collate(item.value.kind) : "") + " AS " +
+                QuotedName(item.name);
+    return list;
+}
+
+std::string Emitter::groupBy(const Select& select, const std::vector<Item>& items, const Scope& scope) {
+    const std::string terms = groupTerms(select, scope);
+    std::string list = terms.empty() ? terms : " GROUP BY " + terms;
+    if (select.duplicates != Duplicates::DropEqualRows || !select.groupBy.empty() || HasGroups(select)) return list;
+    // One row for each combination of rows of the tables that give fields, if another table could repeat them.
+    std::vector<const Source*> giving;
+    for (const Source& source : scope.sources) {
+        const std::string prefix = QuotedName(source.alias) + ".";
+        const auto gives = [&](const Item& item) { return item.value.sql.find(prefix) != std::string::npos; };
+        if (std::ranges::any_of(items, gives)) giving.push_back(&source);
+    }
+    const bool haveRows = std::ranges::all_of(giving, [](const Source* source) { return source->table != nullptr; });
+    if (giving.empty() || !haveRows || giving.size() == scope.sources.size()) return list;
+    // The sign keeps the engine from walking the whole of such a table only because its rows then come in order.
+    for (const Source* source : giving)
+        list += (list.empty() ? " GROUP BY +" : ", +") + source->rowId();
+    return list;
+}
+
+// No two rows of a table have the same counter, so nothing ties.
+bool Emitter::SortsByCounter(const Select& select, const Scope& scope, const std::vector<OrderKey>& keys) {
+    return scope.sources.size() == 1 && !HasGroups(select) && std::ranges::any_of(keys, [](const OrderKey& key) {
+               return key.value.column && key.value.type == ColumnType::Counter;
+           });
+}
+
+std::string Emitter::OrderKey::text() const {
+    // A bare constant would be taken for a position.
+    const std::string key = value.literal ? "(" + value.sql + " + 0)" : AsValue(value) + Collate(value.kind);
+    return key + (descending ? " DESC" : "");
+}
+
+// A number is a position. A field of a table comes first, then a name of the result.
+std::vector<Emitter::OrderKey> Emitter::orderKeys(const std::vector<OrderItem>& orderBy, const std::vector<Item>& items,
+                                                  const Scope& scope) {
+    std::vector<OrderKey> keys;
+    for (const OrderItem& item : orderBy) {
+        const Expression& expression = *item.expression;
+        const auto* column = std::get_if<ColumnName>(&expression.node);
+        const auto named = std::ranges::find_if(items, [&](const Item& one) {
+            return column && column->table.empty() && SameName(one.name, column->name);
+        });
+        if (const auto* number = std::get_if<NumberLiteral>(&expression.node)) {
+            const long position = std::atol(number->text.c_str());
+            if (position < 1 || position > static_cast<long>(items.size()))
+                FailAt(expression.at, "There is no field of this number to sort by");
+            keys.push_back({items[static_cast<std::size_t>(position - 1)].value, item.descending});
+        } else if (named != items.end() && !scope.lookUp(*column, expression.at).source) {
+            keys.push_back({named->value, item.descending});
+        } else {
+            keys.push_back({emit(expression, scope), item.descending});
+        }
+    }
+    return keys;
+}
+
+// A number to sort by is read from its text once a row, not at every comparison.
+void Emitter::KeyValues(std::vector<OrderKey>& keys) {
+    for (OrderKey& key : keys) {
+        if (!key.value.column || key.value.kind != CompareKind::ValueText) continue;
+        key.value = {"jet_sortkey(" + key.value.sql + ")", CompareKind::Text, ColumnType::Text};
+    }
+}
+
+// TOP takes the rows that tie with the last one, too.
+std::string Emitter::topText(const Select& select, const std::string& fields, const std::string& tail,
+                             const std::vector<Item>& items, const std::vector<OrderKey>& keys) {
+    const bool distinct = select.duplicates == Duplicates::DropEqualValues;
+    std::string inner = (distinct ? "SELECT DISTINCT " : "SELECT ") + fields;
+    std::string order;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const std::string name = "\"jet$k" + std::to_string(i) + "\"";
+        inner += ", " + AsValue(keys[i].value) + Collate(keys[i].value.kind) + " AS " + name;
+        order += (order.empty() ? "" : ", ") + name + Collate(keys[i].value.kind) + (keys[i].descending ? " DESC" : "");
+    }
+    std::string names;
+    for (const Item& item : items)
+        names += (names.empty() ? "" : ", ") + QuotedName(item.name);
+    const bool percent = select.top->percent;
+    const std::string rank = keys.empty() ? "ROW_NUMBER() OVER ()" : "RANK() OVER (ORDER BY " + order + ")";
+    const std::string limit = percent ? "(\"jet$all\" * " + select.top->count + " + 99) / 100" : select.top->count;
+    return "SELECT " + names + " FROM (SELECT *, " + rank + " AS \"jet$rank\"" +
+           (percent ? ", COUNT(*) OVER () AS \"jet$all\"" : "") + " FROM (" + inner + tail +
+           ")) WHERE \"jet$rank\" <= " + limit + " ORDER BY \"jet$rank\"";
+}
+
+// In a grouped query a field stands for one value of its group only when it is grouped by, or within an aggregate.
+void Emitter::checkGroups(const Select& select, const std::vector<OrderItem>& orderBy, const Scope& scope) {
+    std::vector<std::string> terms;
+    for (const ExpressionPtr& term : select.groupBy)
+        terms.push_back(AsValue(emit(*term, scope)));
+    for (const SelectItem& item : select.items)
+        if (item.expression) checkGrouped(*item.expression, terms, scope);
+    if (select.having) checkGrouped(*select.having, terms, scope);
+    for (const OrderItem& item : orderBy)
+        checkGrouped(*item.expression, terms, scope);
+}
+
+void Emitter::checkGrouped(const Expression& expression, const std::vector<std::string>& terms, const Scope& scope) {
+    const auto* const call = std::get_if<Call>(&expression.node);
+    if (call && FindFunction(call->name)->aggregate) return;
+    if (const auto* const in = std::get_if<InQuery>(&expression.node)) return checkGrouped(*in->operand, terms, scope);
+    if (const auto* const each = std::get_if<Quantified>(&expression.node))
+        return checkGrouped(*each->operand, terms, scope);
+    if (std::ranges::find(terms, AsValue(emit(expression, scope))) != terms.end()) return;
+    const auto* const column = std::get_if<ColumnName>(&expression.node);
+    if (column) {
+        const Scope::Found found = scope.lookUp(*column, expression.at);
+        const SelectItem* const item = found.source ? nullptr : scope.aliased(*column);
+        if (item) return checkGrouped(*item->expression, terms, scope);
+        if (found.level != &scope) return;
+        throw Error(ErrorNumber::OutsideGroups,
+                    "The field '" + column->name + "' is neither grouped by nor part of an aggregate (line " +
+                        std::to_string(expression.at.line) + ", column " + std::to_string(expression.at.column) + ").");
+    }
+    (void)VisitOperands(expression, [&](const Expression& operand) {
+        checkGrouped(operand, terms, scope);
+        return true;
+    });
+}
+
+Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<OrderItem>& orderBy, const Scope* outer,
+                                        const std::vector<CompareKind>* unionKinds) {
+    Scope scope;
+    scope.outer = outer;
+    declare(select.from, scope);
+    scope.items = &select.items;
+    std::vector<Item> made = items(select, scope);
+    const bool distinct = select.duplicates == Duplicates::DropEqualValues;
+    const std::string rest = fromWhere(select.from, select.where.get(), scope);
+    std::string tail = rest + groupBy(select, made, scope);
+    if (select.having) tail += " HAVING " + condition(*select.having, scope);
+
+    SelectText text;
+    for (const Item& item : made)
+        text.columns.push_back({item.name, item.value.type, item.value.kind});
+    for (std::size_t i = 0; unionKinds && i < made.size(); ++i)
+        made[i].value.kind = unionKinds->at(i);
+    const bool collated = distinct || unionKinds;
+    std::vector<OrderKey> keys = orderKeys(orderBy, made, scope);
+    // Equal rows and groups come out of their own sorting in the order of the collation.
+    if (!distinct && !HasGroups(select)) KeyValues(keys);
+    if (HasGroups(select)) checkGroups(select, orderBy, scope);
+    if (distinct) CheckDistinctOrder(orderBy, keys, made);
+    if (select.top && (select.top->percent || (!keys.empty() && !SortsByCounter(select, scope, keys)))) {
+        text.sql = topText(select, itemList(made, collated), tail, made, keys);
+        return text;
+    }
+    text.sql = (distinct ? "SELECT DISTINCT " : "SELECT ") + itemList(made, collated) + tail;
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        text.sql += (i == 0 ? " ORDER BY " : ", ") + keys[i].text();
+    if (select.top) text.sql += " LIMIT " + select.top->count;
+    return text;
+}
+
+Emitter::SelectText Emitter::emitQuery(const Query& query, const Scope* outer) {
+    if (query.arms.size() == 1) return emitSelect(query.arms.front(), query.orderBy, outer, nullptr);
+    // The collations of the first query hold for all, so its fields must know what the others hold.
+    SelectText all;
+    for (const Select& arm : query.arms) {
+        const std::vector<OutputColumn> columns = emitSelect(arm, {}, outer, nullptr).columns;
+        if (all.columns.empty()) all.columns = columns;
+        if (columns.size() != all.columns.size())
+            FailAt(arm.at, "The queries of a union must have equally many fields");
+        for (std::size_t c = 0; c < columns.size(); ++c)
+            all.columns[c] = Common(all.columns[c], columns[c]);
+    }
+    std::vector<CompareKind> kinds;
+    for (const OutputColumn& column : all.columns)
+        kinds.push_back(column.kind);
+    for (std::size_t i = 0; i < query.arms.size(); ++i) {
+        std::string arm = emitSelect(query.arms[i], {}, outer, &kinds).sql;
+        if (query.arms[i].top) arm = "SELECT * FROM (" + arm + ")";
+        all.sql += (i == 0 ? "" : query.keepAll[i - 1] ? " UNION ALL " : " UNION ") + arm;
+    }
+    for (std::size_t i = 0; i < query.orderBy.size(); ++i)
+        all.sql += (i == 0 ? " ORDER BY " : ", ") + std::to_string(UnionPosition(query.orderBy[i], all.columns)) +
+                   (query.orderBy[i].descending ? " DESC" : "");
+    return all;
+}
+
+} // namespace jet

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "jet/emit/Translator.h"
+#include "jet/values/Value.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace jet {
+
+/// Throws TooManyColumns for a crosstab of more than 255 columns, row heads included.
+void CheckPivotWidth(std::size_t columns);
+/// The name of a value's column: its shortest text, "<>" for Null.
+[[nodiscard]] std::string PivotName(const Value& value);
+/// The SQLite text of a crosstab with a column for each value.
+[[nodiscard]] std::string PivotText(const PivotPlan& plan, const std::vector<Value>& values);
+
+} // namespace jet

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "jet/values/Catalogue.h"
+#include "jet/values/NumberList.h"
+#include "jet/values/Value.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet {
+
+/// A column of a result: its name as the old engine gives it (alias, field name, or Expr1000 …) and its kind.
+struct OutputColumn {
+    std::string name;
+    ColumnType type = ColumnType::Unknown;
+    CompareKind kind = CompareKind::Text;
+};
+
+enum class StatementClass {
+    Select, ///< gives rows
+    Write,  ///< INSERT, UPDATE, DELETE
+    Schema, ///< CREATE, DROP, SELECT … INTO: the catalogue is to be read again
+};
+
+/// A crosstab needs the distinct pivot values before its own text can be written.
+struct PivotPlan {
+    std::string valuesSql; ///< SQLite text: the distinct pivot values in ascending order, one column
+    std::string head;      ///< text up to where the value columns go
+    std::string column;    ///< one value column, with %VALUE% for the SQL literal and %NAME% for the quoted name
+    std::string tail;      ///< the rest
+    std::vector<Value> fixedValues; ///< PIVOT … IN (…): names given in the statement, then valuesSql is empty
+    OutputColumn valueColumn;       ///< type and kind of each value column
+};
+
+/// SQLite text of one statement. `statements` run in order within a savepoint; all but the last prepare the ground
+/// (CREATE TABLE of a SELECT … INTO, say); the last one gives the rows or the count of changed rows.
+struct Translation {
+    StatementClass kind = StatementClass::Select;
+    std::vector<std::string> statements;
+    std::vector<OutputColumn> columns; ///< of a Select; of a crosstab the row heads only
+    std::vector<ListParameter> lists;  ///< what the parameters ?1, ?2 … of the statements stand for
+    std::vector<PivotPlan> pivot;      ///< empty, or one
+    std::string
+        connector; ///< SELECT … INTO [dBase IV;database=folder].name.dbf: the text in brackets; target is the rest
+    std::string target; ///< table made, dropped or written to (its name in the statement)
+};
+
+/// Translates one Jet statement: lexer, parser, name resolution, SQLite text. Throws Error (SyntaxError, NoSuchTable,
+/// NoSuchColumn, AlreadyExists). Functions of the dialect become calls of jet_<name in lower case>, see Functions.h.
+[[nodiscard]] Translation Translate(std::string_view sql, const Catalogue& catalogue);
+
+} // namespace jet

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "jet/engine/Recordset.h"
+#include "jet/values/Catalogue.h"
+#include "jet/values/Error.h"
+#include "jet/values/Value.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet {
+
+enum class CursorType {
+    ForwardOnly, ///< rows are fetched as they are asked for; MoveNext only
+    Static,      ///< a snapshot of all rows on the client; moves freely
+    Keyset,      ///< moves freely; rows are fetched as far as they are asked for, RecordCount and MoveLast fetch all
+};
+
+/// What a file is opened as.
+enum class Use {
+    Data, ///< any file, also a stranger's: links in it count for nothing, and it is refused when it computes something
+    Working, ///< a file of the program's own, which keeps links to others
+};
+
+/// Whether what a link names can be changed through it.
+enum class LinkAccess { Read, Write };
+
+/// Operations on database files as a whole.
+class Database {
+  public:
+    /// Makes an empty database; an existing file is an error (AlreadyExists).
+    static void Create(const std::string& path, const std::string& password);
+    /// Copies a database through the engine, so that a pending journal is honoured. Replaces `target`.
+    static void Copy(const std::string& source, const std::string& target);
+    /// Writes the database anew without the room that deleted rows have left. Nobody else may have it open.
+    static void Compact(const std::string& path);
+};
+
+/// One open database. Several connections to one file may stand side by side. Not for use from two threads at once.
+class Connection final {
+  public:
+    /// Opens an existing file. Throws Error: NotADatabase, WrongPassword. A file that can't be written opens read-only.
+    [[nodiscard]] static std::shared_ptr<Connection> Open(const std::string& path, const std::string& password,
+                                                          Use use = Use::Data);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    void Close();
+    [[nodiscard]] bool isOpen() const;
+    [[nodiscard]] bool isReadOnly() const;
+    [[nodiscard]] const std::string& path() const;
+
+    /// Runs a statement; gives the number of rows changed (0 for others). A failed statement changes nothing.
+    std::int64_t Execute(std::string_view sql);
+    /// Runs a SELECT or TRANSFORM. The recordset keeps the connection's engine alive while it needs it.
+    [[nodiscard]] Recordset OpenRecordset(std::string_view sql, CursorType cursor = CursorType::Static);
+
+    /// All tables and links, in the file's order, with their types ("TABLE" for Table, "LINK" for Link …), without the
+    /// engine's own (MSys…). Columns are left out; catalogue().find(name) has them.
+    [[nodiscard]] std::vector<TableInfo> Tables() const;
+    [[nodiscard]] const Catalogue& catalogue() const;
+    /// Makes (or replaces) the link `linkName` to `sourceTable` of the database `file`. A missing file or table is
+    /// found out when the link is used, as error NoSuchTable. Throws ReadOnly on a file that was not opened as a
+    /// working database.
+    void CreateLink(const std::string& linkName, const std::string& file, const std::string& password,
+                    const std::string& sourceTable, LinkAccess access = LinkAccess::Read);
+    /// For a working database that is about to get its links: what is written from now on need not outlive a crash.
+    void Relax();
+    /// Everything written between Begin and Commit goes to disk at once; Rollback takes it back.
+    void Begin();
+    void Commit();
+    void Rollback();
+
+    /// Translations made and taken from the cache since opening; for benchmarks.
+    struct CacheCounts {
+        std::uint64_t translated = 0;
+        std::uint64_t reused = 0;
+    };
+    [[nodiscard]] CacheCounts cacheCounts() const;
+
+    struct Impl;
+
+  private:
+    explicit Connection(std::shared_ptr<Impl> impl);
+    std::shared_ptr<Impl> impl_;
+};
+
+} // namespace jet

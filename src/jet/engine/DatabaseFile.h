@@ -1,0 +1,44 @@
+#pragma once
+
+#include "jet/engine/Sqlite.h"
+
+#include <compare>
+#include <string>
+
+namespace jet {
+
+/// Which file a path leads to; it changes when the file is replaced.
+struct FileIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    auto operator<=>(const FileIdentity&) const = default;
+};
+
+/// The first bytes of a file, fewer when it is shorter or can't be read. Read through the engine: to open and close the
+/// file oneself would take the locks of this process's connections to it with it.
+[[nodiscard]] std::string HeadOfFile(const std::string& path, std::size_t bytes);
+
+/// A database file on disk, looked at before the engine opens it.
+struct DatabaseFile {
+    std::string path; ///< as given
+    FileIdentity identity;
+    bool writable = false;
+
+    /// Throws NotADatabase when there is no file, or it is a folder or too short. Does not open the file: closing it
+    /// again would take the locks of the other connections of this process with it.
+    [[nodiscard]] static DatabaseFile Inspect(const std::string& path);
+    /// Why the engine did not take the file for a database: a genuine Jet file is named as such.
+    [[nodiscard]] static std::string Explain(const std::string& path);
+    /// Which options to open it with.
+    [[nodiscard]] std::string options() const;
+    [[nodiscard]] std::string uri() const { return FileUri(path, options()); }
+    [[nodiscard]] std::string uriForReading() const { return FileUri(path, writable ? "mode=ro" : options()); }
+};
+
+/// Writes the table that holds the password's salt and hash, into a new database.
+void StorePassword(sqlite3* database, const std::string& password);
+/// Throws WrongPassword when the database under that schema name has a password and this isn't it. A file without the
+/// table, or with an empty password, opens with any.
+void CheckPassword(sqlite3* database, const std::string& schema, const std::string& password);
+
+} // namespace jet

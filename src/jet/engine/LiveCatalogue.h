@@ -1,0 +1,117 @@
+#pragma once
+
+#include "jet/emit/Translator.h"
+#include "jet/engine/Connection.h"
+#include "jet/engine/DatabaseFile.h"
+#include "jet/engine/Sqlite.h"
+#include "jet/values/Catalogue.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace jet {
+
+/// A link as the working database keeps it.
+struct LinkInfo {
+    std::string name;
+    std::string file;
+    std::string password;
+    std::string sourceTable;
+    LinkAccess access = LinkAccess::Read;
+};
+
+/// The tables and links of one open database. Opening reads names only; columns are read, and linked files attached,
+/// when a statement first names them.
+class LiveCatalogue final : public Catalogue {
+  public:
+    /// A list of links in the file counts for nothing unless it is opened as a working database.
+    LiveCatalogue(sqlite3* database, std::string path, Use use);
+
+    [[nodiscard]] const TableInfo* find(std::string_view name) const override;
+    [[nodiscard]] unsigned version() const override { return version_; }
+    [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override;
+
+    /// Tells what find gives for the name apart from what it gave before: the same number stands for the same table
+    /// with the same fields, also after it was dropped and made again. 0: there is none.
+    [[nodiscard]] std::size_t stamp(std::string_view name) const;
+
+    [[nodiscard]] std::vector<TableInfo> Tables() const;
+    [[nodiscard]] bool isLink(std::string_view name) const;
+    /// True for a working database that has a list of links.
+    [[nodiscard]] bool hasLinks() const { return hasLinks_; }
+    /// True when a link was looked for since the last reading of everything and its table was not there.
+    [[nodiscard]] bool missedLink() const { return missedLink_; }
+
+    /// Reads everything again: another connection may have changed it.
+    void ReadAll();
+    /// Reads one table of the file again, after a statement that made, changed or dropped it.
+    void ReadTable(const std::string& name);
+    /// A table with these fields was made in the file, or one was dropped.
+    void NoteMade(const std::string& name, const std::vector<OutputColumn>& fields);
+    void NoteDropped(const std::string& name);
+
+    /// A shell is a table of a working database that counts as dropped but stands empty in the file, to be filled again
+    /// by the next query that makes the like of it: making a table costs more than most of the queries that need one.
+    /// In the list of links a shell is one to no file.
+    /// The shell of this name, without fields when another connection left it; nullptr when there is none.
+    [[nodiscard]] const TableInfo* shell(const std::string& name) const;
+    [[nodiscard]] std::vector<std::string> shells() const;
+    /// True for a table that a query made, and nobody has changed since.
+    [[nodiscard]] bool canBeShell(const std::string& name) const;
+    void NoteEmptied(const std::string& name);
+    void NoteShellGone(const std::string& name);
+    /// True when a query with these fields makes the like of the table.
+    [[nodiscard]] static bool Fits(const TableInfo& table, const std::vector<OutputColumn>& fields);
+    /// A working database is made anew from its template at any time: nothing in it has to outlive a crash. One that
+    /// has links already is known for one.
+    void Relax();
+    /// Both need a file that can be written and no statement under way.
+    void PutLink(const LinkInfo& link);
+    void DropLink(std::string_view name);
+
+  private:
+    struct Entry {
+        TableInfo table;
+        LinkInfo link; ///< with a name when the entry is one
+        bool read = false;
+        bool made = false; ///< by a query: it has its fields and nothing else
+        std::size_t stamp = 0;
+    };
+    struct Attached {
+        std::string schema;
+        FileIdentity identity;
+        std::string password; ///< that was right
+        bool writable = false;
+    };
+
+    void Add(Entry entry);
+    void Remove(std::string_view name);
+    [[nodiscard]] Entry* EntryOf(std::string_view name) const;
+    [[nodiscard]] bool ReadLink(Entry& entry) const;
+    [[nodiscard]] std::string SchemaOf(const LinkInfo& link) const;
+    [[nodiscard]] bool NeedsWriting(const std::string& file) const;
+    [[nodiscard]] std::string Attach(const DatabaseFile& file, const std::string& password, bool writable) const;
+    void DetachUnused() const;
+    void Detach(const std::string& file) const;
+    void ReadColumns(TableInfo& table) const;
+
+    sqlite3* database_;
+    std::string path_;
+    FileIdentity own_;
+    std::vector<std::unique_ptr<Entry>> entries_;
+    std::unordered_map<std::string, Entry*> byName_;                             ///< by folded name
+    std::map<std::string, TableInfo> shells_;                                    ///< by folded name
+    mutable std::map<std::string, Attached> attached_;                           ///< by path of file
+    mutable std::map<std::string, std::map<std::string, std::int64_t>> figures_; ///< rows by schema and table
+    mutable bool missedLink_ = false;
+    bool keepsLinks_ = false;
+    bool hasLinks_ = false;
+    bool relaxed_ = false;
+    unsigned version_ = 1;
+    Statement putLink_; ///< a change of database makes forty links
+};
+
+} // namespace jet

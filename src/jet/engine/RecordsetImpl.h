@@ -1,0 +1,46 @@
+#pragma once
+
+#include "jet/engine/ColumnStore.h"
+#include "jet/engine/Engine.h"
+#include "jet/engine/Recordset.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace jet {
+
+/// Rows come from a statement that stands on the next one to be taken, from a store of those taken already, or both.
+struct Recordset::Impl final : OpenResult {
+    Impl(const std::shared_ptr<Engine>& engine, std::string_view sql, CursorType cursor);
+    ~Impl() override;
+
+    void TakeIn() override;
+    [[nodiscard]] const std::set<std::string>& tablesRead() const override { return query.prepared.reads; }
+
+    /// True while the statement has rows that were not taken.
+    [[nodiscard]] bool fetching() const { return engine != nullptr; }
+    void Start();
+    void Fetch();
+    void Stop();
+    void TakeAll();
+    /// Takes rows in until there is one with this number, or no more.
+    void TakeUpTo(std::int64_t row);
+    [[nodiscard]] bool atEnd();
+    [[nodiscard]] bool empty();
+    [[nodiscard]] Value Get(std::size_t column);
+    void MoveTo(std::int64_t row);
+
+    std::string sql;
+    CursorType cursor;
+    std::shared_ptr<Engine> engine; ///< only while rows are fetched
+    std::weak_ptr<Engine> origin;   ///< to run the query again
+    ReadyQuery query;
+    ColumnStore store;
+    bool direct = false; ///< rows are read from the statement itself, none is stored
+    bool anyRow = false;
+    std::optional<Error> failure; ///< met while the engine had the rows taken in; told when they have been read
+    std::int64_t position = 0;    ///< in the store; -1 before the first row
+};
+
+} // namespace jet

@@ -1,0 +1,359 @@
+#include "jet/rewrite/SemiJoin.h"
+
+#include "jet/functions/Functions.h"
+#include "jet/sql/MakeTree.h"
+#include "jet/sql/VisitOperands.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <numeric>
+#include <utility>
+
+namespace jet {
+
+namespace {
+
+using namespace tree;
+
+/// Tables of a FROM clause as bits of a number.
+using TableSet = std::uint64_t;
+constexpr std::size_t kMostTables = 60;
+constexpr std::int64_t kFewRows = 10'000; ///< a list of so many is read in no time
+
+struct JoinedTable {
+    NamedTable name;
+    const TableInfo* info = nullptr;
+};
+
+struct Condition {
+    ExpressionPtr expression;
+    TableSet tables = 0;
+};
+
+TableSet Bit(std::size_t table) {
+    return TableSet{1} << table;
+}
+
+class SemiJoin final {
+  public:
+    SemiJoin(Select& select, const std::vector<OrderItem>& orderBy, const Catalogue& catalogue)
+        : select_(select), orderBy_(orderBy), catalogue_(catalogue) {}
+
+    void Apply() {
+        if (!HasFittingShape() || !ReadTables() || !FindGiving()) return;
+        const TableSet all = Bit(tables_.size()) - 1;
+        if (giving_ == 0 || giving_ == all || !AllConditionsArePlaced()) return;
+        TakeConditions();
+        Rewrite(all & ~giving_);
+    }
+
+    /// The select has the tables and conditions of an UPDATE.
+    void ApplyToUpdate(const std::vector<Assignment>& assignments) {
+        if (!ReadTables() || !FindChanged(assignments) || !AllConditionsArePlaced()) return;
+        const TableSet testing = (Bit(tables_.size()) - 1) & ~giving_;
+        if (testing == 0) return;
+        TakeConditions();
+        const std::vector<TableSet> groups = GroupsOf(testing);
+        if (std::ranges::all_of(groups, [&](TableSet group) { return LinkOf(group) != nullptr; })) {
+            std::vector<ExpressionPtr> tests;
+            for (const TableSet group : groups)
+                tests.push_back(ListTestFor(group));
+            for (Condition& condition : conditions_)
+                if (condition.expression) tests.push_back(std::move(condition.expression));
+            select_.from = References(giving_);
+            select_.where = AllOf(select_.at, std::move(tests));
+            return;
+        }
+        // As it was, but for the order of the conditions.
+        std::vector<ExpressionPtr> where;
+        for (Condition& condition : conditions_)
+            where.push_back(std::move(condition.expression));
+        select_.from = References(testing | giving_);
+        select_.where = AllOf(select_.at, std::move(where));
+    }
+
+  private:
+    [[nodiscard]] bool HasFittingShape() const {
+        return select_.duplicates == Duplicates::DropEqualValues && !select_.top && select_.groupBy.empty() &&
+               !select_.having;
+    }
+
+    // --- Reading, without a change to the tree. ---
+
+    bool ReadTables() {
+        return std::ranges::all_of(select_.from,
+                                   [&](const TableReferencePtr& reference) { return ReadTable(*reference); });
+    }
+
+    bool ReadTable(const TableReference& reference) {
+        if (const auto* join = std::get_if<Join>(&reference.node))
+            return join->kind == JoinKind::Inner && ReadTable(*join->left) && ReadTable(*join->right);
+        const auto* named = std::get_if<NamedTable>(&reference.node);
+        const TableInfo* info = named != nullptr ? catalogue_.find(named->name) : nullptr;
+        if (info == nullptr || tables_.size() >= kMostTables) return false;
+        tables_.push_back({*named, info});
+        return true;
+    }
+
+    /// Adds the tables that an expression reads; False when a name can't be placed or the shape is not for us.
+    bool AddTables(const Expression& expression, TableSet& tables) const {
+        if (const auto* column = std::get_if<ColumnName>(&expression.node)) {
+            const std::size_t table = TableOf(*column);
+            if (table >= tables_.size()) return false;
+            tables |= Bit(table);
+            return true;
+        }
+        if (const auto* call = std::get_if<Call>(&expression.node)) {
+            const FunctionInfo* function = FindFunction(call->name);
+            if (function == nullptr || function->aggregate) return false;
+        }
+        return VisitOperands(expression, [&](const Expression& operand) { return AddTables(operand, tables); });
+    }
+
+    /// The only table that can be meant; the number of tables when there is none or more than one.
+    [[nodiscard]] std::size_t TableOf(const ColumnName& column) const {
+        std::size_t found = tables_.size();
+        for (std::size_t table = 0; table < tables_.size(); ++table) {
+            const bool named = column.table.empty() || SameName(column.table, tables_[table].name.alias);
+            if (!named || tables_[table].info->column(column.name) == nullptr) continue;
+            if (found != tables_.size()) return tables_.size();
+            found = table;
+        }
+        return found;
+    }
+
+    bool FindGiving() {
+        for (const SelectItem& item : select_.items) {
+            if (item.expression) {
+                if (!AddTables(*item.expression, giving_)) return false;
+                continue;
+            }
+            const auto table = std::ranges::find_if(
+                tables_, [&](const JoinedTable& joined) { return SameName(item.starTable, joined.name.alias); });
+            if (table == tables_.end()) return false;
+            giving_ |= Bit(static_cast<std::size_t>(table - tables_.begin()));
+        }
+        return std::ranges::all_of(orderBy_, [&](const OrderItem& item) {
+            return IsAlias(*item.expression) || AddTables(*item.expression, giving_);
+        });
+    }
+
+    /// True when one table is changed, and by values of its own.
+    bool FindChanged(const std::vector<Assignment>& assignments) {
+        TableSet read = 0;
+        for (const Assignment& assignment : assignments) {
+            const std::size_t table = TableOf(assignment.target);
+            if (table >= tables_.size() || !AddTables(*assignment.value, read)) return false;
+            giving_ |= Bit(table);
+        }
+        return std::has_single_bit(giving_) && (read & ~giving_) == 0;
+    }
+
+    [[nodiscard]] bool IsAlias(const Expression& expression) const {
+        const auto* column = std::get_if<ColumnName>(&expression.node);
+        return column != nullptr && column->table.empty() &&
+               std::ranges::any_of(select_.items,
+                                   [&](const SelectItem& item) { return SameName(item.alias, column->name); });
+    }
+
+    [[nodiscard]] bool AllConditionsArePlaced() const {
+        TableSet ignored = 0;
+        return (!select_.where || AddTables(*select_.where, ignored)) &&
+               std::ranges::all_of(select_.from,
+                                   [&](const TableReferencePtr& reference) { return ConditionsArePlaced(*reference); });
+    }
+
+    [[nodiscard]] bool ConditionsArePlaced(const TableReference& reference) const {
+        const auto* join = std::get_if<Join>(&reference.node);
+        if (join == nullptr) return true;
+        TableSet ignored = 0;
+        return (!join->on || AddTables(*join->on, ignored)) && ConditionsArePlaced(*join->left) &&
+               ConditionsArePlaced(*join->right);
+    }
+
+    // --- Rewriting. ---
+
+    void TakeConditions() {
+        if (select_.where) TakeCondition(std::move(select_.where));
+        for (const TableReferencePtr& reference : select_.from)
+            TakeFrom(*reference);
+    }
+
+    void TakeFrom(TableReference& reference) {
+        auto* join = std::get_if<Join>(&reference.node);
+        if (join == nullptr) return;
+        if (join->on) TakeCondition(std::move(join->on));
+        TakeFrom(*join->left);
+        TakeFrom(*join->right);
+    }
+
+    void TakeCondition(ExpressionPtr expression) {
+        std::vector<ExpressionPtr> parts;
+        TakeApart(std::move(expression), parts);
+        for (ExpressionPtr& part : parts) {
+            Condition condition;
+            (void)AddTables(*part, condition.tables);
+            condition.expression = std::move(part);
+            conditions_.push_back(std::move(condition));
+        }
+    }
+
+    void Rewrite(TableSet testing) {
+        const std::vector<TableSet> groups = GroupsOf(testing);
+        std::vector<ExpressionPtr> where;
+        std::vector<std::vector<ExpressionPtr>> tests(groups.size());
+        for (Condition& condition : conditions_) {
+            const auto group =
+                std::ranges::find_if(groups, [&](TableSet set) { return (set & condition.tables) != 0; });
+            auto& target = group == groups.end() ? where : tests[static_cast<std::size_t>(group - groups.begin())];
+            target.push_back(std::move(condition.expression));
+        }
+        for (std::size_t group = 0; group < groups.size(); ++group)
+            where.push_back(TestFor(groups[group], std::move(tests[group])));
+        select_.from = References(giving_);
+        select_.where = AllOf(select_.at, std::move(where));
+    }
+
+    /// The testing tables, those together that a condition connects.
+    [[nodiscard]] std::vector<TableSet> GroupsOf(TableSet testing) const {
+        std::vector<TableSet> groups;
+        for (std::size_t table = 0; table < tables_.size(); ++table) {
+            if ((testing & Bit(table)) != 0) groups.push_back(Bit(table));
+        }
+        for (const Condition& condition : conditions_) {
+            TableSet merged = condition.tables & testing;
+            if (merged == 0) continue;
+            std::erase_if(groups, [&](TableSet group) {
+                const bool touched = (group & condition.tables & testing) != 0;
+                if (touched) merged |= group;
+                return touched;
+            });
+            groups.push_back(merged);
+        }
+        return groups;
+    }
+
+    [[nodiscard]] std::vector<TableReferencePtr> References(TableSet set) const {
+        std::vector<TableReferencePtr> references;
+        for (std::size_t table = 0; table < tables_.size(); ++table) {
+            if ((set & Bit(table)) == 0) continue;
+            auto reference = std::make_unique<TableReference>();
+            reference->at = select_.at;
+            reference->node = tables_[table].name;
+            references.push_back(std::move(reference));
+        }
+        return references;
+    }
+
+    [[nodiscard]] QueryPtr QueryOf(TableSet set, ExpressionPtr item, ExpressionPtr where) const {
+        Select select;
+        select.at = select_.at;
+        SelectItem output;
+        output.at = select_.at;
+        output.expression = std::move(item);
+        select.items.push_back(std::move(output));
+        select.from = References(set);
+        select.where = std::move(where);
+        auto query = std::make_unique<Query>();
+        query->arms.push_back(std::move(select));
+        return query;
+    }
+
+    [[nodiscard]] ExpressionPtr TestFor(TableSet group, std::vector<ExpressionPtr> conditions) const {
+        if (conditions.size() == 1) {
+            if (ExpressionPtr membership = MembershipFor(group, *conditions.front())) return membership;
+        }
+        return MakeExpression(select_.at, Exists{QueryOf(group, MakeExpression(select_.at, NumberLiteral{"1"}),
+                                                         AllOf(select_.at, std::move(conditions)))});
+    }
+
+    /// "given IN (SELECT tested FROM table)" for the one condition given = tested; nothing when it is of another form.
+    [[nodiscard]] ExpressionPtr MembershipFor(TableSet group, Expression& condition) const {
+        auto* comparison = std::get_if<Comparison>(&condition.node);
+        if (comparison == nullptr || comparison->op != ComparisonOperator::Equal) return nullptr;
+        TableSet left = 0;
+        (void)AddTables(*comparison->left, left);
+        ExpressionPtr& tested = left == group ? comparison->left : comparison->right;
+        ExpressionPtr& given = left == group ? comparison->right : comparison->left;
+        TableSet givenTables = 0;
+        (void)AddTables(*given, givenTables);
+        if (!IsNumberColumn(*tested) || !IsNumberColumn(*given) || (givenTables & group) != 0) return nullptr;
+        // The engine may read the whole of the list at once; that must not be the larger table of the two.
+        if (RowsOf(group) > RowsOf(givenTables)) return nullptr;
+        return MakeExpression(condition.at,
+                              InQuery{false, std::move(given), QueryOf(group, std::move(tested), nullptr)});
+    }
+
+    /// The one condition that joins these small tables to the changed one, when it is an equality of two fields.
+    [[nodiscard]] Condition* LinkOf(TableSet group) {
+        const std::int64_t most = std::max(kFewRows, RowsOf(giving_));
+        Condition* link = nullptr;
+        for (std::size_t table = 0; table < tables_.size(); ++table)
+            if ((group & Bit(table)) != 0 && RowsOf(Bit(table)) > most) return nullptr;
+        for (Condition& condition : conditions_) {
+            if ((condition.tables & group) == 0 || (condition.tables & ~group) == 0) continue;
+            const auto* comparison = std::get_if<Comparison>(&condition.expression->node);
+            if (link != nullptr || comparison == nullptr || comparison->op != ComparisonOperator::Equal) return nullptr;
+            for (const ExpressionPtr* side : {&comparison->left, &comparison->right})
+                if (!std::holds_alternative<ColumnName>((*side)->node)) return nullptr;
+            link = &condition;
+        }
+        return link;
+    }
+
+    /// "changed IN (SELECT field FROM group WHERE …)"; takes the group's conditions out of the list.
+    [[nodiscard]] ExpressionPtr ListTestFor(TableSet group) {
+        Condition& link = *LinkOf(group);
+        auto& comparison = std::get<Comparison>(link.expression->node);
+        TableSet left = 0;
+        (void)AddTables(*comparison.left, left);
+        ExpressionPtr tested = std::move(left == giving_ ? comparison.right : comparison.left);
+        ExpressionPtr changed = std::move(left == giving_ ? comparison.left : comparison.right);
+        link.expression = nullptr;
+        std::vector<ExpressionPtr> where;
+        for (Condition& condition : conditions_)
+            if (condition.expression && (condition.tables & group) != 0)
+                where.push_back(std::move(condition.expression));
+        return MakeExpression(
+            select_.at,
+            InQuery{false, std::move(changed), QueryOf(group, std::move(tested), AllOf(select_.at, std::move(where)))});
+    }
+
+    [[nodiscard]] std::int64_t RowsOf(TableSet one) const {
+        return catalogue_.rowsOnRecord(*tables_[static_cast<std::size_t>(std::countr_zero(one))].info);
+    }
+
+    [[nodiscard]] bool IsNumberColumn(const Expression& expression) const {
+        const auto* column = std::get_if<ColumnName>(&expression.node);
+        if (column == nullptr) return false;
+        const ColumnInfo* info = tables_[TableOf(*column)].info->column(column->name);
+        return KindOfColumn(info->name, info->type) == CompareKind::Number;
+    }
+
+    Select& select_;
+    const std::vector<OrderItem>& orderBy_;
+    const Catalogue& catalogue_;
+    std::vector<JoinedTable> tables_;
+    std::vector<Condition> conditions_;
+    TableSet giving_ = 0; ///< tables of which a column is in the output or the order
+};
+
+} // namespace
+
+void TurnJoinsIntoTests(tree::Update& update, const Catalogue& catalogue) {
+    Select select;
+    select.from = std::move(update.tables);
+    select.where = std::move(update.where);
+    SemiJoin(select, {}, catalogue).ApplyToUpdate(update.assignments);
+    update.tables = std::move(select.from);
+    update.where = std::move(select.where);
+}
+
+void TurnJoinsIntoTests(tree::Query& query, const Catalogue& catalogue) {
+    static const std::vector<OrderItem> noOrder;
+    for (Select& select : query.arms)
+        SemiJoin(select, query.arms.size() == 1 ? query.orderBy : noOrder, catalogue).Apply();
+}
+
+} // namespace jet
