@@ -55,11 +55,12 @@ Typed JoinedText(std::string sql, const Typed& left, const Typed& right) {
     return joined;
 }
 
-/// (left sign right), without brackets around a left part of the same operator: SQLite bounds the depth of brackets.
-std::string Chained(const std::string& left, const Typed& leftValue, char op, const std::string& right) {
+/// Writes (left sign right), without brackets around a left part of the same operator: SQLite bounds their depth.
+void Chain(Typed& chained, const std::string& left, const Typed& leftValue, char op, const std::string& right) {
     const std::string sign = op == '&' ? " || " : std::string(" ") + op + " ";
-    if (leftValue.chain != op) return "(" + left + sign + right + ")";
-    return left.substr(0, left.size() - 1) + sign + right + ")";
+    chained.chain = op;
+    chained.terms = (leftValue.chain == op ? leftValue.terms : left) + sign + right;
+    chained.sql = "(" + chained.terms + ")";
 }
 
 // SQLite joins texts and whole numbers as the dialect does. Two Nulls stay Null, which one operand that can't be Null
@@ -74,8 +75,8 @@ Typed Concatenated(const Typed& left, const Typed& right) {
         if (IsText(each) || IsWhole(each.type)) return "ifnull(" + AsValue(each) + ", '')";
         return "jet_concat(" + AsValue(each) + ", '')";
     };
-    Typed joined = JoinedText(Chained(operand(left), left, '&', operand(right)), left, right);
-    joined.chain = '&';
+    Typed joined = JoinedText({}, left, right);
+    Chain(joined, operand(left), left, '&', operand(right));
     return joined;
 }
 
@@ -238,6 +239,7 @@ Typed Emitter::emitNode(const ColumnName& node, const Scope& scope, Position at)
         return value;
     }
     const Scope::Found found = scope.resolve(node, at);
+    read_.push_back(found.source->number);
     return Field(*found.level, *found.source, found.column);
 }
 
@@ -250,9 +252,8 @@ Typed Emitter::emitNode(const Arithmetic& node, const Scope& scope, Position) {
                      type};
     };
     const auto written = [&](char sign) {
-        Typed made{Chained(AsNumber(left), left, sign, AsNumber(right)), CompareKind::Number,
-                   ArithmeticType(left, right)};
-        made.chain = sign;
+        Typed made{{}, CompareKind::Number, ArithmeticType(left, right)};
+        Chain(made, AsNumber(left), left, sign, AsNumber(right));
         return made;
     };
     switch (node.op) {
@@ -312,9 +313,7 @@ Typed Emitter::emitNode(const Comparison& node, const Scope& scope, Position) {
 }
 
 Typed Emitter::emitNode(const Logical& node, const Scope& scope, Position) {
-    std::vector<Typed> operands;
-    for (const ExpressionPtr& operand : node.operands)
-        operands.push_back(emit(*operand, scope));
+    const std::vector<Typed> operands = emitAll(node.operands, scope);
     if (!std::ranges::all_of(operands, IsTruth)) {
         std::string bits = AsBits(operands.front());
         for (std::size_t i = 1; i < operands.size(); ++i)

@@ -18,6 +18,7 @@ void Emitter::declare(const TableReference& reference, Scope& scope) {
         return;
     }
     Source source;
+    source.number = ++sources_;
     if (const auto* named = std::get_if<NamedTable>(&reference.node)) {
         source.alias = named->alias;
         source.table = &TableNamed(catalogue_, named->name);

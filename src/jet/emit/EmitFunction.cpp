@@ -83,14 +83,29 @@ long Positive(const Typed& value) {
     return value.literal && value.type == ColumnType::Long ? std::atol(value.text.c_str()) : 0;
 }
 
+/// The Format of CDbl(Format(number, mask)), whose text is made and read in one go; nullptr for any other call.
+const Call* FormatToNumber(const Call& node) {
+    const auto* const inner = node.name == "cdbl" ? std::get_if<Call>(&node.arguments.front()->node) : nullptr;
+    return inner && inner->name == "format" && inner->arguments.size() == 2 ? inner : nullptr;
+}
+
 } // namespace
+
+std::vector<Typed> Emitter::emitAll(const std::vector<ExpressionPtr>& expressions, const Scope& scope) {
+    std::vector<Typed> all;
+    all.reserve(expressions.size());
+    for (const ExpressionPtr& each : expressions)
+        all.push_back(emit(*each, scope));
+    return all;
+}
 
 Typed Emitter::emitNode(const Call& node, const Scope& scope, Position at) {
     const FunctionInfo& info = *FindFunction(node.name);
     if (node.star) return {Counted("*"), CompareKind::Number, ColumnType::Long};
-    std::vector<Typed> arguments;
-    for (const ExpressionPtr& argument : node.arguments)
-        arguments.push_back(emit(*argument, scope));
+    if (const Call* const format = FormatToNumber(node))
+        return {"jet_formatnumber(" + Listed(emitAll(format->arguments, scope)) + ")", CompareKind::Number,
+                ColumnType::Double};
+    std::vector<Typed> arguments = emitAll(node.arguments, scope);
     const bool date = !arguments.empty() && IsDate(arguments[0]);
     if (date && IsOneOf(OfNumbers, node.name))
         arguments[0] = {AsNumber(arguments[0]), CompareKind::Number, ColumnType::Double};
@@ -160,13 +175,6 @@ std::optional<Typed> Emitter::emitInline(const Call& node, const std::vector<Typ
         }
         merged.sql = cases + " END)";
         return merged;
-    }
-    if (node.name == "cdbl") {
-        constexpr std::string_view Inner = "jet_format(";
-        const auto* inner = std::get_if<Call>(&node.arguments.front()->node);
-        if (inner && inner->name == "format" && inner->arguments.size() == 2 && arguments[0].sql.starts_with(Inner))
-            return Typed{"jet_formatnumber(" + arguments[0].sql.substr(Inner.size()), CompareKind::Number,
-                         ColumnType::Double};
     }
     const bool plainText = !arguments.empty() && IsText(arguments[0]);
     if (node.name == "len" && plainText)

@@ -47,11 +47,7 @@ std::vector<Typed> LiteralsOf(const std::string& numbers) {
 Typed Emitter::emitNode(const InList& node, const Scope& scope, Position) {
     if (!node.numbers.empty()) return emitNumberList(node, scope);
     const Typed operand = emit(*node.operand, scope);
-    std::vector<Typed> values;
-    values.reserve(node.values.size());
-    for (const ExpressionPtr& each : node.values)
-        values.push_back(emit(*each, scope));
-    return Membership(operand, values, node.negated);
+    return Membership(operand, emitAll(node.values, scope), node.negated);
 }
 
 // Among numbers nothing has to be brought together, and the list goes on as it came.

@@ -47,16 +47,6 @@ template <class Items> void NameItems(Items& items) {
     }
 }
 
-/// Of equal rows that became one, there is no single value of anything else to sort by.
-template <class Keys, class Items>
-void CheckDistinctOrder(const std::vector<OrderItem>& orderBy, const Keys& keys, const Items& items) {
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        const auto same = [&](const auto& item) { return item.value.sql == keys[i].value.sql; };
-        if (std::ranges::none_of(items, same))
-            FailAt(orderBy[i].expression->at, "A query of distinct rows can be sorted by its fields alone");
-    }
-}
-
 /// A field that holds what both hold.
 OutputColumn Common(const OutputColumn& a, const OutputColumn& b) {
     if (a.type == ColumnType::Unknown) return {a.name, b.type, b.kind};
@@ -94,16 +84,19 @@ std::vector<Emitter::Item> Emitter::items(const Select& select, const Scope& sco
     std::vector<Item> made;
     const auto addFields = [&](const Source& source) {
         for (std::size_t i = 0; i < source.columns.size(); ++i)
-            made.push_back({Field(scope, source, i), source.columns[i].name, &source});
+            made.push_back({Field(scope, source, i), source.columns[i].name, &source, i, nullptr, 0, 0});
     };
     for (const SelectItem& item : select.items) {
         if (item.expression) {
-            Item one{emit(*item.expression, scope), item.alias, nullptr};
+            const std::size_t before = read_.size();
+            Item one{emit(*item.expression, scope), item.alias, nullptr,     0,
+                     item.expression.get(),         before,     read_.size()};
             const auto* column = std::get_if<ColumnName>(&item.expression->node);
             if (column && item.alias.empty() && scope.lookUp(*column, item.at).source) {
                 const Scope::Found found = scope.resolve(*column, item.at);
                 one.name = found.source->columns[found.column].name;
                 one.source = found.source;
+                one.column = found.column;
             }
             made.push_back(std::move(one));
         } else if (!item.starTable.empty()) {
@@ -130,6 +123,12 @@ std::string Emitter::itemList(const std::vector<Item>& items, bool collated) con
     return list;
 }
 
+bool Emitter::Read(const Source& source, std::size_t before, std::size_t after) const {
+    return std::ranges::find(read_.begin() + static_cast<std::ptrdiff_t>(before),
+                             read_.begin() + static_cast<std::ptrdiff_t>(after),
+                             source.number) != read_.begin() + static_cast<std::ptrdiff_t>(after);
+}
+
 std::string Emitter::groupBy(const Select& select, const std::vector<Item>& items, const Scope& scope) {
     const std::string terms = groupTerms(select, scope);
     std::string list = terms.empty() ? terms : " GROUP BY " + terms;
@@ -137,8 +136,9 @@ std::string Emitter::groupBy(const Select& select, const std::vector<Item>& item
     // One row for each combination of rows of the tables that give fields, if another table could repeat them.
     std::vector<const Source*> giving;
     for (const Source& source : scope.sources) {
-        const std::string prefix = QuotedName(source.alias) + ".";
-        const auto gives = [&](const Item& item) { return item.value.sql.find(prefix) != std::string::npos; };
+        const auto gives = [&](const Item& item) {
+            return item.source == &source || Read(source, item.readBefore, item.readAfter);
+        };
         if (std::ranges::any_of(items, gives)) giving.push_back(&source);
     }
     const bool haveRows = std::ranges::all_of(giving, [](const Source* source) { return source->table != nullptr; });
@@ -176,11 +176,11 @@ std::vector<Emitter::OrderKey> Emitter::orderKeys(const std::vector<OrderItem>& 
             const long position = std::atol(number->text.c_str());
             if (position < 1 || position > static_cast<long>(items.size()))
                 FailAt(expression.at, "There is no field of this number to sort by");
-            keys.push_back({items[static_cast<std::size_t>(position - 1)].value, item.descending});
+            keys.push_back({items[static_cast<std::size_t>(position - 1)].value, item.descending, true});
         } else if (named != items.end() && !scope.lookUp(*column, expression.at).source) {
-            keys.push_back({named->value, item.descending});
+            keys.push_back({named->value, item.descending, true});
         } else {
-            keys.push_back({emit(expression, scope), item.descending});
+            keys.push_back({emit(expression, scope), item.descending, false});
         }
     }
     return keys;
@@ -216,41 +216,6 @@ std::string Emitter::topText(const Select& select, const std::string& fields, co
            ")) WHERE \"jet$rank\" <= " + limit + " ORDER BY \"jet$rank\"";
 }
 
-// In a grouped query a field stands for one value of its group only when it is grouped by, or within an aggregate.
-void Emitter::checkGroups(const Select& select, const std::vector<OrderItem>& orderBy, const Scope& scope) {
-    std::vector<std::string> terms;
-    for (const ExpressionPtr& term : select.groupBy)
-        terms.push_back(AsValue(emit(*term, scope)));
-    for (const SelectItem& item : select.items)
-        if (item.expression) checkGrouped(*item.expression, terms, scope);
-    if (select.having) checkGrouped(*select.having, terms, scope);
-    for (const OrderItem& item : orderBy)
-        checkGrouped(*item.expression, terms, scope);
-}
-
-void Emitter::checkGrouped(const Expression& expression, const std::vector<std::string>& terms, const Scope& scope) {
-    const auto* const call = std::get_if<Call>(&expression.node);
-    if (call && FindFunction(call->name)->aggregate) return;
-    if (const auto* const in = std::get_if<InQuery>(&expression.node)) return checkGrouped(*in->operand, terms, scope);
-    if (const auto* const each = std::get_if<Quantified>(&expression.node))
-        return checkGrouped(*each->operand, terms, scope);
-    if (std::ranges::find(terms, AsValue(emit(expression, scope))) != terms.end()) return;
-    const auto* const column = std::get_if<ColumnName>(&expression.node);
-    if (column) {
-        const Scope::Found found = scope.lookUp(*column, expression.at);
-        const SelectItem* const item = found.source ? nullptr : scope.aliased(*column);
-        if (item) return checkGrouped(*item->expression, terms, scope);
-        if (found.level != &scope) return;
-        throw Error(ErrorNumber::OutsideGroups,
-                    "The field '" + column->name + "' is neither grouped by nor part of an aggregate (line " +
-                        std::to_string(expression.at.line) + ", column " + std::to_string(expression.at.column) + ").");
-    }
-    (void)VisitOperands(expression, [&](const Expression& operand) {
-        checkGrouped(operand, terms, scope);
-        return true;
-    });
-}
-
 Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<OrderItem>& orderBy, const Scope* outer,
                                         const std::vector<CompareKind>* unionKinds) {
     Scope scope;
@@ -272,8 +237,8 @@ Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<
     std::vector<OrderKey> keys = orderKeys(orderBy, made, scope);
     // Equal rows and groups come out of their own sorting in the order of the collation.
     if (!distinct && !HasGroups(select)) KeyValues(keys);
-    if (HasGroups(select)) checkGroups(select, orderBy, scope);
-    if (distinct) CheckDistinctOrder(orderBy, keys, made);
+    if (HasGroups(select)) CheckGroups(select, orderBy, scope);
+    if (distinct) checkDistinctOrder(orderBy, keys, made, scope);
     if (select.top && (select.top->percent || (!keys.empty() && !SortsByCounter(select, scope, keys)))) {
         text.sql = topText(select, itemList(made, collated), tail, made, keys);
         return text;

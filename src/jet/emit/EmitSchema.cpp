@@ -115,10 +115,18 @@ Translation Emitter::statement(const CreateIndex& create) {
 
 Translation Emitter::statement(const DropTable& drop) {
     RefuseReservedName(drop.table);
+    Translation made;
+    made.kind = StatementClass::Schema;
+    if (catalogue_.isLink(drop.table)) {
+        made.target = drop.table;
+        made.change = TargetChange::DropLink;
+        return made;
+    }
     const TableInfo& table = TableNamed(catalogue_, drop.table);
-    Translation made = Change(StatementClass::Schema, "DROP TABLE " + TableSql(table), table.name);
-    // Of a link only the link goes; the connection takes it out of its list.
-    if (table.type == TableType::Link) made.statements.clear();
+    made.target = table.name;
+    made.change = TargetChange::Drop;
+    made.droppedTable = TableSql(table);
+    made.statements.push_back("DROP TABLE " + made.droppedTable);
     return made;
 }
 

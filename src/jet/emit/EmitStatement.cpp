@@ -84,6 +84,7 @@ Translation Emitter::makeTable(const Query& query) {
     const std::string table = "main." + QuotedName(first.into);
     Translation made = Change(StatementClass::Schema, "CREATE TABLE " + table + " (" + fields + ")", first.into);
     made.statements.push_back("INSERT INTO " + table + " " + text.sql);
+    made.change = TargetChange::Make;
     made.columns = std::move(text.columns);
     return made;
 }

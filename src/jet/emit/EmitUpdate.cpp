@@ -8,16 +8,6 @@ namespace jet {
 
 using namespace tree;
 
-namespace {
-
-bool RefersBeyond(const std::string& sql, const Scope& scope, const Source& target) {
-    return std::ranges::any_of(scope.sources, [&](const Source& each) {
-        return &each != &target && sql.find(QuotedName(each.alias) + ".") != std::string::npos;
-    });
-}
-
-} // namespace
-
 // The rows of a joined UPDATE or DELETE. A Like with a pattern that comes from a row is an equality wherever the
 // pattern holds no wildcard, and only then an index can serve: the two cases are gathered apart.
 std::string Emitter::matchingRows(const Update& update, const Scope& scope, const std::string& columns) {
@@ -66,8 +56,11 @@ std::vector<Emitter::Changes> Emitter::changesByTarget(const Update& update, con
         if (place == all.end()) place = all.insert(place, Changes{found.source, {}, {}, false});
         const OutputColumn& field = found.source->columns[found.column];
         place->fields.push_back(QuotedName(field.name));
+        const std::size_t before = read_.size();
         place->values.push_back(AsStored(emit(*assignment.value, scope), field.type));
-        place->beyond = place->beyond || RefersBeyond(place->values.back(), scope, *found.source);
+        place->beyond = place->beyond || std::ranges::any_of(scope.sources, [&](const Source& each) {
+                            return &each != found.source && Read(each, before, read_.size());
+                        });
     }
     return all;
 }

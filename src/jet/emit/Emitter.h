@@ -18,6 +18,7 @@ class Emitter {
   private:
     // --- Expressions (EmitExpression.cpp, EmitFunction.cpp) ---
     Typed emit(const tree::Expression& expression, const Scope& scope);
+    std::vector<Typed> emitAll(const std::vector<tree::ExpressionPtr>& expressions, const Scope& scope);
     Typed emitNode(const tree::NullLiteral& node, const Scope& scope, Position at);
     Typed emitNode(const tree::NumberLiteral& node, const Scope& scope, Position at);
     Typed emitNode(const tree::TextLiteral& node, const Scope& scope, Position at);
@@ -70,7 +71,11 @@ class Emitter {
     struct Item {
         Typed value;
         std::string name;
-        const Source* source = nullptr; ///< of a plain field
+        const Source* source = nullptr;               ///< of a plain field
+        std::size_t column = 0;                       ///< its place among the source's
+        const tree::Expression* expression = nullptr; ///< none for a field that a star stands for
+        std::size_t readBefore = 0;                   ///< fields that had been read before it was written, and after
+        std::size_t readAfter = 0;
     };
     void declare(const std::vector<tree::TableReferencePtr>& from, Scope& scope);
     void declare(const tree::TableReference& reference, Scope& scope);
@@ -89,14 +94,17 @@ class Emitter {
     struct OrderKey {
         Typed value;
         bool descending = false;
+        bool isItem = false; ///< named by the position or the name of a field of the result
 
         [[nodiscard]] std::string text() const;
     };
     static bool SortsByCounter(const tree::Select& select, const Scope& scope, const std::vector<OrderKey>& keys);
     std::vector<OrderKey> orderKeys(const std::vector<tree::OrderItem>& orderBy, const std::vector<Item>& items,
                                     const Scope& scope);
-    void checkGroups(const tree::Select& select, const std::vector<tree::OrderItem>& orderBy, const Scope& scope);
-    void checkGrouped(const tree::Expression& expression, const std::vector<std::string>& terms, const Scope& scope);
+    static void checkDistinctOrder(const std::vector<tree::OrderItem>& orderBy, const std::vector<OrderKey>& keys,
+                                   const std::vector<Item>& items, const Scope& scope);
+    /// True when one of the fields written from `before` to `after` belongs to the source.
+    [[nodiscard]] bool Read(const Source& source, std::size_t before, std::size_t after) const;
     static void KeyValues(std::vector<OrderKey>& keys);
     static std::string topText(const tree::Select& select, const std::string& fields, const std::string& tail,
                                const std::vector<Item>& items, const std::vector<OrderKey>& keys);
@@ -133,6 +141,8 @@ class Emitter {
     std::size_t aliasText_ = 0; ///< bytes written for names that stand for other expressions
     std::size_t work_ = 0;      ///< expressions written, each as often as it was
     std::size_t mostWork_;
+    std::size_t sources_ = 0;       ///< declared so far
+    std::vector<std::size_t> read_; ///< the number of the source of each field written so far
     std::vector<ListParameter> lists_;
     std::map<const tree::InList*, std::size_t> listNumbers_; ///< a union's queries are written twice
 };
@@ -151,6 +161,9 @@ class Emitter {
 [[nodiscard]] std::string Compared(const Typed& left, const char* op, const Typed& right);
 /// True when the expression computes over groups of rows; inner queries have groups of their own.
 [[nodiscard]] bool HoldsAggregate(const tree::Expression& expression);
+/// In a grouped query a field stands for one value of its group only when it is grouped by, or within an aggregate.
+/// Throws OutsideGroups for any other.
+void CheckGroups(const tree::Select& select, const std::vector<tree::OrderItem>& orderBy, const Scope& scope);
 /// A statement of one text that changes `target`.
 [[nodiscard]] Translation Change(StatementClass kind, std::string sql, std::string target);
 /// Position of a field of a table. Throws NoSuchColumn.

@@ -19,13 +19,15 @@ struct Typed {
     bool condition = false;                ///< a truth value of SQLite (1, 0, Null), not one of ours (-1, 0)
     bool literal = false;                  ///< a constant of the statement; `text` is its text
     std::string text = {};
-    bool column = false;   ///< a bare field, which an index may serve
-    bool caseless = false; ///< text without letters: it needs no collation
-    char chain = 0;        ///< written in brackets, with this operator in it: a further one needs none of its own
+    bool column = false;    ///< a bare field, which an index may serve
+    bool caseless = false;  ///< text without letters: it needs no collation
+    char chain = 0;         ///< the operator of a term in brackets that further operands can be added to, else 0
+    std::string terms = {}; ///< of such a term: what stands within its brackets
 };
 
 /// A table of a FROM clause: of the catalogue, or an inner query's result.
 struct Source {
+    std::size_t number = 0; ///< tells it apart from all others of the statement
     std::string alias;
     const TableInfo* table = nullptr;  ///< nullptr for an inner query
     std::vector<OutputColumn> columns; ///< as the result of the table or inner query has them

@@ -23,6 +23,14 @@ enum class StatementClass {
     Schema, ///< CREATE, DROP, SELECT … INTO: the catalogue is to be read again
 };
 
+/// What a statement of the class Schema does to its target.
+enum class TargetChange {
+    Other,    ///< nothing, or anything else
+    Make,     ///< a query makes and fills it: the first text makes it, the last one fills it
+    Drop,     ///< the table goes
+    DropLink, ///< only the link goes, which stands in the catalogue: there is no text
+};
+
 /// A crosstab needs the distinct pivot values before its own text can be written.
 struct PivotPlan {
     std::string valuesSql; ///< SQLite text: the distinct pivot values in ascending order, one column
@@ -44,6 +52,8 @@ struct Translation {
     std::string
         connector; ///< SELECT … INTO [dBase IV;database=folder].name.dbf: the text in brackets; target is the rest
     std::string target; ///< table made, dropped or written to (its name in the statement)
+    TargetChange change = TargetChange::Other;
+    std::string droppedTable; ///< of a Drop: the table as SQLite text names it
 };
 
 /// Translates one Jet statement: lexer, parser, name resolution, SQLite text. Throws Error (SyntaxError, NoSuchTable,

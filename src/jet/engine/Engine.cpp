@@ -28,25 +28,6 @@ int Note(void* noting, int action, const char* table, const char* column, const 
     return SQLITE_OK;
 }
 
-// The next word or bracketed name of a statement; `sql` then begins behind it.
-std::string NextWord(std::string_view& sql) {
-    const std::size_t start = sql.find_first_not_of(" \t\r\n");
-    if (start == std::string_view::npos) return {};
-    sql.remove_prefix(start);
-    std::size_t length = 0;
-    std::string word;
-    if (sql.front() == '[') {
-        length = std::min(sql.find(']'), sql.size() - 1);
-        word = sql.substr(1, length - 1);
-        ++length;
-    } else {
-        length = std::min(sql.find_first_of(" \t\r\n;[]"), sql.size());
-        word = sql.substr(0, length);
-    }
-    sql.remove_prefix(length);
-    return word;
-}
-
 /// The catalogue, with a note of every table that it is asked for.
 class NotingCatalogue final : public Catalogue {
   public:
@@ -54,9 +35,15 @@ class NotingCatalogue final : public Catalogue {
 
     [[nodiscard]] const TableInfo* find(std::string_view name) const override {
         const TableInfo* const found = catalogue_.find(name);
-        if (std::ranges::find(asked_, name, &AskedTable::name) == asked_.end())
-            asked_.push_back({std::string(name), found == nullptr ? 0 : catalogue_.stamp(name)});
+        const auto asked = [&](const AskedTable& each) { return each.name == name && !each.whetherLink; };
+        if (std::ranges::none_of(asked_, asked))
+            asked_.push_back({std::string(name), found == nullptr ? 0 : catalogue_.stamp(name), false});
         return found;
+    }
+    [[nodiscard]] bool isLink(std::string_view name) const override {
+        const bool link = catalogue_.isLink(name);
+        asked_.push_back({std::string(name), link ? 1U : 0U, true});
+        return link;
     }
     [[nodiscard]] unsigned version() const override { return catalogue_.version(); }
     [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override {
@@ -190,8 +177,10 @@ void Engine::TranslateAnew(Seen& seen) {
 // A filter drops and makes its working tables each time, always alike; what was translated for them stays good.
 bool Engine::StillGood(Seen& seen) {
     if (seen.version == catalogue_->version()) return true;
-    const bool same = std::ranges::all_of(
-        seen.asked, [&](const AskedTable& each) { return catalogue_->stamp(each.name) == each.stamp; });
+    const bool same = std::ranges::all_of(seen.asked, [&](const AskedTable& each) {
+        if (each.whetherLink) return catalogue_->isLink(each.name) == (each.stamp != 0);
+        return catalogue_->stamp(each.name) == each.stamp;
+    });
     if (same) seen.version = catalogue_->version();
     return same;
 }
@@ -327,7 +316,6 @@ void Engine::EndClaim() {
 
 std::int64_t Engine::ExecuteHere(std::string_view sql) {
     NoticeOthers();
-    if (DropsLink(sql)) return 0;
     return Retrying([&]() -> std::int64_t {
         Seen& seen = Translated(sql);
         if (seen.translation.kind == StatementClass::Select) {
@@ -378,6 +366,7 @@ std::int64_t Engine::AsOne(const std::function<std::int64_t()>& work) {
 std::int64_t Engine::RunStatements(Seen& seen) {
     const bool schema = seen.translation.kind == StatementClass::Schema;
     if (schema) {
+        if (seen.translation.change == TargetChange::DropLink) return DropLink(seen.translation.target);
         if (LeavesShell(seen.translation)) return LeaveShell(seen);
         if (FillsShell(seen.translation)) return FillShell(seen);
         DropShell(seen.translation.target);
@@ -398,7 +387,13 @@ std::int64_t Engine::RunStatements(Seen& seen) {
     });
     if (!schema) return changes;
     NoteSchemaChange(translation, changes);
-    return translation.statements.size() > 1 ? changes : 0;
+    return translation.change == TargetChange::Make ? changes : 0;
+}
+
+std::int64_t Engine::DropLink(const std::string& name) {
+    TakeInAll();
+    catalogue_->DropLink(name);
+    return 0;
 }
 
 void Engine::RunKept(Statement& kept, std::string_view sql, const std::vector<std::string>& parameters) {
@@ -411,10 +406,10 @@ void Engine::NoteSchemaChange(const Translation& translation, std::int64_t rows)
     const std::string& target = translation.target;
     sizes_->Forget(LowerCased("main." + target));
     if (target.empty()) return catalogue_->ReadAll();
-    if (translation.statements.size() > 1) {
+    if (translation.change == TargetChange::Make) {
         catalogue_->NoteMade(target, translation.columns);
         TakeFiguresOf(target, rows);
-    } else if (DropsTable(translation)) {
+    } else if (translation.change == TargetChange::Drop) {
         catalogue_->NoteDropped(target);
     } else {
         catalogue_->ReadTable(target);
@@ -432,17 +427,6 @@ void Engine::TakeInAll() {
     const std::vector<OpenResult*> results(results_.begin(), results_.end());
     for (OpenResult* const each : results)
         each->TakeIn();
-}
-
-// A link whose file is gone can't be translated, and yet must be dropped.
-bool Engine::DropsLink(std::string_view sql) {
-    std::string_view rest = sql;
-    if (!SameName(NextWord(rest), "DROP") || !SameName(NextWord(rest), "TABLE")) return false;
-    const std::string name = NextWord(rest);
-    if (rest.find_first_not_of(" \t\r\n;") != std::string_view::npos || !catalogue_->isLink(name)) return false;
-    TakeInAll();
-    catalogue_->DropLink(name);
-    return true;
 }
 
 void Engine::PutLink(const LinkInfo& link) {

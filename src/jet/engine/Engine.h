@@ -32,10 +32,12 @@ class OpenResult {
     [[nodiscard]] virtual const std::set<std::string>& tablesRead() const = 0;
 };
 
-/// A table that a translation asked the catalogue for, and the stamp of what it was given.
+/// What a translation asked the catalogue: for a table, and the stamp of what it was given, or whether a name is a
+/// link, and 1 or 0.
 struct AskedTable {
     std::string name;
     std::size_t stamp = 0;
+    bool whetherLink = false;
 };
 
 /// A query that is ready to be stepped.
@@ -116,10 +118,9 @@ class Engine {
     void NoteSchemaChange(const Translation& translation, std::int64_t rows);
     void TakeInReaders(const std::set<std::string>& written);
     void TakeInAll();
-    bool DropsLink(std::string_view sql);
+    std::int64_t DropLink(const std::string& name);
 
     // --- Tables that come and go (Shells.cpp) ---
-    [[nodiscard]] static bool DropsTable(const Translation& translation);
     [[nodiscard]] bool LeavesShell(const Translation& translation) const;
     [[nodiscard]] bool FillsShell(const Translation& translation) const;
     std::int64_t LeaveShell(Seen& seen);

@@ -31,6 +31,7 @@ class LiveCatalogue final : public Catalogue {
     LiveCatalogue(sqlite3* database, std::string path, Use use);
 
     [[nodiscard]] const TableInfo* find(std::string_view name) const override;
+    [[nodiscard]] bool isLink(std::string_view name) const override;
     [[nodiscard]] unsigned version() const override { return version_; }
     [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override;
 
@@ -39,7 +40,6 @@ class LiveCatalogue final : public Catalogue {
     [[nodiscard]] std::size_t stamp(std::string_view name) const;
 
     [[nodiscard]] std::vector<TableInfo> Tables() const;
-    [[nodiscard]] bool isLink(std::string_view name) const;
     /// True for a working database that has a list of links.
     [[nodiscard]] bool hasLinks() const { return hasLinks_; }
     /// True when a link was looked for since the last reading of everything and its table was not there.

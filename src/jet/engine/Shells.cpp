@@ -8,32 +8,21 @@
 
 namespace jet {
 
-namespace {
-
-constexpr std::string_view Drop = "DROP TABLE ";
-
-} // namespace
-
-bool Engine::DropsTable(const Translation& translation) {
-    return translation.statements.size() == 1 && translation.statements.front().starts_with(Drop);
-}
-
 bool Engine::LeavesShell(const Translation& translation) const {
-    return scoped_ && DropsTable(translation) && catalogue_->canBeShell(translation.target);
+    return scoped_ && translation.change == TargetChange::Drop && catalogue_->canBeShell(translation.target);
 }
 
 bool Engine::FillsShell(const Translation& translation) const {
-    if (translation.statements.size() < 2) return false;
+    if (translation.change != TargetChange::Make) return false;
     const TableInfo* const shell = catalogue_->shell(translation.target);
     return shell != nullptr && LiveCatalogue::Fits(*shell, translation.columns);
 }
 
 std::int64_t Engine::LeaveShell(Seen& seen) {
     const std::string name = seen.translation.target;
-    const std::string quoted = seen.translation.statements.front().substr(Drop.size());
     AsOne([&] {
         PreparedStatement emptying = std::exchange(seen.prepared, {});
-        if (emptying.statement == nullptr) emptying = PrepareNoting("DELETE FROM " + quoted, {});
+        if (emptying.statement == nullptr) emptying = PrepareNoting("DELETE FROM " + seen.translation.droppedTable, {});
         RunKept(markShell_,
                 "INSERT OR REPLACE INTO main.MSysLinks (Name, File, Password, SourceTable) VALUES (?, '', '', '')",
                 {name});
@@ -78,7 +67,7 @@ void Engine::DropShell(const std::string& name) {
     TakeInAll();
     AsOne([&]() -> std::int64_t {
         UnmarkShell(name);
-        Run(database(), std::string(Drop) + TableSql(*shell));
+        Run(database(), "DROP TABLE " + TableSql(*shell));
         return 0;
     });
     catalogue_->NoteShellGone(name);

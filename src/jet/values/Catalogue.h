@@ -47,6 +47,8 @@ class Catalogue {
     virtual ~Catalogue() = default;
     /// The table of this name, ignoring case; nullptr when there is none. Valid until the catalogue changes.
     [[nodiscard]] virtual const TableInfo* find(std::string_view name) const = 0;
+    /// True for a link, also when what it links to isn't there and find gives nothing.
+    [[nodiscard]] virtual bool isLink(std::string_view /*name*/) const { return false; }
     /// Rises with every change of tables or links; a translation is good as long as it stands.
     [[nodiscard]] virtual unsigned version() const = 0;
     /// Rows that the figures of the table's indexes name, from when they were last taken; 0 when there are none.

@@ -62,6 +62,21 @@ TEST_F(LinksTest, WhatIsLinkedForReadingCannotBeChanged) {
     EXPECT_EQ(Names(), "two;");
 }
 
+TEST_F(LinksTest, ALinkToNothingIsDroppedHoweverItIsNamed) {
+    for (const char* drop : {"DROP TABLE Area", "drop table [AREA];", "DROP TABLE `Area`", "DROP\fTABLE Area"}) {
+        Link("none.mdb");
+        EXPECT_EQ(FailureOf([&] { working->Execute(drop); }), std::nullopt) << drop;
+        EXPECT_TRUE(working->Tables().empty()) << drop;
+    }
+    // The same text drops whatever has the name next.
+    working->Execute("CREATE TABLE [Area] (AreaNId LONG)");
+    working->Execute("DROP TABLE Area");
+    EXPECT_TRUE(working->Tables().empty());
+    Link("data.mdb");
+    working->Execute("DROP TABLE Area");
+    EXPECT_EQ(RowsOf(*Connection::Open(folder.path("data.mdb"), "secret"), "SELECT AreaName FROM [Area_en]"), "one;");
+}
+
 TEST_F(LinksTest, DroppingALinkKeepsItsTable) {
     Link("data.mdb");
     EXPECT_EQ(Names(), "one;");

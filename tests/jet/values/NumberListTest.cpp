@@ -119,6 +119,15 @@ TEST_F(ListStatementTest, ServesEveryKindOfStatement) {
     EXPECT_EQ(RowsOf(*connection_, "SELECT Id, V FROM t"), "1|9;3|-;");
 }
 
+// The same list twice is the same expression, whichever parameter stands for it.
+TEST_F(ListStatementTest, GroupsAndSortsByALongList) {
+    const std::string listed = "N IN (" + Numbers(1, 2, 40000) + ")";
+    EXPECT_EQ(RowsOf(*connection_, "SELECT " + listed + ", Count(*) FROM t WHERE N > 0 GROUP BY " + listed),
+              "-1|1;0|2;");
+    EXPECT_EQ(RowsOf(*connection_, "SELECT DISTINCT " + listed + " FROM t WHERE N > 0 ORDER BY " + listed + " DESC"),
+              "0;-1;");
+}
+
 TEST_F(ListStatementTest, TakesMillionsOfNumbers) {
     const std::string list = Numbers(1, 1, 3'000'000);
     EXPECT_EQ(IdsWhere("N IN (" + list + ")"), "1;2;4;");
