@@ -1,5 +1,7 @@
 #pragma once
 
+#include "office/Limits.h"
+
 #include <QString>
 #include <QTableView>
 
@@ -14,7 +16,7 @@ class DataTable final : public QTableView {
 
   public:
     /// Most rows that go to the clipboard at once: a full sheet of the .xls kind, and a wait of seconds at most.
-    static constexpr int kMostCopiedRows = 65536;
+    static constexpr int kMostCopiedRows = office::kMaxRows;
 
     explicit DataTable(QWidget* parent = nullptr);
 

@@ -10,6 +10,7 @@
 #include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "session/Templates.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -88,7 +89,7 @@ bool ConnectionIsOpen() {
 bool RenewWorkingDatabase() {
     if (ConnectionIsOpen()) return true;
     const QString target = FindPath(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));
-    const QString source = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/InfoSel.mdb")}));
+    const QString source = TemplateFile(QStringLiteral("InfoSel.mdb"));
     if (!FileExists(source)) {
         LogNote(QLatin1String("the template of the working database is missing: ") + source);
         return true;

@@ -1,6 +1,5 @@
 #include "dataview/DataExport.h"
 
-#include "controls/SheetLook.h"
 #include "dataview/GridQuery.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
@@ -12,17 +11,16 @@
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "session/Templates.h"
+#include "sheets/ListSheet.h"
+#include "sheets/ValueCells.h"
 
 #include <QDateTime>
 #include <QFile>
 
-#include <array>
-
 namespace tessaro {
 
 namespace {
-
-constexpr int kRowsOfSheet = 65535; ///< of values, below the header
 
 constexpr int kFootnoteColumn = VisibleCols + 1;
 
@@ -144,74 +142,14 @@ bool SaveDataViewTxt(const QString& file, const ExportRows& rows) {
 
 namespace {
 
-office::Cell XlsCell(const ExportRows& rows, const GridRow& row, int column) {
-    const QString text = TextOf(rows, row, column);
-    bool isNumber = false;
-    const double number = column == ColDatavalue ? text.trimmed().toDouble(&isNumber) : 0;
-    if (column == ColDatavalue && isNumber && ReadsAsNumber(text)) return number;
-    return text.isEmpty() ? office::Cell() : office::Cell(text.left(32767));
-}
-
-std::vector<office::Cell> HeadCells(const ExportRows& rows) {
-    std::vector<office::Cell> cells;
-    const QStringList heads = Heads(rows);
-    for (const QString& head : heads)
-        cells.emplace_back(head);
-    return cells;
-}
-
-/// Cells of global items in one column, handed over as blocks: neighbours below each other are mostly of one kind, and
-/// a look for each cell would cost more than all values.
-class GlobalRuns final {
-  public:
-    explicit GlobalRuns(office::Worksheet sheet) : sheet_(std::move(sheet)) {}
-
-    void Next(int sheetRow, const GridRow& row) {
-        for (Run& run : runs_) {
-            const bool isGlobal = row.IsGlobal(run.column);
-            if (isGlobal && run.first == 0) run.first = sheetRow;
-            if (!isGlobal) End(run, sheetRow - 1);
-        }
+ListRow XlsRow(const ExportRows& rows, const GridRow& row) {
+    ListRow line;
+    for (int column = 1; column <= ColumnsOf(rows); ++column) {
+        const QString text = TextOf(rows, row, column);
+        line.cells.push_back(column == ColDatavalue ? ValueCell(text) : TextCell(text));
+        if (row.IsGlobal(column)) line.global |= 1U << (column - 1);
     }
-    void Finish(int lastRow) {
-        for (Run& run : runs_)
-            End(run, lastRow);
-    }
-
-  private:
-    struct Run {
-        int column;
-        int first = 0; ///< 0: none is open
-    };
-
-    void End(Run& run, int lastRow) {
-        if (run.first == 0) return;
-        sheet_.Cells(run.first, run.column, lastRow, run.column).SetStyle({.fontColorIndex = GlobalSlot});
-        run.first = 0;
-    }
-
-    office::Worksheet sheet_;
-    std::array<Run, 4> runs_{{{ColAreaName}, {ColIndicator}, {ColUnit}, {ColSubpop}}};
-};
-
-/// One sheet: the header and the rows from `first` on.
-void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int count) {
-    office::Block block;
-    block.reserve(static_cast<std::size_t>(count) + 1);
-    block.push_back(HeadCells(rows));
-    GlobalRuns globals(sheet);
-    for (int row = first; row < first + count; ++row) {
-        const GridRow* values = rows.rowAt(row);
-        if (!values) continue;
-        std::vector<office::Cell> cells;
-        for (int column = 1; column <= ColumnsOf(rows); ++column)
-            cells.push_back(XlsCell(rows, *values, column));
-        block.push_back(std::move(cells));
-        if (ShowGlobalColor) globals.Next(static_cast<int>(block.size()), *values);
-    }
-    const int last = static_cast<int>(block.size());
-    WriteTable(sheet, block);
-    globals.Finish(last);
+    return line;
 }
 
 } // namespace
@@ -219,17 +157,19 @@ void FillSheet(office::Worksheet sheet, const ExportRows& rows, int first, int c
 int SaveDataViewXls(const QString& file, const ExportRows& rows) {
     if (file.trimmed().isEmpty()) return 0;
     const QString work = JoinPath({TempFolder, QStringLiteral("DataView.xls")});
-    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(
-        FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/TemplateExcel.xls")})), work);
-    if (ShowGlobalColor) book.SetColors(GlobalSlot, ColorFromNumber(GlobalColor));
-    const int sheets = std::max(1, (rows.count + kRowsOfSheet - 1) / kRowsOfSheet);
-    for (int number = 1; number <= sheets; ++number) {
-        const office::Worksheet sheet = number == 1 ? book.Sheet(QStringLiteral("DataView"))
-                                                    : book.AddSheet(QStringLiteral("DataView %1").arg(number));
-        const int first = (number - 1) * kRowsOfSheet;
-        FillSheet(sheet, rows, first, std::min(kRowsOfSheet, rows.count - first));
-        TheFrame().SetProgress(90 * number / sheets);
-    }
+    office::Workbook book =
+        office::SpreadsheetApplication::Instance().OpenCopy(TemplateFile(QStringLiteral("TemplateExcel.xls")), work);
+    SetGlobalColor(book);
+    int row = 0;
+    const auto next = [&]() -> std::optional<ListRow> {
+        while (row < rows.count)
+            if (const GridRow* values = rows.rowAt(row++)) return XlsRow(rows, *values);
+        return std::nullopt;
+    };
+    const QString name = QStringLiteral("DataView");
+    const auto written = [&](int) { TheFrame().SetProgress(rows.count > 0 ? 90 * row / rows.count : 90); };
+    const int sheets =
+        WriteList(book, book.Sheet(name), {.name = name, .heads = Heads(rows), .next = next, .sheetWritten = written});
     book.ActivateSheet(1);
     book.Save();
     book.Close(false);

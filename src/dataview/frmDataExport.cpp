@@ -118,7 +118,7 @@ void frmData::Print() {
     if (!MayGiveAway()) return;
     std::optional<ExportStopped> stopped;
     ShowMadeWorkbook("PrintDataView", [&] {
-        QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("DataView Print"))});
+        QString file = GetFreeFileName(QStringLiteral("DataView Print"));
         try {
             WriteDataView(file, "TS_PreparingPages");
         } catch (ExportStopped reason) {

@@ -2,6 +2,7 @@
 
 #include "office/CellStyle.h"
 #include "office/Connection.h"
+#include "office/Limits.h"
 
 #include <QColor>
 #include <QString>
@@ -97,11 +98,5 @@ class Document final {
 
 /// The document of a handle; Failure::Call for a handle of nothing.
 [[nodiscard]] Document& Known(const std::shared_ptr<Document>& document);
-
-/// The most that the file format holds.
-constexpr int kMaxRows = 65536;
-constexpr int kMaxColumns = 256;
-constexpr int kMaxCellText = 32767;
-constexpr int kMaxSheetName = 31;
 
 } // namespace tessaro::office

@@ -6,6 +6,7 @@
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Strings.h"
+#include "sheets/PaletteSlots.h"
 #include "ui_ColorRangesPanel.h"
 
 #include <QHeaderView>

@@ -1,7 +1,7 @@
 #include "presentation/GraphSubject.h"
 
-#include "presentation/SheetParts.h"
 #include "session/Query.h"
+#include "view/SourcesAndNotes.h"
 
 #include <QSet>
 

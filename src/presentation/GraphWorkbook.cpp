@@ -1,10 +1,15 @@
 #include "presentation/GraphWorkbook.h"
 
-#include "controls/SheetLook.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "sheets/DataList.h"
+#include "sheets/LookRuns.h"
+#include "sheets/PaletteSlots.h"
+#include "sheets/SheetLayout.h"
+#include "sheets/ValueCells.h"
+#include "view/SourcesAndNotes.h"
 
 #include <algorithm>
 
@@ -12,9 +17,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kWhite = 2;
-constexpr int kDarkRed = 9;
-constexpr int kGray = 16;
 constexpr int kNamesBelow = 12; ///< names that a legend below the plot has room for
 constexpr int kMostNames = 24;  ///< names that a legend beside the plot has room for, in small letters
 constexpr double kManyNamesSize = 7;
@@ -22,13 +24,6 @@ constexpr QRectF kChartPlace(6, 6, 670, 355); ///< points; what the preview has 
 
 QString Plain(const char* key) {
     return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
-}
-
-/// The font of the data: the graph's options page has no font of its own.
-TableFont DataFont() {
-    const office::CellStyle font = SheetFont();
-    return {font.fontName.value_or(QString()), font.fontSize.value_or(10), font.bold.value_or(false),
-            font.italic.value_or(false)};
 }
 
 } // namespace
@@ -54,9 +49,9 @@ QString GraphWorkbook::LastCellAddress() const {
 
 void GraphWorkbook::Write() {
     book_.ActivateSheet(TableSheet); // the chart's sheet would be drawn at each of its settings
-    book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
+    book_.SetColors(HeaderSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
-    const TableFont font = DataFont();
+    const SheetFont font = ListFont();
     MeasureColumns();
     SetUpSheet(sheet_, HeaderRow, FirstValueColumn(), widths_.PagesFor(FirstValueColumn() - 1, font));
     progress_.Label("Filling Data Values");
@@ -66,7 +61,7 @@ void GraphWorkbook::Write() {
     WriteLines();
     widths_.WriteTo(sheet_, font);
     sheet_.Cells(HeaderRow, 1).AutoFitRows();
-    SetTallRows(sheet_, HeaderRow + 1, LastRow(), LastColumn(), font);
+    SetTallDataRows(sheet_, HeaderRow + 1, LastRow(), LastColumn(), font);
     SetGap(sheet_, 2, HeaderRow - 1);
     AddChart();
     progress_.Label("Setting the Body Font - sheet 2");
@@ -117,13 +112,13 @@ std::vector<office::Cell> GraphWorkbook::ChartHeads() const {
 }
 
 void GraphWorkbook::WriteTitle() {
-    office::CellStyle title = DataFont().Style();
+    office::CellStyle title = ListFont().Style();
     title.bold = true;
-    title.fontSize = DataFont().size + 4;
+    title.fontSize = ListFont().size + 4;
     SetLeading(title);
     sheet_.Cells(1, 1).SetStyle(title);
     sheet_.Cells(1, 1).SetValue(Plain("PRES_Graph"));
-    SetTallRows(sheet_, 1, 1, 1, {title.fontName.value_or(QString()), *title.fontSize});
+    SetTallDataRows(sheet_, 1, 1, 1, {title.fontName.value_or(QString()), *title.fontSize});
 }
 
 void GraphWorkbook::WriteTable() {
@@ -136,7 +131,7 @@ void GraphWorkbook::WriteTable() {
         std::copy(places.end() - table_.ColumnCount(), places.end(), block.front().end() - table_.ColumnCount());
     }
     if (plan_.NeedsHeadLabels()) block.push_back(ChartHeads());
-    LookCollector formats;
+    LookRuns formats;
     for (int row = 0; row < table_.RowCount(); ++row) {
         std::vector<office::Cell> line;
         for (const QString& text : RowHeads(row))
@@ -156,7 +151,7 @@ void GraphWorkbook::WriteTable() {
 }
 
 void GraphWorkbook::DressTable() {
-    const TableFont font = DataFont();
+    const SheetFont font = ListFont();
     office::CellStyle text = font.Style();
     text.numberFormat = QStringLiteral("@");
     SetLeading(text);
@@ -193,16 +188,16 @@ void GraphWorkbook::WriteComments() {
 
 void GraphWorkbook::Format() {
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn())
-        .SetStyle({.fontColorIndex = kWhite, .interiorColorIndex = kGray});
+        .SetStyle({.fontColorIndex = WhiteSlot, .interiorColorIndex = GraySlot});
     sheet_.Cells(HeaderRow + 1, 1, LastRow(), FirstValueColumn() - 1)
-        .SetStyle({.fontColorIndex = kDarkRed, .interiorColorIndex = RowHeadSlot});
+        .SetStyle({.fontColorIndex = DarkRedSlot, .interiorColorIndex = HeaderSlot});
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn()).SetBorders(office::EdgeTop, {});
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn())
-        .SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, 1});
+        .SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, BlackSlot});
 }
 
 void GraphWorkbook::WriteLines() {
-    office::CellStyle look = TextFont(DataFont()).Style();
+    office::CellStyle look = TextFont(ListFont()).Style();
     look.numberFormat = QStringLiteral("@");
     SetLeading(look);
     office::Block block;
@@ -250,7 +245,7 @@ void GraphWorkbook::NameAxes(office::Chart& chart) const {
 }
 
 void GraphWorkbook::DressChart(office::Chart& chart) const {
-    const TableFont font = DataFont();
+    const SheetFont font = ListFont();
     const bool pie = options_.kind == office::ChartKind::Pie;
     const int names = plan_.LegendNames();
     const bool many = names > kNamesBelow;

@@ -9,6 +9,7 @@
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Strings.h"
+#include "sheets/TimeLimit.h"
 
 #include <QPushButton>
 

@@ -25,7 +25,7 @@ QFont FontOf(const QWidget* field) {
     return field->property("presentationFont").value<QFont>();
 }
 
-TableFont TableFontOf(const QWidget* field) {
+SheetFont SheetFontOf(const QWidget* field) {
     const QFont font = FontOf(field);
     return {font.family(), font.pointSizeF() > 0 ? font.pointSizeF() : kBodySize, font.bold(), font.italic()};
 }
@@ -112,9 +112,9 @@ TableOptions TableOptionsPage::Options() const {
     TableOptions options;
     options.title = ui_->txtTitle->text().trimmed();
     options.subTitle = ui_->txtSubTitle->text().trimmed();
-    options.titleFont = TableFontOf(ui_->txtTitle);
-    options.subTitleFont = TableFontOf(ui_->txtSubTitle);
-    options.bodyFont = TableFontOf(ui_->txtBody);
+    options.titleFont = SheetFontOf(ui_->txtTitle);
+    options.subTitleFont = SheetFontOf(ui_->txtSubTitle);
+    options.bodyFont = SheetFontOf(ui_->txtBody);
     options.formatTable = ui_->chkFormatTable->isChecked();
     options.sort = ui_->chkSort->isChecked();
     options.sortColumn = sort_.column;
@@ -125,7 +125,7 @@ TableOptions TableOptionsPage::Options() const {
 }
 
 void TableOptionsPage::SetOptions(const TableOptions& options, bool titleTyped) {
-    const auto give = [](QWidget* field, const TableFont& font) {
+    const auto give = [](QWidget* field, const SheetFont& font) {
         QFont made(font.name);
         made.setPointSizeF(font.size);
         made.setBold(font.bold);

@@ -7,6 +7,14 @@
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "session/TempFiles.h"
+#include "session/Templates.h"
+#include "sheets/DataList.h"
+#include "sheets/LookRuns.h"
+#include "sheets/PaletteSlots.h"
+#include "sheets/SheetLayout.h"
+#include "sheets/TimeLimit.h"
+#include "sheets/ValueCells.h"
+#include "view/SourcesAndNotes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,11 +23,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kWhite = 2;
-constexpr int kRed = 3;
-constexpr int kDarkRed = 9;
-constexpr int kGray = 16;
-constexpr int kLightGray = 15;
 constexpr int kLegendLines = 3;
 constexpr int kBlanksBehindNumber = 10;
 constexpr double kEmptyColumn = 10;  ///< digits of a column that holds nothing
@@ -49,7 +52,7 @@ void TableWorkbook::Write() {
     if (options_.addColor)
         for (int i = 0; i < RangeCount; ++i)
             book_.SetColors(FirstRangeSlot + i, options_.ranges.colors[static_cast<std::size_t>(i)]);
-    book_.SetColors(RowHeadSlot, QColor(241, 241, 241));
+    book_.SetColors(HeaderSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
     FindDecimals();
     MeasureColumns();
@@ -90,13 +93,13 @@ void TableWorkbook::MeasureColumns() {
 }
 
 void TableWorkbook::WriteTitles() {
-    const auto write = [this](int row, const QString& text, const TableFont& font) {
+    const auto write = [this](int row, const QString& text, const SheetFont& font) {
         office::CellStyle look = font.Style();
         SetLeading(look);
         look.numberFormat = QStringLiteral("@");
         sheet_.Cells(row, 1).SetStyle(look);
         if (!text.isEmpty()) sheet_.Cells(row, 1).SetValue(text);
-        SetTallRows(sheet_, row, row, 1, font);
+        SetTallDataRows(sheet_, row, row, 1, font);
     };
     write(1, options_.title, options_.titleFont);
     write(2, options_.subTitle, options_.subTitleFont);
@@ -154,8 +157,8 @@ void TableWorkbook::WriteValues() {
     const int first = TableLayout::FirstDataRow;
     const int fields = table_.FieldCount();
     office::Block block;
-    LookCollector formats;
-    LookCollector colors;
+    LookRuns formats;
+    LookRuns colors;
     for (int row = 0; row < table_.RowCount(); ++row) {
         std::vector<office::Cell> line;
         const QStringList& texts = table_.rowTexts[static_cast<std::size_t>(row)];
@@ -207,7 +210,7 @@ void TableWorkbook::WriteMarks() {
     for (std::size_t start = 0; start < marks_.size(); start += kMarksAtOnce) {
         const auto from = marks_.begin() + static_cast<std::ptrdiff_t>(start);
         const auto count = std::min<std::ptrdiff_t>(kMarksAtOnce, marks_.end() - from);
-        sheet_.MarkEnds({from, from + count}, kRed, regular);
+        sheet_.MarkEnds({from, from + count}, RedSlot, regular);
         progress_.Child(static_cast<int>(100 * (start + static_cast<std::size_t>(count)) / marks_.size()));
     }
 }
@@ -281,7 +284,7 @@ TableWorkbook::LineRoom TableWorkbook::RoomOfLines() const {
 
 // What is longer than its room goes on in further lines.
 void TableWorkbook::WrapLongLines() {
-    const TableFont font = TextFont(options_.bodyFont);
+    const SheetFont font = TextFont(options_.bodyFont);
     const auto [columns, room, longest] = RoomOfLines();
     for (const auto& [row, text] : longLines_) {
         const double length = TextWidth(text, font);
@@ -296,37 +299,32 @@ void TableWorkbook::WrapLongLines() {
 void TableWorkbook::FormatTable() {
     const int header = TableLayout::HeaderRow;
     office::Range head = sheet_.Cells(header, 1, header, LastColumn());
-    head.SetStyle({.fontColorIndex = kWhite, .interiorColorIndex = kGray});
+    head.SetStyle({.fontColorIndex = WhiteSlot, .interiorColorIndex = GraySlot});
     sheet_.Cells(TableLayout::FirstDataRow, 1, layout_.DataEnd, table_.FieldCount())
-        .SetStyle({.fontColorIndex = kDarkRed, .interiorColorIndex = RowHeadSlot});
+        .SetStyle({.fontColorIndex = DarkRedSlot, .interiorColorIndex = HeaderSlot});
 }
 
 void TableWorkbook::DrawBorders() {
     progress_.Label("Filling borders");
     if (options_.addColor)
         sheet_.Cells(TableLayout::HeaderRow, 1, layout_.DataEnd, LastColumn())
-            .SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, kLightGray});
+            .SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
     if (!options_.formatTable) return;
     office::Range head = sheet_.Cells(TableLayout::HeaderRow, 1, TableLayout::HeaderRow, LastColumn());
     head.SetBorders(office::EdgeTop, {});
-    head.SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, 1});
+    head.SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, BlackSlot});
 }
 
 void TableWorkbook::Dress() {
     progress_.Label("Autofit");
     widths_.WriteTo(sheet_, options_.bodyFont);
     sheet_.Cells(TableLayout::HeaderRow, 1).AutoFitRows();
-    SetTallRows(sheet_, TableLayout::FirstDataRow, lastRow_, LastColumn(), options_.bodyFont);
+    SetTallDataRows(sheet_, TableLayout::FirstDataRow, lastRow_, LastColumn(), options_.bodyFont);
     WrapLongLines();
     for (int i = 1; i <= table_.FieldCount(); ++i)
         if (widths_.Wraps(i)) sheet_.Cells(TableLayout::FirstDataRow, i, layout_.DataEnd, i).AutoFitRows();
     SetGap(sheet_, 3, TableLayout::HeaderRow - 1);
     DrawBorders();
-}
-
-QString TemplateFile(const QString& name) {
-    const QString file = FindPath(JoinPath({AppPath, QStringLiteral("bin/TEMPLATE"), name}));
-    return FileExists(file) ? file : QString();
 }
 
 ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& table, const WizardProgress& progress) {
@@ -367,8 +365,8 @@ ShowOutcome BuildTable(RowsColumns& arrangement, const TableOptions& options, co
 ShowOutcome WriteWorkbook(const WorkbookPlan& plan, ShowOutcome outcome, const WizardProgress& progress,
                           const std::function<void(office::Workbook&)>& write) {
     const QString templateFile = TemplateFile(plan.templateName);
-    if (templateFile.isEmpty()) return {ShowResult::TemplateMissing};
-    UnfinishedFile file(JoinPath({TempFolder, GetFreeFileName(plan.stem)}));
+    if (!FileExists(templateFile)) return {ShowResult::TemplateMissing};
+    UnfinishedFile file(GetFreeFileName(plan.stem));
     progress.Label("Setting the Excel Objects");
     GiveTimeFor(plan.values);
     office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, file.Path());

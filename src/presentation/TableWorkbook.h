@@ -1,8 +1,9 @@
 #pragma once
 
+#include "presentation/PivotTable.h"
 #include "presentation/PresentationFile.h"
-#include "presentation/SheetParts.h"
 #include "presentation/ValueRanges.h"
+#include "sheets/ColumnWidths.h"
 
 #include <QHash>
 #include <QString>
@@ -13,9 +14,9 @@ namespace tessaro {
 struct TableOptions {
     QString title;
     QString subTitle;
-    TableFont titleFont{{}, 14, true, false};
-    TableFont subTitleFont{{}, 11, false, false};
-    TableFont bodyFont{};
+    SheetFont titleFont{{}, 14, true, false};
+    SheetFont subTitleFont{{}, 11, false, false};
+    SheetFont bodyFont{};
     bool formatTable = true; ///< chkFormatTable
     bool sort = false;       ///< chkSort: by the column of values sortColumn, counted from 0
     int sortColumn = 0;
@@ -110,7 +111,5 @@ struct WorkbookPlan {
 /// file is left. Throws office::Error and WorkGivenUp.
 [[nodiscard]] ShowOutcome WriteWorkbook(const WorkbookPlan& plan, ShowOutcome outcome, const WizardProgress& progress,
                                         const std::function<void(office::Workbook&)>& write);
-/// Path of a template of the installation; empty when it is missing.
-[[nodiscard]] QString TemplateFile(const QString& name);
 
 } // namespace tessaro

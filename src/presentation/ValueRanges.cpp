@@ -5,6 +5,8 @@
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "sheets/PaletteSlots.h"
+#include "sheets/ValueCells.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,8 +14,6 @@
 namespace tessaro {
 
 namespace {
-
-constexpr int kMostDecimals = 15;
 
 const char* const kJoin = "FROM (_SelTimePeriod AS T INNER JOIN (_SelIUSNId AS IUS INNER JOIN Data AS D ON  "
                           "(IUS.SourceNId = D.SourceNId) AND "
@@ -215,7 +215,7 @@ int GetRangeCount(const ColorRanges& record, const QString& from, const QString&
 
 QString GetFormatString(int decimals) {
     return decimals < 0 ? QStringLiteral("#.0")
-                        : QStringLiteral("#0.") + QString(std::min(decimals, kMostDecimals), QLatin1Char('0'));
+                        : QStringLiteral("#0.") + QString(std::min(decimals, MostDecimals), QLatin1Char('0'));
 }
 
 int MaxOfDecimals(const QString& indicatorGId) {
@@ -231,7 +231,7 @@ int MaxOfDecimals(const QString& indicatorGId) {
             ++end;
         most = std::max(most, end - point - 1);
     }
-    return static_cast<int>(std::min<qsizetype>(most, kMostDecimals));
+    return static_cast<int>(std::min<qsizetype>(most, MostDecimals));
 }
 
 QString WithDecimals(double value, int decimals) {

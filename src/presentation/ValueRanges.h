@@ -9,9 +9,6 @@
 
 namespace tessaro {
 
-/// Slots of the workbook's palette: heads of rows, and the three ranges.
-constexpr int RowHeadSlot = 34;
-constexpr int FirstRangeSlot = 35;
 constexpr int RangeCount = 3;
 
 enum class RangeMethod { EqualCount, EqualSize };
@@ -38,15 +35,15 @@ struct ColorRanges {
     int Decimals = 0;
     std::array<ValueRange, RangeCount> Ranges;
 
-    /// The palette slot of a value: 35 to 37 by the range that holds it (turned round when high values are good), -1
-    /// outside them all.
+    /// The palette slot of a value, from FirstRangeSlot on, by the range that holds it (turned round when high values
+    /// are good); -1 outside them all.
     [[nodiscard]] int SlotOf(double value) const;
     /// The slot of a range, counted from 0.
     [[nodiscard]] int SlotOfRange(int range) const;
     bool operator==(const ColorRanges&) const = default;
 };
 
-/// The ranges of all indicators, and the colours of the slots 35 to 37.
+/// The ranges of all indicators, and the colours of their slots.
 struct ValueRanges {
     std::vector<ColorRanges> records;
     std::array<QColor, RangeCount> colors = DefaultColors();
@@ -68,7 +65,7 @@ void CutRanges(ColorRanges& record);
 
 /// "#0." and that many "0"; "#.0" for a negative number.
 [[nodiscard]] QString GetFormatString(int decimals);
-/// The most decimal places that the indicator's values have, at most 15.
+/// The most decimal places that the indicator's values have, at most MostDecimals.
 [[nodiscard]] int MaxOfDecimals(const QString& indicatorGId);
 /// A number with so many decimals, rounded half away from zero, "." as decimal point.
 [[nodiscard]] QString WithDecimals(double value, int decimals);

@@ -55,13 +55,13 @@ Line NumberLine(const char* name, int& value, int most) {
             }};
 }
 
-QString FontText(const TableFont& font) {
+QString FontText(const SheetFont& font) {
     return QStringList{Plain(font.name), QString::number(font.size), font.bold ? QStringLiteral("bold") : QString(),
                        font.italic ? QStringLiteral("italic") : QString()}
         .join(kPart);
 }
 
-Line FontLine(const char* name, TableFont& font) {
+Line FontLine(const char* name, SheetFont& font) {
     return {name, [&font] { return FontText(font); },
             [&font](const QString& text) {
                 const QStringList parts = text.split(kPart);

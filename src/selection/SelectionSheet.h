@@ -12,9 +12,10 @@ namespace tessaro::selection {
 /// What a selection list shows, as a sheet: heads and rows of texts, and which cells belong to items that all databases
 /// share.
 struct SheetTable {
-    QStringList heads;
-    std::vector<QStringList> rows;
-    std::vector<quint32> globalCells; ///< by row; bit n: cell n
+    QString name; ///< of its sheets, where it needs more than one
+    QStringList heads = {};
+    std::vector<QStringList> rows = {};
+    std::vector<quint32> globalCells = {}; ///< by row; bit n: cell n
 };
 
 /// "IND": the indicators of a list by classification view and mode; empty when the list is.
@@ -24,7 +25,8 @@ struct SheetTable {
 /// "AREA": the identifiers first, which the list has behind the names. A shared area colours its whole row.
 [[nodiscard]] SheetTable AreaTable(const std::vector<KeyedItem>& list);
 
-/// Writes the table into a copy of the template in TempFolder and gives the copy's path. Throws office::Error.
+/// Writes the table into a copy of the template in TempFolder, over as many sheets as it needs, and gives the copy's
+/// path. Throws office::Error.
 [[nodiscard]] QString MakeSelectionSheet(const SheetTable& table);
 
 } // namespace tessaro::selection

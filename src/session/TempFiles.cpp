@@ -12,7 +12,7 @@ QString GetFreeFileName(const QString& stem, const QString& folder) {
     QString name = stem;
     for (int number = 0; FileExists(JoinPath({place, name + QStringLiteral(".xls")})); ++number)
         name += QStringLiteral("_%1").arg(number);
-    return name + QStringLiteral(".xls");
+    return JoinPath({place, name + QStringLiteral(".xls")});
 }
 
 void ClearTempFolder() {

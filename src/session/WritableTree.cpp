@@ -7,6 +7,7 @@
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"
+#include "session/Templates.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -24,7 +25,7 @@ void MakeFolder(const QString& folder) {
 void Seed(const QString& fileName) {
     const QString target = JoinPath({CacheFolder, fileName});
     if (FileExists(target)) return;
-    const QString source = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template"), fileName}));
+    const QString source = TemplateFile(fileName);
     if (!CopyFileOver(source, target))
         ReportError(53, QLatin1String("The template can't be copied: ") + source, QStringLiteral("LocalizeApp"));
 }

@@ -1,41 +1,26 @@
 #include "shell/SummaryReport.h"
 
-#include "controls/SheetLook.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
-#include "session/Strings.h"
 #include "session/TempFiles.h"
+#include "session/Templates.h"
+#include "sheets/ListSheet.h"
 #include "shell/ReportTables.h"
-
-#include <QLocale>
 
 namespace tessaro {
 
 namespace {
 
-constexpr std::size_t kMostRows = 65534; ///< below the heading, with room for a note
-
-void Fill(office::Worksheet& sheet, const ReportTable& table) {
-    office::Block block;
-    block.emplace_back(table.heads.begin(), table.heads.end());
-    const auto columns = static_cast<std::size_t>(table.heads.size());
-    for (const auto& row : table.rows) {
-        if (block.size() > kMostRows) break;
-        block.push_back(row);
-        block.back().resize(columns);
-    }
-    if (table.rows.size() > kMostRows) {
-        std::vector<office::Cell> note(columns);
-        note.front() = GetText(QStringLiteral("TS_RowsLeftOut"))
-                           .replace(QStringLiteral("%1"),
-                                    QLocale::system().toString(static_cast<qlonglong>(table.rows.size() - kMostRows)));
-        block.push_back(std::move(note));
-    }
-    WriteTable(sheet, block);
+void Fill(office::Workbook& book, const office::Worksheet& sheet, const ReportTable& table) {
+    const auto next = [&table, row = std::size_t{0}]() mutable -> std::optional<ListRow> {
+        if (row == table.rows.size()) return std::nullopt;
+        return ListRow{table.rows[row++]};
+    };
+    WriteList(book, sheet, {.name = table.name, .heads = table.heads, .next = next});
 }
 
 } // namespace
@@ -50,11 +35,11 @@ QString WriteSummaryReport(const std::function<void(int)>& done) {
         trap.Try([&] { table = ReadReportTable(number, *database); });
         office::Worksheet sheet = book.Sheet(number);
         if (!table.name.isEmpty()) sheet.SetName(table.name);
-        if (!table.heads.isEmpty()) Fill(sheet, table);
+        if (!table.heads.isEmpty()) Fill(book, sheet, table);
         if (done) done(number);
     }
     book.ActivateSheet(1);
-    const QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("Summary"))});
+    const QString file = GetFreeFileName(QStringLiteral("Summary"));
     book.SaveAs(file);
     book.Close(false);
     return file;
@@ -62,16 +47,15 @@ QString WriteSummaryReport(const std::function<void(int)>& done) {
 
 QString WriteLogReport(LogKind kind) {
     ErrorTrap trap("LogReport");
-    const QString blank = FindPath(JoinPath({AppPath, QStringLiteral("Bin/Template/Blank.Xls")}));
+    const QString blank = TemplateFile(QStringLiteral("Blank.Xls"));
     const auto database = DatabaseOpen ? CreateTheConnection(CurrentDatabase) : nullptr;
     if (!database || !FileExists(blank)) {
         ShowMessage(QStringLiteral("011"));
         return {};
     }
-    const QString file = JoinPath({TempFolder, GetFreeFileName(QStringLiteral("Template"))});
+    const QString file = GetFreeFileName(QStringLiteral("Template"));
     office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(blank, file);
-    office::Worksheet sheet = book.Sheet(1);
-    Fill(sheet, ReadLogTable(kind == LogKind::Template, *database));
+    Fill(book, book.Sheet(1), ReadLogTable(kind == LogKind::Template, *database));
     book.Save();
     book.Close(false);
     return file;

@@ -3,6 +3,8 @@
 #include "office/SpreadsheetApplication.h"
 #include "presentation/GraphWorkbook.h"
 #include "presentation/TableWorkbook.h"
+#include "session/Templates.h"
+#include "sheets/PaletteSlots.h"
 #include "support/ReadXls.h"
 #include "support/TimeBound.h"
 #include "support/WriteLimit.h"
@@ -182,9 +184,6 @@ TEST_F(WorkbooksTest, AColumnMayShowTheSameDecimalsThroughout) {
         EXPECT_EQ(table.Look(8, 5).value(QLatin1String("format")).toString(), QLatin1String(same ? "0.00" : "0"));
         EXPECT_EQ(table.Text(10, 5), QLatin1String(same ? "1.50 1" : "1.5 1"));
     }
-    for (const auto& [value, shown] : {std::pair("n.a.", "n.a."), std::pair("1e5", "1e5"), std::pair("-3", "-3.00"),
-                                       std::pair("5.", "5.00"), std::pair("1.234", "1.234"), std::pair("", "")})
-        EXPECT_EQ(WithZeros(QLatin1String(value), 2), QLatin1String(shown));
 }
 
 TEST_F(WorkbooksTest, ThousandsOfFootnoteMarksTakeNoMinutes) {
@@ -352,22 +351,6 @@ TEST_F(WorkbooksTest, SheetsRunTheWayTheLanguageIsRead) {
         const auto sheets = test::ReadXls(graph.WorkbookFile);
         EXPECT_FALSE(sheets[0].rightToLeft); // the chart's
         EXPECT_EQ(sheets[1].rightToLeft, c.rightToLeft);
-    }
-}
-
-TEST_F(WorkbooksTest, AWideTableTakesSeveralPagesSideBySide) {
-    const struct {
-        int columns;
-        double size;
-        int pages;
-    } cases[] = {{3, 10, 1}, {11, 10, 1}, {20, 10, 2}, {20, 5, 1}, {11, 16, 2}, {60, 10, 5}};
-    for (const auto& c : cases) {
-        ColumnWidths widths;
-        widths.Add(1, QStringLiteral("AFRAGO"));
-        widths.Add(2, QStringLiteral("Central African Republic"));
-        for (int column = 0; column < c.columns; ++column)
-            widths.Add(3 + column, QStringLiteral("101,234,567"));
-        EXPECT_EQ(widths.PagesFor(2, {{}, c.size}), c.pages) << c.columns << " columns of " << c.size << " points";
     }
 }
 

@@ -47,10 +47,12 @@ TEST_F(TempFilesTest, AStemGrowsUntilItIsFree) {
             ASSERT_TRUE(QDir().mkpath(place));
             for (const QString& file : one.files)
                 Touch(place + QLatin1Char('/') + file);
-            EXPECT_EQ(GetFreeFileName(QString::fromUtf8(one.stem), folder), QString::fromUtf8(one.free));
+            EXPECT_EQ(GetFreeFileName(QString::fromUtf8(one.stem), folder),
+                      place + QLatin1Char('/') + QString::fromUtf8(one.free));
         }
     }
-    EXPECT_EQ(GetFreeFileName(QStringLiteral("A"), Folder() + QStringLiteral("/None")), QStringLiteral("A.xls"));
+    const QString none = Folder() + QStringLiteral("/None");
+    EXPECT_EQ(GetFreeFileName(QStringLiteral("A"), none), none + QStringLiteral("/A.xls"));
 }
 
 TEST_F(TempFilesTest, ClearingTakesFilesAndLeavesFolders) {

@@ -1,12 +1,11 @@
-#include "controls/SheetLook.h"
+#include "sheets/ListSheet.h"
 
 #include "session/Session.h"
-#include "session/Settings.h"
 #include "session/Strings.h"
-
-#include <QFontDatabase>
-#include <QFontMetricsF>
-#include <QGuiApplication>
+#include "sheets/FurtherSheets.h"
+#include "sheets/LookRuns.h"
+#include "sheets/PaletteSlots.h"
+#include "sheets/SheetLayout.h"
 
 #include <map>
 #include <set>
@@ -40,23 +39,40 @@ class LongestTexts final {
     std::map<std::pair<qsizetype, QString>, std::size_t> texts_; ///< shortest first
 };
 
-} // namespace
-
-office::CellStyle SheetFont() {
-    const bool english = Language.compare(Setting(QStringLiteral("ENG_LNG")), Qt::CaseInsensitive) == 0;
-    double size = ProductFontSize;
-    if (!english && SettingFlag(QStringLiteral("USE DEFAULT FONT SIZE")))
-        size = SettingNumber(QStringLiteral("DEFAULT FONT SIZE"));
-    return {.fontName = english ? Setting(QStringLiteral("DEFAULT FONT")) : ProductFont,
-            .fontSize = size > 0 ? size : 10,
-            .bold = ProductFontStyle == 2 || ProductFontStyle == 3,
-            .italic = ProductFontStyle == 1 || ProductFontStyle == 3};
+/// One sheet of a list from `row` on; leaves in `row` the first that found no room.
+void FillListSheet(office::Worksheet& sheet, const SheetList& list, std::optional<ListRow>& row) {
+    const auto columns = static_cast<std::size_t>(list.heads.size());
+    office::Block block;
+    block.emplace_back(list.heads.begin(), list.heads.end());
+    LookRuns globals;
+    for (; row && block.size() <= RowsBelowHead; row = list.next()) {
+        row->cells.resize(columns);
+        block.push_back(std::move(row->cells));
+        for (std::size_t cell = 0; ShowGlobalColor && row->global != 0 && cell < columns; ++cell)
+            if (row->global >> cell & 1U)
+                globals.Add(static_cast<int>(block.size()), static_cast<int>(cell) + 1, {.fontColorIndex = GlobalSlot});
+    }
+    if (list.identifiers > 0)
+        sheet.Cells(1, 1, static_cast<int>(block.size()), list.identifiers)
+            .SetStyle({.numberFormat = QStringLiteral("@")});
+    WriteTable(sheet, block);
+    globals.WriteTo(sheet);
 }
 
-QString LatinFontBeside(const QString& family) {
-    const QList<QFontDatabase::WritingSystem> systems = QFontDatabase::writingSystems(family);
-    return systems.isEmpty() || systems.contains(QFontDatabase::Latin) ? QString()
-                                                                       : Setting(QStringLiteral("DEFAULT FONT"));
+} // namespace
+
+void SetGlobalColor(office::Workbook& book) {
+    if (ShowGlobalColor) book.SetColors(GlobalSlot, ColorFromNumber(GlobalColor));
+}
+
+int WriteList(office::Workbook& book, const office::Worksheet& first, const SheetList& list) {
+    std::optional<ListRow> row = list.next();
+    int written = 0;
+    return FillSheets(book, first, list.name, [&](office::Worksheet& sheet) {
+        FillListSheet(sheet, list, row);
+        if (list.sheetWritten) list.sheetWritten(++written);
+        return row.has_value();
+    });
 }
 
 office::Block RowsToFit(const office::Block& table) {
@@ -74,16 +90,6 @@ office::Block RowsToFit(const office::Block& table) {
     return rows;
 }
 
-double TallRowHeight(const office::CellStyle& font) {
-    constexpr double kUsual = 1.5; // of the size: what a sheet gives its rows
-    constexpr int kMeasured = 100;
-    if (!font.fontName || !font.fontSize || !qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return 0;
-    QFont face(*font.fontName);
-    face.setPixelSize(kMeasured);
-    const double height = QFontMetricsF(face).height() / kMeasured;
-    return height > kUsual ? height * *font.fontSize : 0;
-}
-
 // The columns are fitted while the sheet holds just the rows that decide it: over tens of thousands of rows that would
 // take longer than all else together. So would the division into pages.
 void WriteTable(office::Worksheet& sheet, const office::Block& table) {
@@ -93,7 +99,10 @@ void WriteTable(office::Worksheet& sheet, const office::Block& table) {
     const office::Block fitted = RowsToFit(table);
     sheet.Cells(1, 1).SetValues(fitted);
     office::Range used = sheet.Cells(1, 1, rows, columns);
-    used.SetStyle(SheetFont());
+    const SheetFont font = ListFont();
+    office::CellStyle look = font.Style();
+    look.latinFontName.reset(); // a list is in one font throughout
+    used.SetStyle(look);
     sheet.Cells(1, 1, 1, columns).SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
     used.AutoFitColumns();
     sheet.SetPageSetup({.landscape = columns >= kWideTable,
@@ -105,10 +114,7 @@ void WriteTable(office::Worksheet& sheet, const office::Block& table) {
     if (LanguageIsRightToLeft()) sheet.SetRightToLeft(true);
     used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
     if (fitted.size() < table.size()) sheet.Cells(1, 1).SetValues(table);
-    if (const double height = TallRowHeight(SheetFont()); height > 0) {
-        sheet.SetRowHeights(1, rows, height);
-        used.SetStyle({.vertical = office::VerticalAlign::Center}); // beside the smaller latin letters and digits
-    }
+    SetTallRows(sheet, 1, rows, columns, font);
 }
 
 } // namespace tessaro

@@ -1,4 +1,4 @@
-#include "controls/SheetLook.h"
+#include "sheets/ListSheet.h"
 
 #include <gtest/gtest.h>
 
@@ -26,12 +26,12 @@ bool Holds(const Block& rows, const Cell& cell) {
 
 } // namespace
 
-TEST(SheetLookTest, AShortTableIsFittedByAllItsRows) {
+TEST(ListSheetTest, AShortTableIsFittedByAllItsRows) {
     const Block table = Table(400);
     EXPECT_EQ(RowsToFit(table), table);
 }
 
-TEST(SheetLookTest, ALongTableIsFittedByItsHeadAndItsLongestTexts) {
+TEST(ListSheetTest, ALongTableIsFittedByItsHeadAndItsLongestTexts) {
     Block table = Table(60'000);
     const Cell text = QStringLiteral("a much longer text than all others");
     const Cell number = 123456789.25;
@@ -47,12 +47,6 @@ TEST(SheetLookTest, ALongTableIsFittedByItsHeadAndItsLongestTexts) {
     EXPECT_TRUE(Holds(rows, text));
     EXPECT_TRUE(Holds(rows, number));
     EXPECT_TRUE(Holds(rows, wide));
-}
-
-TEST(SheetLookTest, RowsOfHighLettersAreHigher) {
-    EXPECT_EQ(TallRowHeight({}), 0);
-    EXPECT_EQ(TallRowHeight({.fontName = QStringLiteral("Noto Sans"), .fontSize = 9}), 0);
-    EXPECT_GT(TallRowHeight({.fontName = QStringLiteral("Noto Sans Arabic"), .fontSize = 10}), 18);
 }
 
 } // namespace tessaro

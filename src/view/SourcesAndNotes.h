@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace tessaro {
+
+/// The texts of the sources that the values in view come from.
+[[nodiscard]] QStringList SourcesOfSelection();
+/// The text of a footnote; a null text when there is none.
+[[nodiscard]] QString FootnoteText(qint64 id);
+
+} // namespace tessaro

@@ -1,0 +1,40 @@
+#include "sheets/ColumnWidths.h"
+
+#include <gtest/gtest.h>
+
+namespace tessaro {
+
+TEST(ColumnWidthsTest, AWideTableTakesSeveralPagesSideBySide) {
+    const struct {
+        int columns;
+        double size;
+        int pages;
+    } cases[] = {{3, 10, 1}, {11, 10, 1}, {20, 10, 2}, {20, 5, 1}, {11, 16, 2}, {60, 10, 5}};
+    for (const auto& c : cases) {
+        ColumnWidths widths;
+        widths.Add(1, QStringLiteral("AFRAGO"));
+        widths.Add(2, QStringLiteral("Central African Republic"));
+        for (int column = 0; column < c.columns; ++column)
+            widths.Add(3 + column, QStringLiteral("101,234,567"));
+        EXPECT_EQ(widths.PagesFor(2, {{}, c.size}), c.pages) << c.columns << " columns of " << c.size << " points";
+    }
+}
+
+TEST(ColumnWidthsTest, LongTextsAreCutToTheWidestColumn) {
+    ColumnWidths widths;
+    widths.AddHead(1, QString(100, QLatin1Char('x')));
+    widths.Add(2, QString(100, QLatin1Char('x')));
+    widths.Add(3, QStringLiteral("one line\nanother longer line"));
+    widths.Add(4, {});
+    const SheetFont font;
+    EXPECT_DOUBLE_EQ(widths.SheetWidth(1, font), ColumnWidths::WidestHead + 2);
+    EXPECT_DOUBLE_EQ(widths.SheetWidth(2, font), ColumnWidths::WidestCell + 2);
+    EXPECT_DOUBLE_EQ(widths.SheetWidth(3, font), 19 + 2) << "the longer of two lines";
+    EXPECT_DOUBLE_EQ(widths.SheetWidth(4, font), 2);
+    EXPECT_DOUBLE_EQ(widths.SheetWidth(5, font), 0) << "a column that was never told";
+    EXPECT_FALSE(widths.Wraps(1)) << "heads are wrapped anyway";
+    EXPECT_TRUE(widths.Wraps(2));
+    EXPECT_FALSE(widths.Wraps(3));
+}
+
+} // namespace tessaro
