@@ -1,3 +1,5 @@
+#include "selection/SelectionSheet.h"
+
 #include "database/Database.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Paths.h"
@@ -103,6 +105,28 @@ TEST_F(SelectionSheetTest, HoldsWhatTheThreeListsShow) {
     EXPECT_EQ(goals.Text(1, 4), QStringLiteral("Indicator"));
     EXPECT_EQ(Print("IND", {}, 0).rows.size(), 1);
     EXPECT_TRUE(messages.isEmpty()) << messages.join(QLatin1Char(' ')).toStdString();
+}
+
+TEST_F(SelectionSheetTest, ItemsBeyondOneSheetGoOnOnTheNext) {
+    constexpr int kItems = 65'535 + 3;
+    ShowGlobalColor = true;
+    GlobalColor = 0x0000C8;
+    std::vector<KeyedItem> items(kItems, {QStringLiteral("A1"), {QStringLiteral("Region"), QStringLiteral("007")}, 0});
+    items.back() = {QStringLiteral("A2"), {QStringLiteral("the last one"), QStringLiteral("08")}, 1};
+    const auto sheets = ReadXls(selection::MakeSelectionSheet(selection::AreaTable(items)));
+    ASSERT_EQ(sheets.size(), 2U);
+    EXPECT_EQ(sheets[0].name, QStringLiteral("Area"));
+    EXPECT_EQ(sheets[1].name, QStringLiteral("Area 2"));
+    EXPECT_EQ(sheets[0].rows.size(), 65'536);
+    const ReadSheet& rest = sheets[1];
+    ASSERT_EQ(rest.rows.size(), 4);
+    EXPECT_EQ(rest.Text(1, 1), QStringLiteral("Area ID"));
+    EXPECT_EQ(rest.Text(2, 1), QStringLiteral("007"));
+    EXPECT_EQ(rest.Text(4, 2), QStringLiteral("the last one"));
+    EXPECT_EQ(rest.Look(4, 1)[QLatin1String("format")].toString(), QStringLiteral("@"));
+    EXPECT_EQ(rest.Look(4, 2)[QLatin1String("colour")].toString(), QStringLiteral("C80000"));
+    EXPECT_NE(rest.Look(3, 2)[QLatin1String("colour")].toString(), QStringLiteral("C80000"));
+    EXPECT_EQ(selection::PeriodTable(items).rows.size(), items.size());
 }
 
 TEST_F(SelectionSheetTest, AMissingTemplateShowsNothing) {
