@@ -2,7 +2,6 @@
 
 #include "session/Session.h"
 #include "session/Settings.h"
-#include "sheets/SheetLayout.h"
 #include "support/TestSession.h"
 
 namespace tessaro {
@@ -46,12 +45,6 @@ TEST_F(SheetFontTest, LettersOfAnotherScriptStandBesideLatinOnes) {
     EXPECT_FALSE((SheetFont{QStringLiteral("Noto Sans"), 9}.Style().latinFontName));
     const office::CellStyle open = SheetFont{{}, 0}.Style();
     EXPECT_FALSE(open.fontName || open.latinFontName || open.fontSize);
-}
-
-TEST_F(SheetFontTest, RowsOfHighLettersAreHigher) {
-    EXPECT_EQ(TallRowHeight({}), 0);
-    EXPECT_EQ(TallRowHeight({QStringLiteral("Noto Sans"), 9}), 0);
-    EXPECT_GT(TallRowHeight({QStringLiteral("Noto Sans Arabic"), 10}), 18);
 }
 
 } // namespace tessaro
