@@ -4,6 +4,7 @@
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "view/ViewJoins.h"
 
 #include <algorithm>
 #include <optional>
@@ -12,10 +13,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr auto kJoins =
-    " FROM ((_SelIUSNId AS IUS INNER JOIN Data AS D ON (IUS.SourceNId = D.SourceNId) AND  (IUS.IUSNId = D.IUSNId)) "
-    "INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) INNER  JOIN _SelTimePeriod AS T ON D.TimePeriodNId = "
-    "T.TimePeriodNId";
 constexpr auto kSources =
     "SELECT DISTINCT IUS.IUSNId, IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.Subpop, IUS.Source,  IUS.SourceNId, "
     "IUS.RecommendedSource, IUS.UnitGId, IUS.SubpopGId ";
@@ -76,7 +73,7 @@ bool SetDeleted(const std::vector<qint64>& rows, bool deleted) {
 
 QString DataOptions::ListStatement(OptionList option) {
     const char* select = option == OptionList::Sources ? kSources : option == OptionList::Units ? kUnits : kSubpops;
-    return QLatin1String(select) + QLatin1String(kJoins);
+    return QLatin1String(select) + QLatin1String(joins::PanelLists.from);
 }
 
 std::vector<KeyedItem> DataOptions::LoadDataInto_SOURCES_UNIT_SUBPOPS(OptionList option) {

@@ -2,6 +2,7 @@
 
 #include "session/Query.h"
 #include "session/Strings.h"
+#include "view/InView.h"
 
 #include <QLocale>
 #include <QMap>
@@ -10,11 +11,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr auto kFrom = " FROM _SelIUSNId AS IUS INNER JOIN ((_SelTimePeriod AS T INNER JOIN Data AS D ON "
-                       "T.TimePeriodNId = D.TimePeriodNId) "
-                       "INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND "
-                       "(IUS.IUSNId = D.IUSNId) WHERE "
-                       "IUS.Deleted = False ";
 constexpr auto kFigures =
     "Count(D.Datavalue) AS CountOfDatavalue, Min(D.Datavalue) AS MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue, "
     "format(Avg(D.Datavalue),'#.00') AS AvgOfDatavalue, format(StDev(D.Datavalue),'#.00') AS StDevOfDatavalue, ";
@@ -59,7 +55,7 @@ Line ReadLine(const Records& rows) {
 } // namespace
 
 QString StatisticsStatement(const QString& rowFilter) {
-    const QString from = QLatin1String(kFrom) + rowFilter + QLatin1Char(' ');
+    const QString from = InView(joins::Statistics, rowFilter) + QLatin1Char(' ');
     const QString figures = QLatin1String(kFigures);
     return QStringLiteral(" SELECT IUS.IndicatorGId, IUS.[Indicator], '--' as Unit, '--' as Subpop, ") + figures +
            QStringLiteral("'--' as UnitGId, '--' as SubpopGId ") + from +
@@ -108,7 +104,7 @@ std::vector<StatsLine> ReadStatistics(const QString& rowFilter, UnreadableValues
 UnreadableValues FindUnreadableValues(const QString& rowFilter) {
     UnreadableValues values;
     Records rows = Select(QStringLiteral("SELECT IUS.[Indicator], A.AreaName, T.TimePeriod, D.Datavalue") +
-                              QLatin1String(kFrom) + rowFilter + QLatin1String(kNoNumbers),
+                              InView(joins::Statistics, rowFilter) + QLatin1String(kNoNumbers),
                           jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext()) {
         ++values.count;

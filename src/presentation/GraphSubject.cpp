@@ -2,6 +2,7 @@
 
 #include "session/Query.h"
 #include "view/SourcesAndNotes.h"
+#include "view/ViewJoins.h"
 
 #include <QSet>
 
@@ -25,8 +26,9 @@ QString TellingSubpop() {
 
 QHash<QString, QStringList> UnitsOfIndicators() {
     QHash<QString, QStringList> units;
-    for (Records rows = Select(QStringLiteral(
-             "SELECT DISTINCT IUS.[Indicator], IUS.Unit FROM _SelIUSNId AS IUS WHERE IUS.Deleted = False"));
+    for (Records rows =
+             Select(QStringLiteral("SELECT DISTINCT IUS.[Indicator], IUS.Unit FROM _SelIUSNId AS IUS WHERE ") +
+                    QLatin1String(kNotTakenOut));
          !rows.atEnd(); rows.MoveNext())
         units[rows.Text(std::size_t{0})] << rows.Text(std::size_t{1});
     return units;

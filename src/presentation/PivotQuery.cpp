@@ -2,17 +2,11 @@
 
 #include "session/ErrorSink.h"
 #include "session/Query.h"
-#include "session/Session.h"
+#include "view/InView.h"
 
 namespace tessaro {
 
 namespace {
-
-const char* const kFrom =
-    " FROM _Subpop AS SP INNER JOIN (_Indicator AS I INNER JOIN (_Unit AS U INNER JOIN  (_SelIUSNId AS IUS INNER JOIN "
-    "((Data AS D INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId  = T.TimePeriodNId) INNER JOIN _SelArea AS A ON "
-    "D.AreaNId = A.AreaNId) ON  (IUS.IUSNId = D.IUSNId) AND (IUS.SourceNId = D.SourceNId)) ON U.UnitGId = IUS.UnitGId) "
-    " ON I.IndicatorGId = IUS.IndicatorGId) ON SP.SubpopGId = IUS.SubpopGId  Where (((IUS.Deleted) = False)) ";
 
 QString JoinedKeys(const RowsColumns::FieldList& fields, const QString& separator) {
     QStringList keys;
@@ -46,7 +40,7 @@ PivotQuery BuildPivotSQL(const RowsColumns& arrangement, bool footnotes) {
     const QString R = JoinedKeys(arrangement.Rows(), QStringLiteral(","));
     const bool columns = query.ColCount > 0;
     const QString value = ValueExpression(columns, footnotes);
-    const QString from = QLatin1String(kFrom) + RowFilter;
+    const QString from = InView(joins::Pivot);
     if (columns)
         query.PivotSQL = QStringLiteral("TRANSFORM ") + value + QStringLiteral(" AS Expr2  SELECT ") + R + from +
                          QStringLiteral(" GROUP BY ") + R + QStringLiteral(" PIVOT ") +
@@ -63,17 +57,12 @@ int CountPivotColumns(const RowsColumns& arrangement) {
     for (const PivotField field : arrangement.Columns())
         codes << QLatin1String(InfoOf(field).pivotCode) + QStringLiteral(" AS C%1").arg(codes.size());
     Records different =
-        Select(QStringLiteral("SELECT DISTINCT ") + codes.join(QLatin1Char(',')) + QLatin1String(kFrom) + RowFilter);
+        Select(QStringLiteral("SELECT DISTINCT ") + codes.join(QLatin1Char(',')) + InView(joins::Pivot));
     return different.isOpen() ? static_cast<int>(different.rows().RecordCount()) : 0;
 }
 
 int CountValues() {
-    const Records values =
-        Select(QStringLiteral("SELECT Count(*) FROM ((Data AS D INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = "
-                              "T.TimePeriodNId) INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) INNER JOIN "
-                              "_SelIUSNId AS IUS ON (D.SourceNId = IUS.SourceNId) AND (D.IUSNId = IUS.IUSNId) WHERE "
-                              "Len(Trim(D.Datavalue)) > 0 AND IUS.Deleted = False ") +
-               RowFilter);
+    const Records values = Select(QStringLiteral("SELECT Count(*)") + InView(joins::ValueCount));
     return values.atEnd() ? 0 : static_cast<int>(values.Number(std::size_t{0}));
 }
 

@@ -2,7 +2,7 @@
 
 #include "session/ErrorSink.h"
 #include "session/Query.h"
-#include "session/Session.h"
+#include "view/InView.h"
 
 #include <algorithm>
 
@@ -111,11 +111,7 @@ QString GroupList(const RowsColumns& arrangement) {
 }
 
 QString DistinctStatement(PivotField field) {
-    return QStringLiteral("SELECT DISTINCT ") + KeyOf(field) +
-           QStringLiteral(" FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS D INNER JOIN "
-                          "_SelTimePeriod AS  T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = D.AreaNId) ON "
-                          "(IUS.IUSNId = D.IUSNId) AND  (IUS.SourceNId = D.SourceNId) WHERE IUS.Deleted=False ") +
-           RowFilter;
+    return QStringLiteral("SELECT DISTINCT ") + KeyOf(field) + InView(joins::Distinct);
 }
 
 } // namespace
@@ -124,12 +120,7 @@ QString DistinctStatement(PivotField field) {
 bool MultipleExists(PivotField field, const RowsColumns& arrangement) {
     const QString f = KeyOf(field);
     const QString groups = GroupList(arrangement);
-    const QString from =
-        QStringLiteral("  FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS D INNER  "
-                       "JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = "
-                       "D.AreaNId)  ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  "
-                       "WHERE IUS.Deleted = False ") +
-        RowFilter;
+    const QString from = InView(joins::SharedCells);
     const QString groupBy = groups.isEmpty() ? QString() : QStringLiteral(" GROUP BY ") + groups;
     const Records counts = Select(QStringLiteral("SELECT Count(") + f + QStringLiteral(") AS CoutField") + from +
                                   groupBy + QStringLiteral(" ORDER BY Count(") + f + QStringLiteral(") DESC"));
@@ -157,11 +148,7 @@ QStringList SingleValues(int most) {
 }
 
 int GetDistinctCount(PivotField field) {
-    Records values = Select(
-        QStringLiteral("SELECT DISTINCT ") + KeyOf(field) +
-        QStringLiteral(" FROM ((_SelIUSNId AS IUS INNER JOIN Data AS D ON (IUS.SourceNId = D.SourceNId)  AND "
-                       "(IUS.IUSNId = D.IUSNId)) INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId)  "
-                       "INNER JOIN _SelArea AS A ON D.AreaNId = A.AreaNId WHERE IUS.Deleted = False "));
+    Records values = Select(QStringLiteral("SELECT DISTINCT ") + KeyOf(field) + InView(joins::DistinctCount, {}));
     return values.isOpen() ? static_cast<int>(values.rows().RecordCount()) : 0;
 }
 

@@ -7,6 +7,7 @@
 #include "session/Session.h"
 #include "sheets/PaletteSlots.h"
 #include "sheets/ValueCells.h"
+#include "view/InView.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,10 +16,6 @@ namespace tessaro {
 
 namespace {
 
-const char* const kJoin = "FROM (_SelTimePeriod AS T INNER JOIN (_SelIUSNId AS IUS INNER JOIN Data AS D ON  "
-                          "(IUS.SourceNId = D.SourceNId) AND "
-                          "(IUS.IUSNId = D.IUSNId)) ON T.TimePeriodNId = D.TimePeriodNId)  INNER JOIN _SelArea AS A ON "
-                          "D.AreaNId = A.AreaNId ";
 
 QString OfIndicator(const QString& gid) {
     return QStringLiteral(" WHERE IUS.IndicatorGId = '") + QuoteDoubled(gid) + QStringLiteral("' ");
@@ -44,9 +41,8 @@ void ReadLimits(ColorRanges& record) {
     double lowest = 0;
     double highest = 0;
     bool any = false;
-    for (Records values =
-             Select(QStringLiteral("SELECT D.Datavalue ") + QLatin1String(kJoin) + OfIndicator(record.IndicatorGId) +
-                    QStringLiteral(" AND IUS.Deleted = False ") + RowFilter);
+    for (Records values = Select(QStringLiteral("SELECT D.Datavalue ") + QLatin1String(joins::ValueRanges.from) +
+                                 OfIndicator(record.IndicatorGId) + AndInView());
          !values.atEnd(); values.MoveNext()) {
         double value = 0;
         if (!Number(values.Text(std::size_t{0}), value)) continue;
@@ -64,9 +60,9 @@ std::vector<double> RoundedValues(const ColorRanges& record, const QString& mask
     std::vector<double> found;
     for (Records values = Select(
              QStringLiteral("SELECT iif(D.Datavalue=0,0,cdbl(format(D.Datavalue,'") + mask +
-             QStringLiteral("'))) as DataValue ") + QLatin1String(kJoin) + OfIndicator(record.IndicatorGId) +
-             QStringLiteral(" AND  (D.DataValue between cdbl('") + record.MinValue + QStringLiteral("') AND cdbl('") +
-             record.MaxValue + QStringLiteral("'))  AND IUS.Deleted = False ") + RowFilter);
+             QStringLiteral("'))) as DataValue ") + QLatin1String(joins::ValueRanges.from) +
+             OfIndicator(record.IndicatorGId) + QStringLiteral(" AND  (D.DataValue between cdbl('") + record.MinValue +
+             QStringLiteral("') AND cdbl('") + record.MaxValue + QStringLiteral("')) ") + AndInView());
          !values.atEnd(); values.MoveNext())
         found.push_back(values.rows().Get(std::size_t{0}).toDouble());
     return found;
@@ -113,10 +109,10 @@ int ColorRanges::SlotOf(double value) const {
 std::vector<ColorRanges> InitColorRanges() {
     const ErrorTrap trap("InitColorRanges");
     std::vector<ColorRanges> made;
-    for (Records rows = Select(QStringLiteral("SELECT IUS.[Indicator],IUS.IndicatorGId, Min(D.Datavalue) AS "
-                                              "MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue  ") +
-                               QLatin1String(kJoin) + QStringLiteral(" WHERE IUS.Deleted = False ") + RowFilter +
-                               QStringLiteral(" GROUP BY IUS.[Indicator],IUS.IndicatorGId "));
+    for (Records rows =
+             Select(QStringLiteral("SELECT IUS.[Indicator],IUS.IndicatorGId, Min(D.Datavalue) AS "
+                                   "MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue  ") +
+                    InView(joins::ValueRanges) + QStringLiteral(" GROUP BY IUS.[Indicator],IUS.IndicatorGId "));
          !rows.atEnd(); rows.MoveNext()) {
         ColorRanges record;
         record.Indicator = rows.Text("Indicator");
@@ -202,14 +198,11 @@ int GetRangeCount(const ColorRanges& record, const QString& from, const QString&
     double number = 0;
     if (!Number(from, number) || !Number(to, number)) return 0;
     const Records counts =
-        Select(QStringLiteral(
-                   " SELECT Count(IUS.IndicatorGId) AS CoutField FROM _SelTimePeriod AS T INNER JOIN ((_SelIUSNId AS "
-                   "IUS INNER JOIN Data AS D ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)) INNER "
-                   "JOIN _SelArea AS A ON D.AreaNId = A.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId  WHERE "
-                   "(((IUS.IndicatorGId)='") +
-               QuoteDoubled(record.IndicatorGId) + QStringLiteral("' AND ((D.Datavalue) Between cdbl('") +
-               from.trimmed() + QStringLiteral("')  And cdbl('") + to.trimmed() +
-               QStringLiteral("')) AND ((IUS.Deleted = False) ") + RowFilter + QStringLiteral(")))"));
+        Select(QStringLiteral(" SELECT Count(IUS.IndicatorGId) AS CoutField") + QLatin1String(joins::RangeCount.from) +
+               QStringLiteral(" WHERE (((IUS.IndicatorGId)='") + QuoteDoubled(record.IndicatorGId) +
+               QStringLiteral("' AND ((D.Datavalue) Between cdbl('") + from.trimmed() +
+               QStringLiteral("')  And cdbl('") + to.trimmed() + QStringLiteral("')) AND ((") +
+               QLatin1String(kNotTakenOut) + QStringLiteral(") ") + RowFilter + QStringLiteral(")))"));
     return counts.atEnd() ? 0 : static_cast<int>(counts.Number(std::size_t{0}));
 }
 
@@ -220,8 +213,8 @@ QString GetFormatString(int decimals) {
 
 int MaxOfDecimals(const QString& indicatorGId) {
     qsizetype most = 0;
-    for (Records values = Select(QStringLiteral("SELECT DISTINCT D.Datavalue ") + QLatin1String(kJoin) +
-                                 OfIndicator(indicatorGId) + QStringLiteral(" AND IUS.Deleted = False ") + RowFilter);
+    for (Records values = Select(QStringLiteral("SELECT DISTINCT D.Datavalue ") +
+                                 QLatin1String(joins::ValueRanges.from) + OfIndicator(indicatorGId) + AndInView());
          !values.atEnd(); values.MoveNext()) {
         const QString value = values.Text(std::size_t{0}).trimmed();
         const qsizetype point = value.indexOf(QLatin1Char('.'));

@@ -41,10 +41,7 @@ constexpr auto kMissingFrom =
     "AS Dt ON T.TimePeriodNId = Dt.TimePeriodNId) ON A.AreaNId = Dt.AreaNID)  ON (IUS.IUSNId = Dt.IUSNId) AND "
     "(IUS.SourceNId = Dt.SourceNId)) ON (D.IUSNId = Dt.IUSNId) AND  (D.SourceNId = Dt.SourceNId) AND (D.AreaNId = "
     "Dt.AreaNID) AND (D.TimePeriodNId = Dt.TimePeriodNId)";
-constexpr auto kKept = "SELECT D.TimePeriodNId, D.IUSNId, D.AreaNId,  D.SourceNId, D.FootnoteNId, D.Datavalue  FROM "
-                       "_SelIUSNId IUS INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON "
-                       "D.TimePeriodNId = [T].TimePeriodNId)  ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = "
-                       "D.SourceNId) AND (IUS.IUSNId = D.IUSNId)  WHERE IUS.Deleted = False ";
+constexpr auto kKept = "SELECT D.TimePeriodNId, D.IUSNId, D.AreaNId,  D.SourceNId, D.FootnoteNId, D.Datavalue ";
 constexpr auto kKeptCells = "SELECT Dt.TimePeriodNId, Dt.IUSNId, Dt.AreaNID, Dt.SourceNId, D.FootnoteNId, D.Datavalue ";
 
 QString DeletedClause() {
@@ -68,8 +65,8 @@ QString OnValues(const DataFilters& filters) {
 /// The restriction that is put on values only: the cells of the selection that have none stay, with their footnotes.
 QString MissingDataTail(const DataFilters& filters) {
     const QString onValues = OnValues(filters);
-    if (onValues.isEmpty()) return QLatin1String(kInView);
-    return QLatin1String(kInView) +
+    if (onValues.isEmpty()) return QLatin1String(joins::Grid.where);
+    return QLatin1String(joins::Grid.where) +
            QStringLiteral(" AND (D.Datavalue IS NULL OR D.Datavalue = '' OR (D.RowNId IS NOT NULL") + onValues +
            QStringLiteral("))");
 }
@@ -127,12 +124,14 @@ QString FilteredStatement(const DataFilters& filters, const QString& orderBy) {
 
 QString FavouriteStatement(const RowsInView& rows) {
     if (rows.filters.MissingDataOn) return KeptCellsStatement(rows);
-    return QLatin1String(kKept) + RemovedRows(QStringLiteral(" AND")) + OnValues(rows.filters);
+    return QLatin1String(kKept) + QLatin1String(joins::Grid.from) + QLatin1Char(' ') +
+           QLatin1String(joins::Grid.where) + QLatin1Char(' ') + RemovedRows(QStringLiteral(" AND")) +
+           OnValues(rows.filters);
 }
 
 // The tables know combinations only; a source of one that was taken out must not come back with them.
 QString MostRecentStatement() {
-    return QString::fromLatin1(kMostRecent) + QLatin1String(kInView);
+    return QString::fromLatin1(kMostRecent) + QLatin1String(joins::Grid.where);
 }
 
 bool MakeMostRecentTables() {

@@ -9,22 +9,24 @@ namespace {
 // The join on SourceNId makes the selection one of pairs of combination and source.
 constexpr auto kSelect =
     "SELECT D.TimePeriodNId, D.AreaNId, D.IUSNId, D.Datavalue, D.SourceNId, D.FootnoteNId, D.RowNId ";
-constexpr auto kFrom = " FROM _SelIUSNId IUS INNER JOIN (_SelArea A INNER JOIN (Data D INNER JOIN  _SelTimePeriod T ON "
-                       "D.TimePeriodNId = [T].TimePeriodNId) ";
-constexpr auto kJoins = " ON [A].AreaNId = D.AreaNId) ON (IUS.SourceNId = D.SourceNId) AND (IUS.IUSNId = D.IUSNId)";
-
-QString Joined() {
-    return QString::fromLatin1(kSelect) + QLatin1String(kFrom) + QLatin1String(kJoins);
-}
 
 } // namespace
 
+QString InView(const ViewJoin& join, const QString& rowFilter) {
+    return QLatin1String(join.from) + QLatin1String(join.where) + rowFilter;
+}
+
+QString AndInView() {
+    return QStringLiteral(" AND ") + QLatin1String(kNotTakenOut) + QLatin1Char(' ') + RowFilter;
+}
+
 QString IdentifierStatement(const QString& orderBy) {
-    return Joined() + (orderBy.isEmpty() ? QStringLiteral(" ORDER BY A.AreaID") : orderBy);
+    return QLatin1String(kSelect) + QLatin1String(joins::Grid.from) +
+           (orderBy.isEmpty() ? QStringLiteral(" ORDER BY A.AreaID") : orderBy);
 }
 
 QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
-    return Joined() + QLatin1String(kInView) + rowFilter + orderBy;
+    return QLatin1String(kSelect) + InView(joins::Grid, rowFilter) + orderBy;
 }
 
 bool AnyFootnotes(const QString& rowFilter) {

@@ -1,11 +1,16 @@
 #pragma once
 
+#include "session/Session.h"
+#include "view/ViewJoins.h"
+
 #include <QString>
 
 namespace tessaro {
 
-/// What keeps the pairs of combination and source that were taken out of the view out of a statement.
-constexpr auto kInView = " WHERE IUS.Deleted = False";
+/// The rest of a statement over the rows in view: the join, its condition, and the row filter of the data view.
+[[nodiscard]] QString InView(const ViewJoin& join, const QString& rowFilter = RowFilter);
+/// The same conditions for a statement that has begun its WHERE itself.
+[[nodiscard]] QString AndInView();
 
 /// The statement of bare identifiers that a change of selection opens, one row per value inside the selection.
 /// `orderBy` is the user's order, when there is one.

@@ -1,7 +1,6 @@
 #include "dataview/DataExport.h"
 
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
@@ -9,6 +8,7 @@
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "support/ReadXls.h"
+#include "support/SelectionTest.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,9 +2,9 @@
 
 #include "dataview/FilterCounter.h"
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/SelectionTest.h"
 #include "view/InView.h"
 
 #include <algorithm>

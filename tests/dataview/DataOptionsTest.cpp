@@ -1,7 +1,7 @@
 #include "dataview/DataOptions.h"
 
-#include "dataview/Selection.h"
 #include "session/Query.h"
+#include "support/SelectionTest.h"
 
 namespace tessaro::test {
 

@@ -1,8 +1,8 @@
 #include "dataview/DataPaging.h"
 
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
 #include "session/Session.h"
+#include "support/SelectionTest.h"
 #include "view/InView.h"
 
 namespace tessaro::test {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dataview/Selection.h"
 #include "dataview/frmData.h"
 #include "session/Session.h"
+#include "support/SelectionTest.h"
 
 #include <QApplication>
 #include <QTest>

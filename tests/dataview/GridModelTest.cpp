@@ -1,8 +1,8 @@
 #include "dataview/GridModel.h"
 
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
 #include "session/Session.h"
+#include "support/SelectionTest.h"
 #include "support/TimeBound.h"
 #include "view/InView.h"
 

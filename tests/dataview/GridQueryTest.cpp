@@ -1,7 +1,7 @@
 #include "dataview/GridQuery.h"
 
-#include "dataview/Selection.h"
 #include "session/Query.h"
+#include "support/SelectionTest.h"
 #include "view/InView.h"
 
 namespace tessaro::test {
@@ -17,26 +17,6 @@ class GridQueryTest : public SelectionTest {
         return values;
     }
 };
-
-TEST_F(GridQueryTest, TakesValuesWhosePairOfCombinationAndSourceIsSelectedInOrderOfAreas) {
-    SelectTimes(1);
-    SelectAreas(2);
-    SelectIus(1);
-    AddData(1, 2, 1, QStringLiteral("'second area'"));
-    AddData(1, 1, 1, QStringLiteral("'first area'"));
-    AddData(1, 1, 1, QStringLiteral("'source not selected'"), 2);
-    AddData(2, 1, 1, QStringLiteral("'period not selected'"));
-    AddData(1, 3, 1, QStringLiteral("'area not selected'"));
-    EXPECT_EQ(Values(IdentifierStatement()), (QStringList{"first area", "second area"}));
-}
-
-TEST_F(GridQueryTest, RequeryHonoursWhatWasTakenOutAndTheRowFilter) {
-    FillData(1, 3, 1);
-    Run(QStringLiteral("UPDATE _SelIUSNId SET [Deleted] = True WHERE IUSNId = 2"));
-    EXPECT_EQ(Values(RequeryStatement({}, DataOrderByColumn(ColDatavalue, false))), (QStringList{"103", "101"}));
-    EXPECT_EQ(Values(RequeryStatement(QStringLiteral(" AND D.RowNID not in(1) "), DefaultDataOrderBy())),
-              QStringList{"103"});
-}
 
 TEST_F(GridQueryTest, EveryVisibleColumnSortsBothWays) {
     SelectTimes(2);

@@ -1,9 +1,9 @@
 #include "dataview/PageQuery.h"
 
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/SelectionTest.h"
 #include "view/InView.h"
 
 namespace tessaro::test {

@@ -1,8 +1,8 @@
 #include "dataview/SortOrder.h"
 
 #include "dataview/GridQuery.h"
-#include "dataview/Selection.h"
 #include "session/Query.h"
+#include "support/SelectionTest.h"
 #include "view/InView.h"
 
 namespace tessaro::test {

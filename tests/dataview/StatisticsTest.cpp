@@ -1,8 +1,8 @@
 #include "dataview/Statistics.h"
 
-#include "dataview/Selection.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/SelectionTest.h"
 
 #include <QMap>
 

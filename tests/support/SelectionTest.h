@@ -7,8 +7,8 @@
 
 namespace tessaro::test {
 
-/// A session whose one connection has everything that the data view reads in a single small file: the selection tables,
-/// Data, Source and FootNote.
+/// A session whose one connection has everything that the readers of the view use in a single small file: the selection
+/// tables, Data, Source and FootNote.
 class SelectionTest : public SessionTest {
   protected:
     SelectionTest();

@@ -1,4 +1,4 @@
-#include "dataview/Selection.h"
+#include "support/SelectionTest.h"
 
 #include "database/Schema.h"
 #include "session/Query.h"
