@@ -16,15 +16,21 @@
 namespace {
 
 constexpr std::string_view Usage =
-    "usage: jetsql [--create] [--password PASSWORD | --password-file PATH] FILE 'statement'...\n"
+    "usage: jetsql [--create] [--password PASSWORD | --password-file PATH] [--explain] [--no=STEP]... "
+    "FILE "
+    "'statement'...\n"
     "Runs the statements in order on one connection. Rows are printed as tab-separated\n"
     "text below a line of column names. --create makes FILE when it isn't there.\n"
     "Others of the machine can read a command line: the password is better given by\n"
-    "--password-file (its first line) or in the environment as JETSQL_PASSWORD.\n";
+    "--password-file (its first line) or in the environment as JETSQL_PASSWORD.\n"
+    "--explain runs nothing: it prints the rewriting steps that changed each statement and\n"
+    "its text for SQLite. --no=STEP leaves a step out.\n";
 
 struct Request {
     bool create = false;
     bool help = false;
+    bool explain = false;
+    std::vector<std::string> leftOutSteps;
     bool good = false;
     std::string password;
     std::string file;
@@ -50,6 +56,10 @@ Request ReadArguments(std::span<char*> arguments) {
             request.create = true;
         } else if (option == "--help") {
             request.help = true;
+        } else if (option == "--explain") {
+            request.explain = true;
+        } else if (option.starts_with("--no=")) {
+            request.leftOutSteps.emplace_back(option.substr(5));
         } else if (option == "--password" && i + 1 < arguments.size()) {
             request.password = arguments[++i];
         } else if (option == "--password-file" && i + 1 < arguments.size()) {
@@ -94,26 +104,24 @@ void PrintRows(jet::Recordset rows) {
     }
 }
 
-bool GivesRows(std::string_view statement) {
-    const std::size_t start = statement.find_first_not_of(" \t\r\n(");
-    std::string word;
-    for (std::size_t i = start; i < statement.size() && word.size() < 9; ++i)
-        word += static_cast<char>(std::toupper(static_cast<unsigned char>(statement[i])));
-    return word.starts_with("SELECT") || word.starts_with("TRANSFORM");
-}
-
+// Only a statement that gives no rows is executed; asking for them runs nothing of it.
 void Run(jet::Connection& connection, const std::string& statement) {
-    if (!GivesRows(statement)) {
-        connection.Execute(statement);
-        return;
-    }
     try {
         PrintRows(connection.OpenRecordset(statement, jet::CursorType::ForwardOnly));
     } catch (const jet::Error& error) {
-        // SELECT … INTO makes a table and gives no rows
         if (error.number() != jet::ErrorNumber::NoRows) throw;
         connection.Execute(statement);
     }
+}
+
+void Explain(jet::Connection& connection, const std::string& statement) {
+    const jet::Explanation explained = connection.Explain(statement);
+    std::string steps;
+    for (const std::string& each : explained.steps)
+        steps += (steps.empty() ? "" : ", ") + each;
+    std::cout << "steps: " << (steps.empty() ? "none" : steps) << '\n';
+    for (const std::string& each : explained.texts)
+        std::cout << each << '\n';
 }
 
 } // namespace
@@ -129,8 +137,10 @@ int main(int count, char** arguments) {
         if (request.create && ::access(request.file.c_str(), F_OK) != 0)
             jet::Database::Create(request.file, request.password);
         const auto connection = jet::Connection::Open(request.file, request.password);
+        for (const std::string& step : request.leftOutSteps)
+            connection->LeaveOutStep(step);
         for (const std::string& statement : request.statements)
-            Run(*connection, statement);
+            request.explain ? Explain(*connection, statement) : Run(*connection, statement);
     } catch (const jet::Error& error) {
         std::cout.flush();
         std::fprintf(stderr, "0x%08X %s\n", static_cast<unsigned>(error.number()), error.what());

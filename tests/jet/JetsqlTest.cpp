@@ -73,6 +73,20 @@ TEST_F(JetsqlTest, RunsStatementsInOrderOnOneConnection) {
     EXPECT_EQ(outcome.status, 0);
 }
 
+TEST_F(JetsqlTest, ExplainsWithoutRunning) {
+    const std::string distinct = "'SELECT DISTINCT T.Id FROM T INNER JOIN U ON T.Id = U.Id' ";
+    EXPECT_EQ(Run("--create " + File() + "'CREATE TABLE T (Id LONG)' 'CREATE TABLE U (Id LONG)'").status, 0);
+    const Outcome with = Run("--explain " + File() + distinct + "'DELETE * FROM T'");
+    EXPECT_EQ(with.status, 0);
+    EXPECT_EQ(with.output.substr(0, with.output.find('\n')), "steps: distinct-joins-to-tests");
+    EXPECT_NE(with.output.find(" IN (SELECT "), std::string::npos) << with.output;
+    EXPECT_NE(with.output.find("steps: none\nDELETE FROM"), std::string::npos) << with.output;
+    const Outcome without = Run("--explain --no=distinct-joins-to-tests " + File() + distinct);
+    EXPECT_EQ(without.output.substr(0, without.output.find('\n')), "steps: none");
+    EXPECT_EQ(without.output.find(" IN (SELECT "), std::string::npos) << without.output;
+    EXPECT_EQ(Run("--no=nothing " + File() + distinct).status, 1);
+}
+
 TEST_F(JetsqlTest, StopsAtTheFirstFailure) {
     const Outcome outcome = Run("--create " + File() + "'DROP TABLE None' 'CREATE TABLE T (a LONG)'");
     EXPECT_EQ(outcome.status, 1);

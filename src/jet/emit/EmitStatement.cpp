@@ -1,6 +1,5 @@
 #include "jet/emit/Emitter.h"
-#include "jet/rewrite/GroupConditions.h"
-#include "jet/rewrite/SemiJoin.h"
+#include "jet/rewrite/Rewrites.h"
 #include "jet/sql/Parser.h"
 #include "jet/values/Error.h"
 
@@ -135,16 +134,12 @@ Translation Emitter::statement(const Insert& insert) {
     return Change(StatementClass::Write, std::move(sql), table.name);
 }
 
-Translation Translate(std::string_view sql, const Catalogue& catalogue) {
+Translation Translate(std::string_view sql, const Catalogue& catalogue, const LeftOutSteps& leftOut) {
     Statement statement = Parse(sql);
-    auto* query = std::get_if<Query>(&statement);
-    if (auto* insert = std::get_if<Insert>(&statement)) query = insert->query.get();
-    if (query != nullptr) {
-        FilterBeforeGrouping(*query, catalogue);
-        TurnJoinsIntoTests(*query, catalogue);
-    }
-    if (auto* update = std::get_if<Update>(&statement)) TurnJoinsIntoTests(*update, catalogue);
-    return Emitter(catalogue, sql.size()).translate(statement);
+    const std::vector<std::string_view> steps = TakeSteps(statement, catalogue, leftOut);
+    Translation made = Emitter(catalogue, sql.size()).translate(statement);
+    made.steps = steps;
+    return made;
 }
 
 } // namespace jet

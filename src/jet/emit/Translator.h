@@ -4,6 +4,7 @@
 #include "jet/values/NumberList.h"
 #include "jet/values/Value.h"
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,11 +54,15 @@ struct Translation {
         connector; ///< SELECT … INTO [dBase IV;database=folder].name.dbf: the text in brackets; target is the rest
     std::string target; ///< table made, dropped or written to (its name in the statement)
     TargetChange change = TargetChange::Other;
-    std::string droppedTable; ///< of a Drop: the table as SQLite text names it
+    std::vector<std::string_view> steps; ///< names of the rewrites that changed the statement
+    std::string droppedTable;            ///< of a Drop: the table as SQLite text names it
 };
+
+using LeftOutSteps = std::set<std::string, std::less<>>;
 
 /// Translates one Jet statement: lexer, parser, name resolution, SQLite text. Throws Error (SyntaxError, NoSuchTable,
 /// NoSuchColumn, AlreadyExists). Functions of the dialect become calls of jet_<name in lower case>, see Functions.h.
-[[nodiscard]] Translation Translate(std::string_view sql, const Catalogue& catalogue);
+/// Of the rewrites (Rewrites.h) those named in `leftOut` are not taken.
+[[nodiscard]] Translation Translate(std::string_view sql, const Catalogue& catalogue, const LeftOutSteps& leftOut = {});
 
 } // namespace jet

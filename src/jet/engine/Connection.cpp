@@ -148,6 +148,13 @@ Recordset Connection::OpenRecordset(std::string_view sql, CursorType cursor) {
     return Recordset(std::make_unique<Recordset::Impl>(impl_->engine, sql, cursor));
 }
 
+Explanation Connection::Explain(std::string_view sql) {
+    return EngineOf(*impl_).Explain(sql);
+}
+void Connection::LeaveOutStep(std::string_view name) {
+    EngineOf(*impl_).LeaveOutStep(name);
+}
+
 std::vector<TableInfo> Connection::Tables() const {
     return EngineOf(*impl_).catalogue().Tables();
 }

@@ -39,6 +39,12 @@ class Database {
     static void Compact(const std::string& path);
 };
 
+/// How a statement is run.
+struct Explanation {
+    std::vector<std::string> steps; ///< names of the rewrites that changed it
+    std::vector<std::string> texts; ///< for SQLite, in order; a crosstab's with %VALUE% and %NAME% for its columns
+};
+
 /// One open database. Several connections to one file may stand side by side. Not for use from two threads at once.
 class Connection final {
   public:
@@ -58,6 +64,11 @@ class Connection final {
     std::int64_t Execute(std::string_view sql);
     /// Runs a SELECT or TRANSFORM. The recordset keeps the connection's engine alive while it needs it.
     [[nodiscard]] Recordset OpenRecordset(std::string_view sql, CursorType cursor = CursorType::Static);
+
+    /// What would be run for a statement; runs nothing.
+    [[nodiscard]] Explanation Explain(std::string_view sql);
+    /// From now on statements are translated without this rewrite. Throws SyntaxError for a name that none has.
+    void LeaveOutStep(std::string_view name);
 
     /// All tables and links, in the file's order, with their types ("TABLE" for Table, "LINK" for Link …), without the
     /// engine's own (MSys…). Columns are left out; catalogue().find(name) has them.

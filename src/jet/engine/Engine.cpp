@@ -4,6 +4,7 @@
 #include "jet/engine/ColumnStore.h"
 #include "jet/engine/Guard.h"
 #include "jet/functions/Functions.h"
+#include "jet/rewrite/Rewrites.h"
 #include "jet/values/Collation.h"
 
 #include <algorithm>
@@ -167,7 +168,7 @@ Engine::Seen& Engine::Translated(std::string_view sql) {
 
 void Engine::TranslateAnew(Seen& seen) {
     const NotingCatalogue noting(*catalogue_);
-    seen.translation = Translate(seen.text, noting);
+    seen.translation = Translate(seen.text, noting, leftOut_);
     seen.asked = noting.asked();
     seen.version = catalogue_->version();
     seen.prepared = {};
@@ -249,6 +250,26 @@ ReadyQuery Engine::Open(std::string_view sql) {
         if (!translation.pivot.empty()) return OpenPivot(translation);
         return {translation.columns, TakePrepared(seen)};
     });
+}
+
+Explanation Engine::Explain(std::string_view sql) {
+    return Retrying([&] {
+        const Translation& translation = Translated(sql).translation;
+        Explanation explained{{translation.steps.begin(), translation.steps.end()}, translation.statements};
+        for (const PivotPlan& plan : translation.pivot) {
+            if (!plan.valuesSql.empty()) explained.texts.push_back(plan.valuesSql);
+            explained.texts.push_back(plan.head + plan.column + plan.tail);
+        }
+        return explained;
+    });
+}
+
+void Engine::LeaveOutStep(std::string_view name) {
+    if (std::ranges::find(Rewrites(), name, &Rewrite::name) == Rewrites().end())
+        throw Error(ErrorNumber::SyntaxError, "There is no step '" + std::string(name) + "'.");
+    leftOut_.emplace(name);
+    byText_.clear();
+    seen_.clear();
 }
 
 ReadyQuery Engine::OpenPivot(const Translation& translation) {

@@ -70,6 +70,8 @@ class Engine {
     std::int64_t Execute(std::string_view sql);
     /// The dBase file that a SELECT … INTO [dBase IV;database=…] names; empty for any other statement.
     [[nodiscard]] std::string ForeignTarget(std::string_view sql);
+    [[nodiscard]] Explanation Explain(std::string_view sql);
+    void LeaveOutStep(std::string_view name);
     [[nodiscard]] ReadyQuery Open(std::string_view sql);
     /// Keeps the statement of a query that has been read to its end for the next time.
     void GiveBack(std::string_view sql, PreparedStatement prepared);
@@ -151,6 +153,7 @@ class Engine {
     std::set<OpenResult*> results_;
     PreparedStatement* noting_ = nullptr;
     Connection::CacheCounts counts_;
+    LeftOutSteps leftOut_; ///< of the rewrites
 };
 
 struct Connection::Impl {

@@ -29,20 +29,23 @@ class GroupFilter final {
     GroupFilter(Select& select, const std::vector<OrderItem>& orderBy, const Catalogue& catalogue)
         : select_(select), orderBy_(orderBy), catalogue_(catalogue) {}
 
-    void Apply() {
-        if (select_.groupBy.empty() || !select_.having) return;
+    bool Apply() {
+        if (select_.groupBy.empty() || !select_.having) return false;
         std::vector<ExpressionPtr> parts;
         TakeApart(std::move(select_.having), parts);
         const auto first = std::stable_partition(parts.begin(), parts.end(),
                                                  [&](const ExpressionPtr& part) { return !HoldsForGroups(*part); });
+        const bool moves = first != parts.end();
         std::vector<ExpressionPtr> before;
         if (select_.where) before.push_back(std::move(select_.where));
         std::move(first, parts.end(), std::back_inserter(before));
         parts.erase(first, parts.end());
         select_.having = AllOf(select_.at, std::move(parts));
+        const std::size_t groups = select_.groupBy.size();
         for (const ExpressionPtr& part : before)
             if (const ColumnName* fixed = FixedColumn(*part)) Ungroup(*fixed);
         select_.where = AllOf(select_.at, std::move(before));
+        return moves || select_.groupBy.size() < groups;
     }
 
   private:
@@ -113,9 +116,11 @@ class GroupFilter final {
 
 } // namespace
 
-void FilterBeforeGrouping(Query& query, const Catalogue& catalogue) {
+bool FilterBeforeGrouping(Query& query, const Catalogue& catalogue) {
+    bool changed = false;
     for (Select& select : query.arms)
-        GroupFilter(select, query.orderBy, catalogue).Apply();
+        changed = GroupFilter(select, query.orderBy, catalogue).Apply() || changed;
+    return changed;
 }
 
 } // namespace jet

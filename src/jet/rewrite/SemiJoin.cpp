@@ -40,19 +40,20 @@ class SemiJoin final {
     SemiJoin(Select& select, const std::vector<OrderItem>& orderBy, const Catalogue& catalogue)
         : select_(select), orderBy_(orderBy), catalogue_(catalogue) {}
 
-    void Apply() {
-        if (!HasFittingShape() || !ReadTables() || !FindGiving()) return;
+    bool Apply() {
+        if (!HasFittingShape() || !ReadTables() || !FindGiving()) return false;
         const TableSet all = Bit(tables_.size()) - 1;
-        if (giving_ == 0 || giving_ == all || !AllConditionsArePlaced()) return;
+        if (giving_ == 0 || giving_ == all || !AllConditionsArePlaced()) return false;
         TakeConditions();
         Rewrite(all & ~giving_);
+        return true;
     }
 
     /// The select has the tables and conditions of an UPDATE.
-    void ApplyToUpdate(const std::vector<Assignment>& assignments) {
-        if (!ReadTables() || !FindChanged(assignments) || !AllConditionsArePlaced()) return;
+    bool ApplyToUpdate(const std::vector<Assignment>& assignments) {
+        if (!ReadTables() || !FindChanged(assignments) || !AllConditionsArePlaced()) return false;
         const TableSet testing = (Bit(tables_.size()) - 1) & ~giving_;
-        if (testing == 0) return;
+        if (testing == 0) return false;
         TakeConditions();
         const std::vector<TableSet> groups = GroupsOf(testing);
         if (std::ranges::all_of(groups, [&](TableSet group) { return LinkOf(group) != nullptr; })) {
@@ -63,7 +64,7 @@ class SemiJoin final {
                 if (condition.expression) tests.push_back(std::move(condition.expression));
             select_.from = References(giving_);
             select_.where = AllOf(select_.at, std::move(tests));
-            return;
+            return true;
         }
         // As it was, but for the order of the conditions.
         std::vector<ExpressionPtr> where;
@@ -71,6 +72,7 @@ class SemiJoin final {
             where.push_back(std::move(condition.expression));
         select_.from = References(testing | giving_);
         select_.where = AllOf(select_.at, std::move(where));
+        return false;
     }
 
   private:
@@ -341,19 +343,22 @@ class SemiJoin final {
 
 } // namespace
 
-void TurnJoinsIntoTests(tree::Update& update, const Catalogue& catalogue) {
+bool TurnJoinsIntoTests(tree::Update& update, const Catalogue& catalogue) {
     Select select;
     select.from = std::move(update.tables);
     select.where = std::move(update.where);
-    SemiJoin(select, {}, catalogue).ApplyToUpdate(update.assignments);
+    const bool changed = SemiJoin(select, {}, catalogue).ApplyToUpdate(update.assignments);
     update.tables = std::move(select.from);
     update.where = std::move(select.where);
+    return changed;
 }
 
-void TurnJoinsIntoTests(tree::Query& query, const Catalogue& catalogue) {
+bool TurnJoinsIntoTests(tree::Query& query, const Catalogue& catalogue) {
     static const std::vector<OrderItem> noOrder;
+    bool changed = false;
     for (Select& select : query.arms)
-        SemiJoin(select, query.arms.size() == 1 ? query.orderBy : noOrder, catalogue).Apply();
+        changed = SemiJoin(select, query.arms.size() == 1 ? query.orderBy : noOrder, catalogue).Apply() || changed;
+    return changed;
 }
 
 } // namespace jet

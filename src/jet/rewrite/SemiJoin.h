@@ -10,12 +10,13 @@ namespace jet {
 /// rows is a thousand times the work. Such tables are turned into tests: "A.k IN (SELECT k FROM t)" for a single table
 /// joined by one equality of numbers, which an index answers, and "EXISTS (SELECT 1 FROM … WHERE …)" for the rest,
 /// which ends at the first row found. The rows of the result are the same. Selects of any other shape (outer joins,
-/// derived tables, subqueries, totals, names that the catalogue can't place) are left alone.
-void TurnJoinsIntoTests(tree::Query& query, const Catalogue& catalogue);
+/// derived tables, subqueries, totals, names that the catalogue can't place) are left alone. True when the query was
+/// changed.
+bool TurnJoinsIntoTests(tree::Query& query, const Catalogue& catalogue);
 
 /// In an UPDATE over a join, tables that give no value only pick the rows. Where a single equality of two fields joins
 /// them to the table that is changed, and they are small, it becomes "A.k IN (SELECT k FROM …)", which needs no second
-/// look at the table. The rows that change are the same.
-void TurnJoinsIntoTests(tree::Update& update, const Catalogue& catalogue);
+/// look at the table. The rows that change are the same. True when the statement was changed.
+bool TurnJoinsIntoTests(tree::Update& update, const Catalogue& catalogue);
 
 } // namespace jet

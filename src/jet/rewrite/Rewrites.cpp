@@ -1,0 +1,51 @@
+#include "jet/rewrite/Rewrites.h"
+
+#include "jet/rewrite/GroupConditions.h"
+#include "jet/rewrite/SemiJoin.h"
+
+namespace jet {
+
+namespace {
+
+/// The query of a SELECT, or the one whose rows an INSERT takes; nullptr for anything else.
+tree::Query* QueryOf(tree::Statement& statement) {
+    if (auto* const insert = std::get_if<tree::Insert>(&statement)) return insert->query.get();
+    return std::get_if<tree::Query>(&statement);
+}
+
+bool FilterGroups(tree::Statement& statement, const Catalogue& catalogue) {
+    tree::Query* const query = QueryOf(statement);
+    return query != nullptr && FilterBeforeGrouping(*query, catalogue);
+}
+
+bool TestInsteadOfJoin(tree::Statement& statement, const Catalogue& catalogue) {
+    tree::Query* const query = QueryOf(statement);
+    return query != nullptr && TurnJoinsIntoTests(*query, catalogue);
+}
+
+bool ListInsteadOfJoin(tree::Statement& statement, const Catalogue& catalogue) {
+    auto* const update = std::get_if<tree::Update>(&statement);
+    return update != nullptr && TurnJoinsIntoTests(*update, catalogue);
+}
+
+} // namespace
+
+std::span<const Rewrite> Rewrites() {
+    static constexpr Rewrite All[] = {
+        {"filter-before-grouping", FilterGroups},
+        {"distinct-joins-to-tests", TestInsteadOfJoin},
+        {"update-joins-to-lists", ListInsteadOfJoin},
+    };
+    return All;
+}
+
+std::vector<std::string_view> TakeSteps(tree::Statement& statement, const Catalogue& catalogue,
+                                        const std::set<std::string, std::less<>>& leftOut) {
+    std::vector<std::string_view> taken;
+    for (const Rewrite& each : Rewrites())
+        if ((leftOut.empty() || !leftOut.contains(each.name)) && each.apply(statement, catalogue))
+            taken.push_back(each.name);
+    return taken;
+}
+
+} // namespace jet

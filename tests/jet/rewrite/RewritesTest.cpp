@@ -1,0 +1,109 @@
+#include "jet/rewrite/Rewrites.h"
+
+#include "jet/FixedCatalogue.h"
+#include "jet/TestDatabase.h"
+
+#include <algorithm>
+#include <random>
+#include <set>
+#include <sstream>
+
+namespace jet::test {
+namespace {
+
+/// The tables of the corpus with some rows each, whose few different values meet in joins.
+class RewritesTest : public ::testing::Test {
+  protected:
+    RewritesTest() {
+        Database::Create(folder_.path("all.mdb"), "secret");
+        const auto all = Connection::Open(folder_.path("all.mdb"), "secret");
+        for (const std::string& create : CorpusLines("schema.txt")) {
+            all->Execute(create);
+            Fill(*all, std::get<tree::CreateTable>(Parse(create)));
+        }
+    }
+
+    void Fill(Connection& connection, const tree::CreateTable& table) {
+        constexpr int Rows = 12;
+        for (int row = 1; row <= Rows; ++row) {
+            std::string names;
+            std::string values;
+            for (const tree::ColumnDefinition& column : table.columns) {
+                if (column.type == ColumnType::Counter || column.type == ColumnType::Guid) continue;
+                names += (names.empty() ? "[" : ", [") + column.name + "]";
+                values += (values.empty() ? "" : ", ") + (column.primaryKey ? std::to_string(row) : Any(column.type));
+            }
+            connection.Execute("INSERT INTO [" + table.table + "] (" + names + ") VALUES (" + values + ")");
+        }
+    }
+
+    std::string Any(ColumnType type) {
+        const std::string few = std::to_string(random_() % 4 + 1);
+        if (type == ColumnType::YesNo) return random_() % 2 == 0 ? "True" : "False";
+        if (type == ColumnType::DateTime) return "#2001-02-0" + few + "#";
+        return type == ColumnType::Text || type == ColumnType::Memo ? "'" + few + "'" : few;
+    }
+
+    /// The rows of a query in any order, or what a change leaves in all tables.
+    [[nodiscard]] static std::multiset<std::string> Outcome(Connection& connection, const std::string& sql) {
+        std::multiset<std::string> rows;
+        const auto add = [&](const std::string& query) {
+            std::istringstream text(connection.OpenRecordset(query).GetString(-1, "|", "\n", "-"));
+            for (std::string row; std::getline(text, row);)
+                rows.insert(row);
+        };
+        try {
+            add(sql);
+            return rows;
+        } catch (const Error& error) {
+            if (error.number() != ErrorNumber::NoRows) return {error.what()};
+        }
+        connection.Begin();
+        try {
+            rows.insert(std::to_string(connection.Execute(sql)));
+            for (const TableInfo& table : connection.Tables()) {
+                const TableInfo& found = *connection.catalogue().find(table.name);
+                const bool random = std::ranges::count(found.columns, ColumnType::Guid, &ColumnInfo::type) > 0;
+                add((random ? "SELECT Count(*) FROM [" : "SELECT * FROM [") + table.name + "]");
+            }
+        } catch (const Error& error) {
+            rows = {error.what()};
+        }
+        connection.Rollback();
+        return rows;
+    }
+
+    [[nodiscard]] std::shared_ptr<Connection> OpenWithout(std::string_view step) const {
+        auto connection = Connection::Open(folder_.path("all.mdb"), "secret");
+        if (!step.empty()) connection->LeaveOutStep(step);
+        return connection;
+    }
+
+    TestFolder folder_;
+    std::mt19937 random_{1};
+};
+
+TEST_F(RewritesTest, NoStepChangesTheRowsOfAnyStatement) {
+    const auto with = OpenWithout("");
+    std::set<std::string_view> taken;
+    for (const Rewrite& step : Rewrites()) {
+        const auto without = OpenWithout(step.name);
+        for (const std::string& sql : CorpusLines("statements.txt")) {
+            const Explanation explained = with->Explain(sql);
+            if (std::ranges::find(explained.steps, step.name) == explained.steps.end()) continue;
+            taken.insert(step.name);
+            const Explanation other = without->Explain(sql);
+            EXPECT_EQ(std::ranges::count(other.steps, step.name), 0) << sql;
+            EXPECT_NE(other.texts, explained.texts) << sql;
+            EXPECT_EQ(Outcome(*with, sql), Outcome(*without, sql)) << sql << "\nwithout " << step.name;
+        }
+    }
+    EXPECT_EQ(taken.size(), Rewrites().size()) << "no statement of the corpus needs the others";
+}
+
+TEST_F(RewritesTest, OnlyAStepThatThereIsCanBeLeftOut) {
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(OpenWithout("no-such-step")); }), ErrorNumber::SyntaxError);
+}
+
+} // namespace
+} // namespace jet::test
