@@ -16,7 +16,6 @@ namespace tessaro {
 
 namespace {
 
-
 QString OfIndicator(const QString& gid) {
     return QStringLiteral(" WHERE IUS.IndicatorGId = '") + QuoteDoubled(gid) + QStringLiteral("' ");
 }

@@ -1,6 +1,6 @@
 #include "controls/StageScreen.h"
 #include "database/Schema.h"
-#include "jet/Connection.h"
+#include "jet/engine/Connection.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "shell/FrameTest.h"

@@ -147,7 +147,7 @@ class Engine {
     Statement markShell_;
     Statement unmarkShell_;
     Statement claim_;     ///< takes the write lock of a working database and writes nothing
-    bool scoped_ = false; ///< within a ReadScope that has begun
+    bool scoped_ = false; ///< within a transaction begun here, by a ReadScope or by Claim
     Statement dataVersion_;
     std::int64_t lastVersion_ = -1;
     std::set<OpenResult*> results_;
