@@ -13,8 +13,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kFirstShown = 400; ///< milliseconds
-constexpr int kLookEvery = 40;
+constexpr int kLookEvery = 40; ///< milliseconds
 constexpr int kSteps = 1000;
 constexpr int kWidth = 360;
 
@@ -46,7 +45,7 @@ bool WorkProgress::Show(qint64 done, qint64 total) {
     if (clock_.elapsed() < nextLook_) return true;
     nextLook_ = clock_.elapsed() + kLookEvery;
     if (total > 0) TheFrame().SetProgress(static_cast<int>(100 * done / total));
-    if (!isVisible() && clock_.elapsed() < kFirstShown) return true;
+    if (!isVisible() && clock_.elapsed() < FirstShown) return true;
     const QLocale locale = QLocale::system();
     setMaximum(total > 0 ? kSteps : 0);
     setValue(total > 0 ? static_cast<int>(kSteps * done / total) : 0);

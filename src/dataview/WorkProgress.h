@@ -11,6 +11,9 @@ class WorkProgress final : public QProgressDialog {
     Q_OBJECT
 
   public:
+    /// Milliseconds of work before the window shows itself.
+    static inline qint64 FirstShown = 400;
+
     WorkProgress(const QString& text, QWidget* parent);
     ~WorkProgress() override;
 
