@@ -106,6 +106,9 @@ struct PopupEntry {
     bool enabled = true;
     const char* whyNot = nullptr; ///< tip of a disabled entry: what it lacks
 };
+/// Keys of the tips of entries that act on highlighted items, or on all items of a list.
+inline constexpr auto WhyNoneHighlighted = "TS_WhyNoneHighlighted";
+inline constexpr auto WhyListEmpty = "TS_WhyListEmpty";
 /// The keys of items.
 [[nodiscard]] QSet<QString> KeysOf(const std::vector<KeyedItem>& items);
 /// The colour of shared items, or an invalid one while the preference is off.

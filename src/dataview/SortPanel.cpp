@@ -233,7 +233,7 @@ void SortPanel::ShowAvailablePopup(const QPoint& place) {
     ShowPopup(this, QStringLiteral("mnu_Data_Sort_PopupMenu_Avl_Options"), place,
               {{0, "mnu_Edit_SelectAll", [&list, this] { Put(list.Items().Items()); }},
                {1, "mnu_popIndicatorsAvl_SelectHighlighted", [&list, this] { Put(list.HighlightedItems()); },
-                list.HasHighlighted()},
+                list.HasHighlighted(), WhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [&list, this] { lists_->ShowCount(list); }}});
 }
@@ -241,16 +241,17 @@ void SortPanel::ShowAvailablePopup(const QPoint& place) {
 void SortPanel::ShowSelectedPopup(const QPoint& place) {
     KeyedList& list = lists_->Selected();
     const bool highlighted = list.HasHighlighted();
-    ShowPopup(this, QStringLiteral("mnu_Data_Sort_PopupMenu_Sel_Options"), place,
-              {{0, "mnu_popDataSort_Ascending", [this] { SetDescending(false); }, highlighted},
-               {1, "mnu_popDataSort_Descending", [this] { SetDescending(true); }, highlighted},
-               {2, nullptr, {}},
-               {3, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0},
-               {4, "mnu_popDataSort_ClearHighlighted", [this] { TakeOutHighlighted(); }, highlighted},
-               {5, nullptr, {}},
-               {6, "Count", [&list, this] { lists_->ShowCount(list); }},
-               {7, nullptr, {}},
-               {9, "PRINT BUTTON", [this] { Q_EMIT PrintWanted(); }}});
+    ShowPopup(
+        this, QStringLiteral("mnu_Data_Sort_PopupMenu_Sel_Options"), place,
+        {{0, "mnu_popDataSort_Ascending", [this] { SetDescending(false); }, highlighted, WhyNoneHighlighted},
+         {1, "mnu_popDataSort_Descending", [this] { SetDescending(true); }, highlighted, WhyNoneHighlighted},
+         {2, nullptr, {}},
+         {3, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0, WhyListEmpty},
+         {4, "mnu_popDataSort_ClearHighlighted", [this] { TakeOutHighlighted(); }, highlighted, WhyNoneHighlighted},
+         {5, nullptr, {}},
+         {6, "Count", [&list, this] { lists_->ShowCount(list); }},
+         {7, nullptr, {}},
+         {9, "PRINT BUTTON", [this] { Q_EMIT PrintWanted(); }}});
 }
 
 } // namespace tessaro

@@ -189,15 +189,16 @@ void TakeOutPanel::Find() {
 void TakeOutPanel::ShowAvailablePopup(const QPoint& place) {
     KeyedList& list = lists_->Available();
     QList<PopupEntry> entries = {
-        {0, "mnu_Edit_SelectAll", [&list, this] { Put(list.Items().Items()); }, list.Items().Count() > 0},
+        {0, "mnu_Edit_SelectAll", [&list, this] { Put(list.Items().Items()); }, list.Items().Count() > 0, WhyListEmpty},
         {1, "mnu_popIndicatorsAvl_SelectHighlighted", [&list, this] { Put(list.HighlightedItems()); },
-         list.HasHighlighted()}};
+         list.HasHighlighted(), WhyNoneHighlighted}};
     if (option_ == OptionList::Sources)
         entries << PopupEntry{2, "mnu_popDataSources_SelectRecommended", [this] { PutRecommended(); }};
     entries << PopupEntry{3, nullptr, {}} << PopupEntry{4, "Count", [&list, this] { lists_->ShowCount(list); }};
     if (option_ == OptionList::Sources)
         entries << PopupEntry{5, nullptr, {}}
-                << PopupEntry{6, "Information", [this] { AskForInformation(); }, list.HasHighlighted()};
+                << PopupEntry{6, "Information", [this] { AskForInformation(); }, list.HasHighlighted(),
+                              WhyNoneHighlighted};
     ShowPopup(this, QStringLiteral("mnu_popup_Data_Sources_Avl_Options"), place, entries);
 }
 
@@ -211,8 +212,8 @@ void TakeOutPanel::ShowSelectedPopup(const QPoint& place) {
     KeyedList& list = lists_->Selected();
     ShowPopup(this, QStringLiteral("mnu_popup_Data_Sources_Sel_Options"), place,
               {{0, "mnu_popDataSort_ClearHighlighted", [&list, this] { TakeOut(list.HighlightedItems()); },
-                list.HasHighlighted()},
-               {1, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0},
+                list.HasHighlighted(), WhyNoneHighlighted},
+               {1, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0, WhyListEmpty},
                {2, nullptr, {}},
                {3, "Count", [&list, this] { lists_->ShowCount(list); }}});
 }

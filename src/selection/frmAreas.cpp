@@ -344,25 +344,25 @@ void frmAreas::ShowTreePopup(const QPoint& place) {
 void frmAreas::ShowAvailablePopup(const QPoint& place) {
     const bool any = lstAvailable1().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_area_avl_Options"), place,
-              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedAreas(true); }, any},
+              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedAreas(true); }, any, WhyListEmpty},
                {1, "mnu_popIndicatorsAvl_SelectHighlighted", [this] { AddSelectedAreas(false); },
-                lstAvailable1().HasHighlighted()},
+                lstAvailable1().HasHighlighted(), WhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstAvailable1()); }},
-               {4, "TS_HighlightAll", [this] { lstAvailable1().selectAll(); }, any}});
+               {4, "TS_HighlightAll", [this] { lstAvailable1().selectAll(); }, any, WhyListEmpty}});
 }
 
 void frmAreas::ShowSelectedPopup(const QPoint& place) {
     const bool any = lstSelected1().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_area_chosen_Options"), place,
-              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedAreas(true); }, any},
+              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedAreas(true); }, any, WhyListEmpty},
                {1, "mnu_popDataSort_ClearHighlighted", [this] { RemoveSelectedAreas(false); },
-                lstSelected1().HasHighlighted()},
+                lstSelected1().HasHighlighted(), WhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected1()); }},
                {4, nullptr, {}},
-               {5, "Area Detail", [this] { ShowAreaDetails(); }, lstSelected1().HasHighlighted()},
-               {6, "PRINT BUTTON", [this] { Print(); }, any}});
+               {5, "Area Detail", [this] { ShowAreaDetails(); }, lstSelected1().HasHighlighted(), WhyNoneHighlighted},
+               {6, "PRINT BUTTON", [this] { Print(); }, any, WhyListEmpty}});
 }
 
 } // namespace tessaro

@@ -388,36 +388,41 @@ QString frmIndicators::SelectionSummary() const {
 void frmIndicators::ShowAvailablePopup(const QPoint& place) {
     const bool any = lstAvailable().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_ind_avl_Options"), place,
-              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedIndicators(true); }, any},
+              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedIndicators(true); }, any, WhyListEmpty},
                {1, "mnu_popIndicatorsAvl_SelectHighlighted", [this] { AddSelectedIndicators(false); },
-                lstAvailable().HasHighlighted()},
+                lstAvailable().HasHighlighted(), WhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstAvailable()); }},
-               {4, "TS_HighlightAll", [this] { lstAvailable().selectAll(); }, any},
+               {4, "TS_HighlightAll", [this] { lstAvailable().selectAll(); }, any, WhyListEmpty},
                {6, nullptr, {}},
-               {5, "Information", [this] { ShowInformationOf(lstAvailable()); }, lstAvailable().HasHighlighted()}});
+               {5, "Information", [this] { ShowInformationOf(lstAvailable()); }, lstAvailable().HasHighlighted(),
+                WhyNoneHighlighted}});
 }
 
 void frmIndicators::ShowSelectedPopup(const QPoint& place) {
     const bool any = lstSelected().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_ind_sel_Options"), place,
-              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedIndicators(true); }, any},
+              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedIndicators(true); }, any, WhyListEmpty},
                {1, "mnu_popDataSort_ClearHighlighted", [this] { RemoveSelectedIndicators(false); },
-                lstSelected().HasHighlighted()},
+                lstSelected().HasHighlighted(), WhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected()); }},
-               {11, "mnu_popIndicatorsSel_Sort", [this] { SortSelIndsBySector(); }, any},
+               {11, "mnu_popIndicatorsSel_Sort", [this] { SortSelIndsBySector(); }, any, WhyListEmpty},
                {4, nullptr, {}},
-               {5, "mnu_DataView_ViewDetails", [this] { DisplayINDDetails(); }, lstSelected().HasHighlighted()},
-               {6, "PRINT BUTTON", [this] { Print(); }, any},
-               {7, "COMM_EXCEL_FILE", [this] { Print(); }, any},
-               {9, "Information", [this] { ShowInformationOf(lstSelected()); }, lstSelected().HasHighlighted()}});
+               {5, "mnu_DataView_ViewDetails", [this] { DisplayINDDetails(); }, lstSelected().HasHighlighted(),
+                WhyNoneHighlighted},
+               {6, "PRINT BUTTON", [this] { Print(); }, any, WhyListEmpty},
+               {7, "COMM_EXCEL_FILE", [this] { Print(); }, any, WhyListEmpty},
+               {9, "Information", [this] { ShowInformationOf(lstSelected()); }, lstSelected().HasHighlighted(),
+                WhyNoneHighlighted}});
 }
 
 void frmIndicators::ShowTreePopup(const QPoint& place) {
     ShowPopup(this, QStringLiteral("mnu_PUP_IND_SelectAll"), place,
-              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedIndicators(true); }, lstAvailable().Items().Count() > 0},
-               {1, "Information", [this] { ShowInformationOfNode(); }, !NodeInformationCode().isEmpty()}});
+              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedIndicators(true); }, lstAvailable().Items().Count() > 0,
+                WhyListEmpty},
+               {1, "Information", [this] { ShowInformationOfNode(); }, !NodeInformationCode().isEmpty(),
+                "TS_WhyNoInformation"}});
 }
 
 } // namespace tessaro

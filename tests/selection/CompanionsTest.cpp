@@ -50,6 +50,12 @@ class IndicatorCompanionsTest : public ScreenTest<frmIndicators> {
     KeyedList& lstSelected() { return List("lstSelected"); }
 };
 
+TEST_F(IndicatorCompanionsTest, DisabledPopupEntriesSayWhy) {
+    ReadProductTexts();
+    EXPECT_EQ(Unexplained(lstAvailable()), QStringList());
+    EXPECT_EQ(Unexplained(lstSelected()), QStringList());
+}
+
 TEST_F(IndicatorCompanionsTest, SearchFillsTheList) {
     SearchFor("'s \"school");
     EXPECT_EQ(Shown(lstAvailable()), "I3");

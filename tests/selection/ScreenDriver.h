@@ -2,6 +2,7 @@
 
 #include "controls/KeyedList.h"
 #include "selection/SelectionDatabase.h"
+#include "session/Session.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -61,6 +62,27 @@ template <class Screen> class ScreenTest : public SelectionDatabaseTest {
         action->trigger();
         menu->close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    /// Gives the screen the product's texts; without this there are none. To be called before Open().
+    void ReadProductTexts() {
+        const auto sample = Connection;
+        StartInstallation();
+        Connection = sample;
+    }
+    /// Captions of the disabled entries of a list's popup whose tip doesn't say why they are.
+    QStringList Unexplained(KeyedList& list) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, {4, 4}, list.viewport()->mapToGlobal(QPoint(4, 4)));
+        QApplication::sendEvent(list.viewport(), &event);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (menu == nullptr) return {QStringLiteral("no popup")};
+        QStringList captions;
+        for (const QAction* action : menu->actions())
+            if (!action->isSeparator() && !action->isEnabled() &&
+                action->toolTip() == QAction(action->text()).toolTip())
+                captions << action->text();
+        menu->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return captions;
     }
     /// Answers the next modal dialog once it is up.
     void AnswerDialog(std::function<void(QDialog&)> answer) {

@@ -176,5 +176,12 @@ TEST_F(frmAreasTest, AWriteThatFailsIsToldAndTheListShowsTheTable) {
     EXPECT_EQ(Shown(lstSelected1()), "");
 }
 
+TEST_F(frmAreasTest, DisabledPopupEntriesSayWhy) {
+    ReadProductTexts();
+    Open();
+    EXPECT_EQ(Unexplained(lstAvailable1()), QStringList());
+    EXPECT_EQ(Unexplained(lstSelected1()), QStringList());
+}
+
 } // namespace
 } // namespace tessaro::test

@@ -118,6 +118,13 @@ TEST_F(frmTimeTest, SortsEachListByItsButtonAndHead) {
     EXPECT_EQ(Shown(lstAvailable()), "T1 T2 T3 T4");
 }
 
+TEST_F(frmTimeTest, DisabledPopupEntriesSayWhy) {
+    ReadProductTexts();
+    Open();
+    EXPECT_EQ(Unexplained(lstAvailable()), QStringList());
+    EXPECT_EQ(Unexplained(lstSelected()), QStringList());
+}
+
 TEST_F(frmTimeTest, PopupsAddRemoveAndCount) {
     Open();
     PickFromPopup(lstAvailable(), "mnu_popup_time_avl_Options_1");
