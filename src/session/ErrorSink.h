@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/Log.h"
+
 #include <QString>
 
 #include <exception>
@@ -44,11 +46,5 @@ class ErrorTrap final {
 /// (no such table) pass without a line.
 void ReportError(const std::exception& error, const QString& procedureName, bool alwaysShow = false);
 void ReportError(unsigned number, const QString& description, const QString& procedureName, bool alwaysShow = false);
-
-/// Writes a note to the log file (what "nothing is shown" for).
-void LogNote(const QString& text);
-/// CacheFolder/Tessaro.log; before CacheFolder is known, the same in the root of the writable tree. At 1 MB it
-/// becomes Tessaro.log.1 and a new one begins.
-[[nodiscard]] QString LogFile();
 
 } // namespace tessaro

@@ -1,7 +1,5 @@
 #include "session/Messages.h"
 
-#include "session/ErrorSink.h"
-#include "session/Settings.h"
 #include "session/Strings.h"
 
 #include <utility>
@@ -9,11 +7,6 @@
 namespace tessaro {
 
 namespace {
-
-MessageAnswerer& TheAnswerer() {
-    static MessageAnswerer answerer;
-    return answerer;
-}
 
 /// The text of a key. A message may come before any language file is read, or from a file that lacks it: an empty box
 /// tells nobody anything, so the key stands in, and the one message that ends the program has a text of its own.
@@ -46,65 +39,37 @@ Message MessageOf(const QString& key, MessageType type, int icon, const QString&
     message.text = isKey ? TextOfMessage(key) : key;
     message.type = type;
     message.icon = icon;
-    message.title = title.isEmpty() ? Setting(QStringLiteral("PRODUCT NAME")) : title;
+    message.title = title;
     return message;
-}
-
-int Answer(const Message& message) {
-    if (TheAnswerer()) return TheAnswerer()(message);
-    LogNote(QStringLiteral("message without a window: %1 %2").arg(message.key, message.text));
-    return CodeOfClosing(message.type);
 }
 
 } // namespace
 
-int CodeOfClosing(MessageType type) {
-    switch (type) {
-    case MessageType::Ok:
-        return MessageCode::Ok;
-    case MessageType::OkCancel:
-        return MessageCode::Cancel;
-    case MessageType::YesNo:
-        return MessageCode::No;
-    case MessageType::YesNoCancel:
-        return MessageCode::Cancel;
-    case MessageType::Done:
-        return MessageCode::Done;
-    case MessageType::LocateIgnore:
-        return 0;
-    }
-    return 0;
-}
-
 int ShowMessage(const QString& key, MessageType type, int icon, const QString& title, bool isKey) {
-    return Answer(MessageOf(key, type, icon, title, isKey));
+    return AnswerMessage(MessageOf(key, type, icon, title, isKey));
 }
 
 int AskBeforeLoss(const QString& key, MessageType type, const QString& title, bool isKey) {
     constexpr int kQuestionIcon = 104;
     Message message = MessageOf(key, type, kQuestionIcon, title, isKey);
     message.careful = true;
-    return Answer(message);
+    return AnswerMessage(std::move(message));
 }
 
 void ShowFilledMessage(const QString& key, const QStringList& fillings, int icon) {
     Message message = MessageOf(key, MessageType::Ok, icon, {}, true);
     message.text = Filled(message.text, fillings);
-    Answer(message);
+    AnswerMessage(std::move(message));
 }
 
 void ShowMessageWithReason(const QString& key, const QString& reason, int icon) {
     Message message = MessageOf(key, MessageType::Ok, icon, {}, true);
     if (!reason.isEmpty()) message.text += QLatin1String("\n\n") + reason;
-    Answer(message);
+    AnswerMessage(std::move(message));
 }
 
 QString FilledText(const QString& key, const QStringList& fillings) {
     return Filled(TextOfMessage(key), fillings);
-}
-
-void SetMessageAnswerer(MessageAnswerer answerer) {
-    TheAnswerer() = std::move(answerer);
 }
 
 } // namespace tessaro

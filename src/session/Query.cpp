@@ -17,10 +17,6 @@ jet::Connection& ConnectionFor(jet::Connection* on) {
 
 } // namespace
 
-std::string DatabasePassword() {
-    return "silvercastles2071";
-}
-
 std::shared_ptr<jet::Connection> CreateTheConnection(const QString& path) {
     if (path.trimmed().isEmpty()) return nullptr;
     ConnectionText =

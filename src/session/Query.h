@@ -1,6 +1,7 @@
 #pragma once
 
 #include "jet/engine/Connection.h"
+#include "session/DatabasePassword.h"
 
 #include <QString>
 #include <QStringList>
@@ -8,9 +9,6 @@
 #include <memory>
 
 namespace tessaro {
-
-/// The password of every database file of the system.
-[[nodiscard]] std::string DatabasePassword();
 
 /// A new open connection, or nothing when `path` is blank or can't be opened (reported under the current trap).
 /// Remembers ConnectionText.

@@ -1,8 +1,5 @@
 #include "session/Session.h"
 
-#include "session/Settings.h"
-#include "session/Strings.h"
-
 namespace tessaro {
 
 QString AppPath;
@@ -83,7 +80,6 @@ void ResetLanguage() {
     Locale = 1033;
     StringTable = jet::Recordset();
     LanguageFiles.clear();
-    ForgetStrings();
 }
 
 void ResetPreferences() {
@@ -106,13 +102,12 @@ void ResetPreferences() {
 
 } // namespace
 
-void ResetSession() {
+void ResetSessionValues() {
     for (QString* place : {&AppPath, &CacheFolder, &TempFolder, &DataCacheFolder, &FavoritesFolder, &MapFilesFolder})
         place->clear();
     ResetDatabase();
     ResetLanguage();
     ResetPreferences();
-    ForgetSettings();
     HomeIsShown = false;
     CurrentStage = -1;
     VisitedStages = {QString()};

@@ -89,7 +89,7 @@ extern QString MostRecentClause;
 extern bool SilentErrors; ///< nothing is shown; the log file has it all the same
 
 /// Sets every value above to its start value and releases the connection and the string table.
-void ResetSession();
+void ResetSessionValues();
 
 /// The colour of a decimal colour number (red low, blue high).
 [[nodiscard]] QColor ColorFromNumber(long number);

@@ -3,6 +3,8 @@
 #include <QColor>
 #include <QString>
 
+#include <optional>
+
 namespace tessaro {
 
 /// An option of TS.ini: "TRUE|SECTORS".
@@ -10,17 +12,6 @@ struct OptionPair {
     bool offered = false;
     QString name;
 };
-
-/// Reads TS.ini. Missing, or without a single key of ours: message "002" and False (the program ends). LocalizeApp runs
-/// after name and version are read.
-[[nodiscard]] bool ReadInfoINIFile();
-void ReadPrefINIFile();
-/// Writes Pref.ini; on any failure the old file stays and False is given.
-bool SavePrefINIFile();
-/// The condition that goes with a DATA_EXISTS of 0, 1 or 2: "DataExists = True ", empty, "DataExists = False ".
-[[nodiscard]] QString CriterionOfDataExists(long mode);
-/// Makes the writable tree and seeds it from the templates.
-void LocalizeApp();
 
 /// A product setting by its key, as TS.ini has it (at most 255 characters; missing: empty). Keys ignore case.
 [[nodiscard]] QString Setting(const QString& key);
@@ -30,7 +21,12 @@ void LocalizeApp();
 [[nodiscard]] QColor SettingColor(const QString& key);
 [[nodiscard]] OptionPair SettingOption(const QString& key);
 
-/// Drops what ReadInfoINIFile read.
+/// Keeps a setting that was read, and drops all of them.
+void SetSetting(const QString& key, const QString& value);
 void ForgetSettings();
+
+/// True for "True" in any case and for numbers other than 0, False for "False" and 0; nothing for a text that is no
+/// boolean.
+[[nodiscard]] std::optional<bool> BooleanOf(const QString& text);
 
 } // namespace tessaro

@@ -3,7 +3,7 @@
 #include "platform/Cipher.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "session/ErrorSink.h"
+#include "session/Log.h"
 #include "session/Messages.h"
 
 namespace tessaro {
@@ -26,16 +26,6 @@ bool WriteSettingsFile(const QString& path, const QByteArray& plain) {
     LogNote(QLatin1String("a settings file can't be written: ") + path);
     ShowFilledMessage(QStringLiteral("TS_FolderNotWritable"), {FolderOf(path)}, 102);
     return false;
-}
-
-std::optional<bool> BooleanOf(const QString& text) {
-    const QString trimmed = text.trimmed();
-    if (trimmed.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0) return true;
-    if (trimmed.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0) return false;
-    bool isNumber = false;
-    const double number = trimmed.toDouble(&isNumber);
-    if (!isNumber) return std::nullopt;
-    return number != 0;
 }
 
 } // namespace tessaro

@@ -21,8 +21,4 @@ struct SettingsFile {
 /// Writes a settings file enciphered. On a failure the old one stands, the user is told, and False is given.
 bool WriteSettingsFile(const QString& path, const QByteArray& plain);
 
-/// True for "True" in any case and for numbers other than 0, False for "False" and 0; nothing for a text that is no
-/// boolean.
-[[nodiscard]] std::optional<bool> BooleanOf(const QString& text);
-
 } // namespace tessaro

@@ -6,9 +6,11 @@
 #include "session/ErrorSink.h"
 #include "session/Leftovers.h"
 #include "session/Messages.h"
+#include "session/ProductSettings.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "session/UserPreferences.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -70,6 +72,12 @@ void ShutDown() {
     Connection.reset();
     if (!TempFolder.isEmpty()) QDir(JoinPath({TempFolder, QStringLiteral("MData_")})).removeRecursively();
     StringTable = jet::Recordset();
+    ForgetStrings();
+}
+
+void ResetSession() {
+    ResetSessionValues();
+    ForgetSettings();
     ForgetStrings();
 }
 

@@ -15,4 +15,7 @@ enum class StartResult { GoOn, EndProgram };
 /// TempFolder, the string table.
 void ShutDown();
 
+/// As at the start of the process: the session's values, the settings and the texts that were read.
+void ResetSession();
+
 } // namespace tessaro

@@ -1,10 +1,12 @@
+#include "session/WritableTree.h"
+
 #include "jet/engine/Connection.h"
 #include "platform/Files.h"
 #include "platform/Home.h"
 #include "platform/Paths.h"
 #include "platform/Rights.h"
+#include "session/DatabasePassword.h"
 #include "session/ErrorSink.h"
-#include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Templates.h"

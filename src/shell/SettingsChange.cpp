@@ -12,6 +12,7 @@
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "session/UserPreferences.h"
 #include "shell/AddressBar.h"
 #include "shell/DatabaseOpener.h"
 #include "shell/MainMenu.h"

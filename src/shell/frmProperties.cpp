@@ -8,6 +8,7 @@
 #include "session/ErrorSink.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "session/UserPreferences.h"
 #include "shell/SettingsChange.h"
 #include "shell/frmMain.h"
 #include "ui_frmProperties.h"

@@ -3,6 +3,7 @@
 
 #include "StatementScript.h"
 #include "database/Database.h"
+#include "session/ProductSettings.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"

@@ -7,6 +7,7 @@
 #include "session/Settings.h"
 #include "session/Startup.h"
 #include "session/Strings.h"
+#include "session/UserPreferences.h"
 #include "support/TestSession.h"
 
 #include <QDir>

@@ -1,9 +1,12 @@
+#include "session/UserPreferences.h"
+
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "session/ErrorSink.h"
+#include "session/Log.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/SettingsFile.h"
+#include "session/WritableTree.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace tessaro {
+
+/// Makes the writable tree and seeds it from the templates.
+void LocalizeApp();
+
+} // namespace tessaro
