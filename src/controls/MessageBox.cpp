@@ -40,10 +40,10 @@ struct IconPicture {
     const char* nameKey;
 };
 constexpr std::array<IconPicture, 4> Pictures{{
-    {101, "error.png", "TS_Warning"},
-    {102, "info.png", "TS_Message"},
-    {103, "warning.png", "TS_Warning"},
-    {104, "question.png", "TS_Question"},
+    {MessageIcon::Refused, "error.png", "TS_Warning"},
+    {MessageIcon::Note, "info.png", "TS_Message"},
+    {MessageIcon::Warning, "warning.png", "TS_Warning"},
+    {MessageIcon::Question, "question.png", "TS_Question"},
 }};
 
 const IconPicture& PictureOf(int icon) {

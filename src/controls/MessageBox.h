@@ -18,7 +18,7 @@ struct MessageButton {
 /// The buttons of a type, in order; the first one answers Enter, the last one that of a careful message.
 [[nodiscard]] const std::vector<MessageButton>& ButtonsOf(MessageType type);
 
-/// The window of ShowMessage: a picture by the icon code (101 refused, 102 note, 103 warning, 104 question), the text,
+/// The window of ShowMessage: a picture by its MessageIcon, the text,
 /// and up to three buttons. Texts of keys stand in the language's font, literal ones in the product's. Escape and the
 /// window's own closing button give the closing code. The text can be copied (Ctrl+C).
 class MessageBox final : public QDialog {

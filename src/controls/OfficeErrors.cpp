@@ -47,7 +47,7 @@ QString OfficeText(const office::Error& error) {
 
 void ShowOfficeError(const office::Error& error, const char* procedureName) {
     LogNote(QStringLiteral("%1: %2").arg(QLatin1String(procedureName), QString::fromUtf8(error.what())));
-    ShowMessage(OfficeText(error), MessageType::Ok, 102, {}, false);
+    ShowMessage(OfficeText(error), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 namespace {

@@ -321,7 +321,7 @@ void SelectionLists::HighlightAll() {
 }
 
 void SelectionLists::ShowCount(const KeyedList& list) {
-    ShowMessage(QString::number(list.Items().Count()), MessageType::Ok, 102, {}, false);
+    ShowMessage(QString::number(list.Items().Count()), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,

@@ -77,7 +77,7 @@ Candidate OpenDataDatabase(const QString& path) {
 void Refuse(const QString& path, const Candidate& candidate) {
     if (candidate.stopped) return LogNote(QLatin1String("the user stopped the copying of ") + path);
     LogNote(QStringLiteral("refused as a data database: %1: %2").arg(path, candidate.reason));
-    ShowMessageWithReason(QStringLiteral("316"), candidate.reason, 101);
+    ShowMessageWithReason(QStringLiteral("316"), candidate.reason, MessageIcon::Refused);
 }
 
 bool ConnectionIsOpen() {
@@ -98,7 +98,7 @@ bool RenewWorkingDatabase() {
     for (const char* companion : {"-journal", "-wal", "-shm"})
         QFile::remove(target + QLatin1String(companion));
     if (CopyPassingFile(source, target)) return true;
-    ReportError(70, QLatin1String("The working database can't be written: ") + target,
+    ReportError(FileError::PermissionDenied, QLatin1String("The working database can't be written: ") + target,
                 QStringLiteral("OpenDatabaseFile"));
     return false;
 }
@@ -135,7 +135,7 @@ bool OpenDatabaseFile(const QString& path) {
     CurrentDatabase = path; // which may be CurrentDatabase itself
     if (UseDatabase(std::move(candidate.connection))) return true;
     CurrentDatabase = before;
-    ShowFilledMessage(QStringLiteral("TS_NoRoomToOpen"), {CacheFolder}, 102);
+    ShowFilledMessage(QStringLiteral("TS_NoRoomToOpen"), {CacheFolder}, MessageIcon::Note);
     return false;
 }
 

@@ -71,7 +71,7 @@ int frmData::WriteDataView(const QString& file, const char* textKey) {
 /// Why an export ended early, in the user's words.
 void frmData::TellStopped(ExportStopped reason) {
     if (reason == ExportStopped::ByUser) return TheFrame().SetStatusText(GetText(QStringLiteral("TS_ExportCancelled")));
-    ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, 102, {}, false);
+    ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 bool frmData::SaveDataView(const QString& file) {
@@ -104,7 +104,7 @@ bool frmData::SaveDataView(const QString& file) {
     } else if (sheets == 0) {
         LogNote(QLatin1String("SaveDataView: can't write ") + file);
         ShowMessage(GetText(QStringLiteral("TS_ExportFailed")).replace(QStringLiteral("%1"), file), MessageType::Ok,
-                    102, {}, false);
+                    MessageIcon::Note, {}, false);
     } else {
         TheFrame().SetStatusText(
             GetText(sheets > 1 ? QStringLiteral("TS_ExportedSheets") : QStringLiteral("TS_Exported"))

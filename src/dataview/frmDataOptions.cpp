@@ -170,7 +170,7 @@ void frmData::DrawStats() {
     // Rows in the grid, and none of them counted: the file was damaged or taken away since.
     const bool countable = model_.ValueRows() > 0 && !filters_.MissingDataOn && unreadable_.count == 0;
     if (countable && statistics_.rowCount() == 0)
-        ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, 102, {}, false);
+        ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 /// The marks are narrow; the figures stand whole and apart where the names leave them room.

@@ -253,7 +253,7 @@ void frmData::ShowCount() {
         paging_.CountRows();
         ShowRows();
     }
-    ShowMessage(QLocale::system().toString(RowsInGrid()), MessageType::Ok, 102, {}, false);
+    ShowMessage(QLocale::system().toString(RowsInGrid()), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 void frmData::DataGrid_PopupMenu(const QPoint& place) {

@@ -29,7 +29,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kQuestionIcon = 104;
 constexpr unsigned kPathFileAccess = 75;
 
 } // namespace
@@ -244,8 +243,8 @@ bool frmGALMain::MayCloseShown(bool mayStay) {
     while (ui_->PicExcel->HasEdits()) {
         const QString text =
             GetText(QStringLiteral("TS_GalleryEdited")).replace(QStringLiteral("%1"), InOnePiece(currentPresentation_));
-        const int answer =
-            ShowMessage(text, mayStay ? MessageType::YesNoCancel : MessageType::YesNo, kQuestionIcon, {}, false);
+        const int answer = ShowMessage(text, mayStay ? MessageType::YesNoCancel : MessageType::YesNo,
+                                       MessageIcon::Question, {}, false);
         if (mayStay && answer == MessageCode::Cancel) return false;
         if (answer != MessageCode::Yes) {
             CloseShown();
@@ -259,7 +258,7 @@ bool frmGALMain::MayCloseShown(bool mayStay) {
 /// Saves the workbook on show; where its file can't be written, under another name.
 bool frmGALMain::SaveShown() {
     if (!ui_->PicExcel->Save()) {
-        ShowMessage(ui_->PicExcel->ErrorText(), MessageType::Ok, 102, {}, false);
+        ShowMessage(ui_->PicExcel->ErrorText(), MessageType::Ok, MessageIcon::Note, {}, false);
         const QString file = AskForNewFile(
             this, {PlainText(QStringLiteral("TS_PageSaveAs")), GalleryFolder(),
                    PlainText(QStringLiteral("TS_FilterWorkbook")) + QStringLiteral(" (*.xls)"), currentPresentation_});

@@ -23,7 +23,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kQuestionIcon = 104;
 constexpr int kMostSlides = 30; ///< made at once of one table
 const QString kExtension = QStringLiteral(".ppt");
 
@@ -119,11 +118,11 @@ int frmGALMain::AskForParts(int needed) {
         const QString text = GetText(QStringLiteral("TS_TooLongTable"))
                                  .replace(QStringLiteral("%1"), QLocale().toString(needed))
                                  .replace(QStringLiteral("%2"), QLocale().toString(kMostSlides));
-        return ShowMessage(text, MessageType::YesNo, kQuestionIcon, {}, false) == MessageCode::Yes ? 1 : 0;
+        return ShowMessage(text, MessageType::YesNo, MessageIcon::Question, {}, false) == MessageCode::Yes ? 1 : 0;
     }
     const QString text =
         GetText(QStringLiteral("TS_LongTable")).replace(QStringLiteral("%1"), QLocale().toString(needed));
-    const int answer = ShowMessage(text, MessageType::YesNoCancel, kQuestionIcon, {}, false);
+    const int answer = ShowMessage(text, MessageType::YesNoCancel, MessageIcon::Question, {}, false);
     return answer == MessageCode::Yes ? needed : answer == MessageCode::Cancel ? 0 : 1;
 }
 
@@ -144,7 +143,7 @@ bool frmGALMain::ShowPPT(bool newPresentation, const QString& file) {
     if (!open) {
         const QString reason = ui_->PicPPT->ErrorText();
         ClosePPT();
-        ShowMessage(reason, MessageType::Ok, 102, {}, false);
+        ShowMessage(reason, MessageType::Ok, MessageIcon::Note, {}, false);
     }
     ShowPPTState();
     return open;
@@ -205,7 +204,7 @@ bool frmGALMain::QuitPPT(bool mayStay) {
     const ErrorTrap trap("QuitPPT");
     while (HasUnsavedSlides()) {
         const int answer = ShowMessage(QStringLiteral("TS_SlidesUnsaved"),
-                                       mayStay ? MessageType::YesNoCancel : MessageType::YesNo, kQuestionIcon);
+                                       mayStay ? MessageType::YesNoCancel : MessageType::YesNo, MessageIcon::Question);
         if (mayStay && answer == MessageCode::Cancel) return false;
         if (answer != MessageCode::Yes) break;
         if (!SavePPT() && mayStay) return false;

@@ -102,11 +102,12 @@ void SheetBrowser::Follow(const QUrl& url) {
     const QString shown = address.size() > kShownOfAddress ? address.left(kShownOfAddress) + QChar(0x2026) : address;
     const auto text = [&](const char* key) { return GetText(QLatin1String(key)).replace(QLatin1String("%1"), shown); };
     if (!MayOpen(url)) {
-        ShowMessage(text("TS_LinkRefused"), MessageType::Ok, 102, {}, false);
+        ShowMessage(text("TS_LinkRefused"), MessageType::Ok, MessageIcon::Note, {}, false);
         return;
     }
-    if (ShowMessage(text("TS_OpenLink"), MessageType::YesNo, 101, {}, false) != MessageCode::Yes) return;
-    if (!ShellOpen(address)) ShowMessage(text("TS_LinkNotOpened"), MessageType::Ok, 102, {}, false);
+    if (ShowMessage(text("TS_OpenLink"), MessageType::YesNo, MessageIcon::Refused, {}, false) != MessageCode::Yes)
+        return;
+    if (!ShellOpen(address)) ShowMessage(text("TS_LinkNotOpened"), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 } // namespace tessaro

@@ -171,7 +171,7 @@ void ColorRangesPanel::cmdApply_Click() {
     const ValueRange limits{NumberText(ui_->txtMinValue->text()), NumberText(ui_->txtMaxValue->text())};
     const QString wrong = ProblemOf(limits, {ui_->txtMinValue->text(), ui_->txtMaxValue->text()});
     if (!wrong.isEmpty()) {
-        ShowMessage(wrong, MessageType::Ok, 103, {}, false);
+        ShowMessage(wrong, MessageType::Ok, MessageIcon::Warning, {}, false);
         return;
     }
     record->MinValue = limits.From;
@@ -196,7 +196,7 @@ void ColorRangesPanel::GridEdited(int row, int column) {
         record->Ranges[static_cast<std::size_t>(row)] = changed;
     }
     ShowGrid();
-    if (!wrong.isEmpty()) ShowMessage(wrong, MessageType::Ok, 103, {}, false);
+    if (!wrong.isEmpty()) ShowMessage(wrong, MessageType::Ok, MessageIcon::Warning, {}, false);
 }
 
 void ColorRangesPanel::ChooseColor(int row, int column) {

@@ -21,7 +21,7 @@ namespace {
 bool Tell(const ShowOutcome& outcome) {
     const QString key = outcome.MessageKey();
     const QString text = key.isEmpty() ? outcome.Message() : key;
-    if (!text.isEmpty()) ShowMessage(text, MessageType::Ok, 103, {}, !key.isEmpty());
+    if (!text.isEmpty()) ShowMessage(text, MessageType::Ok, MessageIcon::Warning, {}, !key.isEmpty());
     return outcome.result == ShowResult::Built;
 }
 

@@ -232,8 +232,8 @@ void RowsColumnsPage::CmdSave_Click() {
     if (file.isEmpty()) return;
     if (!file.endsWith(extension, Qt::CaseInsensitive)) file += extension;
     if (!SaveRowsColumns(file, arrangement_, kind_))
-        ShowMessage(GetText(QStringLiteral("TS_OfficeFile")).replace(QStringLiteral("%1"), file), MessageType::Ok, 103,
-                    {}, false);
+        ShowMessage(GetText(QStringLiteral("TS_OfficeFile")).replace(QStringLiteral("%1"), file), MessageType::Ok,
+                    MessageIcon::Warning, {}, false);
 }
 
 void RowsColumnsPage::CmdLoad_Click() {
@@ -246,7 +246,7 @@ void RowsColumnsPage::CmdLoad_Click() {
         SetArrangement(loaded);
     else
         ShowMessage(GetText(QStringLiteral("TS_NoLayout")).replace(QStringLiteral("%1"), form.ChosenPath()),
-                    MessageType::Ok, 103, {}, false);
+                    MessageType::Ok, MessageIcon::Warning, {}, false);
 }
 
 } // namespace tessaro

@@ -54,7 +54,7 @@ void TellNothingFound() {
 }
 
 void TellNotKept() {
-    ShowMessage(GetText(QStringLiteral("TS_SelectionNotKept")), MessageType::Ok, 102, {}, false);
+    ShowMessage(GetText(QStringLiteral("TS_SelectionNotKept")), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 QString SummaryOf(const QString& key, int count) {

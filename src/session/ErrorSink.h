@@ -41,6 +41,11 @@ class ErrorTrap final {
     const char* outer_;
 };
 
+/// Numbers of failures with files, as the error sink reports them.
+namespace FileError {
+enum Number : unsigned { NotFound = 53, PermissionDenied = 70, NoAccess = 75, PathNotFound = 76 };
+}
+
 /// The common error sink: always one line in the log file (time, procedure, number, description; passwords removed);
 /// also a plain box when `alwaysShow` or when SilentErrors is False. The errors 35602 (key not unique) and 0x80040E37
 /// (no such table) pass without a line.

@@ -50,8 +50,7 @@ int ShowMessage(const QString& key, MessageType type, int icon, const QString& t
 }
 
 int AskBeforeLoss(const QString& key, MessageType type, const QString& title, bool isKey) {
-    constexpr int kQuestionIcon = 104;
-    Message message = MessageOf(key, type, kQuestionIcon, title, isKey);
+    Message message = MessageOf(key, type, MessageIcon::Question, title, isKey);
     message.careful = true;
     return AnswerMessage(std::move(message));
 }

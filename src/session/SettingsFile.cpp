@@ -24,7 +24,7 @@ std::optional<SettingsFile> ReadSettingsFile(const QString& path, const QString&
 bool WriteSettingsFile(const QString& path, const QByteArray& plain) {
     if (ReplaceFile(FindPath(path), Encipher(plain))) return true;
     LogNote(QLatin1String("a settings file can't be written: ") + path);
-    ShowFilledMessage(QStringLiteral("TS_FolderNotWritable"), {FolderOf(path)}, 102);
+    ShowFilledMessage(QStringLiteral("TS_FolderNotWritable"), {FolderOf(path)}, MessageIcon::Note);
     return false;
 }
 

@@ -29,7 +29,7 @@ void SpeakBaseLanguage() {
     ReadTranslateFile();
     if (wanted.trimmed().isEmpty()) return;
     ShowMessage(GetText(QStringLiteral("TS_LanguageUnreadable")).replace(QLatin1String("%1"), wanted), MessageType::Ok,
-                101, {}, false);
+                MessageIcon::Refused, {}, false);
 }
 
 /// What the start could not put into the user's folder.
@@ -41,7 +41,7 @@ void TellMissingFiles() {
     ShowMessage(GetText(QStringLiteral("TS_FilesMissing"))
                     .replace(QLatin1String("%1"), missing.join(QStringLiteral(", ")))
                     .replace(QLatin1String("%2"), CacheFolder),
-                MessageType::Ok, 102, {}, false);
+                MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 } // namespace
@@ -60,7 +60,8 @@ StartResult Initialize() {
     CurrentStage = -1;
     SelectionChanged = true;
     if (!EmptyFolder(TempFolder))
-        ReportError(75, QLatin1String("The folder can't be emptied: ") + TempFolder, QStringLiteral("Initialize"));
+        ReportError(FileError::NoAccess, QLatin1String("The folder can't be emptied: ") + TempFolder,
+                    QStringLiteral("Initialize"));
     ClearLeftovers();
     MapFilesFolder = JoinPath({TempFolder, QStringLiteral("MData_/MFiles_")});
     return StartResult::GoOn;

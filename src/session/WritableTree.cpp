@@ -20,7 +20,8 @@ namespace {
 
 void MakeFolder(const QString& folder) {
     if (!MakePrivateFolder(folder))
-        ReportError(76, QLatin1String("The folder can't be made, or belongs to another user: ") + folder,
+        ReportError(FileError::PathNotFound,
+                    QLatin1String("The folder can't be made, or belongs to another user: ") + folder,
                     QStringLiteral("LocalizeApp"));
 }
 
@@ -29,7 +30,8 @@ void Seed(const QString& fileName) {
     if (FileExists(target)) return;
     const QString source = TemplateFile(fileName);
     if (!CopyFileOver(source, target))
-        ReportError(53, QLatin1String("The template can't be copied: ") + source, QStringLiteral("LocalizeApp"));
+        ReportError(FileError::NotFound, QLatin1String("The template can't be copied: ") + source,
+                    QStringLiteral("LocalizeApp"));
 }
 
 /// The file of the selection is never replaced later on, so a damaged one (a crash of the machine) would take the

@@ -31,8 +31,8 @@ bool OpenDocument(const QString& folderSetting, const QString& fileSetting, cons
 bool OpenOutside(const QString& target) {
     if (ShellOpen(target)) return true;
     LogNote(QStringLiteral("the desktop opened no program for ") + target);
-    ShowMessage(GetText(QStringLiteral("TS_NothingOpens")).replace(QLatin1String("%1"), target), MessageType::Ok, 103,
-                {}, false);
+    ShowMessage(GetText(QStringLiteral("TS_NothingOpens")).replace(QLatin1String("%1"), target), MessageType::Ok,
+                MessageIcon::Warning, {}, false);
     return false;
 }
 

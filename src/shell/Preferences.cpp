@@ -59,7 +59,7 @@ bool HoldsLanguage(const QString& file) {
 
 void RefuseImport(const QString& file, const char* reasonKey) {
     LogNote(QLatin1String("refused as a language file: ") + file);
-    ShowMessage(GetText(QLatin1String(reasonKey)), MessageType::Ok, 101, {}, false);
+    ShowMessage(GetText(QLatin1String(reasonKey)), MessageType::Ok, MessageIcon::Refused, {}, false);
 }
 
 QString SampleText(jet::Connection& connection, const QString& langID) {
@@ -195,9 +195,10 @@ bool ImportLanguageFile(const QString& file) {
     const QString target = WritablePlace(JoinPath({LanguageFolder(), name}), AppPath, CacheFolder);
     if (SamePath(FindPath(file), target)) return true;
     const bool taken = FileExists(target) || FileExists(JoinPath({LanguageFolder(), name}));
-    if (taken && ShowMessage(QStringLiteral("285"), MessageType::YesNo, 104) != MessageCode::Yes) return false;
+    if (taken && ShowMessage(QStringLiteral("285"), MessageType::YesNo, MessageIcon::Question) != MessageCode::Yes)
+        return false;
     if (!CopyFileOver(FindPath(file), target)) {
-        ShowMessage(GetText(QStringLiteral("TS_ImportFailed")), MessageType::Ok, 102, {}, false);
+        ShowMessage(GetText(QStringLiteral("TS_ImportFailed")), MessageType::Ok, MessageIcon::Note, {}, false);
         return false;
     }
     FillLanguageArray();

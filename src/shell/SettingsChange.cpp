@@ -98,7 +98,7 @@ void SettingsChange::ApplyTheSettings(const Preferences& before) {
     if (languageChanged) ReadTranslateFile();
     DataExistsCriterion = CriterionOfDataExists(DataExistsMode);
     ShowInLanguage();
-    if (languageChanged) ShowMessage(QStringLiteral("048"), MessageType::Ok, 102);
+    if (languageChanged) ShowMessage(QStringLiteral("048"), MessageType::Ok, MessageIcon::Note);
     parts_.banner.SetCurrent(home ? navigation::HomePage : CurrentStage);
     if (now.sound != before.sound) sound_.Load(SoundFile);
     sound_.SetMuted(Mute);

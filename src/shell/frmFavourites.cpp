@@ -95,7 +95,7 @@ void frmFavourites::cmdOK_Click() {
         ShowMessage(QStringLiteral("021"));
         break;
     case FavouriteResult::Failed:
-        ShowMessage(GetText(QStringLiteral("TS_FavouriteFailed")), MessageType::Ok, 102, {}, false);
+        ShowMessage(GetText(QStringLiteral("TS_FavouriteFailed")), MessageType::Ok, MessageIcon::Note, {}, false);
         break;
     }
     ui_->txtFavoriteAddress->setFocus();
@@ -128,7 +128,7 @@ void frmFavourites::cmdRemove_Click() {
         } else if (RemoveFavourite(name)) {
             gone << item.key;
         } else {
-            ReportError(70, QStringLiteral("The favourite can't be removed: ") + name,
+            ReportError(FileError::PermissionDenied, QStringLiteral("The favourite can't be removed: ") + name,
                         QStringLiteral("cmdRemove_Click"));
         }
     }

@@ -23,7 +23,7 @@ frmLanguage::~frmLanguage() = default;
 void frmLanguage::cmdOK_Click() {
     const QListWidgetItem* item = ui_->lstAvailable->currentItem();
     if (item && FileOfLanguage(item->text()).isEmpty()) {
-        ShowFilledMessage(QStringLiteral("TS_LanguageWithoutTexts"), {item->text()}, 102);
+        ShowFilledMessage(QStringLiteral("TS_LanguageWithoutTexts"), {item->text()}, MessageIcon::Note);
         return;
     }
     if (item) chosen_ = item->text();

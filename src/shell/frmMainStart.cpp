@@ -87,7 +87,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     if (!started_) return;
     const ErrorTrap trap("MDIForm_QueryUnload");
     if (isMinimized()) showMaximized();
-    if (ShowMessage(QStringLiteral("034"), MessageType::YesNo, 104) != MessageCode::Yes) {
+    if (ShowMessage(QStringLiteral("034"), MessageType::YesNo, MessageIcon::Question) != MessageCode::Yes) {
         event->ignore();
         return;
     }

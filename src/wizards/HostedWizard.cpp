@@ -45,7 +45,7 @@ void HostedWizard::ClosePreview() {
 
 bool HostedWizard::SaveAs(QChar presentationType, int step) {
     if (fraExcel_->IsOpen() && !fraExcel_->Save()) {
-        ShowMessage(fraExcel_->ErrorText(), MessageType::Ok, 102, {}, false);
+        ShowMessage(fraExcel_->ErrorText(), MessageType::Ok, MessageIcon::Note, {}, false);
         return false;
     }
     const QString title = suggestedName_.isEmpty() ? QFileInfo(workbookFile_).completeBaseName() : suggestedName_;

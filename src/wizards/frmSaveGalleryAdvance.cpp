@@ -109,7 +109,8 @@ void frmSaveGalleryAdvance::CmdFinish_Click() {
     }
     const QString folder = ui_->txtGallLocation->text();
     if (!FolderExists(folder)) {
-        ShowMessage(GetText(QStringLiteral("Select Gallery folder to save in")), MessageType::Ok, 103, {}, false);
+        ShowMessage(GetText(QStringLiteral("Select Gallery folder to save in")), MessageType::Ok, MessageIcon::Warning,
+                    {}, false);
         return;
     }
     const QString target = PresentationFile(FindPath(folder), type_, name);

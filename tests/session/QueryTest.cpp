@@ -54,18 +54,18 @@ TEST(QuoteDoubledTest, MakesTextSafe) {
 TEST_F(QueryTest, AMessageGivesTheCodeOfItsButton) {
     StartSample();
     answers = {MessageCode::Yes};
-    EXPECT_EQ(ShowMessage("034", MessageType::YesNo, 104), MessageCode::Yes);
-    EXPECT_EQ(ShowMessage("034", MessageType::YesNo, 104), MessageCode::No); // closing the box
+    EXPECT_EQ(ShowMessage("034", MessageType::YesNo, MessageIcon::Question), MessageCode::Yes);
+    EXPECT_EQ(ShowMessage("034", MessageType::YesNo, MessageIcon::Question), MessageCode::No); // closing the box
     Message shown;
     SetMessageAnswerer([&](const Message& message) {
         shown = message;
         return 0;
     });
-    ShowMessage("316", MessageType::Ok, 101);
+    ShowMessage("316", MessageType::Ok, MessageIcon::Refused);
     EXPECT_EQ(shown.text, QString("The file is no data database."));
     EXPECT_EQ(shown.title, QString("Sample"));
     EXPECT_EQ(shown.icon, 101);
-    ShowMessage("as it stands", MessageType::Ok, 103, "Title", false);
+    ShowMessage("as it stands", MessageType::Ok, MessageIcon::Warning, "Title", false);
     EXPECT_EQ(shown.text, QString("as it stands"));
     EXPECT_TRUE(shown.key.isEmpty());
 }
