@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Holds every include of src/ against the table of rooms in docs/architecture.md: a room includes its own headers and
-those of the rooms that its row names, an arrow never goes up, and files do not include each other in a circle."""
+those of the rooms that its row names, an arrow never goes up, and files do not include each other in a circle; in the
+rooms of UNTANGLED neither do their units, a unit being a header with its source."""
 
 import re
 import sys
@@ -8,6 +9,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
+UNTANGLED = {"session"}
 ROW = re.compile(r"^\|\s*(\d+)\s*\|\s*`(\w+)`\s*\|[^|]*\|([^|]*)\|\s*$")
 
 
@@ -70,6 +72,17 @@ def check_include(room, name, rooms):
     return None
 
 
+def arrows_of_units(arrows):
+    """The arrows between the units of each room that has no circle of them: `room/Log` for room/Log.h and room/Log.cpp."""
+    units = {}
+    for name, includes in arrows.items():
+        unit, room = name.rsplit(".", 1)[0], name.split("/")[0]
+        targets = {include.rsplit(".", 1)[0] for include in includes if include.startswith(room + "/")}
+        if room in UNTANGLED:
+            units.setdefault(unit, set()).update(targets - {unit})
+    return units
+
+
 def check_sources(folder, rooms, problems):
     """Walks the sources of a folder of rooms; main.cpp, which stands above them, may include any. Gives the number of
     includes."""
@@ -89,6 +102,8 @@ def check_sources(folder, rooms, problems):
                 problems.append(f"src/{name}:{number}: {problem}")
             arrows.setdefault(name, set()).add(include)
     problems.extend(f"files include each other in a circle: {' > '.join(circle)}" for circle in circles(arrows))
+    problems.extend(f"units include each other in a circle: {' > '.join(circle)}"
+                    for circle in circles(arrows_of_units(arrows)))
     return count
 
 

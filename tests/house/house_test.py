@@ -5,6 +5,7 @@ pass."""
 import sys
 import tempfile
 import unittest
+import unittest.mock
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
@@ -48,6 +49,15 @@ class Floors(unittest.TestCase):
         for name, sources, wanted in cases:
             with self.subTest(name):
                 self.assertEqual([wanted in problem for problem in self.check(sources)], [True] if wanted else [])
+
+    def test_units(self):
+        """A circle of headers with their sources counts where the room has none."""
+        sources = {"middle/a.cpp": '#include "middle/a.h"\n#include "middle/b.h"\n', "middle/a.h": "",
+                   "middle/b.h": '#include "middle/a.h"\n'}
+        for untangled, wanted in (({"middle"}, ["middle/a > middle/b > middle/a"]), ({"top"}, [])):
+            with unittest.mock.patch.object(check_floors, "UNTANGLED", untangled):
+                found = self.check(sources)
+                self.assertEqual([circle.split(": ")[1] for circle in found], wanted)
 
     def test_tables(self):
         cases = [
