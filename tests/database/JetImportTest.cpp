@@ -7,7 +7,7 @@
 #include "session/JetCopies.h"
 #include "session/Query.h"
 #include "session/Session.h"
-#include "support/DecimalComma.h"
+#include "support/Locales.h"
 #include "support/SampleApplication.h"
 #include "support/TestSession.h"
 
@@ -94,7 +94,8 @@ TEST_F(JetImportTest, CopiesOnceAndAgainOnlyWhenTheFileChanged) {
 }
 
 TEST_F(JetImportTest, TextsKeepTheWidthsAndNumbersThePointThatTheFileHas) {
-    const DecimalComma german;
+    const CommaLocale german;
+    ASSERT_TRUE(german.works());
     ASSERT_TRUE(OpenDatabaseFile(Odd()));
     const std::pair<const char*, const char*> cases[] = {
         {"SELECT Count(*) FROM Data", "4033;"},

@@ -10,7 +10,7 @@
 #include "session/Startup.h"
 #include "session/UserPreferences.h"
 #include "session/WritableTree.h"
-#include "support/DecimalComma.h"
+#include "support/Locales.h"
 #include "support/SampleApplication.h"
 #include "support/TestSession.h"
 
@@ -201,7 +201,8 @@ TEST_F(SettingsTest, WhatOneLocaleHasWrittenEveryOtherReads) {
     const QLocale before;
     const struct { const char *writes, *reads; } cases[] = {{"ar_EG", "C"}, {"de_DE", "ar_EG"}, {"C", "fa_IR"}};
     for (const auto& c : cases) {
-        const DecimalComma german;
+        const CommaLocale german;
+        ASSERT_TRUE(german.works());
         QLocale::setDefault(QLocale(QLatin1String(c.writes)));
         GlobalColor = 16711935;
         ProductFontSize = 1250;

@@ -1,5 +1,5 @@
-#include "jet/CommaLocale.h"
 #include "jet/TestDatabase.h"
+#include "support/Locales.h"
 
 #include <csignal>
 #include <fstream>
@@ -71,7 +71,7 @@ TEST_F(DbaseTableTest, NumbersComeOutAsTheyAre) {
                               {"1E-9", "0.000000001"},
                               {"1E-300", ""},
                               {"1E200", ""}};
-    const CommaLocale comma;
+    const tessaro::test::CommaLocale comma;
     ASSERT_TRUE(comma.works());
     for (const Case& each : cases) {
         if (*each.text == '\0') {

@@ -1,7 +1,7 @@
-#include "jet/CommaLocale.h"
 #include "jet/TestDatabase.h"
 #include "jet/rewrite/Rewrites.h"
 #include "jet/values/Error.h"
+#include "support/Locales.h"
 
 #include <fstream>
 #include <map>
@@ -80,7 +80,7 @@ TEST(DialectTest, TheRowsAreTheSameWithoutAnyRewrite) {
 }
 
 TEST(DialectTest, ADecimalCommaOfTheUserChangesNothing) {
-    const CommaLocale comma;
+    const tessaro::test::CommaLocale comma;
     ASSERT_TRUE(comma.works());
     CheckCorpus();
     TestFolder folder;
