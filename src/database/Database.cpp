@@ -2,6 +2,7 @@
 
 #include "database/JetImport.h"
 #include "database/Schema.h"
+#include "jet/engine/DatabaseFile.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
@@ -53,6 +54,14 @@ Candidate Refused(const QString& reason) {
     return {nullptr, reason, false};
 }
 
+/// What the user is told of a file that the engine does not open. What is no database at all needs no word of the
+/// engine; a database that it refuses does.
+QString ReasonOfEngine(const QString& path, const QString& reason) {
+    const bool isDatabase = jet::HeadOfFile(FindPath(path).toStdString(), 15) == "SQLite format 3";
+    return isDatabase && !reason.isEmpty() ? FilledText(QStringLiteral("TS_DatabaseRefused"), {reason})
+                                           : FilledText(QStringLiteral("TS_NotADatabase"), {});
+}
+
 /// Whether the open database has what a data database must have.
 Candidate Checked(std::shared_ptr<jet::Connection> connection) {
     const QString code = DefaultLanguageCode(*connection);
@@ -70,8 +79,8 @@ Candidate OpenDataDatabase(const QString& path) {
         if (import.outcome == JetImport::Stopped) return {nullptr, {}, true};
         if (import.outcome == JetImport::Refused) return Refused(import.reason);
     }
-    auto connection = CreateTheConnection(path);
-    return connection ? Checked(std::move(connection)) : Refused(FilledText(QStringLiteral("TS_NotADatabase"), {}));
+    OpenedFile file = OpenFile(path);
+    return file.connection ? Checked(std::move(file.connection)) : Refused(ReasonOfEngine(path, file.reason));
 }
 
 void Refuse(const QString& path, const Candidate& candidate) {
@@ -147,9 +156,9 @@ bool IsLanguageInDatabase(const QString& path) {
 
 bool IsLanguageInDatabase(jet::Connection& connection) {
     const ErrorTrap trap("IsLanguageInDatabase");
-    const Records rows = Select(QStringLiteral("SELECT LanguageName FROM [Language] WHERE LanguageName = '") +
-                                    QuoteDoubled(Language) + QStringLiteral("'"),
-                                jet::CursorType::Static, &connection);
+    const Records rows =
+        Select(QStringLiteral("SELECT LanguageName FROM [Language] WHERE LanguageName = ") + Quoted(Language),
+               jet::CursorType::Static, &connection);
     return rows.isOpen() && !rows.atEnd();
 }
 

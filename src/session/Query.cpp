@@ -17,16 +17,24 @@ jet::Connection& ConnectionFor(jet::Connection* on) {
 
 } // namespace
 
-std::shared_ptr<jet::Connection> CreateTheConnection(const QString& path) {
-    if (path.trimmed().isEmpty()) return nullptr;
+OpenedFile OpenFile(const QString& path) {
+    if (path.trimmed().isEmpty()) return {};
     ConnectionText =
         QStringLiteral("Provider = Microsoft.jet.oledb.4.0;Data source =%1;Persist Security Info=False").arg(path);
     try {
-        return jet::Connection::Open(FileToOpen(path).toStdString(), DatabasePassword());
+        return {jet::Connection::Open(FileToOpen(path).toStdString(), DatabasePassword()), {}};
+    } catch (const jet::Error& error) {
+        ErrorTrap::Report(error);
+        const bool otherPassword = error.number() == jet::ErrorNumber::WrongPassword;
+        return {nullptr, otherPassword ? QString() : QString::fromUtf8(error.what())};
     } catch (const std::exception& error) {
         ErrorTrap::Report(error);
-        return nullptr;
+        return {nullptr, QString::fromUtf8(error.what())};
     }
+}
+
+std::shared_ptr<jet::Connection> CreateTheConnection(const QString& path) {
+    return OpenFile(path).connection;
 }
 
 QString Records::Text(std::size_t field) const {
@@ -69,6 +77,17 @@ QString QuoteDoubled(const QString& text) {
     QString safe = text;
     safe.replace(QLatin1Char('\''), QLatin1String("''")).remove(QChar(0));
     return safe.trimmed();
+}
+
+QString Quoted(const QString& text) {
+    return QLatin1Char('\'') + QuoteDoubled(text) + QLatin1Char('\'');
+}
+
+QString QuotedList(const QStringList& texts) {
+    QStringList quoted;
+    for (const QString& text : texts)
+        quoted << Quoted(text);
+    return quoted.join(QLatin1Char(','));
 }
 
 } // namespace tessaro

@@ -10,6 +10,13 @@
 
 namespace tessaro {
 
+/// An opened database file, or why the engine refuses it.
+struct OpenedFile {
+    std::shared_ptr<jet::Connection> connection;
+    QString reason; ///< a sentence of the engine, in English; empty for a wrong password and for a blank path
+};
+/// As CreateTheConnection, with the reason of a refusal.
+[[nodiscard]] OpenedFile OpenFile(const QString& path);
 /// A new open connection, or nothing when `path` is blank or can't be opened (reported under the current trap).
 /// Remembers ConnectionText.
 [[nodiscard]] std::shared_ptr<jet::Connection> CreateTheConnection(const QString& path);
@@ -46,5 +53,8 @@ bool Execute(const QString& sql, jet::Connection* on = nullptr);
 
 /// Text made safe for single quotes in SQL: ' doubled, Chr(0) removed, trimmed.
 [[nodiscard]] QString QuoteDoubled(const QString& text);
+/// The text as SQL has it: made safe, within single quotes. A list has commas between: 'A','B'.
+[[nodiscard]] QString Quoted(const QString& text);
+[[nodiscard]] QString QuotedList(const QStringList& texts);
 
 } // namespace tessaro

@@ -49,6 +49,8 @@ TEST(QuoteDoubledTest, MakesTextSafe) {
                        {{}, ""}};
     for (const auto& c : cases)
         EXPECT_EQ(QuoteDoubled(c.text), c.safe);
+    EXPECT_EQ(QuotedList({"a", "O'Neil ", "b,c"}), QString("'a','O''Neil','b,c'"));
+    EXPECT_EQ(QuotedList({}), QString());
 }
 
 TEST_F(QueryTest, AMessageGivesTheCodeOfItsButton) {

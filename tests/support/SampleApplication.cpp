@@ -223,6 +223,7 @@ constexpr TextRow Texts[] = {
     {"025", "The file can't be opened.", "Le fichier ne peut pas être ouvert."},
     {"034", "Do you want to leave the program?", "Voulez-vous quitter le programme ?"},
     {"316", "The file is no data database.", "Le fichier n'est pas une base de données."},
+    {"TS_DatabaseRefused", "The program does not open it: %1", "Le programme ne l'ouvre pas : %1"},
     {"ADDRESS", "Address", "Adresse"},
     {"TS_IndicatorCount", "Indicators: %1", "Indicateurs : %1"},
     {"TS_TimePeriodCount", "Time periods: %1", "Périodes : %1"},
