@@ -1,5 +1,7 @@
 #include "controls/AccessLetter.h"
 
+#include "session/CaptionText.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 #include <QTextLayout>
@@ -10,13 +12,9 @@
 namespace tessaro {
 
 AccessLetter::AccessLetter(const QString& caption) {
-    for (qsizetype i = 0; i < caption.size(); ++i) {
-        if (caption.at(i) == QLatin1Char('&') && i + 1 < caption.size()) {
-            ++i;
-            if (position < 0 && caption.at(i) != QLatin1Char('&')) position = plain.size();
-        }
-        plain += caption.at(i);
-    }
+    const CaptionText text = ReadCaption(caption);
+    plain = text.plain;
+    position = text.letter;
 }
 
 bool AccessLetter::JoinsItsNeighbours() const {

@@ -1,9 +1,7 @@
 #include "controls/Captions.h"
 
-#include "controls/AccessLetter.h"
 #include "session/Session.h"
 #include "session/Settings.h"
-#include "session/Strings.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -48,10 +46,6 @@ void SetCaption(QAction* action, const QString& key) {
 
 void SetToolTip(QWidget* control, const QString& key) {
     control->setToolTip(PlainText(key));
-}
-
-QString PlainText(const QString& key) {
-    return AccessLetter(GetText(key)).plain;
 }
 
 QString InReadingOrder(const QString& text) {

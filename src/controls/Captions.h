@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/Strings.h"
+
 #include <QFont>
 #include <QString>
 
@@ -15,8 +17,6 @@ void SetCaption(QAbstractButton* control, const QString& key);
 void SetCaption(QLabel* control, const QString& key);
 void SetCaption(QAction* action, const QString& key);
 void SetToolTip(QWidget* control, const QString& key);
-/// Text of a key without its "&" mnemonic.
-[[nodiscard]] QString PlainText(const QString& key);
 /// A text of the language that may begin with a name or number in other letters: marked, so that it still runs in the
 /// language's direction.
 [[nodiscard]] QString InReadingOrder(const QString& text);

@@ -43,8 +43,8 @@ std::vector<IndicatorDetails> DetailsOfIndicators(const QString& idList, bool by
 }
 
 std::vector<IndicatorDetails> DetailsOfIndicator(const QString& indicatorGId) {
-    return ReadDetails(QLatin1String(kIndicators), QLatin1String(kOfIndicators) + QLatin1Char('\'') +
-                                                       QuoteDoubled(indicatorGId) + QStringLiteral("')"));
+    return ReadDetails(QLatin1String(kIndicators),
+                       QLatin1String(kOfIndicators) + Quoted(indicatorGId) + QLatin1Char(')'));
 }
 
 QString AreaDetailsSql(const QString& areaId) {

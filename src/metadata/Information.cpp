@@ -50,12 +50,10 @@ QString InformationSql(const QString& id, const QString& code, const QString& fo
                    "SELECT I.Info FROM [Indicator] AS I INNER JOIN Indicator_Unit_Subpop AS IUS ON I.IndicatorGId = "
                    "IUS.IndicatorGId WHERE IUS.IUSNId=") +
                id;
-    if (isIndicator)
-        return QStringLiteral("SELECT Info FROM [Indicator] WHERE IndicatorGId = '") + QuoteDoubled(id) +
-               QStringLiteral("'");
+    if (isIndicator) return QStringLiteral("SELECT Info FROM [Indicator] WHERE IndicatorGId = ") + Quoted(id);
     if (qstrcmp(kind->code, "SOURCES") == 0) return QStringLiteral("SELECT Info FROM Source WHERE SourceNId = ") + id;
     return QStringLiteral("SELECT Info FROM ") + QLatin1String(kind->table) + QStringLiteral(" WHERE ") +
-           QLatin1String(kind->key) + QStringLiteral(" = '") + QuoteDoubled(id) + QStringLiteral("'");
+           QLatin1String(kind->key) + QStringLiteral(" = ") + Quoted(id);
 }
 
 std::optional<QString> InformationOf(const QString& id, const QString& code, const QString& formName, bool idIsGId) {
@@ -86,7 +84,7 @@ QString InformationText(const QString& code, const QString& gid) {
     if (!kind) return {};
     const Records rows =
         Select(QStringLiteral("SELECT [Info] FROM [") + QLatin1String(kind->table) + QStringLiteral("] WHERE [") +
-               QLatin1String(kind->key) + QStringLiteral("] = '") + QuoteDoubled(gid) + QStringLiteral("'"));
+               QLatin1String(kind->key) + QStringLiteral("] = ") + Quoted(gid));
     return rows.atEnd() ? QString() : rows.Text(std::size_t{0});
 }
 

@@ -69,7 +69,7 @@ QString Ended(const QString& text, qsizetype longest) {
 }
 
 QString Text(const char* key) {
-    return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
+    return PlainText(QLatin1String(key));
 }
 
 QString WithNumber(const char* key, int number) {

@@ -23,7 +23,7 @@ constexpr double kManyNamesSize = 7;
 constexpr QRectF kChartPlace(6, 6, 670, 355); ///< points; what the preview has room for, and a landscape page
 
 QString Plain(const char* key) {
-    return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
+    return PlainText(QLatin1String(key));
 }
 
 } // namespace

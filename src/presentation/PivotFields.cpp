@@ -50,7 +50,7 @@ QString KeyOf(PivotField field) {
 }
 
 QString CaptionOf(PivotField field) {
-    return GetText(QLatin1String(InfoOf(field).captionKey)).remove(QLatin1Char('&'));
+    return PlainText(QLatin1String(InfoOf(field).captionKey));
 }
 
 } // namespace tessaro

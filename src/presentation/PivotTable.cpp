@@ -16,7 +16,7 @@ namespace tessaro {
 namespace {
 
 PivotColumn ColumnOf(const QString& name, const PivotQuery& query, PivotHeaders& headers) {
-    if (query.ColCount == 0) return {GetText(QStringLiteral("Comm_Datavalue")).remove(QLatin1Char('&')), {}};
+    if (query.ColCount == 0) return {PlainText(QStringLiteral("Comm_Datavalue")), {}};
     return {headers.DecodePivotHeader(name).replace(CodeSeparator, QStringLiteral("\n")),
             headers.PartOf(PivotField::Indicator, name)};
 }

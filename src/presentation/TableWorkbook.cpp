@@ -34,7 +34,7 @@ constexpr double kLineEnds = 0.1;         ///< of a line, lost where words don't
 constexpr double kLineHeight = 1.5;       ///< in sizes of the font
 
 QString Plain(const char* key) {
-    return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
+    return PlainText(QLatin1String(key));
 }
 
 } // namespace

@@ -226,12 +226,6 @@ int MaxOfDecimals(const QString& indicatorGId) {
     return static_cast<int>(std::min<qsizetype>(most, MostDecimals));
 }
 
-QString WithDecimals(double value, int decimals) {
-    const std::string mask = "0" + (decimals > 0 ? "." + std::string(static_cast<std::size_t>(decimals), '0') : "");
-    const std::string text = jet::Format(jet::Value(value), mask);
-    return QString::fromStdString(text);
-}
-
 void GetRGB(long colourValue, int& red, int& green, int& blue) {
     blue = static_cast<int>(colourValue / 65536);
     green = static_cast<int>((colourValue - 65536L * blue) / 256);

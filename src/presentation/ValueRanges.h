@@ -67,8 +67,6 @@ void CutRanges(ColorRanges& record);
 [[nodiscard]] QString GetFormatString(int decimals);
 /// The most decimal places that the indicator's values have, at most MostDecimals.
 [[nodiscard]] int MaxOfDecimals(const QString& indicatorGId);
-/// A number with so many decimals, rounded half away from zero, "." as decimal point.
-[[nodiscard]] QString WithDecimals(double value, int decimals);
 /// Red, green and blue of a colour number (blue high).
 void GetRGB(long colourValue, int& red, int& green, int& blue);
 

@@ -8,7 +8,7 @@
 namespace tessaro::selection {
 
 QString SearchIndicatorsWhere(int view, const QString& text) {
-    QString where = QStringLiteral(" InStr(1,I.[Indicator],'") + QuoteDoubled(text) + QStringLiteral("') > 0 ");
+    QString where = QStringLiteral(" InStr(1,I.[Indicator],") + Quoted(text) + QStringLiteral(") > 0 ");
     if (!DataExistsCriterion.isEmpty())
         where += QStringLiteral(" AND") + QLatin1String(Classification(view).alias) + DataExistsCriterion;
     return where;
@@ -16,7 +16,7 @@ QString SearchIndicatorsWhere(int view, const QString& text) {
 
 QString SearchAreasSql(const QString& text) {
     QString sql = QStringLiteral("SELECT A.AreaID, A.AreaName, A.AreaNId, A.AreaGId From Area As A ") +
-                  QStringLiteral(" WHERE InStr(1,A.[AreaName],'") + QuoteDoubled(text) + QStringLiteral("') > 0 ");
+                  QStringLiteral(" WHERE InStr(1,A.[AreaName],") + Quoted(text) + QStringLiteral(") > 0 ");
     if (!DataExistsCriterion.isEmpty()) sql += QStringLiteral(" AND A.") + DataExistsCriterion;
     if (GlobalLocalFilter == 0) sql += QStringLiteral(" AND MID(A.AreaGId,1,1) = '-'");
     if (GlobalLocalFilter == 1) sql += QStringLiteral(" AND MID(A.AreaGId,1,1) <> '-'");

@@ -17,7 +17,7 @@ namespace {
 constexpr auto kTemplate = "INTERFACE_IND_TIME_AREA_DATA";
 
 QString Heading(const QString& key) {
-    return GetText(key).remove(QLatin1Char('&'));
+    return PlainText(key);
 }
 
 } // namespace

@@ -23,10 +23,6 @@ QString NameOf(const QString& text) {
     return text.left(kLongest);
 }
 
-QString Quoted(const QString& id) {
-    return QLatin1Char('\'') + QuoteDoubled(id) + QLatin1Char('\'');
-}
-
 QString NumberList(const std::vector<KeyedItem>& items) {
     QStringList ids;
     for (const KeyedItem& item : items)
@@ -39,13 +35,6 @@ QString QuotedList(const std::vector<KeyedItem>& items) {
     for (const KeyedItem& item : items)
         ids << IdOfKey(item.key);
     return QuotedList(ids);
-}
-
-QString QuotedList(const QStringList& ids) {
-    QStringList quoted;
-    for (const QString& id : ids)
-        quoted << Quoted(id);
-    return quoted.join(QLatin1Char(','));
 }
 
 } // namespace tessaro::selection

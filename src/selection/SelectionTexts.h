@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/KeyedItem.h"
+#include "session/Query.h"
 
 #include <QString>
 #include <QStringList>
@@ -20,8 +21,7 @@ namespace tessaro::selection {
 /// Ids of list keys for an IN list: numbers as they stand, texts in single quotes.
 [[nodiscard]] QString NumberList(const std::vector<KeyedItem>& items);
 [[nodiscard]] QString QuotedList(const std::vector<KeyedItem>& items);
-[[nodiscard]] QString Quoted(const QString& id);
-[[nodiscard]] QString QuotedList(const QStringList& ids);
+using tessaro::QuotedList;
 
 /// A name for a list, from a field of a row; cut far beyond the width that the schema gives it.
 [[nodiscard]] QString NameOf(const QString& text);

@@ -1,5 +1,6 @@
 #include "session/DisplayValue.h"
 
+#include "jet/values/Format.h"
 #include "session/Session.h"
 
 #include <QStringList>
@@ -78,6 +79,12 @@ QString WithSeparators(const QString& datavalue, const QLocale& locale) {
     }
     if (parts.hasPoint) shown += locale.decimalPoint() + parts.fraction.toString();
     return shown + parts.exponent.toString();
+}
+
+QString WithDecimals(double value, int decimals) {
+    const std::string mask = "0" + (decimals > 0 ? "." + std::string(static_cast<std::size_t>(decimals), '0') : "");
+    const std::string text = jet::Format(jet::Value(value), mask);
+    return QString::fromStdString(text);
 }
 
 QString DisplayedValue(const QString& datavalue) {

@@ -16,6 +16,8 @@ namespace tessaro {
 /// A Datavalue as the user's system writes numbers: its group and decimal separators, every digit kept. Text that is no
 /// number stands as it is.
 [[nodiscard]] QString WithSeparators(const QString& datavalue, const QLocale& locale);
+/// A number with so many decimals, rounded half away from zero, "." as decimal point.
+[[nodiscard]] QString WithDecimals(double value, int decimals);
 /// A Datavalue as the program displays it: with separators where the user wants them, else as it stands.
 [[nodiscard]] QString DisplayedValue(const QString& datavalue);
 

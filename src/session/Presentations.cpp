@@ -99,7 +99,7 @@ QString KindWord(QChar type) {
     const QString key = type == QLatin1Char('G')   ? QStringLiteral("Graph")
                         : type == QLatin1Char('M') ? QStringLiteral("GALLERY Map")
                                                    : QStringLiteral("Table");
-    return GetText(key).remove(QLatin1Char('&'));
+    return PlainText(key);
 }
 
 QString PresentationFile(const QString& folder, QChar type, const QString& name) {

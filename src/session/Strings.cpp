@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Registry.h"
+#include "session/CaptionText.h"
 #include "session/ErrorSink.h"
 #include "session/LanguageName.h"
 #include "session/Query.h"
@@ -60,8 +61,8 @@ struct LanguageRow {
 };
 
 LanguageRow ReadLanguageRow(jet::Connection& connection) {
-    Records rows = Select(QStringLiteral("Select LangID, [FontCharset], [Locale] FROM LangMaster WHERE LangCode = '") +
-                              QuoteDoubled(Language) + QStringLiteral("'"),
+    Records rows = Select(QStringLiteral("Select LangID, [FontCharset], [Locale] FROM LangMaster WHERE LangCode = ") +
+                              Quoted(Language),
                           jet::CursorType::Static, &connection);
     if (rows.atEnd()) return {BaseColumn(), 0, 1033};
     return {rows.Text(std::size_t{0}), static_cast<int>(rows.Number(std::size_t{1})),
@@ -144,6 +145,10 @@ QString LookupString(const QString& key) {
 
 QString GetText(const QString& key, bool isLiteral) {
     return isLiteral ? key : LookupString(key);
+}
+
+QString PlainText(const QString& key) {
+    return ReadCaption(GetText(key)).plain;
 }
 
 QLocale LocaleOfLanguage() {

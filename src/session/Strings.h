@@ -19,6 +19,9 @@ void ReadTranslateFile();
 /// The text of a key for display; with isLiteral, the given text itself. Captions of controls: controls/Captions.h.
 [[nodiscard]] QString GetText(const QString& key, bool isLiteral = false);
 
+/// The text of a key as it is read: without the "&" of its letter of access.
+[[nodiscard]] QString PlainText(const QString& key);
+
 /// AppPath/folder/file + " " + language without brackets + extension; when missing, the same for the base language;
 /// when both are missing, empty.
 [[nodiscard]] QString LocalizedFileName(const QString& folder, const QString& file, const QString& extension);

@@ -19,7 +19,7 @@ constexpr int kValueColumn = 5;
 constexpr int kListColumns = 8;
 
 QString Plain(const char* key) {
-    return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
+    return PlainText(QLatin1String(key));
 }
 
 std::vector<office::Cell> ListHead() {

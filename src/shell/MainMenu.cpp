@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "platform/Paths.h"
+#include "session/CaptionText.h"
 #include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -105,9 +106,7 @@ void MainMenu::FillFavourites() {
     const QStringList paths = FavouritePaths();
     if (!paths.isEmpty()) favouriteEntries_ << favourites_->addSeparator();
     for (const QString& path : paths) {
-        // An "&" in the name is no mnemonic.
-        const QString name = FileNameOf(path).chopped(4).replace(QLatin1Char('&'), QLatin1String("&&"));
-        QAction* entry = favourites_->addAction(name);
+        QAction* entry = favourites_->addAction(CaptionOfName(FileNameOf(path).chopped(4)));
         entry->setObjectName(QStringLiteral("mnuCustomFavorites_%1").arg(favouriteEntries_.size()));
         entry->setToolTip(path);
         connect(entry, &QAction::triggered, this, [this, path] { Q_EMIT FavouriteChosen(path); });
@@ -119,7 +118,7 @@ void MainMenu::FillLanguages() {
     languages_->clear();
     auto* group = new QActionGroup(languages_);
     for (const LanguageFile& file : std::as_const(LanguageFiles)) {
-        QAction* entry = languages_->addAction(OwnNameOf(file.label));
+        QAction* entry = languages_->addAction(CaptionOfName(OwnNameOf(file.label)));
         entry->setObjectName(QStringLiteral("mnuLanguage_") + file.label);
         entry->setCheckable(true);
         entry->setChecked(file.label.compare(Language, Qt::CaseInsensitive) == 0);

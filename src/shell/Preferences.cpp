@@ -134,8 +134,7 @@ LanguageFace FaceOfLanguage(const QString& label) {
     const ErrorTrap trap("cmbLanguages_Click");
     const auto connection = CreateTheConnection(FileOfLanguage(label));
     if (!connection) return {};
-    const QString criterion =
-        QStringLiteral(" FROM LangMaster WHERE LangCode = '") + QuoteDoubled(label) + QStringLiteral("'");
+    const QString criterion = QStringLiteral(" FROM LangMaster WHERE LangCode = ") + Quoted(label);
     LanguageFace face;
     Records rows = Select(QStringLiteral("Select DISTINCT FontName, FontSize") + criterion, jet::CursorType::Static,
                           connection.get());

@@ -19,7 +19,7 @@ namespace {
 using office::Cell;
 
 QString Text(const char* key) {
-    return GetText(QLatin1String(key)).remove(QLatin1Char('&'));
+    return PlainText(QLatin1String(key));
 }
 
 /// A table in the language of the session: "[Area_en]".

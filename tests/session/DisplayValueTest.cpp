@@ -15,6 +15,12 @@ TEST(DisplayValueTest, NumbersAreTold) {
         EXPECT_FALSE(ReadsAsNumber(QLatin1String(text))) << text;
 }
 
+TEST(DisplayValueTest, DecimalsAreRoundedAwayFromZero) {
+    EXPECT_EQ(WithDecimals(0.125, 2), QStringLiteral("0.13"));
+    EXPECT_EQ(WithDecimals(-0.005, 2), QStringLiteral("-0.01"));
+    EXPECT_EQ(WithDecimals(1e15, 0), QStringLiteral("1000000000000000"));
+}
+
 TEST(DisplayValueTest, SeparatorsOfTheUserAndEveryDigit) {
     const QLocale english(QLocale::English, QLocale::UnitedStates);
     const QLocale german(QLocale::German, QLocale::Germany);
