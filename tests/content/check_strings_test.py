@@ -52,6 +52,14 @@ class TableFaults(unittest.TestCase):
         self.assertIn("share 'F'", problems[0])
 
 
+class DeadKeys(unittest.TestCase):
+    def test_keys_that_nothing_names(self):
+        rows = [row("TS_Shown"), row("TS_Show"), row("TS_OnPage"), row("mnu_Built"), row("TS_Later", "map")]
+        problems = []
+        check_strings.check_dead(rows, ['GetText("TS_Shown")', "<p>{TS_OnPage}</p>"], problems)
+        self.assertEqual(problems, ["TS_Show: nothing shows this text"])
+
+
 class KeysInSources(unittest.TestCase):
     def test_calls(self):
         cases = [
