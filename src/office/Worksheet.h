@@ -120,6 +120,8 @@ class Worksheet final {
     /// Columns go from right to left, from the sheet's right side.
     void SetRightToLeft(bool on);
     void SetPageSetup(const PageSetup& setup);
+    /// Starts a page with this row when otherwise the next row would start one. Heights and page setup are to be final.
+    void KeepWithNext(int row);
     /// Rows above and columns left of this cell stay in view.
     void FreezePanes(int row, int column);
     void SetGridLines(bool shown);

@@ -230,6 +230,7 @@ void TableWorkbook::WriteLegend() {
 int TableWorkbook::WriteFootnotes() {
     if (arrFootnotes_.empty()) return layout_.LastRow;
     int row = layout_.LastRow;
+    listHeads_.push_back(row);
     office::CellStyle head = BodyLook();
     head.bold = true;
     head.italic = true;
@@ -263,6 +264,7 @@ void TableWorkbook::WriteSources(int row) {
     }
     const int last = row + static_cast<int>(block.size()) - 1;
     lastRow_ = last;
+    if (last > row) listHeads_.push_back(row);
     sheet_.Cells(row, 1, last, 1).SetStyle(look);
     sheet_.Cells(row, 1).SetStyle({.underline = true});
     sheet_.Cells(row, 1).SetValues(block);
@@ -325,6 +327,8 @@ void TableWorkbook::Dress() {
         if (widths_.Wraps(i)) sheet_.Cells(TableLayout::FirstDataRow, i, layout_.DataEnd, i).AutoFitRows();
     SetGap(sheet_, 3, TableLayout::HeaderRow - 1);
     DrawBorders();
+    for (const int row : listHeads_)
+        sheet_.KeepWithNext(row);
 }
 
 ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& table, const WizardProgress& progress) {

@@ -88,6 +88,7 @@ class TableWorkbook final {
     QHash<qint64, int> footnoteNumbers_;
     std::vector<office::EndMark> marks_;
     std::vector<std::pair<int, QString>> longLines_; ///< rows below the table that may be longer than a page is wide
+    std::vector<int> listHeads_;                     ///< rows of "Footnotes" and "Source", never the last of a page
     std::vector<int> decimals_;                      ///< most in each column of values
     int lastRow_ = 0;
     ColumnWidths widths_;

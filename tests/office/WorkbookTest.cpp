@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -250,6 +251,56 @@ TEST_F(WorkbookTest, PrintsHeadersAtEachSideWithTheirFonts) {
     about.start(QStringLiteral("pdfinfo"), {File("copy.pdf")});
     about.waitForFinished();
     EXPECT_TRUE(about.readAllStandardOutput().contains("841.89 x 595.3")) << "A4 across";
+}
+
+/// The number in the last cell of the first column on the first page.
+int LastRowOfFirstPage(Workbook& book, const QString& file) {
+    book.ExportPdf(file);
+    static const QRegularExpression cell(QStringLiteral("row (\\d+)"));
+    const QString page = TextOfPdf(file).section(QLatin1Char('\f'), 0, 0);
+    int last = 0;
+    for (const auto& match : cell.globalMatch(page))
+        last = std::max(last, match.captured(1).toInt());
+    return last;
+}
+
+// The program itself reports the page breaks of fitted pages as if they were printed at a tenth of their size.
+TEST_F(WorkbookTest, ARowIsKeptWithTheNextOne) {
+    struct Page {
+        int columns;
+        double width; ///< of a column
+        int pagesWide;
+        double rowHeight;
+    };
+    // Printed as large as they are, smaller, smaller on two pages side by side, and with tall rows.
+    for (const Page& page : {Page{2, 10, 1, 12.8}, Page{9, 20, 1, 12.8}, Page{20, 20, 2, 12.8}, Page{9, 20, 1, 31}}) {
+        const std::string shown = std::to_string(page.columns) + " columns, rows of " + std::to_string(page.rowHeight);
+        constexpr int rows = 120;
+        Workbook book = Application().NewWorkbook();
+        Worksheet sheet = book.Sheet(1);
+        sheet.SetPageSetup({.landscape = true,
+                            .fitToPagesWide = page.pagesWide,
+                            .header = PageLine(),
+                            .footer = PageLine(QStringLiteral("&P / &N")),
+                            .titleRows = 2,
+                            .titleColumns = page.pagesWide > 1 ? 1 : 0});
+        for (int column = 1; column <= page.columns; ++column)
+            sheet.SetColumnWidth(column, page.width);
+        sheet.Cells(1, 1, rows, page.columns).SetValue(QStringLiteral("text"));
+        for (int row = 1; row <= rows; ++row)
+            sheet.Cells(row, 1).SetValue(QStringLiteral("row %1").arg(row));
+        sheet.SetRowHeights(1, rows, page.rowHeight);
+        const int last = LastRowOfFirstPage(book, File("page.pdf"));
+        ASSERT_GT(last, 5) << shown;
+        ASSERT_LT(last, rows) << shown;
+        sheet.KeepWithNext(last - 8);
+        EXPECT_EQ(LastRowOfFirstPage(book, File("page.pdf")), last) << shown << ": that row has its next";
+        sheet.KeepWithNext(last);
+        EXPECT_EQ(LastRowOfFirstPage(book, File("page.pdf")), last - 1) << shown;
+        book.SaveAs(File("kept.xls"));
+        Workbook again = Application().OpenWorkbook(File("kept.xls"));
+        EXPECT_EQ(LastRowOfFirstPage(again, File("page.pdf")), last - 1) << shown << ", read from its file";
+    }
 }
 
 TEST_F(WorkbookTest, FillsShapesWithAnyColourAndPattern) {
