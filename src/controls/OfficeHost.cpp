@@ -62,15 +62,15 @@ QSize OfficeHost::PlaceSize() const {
 bool OfficeHost::Fail(const office::Error& error) {
     ReportError(error, QStringLiteral("OpenHostedExcel"));
     CloseHostedExcel(false);
-    errorText_ = OfficeText(error);
-    SetHint(errorText_);
+    reason_ = [error] { return OfficeText(error); };
+    ShowReason();
     return false;
 }
 
 bool OfficeHost::FailWithoutDisplay(const QString& file) {
     Fail(office::Error(office::Failure::Start, QStringLiteral("no X11 display")));
-    errorText_ = GetText(QStringLiteral("TS_OfficeNoDisplay")).replace(QStringLiteral("%1"), file);
-    SetHint(errorText_);
+    reason_ = [file] { return GetText(QStringLiteral("TS_OfficeNoDisplay")).replace(QStringLiteral("%1"), file); };
+    ShowReason();
     return false;
 }
 
@@ -86,7 +86,7 @@ void OfficeHost::MakePlace() {
 template <class Opening> bool OfficeHost::Show(Opening&& opening) {
     CloseHostedExcel();
     dead_ = {};
-    errorText_.clear();
+    reason_ = {};
     SetHint(GetText(QStringLiteral("TS_OfficeOpening")));
     repaint();
     MakePlace();
@@ -145,7 +145,7 @@ bool OfficeHost::SetPrintPreview(bool shown) {
         shown_.frame->SetPrintPreview(shown);
         return true;
     } catch (const office::Error& error) {
-        errorText_ = OfficeText(error);
+        reason_ = [error] { return OfficeText(error); };
         ReportError(error, QStringLiteral("PrintPreview"));
         return false;
     }
@@ -233,7 +233,7 @@ bool OfficeHost::Save() {
         if (shown_.frame) shown_.frame->HideStatusBar();
         return true;
     } catch (const office::Error& error) {
-        errorText_ = OfficeText(error);
+        reason_ = [error] { return OfficeText(error); };
         ReportError(error, QStringLiteral("ActiveWorkbook.Save"));
         return false;
     }
@@ -251,8 +251,22 @@ void OfficeHost::OfficeLost(bool hung) {
     Q_EMIT Lost();
 }
 
+QString OfficeHost::ErrorText() const {
+    return reason_ ? reason_() : QString();
+}
+
+void OfficeHost::ShowReason() {
+    SetHint(ErrorText());
+    showsReason_ = true;
+}
+
+void OfficeHost::SetFormCaptions() {
+    if (showsReason_) ShowReason();
+}
+
 void OfficeHost::SetHint(const QString& text) {
     hint_ = text;
+    showsReason_ = false;
     setAccessibleDescription(text);
     update();
 }

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace tessaro {
@@ -57,7 +58,10 @@ class OfficeHost final : public QWidget {
     /// What is on show; a closed handle when nothing is.
     [[nodiscard]] office::Workbook& xlBook() { return shown_.book; }
     [[nodiscard]] office::SlideShow& Slides() { return shown_.slides; }
-    [[nodiscard]] const QString& ErrorText() const { return errorText_; }
+    /// Why the last opening or saving failed, in the language of now; empty when it didn't.
+    [[nodiscard]] QString ErrorText() const;
+    /// After a change of language: a reason that the empty place shows is shown in the new one.
+    void SetFormCaptions();
     /// Saves the shown workbook; false after ErrorText and the log have the reason.
     bool Save();
     /// Gives the keyboard to the form; what opens or changes a document from outside may have taken it.
@@ -84,6 +88,7 @@ class OfficeHost final : public QWidget {
     void KeepEdits();
     void Leave(bool forwards);
     [[nodiscard]] QSize PlaceSize() const;
+    void ShowReason();
     bool Fail(const office::Error& error);
     bool FailWithoutDisplay(const QString& file);
     void MakePlace();
@@ -102,7 +107,8 @@ class OfficeHost final : public QWidget {
     QTimer probe_;      ///< while something is shown: whether the program still answers
     bool busy_ = false; ///< opening or closing, where a lost process comes as an error
     QString hint_;
-    QString errorText_;
+    bool showsReason_ = false;
+    std::function<QString()> reason_; ///< of the last failure, as the language has it
 };
 
 } // namespace tessaro

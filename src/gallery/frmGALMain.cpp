@@ -111,6 +111,8 @@ void frmGALMain::SetFormCaptions() {
     ui_->lstPresentations->setAccessibleName(PlainText(QStringLiteral("Available Presentations")));
     ui_->PicExcel->setAccessibleName(PlainText(QStringLiteral("Present")));
     ui_->PicPPT->setAccessibleName(PlainText(QStringLiteral("TS_FilterSlides")));
+    ui_->PicExcel->SetFormCaptions();
+    ui_->PicPPT->SetFormCaptions();
     if (currentPresentation_.isEmpty()) ui_->PicExcel->SetHint(PlainText(QStringLiteral("TS_GalleryChoose")));
     model_->TellKindsAgain();
     ShowCaption();

@@ -1,6 +1,7 @@
 #include "gallery/frmGALMain.h"
 
 #include "controls/FlatStyle.h"
+#include "controls/OfficeHost.h"
 #include "gallery/PresentationList.h"
 #include "support/GallerySession.h"
 #include "support/TimeBound.h"
@@ -222,12 +223,17 @@ TEST_F(frmGALMainTest, AnotherLanguageGoesThroughTheWholeScreen) {
     EXPECT_EQ(kindOf(4), QString()); // its word is of another language
     const QString button = screen.Get<QPushButton>("cmdCopyToPPT")->text();
     const QString tip = screen.Get<QLineEdit>("txtFilter")->placeholderText();
+    const OfficeHost* place = screen.form.findChild<OfficeHost*>(QStringLiteral("PicExcel"));
+    const QString reason = place->accessibleDescription();
+    ASSERT_EQ(reason, place->ErrorText()) << "there is no display to show it on";
     UseLanguage(QStringLiteral("fr"));
     screen.form.SetFormCaptions();
     EXPECT_EQ(kindOf(4), QStringLiteral("Tableau"));
     EXPECT_EQ(kindOf(1), KindWord(QLatin1Char('G')));
     EXPECT_NE(screen.Get<QPushButton>("cmdCopyToPPT")->text(), button);
     EXPECT_NE(screen.Get<QLineEdit>("txtFilter")->placeholderText(), tip);
+    EXPECT_EQ(place->accessibleDescription(), place->ErrorText());
+    EXPECT_NE(place->accessibleDescription(), reason);
     EXPECT_TRUE(screen.form.windowTitle().startsWith(QStringLiteral("Galerie")))
         << screen.form.windowTitle().toStdString();
     EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Graph - a.Xls"));
