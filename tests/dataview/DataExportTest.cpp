@@ -141,6 +141,10 @@ TEST_F(DataExportTest, TextsThatSpreadsheetsWouldTakeForFormulasAreMarked) {
 /// Cells of a file as the spreadsheet program opens it: each as its kind ("float", "string", "formula") and its text.
 QStringList OpenedBySpreadsheet(const QString& file, const QString& reader, const QString& folder) {
     QProcess program;
+    // The files are read back as an English user would: in other locales it reads other numbers.
+    QProcessEnvironment english = QProcessEnvironment::systemEnvironment();
+    english.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    program.setProcessEnvironment(english);
     program.start(QStringLiteral("soffice"),
                   {QStringLiteral("-env:UserInstallation=file://") + folder + QStringLiteral("/profile"),
                    QStringLiteral("--headless"), QStringLiteral("--infilter=") + reader, QStringLiteral("--convert-to"),

@@ -21,6 +21,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QStackedWidget>
 #include <QTest>
 #include <QToolButton>
@@ -296,7 +297,7 @@ TEST_F(frmDataOptionsTest, MostRecentDataSayWhatASourceTakenOutHidesAndPutItBack
     EXPECT_EQ(form.grid().ValueRows(), 1);
     EXPECT_EQ(form.hiddenByRecent().pairs, 2);
     EXPECT_FALSE(note.isHidden());
-    EXPECT_TRUE(note.Text().contains(QLatin1Char('2')) && note.Text().contains(QLatin1String("Survey")))
+    EXPECT_TRUE(note.Text().contains(QLocale().toString(2)) && note.Text().contains(QLatin1String("Survey")))
         << note.Text().toStdString();
     Button("cmdNote").click();
     WaitForAll();
@@ -412,7 +413,7 @@ TEST_F(frmDataOptionsTest, TheCountWalksTheQueryWithoutHarmToTheLoad) {
         if (action->objectName() == QLatin1String("mnu_popup_Data_View_Options_3")) count = action;
     ASSERT_NE(count, nullptr);
     count->trigger();
-    EXPECT_EQ(messages, QStringList{QStringLiteral("395")});
+    EXPECT_EQ(messages, QStringList{QLocale().toString(395)});
     QApplication::closeAllWindows();
     form.show();
     WaitForAll();

@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
+#include <QLocale>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
@@ -164,7 +165,7 @@ TEST_F(WizardsTest, TheTableGoesFromFieldsToTheGallery) {
     wizard.show();
     Click(wizard, "CmdNext");
     ASSERT_EQ(wizard.Step(), 2);
-    EXPECT_TRUE(wizard.windowTitle().contains(QStringLiteral("2"))) << wizard.windowTitle().toStdString();
+    EXPECT_TRUE(wizard.windowTitle().contains(QLocale().toString(2))) << wizard.windowTitle().toStdString();
     EXPECT_EQ(Named<QLineEdit>(wizard, "txtTitle")->text(), QStringLiteral("2000")); // the first single value
     Picture(wizard, "table-2");
     Click(wizard, "CmdBack");
@@ -245,7 +246,7 @@ TEST_F(WizardsTest, RangesAreEditedOnADraft) {
     grid->item(0, 1)->setText(QStringLiteral("0"));
     grid->item(0, 2)->setText(QStringLiteral("1000"));
     EXPECT_EQ(grid->item(0, 0)->text(), QStringLiteral("0 - 1000"));
-    const int all = grid->item(0, 3)->text().toInt();
+    const int all = QLocale().toInt(grid->item(0, 3)->text());
     EXPECT_GT(all, 3);
 
     Named<QLineEdit>(wizard, "txtMinValue")->setText(QStringLiteral("x"));

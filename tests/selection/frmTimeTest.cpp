@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QSignalSpy>
 
 namespace tessaro::test {
@@ -146,7 +147,9 @@ TEST_F(frmTimeTest, AllMeansAllThatTheFilterLineShows) {
     auto& filter = Find<QLineEdit>("txtFilter");
     QTest::keyClicks(&filter, QStringLiteral("199"));
     EXPECT_EQ(Shown(lstAvailable()), "T1 T2");
-    EXPECT_TRUE(Find<QLabel>("lblAvailable").text().contains(QStringLiteral("2 / 4")));
+    EXPECT_TRUE(Find<QLabel>("lblAvailable")
+                    .text()
+                    .contains(QLocale().toString(2) + QStringLiteral(" / ") + QLocale().toString(4)));
     Click("cmdAddAll");
     EXPECT_EQ(ChosenPeriods(), QStringLiteral("1,2"));
     filter.clear();

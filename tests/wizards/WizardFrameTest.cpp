@@ -5,6 +5,7 @@
 
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLocale>
 #include <QPushButton>
 #include <QTest>
 
@@ -92,7 +93,8 @@ TEST_F(WizardFrameTest, AStepInAWindowOfItsOwnIsMarkedWhileItLasts) {
     };
     wizard.Press("CmdNext");
     EXPECT_EQ(during, 3);
-    EXPECT_TRUE(caption.contains(QLatin1Char('3')) && !caption.contains(QLatin1Char('2'))) << caption.toStdString();
+    EXPECT_TRUE(caption.contains(QLocale().toString(3)) && !caption.contains(QLocale().toString(2)))
+        << caption.toStdString();
     EXPECT_EQ(wizard.Step(), 2);
     EXPECT_EQ(wizard.Marked(), 2);
 }
