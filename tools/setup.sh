@@ -4,17 +4,17 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build ccache pkg-config git python3
-  qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libqt6svg6-dev qt6-multimedia-dev libgl1-mesa-dev libxcb1-dev
+  qt6-base-dev qt6-base-dev-tools qt6-translations-l10n qt6-svg-dev qt6-multimedia-dev libgl1-mesa-dev libxcb1-dev
   libsqlite3-dev sqlite3 libicu-dev libcrypto++-dev libsimpleini-dev libshp-dev mdbtools-dev
   libreoffice-calc libreoffice-impress libreoffice-draw libreoffice-dev
-  libgtest-dev libgmock-dev python3-xlrd gnumeric poppler-utils clang-format-14
+  libgtest-dev libgmock-dev python3-xlrd gnumeric clang-format-14
   xvfb xauth xdotool fonts-noto-core fonts-liberation
   poppler-utils locales
 )
 
 missing=()
 for package in "${packages[@]}"; do
-  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+  [[ $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null) == *'install ok installed'* ]] || missing+=("$package")
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
