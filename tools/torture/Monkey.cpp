@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTest>
@@ -81,8 +82,12 @@ class Hand final {
         QTest::keyClick(target, key, Below(5) == 0 ? Qt::ControlModifier : Qt::NoModifier);
     }
     void TypeText(const QWidget& window) {
-        if (auto* field = Any<QLineEdit>(window))
-            QTest::keyClicks(field, QString::fromUtf8(kTexts.at(Below(kTexts.size()))));
+        if (auto* field = Any<QLineEdit>(window)) Type(*field, QString::fromUtf8(kTexts.at(Below(kTexts.size()))));
+    }
+    /// As a keyboard of any language sends it.
+    static void Type(QWidget& field, const QString& text) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text);
+        QApplication::sendEvent(&field, &press);
     }
     void TriggerAction(const QWidget& window) {
         QList<QAction*> usable;
@@ -109,9 +114,9 @@ void Walker::Monkey(unsigned seed, int seconds) {
     QElapsedTimer clock;
     clock.start();
     qint64 acts = 0;
-    // A stage is entered for it now and then: by chance alone the guard of the data view is seldom passed.
+    // It is led through the stages now and then: by chance alone the guard of the data view is seldom passed.
     while (clock.elapsed() < seconds * 1000LL && frame_.isVisible()) {
-        if (acts % 150 == 149) Funnel();
+        if (acts % 150 == 0) Funnel();
         heartbeat_.Doing(QStringLiteral("act %1").arg(acts));
         QWidget* popup = QApplication::activePopupWidget();
         if (popup)

@@ -166,6 +166,11 @@ void Walker::LookAtAll(const QString& folder) {
 }
 
 void Walker::LookAtDialog() {
+    // A menu that a button has opened waits for an answer as a dialog does.
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+        popup->close();
+        return;
+    }
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (!dialog) return;
     dialogs_.stop(); // pressing in the dialog lets events through

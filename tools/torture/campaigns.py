@@ -5,6 +5,7 @@ import os
 import random
 import shutil
 import sqlite3
+import stat
 import subprocess
 from dataclasses import dataclass, field
 
@@ -196,6 +197,8 @@ def _broken_databases(folder):
     for place, _, names in os.walk(folder):
         for name in names:
             path = os.path.join(place, name)
+            if not stat.S_ISREG(os.lstat(path).st_mode):
+                continue
             with open(path, "rb") as file:
                 if file.read(16) != b"SQLite format 3\0":
                     continue
@@ -251,7 +254,7 @@ def full_disk(tools, clock, seed):
     return report
 
 
-STAGES = ("home", "frmIndicators", "frmTime", "frmAreas", "frmData", "rows")
+STAGES = ("home", "frmIndicators", "frmTime", "frmAreas", "frmData")
 
 
 def monkey(tools, clock, seed):
