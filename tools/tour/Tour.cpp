@@ -316,13 +316,12 @@ Tour::Finding Tour::BackAndForward() {
 Tour::Finding Tour::RightToLeft() {
     auto* language = frame_.findChild<QAction*>(QStringLiteral("mnuLanguage_Arabic [ar]"));
     if (!language) return {false, QStringLiteral("no Arabic language file")};
+    const int stage = CurrentStage;
+    const qint64 areas = RowsOf("_SelArea");
     language->trigger();
-    if (!WaitUntil([] { return CurrentStage == 0; })) return {false, QStringLiteral("the stages did not open again")};
-    const bool chosen = ChooseIndicators(12) && Click(QStringLiteral("picBannerButtons_1")) &&
-                        ClickAutoSelect(QStringLiteral("frmTime"), QStringLiteral("cmdAllFilter")) &&
-                        Click(QStringLiteral("picBannerButtons_2")) &&
-                        ClickAutoSelect(QStringLiteral("frmAreas"), QStringLiteral("cmdAllFilter")) &&
-                        Click(QStringLiteral("picBannerButtons_3"));
+    if (!WaitUntil([&] { return CurrentStage == stage && RowsOf("_SelArea") == areas; }))
+        return {false, QStringLiteral("the stage and what was selected did not stay")};
+    const bool chosen = Click(QStringLiteral("picBannerButtons_3"));
     auto* screen = qobject_cast<frmData*>(Find(QStringLiteral("frmData")));
     if (!chosen || !screen) return {false, QStringLiteral("the way to the data failed")};
     const bool rows = WaitUntil([&] { return screen->grid().ValueRows() > 0; });
