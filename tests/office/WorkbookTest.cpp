@@ -212,7 +212,8 @@ TEST_F(WorkbookTest, WritesTrueAndFalse) {
     const Worksheet sheet = book.Sheet(1);
     sheet.Cells(1, 1).SetValues({{true, false, 1.0}, {QStringLiteral("x"), std::monostate{}, true}});
     sheet.Cells(3, 1).SetFormula(QStringLiteral("=IF(AND(A1,NOT(B1)),\"yes\",\"no\")"));
-    EXPECT_NE(sheet.Cells(1, 1).Text(), QStringLiteral("1")) << "a word of the user's language";
+    const bool german = qEnvironmentVariable("LC_ALL").startsWith(QLatin1String("de")); // its words follow the locale
+    EXPECT_EQ(sheet.Cells(1, 1).Text(), german ? QStringLiteral("WAHR") : QStringLiteral("TRUE"));
     EXPECT_EQ(sheet.Cells(3, 1).Value(), Cell(QStringLiteral("yes")));
     book.SaveAs(File("truths.xls"));
     const ReadSheet read = ReadXls(File("truths.xls")).front();
