@@ -1,0 +1,78 @@
+#pragma once
+
+#include "calculate/CalculationDraft.h"
+#include "office/CellStyle.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace tessaro {
+
+/// Cells that are written at once, from this place on. Rows and columns are counted from 1.
+struct LogBlock {
+    int row = 1;
+    int column = 1;
+    office::Block cells;
+};
+
+/// Formulas in a column of the area rows, from the first of these rows on.
+struct LogFormulas {
+    int column = 1;
+    std::vector<QString>
+        formulas;         ///< one that is filled down, or one for each row, where an empty one leaves the value
+    QString numberFormat; ///< of the whole column, in English codes; empty: as it is
+    bool rounded = false; ///< each is wrapped in ROUND to the draft's decimals once all are filled
+};
+
+/// What one sheet of a log holds below its header.
+struct LogSheet {
+    std::vector<LogBlock> blocks; ///< headings and rows, values computed by the program
+    int headRow = 0;              ///< first row of the headings
+    int firstRow = 0;             ///< the rows of areas; 0 when there are none
+    int lastRow = 0;
+    int lastColumn = 0;
+    std::vector<LogFormulas> formulas;
+    std::vector<int> textColumns;                          ///< number format "@", set before the values come
+    std::vector<std::pair<int, office::Align>> alignments; ///< by column
+
+    /// The cells that stand in a column of the area rows.
+    [[nodiscard]] office::Cell Value(int row, int column) const;
+};
+
+/// One result, as the data-entry sheet has it and the new database takes it.
+struct DataEntryRow {
+    QString timePeriod;
+    QString areaId;
+    QString areaName;
+    QString value; ///< with a decimal point
+    QString subpop;
+    QString source;
+
+    bool operator==(const DataEntryRow&) const = default;
+};
+
+/// A result whose value is read back from the first sheet of the log, where the user may have changed it.
+struct LogResult {
+    DataEntryRow row; ///< with the value that the program computed
+    int sheetRow = 0; ///< where it stands in the log's first sheet; 0: nowhere, the computed value counts
+    int sheetColumn = 0;
+};
+
+/// A calculation: the two sheets that show the working, and its results. Made from the working tables and a draft,
+/// without a spreadsheet program.
+struct CalculationLog {
+    LogSheet working;
+    LogSheet detail;
+    std::vector<LogResult> results;
+    /// Areas (or totals) that need a word, with the reason: left out, or made from unlike parts. Id, name, reason.
+    std::vector<QStringList> remarks;
+    QString failure; ///< why there is none, in the language of the program; empty when there is one
+};
+
+/// Reads the working tables and calculates. A statement that fails is reported, and `failure` names the value or the
+/// cause.
+[[nodiscard]] CalculationLog Calculate(const CalculationDraft& draft);
+
+} // namespace tessaro
