@@ -84,7 +84,7 @@ void DrawToolButton(const QStyleOption& option, QPainter& painter) {
     DrawPlace(painter, option.rect, fill, focus ? theme::Accent() : on ? theme::HairLine() : QColor());
 }
 
-/// A line that stands out from fields and surfaces, on which a box without a mark has to be seen.
+/// A colour for the frame of an empty check box, strong enough to be seen on fields and on windows.
 QColor BoxLine(const QStyleOption& option) {
     if (!Has(option, QStyle::State_Enabled)) return option.palette.color(QPalette::Mid);
     return Has(option, QStyle::State_MouseOver) ? theme::Accent() : theme::MutedText();

@@ -159,7 +159,7 @@ void KeyedList::keyPressEvent(QKeyEvent* event) {
     const bool control = event->modifiers().testFlag(Qt::ControlModifier);
     const int key = event->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-        // A list that makes nothing of it leaves it to the form's default button.
+        // Without a handler, Return goes on to the form's default button.
         if (!isSignalConnected(QMetaMethod::fromSignal(&KeyedList::EnterPressed)) || HighlightedRows().empty())
             return event->ignore();
         Q_EMIT EnterPressed();

@@ -140,7 +140,7 @@ void KeyedListModel::SetColumnIcons(const QList<QIcon>& icons) {
 void KeyedListModel::MoveKeys(const QSet<QString>& keys, int step) {
     if (keys.isEmpty() || (step != -1 && step != 1)) return;
     beginResetModel();
-    // Against the direction of the move, so that a run of rows moves as one and stops together at the end.
+    // Moving up begins with the top row and moving down with the last one, so that neighbouring rows keep their order.
     const auto count = static_cast<int>(items_.size());
     for (int n = 1; n < count; ++n) {
         const auto from = static_cast<std::size_t>(step < 0 ? n : count - 1 - n);
@@ -166,7 +166,7 @@ bool KeyedListModel::Before(const KeyedItem& a, const KeyedItem& b) const {
 
 void KeyedListModel::SortItems() {
     if (sortColumn_ < 0 || items_.size() < 2) return;
-    // Lists come from queries that are mostly in order already; asking costs one pass and saves the sort keys.
+    // Most lists come sorted from their query. Checking that is one pass, and saves the making of sort keys.
     const auto before = [this](const KeyedItem& a, const KeyedItem& b) { return Before(a, b); };
     if (std::is_sorted(items_.begin(), items_.end(), before)) return;
     const auto keysOf = [this](int column) {

@@ -27,7 +27,7 @@ class KeyedListModel final : public QAbstractTableModel {
     void SetItems(std::vector<KeyedItem> items);
     /// The same, keeping the order given instead of sorting.
     void SetItemsInOrder(std::vector<KeyedItem> items);
-    /// Adds the rows whose keys are new; the others pass silently. Gives how many were added.
+    /// Adds the rows whose keys are new and ignores the others. Gives how many were added.
     int AddItems(std::vector<KeyedItem> items);
     void RemoveKeys(const QSet<QString>& keys);
     /// Moves the rows of these keys one place up (-1) or down (1) past the rows of other keys. For lists in an order
@@ -71,9 +71,9 @@ class KeyedListModel final : public QAbstractTableModel {
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
     [[nodiscard]] QStringList mimeTypes() const override;
-    /// The keys for another list of ours, and the rows as tab-separated text for everyone else.
+    /// For drag and copy: the keys, for another keyed list, and the rows as tab-separated text, for other programs.
     [[nodiscard]] QMimeData* mimeData(const QModelIndexList& indexes) const override;
-    /// The list that such data came from; nullptr for data of anyone else.
+    /// The list that dragged data came from; nullptr when another program made them.
     [[nodiscard]] static const QObject* SourceOf(const QMimeData& data);
     /// The rows as lines of tab-separated cells.
     [[nodiscard]] QString TextOfRows(const std::vector<int>& shownRows) const;

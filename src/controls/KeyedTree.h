@@ -6,8 +6,8 @@
 
 namespace tessaro {
 
-/// A tree of keyed nodes. Choosing a node, by mouse or keyboard, tells its key; a click on the node that is chosen
-/// already tells it again, so that a list that was replaced meanwhile comes back.
+/// A tree of keyed nodes. Choosing a node, by mouse or keyboard, sends its key; a click on the node that is already
+/// chosen sends it again, so that a search result in the list beside it can be replaced by the node's items.
 class KeyedTree final : public QTreeView {
     Q_OBJECT
 

@@ -60,7 +60,7 @@ QWidget* VisibleMainWindow() {
     return nullptr;
 }
 
-/// A button without a text can't be told apart; before any language file is read, the key stands in.
+/// The caption of a button; its key while no language file has been read yet.
 QString CaptionOf(const char* key) {
     const QString text = GetText(QLatin1String(key));
     return text.isEmpty() ? QString::fromLatin1(key).section(QLatin1Char(' '), 0, 0) : text;

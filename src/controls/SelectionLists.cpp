@@ -240,7 +240,7 @@ void SelectionLists::ShowListState() {
     ui_->picListState->setVisible(!parts.isEmpty());
 }
 
-/// The filter goes first, then what stands in the branch's place.
+/// Ends the filter first; without one, ends the search result and shows the branch again.
 void SelectionLists::EndListState() {
     if (ui_->lstAvailable->Items().IsFiltered())
         ClearFilter();

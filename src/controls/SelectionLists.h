@@ -18,8 +18,8 @@ class SelectionLists;
 namespace tessaro {
 
 /// The two lists that every selection screen has: Available with a filter line, the buttons between, Selected. It
-/// shows counts and hints, turns buttons, keys, double clicks and drags into one set of wishes, and carries none of
-/// them out.
+/// shows counts and hints, and sends one signal for each command, whether it came from a button, a key, a double click
+/// or a drag. The screen carries the commands out.
 class SelectionLists final : public QWidget {
     Q_OBJECT
 

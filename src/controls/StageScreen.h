@@ -34,7 +34,7 @@ class StageScreen : public QWidget {
     /// Whether this screen prints and saves: the frame offers the commands by it.
     [[nodiscard]] virtual bool CanPrint() const { return false; }
     [[nodiscard]] virtual bool CanSaveAs() const { return false; }
-    /// What the screen shows can be kept as a favourite; when not, it has said why.
+    /// True when what the screen shows can be kept as a favourite; otherwise the screen has shown the reason.
     [[nodiscard]] virtual bool MayKeep() { return true; }
     /// Captions again after a change of language, fonts after a change of font.
     virtual void SetFormCaptions() {}

@@ -16,7 +16,7 @@ namespace {
 
 bool dark = false;
 
-/// Contrast stays readable: the accent is taken from the settings and only its lightness follows the palette.
+/// The accent colour of the settings, lighter or darker as the palette needs it to be readable.
 QColor Readable(const QColor& color, bool onDark) {
     const float lightness = color.lightnessF();
     if (onDark && lightness < 0.6F) return QColor::fromHslF(color.hueF(), color.saturationF() * 0.7F, 0.66F);
