@@ -87,31 +87,37 @@ std::string SafeDivisor(const Typed& value) {
     return value.text.find('.') == std::string::npos ? value.text + ".0" : value.text;
 }
 
-/// And, Or and their like on numbers that are no truth values work bit by bit. Each operand stands in the text once:
-/// twice at each level of a nest would make it longer than the memory.
-std::string Bits(LogicalOperator op, const std::string& a, const std::string& b) {
-    const std::string differing = "jet_xor(" + a + ", " + b + ")";
-    switch (op) {
-    case LogicalOperator::And:
-        return "(" + a + " & " + b + ")";
-    case LogicalOperator::Or:
-        return "(" + a + " | " + b + ")";
-    case LogicalOperator::Xor:
-        return differing;
-    case LogicalOperator::Eqv:
-        return "(~" + differing + ")";
-    case LogicalOperator::Imp:
-        break;
-    }
-    return "((~" + a + ") | " + b + ")";
-}
-
 bool IsTruth(const Typed& value) {
     return value.type == ColumnType::YesNo || value.type == ColumnType::Unknown;
 }
 
+/// The value as a whole number whose bits And, Or and Not work on; a truth value has all of them set, or none.
 std::string AsBits(const Typed& value) {
+    if (IsTruth(value) && !value.literal) return "(-" + AsCondition(value) + ")";
     return "CAST(" + AsNumber(value) + " AS INTEGER)";
+}
+
+/// Calls a function of SQLite with all values, from left to right; a further call takes the result of the one before
+/// where there are more than a call may have.
+std::string CalledFromLeft(const std::string& function, const std::vector<std::string>& values) {
+    constexpr std::size_t MostArguments = 100;
+    std::string call = values.front();
+    for (std::size_t i = 1; i < values.size(); ++i) {
+        const bool first = i % (MostArguments - 1) == 1;
+        call = first ? function + "(" + call : std::move(call);
+        call += ", " + values[i];
+        if (i % (MostArguments - 1) == 0 || i + 1 == values.size()) call += ")";
+    }
+    return call;
+}
+
+/// Xor, Eqv and Imp of numbers or truth values. Each operand stands in the text once.
+Typed ByFunction(const char* function, const std::vector<Typed>& operands) {
+    std::vector<std::string> values;
+    for (const Typed& each : operands)
+        values.push_back(IsTruth(each) ? AsBits(each) : AsNumber(each));
+    const bool truth = std::ranges::all_of(operands, IsTruth);
+    return {CalledFromLeft(function, values), CompareKind::Number, truth ? ColumnType::YesNo : ColumnType::Long};
 }
 
 /// A date plus or less a number of days is a date, and two dates are a number of days apart; nothing for all else.
@@ -314,21 +320,16 @@ Typed Emitter::emitNode(const Comparison& node, const Scope& scope, Position) {
 
 Typed Emitter::emitNode(const Logical& node, const Scope& scope, Position) {
     const std::vector<Typed> operands = emitAll(node.operands, scope);
-    if (!std::ranges::all_of(operands, IsTruth)) {
-        std::string bits = AsBits(operands.front());
-        for (std::size_t i = 1; i < operands.size(); ++i)
-            bits = Bits(node.op, bits, AsBits(operands[i]));
-        return {bits, CompareKind::Number, ColumnType::Long};
-    }
+    if (node.op == LogicalOperator::Xor) return ByFunction("jet_xor", operands);
+    if (node.op == LogicalOperator::Eqv) return ByFunction("jet_eqv", operands);
+    if (node.op == LogicalOperator::Imp) return ByFunction("jet_imp", operands);
+    const bool truth = std::ranges::all_of(operands, IsTruth);
+    const bool conjunction = node.op == LogicalOperator::And;
     std::vector<std::string> terms;
     for (const Typed& operand : operands)
-        terms.push_back(AsCondition(operand));
-    if (node.op == LogicalOperator::And) return Condition(Joined(terms, " AND "));
-    if (node.op == LogicalOperator::Or) return Condition(Joined(terms, " OR "));
-    // Negated, any value that counts as true is the same number.
-    if (node.op == LogicalOperator::Xor) return Condition("(NOT " + terms[0] + ") <> (NOT " + terms[1] + ")");
-    if (node.op == LogicalOperator::Eqv) return Condition("(NOT " + terms[0] + ") = (NOT " + terms[1] + ")");
-    return Condition("(NOT " + terms[0] + ") OR " + terms[1]);
+        terms.push_back(truth ? AsCondition(operand) : AsBits(operand));
+    if (truth) return Condition(Joined(terms, conjunction ? " AND " : " OR "));
+    return {"(" + Joined(terms, conjunction ? " & " : " | ") + ")", CompareKind::Number, ColumnType::Long};
 }
 
 Typed Emitter::emitNode(const Not& node, const Scope& scope, Position) {

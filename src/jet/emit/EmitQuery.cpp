@@ -216,57 +216,70 @@ std::string Emitter::topText(const Select& select, const std::string& fields, co
            ")) WHERE \"jet$rank\" <= " + limit + " ORDER BY \"jet$rank\"";
 }
 
-Emitter::SelectText Emitter::emitSelect(const Select& select, const std::vector<OrderItem>& orderBy, const Scope* outer,
-                                        const std::vector<CompareKind>* unionKinds) {
-    Scope scope;
+Emitter::ReadSelect Emitter::readSelect(const Select& select, const std::vector<OrderItem>& orderBy,
+                                        const Scope* outer) {
+    ReadSelect read{&select, std::make_unique<Scope>(), {}, {}, {}};
+    Scope& scope = *read.scope;
     scope.outer = outer;
     declare(select.from, scope);
     scope.items = &select.items;
-    std::vector<Item> made = items(select, scope);
+    read.items = items(select, scope);
+    read.tail = fromWhere(select.from, select.where.get(), scope);
+    read.tail += groupBy(select, read.items, scope);
+    if (select.having) read.tail += " HAVING " + condition(*select.having, scope);
+    read.keys = orderKeys(orderBy, read.items, scope);
     const bool distinct = select.duplicates == Duplicates::DropEqualValues;
-    const std::string rest = fromWhere(select.from, select.where.get(), scope);
-    std::string tail = rest + groupBy(select, made, scope);
-    if (select.having) tail += " HAVING " + condition(*select.having, scope);
-
-    SelectText text;
-    for (const Item& item : made)
-        text.columns.push_back({item.name, item.value.type, item.value.kind});
-    for (std::size_t i = 0; unionKinds && i < made.size(); ++i)
-        made[i].value.kind = unionKinds->at(i);
-    const bool collated = distinct || unionKinds;
-    std::vector<OrderKey> keys = orderKeys(orderBy, made, scope);
     // Equal rows and groups come out of their own sorting in the order of the collation.
-    if (!distinct && !HasGroups(select)) KeyValues(keys);
+    if (!distinct && !HasGroups(select)) KeyValues(read.keys);
     if (HasGroups(select)) CheckGroups(select, orderBy, scope);
-    if (distinct) checkDistinctOrder(orderBy, keys, made, scope);
-    if (select.top && (select.top->percent || (!keys.empty() && !SortsByCounter(select, scope, keys)))) {
-        text.sql = topText(select, itemList(made, collated), tail, made, keys);
-        return text;
-    }
-    text.sql = (distinct ? "SELECT DISTINCT " : "SELECT ") + itemList(made, collated) + tail;
-    for (std::size_t i = 0; i < keys.size(); ++i)
-        text.sql += (i == 0 ? " ORDER BY " : ", ") + keys[i].text();
-    if (select.top) text.sql += " LIMIT " + select.top->count;
-    return text;
+    if (distinct) checkDistinctOrder(orderBy, read.keys, read.items, scope);
+    return read;
+}
+
+std::vector<OutputColumn> Emitter::ReadSelect::columns() const {
+    std::vector<OutputColumn> all;
+    for (const Item& item : items)
+        all.push_back({item.name, item.value.type, item.value.kind});
+    return all;
+}
+
+std::string Emitter::written(const ReadSelect& read, bool collated) const {
+    const Select& select = *read.select;
+    const bool distinct = select.duplicates == Duplicates::DropEqualValues;
+    const std::string fields = itemList(read.items, distinct || collated);
+    const bool ranked =
+        select.top && (select.top->percent || (!read.keys.empty() && !SortsByCounter(select, *read.scope, read.keys)));
+    if (ranked) return topText(select, fields, read.tail, read.items, read.keys);
+    std::string sql = (distinct ? "SELECT DISTINCT " : "SELECT ") + fields + read.tail;
+    for (std::size_t i = 0; i < read.keys.size(); ++i)
+        sql += (i == 0 ? " ORDER BY " : ", ") + read.keys[i].text();
+    if (select.top) sql += " LIMIT " + select.top->count;
+    return sql;
 }
 
 Emitter::SelectText Emitter::emitQuery(const Query& query, const Scope* outer) {
-    if (query.arms.size() == 1) return emitSelect(query.arms.front(), query.orderBy, outer, nullptr);
-    // The collations of the first query hold for all, so its fields must know what the others hold.
+    if (query.arms.size() > 1) return emitUnion(query, outer);
+    const ReadSelect read = readSelect(query.arms.front(), query.orderBy, outer);
+    return {written(read, false), read.columns()};
+}
+
+// The collations of the first query hold for all, so its fields must know what the others hold.
+Emitter::SelectText Emitter::emitUnion(const Query& query, const Scope* outer) {
     SelectText all;
+    std::vector<ReadSelect> arms;
     for (const Select& arm : query.arms) {
-        const std::vector<OutputColumn> columns = emitSelect(arm, {}, outer, nullptr).columns;
+        arms.push_back(readSelect(arm, {}, outer));
+        const std::vector<OutputColumn> columns = arms.back().columns();
         if (all.columns.empty()) all.columns = columns;
         if (columns.size() != all.columns.size())
             FailAt(arm.at, "The queries of a union must have equally many fields");
         for (std::size_t c = 0; c < columns.size(); ++c)
             all.columns[c] = Common(all.columns[c], columns[c]);
     }
-    std::vector<CompareKind> kinds;
-    for (const OutputColumn& column : all.columns)
-        kinds.push_back(column.kind);
-    for (std::size_t i = 0; i < query.arms.size(); ++i) {
-        std::string arm = emitSelect(query.arms[i], {}, outer, &kinds).sql;
+    for (std::size_t i = 0; i < arms.size(); ++i) {
+        for (std::size_t c = 0; c < all.columns.size(); ++c)
+            arms[i].items[c].value.kind = all.columns[c].kind;
+        std::string arm = written(arms[i], true);
         if (query.arms[i].top) arm = "SELECT * FROM (" + arm + ")";
         all.sql += (i == 0 ? "" : query.keepAll[i - 1] ? " UNION ALL " : " UNION ") + arm;
     }

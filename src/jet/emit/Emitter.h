@@ -3,6 +3,7 @@
 #include "jet/emit/Scope.h"
 
 #include <map>
+#include <memory>
 #include <optional>
 
 namespace jet {
@@ -85,8 +86,7 @@ class Emitter {
     std::string fromWhere(const std::vector<tree::TableReferencePtr>& from, const tree::Expression* where,
                           const Scope& scope);
     SelectText emitQuery(const tree::Query& query, const Scope* outer);
-    SelectText emitSelect(const tree::Select& select, const std::vector<tree::OrderItem>& orderBy, const Scope* outer,
-                          const std::vector<CompareKind>* unionKinds);
+    SelectText emitUnion(const tree::Query& query, const Scope* outer);
     std::vector<Item> items(const tree::Select& select, const Scope& scope);
     std::string itemList(const std::vector<Item>& items, bool collated) const;
     std::string groupTerms(const tree::Select& select, const Scope& scope);
@@ -98,6 +98,19 @@ class Emitter {
 
         [[nodiscard]] std::string text() const;
     };
+    /// A SELECT whose expressions are written, but not yet put together: a union first compares the fields of all.
+    struct ReadSelect {
+        const tree::Select* select = nullptr;
+        std::unique_ptr<Scope> scope; ///< the items point into it
+        std::vector<Item> items;
+        std::string tail; ///< FROM, WHERE, GROUP BY and HAVING
+        std::vector<OrderKey> keys;
+
+        [[nodiscard]] std::vector<OutputColumn> columns() const;
+    };
+    ReadSelect readSelect(const tree::Select& select, const std::vector<tree::OrderItem>& orderBy, const Scope* outer);
+    /// `collated`: each field is given the collation of its kind.
+    [[nodiscard]] std::string written(const ReadSelect& read, bool collated) const;
     static bool SortsByCounter(const tree::Select& select, const Scope& scope, const std::vector<OrderKey>& keys);
     std::vector<OrderKey> orderKeys(const std::vector<tree::OrderItem>& orderBy, const std::vector<Item>& items,
                                     const Scope& scope);
@@ -144,7 +157,7 @@ class Emitter {
     std::size_t sources_ = 0;       ///< declared so far
     std::vector<std::size_t> read_; ///< the number of the source of each field written so far
     std::vector<ListParameter> lists_;
-    std::map<const tree::InList*, std::size_t> listNumbers_; ///< a union's queries are written twice
+    std::map<const tree::InList*, std::size_t> listNumbers_; ///< what a name of the result stands for is written again
 };
 
 /// A truth value of SQLite, in brackets.

@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <compare>
+#include <optional>
 
 namespace jet {
 
@@ -77,7 +78,31 @@ void Power(Call& call) {
 }
 
 void Xor(Call& call) {
-    call.give(call.whole(0) ^ call.whole(1));
+    std::int64_t bits = 0;
+    for (std::size_t i = 0; i < call.count(); ++i)
+        bits ^= call.whole(i);
+    call.give(bits);
+}
+
+void Eqv(Call& call) {
+    std::int64_t bits = -1;
+    for (std::size_t i = 0; i < call.count(); ++i)
+        bits = ~(bits ^ call.whole(i));
+    call.give(bits);
+}
+
+// From left to right. False implies anything and anything implies True, also what is unknown.
+void Imp(Call& call) {
+    const auto operand = [&](std::size_t i) { return call.isNull(i) ? std::nullopt : std::optional(call.whole(i)); };
+    std::optional<std::int64_t> bits = operand(0);
+    for (std::size_t i = 1; i < call.count(); ++i) {
+        const std::optional<std::int64_t> next = operand(i);
+        if (bits == 0 || next == -1)
+            bits = -1;
+        else
+            bits = bits && next ? std::optional(~*bits | *next) : std::nullopt;
+    }
+    if (bits) call.give(*bits);
 }
 
 int OrderOfValues(const Call& call, std::size_t a, std::size_t b, std::string_view collation) {
@@ -207,6 +232,8 @@ void RegisterOperators(sqlite3* database) {
         Registration{"jet_mod", Entry<Modulo, Nulls::Spread>},
         Registration{"jet_power", Entry<Power, Nulls::Spread>},
         Registration{"jet_xor", Entry<Xor, Nulls::Spread>},
+        Registration{"jet_eqv", Entry<Eqv, Nulls::Spread>},
+        Registration{"jet_imp", Entry<Imp, Nulls::Pass>},
         Registration{"jet_between", Entry<Between, Nulls::Spread>},
         Registration{"jet_like", Entry<Like, Nulls::Spread>},
         Registration{"jet_bool", Entry<Bool, Nulls::Pass>},

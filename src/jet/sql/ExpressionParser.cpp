@@ -45,16 +45,10 @@ ExpressionPtr ExpressionParser::logicalChain(LogicalOperator op, std::string_vie
     const Position at = current().at;
     ExpressionPtr left = (this->*below)();
     if (!isWord(word)) return left;
-    const bool associative = op == LogicalOperator::And || op == LogicalOperator::Or;
     Logical chain{op, {}};
     chain.operands.push_back(std::move(left));
     while (takeWord(word)) {
-        if (!associative) countChained();
-        if (!associative && chain.operands.size() == 2) {
-            ExpressionPtr pair = MakeExpression(at, std::move(chain));
-            chain = Logical{op, {}};
-            chain.operands.push_back(std::move(pair));
-        }
+        if (op == LogicalOperator::Xor) countChained();
         chain.operands.push_back((this->*below)());
     }
     return MakeExpression(at, std::move(chain));
@@ -64,12 +58,15 @@ ExpressionPtr ExpressionParser::equivalence() {
     const Position at = current().at;
     ExpressionPtr left = exclusiveOr();
     while (isWord("eqv") || isWord("imp")) {
-        countChained();
-        Logical pair{isWord("eqv") ? LogicalOperator::Eqv : LogicalOperator::Imp, {}};
-        next();
-        pair.operands.push_back(std::move(left));
-        pair.operands.push_back(exclusiveOr());
-        left = MakeExpression(at, std::move(pair));
+        const auto [op, word] =
+            isWord("eqv") ? std::pair{LogicalOperator::Eqv, "eqv"} : std::pair{LogicalOperator::Imp, "imp"};
+        Logical chain{op, {}};
+        chain.operands.push_back(std::move(left));
+        while (takeWord(word)) {
+            countChained();
+            chain.operands.push_back(exclusiveOr());
+        }
+        left = MakeExpression(at, std::move(chain));
     }
     return left;
 }

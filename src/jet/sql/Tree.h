@@ -56,7 +56,7 @@ struct Comparison {
     ExpressionPtr right;
 };
 
-/// And and Or take all operands of a chain, so that long chains stay shallow; the others take two.
+/// A row of one operator takes all its operands, so that long rows stay shallow; Imp works from left to right.
 enum class LogicalOperator { And, Or, Xor, Eqv, Imp };
 struct Logical {
     LogicalOperator op = LogicalOperator::And;
