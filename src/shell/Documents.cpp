@@ -2,9 +2,9 @@
 
 #include "platform/ShellOpen.h"
 #include "session/ErrorSink.h"
-#include "session/Messages.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
+#include "shell/OpenOutside.h"
 #include "shell/frmDocument.h"
 
 namespace tessaro {
@@ -26,14 +26,6 @@ bool OpenDocument(const QString& folderSetting, const QString& fileSetting, cons
     if (!path.endsWith(QLatin1String(".htm"), Qt::CaseInsensitive)) return OpenOutside(path);
     if (!ShellOpen(path)) ShowPage(path);
     return true;
-}
-
-bool OpenOutside(const QString& target) {
-    if (ShellOpen(target)) return true;
-    LogNote(QStringLiteral("the desktop opened no program for ") + target);
-    ShowMessage(GetText(QStringLiteral("TS_NothingOpens")).replace(QLatin1String("%1"), target), MessageType::Ok,
-                MessageIcon::Warning, {}, false);
-    return false;
 }
 
 void ShowHelpFileLinks(int item) {

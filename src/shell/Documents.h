@@ -11,8 +11,6 @@ namespace tessaro {
 /// Opens it in the desktop's program; a page that the desktop has no program for, in a window of our own. False when
 /// there is none, or nothing can show it; the user is told then.
 bool OpenDocument(const QString& folderSetting, const QString& fileSetting, const QString& extension);
-/// Opens a file, folder or address in the desktop's program; False, and the user is told, when there is none.
-bool OpenOutside(const QString& target);
 
 /// The entries of the Help menu that exist: 0 contents, 2 tour, 3 help desk.
 void ShowHelpFileLinks(int item);

@@ -9,11 +9,11 @@
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "shell/Favourite.h"
-#include "shell/MenuTable.h"
-#include "shell/frmMain.h"
+#include "shell/MenuRow.h"
 
 #include <QActionGroup>
 #include <QLocale>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -36,18 +36,18 @@ QString OwnNameOf(const QString& label) {
 
 } // namespace
 
-MainMenu::MainMenu(frmMain* frame) : QObject(frame), frame_(frame) {
+MainMenu::MainMenu(QMainWindow* window, std::span<const MenuRow> rows) : QObject(window), window_(window), rows_(rows) {
     MakeEntries();
 }
 
 void MainMenu::MakeEntries() {
-    for (const MenuRow& row : MenuRows()) {
-        auto* parent = frame_->findChild<QMenu*>(QLatin1String(row.parent));
+    for (const MenuRow& row : rows_) {
+        auto* parent = window_->findChild<QMenu*>(QLatin1String(row.parent));
         const QString name = QLatin1String(row.name);
         if (row.kind == MenuKind::Separator) {
             parent->addSeparator();
         } else if (row.kind == MenuKind::Menu) {
-            QMenu* menu = parent ? parent->addMenu(QString()) : frame_->menuBar()->addMenu(QString());
+            QMenu* menu = parent ? parent->addMenu(QString()) : window_->menuBar()->addMenu(QString());
             menu->setObjectName(name);
             menu->setToolTipsVisible(true);
             menu->menuAction()->setObjectName(name);
@@ -60,26 +60,26 @@ void MainMenu::MakeEntries() {
             entry->setChecked(row.kind == MenuKind::Checked);
             if (row.command)
                 connect(entry, &QAction::triggered, this,
-                        [this, command = row.command](bool checked) { command(*frame_, checked); });
+                        [this, &row](bool checked) { Q_EMIT CommandChosen(row, checked); });
         }
     }
-    languages_ = frame_->findChild<QMenu*>(QStringLiteral("mnuViewLanguage"));
-    favourites_ = frame_->findChild<QMenu*>(QStringLiteral("mnumnu_Favorites"));
+    languages_ = window_->findChild<QMenu*>(QStringLiteral("mnuViewLanguage"));
+    favourites_ = window_->findChild<QMenu*>(QStringLiteral("mnumnu_Favorites"));
     connect(favourites_, &QMenu::aboutToShow, this, &MainMenu::FillFavourites);
 }
 
 QAction* MainMenu::Entry(const QString& name) const {
-    return frame_->findChild<QAction*>(name);
+    return window_->findChild<QAction*>(name);
 }
 
 void MainMenu::OfferCommands(const FrontState& front) {
-    for (const MenuRow& row : MenuRows())
+    for (const MenuRow& row : rows_)
         if (row.offered) Entry(QLatin1String(row.name))->setEnabled(row.offered(front));
 }
 
 void MainMenu::SetMenuCaptions() {
     const QString later = PlainText(QStringLiteral("TS_NotYetAvailable"));
-    for (const MenuRow& row : MenuRows()) {
+    for (const MenuRow& row : rows_) {
         if (row.kind == MenuKind::Separator) continue;
         QAction* entry = Entry(QLatin1String(row.name));
         SetCaption(entry, QLatin1String(row.key));
@@ -87,8 +87,8 @@ void MainMenu::SetMenuCaptions() {
     }
     QAction* about = Entry(QStringLiteral("mnu_Help_5"));
     about->setText(about->text().replace(QLatin1String("%1"), Setting(QStringLiteral("PRODUCT NAME"))));
-    frame_->menuBar()->setFont(LanguageFont());
-    const auto menus = frame_->menuBar()->findChildren<QMenu*>();
+    window_->menuBar()->setFont(LanguageFont());
+    const auto menus = window_->menuBar()->findChildren<QMenu*>();
     for (QMenu* menu : menus)
         menu->setFont(LanguageFont());
     FillLanguages();
@@ -96,7 +96,7 @@ void MainMenu::SetMenuCaptions() {
 }
 
 void MainMenu::SetPictures() {
-    for (const MenuRow& row : MenuRows())
+    for (const MenuRow& row : rows_)
         if (*row.picture) Entry(QLatin1String(row.name))->setIcon(theme::Icon(QLatin1String(row.picture)));
 }
 

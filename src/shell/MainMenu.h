@@ -4,20 +4,24 @@
 #include <QObject>
 #include <QString>
 
+#include <span>
+
 class QAction;
+class QMainWindow;
 class QMenu;
 
 namespace tessaro {
 
-class frmMain;
 struct FrontState;
+struct MenuRow;
 
-/// The frame's menus, made from MenuRows().
+/// The menus of a window, made from the rows of a table.
 class MainMenu final : public QObject {
     Q_OBJECT
 
   public:
-    explicit MainMenu(frmMain* frame);
+    /// The rows must outlive the menus, and name "mnuViewLanguage", "mnumnu_Favorites" and "mnu_Help_5".
+    MainMenu(QMainWindow* window, std::span<const MenuRow> rows);
 
     /// An entry by its name ("mnuFileOpen", "mnu_Help_0"); never null for a name of the table.
     [[nodiscard]] QAction* Entry(const QString& name) const;
@@ -34,13 +38,16 @@ class MainMenu final : public QObject {
     void FillFavourites();
 
   Q_SIGNALS:
+    /// An entry with a command was chosen; `checked` is its new state.
+    void CommandChosen(const MenuRow& row, bool checked);
     void FavouriteChosen(const QString& path);
     void LanguageChosen(const QString& label);
 
   private:
     void MakeEntries();
 
-    frmMain* frame_;
+    QMainWindow* window_;
+    std::span<const MenuRow> rows_;
     QMenu* languages_ = nullptr;
     QMenu* favourites_ = nullptr;
     QList<QAction*> favouriteEntries_;

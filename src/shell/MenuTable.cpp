@@ -3,6 +3,8 @@
 #include "controls/StageScreen.h"
 #include "session/Session.h"
 #include "shell/AddressBar.h"
+#include "shell/CommandTargets.h"
+#include "shell/DatabaseCommands.h"
 #include "shell/DatabaseOpener.h"
 #include "shell/Documents.h"
 #include "shell/EditCommands.h"
@@ -11,7 +13,8 @@
 #include "shell/StandardToolBar.h"
 #include "shell/StatusBar.h"
 #include "shell/frmAbout.h"
-#include "shell/frmMain.h"
+
+#include <QMainWindow>
 
 namespace tessaro {
 
@@ -20,62 +23,62 @@ namespace {
 using Kind = MenuKind;
 
 // What the entries do.
-template <void (StageScreen::*command)()> void OnScreen(frmMain& frame, bool /*checked*/) {
-    frame.Stages().OnScreen(command);
+template <void (StageScreen::*command)()> void OnScreen(const CommandTargets& on, bool /*checked*/) {
+    on.stages.OnScreen(command);
 }
-template <int kind> void Gallery(frmMain& frame, bool /*checked*/) {
-    frame.Stages().ShowGallery(kind);
+template <int kind> void Gallery(const CommandTargets& on, bool /*checked*/) {
+    on.stages.ShowGallery(kind);
 }
-template <EditCommand command> void Edit(frmMain& frame, bool /*checked*/) {
-    RunEditCommand(command, frame.Stages().ActiveScreen());
+template <EditCommand command> void Edit(const CommandTargets& on, bool /*checked*/) {
+    RunEditCommand(command, on.stages.ActiveScreen());
 }
-template <int item> void Help(frmMain& /*frame*/, bool /*checked*/) {
+template <int item> void Help(const CommandTargets& /*on*/, bool /*checked*/) {
     ShowHelpFileLinks(item);
 }
-void Goals(frmMain& frame, bool /*checked*/) {
-    frame.ShowInformationSheets("GOALS");
+void Goals(const CommandTargets& on, bool /*checked*/) {
+    on.database.ShowInformationSheets("GOALS");
 }
-void Indicators(frmMain& frame, bool /*checked*/) {
-    frame.ShowInformationSheets("IND");
+void Indicators(const CommandTargets& on, bool /*checked*/) {
+    on.database.ShowInformationSheets("IND");
 }
-void Themes(frmMain& frame, bool /*checked*/) {
-    frame.ShowInformationSheets("THEMES");
+void Themes(const CommandTargets& on, bool /*checked*/) {
+    on.database.ShowInformationSheets("THEMES");
 }
-void Sources(frmMain& frame, bool /*checked*/) {
-    frame.ShowInformationSheets("SOURCES");
+void Sources(const CommandTargets& on, bool /*checked*/) {
+    on.database.ShowInformationSheets("SOURCES");
 }
-void Rights(frmMain& frame, bool /*checked*/) {
-    frame.ShowInformationSheets("RIGHTS");
+void Rights(const CommandTargets& on, bool /*checked*/) {
+    on.database.ShowInformationSheets("RIGHTS");
 }
-void Open(frmMain& frame, bool /*checked*/) {
-    frame.Databases().mnuFileOpen_Click();
+void Open(const CommandTargets& on, bool /*checked*/) {
+    on.databases.mnuFileOpen_Click();
 }
-void Properties(frmMain& frame, bool /*checked*/) {
-    frame.Settings().mnuFilemnu_Properties_Click();
+void Properties(const CommandTargets& on, bool /*checked*/) {
+    on.settings.mnuFilemnu_Properties_Click();
 }
-void Exit(frmMain& frame, bool /*checked*/) {
-    frame.close();
+void Exit(const CommandTargets& on, bool /*checked*/) {
+    on.parts.window.close();
 }
-void Find(frmMain& frame, bool /*checked*/) {
-    frame.Stages().Search();
+void Find(const CommandTargets& on, bool /*checked*/) {
+    on.stages.Search();
 }
-void ToolBar(frmMain& frame, bool shown) {
-    frame.Parts().toolBar.setVisible(shown);
+void ToolBar(const CommandTargets& on, bool shown) {
+    on.parts.toolBar.setVisible(shown);
 }
-void Address(frmMain& frame, bool shown) {
-    frame.Parts().address.setVisible(shown);
+void Address(const CommandTargets& on, bool shown) {
+    on.parts.address.setVisible(shown);
 }
-void Status(frmMain& frame, bool shown) {
-    frame.Parts().status.setVisible(shown);
+void Status(const CommandTargets& on, bool shown) {
+    on.parts.status.setVisible(shown);
 }
-void AddFavorites(frmMain& frame, bool /*checked*/) {
-    frame.AddFavorites();
+void AddFavorites(const CommandTargets& on, bool /*checked*/) {
+    on.database.AddFavorites();
 }
-void Report(frmMain& frame, bool /*checked*/) {
-    frame.mnuDBSummReport_Click();
+void Report(const CommandTargets& on, bool /*checked*/) {
+    on.database.mnuDBSummReport_Click();
 }
-void About(frmMain& frame, bool /*checked*/) {
-    frmAbout(&frame).exec();
+void About(const CommandTargets& on, bool /*checked*/) {
+    frmAbout(&on.parts.window).exec();
 }
 
 // When they are offered.

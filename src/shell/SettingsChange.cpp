@@ -23,17 +23,16 @@
 #include "shell/StandardToolBar.h"
 #include "shell/StatusBar.h"
 #include "shell/frmLanguage.h"
-#include "shell/frmMain.h"
 #include "shell/frmProperties.h"
 
 #include <QApplication>
+#include <QMainWindow>
 #include <QToolTip>
 
 namespace tessaro {
 
-SettingsChange::SettingsChange(frmMain& frame, const FrameParts& parts, StageNavigator& stages,
-                               DatabaseOpener& databases)
-    : frame_(frame), parts_(parts), stages_(stages), databases_(databases) {}
+SettingsChange::SettingsChange(const FrameParts& parts, StageNavigator& stages, DatabaseOpener& databases)
+    : parts_(parts), stages_(stages), databases_(databases) {}
 
 void SettingsChange::ShowInLanguage() {
     toolkitTexts_.Load();
@@ -64,16 +63,32 @@ void SettingsChange::SwitchSound() {
 
 void SettingsChange::mnuFilemnu_Properties_Click() {
     const QString before = Language;
-    frmProperties form(frame_);
-    form.exec();
+    MakeProperties()->exec();
     if (Language != before && !LanguageInDatabase && FileExists(CurrentDatabase)) ShowLanguageDialog();
+}
+
+std::unique_ptr<frmProperties> SettingsChange::MakeProperties() {
+    auto form = std::make_unique<frmProperties>(sound_.Volume(), &parts_.window);
+    connect(form.get(), &frmProperties::Applied, this, [this](const Preferences& before, int volume) {
+        sound_.SetVolume(volume);
+        ApplyTheSettings(before);
+    });
+    connect(form.get(), &frmProperties::LanguageImported, this, &SettingsChange::TakeImportedLanguage);
+    return form;
+}
+
+/// The menu lists the language at once; when it is the current one, its texts are shown at once too.
+void SettingsChange::TakeImportedLanguage(const QString& file) {
+    parts_.menu.FillLanguages();
+    if (FileNameOf(FileOfLanguage(Language)).compare(FileNameOf(file), Qt::CaseInsensitive) != 0) return;
+    ReadTranslateFile();
+    ShowInLanguage();
 }
 
 void SettingsChange::ShowLanguageDialog() {
     frmLanguage dialog(&parts_.window);
     connect(&dialog, &frmLanguage::PropertiesWanted, &dialog, [&] {
-        frmProperties form(frame_);
-        form.exec();
+        MakeProperties()->exec();
         if (LanguageInDatabase)
             dialog.accept();
         else

@@ -6,19 +6,21 @@
 
 #include <QObject>
 
+#include <memory>
+
 namespace tessaro {
 
 struct Preferences;
 class DatabaseOpener;
 class StageNavigator;
-class frmMain;
+class frmProperties;
 
 /// Language, fonts and preferences while the program runs.
 class SettingsChange final : public QObject {
     Q_OBJECT
 
   public:
-    SettingsChange(frmMain& frame, const FrameParts& parts, StageNavigator& stages, DatabaseOpener& databases);
+    SettingsChange(const FrameParts& parts, StageNavigator& stages, DatabaseOpener& databases);
 
     /// Fonts, direction and captions of everything that stands, without touching what the screens hold.
     void ShowInLanguage();
@@ -32,16 +34,18 @@ class SettingsChange final : public QObject {
     [[nodiscard]] SoundLoop& Sound() { return sound_; }
 
     void mnuFilemnu_Properties_Click();
+    /// The form of the preferences: what it applies takes effect at once.
+    [[nodiscard]] std::unique_ptr<frmProperties> MakeProperties();
     /// The languages that the open database has, when it lacks the current one.
     void ShowLanguageDialog();
 
   private:
+    void TakeImportedLanguage(const QString& file);
     void Relink();
     void OpenInLanguage(const QString& label);
     void KeepSelection(int stage);
     void ReloadScreens(const Preferences& now, const Preferences& before);
 
-    frmMain& frame_;
     FrameParts parts_;
     StageNavigator& stages_;
     DatabaseOpener& databases_;

@@ -4,7 +4,7 @@
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Settings.h"
-#include "shell/Documents.h"
+#include "shell/OpenOutside.h"
 #include "shell/StageBanner.h"
 #include "shell/StageNavigator.h"
 #include "shell/StandardToolBar.h"

@@ -23,7 +23,7 @@ namespace {
 QString Memory() {
     const qint64 pages = sysconf(_SC_PHYS_PAGES);
     const qint64 size = sysconf(_SC_PAGE_SIZE);
-    return pages > 0 && size > 0 ? QLocale::system().formattedDataSize(pages * size) : QString();
+    return pages > 0 && size > 0 ? LocaleOfLanguage().formattedDataSize(pages * size) : QString();
 }
 
 QString Screens() {

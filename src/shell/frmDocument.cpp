@@ -8,7 +8,7 @@
 #include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Strings.h"
-#include "shell/Documents.h"
+#include "shell/OpenOutside.h"
 #include "shell/SystemInfo.h"
 
 #include <QApplication>

@@ -66,11 +66,12 @@ void frmFavourites::SetFormCaptions() {
 void frmFavourites::FillFavorites() {
     std::vector<KeyedItem> items;
     const QStringList names = FavouriteFiles();
+    const QLocale locale = LocaleOfLanguage();
     for (const QString& name : names) {
         const QFileInfo file(FavouritePath(name));
         items.push_back({QLatin1Char('F') + name,
-                         {name, QLocale::system().formattedDataSize(file.size()),
-                          QLocale::system().toString(file.lastModified(), QLocale::ShortFormat)}});
+                         {name, locale.formattedDataSize(file.size()),
+                          locale.toString(file.lastModified(), QLocale::ShortFormat)}});
     }
     ui_->lvFavorite->Items().SetItems(std::move(items));
 }

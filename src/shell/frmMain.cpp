@@ -10,8 +10,11 @@
 #include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Settings.h"
+#include "shell/CommandTargets.h"
+#include "shell/DatabaseCommands.h"
 #include "shell/DatabaseOpener.h"
 #include "shell/MainMenu.h"
+#include "shell/MenuTable.h"
 #include "shell/SettingsChange.h"
 #include "shell/StageNavigator.h"
 #include "shell/StopKey.h"
@@ -25,11 +28,12 @@ namespace tessaro {
 
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
     ui_->setupUi(this);
-    menu_ = new MainMenu(this);
+    menu_ = new MainMenu(this, MenuRows());
     stop_ = new StopKey(ui_->picToolBar->Button(StandardToolBar::Stop), this);
     stages_ = std::make_unique<StageNavigator>(Parts());
     databases_ = std::make_unique<DatabaseOpener>(Parts(), *stages_);
-    settings_ = std::make_unique<SettingsChange>(*this, Parts(), *stages_, *databases_);
+    settings_ = std::make_unique<SettingsChange>(Parts(), *stages_, *databases_);
+    commands_ = std::make_unique<DatabaseCommands>(Parts(), *stages_, *databases_);
     Timer1_.setObjectName(QStringLiteral("Timer1"));
     Timer1_.setInterval(1000);
     ui_->picBanner_1->hide();
@@ -46,14 +50,15 @@ frmMain::~frmMain() {
     if (&TheFrame() == this) SetFrame(nullptr);
     SetMessageAnswerer({});
     disconnect(stages_.get(), nullptr, this, nullptr);
+    commands_.reset();
     settings_.reset();
     databases_.reset();
     stages_.reset();
 }
 
-FrameParts frmMain::Parts() const {
-    return {const_cast<frmMain&>(*this), *menu_,           *ui_->picToolBar, *ui_->frmAddressBar, *ui_->picBanner_1,
-            *ui_->sbStatusBar,           *ui_->stkChildren};
+FrameParts frmMain::Parts() {
+    return {
+        *this, *menu_, *ui_->picToolBar, *ui_->frmAddressBar, *ui_->picBanner_1, *ui_->sbStatusBar, *ui_->stkChildren};
 }
 
 bool frmMain::event(QEvent* event) {
@@ -72,6 +77,9 @@ void frmMain::ConnectParts() {
 }
 
 void frmMain::ConnectBars() {
+    connect(menu_, &MainMenu::CommandChosen, this, [this](const MenuRow& row, bool checked) {
+        row.command({Parts(), *stages_, *databases_, *settings_, *commands_}, checked);
+    });
     connect(menu_, &MainMenu::FavouriteChosen, databases_.get(), &DatabaseOpener::OpenFavourite);
     connect(menu_, &MainMenu::LanguageChosen, settings_.get(), &SettingsChange::ChangeLanguage);
     connect(ui_->picToolBar, &StandardToolBar::Chosen, this, &frmMain::Toolbar1_Click);
@@ -103,7 +111,7 @@ void frmMain::Toolbar1_Click(int item) {
     case StandardToolBar::Search:
         return stages_->Search();
     case StandardToolBar::Favourites:
-        return AddFavorites();
+        return commands_->AddFavorites();
     case StandardToolBar::Print:
         return stages_->OnScreen(&StageScreen::Print);
     default:

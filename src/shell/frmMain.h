@@ -14,6 +14,7 @@ class frmMain;
 
 namespace tessaro {
 
+class DatabaseCommands;
 class DatabaseOpener;
 class MainMenu;
 class SettingsChange;
@@ -37,17 +38,9 @@ class frmMain final : public QMainWindow, public Frame {
     /// Before the start: takes the whole of a screen that has no room for the usual size and a title above it.
     void FitToScreen();
 
-    [[nodiscard]] FrameParts Parts() const;
     [[nodiscard]] StageNavigator& Stages() { return *stages_; }
     [[nodiscard]] DatabaseOpener& Databases() { return *databases_; }
     [[nodiscard]] SettingsChange& Settings() { return *settings_; }
-
-    // What is made of the open database (frmMainReports.cpp).
-    /// Makes or removes favourites; only while the data view is in front.
-    void AddFavorites();
-    void mnuDBSummReport_Click();
-    /// The sheets of a kind: "IND", "GOALS", "THEMES", "SOURCES", "RIGHTS".
-    void ShowInformationSheets(const char* code);
 
     // Frame: the way between the stages.
     void GoToStage(int stage) override;
@@ -77,6 +70,7 @@ class frmMain final : public QMainWindow, public Frame {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    [[nodiscard]] FrameParts Parts();
     void ConnectParts();
     void ConnectBars();
     void Toolbar1_Click(int item);
@@ -90,6 +84,7 @@ class frmMain final : public QMainWindow, public Frame {
     std::unique_ptr<StageNavigator> stages_;
     std::unique_ptr<DatabaseOpener> databases_;
     std::unique_ptr<SettingsChange> settings_;
+    std::unique_ptr<DatabaseCommands> commands_;
     QTimer Timer1_;
     int busy_ = 0;
     bool started_ = false;

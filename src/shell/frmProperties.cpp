@@ -9,8 +9,6 @@
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "session/UserPreferences.h"
-#include "shell/SettingsChange.h"
-#include "shell/frmMain.h"
 #include "ui_frmProperties.h"
 
 #include <QButtonGroup>
@@ -35,10 +33,9 @@ void Choose(QComboBox& box, const QString& text) {
 
 } // namespace
 
-frmProperties::frmProperties(frmMain& frame)
-    : QDialog(&frame), frame_(frame), ui_(std::make_unique<Ui::frmProperties>()),
-      optContentOption_(new QButtonGroup(this)), optDefault_(new QButtonGroup(this)),
-      chkIndOptions_(new QButtonGroup(this)) {
+frmProperties::frmProperties(int volume, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmProperties>()), optContentOption_(new QButtonGroup(this)),
+      optDefault_(new QButtonGroup(this)), chkIndOptions_(new QButtonGroup(this)) {
     const ErrorTrap trap("frmProperties_Load");
     ui_->setupUi(this);
     chkIndOptions_->setExclusive(false);
@@ -54,6 +51,8 @@ frmProperties::frmProperties(frmMain& frame)
     ArrangeIndicatorOptions();
     before_ = Preferences::OfSession();
     Show(before_);
+    ui_->Slider1->setValue(volume);
+    preview_.SetVolume(volume);
     ConnectGeneral();
     ConnectOthers();
     ui_->cmbLanguages->setFocus();
@@ -143,8 +142,6 @@ void frmProperties::Show(const Preferences& values) {
     optContentOption_->button(static_cast<int>(qBound(0L, values.dataExists, 2L)))->setChecked(true);
     ChooseSound(values.sound);
     ui_->chkMute->setChecked(values.mute);
-    ui_->Slider1->setValue(frame_.Settings().Sound().Volume());
-    preview_.SetVolume(ui_->Slider1->value());
     for (int view = 0; view < 7; ++view)
         chkIndOptions_->button(view)->setChecked(values.views.at(static_cast<std::size_t>(view)));
     optDefault_->button(values.openWith)->setChecked(true);
@@ -184,8 +181,7 @@ void frmProperties::Apply() {
     Draft().TakeIntoSession();
     before_ = Preferences::OfSession();
     SavePrefINIFile();
-    frame_.Settings().Sound().SetVolume(ui_->Slider1->value());
-    frame_.Settings().ApplyTheSettings(previous);
+    Q_EMIT Applied(previous, ui_->Slider1->value());
 }
 
 void frmProperties::cmdOK_Click() {
@@ -202,7 +198,10 @@ void frmProperties::cmdApply_Click() {
 void frmProperties::cmdImport_Click() {
     const QString file = AskForFile(
         this, {PlainText(QStringLiteral("Import")), {}, FilterLine("TS_FilterLanguage", "TS_*.mdb TS_*.MDB")});
-    if (!file.isEmpty() && ImportLanguageFile(file)) FillLanguages();
+    if (file.isEmpty() || !ImportLanguageFile(file)) return;
+    FillLanguages();
+    Q_EMIT LanguageImported(file);
+    SetFormCaptions(); // the file may be that of the current language
 }
 
 void frmProperties::cmbLanguages_Click() {

@@ -15,20 +15,25 @@ class frmProperties;
 
 namespace tessaro {
 
-class frmMain;
-
-/// The user's preferences on four tabs. The controls are a draft: OK and Apply take it into the session, save it, and
-/// bring the running frame into line; Cancel leaves all as it was.
+/// The user's preferences on four tabs. The controls are a draft: OK and Apply take it into the session and save it;
+/// Cancel leaves all as it was. Whoever shows the form brings the running program into line.
 class frmProperties final : public QDialog {
     Q_OBJECT
 
   public:
-    explicit frmProperties(frmMain& frame);
+    /// `volume` is the loudness of the session's sound, in per cent.
+    explicit frmProperties(int volume, QWidget* parent = nullptr);
     ~frmProperties() override;
 
     void cmdOK_Click();
     void cmdApply_Click();
     void cmdImport_Click();
+
+  Q_SIGNALS:
+    /// The session has new values and this loudness; `before` is what the values were.
+    void Applied(const tessaro::Preferences& before, int volume);
+    /// A language file was added, or has replaced one of its name.
+    void LanguageImported(const QString& file);
 
   private:
     void SetFormCaptions();
@@ -56,7 +61,6 @@ class frmProperties final : public QDialog {
     void ChooseSound(const QString& path);
     void KeepDefaultView();
 
-    frmMain& frame_;
     std::unique_ptr<Ui::frmProperties> ui_;
     QButtonGroup* optContentOption_;
     QButtonGroup* optDefault_;

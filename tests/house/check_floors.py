@@ -9,7 +9,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
-UNTANGLED = {"session"}
+UNTANGLED = {"session", "metadata", "selection", "shell"}
 ROW = re.compile(r"^\|\s*(\d+)\s*\|\s*`(\w+)`\s*\|[^|]*\|([^|]*)\|\s*$")
 
 

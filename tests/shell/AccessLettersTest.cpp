@@ -19,6 +19,7 @@
 #include "session/Session.h"
 #include "shell/Documents.h"
 #include "shell/FrameTest.h"
+#include "shell/SettingsChange.h"
 #include "shell/frmAbout.h"
 #include "shell/frmDocument.h"
 #include "shell/frmFavourites.h"
@@ -146,7 +147,8 @@ class AccessLettersTest : public test::FrameTest {
 
 void AccessLettersTest::CheckDialogs() {
     {
-        const frmProperties form(*window);
+        const auto made = window->Settings().MakeProperties();
+        const frmProperties& form = *made;
         auto* tabs = form.findChild<QTabWidget*>(QStringLiteral("SSTab1"));
         for (int tab = 0; tab < tabs->count(); ++tab) {
             tabs->setCurrentIndex(tab);

@@ -4,10 +4,12 @@
 #include "controls/KeyedList.h"
 #include "dataview/frmData.h"
 #include "platform/SingleInstance.h"
+#include "session/DatabasePassword.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "shell/Favourite.h"
 #include "shell/FrameTest.h"
+#include "shell/SettingsChange.h"
 #include "shell/StageBanner.h"
 #include "shell/frmAbout.h"
 #include "shell/frmFavourites.h"
@@ -85,7 +87,8 @@ class DialogTest : public test::FrameTest {
 
 TEST_F(DialogTest, PropertiesShowTheSession) {
     ASSERT_TRUE(StartInStages());
-    frmProperties form(*window);
+    const auto made = window->Settings().MakeProperties();
+    frmProperties& form = *made;
     EXPECT_EQ(In<QComboBox>(form, "cmbLanguages")->currentText(), QStringLiteral("English [en]"));
     EXPECT_EQ(In<QComboBox>(form, "cmbLanguages")->count(), 2);
     EXPECT_EQ(In<QCheckBox>(form, "chkViewGridLines")->isChecked(), ViewGridLines);
@@ -103,13 +106,15 @@ TEST_F(DialogTest, CancelAndAnUnchangedApplyTouchNothing) {
     QWidget* screen = Find(QStringLiteral("frmTime"));
     const Preferences before = Preferences::OfSession();
     {
-        frmProperties form(*window);
+        const auto made = window->Settings().MakeProperties();
+        frmProperties& form = *made;
         Tick(form, "chkViewGridLines", !ViewGridLines);
         Tick(form, "optContentOption_1", true);
         Press(form, "CmdCancel");
         EXPECT_EQ(Preferences::OfSession(), before);
     }
-    frmProperties form(*window);
+    const auto made = window->Settings().MakeProperties();
+    frmProperties& form = *made;
     Press(form, "cmdApply");
     EXPECT_EQ(Preferences::OfSession(), before);
     EXPECT_EQ(Find(QStringLiteral("frmTime")), screen) << "the screen stands as it was";
@@ -126,7 +131,8 @@ TEST_F(DialogTest, ApplyFillsTheListsAnewAndKeepsWhatIsChosen) {
     time->findChild<QAbstractButton*>(QStringLiteral("cmdAddAll"))->click();
     const qint64 chosen = Rows("_SelTimePeriod");
     ASSERT_GT(chosen, 0);
-    frmProperties form(*window);
+    const auto made = window->Settings().MakeProperties();
+    frmProperties& form = *made;
     Tick(form, "optContentOption_1", true);
     Press(form, "cmdApply");
     EXPECT_EQ(DataExistsCriterion, QString());
@@ -142,7 +148,8 @@ TEST_F(DialogTest, ApplyFillsTheListsAnewAndKeepsWhatIsChosen) {
 TEST_F(DialogTest, OtherKeysOfTheIndicatorListEmptyItsSelection) {
     ASSERT_TRUE(StartInDataView());
     const qint64 periods = Rows("_SelTimePeriod");
-    frmProperties form(*window);
+    const auto made = window->Settings().MakeProperties();
+    frmProperties& form = *made;
     Tick(form, "chkUnitSubpop", IndicatorSelectBy == 0);
     Press(form, "cmdApply");
     EXPECT_EQ(Rows("_SelIUSNId"), 0);
@@ -155,7 +162,8 @@ TEST_F(DialogTest, OKChangesTheLanguageOfTheRunningProgram) {
     ASSERT_TRUE(StartInStages());
     ASSERT_TRUE(Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (1, '1990')")));
     const QByteArray before = PreferencesOnDisk();
-    frmProperties form(*window);
+    const auto made = window->Settings().MakeProperties();
+    frmProperties& form = *made;
     Choose(form, "cmbLanguages", QStringLiteral("Français [fr]"));
     Press(form, "cmdOK");
     EXPECT_EQ(form.result(), QDialog::Accepted);
@@ -214,7 +222,8 @@ TEST_F(DialogTest, ATableOfADialogIsCopiedByRows) {
 TEST_F(DialogTest, ColourFontAndViewsTakeEffect) {
     ASSERT_TRUE(StartInStages());
     SetColorAnswerer([](const QColor&) { return QColor(1, 2, 3); });
-    frmProperties form(*window);
+    const auto made = window->Settings().MakeProperties();
+    frmProperties& form = *made;
     Tick(form, "chkGlobalColor", true);
     Press(form, "cmdBrowseColor");
     In<QComboBox>(form, "cmbFontStyle")->setCurrentIndex(2);
@@ -247,10 +256,27 @@ TEST_F(DialogTest, AnImportedLanguageCanBeChosen) {
         EXPECT_TRUE(question.filter.contains(QLatin1String("TS_*.mdb")));
         return file;
     });
-    frmProperties form(*window);
+    const auto made = window->Settings().MakeProperties();
+    frmProperties& form = *made;
     Press(form, "cmdImport");
     EXPECT_GE(In<QComboBox>(form, "cmbLanguages")->findText(QStringLiteral("Breton [br]")), 0);
     EXPECT_EQ(In<QComboBox>(form, "cmbLanguages")->currentText(), QStringLiteral("English [en]"));
+    Press(form, "CmdCancel");
+    EXPECT_NE(Find<QAction>(QStringLiteral("mnuLanguage_Breton [br]")), nullptr) << "the menu lists it at once";
+}
+
+TEST_F(DialogTest, AnImportedFileOfTheCurrentLanguageIsReadAtOnce) {
+    ASSERT_TRUE(Start());
+    const QString file = Folder() + QStringLiteral("/TS_English [en].mdb");
+    ASSERT_TRUE(QFile::copy(Application() + QStringLiteral("/Languages/TS_English [en].mdb"), file));
+    jet::Connection::Open(file.toStdString(), DatabasePassword())
+        ->Execute("UPDATE Strings SET [English en] = 'Whereabouts' WHERE VariableName = 'ADDRESS'");
+    SetFileAnswerer([&](const FileQuestion&) { return file; });
+    answers = {MessageCode::Yes}; // it replaces the one that is there
+    const auto form = window->Settings().MakeProperties();
+    Press(*form, "cmdImport");
+    EXPECT_EQ(messages, QStringList{QStringLiteral("285")});
+    EXPECT_EQ(Find<QLabel>(QStringLiteral("lblAddress"))->text(), QStringLiteral("Whereabouts"));
 }
 
 TEST_F(DialogTest, FavouritesAreMadeListedOpenedAndRemoved) {

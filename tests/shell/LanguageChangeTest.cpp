@@ -1,6 +1,7 @@
 #include "platform/SingleInstance.h"
 #include "session/Session.h"
 #include "shell/FrameTest.h"
+#include "shell/SettingsChange.h"
 #include "shell/frmProperties.h"
 
 #include <QAbstractButton>
@@ -70,7 +71,8 @@ class LanguageChangeTest : public test::FrameTest {
         window->GoToHome();
     }
     void ChooseInProperties(const QString& label) {
-        frmProperties form(*window);
+        const auto made = window->Settings().MakeProperties();
+        frmProperties& form = *made;
         form.findChild<QComboBox*>(QStringLiteral("cmbLanguages"))->setCurrentText(label);
         QMetaObject::invokeMethod(
             form.findChild<QComboBox*>(QStringLiteral("cmbLanguages")), "activated",
