@@ -57,7 +57,7 @@ bool CancelWatch::eventFilter(QObject* target, QEvent* event) {
         return asked_ = true;
     }
     if (!IsInput(event->type())) return false;
-    // Windows hand their input on to widgets; only the widgets' own is judged.
+    // Each event reaches the native window first and then a widget: only the second one counts.
     if (!target->isWidgetType()) return event->type() == QEvent::Shortcut;
     const bool escape = event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
     asked_ |= escape || (event->type() == QEvent::MouseButtonRelease && target == button_);

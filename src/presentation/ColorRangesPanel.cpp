@@ -32,7 +32,7 @@ QString NumberText(const QString& typed) {
 }
 
 /// Why what was typed can't be kept, in the user's language; empty when every text is a number and the range's limits
-/// stand the right way round. A limit that isn't there yet is in nobody's way.
+/// stand the right way round. A limit that is still empty is not compared.
 QString ProblemOf(const ValueRange& range, const QStringList& typed) {
     for (const QString& text : typed)
         if (!NumberTyped(text)) return GetText(QStringLiteral("TS_NotANumber")).replace(QStringLiteral("%1"), text);
@@ -40,7 +40,7 @@ QString ProblemOf(const ValueRange& range, const QStringList& typed) {
     return both && range.From.toDouble() > range.To.toDouble() ? GetText(QStringLiteral("TS_FilterOrder")) : QString();
 }
 
-/// Lays the field txtFill over a cell of limits.
+/// Places the edit field txtFill over a cell that holds a limit.
 class LimitDelegate final : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;

@@ -34,7 +34,7 @@ GraphOptionsPage::GraphOptionsPage(QWidget* parent) : QWidget(parent), ui_(std::
     // A click or a key chooses; what the wizard sets itself is only a suggestion.
     connect(ui_->lstKinds, &QListWidget::itemPressed, this, [this] { kindChosen_ = true; });
     connect(ui_->lstKinds, &QListWidget::currentRowChanged, this, [this] { kindChosen_ |= ui_->lstKinds->hasFocus(); });
-    // A click beside the kinds takes the mark away, but not the choice.
+    // A click beside the pictures clears the highlight; the chosen kind stays.
     connect(ui_->lstKinds, &QListWidget::itemSelectionChanged, this, [this] {
         if (ui_->lstKinds->selectedItems().isEmpty() && ui_->lstKinds->currentItem())
             ui_->lstKinds->currentItem()->setSelected(true);

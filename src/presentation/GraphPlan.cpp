@@ -90,7 +90,8 @@ GraphPlan::GraphPlan(const PivotTable& table, const GraphSubject& subject, Chart
     : table_(table), subject_(subject), kind_(kind), layout_(FindLayout()), labelFields_(FindLabelFields()),
       needsLabels_(FindNeedsLabels()) {}
 
-// What stands on the X axis runs along it. A pie has no axis: its slices are what there are several of, but not times.
+// The fields on the X axis run along it. A pie has no axis: its slices are a field with several values, but never
+// times.
 GraphPlan::Layout GraphPlan::FindLayout() {
     if (kind_ == ChartKind::Scatter) return FindScatterLayout();
     if (kind_ != ChartKind::Pie) return Layout::RowSeries;

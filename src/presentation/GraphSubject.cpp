@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kMostIndicators = 255;
 
-/// The subpopulation that most combinations of the database have ("Total") says nothing.
+/// The subpopulation of most combinations ("Total") is left out of titles: readers assume it.
 QString TellingSubpop() {
     const QString only = GetDistinctVal(PivotField::Subpop);
     if (only.isEmpty()) return {};

@@ -171,7 +171,7 @@ void GraphWorkbook::DressTable() {
     }
 }
 
-// A footnote goes on its cell, whose number stays one that can be drawn.
+// A footnote becomes a comment on its cell: the cell has to stay a number, or the chart couldn't draw it.
 void GraphWorkbook::WriteComments() {
     QHash<qint64, QString> known;
     for (int row = 0; row < table_.RowCount(); ++row) {

@@ -112,7 +112,7 @@ QStringList SortedHead(const QString& head) {
 
 } // namespace
 
-// Field by field, in each as people count.
+// Field by field; numbers within texts compare by their value, 9,000 before 10,000.
 void PivotTable::SortColumns() {
     const QCollator collator = NaturalOrder();
     std::vector<QStringList> heads;

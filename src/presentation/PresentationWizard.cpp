@@ -66,7 +66,7 @@ bool PresentationWizard::GoForward(int step) {
     }
 }
 
-// What the wizard suggests is none of the user's own choices.
+// Suggestions of the wizard don't count as choices of the user.
 bool PresentationWizard::SuggestsOptions() {
     const bool untouched = DraftText() == untouched_;
     const bool left = LeaveFields();

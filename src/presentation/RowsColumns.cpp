@@ -116,7 +116,7 @@ QString DistinctStatement(PivotField field) {
 
 } // namespace
 
-// Rows that stand in one cell need not differ in this field: only where they do must it be told apart.
+// True only when values that would share a cell differ in this field.
 bool MultipleExists(PivotField field, const RowsColumns& arrangement) {
     const QString f = KeyOf(field);
     const QString groups = GroupList(arrangement);

@@ -14,7 +14,7 @@ constexpr int kSubTitleSize = 11;
 constexpr int kBodySize = 10;
 constexpr int kLargestShown = 16; ///< points; a larger font is used, but not shown in the field
 
-/// The font that a field stands for is kept beside the one it is drawn with.
+/// A title field keeps the chosen font as a property, since it is drawn in a size within bounds.
 void GiveFont(QWidget* field, QFont font) {
     field->setProperty("presentationFont", font);
     font.setPointSize(qBound(6, font.pointSize(), kLargestShown));

@@ -21,7 +21,7 @@ class TableOptionsPage final : public QWidget {
     explicit TableOptionsPage(QWidget* parent = nullptr);
     ~TableOptionsPage() override;
 
-    /// What the controls say; the ranges of colours are none of this page's.
+    /// What the controls say, without the ranges of colours, which have a panel of their own.
     [[nodiscard]] TableOptions Options() const;
     /// Shows these in the controls; with `titleTyped` no titles are suggested any more.
     void SetOptions(const TableOptions& options, bool titleTyped);

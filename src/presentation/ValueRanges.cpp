@@ -157,7 +157,7 @@ void GetEqualCountIntervals(ColorRanges& record) {
     if (!Number(record.MinValue, lowest) || !Number(record.MaxValue, highest)) return;
     std::vector<double> values =
         RoundedValues(record, record.Decimals == 0 ? QStringLiteral("#") : GetFormatString(record.Decimals));
-    // The mask "#" leaves nothing of a fraction below a half, which then can't be read as a number.
+    // The mask "#" turns a fraction below a half into an empty text, which can't be read as a number.
     if (values.empty() && record.Decimals == 0) values = RoundedValues(record, QStringLiteral("#0"));
     std::sort(values.begin(), values.end());
     const auto cuts = CutByCount(values);
@@ -187,7 +187,7 @@ void GetEqualSizeIntervals(ColorRanges& record) {
         ValueRange& range = record.Ranges[static_cast<std::size_t>(i)];
         range.From = WithDecimals(from, d);
         range.To = WithDecimals(last, d);
-        // A range that has fallen together with the one before it counts nothing twice.
+        // A range with the same limits as the one before it gets no values: they are counted there.
         const bool collapsed = i > 0 && from <= ToNumber(record.Ranges[static_cast<std::size_t>(i - 1)].To);
         range.Count = collapsed ? 0 : GetRangeCount(record, range.From, range.To);
     }
