@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace tessaro {
@@ -62,5 +63,11 @@ struct CalculationDraft {
 
     bool operator==(const CalculationDraft&) const = default;
 };
+
+/// A draft as lines "name=value", one for each element of a list, in plain text whatever the names hold.
+[[nodiscard]] QString DraftText(CalculationDraft draft);
+/// Reads such lines. What isn't named keeps its first value; names that are unknown are passed over. Nothing when a
+/// line has no name or a value can't be read.
+[[nodiscard]] std::optional<CalculationDraft> ReadCalculationDraft(const QString& text);
 
 } // namespace tessaro

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "calculate/CalculationDraft.h"
+#include "calculate/WorkingTables.h"
 #include "office/CellStyle.h"
 
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace tessaro {
@@ -55,7 +57,8 @@ struct DataEntryRow {
 
 /// A result whose value is read back from the first sheet of the log, where the user may have changed it.
 struct LogResult {
-    DataEntryRow row; ///< with the value that the program computed
+    DataEntryRow row; ///< with the value that the program computed; an empty one was left out, and counts only when
+                      ///< the log holds a number other than 0 by now
     int sheetRow = 0; ///< where it stands in the log's first sheet; 0: nowhere, the computed value counts
     int sheetColumn = 0;
 };
@@ -65,14 +68,18 @@ struct LogResult {
 struct CalculationLog {
     LogSheet working;
     LogSheet detail;
+    /// Composite index: the ranks of the first areas by index, now and after each change of a weight by ten points, as
+    /// formulas. Columns 1 and 2 are the area, 3 its rank now, those up to `rankColumns` behind it one for each change.
+    std::optional<LogSheet> ranks;
+    int rankColumns = 0;
     std::vector<LogResult> results;
     /// Areas (or totals) that need a word, with the reason: left out, or made from unlike parts. Id, name, reason.
     std::vector<QStringList> remarks;
     QString failure; ///< why there is none, in the language of the program; empty when there is one
 };
 
-/// Reads the working tables and calculates. A statement that fails is reported, and `failure` names the value or the
-/// cause.
-[[nodiscard]] CalculationLog Calculate(const CalculationDraft& draft);
+/// Calculates from `_Data`. A statement that fails is reported, and `failure` names the value or the cause. Leaves no
+/// working table of its own behind.
+[[nodiscard]] CalculationLog Calculate(const CalculationDraft& draft, const Progress& progress = {});
 
 } // namespace tessaro

@@ -1,0 +1,23 @@
+#include "calculate/CalculationLog.h"
+
+#include "calculate/Calculations.h"
+#include "calculate/LogParts.h"
+#include "session/ErrorSink.h"
+
+namespace tessaro {
+
+CalculationLog Calculate(const CalculationDraft& draft, const Progress& progress) {
+    const ErrorTrap trap("Calculate");
+    CalculationLog log;
+    switch (draft.type) {
+    case CalcType::PerCent:
+        log = CalculatePerCent(draft, progress);
+        break;
+    default:
+        break;
+    }
+    DropAllWorkingTables();
+    return log;
+}
+
+} // namespace tessaro

@@ -1,0 +1,48 @@
+#include "calculate/Numbers.h"
+
+#include "jet/values/Format.h"
+#include "session/DisplayValue.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kMostDecimals = 15; ///< more than a double holds
+
+} // namespace
+
+QString ToDotDecimal(const QString& value) {
+    QString text = value.trimmed();
+    if (text.isEmpty()) return QStringLiteral("0");
+    const QLocale locale = QLocale::system();
+    text.replace(locale.decimalPoint(), QLatin1String(".")).replace(locale.negativeSign(), QLatin1String("-"));
+    for (QChar& letter : text)
+        if (letter.isDigit()) letter = QChar(static_cast<char16_t>(u'0' + letter.digitValue()));
+    return text;
+}
+
+std::optional<int> DecimalsTyped(const QString& decimals) {
+    const auto number = TypedNumber(decimals);
+    if (!number) return std::nullopt;
+    return static_cast<int>(std::clamp(std::round(*number), 0.0, static_cast<double>(kMostDecimals)));
+}
+
+QString FormatToDecimals(const QString& value, const QString& decimals) {
+    const auto places = DecimalsTyped(decimals);
+    const auto number = NumberOf(value);
+    if (!places || !number) return value;
+    const std::string mask = *places == 0 ? "0" : "." + std::string(static_cast<std::size_t>(*places), '0');
+    return QString::fromStdString(jet::Format(jet::Value(*number), mask));
+}
+
+std::optional<double> TypedNumber(const QString& text) {
+    return text.trimmed().isEmpty() ? std::nullopt : NumberOf(ToDotDecimal(text));
+}
+
+} // namespace tessaro
