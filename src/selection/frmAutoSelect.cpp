@@ -26,6 +26,7 @@ void frmAutoSelect::PrepareFor(selection::Stage stage) {
         SetCaption(box, option.captionKey);
         box->setChecked(option.available);
         box->setEnabled(option.available);
+        box->setToolTip(option.available ? QString() : PlainText(QStringLiteral("TS_NothingSelectedShort")));
     };
     const selection::AutoSelectOptions options = selection::PrepareFor(stage);
     show(ui_->chkOptOne, options.first);

@@ -24,7 +24,7 @@ bool OpenDocument(const QString& folderSetting, const QString& fileSetting, cons
         return false;
     }
     if (!path.endsWith(QLatin1String(".htm"), Qt::CaseInsensitive)) return OpenOutside(path);
-    if (!ShellOpen(path)) ShowPage(path);
+    if (!ShellOpen(path)) ShowPage([=] { return DocumentFile(folderSetting, fileSetting, extension); });
     return true;
 }
 

@@ -73,17 +73,26 @@ QAction* MainMenu::Entry(const QString& name) const {
 }
 
 void MainMenu::OfferCommands(const FrontState& front) {
-    for (const MenuRow& row : rows_)
-        if (row.offered) Entry(QLatin1String(row.name))->setEnabled(row.offered(front));
+    for (const MenuRow& row : rows_) {
+        if (!row.offered) continue;
+        Entry(QLatin1String(row.name))->setEnabled(row.offered->when(front));
+        ShowWhyNot(row);
+    }
+}
+
+/// The tool tip of an entry that can't be chosen says why.
+void MainMenu::ShowWhyNot(const MenuRow& row) {
+    QAction* entry = Entry(QLatin1String(row.name));
+    const bool missing = !row.command && row.kind != MenuKind::Menu;
+    const char* key = missing ? "TS_NotYetAvailable" : row.offered && !entry->isEnabled() ? row.offered->whyNotKey : "";
+    entry->setToolTip(PlainText(QLatin1String(key)));
 }
 
 void MainMenu::SetMenuCaptions() {
-    const QString later = PlainText(QStringLiteral("TS_NotYetAvailable"));
     for (const MenuRow& row : rows_) {
         if (row.kind == MenuKind::Separator) continue;
-        QAction* entry = Entry(QLatin1String(row.name));
-        SetCaption(entry, QLatin1String(row.key));
-        if (!row.command && row.kind != MenuKind::Menu) entry->setToolTip(later);
+        SetCaption(Entry(QLatin1String(row.name)), QLatin1String(row.key));
+        ShowWhyNot(row);
     }
     QAction* about = Entry(QStringLiteral("mnu_Help_5"));
     about->setText(about->text().replace(QLatin1String("%1"), Setting(QStringLiteral("PRODUCT NAME"))));

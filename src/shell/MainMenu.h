@@ -45,6 +45,7 @@ class MainMenu final : public QObject {
 
   private:
     void MakeEntries();
+    void ShowWhyNot(const MenuRow& row);
 
     QMainWindow* window_;
     std::span<const MenuRow> rows_;

@@ -5,6 +5,12 @@ namespace tessaro {
 struct CommandTargets;
 struct FrontState;
 
+/// When an entry can be chosen.
+struct MenuOffer {
+    bool (*when)(const FrontState& front);
+    const char* whyNotKey; ///< of the text that says why, while it can't
+};
+
 enum class MenuKind { Menu, Command, Checked, Separator };
 
 /// A line of the menus: all that is known of it stands here.
@@ -15,8 +21,7 @@ struct MenuRow {
     MenuKind kind;
     /// What choosing it does; null for an entry of a part that does not exist yet, which can't be chosen and says so.
     void (*command)(const CommandTargets& on, bool checked) = nullptr;
-    /// Whether it can be chosen now; null for always.
-    bool (*offered)(const FrontState& front) = nullptr;
+    const MenuOffer* offered = nullptr; ///< null for always
     const char* picture = "";
     const char* shortcut = "";
 };

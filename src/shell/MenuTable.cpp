@@ -82,37 +82,23 @@ void About(const CommandTargets& on, bool /*checked*/) {
 }
 
 // When they are offered.
-bool SavesAs(const FrontState& front) {
-    return front.savesAs;
-}
-bool Prints(const FrontState& front) {
-    return front.prints;
-}
-bool HasScreen(const FrontState& front) {
-    return front.screen;
-}
-bool Finds(const FrontState& front) {
-    return front.finds;
-}
-bool ShowsData(const FrontState& front) {
-    return front.data;
-}
-bool HasDatabase(const FrontState& /*front*/) {
-    return DatabaseOpen && LanguageInDatabase;
-}
-bool HasHelpDesk(const FrontState& /*front*/) {
-    return HasHelpLink(3);
-}
+const MenuOffer SavesAs{[](const FrontState& front) { return front.savesAs; }, "TS_WhyOnlyData"};
+const MenuOffer Prints{[](const FrontState& front) { return front.prints; }, "TS_WhyOnlyStages"};
+const MenuOffer HasScreen{[](const FrontState& front) { return front.screen; }, "TS_WhyOnlyStages"};
+const MenuOffer Finds{[](const FrontState& front) { return front.finds; }, "TS_WhyNoSearch"};
+const MenuOffer ShowsData{[](const FrontState& front) { return front.data; }, "TS_WhyOnlyData"};
+const MenuOffer HasDatabase{[](const FrontState& /*front*/) { return DatabaseOpen && LanguageInDatabase; }, "026"};
+const MenuOffer HasHelpDesk{[](const FrontState& /*front*/) { return HasHelpLink(3); }, "TS_WhyNoHelpDesk"};
 
 const MenuRow Rows[] = {
     {"", "mnuFile", "mnu_File", Kind::Menu},
     {"mnuFile", "mnuFileNew", "mnu_File_New", Kind::Command, nullptr, nullptr, "new.png"},
     {"mnuFile", "mnuFileOpen", "mnu_File_Open", Kind::Command, Open, nullptr, "database.png", "Ctrl+O"},
     {"mnuFile", "mnuFileSave", "Comm_Save", Kind::Command, nullptr, nullptr, "save.png"},
-    {"mnuFile", "mnuFileSaveAs", "mnu_File_SaveAs", Kind::Command, OnScreen<&StageScreen::SaveAs>, SavesAs, "",
+    {"mnuFile", "mnuFileSaveAs", "mnu_File_SaveAs", Kind::Command, OnScreen<&StageScreen::SaveAs>, &SavesAs, "",
      "Ctrl+Shift+S"},
     {"mnuFile", "", "", Kind::Separator},
-    {"mnuFile", "mnuFilePrint", "PRINT BUTTON", Kind::Command, OnScreen<&StageScreen::Print>, Prints, "print.png",
+    {"mnuFile", "mnuFilePrint", "PRINT BUTTON", Kind::Command, OnScreen<&StageScreen::Print>, &Prints, "print.png",
      "Ctrl+P"},
     {"mnuFile", "mnuFilemnu_ImportExport", "mnu_File_ImportExport", Kind::Command},
     {"mnuFile", "", "", Kind::Separator},
@@ -125,27 +111,27 @@ const MenuRow Rows[] = {
     {"mnuEdit", "mnuEditPaste", "mnu_Edit_Paste", Kind::Command, Edit<EditCommand::Paste>, nullptr, "paste.png",
      "Ctrl+V"},
     {"mnuEdit", "", "", Kind::Separator},
-    {"mnuEdit", "mnuEditmnu_SelectAll", "mnu_Edit_SelectAll", Kind::Command, Edit<EditCommand::SelectAll>, HasScreen,
+    {"mnuEdit", "mnuEditmnu_SelectAll", "mnu_Edit_SelectAll", Kind::Command, Edit<EditCommand::SelectAll>, &HasScreen,
      "", "Ctrl+A"},
-    {"mnuEdit", "mnuEditmnu_find", "mnu_Edit_Find", Kind::Command, Find, Finds, "search.png", "Ctrl+F"},
+    {"mnuEdit", "mnuEditmnu_find", "mnu_Edit_Find", Kind::Command, Find, &Finds, "search.png", "Ctrl+F"},
     {"", "mnuView", "View", Kind::Menu},
     {"mnuView", "mnuViewToolbar", "mnu_View_ToolBars", Kind::Menu},
     {"mnuViewToolbar", "mnu_ToolBars_Buttons_0", "mnu_View_ToolBars_StandardBtn", Kind::Checked, ToolBar},
     {"mnuViewToolbar", "mnu_ToolBars_Buttons_1", "mnu_View_ToolBars_AddressBar", Kind::Checked, Address},
     {"mnuView", "mnuViewStatusBar", "mnu_View_StatusBar", Kind::Checked, Status},
-    {"mnuView", "mnuViewFilters", "TS_FiltersButton", Kind::Command, OnScreen<&StageScreen::Filter>, ShowsData,
+    {"mnuView", "mnuViewFilters", "TS_FiltersButton", Kind::Command, OnScreen<&StageScreen::Filter>, &ShowsData,
      "filter.png", "Ctrl+Shift+F"},
     {"mnuView", "", "", Kind::Separator},
     {"mnuView", "mnuViewLanguage", "PROP GENERAL LANGUAGE", Kind::Menu, nullptr, nullptr, "language.png"},
     {"", "mnumnu_Favorites", "TLB_FAVORITES", Kind::Menu},
     {"mnumnu_Favorites", "mnumnu_Favoritesmnu_AddFavorites", "mnu_Favorites_Add", Kind::Command, AddFavorites,
-     ShowsData, "favourites.png"},
+     &ShowsData, "favourites.png"},
     {"", "mnuTools", "mnu_Tools", Kind::Menu},
     {"mnuTools", "mnuToolsGallery", "FP_LBL_GALL_CAPTION", Kind::Menu, nullptr, nullptr, "gallery.png"},
     {"mnuToolsGallery", "mnu_Gallery_Options_0", "mnu_Presentations", Kind::Command, Gallery<0>},
     {"mnuToolsGallery", "mnu_Gallery_Options_1", "FP_LBL_GALL_OPTION2_CAPTION", Kind::Command, Gallery<1>},
     {"mnuToolsGallery", "mnu_Gallery_Options_2", "FP_LBL_GALL_OPTION3_CAPTION", Kind::Command, Gallery<2>},
-    {"mnuTools", "mnuDBSummReport", "mnuDBSummReport", Kind::Command, Report, HasDatabase},
+    {"mnuTools", "mnuDBSummReport", "mnuDBSummReport", Kind::Command, Report, &HasDatabase},
     {"", "mnuInformation", "Home Information", Kind::Menu},
     {"mnuInformation", "mnuInfoSheets_0", "Comm_Indicator", Kind::Command, Indicators, nullptr, "indicator.png"},
     {"mnuInformation", "mnuInfoSheets_1", "Goal", Kind::Command, Goals},
@@ -157,7 +143,7 @@ const MenuRow Rows[] = {
     {"mnuHelp", "mnu_Help_0", "mnu_Help_Content", Kind::Command, Help<0>, nullptr, "help.png", "F1"},
     {"mnuHelp", "", "", Kind::Separator},
     {"mnuHelp", "mnu_Help_2", "mnu_Help_Tour", Kind::Command, Help<2>, nullptr, "tour.png"},
-    {"mnuHelp", "mnu_Help_3", "mnu_Help_Helpdesk", Kind::Command, Help<3>, HasHelpDesk},
+    {"mnuHelp", "mnu_Help_3", "mnu_Help_Helpdesk", Kind::Command, Help<3>, &HasHelpDesk},
     {"mnuHelp", "", "", Kind::Separator},
     {"mnuHelp", "mnu_Help_5", "TS_AboutTitle", Kind::Command, About},
 };

@@ -22,6 +22,7 @@
 #include "shell/StageNavigator.h"
 #include "shell/StandardToolBar.h"
 #include "shell/StatusBar.h"
+#include "shell/frmDocument.h"
 #include "shell/frmLanguage.h"
 #include "shell/frmProperties.h"
 
@@ -48,6 +49,7 @@ void SettingsChange::ShowInLanguage() {
     parts_.status.SetFormCaptions();
     parts_.status.ShowNow();
     stages_.SetFormCaptions();
+    ShowPagesInLanguage();
 }
 
 void SettingsChange::StartSound() {

@@ -18,19 +18,20 @@ struct ItemRow {
     const char* shortcut;
     bool hasCommand;
     bool endsGroup;
+    const char* whyNotKey = ""; ///< of the text that says why it can't be pressed
 };
 
 const ItemRow Items[StandardToolBar::ItemCount] = {
     {"Comm_Back", "tlb_xp_back_h.gif", "tlb_xp_back_d.gif", "Alt+Left", true, false},
     {"TLB_FORWARD", "tlb_xp_forward_h.gif", "tlb_xp_forward_d.gif", "Alt+Right", true, false},
-    {"TLB_STOP", "tlb_xp_stop.gif", "", "", true, false},
-    {"TLB_REFRESH", "tlb_xp_refresh.gif", "", "F5", true, false},
+    {"TLB_STOP", "tlb_xp_stop.gif", "", "", true, false, "TS_WhyNotRunning"},
+    {"TLB_REFRESH", "tlb_xp_refresh.gif", "", "F5", true, false, "TS_WhyOnlyData"},
     {"TLB_HOME", "tlb_xp_home.gif", "", "Alt+Home", true, true},
-    {"TLB_SEARCH", "tlb_xp_search.gif", "", "", true, false},
-    {"TLB_FAVORITES", "tlb_xp_favourites.gif", "", "Ctrl+D", true, false},
-    {"TLB_HISTORY", "tlb_xp_history.gif", "", "", false, false},
-    {"TLB_MAIL", "tlb_xp_mail.gif", "", "", false, false},
-    {"PRINT BUTTON", "tlb_xp_print.gif", "", "", true, false},
+    {"TLB_SEARCH", "tlb_xp_search.gif", "", "", true, false, "TS_WhyNoSearch"},
+    {"TLB_FAVORITES", "tlb_xp_favourites.gif", "", "Ctrl+D", true, false, "TS_WhyOnlyData"},
+    {"TLB_HISTORY", "tlb_xp_history.gif", "", "", false, false, "TS_NotYetAvailable"},
+    {"TLB_MAIL", "tlb_xp_mail.gif", "", "", false, false, "TS_NotYetAvailable"},
+    {"PRINT BUTTON", "tlb_xp_print.gif", "", "", true, false, "TS_WhyOnlyStages"},
 };
 
 } // namespace
@@ -92,10 +93,8 @@ void StandardToolBar::SetToolTips() {
         button->setAccessibleName(text);
         const QString keys = button->shortcut().toString(QKeySequence::NativeText);
         if (!keys.isEmpty()) text += QLatin1String(" (") + keys + QLatin1Char(')');
-        if (!Items[item].hasCommand)
-            text += QLatin1String(": ") + PlainText(QStringLiteral("TS_NotYetAvailable"));
-        else if (item == Stop && !button->isEnabled())
-            text += QLatin1String(": ") + PlainText(QStringLiteral("TS_WhyNotRunning"));
+        if (!button->isEnabled() && *Items[item].whyNotKey)
+            text += QLatin1String(": ") + PlainText(QLatin1String(Items[item].whyNotKey));
         button->setToolTip(text);
     }
 }

@@ -27,6 +27,7 @@ namespace tessaro {
 namespace {
 
 constexpr qint64 LargestDocument = 4 * 1024 * 1024;
+const QString CloseKey = QStringLiteral("TS_Close");
 
 /// A browser over a row of buttons: what both forms are.
 struct Parts {
@@ -116,7 +117,7 @@ frmDisclaimer::frmDisclaimer(QWidget* parent) : QDialog(parent) {
     resize(70 * theme::Grid, 56 * theme::Grid);
 }
 
-frmDocument::frmDocument(const QString& path, QWidget* parent) : QDialog(parent) {
+frmDocument::frmDocument(std::function<QString()> find, QWidget* parent) : QDialog(parent), find_(std::move(find)) {
     const ErrorTrap trap("frmDocument_Load");
     setObjectName(QStringLiteral("frmDocument"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -125,13 +126,18 @@ frmDocument::frmDocument(const QString& path, QWidget* parent) : QDialog(parent)
     page_ = parts.text;
     page_->setOpenLinks(false);
     connect(page_, &QTextBrowser::anchorClicked, this, &frmDocument::Follow);
-    QPushButton* close = AddButton(*this, *parts.buttons, QStringLiteral("cmdClose"), QStringLiteral("TS_Close"));
-    close->setAutoDefault(false);
-    connect(close, &QPushButton::clicked, this, &QWidget::close);
-    SetFormFonts(this);
+    close_ = AddButton(*this, *parts.buttons, QStringLiteral("cmdClose"), CloseKey);
+    close_->setAutoDefault(false);
+    connect(close_, &QPushButton::clicked, this, &QWidget::close);
     resize(90 * theme::Grid, 76 * theme::Grid);
-    Load(path);
+    SetFormCaptions();
     page_->setFocus();
+}
+
+void frmDocument::SetFormCaptions() {
+    SetFormFonts(this);
+    SetCaption(close_, CloseKey);
+    Load(find_());
 }
 
 void frmDocument::Load(const QString& path) {
@@ -157,10 +163,15 @@ void frmDocument::Follow(const QUrl& link) {
         OpenOutside(link.toString());
 }
 
-void ShowPage(const QString& path) {
-    auto* form = new frmDocument(path, QApplication::activeWindow());
+void ShowPage(std::function<QString()> find) {
+    auto* form = new frmDocument(std::move(find), QApplication::activeWindow());
     form->show();
     form->raise();
+}
+
+void ShowPagesInLanguage() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* page = qobject_cast<frmDocument*>(window)) page->SetFormCaptions();
 }
 
 frmSystemInfo::frmSystemInfo(QWidget* parent) : QDialog(parent) {

@@ -12,7 +12,7 @@
 #include "ui_frmProperties.h"
 
 #include <QButtonGroup>
-#include <QScopedValueRollback>
+#include <QShortcut>
 
 namespace tessaro {
 
@@ -56,6 +56,17 @@ frmProperties::frmProperties(int volume, QWidget* parent)
     ConnectGeneral();
     ConnectOthers();
     ui_->cmbLanguages->setFocus();
+    WalkTabsByKey();
+}
+
+/// Ctrl+Tab and Ctrl+Shift+Tab. A combo box that has the focus keeps these keys for its search.
+void frmProperties::WalkTabsByKey() {
+    for (const auto& [keys, step] :
+         {std::pair{Qt::CTRL | Qt::Key_Tab, 1}, {Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, -1}})
+        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, [this, step = step] {
+            const int count = ui_->SSTab1->count();
+            ui_->SSTab1->setCurrentIndex((ui_->SSTab1->currentIndex() + step + count) % count);
+        });
 }
 
 frmProperties::~frmProperties() = default;

@@ -40,6 +40,7 @@ class frmProperties final : public QDialog {
     void SetGeneralCaptions();
     void SetOtherCaptions();
     void setTheFontForProp();
+    void WalkTabsByKey();
     void ConnectGeneral();
     void ConnectOthers();
     void FillChoices();

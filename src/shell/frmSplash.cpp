@@ -167,7 +167,8 @@ void frmSplash::SetFormCaptions() {
         auto* link = findChild<LinkButton*>(name);
         link->setText(text);
         link->setAccessibleName(text);
-        link->setToolTip(row.ready ? QString() : PlainText(QStringLiteral("TS_NotYetAvailable")));
+        const char* whyNot = !row.ready ? "TS_NotYetAvailable" : link->isEnabled() ? "" : "TS_WhyNoHelpDesk";
+        link->setToolTip(PlainText(QLatin1String(whyNot)));
     }
     for (int stage = 0; stage < navigation::StageCount; ++stage) {
         auto* button = findChild<PictureButton*>(QStringLiteral("picIndicators_%1").arg(stage));

@@ -167,7 +167,8 @@ void AccessLettersTest::CheckDialogs() {
     CheckForm(frmFavourites());
     CheckForm(frmDisclaimer());
     CheckForm(frmSystemInfo());
-    CheckForm(frmDocument(DocumentFile(QStringLiteral("Help Folder"), QStringLiteral("Help File Name"), {})));
+    CheckForm(
+        frmDocument([] { return DocumentFile(QStringLiteral("Help Folder"), QStringLiteral("Help File Name"), {}); }));
     CheckForm(frmSearch());
     CheckForm(frmShowDetails());
     CheckForm(frmInformationSheet());

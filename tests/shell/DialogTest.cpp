@@ -26,9 +26,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStackedWidget>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
 #include <QTextBrowser>
@@ -400,6 +402,50 @@ TEST_F(DialogTest, TheDataStepIsDoneOnlyWhileEveryStepBeforeItHasSomething) {
     EXPECT_FALSE(banner.Button(3)->accessibleDescription().contains(QLatin1String("17")));
     banner.SetSummary(2, QStringLiteral("1"));
     EXPECT_EQ(banner.Button(3)->State(), StepState::Done);
+}
+
+TEST_F(DialogTest, WhatCantBeChosenSaysWhy) {
+    ASSERT_TRUE(StartInstalled());
+    const auto check = [&](const char* page) {
+        int silent = 0;
+        int disabled = 0;
+        for (const auto* entry : window->findChildren<QAction*>()) {
+            const bool ours = entry->objectName().startsWith(QLatin1String("mnu")) && !entry->menu();
+            if (!ours || entry->isEnabled()) continue;
+            ++disabled;
+            // An entry without a tool tip of its own gives its text.
+            if (QString text = entry->text(); entry->toolTip() == text.remove(u'&').remove(QStringLiteral("...")))
+                ++silent;
+        }
+        for (const char* name : {"Toolbar1_2", "Toolbar1_3", "Toolbar1_5", "Toolbar1_6", "Toolbar1_7", "Toolbar1_9"}) {
+            const auto* button = Find<QAbstractButton>(QLatin1String(name));
+            EXPECT_TRUE(button->isEnabled() || button->toolTip().contains(u':')) << page << ' ' << name;
+        }
+        EXPECT_GT(disabled, 3) << page;
+        EXPECT_EQ(silent, 0) << page;
+    };
+    check("home page");
+    for (int stage = 0; stage < 3; ++stage) {
+        window->GoToStage(stage);
+        check(qPrintable(Screen()));
+    }
+    window->GoToHome();
+    EXPECT_FALSE(Find(QStringLiteral("lbl_FP_HELP_3"))->toolTip().isEmpty());
+}
+
+TEST_F(DialogTest, CtrlTabWalksTheTabsFromAnyControl) {
+    ASSERT_TRUE(Start());
+    const auto form = window->Settings().MakeProperties();
+    form->show();
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    const auto* tabs = form->findChild<QTabWidget*>(QStringLiteral("SSTab1"));
+    ASSERT_TRUE(In<QComboBox>(*form, "cmbLanguages")->hasFocus());
+    QTest::keyClick(form.get(), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(tabs->currentIndex(), 1);
+    QTest::keyClick(form.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(form.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(tabs->currentIndex(), 3);
 }
 
 TEST_F(DialogTest, TheLowerHalfOfFavouritesGoesAndComes) {

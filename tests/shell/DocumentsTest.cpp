@@ -150,6 +150,22 @@ TEST_F(PagesTest, PagesOpenInTheirOwnWindowWhereTheDesktopHasNoProgram) {
     EXPECT_FALSE(Text(LogFile()).contains(QLatin1String("no document")));
 }
 
+TEST_F(PagesTest, APageThatIsOpenFollowsTheLanguage) {
+    ASSERT_TRUE(StartInstalled());
+    SetShellOpener([](const QUrl&) { return false; });
+    ShowHelpFileLinks(0);
+    frmDocument* page = OpenPage();
+    ASSERT_NE(page, nullptr);
+    const auto* close = page->findChild<QAbstractButton*>(QStringLiteral("cmdClose"));
+    const QStringList english{page->windowTitle(), close->text()};
+    window->Settings().ChangeLanguage(QStringLiteral("Arabic [ar]"));
+    ASSERT_EQ(OpenPage(), page);
+    EXPECT_NE(page->windowTitle(), english.at(0));
+    EXPECT_NE(close->text(), english.at(1));
+    EXPECT_EQ(page->layoutDirection(), Qt::RightToLeft);
+    page->close();
+}
+
 TEST_F(PagesTest, WhatNothingOpensIsTold) {
     ASSERT_TRUE(StartInstalled());
     SetShellOpener([](const QUrl&) { return false; });
