@@ -114,6 +114,11 @@ void KeyedList::SetEmptyHint(const QString& hint, const QString& noMatchHint) {
     viewport()->update();
 }
 
+QString KeyedList::HintShown() const {
+    if (model_->rowCount() > 0) return {};
+    return model_->Count() > 0 ? noMatchHint_ : emptyHint_;
+}
+
 std::vector<int> KeyedList::HighlightedRows() const {
     std::vector<int> rows;
     for (const QItemSelectionRange& range : selectionModel()->selection())
@@ -181,8 +186,7 @@ void KeyedList::keyPressEvent(QKeyEvent* event) {
 
 void KeyedList::paintEvent(QPaintEvent* event) {
     QTreeView::paintEvent(event);
-    if (model_->rowCount() > 0) return;
-    PaintEmptyHint(viewport(), model_->Count() > 0 ? noMatchHint_ : emptyHint_);
+    PaintEmptyHint(viewport(), HintShown());
 }
 
 void KeyedList::contextMenuEvent(QContextMenuEvent* event) {

@@ -24,6 +24,8 @@ class KeyedList final : public QTreeView {
     void SetColumnWeights(const QList<double>& weights);
     /// The text in the empty list, and in a list whose filter lets nothing through.
     void SetEmptyHint(const QString& hint, const QString& noMatchHint);
+    /// The hint that the list shows now; none while it has rows.
+    [[nodiscard]] QString HintShown() const;
     /// Takes drops from this list only.
     void SetDropSource(KeyedList* source) { dropSources_ = {source}; }
     /// The same for several lists; the list itself among them takes drops that change its order.

@@ -80,6 +80,9 @@ void SelectionLists::ConnectLists() {
     connect(selected, &KeyedList::PopupRequested, this, &SelectionLists::SelectedPopup);
     connect(selected, &KeyedList::LeaveTowards, this, [this](Qt::Edge edge) { Leave(false, edge); });
     connect(&selected->Items(), &KeyedListModel::CountChanged, this, &SelectionLists::SelectedCountChanged);
+    connect(&selected->Items(), &KeyedListModel::CountChanged, this, [this, selected] {
+        if (!nothingFoundKey_.isEmpty() && selected->Items().Count() > 0) ShowNothingFound({});
+    });
     for (KeyedList* list : {available, selected}) {
         connect(&list->Items(), &KeyedListModel::CountChanged, this, [this] {
             ShowCounts();
@@ -194,7 +197,12 @@ void SelectionLists::SetFormCaptions() {
 void SelectionLists::ShowHints() {
     const QString noMatch = GetText(QStringLiteral("TS_FilterNoMatch"));
     ui_->lstAvailable->SetEmptyHint(nothingInstead_.isEmpty() ? GetText(availableHintKey_) : nothingInstead_, noMatch);
-    ui_->lstSelected->SetEmptyHint(GetText(selectedHintKey_), noMatch);
+    ui_->lstSelected->SetEmptyHint(GetText(nothingFoundKey_.isEmpty() ? selectedHintKey_ : nothingFoundKey_), noMatch);
+}
+
+void SelectionLists::ShowNothingFound(const QString& textKey) {
+    nothingFoundKey_ = ui_->lstSelected->Items().Count() == 0 ? textKey : QString();
+    ShowHints();
 }
 
 void SelectionLists::ClearFilter() {

@@ -46,6 +46,8 @@ class SelectionLists final : public QWidget {
     void ClearFilter();
     /// Tells above the Available list what it shows instead of the tree's branch, and in it when that is nothing.
     void ShowInstead(const QString& what, const QString& nothing = {});
+    /// Says in the Selected list why it is empty (an automatic selection has found nothing), until it is filled.
+    void ShowNothingFound(const QString& textKey);
     /// The Available list shows the branch again.
     void ShowBranch();
     /// The Available list holds something else than the branch, or not all of it.
@@ -96,6 +98,7 @@ class SelectionLists final : public QWidget {
     bool showsBranch_ = true;
     QString instead_;
     QString nothingInstead_;
+    QString nothingFoundKey_; ///< why the Selected list is empty; none: nothing was chosen yet
 };
 
 /// One entry of a list's popup menu. A null action is one that a later version brings: shown, disabled, with that tip.

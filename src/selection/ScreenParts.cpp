@@ -48,8 +48,9 @@ void ShowSearch(SelectionLists& lists, const QString& text) {
                       GetText(QStringLiteral("TS_SearchNothing")).replace(QLatin1String("%1"), sought));
 }
 
-void TellNothingFound() {
+void TellNothingFound(SelectionLists& lists) {
     constexpr int kMilliseconds = 1500;
+    lists.ShowNothingFound(QStringLiteral("TS_AutoSelectNothing"));
     TheFrame().ShowStatusTextFor(GetText(QStringLiteral("031")), kMilliseconds);
 }
 

@@ -20,8 +20,9 @@ void ShowHeading(QLabel* label, const QString& key);
 
 /// Tells above the Available list that it shows what a search has found, and in it when that is nothing.
 void ShowSearch(SelectionLists& lists, const QString& text);
-/// Says for a while that an automatic selection has found nothing.
-void TellNothingFound();
+/// Says that an automatic selection has found nothing: for a while in the status bar, and in the Selected list while it
+/// is empty.
+void TellNothingFound(SelectionLists& lists);
 /// Tells that what was chosen could not be written; the list shows what is chosen all the same.
 void TellNotKept();
 /// "Areas: 12" from a key with a place for the number; empty for 0.

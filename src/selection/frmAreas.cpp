@@ -248,7 +248,7 @@ void frmAreas::cmdAllFilter_Click() {
     TheFrame().SetProgress(70);
     AddFound(found);
     TheFrame().SetProgress(100);
-    if (found.isEmpty()) TellNothingFound();
+    if (found.isEmpty()) TellNothingFound(*ui_->picLVContainer);
 }
 
 void frmAreas::cmdAvlFilter_Click() {
@@ -266,7 +266,7 @@ void frmAreas::cmdAvlFilter_Click() {
     TheFrame().SetProgress(70);
     AddFound(found);
     TheFrame().SetProgress(100);
-    if (found.isEmpty()) TellNothingFound();
+    if (found.isEmpty()) TellNothingFound(*ui_->picLVContainer);
 }
 
 void frmAreas::Enter() {

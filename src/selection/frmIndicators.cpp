@@ -293,7 +293,7 @@ void frmIndicators::RunFilter(const selection::IndicatorFilter& filter) {
     }
     if (!written) return ShowKept(false);
     if (found.items.empty()) {
-        TellNothingFound();
+        TellNothingFound(*ui_->picLVContainer);
         return;
     }
     lstSelected().Items().SetItems(std::move(found.items));

@@ -170,7 +170,7 @@ void frmTime::cmdAllFilter_Click() {
     if (!selection::RemoveAllPeriods()) return ShowKept(false);
     AddPeriods(found);
     TheFrame().SetProgress(100);
-    if (found.empty()) TellNothingFound();
+    if (found.empty()) TellNothingFound(*ui_->picLVContainer);
 }
 
 void frmTime::ShowAvailablePopup(const QPoint& place) {

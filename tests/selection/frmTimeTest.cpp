@@ -2,6 +2,7 @@
 
 #include "selection/ScreenDriver.h"
 #include "session/Session.h"
+#include "session/Strings.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -171,6 +172,21 @@ TEST_F(frmTimeTest, TheAutomaticSelectionReplaces) {
     EXPECT_GT(summaries.count(), 0);
     EXPECT_EQ(frame.busy, 0);
     EXPECT_EQ(frame.calls.count(QStringLiteral("progress start")), frame.calls.count(QStringLiteral("progress end")));
+}
+
+TEST_F(frmTimeTest, AnAutomaticSelectionThatFindsNothingSaysSoInTheEmptyList) {
+    ReadProductTexts();
+    ShowAutoSelectForm = false;
+    ChooseIus(QStringLiteral("4")); // has no data
+    Open();
+    const QString atFirst = lstSelected().HintShown();
+    EXPECT_FALSE(atFirst.isEmpty());
+    Click("cmdAllFilter");
+    EXPECT_EQ(lstSelected().HintShown(), GetText(QStringLiteral("TS_AutoSelectNothing")));
+    EXPECT_EQ(frame.calls.count(QStringLiteral("status for a while ") + GetText(QStringLiteral("031"))), 1);
+    Click("cmdAddAll");
+    Click("cmdRemoveAll");
+    EXPECT_EQ(lstSelected().HintShown(), atFirst) << "the user has emptied it";
 }
 
 TEST_F(frmTimeTest, TheQuestionIsAskedAndCanBeRefused) {
