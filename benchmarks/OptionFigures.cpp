@@ -41,7 +41,7 @@ void FirstPage(const QString& statement) {
 void MostRecent() {
     (void)MakeMostRecentTables();
     SetMostRecentClause();
-    FirstPage(FilteredStatement({.MostRecentOn = true}, DefaultDataOrderBy()));
+    FirstPage(FilteredStatement({{.MostRecentOn = true}, {}}, DefaultDataOrderBy()));
 }
 
 void MostRecentByHand(HandWritten& hand) {
@@ -63,7 +63,7 @@ void MostRecentByHand(HandWritten& hand) {
 
 void Missing() {
     (void)MakeMissingDataTable();
-    FirstPage(FilteredStatement({.MissingDataOn = true}, DefaultDataOrderBy()));
+    FirstPage(FilteredStatement({{.MissingDataOn = true}, {}}, DefaultDataOrderBy()));
 }
 
 void MissingByHand(HandWritten& hand) {
@@ -86,7 +86,10 @@ constexpr auto kRangeByHand =
 void MeasureValueRange(Report& report, HandWritten& hand) {
     const DataFilters range{.ValueRangeOn = true, .DataValueFrom = 10, .DataValueTo = 11};
     report.Compare(
-        "value range to the first page", [&] { FirstPage(FilteredStatement(range, DefaultDataOrderBy())); },
+        "value range to the first page",
+        [&] {
+            FirstPage(FilteredStatement({range, {}}, DefaultDataOrderBy()));
+        },
         [&] { hand.Walk(kRangeByHand, DataPaging::kPageSize); });
 }
 

@@ -38,6 +38,8 @@ class StageScreen : public QWidget {
     [[nodiscard]] virtual bool MayKeep() { return true; }
     /// Captions again after a change of language, fonts after a change of font.
     virtual void SetFormCaptions() {}
+    /// The texts of the database are those of another language from now on; what is chosen is the same.
+    virtual void TextsChanged() {}
     /// What is chosen here, in one line, for the banner: "12 indicators"; empty when nothing is.
     [[nodiscard]] virtual QString SelectionSummary() const { return {}; }
 

@@ -53,7 +53,6 @@ class GridModel final : public QAbstractTableModel {
     void RemoveRows(std::vector<int> rows);
     /// Rows taken away since the grid was emptied, and rows of the query that have a place, those included.
     [[nodiscard]] int RemovedRows() const { return static_cast<int>(removed_.size()); }
-    [[nodiscard]] const std::vector<qint32>& RemovedQueryRows() const { return removed_; }
     [[nodiscard]] int QueryRows() const { return ValueRows() + RemovedRows(); }
     /// Text of a footnote in the language; empty for one that isn't there.
     [[nodiscard]] QString FootnoteText(qint64 footNId) const;

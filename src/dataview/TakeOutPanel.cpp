@@ -100,6 +100,15 @@ void TakeOutPanel::Enter() {
     lists_->Selected().Items().SetItems(std::move(items));
 }
 
+void TakeOutPanel::ReadTextsAnew() {
+    if (!filled_) return;
+    const QSet<QString> inView = KeysOf(lists_->Selected().Items().Items());
+    std::vector<KeyedItem> items = options_.LoadDataInto_SOURCES_UNIT_SUBPOPS(option_);
+    lists_->Available().Items().SetItems(items);
+    std::erase_if(items, [&](const KeyedItem& item) { return !inView.contains(item.key); });
+    lists_->Selected().Items().SetItems(std::move(items));
+}
+
 void TakeOutPanel::Reset() {
     filled_ = false;
     lists_->Available().Items().Clear();

@@ -19,6 +19,8 @@ class TakeOutPanel final : public DataPanel {
     /// Fills both lists when that wasn't done since the last Reset.
     void Enter() override;
     void Reset() override;
+    /// The items again with the texts of the language that is set; what was taken out stays so.
+    void ReadTextsAnew();
     void SetFormCaptions() override;
     void SelectAll() override;
     void Copy() override;

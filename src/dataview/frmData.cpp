@@ -29,6 +29,7 @@
 #include <QToolButton>
 
 #include <array>
+#include <utility>
 
 namespace tessaro {
 
@@ -159,10 +160,14 @@ void frmData::ConnectEvents() {
 void frmData::Enter() {
     ErrorTrap trap("frmData_Activate");
     ShowGridPreferences();
+    const bool textsChanged = std::exchange(textsChanged_, false);
     if (SelectionChanged) {
         MakeQryForTheGrid();
         FitColumns();
         SelectionChanged = false;
+    } else if (textsChanged) {
+        ReadTextsAnew();
+        FitColumns();
     } else {
         paging_.ResumeTimer();
     }

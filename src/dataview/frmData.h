@@ -54,6 +54,8 @@ class frmData final : public StageScreen {
     [[nodiscard]] bool CanSaveAs() const override { return true; }
     [[nodiscard]] bool MayKeep() override { return MayLeaveOption(); }
     void SetFormCaptions() override;
+    /// Filters, order, what was taken out and rows removed stay; the rows are read again when the stage is entered.
+    void TextsChanged() override { textsChanged_ = true; }
     [[nodiscard]] QString SelectionSummary() const override;
 
     /// The full rebuild after a change of selection. False when a stage has nothing selected or no row matches; the
@@ -126,12 +128,16 @@ class frmData final : public StageScreen {
     void ShowNote();
     void PutSourcesBack();
     // What the grid shows (frmDataRows.cpp)
-    bool Requery();
+    enum class Removed { ComeBack, StayOut };
+    /// Reads the rows again, under the filters and in the order that are set. Rows removed one by one come back, as
+    /// with every change of what the view shows, unless told otherwise.
+    bool Requery(Removed removed = Removed::ComeBack);
+    void ReadTextsAnew();
     void GenerateDataTable();
     bool GenerateMissingData_Change();
     bool GenerateDataValueRange_Change();
     bool GenerateMostRecentData();
-    bool StartAnew(const QString& sql);
+    bool StartAnew();
     void ShowSortMark(int column, bool ascending);
     [[nodiscard]] std::vector<int> HighlightedRows() const;
     void RemoveRows(const std::vector<int>& rows);
@@ -152,6 +158,7 @@ class frmData final : public StageScreen {
     int option_ = 0;
     QString dataOrderBy_;
     DataFilters filters_;
+    QStringList removedCells_; ///< CellKey of the cells without a value that were removed one by one
     DataOptions takenOut_;
     StatisticsModel statistics_;
     NoteBar* note_ = nullptr;
@@ -164,6 +171,7 @@ class frmData final : public StageScreen {
     ActionPanel* presentPanel_ = nullptr;
     int sortedColumn_ = 0; ///< column with the sort mark; 0 for none
     bool sortedAscending_ = false;
+    bool textsChanged_ = false; ///< the rows show texts of another language
 };
 
 } // namespace tessaro

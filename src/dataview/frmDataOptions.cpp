@@ -107,6 +107,7 @@ void frmData::ShowThisDataOption(int option) {
         return;
     }
     if (option != option_ && PanelShown() != nullptr) PanelShown()->Leave();
+    if (option != option_) TheFrame().SetStatusText({}); // the item of the list that was shown
     option_ = option;
     options_.button(option)->setChecked(true);
     ShowOptionCaption();

@@ -66,6 +66,7 @@ void frmData::InitializeDataViewVariables() {
     RowFilter.clear();
     MostRecentClause.clear();
     filters_ = {};
+    removedCells_.clear();
     hidden_ = {};
     takenOut_.Reset();
     for (TakeOutPanel* panel : takeOutPanels_)
@@ -96,21 +97,23 @@ bool frmData::StartPaging(const QString& sql) {
     return ok;
 }
 
-// Another query means that the rows removed one by one are forgotten.
-bool frmData::StartAnew(const QString& sql) {
-    DeletedRowNIds.clear();
+bool frmData::StartAnew() {
     RowFilter = BuildRowFilter(filters_);
     paging_.EndPaging(true);
     ResetGrid();
-    return StartPaging(sql);
+    return StartPaging(FilteredStatement(ShownRows(), dataOrderBy_));
 }
 
-bool frmData::Requery() {
+bool frmData::Requery(Removed removed) {
     ErrorTrap trap("Requery");
     const Busy busy;
     // The query of before stands on tables that are made anew now.
     paging_.Close();
     MostRecentClause.clear();
+    if (removed == Removed::ComeBack) {
+        DeletedRowNIds.clear();
+        removedCells_.clear();
+    }
     const bool ok = filters_.MissingDataOn  ? GenerateMissingData_Change()
                     : filters_.MostRecentOn ? GenerateMostRecentData()
                                             : GenerateDataValueRange_Change();
@@ -123,20 +126,20 @@ bool frmData::Requery() {
 bool frmData::GenerateMissingData_Change() {
     ErrorTrap trap("GenerateMissingData_Change");
     if (filters_.MostRecentOn && MakeMostRecentTables()) SetMostRecentClause();
-    return MakeMissingDataTable() && StartAnew(FilteredStatement(filters_, dataOrderBy_));
+    return MakeMissingDataTable() && StartAnew();
 }
 
 // Without a range it is the plain query of the view.
 bool frmData::GenerateDataValueRange_Change() {
     ErrorTrap trap("GenerateDataValueRange_Change");
-    return StartAnew(FilteredStatement(filters_, dataOrderBy_));
+    return StartAnew();
 }
 
 bool frmData::GenerateMostRecentData() {
     ErrorTrap trap("GenerateMostRecentData");
     if (!MakeMostRecentTables()) return false;
     SetMostRecentClause();
-    return StartAnew(FilteredStatement(filters_, dataOrderBy_));
+    return StartAnew();
 }
 
 void frmData::GenerateDataTable() {
@@ -159,14 +162,24 @@ void frmData::SortByColumn(int column, bool ascending) {
     } else if (filters_.MissingDataOn || filters_.MostRecentOn) {
         Requery();
     } else {
-        RowFilter = BuildRowFilter(filters_);
-        paging_.EndPaging(true);
-        ResetGrid();
-        StartPaging(RequeryStatement(RowFilter, dataOrderBy_));
+        StartAnew(); // rows removed one by one stay out
     }
     ShowSortMark(column, ascending);
     sortPanel_->ShowOrder(column, ascending);
     ui_->DataGrid->scrollToTop();
+}
+
+/// The view in another language. Its order may be one of texts, so the rows are queried again.
+void frmData::ReadTextsAnew() {
+    for (TakeOutPanel* panel : takeOutPanels_)
+        panel->ReadTextsAnew();
+    bDataChanged = true;
+    const bool nothingLeft =
+        std::ranges::any_of(takeOutPanels_, [](const TakeOutPanel* panel) { return panel->IsEmpty(); });
+    if (model_.MaxRows() == 0 || nothingLeft)
+        paging_.ResumeTimer(); // the grid keeps what it has until something is put back
+    else
+        Requery(Removed::StayOut);
 }
 
 std::vector<int> frmData::HighlightedRows() const {
@@ -198,11 +211,13 @@ void frmData::RemoveRowsFromDataGrid() {
     ShowRows();
 }
 
-// A cell without a value has no RowNId; it only leaves the grid.
+// A cell without a value has no RowNId and is remembered by its place.
 void frmData::RemoveRows(const std::vector<int>& rows) {
     QString list;
     for (const int row : rows) {
-        const auto rowNId = paging_.RowNIdOf(model_.QueryRowOf(row));
+        const qint64 queryRow = model_.QueryRowOf(row);
+        if (const auto cell = paging_.CellWithoutValue(queryRow)) removedCells_ << *cell;
+        const auto rowNId = paging_.RowNIdOf(queryRow);
         if (!rowNId) continue;
         if (!list.isEmpty()) list += QLatin1Char(',');
         list += QString::number(*rowNId);
@@ -215,16 +230,12 @@ void frmData::RemoveRows(const std::vector<int>& rows) {
 }
 
 RowsInView frmData::ShownRows() const {
-    RowsInView rows{filters_, {}};
-    for (const qint32 row : model_.RemovedQueryRows())
-        if (const auto cell = paging_.CellWithoutValue(row)) rows.removedCells << *cell;
-    return rows;
+    return {filters_, removedCells_};
 }
 
-// Rows that have been put back at the grid's end keep their old place empty; only the lists say what is hidden. Cells
-// without a value have no number and stand in none.
+// Only the lists say what is hidden: rows that were put back stand at the grid's end, and their old places stay empty.
 bool frmData::HasHiddenRows() const {
-    return !DeletedRowNIds.trimmed().isEmpty() || (filters_.MissingDataOn && model_.RemovedRows() > 0);
+    return !DeletedRowNIds.trimmed().isEmpty() || !removedCells_.isEmpty();
 }
 
 void frmData::RestoreDeletedRows() {
@@ -237,6 +248,7 @@ void frmData::RestoreDeletedRows() {
     }
     std::vector<qint64> rowNIds;
     Records rows = Select(RestoreStatement(DeletedRowNIds), jet::CursorType::ForwardOnly);
+    if (!rows.isOpen()) return; // they stay hidden
     for (; !rows.atEnd(); rows.MoveNext())
         rowNIds.push_back(rows.Number(RestoredRowNId));
     rows = Records();

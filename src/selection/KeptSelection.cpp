@@ -23,12 +23,24 @@ constexpr const char* Statements[] = {
 };
 // clang-format on
 
+/// Rows of the three selection tables together.
+qint64 RowsSelected() {
+    qint64 rows = 0;
+    for (const char* table : {"_SelIUSNId", "_SelTimePeriod", "_SelArea"}) {
+        const Records count = Select(QStringLiteral("SELECT Count(*) FROM ") + QLatin1String(table));
+        if (!count.atEnd()) rows += count.Number(std::size_t{0});
+    }
+    return rows;
+}
+
 } // namespace
 
-void FitKeptSelection() {
+bool FitKeptSelection() {
     const ErrorTrap trap("FitKeptSelection");
+    const qint64 before = RowsSelected();
     for (const char* statement : Statements)
         Execute(QString::fromLatin1(statement));
+    return RowsSelected() != before;
 }
 
 int CountOfSelection(Stage stage) {

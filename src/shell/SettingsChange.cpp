@@ -158,9 +158,8 @@ void SettingsChange::ReloadScreens(const Preferences& now, const Preferences& be
 
 /// The keys of what is selected are the same in all languages of a database; its texts become those of the new one.
 void SettingsChange::KeepSelection(int stage) {
-    selection::FitKeptSelection();
-    SelectionChanged = true;
-    stages_.ShowSummaries();
+    if (selection::FitKeptSelection()) SelectionChanged = true;
+    stages_.ShowTextsAnew();
     if (stage != navigation::HomePage && !stages_.Front().gallery) stages_.GoToStage(stage);
 }
 
@@ -176,10 +175,13 @@ void SettingsChange::ChangeLanguage(const QString& label) {
         const LanguageFace face = FaceOfLanguage(Language);
         if (!face.font.isEmpty()) ProductFont = face.font;
         if (face.size > 0) ProductFontSize = face.size;
-        if (haveDatabase) stages_.UnloadStages();
+        if (haveDatabase) stages_.HideStage();
         ShowInLanguage();
         if (haveDatabase) Relink();
-        if (haveDatabase && DatabaseOpen) KeepSelection(stage);
+        if (haveDatabase && DatabaseOpen)
+            KeepSelection(stage);
+        else if (haveDatabase)
+            stages_.UnloadStages();
     }
     Q_EMIT databases_.Changed();
     if (haveDatabase && !LanguageInDatabase) ShowLanguageDialog();

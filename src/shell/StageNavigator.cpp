@@ -200,6 +200,11 @@ void StageNavigator::Reload(const QList<int>& stages) {
     ShowSummaries();
 }
 
+void StageNavigator::ShowTextsAnew() {
+    Reload({0, 1, 2});
+    if (StageScreen* data = screens_.Loaded(navigation::DataStage)) data->TextsChanged();
+}
+
 void StageNavigator::ShowCurrent() {
     ShowStage(CurrentStage);
 }

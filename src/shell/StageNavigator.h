@@ -74,6 +74,9 @@ class StageNavigator final : public QObject {
     void SetFormCaptions();
     /// Screens that are loaded, made anew from what is selected. The current one is shown again.
     void Reload(const QList<int>& stages);
+    /// The screens that are loaded show the texts of the database anew, in another language: the lists are made again,
+    /// the data view keeps its options and reads its rows when it is shown.
+    void ShowTextsAnew();
     void ShowSummaries();
     void DisableHistory();
     /// Shows the current stage once more.

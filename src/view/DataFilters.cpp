@@ -77,8 +77,9 @@ QString RemovedRows(const QString& before) {
     return before + QStringLiteral(" D.RowNID NOT In (") + DeletedRowNIds + QStringLiteral(") ");
 }
 
-QString KeptCellsStatement(const RowsInView& rows) {
-    QString sql = QLatin1String(kKeptCells) + QLatin1String(kMissingFrom) + MissingDataTail(rows.filters);
+/// The cells of the selection, with and without a value, except those removed one by one.
+QString KeptCells(const RowsInView& rows) {
+    QString sql = QLatin1String(kMissingFrom) + MissingDataTail(rows.filters);
     if (const QString removed = RemovedRows({}); !removed.isEmpty())
         sql += QStringLiteral(" AND (D.RowNId IS NULL OR") + removed + QStringLiteral(")");
     if (!rows.removedCells.isEmpty())
@@ -115,15 +116,15 @@ QString BuildRowFilter(const DataFilters& filters) {
     return filter;
 }
 
-QString FilteredStatement(const DataFilters& filters, const QString& orderBy) {
-    if (filters.MissingDataOn)
-        return QLatin1String(kMissingColumns) + QLatin1String(kMissingFrom) + MissingDataTail(filters) + orderBy;
-    if (filters.MostRecentOn) return MostRecentStatement() + ValueRange(filters) + orderBy;
-    return RequeryStatement(ValueRange(filters), orderBy);
+QString FilteredStatement(const RowsInView& rows, const QString& orderBy) {
+    if (rows.filters.MissingDataOn) return QLatin1String(kMissingColumns) + KeptCells(rows) + orderBy;
+    const QString conditions = DeletedClause() + ValueRange(rows.filters);
+    return rows.filters.MostRecentOn ? MostRecentStatement() + conditions + orderBy
+                                     : RequeryStatement(conditions, orderBy);
 }
 
 QString FavouriteStatement(const RowsInView& rows) {
-    if (rows.filters.MissingDataOn) return KeptCellsStatement(rows);
+    if (rows.filters.MissingDataOn) return QLatin1String(kKeptCells) + KeptCells(rows);
     return QLatin1String(kKept) + QLatin1String(joins::Grid.from) + QLatin1Char(' ') +
            QLatin1String(joins::Grid.where) + QLatin1Char(' ') + RemovedRows(QStringLiteral(" AND")) +
            OnValues(rows.filters);

@@ -41,9 +41,10 @@ constexpr qint64 kMostMissingCells = 2'000'000;
 /// RowFilter as the later readers of the view get it: rows taken out one by one, value range, most recent data.
 [[nodiscard]] QString BuildRowFilter(const DataFilters& filters);
 
-/// The grid's statement under these filters, without the rows taken out one by one. Its working tables, and
-/// MostRecentClause where missing data goes with the most recent, have to be there.
-[[nodiscard]] QString FilteredStatement(const DataFilters& filters, const QString& orderBy);
+/// The grid's statement under these filters, without the rows and cells that were removed one by one (DeletedRowNIds
+/// and `removedCells`). Its working tables, and MostRecentClause where missing data goes with the most recent, have to
+/// be there.
+[[nodiscard]] QString FilteredStatement(const RowsInView& rows, const QString& orderBy);
 /// The grid's statement of the most recent data alone.
 [[nodiscard]] QString MostRecentStatement();
 

@@ -62,7 +62,7 @@ class DataFiltersTest : public SelectionTest {
             EXPECT_TRUE(MakeMissingDataTable());
         }
         RowFilter = BuildRowFilter(filters);
-        return FilteredStatement(filters, DefaultDataOrderBy());
+        return FilteredStatement({filters, {}}, DefaultDataOrderBy());
     }
     /// What any later reader of the view gets.
     static QString ReaderStatement() { return RequeryStatement(RowFilter, {}); }

@@ -224,7 +224,7 @@ TEST_F(OptionCombinationsTest, TheViewIsWhatEveryCombinationLetsThrough) {
         TakeOut(options);
         const DataFilters filters = FiltersOf(options);
         Prepare(filters);
-        const Found grid = Read(FilteredStatement(filters, DefaultDataOrderBy()));
+        const Found grid = Read(FilteredStatement({filters, {}}, DefaultDataOrderBy()));
         EXPECT_EQ(grid.rows, RowsByHand(options, {}));
         EXPECT_EQ(grid.empty, (options & MissingData) ? EmptyCellsByHand() : 0);
 
@@ -275,7 +275,7 @@ TEST_F(OptionCombinationsTest, EveryColumnSortsEveryCombinationBothWays) {
             for (const QStringList& row : ranks)
                 rankOf.insert(row.mid(0, 4).join(QLatin1Char(' ')), row[4].toInt());
             for (const bool ascending : {true, false}) {
-                Records rows = tessaro::Select(FilteredStatement(filters, DataOrderByColumn(column, ascending)),
+                Records rows = tessaro::Select(FilteredStatement({filters, {}}, DataOrderByColumn(column, ascending)),
                                                jet::CursorType::ForwardOnly);
                 ASSERT_TRUE(rows.isOpen());
                 std::vector<int> order;
