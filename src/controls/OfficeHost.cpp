@@ -41,10 +41,7 @@ OfficeHost::OfficeHost(QWidget* parent) : QWidget(parent) {
     connect(&office::SpreadsheetApplication::Hosted(), &office::SpreadsheetApplication::Lost, this,
             &OfficeHost::OfficeLost);
     probe_.setInterval(kProbeInterval);
-    connect(&probe_, &QTimer::timeout, this, [this] {
-        office::SpreadsheetApplication::Hosted().Probe();
-        if (shown_.frame) shown_.frame->HideStatusBar(); // the user may have saved by the program's own command
-    });
+    connect(&probe_, &QTimer::timeout, this, [] { office::SpreadsheetApplication::Hosted().Probe(); });
 }
 
 OfficeHost::~OfficeHost() {
@@ -230,7 +227,6 @@ bool OfficeHost::Save() {
     try {
         if (shown_.frame) shown_.frame->TakeOverInput();
         shown_.book.Save();
-        if (shown_.frame) shown_.frame->HideStatusBar();
         return true;
     } catch (const office::Error& error) {
         reason_ = [error] { return OfficeText(error); };

@@ -3,6 +3,7 @@
 #include "office/Convert.h"
 #include "office/Document.h"
 #include "office/SaveCommands.h"
+#include "office/StatusBar.h"
 
 #include <com/sun/star/awt/PosSize.hpp>
 #include <com/sun/star/awt/XDialog2.hpp>
@@ -18,7 +19,6 @@
 #include <com/sun/star/frame/XFrame2.hpp>
 #include <com/sun/star/frame/XLayoutManager.hpp>
 #include <com/sun/star/lang/SystemDependent.hpp>
-#include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <rtl/process.h>
 #include <thread>
@@ -46,7 +46,6 @@ constexpr int kViewLooks = 20; ///< for another view
 constexpr int kEndTries = 40;  ///< for the last dialog to go
 constexpr const char* kMenuBar = "private:resource/menubar/menubar";
 constexpr const char* kBars[] = {"private:resource/toolbar/standardbar", "private:resource/toolbar/formatobjectbar"};
-constexpr const char* kStatusBar = "private:resource/statusbar/statusbar";
 
 void Dispatch(const Connection& connection, const Reference<com::sun::star::frame::XFrame2>& frame,
               const char* command) {
@@ -62,12 +61,6 @@ void Toggle(const Connection& connection, const Reference<com::sun::star::frame:
                           Properties({Property(argument, Any(on))}));
 }
 
-Reference<com::sun::star::frame::XLayoutManager> LayoutOf(const Reference<com::sun::star::frame::XFrame2>& frame) {
-    Reference<com::sun::star::frame::XLayoutManager> layout;
-    Need<com::sun::star::beans::XPropertySet>(frame)->getPropertyValue("LayoutManager") >>= layout;
-    return layout;
-}
-
 void Show(const Reference<com::sun::star::frame::XLayoutManager>& layout, const char* element, bool shown) {
     if (!shown) {
         layout->hideElement(Ascii(element));
@@ -75,12 +68,6 @@ void Show(const Reference<com::sun::star::frame::XLayoutManager>& layout, const 
     }
     layout->createElement(Ascii(element)); // one that was hidden from the start isn't there yet
     layout->showElement(Ascii(element));
-}
-
-/// The controller of a print preview is none of sheets.
-bool ShowsSheets(const Reference<com::sun::star::frame::XFrame2>& frame) {
-    return Reference<com::sun::star::sheet::XSpreadsheetView>(frame->getController(), com::sun::star::uno::UNO_QUERY)
-        .is();
 }
 
 /// True when there was one.
@@ -148,23 +135,30 @@ HostedFrame::~HostedFrame() {
     Close();
 }
 
+void HostedFrame::GetReady() {
+    state_->connection->Run([&] {
+        SetColors(state_->window, state_->palette);
+        KeepStatusBarToPreview(state_->connection, Need<com::sun::star::frame::XFrame>(state_->frame), state_->slides);
+    });
+}
+
 Workbook HostedFrame::ShowWorkbook(const QString& file) {
-    state_->connection->Run([&] { SetColors(state_->window, state_->palette); });
+    GetReady();
     Workbook book(Document::Open(state_->connection, file, Document::kWorkbook,
                                  Need<com::sun::star::frame::XFrame>(state_->frame)));
-    Prepare();
+    SetToolBars(false);
     return book;
 }
 
 SlideShow HostedFrame::ShowSlides(const QString& file) {
     state_->slides = true;
-    state_->connection->Run([&] { SetColors(state_->window, state_->palette); });
+    GetReady();
     const auto frame = Need<com::sun::star::frame::XFrame>(state_->frame);
     SlideShow slides(file.isEmpty()
                          ? Document::New(state_->connection, "private:factory/simpress", Document::kSlides, frame)
                          : Document::Open(state_->connection, file, Document::kSlides, frame));
     if (file.isEmpty()) slides.SetFourToThree();
-    Prepare();
+    SetToolBars(false);
     return slides;
 }
 
@@ -182,14 +176,10 @@ void HostedFrame::EndOnSave() noexcept {
         [commands = std::shared_ptr<SaveCommands>(std::move(state_->saveCommands))] { commands->Release(); });
 }
 
-void HostedFrame::Prepare() {
-    SetToolBars(false);
-}
-
 // What is shown of the bars stays in the profile, so each opening says it anew.
 void HostedFrame::SetToolBars(bool shown) {
     state_->connection->Run([&] {
-        const auto layout = LayoutOf(state_->frame);
+        const auto layout = LayoutOf(Need<com::sun::star::frame::XFrame>(state_->frame));
         if (!layout.is()) return;
         layout->lock();
         // The document is closed by the form around it.
@@ -204,7 +194,6 @@ void HostedFrame::SetToolBars(bool shown) {
             for (const char* bar : kBars)
                 Show(layout, bar, shown);
         }
-        layout->hideElement(Ascii(kStatusBar)); // it comes on its own where the profile doesn't say that it is hidden
         layout->unlock();
     });
 }
@@ -212,7 +201,7 @@ void HostedFrame::SetToolBars(bool shown) {
 // The user may have changed it by the program's own menu.
 bool HostedFrame::IsPrintPreview() const {
     bool preview = false;
-    state_->connection->Run([&] { preview = !ShowsSheets(state_->frame); });
+    state_->connection->Run([&] { preview = !ShowsSheets(Need<com::sun::star::frame::XFrame>(state_->frame)); });
     return preview;
 }
 
@@ -247,15 +236,6 @@ void HostedFrame::SetSize(const QSize& size) {
     if (state_->connection->Generation() != state_->generation) return;
     state_->connection->Post([window = state_->window, size] {
         if (window.is()) window->setPosSize(0, 0, size.width(), size.height(), com::sun::star::awt::PosSize::POSSIZE);
-    });
-}
-
-void HostedFrame::HideStatusBar() {
-    if (state_->connection->Generation() != state_->generation || !state_->frame.is()) return;
-    state_->connection->Post([frame = state_->frame, slides = state_->slides] {
-        if (!slides && !ShowsSheets(frame)) return; // the preview's own tells the page
-        const auto layout = LayoutOf(frame);
-        if (layout.is() && layout->isElementVisible(Ascii(kStatusBar))) layout->hideElement(Ascii(kStatusBar));
     });
 }
 

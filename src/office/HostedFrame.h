@@ -41,14 +41,11 @@ class HostedFrame final {
     void EndDialogs() noexcept;
     /// Follows the size of our window; quiet and without waiting.
     void SetSize(const QSize& size);
-    /// Hides the program's own status bar, which comes with the progress of a saving and stays; quiet and without
-    /// waiting.
-    void HideStatusBar();
     /// Takes the window away; quiet.
     void Close() noexcept;
 
   private:
-    void Prepare();
+    void GetReady();
 
     struct State;
     std::unique_ptr<State> state_;

@@ -81,6 +81,9 @@ constexpr const char* DisabledCommands[] = {"AddDirect",
                                             "RedactDoc",
                                             "AutoRedactDoc"};
 
+/// Where the program notes what of its bars is shown, for each kind of document.
+constexpr const char* kWindowStates[] = {"CalcWindowState", "ImpressWindowState"};
+
 constexpr QSize kBarsSize(4000, 200); ///< as wide as any window
 
 QString Item(const char* path, const char* name, const QString& value) {
@@ -127,6 +130,17 @@ QString NumberLocaleName() {
     return user.name().replace(QLatin1Char('_'), QLatin1Char('-'));
 }
 
+/// The program's status bar as a user hides it: otherwise it comes with the progress of a saving, and stays.
+QString HiddenStatusBars() {
+    QString text;
+    for (const char* states : kWindowStates)
+        text += QStringLiteral("<item oor:path=\"/org.openoffice.Office.UI.%1/UIElements/States\"><node "
+                               "oor:name=\"private:resource/statusbar/statusbar\" oor:op=\"replace\"><prop "
+                               "oor:name=\"Visible\" oor:op=\"fuse\"><value>false</value></prop></node></item>\n")
+                    .arg(QLatin1String(states));
+    return text;
+}
+
 QString Registry(const ProfileSeed& seed) {
     QString text = QStringLiteral(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -140,6 +154,7 @@ QString Registry(const ProfileSeed& seed) {
         text += Item("/org.openoffice.Setup/Office", "ooSetupConnectionURL",
                      QStringLiteral("pipe,name=%1;urp").arg(seed.pipe));
     if (seed.bars.isValid()) text += BarsEntries(seed.bars);
+    text += HiddenStatusBars();
     int number = 0;
     for (const char* command : DisabledCommands)
         text += QStringLiteral("<item oor:path=\"/org.openoffice.Office.Commands/Execute/Disabled\"><node "

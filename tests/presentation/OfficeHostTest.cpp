@@ -28,6 +28,7 @@
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <sys/wait.h>
+#include <utility>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -98,21 +99,33 @@ class OfficeHostTest : public test::SessionTest {
         return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(
             QRectF(strip.topLeft() * scale, QSizeF(strip.size()) * scale).toRect());
     }
-    /// What stands at the foot, right of the sheets' names: nothing.
-    [[nodiscard]] QImage BottomStrip() const {
+    /// The foot of the place between two distances from its left edge.
+    [[nodiscard]] QImage Foot(int from, int to) const {
         QTest::qWait(500);
-        const QRect strip(host_.mapToGlobal(QPoint(250, host_.height() - 16)), QSize(host_.width() - 270, 16));
+        const QRect strip(host_.mapToGlobal(QPoint(from, host_.height() - 16)), QSize(to - from, 16));
         const qreal scale = host_.devicePixelRatioF();
         return QGuiApplication::primaryScreen()->grabWindow(0).toImage().copy(
             QRectF(strip.topLeft() * scale, QSizeF(strip.size()) * scale).toRect());
     }
-    /// Nothing is written there: each line of pixels has one colour.
-    static bool IsBlank(const QImage& image) {
+    /// What stands at the foot, right of the sheets' names: nothing.
+    [[nodiscard]] QImage BottomStrip() const { return Foot(250, host_.width() - 20); }
+    /// The same when it has come to rest: a loaded machine goes on drawing for a while.
+    [[nodiscard]] QImage SettledBottomStrip() const {
+        QImage strip = BottomStrip();
+        const auto rests = [&] {
+            const QImage last = std::exchange(strip, BottomStrip());
+            return Alike(last, strip);
+        };
+        EXPECT_TRUE(QTest::qWaitFor(rests, 15000));
+        return strip;
+    }
+    /// Something is written there: a line of pixels has several colours.
+    static bool HasTexts(const QImage& image) {
         int different = 0;
         for (int y = 0; y < image.height(); ++y)
             for (int x = 1; x < image.width(); ++x)
                 if (image.pixel(x, y) != image.pixel(0, y)) ++different;
-        return !image.isNull() && different < 20;
+        return different > 50;
     }
     /// The same but for single pixels, which a change of size may leave.
     static bool Alike(const QImage& a, const QImage& b) {
@@ -325,18 +338,37 @@ TEST_F(OfficeHostTest, KeepsTheShortcutsOfAFormWhoseMenuOpensIt) {
     form_.layout()->setMenuBar(nullptr);
 }
 
-TEST_F(OfficeHostTest, ShowsNoTextsOfAStatusBarAfterSaving) {
+TEST_F(OfficeHostTest, HasNoStatusBarAfterSaving) {
     ASSERT_TRUE(host_.ShowWorkbook(file_));
+    const QImage before = SettledBottomStrip();
     host_.xlBook().Sheet(1).Cells(1, 1, 20000, 6).SetValue(QStringLiteral("a text"));
     static_cast<void>(host_.xlBook().SheetCount()); // it is written, with a progress bar
     ASSERT_TRUE(host_.Save());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return IsBlank(BottomStrip()); }, 15000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Alike(BottomStrip(), before); }, 5000));
     host_.xlBook().Sheet(1).Cells(1, 1).SetValue(QStringLiteral("changed"));
     EXPECT_TRUE(host_.xlBook().IsModified());
     ClickAt(host_.mapToGlobal(QPoint(200, 150)));
     Key("ctrl+s");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !host_.xlBook().IsModified() && IsBlank(BottomStrip()); }, 15000))
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !host_.xlBook().IsModified() && Alike(BottomStrip(), before); }, 5000))
         << "by the program's own command";
+}
+
+// The program's status bar tells the page. The user may also leave the preview by the program's own command.
+TEST_F(OfficeHostTest, HasAStatusBarWithThePrintPreviewAlone) {
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    const QImage sheet = SettledBottomStrip();
+    for (const bool byKey : {false, true}) {
+        ASSERT_TRUE(host_.SetPrintPreview(true));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return HasTexts(Foot(0, 180)); }, 5000)) << byKey;
+        if (byKey) {
+            ClickAt(host_.mapToGlobal(host_.rect().center()));
+            Key("ctrl+shift+o");
+        } else {
+            ASSERT_TRUE(host_.SetPrintPreview(false));
+        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Alike(BottomStrip(), sheet); }, 5000)) << byKey;
+        EXPECT_FALSE(host_.IsPrintPreview());
+    }
 }
 
 TEST_F(OfficeHostTest, TellsByItselfOfAProcessThatHangs) {
