@@ -368,18 +368,25 @@ Typed Emitter::emitNode(const IsNull& node, const Scope& scope, Position) {
 }
 
 Typed Emitter::emitNode(const InQuery& node, const Scope& scope, Position at) {
-    const Typed operand = emit(*node.operand, scope);
+    std::vector<Typed> operands = {emit(*node.operand, scope)};
+    for (const ExpressionPtr& each : node.further)
+        operands.push_back(emit(*each, scope));
     SelectText inner = emitQuery(*node.query, &scope);
-    if (inner.columns.size() != 1) FailAt(at, "A query behind IN must give one field");
-    const Typed given{.sql = QuotedName(inner.columns[0].name),
-                      .kind = inner.columns[0].kind,
-                      .type = inner.columns[0].type,
-                      .column = true};
-    const Footing footing = FootingOf(operand, {&given}, false);
-    if (const std::string shaped = footing.shape(given); shaped != given.sql)
-        inner.sql = "SELECT " + shaped + " FROM (" + inner.sql + ")";
-    return Condition(footing.shape(operand) + footing.collation + (node.negated ? " NOT IN (" : " IN (") + inner.sql +
-                     ")");
+    if (inner.columns.size() != operands.size()) FailAt(at, "A query behind IN must give one field");
+    std::string tested;
+    std::string fields;
+    bool shaped = false;
+    for (std::size_t i = 0; i < operands.size(); ++i) {
+        const OutputColumn& column = inner.columns[i];
+        const Typed given{.sql = QuotedName(column.name), .kind = column.kind, .type = column.type, .column = true};
+        const Footing footing = FootingOf(operands[i], {&given}, false);
+        tested += (i == 0 ? "" : ", ") + footing.shape(operands[i]) + footing.collation;
+        fields += (i == 0 ? "" : ", ") + footing.shape(given);
+        shaped = shaped || footing.shape(given) != given.sql;
+    }
+    if (operands.size() > 1) tested = "(" + tested + ")";
+    if (shaped) inner.sql = "SELECT " + fields + " FROM (" + inner.sql + ")";
+    return Condition(tested + (node.negated ? " NOT IN (" : " IN (") + inner.sql + ")");
 }
 
 Typed Emitter::emitNode(const Exists& node, const Scope& scope, Position) {

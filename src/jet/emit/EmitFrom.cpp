@@ -104,7 +104,7 @@ std::string Emitter::fromWhere(const std::vector<TableReferencePtr>& from, const
     std::string text;
     FromClause flat = flatten(from, scope);
     if (!flat.order.empty()) text = " FROM " + fromText(flat, scope);
-    if (where) flat.conditions.push_back(conjunct(*where, scope));
+    if (where) flat.conditions.push_back(condition(*where, scope));
     for (std::size_t i = 0; i < flat.conditions.size(); ++i)
         text += (i == 0 ? " WHERE " : " AND ") + flat.conditions[i];
     return text;

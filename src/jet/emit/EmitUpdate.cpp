@@ -8,38 +8,22 @@ namespace jet {
 
 using namespace tree;
 
-// The rows of a joined UPDATE or DELETE. A Like with a pattern that comes from a row is an equality wherever the
-// pattern holds no wildcard, and only then an index can serve: the two cases are gathered apart.
+// The rows of a joined UPDATE. With a pattern that is no literal, those that are equal to one without a wildcard come
+// first, which an index can find, then those that match one with wildcards.
 std::string Emitter::matchingRows(const Update& update, const Scope& scope, const std::string& columns) {
     FromClause from = flatten(update.tables, scope);
-    const std::string tables = " FROM " + fromText(from, scope);
-    std::vector<std::string> shared = std::move(from.conditions);
-    std::vector<const Expression*> parts;
-    if (update.where) parts.push_back(update.where.get());
-    const Like* like = nullptr;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        const auto* chain = std::get_if<Logical>(&parts[i]->node);
-        if (chain && chain->op == LogicalOperator::And) {
-            for (const ExpressionPtr& operand : chain->operands)
-                parts.push_back(operand.get());
-            continue;
-        }
-        const auto* one = std::get_if<Like>(&parts[i]->node);
-        if (one && !like && !one->negated && !std::holds_alternative<TextLiteral>(one->pattern->node))
-            like = one;
-        else
-            shared.push_back(conjunct(*parts[i], scope));
-    }
+    if (update.where) from.conditions.push_back(condition(*update.where, scope));
     const auto select = [&](const std::vector<std::string>& more) {
         std::string where;
-        for (const std::vector<std::string>* list : {&std::as_const(shared), &more})
+        for (const std::vector<std::string>* list : {&std::as_const(from.conditions), &more})
             for (const std::string& each : *list)
                 where += (where.empty() ? " WHERE " : " AND ") + each;
-        return "SELECT " + columns + tables + where;
+        return "SELECT " + columns + " FROM " + fromText(from, scope) + where;
     };
-    if (!like) return select({});
-    const Typed operand = emit(*like->operand, scope);
-    const Typed pattern = emit(*like->pattern, scope);
+    if (!update.pattern) return select({});
+    const Like& like = std::get<Like>(update.pattern->node);
+    const Typed operand = emit(*like.operand, scope);
+    const Typed pattern = emit(*like.pattern, scope);
     const std::string wild = "(" + AsValue(pattern) + " GLOB '*[*?#[]*')";
     Typed plain = pattern;
     if (operand.kind == CompareKind::Identifier) plain.kind = CompareKind::Identifier;
@@ -78,7 +62,7 @@ std::string Emitter::updateOne(const Update& update, const Changes& changes, con
     }
     const std::string head = "UPDATE " + TableSql(*target.table) + " AS " + QuotedName(target.alias) + " SET ";
     if (scope.sources.size() == 1)
-        return head + direct + (update.where ? " WHERE " + conjunct(*update.where, scope) : "");
+        return head + direct + (update.where ? " WHERE " + condition(*update.where, scope) : "");
     if (!changes.beyond)
         return head + direct + " WHERE " + target.rowId() + " IN (" + matchingRows(update, scope, target.rowId()) + ")";
     return head + carried + " FROM (" + matchingRows(update, scope, carriedColumns) + ") AS \"jet$q\" WHERE " +
@@ -136,7 +120,7 @@ Translation Emitter::statement(const Delete& remove) {
         sql += " WHERE " + target->rowId() + " IN (SELECT " + target->rowId() +
                fromWhere(remove.tables, remove.where.get(), scope) + ")";
     else if (remove.where)
-        sql += " WHERE " + conjunct(*remove.where, scope);
+        sql += " WHERE " + condition(*remove.where, scope);
     return Change(StatementClass::Write, std::move(sql), target->table->name);
 }
 

@@ -49,11 +49,6 @@ class Emitter {
     Typed emitNumberList(const tree::InList& node, const Scope& scope);
     std::string parameterFor(const tree::InList& node, ListParameter list);
 
-    // --- Conditions of WHERE (EmitWhere.cpp) ---
-    /// A part of a WHERE clause; there, in contrast to condition(), Null is as good as False.
-    std::string conjunct(const tree::Expression& expression, const Scope& scope);
-    std::optional<std::string> groupedTest(const tree::Comparison& comparison, const Scope& scope);
-
     // --- Queries (EmitQuery.cpp, EmitFrom.cpp) ---
     struct Join {
         std::size_t source = 0; ///< index in the scope

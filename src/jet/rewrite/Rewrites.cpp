@@ -1,6 +1,7 @@
 #include "jet/rewrite/Rewrites.h"
 
-#include "jet/rewrite/GroupConditions.h"
+#include "jet/rewrite/GroupedAggregate.h"
+#include "jet/rewrite/PatternRows.h"
 #include "jet/rewrite/SemiJoin.h"
 
 namespace jet {
@@ -13,9 +14,17 @@ tree::Query* QueryOf(tree::Statement& statement) {
     return std::get_if<tree::Query>(&statement);
 }
 
-bool FilterGroups(tree::Statement& statement, const Catalogue& catalogue) {
+bool GroupAggregates(tree::Statement& statement, const Catalogue& catalogue) {
+    if (auto* const update = std::get_if<tree::Update>(&statement))
+        return GroupCorrelatedAggregates(update->tables, update->where, catalogue);
+    if (auto* const remove = std::get_if<tree::Delete>(&statement))
+        return GroupCorrelatedAggregates(remove->tables, remove->where, catalogue);
     tree::Query* const query = QueryOf(statement);
-    return query != nullptr && FilterBeforeGrouping(*query, catalogue);
+    bool changed = false;
+    if (query == nullptr) return changed;
+    for (tree::Select& select : query->arms)
+        changed = GroupCorrelatedAggregates(select.from, select.where, catalogue) || changed;
+    return changed;
 }
 
 bool TestInsteadOfJoin(tree::Statement& statement, const Catalogue& catalogue) {
@@ -28,13 +37,19 @@ bool ListInsteadOfJoin(tree::Statement& statement, const Catalogue& catalogue) {
     return update != nullptr && TurnJoinsIntoTests(*update, catalogue);
 }
 
+bool PatternApart(tree::Statement& statement, const Catalogue&) {
+    auto* const update = std::get_if<tree::Update>(&statement);
+    return update != nullptr && SetPatternApart(*update);
+}
+
 } // namespace
 
 std::span<const Rewrite> Rewrites() {
     static constexpr Rewrite All[] = {
-        {"filter-before-grouping", FilterGroups},
+        {"correlated-aggregates-to-groups", GroupAggregates},
         {"distinct-joins-to-tests", TestInsteadOfJoin},
         {"update-joins-to-lists", ListInsteadOfJoin},
+        {"update-patterns-apart", PatternApart},
     };
     return All;
 }

@@ -143,7 +143,7 @@ ExpressionPtr ExpressionParser::membership(ExpressionPtr left, bool negated) {
     expectSymbol("(");
     const Nesting nesting(*this);
     if (isWord("select")) {
-        InQuery node{negated, std::move(left), query()};
+        InQuery node{negated, std::move(left), query(), {}};
         expectSymbol(")");
         return MakeExpression(at, std::move(node));
     }

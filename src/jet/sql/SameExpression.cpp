@@ -40,7 +40,9 @@ template <class Same, class SameFields> class NodeComparison {
         return SameName(a.name, b.name) && a.star == b.star && a.distinct == b.distinct &&
                all(a.arguments, b.arguments);
     }
-    bool operator()(const InQuery& a, const InQuery& b) const { return tested(a, b) && SameQuery(*a.query, *b.query); }
+    bool operator()(const InQuery& a, const InQuery& b) const {
+        return tested(a, b) && all(a.further, b.further) && SameQuery(*a.query, *b.query);
+    }
     bool operator()(const Exists& a, const Exists& b) const { return SameQuery(*a.query, *b.query); }
     bool operator()(const ScalarQuery& a, const ScalarQuery& b) const { return SameQuery(*a.query, *b.query); }
     bool operator()(const Quantified& a, const Quantified& b) const {

@@ -91,6 +91,7 @@ struct InQuery {
     bool negated = false;
     ExpressionPtr operand;
     QueryPtr query;
+    std::vector<ExpressionPtr> further = {}; ///< compared with the further fields of the query; the dialect has none
 };
 struct Exists {
     QueryPtr query;
@@ -207,6 +208,7 @@ struct Update {
     std::vector<TableReferencePtr> tables;
     std::vector<Assignment> assignments;
     ExpressionPtr where;
+    ExpressionPtr pattern; ///< a Like that must hold as well, with a pattern that is no literal; empty at first
 };
 struct Delete {
     std::string table; ///< of DELETE t.* FROM …; empty for * and for nothing
