@@ -1,6 +1,6 @@
 #pragma once
 
-#include "content/PlainReader.h"
+#include "support/PlainReader.h"
 
 #include <string>
 #include <vector>

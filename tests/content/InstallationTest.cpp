@@ -1,9 +1,9 @@
 #include "content/FlagChecks.h"
-#include "content/PlainReader.h"
 #include "jet/engine/Connection.h"
 #include "platform/Paths.h"
 #include "session/Query.h"
 #include "session/SettingsFile.h"
+#include "support/PlainReader.h"
 #include "support/ReadXls.h"
 
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "content/PlainReader.h"
+#include "support/PlainReader.h"
 
 #include <cmath>
 #include <filesystem>

@@ -2,8 +2,8 @@
 
 #include "RandomNames.h"
 #include "content/FlagChecks.h"
-#include "content/PlainReader.h"
 #include "database/Database.h"
+#include "support/PlainReader.h"
 #include "support/TestSession.h"
 
 #include <gtest/gtest.h>

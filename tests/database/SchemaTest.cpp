@@ -1,9 +1,9 @@
 #include "database/Schema.h"
 
-#include "content/PlainReader.h"
 #include "database/Database.h"
 #include "jet/engine/Connection.h"
 #include "session/Query.h"
+#include "support/PlainReader.h"
 #include "support/TestSession.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "jet/engine/BulkLoad.h"
 
-#include "content/PlainReader.h"
 #include "jet/engine/Connection.h"
 #include "jet/values/Error.h"
+#include "support/PlainReader.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
