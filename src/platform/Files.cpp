@@ -7,8 +7,11 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
 #include <system_error>
+#include <unistd.h>
 
 namespace tessaro {
 
@@ -33,6 +36,15 @@ bool OpenForWriting(QSaveFile& file, const QString& path) {
 // good one.
 bool IsWhole(QSaveFile& file) {
     return file.flush();
+}
+
+/// Waits until a file, or the list of names of a folder, is on the disk.
+bool WriteToDisk(const QByteArray& path) {
+    const int file = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return false;
+    const bool written = ::fsync(file) == 0;
+    ::close(file);
+    return written;
 }
 
 } // namespace
@@ -74,6 +86,14 @@ bool CopyPassingFile(const QString& source, const QString& target) {
     }
     QFile::remove(made);
     return false;
+}
+
+bool PutInPlace(const QString& made, const QString& target) {
+    const QByteArray from = QFile::encodeName(made);
+    if (!WriteToDisk(from) || ::rename(from.constData(), QFile::encodeName(target).constData()) != 0) return false;
+    // Not every kind of disk can do this for a folder; the file is whole either way.
+    (void)WriteToDisk(QFile::encodeName(QFileInfo(target).path()));
+    return true;
 }
 
 bool EmptyFolder(const QString& folder) {

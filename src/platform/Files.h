@@ -17,6 +17,9 @@ namespace tessaro {
 [[nodiscard]] bool CopyFileOver(const QString& source, const QString& target);
 /// The same without waiting for the disk: for a file that is made anew whenever it is needed.
 [[nodiscard]] bool CopyPassingFile(const QString& source, const QString& target);
+/// Puts a finished file in place of `target`, whose folder is the same: what it holds is on the disk before its name
+/// changes, so that after a crash of the machine one of the two stands there whole. False leaves both as they were.
+[[nodiscard]] bool PutInPlace(const QString& made, const QString& target);
 /// Deletes a folder with its contents and makes it again, empty and private. Links in it are removed, not followed.
 [[nodiscard]] bool EmptyFolder(const QString& folder);
 

@@ -1,6 +1,7 @@
 #include "session/Leftovers.h"
 
 #include "platform/Paths.h"
+#include "session/Addresses.h"
 #include "session/ErrorSink.h"
 #include "session/JetCopies.h"
 #include "session/Session.h"
@@ -11,6 +12,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <unistd.h>
 
 namespace tessaro {
 
@@ -37,11 +39,31 @@ void RemoveMatching(const QString& folder, const QString& pattern) {
     }
 }
 
+/// The beginning of the names under which a file is made. Most disks take 255 bytes; the engine adds some of its own.
+QString UnfinishedStem(const QString& file) {
+    constexpr qsizetype most = 200;
+    QString name = FileNameOf(file);
+    while (QFile::encodeName(name).size() > most)
+        name.chop(1);
+    return name;
+}
+
 } // namespace
+
+QString UnfinishedName(const QString& file) {
+    return JoinPath({FolderOf(file), QStringLiteral("%1.%2.part").arg(UnfinishedStem(file)).arg(::getpid())});
+}
+
+void ClearUnfinished(const QString& file) {
+    RemoveMatching(FolderOf(file), QRegularExpression::escape(UnfinishedStem(file)) +
+                                       QStringLiteral("\\.(?<pid>\\d+)\\.part") + Companions);
+}
 
 void ClearLeftovers() {
     RemoveMatching(FavoritesFolder, QStringLiteral(".*\\.mdb\\.part(?<pid>)") + Companions);
     RemoveMatching(FolderOfJetCopies(), QStringLiteral(".*\\.mdb\\.(?<pid>\\d+)\\.part") + Companions);
+    for (const QString& folder : {FindPath(DataFolder()), ReadablePlace(DataFolder(), AppPath, CacheFolder)})
+        RemoveMatching(folder, QStringLiteral(".*\\.mdb\\.(?<pid>\\d+)\\.part") + Companions);
     RemoveMatching(CacheFolder,
                    QStringLiteral("(Pref\\.ini|UserSelections\\.mdb|InfoSel\\.mdb)\\.(new|[A-Za-z]{6})(?<pid>)$"));
 }

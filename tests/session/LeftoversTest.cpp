@@ -31,6 +31,8 @@ TEST_F(LeftoversTest, OnlyTheHalfMadeFilesOfDeadProcessesGo) {
         {copies + "/a~1~2.mdb.4194999.part", false}, // above the largest process id
         {copies + "/a~1~2.mdb.4194999.part-journal", false},
         {copies + "/a~1~2.mdb." + alive + ".part", true},
+        {AppPath + "/Data/Mine.mdb.4194999.part.copying", false},
+        {AppPath + "/Data/Mine.mdb." + alive + ".part", true},
         {CacheFolder + "/Pref.ini.aBcDeF", false},
         {CacheFolder + "/Pref.ini.damaged", true},
         {CacheFolder + "/InfoSel.mdb.new", false},
