@@ -1,0 +1,11 @@
+#pragma once
+
+#include "calculate/TargetDatabase.h"
+
+namespace tessaro {
+
+/// Copies what the rows of _Data refer to, without those rows: classifications, units, subgroups, combinations,
+/// sources, periods and areas. Throws.
+void CopyMasters(TargetDatabase& target);
+
+} // namespace tessaro

@@ -1,0 +1,132 @@
+#include "calculate/DatabaseBuilder.h"
+
+#include "calculate/CopyData.h"
+#include "calculate/LanguageTables.h"
+#include "calculate/NewFile.h"
+#include "calculate/ResultCheck.h"
+#include "calculate/TargetDatabase.h"
+#include "database/Database.h"
+#include "database/Schema.h"
+#include "database/UnfinishedDatabase.h"
+#include "jet/engine/BulkLoad.h"
+#include "platform/Clock.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "session/ErrorSink.h"
+#include "session/Frame.h"
+#include "session/JetCopies.h"
+#include "session/Messages.h"
+#include "session/Session.h"
+#include "session/Templates.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+#include <utility>
+
+namespace tessaro {
+
+namespace {
+
+/// A step of the work failed, and was reported.
+struct StepFailed {};
+
+/// Does one step of the work; what fails is reported under the procedure's name and ends all of it.
+template <class Work> void DoStep(const char* procedure, Work&& work) {
+    ErrorTrap trap(procedure);
+    if (!trap.Try(std::forward<Work>(work))) throw StepFailed();
+}
+
+bool IsSameFile(const QString& a, const QString& b) {
+    if (SamePath(QFileInfo(FindPath(a)).absoluteFilePath(), QFileInfo(FindPath(b)).absoluteFilePath())) return true;
+    std::error_code none; // a path that doesn't exist is no other file
+    return std::filesystem::equivalent(FindPath(a).toStdString(), FindPath(b).toStdString(), none);
+}
+
+QString Template() {
+    return TemplateFile(QStringLiteral("dbTemp.mdb"));
+}
+
+/// Databases from before there were logs lack tables that every new one has.
+void AddLaterTables(TargetDatabase& target) {
+    jet::Connection& connection = target.connection();
+    for (const schema::TableDefinition& table : schema::DataTables()) {
+        if (table.perLanguage || connection.catalogue().find(table.name) != nullptr) continue;
+        connection.Execute("CREATE TABLE [" + std::string(table.name) + "] (" + std::string(table.columns) + ")");
+    }
+}
+
+void LogWhatWasDone(TargetDatabase& target, const QString& file, const QString& what) {
+    constexpr qsizetype width = 255;
+    const QString time = Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    target.Run(QStringLiteral("INSERT INTO Database_Log ([TimeStamp], DatabaseFileName, [Action])  VALUES(") +
+               QuotedList({time, FileNameOf(file).right(width), what.left(width)}) + QLatin1Char(')'));
+}
+
+/// Makes the file from which the work starts: the empty template, or a copy of the open database.
+void MakeStart(const QString& path, bool withDataView) {
+    if (!withDataView) return jet::Database::Copy(FileToOpen(CurrentDatabase).toStdString(), path.toStdString());
+    if (!CopyPassingFile(Template(), path))
+        throw std::runtime_error("The template can't be copied to " + path.toStdString());
+}
+
+void Fill(const QString& path, const DataEntrySheet& result, bool withDataView, const QString& target,
+          const QString& what) {
+    TargetDatabase database(path, LanguageSuffix);
+    AddLaterTables(database);
+    DoStep("Write_New_File", [&] { Write_New_File(database, result, withDataView); });
+    const QString texts = withDataView ? FileToOpen(CurrentDatabase) : QString();
+    DoStep("CopyLanguageTables", [&] { CompleteLanguages(database, texts); });
+    LogWhatWasDone(database, target, what);
+}
+
+void Make(const QString& path, const DataEntrySheet& result, bool withDataView, const QString& target,
+          const QString& what) {
+    DoStep("BuildDatabase", [&] { MakeStart(path, withDataView); });
+    TheFrame().SetProgress(10);
+    DoStep("BuildDatabase", [&] { Fill(path, result, withDataView, target, what); });
+    if (!MarkDataExists(path)) throw StepFailed();
+    DoStep("BuildDatabase", [&] {
+        jet::Analyze(path.toStdString());
+        // The rows of the open database that a copy doesn't have have left their room in it.
+        if (!withDataView) jet::Database::Compact(path.toStdString());
+    });
+}
+
+BuiltDatabase NotMade(const QString& target) {
+    return {false, FilledText(QStringLiteral("TS_NewDatabaseFailed"), {FolderOf(target)})};
+}
+
+} // namespace
+
+bool IsDatabaseInUse(const QString& path) {
+    const QString own[] = {CurrentDatabase, FileToOpen(CurrentDatabase), Template(),
+                           JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}),
+                           JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")})};
+    return std::ranges::any_of(own, [&](const QString& used) { return IsSameFile(path, used); });
+}
+
+BuiltDatabase BuildDatabase(const DataEntrySheet& result, bool withDataView, const QString& target,
+                            const QString& what) {
+    const ErrorTrap trap("BuildDatabase");
+    if (IsDatabaseInUse(target)) return {false, FilledText(QStringLiteral("012"), {})};
+    if (QString problem = ProblemOf(result); !problem.isEmpty()) return {false, problem};
+    if (withDataView && !FileExists(Template())) return {false, FilledText(QStringLiteral("011"), {})};
+    const WaitState wait;
+    UnfinishedDatabase file(target);
+    try {
+        Make(file.Path(), result, withDataView, target, what);
+    } catch (const StepFailed&) {
+        return NotMade(target);
+    } catch (const BuildingStopped&) {
+        return {};
+    }
+    if (file.Finish()) return {true, {}};
+    ReportError(FileError::PermissionDenied, QLatin1String("The new database can't be put in place: ") + target,
+                QStringLiteral("BuildDatabase"));
+    return NotMade(target);
+}
+
+} // namespace tessaro
