@@ -96,12 +96,12 @@ class Masters final {
     void Link(const QString& table, const QString& columns, const QStringList& keys) {
         if (!IsNew(table, keys)) return;
         target_.Run(QStringLiteral("INSERT INTO ") + table + QStringLiteral(" (") + columns +
-                    QStringLiteral(")  VALUES(") + QuotedList(keys) + QLatin1Char(')'));
+                    QStringLiteral(") VALUES(") + QuotedList(keys) + QLatin1Char(')'));
     }
 
     void LinkCombination(const QString& table, const QString& column, qint64 iusNId, const QString& gid) {
         if (!IsNew(table, {QString::number(iusNId), gid})) return;
-        target_.Run(QStringLiteral("INSERT INTO %1 (IUSNId, %2)  VALUES(%3,").arg(table, column).arg(iusNId) +
+        target_.Run(QStringLiteral("INSERT INTO %1 (IUSNId, %2) VALUES(%3,").arg(table, column).arg(iusNId) +
                     Quoted(gid) + QLatin1Char(')'));
     }
 
@@ -208,7 +208,7 @@ class Masters final {
         if (hasInfo) texts << row.Text(2);
         target_.Run(
             QStringLiteral("INSERT INTO ") + target_.InLanguage(name) +
-            QStringLiteral(" (%1GId, %1Label1%2)  VALUES(").arg(name, hasInfo ? QStringLiteral(", Info") : QString()) +
+            QStringLiteral(" (%1GId, %1Label1%2) VALUES(").arg(name, hasInfo ? QStringLiteral(", Info") : QString()) +
             QuotedList(texts) + QLatin1Char(')'));
     }
 
@@ -233,7 +233,7 @@ class Masters final {
 
     qint64 InsertRegion(const Records& row) {
         const qint64 nid = target_.GetNewNId(QStringLiteral("RegionNId"), QStringLiteral("[Region]"));
-        target_.Run(QStringLiteral("INSERT INTO Region (RegionGId, RegionNId, Region)  VALUES(") +
+        target_.Run(QStringLiteral("INSERT INTO Region (RegionGId, RegionNId, Region) VALUES(") +
                     Quoted(row.Text("RegionGId")) + QStringLiteral(",%1,").arg(nid) + Quoted(row.Text("Region")) +
                     QLatin1Char(')'));
         return nid;
@@ -243,7 +243,7 @@ class Masters final {
         const QString table = target_.InLanguage(QStringLiteral("Source"));
         const qint64 nid = target_.GetNewNId(QStringLiteral("SourceNId"), table);
         target_.Run(QStringLiteral("INSERT INTO ") + table +
-                    QStringLiteral(" (SourceGId, SourceNId, RegionNId, Source, Info)  VALUES(") +
+                    QStringLiteral(" (SourceGId, SourceNId, RegionNId, Source, Info) VALUES(") +
                     Quoted(row.Text("SourceGId")) + QStringLiteral(",%1,%2,").arg(nid).arg(region) +
                     Quoted(row.Text("Source")) + QLatin1Char(',') +
                     (row.IsNull(4) ? QStringLiteral("NULL") : Quoted(row.Text("Info"))) + QLatin1Char(')'));
@@ -252,7 +252,7 @@ class Masters final {
 
     void LinkSource(qint64 iusNId, qint64 sourceNId, bool recommended) {
         if (!IsNew(QStringLiteral("Indicator_Source"), {QString::number(iusNId), QString::number(sourceNId)})) return;
-        target_.Run(QStringLiteral("INSERT INTO Indicator_Source (IUSNId, SourceNId, RecommendedSource)  VALUES(%1,%2,"
+        target_.Run(QStringLiteral("INSERT INTO Indicator_Source (IUSNId, SourceNId, RecommendedSource) VALUES(%1,%2,"
                                    "%3)")
                         .arg(iusNId)
                         .arg(sourceNId)
@@ -284,7 +284,7 @@ class Masters final {
         for (; !rows.atEnd(); rows.MoveNext()) {
             if (!IsNew(table, {rows.Text("AreaId")})) continue;
             target_.Run(QStringLiteral("INSERT INTO ") + table +
-                        QStringLiteral(" (AreaGId, AreaId, AreaName, AreaLevel, MapFile, DataExists)  VALUES(") +
+                        QStringLiteral(" (AreaGId, AreaId, AreaName, AreaLevel, MapFile, DataExists) VALUES(") +
                         QuotedList({rows.Text("AreaGId"), rows.Text("AreaId"), rows.Text("AreaName")}) +
                         QStringLiteral(",%1,").arg(rows.Number("AreaLevel")) + Quoted(rows.Text("MapFile")) +
                         QStringLiteral(",1)"));

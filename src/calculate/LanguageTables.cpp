@@ -179,7 +179,7 @@ void AddLanguage(TargetDatabase& target, const QString& name, const QString& cod
     jet::Connection& connection = target.connection();
     if (connection.catalogue().find("Area_" + code.toStdString()) == nullptr)
         schema::CreateLanguageTables(connection, code.toStdString());
-    target.Run(QStringLiteral("INSERT INTO [Language] (LanguageName, LanguageCode, LanguageDefault)  VALUES(") +
+    target.Run(QStringLiteral("INSERT INTO [Language] (LanguageName, LanguageCode, LanguageDefault) VALUES(") +
                QuotedList({name, code}) + (isDefault ? QStringLiteral(",True)") : QStringLiteral(",False)")));
 }
 

@@ -9,17 +9,31 @@ namespace tessaro {
 
 namespace {
 
-/// The global identifier of the item with this name; a new one gets a row. `extra` are further columns of it, and
-/// `values` what they receive.
-QString FindOrMake(TargetDatabase& target, const QString& stem, const QString& name, const QString& extra = {},
-                   const QString& values = {}) {
+/// A table whose items have a global identifier and a name, as the statement spells it that adds a row.
+struct NamedItems {
+    const char* stem;    ///< of the table and of its GId column
+    const char* name;    ///< the column of the name
+    const char* columns; ///< of a new row
+    const char* extra;   ///< what a new row has behind the name
+};
+// The indicator's information is the text, not a Null: so it has always been.
+constexpr NamedItems kIndicators{"Indicator", "[Indicator]", " (IndicatorGId, [Indicator], Info)  Values (",
+                                 ",'Null')"};
+constexpr NamedItems kSectors{"SectorLabel1", "[SectorLabel1]", " (SectorLabel1GId, SectorLabel1)  Values (", ")"};
+constexpr NamedItems kClasses{"SectorLabel2", "[SectorLabel2]", " (SectorLabel2GId, SectorLabel2)  Values (", ")"};
+constexpr NamedItems kUnits{"Unit", "[Unit]", " (UnitGId, Unit) VALUES(", ")"};
+
+/// The global identifier of the item with this name; a new one gets a row.
+QString FindOrMake(TargetDatabase& target, const NamedItems& items, const QString& name) {
+    const QString stem = QLatin1String(items.stem);
     const QString table = target.InLanguage(stem);
-    const QString text = Quoted(name);
-    const jet::Value found = target.First(QStringLiteral("Select %1GId From %2 Where [%1] = ").arg(stem, table) + text);
+    const jet::Value found =
+        target.First(QStringLiteral("Select ") + stem + QStringLiteral("GId From ") + table +
+                     QStringLiteral(" Where ") + QLatin1String(items.name) + QStringLiteral(" = ") + Quoted(name));
     if (!found.isNull()) return QString::fromStdString(found.toText());
     QString gid = target.NewGId();
-    target.Run(QStringLiteral("Insert into %1 (%2GId, [%2]%3)  Values (").arg(table, stem, extra) + Quoted(gid) +
-               QLatin1Char(',') + text + values + QLatin1Char(')'));
+    target.Run(QStringLiteral("Insert into ") + table + QLatin1String(items.columns) + QuotedList({gid, name}) +
+               QLatin1String(items.extra));
     return gid;
 }
 
@@ -28,7 +42,7 @@ void LinkSectorToClass(TargetDatabase& target, const QString& sector, const QStr
         target.First(QStringLiteral("Select SectorLabel1GId From [Sector]  Where SectorLabel1GID = ") + Quoted(sector) +
                      QStringLiteral(" AND  SectorLabel2GID = ") + Quoted(sectorClass));
     if (found.isNull())
-        target.Run(QStringLiteral("Insert into [Sector] (SectorLabel1GId, SectorLabel2GId)  Values (") +
+        target.Run(QStringLiteral("Insert into [Sector] (SectorLabel1GId, SectorLabel2GId) VALUES(") +
                    QuotedList({sector, sectorClass}) + QLatin1Char(')'));
 }
 
@@ -37,27 +51,23 @@ void LinkClassToIndicator(TargetDatabase& target, const QString& sectorClass, co
         target.First(QStringLiteral("Select SectorLabel2GId From [INDICATOR_SECTOR]  Where SectorLabel2GID = ") +
                      Quoted(sectorClass) + QStringLiteral(" AND IndicatorGID = ") + Quoted(indicator));
     if (found.isNull())
-        target.Run(QStringLiteral("Insert into [INDICATOR_SECTOR] (IndicatorGID, SectorLabel2GId)  Values (") +
+        target.Run(QStringLiteral("Insert into [INDICATOR_SECTOR] (IndicatorGID, SectorLabel2GId) VALUES(") +
                    QuotedList({indicator, sectorClass}) + QLatin1Char(')'));
 }
 
 /// The indicator that the result is of, with its place among the classes, and its unit.
 struct NewItems {
-    QString indicator;
+    QString indicator; ///< their global identifiers
     QString unit;
 };
 
 NewItems MakeItems(TargetDatabase& target, const DataEntrySheet& result) {
-    NewItems items;
-    // The text, not a Null: so it has always been.
-    items.indicator = FindOrMake(target, QStringLiteral("Indicator"), result.indicator, QStringLiteral(", Info"),
-                                 QStringLiteral(",'Null'"));
-    const QString sector = FindOrMake(target, QStringLiteral("SectorLabel1"), result.sector);
-    const QString sectorClass = FindOrMake(target, QStringLiteral("SectorLabel2"), result.indicatorClass);
+    const QString indicator = FindOrMake(target, kIndicators, result.indicator);
+    const QString sector = FindOrMake(target, kSectors, result.sector);
+    const QString sectorClass = FindOrMake(target, kClasses, result.indicatorClass);
     LinkSectorToClass(target, sector, sectorClass);
-    LinkClassToIndicator(target, sectorClass, items.indicator);
-    items.unit = FindOrMake(target, QStringLiteral("Unit"), result.unit);
-    return items;
+    LinkClassToIndicator(target, sectorClass, indicator);
+    return {indicator, FindOrMake(target, kUnits, result.unit)};
 }
 
 /// A row of Data with its four ids.
