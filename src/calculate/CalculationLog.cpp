@@ -13,6 +13,15 @@ CalculationLog Calculate(const CalculationDraft& draft, const Progress& progress
     case CalcType::PerCent:
         log = CalculatePerCent(draft, progress);
         break;
+    case CalcType::HundredMinus:
+        log = CalculateHundredMinus(draft);
+        break;
+    case CalcType::TransformUnit:
+        log = CalculateTransformUnit(draft);
+        break;
+    case CalcType::Subtotal:
+        log = CalculateSubtotal(draft, progress);
+        break;
     default:
         break;
     }

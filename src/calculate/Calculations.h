@@ -6,5 +6,10 @@
 namespace tessaro {
 
 [[nodiscard]] CalculationLog CalculatePerCent(const CalculationDraft& draft, const Progress& progress);
+[[nodiscard]] CalculationLog CalculateHundredMinus(const CalculationDraft& draft);
+[[nodiscard]] CalculationLog CalculateFormula(const CalculationDraft& draft, const Progress& progress);
+[[nodiscard]] CalculationLog CalculateCompositeIndex(const CalculationDraft& draft, const Progress& progress);
+[[nodiscard]] CalculationLog CalculateTransformUnit(const CalculationDraft& draft);
+[[nodiscard]] CalculationLog CalculateSubtotal(const CalculationDraft& draft, const Progress& progress);
 
 } // namespace tessaro

@@ -10,8 +10,6 @@
 #include "sheets/ValueCells.h"
 #include "view/DataFilters.h"
 
-#include <QSet>
-
 #include <algorithm>
 #include <cmath>
 
@@ -96,6 +94,29 @@ LogSheet DetailSheet::Taken() {
     sheet.blocks.push_back({kDetailHeadRow, 1, {std::move(headings_)}});
     if (!rows_.empty()) sheet.blocks.push_back({sheet.firstRow, 1, std::move(rows_)});
     return sheet;
+}
+
+// One statement gives the rows of all areas in the order in which one for each area would.
+LogSheet DetailOfIndicator(const QString& indicator, const QString& resultHeading,
+                           const std::function<office::Cell(const QString&)>& result) {
+    QStringList keys{"Comm_Area Id", "Comm_Area Name", "Comm_Time",   "Comm_Indicator",
+                     "Comm_Unit",    "Subpop",         "Comm_Source", "Comm_Datavalue"};
+    if (result) keys << resultHeading;
+    DetailSheet sheet(Headings(keys));
+    Records rows = Select(QStringLiteral("Select AreaId, AreaName, TimePeriod, [Indicator], [Unit], Subpop, [Source], "
+                                         "Datavalue From _Data Where [Indicator] = %1 Order By AreaId")
+                              .arg(Quoted(indicator)),
+                          jet::CursorType::ForwardOnly);
+    for (; !rows.atEnd(); rows.MoveNext()) {
+        std::vector<office::Cell> cells;
+        for (std::size_t field = 2; field < 7; ++field)
+            cells.push_back(TextCell(rows.Text(field)));
+        const QString value = rows.Text(std::size_t{7});
+        cells.push_back(ValueCell(value));
+        if (result) cells.push_back(result(value));
+        sheet.Add(rows.Text(std::size_t{0}), rows.Text(std::size_t{1}), std::move(cells));
+    }
+    return sheet.Taken();
 }
 
 CalculationLog Failed(const QString& reason) {

@@ -3,9 +3,11 @@
 #include "calculate/CalculationLog.h"
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -46,6 +48,11 @@ class DetailSheet final {
     office::Block rows_;
     QString areaId_;
 };
+
+/// The rows of `_Data` for an indicator as a detail sheet, area by area. With a key in `resultHeading` a last column
+/// has what `result` gives for each value.
+[[nodiscard]] LogSheet DetailOfIndicator(const QString& indicator, const QString& resultHeading = {},
+                                         const std::function<office::Cell(const QString&)>& result = {});
 
 /// A log that could not be made.
 [[nodiscard]] CalculationLog Failed(const QString& reason);

@@ -20,7 +20,7 @@ void Tell(const Progress& progress, int step, int of) {
     if (progress) progress(step, of);
 }
 
-/// One step of the rule that keeps a single row for each area, indicator and subgroup.
+/// One step of the rule that keeps one row for each area, indicator and subgroup.
 struct HighestOf {
     const char* field;
     const char* from;
