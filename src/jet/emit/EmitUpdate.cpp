@@ -24,11 +24,13 @@ std::string Emitter::matchingRows(const Update& update, const Scope& scope, cons
     const Like& like = std::get<Like>(update.pattern->node);
     const Typed operand = emit(*like.operand, scope);
     const Typed pattern = emit(*like.pattern, scope);
-    const std::string wild = "(" + AsValue(pattern) + " GLOB '*[*?#[]*')";
+    const auto wild = [](const Typed& text) { return "(" + AsValue(text) + " GLOB '*[*?#[]*')"; };
     Typed plain = pattern;
     if (operand.kind == CompareKind::Identifier) plain.kind = CompareKind::Identifier;
-    return select({"NOT " + wild, Compared(operand, "=", plain)}) + " UNION ALL " +
-           select({wild, "jet_like(" + AsValue(operand) + ", " + AsValue(pattern) + ")"});
+    // Equal identifiers have the same signs, and a field is looked at sooner than a pattern is computed again.
+    const Typed& looked = operand.kind == CompareKind::Identifier ? operand : pattern;
+    return select({Compared(operand, "=", plain), "NOT " + wild(looked)}) + " UNION ALL " +
+           select({wild(pattern), "jet_like(" + AsValue(operand) + ", " + AsValue(pattern) + ")"});
 }
 
 std::vector<Emitter::Changes> Emitter::changesByTarget(const Update& update, const Scope& scope) {

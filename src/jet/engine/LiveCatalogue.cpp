@@ -4,6 +4,7 @@
 #include "jet/values/Collation.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace jet {
 
@@ -277,38 +278,41 @@ void LiveCatalogue::DetachUnused() const {
 
 void LiveCatalogue::ReadColumns(TableInfo& table) const {
     table.columns.clear();
-    const std::string schema = QuotedName(table.database);
-    for (const auto& row :
-         Rows(database_, "PRAGMA " + schema + ".table_xinfo(" + QuotedName(table.sourceTable) + ")")) {
+    const Statement all =
+        Prepare(database_, "SELECT * FROM " + QuotedName(table.database) + "." + QuotedName(table.sourceTable));
+    for (int i = 0; i < sqlite3_column_count(all.get()); ++i) {
         ColumnInfo column;
-        column.name = row[1].toText();
-        column.type = TypeOfDeclaration(row[2].toText());
-        column.nullable = row[3].toInteger() == 0;
-        if (row[5].toInteger() == 1 && column.type == ColumnType::Long) {
-            const auto made =
-                Rows(database_, "SELECT sql FROM " + schema + ".sqlite_master WHERE type = 'table' AND name = ?",
-                     {table.sourceTable});
-            if (!made.empty() && LowerCased(made[0][0].toText()).find("autoincrement") != std::string::npos)
-                column.type = ColumnType::Counter;
-        }
+        column.name = sqlite3_column_name(all.get(), i);
+        const char* declared = nullptr;
+        int notNull = 0;
+        int counts = 0;
+        sqlite3_table_column_metadata(database_, table.database.c_str(), table.sourceTable.c_str(), column.name.c_str(),
+                                      &declared, nullptr, &notNull, nullptr, &counts);
+        column.type = counts != 0 ? ColumnType::Counter : TypeOfDeclaration(declared == nullptr ? "" : declared);
+        column.nullable = notNull == 0;
         table.columns.push_back(std::move(column));
     }
 }
 
 // The figures of a file are read at once: there are few, and a statement names several of its tables.
 std::int64_t LiveCatalogue::rowsOnRecord(const TableInfo& table) const {
-    auto known = figures_.find(table.database);
-    if (known == figures_.end()) {
-        known = figures_.emplace(table.database, std::map<std::string, std::int64_t>{}).first;
-        const std::string schema = QuotedName(table.database);
-        if (!Rows(database_, "SELECT 1 FROM " + schema + ".sqlite_master WHERE name = 'sqlite_stat1'").empty()) {
-            for (const auto& row : Rows(database_, "SELECT tbl, max(CAST(stat AS INTEGER)) FROM " + schema +
-                                                       ".sqlite_stat1 WHERE idx IS NOT NULL GROUP BY tbl"))
-                known->second[row[0].toText()] = row[1].toInteger();
-        }
-    }
+    const auto [known, isNew] = figures_.try_emplace(table.database);
+    if (isNew) ReadFigures(table.database, known->second);
     const auto rows = known->second.find(table.sourceTable);
     return rows == known->second.end() ? 0 : rows->second;
+}
+
+// Each index of a table tells the number of its rows first; the largest counts.
+void LiveCatalogue::ReadFigures(const std::string& schema, std::map<std::string, std::int64_t>& figures) const {
+    try {
+        for (const auto& row :
+             Rows(database_, "SELECT tbl, stat FROM " + QuotedName(schema) + ".sqlite_stat1 WHERE idx IS NOT NULL")) {
+            std::int64_t& rows = figures[row[0].toText()];
+            rows = std::max<std::int64_t>(rows, std::atoll(row[1].toText().c_str()));
+        }
+    } catch (const Error& error) {
+        if (error.number() != ErrorNumber::NoSuchTable) throw; // nobody has taken figures of this file
+    }
 }
 
 std::vector<TableInfo> LiveCatalogue::Tables() const {

@@ -97,6 +97,7 @@ class LiveCatalogue final : public Catalogue {
     void DetachUnused() const;
     void Detach(const std::string& file) const;
     void ReadColumns(TableInfo& table) const;
+    void ReadFigures(const std::string& schema, std::map<std::string, std::int64_t>& figures) const;
 
     sqlite3* database_;
     std::string path_;

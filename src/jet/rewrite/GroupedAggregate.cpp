@@ -27,6 +27,16 @@ Select* AggregateSelect(Query& query) {
     return function != nullptr && function->aggregate && function->name != "count" ? &select : nullptr;
 }
 
+bool HoldsQuery(const Expression& expression) {
+    if (std::holds_alternative<ScalarQuery>(expression.node)) return true;
+    bool holds = false;
+    (void)VisitOperands(expression, [&](const Expression& operand) {
+        holds = HoldsQuery(operand);
+        return !holds;
+    });
+    return holds;
+}
+
 /// "inner = outer", two fields.
 struct Link {
     ColumnName inner;
@@ -122,7 +132,8 @@ class GroupedAggregate final {
 
 bool GroupCorrelatedAggregates(const std::vector<TableReferencePtr>& from, ExpressionPtr& where,
                                const Catalogue& catalogue) {
-    return where && GroupedAggregate(FieldsOfTables(from, catalogue), catalogue).ApplyToAll(*where);
+    if (!where || !HoldsQuery(*where)) return false; // which is seen sooner than the tables are
+    return GroupedAggregate(FieldsOfTables(from, catalogue), catalogue).ApplyToAll(*where);
 }
 
 } // namespace jet
