@@ -11,7 +11,7 @@ namespace tessaro {
 
 /// A grid of data: rows of one height, a head that stays, row numbers, cells chosen freely and copied as tab-separated
 /// text. Made for models of millions of rows.
-class DataTable final : public QTableView {
+class DataTable : public QTableView {
     Q_OBJECT
 
   public:

@@ -1,17 +1,11 @@
 #pragma once
 
 #include "controls/StageScreen.h"
-#include "dataview/DataOptions.h"
-#include "dataview/DataPaging.h"
-#include "dataview/GridModel.h"
-#include "dataview/HiddenByRecent.h"
-#include "dataview/StatisticsModel.h"
-#include "view/DataFilters.h"
-
-#include <QButtonGroup>
-#include <QTimer>
+#include "dataview/ViewExport.h"
+#include "dataview/ViewRows.h"
 
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class frmData;
@@ -24,10 +18,12 @@ class DataPanel;
 class DataTable;
 class NoteBar;
 class SortPanel;
-enum class ExportStopped;
+class StatisticsTable;
 class TakeOutPanel;
 
-/// Stage 3: one row per value inside the selection, in a grid that fills page by page while it can be read already.
+/// Stage 3: one row per value inside the selection, in a grid that fills page by page while it can be read already, and
+/// the options of the strip beside it. The form joins its parts: ViewRows knows which rows there are, GridTable shows
+/// them, ViewExport gives them away, and each option has a panel.
 class frmData final : public StageScreen {
     Q_OBJECT
 
@@ -47,7 +43,7 @@ class frmData final : public StageScreen {
     void Refresh() override;
     /// Ends a running load where it is; scrolling to its end brings single pages, Refresh a new one.
     void Stop() override;
-    [[nodiscard]] bool CanStop() const override { return paging_.isRunning(); }
+    [[nodiscard]] bool CanStop() const override { return rows_->Paging().isRunning(); }
     void Print() override;
     void SaveAs() override;
     [[nodiscard]] bool CanPrint() const override { return true; }
@@ -68,12 +64,12 @@ class frmData final : public StageScreen {
 
     /// Takes other row filters into use; rows taken out one by one come back.
     void SetFilters(const DataFilters& filters);
-    [[nodiscard]] const DataFilters& Filters() const { return filters_; }
+    [[nodiscard]] const DataFilters& Filters() const { return rows_->Filters(); }
     /// The filters of the view and the cells removed from it, for a favourite.
-    [[nodiscard]] RowsInView ShownRows() const;
+    [[nodiscard]] RowsInView ShownRows() const { return rows_->Shown(); }
     /// Writes all rows of the view by the kind of the name: .htm, .txt or .xls, with progress and a way to stop it.
     /// False after the message, or when the user stopped it; the old file stands then.
-    bool SaveDataView(const QString& file);
+    bool SaveDataView(const QString& file) { return export_.Save(file); }
     /// Asks for the row filters.
     void cmdFilters_Click();
 
@@ -82,95 +78,50 @@ class frmData final : public StageScreen {
     /// Puts the rows removed one by one back, at the grid's end.
     void RestoreDeletedRows();
 
-    [[nodiscard]] const GridModel& grid() const { return model_; }
-    [[nodiscard]] const DataPaging& paging() const { return paging_; }
+    [[nodiscard]] const GridModel& grid() const { return rows_->Grid(); }
+    [[nodiscard]] const DataPaging& paging() const { return rows_->Paging(); }
     /// What the panels have taken out of the view.
-    [[nodiscard]] const DataOptions& options() const { return takenOut_; }
+    [[nodiscard]] const DataOptions& options() const { return rows_->TakenOut(); }
     /// What the most recent data hide because its source is not in view.
-    [[nodiscard]] const HiddenByRecent& hiddenByRecent() const { return hidden_; }
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    [[nodiscard]] const HiddenByRecent& hiddenByRecent() const { return rows_->Hidden(); }
 
   private:
-    void MakeGrid();
-    void FitColumns();
-    void MakeOptionStrip();
     void ConnectEvents();
-    void InitializeDataViewVariables();
-    bool StartPaging(const QString& sql);
-    void ResetGrid();
-    void tmrDataView_Timer();
-    void DataGrid_HeadClick(int column);
-    bool DataGrid_KeyDown(const QKeyEvent& event);
-    void DataGrid_Scrolled();
-    void DataGrid_PopupMenu(const QPoint& place);
-    void ShowGridPreferences();
-    void ShowRows();
-    [[nodiscard]] qint64 RowsInGrid() const;
-    [[nodiscard]] QString LoadText() const;
-    void ShowOptionCaption();
-    // Options (frmDataOptions.cpp)
-    void MakePanels();
-    /// Writes the file by its ending; the number of sheets (1 for text and page), 0 when it can't be written.
-    /// Throws what ends it early.
-    int WriteDataView(const QString& file, const char* textKey);
-    static void TellStopped(ExportStopped reason);
-    bool NeedsRows();
-    bool MayLeaveOption();
-    /// True when what stands in the grid may be saved or printed; an order that waits in its panel is applied before.
-    bool MayGiveAway();
-    void DrawStats();
-    void FitStatsColumns();
-    [[nodiscard]] DataPanel* PanelShown() const;
-    void chkFilters_Click();
-    void ShowFilterState();
-    void ShowNote();
-    void PutSourcesBack();
-    // What the grid shows (frmDataRows.cpp)
-    enum class Removed { ComeBack, StayOut };
-    /// Reads the rows again, under the filters and in the order that are set. Rows removed one by one come back, as
-    /// with every change of what the view shows, unless told otherwise.
-    bool Requery(Removed removed = Removed::ComeBack);
     void ReadTextsAnew();
-    void GenerateDataTable();
-    bool GenerateMissingData_Change();
-    bool GenerateDataValueRange_Change();
-    bool GenerateMostRecentData();
-    bool StartAnew();
-    void ShowSortMark(int column, bool ascending);
-    [[nodiscard]] std::vector<int> HighlightedRows() const;
-    void RemoveRows(const std::vector<int>& rows);
+    void ShowState();
+    void ShowRows();
     void ShowCount();
-    /// Rows were removed from the view one by one and can be shown again.
-    [[nodiscard]] bool HasHiddenRows() const;
     void ShowInformation(bool ofIndicator);
     void ViewDetails();
-    bool DataStats_KeyDown(const QKeyEvent& event);
+    void DataGrid_PopupMenu(const QPoint& place);
+    /// What can't do without rows says so.
+    bool NeedsRows();
+    /// True when what stands in the grid may be saved or printed; an order that waits in its panel is applied before.
+    bool MayGiveAway();
+    void chkFilters_Click(bool on);
+    // The panels of the options (frmDataPanels.cpp)
+    void MakePanels();
+    void MakeTakeOutPanels();
+    void EnterOption(int option);
+    [[nodiscard]] DataPanel* PanelShown() const;
+    [[nodiscard]] DataTable* TableShown() const;
+    bool MayLeaveOption();
+    void GenerateDataTable();
+    void ShowNote();
+    void PutSourcesBack();
     void lstCalculate_DblClick(const QString& key);
     void picPresentationOptions_Click(const QString& key);
 
     std::unique_ptr<Ui::frmData> ui_;
-    GridModel model_;
-    DataPaging paging_;
-    QTimer tmrDataView_;
-    QButtonGroup options_;
+    ViewRows* rows_;
+    ViewExport export_;
     int option_ = 0;
-    QString dataOrderBy_;
-    DataFilters filters_;
-    QStringList removedCells_; ///< CellKey of the cells without a value that were removed one by one
-    DataOptions takenOut_;
-    StatisticsModel statistics_;
     NoteBar* note_ = nullptr;
-    HiddenByRecent hidden_;
-    UnreadableValues unreadable_;
-    DataTable* DataStats_ = nullptr;
+    StatisticsTable* DataStats_ = nullptr;
     std::vector<TakeOutPanel*> takeOutPanels_;
     SortPanel* sortPanel_ = nullptr;
     ActionPanel* calculatePanel_ = nullptr;
     ActionPanel* presentPanel_ = nullptr;
-    int sortedColumn_ = 0; ///< column with the sort mark; 0 for none
-    bool sortedAscending_ = false;
     bool textsChanged_ = false; ///< the rows show texts of another language
 };
 
