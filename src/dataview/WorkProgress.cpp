@@ -4,7 +4,6 @@
 #include "session/Frame.h"
 #include "session/Strings.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
@@ -19,14 +18,16 @@ constexpr int kWidth = 360;
 
 } // namespace
 
-WorkProgress::WorkProgress(const QString& text, QWidget* parent) : QProgressDialog(parent), text_(text) {
+WorkProgress::WorkProgress(const QString& text, QWidget* parent)
+    : QProgressDialog(parent), text_(text),
+      cmdCancel_(new QPushButton(PlainText(QStringLiteral("CANCEL BUTTON")), this)) {
     setObjectName(QStringLiteral("WorkProgress"));
     setWindowModality(Qt::ApplicationModal);
     setWindowTitle(PlainText(QStringLiteral("TS_OptionView")));
     auto* label = new QLabel(text, this);
     label->setTextFormat(Qt::PlainText);
     setLabel(label);
-    setCancelButton(new QPushButton(PlainText(QStringLiteral("CANCEL BUTTON")), this));
+    setCancelButton(cmdCancel_);
     setMinimumDuration(std::numeric_limits<int>::max()); // Show decides, by the time alone
     setAutoReset(false);
     setAutoClose(false);
@@ -37,28 +38,32 @@ WorkProgress::WorkProgress(const QString& text, QWidget* parent) : QProgressDial
 }
 
 WorkProgress::~WorkProgress() {
-    if (released_) TheFrame().SetBusy(true);
+    if (watch_) TheFrame().SetBusy(true);
 }
 
 bool WorkProgress::Show(qint64 done, qint64 total) {
-    if (wasCanceled()) return false;
-    if (clock_.elapsed() < nextLook_) return true;
-    nextLook_ = clock_.elapsed() + kLookEvery;
-    if (total > 0) TheFrame().SetProgress(static_cast<int>(100 * done / total));
-    if (!isVisible() && clock_.elapsed() < FirstShown) return true;
+    if (clock_.elapsed() >= nextLook_) {
+        nextLook_ = clock_.elapsed() + kLookEvery;
+        if (total > 0) TheFrame().SetProgress(static_cast<int>(100 * done / total));
+        if (watch_ || clock_.elapsed() >= FirstShown) ShowRows(done, total);
+        if (!watch_ && clock_.elapsed() >= FirstShown) ShowWindow();
+    }
+    return !(watch_ && watch_->Asked()) && !wasCanceled();
+}
+
+void WorkProgress::ShowRows(qint64 done, qint64 total) {
     const QLocale locale = QLocale::system();
     setMaximum(total > 0 ? kSteps : 0);
     setValue(total > 0 ? static_cast<int>(kSteps * done / total) : 0);
     QString rows = GetText(total > 0 ? QStringLiteral("TS_RowsDone") : QStringLiteral("TS_FilterCounting"));
     rows.replace(QLatin1String("%1"), locale.toString(done)).replace(QLatin1String("%2"), locale.toString(total));
     setLabelText(text_ + QLatin1Char('\n') + rows);
-    if (!isVisible()) {
-        released_ = true;
-        TheFrame().SetBusy(false);
-        show();
-    }
-    QApplication::processEvents();
-    return !wasCanceled();
+}
+
+void WorkProgress::ShowWindow() {
+    TheFrame().SetBusy(false);
+    show();
+    watch_.emplace(*this, cmdCancel_);
 }
 
 } // namespace tessaro

@@ -1,7 +1,13 @@
 #pragma once
 
+#include "controls/CancelWatch.h"
+
 #include <QElapsedTimer>
 #include <QProgressDialog>
+
+#include <optional>
+
+class QPushButton;
 
 namespace tessaro {
 
@@ -22,10 +28,14 @@ class WorkProgress final : public QProgressDialog {
     [[nodiscard]] bool Show(qint64 done, qint64 total);
 
   private:
+    void ShowRows(qint64 done, qint64 total);
+    void ShowWindow();
+
     QString text_;
+    QPushButton* cmdCancel_;
     QElapsedTimer clock_;
-    qint64 nextLook_ = 0;   ///< milliseconds; a look at the events for each row would cost more than the row
-    bool released_ = false; ///< the wait pointer is away while there is a button to press
+    qint64 nextLook_ = 0;              ///< milliseconds; new texts for each row would cost more than the row
+    std::optional<CancelWatch> watch_; ///< since the window stands; the wait pointer is away as long
 };
 
 } // namespace tessaro

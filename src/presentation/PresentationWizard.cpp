@@ -1,9 +1,9 @@
 #include "presentation/PresentationWizard.h"
 
+#include "controls/CancelWatch.h"
 #include "controls/Captions.h"
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
-#include "presentation/CancelWatch.h"
 #include "presentation/RowsColumnsPage.h"
 #include "presentation/TableWorkbook.h"
 #include "session/ErrorSink.h"

@@ -1,5 +1,6 @@
 #include "shell/frmMain.h"
 
+#include "controls/CancelWatch.h"
 #include "controls/MessageBox.h"
 #include "controls/StageScreen.h"
 #include "platform/Paths.h"
@@ -17,7 +18,6 @@
 #include "shell/MenuTable.h"
 #include "shell/SettingsChange.h"
 #include "shell/StageNavigator.h"
-#include "shell/StopKey.h"
 #include "shell/frmSplash.h"
 #include "ui_frmMain.h"
 
@@ -29,7 +29,6 @@ namespace tessaro {
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent), ui_(std::make_unique<Ui::frmMain>()) {
     ui_->setupUi(this);
     menu_ = new MainMenu(this, MenuRows());
-    stop_ = new StopKey(ui_->picToolBar->Button(StandardToolBar::Stop), this);
     stages_ = std::make_unique<StageNavigator>(Parts());
     databases_ = std::make_unique<DatabaseOpener>(Parts(), *stages_);
     settings_ = std::make_unique<SettingsChange>(Parts(), *stages_, *databases_);
@@ -167,12 +166,14 @@ void frmMain::ShowWorkbook(const QString& file) {
 }
 
 void frmMain::StartProgress() {
-    stop_->Start();
+    stopAsked_ = false;
     ui_->sbStatusBar->StartProgress();
 }
 
 bool frmMain::IsStopAsked() {
-    return stop_->IsAsked();
+    CancelWatch watch(*this, ui_->picToolBar->Button(StandardToolBar::Stop));
+    stopAsked_ = watch.Asked() || stopAsked_;
+    return stopAsked_;
 }
 
 void frmMain::SetProgress(int percent) {

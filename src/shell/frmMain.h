@@ -20,7 +20,6 @@ class MainMenu;
 class SettingsChange;
 class SingleInstance;
 class StageNavigator;
-class StopKey;
 
 /// The main frame: start and exit of the session. It holds the bars and the classes that work on them, and is what
 /// other rooms may ask of the frame.
@@ -80,7 +79,6 @@ class frmMain final : public QMainWindow, public Frame {
     std::unique_ptr<Ui::frmMain> ui_;
     std::unique_ptr<SingleInstance> instance_;
     MainMenu* menu_ = nullptr;
-    StopKey* stop_ = nullptr;
     std::unique_ptr<StageNavigator> stages_;
     std::unique_ptr<DatabaseOpener> databases_;
     std::unique_ptr<SettingsChange> settings_;
@@ -88,6 +86,7 @@ class frmMain final : public QMainWindow, public Frame {
     QTimer Timer1_;
     int busy_ = 0;
     bool started_ = false;
+    bool stopAsked_ = false; ///< by the user, since StartProgress
 };
 
 } // namespace tessaro
