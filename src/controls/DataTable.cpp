@@ -11,6 +11,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <numeric>
 
 namespace tessaro {
 
@@ -118,7 +119,10 @@ void DataTable::ShareWidth() {
         const int least = std::max(wish.least + theme::Grid * 2, head);
         wishes.push_back({std::max(wish.text + theme::Grid * 2, least), least, wish.weight});
     }
-    const std::vector<int> widths = SharedWidths(wishes, viewport()->width());
+    std::vector<int> widths = SharedWidths(wishes, viewport()->width());
+    const int rest = viewport()->width() - std::accumulate(widths.begin(), widths.end(), 0);
+    for (std::size_t column = 0; column < widths.size(); ++column)
+        if (wishes_[column].takesRest) widths[column] += std::max(rest, 0);
     const QScopedValueRollback sharing(sharing_, true);
     for (std::size_t column = 0; column < widths.size(); ++column)
         setColumnWidth(static_cast<int>(column), widths[column]);

@@ -28,7 +28,8 @@ class DataTable : public QTableView {
     struct Wish {
         int text = 0; ///< width of its widest text
         double weight = 1;
-        int least = 0; ///< width of text that must not be cut
+        int least = 0;          ///< width of text that must not be cut
+        bool takesRest = false; ///< room that no text asks for goes here; otherwise to the last column
     };
     /// Shares the width of the grid among the first columns, now and whenever it changes, until the user drags a
     /// column.

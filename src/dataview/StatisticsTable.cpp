@@ -58,7 +58,7 @@ void StatisticsTable::FitColumns() {
     constexpr int kAmpleFigure = 14;
     const QFontMetrics metrics = fontMetrics();
     std::vector<Wish> wishes(kMarks, {theme::IconSize, 1, theme::IconSize});
-    wishes.push_back({lines_.Longest(kMarks).Width(metrics), 3});
+    wishes.push_back({lines_.Longest(kMarks).Width(metrics), 3, 0, true});
     for (int column = kMarks + 1; column < StatisticsModel::MaxCols; ++column) {
         const int figure = lines_.Longest(column).Width(metrics);
         wishes.push_back({std::max(figure, metrics.averageCharWidth() * kAmpleFigure), 1, figure});
