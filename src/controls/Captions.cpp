@@ -1,5 +1,6 @@
 #include "controls/Captions.h"
 
+#include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 
@@ -23,8 +24,7 @@ bool KeepsItsFont(const QWidget* control) {
 
 /// The tree of sources shows data of the base language, whatever the language of the screens.
 bool ShowsBaseLanguage(const QWidget* control) {
-    return control->objectName().compare(QLatin1String("TV_Sources"), Qt::CaseInsensitive) == 0 &&
-           Language.compare(Setting(QStringLiteral("ENG_LNG")), Qt::CaseInsensitive) != 0;
+    return control->objectName().compare(QLatin1String("TV_Sources"), Qt::CaseInsensitive) == 0 && !LanguageIsEnglish();
 }
 
 } // namespace

@@ -106,9 +106,8 @@ QString DataOptions::RowsStatement(OptionList option, const QString& key) const 
         return QLatin1String(kRows) + QStringLiteral(" WHERE IUSNId = ") + QString::number(a.toLongLong()) +
                QStringLiteral(" AND SourceNId = ") + QString::number(b.toLongLong());
     const QString second =
-        option == OptionList::Units ? QStringLiteral("' AND UnitGID = '") : QStringLiteral("' AND SubpopGID = '");
-    return QLatin1String(kRows) + QStringLiteral(" WHERE IndicatorGId = '") + QuoteDoubled(a) + second +
-           QuoteDoubled(b) + QStringLiteral("'");
+        option == OptionList::Units ? QStringLiteral(" AND UnitGID = ") : QStringLiteral(" AND SubpopGID = ");
+    return QLatin1String(kRows) + QStringLiteral(" WHERE IndicatorGId = ") + Quoted(a) + second + Quoted(b);
 }
 
 QString DataOptions::NotHeldByOthers(OptionList option) const {

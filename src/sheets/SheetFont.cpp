@@ -1,5 +1,6 @@
 #include "sheets/SheetFont.h"
 
+#include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 
@@ -15,10 +16,6 @@ office::CellStyle SheetFont::Style() const {
     style.bold = bold;
     style.italic = italic;
     return style;
-}
-
-bool LanguageIsEnglish() {
-    return Language.compare(Setting(QStringLiteral("ENG_LNG")), Qt::CaseInsensitive) == 0;
 }
 
 SheetFont ListFont() {

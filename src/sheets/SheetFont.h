@@ -18,8 +18,6 @@ struct SheetFont {
     bool operator==(const SheetFont&) const = default;
 };
 
-/// True while the program speaks the language that the product is written in.
-[[nodiscard]] bool LanguageIsEnglish();
 /// The language's font for lists: ProductFont with its size and style; in English DEFAULT FONT, elsewhere DEFAULT FONT
 /// SIZE where the settings say so.
 [[nodiscard]] SheetFont ListFont();

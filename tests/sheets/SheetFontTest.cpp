@@ -1,5 +1,6 @@
 #include "sheets/SheetFont.h"
 
+#include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "support/TestSession.h"
