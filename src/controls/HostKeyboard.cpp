@@ -2,8 +2,10 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace tessaro {
@@ -23,6 +25,9 @@ xcb_connection_t* Display() {
     auto* display = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     return display ? display->connection() : nullptr;
 }
+
+/// All there are.
+std::vector<HostKeyboard*> keyboards;
 
 /// The number that the keyboard gives a key; 0 when it hasn't got it.
 unsigned char KeyCodeOf(xcb_connection_t* display, xcb_keysym_t key) {
@@ -46,45 +51,62 @@ void SetFocus(xcb_connection_t* display, xcb_window_t window) {
 HostKeyboard::HostKeyboard(WId place, WId form, std::function<void(bool)> left)
     : place_(place), form_(form), left_(std::move(left)) {
     if (xcb_connection_t* display = Display()) keyCode_ = KeyCodeOf(display, kF6);
-    Hold();
+    keyboards.push_back(this);
+    SetInside(false);
     qApp->installNativeEventFilter(this);
 }
 
 HostKeyboard::~HostKeyboard() {
+    std::erase(keyboards, this);
     if (!qApp) return;
     qApp->removeNativeEventFilter(this);
-    Release();
+    GrabKeysOfForm();
 }
 
-// A key held for a window comes to us while the pointer is in it and the form has the focus, and while something within
-// it has the focus. The button is held too, and passed on once the keyboard has been given away.
-void HostKeyboard::Hold() {
-    xcb_connection_t* display = Display();
-    if (!display) return;
+void HostKeyboard::SetInside(bool inside) {
+    inside_ = inside;
+    if (!Display()) return;
+    GrabButtons();
+    GrabLeavingKey();
+    GrabKeysOfForm();
+    xcb_flush(Display());
+}
+
+// A press of a button gives the keyboard away, and is then passed on.
+void HostKeyboard::GrabButtons() const {
     const auto place = static_cast<xcb_window_t>(place_);
-    xcb_grab_key(display, 0, place, XCB_MOD_MASK_ANY, XCB_GRAB_ANY, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    xcb_grab_button(display, 0, place, XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE,
-                    XCB_NONE, XCB_BUTTON_INDEX_ANY, XCB_MOD_MASK_ANY);
-    xcb_flush(display);
+    if (inside_)
+        xcb_ungrab_button(Display(), XCB_BUTTON_INDEX_ANY, place, XCB_MOD_MASK_ANY);
+    else
+        xcb_grab_button(Display(), 0, place, XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_SYNC, XCB_GRAB_MODE_ASYNC,
+                        XCB_NONE, XCB_NONE, XCB_BUTTON_INDEX_ANY, XCB_MOD_MASK_ANY);
 }
 
-void HostKeyboard::Release() {
-    xcb_connection_t* display = Display();
-    if (!display) return;
+void HostKeyboard::GrabLeavingKey() const {
+    if (keyCode_ == 0) return;
     const auto place = static_cast<xcb_window_t>(place_);
-    xcb_ungrab_key(display, XCB_GRAB_ANY, place, XCB_MOD_MASK_ANY);
-    xcb_ungrab_button(display, XCB_BUTTON_INDEX_ANY, place, XCB_MOD_MASK_ANY);
-    xcb_flush(display);
-}
-
-void HostKeyboard::HoldLeavingKey() {
-    xcb_connection_t* display = Display();
-    if (!display || keyCode_ == 0) return;
+    if (!inside_) {
+        xcb_ungrab_key(Display(), keyCode_, place, XCB_MOD_MASK_ANY);
+        return;
+    }
     for (const unsigned shift : {0U, static_cast<unsigned>(XCB_MOD_MASK_SHIFT)})
         for (const unsigned lock : kLocks)
-            xcb_grab_key(display, 0, static_cast<xcb_window_t>(place_), static_cast<uint16_t>(shift | lock), keyCode_,
-                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    xcb_flush(display);
+            xcb_grab_key(Display(), 0, place, static_cast<uint16_t>(shift | lock), keyCode_, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC);
+}
+
+// A key that is grabbed for the form comes to us alone, wherever the pointer is, as long as the form or something in it
+// has the focus.
+void HostKeyboard::GrabKeysOfForm() const {
+    if (!Display()) return;
+    const auto form = static_cast<xcb_window_t>(form_);
+    const auto ofForm = [this](const HostKeyboard* other) { return other->form_ == form_; };
+    const auto hasKeys = [&](const HostKeyboard* other) { return ofForm(other) && other->inside_; };
+    if (std::ranges::any_of(keyboards, ofForm) && std::ranges::none_of(keyboards, hasKeys))
+        xcb_grab_key(Display(), 0, form, XCB_MOD_MASK_ANY, XCB_GRAB_ANY, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    else
+        xcb_ungrab_key(Display(), XCB_GRAB_ANY, form, XCB_MOD_MASK_ANY);
+    xcb_flush(Display());
 }
 
 void HostKeyboard::Enter() {
@@ -93,9 +115,9 @@ void HostKeyboard::Enter() {
     const auto tree =
         Own(xcb_query_tree_reply(display, xcb_query_tree(display, static_cast<xcb_window_t>(place_)), nullptr));
     if (!tree || xcb_query_tree_children_length(tree.get()) == 0) return;
-    inside_ = true;
-    Release();
-    HoldLeavingKey();
+    for (HostKeyboard* other : keyboards)
+        if (other != this && other->inside_) other->SetInside(false);
+    SetInside(true);
     SetFocus(display, *xcb_query_tree_children(tree.get()));
     xcb_flush(display);
 }
@@ -103,13 +125,12 @@ void HostKeyboard::Enter() {
 void HostKeyboard::TakeBack() {
     xcb_connection_t* display = Display();
     if (!display) return;
-    if (inside_) Hold();
-    inside_ = false;
+    if (inside_) SetInside(false);
     SetFocus(display, static_cast<xcb_window_t>(form_));
     xcb_flush(display);
 }
 
-// A key that is held moves nothing: the form keeps its focus. But a menu may have taken the keyboard before we came,
+// A grabbed key moves nothing: the form keeps its focus. But a menu may have taken the keyboard before we came,
 // and give it back now: the toolkit, which knows that the focus had gone, has to know that it is back.
 bool HostKeyboard::IsPassedOver(int type, const xcb_focus_in_event_t* event) {
     if (event->mode != XCB_NOTIFY_MODE_GRAB && event->mode != XCB_NOTIFY_MODE_UNGRAB) return false;

@@ -11,9 +11,10 @@ struct xcb_focus_in_event_t;
 namespace tessaro {
 
 /// Who has the keyboard on an X11 display: our form, or another program's window inside it. No window manager knows of
-/// the parts of one window, and the display gives the keys of the form to whatever lies under the pointer, the foreign
-/// window too. So our form holds all keys there until the user clicks into it or enters it by key; from then on it has
-/// them all but F6, with or without Shift, which leaves it. On other displays nothing happens.
+/// the parts of one window; the display gives the keys of the form to whatever lies under the pointer, and the other
+/// program also listens to those of the whole form. So the form grabs all its keys until the user clicks into a foreign
+/// window or enters it by key; from then on that window has them all but F6, with or without Shift, which leaves it. A
+/// form may have several such windows, of which one at most has the keyboard. On other displays nothing happens.
 class HostKeyboard final : public QAbstractNativeEventFilter {
   public:
     /// `place` is the native window that holds the foreign one, `form` the one of the whole form. `left` is called when
@@ -33,9 +34,10 @@ class HostKeyboard final : public QAbstractNativeEventFilter {
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
   private:
-    void Hold();
-    void Release();
-    void HoldLeavingKey();
+    void SetInside(bool inside);
+    void GrabButtons() const;
+    void GrabLeavingKey() const;
+    void GrabKeysOfForm() const;
     [[nodiscard]] bool IsPassedOver(int type, const xcb_focus_in_event_t* event);
 
     WId place_;

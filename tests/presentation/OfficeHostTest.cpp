@@ -235,14 +235,15 @@ TEST_F(OfficeHostTest, GivesTheKeyboardToWhereTheUserClicks) {
     Type(QStringLiteral("77"));
     Key("Return");
     ClickAt(field_.mapToGlobal(field_.rect().center()));
-    Type(QStringLiteral("field"));
-    EXPECT_EQ(field_.text(), QStringLiteral("field"));
+    Type(QStringLiteral("5"));
+    Key("Return");
+    EXPECT_EQ(field_.text(), QStringLiteral("5"));
     ClickAt(host_.mapToGlobal(host_.rect().center()));
     Type(QStringLiteral("88"));
     Key("Return");
-    EXPECT_EQ(field_.text(), QStringLiteral("field"));
+    EXPECT_EQ(field_.text(), QStringLiteral("5"));
     host_.CloseHostedExcel();
-    EXPECT_THAT(NumbersOfFile(), testing::Contains(88.0));
+    EXPECT_THAT(NumbersOfFile(), testing::UnorderedElementsAre(88.0)) << "in the one cell that was clicked twice";
 }
 
 TEST_F(OfficeHostTest, TakesOverWhatIsBeingTyped) {
@@ -336,6 +337,31 @@ TEST_F(OfficeHostTest, KeepsTheShortcutsOfAFormWhoseMenuOpensIt) {
     Type(QStringLiteral("typed"));
     EXPECT_EQ(field_.text(), QStringLiteral("typed"));
     form_.layout()->setMenuBar(nullptr);
+}
+
+// Ctrl+F is known to both: it goes to the one that has the keyboard, and to the other not.
+TEST_F(OfficeHostTest, AKeyThatBothKnowHasOneReceiver) {
+    int pressed = 0;
+    const QShortcut shortcut(QKeySequence::Find, &form_, [&pressed] { ++pressed; });
+    ASSERT_TRUE(host_.ShowWorkbook(file_));
+    const QImage sheet = SettledBottomStrip();
+    const QPoint middle = host_.mapToGlobal(host_.rect().center());
+    ClickAt(field_.mapToGlobal(field_.rect().center()));
+    Key("ctrl+f");
+    EXPECT_EQ(pressed, 1);
+    EXPECT_TRUE(Alike(BottomStrip(), sheet)) << "the pointer in the form";
+    QProcess::execute(QStringLiteral("xdotool"),
+                      {QStringLiteral("mousemove"), QString::number(middle.x()), QString::number(middle.y())});
+    Key("ctrl+f");
+    EXPECT_EQ(pressed, 2);
+    EXPECT_TRUE(Alike(BottomStrip(), sheet)) << "the pointer on the sheet";
+    ClickAt(middle);
+    Key("ctrl+f");
+    EXPECT_EQ(pressed, 2) << "in the sheet";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Alike(BottomStrip(), sheet); }, 3000)) << "in the sheet";
+    ClickAt(field_.mapToGlobal(field_.rect().center()));
+    Key("ctrl+f");
+    EXPECT_EQ(pressed, 3);
 }
 
 TEST_F(OfficeHostTest, HasNoStatusBarAfterSaving) {
@@ -595,8 +621,24 @@ TEST_F(OfficeHostTest, ShowsSlidesBesideAWorkbook) {
     const QByteArray picture = host_.xlBook().Sheet(1).Cells(1, 1).AsPicture(QStringLiteral("image/x-emf"));
     EXPECT_EQ(pane.Slides().AppendPictures({picture}), 2);
     EXPECT_TRUE(host_.IsOpen());
+    // The keyboard goes from the one to the other and back.
+    const QPoint sheet = host_.mapToGlobal(host_.rect().center());
+    for (const char* number : {"31", "32"}) {
+        ClickAt(pane.mapToGlobal(pane.rect().center()));
+        ClickAt(sheet);
+        Type(QLatin1String(number));
+        Key("Return");
+    }
+    ClickAt(field_.mapToGlobal(field_.rect().center()));
+    Type(QStringLiteral("7"));
+    EXPECT_EQ(field_.text(), QStringLiteral("7"));
     pane.CloseHostedExcel(false);
     EXPECT_TRUE(host_.IsOpen());
+    Type(QStringLiteral("8"));
+    Key("Return");
+    EXPECT_EQ(field_.text(), QStringLiteral("78"));
+    host_.CloseHostedExcel();
+    EXPECT_THAT(NumbersOfFile(), testing::ElementsAre(32.0));
 }
 
 } // namespace tessaro
