@@ -28,7 +28,7 @@ KeyedItem ItemOf(const Records& rows) {
     return item;
 }
 
-/// What all areas of a quoted list of AreaIDs are read with.
+/// The statement that reads the areas of a quoted list of AreaIDs.
 QString AreasByIdSql(const char* select, const QString& quotedIds, const char* filterColumn) {
     return Text(select) + quotedIds + QStringLiteral(") ") +
            GlobalLocal(QStringLiteral(" AND "), {Text(filterColumn)}) + QStringLiteral(" ORDER BY AreaName ");

@@ -8,7 +8,7 @@ namespace tessaro::selection {
 
 namespace {
 
-/// By stage: the caption of the box that means it.
+/// Caption keys of the check boxes, by the stage that a box stands for.
 constexpr std::array<const char*, 3> Captions{"AutoUseSelInd", "AutoUseSelTime", "AutoUseSelAreas"};
 
 /// The two other stages, in the order of the boxes.

@@ -7,8 +7,8 @@
 #include <functional>
 #include <optional>
 
-/// What comes before every automatic selection: which of the other stages have a selection that can narrow it, and the
-/// question whether they shall.
+/// The question before an automatic selection: which of the other stages have a selection, and which of those shall
+/// narrow the result.
 namespace tessaro::selection {
 
 /// Which of the two other stages narrow the selection. Indicators: time, areas. Time: indicators, areas. Areas:

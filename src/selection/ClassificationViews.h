@@ -13,8 +13,8 @@ namespace tessaro::selection {
 
 constexpr int ClassificationCount = 7;
 
-/// How the children of one level are read: `select` up to WHERE, then the conditions on the levels above, the filter on
-/// `gidColumn`, and the order.
+/// The statement that reads the children of a node, in parts: `select` up to WHERE, then the conditions on the levels
+/// above, the GlobalLocalFilter on `gidColumn`, and `tail` with the order.
 struct ChildQuery {
     const char* select;
     const char* gidColumn;
@@ -22,7 +22,7 @@ struct ChildQuery {
     std::size_t gidField = 0; ///< where the rows have the GId
 };
 
-/// A classification view. `conditions` are the openings of the terms that name a node's level and those above it.
+/// A classification view. `conditions`: for each level the term up to the value, as " S.SectorLabel1GId = ".
 struct ClassificationView {
     const char* tree;       ///< object name: "TV_IND"
     const char* captionKey; ///< of its label in the strip
@@ -37,7 +37,7 @@ struct ClassificationView {
     bool quoted;                              ///< node ids are texts
     std::array<const char*, 3> conditions;    ///< one a level; nullptr beyond the last
     std::array<ChildQuery, 2> children;       ///< of level 1 and level 2
-    /// What the indicator filter joins on when only items with (or without) data are wanted.
+    /// Joins and condition of the indicator filter while DataExistsCriterion is not empty.
     const char *filterPrefix, *filterSuffix, *filterWhere;
 };
 

@@ -22,7 +22,8 @@ struct Narrowing {
     QString statement;
 };
 
-/// " AND D.IUSNId in (…)" while a filter is limited to combinations; indicators are limited in the list query.
+/// " AND D.IUSNId in (…)" when the filter is limited to a list of combinations. A list of indicators is a condition of
+/// the last query instead.
 QString LimitToList(const IndicatorFilter& filter, const char* head) {
     if (!filter.onlyList || !ByCombination()) return {};
     return Text(head) + QStringLiteral("D.IUSNId in (") + filter.list + QLatin1Char(')');
@@ -46,7 +47,7 @@ QList<Narrowing> NarrowingsOf(const IndicatorFilter& filter) {
     return steps;
 }
 
-/// What narrows the list query itself: the classification of the current view, or the list of indicators.
+/// Joins and conditions of the list query: the classification of the current view, or the list of indicators.
 struct ListLimits {
     QString prefix;
     QString suffix;

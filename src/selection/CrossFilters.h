@@ -17,7 +17,7 @@ namespace tessaro::selection {
 struct IndicatorFilter {
     bool byTime = false;
     bool byArea = false;
-    int view = 0;          ///< classification view; matters while only items with or without data are wanted
+    int view = 0;          ///< classification view; counts only while DataExistsCriterion is not empty
     bool onlyList = false; ///< limited to the ids in `list`
     QString list;          ///< ids of the Available items: numbers, or quoted GIds
 };
@@ -27,7 +27,7 @@ struct IndicatorFilter {
 /// The query of the list, over the last of those tables.
 [[nodiscard]] QString IndicatorFilterSql(const IndicatorFilter& filter);
 
-/// What a filter found: list items (one per indicator in that mode) and the combinations as a comma list.
+/// What a filter found: list items (combinations, or indicators, which may repeat) and the IUSNIds as a comma list.
 struct FoundIndicators {
     std::vector<KeyedItem> items;
     QString iusList;

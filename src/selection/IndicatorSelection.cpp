@@ -42,7 +42,7 @@ QString Text(const char* text) {
     return QString::fromLatin1(text);
 }
 
-/// Where the items of a recordset keep their fields: one set of positions a mode.
+/// Positions of an item's fields in a recordset.
 struct CombinationFields {
     std::size_t ius, indicatorGId, indicator, unitGId, unit, subpopGId, subpop;
 };
@@ -169,7 +169,7 @@ bool RemoveAllIndicators() {
 }
 
 bool ReplaceIndicators(const QString& iusList) {
-    // Rows that stayed would be doubled.
+    // Only when the table could be emptied; otherwise rows would be there twice.
     return RemoveAllIndicators() &&
            (iusList.isEmpty() || Execute(Text(InsertInto) + Text(ReplaceSelect) + iusList + QLatin1Char(')')));
 }
@@ -197,7 +197,7 @@ std::vector<KeyedItem> SortedBySector(const std::vector<KeyedItem>& items) {
     for (std::size_t i = 0; i < items.size(); ++i)
         places.insert(items[i].key, i);
     std::vector<KeyedItem> sorted;
-    QSet<QString> taken; // an indicator of two sectors stands under the first
+    QSet<QString> taken; // an indicator in two sectors is listed under the first
     Records rows = Select(SectorOrderSql(items), jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext()) {
         const QString key = KeyOf('I', rows.Text(std::size_t{0}));

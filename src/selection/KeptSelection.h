@@ -2,15 +2,15 @@
 
 #include "selection/AutoSelect.h"
 
-/// What a start finds in the selection tables.
+/// The selection that the tables keep from an earlier run, or from before a change of language.
 namespace tessaro::selection {
 
-/// Brings a selection that an earlier run left in line with the database that is connected: rows that it does not have
-/// go (a run that broke off may have left those of another database), and the texts become those of the language that
-/// is set. A selection that fits already is not written. True when rows have gone.
+/// Makes the kept selection fit the connected database: rows that it does not have are deleted (after a crash they may
+/// be those of another database), and texts are replaced by those of the current language. Nothing is written when it
+/// fits already. True when rows were deleted.
 bool FitKeptSelection();
 
-/// How many items the list of a stage will show of it; 0 without an open database.
+/// How many of the kept items the list of a stage will show; 0 without an open database.
 [[nodiscard]] int CountOfSelection(Stage stage);
 
 } // namespace tessaro::selection

@@ -18,7 +18,7 @@ selection::SheetTable TableOf(const QString& kind, const KeyedList& list, int vi
 } // namespace
 
 void PrintSummaryView(const QString& kind, const KeyedList& list, QWidget* form, int view) {
-    Q_UNUSED(form) // the frame's pointer stands for all of its screens
+    Q_UNUSED(form) // the wait cursor is set for the whole application
     ErrorTrap trap("PrintSummaryView");
     ShowMadeWorkbook("PrintSummaryView", [&] { return selection::MakeSelectionSheet(TableOf(kind, list, view)); });
 }

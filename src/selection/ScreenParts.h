@@ -12,20 +12,20 @@ class QPushButton;
 namespace tessaro {
 
 enum class FilterButton { All, Available };
-/// Icon, text beside it and focus of an automatic selection's button.
+/// Sets icon and focus policy of a button for automatic selection.
 void StyleFilterButton(QPushButton* button, FilterButton kind);
-/// The strip at the top of a screen and the line below it.
+/// Sets the colours of the strip at the top of a screen and of the line below it.
 void StyleStrip(QWidget* strip, QFrame* line);
 void ShowHeading(QLabel* label, const QString& key);
 
-/// Tells above the Available list that it shows what a search has found, and in it when that is nothing.
+/// Says above the Available list that it shows the result of a search for `text`; an empty result is said in the list.
 void ShowSearch(SelectionLists& lists, const QString& text);
 /// Says that an automatic selection has found nothing: for a while in the status bar, and in the Selected list while it
 /// is empty.
 void TellNothingFound(SelectionLists& lists);
-/// Tells that what was chosen could not be written; the list shows what is chosen all the same.
+/// Tells the user that the selection could not be saved completely.
 void TellNotKept();
-/// "Areas: 12" from a key with a place for the number; empty for 0.
+/// "Areas: 12" from the key of a text with "%1" for the number; empty for 0.
 [[nodiscard]] QString SummaryOf(const QString& key, int count);
 
 } // namespace tessaro

@@ -8,9 +8,9 @@
 
 namespace tessaro::selection {
 
-/// The indicators of a classification view with a text somewhere in their names: condition of the list's statement.
+/// The condition that finds the indicators of a classification view whose names contain a text.
 [[nodiscard]] QString SearchIndicatorsWhere(int view, const QString& text);
-/// Areas with a text somewhere in their names, as the Available list shows them.
+/// The areas whose names contain a text, as items of the Available list.
 [[nodiscard]] QString SearchAreasSql(const QString& text);
 [[nodiscard]] std::vector<KeyedItem> SearchAreas(const QString& text);
 

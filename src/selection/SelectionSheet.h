@@ -9,10 +9,9 @@
 
 namespace tessaro::selection {
 
-/// What a selection list shows, as a sheet: heads and rows of texts, and which cells belong to items that all databases
-/// share.
+/// A selection list as a table for a sheet: heads and rows of texts, and which cells belong to global items.
 struct SheetTable {
-    QString name; ///< of its sheets, where it needs more than one
+    QString name; ///< of the sheets, when one is not enough
     QStringList heads = {};
     std::vector<QStringList> rows = {};
     std::vector<quint32> globalCells = {}; ///< by row; bit n: cell n

@@ -23,10 +23,10 @@ namespace tessaro::selection {
 [[nodiscard]] QString QuotedList(const std::vector<KeyedItem>& items);
 using tessaro::QuotedList;
 
-/// A name for a list, from a field of a row; cut far beyond the width that the schema gives it.
+/// A text of the database for a list, cut to 1,000 characters. Sound databases have shorter ones.
 [[nodiscard]] QString NameOf(const QString& text);
 
-/// True for a GId that all databases share.
+/// True for the GId of a global item, which has the same GId in all databases.
 [[nodiscard]] inline bool IsGlobal(const QString& gid) {
     return gid.startsWith(QLatin1Char('-'));
 }

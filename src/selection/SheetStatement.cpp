@@ -62,8 +62,8 @@ QStringList Listed(const std::array<const char*, 3>& texts) {
 
 QString FromOf(int view, bool byCombination) {
     const QString tail = QLatin1String(ViewOf(view).from);
-    // The indicators' own table stands in for the combinations where those play no part, and the selection for both
-    // where the sources are told.
+    // Sectors in the mode of indicators need no combinations. Sources by combination read the selection, which has the
+    // texts too.
     const QString table = view == kSectors && !byCombination  ? QStringLiteral("[Indicator] AS I")
                           : view == kSources && byCombination ? QStringLiteral("_SelIUSNId AS IUS")
                                                               : QLatin1String(kCombinations);
@@ -91,7 +91,7 @@ QString SheetStatement(int view, bool byCombination, const QString& idList) {
     else if (byCombination)
         shown << QStringLiteral("U.Unit") << QStringLiteral("SP.Subpop");
     const QString order = shown.join(QStringLiteral(", "));
-    // An empty item, as this statement has always had it.
+    // With an empty item in the select list; the statement has always been so.
     if (view == kGoals && !byCombination) shown << QString();
     QStringList gids = Listed(ViewOf(view).gids);
     if (byCombination)

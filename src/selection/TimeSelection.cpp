@@ -43,7 +43,7 @@ std::vector<KeyedItem> SelectedPeriods() {
 }
 
 bool AddPeriod(const KeyedItem& period) {
-    constexpr qsizetype kWidth = 60; // of the column; a file of a stranger may hold more
+    constexpr qsizetype kWidth = 60; // of the column; texts of a foreign file may be longer
     SelectionChanged = true;
     return Execute(QStringLiteral("INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) Values (") +
                    IdOfKey(period.key) + QLatin1Char(',') + Quoted(period.cells.value(0).left(kWidth)) +

@@ -15,9 +15,9 @@ namespace tessaro::selection {
 
 // --- Writes. Each raises SelectionChanged and gives False when a statement failed.
 // ------------------------------------------------------------------------------
-/// One INSERT; the text goes in as it stands.
+/// Inserts one period; a text that is too long for the column is cut.
 bool AddPeriod(const KeyedItem& period);
-/// The same for each of them; written to disk together, one that fails leaves out only itself.
+/// The same for several, in one transaction. A period that can't be inserted does not stop the others.
 bool AddPeriods(const std::vector<KeyedItem>& periods);
 bool RemovePeriods(const std::vector<KeyedItem>& periods);
 bool RemoveAllPeriods();

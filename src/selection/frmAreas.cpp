@@ -32,7 +32,7 @@ QString RootKey() {
     return QString::fromLatin1(selection::AreaRootKey);
 }
 
-/// Caption key of a level, counted from 1; with "_All" or "_Data" behind it those of its two commands.
+/// Caption key of a level, counted from 1. Its two commands have the same key with "_All" or "_Data" appended.
 QString LevelKey(int level) {
     if (level == 1) return QStringLiteral("mnu_popArea_Regions");
     if (level == 2) return QStringLiteral("mnu_popArea_Countries");
@@ -179,7 +179,7 @@ void frmAreas::AddItems(const std::vector<KeyedItem>& items) {
         ShowKept(false);
 }
 
-/// After a write that failed the list shows what the table has.
+/// When a write has failed, shows what the table holds.
 void frmAreas::ShowKept(bool written) {
     if (written) return;
     chosen_.Load();
@@ -290,7 +290,7 @@ void frmAreas::Find() {
 void frmAreas::SeacrhAreaStrings(const QString& text) {
     ErrorTrap trap("SeacrhAreaStrings");
     if (text.isEmpty()) return;
-    ui_->picLVContainer->ClearFilter(); // it knows nothing of what is sought now
+    ui_->picLVContainer->ClearFilter(); // it was typed for the list before the search
     std::vector<KeyedItem> found = selection::SearchAreas(text);
     TheFrame().SetStatusText(found.empty() ? GetText(QStringLiteral("Not found")) : QString());
     lstAvailable1().Items().SetItems(std::move(found));

@@ -44,7 +44,7 @@ class frmAreas final : public StageScreen {
     void SelectAreasOfLevel(int level, bool onlyWithData);
     /// Fills the Available list with the areas that have the text in their names.
     void SeacrhAreaStrings(const QString& text);
-    /// Where the highlighted selected area lies.
+    /// Shows where the highlighted selected area lies in the hierarchy.
     void ShowAreaDetails();
     void cmdAllFilter_Click();
     void cmdAvlFilter_Click();
@@ -56,7 +56,7 @@ class frmAreas final : public StageScreen {
     void ShowKept(bool written);
     void AddItems(const std::vector<KeyedItem>& items);
     void AddFound(const QString& idList);
-    /// The children of a node for the tree: the rows that the list has just read, or a reading of their own.
+    /// The children of a node for the tree. They are read unless the list has just read the same ones.
     [[nodiscard]] std::vector<KeyedNode> ChildrenOf(const QString& nodeKey);
     [[nodiscard]] QString CurrentNode() const;
     void FillLevelMenu(QMenu* menu);

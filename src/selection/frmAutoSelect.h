@@ -27,7 +27,7 @@ class frmAutoSelect final : public QDialog {
     [[nodiscard]] bool UseSecond() const;
 
   protected:
-    void reject() override; ///< Escape and the close box are a cancel
+    void reject() override; ///< Escape and the close button cancel too
 
   private:
     void cmdOK_Click();
@@ -36,7 +36,7 @@ class frmAutoSelect final : public QDialog {
     bool cancelled_ = true;
 };
 
-/// The question as the filters ask it, shown above `parent`.
+/// A question for DecideOtherStages that shows this dialog above `parent`.
 [[nodiscard]] selection::AutoSelectQuestion AskAutoSelect(QWidget* parent);
 
 } // namespace tessaro

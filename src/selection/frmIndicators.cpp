@@ -65,7 +65,7 @@ int frmIndicators::SelectedCount() const {
 }
 
 void frmIndicators::MakeTrees() {
-    QWidget* before = ui_->cmdAllFilter; // the trees are reached behind the strip and before the lists
+    QWidget* before = ui_->cmdAllFilter; // tab order: strip, trees, lists
     for (int view = 0; view < selection::ClassificationCount; ++view) {
         if (!selection::IsViewEnabled(view)) continue;
         auto* tree = new KeyedTree(ui_->picTrees);
@@ -232,7 +232,7 @@ void frmIndicators::AddSelectedIndicators(bool all) {
     ShowKept(selection::AddIndicators(items));
 }
 
-/// After a write that failed the list shows what the table has.
+/// When a write has failed, shows what the table holds.
 void frmIndicators::ShowKept(bool written) {
     if (written) return;
     lstSelected().Items().SetItems(selection::SelectedIndicators());
@@ -245,7 +245,7 @@ void frmIndicators::AddOneIndicator(const QString& key) {
     if (row < 0) return;
     const KeyedItem item = lstAvailable().Items().ItemAt(row);
     SelectionChanged = true;
-    // What is there already stays as it is: a second INSERT would double its rows.
+    // Only when it is new: a second INSERT would double its rows.
     if (lstSelected().Items().AddItems({item}) > 0) ShowKept(selection::AddIndicator(item));
 }
 
@@ -321,7 +321,7 @@ void frmIndicators::Find() {
 void frmIndicators::SeacrhIndStrings(const QString& text) {
     ErrorTrap trap("SeacrhIndStrings");
     if (text.isEmpty()) return;
-    ui_->picLVContainer->ClearFilter(); // it knows nothing of what is sought now
+    ui_->picLVContainer->ClearFilter(); // it was typed for the list before the search
     FillAvailableIndicators(selection::FromOf(view_), selection::SearchIndicatorsWhere(view_, text), true);
     ShowSearch(*ui_->picLVContainer, text);
 }
@@ -343,7 +343,7 @@ void frmIndicators::ShowInformationOf(const KeyedList& list) {
     const std::vector<KeyedItem> items = list.HighlightedItems();
     if (items.empty()) return;
     const bool byCombination = selection::ByCombination();
-    // A combination's number is read as the data view has it.
+    // The number of a combination is looked up in the way that the data view does.
     ShowInformationInBROW(IdOfKey(items.front().key), QStringLiteral("IND"),
                           byCombination ? QStringLiteral("frmData") : FormName(), !byCombination, this);
 }

@@ -42,7 +42,7 @@ class frmIndicators final : public StageScreen {
     /// Fills the first level of the trees of all views that are shown.
     void LoadTreeViews();
     void ShowThisIndicatorOption(int view);
-    /// The click on a node: its children, and the indicators that it holds.
+    /// A click on a node: loads its children and shows its indicators.
     void FillClassification(int view, const QString& nodeKey);
     void FillAvailableIndicators(const QString& from, const QString& where, bool showNotFound);
     void AddSelectedIndicators(bool all);
@@ -50,7 +50,7 @@ class frmIndicators final : public StageScreen {
     void SortSelIndsBySector();
     /// Fills the Available list with the indicators of the view that have the text in their names.
     void SeacrhIndStrings(const QString& text);
-    /// Where the highlighted selected indicators are classified.
+    /// Shows how the highlighted selected indicators are classified.
     void DisplayINDDetails();
     void cmdAllFilter_Click();
     void cmdAvlFilter_Click();
@@ -63,7 +63,7 @@ class frmIndicators final : public StageScreen {
     void SetColumns();
     void ShowKept(bool written);
     void AddOneIndicator(const QString& key);
-    /// What both automatic selections do once it is settled what narrows them.
+    /// Runs an automatic selection and shows its result.
     void RunFilter(const selection::IndicatorFilter& filter);
     [[nodiscard]] QStringList PathOf(int view, const QString& nodeKey) const;
     void ShowInformationOf(const KeyedList& list);

@@ -116,7 +116,7 @@ void frmTime::AddThisPeriod(const QString& key, const QString& text) {
     if (lstSelected().Items().AddItems({period}) > 0) ShowKept(selection::AddPeriod(period));
 }
 
-/// After a write that failed the list shows what the table has.
+/// When a write has failed, shows what the table holds.
 void frmTime::ShowKept(bool written) {
     if (written) return;
     lstSelected().Items().SetItems(selection::SelectedPeriods());

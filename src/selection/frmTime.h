@@ -37,7 +37,7 @@ class frmTime final : public StageScreen {
     void AddThisPeriod(const QString& key, const QString& text);
     void AddSelectedPeriods(bool all);
     void RemoveSelectedPeriods(bool all);
-    /// What the highlighted selected period has.
+    /// Shows how many data rows the highlighted selected period has.
     void ShowPeriodDetails();
     void cmdAllFilter_Click();
 

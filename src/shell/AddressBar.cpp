@@ -81,7 +81,7 @@ void AddressBar::AddItem(const QString& item) {
     const QString shown = Text();
     const int current = cmbAddress_->currentIndex();
     cmbAddress_->addItem(item, 0);
-    // The first item of an empty list would select itself.
+    // A combo box selects the first item that is added to an empty list.
     cmbAddress_->setCurrentIndex(current);
     cmbAddress_->setEditText(shown);
 }
@@ -123,15 +123,15 @@ void AddressBar::SetPictures() {
 }
 
 bool AddressBar::eventFilter(QObject* watched, QEvent* event) {
-    // A turn of the wheel over the closed list would open one database after the other.
+    // The wheel over the closed list would select, and so open, one database after the other.
     if (watched == cmbAddress_ && event->type() == QEvent::Wheel) return true;
     if (event->type() == QEvent::KeyPress && watched == cmbAddress_->completer()->popup() &&
         SuggestionKey(static_cast<const QKeyEvent&>(*event)))
         return true;
-    // The box has the focus and hands keys on to its field without asking the field's filters.
+    // The combo box has the focus and calls its field directly, past the field's event filters.
     const bool ofField = watched == cmbAddress_ || watched == cmbAddress_->lineEdit();
     if (ofField && event->type() == QEvent::KeyPress && FieldKey(static_cast<const QKeyEvent&>(*event))) return true;
-    // Whoever leaves the field with the text of an item in it has not asked for that database.
+    // When the focus leaves, the combo box selects the item whose text stands in the field. That is no wish to open it.
     if (ofField && event->type() == QEvent::FocusOut) {
         const QScopedValueRollback suppress(suppressed_, true);
         watched->event(event);
@@ -140,7 +140,7 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-/// Enter means what was typed, unless one of the suggestions below it was chosen.
+/// Enter opens what was typed, unless a suggestion is highlighted.
 bool AddressBar::SuggestionKey(const QKeyEvent& event) {
     QAbstractItemView* suggestions = cmbAddress_->completer()->popup();
     if (suggestions->currentIndex().isValid()) return false;
@@ -154,7 +154,7 @@ bool AddressBar::FieldKey(const QKeyEvent& event) {
         if (!suppressed_) Q_EMIT Entered();
         return true;
     }
-    // The arrows open the list; going along it with each item opened would cost a database a key.
+    // By default the arrow keys select the next item, which would open a database at each key. Here they open the list.
     if (event.key() == Qt::Key_Down || event.key() == Qt::Key_Up) {
         cmbAddress_->showPopup();
         return true;

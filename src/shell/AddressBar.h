@@ -9,7 +9,7 @@ class QToolButton;
 
 namespace tessaro {
 
-/// frmAddressBar: the database that is open, as an address; the list of databases; the go button.
+/// frmAddressBar: an editable list of databases that shows the open one as an address, and the go button beside it.
 class AddressBar final : public QWidget {
     Q_OBJECT
 
@@ -21,10 +21,10 @@ class AddressBar final : public QWidget {
     void SetItems(const QStringList& items);
     void AddItem(const QString& item);
     void RemoveItem(const QString& item);
-    /// Shows a text: selects the item that equals it ignoring case, otherwise the text stands by itself. No event comes
-    /// of it.
+    /// Shows a text: selects the item that equals it ignoring case, otherwise puts the text into the field. Emits
+    /// nothing.
     void Show(const QString& text);
-    /// The same, but the text becomes an item first when there is none of that name.
+    /// The same; a text that is no item yet is added to the list first.
     void ShowAsItem(const QString& text);
     void SetCaptions();
     void SetPictures();
@@ -46,7 +46,7 @@ class AddressBar final : public QWidget {
     QLabel* lblAddress_;
     QComboBox* cmbAddress_;
     QToolButton* picGo_;
-    bool suppressed_ = false; ///< the list is being filled: its events mean nothing
+    bool suppressed_ = false; ///< the program itself changes the list: its signals are ignored
 };
 
 } // namespace tessaro

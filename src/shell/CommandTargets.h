@@ -9,7 +9,8 @@ class DatabaseOpener;
 class SettingsChange;
 class StageNavigator;
 
-/// What the commands of the menus work on. The frame owns it all.
+/// What the commands of the menu table are handed: the parts of the window and the classes that do the work. The frame
+/// owns them all.
 struct CommandTargets {
     FrameParts parts;
     StageNavigator& stages;

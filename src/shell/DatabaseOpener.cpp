@@ -61,13 +61,13 @@ void DatabaseOpener::OpenDefaultDatabase() {
     CurrentDatabase = Setting(QStringLiteral("DEFAULT DATABASE"));
     if (file.isEmpty()) return;
     parts_.status.SetText(GetText(QStringLiteral("TS_OpeningDatabase")));
-    // Painted before the work, so that the start shows the home page as soon as it can.
+    // Paints the home page before the database is opened, so that the start seems quick.
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     OpenAtStart(file);
     parts_.status.SetText({});
 }
 
-/// Opens a database with what an earlier run left selected.
+/// Opens a database at start and keeps the selection of the earlier run.
 bool DatabaseOpener::OpenAtStart(const QString& file) {
     if (!OpenDatabaseFile(file)) return false;
     if (!LanguageInDatabase) {
@@ -116,8 +116,8 @@ void DatabaseOpener::SelectDataBase() {
     }
 }
 
-/// FileSelectedISOK: the path to open; empty after the message when there is none. Then the address of the open
-/// database comes back, and all stays as it is.
+/// FileSelectedISOK: the path to open. When there is no such file the user is told, the address bar shows the open
+/// database again, and the path is empty.
 QString DatabaseOpener::CheckedFile(const QString& path) {
     const SelectedFile file = CheckSelectedFile(path, parts_.address.Items());
     if (file.verdict == SelectedFile::Verdict::Good) {
@@ -146,7 +146,7 @@ void DatabaseOpener::LoadNewMDB(const QString& path) {
     Q_EMIT Changed();
 }
 
-/// Opens a database file while a stage may be on the screen. A refused one leaves everything as it was.
+/// Opens a database file while a stage may be shown. When it is refused, that stage is entered again.
 bool DatabaseOpener::OpenInPlace(const QString& path) {
     parts_.status.SetText(GetText(QStringLiteral("TS_OpeningDatabase")));
     stages_.HideStage();
@@ -215,7 +215,7 @@ void DatabaseOpener::mnuFileOpen_Click() {
 void DatabaseOpener::OpenFavourite(const QString& path) {
     const ErrorTrap trap("mnuCustomFavorites_Click");
     if (!FileExists(path)) {
-        // A favourite that is gone is no reason to leave what is on the screen.
+        // LoadNewMDB would leave the current screen.
         ShowMessage(QStringLiteral("025"));
         parts_.menu.FillFavourites();
         return;

@@ -9,40 +9,42 @@ namespace tessaro {
 
 class StageNavigator;
 
-/// Takes databases into use: at start, from the address bar, the File menu, the home page and the favourites. A
-/// database that is refused leaves everything as it was.
+/// Opens databases: at start, from the address bar, the File menu, the home page and the favourites. When a database is
+/// refused, the one that was open and its selection stay.
 class DatabaseOpener final : public QObject {
     Q_OBJECT
 
   public:
     DatabaseOpener(const FrameParts& parts, StageNavigator& stages);
 
-    /// The first page: the database of the last run or of the product, or none.
+    /// At start: opens the database of the last run, otherwise the product's default one, and shows the home page or
+    /// stage 0.
     void OpenStartPage();
-    /// cmbAddress with the databases of the data folder and the one that is open.
+    /// Fills cmbAddress with the databases of the data folder and the one that is open.
     void FillAddresses();
-    /// Files that have come or gone meanwhile.
+    /// Brings cmbAddress up to date with files that were added to the data folder or removed.
     void RescanAddresses();
 
-    /// Opens what cmbAddress names.
+    /// Opens the database whose address or path stands in cmbAddress.
     void SelectDataBase();
+    /// Opens a database by its path or address and shows stage 0 with an empty selection.
     void LoadNewMDB(const QString& path);
-    /// Opens a favourite by its path; one that is gone is told and leaves the menu.
+    /// Opens a favourite by its path. When its file is gone, the user is told and the menu is filled again.
     void OpenFavourite(const QString& path);
-    /// The file dialog of the File menu.
+    /// Asks for a file with the file dialog and opens it.
     void mnuFileOpen_Click();
-    /// The go button: opens what is typed, and tells when the database lacks the language.
+    /// The go button and Enter: open what stands in cmbAddress; LanguageMissing follows when it lacks the language.
     void picGo_Click();
     void cmbAddress_Click();
-    /// The address of a database, chosen on the home page.
+    /// Opens a database by its address, chosen on the home page.
     void OpenAddress(const QString& address);
-    /// Empties the selection and takes the stages down.
+    /// Empties the selection tables and the list of visited stages, and unloads the stage screens.
     void RestoreBlanks();
     /// Shows CurrentDatabase in the address bar.
     void ShowAddress();
 
   Q_SIGNALS:
-    /// Another database is open, or none, or the list of databases is another one.
+    /// Another database is open, or none, or the list of databases has changed.
     void Changed();
     /// The database that was opened has no texts in the current language.
     void LanguageMissing();

@@ -25,7 +25,7 @@ const QString UnfinishedMark = QStringLiteral(".part");
 constexpr const char* Companions[] = {
     "", ".copying", ".copying-journal", ".copying-wal", ".copying-shm", "-journal", "-wal", "-shm"};
 
-/// A file that is being made under another name, so that a favourite is there whole or not at all.
+/// A file that is made under another name and renamed when it is complete. Unfinished, it is removed.
 class UnfinishedFile final {
   public:
     explicit UnfinishedFile(QString target) : target_(std::move(target)) { Remove(); }
@@ -45,8 +45,8 @@ class UnfinishedFile final {
     QString target_;
 };
 
-/// A database of links for the one statement that fills the copy. It is none of the session's, so that neither its
-/// links nor a query that is still open on Connection are in the way.
+/// A database of links for the statement that fills the copy. The session's own working database can't be used: a query
+/// may still be open on Connection, and its links are for reading only.
 std::shared_ptr<jet::Connection> MakeLinks(const QString& folder, const QString& copy) {
     const std::string file = JoinPath({folder, QStringLiteral("Links.mdb")}).toStdString();
     jet::Database::Create(file, DatabasePassword());
@@ -84,7 +84,7 @@ void MakeCopy(const QString& copy, const RowsInView& rows) {
     frame.SetProgress(90);
 }
 
-/// What is marked is written once more without the room of the rows that it doesn't have.
+/// Marks what has data, then compacts the file: the deleted rows have left free pages.
 bool Complete(const QString& copy, ErrorTrap& trap) {
     const bool made = MarkDataExists(copy) && trap.Try([&] { jet::Database::Compact(copy.toStdString()); });
     TheFrame().SetProgress(100);
@@ -105,7 +105,7 @@ QStringList FavouriteFiles() {
 }
 
 QString FavouritePath(const QString& name) {
-    const bool complete = name.endsWith(Extension, Qt::CaseInsensitive); // "x.mdb copy" would open as no database
+    const bool complete = name.endsWith(Extension, Qt::CaseInsensitive); // "x.mdb copy" becomes "x.mdb copy.mdb"
     return JoinPath({FavoritesFolder, complete ? name : QString(name + Extension)});
 }
 

@@ -12,19 +12,19 @@ enum class FavouriteResult {
     Made,
     BadName, ///< empty, or with characters that file names can't have: message "037"
     Taken,   ///< message "021"
-    Failed   ///< the disk, or the database (reported); nothing is left behind
+    Failed   ///< an error of the disk or the database; it is in the log, and no file is left
 };
 
-/// A copy of the open database with only the rows that the data view shows, under this name in FavoritesFolder. It is
-/// there whole or not at all. `rows` are the filters that the view has; cells without a value that it shows become rows
-/// without a value. Progress goes to the frame's meter.
+/// Makes a copy of the open database with only the rows that the data view shows, under this name in FavoritesFolder.
+/// The file appears when it is complete. `rows` are the view's filters; combinations without a value that the view
+/// shows become rows without a value. Progress is shown in the status bar.
 [[nodiscard]] FavouriteResult MakeFavourite(const QString& name, const RowsInView& rows = {});
 
 /// Names of the files of FavoritesFolder that are databases.
 [[nodiscard]] QStringList FavouriteFiles();
 /// Paths of all favourites that can be opened: the user's ones, then those that came with the product.
 [[nodiscard]] QStringList FavouritePaths();
-/// The path of a favourite by its file's name; ".mdb" is added when the name doesn't hold it.
+/// The path of a favourite by its file's name; ".mdb" is added when the name doesn't end in it.
 [[nodiscard]] QString FavouritePath(const QString& name);
 /// True when the favourite of this file name is the database that is open.
 [[nodiscard]] bool IsOpenFavourite(const QString& fileName);

@@ -11,7 +11,7 @@ class StageBanner;
 class StandardToolBar;
 class StatusBar;
 
-/// What the window of the frame consists of, for the classes that work on it. The window owns them all.
+/// The widgets of the main window, for the classes that work on them. The window owns them all.
 struct FrameParts {
     QMainWindow& window;
     MainMenu& menu;

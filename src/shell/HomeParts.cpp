@@ -14,7 +14,7 @@ namespace tessaro {
 
 namespace {
 
-/// A vector picture drawn for one height, sharp on the screen at hand.
+/// A picture in a given height; a vector picture is drawn at the resolution of the screen.
 QPixmap Drawn(const QString& file, int height, qreal ratio) {
     if (!file.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) {
         const QPixmap picture(file);

@@ -6,18 +6,18 @@
 #include <QPixmap>
 #include <QWidget>
 
-/// The pieces that the home page is put together from.
+/// The widgets of the home page.
 namespace tessaro {
 
-/// The coloured strip at the top, with the product's picture along its far end. A picture that moves plays; a still one
-/// stands.
+/// The coloured strip at the top, with a picture at its end (the right, or the left in right-to-left languages). An
+/// animated GIF plays.
 class HeroStrip final : public QWidget {
     Q_OBJECT
 
   public:
     explicit HeroStrip(QWidget* parent = nullptr);
     void SetColor(const QColor& color);
-    /// The picture of the animation's role; an empty path leaves the strip plain.
+    /// An empty path leaves the strip without a picture.
     void SetPicture(const QString& file);
 
   protected:
@@ -26,11 +26,11 @@ class HeroStrip final : public QWidget {
   private:
     QColor color_;
     QString file_;
-    QPixmap picture_; ///< as last drawn, for one height
+    QPixmap picture_; ///< drawn for the height that the strip had last
     class QMovie* movie_ = nullptr;
 };
 
-/// One of picIndicators: a picture with its caption below it, into a stage.
+/// One of picIndicators: a button with a picture and a caption below it, which opens a stage.
 class PictureButton final : public QAbstractButton {
     Q_OBJECT
 
@@ -68,13 +68,13 @@ class LinkButton final : public QAbstractButton {
     QColor hot_;
 };
 
-/// The databases to choose from: one click or Enter opens.
+/// The list of databases on the home page: one click or Enter opens.
 class DatabaseList final : public QListWidget {
     Q_OBJECT
 
   public:
     explicit DatabaseList(QWidget* parent = nullptr);
-    /// What the empty list says.
+    /// The text shown while the list is empty.
     void SetHint(const QString& hint);
 
   Q_SIGNALS:

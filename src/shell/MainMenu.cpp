@@ -21,12 +21,12 @@ namespace tessaro {
 
 namespace {
 
-/// "French [fr]" in its own language: "français"; the label itself for a code that nobody knows.
+/// "French [fr]" in its own language: "français"; the label itself for an unknown code.
 QString OwnNameOf(const QString& label) {
     const QString code = CodeOfLanguage(label);
     const QLocale locale(code);
     if (code.isEmpty() || locale.language() == QLocale::C) return label;
-    // The plain language, without the country that the platform adds to English and Spanish.
+    // Qt names English and Spanish with a country.
     const QString name = QLocale(locale.language()).nativeLanguageName();
     const QString own = code == QLatin1String("en")   ? QStringLiteral("English")
                         : code == QLatin1String("es") ? QStringLiteral("español")

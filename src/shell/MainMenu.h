@@ -25,12 +25,12 @@ class MainMenu final : public QObject {
 
     /// An entry by its name ("mnuFileOpen", "mnu_Help_0"); never null for a name of the table.
     [[nodiscard]] QAction* Entry(const QString& name) const;
-    /// Enables what can be done with what is in front.
+    /// Enables the entries that can be used with the page in front.
     void OfferCommands(const FrontState& front);
 
     /// Captions of all entries in the current language.
     void SetMenuCaptions();
-    /// Pictures, once the settings say where they are.
+    /// Pictures of the entries; the settings must have been read.
     void SetPictures();
     /// The languages that have a file, the current one ticked.
     void FillLanguages();

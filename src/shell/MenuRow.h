@@ -13,13 +13,13 @@ struct MenuOffer {
 
 enum class MenuKind { Menu, Command, Checked, Separator };
 
-/// A line of the menus: all that is known of it stands here.
+/// One line of the menu table.
 struct MenuRow {
     const char* parent; ///< name of the menu that holds it; empty for the bar
     const char* name;
     const char* key; ///< of its caption
     MenuKind kind;
-    /// What choosing it does; null for an entry of a part that does not exist yet, which can't be chosen and says so.
+    /// Called when it is chosen. Null for a part of the program that does not exist yet: the entry is disabled then.
     void (*command)(const CommandTargets& on, bool checked) = nullptr;
     const MenuOffer* offered = nullptr; ///< null for always
     const char* picture = "";

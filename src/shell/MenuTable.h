@@ -6,7 +6,7 @@
 
 namespace tessaro {
 
-/// The menus of the frame, each menu before what it holds.
+/// The table of the frame's menus: each menu stands before its entries.
 [[nodiscard]] std::span<const MenuRow> MenuRows();
 
 } // namespace tessaro

@@ -16,25 +16,25 @@ struct Stage {
     const char* formName;   ///< in VisitedStages
     const char* captionKey; ///< on the banner and on the home page
     const char* toolTipKey;
-    const char* picture; ///< of the icon family
+    const char* picture; ///< file name of its icon
 };
 extern const std::array<Stage, StageCount> Stages;
 
 [[nodiscard]] bool IsStage(int stage);
 [[nodiscard]] QString FormNameOf(int stage);
 
-/// What changes on the Back and Forward buttons; a value that is missing leaves the button as it is.
+/// New states of the Back and Forward buttons; a button without a value keeps its state.
 struct ButtonChange {
     std::optional<bool> back;
     std::optional<bool> forward;
 };
 
-/// Adds the form of a stage that was opened to VisitedStages, once. The two buttons become usable with the first one;
-/// Forward only when CurrentStage lies below the number of screens visited.
+/// Adds the form of a stage to VisitedStages unless it is there. From the first stage on both buttons are enabled,
+/// Forward only while CurrentStage is less than the number of screens visited.
 ButtonChange AddToVisitedStages(const QString& formName);
 /// The number of screens visited since the database opened: how far Forward may go.
 [[nodiscard]] int UpperBound();
-/// Where Back and Forward go from CurrentStage; nothing when they go nowhere.
+/// The stage that Back and Forward lead to from CurrentStage, if any.
 [[nodiscard]] std::optional<int> BackTarget();
 [[nodiscard]] std::optional<int> ForwardTarget();
 /// The buttons after a step back and after a step forward.

@@ -39,7 +39,7 @@ bool IsReadable(const jet::Value& text) {
     return !decoder.hasError();
 }
 
-/// Whether a file holds the texts of a language, so that one that has none, or damaged ones, is never offered.
+/// Whether a file holds the texts of a language, all of them valid UTF-8.
 bool HoldsLanguage(const QString& file) {
     const auto connection = CreateTheConnection(file);
     if (!connection) return false;

@@ -10,8 +10,7 @@
 
 namespace tessaro {
 
-/// What the preferences dialog edits: a draft of the session's values. Taking it over is one step, so that Cancel needs
-/// none.
+/// The values that the preferences dialog edits, as a draft apart from the session, so that Cancel has nothing to undo.
 struct Preferences {
     QString language;
     QString font;
@@ -47,9 +46,9 @@ struct Preferences {
 /// Whether the product offers a classification view (row 0 to 6).
 [[nodiscard]] bool IsViewOffered(int view);
 
-/// How a language file wants its language shown.
+/// The font that a language file recommends, and a sample text.
 struct LanguageFace {
-    QString font; ///< empty when it doesn't say
+    QString font; ///< empty when the file names none
     int size = 0;
     QString sample; ///< a text in the language
 };
@@ -58,7 +57,7 @@ struct LanguageFace {
 /// Families of the fonts that this machine can draw at any size.
 [[nodiscard]] QStringList FontFamilies();
 
-/// What the open database is about: its name, and the areas of its top level; empty while none is open.
+/// Shown in the dialog: the name of the open database and its areas of level 1; empty while none is open.
 struct ProductScope {
     QString subject;
     QStringList areas;
@@ -67,13 +66,14 @@ struct ProductScope {
 
 /// Names of the product's sounds.
 [[nodiscard]] QStringList Sounds();
-/// The path of a listed sound; any other text is a path already.
+/// The path of a sound by its name in the list; any other text is taken for a path.
 [[nodiscard]] QString PathOfSound(const QString& name);
-/// What stands for a sound file in the list: its name when it is one of the product's, otherwise its path.
+/// How the list shows a sound file: by its name when it is one of the product's, otherwise by its path.
 [[nodiscard]] QString NameOfSound(const QString& path);
 
 /// Copies a language file into the language folder, asking (message "285") before one of that name is replaced, and
-/// lists the languages anew. False when the name holds no "]", when the answer is No or the file can't be copied.
+/// fills LanguageFiles again. False, and the user is told, when it is no readable language file or can't be copied;
+/// False also when the answer is No.
 bool ImportLanguageFile(const QString& file);
 
 } // namespace tessaro

@@ -131,7 +131,7 @@ ReportTable OneColumn(jet::Connection& database, const QString& name, const char
     return {name, {Text(head)}, Rows(database, sql, 1)};
 }
 
-/// Which goals each combination stands under, read once.
+/// The GIds of the goals of level 1 by combination. Read once, since a query for each cell takes minutes.
 QHash<qint64, QSet<QString>> GoalsOfCombinations(jet::Connection& database) {
     QHash<qint64, QSet<QString>> goals;
     Records rows =
@@ -185,7 +185,7 @@ ReportTable Combinations(jet::Connection& database) {
     return table;
 }
 
-/// Map files lie with the pictures of maps, or with the layers; a layer's name stands without its ending.
+/// Whether a map file exists in the folder of map pictures or in that of the layers, under its name or with ".shp".
 bool MapExists(const QString& name) {
     const QString pictures = Setting(QStringLiteral("Maps Image Folder"));
     const QString maps = QStringLiteral("Maps");
@@ -205,7 +205,7 @@ ReportTable MapFiles(jet::Connection& database) {
     return table;
 }
 
-/// A classification, its link to combinations and what it reads.
+/// The parts of the statement of a classification's sheet.
 struct Tree {
     const char* nameKey;
     std::initializer_list<const char*> heads;
@@ -270,7 +270,7 @@ ReportTable Classified(jet::Connection& database, const Tree& tree) {
     for (const char* label : tree.labels)
         from = from.arg(Localized(label));
     from = QLatin1Char('(') + from + QLatin1Char(')') + QLatin1String(tree.link);
-    // Classifications without a combination stand there too.
+    // LEFT JOIN, so that classifications without a combination are listed too.
     const auto join = [&from](const QString& tableAs, const char* condition) {
         from = QLatin1Char('(') + from + QStringLiteral(") LEFT JOIN ") + tableAs + QStringLiteral(" ON ") +
                QLatin1String(condition);
@@ -295,7 +295,7 @@ ReportTable ReadLogTable(bool ofTemplates, jet::Connection& database) {
     Records rows = Select(ofTemplates ? QStringLiteral("SELECT * from [Template_Log] Order by TemplateID")
                                       : QStringLiteral("SELECT * from [Database_Log] Order by DatabaseID"),
                           jet::CursorType::ForwardOnly, &database);
-    // Databases of before keep no user.
+    // Logs of older databases have no column for the user.
     const bool hasUser = rows.isOpen() && rows.rows().FieldIndex("User") >= 0;
     for (; !rows.atEnd(); rows.MoveNext())
         table.rows.push_back({rows.Text(ofTemplates ? "TemplateFileName" : "DatabaseFileName"), rows.Text("Action"),

@@ -37,7 +37,7 @@ SettingsChange::SettingsChange(const FrameParts& parts, StageNavigator& stages, 
 
 void SettingsChange::ShowInLanguage() {
     toolkitTexts_.Load();
-    // The bars and the screens take the font each by itself; the menus follow the application's.
+    // For menus and dialogs of Qt. Bars and screens set their font themselves.
     QApplication::setFont(LanguageFont());
     QToolTip::setFont(LanguageFont());
     QApplication::setLayoutDirection(LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
@@ -79,7 +79,7 @@ std::unique_ptr<frmProperties> SettingsChange::MakeProperties() {
     return form;
 }
 
-/// The menu lists the language at once; when it is the current one, its texts are shown at once too.
+/// Adds the language to the menu; when it is the current one, shows the new texts.
 void SettingsChange::TakeImportedLanguage(const QString& file) {
     parts_.menu.FillLanguages();
     if (FileNameOf(FileOfLanguage(Language)).compare(FileNameOf(file), Qt::CaseInsensitive) != 0) return;
@@ -100,7 +100,7 @@ void SettingsChange::ShowLanguageDialog() {
     if (!dialog.Chosen().isEmpty()) OpenInLanguage(dialog.Chosen());
 }
 
-/// Takes over a language that the open database has, and opens it in it.
+/// Changes to a language that the open database has, then opens the database again.
 void SettingsChange::OpenInLanguage(const QString& label) {
     ChangeLanguage(label);
     if (LanguageInDatabase) databases_.LoadNewMDB(CurrentDatabase);
@@ -121,7 +121,7 @@ void SettingsChange::ApplyTheSettings(const Preferences& before) {
     sound_.SetMuted(Mute);
     parts_.status.ShowSound(Mute);
     const bool relink = languageChanged && haveDatabase;
-    // What is selected carries texts of the language before.
+    // The selection tables hold texts of the previous language.
     if (relink) databases_.RestoreBlanks();
     if (home) CurrentStage = navigation::HomePage;
     if (FileExists(CurrentDatabase)) LanguageInDatabase = IsLanguageInDatabase(CurrentDatabase);
@@ -135,18 +135,18 @@ void SettingsChange::ApplyTheSettings(const Preferences& before) {
     Q_EMIT databases_.Changed();
 }
 
-/// Links the open database in the current language; the home page comes up when it has no texts in it.
+/// Links the open database in the current language. When it has no texts in it, the home page is shown.
 void SettingsChange::Relink() {
     DatabaseOpen = LinkAllTablesinInfoSel() == LinkResult::Made;
     if (!LanguageInDatabase) stages_.ComeHomeWithoutLanguage();
 }
 
-/// The screens that a change concerns, filled anew. The data view keeps its rows unless it is in front.
+/// Rebuilds the screens that a change concerns. The data view is refreshed only when it is in front.
 void SettingsChange::ReloadScreens(const Preferences& now, const Preferences& before) {
     const bool lists = now.ChangesLists(before);
     if (!lists && !now.ChangesIndicatorViews(before)) return;
     const bool otherKeys = Connection && now.byCombination != before.byCombination;
-    if (otherKeys) selection::RemoveAllIndicators(); // the keys of the list take another form
+    if (otherKeys) selection::RemoveAllIndicators(); // the list's keys change their form
     stages_.Reload(lists ? QList<int>{0, 1, 2} : QList<int>{0});
     const FrontState front = stages_.Front();
     if (front.home || front.gallery) return;
@@ -156,7 +156,7 @@ void SettingsChange::ReloadScreens(const Preferences& now, const Preferences& be
         screen->Refresh();
 }
 
-/// The keys of what is selected are the same in all languages of a database; its texts become those of the new one.
+/// Keeps the selection after a change of language: its keys are the same in all languages, its texts are updated.
 void SettingsChange::KeepSelection(int stage) {
     if (selection::FitKeptSelection()) SelectionChanged = true;
     stages_.ShowTextsAnew();

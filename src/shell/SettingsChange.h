@@ -15,18 +15,18 @@ class DatabaseOpener;
 class StageNavigator;
 class frmProperties;
 
-/// Language, fonts and preferences while the program runs.
+/// Applies changes of language, fonts and preferences to the running program.
 class SettingsChange final : public QObject {
     Q_OBJECT
 
   public:
     SettingsChange(const FrameParts& parts, StageNavigator& stages, DatabaseOpener& databases);
 
-    /// Fonts, direction and captions of everything that stands, without touching what the screens hold.
+    /// Gives the whole window the fonts, direction and captions of the language. Lists and selections stay.
     void ShowInLanguage();
-    /// Brings the running session into line with its values; `before` is what they were.
+    /// Applies the session's preferences to the window; `before` are the values before the change.
     void ApplyTheSettings(const Preferences& before);
-    /// Takes another language into use: captions, fonts, links of the open database.
+    /// Changes to a language by its label: texts, font, links of the open database. The selection is kept.
     void ChangeLanguage(const QString& label);
     /// Loads the sound of the session and plays it unless it is muted.
     void StartSound();
@@ -36,7 +36,7 @@ class SettingsChange final : public QObject {
     void mnuFilemnu_Properties_Click();
     /// The form of the preferences: what it applies takes effect at once.
     [[nodiscard]] std::unique_ptr<frmProperties> MakeProperties();
-    /// The languages that the open database has, when it lacks the current one.
+    /// Lists the languages of a database that lacks the current one, and opens it in the one that is chosen.
     void ShowLanguageDialog();
 
   private:

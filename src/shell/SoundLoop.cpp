@@ -18,7 +18,7 @@ struct SoundLoop::Player {
 
 namespace {
 
-/// The ear hears loudness by steps of a ratio; the player wants a factor.
+/// The player takes a linear factor, loudness is heard logarithmically.
 float LinearVolume(int percent) {
     return static_cast<float>(QAudio::convertVolume(static_cast<float>(percent) / 100, QAudio::LogarithmicVolumeScale,
                                                     QAudio::LinearVolumeScale));
@@ -51,7 +51,7 @@ bool SoundLoop::HasDevice() {
 void SoundLoop::Tick() {
     if (file_.isEmpty()) return;
     if (!player_) {
-        // Starting the platform's player takes long; nobody waits for a sound that is not to be heard.
+        // Starting the player takes long, so it is not started while muted.
         if (muted_ || !HasDevice()) return;
         player_ = std::make_unique<Player>();
         player_->media.setAudioOutput(&player_->output);

@@ -6,8 +6,8 @@
 
 namespace tessaro {
 
-/// The player of the product's sound, which repeats it for as long as it isn't muted. It is made when there is
-/// something to hear: a missing file or a machine without a sound device is no error.
+/// Plays a sound file again and again while it isn't muted. A missing file or a machine without a sound device is no
+/// error.
 class SoundLoop final {
   public:
     SoundLoop();
@@ -17,12 +17,12 @@ class SoundLoop final {
 
     void Load(const QString& file);
     void SetMuted(bool muted);
-    /// Loudness in per cent, as it is heard.
+    /// Loudness in per cent, on a logarithmic scale.
     void SetVolume(int percent);
     [[nodiscard]] int Volume() const { return volume_; }
     /// False on a machine that has nothing to play on.
     [[nodiscard]] static bool HasDevice();
-    /// Each second: starts the sound again when it is at its end or isn't playing.
+    /// To be called each second: starts the sound when it isn't playing, and again at its end.
     void Tick();
 
   private:

@@ -77,7 +77,9 @@ void StageButton::SetFormCaptions() {
 }
 
 void StageButton::Describe() {
-    const QString step = PlainText(QStringLiteral("TS_StageOf")).arg(stage_ + 1).arg(navigation::StageCount);
+    const QString step = PlainText(QStringLiteral("TS_StageOf"))
+                             .replace(QLatin1String("%1"), QString::number(stage_ + 1))
+                             .replace(QLatin1String("%2"), QString::number(navigation::StageCount));
     setAccessibleName(QStringLiteral("%1: %2").arg(step, caption_));
     const QString summary = summaryShown_ ? summary_ : QString();
     setAccessibleDescription(summary.isEmpty() ? StateText(state_) : StateText(state_) + QLatin1String(", ") + summary);
@@ -103,7 +105,7 @@ void StageButton::paintEvent(QPaintEvent*) {
     PaintTexts(painter, texts);
 }
 
-/// The ground, the bar below the current step, and the point towards the next one.
+/// The background, the bar below the current step, and the arrow towards the next one.
 void StageButton::PaintPlace(QPainter& painter) const {
     const bool current = state_ == StepState::Current;
     if (current)
@@ -194,8 +196,8 @@ StageBanner::StageBanner(QWidget* parent) : QWidget(parent) {
     for (int stage = 0; stage < navigation::StageCount; ++stage) {
         auto* button = new StageButton(stage, this);
         button->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(stage + 1)));
-        // A stage opens as soon as its button goes down. The way there may end at a message, which takes the
-        // mouse's release away, so the button is let go first.
+        // A stage opens when its button is pressed, not released. A message box that comes up then takes the release,
+        // so the button is set to its normal state first.
         connect(button, &QAbstractButton::pressed, this, [this, button, stage] {
             button->setDown(false);
             Q_EMIT Pressed(stage);
@@ -222,7 +224,7 @@ void StageBanner::ClearSummaries() {
 }
 
 void StageBanner::ShowStates() {
-    // Rows that were found once are nothing any more when a step that leads to them is empty again.
+    // The number of rows counts only while each of the three steps before has a selection.
     bool before = true;
     for (int stage = 0; stage < navigation::StageCount; ++stage) {
         StageButton* button = Button(stage);

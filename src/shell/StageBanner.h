@@ -7,10 +7,10 @@
 
 namespace tessaro {
 
-/// How far a stage is: chosen already, the one on the screen, or still to come.
+/// The state of a step: still to do, on the screen, or done (something is selected in it).
 enum class StepState { Next, Current, Done };
 
-/// One of picBannerButtons: a step of the way, with its picture, its name and what is chosen in it.
+/// One of picBannerButtons: the button of a stage, with its picture, its name and a summary of what is selected.
 class StageButton final : public QAbstractButton {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ class StageButton final : public QAbstractButton {
     [[nodiscard]] StepState State() const { return state_; }
     void SetSummary(const QString& summary);
     [[nodiscard]] QString Summary() const { return summary_; }
-    /// Whether the summary counts; one that doesn't is kept, but neither painted nor read out.
+    /// Hides the summary, without forgetting it, or shows it again; also for screen readers.
     void ShowSummary(bool shown);
     void SetFormCaptions();
     [[nodiscard]] QSize sizeHint() const override;
@@ -53,9 +53,9 @@ class StageBanner final : public QWidget {
     explicit StageBanner(QWidget* parent = nullptr);
 
     [[nodiscard]] StageButton* Button(int stage) const { return buttons_.at(static_cast<std::size_t>(stage)); }
-    /// Marks the stage on the screen; the others are done when something is chosen in them.
+    /// Marks the stage on the screen; navigation::HomePage for none.
     void SetCurrent(int stage);
-    /// What is chosen in a stage, in one line; empty for nothing.
+    /// One line on what is selected in a stage; empty for nothing. A stage with a summary is marked as done.
     void SetSummary(int stage, const QString& summary);
     void ClearSummaries();
     void SetFormCaptions();

@@ -167,7 +167,7 @@ void StageNavigator::ShowStage(int stage) {
     Q_EMIT FrontChanged();
 }
 
-/// What is selected in a stage, on its button of the banner. A stage that nobody has opened may have a selection of an
+/// Shows on the banner what is selected in a stage. A stage whose screen isn't loaded may have a selection of an
 /// earlier run.
 void StageNavigator::ShowSummary(int stage) {
     constexpr std::array<const char*, 3> keys{"TS_IndicatorCount", "TS_TimePeriodCount", "TS_AreaCount"};
@@ -193,7 +193,7 @@ void StageNavigator::SetFormCaptions() {
 }
 
 void StageNavigator::Reload(const QList<int>& stages) {
-    // A screen that takes over what is selected already changes nothing of it.
+    // A new screen raises the flag when it finds a selection, which has not changed.
     const bool changed = SelectionChanged;
     screens_.Reload(stages);
     SelectionChanged = changed;

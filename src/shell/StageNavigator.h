@@ -12,7 +12,7 @@ class StageScreen;
 class frmGALMain;
 class frmSplash;
 
-/// What is in front of the frame, and what it offers.
+/// Which page is in front, and which commands can be used on it.
 struct FrontState {
     bool home = false;
     bool gallery = false;
@@ -24,7 +24,7 @@ struct FrontState {
     bool loads = false; ///< something is being loaded, which can be stopped
 };
 
-/// The way between the home page, the four stages and the gallery.
+/// Moves between the home page, the four stages and the gallery.
 class StageNavigator final : public QObject {
     Q_OBJECT
 
@@ -38,31 +38,32 @@ class StageNavigator final : public QObject {
     /// Shows the data view, unless one of the selections is empty, which is told.
     void GoToDataView();
     void GoToHome();
-    /// The home page instead of what is shown; the bars stay as they are.
+    /// Shows the home page; banner and toolbar stay as they are.
     void ShowSplash();
-    /// Takes the stages down; the gallery stays.
+    /// Unloads the four stage screens; the gallery stays.
     void UnloadStages();
-    /// Takes all screens down.
+    /// Unloads the stage screens and the gallery.
     void UnloadForms();
-    /// The home page with nothing loaded: the database in use has no texts in the current language.
+    /// Unloads all screens and shows the home page, because the database has no texts in the current language.
     void ComeHomeWithoutLanguage();
-    /// A picture button of the home page, or Search there.
+    /// Opens a stage from the home page, by its picture button or by Search. Says why when it can't.
     void EnterFromHome(int stage);
-    /// Leaves the current stage; its screen stays loaded.
+    /// Tells the current stage's screen that it is left; it stays loaded.
     void HideStage();
 
     void Back();
     void Forward();
     void Refresh();
-    /// On the home page the way into the stages; on the screens with lists, the search in them.
+    /// On the home page opens stage 0; in the gallery and on stages 0 and 2 searches.
     void Search();
-    /// A command of the screen in front, if there is one.
+    /// Calls a command of the screen in front, if there is one.
     void OnScreen(void (StageScreen::*command)());
 
-    /// The gallery over what is in front. 0: the folder of presentations; 1: that of the product's samples; 2: the
-    /// folder of images, in the desktop's own program.
+    /// Shows the gallery on top of the current page. `kind` 0: the folder of presentations; 1: that of the product's
+    /// samples; 2 opens the folder of images in the desktop's file manager instead.
     void ShowGallery(int kind);
-    /// Takes the gallery down. False when the user stays with changes that aren't saved, which `mayStay` offers.
+    /// Closes the gallery, if it is open. With unsaved changes the user is asked; False when they choose to stay, which
+    /// is offered only with `mayStay`.
     bool LeaveGallery(bool mayStay = true);
 
     /// The gallery when it is in front, otherwise the screen of the current stage; null on the home page.
@@ -72,23 +73,23 @@ class StageNavigator final : public QObject {
     [[nodiscard]] int SelectedIndicatorCount() const;
 
     void SetFormCaptions();
-    /// Screens that are loaded, made anew from what is selected. The current one is shown again.
+    /// Makes those of the screens that are loaded anew from the selection tables. The current one stays in front.
     void Reload(const QList<int>& stages);
     /// The screens that are loaded show the texts of the database anew, in another language: the lists are made again,
     /// the data view keeps its options and reads its rows when it is shown.
     void ShowTextsAnew();
     void ShowSummaries();
     void DisableHistory();
-    /// Shows the current stage once more.
+    /// Enters the current stage again.
     void ShowCurrent();
 
   Q_SIGNALS:
-    /// Something else is in front: menus and buttons offer other commands.
+    /// Another page is in front; Front() tells which commands can be used now.
     void FrontChanged();
-    /// A database was chosen on the home page, or another one is to be looked for.
+    /// Chosen on the home page: a database of the list, or to look for another file.
     void DatabaseChosen(const QString& address);
     void OtherDatabaseChosen();
-    /// A stage is wanted, but the database has no texts in the current language.
+    /// A stage can't open because the database has no texts in the current language.
     void LanguageMissing();
 
   private:

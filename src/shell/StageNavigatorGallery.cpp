@@ -15,19 +15,19 @@
 
 #include <utility>
 
-// The gallery, which stands over the home page or a stage.
+// The part of StageNavigator that shows and closes the gallery.
 
 namespace tessaro {
 
 namespace {
 
-/// The pictures that the product brings for presentations; where there are none, all of its pictures.
+/// The folder of the product's pictures for presentations; when it is empty, that of all its pictures.
 QString ImagesFolder() {
     const QString images = JoinPath({AppPath, Setting(QStringLiteral("Presentation Images Folder"))});
     return FilesOf(images).isEmpty() ? JoinPath({AppPath, Setting(QStringLiteral("Common Graphics Folder"))}) : images;
 }
 
-/// The folder that a kind of the gallery begins in.
+/// Sets the folder in which a kind of the gallery begins.
 void SetFolderOf(int kind) {
     const QString gallery = JoinPath({AppPath, Setting(QStringLiteral("Gallery Folder"))});
     const QString samples = JoinPath({gallery, QStringLiteral("Samples")});

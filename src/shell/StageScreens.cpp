@@ -60,7 +60,7 @@ void StageScreens::Unload(StageScreen*& screen) {
     place_.removeWidget(gone);
     gone->hide();
     gone->disconnect(&place_);
-    // A screen may be the one that asked for its own end, so it goes when its event is done; its statements end now.
+    // An event of the screen itself may have led here, so it is deleted later; its statements were closed by Leave().
     gone->setObjectName(QString());
     gone->deleteLater();
 }

@@ -11,11 +11,10 @@ class QStackedWidget;
 
 namespace tessaro {
 
-/// The four stage screens of the frame: made when they are first shown, kept, and all taken down when the database
-/// changes.
+/// The four stage screens: each is made when it is first shown and kept until another database is opened.
 class StageScreens final {
   public:
-    /// `place` holds the screens. `changed` is called when what is chosen in a stage has changed.
+    /// `place` becomes the parent of the screens. `changed` is called when the selection of a stage has changed.
     StageScreens(QStackedWidget& place, std::function<void(int stage)> changed);
 
     /// The screen of a stage, made now when there is none yet.
@@ -26,9 +25,9 @@ class StageScreens final {
     void ShowStage(int stage);
     /// Leaves a stage; its screen stays loaded.
     void HideStage(int stage);
-    /// Takes all screens down.
+    /// Leaves and deletes all screens.
     void UnloadAll();
-    /// Makes those of the stages that are loaded anew, from what is chosen.
+    /// Makes those of the screens that are loaded anew, from the selection tables.
     void Reload(const QList<int>& stages);
     void SetFormCaptions();
 

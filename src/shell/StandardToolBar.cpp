@@ -74,7 +74,7 @@ void StandardToolBar::ChangeToolBar() {
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     for (int item = 0; item < ItemCount; ++item) {
         const bool pale = !buttons_.at(item)->isEnabled() && *Items[item].disabledPicture;
-        // Where one reads from right to left, back points to the right.
+        // In right-to-left languages Back points to the right.
         const int shown = mirrored && item == Back ? Forward : mirrored && item == Forward ? Back : item;
         buttons_.at(item)->setIcon(
             theme::Icon(QLatin1String(pale ? Items[shown].disabledPicture : Items[shown].picture)));

@@ -73,7 +73,7 @@ void StatusBar::SetTextFor(const QString& text, int milliseconds) {
 void StatusBar::PutText(const QString& text) {
     text_ = text;
     ShowText();
-    // Long work runs inline: what it says is painted at once or never.
+    // Long work doesn't return to the event loop, so its texts are painted at once.
     lblText_->repaint();
 }
 

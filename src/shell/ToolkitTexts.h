@@ -4,12 +4,11 @@
 
 namespace tessaro {
 
-/// The texts of the toolkit's own windows (files, colours, fonts, printing, the popups of text fields) in the language
-/// of the session, for as long as the object lives. They come with the toolkit, not with the language files.
+/// Qt's own translations (dialogs for files, colours, fonts and printing, popup menus of text fields) in the language
+/// of the session, for as long as the object lives.
 class ToolkitTexts final {
   public:
-    /// Takes the language of the session into use. One that the toolkit has no texts for leaves them in English; the
-    /// log says so.
+    /// Loads the translation of the session's language. Without one the texts stay English, and the log says so.
     void Load();
 
   private:

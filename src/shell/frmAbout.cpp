@@ -74,7 +74,7 @@ void frmAbout::cmdDiscliamer_Click() {
     form.exec();
 }
 
-/// The system's own program where the registry names one; otherwise the facts themselves.
+/// Starts the program that the registry names for this; without one shows a form with the same facts.
 void frmAbout::StartSysInfo() {
     const ErrorTrap trap("StartSysInfo");
     const QString root = QString::fromLatin1(LocalMachine);

@@ -29,7 +29,7 @@ namespace {
 constexpr qint64 LargestDocument = 4 * 1024 * 1024;
 const QString CloseKey = QStringLiteral("TS_Close");
 
-/// A browser over a row of buttons: what both forms are.
+/// The parts that each of these forms has: a text browser above a row of buttons.
 struct Parts {
     QTextBrowser* text;
     QHBoxLayout* buttons;
@@ -67,7 +67,7 @@ void AddOK(QDialog& form, QHBoxLayout& row) {
     ok->setFocus();
 }
 
-/// How a page looks in our windows: its own styles are a browser's.
+/// The style of pages in our windows. Their own style sheets are made for web browsers.
 QString PageStyle() {
     return QStringLiteral("h1 { font-size: xx-large; } h2 { color: %1; font-size: large; margin-top: 20px; }"
                           ".lead { color: %2; } a { color: %1; } li, p { margin-bottom: 4px; }"
@@ -75,8 +75,8 @@ QString PageStyle() {
         .arg(theme::Accent().name(), theme::MutedText().name(), theme::SurfaceRaised().name());
 }
 
-/// The page's text without the styles. Tables of two columns are turned round by hand where reading begins at the
-/// right.
+/// The page without its style sheet. QTextDocument does not mirror tables, so in right-to-left languages the cells of
+/// tables with two columns are exchanged.
 QString PageText(QString text) {
     text.remove(
         QRegularExpression(QStringLiteral("<style>.*?</style>"), QRegularExpression::DotMatchesEverythingOption));
@@ -87,7 +87,7 @@ QString PageText(QString text) {
     return text;
 }
 
-/// The document as its kind has it: a web page, or plain text.
+/// Loads a document, which may be a web page or plain text.
 void LoadDocument(QTextBrowser& browser, const QString& path) {
     const auto contents = ReadWholeFile(FindPath(path), LargestDocument);
     if (!contents) {
@@ -112,7 +112,7 @@ frmDisclaimer::frmDisclaimer(QWidget* parent) : QDialog(parent) {
     setWindowTitle(PlainText(QStringLiteral("Disclaimer")).remove(QStringLiteral("...")));
     parts.text->setAccessibleName(windowTitle());
     LoadDocument(*parts.text, JoinPath({AppPath, QStringLiteral("Bin/Disclaimer.Doc")}));
-    // Where the reader's language begins, once the text has its place.
+    // Scrolls to the part in the current language, once the text has been laid out.
     QTimer::singleShot(0, parts.text, [text = parts.text] { text->scrollToAnchor(CodeOfLanguage(Language)); });
     resize(70 * theme::Grid, 56 * theme::Grid);
 }
@@ -185,7 +185,7 @@ frmSystemInfo::frmSystemInfo(QWidget* parent) : QDialog(parent) {
     SetFormFonts(this);
     setWindowTitle(PlainText(QStringLiteral("SYSTEM INFO")).remove(QStringLiteral("...")));
     parts.text->setAccessibleName(windowTitle());
-    // A table is never turned round by itself; what is said of a name is written in letters of its own.
+    // QTextDocument does not mirror tables. The values (versions, paths) run from left to right in every language.
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     const QString row = mirrored
                             ? QStringLiteral("<tr><td dir=\"ltr\" align=\"right\" style=\"padding:3px\">%2</td>"

@@ -112,7 +112,7 @@ void frmFavourites::ShowLowerHalf(bool shown) {
     ui_->picFavorites->setVisible(shown);
     SetCaption(ui_->cmdCreateIn,
                shown ? QStringLiteral("FAV CREATIN BUT VIS") : QStringLiteral("FAV CREATIN BUT HIDDEN"));
-    // The form's least height follows the lower half only when the layout has been made again.
+    // minimumSizeHint() counts the lower half only after the layout has been activated again.
     layout()->invalidate();
     layout()->activate();
     resize(width(), shown ? minimumSizeHint().height() + lowerHeight_ : minimumSizeHint().height());

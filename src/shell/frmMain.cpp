@@ -118,7 +118,7 @@ void frmMain::Toolbar1_Click(int item) {
     }
 }
 
-/// The title, what can be done now, and on the home page the databases.
+/// Updates what depends on the page in front: title, commands of menus and toolbar, the home page's list of databases.
 void frmMain::ShowFront() {
     const FrontState front = stages_->Front();
     const QString database = ShownAddress(CurrentDatabase);

@@ -21,8 +21,8 @@ class SettingsChange;
 class SingleInstance;
 class StageNavigator;
 
-/// The main frame: start and exit of the session. It holds the bars and the classes that work on them, and is what
-/// other rooms may ask of the frame.
+/// The main window: start and exit of the program. It owns the bars and the classes that do the work, connects them,
+/// and implements what other rooms may ask of the window (session/Frame.h).
 class frmMain final : public QMainWindow, public Frame {
     Q_OBJECT
 
@@ -34,7 +34,7 @@ class frmMain final : public QMainWindow, public Frame {
     /// All start-up work; shows the frame. False when the program is to end: another instance runs, or TS.ini is
     /// missing.
     [[nodiscard]] bool MDIForm_Load(const QString& commandLine);
-    /// Before the start: takes the whole of a screen that has no room for the usual size and a title above it.
+    /// Maximises the window where the screen is too small for its usual size. To be called before MDIForm_Load.
     void FitToScreen();
 
     [[nodiscard]] StageNavigator& Stages() { return *stages_; }
@@ -63,7 +63,7 @@ class frmMain final : public QMainWindow, public Frame {
     void Timer1_Timer();
 
   protected:
-    /// Takes the keyboard back when a dialog has gone; not every desktop does that by itself.
+    /// Activates the window when a modal dialog has closed, which not every window manager does.
     bool event(QEvent* event) override;
     /// MDIForm_QueryUnload: asks, saves the preferences, ends the session.
     void closeEvent(QCloseEvent* event) override;

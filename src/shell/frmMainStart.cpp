@@ -95,8 +95,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
     started_ = false;
     Timer1_.stop();
     SetBusy(true);
-    // The screens go first: the data view holds a statement on the connection, and a big area tree is slow to tear
-    // down once its window is gone.
+    // The screens are unloaded first: the data view has a statement open on the connection, and a big area tree is slow
+    // to delete after its window is gone.
     stages_->UnloadStages();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     office::SpreadsheetApplication::QuitAll();

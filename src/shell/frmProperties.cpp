@@ -115,12 +115,12 @@ void frmProperties::FillSounds() {
     ui_->cmbSounds->addItems(Sounds());
 }
 
-/// What the product is; shown only.
+/// Name and folder of the product and the open database; for reading only.
 void frmProperties::FillProduct() {
     ui_->txtProdName->setText(Setting(QStringLiteral("PRODUCT NAME")) + QLatin1Char(' ') +
                               Setting(QStringLiteral("PRODUCT VERSION")));
     const QString folder = FindPath(AppPath);
-    ui_->cmbProductPath->addItem(QChar(0x200E) + folder); // runs from left to right in every language
+    ui_->cmbProductPath->addItem(QChar(0x200E) + folder); // U+200E: a path runs from left to right in every language
     ui_->cmbProductPath->setToolTip(folder);
     const ProductScope scope = ScopeOfDatabase();
     ui_->txtSubject->setText(scope.subject);
@@ -270,7 +270,7 @@ void frmProperties::cmdPreview_Click() {
     preview_.Tick();
 }
 
-/// The view that opens first is one of those that are on.
+/// Only a view that is on can be the first; when it is switched off, the first becomes Sectors.
 void frmProperties::KeepDefaultView() {
     for (int view = 0; view < 7; ++view) {
         const bool on = chkIndOptions_->button(view)->isChecked();
@@ -280,7 +280,7 @@ void frmProperties::KeepDefaultView() {
 }
 
 void frmProperties::setTheFontForProp() {
-    // Names of fonts, languages and files aren't texts of the language.
+    // Names of fonts, languages and files are shown in the default font.
     for (QComboBox* box : {ui_->cmbLanguages, ui_->cmbSystemFonts, ui_->cmbFontSize, ui_->cmbSounds})
         box->setFont(DefaultFont());
 }

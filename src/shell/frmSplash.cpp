@@ -22,7 +22,7 @@ namespace tessaro {
 
 namespace {
 
-/// A text of the page, by control and key. Heads stand above their column; a link that leads nowhere yet says so.
+/// A text of the page: the head of a column or a link. A link that is not `ready` belongs to a part still to come.
 struct LinkRow {
     const char* name;
     const char* key;
@@ -44,13 +44,13 @@ constexpr std::array<LinkRow, 12> Links{{
     {"lbl_FP_HELP_3", "mnu_Help_Helpdesk", false, true},
 }};
 
-/// The page keeps its size, whatever the preferences say.
+/// The font size of this page; that of the preferences does not count here.
 constexpr int kFontSize = 12;
 
 void SetGround(QWidget* strip, const char* setting, const QColor& inTheDark) {
     const QColor color = SettingColor(QLatin1String(setting));
     QPalette palette = QApplication::palette();
-    // The colours of the settings are a light page's.
+    // The colours of the settings are made for the light theme.
     palette.setColor(QPalette::Window, theme::IsDark() || !color.isValid() ? inTheDark : color);
     strip->setPalette(palette);
 }
@@ -109,7 +109,7 @@ void frmSplash::LoadPictures() {
         auto* button = findChild<PictureButton*>(QStringLiteral("picIndicators_%1").arg(stage));
         button->SetNumber(stage + 1);
         button->setIcon(theme::Icon(Setting(QStringLiteral("SPLASH INDICATOR %1").arg(stage + 1))));
-        // A shortcut of the button itself would go whenever its caption is set.
+        // A separate object, because setText() of a button clears the button's own shortcut.
         auto* key = new QShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(stage + 1)), this);
         connect(key, &QShortcut::activated, button, &QAbstractButton::click);
         connect(button, &QAbstractButton::clicked, this, [this, stage] { Q_EMIT StageChosen(stage); });
@@ -150,7 +150,7 @@ void frmSplash::OpenLink(const QString& name) {
     else if (name == QLatin1String("lbl_FP_GALL_2"))
         Q_EMIT GalleryChosen(2);
     else if (name.startsWith(QLatin1String("lbl_FP_HELP_")))
-        // Contents, tour and help desk, by their places in the Help menu.
+        // Links 1, 2 and 3 are entries 0, 2 and 3 of the Help menu.
         ShowHelpFileLinks(name.endsWith(QLatin1Char('1')) ? 0 : name.right(1).toInt());
 }
 
@@ -205,7 +205,7 @@ void frmSplash::SetThePropertiesFPLables() {
     SetTextColor(ui_->lblDatabases, head);
     ui_->lblProduct->setFont(Scaled(3.2, true));
     ui_->lblWelcome->setFont(Scaled(1.3, false));
-    // The name is Latin in every language; it still stands where the page begins.
+    // Latin names are aligned like the rest of the page in right-to-left languages.
     const bool mirrored = LanguageIsRightToLeft();
     for (QLabel* label : {ui_->lblProduct, ui_->lblWelcome})
         label->setAlignment((mirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter);

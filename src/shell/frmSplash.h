@@ -26,7 +26,7 @@ class frmSplash final : public QWidget {
     /// The databases to choose from, and which of them is open.
     void ShowDatabases(const QStringList& addresses, const QString& current);
     void SetFormCaptions();
-    /// Takes over the show-on-start-up box; the page is going.
+    /// Keeps the state of the show-on-start-up box. To be called before the page is deleted.
     void Unload();
 
   Q_SIGNALS:

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Holds every include of src/ against the table of rooms in docs/architecture.md: a room includes its own headers and
 those of the rooms that its row names, an arrow never goes up, and files do not include each other in a circle; in the
-rooms of UNTANGLED neither do their units, a unit being a header with its source."""
+rooms of UNTANGLED neither do their units, a unit being a header with its source. The files that the page names exist."""
 
 import re
 import sys
@@ -10,6 +10,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
 UNTANGLED = {"session", "metadata", "selection", "shell"}
+NAMED = re.compile(r"`((?:[\w-]+/)+[\w.-]+\.(?:h|cpp|ui|py|ini|csv))`")
 ROW = re.compile(r"^\|\s*(\d+)\s*\|\s*`(\w+)`\s*\|[^|]*\|([^|]*)\|\s*$")
 
 
@@ -31,6 +32,14 @@ def read_table(text, problems):
     problems.extend(f"docs/architecture.md: rooms include each other in a circle: {' > '.join(circle)}"
                     for circle in circles({room: allowed for room, (_, allowed) in rooms.items()}))
     return rooms
+
+
+def check_named_files(text, root, problems):
+    """The files that a page names in backticks lie below the folder or its src."""
+    for number, line in enumerate(text.splitlines(), 1):
+        for name in NAMED.findall(line):
+            if not (root / name).exists() and not (root / "src" / name).exists():
+                problems.append(f"docs/architecture.md:{number}: there is no {name}")
 
 
 def circles(arrows):
@@ -109,7 +118,9 @@ def check_sources(folder, rooms, problems):
 
 def main():
     problems = []
-    rooms = read_table((ROOT / "docs" / "architecture.md").read_text(encoding="utf-8"), problems)
+    page = (ROOT / "docs" / "architecture.md").read_text(encoding="utf-8")
+    rooms = read_table(page, problems)
+    check_named_files(page, ROOT, problems)
     count = check_sources(ROOT / "src", rooms, problems)
     for problem in problems:
         print(problem, file=sys.stderr)

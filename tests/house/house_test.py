@@ -50,6 +50,16 @@ class Floors(unittest.TestCase):
             with self.subTest(name):
                 self.assertEqual([wanted in problem for problem in self.check(sources)], [True] if wanted else [])
 
+    def test_named_files(self):
+        """A file that the page names must be there, below the top folder or below src."""
+        with tempfile.TemporaryDirectory() as folder:
+            for name in ("src/top/a.h", "content/b.csv"):
+                (Path(folder) / name).parent.mkdir(parents=True)
+                (Path(folder) / name).write_text("")
+            problems = []
+            check_floors.check_named_files("`top/a.h` `content/b.csv`, `x`\n`top/gone.h`", Path(folder), problems)
+            self.assertEqual(problems, ["docs/architecture.md:2: there is no top/gone.h"])
+
     def test_units(self):
         """A circle of headers with their sources counts where the room has none."""
         sources = {"middle/a.cpp": '#include "middle/a.h"\n#include "middle/b.h"\n', "middle/a.h": "",
