@@ -279,6 +279,13 @@ void DrawSpinBox(const QProxyStyle& style, const QStyleOptionSpinBox& option, QP
     arrow(QStyle::SC_SpinBoxDown, QAbstractSpinBox::StepDownEnabled);
 }
 
+/// The text of a cell as far as any column could show it: laying out a text of a million characters takes seconds for
+/// each cell, and databases from elsewhere may hold such names.
+QString ShortCellText(const QString& text) {
+    constexpr qsizetype kLongest = 2000;
+    return text.size() > kLongest ? text.left(kLongest) + QChar(0x2026) : text;
+}
+
 /// A text of the other direction among cells from right to left: its cut end has its dots where its reading ends.
 QString KeptInDirection(const QStyleOptionViewItem& item) {
     if (item.direction != Qt::RightToLeft || item.text.isEmpty() || item.text.isRightToLeft()) return item.text;
@@ -357,6 +364,7 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     case CE_ItemViewItem:
         if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
             QStyleOptionViewItem kept(*item);
+            kept.text = ShortCellText(kept.text);
             kept.text = KeptInDirection(kept);
             // Among pictures the whole cell is marked, not its text alone.
             if (const auto* list = qobject_cast<const QListView*>(widget))
@@ -467,6 +475,11 @@ QIcon FlatStyle::standardIcon(StandardPixmap picture, const QStyleOption* option
 
 QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                   const QWidget* widget) const {
+    if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option); type == CT_ItemViewItem && item) {
+        QStyleOptionViewItem cell(*item);
+        cell.text = ShortCellText(cell.text);
+        return QProxyStyle::sizeFromContents(type, &cell, contents, widget);
+    }
     QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     // Air beside the text, and beside a picture.

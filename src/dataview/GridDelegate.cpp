@@ -67,7 +67,8 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
                              const QModelIndex& index) {
     if (event == nullptr || view == nullptr || event->type() != QEvent::ToolTip)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const QString text = index.data(Qt::ToolTipRole).toString();
+    constexpr qsizetype kLongest = 2000; // a name of a database may have a million characters
+    const QString text = index.data(Qt::ToolTipRole).toString().left(kLongest);
     const bool cut = option.fontMetrics.horizontalAdvance(text) > option.rect.width() - 2 * (theme::Grid / 2 + 1);
     if (index.data(GridModel::FootnoteRole).toBool()) {
         QToolTip::showText(event->globalPos(),

@@ -16,6 +16,8 @@ namespace tessaro {
 
 namespace {
 
+constexpr qsizetype kLongestLine = 2000; ///< more than any window shows; names of a database may be far longer
+
 QLabel* Panel(const char* name, QWidget* parent) {
     auto* panel = new QLabel(parent);
     panel->setObjectName(QLatin1String(name));
@@ -78,10 +80,10 @@ void StatusBar::PutText(const QString& text) {
 }
 
 void StatusBar::ShowText() {
-    QString line = text_;
+    QString line = text_.left(kLongestLine);
     line.replace(QLatin1Char('\n'), QLatin1Char(' '));
     lblText_->setText(lblText_->fontMetrics().elidedText(line, Qt::ElideRight, qMax(1, lblText_->width())));
-    lblText_->setToolTip(lblText_->text() == line ? QString() : text_);
+    lblText_->setToolTip(lblText_->text() == line ? QString() : text_.left(kLongestLine));
 }
 
 void StatusBar::resizeEvent(QResizeEvent* event) {

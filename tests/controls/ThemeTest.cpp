@@ -6,11 +6,13 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
 #include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableWidget>
 
 #include <cmath>
 
@@ -112,6 +114,23 @@ TEST_F(ThemeTest, AFileThatIsNoPictureGivesNoIcon) {
     EXPECT_TRUE(TintedIcon(WriteSvg("broken.svg", "<path d=")).isNull());
     EXPECT_TRUE(theme::Icon(QString()).isNull());
     EXPECT_TRUE(theme::Icon(QStringLiteral("nowhere.gif")).isNull());
+}
+
+// A database from elsewhere may have names of any length; laying one out whole takes a second.
+TEST_F(ThemeTest, NamesOfAnyLengthArePaintedAtOnce) {
+    Use("light");
+    QTableWidget table(20, 5);
+    const QString name = QStringLiteral("long name ").repeated(20000);
+    for (int row = 0; row < table.rowCount(); ++row)
+        for (int column = 0; column < table.columnCount(); ++column)
+            table.setItem(row, column, new QTableWidgetItem(name));
+    table.resize(800, 600);
+    QElapsedTimer clock;
+    clock.start();
+    table.resizeRowsToContents();
+    const QImage image = table.grab().toImage();
+    EXPECT_LT(clock.elapsed(), 3000);
+    EXPECT_FALSE(image.isNull());
 }
 
 } // namespace tessaro
