@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/ColorDialogs.h"
+#include "controls/FillDelegate.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
@@ -10,9 +11,7 @@
 #include "ui_ColorRangesPanel.h"
 
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QLocale>
-#include <QStyledItemDelegate>
 
 namespace tessaro {
 
@@ -40,20 +39,6 @@ QString ProblemOf(const ValueRange& range, const QStringList& typed) {
     return both && range.From.toDouble() > range.To.toDouble() ? GetText(QStringLiteral("TS_FilterOrder")) : QString();
 }
 
-/// Places the edit field txtFill over a cell that holds a limit.
-class LimitDelegate final : public QStyledItemDelegate {
-  public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override {
-        auto* txtFill = new QLineEdit(parent);
-        txtFill->setObjectName(QStringLiteral("txtFill"));
-        txtFill->setFrame(false);
-        txtFill->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        return txtFill;
-    }
-};
-
 } // namespace
 
 ColorRangesPanel::ColorRangesPanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::ColorRangesPanel>()) {
@@ -62,7 +47,7 @@ ColorRangesPanel::ColorRangesPanel(QWidget* parent) : QWidget(parent), ui_(std::
     ui_->grdAddColor->setColumnCount(ColColor + 1);
     ui_->grdAddColor->verticalHeader()->hide();
     ui_->grdAddColor->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    ui_->grdAddColor->setItemDelegate(new LimitDelegate(ui_->grdAddColor));
+    ui_->grdAddColor->setItemDelegate(new FillDelegate(ui_->grdAddColor));
     ui_->grdAddColor->setSelectionMode(QAbstractItemView::SingleSelection);
     SetFormCaptions();
     ConnectControls();

@@ -7,12 +7,6 @@
 
 namespace tessaro {
 
-namespace {
-
-constexpr qsizetype kLongestStem = 150; ///< bytes; the name grows by "_0", the kind of presentation and ".xls"
-
-} // namespace
-
 QString ShowOutcome::MessageKey() const {
     switch (result) {
     case ShowResult::NoRows:
@@ -52,11 +46,7 @@ QString ShowOutcome::Message() const {
 QString CleanedTitle(const QString& title, const QString& fallback) {
     QString name = title;
     name.remove(QStringLiteral(".xls"), Qt::CaseInsensitive);
-    for (QChar& c : name)
-        if (IsForbiddenInFileName(c)) c = QLatin1Char('_');
-    while (name.toUtf8().size() > kLongestStem)
-        name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
-    name = name.trimmed();
+    name = CutForDisk(MakeFileNameSafe(name)).trimmed();
     while (name.startsWith(QLatin1Char('.')) || name.startsWith(QLatin1Char('-')))
         name.remove(0, 1); // neither hidden nor taken for an option
     while (name.endsWith(QLatin1Char('.')))

@@ -2,8 +2,8 @@
 
 #include "office/Workbook.h"
 #include "presentation/RowsColumns.h"
+#include "sheets/UnfinishedFile.h"
 
-#include <QFile>
 #include <QString>
 
 #include <functional>
@@ -37,23 +37,6 @@ struct WizardProgress {
     void Check() const {
         if (givenUp && givenUp()) throw WorkGivenUp();
     }
-};
-
-/// A file that is removed again unless its maker comes to the end.
-class UnfinishedFile final {
-  public:
-    explicit UnfinishedFile(QString path) : path_(std::move(path)) {}
-    ~UnfinishedFile() {
-        if (!kept_) QFile::remove(path_);
-    }
-    UnfinishedFile(const UnfinishedFile&) = delete;
-    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
-    [[nodiscard]] const QString& Path() const { return path_; }
-    void Keep() { kept_ = true; }
-
-  private:
-    QString path_;
-    bool kept_ = false;
 };
 
 /// How ShowXLS ended. Anything but Built leaves no workbook.

@@ -32,15 +32,16 @@ void HostedWizard::ShowPreview(const QString& file, const QString& suggestedName
     suggestedName_ = suggestedName;
     ClearProgress();
     // The place has to be in sight before another program's window can lie in it.
-    if (auto* pages = qobject_cast<QStackedWidget*>(fraExcel_->parentWidget())) pages->setCurrentWidget(fraExcel_);
+    for (QWidget* page = fraExcel_; page != this; page = page->parentWidget())
+        if (auto* pages = qobject_cast<QStackedWidget*>(page->parentWidget())) pages->setCurrentWidget(page);
     fraExcel_->SetHint(GetText(QStringLiteral("TS_OfficeOpening")));
     repaint();
     fraExcel_->SetToolBars(isMaximized());
     fraExcel_->ShowWorkbook(workbookFile_);
 }
 
-void HostedWizard::ClosePreview() {
-    fraExcel_->CloseHostedExcel();
+void HostedWizard::ClosePreview(bool save) {
+    fraExcel_->CloseHostedExcel(save);
 }
 
 bool HostedWizard::SaveAs(QChar presentationType, int step) {

@@ -20,7 +20,7 @@ class HostedWizard : public WizardFrame {
     /// `save` does the last step.
     HostedWizard(SavePresentation save, QWidget* parent);
 
-    /// The place of the workbook, to be added as a step.
+    /// The place of the workbook, to be added as a step, or put onto the page of one.
     [[nodiscard]] OfficeHost& fraExcel() const { return *fraExcel_; }
     /// Starts the spreadsheet program, both the one that writes and the one that shows, without waiting for it.
     static void StartSpreadsheet();
@@ -29,7 +29,8 @@ class HostedWizard : public WizardFrame {
     /// Takes a finished workbook and shows it in its place; where it can't be shown the place says why. `suggestedName`
     /// is for the save step; empty for the file's own.
     void ShowPreview(const QString& file, const QString& suggestedName = {});
-    void ClosePreview();
+    /// What the user has changed is saved, or with `save` false dropped.
+    void ClosePreview(bool save = true);
     /// Saves what the user has changed in the preview and hands the file to the save step. True when the wizard is
     /// over.
     [[nodiscard]] bool SaveAs(QChar presentationType, int step);

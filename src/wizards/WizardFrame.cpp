@@ -130,7 +130,7 @@ void WizardFrame::ShowStep(const QString& nameKey) {
     MarkStep(step_, nameKey);
     if (pages_.at(step_ - 1)) ui_->pages->setCurrentWidget(pages_.at(step_ - 1));
     ui_->CmdBack->setEnabled(wayOpen_ && step_ > 1);
-    ui_->CmdNext->setEnabled(wayOpen_ && step_ < StepCount());
+    ui_->CmdNext->setEnabled(wayOpen_ && step_ < StepCount() && MayGoForward());
     ui_->CmdFinish->setEnabled(wayOpen_ && MayFinish());
 }
 
@@ -152,7 +152,7 @@ void WizardFrame::MarkStep(int step, const QString& nameKey) {
 }
 
 bool WizardFrame::Forward() {
-    if (busy_ || !wayOpen_ || step_ < 1 || step_ >= StepCount()) return false;
+    if (busy_ || !wayOpen_ || step_ < 1 || step_ >= StepCount() || !MayGoForward()) return false;
     bool open = false;
     {
         const BusyGuard guard(busy_);

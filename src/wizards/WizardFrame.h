@@ -76,6 +76,8 @@ class WizardFrame : public QDialog {
     [[nodiscard]] virtual bool Finish() { return false; }
     /// True when Finish may be used on the step that is shown.
     [[nodiscard]] virtual bool MayFinish() const { return true; }
+    /// True when Next may be used on the step that is shown.
+    [[nodiscard]] virtual bool MayGoForward() const { return true; }
     /// The key of the question that Cancel asks; empty: none is asked.
     [[nodiscard]] virtual QString CancelQuestion() const { return QStringLiteral("007"); }
     /// Whatever way the wizard ends.
