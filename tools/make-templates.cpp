@@ -49,8 +49,9 @@ void LayOutLegendBeside(office::Workbook& book) {
     LayOutMap(book, {3, 10, 10, 10, 10, 10, 10, 10, 10, 2, 10, 30}, true);
 }
 
+/// The working, its details, remarks on areas, and the ranks of an index.
 void LayOutLog(office::Workbook& book) {
-    for (const int sheet : {1, 2}) {
+    for (const int sheet : {1, 2, 3, 4}) {
         SetWidths(book.Sheet(sheet), {18, 18, 30, 16, 16, 16, 30});
         book.Sheet(sheet).SetPageSetup({.landscape = true, .fitToPagesWide = 1});
     }
@@ -67,7 +68,7 @@ constexpr Template kTemplates[] = {
     {"INTERFACE_IND_TIME_AREA_DATA.xls", 1},
     {"TableTmp.Xls", 3},
     {"GraphTmp.Xls", 4},
-    {"Log_Calculate.xls", 2, LayOutLog},
+    {"Log_Calculate.xls", 4, LayOutLog},
     {"Data_DataEntry.xls", 1, LayOutDataEntry},
     {"MapLayoutSquare.xls", 3, LayOutLegendBelow},
     {"MapLayoutHorizontal.xls", 3, LayOutLegendBelow},

@@ -1,0 +1,338 @@
+#include "calculate/LogWorkbook.h"
+
+#include "calculate/CalculationSheet.h"
+#include "calculate/Numbers.h"
+#include "office/SpreadsheetApplication.h"
+#include "platform/Clock.h"
+#include "platform/Paths.h"
+#include "session/DisplayValue.h"
+#include "session/Session.h"
+#include "session/Strings.h"
+#include "session/Templates.h"
+#include "sheets/ColumnWidths.h"
+#include "sheets/ListSheet.h"
+#include "sheets/PaletteSlots.h"
+#include "sheets/SheetLayout.h"
+#include "sheets/TimeLimit.h"
+#include "sheets/UnfinishedFile.h"
+#include "view/DataFilters.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <numeric>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int kDecimalsRow = 7; ///< decimals, or the lower end of a scale with the upper one below it
+constexpr int kLabelColumns = 2;
+const QColor kHeadTint(241, 241, 241);
+
+QString Plain(const char* key) {
+    return PlainText(QLatin1String(key));
+}
+
+QString ModuleName(CalcType type) {
+    return Plain(NamesOf(type).moduleKey);
+}
+
+int RowsOf(const LogBlock& block) {
+    return static_cast<int>(block.cells.size());
+}
+
+/// The last row of the headings, which begin at headRow.
+int HeadEnd(const LogSheet& sheet) {
+    int end = sheet.headRow;
+    for (const LogBlock& block : sheet.blocks)
+        if (block.row <= sheet.headRow && block.row + RowsOf(block) > sheet.headRow)
+            end = std::max(end, block.row + RowsOf(block) - 1);
+    return sheet.firstRow > 0 ? std::min(end, sheet.firstRow - 1) : end;
+}
+
+int LastRow(const LogSheet& sheet) {
+    int last = std::max(sheet.lastRow, kDecimalsRow + 1);
+    for (const LogBlock& block : sheet.blocks)
+        last = std::max(last, block.row + RowsOf(block) - 1);
+    return last;
+}
+
+/// "= ROUND(" and the formula without its "=", to the decimals.
+QString Rounded(const QString& formula, const QString& decimals) {
+    const QString inner = formula.mid(formula.startsWith(QLatin1Char('=')) ? 1 : 0).trimmed();
+    return QStringLiteral("= ROUND(%1,%2)").arg(inner, decimals);
+}
+
+/// Writes one sheet: looks first, on empty cells, then values, then formulas.
+class SheetWriter final {
+  public:
+    SheetWriter(office::Worksheet sheet, const LogSheet& data, QString decimals)
+        : sheet_(std::move(sheet)), data_(data), decimals_(std::move(decimals)), font_(ListFont()) {}
+
+    void Write() {
+        SetUpSheet(sheet_, data_.firstRow > 0 ? data_.firstRow - 1 : HeadEnd(data_), kLabelColumns + 1);
+        MeasureColumns();
+        Dress();
+        SendLooks(sheet_);
+        for (const LogBlock& block : data_.blocks)
+            sheet_.Cells(block.row, block.column).SetValues(block.cells);
+        for (const LogFormulas& column : data_.formulas)
+            WriteFormulas(column);
+        FitRows();
+    }
+
+  private:
+    void MeasureColumns() {
+        for (const LogBlock& block : data_.blocks)
+            for (std::size_t row = 0; row < block.cells.size(); ++row)
+                for (std::size_t column = 0; column < block.cells[row].size(); ++column)
+                    Measure(block.row + static_cast<int>(row), block.column + static_cast<int>(column),
+                            block.cells[row][column]);
+        widths_.WriteTo(sheet_, font_);
+    }
+    void Measure(int row, int column, const office::Cell& cell) {
+        const QString text = CellText(cell);
+        if (text.isEmpty()) return;
+        const bool isHead = data_.firstRow == 0 || row < data_.firstRow;
+        isHead ? widths_.AddHead(column, text) : widths_.Add(column, text);
+    }
+    void Dress() {
+        office::Range all = sheet_.Cells(1, 1, LastRow(data_), data_.lastColumn);
+        all.SetStyle(font_.Style());
+        for (const int column : data_.textColumns)
+            Rows(column).SetStyle({.numberFormat = QStringLiteral("@")});
+        for (const auto& [column, align] : data_.alignments)
+            Rows(column).SetStyle({.horizontal = align});
+        for (const LogFormulas& column : data_.formulas)
+            if (!column.numberFormat.isEmpty()) Rows(column.column).SetStyle({.numberFormat = column.numberFormat});
+        for (int column = 1; column <= data_.lastColumn; ++column)
+            if (widths_.Wraps(column))
+                Rows(column).SetStyle({.vertical = office::VerticalAlign::Top, .wrapText = true});
+        DressHeads();
+        SetTallRows(sheet_, 1, LastRow(data_), data_.lastColumn, font_);
+    }
+    void DressHeads() {
+        for (const LogBlock& block : data_.blocks)
+            if (RowsOf(block) == 1 && block.row < data_.headRow)
+                sheet_.Cells(block.row, 1, block.row, data_.lastColumn).SetStyle({.bold = true});
+        office::Range heads = sheet_.Cells(data_.headRow, 1, HeadEnd(data_), data_.lastColumn);
+        heads.SetStyle({.bold = true,
+                        .interiorColorIndex = HeaderSlot,
+                        .vertical = office::VerticalAlign::Bottom,
+                        .wrapText = true});
+        const office::Border line{office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot};
+        heads.SetBorders(office::AllEdges, line);
+        if (HasRows())
+            sheet_.Cells(data_.firstRow, 1, data_.lastRow, data_.lastColumn).SetBorders(office::AllEdges, line);
+    }
+    void FitRows() {
+        sheet_.Cells(data_.headRow, 1, HeadEnd(data_), 1).AutoFitRows();
+        for (int column = 1; column <= data_.lastColumn && HasRows(); ++column)
+            if (widths_.Wraps(column)) return Rows(1).AutoFitRows();
+    }
+    void WriteFormulas(const LogFormulas& column) {
+        if (!HasRows() || column.formulas.empty()) return;
+        if (column.formulas.size() == 1) return Rows(column.column).FillFormula(Final(column, column.formulas.front()));
+        office::FormulaBlock block;
+        for (std::size_t i = 0; i < column.formulas.size(); ++i) {
+            const QString& formula = column.formulas[i];
+            const int row = data_.firstRow + static_cast<int>(i);
+            block.push_back({formula.isEmpty() ? CellText(data_.Value(row, column.column)) : Final(column, formula)});
+        }
+        Rows(column.column).SetFormulas(block);
+    }
+    [[nodiscard]] QString Final(const LogFormulas& column, const QString& formula) const {
+        return column.rounded && !decimals_.isEmpty() ? Rounded(formula, decimals_) : formula;
+    }
+    [[nodiscard]] bool HasRows() const { return data_.firstRow > 0 && data_.lastRow >= data_.firstRow; }
+    /// A column of the area rows; without any, the cell below the headings.
+    [[nodiscard]] office::Range Rows(int column) const {
+        if (!HasRows()) return sheet_.Cells(HeadEnd(data_) + 1, column);
+        return sheet_.Cells(data_.firstRow, column, data_.lastRow, column);
+    }
+
+    office::Worksheet sheet_;
+    const LogSheet& data_;
+    QString decimals_; ///< of rounded formulas; empty: they aren't rounded
+    SheetFont font_;
+    ColumnWidths widths_;
+};
+
+/// The labelled lines below the title of a log.
+std::vector<HeaderLine> LinesOf(const CalculationDraft& draft, const QString& stamp) {
+    // The header's writer has one text for both calculations of percentages.
+    const CalcType named = draft.type == CalcType::HundredMinus ? CalcType::PerCent : draft.type;
+    std::vector<HeaderLine> lines{{3, Plain("LOG_MODULE"), ModuleName(draft.type)},
+                                  {4, Plain("LOG_DATE_TIME"), stamp},
+                                  {5, Plain("LOG_LOG_FILENAME"), LogFileName(named, stamp)}};
+    if (draft.type == CalcType::CompositeIndex) return lines;
+    lines.push_back({kDecimalsRow, Plain("Comm_DECIMAL"), draft.decimals});
+    return lines;
+}
+
+/// A number of the draft as a cell, so that formulas can refer to it.
+office::Cell NumberCell(const QString& typed) {
+    const auto number = TypedNumber(typed);
+    return number ? office::Cell(*number) : office::Cell(typed);
+}
+
+/// A whole log, sheet by sheet.
+class LogWriter final {
+  public:
+    LogWriter(office::Workbook book, const CalculationDraft& draft, const CalculationLog& log)
+        : book_(std::move(book)), draft_(draft), log_(log) {}
+
+    void Write(const QString& stamp, bool isFirst) {
+        book_.SetColors(HeaderSlot, kHeadTint);
+        const QString name = ModuleName(draft_.type);
+        const bool asLog = isFirst && draft_.type != CalcType::CompositeIndex;
+        WriteSheet(kWorkingSheet, "LOG_LOG", log_.working, asLog ? Plain("LOG_LOG") + QLatin1Char(' ') + name : name,
+                   stamp);
+        WriteSheet(kDetailSheet, "TS_SheetDetail", log_.detail, name, stamp);
+        const bool hasRanks = log_.ranks.has_value() && book_.SheetCount() >= kRanksSheet;
+        const bool hasRemarks = !log_.remarks.empty() && book_.SheetCount() >= kRemarksSheet;
+        if (hasRanks) WriteRanks();
+        if (hasRemarks) WriteRemarks();
+        while (book_.SheetCount() > kRanksSheet - (hasRanks ? 0 : 1))
+            book_.RemoveSheet(book_.SheetCount());
+        if (!hasRemarks && book_.SheetCount() >= kRemarksSheet) book_.RemoveSheet(kRemarksSheet);
+        book_.ActivateSheet(kWorkingSheet);
+        book_.Save();
+    }
+
+  private:
+    void WriteSheet(int number, const char* nameKey, const LogSheet& data, const QString& title, const QString& stamp) {
+        office::Worksheet sheet = book_.Sheet(number);
+        sheet.SetName(Plain(nameKey));
+        SheetWriter(sheet, data, Decimals()).Write();
+        WriteSheetTop(sheet, title, LinesOf(draft_, stamp));
+        if (number == kWorkingSheet && draft_.type == CalcType::CompositeIndex) WriteScale(sheet);
+    }
+    /// Numbers, for the formulas of the index refer to them.
+    void WriteScale(const office::Worksheet& sheet) {
+        office::CellStyle look;
+        SetLeading(look);
+        sheet.Cells(kDecimalsRow, 2, kDecimalsRow + 1, 2).SetStyle(look);
+        sheet.Cells(kDecimalsRow, 1)
+            .SetValues({{Plain("INDEX_SCALE_MIN"), NumberCell(draft_.scaleMin)},
+                        {Plain("INDEX_SCALE_MAX"), NumberCell(draft_.scaleMax)}});
+    }
+    void WriteRemarks() {
+        office::Worksheet sheet = book_.Sheet(kRemarksSheet);
+        sheet.SetName(Plain("TS_SheetRemarks"));
+        office::Block table{{Plain("Comm_Area Id"), Plain("Comm_Area Name"), Plain("TS_Reason")}};
+        for (const QStringList& remark : log_.remarks)
+            table.emplace_back(remark.begin(), remark.end());
+        sheet.Cells(1, 1, static_cast<int>(table.size()), 1).SetStyle({.numberFormat = QStringLiteral("@")});
+        WriteTable(sheet, table);
+    }
+    void WriteRanks() {
+        office::Worksheet sheet = book_.Sheet(kRanksSheet);
+        sheet.SetName(Plain("TS_SheetRanks"));
+        SheetWriter(sheet, *log_.ranks, {}).Write();
+    }
+    [[nodiscard]] QString Decimals() const {
+        const auto decimals = DecimalsTyped(draft_.decimals);
+        return decimals ? QString::number(*decimals) : QString();
+    }
+
+    office::Workbook book_;
+    const CalculationDraft& draft_;
+    const CalculationLog& log_;
+};
+
+int CellsOf(const LogSheet& sheet) {
+    return std::accumulate(sheet.blocks.begin(), sheet.blocks.end(), 0, [](int sum, const LogBlock& block) {
+        return sum + (block.cells.empty() ? 0 : RowsOf(block) * static_cast<int>(block.cells.front().size()));
+    });
+}
+
+} // namespace
+
+QString LogFileName(CalcType type, const QString& stamp) {
+    return QStringLiteral("Log_") + QLatin1String(NamesOf(type).fileStem) + stamp + QStringLiteral(").xls");
+}
+
+WrittenWorkbook WriteLog(const CalculationDraft& draft, const CalculationLog& log, bool isFirst) {
+    const QString templateFile = TemplateFile(QStringLiteral("Log_Calculate.xls"));
+    if (!FileExists(templateFile)) return {{}, QLatin1String(NamesOf(draft.type).templateMissing)};
+    // Neither the locale's digits nor a ":" belong into the name of a file.
+    const QString stamp = Now().toString(QStringLiteral("yyyy-MM-dd HH.mm.ss"));
+    UnfinishedFile file(JoinPath({TempFolder, LogFileName(draft.type, stamp)}));
+    GiveTimeFor(CellsOf(log.working) + CellsOf(log.detail));
+    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, file.Path());
+    LogWriter(book, draft, log).Write(stamp, isFirst);
+    book.Close(false);
+    file.Keep();
+    return {file.Path(), {}};
+}
+
+namespace {
+
+/// The cells of the first sheet that results stand in, read at once.
+class ResultCells final {
+  public:
+    ResultCells(const office::Worksheet& sheet, const std::vector<LogResult>& results) {
+        int lastRow = 0;
+        int lastColumn = 0;
+        for (const LogResult& result : results) {
+            if (result.sheetRow == 0) continue;
+            row_ = row_ == 0 ? result.sheetRow : std::min(row_, result.sheetRow);
+            column_ = column_ == 0 ? result.sheetColumn : std::min(column_, result.sheetColumn);
+            lastRow = std::max(lastRow, result.sheetRow);
+            lastColumn = std::max(lastColumn, result.sheetColumn);
+        }
+        if (row_ > 0) cells_ = sheet.Cells(row_, column_, lastRow, lastColumn).Values();
+    }
+
+    /// What counts for a result; empty for none. A cell whose result could not be calculated counts once it holds
+    /// another number than the zero or the error of its formula.
+    [[nodiscard]] QString ValueOf(const LogResult& result) const {
+        if (result.sheetRow == 0) return result.row.value;
+        const QString text = CellText(cells_[static_cast<std::size_t>(result.sheetRow - row_)]
+                                            [static_cast<std::size_t>(result.sheetColumn - column_)]);
+        const auto number = NumberOf(text) ? NumberOf(text) : TypedNumber(text);
+        if (!number || (result.row.value.isEmpty() && *number == 0)) return {};
+        return NumberText(*number);
+    }
+
+  private:
+    int row_ = 0;
+    int column_ = 0;
+    office::Block cells_;
+};
+
+QString NameOf(const DataEntryRow& row) {
+    const QString parts[] = {row.timePeriod, row.areaId, row.areaName, row.subpop, row.source};
+    QString name;
+    for (const QString& part : parts)
+        name += part.trimmed().toLower() + QChar(0x1F);
+    return name;
+}
+
+} // namespace
+
+DataEntrySheet ReadResults(const office::Workbook& book, const CalculationDraft& draft, const CalculationLog& log) {
+    const office::Worksheet working = book.Sheet(kWorkingSheet);
+    const bool hasScale = draft.type == CalcType::CompositeIndex;
+    const QString decimals = hasScale ? draft.decimals : CellText(working.Cells(kDecimalsRow, 2).Value());
+    const ResultCells cells(working, log.results);
+    DataEntrySheet result{draft.sector,
+                          draft.indicatorClass,
+                          draft.indicator,
+                          draft.type == CalcType::TransformUnit ? draft.targetUnit : draft.unit,
+                          {}};
+    QSet<QString> known;
+    for (const LogResult& one : log.results) {
+        const QString value = cells.ValueOf(one);
+        const QString name = NameOf(one.row);
+        if (value.isEmpty() || known.contains(name)) continue;
+        known.insert(name);
+        result.rows.push_back(one.row);
+        result.rows.back().value = FormatToDecimals(ToDotDecimal(value), decimals);
+    }
+    return result;
+}
+
+} // namespace tessaro
