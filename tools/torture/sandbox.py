@@ -76,7 +76,9 @@ def run(command, home, seconds, memory=1 << 30, largest_file=None, kill_after=No
     outcome.seconds = time.monotonic() - start
     outcome.status = 0 if kill_after is not None and child.returncode == -signal.SIGKILL else child.returncode
     with open(output, "rb") as file:
-        outcome.lines = file.read().decode("utf-8", "replace").splitlines()
+        told = file.read().decode("utf-8", "replace")
+    # A program that was killed, or whose disk is full, leaves a line cut off.
+    outcome.lines = told[: told.rfind("\n") + 1].splitlines()
     return outcome
 
 
