@@ -2,6 +2,7 @@
 
 #include "controls/ArrowPointer.h"
 #include "session/Messages.h"
+#include "session/Strings.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -16,6 +17,13 @@ namespace {
 FileAnswerer& TheAnswerer() {
     static FileAnswerer answerer;
     return answerer;
+}
+
+/// The filter with its patterns from left to right, also behind Arabic words: "(*.mdb)" would show as "(mdb.*)".
+QString FilterToShow(QString filter) {
+    constexpr char16_t kLeftToRightMark = 0x200E;
+    if (!LanguageIsRightToLeft()) return filter;
+    return filter.replace(QLatin1String(" ("), QLatin1String(" ") + QChar(kLeftToRightMark) + QLatin1Char('('));
 }
 
 } // namespace
@@ -38,7 +46,7 @@ QString WithEndingOf(const QString& file, const QString& filter, const QString& 
 QString AskForFile(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
     const ArrowPointer arrow;
-    return QFileDialog::getOpenFileName(parent, question.title, question.folder, question.filter);
+    return QFileDialog::getOpenFileName(parent, question.title, question.folder, FilterToShow(question.filter));
 }
 
 QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
@@ -47,7 +55,8 @@ QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
     const QString place =
         question.folder.isEmpty() ? question.name : question.folder + QLatin1Char('/') + question.name;
     QString chosenFilter;
-    const QString file = QFileDialog::getSaveFileName(parent, question.title, place, question.filter, &chosenFilter);
+    const QString file =
+        QFileDialog::getSaveFileName(parent, question.title, place, FilterToShow(question.filter), &chosenFilter);
     const QString named = WithEndingOf(file, chosenFilter, question.name);
     // The dialog has asked about the name that it knew.
     const bool taken = named != file && QFileInfo::exists(named);

@@ -104,6 +104,7 @@ void MessageBox::AddText(const Message& message) {
     label->setObjectName(QStringLiteral("lblMessage"));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
+    label->setAlignment(ReadingSide()); // also a bare number, which has no direction of its own
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setFont(message.key.isEmpty() ? DefaultFont() : LanguageFont());
     const int wide = label->fontMetrics().averageCharWidth() * 56;

@@ -329,7 +329,7 @@ void SelectionLists::HighlightAll() {
 }
 
 void SelectionLists::ShowCount(const KeyedList& list) {
-    ShowMessage(QString::number(list.Items().Count()), MessageType::Ok, MessageIcon::Note, {}, false);
+    ShowMessage(QLocale().toString(list.Items().Count()), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
 QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,

@@ -14,7 +14,7 @@ constexpr auto kSectors =
 constexpr auto kIndicators = " FROM (([Indicator] ";
 constexpr auto kOfIndicators = " WHERE [Indicator].IndicatorGId IN (";
 
-/// The places that a FROM and a WHERE leave, by indicator.
+/// Reads the classifications of indicators with a FROM and a WHERE clause.
 std::vector<IndicatorDetails> ReadDetails(const QString& from, const QString& where) {
     std::vector<IndicatorDetails> details;
     Records rows =
@@ -62,10 +62,10 @@ QString AreaDetailsSql(const QString& areaId) {
 
 std::vector<AreaLine> AreaChain(const QString& areaId) {
     std::vector<AreaLine> chain;
-    // Each level's term holds the whole id.
+    // The statement repeats the id once for each level.
     if (areaId.size() > schema::AreaIdWidth) return chain;
     Records rows = Select(AreaDetailsSql(areaId));
-    // The statement also finds areas that hold the beginning further inside; those above are beginnings.
+    // The statement also finds areas whose id occurs inside this one. Only those that it begins with are above it.
     for (; !rows.atEnd(); rows.MoveNext())
         if (areaId.startsWith(rows.Text("AreaID"), Qt::CaseInsensitive))
             chain.push_back({rows.Text("AreaID"), rows.Text("AreaName")});

@@ -7,18 +7,18 @@
 
 namespace tessaro::metadata {
 
-/// Where an indicator is classified: its name and a line of sector and class for each place.
+/// An indicator and its sectors with their classes, one line each.
 struct IndicatorDetails {
     QString indicator;
     QStringList sectors;
     QStringList classes;
 };
 
-/// The places of the indicators of a list, by indicator: numbers of combinations, or quoted GIds.
+/// The classifications of the indicators of a list, which holds numbers of combinations or quoted GIds.
 [[nodiscard]] std::vector<IndicatorDetails> DetailsOfIndicators(const QString& idList, bool byCombination);
-/// The places of one indicator.
+/// The classifications of one indicator.
 [[nodiscard]] std::vector<IndicatorDetails> DetailsOfIndicator(const QString& indicatorGId);
-/// An area on the way down to another.
+/// One area of the way from the top of the hierarchy to an area.
 struct AreaLine {
     QString areaId;
     QString name;

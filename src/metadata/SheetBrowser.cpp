@@ -19,7 +19,7 @@ namespace {
 constexpr qint64 kMostPoints = 16000000;
 constexpr qsizetype kShownOfAddress = 500;
 
-/// The document of one sheet, or of all; copies made for printing ask it for what they show.
+/// The document of one sheet or of all. It loads nothing but pictures that the sheet itself holds.
 class SheetDocument final : public QTextDocument {
   public:
     using QTextDocument::QTextDocument;
@@ -34,7 +34,7 @@ class SheetDocument final : public QTextDocument {
     }
 
   private:
-    /// A point that shows nothing; for a null picture the toolkit would look for a file of that name itself.
+    /// A transparent pixel. For a null picture Qt would load a file of that name by itself.
     static QImage NoPicture() {
         QImage point(1, 1, QImage::Format_ARGB32_Premultiplied);
         point.fill(Qt::transparent);
@@ -86,7 +86,7 @@ void SheetBrowser::ShowSheet(const QString& sheet) {
 
 void SheetBrowser::ShowHtml(const QString& html) {
     QTextDocument* before = sheet_;
-    auto* sheet = new SheetDocument(this); // a new one: what the last sheet showed is no longer kept
+    auto* sheet = new SheetDocument(this); // a new one, so that the pictures of the last sheet are freed
     sheet->setDefaultFont(document()->defaultFont());
     sheet->setDocumentMargin(theme::Grid * 2);
     sheet->setHtml(html);

@@ -13,15 +13,15 @@ class SheetBrowser final : public QTextBrowser {
   public:
     explicit SheetBrowser(QWidget* parent = nullptr);
 
-    /// One sheet, as it comes from the database.
+    /// Shows one sheet as the database has it; it is bounded here.
     void ShowSheet(const QString& sheet);
-    /// Markup that is within bounds already, several sheets perhaps.
+    /// Shows markup that is within bounds already; it may hold several sheets.
     void ShowHtml(const QString& html);
 
   private:
     void Follow(const QUrl& url);
 
-    QTextDocument* sheet_ = nullptr; ///< child of this; what is on show
+    QTextDocument* sheet_ = nullptr; ///< the document shown; a child of this
 };
 
 } // namespace tessaro

@@ -15,7 +15,7 @@ struct MarkupPiece {
     QList<std::pair<QString, QString>> attributes;
 };
 
-/// Takes markup apart, whatever its faults. Comments, declarations, scripts and style sheets are left out.
+/// Splits markup into pieces, however malformed it is. Comments, declarations, scripts and style sheets are left out.
 class MarkupScanner final {
   public:
     explicit MarkupScanner(const QString& source) : source_(source) {}

@@ -13,18 +13,18 @@ namespace tessaro::metadata {
 namespace {
 
 constexpr qsizetype kDeepest = 100;
-constexpr qsizetype kMostTables = 6; ///< within one another
+constexpr qsizetype kMostTables = 6; ///< nested in one another
 
 bool IsOneOf(const QString& tag, std::initializer_list<const char*> tags) {
     return std::any_of(tags.begin(), tags.end(), [&](const char* one) { return tag == QLatin1String(one); });
 }
 
-/// Elements without an end.
+/// Elements without an end tag.
 bool IsSingle(const QString& tag) {
     return IsOneOf(tag, {"br", "hr", "img", "wbr"});
 }
 
-/// What points at other files, or stands in a form.
+/// Elements that load other files, or that belong to forms.
 bool IsLeftOut(const QString& tag) {
     return IsOneOf(tag, {"link", "meta", "base", "input", "iframe", "frame", "object", "embed", "source"});
 }
@@ -33,7 +33,8 @@ bool StartsLine(const QString& tag) {
     return IsOneOf(tag, {"br", "p", "div", "li", "tr", "h1", "h2", "h3", "h4", "h5", "h6", "hr", "dt", "dd", "pre"});
 }
 
-/// Elements that a new one of their kind closes, and those that keep an outer one of the kind open.
+/// HTML allows some end tags to be left out: an element of `opened` closes the last open one of `closes`, unless an
+/// element of `within` was opened after that.
 struct ImpliedEnd {
     std::initializer_list<const char*> opened, closes, within;
 };
@@ -52,11 +53,14 @@ QString EscapedText(QString text) {
     return text.replace(QLatin1Char('<'), QLatin1String("&lt;")).replace(QLatin1Char('>'), QLatin1String("&gt;"));
 }
 
-/// Cells or rows that a cell covers beyond its own; a large number makes as many columns.
+/// The columns or rows that a cell spans, as its attributes say; a large number makes as many columns. Numbers beyond
+/// any bound are cut, so that their sum can't overflow.
 qsizetype CoveredBy(const MarkupPiece& piece) {
+    constexpr qlonglong kMost = 1'000'000;
     qsizetype covered = 0;
     for (const auto& [name, value] : piece.attributes)
-        if (name.endsWith(QLatin1String("span"), Qt::CaseInsensitive)) covered += std::abs(value.toLongLong());
+        if (name.endsWith(QLatin1String("span"), Qt::CaseInsensitive))
+            covered += std::clamp<qlonglong>(std::max(value.toLongLong(), -(value.toLongLong() + 1)), 0, kMost);
     return covered;
 }
 
@@ -70,7 +74,7 @@ QString TagText(const MarkupPiece& piece) {
     return text + QLatin1Char('>');
 }
 
-/// Writes markup anew, each element within its parent, as long as it stays within bounds.
+/// Writes markup again with every element closed inside its parent, until a bound is exceeded.
 class SheetWriter final {
   public:
     explicit SheetWriter(const SheetBounds& left) : left_(left) {}
@@ -128,7 +132,7 @@ class SheetWriter final {
     qsizetype tables_ = 0;
 };
 
-/// The texts of markup with a line for each of its lines; both count towards the bounds.
+/// The plain text of markup, line by line, up to the bounds.
 QString PlainTextOf(const QString& sheet, SheetBounds& left) {
     QString html;
     MarkupScanner scanner(sheet);
@@ -144,7 +148,7 @@ QString PlainTextOf(const QString& sheet, SheetBounds& left) {
     return html;
 }
 
-/// What one sheet may cost while so much is left for all.
+/// The bounds of one sheet when `left` is left for all.
 SheetBounds BoundsOfOne(const SheetBounds& left) {
     const SheetBounds one;
     return {std::min(one.characters, left.characters), std::min(one.source, left.source),
@@ -156,7 +160,7 @@ void TakeFrom(SheetBounds& left, const SheetBounds& before, const SheetBounds& a
     left.work -= before.work - std::max<qsizetype>(after.work, 0);
 }
 
-/// The sheet written anew; empty when it is beyond its bounds.
+/// The sheet as clean markup; empty when it exceeds its bounds.
 QString WithinBounds(const QString& sheet, SheetBounds& left) {
     const SheetBounds bounds = BoundsOfOne(left);
     if (sheet.size() > bounds.source) return {};

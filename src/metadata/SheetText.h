@@ -4,14 +4,14 @@
 
 namespace tessaro::metadata {
 
-/// What a sheet of information may cost to show. Sheets come from databases of strangers; a layout takes time with the
-/// number of its tags, and twice as much with each table within a table.
+/// Bounds of the work that an information sheet may cause. Sheets come with databases from elsewhere. The time of a
+/// layout grows with the number of tags and doubles with each nested table.
 struct SheetBounds {
     qsizetype characters = 100000; ///< of text
     qsizetype source = 4000000;    ///< characters of the source, pictures within it among them
-    qsizetype work = 20000;        ///< tags, those within n tables counted 2^(n-1) times
+    qsizetype work = 20000;        ///< tags; one inside n nested tables counts 2^(n-1) times
 };
-/// The bounds of many sheets one below the other.
+/// The bounds of many sheets shown one below the other.
 constexpr SheetBounds AllSheetsBounds{2000000, 40000000, 100000};
 
 /// A sheet as markup that is safe to lay out: every element closed in its place, nothing nested deeper than a reader

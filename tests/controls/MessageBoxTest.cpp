@@ -1,5 +1,6 @@
 #include "controls/MessageBox.h"
 
+#include "session/Session.h"
 #include "support/TestSession.h"
 
 #include <QApplication>
@@ -118,6 +119,18 @@ TEST_F(MessageBoxTest, AWaitCursorIsPutAsideForTheQuestion) {
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     QApplication::restoreOverrideCursor();
+}
+
+TEST_F(MessageBoxTest, ANumberStandsWhereReadingBegins) {
+    for (const auto& [language, side] :
+         {std::pair{QStringLiteral("English [en]"), Qt::AlignLeft}, {QStringLiteral("Arabic [ar]"), Qt::AlignRight}}) {
+        Language = language;
+        Message message = Of(MessageType::Ok);
+        message.text = QStringLiteral("2");
+        const MessageBox box(message);
+        const auto* label = box.findChild<QLabel*>(QStringLiteral("lblMessage"));
+        EXPECT_TRUE(label->alignment().testFlags(side | Qt::AlignAbsolute)) << language.toStdString();
+    }
 }
 
 } // namespace tessaro

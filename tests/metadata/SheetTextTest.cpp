@@ -59,6 +59,10 @@ TEST_F(SheetTextTest, ShowsTheTextOfASheetBeyondItsBoundsInTime) {
         {"nested marks", Repeated("<b>word", 200000)},
         {"large tables within tables", Repeated("<table><tr><td>", 4) + Repeated("<tr><td>word", 5000)},
         {"wide cells", QStringLiteral("<table><tr>") + Repeated("<td colspan=99999>word", 2000)},
+        {"widths whose sum overflows",
+         QStringLiteral(
+             "<table><tr><td colspan=1000000 aspan=9223372036854775807 bspan=9223372036853775817>word</table>")},
+        {"the lowest width", QStringLiteral("<table><tr><td colspan=-9223372036854775808>word</table>")},
         {"a cell as wide as can be", QStringLiteral("<table><tr><td colspan=9223372036854775807>word</table>")},
         {"a long text", QStringLiteral("<p>word ") + Repeated("a ", 200000)},
         {"a long word", QStringLiteral("<p>word") + Repeated("a", 200000)},

@@ -4,6 +4,7 @@
 #include "selection/ScreenDriver.h"
 #include "session/Session.h"
 
+#include <QLocale>
 #include <QPushButton>
 
 namespace tessaro::test {
@@ -137,7 +138,7 @@ TEST_F(frmAreasTest, PopupsAndCount) {
     PickFromPopup(lstAvailable1(), "mnu_popup_area_avl_Options_0");
     EXPECT_EQ(ChosenAreas(), QStringLiteral("1,5,7"));
     PickFromPopup(lstSelected1(), "mnu_popup_area_chosen_Options_3");
-    EXPECT_EQ(messages, QStringList{QStringLiteral("3")});
+    EXPECT_EQ(messages, QStringList{QLocale().toString(3)});
     PickFromPopup(lstAvailable1(), "mnu_popup_area_avl_Options_4");
     EXPECT_EQ(lstAvailable1().HighlightedItems().size(), 3U);
     PickFromPopup(lstSelected1(), "mnu_popup_area_chosen_Options_0");

@@ -6,6 +6,7 @@
 #include "support/TimeBound.h"
 
 #include <QElapsedTimer>
+#include <QLocale>
 #include <QStackedWidget>
 #include <QTabBar>
 
@@ -156,7 +157,7 @@ TEST_F(frmIndicatorsTest, SortsBySectorFromThePopup) {
     PickFromPopup(lstSelected(), "mnu_popup_ind_sel_Options_11");
     EXPECT_EQ(Shown(lstSelected()), "I5 I3 I1 I2 I4") << "Money before People before Water";
     PickFromPopup(lstSelected(), "mnu_popup_ind_sel_Options_3");
-    EXPECT_EQ(messages, QStringList{QStringLiteral("5")});
+    EXPECT_EQ(messages, QStringList{QLocale().toString(5)});
     PickFromPopup(lstSelected(), "mnu_popup_ind_sel_Options_0");
     EXPECT_EQ(ChosenIus(), QString());
     PickFromPopup(lstAvailable(), "mnu_popup_ind_avl_Options_0");

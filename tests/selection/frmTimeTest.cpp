@@ -132,7 +132,7 @@ TEST_F(frmTimeTest, PopupsAddRemoveAndCount) {
     PickFromPopup(lstAvailable(), "mnu_popup_time_avl_Options_1");
     EXPECT_EQ(ChosenPeriods(), QStringLiteral("1,2,3,4"));
     PickFromPopup(lstSelected(), "mnu_popup_time_sel_Options_3");
-    EXPECT_EQ(messages, QStringList{QStringLiteral("4")});
+    EXPECT_EQ(messages, QStringList{QLocale().toString(4)});
     Highlight(lstSelected(), {QStringLiteral("T4")});
     PickFromPopup(lstSelected(), "mnu_popup_time_sel_Options_0");
     EXPECT_EQ(ChosenPeriods(), QStringLiteral("1,2,3"));
