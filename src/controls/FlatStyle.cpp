@@ -293,6 +293,29 @@ QString KeptInDirection(const QStyleOptionViewItem& item) {
     return hasLetters ? QChar(0x2066) + item.text : item.text; // left-to-right isolate
 }
 
+QStyleOptionViewItem CellToDraw(const QStyleOptionViewItem& item, const QWidget* widget) {
+    QStyleOptionViewItem shown(item);
+    shown.text = ShortCellText(shown.text);
+    shown.text = KeptInDirection(shown);
+    // Among pictures the whole cell is marked, not its text alone.
+    if (const auto* list = qobject_cast<const QListView*>(widget))
+        shown.showDecorationSelected |= list->viewMode() == QListView::IconMode;
+    return shown;
+}
+
+QStyleOptionMenuItem MenuItemToDraw(const QStyleOptionMenuItem& item) {
+    // On a pale ground the pictures keep their colours.
+    QStyleOptionMenuItem pale(item);
+    // The base style draws an underlined letter apart; joined letters do without the line.
+    const QString keys = pale.text.section(QLatin1Char('\t'), 1);
+    const AccessLetter letter(pale.text.section(QLatin1Char('\t'), 0, 0));
+    if (letter.JoinsItsNeighbours())
+        pale.text = keys.isEmpty() ? letter.plain : letter.plain + QLatin1Char('\t') + keys;
+    pale.palette.setColor(QPalette::Highlight, theme::HoverSurface());
+    pale.palette.setColor(QPalette::HighlightedText, item.palette.color(QPalette::Text));
+    return pale;
+}
+
 } // namespace
 
 FlatStyle::FlatStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -363,13 +386,8 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
         return QProxyStyle::drawControl(element, option, painter, widget);
     case CE_ItemViewItem:
         if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
-            QStyleOptionViewItem kept(*item);
-            kept.text = ShortCellText(kept.text);
-            kept.text = KeptInDirection(kept);
-            // Among pictures the whole cell is marked, not its text alone.
-            if (const auto* list = qobject_cast<const QListView*>(widget))
-                kept.showDecorationSelected |= list->viewMode() == QListView::IconMode;
-            return QProxyStyle::drawControl(element, &kept, painter, widget);
+            const QStyleOptionViewItem shown = CellToDraw(*item, widget);
+            return QProxyStyle::drawControl(element, &shown, painter, widget);
         }
         return QProxyStyle::drawControl(element, option, painter, widget);
     case CE_MenuBarItem:
@@ -382,16 +400,8 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
                     QRect(item->rect.left() + theme::Grid, middle, item->rect.width() - 2 * theme::Grid, 1),
                     option->palette.color(QPalette::Mid));
             }
-            // On a pale ground the pictures keep their colours.
-            QStyleOptionMenuItem pale(*item);
-            // The base style draws an underlined letter apart; joined letters do without the line.
-            const QString keys = pale.text.section(QLatin1Char('\t'), 1);
-            const AccessLetter letter(pale.text.section(QLatin1Char('\t'), 0, 0));
-            if (letter.JoinsItsNeighbours())
-                pale.text = keys.isEmpty() ? letter.plain : letter.plain + QLatin1Char('\t') + keys;
-            pale.palette.setColor(QPalette::Highlight, theme::HoverSurface());
-            pale.palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
-            return QProxyStyle::drawControl(element, &pale, painter, widget);
+            const QStyleOptionMenuItem shown = MenuItemToDraw(*item);
+            return QProxyStyle::drawControl(element, &shown, painter, widget);
         }
         return QProxyStyle::drawControl(element, option, painter, widget);
     case CE_MenuBarEmptyArea:
