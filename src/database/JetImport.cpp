@@ -176,7 +176,8 @@ std::vector<TableCopy> MakeTables(const JetFile& source, const std::string& targ
         else if (table.name != "GUId" && !table.name.ends_with("_Log"))
             connection->Execute("DROP TABLE [" + table.name + "]");
     }
-    std::erase_if(copies, [](const TableCopy& copy) { return copy.columns.empty(); });
+    for (const TableCopy& copy : copies) // the page that tells its columns may be lost
+        if (copy.columns.empty()) throw Refusal("TS_JetTable", {copy.name});
     return copies;
 }
 

@@ -148,7 +148,11 @@ TEST_F(JetImportTest, TheMessageTellsWhy) {
 TEST_F(JetImportTest, AFileCutAtAnyPageIsRefusedSoon) {
     const QByteArray whole = *ReadWholeFile(Odd());
     constexpr int kPage = 4096;
-    for (int pages = 1; pages * kPage < whole.size(); pages += 37) {
+    const auto inFile = static_cast<int>(whole.size() / kPage);
+    std::vector<int> cuts;
+    for (int pages = 1; pages < inFile; ++pages)
+        if (pages % 37 == 1 || pages > inFile - 10) cuts.push_back(pages);
+    for (const int pages : cuts) {
         ASSERT_TRUE(ReplaceFile(genuine_, whole.left(pages * kPage)));
         const QDeadlineTimer limit(5000);
         EXPECT_FALSE(OpenDatabaseFile(genuine_)) << pages << " pages";
