@@ -152,7 +152,7 @@ Explanation Connection::Explain(std::string_view sql) {
     return EngineOf(*impl_).Explain(sql);
 }
 void Connection::LeaveOutStep(std::string_view name) {
-    EngineOf(*impl_).LeaveOutStep(name);
+    EngineOf(*impl_).statements().LeaveOutStep(name);
 }
 
 std::vector<TableInfo> Connection::Tables() const {
@@ -181,7 +181,8 @@ void Connection::Rollback() {
 }
 
 Connection::CacheCounts Connection::cacheCounts() const {
-    return EngineOf(*impl_).counts();
+    const StatementCache::Counts counts = EngineOf(*impl_).statements().counts();
+    return {counts.translated, counts.reused};
 }
 
 } // namespace jet

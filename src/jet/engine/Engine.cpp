@@ -1,10 +1,10 @@
 #include "jet/engine/Engine.h"
 
 #include "jet/emit/Pivot.h"
+#include "jet/emit/Scope.h"
 #include "jet/engine/ColumnStore.h"
 #include "jet/engine/Guard.h"
 #include "jet/functions/Functions.h"
-#include "jet/rewrite/Rewrites.h"
 #include "jet/values/Collation.h"
 
 #include <algorithm>
@@ -14,8 +14,6 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t MostSeen = 1000;
-constexpr std::size_t LongestKept = 64 * 1024;
 constexpr int BusyMilliseconds = 3000;
 
 // Called by SQLite for every table and column while it compiles a statement.
@@ -28,34 +26,6 @@ int Note(void* noting, int action, const char* table, const char* column, const 
     if (action == SQLITE_INSERT || action == SQLITE_UPDATE || action == SQLITE_DELETE) target->writes.insert(name());
     return SQLITE_OK;
 }
-
-/// The catalogue, with a note of every table that it is asked for.
-class NotingCatalogue final : public Catalogue {
-  public:
-    explicit NotingCatalogue(const LiveCatalogue& catalogue) : catalogue_(catalogue) {}
-
-    [[nodiscard]] const TableInfo* find(std::string_view name) const override {
-        const TableInfo* const found = catalogue_.find(name);
-        const auto asked = [&](const AskedTable& each) { return each.name == name && !each.whetherLink; };
-        if (std::ranges::none_of(asked_, asked))
-            asked_.push_back({std::string(name), found == nullptr ? 0 : catalogue_.stamp(name), false});
-        return found;
-    }
-    [[nodiscard]] bool isLink(std::string_view name) const override {
-        const bool link = catalogue_.isLink(name);
-        asked_.push_back({std::string(name), link ? 1U : 0U, true});
-        return link;
-    }
-    [[nodiscard]] unsigned version() const override { return catalogue_.version(); }
-    [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override {
-        return catalogue_.rowsOnRecord(table);
-    }
-    [[nodiscard]] const std::vector<AskedTable>& asked() const { return asked_; }
-
-  private:
-    const LiveCatalogue& catalogue_;
-    mutable std::vector<AskedTable> asked_;
-};
 
 Handle OpenFile(const DatabaseFile& file) {
     RefuseReachingOut(file.path);
@@ -81,12 +51,12 @@ Engine::Engine(const std::string& path, const std::string& password, Use use) : 
         CheckPassword(handle, "main", password);
         RegisterFunctions(handle);
         Run(handle, "PRAGMA main.synchronous = NORMAL");
-        dataVersion_ = Prepare(handle, "PRAGMA main.data_version");
-        static_cast<void>(OthersWrote()); // from here on what others write is noticed
+        notice_.emplace(handle); // from here on what others write is noticed
         catalogue_ = std::make_unique<LiveCatalogue>(handle, path, use);
+        statements_.emplace(*catalogue_);
+        shells_.emplace(handle, *catalogue_);
         sizes_.emplace(handle);
-        begin_ = Prepare(handle, "BEGIN");
-        commit_ = Prepare(handle, "COMMIT");
+        own_.emplace(handle);
     } catch (const Error& error) {
         if (error.number() == ErrorNumber::WrongPassword || error.number() == ErrorNumber::Busy) throw;
         const bool other = error.number() == ErrorNumber::NotADatabase;
@@ -110,80 +80,27 @@ Engine::~Engine() {
 
 // Only for a statement seen before: a new one may have a file to attach, whose settings can't be made in a transaction.
 Engine::ReadScope::ReadScope(Engine& engine, std::string_view sql) : engine_(engine) {
-    const auto found = engine.byText_.find(sql);
-    if (found == engine.byText_.end() || !engine.StillGood(*found->second)) return;
-    if (engine.sizes_->inDoubt(found->second->prepared.reads)) return;
-    if (engine.scoped_ || sqlite3_get_autocommit(engine.database()) == 0) return;
-    engine.scoped_ = sqlite3_step(engine.begin_.get()) == SQLITE_DONE;
-    sqlite3_reset(engine.begin_.get());
+    CachedStatement* const seen = engine.statements_->find(sql);
+    if (seen == nullptr || !engine.statements_->isGood(*seen) || engine.sizes_->inDoubt(seen->prepared.reads)) return;
+    began_ = engine.own_->Begin();
 }
 
 Engine::ReadScope::~ReadScope() {
-    if (!engine_.scoped_) return;
-    engine_.scoped_ = false;
-    if (sqlite3_get_autocommit(engine_.database()) == 0) sqlite3_step(engine_.commit_.get());
-    sqlite3_reset(engine_.commit_.get());
+    if (!began_) return;
+    try {
+        static_cast<void>(engine_.own_->End());
+    } catch (const Error&) {
+        sqlite3_exec(engine_.database(), "ROLLBACK", nullptr, nullptr, nullptr); // nothing was written
+    }
 }
 
-// Another connection may have made tables or links in the file meanwhile.
+// Another connection may have made tables or links in the file meanwhile. Within a transaction of the user's none
+// could.
 void Engine::NoticeOthers() {
-    if (sqlite3_get_autocommit(database()) == 0 && !scoped_) return;
-    if (!OthersWrote()) return;
+    if (sqlite3_get_autocommit(database()) == 0 && !own_->isBegun()) return;
+    if (!notice_->OthersWrote()) return;
     catalogue_->ReadAll();
     sizes_->ForgetAll();
-}
-
-// True when another connection has written to the file since this was last asked.
-bool Engine::OthersWrote() {
-    const bool row = Step(database(), dataVersion_.get());
-    const std::int64_t version = row ? sqlite3_column_int64(dataVersion_.get(), 0) : lastVersion_;
-    sqlite3_reset(dataVersion_.get());
-    return std::exchange(lastVersion_, version) != version;
-}
-
-Engine::Seen& Engine::Translated(std::string_view sql) {
-    const auto found = byText_.find(sql);
-    if (found != byText_.end()) {
-        seen_.splice(seen_.begin(), seen_, found->second);
-        Seen& seen = *found->second;
-        if (StillGood(seen)) {
-            ++counts_.reused;
-        } else {
-            TranslateAnew(seen);
-        }
-        return seen;
-    }
-    Seen made;
-    made.text = sql;
-    TranslateAnew(made);
-    if (sql.size() > LongestKept) return passing_ = std::move(made);
-    if (seen_.size() >= MostSeen) {
-        byText_.erase(seen_.back().text);
-        seen_.pop_back();
-    }
-    seen_.push_front(std::move(made));
-    byText_[seen_.front().text] = seen_.begin();
-    return seen_.front();
-}
-
-void Engine::TranslateAnew(Seen& seen) {
-    const NotingCatalogue noting(*catalogue_);
-    seen.translation = Translate(seen.text, noting, leftOut_);
-    seen.asked = noting.asked();
-    seen.version = catalogue_->version();
-    seen.prepared = {};
-    ++counts_.translated;
-}
-
-// A filter drops and makes its working tables each time, always alike; what was translated for them stays good.
-bool Engine::StillGood(Seen& seen) {
-    if (seen.version == catalogue_->version()) return true;
-    const bool same = std::ranges::all_of(seen.asked, [&](const AskedTable& each) {
-        if (each.whetherLink) return catalogue_->isLink(each.name) == (each.stamp != 0);
-        return catalogue_->stamp(each.name) == each.stamp;
-    });
-    if (same) seen.version = catalogue_->version();
-    return same;
 }
 
 PreparedStatement Engine::PrepareNoting(std::string_view sql, const std::vector<ListParameter>& lists) {
@@ -200,7 +117,7 @@ PreparedStatement Engine::PrepareNoting(std::string_view sql, const std::vector<
     return prepared;
 }
 
-PreparedStatement Engine::TakePrepared(Seen& seen) {
+PreparedStatement Engine::TakePrepared(CachedStatement& seen) {
     PreparedStatement prepared = std::exchange(seen.prepared, {});
     const bool query = seen.translation.kind == StatementClass::Select;
     const bool doubtful = query && results_.empty() && prepared.reads.size() > 1 && sizes_->inDoubt(prepared.reads);
@@ -212,18 +129,9 @@ PreparedStatement Engine::TakePrepared(Seen& seen) {
 // Figures are not taken while a result is being read: new ones would end it.
 PreparedStatement Engine::PrepareQuery(std::string_view sql, const std::vector<ListParameter>& lists) {
     PreparedStatement prepared = PrepareNoting(sql, lists);
-    if (prepared.reads.size() < 2 || !results_.empty() || scoped_) return prepared;
+    if (prepared.reads.size() < 2 || !results_.empty() || own_->isBegun()) return prepared;
     if (sizes_->Refresh(prepared.reads)) return PrepareNoting(sql, lists);
     return prepared;
-}
-
-void Engine::GiveBack(std::string_view sql, PreparedStatement prepared) {
-    sqlite3_reset(prepared.statement.get());
-    const auto found = byText_.find(sql);
-    if (found == byText_.end()) return;
-    Seen& seen = *found->second;
-    if (seen.version == catalogue_->version() && seen.prepared.statement == nullptr)
-        seen.prepared = std::move(prepared);
 }
 
 // A table that isn't there may have been made by another connection a moment ago, in the file or in a linked one.
@@ -235,7 +143,7 @@ template <class Work> auto Engine::Retrying(const Work& work) {
         if (error.number() != ErrorNumber::NoSuchTable && error.number() != ErrorNumber::NoSuchColumn) throw;
         // The DROP of a table that isn't there is common, and needs no second look when nobody can have made it.
         const bool known = error.number() == ErrorNumber::NoSuchTable && !catalogue_->missedLink();
-        if (known && !OthersWrote()) throw;
+        if (known && !notice_->OthersWrote()) throw;
     }
     catalogue_->ReadAll();
     return work();
@@ -243,7 +151,7 @@ template <class Work> auto Engine::Retrying(const Work& work) {
 
 ReadyQuery Engine::Open(std::string_view sql) {
     return Retrying([&]() -> ReadyQuery {
-        Seen& seen = Translated(sql);
+        CachedStatement& seen = statements_->Translated(sql);
         const Translation& translation = seen.translation;
         if (translation.kind != StatementClass::Select)
             throw Error(ErrorNumber::NoRows, "The statement gives no rows.");
@@ -254,7 +162,7 @@ ReadyQuery Engine::Open(std::string_view sql) {
 
 Explanation Engine::Explain(std::string_view sql) {
     return Retrying([&] {
-        const Translation& translation = Translated(sql).translation;
+        const Translation& translation = statements_->Translated(sql).translation;
         Explanation explained{{translation.steps.begin(), translation.steps.end()}, translation.statements};
         for (const PivotPlan& plan : translation.pivot) {
             if (!plan.valuesSql.empty()) explained.texts.push_back(plan.valuesSql);
@@ -262,14 +170,6 @@ Explanation Engine::Explain(std::string_view sql) {
         }
         return explained;
     });
-}
-
-void Engine::LeaveOutStep(std::string_view name) {
-    if (std::ranges::find(Rewrites(), name, &Rewrite::name) == Rewrites().end())
-        throw Error(ErrorNumber::SyntaxError, "There is no step '" + std::string(name) + "'.");
-    leftOut_.emplace(name);
-    byText_.clear();
-    seen_.clear();
 }
 
 ReadyQuery Engine::OpenPivot(const Translation& translation) {
@@ -288,10 +188,9 @@ ReadyQuery Engine::OpenPivot(const Translation& translation) {
 }
 
 std::int64_t Engine::Execute(std::string_view sql) {
-    const auto seen = byText_.find(sql);
-    const bool makesTable =
-        seen != byText_.end() && seen->second->translation.kind == StatementClass::Schema && !readOnly_;
-    const bool alone = !scoped_ && sqlite3_get_autocommit(database()) != 0;
+    const CachedStatement* const seen = statements_->find(sql);
+    const bool makesTable = seen != nullptr && seen->translation.kind == StatementClass::Schema && !readOnly_;
+    const bool alone = sqlite3_get_autocommit(database()) != 0;
     return makesTable && alone && catalogue_->hasLinks() ? ExecuteClaimed(sql) : ExecuteHere(sql);
 }
 
@@ -304,19 +203,16 @@ std::int64_t Engine::ExecuteClaimed(std::string_view sql) {
         EndClaim();
         return changes;
     } catch (const Error&) {
-        if (scoped_) EndClaim(); // a statement that fails has taken back what it did
+        if (own_->isBegun()) EndClaim(); // a statement that fails has taken back what it did
         throw;
     }
 }
 
 void Engine::Claim() {
     if (claim_ == nullptr) claim_ = Prepare(database(), "DELETE FROM main.MSysLinks WHERE 0");
-    Step(database(), begin_.get());
-    sqlite3_reset(begin_.get());
-    scoped_ = true;
+    if (!own_->Begin()) throw ErrorOf(database());
     try {
-        Step(database(), claim_.get());
-        sqlite3_reset(claim_.get());
+        RunAgain(database(), claim_.get());
     } catch (const Error&) {
         EndClaim();
         throw;
@@ -324,11 +220,8 @@ void Engine::Claim() {
 }
 
 void Engine::EndClaim() {
-    scoped_ = false;
-    if (sqlite3_get_autocommit(database()) != 0) return catalogue_->ReadAll(); // the engine gave up the whole
     try {
-        Step(database(), commit_.get());
-        sqlite3_reset(commit_.get());
+        if (!own_->End()) catalogue_->ReadAll();
     } catch (const Error&) {
         Rollback();
         throw;
@@ -338,7 +231,7 @@ void Engine::EndClaim() {
 std::int64_t Engine::ExecuteHere(std::string_view sql) {
     NoticeOthers();
     return Retrying([&]() -> std::int64_t {
-        Seen& seen = Translated(sql);
+        CachedStatement& seen = statements_->Translated(sql);
         if (seen.translation.kind == StatementClass::Select) {
             static_cast<void>(Open(sql)); // its rows are of no use to anyone
             return 0;
@@ -349,7 +242,7 @@ std::int64_t Engine::ExecuteHere(std::string_view sql) {
 
 // "dBase IV;database=folder" and "name.dbf" name the file.
 std::string Engine::ForeignTarget(std::string_view sql) {
-    const Translation& translation = Translated(sql).translation;
+    const Translation& translation = statements_->Translated(sql).translation;
     if (translation.connector.empty()) return {};
     constexpr std::string_view Mark = ";database=";
     const std::size_t mark = LowerCased(translation.connector).find(Mark);
@@ -372,10 +265,14 @@ std::int64_t Engine::RunOne(const PreparedStatement& prepared) {
 }
 
 std::int64_t Engine::AsOne(const std::function<std::int64_t()>& work) {
-    RunKept(savepoint_, "SAVEPOINT one_statement");
+    if (savepoint_ == nullptr) {
+        savepoint_ = Prepare(database(), "SAVEPOINT one_statement");
+        release_ = Prepare(database(), "RELEASE one_statement");
+    }
+    RunAgain(database(), savepoint_.get());
     try {
         const std::int64_t changes = work();
-        RunKept(release_, "RELEASE one_statement");
+        RunAgain(database(), release_.get());
         return changes;
     } catch (const Error&) {
         // some failures, a full disk for one, have ended the transaction already
@@ -384,12 +281,12 @@ std::int64_t Engine::AsOne(const std::function<std::int64_t()>& work) {
     }
 }
 
-std::int64_t Engine::RunStatements(Seen& seen) {
+std::int64_t Engine::RunStatements(CachedStatement& seen) {
     const bool schema = seen.translation.kind == StatementClass::Schema;
     if (schema) {
         if (seen.translation.change == TargetChange::DropLink) return DropLink(seen.translation.target);
-        if (LeavesShell(seen.translation)) return LeaveShell(seen);
-        if (FillsShell(seen.translation)) return FillShell(seen);
+        if (own_->isBegun() && shells_->canBeLeftBy(seen.translation)) return LeaveShell(seen);
+        if (shells_->canBeFilledBy(seen.translation)) return FillShell(seen);
         DropShell(seen.translation.target);
         TakeInAll();
     }
@@ -417,11 +314,6 @@ std::int64_t Engine::DropLink(const std::string& name) {
     return 0;
 }
 
-void Engine::RunKept(Statement& kept, std::string_view sql, const std::vector<std::string>& parameters) {
-    if (kept == nullptr) kept = Prepare(database(), sql);
-    RunAgain(database(), kept.get(), parameters);
-}
-
 // Of a table that a query made, and of one that was dropped, all is known; what else changed is read.
 void Engine::NoteSchemaChange(const Translation& translation, std::int64_t rows) {
     const std::string& target = translation.target;
@@ -435,6 +327,57 @@ void Engine::NoteSchemaChange(const Translation& translation, std::int64_t rows)
     } else {
         catalogue_->ReadTable(target);
     }
+}
+
+std::int64_t Engine::LeaveShell(CachedStatement& seen) {
+    const std::string name = seen.translation.target;
+    AsOne([&] {
+        PreparedStatement emptying = std::exchange(seen.prepared, {});
+        if (emptying.statement == nullptr) emptying = PrepareNoting("DELETE FROM " + seen.translation.droppedTable, {});
+        shells_->Mark(name);
+        const std::int64_t rows = RunOne(emptying);
+        seen.prepared = std::move(emptying);
+        return rows;
+    });
+    catalogue_->NoteEmptied(name);
+    return 0;
+}
+
+std::int64_t Engine::FillShell(CachedStatement& seen) {
+    const std::string name = seen.translation.target;
+    const std::int64_t rows = AsOne([&] {
+        shells_->Unmark(name);
+        PreparedStatement filling = TakePrepared(seen);
+        const std::int64_t filled = RunOne(filling);
+        seen.prepared = std::move(filling);
+        return filled;
+    });
+    catalogue_->NoteShellGone(name);
+    catalogue_->NoteMade(name, seen.translation.columns);
+    TakeFiguresOf(name, rows);
+    return rows;
+}
+
+void Engine::DropShell(const std::string& name) {
+    const TableInfo* const shell = catalogue_->shell(name);
+    if (shell == nullptr) return;
+    TakeInAll();
+    AsOne([&]() -> std::int64_t {
+        shells_->Unmark(name);
+        Run(database(), "DROP TABLE " + TableSql(*shell));
+        return 0;
+    });
+    catalogue_->NoteShellGone(name);
+    sizes_->Forget(LowerCased("main." + name));
+}
+
+// Within a transaction of the engine's own, which holds the write lock, the planner statistics of a new table cost
+// little.
+void Engine::TakeFiguresOf(const std::string& table, std::int64_t rows) {
+    const std::string figures = LowerCased("main." + table);
+    if (sizes_->Refilled(figures, rows)) return;
+    sizes_->Forget(figures);
+    if (own_->isBegun()) sizes_->Made(figures, rows);
 }
 
 void Engine::TakeInReaders(const std::set<std::string>& written) {

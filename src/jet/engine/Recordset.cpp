@@ -50,7 +50,7 @@ void Recordset::Impl::Fetch() {
 void Recordset::Impl::Stop() {
     if (!fetching()) return;
     engine->Unregister(this);
-    engine->GiveBack(sql, std::move(query.prepared));
+    engine->statements().GiveBack(sql, std::move(query.prepared));
     query.prepared = {};
     engine.reset();
     store.Finish();

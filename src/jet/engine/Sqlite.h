@@ -29,7 +29,7 @@ bool Step(sqlite3* database, sqlite3_stmt* statement);
 /// Runs one statement to its end, with texts for its parameters.
 void Run(sqlite3* database, std::string_view sql, const std::vector<std::string>& parameters = {});
 /// The same with a statement that is kept.
-void RunAgain(sqlite3* database, sqlite3_stmt* statement, const std::vector<std::string>& parameters);
+void RunAgain(sqlite3* database, sqlite3_stmt* statement, const std::vector<std::string>& parameters = {});
 /// All rows of a query, texts for its parameters.
 [[nodiscard]] std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
                                                    const std::vector<std::string>& parameters = {});

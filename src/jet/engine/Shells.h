@@ -1,0 +1,32 @@
+#pragma once
+
+#include "jet/engine/LiveCatalogue.h"
+#include "jet/engine/Sqlite.h"
+
+#include <string>
+
+namespace jet {
+
+/// The filters drop and make the same working tables again and again. In a working database a table that is dropped
+/// stays as a shell: empty, marked in the list of links, and unknown to the catalogue. The query that makes the like of
+/// it fills it, and the statements that were compiled for it stay good. Here are the rules for shells and their marks;
+/// the statements that empty and fill them are the engine's.
+class Shells {
+  public:
+    Shells(sqlite3* database, LiveCatalogue& catalogue) : database_(database), catalogue_(catalogue) {}
+
+    /// True when the statement drops a table that a query made, and nobody changed.
+    [[nodiscard]] bool canBeLeftBy(const Translation& translation) const;
+    /// True when the statement makes a table whose shell stands there with the same fields.
+    [[nodiscard]] bool canBeFilledBy(const Translation& translation) const;
+    void Mark(const std::string& name);
+    void Unmark(const std::string& name);
+
+  private:
+    sqlite3* database_;
+    LiveCatalogue& catalogue_;
+    Statement mark_;
+    Statement unmark_;
+};
+
+} // namespace jet
