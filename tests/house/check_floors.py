@@ -9,7 +9,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
-UNTANGLED = {"session", "metadata", "selection", "shell"}
+UNTANGLED = {"database", "jet", "metadata", "selection", "session", "shell"}
 NAMED = re.compile(r"`((?:[\w-]+/)+[\w.-]+\.(?:h|cpp|ui|py|ini|csv))`")
 ROW = re.compile(r"^\|\s*(\d+)\s*\|\s*`(\w+)`\s*\|[^|]*\|([^|]*)\|\s*$")
 

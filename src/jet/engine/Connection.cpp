@@ -4,7 +4,7 @@
 #include "jet/engine/DbaseTable.h"
 #include "jet/engine/Engine.h"
 #include "jet/engine/Guard.h"
-#include "jet/engine/RecordsetImpl.h"
+#include "jet/engine/ResultRows.h"
 #include "jet/functions/Functions.h"
 #include "jet/values/Collation.h"
 
@@ -13,6 +13,12 @@
 #include <unistd.h>
 
 namespace jet {
+
+struct Connection::Impl {
+    std::shared_ptr<Engine> engine; ///< none when closed
+    std::string path;
+    bool readOnly = false;
+};
 
 namespace {
 
@@ -145,7 +151,7 @@ std::int64_t Connection::Execute(std::string_view sql) {
 
 Recordset Connection::OpenRecordset(std::string_view sql, CursorType cursor) {
     static_cast<void>(EngineOf(*impl_));
-    return Recordset(std::make_unique<Recordset::Impl>(impl_->engine, sql, cursor));
+    return Recordset(std::make_unique<ResultRows>(impl_->engine, sql, cursor));
 }
 
 Explanation Connection::Explain(std::string_view sql) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "jet/engine/Options.h"
 #include "jet/engine/Recordset.h"
 #include "jet/values/Catalogue.h"
 #include "jet/values/Error.h"
@@ -13,21 +14,6 @@
 
 namespace jet {
 
-enum class CursorType {
-    ForwardOnly, ///< rows are fetched as they are asked for; MoveNext only
-    Static,      ///< a snapshot of all rows on the client; moves freely
-    Keyset,      ///< moves freely; rows are fetched as far as they are asked for, RecordCount and MoveLast fetch all
-};
-
-/// What a file is opened as.
-enum class Use {
-    Data, ///< any file, also a stranger's: links in it count for nothing, and it is refused when it computes something
-    Working, ///< a file of the program's own, which keeps links to others
-};
-
-/// Whether what a link names can be changed through it.
-enum class LinkAccess { Read, Write };
-
 /// Operations on database files as a whole.
 class Database {
   public:
@@ -37,12 +23,6 @@ class Database {
     static void Copy(const std::string& source, const std::string& target);
     /// Writes the database anew without the room that deleted rows have left. Nobody else may have it open.
     static void Compact(const std::string& path);
-};
-
-/// How a statement is run.
-struct Explanation {
-    std::vector<std::string> steps; ///< names of the rewrites that changed it
-    std::vector<std::string> texts; ///< for SQLite, in order; a crosstab's with %VALUE% and %NAME% for its columns
 };
 
 /// One open database. Several connections to one file may stand side by side. Not for use from two threads at once.

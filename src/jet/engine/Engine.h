@@ -1,8 +1,8 @@
 #pragma once
 
-#include "jet/engine/Connection.h"
 #include "jet/engine/LiveCatalogue.h"
 #include "jet/engine/Locks.h"
+#include "jet/engine/Options.h"
 #include "jet/engine/Shells.h"
 #include "jet/engine/StatementCache.h"
 #include "jet/engine/TableSizes.h"
@@ -110,12 +110,6 @@ class Engine {
     Statement claim_; ///< takes the write lock of a working database and writes nothing
     std::set<OpenResult*> results_;
     PreparedStatement* noting_ = nullptr; ///< what is being compiled
-};
-
-struct Connection::Impl {
-    std::shared_ptr<Engine> engine; ///< none when closed
-    std::string path;
-    bool readOnly = false;
 };
 
 } // namespace jet

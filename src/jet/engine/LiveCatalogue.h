@@ -1,8 +1,8 @@
 #pragma once
 
 #include "jet/emit/Translator.h"
-#include "jet/engine/Connection.h"
 #include "jet/engine/DatabaseFile.h"
+#include "jet/engine/Options.h"
 #include "jet/engine/Sqlite.h"
 #include "jet/values/Catalogue.h"
 

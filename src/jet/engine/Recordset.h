@@ -12,6 +12,8 @@
 
 namespace jet {
 
+struct ResultRows;
+
 /// The rows of a query with a cursor on one of them. A default-made recordset is closed: EOF and BOF, no fields.
 /// A Static one holds its rows in compact columns and outlives its connection (it is detached from the start).
 class Recordset {
@@ -61,11 +63,10 @@ class Recordset {
     [[nodiscard]] std::string GetString(std::int64_t count = -1, std::string_view columnDelimiter = "\t",
                                         std::string_view rowDelimiter = "\r", std::string_view nullText = "");
 
-    struct Impl;
-    explicit Recordset(std::unique_ptr<Impl> impl);
+    explicit Recordset(std::unique_ptr<ResultRows> rows);
 
   private:
-    std::unique_ptr<Impl> impl_;
+    std::unique_ptr<ResultRows> rows_;
 };
 
 } // namespace jet

@@ -1,7 +1,5 @@
 #include "jet/values/Value.h"
 
-#include "jet/values/Catalogue.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -13,6 +11,12 @@ namespace jet {
 namespace {
 
 constexpr std::string_view Blanks = " \t\r\n";
+
+bool IsFalse(std::string_view text) {
+    constexpr std::string_view Word = "false";
+    return std::ranges::equal(text, Word,
+                              [](char a, char b) { return a == b || (a >= 'A' && a <= 'Z' && a + ('a' - 'A') == b); });
+}
 
 std::string_view Trimmed(std::string_view text) {
     if (!text.empty() && text.front() > ' ' && text.back() > ' ') return text;
@@ -112,7 +116,7 @@ double Value::toDouble() const {
 bool Value::toBoolean() const {
     if (type() != Type::Text) return toDouble() != 0;
     const std::string_view text = Trimmed(std::get<std::string>(held_));
-    if (text.empty() || SameName(text, "False")) return false;
+    if (text.empty() || IsFalse(text)) return false;
     return ReadNumber(text).value_or(-1) != 0;
 }
 

@@ -2,7 +2,7 @@
 
 #include "jet/engine/ColumnStore.h"
 #include "jet/engine/Engine.h"
-#include "jet/engine/Recordset.h"
+#include "jet/engine/Options.h"
 
 #include <memory>
 #include <optional>
@@ -11,9 +11,9 @@
 namespace jet {
 
 /// Rows come from a statement that stands on the next one to be taken, from a store of those taken already, or both.
-struct Recordset::Impl final : OpenResult {
-    Impl(const std::shared_ptr<Engine>& engine, std::string_view sql, CursorType cursor);
-    ~Impl() override;
+struct ResultRows final : OpenResult {
+    ResultRows(const std::shared_ptr<Engine>& engine, std::string_view sql, CursorType cursor);
+    ~ResultRows() override;
 
     void TakeIn() override;
     [[nodiscard]] const std::set<std::string>& tablesRead() const override { return query.prepared.reads; }
