@@ -16,6 +16,9 @@ CalculationLog Calculate(const CalculationDraft& draft, const Progress& progress
     case CalcType::HundredMinus:
         log = CalculateHundredMinus(draft);
         break;
+    case CalcType::Formula:
+        log = CalculateFormula(draft, progress);
+        break;
     case CalcType::TransformUnit:
         log = CalculateTransformUnit(draft);
         break;
