@@ -19,13 +19,14 @@ CalculationLog Calculate(const CalculationDraft& draft, const Progress& progress
     case CalcType::Formula:
         log = CalculateFormula(draft, progress);
         break;
+    case CalcType::CompositeIndex:
+        log = CalculateCompositeIndex(draft, progress);
+        break;
     case CalcType::TransformUnit:
         log = CalculateTransformUnit(draft);
         break;
     case CalcType::Subtotal:
         log = CalculateSubtotal(draft, progress);
-        break;
-    default:
         break;
     }
     DropAllWorkingTables();
