@@ -20,6 +20,8 @@ namespace {
 constexpr int kFirstIndicatorRow = kHeadRow; ///< of the rows with name, weight and direction
 constexpr int kWeightColumn = 2;
 constexpr int kFlagColumn = 3;
+/// The first sheet of the template. It gets another name once all is written, which the formulas then follow.
+const QString kTemplateSheet = QStringLiteral("Sheet1");
 
 /// A value that an area has, or what stands in.
 struct IndexValue {
@@ -43,8 +45,7 @@ class CompositeIndex final {
     explicit CompositeIndex(const CalculationDraft& draft) : draft_(draft) {
         for (const IndexWeight& weight : draft.weights)
             weights_.push_back(TypedNumber(weight.weight).value_or(0));
-        sheet_ = {PlainText(QStringLiteral("LOG_LOG")), kFirstIndicatorRow, kWeightColumn, ValueColumn(0) + 1,
-                  IndexColumn()};
+        sheet_ = {kTemplateSheet, kFirstIndicatorRow, kWeightColumn, ValueColumn(0) + 1, IndexColumn()};
     }
 
     [[nodiscard]] CalculationLog Log() {

@@ -113,10 +113,10 @@ TEST_F(CompositeIndexTest, RanksMoveWithTheWeights) {
     EXPECT_EQ(formulas(3), std::vector{QStringLiteral("= RANK(I5,$I$5:$I$7)")});
     EXPECT_EQ(formulas(7), std::vector{QStringLiteral("= RANK(M5,$M$5:$M$7)")});
     ASSERT_EQ(formulas(11).size(), 3u);
-    EXPECT_EQ(formulas(9)[0], QStringLiteral("= 'Log'!G17"));
-    EXPECT_EQ(formulas(10)[1], QStringLiteral("= (I6 * 100 + 'Log'!D16 * 10) / 110"));
+    EXPECT_EQ(formulas(9)[0], QStringLiteral("= 'Sheet1'!G17"));
+    EXPECT_EQ(formulas(10)[1], QStringLiteral("= (I6 * 100 + 'Sheet1'!D16 * 10) / 110"));
     EXPECT_EQ(formulas(11)[0],
-              QStringLiteral("= (I5 * 100 - 'Log'!D17 * MIN(10,'Log'!$B$10)) / (100 - MIN(10,'Log'!$B$10))"));
+              QStringLiteral("= (I5 * 100 - 'Sheet1'!D17 * MIN(10,'Sheet1'!$B$10)) / (100 - MIN(10,'Sheet1'!$B$10))"));
 }
 
 TEST_F(CompositeIndexTest, EqualValuesGiveTheTopOfTheScale) {
