@@ -33,6 +33,10 @@ void MeasureExport(Report& report);
 /// The program itself: start to first painted frame, and its resident size with the data view open. `self` is this
 /// program, which plays it.
 void MeasureProgram(Report& report, const QString& self, const QString& database, const QString& installation);
+/// The database that a calculation ends with, made by a process of its own, which `self` is.
+void MeasureNewDatabase(Report& report, const QString& self, const QString& database, const QString& installation);
+/// That process's part: true when the arguments ask for it; the exit status is in `status`.
+bool PlayNewDatabase(int argc, char** argv, int& status);
 
 /// The program's part in MeasureProgram: true when the arguments ask for it; the exit status is in `status`.
 bool PlayProgram(int argc, char** argv, int& status);

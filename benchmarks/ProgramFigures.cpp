@@ -1,4 +1,5 @@
 #include "Figures.h"
+#include "Play.h"
 #include "controls/DataTable.h"
 #include "dataview/frmData.h"
 #include "session/Messages.h"
@@ -9,16 +10,12 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QKeyEvent>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <limits>
-#include <map>
 
 namespace tessaro::bench {
 
@@ -79,15 +76,6 @@ int PlayStart(const QString& installation, qint64 start) {
     return Load(frame, installation) ? QApplication::exec() : 3;
 }
 
-double ResidentMegabytes() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly)) return 0;
-    for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ').front().toDouble() / 1024;
-    }
-    return 0;
-}
-
 void Wait(int milliseconds) {
     QElapsedTimer clock;
     clock.start();
@@ -107,54 +95,25 @@ int PlayResident(const QString& installation, const QString& database) {
     const auto* screen = qobject_cast<frmData*>(frame.Stages().ActiveScreen());
     if (screen == nullptr || screen->grid().ValueRows() == 0) return 5;
     Wait(2000);
-    std::printf("resident %f\n", ResidentMegabytes());
+    std::printf("resident %f\n", MemoryMegabytes("VmRSS:"));
     QKeyEvent end(QEvent::KeyPress, Qt::Key_End, Qt::ControlModifier);
     QApplication::sendEvent(screen->findChild<DataTable*>(QStringLiteral("DataGrid")), &end);
     Wait(2000);
     std::printf("rows %d\n", screen->grid().ValueRows());
-    std::printf("resident-end %f\n", ResidentMegabytes());
+    std::printf("resident-end %f\n", MemoryMegabytes("VmRSS:"));
     std::fflush(stdout);
     std::_Exit(0);
-}
-
-// ---- What the measuring process does. ------------------------------------------------------------------------------
-
-/// Runs this program in a part; gives the figures that it says. Empty, with a line on standard error, when it fails.
-std::map<QByteArray, double> Play(const QString& self, const QStringList& arguments, const QString& home) {
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TESSARO_HOME"), home);
-    process.setProcessEnvironment(environment);
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(self, arguments);
-    if (!process.waitForFinished(120000) || process.exitCode() != 0) {
-        std::fprintf(stderr, "bench: %s ended with status %d\n", arguments.first().toLocal8Bit().constData(),
-                     process.exitCode());
-        return {};
-    }
-    std::map<QByteArray, double> figures;
-    for (const QByteArray& line : process.readAllStandardOutput().split('\n')) {
-        const QList<QByteArray> words = line.split(' ');
-        if (words.size() == 2) figures[words[0]] = words[1].toDouble();
-    }
-    return figures;
-}
-
-double FigureOr(const std::map<QByteArray, double>& figures, const char* name, double otherwise) {
-    const auto found = figures.find(name);
-    return found == figures.end() ? otherwise : found->second;
 }
 
 } // namespace
 
 void MeasureProgram(Report& report, const QString& self, const QString& database, const QString& installation) {
-    constexpr double missed = std::numeric_limits<double>::infinity();
     const QTemporaryDir home;
     const auto start = [&] {
-        double best = missed;
+        double best = kMissed;
         for (int round = 0; round < kStarts; ++round) {
             const QStringList arguments{QLatin1String(kStart), installation, QString::number(Microseconds())};
-            const double once = FigureOr(Play(self, arguments, home.path()), "start", missed);
+            const double once = FigureOr(Play(self, arguments, home.path()), "start", kMissed);
             if (round > 0) best = std::min(best, once); // the first one makes the user's folders
         }
         return best;
@@ -165,8 +124,8 @@ void MeasureProgram(Report& report, const QString& self, const QString& database
     const std::string atEnd = "resident, after Ctrl+End";
     if (!report.Wants(shown) && !report.Wants(atEnd)) return;
     const auto sizes = Play(self, {QLatin1String(kResident), installation, database}, home.path());
-    report.Bound(shown, FigureOr(sizes, "resident", missed), 300, "MB");
-    report.Bound(atEnd, FigureOr(sizes, "resident-end", missed), 300, "MB");
+    report.Bound(shown, FigureOr(sizes, "resident", kMissed), 300, "MB");
+    report.Bound(atEnd, FigureOr(sizes, "resident-end", kMissed), 300, "MB");
 }
 
 bool PlayProgram(int argc, char** argv, int& status) {

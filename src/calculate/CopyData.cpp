@@ -2,6 +2,7 @@
 
 #include "calculate/CopyMasters.h"
 #include "calculate/LanguageTables.h"
+#include "database/Schema.h"
 #include "jet/engine/BulkLoad.h"
 #include "jet/values/Collation.h"
 #include "session/Frame.h"
@@ -96,6 +97,16 @@ class DataRows final {
     IdList sources_;
 };
 
+/// Indexes are made behind the rows: to keep them while rows come takes longer.
+void CopyRows(TargetDatabase& target) {
+    schema::UnindexData(target.connection());
+    DataRows rows(target);
+    jet::BulkLoad load(target.connection().path());
+    rows.CopyInto(load);
+    load.Finish();
+    schema::IndexData(target.connection());
+}
+
 } // namespace
 
 void Copy_Data(TargetDatabase& target) {
@@ -106,10 +117,7 @@ void Copy_Data(TargetDatabase& target) {
     target.connection().Commit();
     frame.SetProgress(30);
     if (frame.IsStopAsked()) throw BuildingStopped();
-    DataRows rows(target);
-    jet::BulkLoad load(target.connection().path());
-    rows.CopyInto(load);
-    load.Finish();
+    CopyRows(target);
     frame.SetProgress(60);
 }
 

@@ -24,10 +24,11 @@ constexpr ClassTree kTrees[] = {{"Goal", "G", 3}, {"Convention", "C", 3}, {"Inst
 /// One without levels.
 constexpr const char* kLists[] = {"CF", "THEME"};
 
-/// The combinations that have rows in _Data, for what is joined to IUS behind it.
+/// The combinations that have rows in _Data, each once, so that the rows themselves are not joined with all that is
+/// read for the combinations.
 const QString kCombinations = QStringLiteral(
-    "(_Data AS D INNER JOIN Indicator_Unit_Subpop AS IUS ON (D.IndicatorGId = IUS.IndicatorGId) AND (D.UnitGId = "
-    "IUS.UnitGId) AND (D.SubpopGId = IUS.SubpopGId))");
+    "((SELECT DISTINCT IndicatorGId, UnitGId, SubpopGId%1 FROM _Data) AS D INNER JOIN Indicator_Unit_Subpop AS IUS ON "
+    "(D.IndicatorGId = IUS.IndicatorGId) AND (D.UnitGId = IUS.UnitGId) AND (D.SubpopGId = IUS.SubpopGId))");
 const QString kCombinationKey = QStringLiteral("IUS.IndicatorGId, IUS.UnitGId, IUS.SubpopGId");
 
 Records Read(const QString& sql) {
@@ -55,7 +56,7 @@ QString TreeStatement(const ClassTree& tree) {
     if (tree.levels == 3) fields << alias + QLatin1String("3.Info");
     return QStringLiteral("SELECT DISTINCTROW %1, %2 FROM %3 INNER JOIN (Indicator_%4 AS L INNER JOIN %5 ON L.%6GId = "
                           "%7.%6GId) ON IUS.IUSNId = L.IUSNId ORDER BY %8")
-        .arg(fields.join(QLatin1String(", ")), kCombinationKey, kCombinations, name, labels,
+        .arg(fields.join(QLatin1String(", ")), kCombinationKey, kCombinations.arg(QString()), name, labels,
              LabelTable(tree, tree.levels), alias, order.join(QLatin1Char(',')));
 }
 
@@ -194,7 +195,7 @@ class Masters final {
         Records rows = Read(QStringLiteral("SELECT DISTINCTROW C.%1Label1, C.%1GId, C.Info, %2 FROM %3 INNER JOIN "
                                            "(Indicator_%1 AS L INNER JOIN %1 AS C ON L.%1GId = C.%1GId) ON IUS.IUSNId "
                                            "= L.IUSNId ORDER BY C.%1Label1")
-                                .arg(name, kCombinationKey, kCombinations));
+                                .arg(name, kCombinationKey, kCombinations.arg(QString())));
         for (; !rows.atEnd(); rows.MoveNext()) {
             const QString gid = rows.Text(1);
             if (IsNew(name, {gid})) InsertListed(name, rows);
@@ -216,7 +217,7 @@ class Masters final {
         Records rows = Read(
             QStringLiteral("SELECT DISTINCTROW R.Region,R.RegionGId, S.Source, S.SourceGId, S.Info, "
                            "I_S.RecommendedSource, ") +
-            kCombinationKey + QStringLiteral(" FROM ") + kCombinations +
+            kCombinationKey + QStringLiteral(" FROM ") + kCombinations.arg(QStringLiteral(", Source")) +
             QStringLiteral(" INNER JOIN (Indicator_Source AS I_S INNER JOIN (Source AS S INNER JOIN Region AS R ON "
                            "S.RegionNId = R.RegionNId) ON I_S.SourceNId = S.SourceNId) ON (IUS.IUSNId = I_S.IUSNId) "
                            "AND (D.Source = S.Source) ORDER BY R.Region, S.Source"));

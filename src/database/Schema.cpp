@@ -166,12 +166,19 @@ void CreateTable(jet::Connection& connection, const TableDefinition& table, cons
     connection.Execute("CREATE TABLE [" + name + "] (" + Declarations(table, name, widthOf) + ")");
 }
 
+/// "[IX_Data_1] ON [Data]"; they are counted from 1.
+std::string IndexOf(const std::string& table, int number) {
+    return "[IX_" + table + "_" + std::to_string(number) + "] ON [" + table + "]";
+}
+
 void CreateIndexes(jet::Connection& connection, const TableDefinition& table, const std::string& name) {
     int number = 0;
-    for (const std::string_view columns : table.indexes) {
-        connection.Execute("CREATE INDEX [IX_" + name + "_" + std::to_string(++number) + "] ON [" + name + "] (" +
-                           std::string(columns) + ")");
-    }
+    for (const std::string_view columns : table.indexes)
+        connection.Execute("CREATE INDEX " + IndexOf(name, ++number) + " (" + std::string(columns) + ")");
+}
+
+const TableDefinition& DataTable() {
+    return *std::ranges::find(kDataTables, std::string_view("Data"), &TableDefinition::name);
 }
 
 void CreateTablesOf(jet::Connection& connection, std::string_view languageCode, const WidthOf& widthOf) {
@@ -239,9 +246,15 @@ void CreateDataDatabase(jet::Connection& connection, const std::vector<DatabaseL
 }
 
 void IndexData(jet::Connection& connection) {
-    const auto data = std::ranges::find(kDataTables, std::string_view("Data"), &TableDefinition::name);
     connection.Begin();
-    CreateIndexes(connection, *data, "Data");
+    CreateIndexes(connection, DataTable(), "Data");
+    connection.Commit();
+}
+
+void UnindexData(jet::Connection& connection) {
+    connection.Begin();
+    for (std::size_t number = 1; number <= DataTable().indexes.size(); ++number)
+        connection.Execute("DROP INDEX " + IndexOf("Data", static_cast<int>(number)));
     connection.Commit();
 }
 

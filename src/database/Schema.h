@@ -44,6 +44,8 @@ void CreateDataDatabase(jet::Connection& connection, const std::vector<DatabaseL
                         const WidthOf& widthOf = {});
 /// Adds the indexes of Data and has the engine learn the sizes of all tables.
 void IndexData(jet::Connection& connection);
+/// Takes the indexes of Data away from a database of this schema, for a bulk load that IndexData follows.
+void UnindexData(jet::Connection& connection);
 /// Adds the tables of one more language to a data database, without a row in Language.
 void CreateLanguageTables(jet::Connection& connection, std::string_view languageCode);
 

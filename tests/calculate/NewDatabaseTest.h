@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calculate/DatabaseBuilder.h"
+#include "calculate/WorkingTables.h"
 #include "database/Database.h"
 #include "database/Schema.h"
 #include "platform/Paths.h"
@@ -38,7 +39,7 @@ class NewDatabaseTest : public SessionTest {
 
     /// Takes the snapshot of everything anew.
     static void Select() {
-        for (const char* table : {"_SelIUSNId", "_SelArea", "_SelTimePeriod", "_Data"})
+        for (const char* table : {"_SelIUSNId", "_SelArea", "_SelTimePeriod"})
             ASSERT_TRUE(Execute(QStringLiteral("DELETE * from ") + QLatin1String(table)));
         for (const char* sql :
              {"INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile) SELECT AreaGId, AreaNId, "
@@ -49,14 +50,10 @@ class NewDatabaseTest : public SessionTest {
               "I.Indicator, U.Unit, SP.Subpop, S.SourceNId, S.Source, I_S.RecommendedSource FROM (Unit AS U INNER JOIN "
               "(Subpop AS SP INNER JOIN ([Indicator] AS I INNER JOIN Indicator_Unit_Subpop AS IUS ON I.IndicatorGId = "
               "IUS.IndicatorGId) ON SP.SubpopGId = IUS.SubpopGId) ON U.UnitGId = IUS.UnitGId) INNER JOIN (Source AS S "
-              "INNER JOIN Indicator_Source AS I_S ON S.SourceNId = I_S.SourceNId) ON IUS.IUSNId = I_S.IUSNId",
-              " INSERT INTO _Data (IndicatorGId, [Indicator], UnitGId, Unit, SubpopGId, Subpop,  TimePeriod, AreaId, "
-              "AreaName, Source, RecommendedSource, DataValue)  SELECT IUS.IndicatorGId, IUS.Indicator, IUS.UnitGId, "
-              "IUS.Unit, IUS.SubPopGId, IUS.SubPop,  T.TimePeriod, A.AreaId, A.AreaName, IUS.Source,"
-              "IUS.RecommendedSource, D.Datavalue  FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data "
-              "AS D INNER JOIN _SelTimePeriod  AS T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = D.AreaNId) ON "
-              "(IUS.IUSNId = D.IUSNId)  AND (IUS.SourceNId = D.SourceNId)  WHERE IUS.Deleted = False "})
+              "INNER JOIN Indicator_Source AS I_S ON S.SourceNId = I_S.SourceNId) ON IUS.IUSNId = I_S.IUSNId"})
             ASSERT_TRUE(Execute(QString::fromUtf8(sql))) << sql;
+        bDataChanged = true;
+        ASSERT_TRUE(CreateDataTable());
     }
 
     /// Changes the sample before it is opened.
