@@ -23,6 +23,7 @@
 #include <cppuhelper/bootstrap.hxx>
 #include <csignal>
 #include <osl/file.hxx>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -135,6 +136,11 @@ qint64 Connection::ProcessId() const {
 
 unsigned Connection::Generation() const {
     return state_->generation;
+}
+
+void Connection::LimitMemory(qint64 bytes) {
+    const rlimit limit{static_cast<rlim_t>(bytes), RLIM_INFINITY};
+    if (IsRunning()) ::prlimit(static_cast<pid_t>(state_->processId), RLIMIT_DATA, &limit, nullptr);
 }
 
 void Connection::SetTimeLimit(std::chrono::milliseconds limit) {

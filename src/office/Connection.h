@@ -46,6 +46,9 @@ class Connection final : public QObject {
     void Probe();
     /// How long the process may do nothing before it counts as hung.
     void SetPatience(std::chrono::milliseconds patience);
+    /// Lets the process ask the system for at most so many bytes of memory from now on; what it is refused ends the
+    /// call or the process. Until the next limit, or its end.
+    void LimitMemory(qint64 bytes);
     void SetTimeLimit(std::chrono::milliseconds limit);
     [[nodiscard]] std::chrono::milliseconds TimeLimit() const;
 

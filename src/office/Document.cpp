@@ -1,5 +1,6 @@
 #include "office/Document.h"
 
+#include "office/CompoundFile.h"
 #include "office/Convert.h"
 #include "office/Palette.h"
 #include "office/PendingWrites.h"
@@ -43,12 +44,10 @@ class NoAnswer final : public cppu::WeakImplHelper1<com::sun::star::task::XInter
     }
 };
 
-/// Both kinds of files are compound files; anything else would be taken for a text.
-bool IsCompoundFile(const QString& path) {
-    static const QByteArray mark = QByteArray::fromHex("d0cf11e0a1b11ae1");
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.read(mark.size()) == mark;
-}
+/// What the program may use to show a file of a stranger: enough for itself and for the cells of any file of its size,
+/// but not for a small one that unpacks to gigabytes. In bytes.
+constexpr qint64 kMemoryToShow = 800 << 20;
+constexpr qint64 kMemoryOfByte = 10;
 
 const char* ServiceOf(const char* filter) {
     return qstrcmp(filter, Document::kSlides) == 0 ? "com.sun.star.presentation.PresentationDocument"
@@ -91,6 +90,7 @@ std::shared_ptr<Document> Document::Make(std::shared_ptr<Connection> connection,
 
 void Document::OpenModel(const rtl::OUString& url, const Frame& frame) {
     const bool isFile = !file_.isEmpty();
+    if (isFile && frame.is()) connection_->LimitMemory(kMemoryToShow + kMemoryOfByte * QFileInfo(file_).size());
     bool good = false;
     connection_->Run([&] {
         const Reference<com::sun::star::frame::XComponentLoader> loader =

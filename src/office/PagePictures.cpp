@@ -1,5 +1,6 @@
 #include "office/PagePictures.h"
 
+#include "office/CompoundFile.h"
 #include "office/ProcessStart.h"
 #include "office/Profile.h"
 
@@ -55,14 +56,15 @@ void PagePictures::Draw(const QStringList& files, const QString& folder) {
     int number = 0;
     for (const QString& file : files) {
         const QString link = QStringLiteral("%1/%2.xls").arg(folder).arg(number++);
-        if (QFileInfo(file).isFile() && QFile::link(file, link)) arguments_ << link;
+        if (IsCompoundFile(file) && QFile::link(file, link)) arguments_ << link;
     }
     Start();
 }
 
 void PagePictures::Start() {
     const QString program = ProgramFolder();
-    const ProcessStart start = program.isEmpty() ? ProcessStart() : PrepareStart(profile_, false);
+    const bool canDraw = !program.isEmpty() && arguments_.back() != folder_; // there are files
+    const ProcessStart start = canDraw ? PrepareStart(profile_, false) : ProcessStart();
     if (start.profile.isEmpty()) {
         QMetaObject::invokeMethod(
             this, [this] { Ended(true); }, Qt::QueuedConnection);

@@ -5,11 +5,14 @@
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
 #include "office/SpreadsheetApplication.h"
+#include "support/BombFiles.h"
 #include "support/GallerySession.h"
 #include "support/ReadXls.h"
+#include "support/TimeBound.h"
 
 #include <QApplication>
 #include <QBuffer>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -246,6 +249,34 @@ TEST_F(GalleryOnX11Test, WhatIsNoWorkbookIsToldAndTheScreenStaysUsable) {
     screen.Show(QStringLiteral("cut.xls"));
     screen.Show(QStringLiteral("Table - health.Xls"));
     EXPECT_TRUE(screen.Excel().IsOpen());
+}
+
+// A file of a stranger may unpack to gigabytes, or be none of its name's kind.
+TEST_F(GalleryOnX11Test, FilesThatUnpackToGigabytesAreBounded) {
+    const QByteArray map = ReadWholeFile(Gallery() + QStringLiteral("/Map - health.Xls")).value_or(QByteArray());
+    test::WriteZipBomb(Gallery() + QStringLiteral("/zip bomb.xls"));
+    MakeFile(QStringLiteral("a picture.xls"), Square());
+    MakeFile(QStringLiteral("huge picture.xls"), test::WithHugePicture(map));
+    const struct {
+        const char* name;
+        bool mayOpen; ///< with what can be read of it
+    } cases[] = {{"zip bomb.xls", false}, {"a picture.xls", false}, {"huge picture.xls", true}};
+    Screen screen;
+    for (const auto& bad : cases) {
+        QElapsedTimer clock;
+        clock.start();
+        screen.Show(QLatin1String(bad.name));
+        EXPECT_LE(clock.elapsed(), test::TimeBound(10000)) << bad.name;
+        EXPECT_NE(screen.Excel().IsOpen(), !screen.Excel().ErrorText().isEmpty()) << bad.name;
+        EXPECT_TRUE(bad.mayOpen || !screen.Excel().IsOpen()) << bad.name;
+        QTest::qWait(1000); // what is shown is drawn
+        EXPECT_LT(test::PeakMemoryOf(office::SpreadsheetApplication::Hosted().ProcessId()), 1000) << bad.name;
+        screen.Show(QStringLiteral("Table - health.Xls"));
+        EXPECT_TRUE(screen.Excel().IsOpen()) << bad.name;
+    }
+    const qint64 process = office::SpreadsheetApplication::Hosted().ProcessId();
+    office::SpreadsheetApplication::QuitAll();
+    EXPECT_FALSE(QFile::exists(QStringLiteral("/proc/%1").arg(process)));
 }
 
 TEST_F(GalleryOnX11Test, ALongTableGoesOverSeveralSlidesWhenTheUserWants) {

@@ -1,13 +1,17 @@
 #include "gallery/Thumbnails.h"
 
 #include "office/SpreadsheetApplication.h"
+#include "support/BombFiles.h"
 #include "support/GallerySession.h"
 #include "support/TimeBound.h"
 
+#include <QBuffer>
 #include <QElapsedTimer>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <algorithm>
 
 namespace tessaro {
 
@@ -23,9 +27,10 @@ class ThumbnailsTest : public test::GallerySession {
         office::SpreadsheetApplication::QuitAll();
         test::GallerySession::TearDown();
     }
-    void MakeBook(const QString& name) const {
+    void MakeBook(const QString& name, const QByteArray& picture = {}) const {
         office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook();
         book.Sheet(1).Cells(1, 1).SetValues({{QStringLiteral("Area"), 1990.0}, {QStringLiteral("India"), 1.5}});
+        if (!picture.isEmpty()) book.Sheet(1).AddPicture(QStringLiteral("Picture 1"), picture, {10, 80, 300, 200});
         book.SaveAs(Gallery() + QLatin1Char('/') + name);
         book.Close(false);
     }
@@ -71,6 +76,37 @@ TEST_F(ThumbnailsTest, IsDrawnOnceInTheBackgroundAndKept) {
     }
     Thumbnails again(Kept(), Profile());
     EXPECT_FALSE(again.Picture(Gallery(), good).isNull());
+}
+
+// The process that draws is watched all the time: it must not grow, nor last.
+TEST_F(ThumbnailsTest, FilesThatUnpackToGigabytesAreBounded) {
+    test::WriteZipBomb(Gallery() + QStringLiteral("/zip.xls"));
+    QImage square(30, 20, QImage::Format_RGB32);
+    square.fill(Qt::darkGreen);
+    QByteArray png;
+    QBuffer buffer(&png);
+    ASSERT_TRUE(buffer.open(QIODevice::WriteOnly) && square.save(&buffer, "PNG"));
+    MakeBook(QStringLiteral("good.Xls"), png);
+    MakeFile(QStringLiteral("huge.xls"),
+             test::WithHugePicture(ReadWholeFile(Gallery() + QStringLiteral("/good.Xls")).value_or(QByteArray())));
+    Thumbnails thumbnails(Kept(), Profile());
+    const auto drawing = [this] {
+        QFile note(Profile() + QStringLiteral("/process"));
+        return note.open(QIODevice::ReadOnly) ? note.readLine().trimmed().toLongLong() : 0;
+    };
+    const GalleryEntry good = EntryOf(QStringLiteral("good.Xls"));
+    for (const char* name : {"zip.xls", "huge.xls"})
+        EXPECT_TRUE(thumbnails.Picture(Gallery(), EntryOf(QLatin1String(name))).isNull());
+    qint64 peak = 0;
+    const auto drawn = [&] {
+        peak = std::max(peak, test::PeakMemoryOf(drawing()));
+        return !thumbnails.Picture(Gallery(), good).isNull();
+    };
+    EXPECT_TRUE(QTest::qWaitFor(drawn, test::TimeBound(20000)));
+    EXPECT_GT(peak, 0);
+    EXPECT_LT(peak, 1000);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return drawing() == 0; }, 5000)) << "nothing is left running";
+    EXPECT_TRUE(thumbnails.Picture(Gallery(), EntryOf(QStringLiteral("zip.xls"))).isNull());
 }
 
 TEST_F(ThumbnailsTest, AnotherStateOfTheFileIsAnotherPicture) {
