@@ -1,11 +1,11 @@
 #include "calculate/CopyData.h"
 
+#include "calculate/BuildingStop.h"
 #include "calculate/CopyMasters.h"
 #include "calculate/LanguageTables.h"
 #include "database/Schema.h"
 #include "jet/engine/BulkLoad.h"
 #include "jet/values/Collation.h"
-#include "session/Frame.h"
 #include "session/Session.h"
 
 #include <array>
@@ -52,9 +52,11 @@ class IdList final {
   private:
     /// Names are trimmed when they are written.
     static void Append(std::string& name, std::string_view field) {
-        const std::size_t start = std::min(field.find_first_not_of(' '), field.size());
-        const std::size_t end = field.find_last_not_of(' ') + 1;
-        name.append(field.substr(start, end - std::min(start, end))).push_back('\x1f');
+        while (field.starts_with(' '))
+            field.remove_prefix(1);
+        while (field.ends_with(' '))
+            field.remove_suffix(1);
+        name.append(field).push_back('\x1f');
     }
 
     std::unordered_map<std::string, std::int64_t> ids_;
@@ -86,7 +88,7 @@ class DataRows final {
             row = {areas_.Of(rows, 4, 1), combinations_.Of(rows, 0, 3), sources_.Of(rows, 5, 1), times_.Of(rows, 3, 1),
                    rows.Get(6)};
             load.Add(row);
-            if (done % kRowsBetweenLooks == 0 && TheFrame().IsStopAsked()) throw BuildingStopped();
+            if (done % kRowsBetweenLooks == 0) LookForStop();
         }
     }
 
@@ -116,7 +118,6 @@ void Copy_Data(TargetDatabase& target) {
     CopyMasters(target);
     target.connection().Commit();
     frame.SetProgress(30);
-    if (frame.IsStopAsked()) throw BuildingStopped();
     CopyRows(target);
     frame.SetProgress(60);
 }

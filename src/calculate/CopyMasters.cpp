@@ -1,11 +1,10 @@
 #include "calculate/CopyMasters.h"
 
+#include "calculate/BuildingStop.h"
 #include "database/AreaIds.h"
 #include "session/Session.h"
 
 #include <QStringList>
-
-#include <array>
 
 namespace tessaro {
 
@@ -65,19 +64,17 @@ class Masters final {
     explicit Masters(TargetDatabase& target) : target_(target) {}
 
     void Copy() {
-        CopySectors();
-        CopyIndicatorsWithoutSector();
-        CopyNames("Unit");
-        CopyNames("Subpop");
-        CopyCombinations();
-        for (const ClassTree& tree : kTrees)
-            CopyTree(tree);
-        for (const char* list : kLists)
-            CopyList(QLatin1String(list));
-        CopySources();
-        CopySourcesWithoutRegion();
-        CopyTimes();
-        CopyAreas();
+        using Step = void (Masters::*)();
+        constexpr Step steps[] = {&Masters::CopySectors,        &Masters::CopyIndicatorsWithoutSector,
+                                  &Masters::CopyUnits,          &Masters::CopySubpops,
+                                  &Masters::CopyCombinations,   &Masters::CopyTrees,
+                                  &Masters::CopyLists,          &Masters::CopySources,
+                                  &Masters::CopyFurtherSources, &Masters::CopyTimes,
+                                  &Masters::CopyAreas};
+        for (const Step step : steps) {
+            (this->*step)();
+            LookForStop();
+        }
     }
 
   private:
@@ -158,7 +155,8 @@ class Masters final {
             CopyIndicator(rows.Text("IndicatorGId"), rows.Text("Indicator"));
     }
 
-    /// Units or subgroups.
+    void CopyUnits() { CopyNames("Unit"); }
+    void CopySubpops() { CopyNames("Subpop"); }
     void CopyNames(const char* table) {
         const QString name = QLatin1String(table);
         Records rows = Read(QStringLiteral("SELECT DISTINCT %1GId, %1 FROM _Data ").arg(name));
@@ -172,6 +170,11 @@ class Masters final {
         for (; !rows.atEnd(); rows.MoveNext())
             Link(QStringLiteral("Indicator_Unit_subpop"), QStringLiteral("IndicatorGID, UnitGID, SubpopGId"),
                  {rows.Text(std::size_t{0}), rows.Text(std::size_t{1}), rows.Text(std::size_t{2})});
+    }
+
+    void CopyTrees() {
+        for (const ClassTree& tree : kTrees)
+            CopyTree(tree);
     }
 
     void CopyTree(const ClassTree& tree) {
@@ -189,6 +192,11 @@ class Masters final {
             Link(name, columns.join(QLatin1String(", ")), gids);
             LinkCombination(QLatin1String("INDICATOR_") + name, columns.back(), CombinationOf(rows), gids.back());
         }
+    }
+
+    void CopyLists() {
+        for (const char* list : kLists)
+            CopyList(QLatin1String(list));
     }
 
     void CopyList(const QString& name) {
@@ -261,7 +269,7 @@ class Masters final {
     }
 
     /// A source whose region the open database lacks, or that it does not list for its combination, still has rows.
-    void CopySourcesWithoutRegion() {
+    void CopyFurtherSources() {
         Records rows = Read(QStringLiteral("SELECT DISTINCT IndicatorGId, UnitGId, SubpopGId, Source FROM _Data "));
         for (; !rows.atEnd(); rows.MoveNext())
             (void)target_.GetSourceNID(rows.Text("Source"), CombinationOf(rows));

@@ -1,6 +1,6 @@
 #include "calculate/DatabaseBuilder.h"
 
-#include "calculate/CopyData.h"
+#include "calculate/BuildingStop.h"
 #include "calculate/LanguageTables.h"
 #include "calculate/NewFile.h"
 #include "calculate/ResultCheck.h"

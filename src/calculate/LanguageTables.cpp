@@ -107,6 +107,37 @@ std::size_t PlaceOf(const std::vector<std::string>& columns, const std::string& 
     return static_cast<std::size_t>(found - columns.begin());
 }
 
+/// The column of a table's own numbers; empty when it has none.
+std::string NumberColumn(jet::Connection& connection, const std::string& table) {
+    for (const jet::ColumnInfo& column : connection.catalogue().find(table)->columns)
+        if (column.type == jet::ColumnType::Counter) return column.name;
+    return {};
+}
+
+/// The items that a table has, by their keys and by their numbers.
+class Items final {
+  public:
+    Items(const std::vector<std::string>& columns, const std::string& key, const std::string& number)
+        : key_(PlaceOf(columns, key)), number_(PlaceOf(columns, number)) {}
+
+    void Add(const Row& row) {
+        keys_.insert(Key(row));
+        if (number_ < row.size()) numbers_.insert(row[number_].toInteger());
+    }
+    /// Also true for a row whose number belongs to another item: a damaged list stays as it is.
+    [[nodiscard]] bool Has(const Row& row) const {
+        return keys_.contains(Key(row)) || (number_ < row.size() && numbers_.contains(row[number_].toInteger()));
+    }
+
+  private:
+    [[nodiscard]] std::string Key(const Row& row) const { return jet::Folded(row[key_].toText()); }
+
+    std::size_t key_;
+    std::size_t number_;
+    std::unordered_set<std::string> keys_;
+    std::unordered_set<std::int64_t> numbers_;
+};
+
 /// Completes the tables of one language.
 class Completion final {
   public:
@@ -144,12 +175,11 @@ class Completion final {
         Missing missing{NameIn(table, code_), ColumnsOf(target, NameIn(table, code_)), {}};
         const std::string own = NameIn(table, target_.suffix().mid(1));
         if (missing.columns.empty() || ColumnsOf(target, own).empty()) return false;
-        const std::size_t key = PlaceOf(missing.columns, table.key);
-        std::unordered_set<std::string> there;
-        for (const Row& row : RowsOf(target, missing.table, {table.key}))
-            there.insert(jet::Folded(row[0].toText()));
+        Items there(missing.columns, table.key, NumberColumn(target, missing.table));
+        for (const Row& row : RowsOf(target, missing.table, missing.columns))
+            there.Add(row);
         for (Row& row : RowsOf(target, own, missing.columns))
-            if (there.insert(jet::Folded(row[key].toText())).second) missing.rows.push_back(std::move(row));
+            if (!there.Has(row)) missing.rows.push_back(std::move(row));
         if (missing.rows.empty()) return true;
         Translate(table, missing);
         missing_.push_back(std::move(missing));

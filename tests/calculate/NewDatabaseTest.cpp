@@ -406,6 +406,20 @@ TEST_F(NewDatabaseTest, WhatTheOpenDatabaseListsBadlyIsCopiedAllTheSame) {
         << "the session's word, where the language has none";
 }
 
+TEST_F(NewDatabaseTest, ANumberThatAnotherLanguageHasGivenToSomethingElseIsNoObstacle) {
+    Change(
+        {"UPDATE Area_fr SET AreaID = 'ELSEWHERE' WHERE AreaID = 'ASICHN'",
+         "INSERT INTO Source_ar (SourceGId, SourceNId, RegionNId, Source, DataExists) VALUES ('X', 3, 1, 'Only here', "
+         "False)"});
+    OpenIn(QStringLiteral("English [en]"));
+    ASSERT_TRUE(BuildDatabase(Result(), false, Target(), {}).made);
+    const PlainReader made(Plain(Target()));
+    EXPECT_EQ(made.Number("SELECT count(*) FROM Area_fr"), 5);
+    EXPECT_THAT(made.Rows("SELECT SourceNId, Source FROM Source_ar WHERE SourceNId > 2 ORDER BY 1"),
+                ElementsAre("3|Only here", "4|Asia_Own reckoning", "5|World_Own reckoning"));
+    EXPECT_THAT(made.Rows("SELECT DISTINCT SourceNId FROM Data ORDER BY 1"), ElementsAre("4", "5"));
+}
+
 TEST_F(NewDatabaseTest, LanguagesThatTheTemplateLacksGetTheirTables) {
     Change({"INSERT INTO [Language] VALUES ('Português [pt]', 'pt', False)",
             "INSERT INTO [Language] VALUES ('Bad', 'x] y', False)"});
