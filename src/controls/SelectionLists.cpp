@@ -332,11 +332,28 @@ void SelectionLists::ShowCount(const KeyedList& list) {
     ShowMessage(QLocale().toString(list.Items().Count()), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
+namespace {
+
+/// Takes the popups down that an owner has shown before. A popup that deleted itself when it closes would be gone while
+/// an action of it lets events through, and the action returns into it.
+void ForgetPopups(QWidget* owner, const QString& menuName) {
+    const QList<QMenu*> shownBefore = owner->findChildren<QMenu*>(menuName, Qt::FindDirectChildrenOnly);
+    for (QMenu* menu : shownBefore) {
+        menu->setObjectName({});
+        const QList<QAction*> actions = menu->actions();
+        for (QAction* action : actions)
+            action->setObjectName({});
+        menu->deleteLater();
+    }
+}
+
+} // namespace
+
 QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,
                  const QList<PopupEntry>& entries) {
+    ForgetPopups(owner, menuName);
     auto* menu = new QMenu(owner);
     menu->setObjectName(menuName);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setToolTipsVisible(true);
     for (const PopupEntry& entry : entries) {
         if (entry.key == nullptr) {

@@ -117,7 +117,8 @@ inline constexpr auto WhyListEmpty = "TS_WhyListEmpty";
 /// The colour of shared items, or an invalid one while the preference is off.
 [[nodiscard]] QColor GlobalItemColor();
 
-/// Shows a popup at a place and gives it; entries are named `menuName` + "_" + index. It deletes itself.
+/// Shows a popup at a place and gives it; entries are named `menuName` + "_" + index. It is kept until the owner shows
+/// it again.
 QMenu* ShowPopup(QWidget* owner, const QString& menuName, const QPoint& globalPosition,
                  const QList<PopupEntry>& entries);
 

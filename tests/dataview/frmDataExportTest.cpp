@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
@@ -121,6 +122,30 @@ TEST_F(frmDataExportTest, SavingAndPrintingCanBeStoppedAndLeaveEverythingAsItWas
     EXPECT_LT(form.grid().ValueRows(), 1000);
     EXPECT_TRUE(form.paging().isRunning());
     EXPECT_EQ(offering.busy, 0);
+}
+
+// The entry's work lets events through, and the menu must not go with them.
+TEST_F(frmDataExportTest, WorkThatAPopupStartsCanBeStopped) {
+    FillData(100, 100, 12);
+    Show();
+    const QString file = JoinPath({Folder(), QStringLiteral("DataView.txt")});
+    SetFileAnswerer([&](const FileQuestion&) { return file; });
+    const QScopedValueRollback<qint64> atOnce(WorkProgress::FirstShown, 0);
+    StopsWork user;
+    for (int time = 1; time <= 2; ++time) {
+        Q_EMIT form.findChild<DataTable*>(QStringLiteral("DataGrid"))->customContextMenuRequested({5, 5});
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        QAction* save = menu->findChild<QAction*>(QStringLiteral("mnu_popup_Data_View_Options_15"));
+        ASSERT_NE(save, nullptr);
+        const QPoint entry = menu->actionGeometry(save).center();
+        QTest::mouseMove(menu, entry);
+        QTest::mouseClick(menu, Qt::LeftButton, {}, entry);
+        EXPECT_EQ(user.stopped, time);
+    }
+    SetFileAnswerer({});
+    EXPECT_FALSE(FileExists(file));
+    EXPECT_EQ(form.findChildren<QMenu*>(QStringLiteral("mnu_popup_Data_View_Options")).size(), 1);
 }
 
 TEST_F(frmDataExportTest, RowsThatCanNoLongerBeReadAreToldInsteadOfSavedBlank) {
