@@ -1,11 +1,13 @@
 """Runs a program with limits of time and memory, and tells what it did and whether anything outside changed."""
 
+import contextlib
 import hashlib
 import os
 import resource
 import signal
 import stat
 import subprocess
+import threading
 import time
 from dataclasses import dataclass, field
 
@@ -54,12 +56,14 @@ def run(command, home, seconds, memory=1 << 30, largest_file=None, kill_after=No
             signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
             resource.setrlimit(resource.RLIMIT_FSIZE, (largest_file, largest_file))
 
-    output = os.path.join(os.path.dirname(home), "output.txt")
     start = time.monotonic()
-    with open(output, "wb") as file:
-        child = subprocess.Popen(
-            command, env=environment, stdin=subprocess.DEVNULL, stdout=file, stderr=subprocess.STDOUT, preexec_fn=limits
-        )
+    # What the program tells comes through a pipe: the bound on files would cut off a file of it.
+    with subprocess.Popen(
+        command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, preexec_fn=limits
+    ) as child:
+        output = []
+        reader = threading.Thread(target=lambda: output.append(child.stdout.read()))
+        reader.start()
         outcome = Outcome(0, 0, 0)
         while child.poll() is None:
             outcome.peak = max(outcome.peak, _resident(child.pid))
@@ -73,12 +77,14 @@ def run(command, home, seconds, memory=1 << 30, largest_file=None, kill_after=No
         if child.poll() is None:
             os.killpg(child.pid, signal.SIGKILL)
             child.wait()
+        reader.join(timeout=5)  # a process that outlived the program may keep the pipe open
+        if reader.is_alive():
+            with contextlib.suppress(ProcessLookupError):
+                os.killpg(child.pid, signal.SIGKILL)
+            reader.join()
     outcome.seconds = time.monotonic() - start
     outcome.status = 0 if kill_after is not None and child.returncode == -signal.SIGKILL else child.returncode
-    with open(output, "rb") as file:
-        told = file.read().decode("utf-8", "replace")
-    # A program that was killed, or whose disk is full, leaves a line cut off.
-    outcome.lines = told[: told.rfind("\n") + 1].splitlines()
+    outcome.lines = b"".join(output).decode("utf-8", "replace").splitlines()
     return outcome
 
 
