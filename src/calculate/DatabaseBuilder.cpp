@@ -87,7 +87,7 @@ void Make(const QString& path, const DataEntrySheet& result, bool withDataView, 
     DoStep("BuildDatabase", [&] { MakeStart(path, withDataView); });
     TheFrame().SetProgress(10);
     DoStep("BuildDatabase", [&] { Fill(path, result, withDataView, target, what); });
-    if (!MarkDataExists(path)) throw StepFailed();
+    if (!MarkDataExists(path, [](int percent) { TheFrame().SetProgress(10 + percent * 8 / 10); })) throw StepFailed();
     DoStep("BuildDatabase", [&] {
         jet::Analyze(path.toStdString());
         // The rows of the open database that a copy doesn't have have left their room in it.

@@ -35,7 +35,7 @@ const std::array<Buttons, 7> ButtonSets{{
 }};
 
 struct IconPicture {
-    int code;
+    MessageIcon code;
     const char* file;
     const char* nameKey;
 };
@@ -46,7 +46,7 @@ constexpr std::array<IconPicture, 4> Pictures{{
     {MessageIcon::Question, "question.png", "TS_Question"},
 }};
 
-const IconPicture& PictureOf(int icon) {
+const IconPicture& PictureOf(MessageIcon icon) {
     for (const IconPicture& picture : Pictures)
         if (picture.code == icon) return picture;
     return Pictures[2];

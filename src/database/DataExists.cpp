@@ -2,7 +2,6 @@
 
 #include "database/Database.h"
 #include "session/ErrorSink.h"
-#include "session/Frame.h"
 #include "session/Query.h"
 
 #include <QStringList>
@@ -16,21 +15,20 @@ const QString ClearIds = QStringLiteral("Delete * from [GUId]");
 /// Marks by way of the short list of ids in GUId, so that Data is read once per id column and never joined.
 class Marking final {
   public:
-    explicit Marking(jet::Connection& connection) : connection_(connection) {}
+    Marking(jet::Connection& connection, const std::function<void(int)>& progress)
+        : connection_(connection), progress_(progress) {}
 
     bool Run() {
         using Step = void (Marking::*)();
         constexpr Step steps[] = {&Marking::Clear,          &Marking::MarkIUS,       &Marking::MarkClassifications,
                                   &Marking::MarkTime,       &Marking::ReadLanguages, &Marking::MarkSources,
                                   &Marking::MarkFrameworks, &Marking::MarkThemes,    &Marking::MarkAreas};
-        TheFrame().StartProgress();
         int done = 0;
         for (const Step step : steps) {
             (this->*step)();
-            TheFrame().SetProgress(++done * 100 / static_cast<int>(std::size(steps)));
+            if (progress_) progress_(++done * 100 / static_cast<int>(std::size(steps)));
         }
         Do(ClearIds);
-        TheFrame().EndProgress();
         return good_;
     }
 
@@ -137,6 +135,7 @@ class Marking final {
     }
 
     jet::Connection& connection_;
+    const std::function<void(int)>& progress_;
     QStringList languages_;
     bool good_ = true;
 };
@@ -150,13 +149,13 @@ void UpdateDataExistsTables(jet::Connection& connection) {
         Execute(QStringLiteral("Update ") + name + QStringLiteral(" Set DataExists=False"), &connection);
 }
 
-bool MarkDataExists(const QString& path) {
+bool MarkDataExists(const QString& path, const std::function<void(int)>& progress) {
     ErrorTrap trap("MarkDataExists");
     const auto connection = CreateTheConnection(path);
     if (!connection) return false;
     // Some twenty statements, and one writing to the disk. A statement that fails takes back its own part alone.
     const bool together = trap.Try([&] { connection->Begin(); });
-    const bool marked = Marking(*connection).Run();
+    const bool marked = Marking(*connection, progress).Run();
     if (!together || trap.Try([&] { connection->Commit(); })) return marked;
     trap.Try([&] { connection->Rollback(); });
     return false;

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace tessaro {
@@ -38,8 +39,8 @@ void CreateLink(const QString& databasePath, const QString& sourceTable, const Q
 /// "_".
 [[nodiscard]] QString SuffixOfLanguage(const QString& language);
 
-/// Recomputes the DataExists flags of one database file from its Data table, with progress in the frame's meter. False
-/// when a step failed (it is reported, and the others have run).
-bool MarkDataExists(const QString& path);
+/// Recomputes the DataExists flags of one database file from its Data table; `progress` is told after each step how far
+/// it is, in per cent. False when a step failed (it is reported, and the others have run).
+bool MarkDataExists(const QString& path, const std::function<void(int)>& progress = {});
 
 } // namespace tessaro

@@ -51,6 +51,10 @@ void ReportError(const std::exception& error, const QString& procedureName, bool
     ReportError(NumberOf(error), QString::fromUtf8(error.what()), procedureName, alwaysShow);
 }
 
+void ReportError(FileError number, const QString& description, const QString& procedureName, bool alwaysShow) {
+    ReportError(static_cast<unsigned>(number), description, procedureName, alwaysShow);
+}
+
 void ReportError(unsigned number, const QString& description, const QString& procedureName, bool alwaysShow) {
     if (number == KeyNotUnique || number == static_cast<unsigned>(jet::ErrorNumber::NoSuchTable)) return;
     WriteLogLine(QStringLiteral("%1\t%2\t%3").arg(procedureName, Spelt(number), description));

@@ -42,14 +42,14 @@ class ErrorTrap final {
 };
 
 /// Numbers of failures with files, as the error sink reports them.
-namespace FileError {
-enum Number : unsigned { NotFound = 53, PermissionDenied = 70, NoAccess = 75, PathNotFound = 76 };
-}
+enum class FileError : unsigned { NotFound = 53, PermissionDenied = 70, NoAccess = 75, PathNotFound = 76 };
 
 /// The common error sink: always one line in the log file (time, procedure, number, description; passwords removed);
 /// also a plain box when `alwaysShow` or when SilentErrors is False. The errors 35602 (key not unique) and 0x80040E37
 /// (no such table) pass without a line.
 void ReportError(const std::exception& error, const QString& procedureName, bool alwaysShow = false);
+void ReportError(FileError number, const QString& description, const QString& procedureName, bool alwaysShow = false);
+/// The same with a number of the system that stands for no file's failure.
 void ReportError(unsigned number, const QString& description, const QString& procedureName, bool alwaysShow = false);
 
 } // namespace tessaro

@@ -13,16 +13,14 @@ constexpr int Yes = 1, No = 2, Ok = 3, Cancel = 4, Done = 5; // YesNoCancel: No 
 }
 
 /// The picture of a message, by the system's numbers.
-namespace MessageIcon {
-enum Number : int { Refused = 101, Note = 102, Warning = 103, Question = 104 };
-}
+enum class MessageIcon { Refused = 101, Note = 102, Warning = 103, Question = 104 };
 
 /// What a message box is asked to show. `text` is the looked-up text.
 struct Message {
     QString key; ///< the key given, empty for a literal text
     QString text;
     MessageType type = MessageType::Ok;
-    int icon = MessageIcon::Warning;
+    MessageIcon icon = MessageIcon::Warning;
     QString title;        ///< empty: the product's name
     bool careful = false; ///< Enter presses the last button, which changes nothing, instead of the first
 };

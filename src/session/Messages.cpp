@@ -33,7 +33,7 @@ QString Filled(const QString& text, const QStringList& fillings) {
     return filled;
 }
 
-Message MessageOf(const QString& key, MessageType type, int icon, const QString& title, bool isKey) {
+Message MessageOf(const QString& key, MessageType type, MessageIcon icon, const QString& title, bool isKey) {
     Message message;
     message.key = isKey ? key : QString();
     message.text = isKey ? TextOfMessage(key) : key;
@@ -45,7 +45,7 @@ Message MessageOf(const QString& key, MessageType type, int icon, const QString&
 
 } // namespace
 
-int ShowMessage(const QString& key, MessageType type, int icon, const QString& title, bool isKey) {
+int ShowMessage(const QString& key, MessageType type, MessageIcon icon, const QString& title, bool isKey) {
     return AnswerMessage(MessageOf(key, type, icon, title, isKey));
 }
 
@@ -55,13 +55,13 @@ int AskBeforeLoss(const QString& key, MessageType type, const QString& title, bo
     return AnswerMessage(std::move(message));
 }
 
-void ShowFilledMessage(const QString& key, const QStringList& fillings, int icon) {
+void ShowFilledMessage(const QString& key, const QStringList& fillings, MessageIcon icon) {
     Message message = MessageOf(key, MessageType::Ok, icon, {}, true);
     message.text = Filled(message.text, fillings);
     AnswerMessage(std::move(message));
 }
 
-void ShowMessageWithReason(const QString& key, const QString& reason, int icon) {
+void ShowMessageWithReason(const QString& key, const QString& reason, MessageIcon icon) {
     Message message = MessageOf(key, MessageType::Ok, icon, {}, true);
     if (!reason.isEmpty()) message.text += QLatin1String("\n\n") + reason;
     AnswerMessage(std::move(message));

@@ -86,7 +86,8 @@ void MakeCopy(const QString& copy, const RowsInView& rows) {
 
 /// Marks what has data, then compacts the file: the deleted rows have left free pages.
 bool Complete(const QString& copy, ErrorTrap& trap) {
-    const bool made = MarkDataExists(copy) && trap.Try([&] { jet::Database::Compact(copy.toStdString()); });
+    const auto progress = [](int percent) { TheFrame().SetProgress(90 + percent / 10); };
+    const bool made = MarkDataExists(copy, progress) && trap.Try([&] { jet::Database::Compact(copy.toStdString()); });
     TheFrame().SetProgress(100);
     return made;
 }

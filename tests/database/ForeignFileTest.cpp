@@ -4,6 +4,7 @@
 #include "platform/Paths.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "support/Journals.h"
 #include "support/SampleApplication.h"
 #include "support/TestSession.h"
 
@@ -58,6 +59,22 @@ TEST_F(ForeignFileTest, ItsLinksReachNoOtherFile) {
     EXPECT_EQ(First("SELECT Count(*) FROM Data", reached.get()), "2");
     EXPECT_EQ(First("SELECT NId FROM GUId", reached.get()), "7");
     EXPECT_EQ(First("SELECT Count(*) FROM RealData", CreateTheConnection(foreign).get()), "17");
+}
+
+TEST_F(ForeignFileTest, AJournalThatNamesAnotherFileIsNotBelieved) {
+    const QString victim = Folder() + "/precious.txt";
+    ASSERT_TRUE(ReplaceFile(victim, "kept"));
+    const QString foreign = Foreign("SELECT 1");
+    const QByteArray journal = QByteArray::fromStdString(JournalNaming(victim.toStdString()));
+    ASSERT_TRUE(ReplaceFile(foreign + "-journal", journal));
+    EXPECT_FALSE(OpenDatabaseFile(foreign));
+    EXPECT_EQ(messages, QStringList{"316"});
+    EXPECT_TRUE(Log().contains("names a further file")) << Log().toStdString();
+    EXPECT_FALSE(MarkDataExists(foreign));
+    EXPECT_EQ(ReadWholeFile(victim), QByteArray("kept"));
+    ASSERT_TRUE(QFile::remove(foreign + "-journal"));
+    EXPECT_TRUE(OpenDatabaseFile(foreign)); // as it is
+    EXPECT_EQ(First("SELECT Count(*) FROM Data"), "17");
 }
 
 TEST_F(ForeignFileTest, ARefusalSaysWhy) {

@@ -66,7 +66,7 @@ TEST_F(QueryTest, AMessageGivesTheCodeOfItsButton) {
     ShowMessage("316", MessageType::Ok, MessageIcon::Refused);
     EXPECT_EQ(shown.text, QString("The file is no data database."));
     EXPECT_EQ(shown.title, QString("Sample"));
-    EXPECT_EQ(shown.icon, 101);
+    EXPECT_EQ(shown.icon, MessageIcon::Refused);
     ShowMessage("as it stands", MessageType::Ok, MessageIcon::Warning, "Title", false);
     EXPECT_EQ(shown.text, QString("as it stands"));
     EXPECT_TRUE(shown.key.isEmpty());

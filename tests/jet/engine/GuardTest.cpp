@@ -2,6 +2,7 @@
 
 #include "jet/TestDatabase.h"
 #include "jet/engine/DatabaseFile.h"
+#include "support/Journals.h"
 
 #include <fstream>
 #include <sqlite3.h>
@@ -33,24 +34,6 @@ class GuardTest : public ::testing::Test {
 
     TestFolder folder;
 };
-
-/// A journal that asks for nothing to be taken back and names a further file, as the engine reads it.
-std::string JournalNaming(const std::string& file) {
-    const auto number = [](unsigned value) {
-        std::string bytes;
-        for (int shift = 24; shift >= 0; shift -= 8)
-            bytes += static_cast<char>((value >> shift) & 0xFFU);
-        return bytes;
-    };
-    const std::string mark = "\xd9\xd5\x05\xf9\x20\xa1\x63\xd7";
-    unsigned sum = 0;
-    for (const char c : file)
-        sum += static_cast<unsigned>(static_cast<int>(c));
-    std::string journal = mark + number(0) + number(0) + number(1) + number(512) + number(4096);
-    journal.resize(512, '\0');
-    return journal + number(0x40000000U / 4096 + 1) + file + number(static_cast<unsigned>(file.size())) + number(sum) +
-           mark;
-}
 
 TEST_F(GuardTest, LinksOfAForeignFileCountForNothing) {
     const std::string victim = Strange("victim.sqlite", "CREATE TABLE Data (a INTEGER); INSERT INTO Data VALUES (1)");
@@ -92,7 +75,7 @@ TEST_F(GuardTest, AJournalReachesNoFurtherFile) {
     const std::string alias = folder.path("alias.mdb");
     std::filesystem::create_symlink(path, alias);
     for (const std::string& opened : {path, alias}) {
-        Write(path + "-journal", JournalNaming(victim));
+        Write(path + "-journal", tessaro::test::JournalNaming(victim));
         EXPECT_EQ(FailureOf([&] { static_cast<void>(Connection::Open(opened, "")); }), ErrorNumber::NotADatabase);
         EXPECT_EQ(FailureOf([&] { Database::Copy(opened, folder.path("copy.mdb")); }), ErrorNumber::NotADatabase);
         EXPECT_EQ(FailureOf([&] { Database::Compact(opened); }), ErrorNumber::NotADatabase);
@@ -121,7 +104,7 @@ TEST_F(GuardTest, TheJournalOfTheTestIsARealOne) {
     const std::string victim = folder.path("precious.txt");
     Write(victim, "gone");
     const std::string path = Strange("a.mdb", "CREATE TABLE T (a)");
-    Write(path + "-journal", JournalNaming(victim));
+    Write(path + "-journal", tessaro::test::JournalNaming(victim));
     sqlite3* plain = nullptr;
     ASSERT_EQ(sqlite3_open(path.c_str(), &plain), SQLITE_OK);
     sqlite3_exec(plain, "SELECT * FROM T", nullptr, nullptr, nullptr);
