@@ -1,9 +1,9 @@
 #include "Walker.h"
+#include "controls/Application.h"
 #include "controls/FileDialogs.h"
 #include "session/Messages.h"
 #include "shell/frmMain.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QTextStream>
 
@@ -42,7 +42,7 @@ void Do(tessaro::Walker& walker, const QStringList& arguments) {
 /// Opens files, looks at all that they show, or presses at random, on a program with the home that TESSARO_HOME names.
 /// FOLDER takes the exports.
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    tessaro::Application application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 5) {
         QTextStream(stderr) << kUsage;

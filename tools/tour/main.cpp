@@ -1,15 +1,15 @@
 #include "Tour.h"
+#include "controls/Application.h"
 #include "session/Messages.h"
 #include "shell/frmMain.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <QTextStream>
 
 /// tour APPLICATION DIR: walks the main job on the application folder, with a writable tree of its own, and leaves
 /// pictures and summary.txt in DIR. Exit status 0 only when each station showed what it should.
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    tessaro::Application application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() != 3) {
         QTextStream(stderr) << "usage: tour APPLICATION DIR\n";
