@@ -13,6 +13,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <string>
 #include <vector>
@@ -25,8 +26,7 @@ class NewDatabaseTest : public SessionTest {
   protected:
     void SetUp() override {
         StartInstallation();
-        MakeSampleDatabase(source_);
-        AddArabic();
+        ASSERT_TRUE(QFile::copy(MadeSource(), source_));
         ASSERT_TRUE(QDir().mkpath(Folder() + QStringLiteral("/Out")));
     }
 
@@ -39,6 +39,7 @@ class NewDatabaseTest : public SessionTest {
 
     /// Takes the snapshot of everything anew.
     static void Select() {
+        Connection->Begin();
         for (const char* table : {"_SelIUSNId", "_SelArea", "_SelTimePeriod"})
             ASSERT_TRUE(Execute(QStringLiteral("DELETE * from ") + QLatin1String(table)));
         for (const char* sql :
@@ -52,6 +53,7 @@ class NewDatabaseTest : public SessionTest {
               "IUS.IndicatorGId) ON SP.SubpopGId = IUS.SubpopGId) ON U.UnitGId = IUS.UnitGId) INNER JOIN (Source AS S "
               "INNER JOIN Indicator_Source AS I_S ON S.SourceNId = I_S.SourceNId) ON IUS.IUSNId = I_S.IUSNId"})
             ASSERT_TRUE(Execute(QString::fromUtf8(sql))) << sql;
+        Connection->Commit();
         bDataChanged = true;
         ASSERT_TRUE(CreateDataTable());
     }
@@ -59,8 +61,10 @@ class NewDatabaseTest : public SessionTest {
     /// Changes the sample before it is opened.
     void Change(const std::vector<const char*>& statements) const {
         const auto connection = jet::Connection::Open(source_.toStdString(), DatabasePassword());
+        connection->Begin();
         for (const char* sql : statements)
             connection->Execute(sql);
+        connection->Commit();
     }
 
     /// Two new indicators' worth of names, with a source of a region that the sample has and one that it lacks.
@@ -91,8 +95,18 @@ class NewDatabaseTest : public SessionTest {
     const QString source_ = Folder() + QStringLiteral("/Source.mdb");
 
   private:
-    void AddArabic() const {
-        const auto connection = jet::Connection::Open(source_.toStdString(), DatabasePassword());
+    /// Made once a program; tests get copies.
+    static QString MadeSource() {
+        static const QTemporaryDir folder;
+        static const QString path = folder.filePath(QStringLiteral("Source.mdb"));
+        static const bool made = (MakeSampleDatabase(path), AddArabic(path), true);
+        static_cast<void>(made);
+        return path;
+    }
+
+    static void AddArabic(const QString& path) {
+        const auto connection = jet::Connection::Open(path.toStdString(), DatabasePassword());
+        connection->Begin();
         schema::CreateLanguageTables(*connection, "ar");
         for (const schema::TableDefinition& table : schema::DataTables())
             if (table.perLanguage)
@@ -106,6 +120,7 @@ class NewDatabaseTest : public SessionTest {
               "UPDATE GoalLabel3_ar SET GoalLabel3 = 'هدف ' & GoalLabel3",
               "INSERT INTO [Language] VALUES ('العربية [ar]', 'ar', False)"})
             connection->Execute(sql);
+        connection->Commit();
     }
 };
 
