@@ -4,9 +4,9 @@
 #include "dataview/GridQuery.h"
 #include "jet/values/Collation.h"
 #include "session/DisplayValue.h"
-#include "session/Query.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "view/SourcesAndNotes.h"
 
 #include <QBrush>
 #include <QLocale>
@@ -257,9 +257,8 @@ QVariant GridModel::ToolTipOf(const GridRow& row, int column) const {
 QString GridModel::FootnoteText(qint64 footNId) const {
     const auto known = footnotes_.constFind(footNId);
     if (known != footnotes_.constEnd()) return *known;
-    Records rows =
-        Select(QStringLiteral("SELECT FootNote FROM FootNote WHERE FootNoteNId = ") + QString::number(footNId));
-    return *footnotes_.insert(footNId, rows.atEnd() ? QString() : GetText(rows.Text(std::size_t{0}), true));
+    const QString text = tessaro::FootnoteText(footNId);
+    return *footnotes_.insert(footNId, text.isNull() ? QString() : GetText(text, true));
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {

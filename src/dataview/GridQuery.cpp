@@ -3,6 +3,7 @@
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Strings.h"
+#include "view/InView.h"
 
 namespace tessaro {
 
@@ -23,12 +24,9 @@ constexpr std::array<GridColumn, MaxCols> kColumns = {{
     {"FootNID", "", ""},
 }};
 
-constexpr auto kRestore =
+constexpr auto kRestored =
     "SELECT T.TimePeriod, A.AreaId, A.AreaName, IUS.[Indicator], D.Datavalue, IUS.Unit,  IUS.Subpop, IUS.Source, "
-    "IUS.IndicatorGId, IUS.SourceNId, D.RowNId, A.AreaGID,  IUS.UnitGID, IUS.SubpopGID  FROM _SelTimePeriod AS T INNER "
-    "JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  Data AS D ON (IUS.IUSNId = D.IUSNId) AND "
-    "(IUS.SourceNId = D.SourceNId)) ON A.AreaNId = D.AreaNId)  ON T.TimePeriodNId = D.TimePeriodNId WHERE (((D.RowNId) "
-    "In (";
+    "IUS.IndicatorGId, IUS.SourceNId, D.RowNId, A.AreaGID,  IUS.UnitGID, IUS.SubpopGID";
 
 } // namespace
 
@@ -48,7 +46,7 @@ QString DataOrderByColumn(int column, bool ascending) {
 }
 
 QString RestoreStatement(const QString& rowNIds) {
-    return QLatin1String(kRestore) + rowNIds + QStringLiteral(")));");
+    return QLatin1String(kRestored) + InView(joins::Restored, rowNIds) + QStringLiteral(")));");
 }
 
 QStringList LongestTextsOf(int column) {

@@ -18,8 +18,7 @@ QString TellingSubpop() {
     if (only.isEmpty()) return {};
     const Records usual = Select(QStringLiteral("SELECT SubpopGId, Count(*) FROM Indicator_Unit_Subpop GROUP BY "
                                                 "SubpopGId ORDER BY Count(*) DESC"));
-    const Records chosen = Select(QStringLiteral("SELECT SubpopGId FROM _SelIUSNId WHERE Subpop = '") +
-                                  QuoteDoubled(only) + QLatin1Char('\''));
+    const Records chosen = Select(QStringLiteral("SELECT SubpopGId FROM _SelIUSNId WHERE Subpop = ") + Quoted(only));
     const bool same = !usual.atEnd() && !chosen.atEnd() && usual.Text(std::size_t{0}) == chosen.Text(std::size_t{0});
     return same ? QString() : only;
 }

@@ -17,7 +17,7 @@ namespace tessaro {
 namespace {
 
 QString OfIndicator(const QString& gid) {
-    return QStringLiteral(" WHERE IUS.IndicatorGId = '") + QuoteDoubled(gid) + QStringLiteral("' ");
+    return QStringLiteral(" WHERE IUS.IndicatorGId = ") + Quoted(gid) + QLatin1Char(' ');
 }
 
 bool Number(const QString& text, double& number) {
@@ -198,8 +198,8 @@ int GetRangeCount(const ColorRanges& record, const QString& from, const QString&
     if (!Number(from, number) || !Number(to, number)) return 0;
     const Records counts =
         Select(QStringLiteral(" SELECT Count(IUS.IndicatorGId) AS CoutField") + QLatin1String(joins::RangeCount.from) +
-               QStringLiteral(" WHERE (((IUS.IndicatorGId)='") + QuoteDoubled(record.IndicatorGId) +
-               QStringLiteral("' AND ((D.Datavalue) Between cdbl('") + from.trimmed() +
+               QStringLiteral(" WHERE (((IUS.IndicatorGId)=") + Quoted(record.IndicatorGId) +
+               QStringLiteral(" AND ((D.Datavalue) Between cdbl('") + from.trimmed() +
                QStringLiteral("')  And cdbl('") + to.trimmed() + QStringLiteral("')) AND ((") +
                QLatin1String(kNotTakenOut) + QStringLiteral(") ") + RowFilter + QStringLiteral(")))"));
     return counts.atEnd() ? 0 : static_cast<int>(counts.Number(std::size_t{0}));

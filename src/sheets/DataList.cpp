@@ -1,7 +1,6 @@
 #include "sheets/DataList.h"
 
 #include "session/Query.h"
-#include "session/Session.h"
 #include "session/Strings.h"
 #include "sheets/ColumnWidths.h"
 #include "sheets/FurtherSheets.h"
@@ -9,6 +8,7 @@
 #include "sheets/PaletteSlots.h"
 #include "sheets/SheetLayout.h"
 #include "sheets/ValueCells.h"
+#include "view/InView.h"
 #include "view/SourcesAndNotes.h"
 
 namespace tessaro {
@@ -32,11 +32,8 @@ std::vector<office::Cell> ListHead() {
 
 Records ListRows() {
     return Select(QStringLiteral("SELECT T.TimePeriod, A.AreaId, A.AreaName, IUS.[Indicator], D.Datavalue, IUS.Unit, "
-                                 "IUS.Subpop, IUS.Source  FROM ((Data AS D INNER JOIN _SelTimePeriod AS T ON "
-                                 "D.TimePeriodNId = T.TimePeriodNId)  INNER JOIN _SelArea AS A ON D.AreaNId = "
-                                 "A.AreaNId) INNER JOIN _SelIUSNId AS IUS ON  (D.SourceNId = IUS.SourceNId) AND "
-                                 "(D.IUSNId = IUS.IUSNId)  WHERE IUS.Deleted = False ") +
-                      RowFilter,
+                                 "IUS.Subpop, IUS.Source") +
+                      InView(joins::DataList),
                   jet::CursorType::ForwardOnly);
 }
 

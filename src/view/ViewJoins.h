@@ -56,6 +56,27 @@ inline constexpr ViewJoin DistinctCount{
     "INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId)  INNER JOIN _SelArea AS A ON D.AreaNId = "
     "A.AreaNId"};
 
+/// The texts of the sources.
+inline constexpr ViewJoin Sources{
+    "  FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS D INNER JOIN _SelTimePeriod AS T  ON "
+    "D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = D.AreaNId) ON (IUS.IUSNId = D.IUSNId) AND  (IUS.SourceNId = "
+    "D.SourceNId)",
+    " WHERE IUS.Deleted=False "};
+
+/// The list of all values in a workbook.
+inline constexpr ViewJoin DataList{
+    "  FROM ((Data AS D INNER JOIN _SelTimePeriod AS T ON D.TimePeriodNId = T.TimePeriodNId)  INNER JOIN _SelArea AS A "
+    "ON D.AreaNId = A.AreaNId) INNER JOIN _SelIUSNId AS IUS ON  (D.SourceNId = IUS.SourceNId) AND (D.IUSNId = "
+    "IUS.IUSNId)",
+    "  WHERE IUS.Deleted = False "};
+
+/// Rows that had been taken out, by their numbers, which the reader names.
+inline constexpr ViewJoin Restored{
+    "  FROM _SelTimePeriod AS T INNER JOIN (_SelArea AS A INNER JOIN (_SelIUSNId AS IUS INNER JOIN  Data AS D ON "
+    "(IUS.IUSNId = D.IUSNId) AND (IUS.SourceNId = D.SourceNId)) ON A.AreaNId = D.AreaNId)  ON T.TimePeriodNId = "
+    "D.TimePeriodNId",
+    " WHERE (((D.RowNId) In ("};
+
 /// Whether rows that meet in one cell of a table differ in a field.
 inline constexpr ViewJoin SharedCells{
     "  FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS D INNER  JOIN _SelTimePeriod AS T ON "
