@@ -99,7 +99,7 @@ void GraphOptionsPage::SuggestKind(ChartKind kind) {
     kindChosen_ = false;
 }
 
-void GraphOptionsPage::SetSorting(const SortOrder& sort, const QString& head) {
+void GraphOptionsPage::SetSorting(const ColumnSort& sort, const QString& head) {
     sort_ = sort;
     ui_->lblSort->setText(head.isEmpty() ? PlainText(QStringLiteral("TS_SortFirst"))
                                          : QString(head).replace(QLatin1Char('\n'), QStringLiteral(" - ")));

@@ -28,8 +28,8 @@ class GraphOptionsPage final : public QWidget {
     /// The kind that the wizard suggests; one that the user chose stays.
     void SuggestKind(office::ChartKind kind);
     void SetFormCaptions();
-    [[nodiscard]] const SortOrder& Sorting() const { return sort_; }
-    void SetSorting(const SortOrder& sort, const QString& head);
+    [[nodiscard]] const ColumnSort& Sorting() const { return sort_; }
+    void SetSorting(const ColumnSort& sort, const QString& head);
 
   Q_SIGNALS:
     void SortRequested(); ///< SSCmdSort
@@ -39,7 +39,7 @@ class GraphOptionsPage final : public QWidget {
     void ShowKind(office::ChartKind kind);
 
     std::unique_ptr<Ui::GraphOptionsPage> ui_;
-    SortOrder sort_;
+    ColumnSort sort_;
     bool kindChosen_ = false;
 };
 

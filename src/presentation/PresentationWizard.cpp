@@ -102,7 +102,7 @@ bool PresentationWizard::BuildAndShow() {
     }
     if (outcome.result == ShowResult::GivenUp) return false;
     if (!(arrangement == fields_->Arrangement())) {
-        const SortOrder sort = Sorting(); // the columns have stayed
+        const ColumnSort sort = Sorting(); // the columns have stayed
         const QString head = sortHead_;
         fields_->SetArrangement(arrangement);
         KeepSorting(sort, head);
@@ -133,7 +133,7 @@ void PresentationWizard::ChooseSort(const char* procedureName) {
     if (choice.exec() == QDialog::Accepted) KeepSorting(choice.Order(), heads.value(choice.Order().column));
 }
 
-void PresentationWizard::KeepSorting(const SortOrder& sort, const QString& head) {
+void PresentationWizard::KeepSorting(const ColumnSort& sort, const QString& head) {
     sortHead_ = head;
     SetSorting(sort, head);
 }

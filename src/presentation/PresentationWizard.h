@@ -32,9 +32,9 @@ class PresentationWizard : public HostedWizard {
     [[nodiscard]] virtual bool LeaveFields() = 0;
     /// ShowXLS with what the options page says. May move fields of the arrangement; throws office::Error.
     [[nodiscard]] virtual ShowOutcome BuildWorkbook(RowsColumns& arrangement, const WizardProgress& progress) = 0;
-    [[nodiscard]] virtual SortOrder Sorting() const = 0;
+    [[nodiscard]] virtual ColumnSort Sorting() const = 0;
     /// Keeps the chosen column, and shows its head; without one it is the first.
-    virtual void SetSorting(const SortOrder& sort, const QString& head) = 0;
+    virtual void SetSorting(const ColumnSort& sort, const QString& head) = 0;
 
     /// Nothing is asked of a user who has entered nothing.
     [[nodiscard]] QString CancelQuestion() const override;
@@ -44,7 +44,7 @@ class PresentationWizard : public HostedWizard {
     void EndWizard() override;
 
   private:
-    void KeepSorting(const SortOrder& sort, const QString& head);
+    void KeepSorting(const ColumnSort& sort, const QString& head);
     [[nodiscard]] bool BuildAndShow();
     /// BuildWorkbook with progress shown; the user may give it up.
     [[nodiscard]] ShowOutcome Build(RowsColumns& arrangement);

@@ -6,7 +6,7 @@
 
 namespace tessaro {
 
-SortChoice::SortChoice(const QStringList& heads, const SortOrder& order, QWidget* parent)
+SortChoice::SortChoice(const QStringList& heads, const ColumnSort& order, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::SortChoice>()) {
     ui_->setupUi(this);
     SetFormFonts(this);
@@ -29,7 +29,7 @@ SortChoice::SortChoice(const QStringList& heads, const SortOrder& order, QWidget
 
 SortChoice::~SortChoice() = default;
 
-SortOrder SortChoice::Order() const {
+ColumnSort SortChoice::Order() const {
     return {std::max(ui_->lstColumns->currentRow(), 0), ui_->optAscending->isChecked()};
 }
 

@@ -12,7 +12,7 @@ class SortChoice;
 namespace tessaro {
 
 /// By which column of values the rows are sorted, and which way.
-struct SortOrder {
+struct ColumnSort {
     int column = 0; ///< from 0
     bool ascending = true;
 };
@@ -22,10 +22,10 @@ class SortChoice final : public QDialog {
     Q_OBJECT
 
   public:
-    SortChoice(const QStringList& heads, const SortOrder& order, QWidget* parent = nullptr);
+    SortChoice(const QStringList& heads, const ColumnSort& order, QWidget* parent = nullptr);
     ~SortChoice() override;
 
-    [[nodiscard]] SortOrder Order() const;
+    [[nodiscard]] ColumnSort Order() const;
 
   private:
     std::unique_ptr<Ui::SortChoice> ui_;

@@ -155,7 +155,7 @@ bool TableOptionsPage::AddsColor() const {
     return ui_->chkAddColor->isChecked();
 }
 
-void TableOptionsPage::SetSorting(const SortOrder& sort, const QString& head) {
+void TableOptionsPage::SetSorting(const ColumnSort& sort, const QString& head) {
     sort_ = sort;
     ui_->lblSort->setText(head.isEmpty() ? PlainText(QStringLiteral("TS_SortFirst"))
                                          : QString(head).replace(QLatin1Char('\n'), QStringLiteral(" - ")));

@@ -30,9 +30,9 @@ class TableOptionsPage final : public QWidget {
     [[nodiscard]] bool TitleChanged() const { return bTitleChanged_; }
     [[nodiscard]] bool AddsColor() const;
     void SetFormCaptions();
-    [[nodiscard]] const SortOrder& Sorting() const { return sort_; }
+    [[nodiscard]] const ColumnSort& Sorting() const { return sort_; }
     /// The chosen column, and its head, which is shown beside the button.
-    void SetSorting(const SortOrder& sort, const QString& head);
+    void SetSorting(const ColumnSort& sort, const QString& head);
 
   Q_SIGNALS:
     void SortRequested();  ///< CmdSort
@@ -44,7 +44,7 @@ class TableOptionsPage final : public QWidget {
     void ChooseFont(QWidget* field, const QString& key);
 
     std::unique_ptr<Ui::TableOptionsPage> ui_;
-    SortOrder sort_;
+    ColumnSort sort_;
     bool bTitleChanged_ = false;
 };
 

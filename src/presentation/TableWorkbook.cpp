@@ -1,18 +1,13 @@
 #include "presentation/TableWorkbook.h"
 
-#include "office/SpreadsheetApplication.h"
-#include "platform/Paths.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 #include "session/Strings.h"
-#include "session/TempFiles.h"
-#include "session/Templates.h"
 #include "sheets/DataList.h"
 #include "sheets/LookRuns.h"
 #include "sheets/PaletteSlots.h"
 #include "sheets/SheetLayout.h"
-#include "sheets/TimeLimit.h"
 #include "sheets/ValueCells.h"
 #include "view/SourcesAndNotes.h"
 
@@ -368,19 +363,14 @@ ShowOutcome BuildTable(RowsColumns& arrangement, const TableOptions& options, co
 
 ShowOutcome WriteWorkbook(const WorkbookPlan& plan, ShowOutcome outcome, const WizardProgress& progress,
                           const std::function<void(office::Workbook&)>& write) {
-    const QString templateFile = TemplateFile(plan.templateName);
-    if (!FileExists(templateFile)) return {ShowResult::TemplateMissing};
-    UnfinishedFile file(GetFreeFileName(plan.stem));
     progress.Label("Setting the Excel Objects");
-    GiveTimeFor(plan.values);
-    office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, file.Path());
-    progress.Main(65);
-    write(book);
-    book.Close(false);
-    progress.Main(100);
-    file.Keep();
-    outcome.WorkbookFile = file.Path();
-    return outcome;
+    const auto fill = [&](office::Workbook& book) {
+        progress.Main(65);
+        write(book);
+        progress.Main(100);
+    };
+    outcome.WorkbookFile = MakeWorkbook(plan, fill);
+    return outcome.WorkbookFile.isEmpty() ? ShowOutcome{ShowResult::TemplateMissing} : outcome;
 }
 
 ShowOutcome ShowXLS(RowsColumns& arrangement, const TableOptions& options, const WizardProgress& progress) {

@@ -4,6 +4,7 @@
 #include "presentation/PresentationFile.h"
 #include "presentation/ValueRanges.h"
 #include "sheets/ColumnWidths.h"
+#include "sheets/NewWorkbook.h"
 
 #include <QHash>
 #include <QString>
@@ -102,14 +103,8 @@ class TableWorkbook final {
 /// A graph without a field on its Y axis gets one. What it says isn't Built leaves `table` empty.
 [[nodiscard]] ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& table,
                                        const WizardProgress& progress);
-/// What a workbook is made of: its template, the name it should have, how many values it will hold.
-struct WorkbookPlan {
-    QString templateName;
-    QString stem;
-    int values;
-};
-/// Lets `write` fill a copy of the template in TempFolder, and puts its path into `outcome`. Whatever goes wrong, no
-/// file is left. Throws office::Error and WorkGivenUp.
+/// MakeWorkbook for a wizard: tells how far the work is, and puts the path into `outcome`. Throws office::Error and
+/// WorkGivenUp.
 [[nodiscard]] ShowOutcome WriteWorkbook(const WorkbookPlan& plan, ShowOutcome outcome, const WizardProgress& progress,
                                         const std::function<void(office::Workbook&)>& write);
 

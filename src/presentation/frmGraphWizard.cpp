@@ -47,11 +47,11 @@ ShowOutcome frmGraphWizard::BuildWorkbook(RowsColumns& arrangement, const Wizard
     return ShowGraphXLS(arrangement, options_->Options(), progress, AskToDraw);
 }
 
-SortOrder frmGraphWizard::Sorting() const {
+ColumnSort frmGraphWizard::Sorting() const {
     return options_->Sorting();
 }
 
-void frmGraphWizard::SetSorting(const SortOrder& sort, const QString& head) {
+void frmGraphWizard::SetSorting(const ColumnSort& sort, const QString& head) {
     options_->SetSorting(sort, head);
 }
 

@@ -65,11 +65,11 @@ ShowOutcome frmTableWizard::BuildWorkbook(RowsColumns& arrangement, const Wizard
     return ShowXLS(arrangement, Draft().options, progress);
 }
 
-SortOrder frmTableWizard::Sorting() const {
+ColumnSort frmTableWizard::Sorting() const {
     return options_->Sorting();
 }
 
-void frmTableWizard::SetSorting(const SortOrder& sort, const QString& head) {
+void frmTableWizard::SetSorting(const ColumnSort& sort, const QString& head) {
     options_->SetSorting(sort, head);
 }
 

@@ -26,8 +26,8 @@ class frmTableWizard final : public PresentationWizard {
   protected:
     [[nodiscard]] bool LeaveFields() override;
     [[nodiscard]] ShowOutcome BuildWorkbook(RowsColumns& arrangement, const WizardProgress& progress) override;
-    [[nodiscard]] SortOrder Sorting() const override;
-    void SetSorting(const SortOrder& sort, const QString& head) override;
+    [[nodiscard]] ColumnSort Sorting() const override;
+    void SetSorting(const ColumnSort& sort, const QString& head) override;
 
   private:
     void FillDefaultTitles();
