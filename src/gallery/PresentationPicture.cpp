@@ -1,9 +1,9 @@
 #include "gallery/PresentationPicture.h"
 
 #include "gallery/GalleryFolder.h"
+#include "gallery/PictureType.h"
 #include "gallery/TableSlides.h"
 #include "office/Error.h"
-#include "session/Strings.h"
 
 #include <algorithm>
 #include <vector>
@@ -13,8 +13,6 @@ namespace tessaro {
 namespace {
 
 const QString kMapPicture = QStringLiteral("Picture 1");
-const QString kMetafile = QStringLiteral("image/x-emf");
-const QString kPng = QStringLiteral("image/png");
 /// Sharp on any projector.
 constexpr int kPixelWidth = 2400;
 
@@ -48,10 +46,6 @@ bool Holds(const office::Workbook& book, QChar kind) {
 }
 
 } // namespace
-
-const QString& TypeForTexts() {
-    return LanguageIsRightToLeft() ? kPng : kMetafile;
-}
 
 QChar KindToCopy(const office::Workbook& book, const QString& name) {
     QList<QChar> kinds = PresentationKinds(name);

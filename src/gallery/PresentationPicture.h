@@ -17,8 +17,4 @@ namespace tessaro {
 /// when there is no such thing in the workbook.
 [[nodiscard]] QByteArray PictureOfPresentation(const office::Workbook& book, QChar kind);
 
-/// How texts are drawn: a metafile puts the letters of joined scripts side by side, and mixes up lines of two
-/// directions, so that languages with such get pixels.
-[[nodiscard]] const QString& TypeForTexts();
-
 } // namespace tessaro

@@ -1,6 +1,6 @@
 #include "gallery/TableSlides.h"
 
-#include "gallery/PresentationPicture.h"
+#include "gallery/PictureType.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
 
@@ -27,7 +27,7 @@ QByteArray PictureOf(const office::Range& cells) {
     constexpr double kMostPoints = 20e6; // of its area
     const QSizeF size = cells.Size();
     const bool large = size.width() * size.height() > kMostPoints;
-    return cells.AsPicture(large ? QStringLiteral("image/x-emf") : TypeForTexts());
+    return cells.AsPicture(large ? MetafileType() : TypeForTexts());
 }
 
 double SumOf(const std::vector<double>& widths, int first, int last) {
