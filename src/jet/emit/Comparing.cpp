@@ -64,13 +64,13 @@ std::string Joined(const std::vector<std::string>& terms, const std::string& sep
     return joined;
 }
 
-std::string Footing::shape(const Typed& operand) const {
+std::string Coercion::shape(const Typed& operand) const {
     if (numbersAsText) return AsText(operand);
     if (literalsAsNumbers) return AsNumber(operand);
     return AsValue(operand);
 }
 
-Footing FootingOf(const Typed& left, const std::vector<const Typed*>& others, bool ordered) {
+Coercion CoercionFor(const Typed& left, const std::vector<const Typed*>& others, bool ordered) {
     std::vector<const Typed*> all = others;
     all.push_back(&left);
     std::erase_if(all, [](const Typed* each) { return IsNull(*each); });
@@ -109,8 +109,8 @@ std::string Compared(const Typed& left, const char* op, const Typed& right) {
     if ((left.column && !IsText(left) && unreadable(right)) || (right.column && !IsText(right) && unreadable(left)))
         throw Error(ErrorNumber::TypeMismatch, "Type mismatch: a number is compared with a text that holds none.");
     const bool ordered = op[0] == '<' ? op[1] != '>' : op[0] == '>';
-    const Footing footing = FootingOf(left, {&right}, ordered);
-    return footing.shape(left) + footing.collation + " " + op + " " + footing.shape(right);
+    const Coercion coercion = CoercionFor(left, {&right}, ordered);
+    return coercion.shape(left) + coercion.collation + " " + op + " " + coercion.shape(right);
 }
 
 } // namespace jet

@@ -7,8 +7,9 @@
 
 namespace jet {
 
-/// How the operands of a comparison are brought together: what stands behind the left one, and in which shape all are.
-struct Footing {
+/// The type coercion of a comparison: the collation that is written after the left operand, and the form in which all
+/// operands are written.
+struct Coercion {
     std::string collation;          ///< " COLLATE …", or nothing
     bool numbersAsText = false;     ///< numbers among texts compare by the collation, in their shortest form
     bool literalsAsNumbers = false; ///< quoted numbers among numbers lose their quotes, so that indexes serve
@@ -16,8 +17,9 @@ struct Footing {
     [[nodiscard]] std::string shape(const Typed& operand) const;
 };
 
-/// The footing on which `left` meets all of `others`. `ordered` for <, > and BETWEEN; equality has cheaper ways.
-[[nodiscard]] Footing FootingOf(const Typed& left, const std::vector<const Typed*>& others, bool ordered);
+/// The coercion of a comparison of `left` with all of `others`. `ordered` for <, > and BETWEEN; equality has cheaper
+/// ways.
+[[nodiscard]] Coercion CoercionFor(const Typed& left, const std::vector<const Typed*>& others, bool ordered);
 
 /// The value as text: a number in its shortest form, Null stays Null.
 [[nodiscard]] std::string AsText(const Typed& value);

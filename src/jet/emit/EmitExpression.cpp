@@ -342,14 +342,14 @@ Typed Emitter::emitNode(const Between& node, const Scope& scope, Position) {
     const Typed operand = emit(*node.operand, scope);
     const Typed low = emit(*node.low, scope);
     const Typed high = emit(*node.high, scope);
-    const Footing footing = FootingOf(operand, {&low, &high}, true);
+    const Coercion coercion = CoercionFor(operand, {&low, &high}, true);
     // Either bound may be the lower one. What is computed is computed once, by a function; an index can't help it.
     const auto simple = [](const Typed& bound) { return bound.literal || bound.column; };
     if (!simple(low) || !simple(high))
-        return Condition("jet_between('" + footing.collation + "', " + footing.shape(operand) + ", " +
-                         footing.shape(low) + ", " + footing.shape(high) + ")" + (node.negated ? " = 0" : " <> 0"));
-    const std::string bounds = footing.shape(low) + footing.collation + ", " + footing.shape(high) + ")";
-    return Condition(footing.shape(operand) + footing.collation + (node.negated ? " NOT BETWEEN " : " BETWEEN ") +
+        return Condition("jet_between('" + coercion.collation + "', " + coercion.shape(operand) + ", " +
+                         coercion.shape(low) + ", " + coercion.shape(high) + ")" + (node.negated ? " = 0" : " <> 0"));
+    const std::string bounds = coercion.shape(low) + coercion.collation + ", " + coercion.shape(high) + ")";
+    return Condition(coercion.shape(operand) + coercion.collation + (node.negated ? " NOT BETWEEN " : " BETWEEN ") +
                      "min(" + bounds + " AND max(" + bounds);
 }
 
@@ -379,10 +379,10 @@ Typed Emitter::emitNode(const InQuery& node, const Scope& scope, Position at) {
     for (std::size_t i = 0; i < operands.size(); ++i) {
         const OutputColumn& column = inner.columns[i];
         const Typed given{.sql = QuotedName(column.name), .kind = column.kind, .type = column.type, .column = true};
-        const Footing footing = FootingOf(operands[i], {&given}, false);
-        tested += (i == 0 ? "" : ", ") + footing.shape(operands[i]) + footing.collation;
-        fields += (i == 0 ? "" : ", ") + footing.shape(given);
-        shaped = shaped || footing.shape(given) != given.sql;
+        const Coercion coercion = CoercionFor(operands[i], {&given}, false);
+        tested += (i == 0 ? "" : ", ") + coercion.shape(operands[i]) + coercion.collation;
+        fields += (i == 0 ? "" : ", ") + coercion.shape(given);
+        shaped = shaped || coercion.shape(given) != given.sql;
     }
     if (operands.size() > 1) tested = "(" + tested + ")";
     if (shaped) inner.sql = "SELECT " + fields + " FROM (" + inner.sql + ")";

@@ -20,13 +20,13 @@ Typed Membership(const Typed& operand, const std::vector<Typed>& values, bool ne
     others.reserve(values.size());
     for (const Typed& value : values)
         others.push_back(&value);
-    const Footing footing = FootingOf(operand, others, false);
+    const Coercion coercion = CoercionFor(operand, others, false);
     std::string list;
     for (const Typed& value : values) {
         if (!list.empty()) list += ",";
-        list += footing.shape(value);
+        list += coercion.shape(value);
     }
-    return Condition(footing.shape(operand) + footing.collation + (negated ? " NOT IN (" : " IN (") + list + ")");
+    return Condition(coercion.shape(operand) + coercion.collation + (negated ? " NOT IN (" : " IN (") + list + ")");
 }
 
 std::vector<Typed> LiteralsOf(const std::string& numbers) {
@@ -50,7 +50,7 @@ Typed Emitter::emitNode(const InList& node, const Scope& scope, Position) {
     return Membership(operand, emitAll(node.values, scope), node.negated);
 }
 
-// Among numbers nothing has to be brought together, and the list goes on as it came.
+// A list of numbers compared with a number needs no coercion and is written as it came.
 Typed Emitter::emitNumberList(const InList& node, const Scope& scope) {
     const Typed operand = emit(*node.operand, scope);
     if (IsText(operand)) return Membership(operand, LiteralsOf(node.numbers), node.negated);
