@@ -13,6 +13,7 @@ namespace jet {
 namespace {
 
 constexpr std::size_t BlockRows = 4096;
+constexpr std::int64_t MostTextBytes = 512LL << 20;
 
 std::uint8_t WidthFor(std::uint64_t most) {
     if (most == 0) return 0;
@@ -174,6 +175,11 @@ ColumnStore::ColumnStore(const std::vector<ColumnType>& types) {
 }
 
 void ColumnStore::AppendRow(sqlite3_stmt* row) {
+    if (textBytes_ > MostTextBytes)
+        throw Error(ErrorNumber::TooLarge, "The result is too large: its texts take more than 512 MB.");
+    for (int i = 0; i < sqlite3_column_count(row); ++i)
+        if (sqlite3_column_type(row, i) == SQLITE_TEXT || sqlite3_column_type(row, i) == SQLITE_BLOB)
+            textBytes_ += sqlite3_column_bytes(row, i);
     for (std::size_t i = 0; i < columns_.size(); ++i)
         columns_[i].Append(row, static_cast<int>(i));
     ++rows_;

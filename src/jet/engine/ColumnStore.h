@@ -49,7 +49,7 @@ class Column {
     std::string bytes_;
 };
 
-/// The rows of a result on the client.
+/// The rows of a result on the client. Throws TooLarge for rows whose texts take more than 512 MB in all.
 class ColumnStore {
   public:
     ColumnStore() = default;
@@ -62,6 +62,7 @@ class ColumnStore {
   private:
     std::vector<Column> columns_;
     std::size_t rows_ = 0;
+    std::int64_t textBytes_ = 0;
 };
 
 /// Column `position` of the row that a statement stands on; Yes/No as -1 or 0 and Double as double, whatever the file

@@ -136,6 +136,19 @@ TEST_F(BoundsTest, WhatDoublesIsRefused) {
         EXPECT_TRUE(Outcome(each.sql).starts_with(each.outcome)) << each.sql.substr(0, 80) << "\n" << Outcome(each.sql);
 }
 
+TEST_F(BoundsTest, ASnapshotOfLongTextsIsBounded) {
+    connection->Execute("CREATE TABLE T (a LONG)");
+    for (int i = 0; i < 30; ++i)
+        connection->Execute("INSERT INTO T VALUES (" + std::to_string(i) + ")");
+    const std::string texts = "SELECT String(1000000, 'a') AS t FROM T, T AS U";
+    EXPECT_EQ(FailureOf([&] { (void)connection->OpenRecordset(texts); }), ErrorNumber::TooLarge);
+    Recordset rows = connection->OpenRecordset(texts, CursorType::ForwardOnly); // holds none of them
+    std::size_t count = 0;
+    for (; !rows.atEnd(); rows.MoveNext())
+        ++count;
+    EXPECT_EQ(count, 900U);
+}
+
 TEST_F(BoundsTest, FailedConditionsOfATableAreSaidInOurWords) {
     connection->Execute("CREATE TABLE T (a TEXT(5) NOT NULL, b LONG UNIQUE)");
     connection->Execute("INSERT INTO T VALUES ('x', 1)");
