@@ -2,7 +2,6 @@
 
 #include "office/Workbook.h"
 #include "presentation/RowsColumns.h"
-#include "sheets/UnfinishedFile.h"
 
 #include <QString>
 

@@ -5,31 +5,9 @@
 #include "session/TempFiles.h"
 #include "session/Templates.h"
 #include "sheets/TimeLimit.h"
-
-#include <QFile>
+#include "sheets/UnfinishedFile.h"
 
 namespace tessaro {
-
-namespace {
-
-/// A file that is removed again unless its maker comes to the end.
-class UnfinishedFile final {
-  public:
-    explicit UnfinishedFile(QString path) : path_(std::move(path)) {}
-    ~UnfinishedFile() {
-        if (!kept_) QFile::remove(path_);
-    }
-    UnfinishedFile(const UnfinishedFile&) = delete;
-    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
-    [[nodiscard]] const QString& Path() const { return path_; }
-    void Keep() { kept_ = true; }
-
-  private:
-    QString path_;
-    bool kept_ = false;
-};
-
-} // namespace
 
 QString MakeWorkbook(const WorkbookPlan& plan, const std::function<void(office::Workbook&)>& write) {
     const QString templateFile = TemplateFile(plan.templateName);
