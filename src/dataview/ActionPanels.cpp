@@ -27,7 +27,7 @@ constexpr Entry kPresentations[] = {{"T", "PRES_Table", "PRESENT_TABLE.gif"},
                                     {"M", "GALLERY Map", "PRESENT_MAP.gif"}};
 constexpr int kIconSize = 32;
 
-/// The row, or the first one that can be chosen when it can't; -1 when none can.
+/// The row if it is enabled, otherwise the first enabled one; -1 when there is none.
 int OfferedFrom(const QListWidget& list, int row) {
     const auto offered = [&list](int n) { return n < list.count() && list.item(n)->flags() & Qt::ItemIsEnabled; };
     if (offered(row)) return row;

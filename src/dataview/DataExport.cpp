@@ -42,11 +42,11 @@ QString TextOf(const ExportRows& rows, const GridRow& row, int column) {
 }
 
 bool BeginsFormula(QChar c) {
-    // The wide forms are read like the others where Chinese or Japanese is written.
+    // Spreadsheets read the full-width forms of these signs like the plain ones in East Asian locales.
     return QStringView(u"=+-@\uFF1D\uFF0B\uFF0D\uFF20").contains(c);
 }
 
-/// What the grid's own export would say: one line about the last one.
+/// Writes the log file of the export: one line about the last file written.
 void WriteLog(const char* name, const QString& file, int rows) {
     if (TempFolder.isEmpty()) return;
     static_cast<void>(ReplaceFile(JoinPath({TempFolder, QLatin1String(name)}),
@@ -62,7 +62,8 @@ QString CellOf(const ExportRows& rows, const GridRow& row, int column) {
     return WithoutFormula(TextOf(rows, row, column));
 }
 
-/// A cell of a text file. One that begins with a quotation mark would reach up to the next one, over other cells.
+/// A cell of a text file: one line, without tabs. A leading quotation mark gets an apostrophe before it, since a
+/// spreadsheet would take everything up to the next quotation mark for one cell.
 QString OneLine(QString text) {
     for (QChar& c : text)
         if (c == QLatin1Char('\t') || c == QLatin1Char('\n') || c == QLatin1Char('\r')) c = QLatin1Char(' ');

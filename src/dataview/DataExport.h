@@ -11,20 +11,20 @@ namespace tessaro {
 /// The rows that leave the view.
 struct ExportRows {
     int count = 0;
-    std::function<const GridRow*(int)> rowAt; ///< from 0; nullptr is passed over. What it throws ends the export.
+    std::function<const GridRow*(int)> rowAt; ///< from 0; nullptr is left out. An exception ends the export.
     /// Text of a row's footnote. With it the rows have a ninth column, headed "Footnotes".
     std::function<QString(const GridRow&)> footnoteOf = {};
 };
 
-/// Why rowAt gives up: thrown as an exception through the export, which leaves no file.
+/// Why the rows end early. Thrown by rowAt; the export leaves no file then.
 enum class ExportStopped { ByUser, Unreadable };
 
 /// A text for a file that spreadsheets read as well: an apostrophe before everything that they would take for a
 /// formula (=, +, -, @ after blanks and marks that don't show). Numbers stay as they are.
 [[nodiscard]] QString WithoutFormula(const QString& text);
 
-/// A web page that reads alone: header row, right to left when the language is. False when it can't be written (the old
-/// file stays). A blank name does nothing.
+/// A web page in one file: header row and rows, right to left if the language is. False when it can't be written (the
+/// old file stays). A blank name does nothing.
 [[nodiscard]] bool SaveDataViewHtm(const QString& file, const ExportRows& rows);
 /// Header and rows, tab between cells, line feed between rows, UTF-8.
 [[nodiscard]] bool SaveDataViewTxt(const QString& file, const ExportRows& rows);

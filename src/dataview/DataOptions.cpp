@@ -29,7 +29,7 @@ QString Shown(const Records& rows, const char* field) {
     return GetText(rows.Text(field), true);
 }
 
-/// Two identifiers of a row and the item that it makes.
+/// A list item and the two identifiers that its key is made of.
 struct Entry {
     std::pair<QString, QString> parts;
     KeyedItem item;
@@ -120,7 +120,7 @@ QString DataOptions::NotHeldByOthers(OptionList option) const {
     return clause;
 }
 
-/// Rows of the items with these keys that no other list holds; nothing when a statement failed.
+/// RowNIds of the items with these keys, without those in the lists of other panels; nothing when a statement failed.
 std::optional<std::vector<qint64>> DataOptions::RowsOf(OptionList option, const QStringList& keys,
                                                        const QString& tail) const {
     const QString others = NotHeldByOthers(option);

@@ -17,9 +17,9 @@ namespace tessaro {
 /// The options whose panels take things out of the view, in the order of their lists.
 enum class OptionList { Sources, Units, Subpops };
 
-/// What the panels of sources, units and subpopulations list and what they have taken out of the view. A row of
-/// _SelIUSNId that is taken out has its Deleted flag up, and one of three lists says which panel did it, so that
-/// another panel's putting back doesn't bring it back.
+/// What the panels of sources, units and subpopulations list, and what they have taken out of the view. A row of
+/// _SelIUSNId that is taken out has its Deleted flag set, and one of three lists records which panel did it, so that
+/// another panel doesn't put it back.
 class DataOptions final {
   public:
     /// The selected sources, units or subpopulations that have data, with their keys; a source that is recommended for
@@ -27,9 +27,9 @@ class DataOptions final {
     [[nodiscard]] std::vector<KeyedItem> LoadDataInto_SOURCES_UNIT_SUBPOPS(OptionList option);
     /// Takes the rows of these items out of the view. False when a statement failed; nothing has changed then.
     bool RemoveIndicatorFromSel(OptionList option, const QStringList& keys);
-    /// Takes every row out; those that no other panel holds are this panel's from now on.
+    /// Takes every row out. Rows that another panel has taken out before stay in that panel's list.
     bool RemoveAllFromSel(OptionList option);
-    /// Puts the rows of these items back, except those that another panel holds.
+    /// Puts the rows of these items back, except those that another panel has taken out.
     bool AddIndicatorToSel(OptionList option, const QStringList& keys);
     [[nodiscard]] bool AnythingTakenOut() const;
     /// A new selection: nothing is listed or taken out.

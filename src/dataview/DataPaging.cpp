@@ -55,8 +55,8 @@ void DataPaging::PageTick() {
     if (!pagingComplete_ && !totalKnown_) CountOn();
 }
 
-// The rows are counted in slices of a few milliseconds beside the load, so that it can say of how many. The first page
-// comes alone.
+// Beside the load the rows are counted, some thousands a tick, so that the screen can tell how many there will be. The
+// first page is shown before the counting begins.
 void DataPaging::CountOn() {
     constexpr qint64 kSlice = 8192;
     if (rowsLoaded_ <= kPageSize || !pageQuery_.isOpen() || !pageQuery_.WalkOn(kSlice)) return;
@@ -105,15 +105,15 @@ std::vector<GridRow> DataPaging::CreateDataPage(qint64 first, int rowCount) {
     ErrorTrap trap("CreateDataPage");
     std::vector<GridRow> page;
     trap.Try([&] { page = builder_.CreateDataPage(pageQuery_.GetRows(first, rowCount)); });
-    // Once the number of rows is known, a page that came short (its rows can't be read any more) still counts whole:
-    // its rows stay blank, and the load comes to its end.
+    // Once the number of rows is known, a page with fewer rows (they can't be read any more) still counts as a full
+    // one: its rows stay blank, and the load ends.
     unreadable_ = totalKnown_ && page.size() < static_cast<std::size_t>(rowCount);
     if (totalKnown_) page.resize(static_cast<std::size_t>(rowCount));
     rowsLoaded_ += static_cast<qint64>(page.size());
     return page;
 }
 
-// A row keeps its place in the query for ever, so pages go by that, whatever has been removed from the grid meanwhile.
+// Rows are placed by their number in the query, which doesn't change when rows are removed from the grid meanwhile.
 void DataPaging::LoadPageIntoGrid(std::vector<GridRow> page) {
     ErrorTrap trap("LoadPageIntoGrid");
     const int length = static_cast<int>(page.size());

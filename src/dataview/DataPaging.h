@@ -11,8 +11,9 @@
 
 namespace tessaro {
 
-/// The pump between the identifier query and the grid: pages of 50 rows, one a tick, from the top of the result or,
-/// after a jump to its end, from the bottom upward. Holds no timer; it says when one is wanted.
+/// Loads the rows of a query into the grid while the user works: a page of 50 rows at each tick of a timer, from the
+/// first row downwards or, after a jump to the end, from the last row upwards. The timer belongs to the caller, who is
+/// told when to start and stop it.
 class DataPaging final {
   public:
     static constexpr int kPageSize = 50;
@@ -24,35 +25,35 @@ class DataPaging final {
     DataPaging(const DataPaging&) = delete;
     DataPaging& operator=(const DataPaging&) = delete;
 
-    /// Called with True when ticks are wanted from now on, with False when not.
+    /// Called with True to start the timer that calls PageTick, with False to stop it.
     std::function<void(bool)> onTimer;
-    /// Told how many rows have been passed while CountRows counts them, which may take seconds. Must not let events
-    /// through.
+    /// Called with the number of rows counted so far while CountRows runs, which may take seconds. It must not process
+    /// events.
     std::function<void(qint64)> onCounting;
 
     /// Resets the paging state and opens the statement. False when it failed or gives no rows (message "031" then).
     bool StartPaging(const QString& sql);
-    /// One tick of the timer: the next page of the stream that is served, or the end of the load.
+    /// One tick of the timer: loads the next page (from the top or from the bottom), or ends the load.
     void PageTick();
-    /// Timer off; with `removeLast` the spare last row goes and the load counts as complete.
+    /// Stops the timer. With `removeLast` the empty last row of the grid is removed and the load counts as complete.
     void EndPaging(bool removeLast);
     /// Ends the load and closes the query without a change to the grid.
     void Close();
 
-    /// Ctrl+End: counts the rows and starts the bottom stream. False when that stream has begun already, or the load is
-    /// complete, so that the key has its ordinary meaning.
+    /// Ctrl+End: counts the rows and loads from the last one upwards. False when that was begun before or the load is
+    /// complete; the key then only moves the cursor.
     bool LoadFromEnd();
-    /// Ctrl+Home: serves the top stream again, unless the load is complete.
+    /// Ctrl+Home: goes on loading from the top, unless the load is complete.
     void LoadFromStart();
-    /// Ends a running load at once: the rows are counted, and those that weren't delivered yet are made when they are
-    /// looked at.
+    /// Ends a running load at once: counts the rows and gives the grid all of them; the texts of those that were not
+    /// loaded are read when they are shown.
     void FinishAtOnce();
-    /// Puts rows of Data behind the last row of the grid, after FinishAtOnce.
+    /// Finishes the load (FinishAtOnce) and appends rows of Data, given by RowNId, to the grid.
     void AppendRows(const std::vector<qint64>& rowNIds);
     /// Number of rows of the query, counted now when it isn't known.
     qint64 CountRows();
-    /// The same, with `walked` told how far it is; events may be let through there. False when it has stopped the
-    /// count.
+    /// The same with progress: `walked` is called with the number of rows so far, may process events, and stops the
+    /// count by returning False. False when it was stopped.
     [[nodiscard]] bool CountRowsUnless(const PageQuery::Walked& walked);
     /// Rows of the query (from 0) with their texts, whether or not they stand in the grid; fewer at the end, and when
     /// they can't be read.
@@ -61,16 +62,18 @@ class DataPaging final {
     [[nodiscard]] std::optional<qint64> RowNIdOf(qint64 row) const { return pageQuery_.RowNIdOf(row); }
     /// CellKey of a row of the query that is a cell without a row in Data; nothing for others.
     [[nodiscard]] std::optional<QString> CellWithoutValue(qint64 row) const { return pageQuery_.CellWithoutValue(row); }
-    /// Ends a running load where it is, at the user's wish: no page comes of itself until LoadFromEnd, LoadFromStart or
-    /// another query. Only NextPage goes on.
+    /// The user stops a running load: no further page is loaded by the timer until LoadFromEnd, LoadFromStart or
+    /// another query. NextPage still loads single pages.
     void Stop();
     [[nodiscard]] bool isStopped() const { return stopped_; }
     /// One further page of a load that was stopped.
     void NextPage();
-    /// The timer while something else has the hands full (a scroll, another stage), and again after it.
+    /// Stop the timer for a while (while the user scrolls, or a file is written), and start it again if a load is
+    /// running.
     void PauseTimer();
     void ResumeTimer();
-    /// The stage is left: timer off, statement let go of. ResumeTimer takes the load up again.
+    /// For leaving the stage: stops the timer and closes the statement, so that the tables are free. ResumeTimer goes
+    /// on with the load.
     void Suspend();
 
     [[nodiscard]] qint64 RowsLoaded() const { return rowsLoaded_; }
@@ -103,7 +106,7 @@ class DataPaging final {
     qint64 takenFromBottom_ = 0;
     qint64 totalRows_ = 0;
     bool totalKnown_ = false;
-    bool unreadable_ = false; ///< the last page came short of rows that were counted
+    bool unreadable_ = false; ///< the last page had fewer rows than were counted: they can't be read any more
     bool loadingFromTop_ = false;
     bool loadingFromBottom_ = false;
     bool bottomStarted_ = false;

@@ -87,7 +87,8 @@ qint64 FilterCounter::Values::Within(const DataFilters& filters) const {
     return std::max<qint64>(behind - first, 0);
 }
 
-// The filters of values pass them over, and missing data brings back those that aren't counted already.
+// Rows of Data without a value, which missing data shows: a value range leaves them all out, most recent data all but
+// those it has counted as most recent.
 qint64 FilterCounter::RowsWithoutValueLeft(const DataFilters& filters) const {
     if (filters.ValueRangeOn) return all_.blank;
     return filters.MostRecentOn ? all_.blank - mostRecent_->blank : 0;

@@ -16,7 +16,7 @@ namespace tessaro {
 /// once, in slices, so that a window stays alive meanwhile.
 class FilterCounter final {
   public:
-    /// Begins to read the rows in view, as they are without filters and with all single rows.
+    /// Begins to read the rows in view without filters, those included that were removed one by one.
     void Start();
     /// Reads up to `rows` further ones. False when there are no more.
     bool ReadSome(int rows);

@@ -18,8 +18,8 @@ namespace tessaro {
 
 namespace {
 
-// Few distinct texts stand in many rows, so the texts are put in order once and the rows then by their places. Texts
-// that differ in case only share a place.
+// Many rows share few distinct texts, so the distinct texts are sorted once, and the rows by the rank of their text.
+// Texts that differ in case only have the same rank.
 QHash<QString, int> PlacesInOrder(const std::vector<QString>& texts) {
     QHash<QString, int> places;
     for (const QString& text : texts)
@@ -76,7 +76,7 @@ void GridModel::AppendRows(int count) {
     maxRows_ += count;
     for (int row = queryRows; !order_.empty() && row < queryRows + count; ++row)
         order_.push_back(row);
-    // A block at the old end has been asked for its rows already; it must be asked again for those that follow.
+    // The last block was read when it was shorter; it is read again with the new rows.
     if (const auto block = blocks_.find(queryRows / kBlockRows); block != blocks_.end()) blocks_.erase(block);
     endInsertRows();
 }
@@ -92,7 +92,7 @@ void GridModel::RemoveRows(std::vector<int> rows) {
         else
             runs.emplace_back(row, row);
     }
-    // Telling the view of each of very many runs costs it more than looking at everything again.
+    // With very many runs, resetting the view is faster than announcing each of them.
     constexpr std::size_t kMostRuns = 100;
     const bool oneByOne = runs.size() <= kMostRuns;
     if (!oneByOne) beginResetModel();
@@ -116,7 +116,8 @@ void GridModel::TakeAway(int first, int last) {
     maxRows_ -= last - first + 1;
 }
 
-// As many removed rows lie before a grid row as there are whose own place, less those before it, isn't behind the row.
+// Binary search for the number of removed rows before a grid row: the i-th removed row (from 0) lies before it when its
+// query row minus i is not greater than the grid row.
 qint64 GridModel::QueryRowOf(int row) const {
     const auto place = static_cast<std::size_t>(row);
     if (!order_.empty()) return place < order_.size() ? order_[place] : row;
@@ -169,7 +170,7 @@ void GridModel::DropOldest() const {
     blocks_.erase(oldest);
 }
 
-// A row that could not be made stays blank instead of being asked for with every painting.
+// A row that can't be read stays blank; otherwise each painting would try to read it.
 void GridModel::FetchBlock(Block& block, qint64 queryRow) const {
     const qint64 first = queryRow - queryRow % kBlockRows;
     const int count = static_cast<int>(std::min<qint64>(kBlockRows, QueryRows() - first));
@@ -231,7 +232,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
         return TextOf(*row, column);
     case Qt::TextAlignmentRole:
-        // Digits run from left to right in every script, so numbers keep to the right edge there too.
+        // Numbers are written from left to right in every script, so they are aligned to the right in each.
         return column == ColDatavalue && ReadsAsNumber(row->datavalue)
                    ? QVariant::fromValue(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter)
                    : QVariant::fromValue(Qt::AlignLeading | Qt::AlignVCenter);

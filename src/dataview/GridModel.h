@@ -12,16 +12,15 @@
 
 namespace tessaro {
 
-/// The rows of the data grid. Grid row r (counted from 0 here) shows row r of the query, until rows are removed or
-/// sorted in the grid. Texts of at most 50,000 rows are held; those of rows longest out of view give way and are made
-/// again when they are looked at, so that the grid may have millions of rows. Rows of the blank middle, between what
-/// the two streams have delivered, are shown in the same way as soon as somebody scrolls to them; that doesn't count as
-/// delivering them.
+/// The rows of the data grid, which may be millions. Grid row r (counted from 0 here) shows row r of the query, until
+/// rows are removed or sorted in the grid. The texts of at most 50,000 rows are in memory; when there are more, those
+/// not shown for the longest time are dropped and read again when they are shown. Rows that the load has not reached
+/// yet are read in the same way when the user scrolls to them; the load counts them later all the same.
 class GridModel final : public QAbstractTableModel {
     Q_OBJECT
 
   public:
-    /// Makes rows of the query on demand: first row, number of rows.
+    /// Reads rows of the query on demand: first row, number of rows.
     using Fetch = std::function<std::vector<GridRow>(qint64, int)>;
     enum Role {
         FootnoteRole = Qt::UserRole, ///< true in the Datavalue column of a row with a footnote while footnotes show
@@ -41,24 +40,24 @@ class GridModel final : public QAbstractTableModel {
     /// Rows that show values: MaxRows without the spare one.
     [[nodiscard]] int ValueRows() const { return maxRows_ - (hasSpare_ ? 1 : 0); }
     [[nodiscard]] bool HasSpareRow() const { return hasSpare_; }
-    /// Adds blank rows before the spare last row, which comes with the first of them.
+    /// Adds blank rows before the spare last row. The first call adds that row too.
     void InsertRows(int count);
     /// Takes the spare last row away; without one nothing happens.
     void DeleteSpareRow();
     /// Puts rows into the block that begins at row `first` (from 0) of the query.
     void PutBlock(qint64 first, std::vector<GridRow> rows);
-    /// Adds rows behind the last one of a complete grid; they are made when they are looked at.
+    /// Appends rows to a complete grid; their texts are read when they are shown.
     void AppendRows(int count);
-    /// Takes grid rows (from 0) away, in whatever order they are named; the rest closes up.
+    /// Removes grid rows (from 0), given in any order.
     void RemoveRows(std::vector<int> rows);
-    /// Rows taken away since the grid was emptied, and rows of the query that have a place, those included.
+    /// Rows removed since the grid was emptied, and the rows of the query that the grid has had, removed ones included.
     [[nodiscard]] int RemovedRows() const { return static_cast<int>(removed_.size()); }
     [[nodiscard]] int QueryRows() const { return ValueRows() + RemovedRows(); }
     /// Text of a footnote in the language; empty for one that isn't there.
     [[nodiscard]] QString FootnoteText(qint64 footNId) const;
-    /// Row of the query (from 0) that a grid row shows, or will show when the load has come so far.
+    /// Row of the query (from 0) that a grid row shows, or will show once it is loaded.
     [[nodiscard]] qint64 QueryRowOf(int row) const;
-    /// The row that stands in a grid row (from 0), made when it isn't held; nullptr for the spare one and beyond.
+    /// The fields of a grid row (from 0), read now if they are not in memory; nullptr for the spare row and beyond.
     [[nodiscard]] const GridRow* RowAt(int row) const;
 
     /// After a sort in the grid its rows don't follow the query any more.

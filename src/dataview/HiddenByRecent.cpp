@@ -30,10 +30,10 @@ std::map<Pair, SourceState> SelectedSources() {
     return sources;
 }
 
-/// Combination and area, and the sources that have its latest value.
+/// By IUS and area: the sources that have a value in the latest period.
 using Latest = std::map<Pair, std::set<qint64>>;
 
-/// The pairs of which no source with the latest value is in view.
+/// The pairs of IUS and area whose latest values all come from sources that are not in view.
 Latest WithoutLatestInView(const std::map<Pair, SourceState>& selected) {
     Latest latest;
     Records rows =
@@ -50,7 +50,7 @@ Latest WithoutLatestInView(const std::map<Pair, SourceState>& selected) {
     return latest;
 }
 
-/// Leaves the pairs that have a value in view in some other period.
+/// Drops the pairs that have no value in view at all, since the filter hides nothing of them.
 void KeepThoseWithValues(Latest& latest) {
     if (latest.empty()) return;
     std::set<qint64> combinations;

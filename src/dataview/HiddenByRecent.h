@@ -6,18 +6,19 @@
 
 namespace tessaro {
 
-/// What the most recent data leave out without a trace: the latest period of a combination and area is found among all
-/// sources, so where only a source outside the view has a value in that period, nothing of the pair is shown.
+/// What the filter of most recent data hides unintentionally. The latest period of an IUS and area is looked for among
+/// all sources. Where only a source that is not in view has a value in that period, the view shows nothing for this IUS
+/// and area, although it has older values of other sources.
 struct HiddenByRecent {
-    qint64 pairs = 0;         ///< combinations and areas that have a value in view, but not in their latest period
-    qint64 combinations = 0;  ///< combinations among them
+    qint64 pairs = 0;         ///< pairs of IUS and area that are hidden so
+    qint64 combinations = 0;  ///< different IUS among them
     QStringList sources;      ///< names of the sources that have the latest values
-    QStringList takenOutKeys; ///< those that the panel of sources has taken out, by their keys there
+    QStringList takenOutKeys; ///< keys, in the panel of sources, of those that were taken out there
 };
 
-/// Looks for them, after the most recent rows have been found (MostRecentClause).
+/// Finds what is hidden. MostRecentClause has to be set.
 [[nodiscard]] HiddenByRecent FindHiddenByRecent();
-/// What the view says about them; empty when there are none.
+/// What the view says about it; empty when nothing is hidden.
 [[nodiscard]] QString TextOf(const HiddenByRecent& hidden);
 
 } // namespace tessaro

@@ -7,8 +7,8 @@ class QPushButton;
 
 namespace tessaro {
 
-/// A line above the rows that says what they don't show and why, with a button where something can be done about it. It
-/// takes no room while there is nothing to say.
+/// A line above the rows that says what they don't show and why, with a button if something can be done about it. It is
+/// hidden while there is nothing to say.
 class NoteBar final : public QFrame {
     Q_OBJECT
 

@@ -4,8 +4,8 @@
 
 namespace tessaro {
 
-/// Draws numbers, which the model tells by their absolute alignment, from left to right in every language: beside
-/// letters of the other direction a minus would change its side.
+/// Draws cells that the model aligns absolutely (its numbers) from left to right in every language. In right-to-left
+/// text a minus sign would be drawn after the number.
 class NumberDelegate : public QStyledItemDelegate {
     Q_OBJECT
 

@@ -32,9 +32,9 @@ struct GridRow {
     [[nodiscard]] bool IsGlobal(int column) const { return (globalCells >> column & 1) != 0; }
 };
 
-/// Turns rows of identifiers into rows of texts. An identifier is looked up when it differs from the one of the row
-/// before, and only when it has not come by already: in the order of areas the same few hundred combinations come round
-/// again and again, and a statement each time would cost more than all the rest of a page.
+/// Turns rows of identifiers into rows of texts. An identifier that equals the one of the row before is not looked up;
+/// others are, unless their texts are in the cache: sorted by area, the rows repeat the same few hundred IUS for each
+/// area, and a statement for each would take most of the time of a page.
 class PageBuilder final {
   public:
     /// The rows with their texts; an identifier without a row in its table gives empty texts.

@@ -79,7 +79,7 @@ bool PageQuery::AtEnd() {
     return finished_;
 }
 
-// Runs a suspended statement again and stands on the first row that was not given before.
+// Runs a suspended statement again, up to the first row that was not given before.
 void PageQuery::PassOver() {
     if (!open_ || finished_) return;
     if (!rows_.isOpen()) {
@@ -96,8 +96,8 @@ void PageQuery::PassOver() {
     if (finished_) rows_.Close();
 }
 
-// Passes up to `count` rows of which only the numbers are wanted; gives how many. Fewer than asked: Step goes on, with
-// a row to be kept whole or with the end.
+// Reads up to `count` rows of which only RowNId is wanted; gives how many. It stops early at the end and before a row
+// whose RowNId can't be kept in 31 bits, which Step reads.
 qint64 PageQuery::Pass(qint64 count) {
     PassOver();
     if (!open_ || finished_) return 0;
@@ -110,7 +110,7 @@ qint64 PageQuery::Pass(qint64 count) {
     return passed;
 }
 
-// Passes one row; `wanted` receives it when the caller needs more than its number.
+// Reads one row; `wanted` receives it when the caller needs more than its number.
 bool PageQuery::Step(IdentifierRow* wanted) {
     PassOver();
     if (!open_ || finished_) return false;
@@ -136,7 +136,7 @@ void PageQuery::Keep(const IdentifierRow& row) {
     whole_.push_back(row);
 }
 
-// Tells a row that is kept whole from others; a RowNId of 31 bits is its own key and never negative.
+// A number that tells rows apart when the statement is run again: RowNId, or a negative hash of the other identifiers.
 qint64 PageQuery::KeyOf(const IdentifierRow& row) {
     if (row.hasRowNId && row.rowNId >= 0) return row.rowNId;
     const std::size_t mixed = qHashMulti(0, row.timePeriodNId, row.areaNId, row.iusNId, row.sourceNId, row.rowNId);
@@ -160,7 +160,7 @@ std::vector<IdentifierRow> PageQuery::GetRows(qint64 first, int count) {
     return page;
 }
 
-// A statement that fails on the way gives no further rows; asked again, it would fail at every tick.
+// A statement that fails while it is read gives no further rows. Tried again, it would fail at every tick of the timer.
 void PageQuery::GiveUp() {
     rows_.Close();
     finished_ = true;

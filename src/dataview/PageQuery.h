@@ -26,12 +26,12 @@ struct IdentifierRow {
     std::string datavalue; ///< as stored; Null is empty
 };
 
-/// The open identifier recordset of the data view, made for millions of rows: the statement is stepped as rows are
-/// asked for, and of the rows passed only their RowNId is kept, in 4 bytes. A page from anywhere is read again by those
-/// numbers.
+/// The open recordset of identifiers behind the grid, made for millions of rows. The statement is stepped only as far
+/// as rows are asked for. Of each row read, just its RowNId is kept (4 bytes); a page that is wanted again is read by
+/// those numbers.
 class PageQuery final {
   public:
-    /// Told now and then how many rows a long walk has passed; False stops the walk there.
+    /// Called now and then with the number of rows read so far; stops the reading by returning False.
     using Walked = std::function<bool(qint64)>;
 
     /// Opens the statement on Connection; an open one is closed first. False when it failed (reported) or has no rows.
@@ -39,27 +39,26 @@ class PageQuery final {
     void Close();
     [[nodiscard]] bool isOpen() const { return open_; }
 
-    /// EOF: every row has been passed.
+    /// True when every row has been read (EOF).
     [[nodiscard]] bool AtEnd();
-    /// The rows from `first` (counted from 0) on, at most `count`; fewer at the end. Rows not reached yet are walked
-    /// to.
+    /// The rows from `first` (counted from 0) on, at most `count`; fewer at the end. Reads on to them if necessary.
     [[nodiscard]] std::vector<IdentifierRow> GetRows(qint64 first, int count);
-    /// Walks to the end and gives the number of rows; nothing when `walked` has stopped it.
+    /// Reads to the end and gives the number of rows; nothing when `walked` has stopped it.
     std::optional<qint64> RecordCount(const Walked& walked = {});
-    /// Passes over up to `count` further rows, so that their number is known sooner. True at the end.
+    /// Reads the numbers of up to `count` further rows, to count them. True at the end.
     bool WalkOn(qint64 count);
-    /// Rows passed so far, which GetRows can give without walking on.
+    /// Rows read so far, which GetRows gives without stepping the statement.
     [[nodiscard]] qint64 RowsPassed() const { return static_cast<qint64>(passed_.size()); }
 
-    /// The RowNId of a row passed; nothing for a row without one or one not reached yet.
+    /// The RowNId of a row; nothing for a row without one and for rows not read yet.
     [[nodiscard]] std::optional<qint64> RowNIdOf(qint64 row) const;
-    /// CellKey of a row passed that has no RowNId; nothing for others.
+    /// CellKey of a row that has no RowNId; nothing for others and for rows not read yet.
     [[nodiscard]] std::optional<QString> CellWithoutValue(qint64 row) const;
-    /// Puts rows of Data behind the last one, by their numbers. Only after the end has been reached.
+    /// Appends rows of Data, given by RowNId. Only when every row has been read.
     void Append(const std::vector<qint64>& rowNIds);
 
-    /// Lets go of the statement, so that other work finds the files unlocked and tables can be dropped. The next
-    /// call that needs further rows runs it again and passes over the rows already given, in whatever order they come.
+    /// Closes the statement, so that files are unlocked and tables can be dropped. The next call that needs further
+    /// rows runs it again and skips the rows it has given before, even if they come in another order.
     void Suspend();
 
   private:
@@ -70,7 +69,7 @@ class PageQuery final {
     void GiveUp();
     void Keep(const IdentifierRow& row);
     [[nodiscard]] std::vector<IdentifierRow> Reread(qint64 first, int count) const;
-    /// The row when it is kept whole; nullptr for those that are read again by their number.
+    /// The row if it is kept with all its fields; nullptr for those that are read again by RowNId.
     [[nodiscard]] const IdentifierRow* WholeRow(qint64 row) const;
     [[nodiscard]] static qint64 KeyOf(const IdentifierRow& row);
 
@@ -78,9 +77,9 @@ class PageQuery final {
     bool open_ = false;
     bool finished_ = false;
     jet::Recordset rows_;
-    std::deque<qint32> passed_;        ///< RowNId of each row passed; negative: ~place in whole_
-    std::vector<IdentifierRow> whole_; ///< rows that can't be read again by a number: without RowNId, or beyond 31 bits
-    std::unordered_map<qint64, int> again_; ///< after Suspend: rows still to be passed over, with how often
+    std::deque<qint32> passed_;        ///< RowNId of each row read; a negative number n is the row at ~n in whole_
+    std::vector<IdentifierRow> whole_; ///< rows that can't be read again by number: no RowNId, or one beyond 31 bits
+    std::unordered_map<qint64, int> again_; ///< after Suspend: key of each row still to be skipped, and how many times
 };
 
 } // namespace tessaro

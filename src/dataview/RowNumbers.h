@@ -8,7 +8,7 @@
 
 namespace tessaro {
 
-/// A comma list of row numbers, each with a trailing comma, that stays quick when it is long.
+/// A set of row numbers in the order in which they were added, with a fast look-up for long lists.
 class RowNumbers final {
   public:
     void Append(const std::vector<qint64>& numbers);

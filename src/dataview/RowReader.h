@@ -7,8 +7,8 @@
 
 namespace tessaro {
 
-/// The rows of the view in the grid's order, those included that haven't been loaded into the grid yet: for what leaves
-/// the view as a whole. Reads them in larger pieces than the grid does and leaves the grid's load where it is.
+/// Reads all rows of the view in the grid's order for an export, those included that haven't been loaded into the grid
+/// yet. It reads them in larger pieces than the grid does and doesn't change how far the grid has loaded.
 class RowReader final {
   public:
     /// Both must outlive it, and the number of rows has to be known (DataPaging::CountRowsUnless).

@@ -14,7 +14,7 @@ namespace {
 constexpr auto kFigures =
     "Count(D.Datavalue) AS CountOfDatavalue, Min(D.Datavalue) AS MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue, "
     "format(Avg(D.Datavalue),'#.00') AS AvgOfDatavalue, format(StDev(D.Datavalue),'#.00') AS StDevOfDatavalue, ";
-/// Marks in the text columns what a level has no part in.
+/// Stands in the text columns that a level is not grouped by.
 const QString kLevelMark = QStringLiteral("--");
 
 struct Line {
@@ -22,7 +22,7 @@ struct Line {
     StatsLine shown;
 };
 
-/// A text that is no number lies above all numbers.
+/// In comparisons of Datavalue, a text that is no number is greater than every number.
 constexpr auto kNumbersOnly = " AND D.Datavalue <= 1.7976931348623157e+308";
 constexpr auto kNoNumbers = " AND D.Datavalue > 1.7976931348623157e+308";
 constexpr std::size_t kMostNamed = 3;

@@ -18,7 +18,7 @@ struct StatsLine {
 
 /// The union of the three levels over the values in view, under a row filter.
 [[nodiscard]] QString StatisticsStatement(const QString& rowFilter);
-/// Values in view that are no numbers, which have no part in the statistics.
+/// Values in view that are no numbers. The statistics don't count them.
 struct UnreadableValues {
     struct Value {
         QString indicator, area, timePeriod, text;

@@ -111,7 +111,7 @@ void StatisticsModel::Toggle(int row) {
         beginInsertRows({}, row + 1, row + static_cast<int>(children.size()));
         shown_.insert(after, children.begin(), children.end());
         endInsertRows();
-        // The mark changes behind the insertion, which is to leave the rows beside it as they were.
+        // Set after the insertion, during which no other row may change.
         open_[static_cast<std::size_t>(line)] = true;
     }
     Q_EMIT dataChanged(index(row, 0), index(row, MaxCols - 1));

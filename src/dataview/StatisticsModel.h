@@ -40,7 +40,7 @@ class StatisticsModel final : public QAbstractTableModel {
     [[nodiscard]] const StatsLine& LineOf(int row) const;
     /// Picture of the mark in a cell; empty without one.
     [[nodiscard]] QString MarkOf(int row, int column) const;
-    /// The line behind the last one below this line.
+    /// The end of the lines below this one: the next line of the same or a higher level.
     [[nodiscard]] int EndOf(int line) const;
 
     std::vector<StatsLine> lines_;

@@ -34,7 +34,7 @@ class WorkProgress final : public QProgressDialog {
     QString text_;
     QPushButton* cmdCancel_;
     QElapsedTimer clock_;
-    qint64 nextLook_ = 0;              ///< milliseconds; new texts for each row would cost more than the row
+    qint64 nextLook_ = 0;              ///< milliseconds on the clock when the numbers are shown next
     std::optional<CancelWatch> watch_; ///< since the window stands; the wait pointer is away as long
 };
 

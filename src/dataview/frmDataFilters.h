@@ -13,8 +13,8 @@ class frmDataFilters;
 
 namespace tessaro {
 
-/// The dialog of the data view's filters: bounds of the values, most recent data only, cells without a value. It says
-/// at once how many rows would stay, and what is wrong with a bound.
+/// The dialog of the data view's filters: bounds of the values, most recent data only, cells without a value. It shows
+/// while the user types how many rows would stay, and what is wrong with a bound.
 class frmDataFilters final : public QDialog {
     Q_OBJECT
 

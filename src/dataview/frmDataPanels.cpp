@@ -41,7 +41,7 @@ void frmData::MakePanels() {
 void frmData::MakeTakeOutPanels() {
     for (const OptionList kind : {OptionList::Sources, OptionList::Units, OptionList::Subpops}) {
         auto* panel = new TakeOutPanel(kind, rows_->TakenOut(), this);
-        // With nothing left in its list the view keeps what it has until the panel may be left again.
+        // While the panel's list is empty, the panel can't be left, and the view keeps its rows.
         connect(panel, &DataPanel::Changed, this, [this, panel] {
             if (!panel->IsEmpty()) rows_->Requery();
         });

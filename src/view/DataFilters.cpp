@@ -49,9 +49,9 @@ QString DeletedClause() {
     return QStringLiteral(" AND D.RowNID not in(") + DeletedRowNIds + QStringLiteral(") ");
 }
 
-/// The range, for the grid and the readers of the view alike. Values compare as numbers, whatever their texts look
-/// like; a text that is no number lies above all of them, and a value that is missing is no part of a comparison, so
-/// that both stay out. Making numbers of the texts first would fail on them.
+/// The condition of the value range, for the grid and for RowFilter. Datavalue compares as a number without CDbl, which
+/// would fail on texts that are no numbers. Such texts are greater than every number and Null compares with nothing, so
+/// the range leaves both out.
 QString ValueRange(const DataFilters& filters) {
     if (!filters.ValueRangeOn) return {};
     return QStringLiteral(" AND (D.Datavalue >= ") + NumberText(filters.DataValueFrom) +
@@ -62,7 +62,8 @@ QString OnValues(const DataFilters& filters) {
     return ValueRange(filters) + (filters.MostRecentOn ? MostRecentClause : QString());
 }
 
-/// The restriction that is put on values only: the cells of the selection that have none stay, with their footnotes.
+/// The conditions of missing data: value range and most recent data restrict only the rows that have a value; cells
+/// without one stay, with their footnotes.
 QString MissingDataTail(const DataFilters& filters) {
     const QString onValues = OnValues(filters);
     if (onValues.isEmpty()) return QLatin1String(joins::Grid.where);
@@ -71,7 +72,7 @@ QString MissingDataTail(const DataFilters& filters) {
            QStringLiteral("))");
 }
 
-/// The rows removed one by one, in the spelling of the statement that keeps the others.
+/// The condition that leaves out the rows removed one by one, as the statement of favourites spells it.
 QString RemovedRows(const QString& before) {
     if (DeletedRowNIds.trimmed().isEmpty()) return {};
     return before + QStringLiteral(" D.RowNID NOT In (") + DeletedRowNIds + QStringLiteral(") ");
@@ -130,7 +131,8 @@ QString FavouriteStatement(const RowsInView& rows) {
            OnValues(rows.filters);
 }
 
-// The tables know combinations only; a source of one that was taken out must not come back with them.
+// The working tables hold IUS without their sources, so the condition on Deleted keeps out the sources that were taken
+// out.
 QString MostRecentStatement() {
     return QString::fromLatin1(kMostRecent) + QLatin1String(joins::Grid.where);
 }
@@ -151,7 +153,7 @@ void SetMostRecentClause() {
         if (rows.isOpen()) list = QString::fromStdString(rows.rows().GetString(-1, "", ","));
     });
     if (list.endsWith(QLatin1Char(','))) list.chop(1);
-    // Without any row nothing is to stay, as an empty list would say if it could be written.
+    // No row is the most recent, so none may pass. SQL has no empty list; no row has the number 0.
     if (list.isEmpty()) list = QStringLiteral("0");
     MostRecentClause = QStringLiteral(" AND D.RowNId in (") + list + QStringLiteral(") ");
 }

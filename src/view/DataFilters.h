@@ -26,7 +26,7 @@ struct DataFilters {
     bool operator==(const DataFilters&) const = default;
 };
 
-/// What the data view shows beyond the selection and the session's lists, for those who keep its rows.
+/// What decides, besides the selection and the session's values, which rows the data view shows.
 struct RowsInView {
     DataFilters filters;
     QStringList removedCells; ///< CellKey of the cells without a value that were removed one by one
@@ -35,10 +35,10 @@ struct RowsInView {
 /// Names a cell of the selection: "period_area_combination_source".
 [[nodiscard]] QString CellKey(qint32 timePeriodNId, qint32 areaNId, qint32 iusNId, qint32 sourceNId);
 
-/// Most cells without a value that are shown; beyond, the user is told instead of waiting for them.
+/// Most cells without a value that are shown. With more, the filter can't be applied and the dialog says so.
 constexpr qint64 kMostMissingCells = 2'000'000;
 
-/// RowFilter as the later readers of the view get it: rows taken out one by one, value range, most recent data.
+/// The text of RowFilter: rows removed one by one, value range, most recent data.
 [[nodiscard]] QString BuildRowFilter(const DataFilters& filters);
 
 /// The grid's statement under these filters, without the rows and cells that were removed one by one (DeletedRowNIds

@@ -19,8 +19,8 @@ enum class GuardPlace {
 };
 
 /// The first stage without a selection, after its message was shown; nothing when all have one. Indicators that are
-/// only listed (see HasIndicatorsOrListsThem) count. The data view itself has the messages of time and areas changed
-/// over.
+/// only listed (see HasIndicatorsOrListsThem) count. Inside the data view the messages of time and areas are
+/// swapped.
 [[nodiscard]] std::optional<int> FirstMissingStage(GuardPlace place);
 
 /// The guard of GoToDataView: shows what is missing, goes to that stage unless it is current, and gives False.
