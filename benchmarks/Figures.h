@@ -16,6 +16,9 @@ void MeasureGrid(Report& report, const BenchSession& session);
 void MeasureDataOptions(Report& report, const BenchSession& session);
 /// The crosstab of the table and graph wizards, and the ranges of their colours. Selects what it needs.
 void MeasureCrosstabs(Report& report, const BenchSession& session);
+/// The working tables of the calculations against plain SQLite, and three calculations up to their logs. Selects what
+/// it needs. Needs an X11 display.
+void MeasureCalculations(Report& report, const BenchSession& session);
 /// Marking what has data, translating statements, opening the database.
 void MeasureDatabase(Report& report, const BenchSession& session);
 /// The table and the graph wizard, from the click on their options to the preview. Expects everything to be selected,

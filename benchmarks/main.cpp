@@ -35,6 +35,7 @@ int main(int argc, char** argv) {
         MeasureExport(report);
         SelectEverything();
         MeasurePresentations(report);
+        MeasureCalculations(report, session);
         Connection.reset();
     }
     MeasureSummary(report, installation);

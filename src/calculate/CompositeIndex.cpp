@@ -48,14 +48,15 @@ class CompositeIndex final {
         sheet_ = {kTemplateSheet, kFirstIndicatorRow, kWeightColumn, ValueColumn(0) + 1, IndexColumn()};
     }
 
-    [[nodiscard]] CalculationLog Log() {
+    [[nodiscard]] CalculationLog Log(const DistinctRecords& lists) {
         const QString table = QStringLiteral("CalcTempNew2");
-        if (!ReadAreas() || !ReadValues() || !FillGaps()) return Failed(ReasonOfFailure(table));
+        const QString ofItems = QStringLiteral("Where [Indicator] + '{}' + Subpop In ") + lists.pairs;
+        if (!ReadAreas() || !ReadValues() || !FillGaps()) return Failed(ReasonOfFailure(table, ofItems));
         if (areas_.empty()) return Failed(PlainText(QStringLiteral("041")));
         Score();
         Scale();
         CalculationLog log;
-        if (!WriteDetail(log)) return Failed(ReasonOfFailure(table));
+        if (!WriteDetail(log)) return Failed(ReasonOfFailure(table, ofItems));
         WriteWorking(log);
         AddResults(log);
         AddRanks(log);
@@ -345,8 +346,10 @@ const char* FaultOf(const CalculationDraft& draft) {
 
 CalculationLog CalculateCompositeIndex(const CalculationDraft& draft, const Progress& progress) {
     if (const char* fault = FaultOf(draft)) return Failed(PlainText(QLatin1String(fault)));
-    if (!SelectDistinctRecords(draft, progress)) return Failed(ReasonOfFailure(QStringLiteral("_Data")));
-    return CompositeIndex(draft).Log();
+    const auto lists = SelectDistinctRecords(draft, progress);
+    if (!lists) return Failed(ReasonOfFailure(QStringLiteral("_Data")));
+    if (lists->pairs.isEmpty()) return Failed(PlainText(QStringLiteral("041")));
+    return CompositeIndex(draft).Log(*lists);
 }
 
 } // namespace tessaro

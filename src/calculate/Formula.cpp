@@ -4,10 +4,8 @@
 #include "calculate/FormulaParser.h"
 #include "calculate/FormulaText.h"
 #include "calculate/LogParts.h"
-#include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Query.h"
-#include "session/Session.h"
 #include "session/Strings.h"
 #include "sheets/ValueCells.h"
 #include "view/DataFilters.h"
@@ -60,6 +58,7 @@ class Formula final {
 
     bool ReadValues() {
         const ColumnsOfKeys places = PlacesOfItems("FormulaTempNew2", items_);
+        if (places.isEmpty()) return true;
         Records rows =
             Select(QStringLiteral(
                        "TRANSFORM Sum(CDbl(DataValue)) SELECT FT.AreaId, FT.AreaName FROM FormulaTempNew2 FT  WHERE "
@@ -67,7 +66,7 @@ class Formula final {
                        "FT.AreaId PIVOT FT.IndicatorGId & '{}' & FT.SubpopGId ")
                        .arg(BracketedList(places.keys())),
                    jet::CursorType::ForwardOnly);
-        if (!rows.isOpen()) return places.isEmpty();
+        if (!rows.isOpen()) return false;
         std::vector<QList<int>> placesOfFields;
         for (std::size_t field = 0; field < rows.rows().FieldCount(); ++field)
             placesOfFields.push_back(places.value(QString::fromStdString(rows.rows().Field(field).name).toLower()));
@@ -89,19 +88,13 @@ class Formula final {
     // The results also stand in the table, Null where there is none. The index lets each area find its rows.
     bool KeepResults() const {
         if (!Execute(QStringLiteral("CREATE INDEX FormulaArea ON FormulaTempNew2 (AreaId)"))) return false;
-        ErrorTrap trap("KeepResults");
-        Connection->Begin();
-        const bool kept = trap.Try([&] {
-            for (const AreaValues& area : areas_)
-                Connection->Execute(
-                    QStringLiteral("Update FormulaTempNew2 set Formula = %1 Where AreaID = %2")
-                        .arg(area.result.number ? NumberText(*area.result.number) : QStringLiteral("Null"),
-                             Quoted(area.id))
-                        .toStdString());
-            Connection->Commit();
-        });
-        if (!kept) Connection->Rollback();
-        return kept;
+        std::vector<QString> updates;
+        for (const AreaValues& area : areas_) {
+            const QString value = area.result.number ? NumberText(*area.result.number) : QStringLiteral("Null");
+            updates.push_back(QStringLiteral("Update FormulaTempNew2 set Formula = %1 Where AreaID = %2")
+                                  .arg(value, Quoted(area.id)));
+        }
+        return ExecuteTogether(updates);
     }
 
     // --- The sheets. ---

@@ -36,10 +36,10 @@ class PerCent final {
     }
 
     [[nodiscard]] CalculationLog Log() {
-        if (!ReadSums()) return Failed(ReasonOfFailure(QStringLiteral("CalcTempNew2")));
+        if (!ReadSums()) return Failed(Reason());
         if (areas_.empty()) return Failed(PlainText(QStringLiteral("041")));
         CalculationLog log;
-        if (!WriteDetail(log)) return Failed(ReasonOfFailure(QStringLiteral("CalcTempNew2")));
+        if (!WriteDetail(log)) return Failed(Reason());
         WriteWorking(log);
         QSet<QString> present;
         for (std::size_t i = 0; i < areas_.size(); ++i) {
@@ -60,6 +60,11 @@ class PerCent final {
     [[nodiscard]] int Target() const { return Items() + 5; }
 
     // --- Reading. ---
+
+    [[nodiscard]] QString Reason() const {
+        return ReasonOfFailure(QStringLiteral("CalcTempNew2"),
+                               QStringLiteral("Where [Indicator] + '{}' + Subpop In ") + lists_.allPairs);
+    }
 
     bool ReadSums() {
         const ColumnsOfKeys places = PlacesOfItems("CalcTempNew2", items_);

@@ -2,10 +2,8 @@
 
 #include "calculate/Calculations.h"
 #include "calculate/LogParts.h"
-#include "session/ErrorSink.h"
 #include "session/Messages.h"
 #include "session/Query.h"
-#include "session/Session.h"
 #include "session/Strings.h"
 #include "sheets/ValueCells.h"
 #include "view/DataFilters.h"
@@ -158,13 +156,10 @@ class Subtotal final {
     bool WriteTable() {
         DropWorkingTable("SubWiz");
         if (!Execute(QStringLiteral("SELECT * INTO SubWiz FROM [_Data] WHERE 1 = 0"))) return false;
-        ErrorTrap trap("Subtotal");
-        return trap.Try([&] {
-            Connection->Begin();
-            for (const auto& [key, total] : totals_)
-                Connection->Execute(InsertionOf(total).toStdString());
-            Connection->Commit();
-        });
+        std::vector<QString> insertions;
+        for (const auto& [key, total] : totals_)
+            insertions.push_back(InsertionOf(total));
+        return ExecuteTogether(insertions);
     }
 
     [[nodiscard]] QString InsertionOf(const Total& total) const {

@@ -99,6 +99,18 @@ bool CreateDataTable(const Progress& progress) {
     return true;
 }
 
+bool ExecuteTogether(const std::vector<QString>& statements) {
+    ErrorTrap trap("ExecuteTogether");
+    if (!trap.Try([] { Connection->Begin(); })) return false;
+    const bool done = trap.Try([&] {
+        for (const QString& statement : statements)
+            Connection->Execute(statement.toStdString());
+        Connection->Commit();
+    });
+    if (!done) trap.Try([] { Connection->Rollback(); });
+    return done;
+}
+
 QString PairKey(const QString& first, const QString& second) {
     return first + QStringLiteral("{}") + second;
 }

@@ -6,6 +6,8 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 namespace tessaro {
 
@@ -43,6 +45,9 @@ bool CreateFormulaTables(const QString& pairs, const Progress& progress = {});
 [[nodiscard]] QString BracketedList(const QStringList& texts);
 /// The key under which an indicator and its subgroup, or their GIds, count as one: with {} between them.
 [[nodiscard]] QString PairKey(const QString& first, const QString& second);
+
+/// Runs statements on Connection so that all of them hold or none does. False when one failed, which is reported.
+bool ExecuteTogether(const std::vector<QString>& statements);
 
 /// Drops working tables; those that don't exist are no error.
 void DropCalcTables();
