@@ -1,5 +1,6 @@
 #include "map/ClassEditing.h"
 
+#include "map/BreakChoices.h"
 #include "map/ClassColors.h"
 #include "map/ClassLabels.h"
 #include "session/Session.h"
@@ -74,6 +75,15 @@ TEST(ClassEditingTest, TheNextClassBeginsAtTheWrittenStep) {
     ASSERT_TRUE(EditBound(classes, 0, Bound::To, 0.2, BreakChoice::Continuous, 1, {0.1, 0.2, 0.3, 0.9}));
     EXPECT_EQ(classes[1].from, 0.3); // 0.2 + 0.1 is a little more in binary numbers
     EXPECT_EQ(classes[1].count, 2);
+}
+
+TEST(BreakChoicesTest, StandInTheirOrder) {
+    int place = 0;
+    for (const BreakChoiceTexts& each : BreakChoices()) {
+        EXPECT_EQ(static_cast<int>(each.choice), place++); // the index in the list is the choice
+        EXPECT_EQ(ComputesClasses(each.choice), !MayEdit(each.choice, Bound::To)) << each.caption;
+    }
+    EXPECT_EQ(place, 8);
 }
 
 TEST(ClassLabelsTest, Numbers) {

@@ -1,6 +1,6 @@
 #include "map/shapefile/CShapeFile.h"
 
-#include "ShapelibFiles.h"
+#include "support/ShapelibFiles.h"
 #include "map/shapefile/ShapefileError.h"
 #include "support/FullDisk.h"
 

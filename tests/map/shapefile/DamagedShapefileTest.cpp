@@ -1,4 +1,4 @@
-#include "ShapelibFiles.h"
+#include "support/ShapelibFiles.h"
 #include "map/shapefile/CShapeFile.h"
 #include "map/shapefile/ShapefileError.h"
 
