@@ -28,6 +28,9 @@ namespace {
 
 constexpr int kDecimalsRow = 7; ///< decimals, or the lower end of a scale with the upper one below it
 constexpr int kLabelColumns = 2;
+constexpr int kChartAreas = 20;
+constexpr double kChartWidth = 720; ///< points
+constexpr double kChartHeight = 360;
 const QColor kHeadTint(241, 241, 241);
 
 QString Plain(const char* key) {
@@ -187,13 +190,13 @@ class LogWriter final {
         book_.SetColors(HeaderSlot, kHeadTint);
         const QString name = ModuleName(draft_.type);
         const bool asLog = isFirst && draft_.type != CalcType::CompositeIndex;
-        WriteSheet(kWorkingSheet, "LOG_LOG", log_.working, asLog ? Plain("LOG_LOG") + QLatin1Char(' ') + name : name,
-                   stamp);
-        WriteSheet(kDetailSheet, "TS_SheetDetail", log_.detail, name, stamp);
+        WriteSheet(kWorkingSheet, log_.working, asLog ? Plain("LOG_LOG") + QLatin1Char(' ') + name : name, stamp);
+        WriteSheet(kDetailSheet, log_.detail, name, stamp);
         const bool hasRanks = log_.ranks.has_value() && book_.SheetCount() >= kRanksSheet;
         const bool hasRemarks = !log_.remarks.empty() && book_.SheetCount() >= kRemarksSheet;
         if (hasRanks) WriteRanks();
         if (hasRemarks) WriteRemarks();
+        NameSheets();
         while (book_.SheetCount() > kRanksSheet - (hasRanks ? 0 : 1))
             book_.RemoveSheet(book_.SheetCount());
         if (!hasRemarks && book_.SheetCount() >= kRemarksSheet) book_.RemoveSheet(kRemarksSheet);
@@ -202,9 +205,8 @@ class LogWriter final {
     }
 
   private:
-    void WriteSheet(int number, const char* nameKey, const LogSheet& data, const QString& title, const QString& stamp) {
-        office::Worksheet sheet = book_.Sheet(number);
-        sheet.SetName(Plain(nameKey));
+    void WriteSheet(int number, const LogSheet& data, const QString& title, const QString& stamp) {
+        const office::Worksheet sheet = book_.Sheet(number);
         SheetWriter(sheet, data, Decimals()).Write();
         WriteSheetTop(sheet, title, LinesOf(draft_, stamp));
         if (number == kWorkingSheet && draft_.type == CalcType::CompositeIndex) WriteScale(sheet);
@@ -218,9 +220,15 @@ class LogWriter final {
             .SetValues({{Plain("INDEX_SCALE_MIN"), NumberCell(draft_.scaleMin)},
                         {Plain("INDEX_SCALE_MAX"), NumberCell(draft_.scaleMax)}});
     }
+    /// Last of all: formulas know the sheets by the template's names, and follow.
+    void NameSheets() {
+        static constexpr const char* kNames[] = {"LOG_LOG", "TS_SheetDetail", "TS_SheetRemarks", "TS_SheetRanks"};
+        int number = 0;
+        for (const char* name : kNames)
+            if (++number <= book_.SheetCount()) book_.Sheet(number).SetName(Plain(name));
+    }
     void WriteRemarks() {
         office::Worksheet sheet = book_.Sheet(kRemarksSheet);
-        sheet.SetName(Plain("TS_SheetRemarks"));
         office::Block table{{Plain("Comm_Area Id"), Plain("Comm_Area Name"), Plain("TS_Reason")}};
         for (const QStringList& remark : log_.remarks)
             table.emplace_back(remark.begin(), remark.end());
@@ -229,8 +237,24 @@ class LogWriter final {
     }
     void WriteRanks() {
         office::Worksheet sheet = book_.Sheet(kRanksSheet);
-        sheet.SetName(Plain("TS_SheetRanks"));
         SheetWriter(sheet, *log_.ranks, {}).Write();
+        AddRanksChart(sheet);
+    }
+    /// The ranks of the first areas, now and after each change, below their table.
+    void AddRanksChart(office::Worksheet& sheet) {
+        const LogSheet& ranks = *log_.ranks;
+        const int last = std::min(ranks.lastRow, ranks.firstRow + kChartAreas - 1);
+        const int lastColumn = kLabelColumns + 1 + log_.rankColumns;
+        const double top = sheet.Cells(1, 1, ranks.lastRow + 1, 1).Size().height();
+        office::Chart chart =
+            sheet.AddChart(office::ChartKind::Line, sheet.Cells(HeadEnd(ranks), kLabelColumns, last, lastColumn), true,
+                           true, {0, top, kChartWidth, kChartHeight});
+        chart.SetPlain();
+        chart.SetTitle(Plain("TS_RanksTitle"));
+        chart.SetAxisTitles({}, Plain("TS_RankNow"));
+        chart.SetLegend(true);
+        const SheetFont font = ListFont();
+        chart.SetFont(font.name, font.size);
     }
     [[nodiscard]] QString Decimals() const {
         const auto decimals = DecimalsTyped(draft_.decimals);

@@ -56,6 +56,8 @@ class frmMain final : public QMainWindow, public Frame {
     void SetBusy(bool busy) override;
     void ShowStatusTextFor(const QString& text, int milliseconds) override;
     void ShowWorkbook(const QString& file) override;
+    void StartCalculation(int calcType) override;
+    [[nodiscard]] bool OffersCalculation(int calcType) const override;
     void StartPresentation(QChar type) override;
     [[nodiscard]] bool OffersPresentation(QChar type) const override;
 

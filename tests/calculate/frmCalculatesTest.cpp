@@ -1,0 +1,422 @@
+#include "calculate/frmCalculates.h"
+
+#include "CalculationTest.h"
+#include "calculate/FillGrid.h"
+#include "controls/FileDialogs.h"
+#include "controls/KeyedList.h"
+#include "controls/OfficeHost.h"
+#include "office/SpreadsheetApplication.h"
+#include "support/ReadXls.h"
+#include "support/SelectionTest.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+
+#include <csignal>
+
+namespace tessaro {
+
+namespace {
+
+QString Q(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+/// The wizard driven by its controls. On X11 its workbooks are hosted; elsewhere they are there all the same.
+class frmCalculatesTest : public test::CalculationTest {
+  protected:
+    void SetUp() override {
+        CalculationTest::SetUp();
+        test::UseSpreadsheet();
+        for (const char* name : {"Log_Calculate.xls", "Data_DataEntry.xls", "dbTemp.mdb"})
+            ASSERT_TRUE(CopyFileOver(FindPath(Q(TESSARO_INSTALLATION "/Bin/Template/") + Q(name)),
+                                     JoinPath({FindPath(AppPath + Q("/Bin/Template")), Q(name)})));
+        bDataChanged = false; // the test fills _Data
+        for (const char* area : {"ASIIND", "ASICHN", "EUR"}) {
+            Put({{Q(area), Q("Poor"), Q("25"), Q("2000"), Q("Total")},
+                 {Q(area), Q("Population"), Q("200"), Q("2000"), Q("Total")},
+                 {Q(area), Q("Literacy"), Q("60"), Q("2000"), Q("Female"), Q("Census"), Q("Percent")}});
+        }
+        Put({{Q("AFR"), Q("Poor"), Q("7")}});
+    }
+    void TearDown() override {
+        SetFileAnswerer({});
+        CalculationTest::TearDown();
+    }
+    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
+
+    template <class Control> static Control* Named(const QWidget& form, const char* name) {
+        auto* control = form.findChild<Control*>(QLatin1String(name));
+        EXPECT_NE(control, nullptr) << name;
+        return control;
+    }
+    /// The control of this name on the page in front.
+    template <class Control> static Control* OnPage(const QWidget& form, const char* name) {
+        for (auto* control : form.findChildren<Control*>(QLatin1String(name)))
+            if (control->isVisible()) return control;
+        ADD_FAILURE() << name;
+        return nullptr;
+    }
+    static void Click(const QWidget& form, const char* name) { OnPage<QAbstractButton>(form, name)->click(); }
+    static void Next(const QWidget& form) { Named<QPushButton>(form, "cmdNavigators_2")->click(); }
+    static void Back(const QWidget& form) { Named<QPushButton>(form, "cmdNavigators_1")->click(); }
+    static void Choose(const QWidget& form, const QString& indicator) {
+        auto* list = OnPage<KeyedList>(form, "lstAvailable_Step1");
+        for (const KeyedItem& item : list->Items().Items())
+            if (item.cells.first() == indicator) {
+                Q_EMIT list->ItemActivated(QString(item.key));
+                return;
+            }
+        ADD_FAILURE() << indicator.toStdString();
+    }
+    static void Open(frmCalculates& form) {
+        form.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+        QTest::qWait(100); // the first page is filled after the first paint
+    }
+    /// From the first step to the names.
+    static void FillPerCent(frmCalculates& form) {
+        Choose(form, Q("Poor"));
+        Next(form);
+        Choose(form, Q("Population"));
+        Next(form);
+        ASSERT_EQ(form.CurrentStep(), SaveAsStep);
+        OnPage<QComboBox>(form, "cmbSector")->setCurrentText(Q("Income"));
+        OnPage<QComboBox>(form, "cmbClass")->setCurrentText(Q("Poverty"));
+        OnPage<QLineEdit>(form, "txtDecimals")->setText(Q("1"));
+    }
+    static void Picture(QWidget& form, const char* name) {
+        const QString folder = qEnvironmentVariable("TESSARO_PICTURES");
+        if (folder.isEmpty()) return;
+        QTest::qWait(50);
+        form.grab().save(folder + QLatin1Char('/') + QLatin1String(name) + Q(".png"));
+    }
+    [[nodiscard]] QStringList Buttons(const QWidget& form) const {
+        QStringList on;
+        for (int index = 1; index <= 3; ++index)
+            if (form.findChild<QPushButton*>(Q("cmdNavigators_%1").arg(index))->isEnabled())
+                on << QString::number(index);
+        return on;
+    }
+};
+
+} // namespace
+
+TEST_F(frmCalculatesTest, PerCentGoesFromTheIndicatorsToTheDataEntrySheet) {
+    frmCalculates form(CalcType::PerCent);
+    Open(form);
+    EXPECT_EQ(
+        form.windowTitle(),
+        Q("Calculate Per cent Wizard - Step %1 of %2 - Numerator").arg(QLocale().toString(1), QLocale().toString(5)));
+    EXPECT_EQ(Buttons(form), (QStringList{Q("2")}));
+    Picture(form, "percent-1");
+    FillPerCent(form);
+    EXPECT_EQ(OnPage<QComboBox>(form, "cmbIndicator")->currentText(), Q("Per cent"));
+    Picture(form, "percent-3");
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), LogStep) << messages.join(QLatin1Char(' ')).toStdString();
+    EXPECT_EQ(Buttons(form), (QStringList{Q("1"), Q("2")}));
+    const test::ReadSheet log = test::ReadXls(form.LogFile()).front();
+    EXPECT_DOUBLE_EQ(log.At(14, 7).toDouble(), 12.5) << "after the area without a denominator";
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), DataEntryStep) << messages.join(QLatin1Char(' ')).toStdString();
+    EXPECT_EQ(Buttons(form), (QStringList{Q("1"), Q("3")}));
+    const test::ReadSheet entry = test::ReadXls(form.DataEntryFile()).front();
+    EXPECT_EQ(entry.Text(3, 2), Q("Income"));
+    EXPECT_EQ(entry.Text(11, 2), Q("ASICHN"));
+    EXPECT_DOUBLE_EQ(entry.At(11, 4).toDouble(), 12.5);
+    EXPECT_EQ(entry.rows.size(), 13);
+    EXPECT_EQ(frame.busy, 0);
+    Back(form);
+    EXPECT_EQ(form.CurrentStep(), LogStep);
+    EXPECT_EQ(messages, QStringList());
+}
+
+TEST_F(frmCalculatesTest, OffersTheDataInViewAndNotThatOfBefore) {
+    bDataChanged = true; // and nothing is selected any more
+    frmCalculates form(CalcType::PerCent);
+    Open(form);
+    EXPECT_EQ(OnPage<KeyedList>(form, "lstAvailable_Step1")->Items().Count(), 0);
+    EXPECT_FALSE(bDataChanged);
+    Next(form);
+    EXPECT_EQ(messages, QStringList{Q("016")});
+}
+
+TEST_F(frmCalculatesTest, AValueChangedInTheLogComesThrough) {
+    frmCalculates form(CalcType::PerCent);
+    Open(form);
+    FillPerCent(form);
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), LogStep);
+    auto* host = form.findChild<OfficeHost*>();
+    if (!host->IsOpen()) GTEST_SKIP() << "no display that hosts";
+    host->xlBook().Sheet(1).Cells(14, 3).SetValue(50.0); // the numerator of the first area with a result
+    host->xlBook().Sheet(1).Cells(13, 5).SetValue(14.0); // the denominator that was missing
+    for (int round = 0; round < 2; ++round) {
+        Next(form);
+        ASSERT_EQ(form.CurrentStep(), DataEntryStep);
+        EXPECT_TRUE(host->IsOpen());
+        EXPECT_EQ(host->parentWidget()->objectName(), Q("picXLSContainer"));
+        const test::ReadSheet entry = test::ReadXls(form.DataEntryFile()).front();
+        EXPECT_EQ(entry.Text(11, 2), Q("AFR"));
+        EXPECT_DOUBLE_EQ(entry.At(11, 4).toDouble(), 50);
+        EXPECT_DOUBLE_EQ(entry.At(12, 4).toDouble(), 25);
+        Back(form);
+        EXPECT_EQ(host->parentWidget()->objectName(), Q("picXLS_LOG_Container"));
+        EXPECT_EQ(form.CurrentStep(), LogStep);
+        EXPECT_EQ(std::get<double>(host->xlBook().Sheet(1).Cells(14, 3).Value()), 50) << "the edit stays";
+    }
+}
+
+TEST_F(frmCalculatesTest, EachFaultIsToldAtItsControl) {
+    frmCalculates form(CalcType::PerCent);
+    Open(form);
+    form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    Next(form);
+    EXPECT_EQ(messages, QStringList{Q("016")});
+    EXPECT_EQ(form.CurrentStep(), SelectionStep);
+    FillPerCent(form);
+    const std::pair<const char*, const char*> fields[] = {
+        {"cmbSector", "014"}, {"cmbClass", "015"}, {"cmbIndicator", "016"}, {"cmbSubpop", "020"}};
+    for (const auto& [name, key] : fields) {
+        messages.clear();
+        auto* box = OnPage<QComboBox>(form, name);
+        const QString before = box->currentText();
+        box->setCurrentText({});
+        Next(form);
+        EXPECT_EQ(messages, QStringList{Q(key)});
+        EXPECT_TRUE(box->hasFocus() || box->lineEdit()->hasFocus()) << name;
+        EXPECT_EQ(form.CurrentStep(), SaveAsStep);
+        box->setCurrentText(before);
+    }
+}
+
+TEST_F(frmCalculatesTest, WeightsAreTypedSharedAndSummed) {
+    frmCalculates form(CalcType::CompositeIndex);
+    Open(form);
+    for (const char* name : {"Poor", "Population", "Literacy"})
+        Choose(form, Q(name));
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), SecondStep);
+    auto* grid = OnPage<FillGrid>(form, "grdW");
+    ASSERT_EQ(grid->rowCount(), 3);
+    Next(form);
+    EXPECT_EQ(messages, QStringList{Q("102")});
+    grid->setCurrentCell(0, 1);
+    grid->setFocus();
+    QTest::keyClick(grid, Qt::Key_F2);
+    auto* field = grid->findChild<QLineEdit*>(Q("txtFill"));
+    ASSERT_NE(field, nullptr);
+    QTest::keyClicks(field, Q("30"));
+    QTest::keyClick(field, Qt::Key_Return);
+    QTest::qWait(10);
+    EXPECT_EQ(grid->item(0, 1)->text(), Q("30"));
+    EXPECT_EQ(grid->currentRow(), 1);
+    EXPECT_EQ(form.CurrentStep(), SecondStep) << "Return is the cell's";
+    EXPECT_TRUE(OnPage<QLabel>(form, "lblSum")->text().contains(QLocale().toString(30)));
+    OnPage<QCheckBox>(form, "chkHighAll")->click();
+    for (int row = 0; row < 3; ++row)
+        EXPECT_EQ(grid->item(row, 2)->checkState(), Qt::Unchecked);
+    grid->item(1, 2)->setCheckState(Qt::Checked);
+    Click(form, "cmdShare");
+    Picture(form, "index-2");
+    Next(form);
+    EXPECT_EQ(form.CurrentStep(), SaveAsStep);
+    EXPECT_EQ(
+        form.Draft().weights,
+        (std::vector<IndexWeight>{{EvenWeights(3)[0], false}, {EvenWeights(3)[1], true}, {EvenWeights(3)[2], false}}));
+    Picture(form, "index-3");
+    Back(form);
+    EXPECT_EQ(grid->item(1, 2)->checkState(), Qt::Checked);
+}
+
+TEST_F(frmCalculatesTest, TheOtherCalculationsPassOverTheirSteps) {
+    struct Case {
+        CalcType type;
+        QList<CalculationStep> steps;
+    };
+    const Case cases[] = {{CalcType::HundredMinus, {SelectionStep, SaveAsStep, LogStep, DataEntryStep}},
+                          {CalcType::TransformUnit, {SelectionStep, SecondStep, SaveAsStep, LogStep, DataEntryStep}},
+                          {CalcType::Subtotal, {SelectionStep, SecondStep, LogStep, DataEntryStep}}};
+    for (const Case& c : cases) {
+        frmCalculates form(c.type);
+        Open(form);
+        Choose(form, Q("Poor"));
+        Choose(form, Q("Literacy")); // takes the place of the other
+        EXPECT_EQ(form.Draft().items, (std::vector<CalculationItem>{{Q("Literacy"), {}}}));
+        QList<CalculationStep> steps{form.CurrentStep()};
+        const QString name = Q("type%1-").arg(static_cast<int>(c.type));
+        for (int i = 1; i < c.steps.size(); ++i) {
+            Next(form);
+            steps << form.CurrentStep();
+            Picture(form, qPrintable(name + QString::number(i + 1)));
+            if (form.CurrentStep() == SecondStep && c.type == CalcType::TransformUnit) {
+                OnPage<QLineEdit>(form, "rtbTUnit")->setText(Q("Share"));
+                auto* grid = OnPage<FillGrid>(form, "grdUnit");
+                ASSERT_EQ(grid->rowCount(), 1);
+                grid->item(0, 1)->setText(Q("2"));
+            }
+            if (form.CurrentStep() == SecondStep && c.type == CalcType::Subtotal) Click(form, "chkLevel_0");
+            if (form.CurrentStep() == SaveAsStep) {
+                OnPage<QComboBox>(form, "cmbSector")->setCurrentText(Q("S"));
+                OnPage<QComboBox>(form, "cmbClass")->setCurrentText(Q("C"));
+                OnPage<QComboBox>(form, "cmbIndicator")->setCurrentText(Q("I"));
+            }
+        }
+        EXPECT_EQ(steps, c.steps) << messages.join(QLatin1Char(' ')).toStdString();
+        QList<CalculationStep> back{form.CurrentStep()};
+        while (Buttons(form).contains(Q("1"))) {
+            Back(form);
+            back.prepend(form.CurrentStep());
+        }
+        EXPECT_EQ(back, c.steps);
+    }
+}
+
+TEST_F(frmCalculatesTest, AFormulaIsWrittenCheckedAndCalculated) {
+    frmCalculates form(CalcType::Formula);
+    Open(form);
+    form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    EXPECT_EQ(Buttons(form), QStringList()) << "nothing is written yet";
+    auto* formula = OnPage<QPlainTextEdit>(form, "txtFormula");
+    auto* list = OnPage<KeyedList>(form, "lstAvailable_Step1");
+    list->HighlightKey(Q("{Poor  ~  Total}"));
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(formula->toPlainText(), Q("{Poor  ~  Total}"));
+    EXPECT_EQ(Buttons(form), QStringList{Q("2")});
+    Click(form, "cmdOperators_2");
+    EXPECT_EQ(formula->toPlainText(), Q("{Poor  ~  Total} / "));
+    QTest::keyClicks(formula, Q("popul")); // the name is offered and taken
+    QWidget* names = QApplication::activePopupWidget();
+    ASSERT_NE(names, nullptr);
+    EXPECT_EQ(names->objectName(), Q("lstNames"));
+    QTest::keyClick(names, Qt::Key_Return);
+    EXPECT_EQ(formula->toPlainText(), Q("{Poor  ~  Total} / {Population  ~  Total}"));
+    EXPECT_EQ(form.CurrentStep(), SelectionStep) << "Return chose the name";
+    QTest::keyClicks(formula, Q(" * ("));
+    auto* results = OnPage<QTableWidget>(form, "grdDummy");
+    Click(form, "cmdValidate");
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_FALSE(formula->extraSelections().isEmpty()) << "the fault is marked";
+    EXPECT_FALSE(OnPage<QLabel>(form, "lblProblem")->text().isEmpty());
+    Next(form);
+    EXPECT_EQ(form.CurrentStep(), SelectionStep);
+    EXPECT_TRUE(formula->hasFocus());
+    for (int i = 0; i < 4; ++i)
+        QTest::keyClick(formula, Qt::Key_Backspace);
+    QTest::keyClicks(formula, Q(" * 100"));
+    EXPECT_TRUE(formula->extraSelections().isEmpty());
+    QTest::qWait(500);
+    ASSERT_EQ(results->rowCount(), 4);
+    Picture(form, "formula-1");
+    messages.clear();
+    Click(form, "cmdValidate");
+    EXPECT_EQ(messages, QStringList{Q("108")});
+    messages.clear();
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), SaveAsStep);
+    for (const char* box : {"cmbSector", "cmbClass", "cmbIndicator"})
+        OnPage<QComboBox>(form, box)->setCurrentText(Q("F"));
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), LogStep) << messages.join(QLatin1Char(' ')).toStdString();
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), DataEntryStep) << messages.join(QLatin1Char(' ')).toStdString();
+    const test::ReadSheet entry = test::ReadXls(form.DataEntryFile()).front();
+    EXPECT_EQ(entry.rows.size(), 13) << "the area without a population stays out";
+    EXPECT_DOUBLE_EQ(entry.At(11, 4).toDouble(), 13); // 12.5 without decimals
+    EXPECT_EQ(messages, QStringList());
+}
+
+TEST_F(frmCalculatesTest, CancelLeavesNothingAtAnyStep) {
+    for (int steps = 0; steps <= 4; ++steps) {
+        messages.clear();
+        answers = {MessageCode::No, MessageCode::Yes};
+        frmCalculates form(CalcType::PerCent);
+        Open(form);
+        if (steps > 0) FillPerCent(form);
+        while (form.CurrentStep() < steps)
+            Next(form);
+        for (int back = steps > 0 ? SaveAsStep - steps : 0; back > 0; --back)
+            Back(form);
+        ASSERT_EQ(form.CurrentStep(), steps);
+        Named<QPushButton>(form, "cmdNavigators_0")->click();
+        EXPECT_TRUE(form.isVisible());
+        QTest::keyClick(&form, Qt::Key_Escape);
+        EXPECT_FALSE(form.isVisible());
+        const QString key = steps == DataEntryStep ? Q("006") : Q("007");
+        EXPECT_EQ(messages, (QStringList{key, key}));
+        EXPECT_EQ(FilesOf(TempFolder), QStringList()) << steps;
+        EXPECT_EQ(TablesLeft(), QStringList()) << steps;
+        EXPECT_FALSE(form.findChild<OfficeHost*>()->IsOpen());
+    }
+}
+
+TEST_F(frmCalculatesTest, ADeadProgramAndAMissingTemplateAreTold) {
+    frmCalculates form(CalcType::PerCent);
+    Open(form);
+    FillPerCent(form);
+    const QString templateFile = JoinPath({FindPath(AppPath + Q("/Bin/Template")), Q("Log_Calculate.xls")});
+    ASSERT_TRUE(QFile::rename(templateFile, templateFile + Q(".away")));
+    Next(form);
+    EXPECT_EQ(messages, QStringList{Q("011")});
+    EXPECT_EQ(form.CurrentStep(), SaveAsStep);
+    ASSERT_TRUE(QFile::rename(templateFile + Q(".away"), templateFile));
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), LogStep);
+    for (office::SpreadsheetApplication* application :
+         {&office::SpreadsheetApplication::Hosted(), &office::SpreadsheetApplication::Instance()})
+        if (application->ProcessId() > 0) ::kill(static_cast<pid_t>(application->ProcessId()), SIGKILL);
+    QTest::qWait(300);
+    messages.clear();
+    Next(form);
+    if (form.CurrentStep() == LogStep) Next(form); // the first call may be the one that finds it gone
+    EXPECT_EQ(form.CurrentStep(), DataEntryStep) << messages.join(QLatin1Char(' ')).toStdString();
+    EXPECT_EQ(frame.busy, 0);
+}
+
+TEST_F(frmCalculatesTest, FinishSavesTheResultAndOffersToOpenIt) {
+    frmCalculates form(CalcType::PerCent);
+    Open(form);
+    FillPerCent(form);
+    Next(form);
+    Next(form);
+    ASSERT_EQ(form.CurrentStep(), DataEntryStep);
+    QString target;
+    FileQuestion asked;
+    SetFileAnswerer([&](const FileQuestion& question) {
+        asked = question;
+        return target;
+    });
+    Named<QPushButton>(form, "cmdNavigators_3")->click(); // the dialog is cancelled
+    EXPECT_EQ(asked.title, Q("Save to Database"));
+    EXPECT_EQ(asked.filter, Q("Microsoft Access (*.mdb)"));
+    EXPECT_TRUE(form.isVisible());
+    target = CurrentDatabase;
+    Named<QPushButton>(form, "cmdNavigators_3")->click();
+    EXPECT_EQ(messages, QStringList{Q("012")});
+    EXPECT_TRUE(form.isVisible());
+    messages.clear();
+    target = Folder() + Q("/result.mdb");
+    answers = {MessageCode::Yes};
+    Named<QPushButton>(form, "cmdNavigators_3")->click();
+    EXPECT_FALSE(form.isVisible()) << messages.join(QLatin1Char(' ')).toStdString();
+    EXPECT_EQ(form.BuiltFile(), target);
+    EXPECT_TRUE(form.OpensResult());
+    const auto built = CreateTheConnection(target);
+    ASSERT_NE(built, nullptr);
+    Records rows = Select(Q("SELECT Count(*) FROM Data"), jet::CursorType::Static, built.get());
+    EXPECT_EQ(rows.Number(std::size_t{0}), 3);
+    EXPECT_EQ(TablesLeft(), QStringList());
+}
+
+} // namespace tessaro
