@@ -1,8 +1,8 @@
 #include "map/shapefile/CShapeFile.h"
 
-#include "support/ShapelibFiles.h"
 #include "map/shapefile/ShapefileError.h"
 #include "support/FullDisk.h"
+#include "support/ShapelibFiles.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
-#include "support/ShapelibFiles.h"
 #include "map/shapefile/CShapeFile.h"
 #include "map/shapefile/ShapefileError.h"
+#include "support/ShapelibFiles.h"
 
 #include <QFile>
 #include <QTemporaryDir>
