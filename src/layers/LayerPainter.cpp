@@ -1,0 +1,167 @@
+#include "layers/LayerPainter.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tessaro {
+
+namespace {
+
+/// Ends far outside the picture are pulled to this many pixels beyond it: the painter's own numbers end somewhere.
+constexpr double kFarOutside = 8000;
+
+class Painting final {
+  public:
+    Painting(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view, double scale)
+        : painter_(painter), layer_(layer), symbols_(symbols), view_(view), scale_(scale) {}
+
+    void Paint() {
+        painter_.setRenderHint(QPainter::Antialiasing);
+        const MapBox shown = Reached();
+        for (std::size_t i = 0; i < layer_.features.size(); ++i) {
+            const int symbol = SymbolOf(i);
+            if (symbol < 0 || !layer_.features[i].box.Meets(shown)) continue;
+            Choose(symbol);
+            PaintFeature(layer_.features[i], symbols_.symbols[static_cast<std::size_t>(symbol)]);
+        }
+    }
+
+  private:
+    /// What is shown, and a margin for markers and pens that reach into the picture.
+    [[nodiscard]] MapBox Reached() const {
+        double most = 1;
+        for (const LayerSymbol& each : symbols_.symbols)
+            most = std::max({most, each.markerSize, each.lineWidth, each.outlineWidth});
+        const double x = most * scale_ / view_.PixelsX();
+        const double y = most * scale_ / view_.PixelsY();
+        const MapBox& shown = view_.Shown();
+        return {shown.left - x, shown.bottom - y, shown.right + x, shown.top + y};
+    }
+
+    [[nodiscard]] int SymbolOf(std::size_t feature) const {
+        if (symbols_.symbols.empty()) return -1;
+        const int symbol = feature < symbols_.ofFeature.size() ? symbols_.ofFeature[feature] : 0;
+        return std::min(symbol, static_cast<int>(symbols_.symbols.size()) - 1);
+    }
+
+    /// Pen and brush; neighbours mostly have the same.
+    void Choose(int number) {
+        if (number == chosen_) return;
+        chosen_ = number;
+        const LayerSymbol& symbol = symbols_.symbols[static_cast<std::size_t>(number)];
+        if (layer_.kind == LayerKind::Line) {
+            painter_.setPen(QPen(symbol.color, symbol.lineWidth * scale_, symbol.lineStyle));
+            painter_.setBrush(Qt::NoBrush);
+            return;
+        }
+        const bool cross = layer_.kind == LayerKind::Point && symbol.marker == Marker::Cross;
+        const double width = layer_.kind == LayerKind::Point ? 1 : symbol.outlineWidth;
+        QPen pen(cross ? symbol.color : symbol.outline, width * scale_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
+        pen.setCosmetic(true); // hairlines are drawn about four times as fast
+        painter_.setPen(width > 0 ? pen : QPen(Qt::NoPen));
+        const FillPattern pattern = layer_.kind == LayerKind::Point ? FillPattern::Solid : symbol.pattern;
+        painter_.setBrush(PatternBrush(pattern, symbol.color, scale_));
+    }
+
+    void PaintFeature(const MapFeature& feature, const LayerSymbol& symbol) {
+        if (layer_.kind == LayerKind::Point)
+            PaintMarkers(feature, symbol);
+        else if (layer_.kind == LayerKind::Line)
+            for (int part = feature.firstPart; part < feature.endPart; ++part)
+                painter_.drawPolyline(PixelsOf(part));
+        else
+            PaintPolygon(feature, symbol);
+    }
+
+    /// One ring is drawn as it is; several at once, so that holes stay open.
+    void PaintPolygon(const MapFeature& feature, const LayerSymbol& symbol) {
+        QPainterPath path;
+        for (int part = feature.firstPart; part < feature.endPart; ++part) {
+            const QPolygonF ring = PixelsOf(part);
+            if (ring.size() < 3)
+                PaintDot(ring, symbol);
+            else if (feature.endPart - feature.firstPart == 1)
+                painter_.drawPolygon(ring);
+            else {
+                path.addPolygon(ring);
+                path.closeSubpath();
+            }
+        }
+        if (!path.isEmpty()) painter_.drawPath(path);
+    }
+
+    /// What is too small for a ring.
+    void PaintDot(const QPolygonF& ring, const LayerSymbol& symbol) {
+        if (ring.isEmpty()) return;
+        const bool outlined = symbol.outlineWidth > 0;
+        if (!outlined && symbol.pattern == FillPattern::Transparent) return;
+        const QPointF corner = ring.front() - QPointF(scale_ / 2, scale_ / 2);
+        painter_.fillRect(QRectF(corner, QSizeF(scale_, scale_)), outlined ? symbol.outline : symbol.color);
+    }
+
+    void PaintMarkers(const MapFeature& feature, const LayerSymbol& symbol) {
+        for (int part = feature.firstPart; part < feature.endPart; ++part)
+            for (int i = First(part); i < First(part + 1); ++i)
+                PaintMarker(view_.ToPicture(layer_.points[static_cast<std::size_t>(i)]), symbol);
+    }
+
+    void PaintMarker(QPointF place, const LayerSymbol& symbol) {
+        const double half = symbol.markerSize * scale_ / 2;
+        switch (symbol.marker) {
+        case Marker::Circle:
+            painter_.drawEllipse(place, half, half);
+            break;
+        case Marker::Square:
+            painter_.drawRect(QRectF(place.x() - half, place.y() - half, 2 * half, 2 * half));
+            break;
+        case Marker::Triangle:
+            painter_.drawPolygon(
+                QPolygonF{place + QPointF(0, -half), place + QPointF(half, half), place + QPointF(-half, half)});
+            break;
+        case Marker::Cross:
+            painter_.drawLine(place + QPointF(-half, 0), place + QPointF(half, 0));
+            painter_.drawLine(place + QPointF(0, -half), place + QPointF(0, half));
+            break;
+        }
+    }
+
+    [[nodiscard]] int First(int part) const { return layer_.partStarts[static_cast<std::size_t>(part)]; }
+
+    /// The points of a part, each moved to the middle of its pixel; points that share one with the point before are
+    /// left out.
+    [[nodiscard]] QPolygonF PixelsOf(int part) const {
+        QPolygonF pixels;
+        pixels.reserve(First(part + 1) - First(part));
+        for (int i = First(part); i < First(part + 1); ++i) {
+            const QPointF exact = view_.ToPicture(layer_.points[static_cast<std::size_t>(i)]);
+            const QPointF pixel(Snapped(exact.x(), view_.Size().width()), Snapped(exact.y(), view_.Size().height()));
+            if (pixels.isEmpty() || pixel != pixels.back()) pixels.append(pixel);
+        }
+        return pixels;
+    }
+
+    static double Snapped(double place, double size) {
+        return std::floor(std::clamp(place, -kFarOutside, size + kFarOutside)) + 0.5;
+    }
+
+    QPainter& painter_;
+    const MapLayer& layer_;
+    const LayerSymbols& symbols_;
+    const MapView& view_;
+    double scale_;
+    int chosen_ = -1;
+};
+
+} // namespace
+
+void PaintLayer(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view,
+                double scale) {
+    painter.save();
+    Painting(painter, layer, symbols, view, scale).Paint();
+    painter.restore();
+}
+
+} // namespace tessaro
