@@ -113,7 +113,7 @@ BuiltDatabase BuildDatabase(const DataEntrySheet& result, bool withDataView, con
     const ErrorTrap trap("BuildDatabase");
     if (IsDatabaseInUse(target)) return {false, FilledText(QStringLiteral("012"), {})};
     if (QString problem = ProblemOf(result); !problem.isEmpty()) return {false, problem};
-    if (withDataView && !FileExists(Template())) return {false, FilledText(QStringLiteral("011"), {})};
+    if (!Connection || (withDataView && !FileExists(Template()))) return {false, FilledText(QStringLiteral("011"), {})};
     const WaitState wait;
     UnfinishedDatabase file(target);
     try {

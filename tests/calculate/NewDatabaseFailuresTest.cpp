@@ -185,6 +185,13 @@ TEST_F(NewDatabaseFailuresTest, AMissingTemplateIsTold) {
     EXPECT_TRUE(BuildDatabase(Result(), false, Target(), {}).made) << "a copy needs none";
 }
 
+TEST_F(NewDatabaseFailuresTest, WithoutAnOpenDatabaseNothingIsMade) {
+    Connection.reset();
+    for (const bool withDataView : {true, false})
+        EXPECT_EQ(BuildDatabase(Result(), withDataView, Target(), {}).message, FilledText(QStringLiteral("011"), {}));
+    EXPECT_EQ(Out(), QStringList());
+}
+
 TEST_F(NewDatabaseFailuresTest, ANameAsLongAsTheDiskTakesItWorks) {
     const QString name = QString(247, QLatin1Char('n')) + QStringLiteral(".mdb");
     ASSERT_TRUE(BuildDatabase(Result(), true, Target(name), {}).made);
