@@ -70,8 +70,9 @@ QString Rounded(const QString& formula, const QString& decimals) {
 /// Writes one sheet: looks first, on empty cells, then values, then formulas.
 class SheetWriter final {
   public:
-    SheetWriter(office::Worksheet sheet, const LogSheet& data, QString decimals)
-        : sheet_(std::move(sheet)), data_(data), decimals_(std::move(decimals)), font_(ListFont()) {}
+    SheetWriter(office::Worksheet sheet, const LogSheet& data, QString decimals, QStringList labels)
+        : sheet_(std::move(sheet)), data_(data), decimals_(std::move(decimals)), labels_(std::move(labels)),
+          font_(ListFont()) {}
 
     void Write() {
         SetUpSheet(sheet_, data_.firstRow > 0 ? data_.firstRow - 1 : HeadEnd(data_), kLabelColumns + 1);
@@ -92,6 +93,8 @@ class SheetWriter final {
                 for (std::size_t column = 0; column < block.cells[row].size(); ++column)
                     Measure(block.row + static_cast<int>(row), block.column + static_cast<int>(column),
                             block.cells[row][column]);
+        for (const QString& label : labels_)
+            widths_.AddHead(1, label);
         widths_.WriteTo(sheet_, font_);
     }
     void Measure(int row, int column, const office::Cell& cell) {
@@ -157,7 +160,8 @@ class SheetWriter final {
 
     office::Worksheet sheet_;
     const LogSheet& data_;
-    QString decimals_; ///< of rounded formulas; empty: they aren't rounded
+    QString decimals_;   ///< of rounded formulas; empty: they aren't rounded
+    QStringList labels_; ///< that come into the first column as well
     SheetFont font_;
     ColumnWidths widths_;
 };
@@ -207,8 +211,12 @@ class LogWriter final {
   private:
     void WriteSheet(int number, const LogSheet& data, const QString& title, const QString& stamp) {
         const office::Worksheet sheet = book_.Sheet(number);
-        SheetWriter(sheet, data, Decimals()).Write();
-        WriteSheetTop(sheet, title, LinesOf(draft_, stamp));
+        const std::vector<HeaderLine> lines = LinesOf(draft_, stamp);
+        QStringList labels;
+        for (const HeaderLine& line : lines)
+            labels << line.label;
+        SheetWriter(sheet, data, Decimals(), labels).Write();
+        WriteSheetTop(sheet, title, lines);
         if (number == kWorkingSheet && draft_.type == CalcType::CompositeIndex) WriteScale(sheet);
     }
     /// Numbers, for the formulas of the index refer to them.
@@ -237,7 +245,7 @@ class LogWriter final {
     }
     void WriteRanks() {
         office::Worksheet sheet = book_.Sheet(kRanksSheet);
-        SheetWriter(sheet, *log_.ranks, {}).Write();
+        SheetWriter(sheet, *log_.ranks, {}, {}).Write();
         AddRanksChart(sheet);
     }
     /// The ranks of the first areas, now and after each change, below their table.

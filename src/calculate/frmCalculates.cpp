@@ -146,6 +146,8 @@ bool frmCalculates::MayGoForward() const {
 
 void frmCalculates::PageShown(int step) {
     CalculationPage* page = PageAt(StepNumber(step));
+    // Next is off there, and Return must not hit Cancel instead.
+    if (MayFinish()) findChild<QPushButton*>(QStringLiteral("cmdNavigators_3"))->setFocus();
     if (!page || !isFilled_) return;
     PreparePage(StepNumber(step));
     page->ShowDraft(draft_);
