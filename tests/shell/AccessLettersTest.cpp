@@ -1,3 +1,9 @@
+#include "calculate/FormulaPage.h"
+#include "calculate/LevelsPage.h"
+#include "calculate/SaveAsPage.h"
+#include "calculate/SelectionPage.h"
+#include "calculate/UnitFactorsPage.h"
+#include "calculate/WeightsPage.h"
 #include "dataview/frmData.h"
 #include "dataview/frmDataFilters.h"
 #include "gallery/frmGALMain.h"
@@ -136,6 +142,7 @@ class AccessLettersTest : public test::FrameTest {
     }
     void CheckDialogs();
     void CheckWizardPages();
+    void CheckCalculationPages();
     void CheckFrame();
     void SelectSomeRows();
 
@@ -196,6 +203,22 @@ void AccessLettersTest::CheckWizardPages() {
     CheckForm(graphOptions, QStringLiteral("GraphOptions"));
     const OnePageWizard colors(new ColorRangesPanel);
     CheckForm(colors, QStringLiteral("ColorRanges"));
+    CheckCalculationPages();
+}
+
+void AccessLettersTest::CheckCalculationPages() {
+    const OnePageWizard indicators(new SelectionPage(CalcType::PerCent, SelectionPage::Role::Items));
+    CheckForm(indicators, QStringLiteral("Numerators"));
+    const OnePageWizard weights(new WeightsPage);
+    CheckForm(weights, QStringLiteral("Weights"));
+    const OnePageWizard factors(new UnitFactorsPage);
+    CheckForm(factors, QStringLiteral("UnitFactors"));
+    const OnePageWizard levels(new LevelsPage);
+    CheckForm(levels, QStringLiteral("Levels"));
+    const OnePageWizard formula(new FormulaPage);
+    CheckForm(formula, QStringLiteral("Formula"));
+    const OnePageWizard names(new SaveAsPage(CalcType::CompositeIndex));
+    CheckForm(names, QStringLiteral("SaveAs"));
 }
 
 /// One indicator in all areas and times: the data view has something to show.
