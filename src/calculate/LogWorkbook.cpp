@@ -257,10 +257,10 @@ class LogWriter final {
         office::Chart chart =
             sheet.AddChart(office::ChartKind::Line, sheet.Cells(HeadEnd(ranks), kLabelColumns, last, lastColumn), true,
                            true, {0, top, kChartWidth, kChartHeight});
-        chart.SetPlain();
         chart.SetTitle(Plain("TS_RanksTitle"));
         chart.SetAxisTitles({}, Plain("TS_RankNow"));
         chart.SetLegend(true);
+        chart.SetPlain();
         const SheetFont font = ListFont();
         chart.SetFont(font.name, font.size);
     }

@@ -162,6 +162,23 @@ TEST_F(LogWorkbookTest, AFormulaForEachRowLeavesGapsAsTheyAre) {
     EXPECT_DOUBLE_EQ(std::get<double>(sheet.Cells(15, 4).Value()), 9);
 }
 
+TEST_F(LogWorkbookTest, RanksHaveTheirSheetAndAChart) {
+    CalculationLog log = Doubles({1.0, 3.0});
+    log.ranks = log.working;
+    log.ranks->formulas = {{4, {Q("= RANK(C13,$C$13:$C$14)")}, Q("0"), false},
+                           {3, {Q("= 'Sheet1'!C13 + 1")}, {}, false}};
+    log.rankColumns = 1;
+    office::Workbook book = Open(WriteLog(Draft(CalcType::CompositeIndex), log, true).file);
+    ASSERT_EQ(book.SheetCount(), 3) << "no remarks";
+    const office::Worksheet ranks = book.Sheet(3);
+    EXPECT_EQ(ranks.Name(), Q("Ranks"));
+    EXPECT_EQ(ranks.ChartCount(), 1);
+    EXPECT_EQ(ranks.ChartAt(1).SeriesCount(), 2);
+    EXPECT_EQ(ranks.Cells(14, 3).Value(), office::Cell(4.0)) << "the first sheet is found under its new name";
+    book.Sheet(1).Cells(13, 3).SetValue(9.0);
+    EXPECT_EQ(ranks.Cells(13, 4).Value(), office::Cell(1.0)) << "live";
+}
+
 TEST_F(LogWorkbookTest, AMissingTemplateIsTold) {
     ASSERT_TRUE(QFile::remove(TemplatePath("Log_Calculate.xls")));
     ASSERT_TRUE(QFile::remove(TemplatePath("Data_DataEntry.xls")));
