@@ -206,7 +206,7 @@ TEST(Installation, HasTheWorkbooksThatResultsAreWrittenInto) {
     };
     for (const Case& c :
          {Case{"Blank.Xls", 0, {}}, Case{"INTERFACE_IND_TIME_AREA_DATA.xls", 0, {}}, Case{"GraphTmp.Xls", 0, {}},
-          Case{"TableTmp.Xls", 3, {}}, Case{"TemplateExcel.xls", 1, {"DataView"}}, Case{"Log_Calculate.xls", 2, {}},
+          Case{"TableTmp.Xls", 3, {}}, Case{"TemplateExcel.xls", 1, {"DataView"}}, Case{"Log_Calculate.xls", 4, {}},
           Case{"Data_DataEntry.xls", 1, {}}, Case{"MapLayoutSquare.xls", 3, {}}, Case{"MapLayoutHorizontal.xls", 3, {}},
           Case{"MapLayoutVertical.xls", 3, {}}}) {
         const QString path = QString::fromStdString(kInstallation + "/Bin/Template/") + QLatin1String(c.file);
