@@ -81,6 +81,9 @@ bool Tour::Walk(const QString& commandLine) {
             QStringLiteral("filters"), [this] { return Filters(); }, false);
         Visit(
             QStringLiteral("exports"), [this] { return Exports(); }, false);
+        for (int row = 0; row < 6; ++row)
+            Visit(
+                QStringLiteral("calculation-%1").arg(row + 1), [this, row] { return Calculation(row); }, false);
         Visit(
             QStringLiteral("table"), [this] { return Table(); }, false);
         Visit(

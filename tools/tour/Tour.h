@@ -10,6 +10,7 @@ class QWidget;
 
 namespace tessaro {
 
+class frmCalculates;
 class frmMain;
 
 /// Walks the main job on the program's own window as a user would, with mouse and keys on controls that are found by
@@ -55,6 +56,9 @@ class Tour final {
     /// The data as a table with colours, saved to the gallery; and as a chart.
     Finding Table();
     Finding Graph();
+    // Stations of the calculations (TourCalculations.cpp).
+    /// Each calculation from the data view to a database of its own, with its log and its data-entry sheet.
+    Finding Calculation(int row);
     // Stations of the gallery (TourGallery.cpp).
     Finding Gallery();
     /// Every presentation of the gallery on a slide, saved as slides.ppt.
@@ -85,6 +89,11 @@ class Tour final {
     bool KeepOnly(const Kept& indicators, int areas);
     /// Starts a presentation wizard from the data view and calls `drive` when it is up. False when it doesn't come.
     bool Present(int kind, const QString& wizard, const std::function<void(QWidget&)>& drive);
+    /// The same from a list of an option of the data view.
+    bool StartWizard(const char* option, const char* list, int row, const QString& wizard,
+                     const std::function<void(QWidget&)>& drive);
+    /// Walks a calculation's wizard to its end, with a picture of each step; the database goes to `target`.
+    void DriveCalculation(frmCalculates& wizard, const QString& target);
     /// Goes on to the preview and takes its picture; milliseconds from the click to the workbook in its place, or -1.
     [[nodiscard]] qint64 ShowPreview(QWidget& wizard, const QString& name) const;
     /// Goes on from the preview and saves under the suggested name; the copy of the saved workbook in the tour's
@@ -100,6 +109,7 @@ class Tour final {
     frmMain& frame_;
     QDir folder_;
     QStringList summary_;
+    int calculationPictures_ = 0;
     bool good_ = true;
 };
 

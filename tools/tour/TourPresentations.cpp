@@ -117,10 +117,15 @@ bool Tour::KeepOnly(const Kept& indicators, int areas) {
 }
 
 bool Tour::Present(int kind, const QString& wizard, const std::function<void(QWidget&)>& drive) {
-    if (!Click(QStringLiteral("DATA_PRESENT"))) return false;
-    auto* kinds = frame_.findChild<QListWidget*>(QStringLiteral("picPresentationOptions"));
-    if (!kinds || !WaitUntil([&] { return kinds->isVisible() && kinds->count() > kind; })) return false;
-    kinds->setCurrentRow(kind);
+    return StartWizard("DATA_PRESENT", "picPresentationOptions", kind, wizard, drive);
+}
+
+bool Tour::StartWizard(const char* option, const char* list, int row, const QString& wizard,
+                       const std::function<void(QWidget&)>& drive) {
+    if (!Click(QLatin1String(option))) return false;
+    auto* kinds = frame_.findChild<QListWidget*>(QLatin1String(list));
+    if (!kinds || !WaitUntil([&] { return kinds->isVisible() && kinds->count() > row; })) return false;
+    kinds->setCurrentRow(row);
     kinds->setFocus();
     bool driven = false;
     const std::unique_ptr<QObject> life = std::make_unique<QObject>();
