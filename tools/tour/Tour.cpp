@@ -8,6 +8,7 @@
 #include "gallery/GalleryFolder.h"
 #include "platform/SingleInstance.h"
 #include "session/Addresses.h"
+#include "session/MessageAnswer.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "shell/StageBanner.h"
@@ -25,6 +26,7 @@
 #include <QSet>
 #include <QTableView>
 #include <QTest>
+#include <QTextStream>
 #include <QTimer>
 
 namespace tessaro {
@@ -65,6 +67,14 @@ void SayOkTo(const QString& dialogName) {
 }
 
 } // namespace
+
+void AgreeToQuestions() {
+    SetMessageAnswerer([](const Message& message) {
+        QTextStream(stdout) << "message " << message.key << ": " << message.text << '\n';
+        const bool question = message.type == MessageType::YesNo || message.type == MessageType::YesNoCancel;
+        return question ? MessageCode::Yes : CodeOfClosing(message.type);
+    });
+}
 
 Tour::Tour(frmMain& frame, QDir folder) : frame_(frame), folder_(std::move(folder)) {}
 

@@ -13,6 +13,9 @@ namespace tessaro {
 class frmCalculates;
 class frmMain;
 
+/// Answers every question with Yes and closes every message, since nobody is there; each is told on the output.
+void AgreeToQuestions();
+
 /// Walks the main job on the program's own window as a user would, with mouse and keys on controls that are found by
 /// their names, and leaves a picture and a line in the summary for each station.
 class Tour final {

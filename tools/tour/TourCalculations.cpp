@@ -4,11 +4,11 @@
 #include "calculate/frmCalculates.h"
 #include "controls/FileDialogs.h"
 #include "controls/KeyedList.h"
-#include "controls/MessageBox.h"
 #include "controls/OfficeHost.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "session/MessageAnswer.h"
 #include "session/Query.h"
 
 #include <QCheckBox>
@@ -36,11 +36,11 @@ template <class Control> Control* Shown(const QWidget& form, const char* name) {
     return nullptr;
 }
 
-/// Puts so many rows of the list in, each with Return.
-void TakeRows(KeyedList& list, int rows) {
+/// Puts so many rows of the list in, from this one on, each with Return.
+void TakeRows(KeyedList& list, int rows, int first = 0) {
     list.setFocus();
-    for (int i = 0; i < rows && list.model()->rowCount() > 0; ++i) {
-        list.setCurrentIndex(list.model()->index(0, 0));
+    for (int i = 0; i < rows && list.model()->rowCount() > first; ++i) {
+        list.setCurrentIndex(list.model()->index(first, 0));
         QTest::keyClick(&list, Qt::Key_Return);
     }
 }
@@ -82,7 +82,7 @@ void FillPage(const frmCalculates& wizard, CalcType type, const QString& name) {
         QTest::keyClicks(formula, QStringLiteral(" * 2 + 1"));
         QTest::qWait(600); // the results come after a pause
     } else if (auto* list = Shown<KeyedList>(wizard, "lstAvailable_Step1")) {
-        TakeRows(*list, type == CalcType::CompositeIndex ? 3 : 1);
+        TakeRows(*list, type == CalcType::CompositeIndex ? 3 : 1, wizard.CurrentStep() == SelectionStep ? 0 : 1);
     } else if (auto* share = Shown<QPushButton>(wizard, "cmdShare")) {
         QTest::mouseClick(share, Qt::LeftButton);
     } else if (auto* grid = Shown<FillGrid>(wizard, "grdUnit")) {
@@ -212,7 +212,7 @@ void Tour::DriveCalculation(frmCalculates& wizard, const QString& target) {
         if (file.isEmpty() || !CopyFileOver(file, folder_.filePath(FileNameOf(file)))) good_ = false;
     QTest::mouseClick(button(3), Qt::LeftButton);
     SetFileAnswerer({});
-    SetMessageAnswerer(AskWithMessageBox);
+    AgreeToQuestions();
 }
 
 Tour::Finding Tour::Calculation(int row) {

@@ -1,6 +1,5 @@
 #include "Tour.h"
 #include "controls/Application.h"
-#include "session/Messages.h"
 #include "shell/frmMain.h"
 
 #include <QTemporaryDir>
@@ -26,12 +25,6 @@ int main(int argc, char** argv) {
     QString path = QDir(arguments.at(1)).absolutePath();
     const QString commandLine = QStringLiteral("tessaro /a") + path.replace(QLatin1Char('/'), QLatin1Char('\\'));
     tessaro::frmMain frame;
-    // Nobody is there to answer: questions are agreed to.
-    tessaro::SetMessageAnswerer([](const tessaro::Message& message) {
-        QTextStream(stdout) << "message " << message.key << ": " << message.text << '\n';
-        const bool question =
-            message.type == tessaro::MessageType::YesNo || message.type == tessaro::MessageType::YesNoCancel;
-        return question ? tessaro::MessageCode::Yes : tessaro::CodeOfClosing(message.type);
-    });
+    tessaro::AgreeToQuestions();
     return tessaro::Tour(frame, folder).Walk(commandLine) ? 0 : 1;
 }
