@@ -79,24 +79,14 @@ class SheetWriter final {
         MeasureColumns();
         Dress();
         SendLooks(sheet_);
-        for (const LogBlock& block : data_.blocks) {
+        for (const LogBlock& block : data_.blocks)
             sheet_.Cells(block.row, block.column).SetValues(block.cells);
-            WriteTruths(block);
-        }
         for (const LogFormulas& column : data_.formulas)
             WriteFormulas(column);
         FitRows();
     }
 
   private:
-    // A truth value loses its format in the file and would come back as 1 or 0; a formula keeps its words.
-    void WriteTruths(const LogBlock& block) {
-        for (std::size_t row = 0; row < block.cells.size(); ++row)
-            for (std::size_t column = 0; column < block.cells[row].size(); ++column)
-                if (const auto* truth = std::get_if<bool>(&block.cells[row][column]))
-                    sheet_.Cells(block.row + static_cast<int>(row), block.column + static_cast<int>(column))
-                        .SetFormula(*truth ? QStringLiteral("=TRUE()") : QStringLiteral("=FALSE()"));
-    }
     void MeasureColumns() {
         for (const LogBlock& block : data_.blocks)
             for (std::size_t row = 0; row < block.cells.size(); ++row)

@@ -73,7 +73,7 @@ double TextWidth(const QString& text, const SheetFont& font) {
 
 void ColumnWidths::AddHead(int column, const QString& text) {
     double& width = widths_[column];
-    width = std::max(width, std::min(WidthOf(text), WidestHead));
+    width = std::max(width, std::min(WidthOf(text) * kBoldFactor, WidestHead));
 }
 
 void ColumnWidths::Add(int column, const QString& text) {

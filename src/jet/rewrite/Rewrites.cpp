@@ -1,5 +1,6 @@
 #include "jet/rewrite/Rewrites.h"
 
+#include "jet/rewrite/GroupConditions.h"
 #include "jet/rewrite/GroupedAggregate.h"
 #include "jet/rewrite/PatternRows.h"
 #include "jet/rewrite/SemiJoin.h"
@@ -12,6 +13,11 @@ namespace {
 tree::Query* QueryOf(tree::Statement& statement) {
     if (auto* const insert = std::get_if<tree::Insert>(&statement)) return insert->query.get();
     return std::get_if<tree::Query>(&statement);
+}
+
+bool FilterGroups(tree::Statement& statement, const Catalogue& catalogue) {
+    tree::Query* const query = QueryOf(statement);
+    return query != nullptr && FilterBeforeGrouping(*query, catalogue);
 }
 
 bool GroupAggregates(tree::Statement& statement, const Catalogue& catalogue) {
@@ -46,9 +52,8 @@ bool PatternApart(tree::Statement& statement, const Catalogue&) {
 
 std::span<const Rewrite> Rewrites() {
     static constexpr Rewrite All[] = {
-        {"correlated-aggregates-to-groups", GroupAggregates},
-        {"distinct-joins-to-tests", TestInsteadOfJoin},
-        {"update-joins-to-lists", ListInsteadOfJoin},
+        {"filter-before-grouping", FilterGroups},       {"correlated-aggregates-to-groups", GroupAggregates},
+        {"distinct-joins-to-tests", TestInsteadOfJoin}, {"update-joins-to-lists", ListInsteadOfJoin},
         {"update-patterns-apart", PatternApart},
     };
     return All;
