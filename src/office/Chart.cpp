@@ -84,9 +84,15 @@ Reference<XShape> ShapeOf(const Model& model, int sheet, int number) {
 }
 
 Reference<XChartDocument> ChartOf(const Model& model, int sheet, int number) {
-    Reference<com::sun::star::uno::XInterface> inner;
-    Need<XPropertySet>(ShapeOf(model, sheet, number))->getPropertyValue("Model") >>= inner;
-    return Need<XChartDocument>(inner);
+    const Reference<XPropertySet> shape = Need<XPropertySet>(ShapeOf(model, sheet, number));
+    const auto loaded = LookAgain([&]() -> std::optional<Reference<XChartDocument>> {
+        Reference<com::sun::star::uno::XInterface> inner;
+        shape->getPropertyValue("Model") >>= inner;
+        const Reference<XChartDocument> chart(inner, com::sun::star::uno::UNO_QUERY);
+        return chart.is() ? std::optional(chart) : std::nullopt;
+    });
+    if (loaded) return *loaded;
+    throw Error(Failure::Call, QStringLiteral("chart %1 has no content").arg(number));
 }
 
 const char* DiagramOf(ChartKind kind) {
