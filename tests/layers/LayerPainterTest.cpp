@@ -1,5 +1,6 @@
 #include "layers/LayerPainter.h"
 
+#include "layers/HandMadeLayer.h"
 #include "layers/LayerReader.h"
 #include "support/TimeBound.h"
 
@@ -14,29 +15,18 @@ namespace tessaro {
 
 namespace {
 
-using Ring = std::vector<QPointF>;
+using test::Add;
+using test::Ring;
+using test::Square;
 
 MapLayer LayerOf(LayerKind kind, const std::vector<std::vector<Ring>>& features) {
     MapLayer layer;
     layer.kind = kind;
     for (const auto& parts : features) {
-        MapFeature feature{static_cast<int>(layer.partStarts.size()) - 1, 0, {}};
-        for (const Ring& part : parts) {
-            for (const QPointF point : part) {
-                layer.points.push_back(point);
-                feature.box.Add(point);
-            }
-            layer.partStarts.push_back(static_cast<int>(layer.points.size()));
-        }
-        feature.endPart = static_cast<int>(layer.partStarts.size()) - 1;
-        layer.features.push_back(feature);
-        layer.extent.Add(feature.box);
+        Add(layer, parts);
+        layer.extent.Add(layer.features.back().box);
     }
     return layer;
-}
-
-Ring Square(double left, double bottom, double size) {
-    return {{left, bottom}, {left, bottom + size}, {left + size, bottom + size}, {left + size, bottom}};
 }
 
 /// A picture of 100 x 100 pixels that shows 0 to 100 in both directions.

@@ -1,31 +1,13 @@
 #include "layers/MapLayer.h"
 
+#include "layers/HandMadeLayer.h"
+
 #include <gtest/gtest.h>
 
 namespace tessaro {
 
-namespace {
-
-using Ring = std::vector<QPointF>;
-
-void Add(MapLayer& layer, const std::vector<Ring>& parts) {
-    MapFeature feature{static_cast<int>(layer.partStarts.size()) - 1, 0, {}};
-    for (const Ring& part : parts) {
-        for (const QPointF point : part) {
-            layer.points.push_back(point);
-            feature.box.Add(point);
-        }
-        layer.partStarts.push_back(static_cast<int>(layer.points.size()));
-    }
-    feature.endPart = static_cast<int>(layer.partStarts.size()) - 1;
-    layer.features.push_back(feature);
-}
-
-Ring Square(double left, double bottom, double size) {
-    return {{left, bottom}, {left, bottom + size}, {left + size, bottom + size}, {left + size, bottom}};
-}
-
-} // namespace
+using test::Add;
+using test::Square;
 
 TEST(MapLayerTest, FindsThePolygonAtAPoint) {
     MapLayer layer;

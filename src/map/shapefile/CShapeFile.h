@@ -20,7 +20,7 @@ class CShapeFile final {
     CShapeFile& operator=(const CShapeFile&) = delete;
     ~CShapeFile() { Close(); }
 
-    /// Opens the pair that the specification names, for reading, or empty for appending. To create needs a shape type,
+    /// Opens the .shp and .shx of this name, for reading, or empty for appending. To create needs a shape type,
     /// but a created file is always one of polygons. Throws 0x8004020D without a type, 0x80040207 for a file that is no
     /// shapefile, 53 for a missing one, 62 for one shorter than its header, 75 for one that can't be opened.
     void SetFileSpec(const cFileName& spec, bool create, std::optional<qint32> shapeType = std::nullopt);

@@ -4,7 +4,7 @@
 
 namespace tessaro {
 
-/// One file specification and its parts. Both "\" and "/" separate folders.
+/// One file name, with or without folders, and its parts. Both "\" and "/" separate folders.
 class cFileName final {
   public:
     void SetFileSpec(const QString& spec) { spec_ = spec; }
@@ -14,9 +14,9 @@ class cFileName final {
     [[nodiscard]] QString GetBaseName() const;
     /// Throws the error "The FileSpec is invalid" for an empty name and one with a character that no file name holds.
     void SetBaseName(const QString& name);
-    /// What follows the last "."; without one the whole specification.
+    /// What follows the last "."; without one the whole name.
     [[nodiscard]] QString GetExtension() const;
-    /// Takes any text. A specification without "." becomes the text alone.
+    /// Takes any text. A name without "." becomes the text alone.
     void SetExtension(const QString& extension);
 
   private:

@@ -16,7 +16,7 @@ cFileName Named(const char* spec) {
 
 } // namespace
 
-TEST(FileNameTest, PartsOfASpecification) {
+TEST(FileNameTest, PartsOfAName) {
     const struct {
         const char* spec;
         const char* base;
