@@ -1,4 +1,5 @@
 #include "Figures.h"
+#include "database/DataExists.h"
 #include "database/Database.h"
 #include "dataview/GridQuery.h"
 #include "jet/emit/Translator.h"

@@ -5,7 +5,7 @@
 #include "calculate/NewFile.h"
 #include "calculate/ResultCheck.h"
 #include "calculate/TargetDatabase.h"
-#include "database/Database.h"
+#include "database/DataExists.h"
 #include "database/Schema.h"
 #include "database/UnfinishedDatabase.h"
 #include "jet/engine/BulkLoad.h"

@@ -1,6 +1,5 @@
 #include "database/DataExists.h"
 
-#include "database/Database.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 

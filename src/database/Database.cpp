@@ -1,13 +1,13 @@
 #include "database/Database.h"
 
 #include "database/JetImport.h"
+#include "database/Links.h"
 #include "database/Schema.h"
 #include "jet/engine/DatabaseFile.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/JetCopies.h"
-#include "session/LanguageName.h"
 #include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
@@ -72,10 +72,10 @@ Candidate Checked(std::shared_ptr<jet::Connection> connection) {
     return Refused(FilledText(QStringLiteral("TS_TablesMissing"), {missing.join(QStringLiteral(", "))}));
 }
 
-Candidate OpenDataDatabase(const QString& path) {
+Candidate OpenDataDatabase(const QString& path, const CopyProgress& goOn) {
     const ErrorTrap trap("InValidFile");
     if (IsGenuineJetFile(path)) {
-        const JetImportResult import = ImportJetFile(path);
+        const JetImportResult import = ImportJetFile(path, goOn);
         if (import.outcome == JetImport::Stopped) return {nullptr, {}, true};
         if (import.outcome == JetImport::Refused) return Refused(import.reason);
     }
@@ -126,15 +126,15 @@ bool UseDatabase(std::shared_ptr<jet::Connection> data) {
 
 } // namespace
 
-bool InValidFile(const QString& path) {
-    const Candidate candidate = OpenDataDatabase(path);
+bool InValidFile(const QString& path, const CopyProgress& goOn) {
+    const Candidate candidate = OpenDataDatabase(path, goOn);
     if (candidate.connection) return false;
     Refuse(path, candidate);
     return true;
 }
 
-bool OpenDatabaseFile(const QString& path) {
-    Candidate candidate = OpenDataDatabase(path);
+bool OpenDatabaseFile(const QString& path, const CopyProgress& goOn) {
+    Candidate candidate = OpenDataDatabase(path, goOn);
     if (!candidate.connection) {
         Refuse(path, candidate);
         return false;
@@ -146,24 +146,6 @@ bool OpenDatabaseFile(const QString& path) {
     CurrentDatabase = before;
     ShowFilledMessage(QStringLiteral("TS_NoRoomToOpen"), {CacheFolder}, MessageIcon::Note);
     return false;
-}
-
-bool IsLanguageInDatabase(const QString& path) {
-    const ErrorTrap trap("IsLanguageInDatabase");
-    const auto connection = CreateTheConnection(path);
-    return connection && IsLanguageInDatabase(*connection);
-}
-
-bool IsLanguageInDatabase(jet::Connection& connection) {
-    const ErrorTrap trap("IsLanguageInDatabase");
-    const Records rows =
-        Select(QStringLiteral("SELECT LanguageName FROM [Language] WHERE LanguageName = ") + Quoted(Language),
-               jet::CursorType::Static, &connection);
-    return rows.isOpen() && !rows.atEnd();
-}
-
-QString SuffixOfLanguage(const QString& language) {
-    return QLatin1Char('_') + CodeOfLanguage(language);
 }
 
 } // namespace tessaro

@@ -7,7 +7,6 @@
 #include "platform/Paths.h"
 #include "platform/Rights.h"
 #include "session/ErrorSink.h"
-#include "session/Frame.h"
 #include "session/JetCopies.h"
 #include "session/Messages.h"
 #include "session/Query.h"
@@ -299,23 +298,15 @@ void RemoveWork(const QString& work) {
         QFile::remove(work + QLatin1String(companion));
 }
 
-ApartResult CopyApart(const QString& source, const QString& work) {
+ApartResult CopyApart(const QString& source, const QString& work, const CopyProgress& goOn) {
     ApartLimits limits = kLimits;
     limits.file += kGrowth * static_cast<std::uint64_t>(QFileInfo(source).size());
-    const WaitState waiting;
-    TheFrame().SetStatusText(GetText(QStringLiteral("TS_CopyingJetFile")));
-    ApartResult result = RunApart([&](ApartReport& report) { return Work(source, work, report); }, limits,
-                                  [](int percent) {
-                                      TheFrame().SetProgress(percent);
-                                      return !TheFrame().IsStopAsked();
-                                  });
-    TheFrame().SetStatusText({});
-    return result;
+    return RunApart([&](ApartReport& report) { return Work(source, work, report); }, limits, goOn);
 }
 
 } // namespace
 
-JetImportResult ImportJetFile(const QString& path) {
+JetImportResult ImportJetFile(const QString& path, const CopyProgress& goOn) {
     const ErrorTrap trap("ImportJetFile");
     const QString source = FindPath(path);
     const QString target = CopyOfJetFile(source);
@@ -324,7 +315,7 @@ JetImportResult ImportJetFile(const QString& path) {
         return {JetImport::Refused, FilledText(QStringLiteral("TS_FolderNotWritable"), {FolderOf(target)})};
     const QString work = target + QStringLiteral(".%1.part").arg(QCoreApplication::applicationPid());
     RemoveWork(work);
-    const ApartResult result = CopyApart(source, work);
+    const ApartResult result = CopyApart(source, work, goOn);
     if (result.good && QFile::rename(work, target)) {
         RemoveOlderCopies(source, target);
         return {JetImport::Copied, {}};

@@ -1,7 +1,9 @@
-#include "database/Database.h"
+#include "database/Links.h"
+
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/JetCopies.h"
+#include "session/LanguageName.h"
 #include "session/Query.h"
 #include "session/Session.h"
 
@@ -136,6 +138,24 @@ void CreateLink(const QString& databasePath, const QString& sourceTable, const Q
     const ErrorTrap trap("CreateLink");
     if (const auto working = ConnectWorkingDatabase())
         MakeLink(*working, FileToOpen(databasePath), sourceTable, linkName, jet::LinkAccess::Read);
+}
+
+bool IsLanguageInDatabase(const QString& path) {
+    const ErrorTrap trap("IsLanguageInDatabase");
+    const auto connection = CreateTheConnection(path);
+    return connection && IsLanguageInDatabase(*connection);
+}
+
+bool IsLanguageInDatabase(jet::Connection& connection) {
+    const ErrorTrap trap("IsLanguageInDatabase");
+    const Records rows =
+        Select(QStringLiteral("SELECT LanguageName FROM [Language] WHERE LanguageName = ") + Quoted(Language),
+               jet::CursorType::Static, &connection);
+    return rows.isOpen() && !rows.atEnd();
+}
+
+QString SuffixOfLanguage(const QString& language) {
+    return QLatin1Char('_') + CodeOfLanguage(language);
 }
 
 } // namespace tessaro

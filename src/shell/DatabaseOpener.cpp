@@ -15,6 +15,7 @@
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "shell/AddressBar.h"
+#include "shell/CopyingShown.h"
 #include "shell/MainMenu.h"
 #include "shell/StageBanner.h"
 #include "shell/StageNavigator.h"
@@ -24,7 +25,23 @@
 #include <QMainWindow>
 #include <QStackedWidget>
 
+#include <functional>
+
 namespace tessaro {
+
+namespace {
+
+bool OpenShowingCopying(const QString& path) {
+    CopyingShown copying;
+    return OpenDatabaseFile(path, std::ref(copying));
+}
+
+bool RefusedShowingCopying(const QString& path) {
+    CopyingShown copying;
+    return InValidFile(path, std::ref(copying));
+}
+
+} // namespace
 
 DatabaseOpener::DatabaseOpener(const FrameParts& parts, StageNavigator& stages) : parts_(parts), stages_(stages) {}
 
@@ -69,7 +86,7 @@ void DatabaseOpener::OpenDefaultDatabase() {
 
 /// Opens a database at start and keeps the selection of the earlier run.
 bool DatabaseOpener::OpenAtStart(const QString& file) {
-    if (!OpenDatabaseFile(file)) return false;
+    if (!OpenShowingCopying(file)) return false;
     if (!LanguageInDatabase) {
         stages_.ComeHomeWithoutLanguage();
         return true;
@@ -150,7 +167,7 @@ void DatabaseOpener::LoadNewMDB(const QString& path) {
 bool DatabaseOpener::OpenInPlace(const QString& path) {
     parts_.status.SetText(GetText(QStringLiteral("TS_OpeningDatabase")));
     stages_.HideStage();
-    const bool open = OpenDatabaseFile(path);
+    const bool open = OpenShowingCopying(path);
     parts_.status.SetText({});
     if (!open) {
         ShowAddress();
@@ -206,7 +223,7 @@ void DatabaseOpener::mnuFileOpen_Click() {
         &parts_.window, {PlainText(QStringLiteral("TS_OpenDatabaseTitle")), FindPath(DataFolder()),
                          PlainText(QStringLiteral("TS_DatabaseFileFilter")) + QLatin1String(" (*.mdb *.MDB)")});
     if (path.isEmpty()) return;
-    if (FileExists(path) && InValidFile(path)) return;
+    if (FileExists(path) && RefusedShowingCopying(path)) return;
     parts_.address.ShowAsItem(ShownAddress(path));
     LoadNewMDB(path);
     TellMissingLanguage();

@@ -1,6 +1,6 @@
 #include "shell/Favourite.h"
 
-#include "database/Database.h"
+#include "database/DataExists.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/FileNames.h"

@@ -2,7 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/StageScreen.h"
-#include "database/Database.h"
+#include "database/Links.h"
 #include "platform/Paths.h"
 #include "selection/IndicatorSelection.h"
 #include "selection/KeptSelection.h"

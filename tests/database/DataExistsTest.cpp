@@ -1,4 +1,5 @@
-#include "database/Database.h"
+#include "database/DataExists.h"
+
 #include "session/Query.h"
 #include "support/SampleApplication.h"
 #include "support/TestSession.h"

@@ -1,5 +1,6 @@
 #include "database/Database.h"
 
+#include "database/Links.h"
 #include "database/NewGId.h"
 #include "database/Schema.h"
 #include "platform/Files.h"

@@ -1,4 +1,5 @@
 // Data databases as a stranger may hand them over.
+#include "database/DataExists.h"
 #include "database/Database.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"

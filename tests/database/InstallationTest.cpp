@@ -1,4 +1,6 @@
+#include "database/DataExists.h"
 #include "database/Database.h"
+#include "database/Links.h"
 #include "platform/Paths.h"
 #include "session/Addresses.h"
 #include "session/ErrorSink.h"

@@ -113,17 +113,27 @@ TEST_F(JetImportTest, TextsKeepTheWidthsAndNumbersThePointThatTheFileHas) {
     EXPECT_TRUE(Execute("INSERT INTO _SelIUSNId (IUSNId, UnitGId) SELECT IUSNId, UnitGId FROM Indicator_Unit_Subpop"));
 }
 
-TEST_F(JetImportTest, TheUserCanStopIt) {
-    class Impatient final : public FakeFrame {
-        bool IsStopAsked() override { return true; }
-    } impatient;
-    SetFrame(&impatient);
-    EXPECT_FALSE(OpenDatabaseFile(Odd()));
-    SetFrame(&frame);
+TEST_F(JetImportTest, TheCallerIsToldHowFarItIsAndCanStopIt) {
+    const QString odd = Odd();
+    QList<int> told;
+    EXPECT_FALSE(OpenDatabaseFile(odd, [&](int percent) {
+        told << percent;
+        return false;
+    }));
+    EXPECT_EQ(told.size(), 1);
     EXPECT_EQ(messages, QStringList());
     EXPECT_EQ(Copies(), QStringList());
-    EXPECT_EQ(impatient.busy, 0);
-    EXPECT_EQ(impatient.calls.count("progress start"), impatient.calls.count("progress end"));
+    told.clear();
+    const auto note = [&](int percent) {
+        told << percent;
+        return true;
+    };
+    ASSERT_TRUE(OpenDatabaseFile(odd, note));
+    EXPECT_TRUE(std::ranges::is_sorted(told));
+    EXPECT_GE(told.last(), 80); // all rows are read
+    told.clear();
+    ASSERT_TRUE(OpenDatabaseFile(odd, note));
+    EXPECT_EQ(told, QList<int>()) << "the copy is there";
 }
 
 TEST_F(JetImportTest, TheMessageTellsWhy) {

@@ -3,7 +3,7 @@
 #include "CsvTable.h"
 #include "DatabaseFile.h"
 #include "ReferenceTables.h"
-#include "database/Database.h"
+#include "database/DataExists.h"
 
 #include <QString>
 

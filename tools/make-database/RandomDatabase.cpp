@@ -2,7 +2,7 @@
 
 #include "DatabaseFile.h"
 #include "RandomNames.h"
-#include "database/Database.h"
+#include "database/DataExists.h"
 #include "database/Schema.h"
 #include "jet/engine/BulkLoad.h"
 
