@@ -60,7 +60,8 @@ void ClearUnfinished(const QString& file) {
 }
 
 void ClearLeftovers() {
-    RemoveMatching(FavoritesFolder, QStringLiteral(".*\\.mdb\\.part(?<pid>)") + Companions);
+    // Earlier versions named no process in the half-made files of favourites.
+    RemoveMatching(FavoritesFolder, QStringLiteral(".*\\.mdb(\\.(?<pid>\\d+))?\\.part") + Companions);
     RemoveMatching(FolderOfJetCopies(), QStringLiteral(".*\\.mdb\\.(?<pid>\\d+)\\.part") + Companions);
     for (const QString& folder : {FindPath(DataFolder()), ReadablePlace(DataFolder(), AppPath, CacheFolder)})
         RemoveMatching(folder, QStringLiteral(".*\\.mdb\\.(?<pid>\\d+)\\.part") + Companions);

@@ -1,6 +1,7 @@
 #include "shell/Favourite.h"
 
 #include "database/DataExists.h"
+#include "database/UnfinishedDatabase.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/FileNames.h"
@@ -20,30 +21,6 @@ namespace tessaro {
 namespace {
 
 const QString Extension = QStringLiteral(".mdb");
-const QString UnfinishedMark = QStringLiteral(".part");
-/// What the engine puts beside a file while it writes.
-constexpr const char* Companions[] = {
-    "", ".copying", ".copying-journal", ".copying-wal", ".copying-shm", "-journal", "-wal", "-shm"};
-
-/// A file that is made under another name and renamed when it is complete. Unfinished, it is removed.
-class UnfinishedFile final {
-  public:
-    explicit UnfinishedFile(QString target) : target_(std::move(target)) { Remove(); }
-    ~UnfinishedFile() { Remove(); }
-    UnfinishedFile(const UnfinishedFile&) = delete;
-    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
-
-    [[nodiscard]] QString Path() const { return target_ + UnfinishedMark; }
-    [[nodiscard]] bool Finish() const { return QFile::rename(Path(), target_); }
-
-  private:
-    void Remove() const {
-        for (const char* companion : Companions)
-            QFile::remove(Path() + QLatin1String(companion));
-    }
-
-    QString target_;
-};
 
 /// A database of links for the statement that fills the copy. The session's own working database can't be used: a query
 /// may still be open on Connection, and its links are for reading only.
@@ -137,7 +114,7 @@ FavouriteResult MakeFavourite(const QString& name, const RowsInView& rows) {
     if (wanted.isEmpty() || CleanFileName(wanted) != wanted) return FavouriteResult::BadName;
     const QString path = FavouritePath(wanted);
     if (FileExists(path) || FolderExists(path)) return FavouriteResult::Taken;
-    const UnfinishedFile file(path);
+    UnfinishedDatabase file(path);
     TheFrame().StartProgress();
     const bool copied = trap.Try([&] { MakeCopy(file.Path(), rows); });
     const bool made = copied && Complete(file.Path(), trap) && file.Finish();

@@ -25,6 +25,8 @@ TEST_F(LeftoversTest, OnlyTheHalfMadeFilesOfDeadProcessesGo) {
         {FavoritesFolder + "/Africa.mdb", true},
         {FavoritesFolder + "/Africa.mdb.part", false},
         {FavoritesFolder + "/Africa.MDB.part.copying-journal", false},
+        {FavoritesFolder + "/Africa.mdb.4194999.part-journal", false},
+        {FavoritesFolder + "/Africa.mdb." + alive + ".part", true},
         {FavoritesFolder + "/Africa.mdb.partner", true},
         {FavoritesFolder + "/notes.part", true},
         {copies + "/a~1~2.mdb", true},
