@@ -27,12 +27,6 @@
 
 namespace tessaro {
 
-namespace {
-
-constexpr unsigned kPathFileAccess = 75;
-
-} // namespace
-
 frmGALMain::frmGALMain(QWidget* parent)
     : StageScreen(parent), ui_(std::make_unique<Ui::frmGALMain>()), model_(new GalleryModel(this)),
       shownRows_(new QSortFilterProxyModel(this)),
@@ -353,7 +347,7 @@ bool frmGALMain::DeletePresentation(const GalleryEntry& entry) {
     const QString path = JoinPath({folder_, entry.file});
     QFile file(path);
     if (file.exists() && !file.remove()) {
-        ReportError(kPathFileAccess, QStringLiteral("Path/File access error: %1: %2").arg(path, file.errorString()),
+        ReportError(FileError::NoAccess, QStringLiteral("Path/File access error: %1: %2").arg(path, file.errorString()),
                     QStringLiteral("cmdDelete_Click"));
         return false;
     }

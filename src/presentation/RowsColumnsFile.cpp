@@ -17,8 +17,6 @@ constexpr int kReadLines = PivotFieldCount;
 constexpr qint64 kLargestLayout = 1 << 20;
 constexpr unsigned kInputPastEnd = 62;
 constexpr unsigned kBadFileFormat = 321;
-constexpr unsigned kFileNotFound = 53;
-constexpr unsigned kPathFileAccess = 75;
 const char* const kRows = "Rows             : ";
 const char* const kColumns = "Columns          : ";
 
@@ -93,18 +91,18 @@ LayoutRead ReadLayout(const QByteArray& bytes, RowsColumns& arrangement) {
 
 bool SaveRowsColumns(const QString& fileName, const RowsColumns& arrangement, WizardKind kind) {
     if (ReplaceFile(fileName, LayoutBytes(arrangement, kind))) return true;
-    ReportError(kPathFileAccess, QStringLiteral("Path/File access error: ") + fileName,
+    ReportError(FileError::NoAccess, QStringLiteral("Path/File access error: ") + fileName,
                 QStringLiteral("SaveRowsColumns"));
     return false;
 }
 
 bool LoadRowsColumns(const QString& fileName, RowsColumns& arrangement) {
-    const auto report = [&](unsigned number, const char* what) {
+    const auto report = [&](auto number, const char* what) {
         ReportError(number, QLatin1String(what) + QStringLiteral(": ") + fileName, QStringLiteral("LoadRowsColumns"));
     };
     const auto bytes = ReadWholeFile(fileName, kLargestLayout);
     if (!bytes) {
-        report(kFileNotFound, "File not found");
+        report(FileError::NotFound, "File not found");
         return false;
     }
     const LayoutRead read = ReadLayout(*bytes, arrangement);

@@ -17,12 +17,6 @@
 
 namespace tessaro {
 
-namespace {
-
-constexpr unsigned kPathFileAccess = 75;
-
-} // namespace
-
 frmSaveGalleryAdvance::frmSaveGalleryAdvance(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmSaveGalleryAdvance>()) {
     ui_->setupUi(this);
@@ -123,7 +117,7 @@ void frmSaveGalleryAdvance::CmdFinish_Click() {
         copied = CopyFileOver(sourceFile_, target); // the old file stays until the new one is whole
     }
     if (!copied) {
-        ReportError(kPathFileAccess, QStringLiteral("Path/File access error: ") + target,
+        ReportError(FileError::NoAccess, QStringLiteral("Path/File access error: ") + target,
                     QStringLiteral("CmdFinish_Click"));
         ShowMessage(QStringLiteral("TS_GalleryFull"));
         return;
