@@ -51,7 +51,7 @@ QString ProblemOf(const DataEntryRow& row) {
 } // namespace
 
 QString ProblemOf(const DataEntrySheet& result) {
-    if (result.rows.empty()) return FilledText(QStringLiteral("TS_ResultEmpty"), {});
+    if (result.rows.empty()) return FilledText(QStringLiteral("TS_NoResults"), {});
     QString problem = FirstProblem({{"Comm_Sector", result.sector},
                                     {"Comm_Class", result.indicatorClass},
                                     {"Comm_Indicator", result.indicator},
