@@ -13,6 +13,9 @@ import hostile
 import sandbox
 
 
+PAGE = 4096  # bytes of a page of the databases
+
+
 @dataclass
 class Tools:
     """The programs and folders that the campaigns use."""
@@ -85,9 +88,26 @@ def small_database(tools):
     return path
 
 
+def shown_pages(path):
+    """The pages, counted from 0, of the tables with the texts of the shown language and of their indexes."""
+    with contextlib.closing(sqlite3.connect(path)) as database:
+        statement = "SELECT pageno - 1 FROM dbstat JOIN sqlite_master USING (name) WHERE lower(tbl_name) LIKE '%\\_en' ESCAPE '\\'"
+        return [row[0] for row in database.execute(statement)]
+
+
 def walk(tools, place, task, *arguments, seconds=60, **limits):
     command = [tools.path("walker"), tools.installation, place.files, task, *arguments]
     return sandbox.run(command, place.home, seconds, **limits)
+
+
+def places(tools, clock, report):
+    """One place after another with a good database in it, as (place, path of the database), until the time is over."""
+    while not clock.over():
+        place = Place(tools, report.name)
+        path = os.path.join(place.files, "Kept.mdb")
+        shutil.copy(small_database(tools), path)
+        yield place, path
+        place.remove()
 
 
 def hostile_files(tools, clock, seed):
@@ -149,28 +169,30 @@ def truncations(tools, clock, seed):
     with open(small_database(tools), "rb") as file:
         content = file.read()
     chance = random.Random(seed)
-    places = list(range(0, len(content), 4096)) + [chance.randrange(len(content)) for _ in range(50)]
+    places = list(range(0, len(content), PAGE)) + [chance.randrange(len(content)) for _ in range(50)]
     chance.shuffle(places)
     _batches(tools, clock, report, _in_batches((f"cut-{place}", content[:place]) for place in places))
     return report
 
 
 def changed_bytes(tools, clock, seed):
-    """The good database with one to forty bytes changed, half of them within the first pages."""
+    """The good database with one to forty bytes changed: anywhere, within the first pages, or in the tables of the shown
+    language."""
     report = Report("changed-bytes", tools.patience)
     with open(small_database(tools), "rb") as file:
         content = file.read()
     chance = random.Random(seed)
+    zones = {"any": range(len(content) // PAGE), "first": range(8), "texts": shown_pages(small_database(tools))}
 
     def damaged():
         number = 0
         while True:
             number += 1
             copy = bytearray(content)
-            end = len(copy) if chance.random() < 0.5 else 4096 * 8
+            zone = chance.choice(list(zones))
             for _ in range(chance.randint(1, 40)):
-                copy[chance.randrange(end)] = chance.randrange(256)
-            yield f"changed-{seed}-{number}", bytes(copy)
+                copy[chance.choice(zones[zone]) * PAGE + chance.randrange(PAGE)] = chance.randrange(256)
+            yield f"changed-{seed}-{number}-{zone}", bytes(copy)
 
     _batches(tools, clock, report, _in_batches(damaged()))
     return report
@@ -216,10 +238,7 @@ def kills(tools, clock, seed):
     """The program killed at a random moment of its work, and started again on the same home."""
     report = Report("kills", tools.patience)
     chance = random.Random(seed)
-    while not clock.over():
-        place = Place(tools, "kills")
-        path = os.path.join(place.files, "Kept.mdb")
-        shutil.copy(small_database(tools), path)
+    for place, path in places(tools, clock, report):
         for _ in range(3):
             walk(tools, place, "look", path, kill_after=chance.uniform(0.1, 3.0))
             report.count("kills")
@@ -229,7 +248,6 @@ def kills(tools, clock, seed):
         report.take(outcome, "start after kills")
         if not outcome.fault(tools.patience) and "taken" not in outcome.lines:
             report.faults.append("start after kills: the database was refused")
-        place.remove()
     return report
 
 
@@ -237,10 +255,7 @@ def full_disk(tools, clock, seed):
     """No file may grow beyond a random size: every write can be the one that fails."""
     report = Report("full-disk", tools.patience)
     chance = random.Random(seed)
-    while not clock.over():
-        place = Place(tools, "full-disk")
-        path = os.path.join(place.files, "Kept.mdb")
-        shutil.copy(small_database(tools), path)
+    for place, path in places(tools, clock, report):
         size = int(2 ** chance.uniform(6, 20))
         outcome = walk(tools, place, "look", path, largest_file=size)
         # A start that can't write its home may end with a message.
@@ -250,7 +265,6 @@ def full_disk(tools, clock, seed):
         report.take(outcome, f"largest file {size}")
         for fault in _broken_databases(place.files):
             report.faults.append(f"largest file {size}: {fault}")
-        place.remove()
     return report
 
 
@@ -261,10 +275,7 @@ def monkey(tools, clock, seed):
     """Presses at random on the frame."""
     report = Report("monkey", tools.patience)
     reached = set()
-    while not clock.over():
-        place = Place(tools, "monkey")
-        path = os.path.join(place.files, "Kept.mdb")
-        shutil.copy(small_database(tools), path)
+    for place, path in places(tools, clock, report):
         seconds = max(5, min(60, int(clock.left())))
         outcome = walk(tools, place, "monkey", str(seed), str(seconds), path, seconds=seconds + 60)
         report.take(outcome, f"seed {seed}")
@@ -272,7 +283,6 @@ def monkey(tools, clock, seed):
             report.count("acts", int(line))
         reached.update(outcome.told("reached"))
         seed += 1
-        place.remove()
     report.figures["places reached"] = len(reached)
     report.figures["reached: " + " ".join(sorted(reached))] = len(reached)
     report.faults += [f"{stage} was never reached" for stage in STAGES if stage not in reached]
