@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tessaro {
 
 namespace {
+
+constexpr double kFar = std::numeric_limits<double>::infinity();
 
 /// True when a ray from the point to the right crosses the ring an odd number of times. The ring need not be closed.
 bool IsInsideRing(const QPointF* first, const QPointF* end, QPointF point) {
@@ -27,29 +30,46 @@ double DistanceToEdge(QPointF a, QPointF b, QPointF point) {
     return std::hypot(away.x(), away.y());
 }
 
-/// A single point counts as an edge without length.
-bool IsNearLine(const QPointF* first, const QPointF* end, QPointF point, double distance) {
-    if (end - first == 1) return DistanceToEdge(*first, *first, point) <= distance;
+/// The distance from a line, or from a ring when `closed`. A single point counts as an edge without length.
+double DistanceToLine(const QPointF* first, const QPointF* end, QPointF point, bool closed) {
+    double nearest = DistanceToEdge(closed ? end[-1] : *first, *first, point);
     for (const QPointF* next = first + 1; next < end; ++next)
-        if (DistanceToEdge(next[-1], *next, point) <= distance) return true;
-    return false;
+        nearest = std::min(nearest, DistanceToEdge(next[-1], *next, point));
+    return nearest;
 }
 
-bool Holds(const MapLayer& layer, const MapFeature& feature, QPointF point, double distance) {
+double DistanceToPoints(const QPointF* first, const QPointF* end, QPointF point) {
+    double nearest = kFar;
+    for (const QPointF* each = first; each < end; ++each)
+        nearest = std::min(nearest, DistanceToEdge(*each, *each, point));
+    return nearest;
+}
+
+bool IsInside(const MapLayer& layer, const MapFeature& feature, QPointF point) {
     bool inside = false;
-    for (int part = feature.firstPart; part < feature.endPart; ++part) {
-        const QPointF* const first = layer.points.data() + layer.partStarts[static_cast<std::size_t>(part)];
-        const QPointF* const end = layer.points.data() + layer.partStarts[static_cast<std::size_t>(part) + 1];
-        if (first == end) continue;
-        if (layer.kind == LayerKind::Polygon)
-            inside = inside != IsInsideRing(first, end, point);
-        else if (layer.kind == LayerKind::Line && IsNearLine(first, end, point, distance))
-            return true;
-        else if (layer.kind == LayerKind::Point &&
-                 std::any_of(first, end, [&](QPointF each) { return DistanceToEdge(each, each, point) <= distance; }))
-            return true;
-    }
+    for (int part = feature.firstPart; part < feature.endPart; ++part)
+        if (layer.FirstOf(part) != layer.EndOf(part))
+            inside = inside != IsInsideRing(layer.FirstOf(part), layer.EndOf(part), point);
     return inside;
+}
+
+/// How far a point is from a feature: 0 within a polygon.
+double DistanceTo(const MapLayer& layer, const MapFeature& feature, QPointF point) {
+    if (layer.kind == LayerKind::Polygon && IsInside(layer, feature, point)) return 0;
+    double nearest = kFar;
+    for (int part = feature.firstPart; part < feature.endPart; ++part) {
+        const QPointF* const first = layer.FirstOf(part);
+        const QPointF* const end = layer.EndOf(part);
+        if (first == end) continue;
+        nearest = std::min(nearest, layer.kind == LayerKind::Point
+                                        ? DistanceToPoints(first, end, point)
+                                        : DistanceToLine(first, end, point, layer.kind == LayerKind::Polygon));
+    }
+    return nearest;
+}
+
+MapBox Around(QPointF point, double distance) {
+    return {point.x() - distance, point.y() - distance, point.x() + distance, point.y() + distance};
 }
 
 } // namespace
@@ -105,10 +125,35 @@ QString MapLayer::Text(int feature, int field) const {
 
 int MapLayer::FeatureAt(QPointF point, double distance) const {
     const double reach = kind == LayerKind::Polygon ? 0 : distance;
-    const MapBox around{point.x() - reach, point.y() - reach, point.x() + reach, point.y() + reach};
-    for (std::size_t i = features.size(); i-- > 0;)
-        if (features[i].box.Meets(around) && Holds(*this, features[i], point, distance)) return static_cast<int>(i);
+    const MapBox around = Around(point, reach);
+    for (std::size_t i = features.size(); i-- > 0;) {
+        if (!features[i].box.Meets(around)) continue;
+        const bool holds = kind == LayerKind::Polygon ? IsInside(*this, features[i], point)
+                                                      : DistanceTo(*this, features[i], point) <= distance;
+        if (holds) return static_cast<int>(i);
+    }
     return -1;
+}
+
+std::vector<int> MapLayer::SearchByDistance(QPointF point, double distance) const {
+    std::vector<int> found;
+    const MapBox around = Around(point, distance);
+    for (std::size_t i = features.size(); i-- > 0;)
+        if (features[i].box.Meets(around) && DistanceTo(*this, features[i], point) <= distance)
+            found.push_back(static_cast<int>(i));
+    return found;
+}
+
+int MapLayer::NearestFeature(QPointF point, double distance) const {
+    int nearest = -1;
+    double least = kFar;
+    for (const int each : SearchByDistance(point, distance)) {
+        const double away = DistanceTo(*this, features[static_cast<std::size_t>(each)], point);
+        if (away >= least) continue;
+        nearest = each;
+        least = away;
+    }
+    return nearest;
 }
 
 } // namespace tessaro

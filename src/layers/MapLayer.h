@@ -48,6 +48,13 @@ struct MapLayer {
     std::vector<QStringList> columns; ///< one for each field, with a text for each feature
     int damaged = 0;                  ///< records that can't be read and became null shapes
 
+    [[nodiscard]] int PartCount() const { return static_cast<int>(partStarts.size()) - 1; }
+    /// The points of a part, from the first to behind the last.
+    [[nodiscard]] const QPointF* FirstOf(int part) const {
+        return points.data() + partStarts[static_cast<std::size_t>(part)];
+    }
+    [[nodiscard]] const QPointF* EndOf(int part) const { return FirstOf(part + 1); }
+
     /// The number of a field, whatever its case; -1 for none.
     [[nodiscard]] int FieldOf(const QString& field) const;
     /// The field that holds the ids of areas ("ID_", else "AREAID") or their names; -1 for none.
@@ -59,6 +66,10 @@ struct MapLayer {
     /// The topmost feature that holds the point: a polygon with it inside (not in a hole), or a line or point within
     /// `distance` of it. -1 for none.
     [[nodiscard]] int FeatureAt(QPointF point, double distance) const;
+    /// All features that hold the point or have a part within `distance` of it, the topmost first.
+    [[nodiscard]] std::vector<int> SearchByDistance(QPointF point, double distance) const;
+    /// The feature that is nearest to the point, at most `distance` away; -1 for none.
+    [[nodiscard]] int NearestFeature(QPointF point, double distance) const;
 };
 
 } // namespace tessaro

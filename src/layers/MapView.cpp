@@ -1,5 +1,7 @@
 #include "layers/MapView.h"
 
+#include "layers/Seam.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -8,7 +10,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr double kSlack = 0.001; ///< degrees by which rounded coordinates may pass the ends of the world
 constexpr double kLeastSide = 1e-9;
 constexpr double kMostLatitude = 80;
 const MapBox kWorld{-180, -90, 180, 90};
@@ -30,9 +31,7 @@ MapView::MapView(const MapBox& wanted, QSizeF size, double xScale)
 }
 
 double XScaleOf(const MapBox& extent) {
-    const bool degrees = extent.left >= -180 - kSlack && extent.right <= 180 + kSlack &&
-                         extent.bottom >= -90 - kSlack && extent.top <= 90 + kSlack;
-    if (extent.IsEmpty() || !degrees) return 1;
+    if (!IsInDegrees(extent)) return 1;
     const double latitude = std::min(std::fabs(extent.bottom + extent.top) / 2, kMostLatitude);
     return std::cos(latitude * std::numbers::pi / 180);
 }

@@ -22,6 +22,16 @@ inline void Add(MapLayer& layer, const std::vector<Ring>& parts) {
     layer.features.push_back(feature);
 }
 
+inline MapLayer LayerOf(LayerKind kind, const std::vector<std::vector<Ring>>& features) {
+    MapLayer layer;
+    layer.kind = kind;
+    for (const auto& parts : features) {
+        Add(layer, parts);
+        layer.extent.Add(layer.features.back().box);
+    }
+    return layer;
+}
+
 inline Ring Square(double left, double bottom, double size) {
     return {{left, bottom}, {left, bottom + size}, {left + size, bottom + size}, {left + size, bottom}};
 }

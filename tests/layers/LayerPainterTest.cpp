@@ -15,19 +15,8 @@ namespace tessaro {
 
 namespace {
 
-using test::Add;
-using test::Ring;
+using test::LayerOf;
 using test::Square;
-
-MapLayer LayerOf(LayerKind kind, const std::vector<std::vector<Ring>>& features) {
-    MapLayer layer;
-    layer.kind = kind;
-    for (const auto& parts : features) {
-        Add(layer, parts);
-        layer.extent.Add(layer.features.back().box);
-    }
-    return layer;
-}
 
 /// A picture of 100 x 100 pixels that shows 0 to 100 in both directions.
 QImage Picture(const MapLayer& layer, const LayerSymbols& symbols, double scale = 1) {

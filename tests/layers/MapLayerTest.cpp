@@ -38,6 +38,22 @@ TEST(MapLayerTest, FindsLinesAndPointsNearby) {
     EXPECT_EQ(points.FeatureAt({5, 5}, 1), -1);
 }
 
+TEST(MapLayerTest, SearchesByDistance) {
+    MapLayer layer;
+    Add(layer, {Square(0, 0, 10), Square(4, 4, 2)});
+    Add(layer, {});
+    Add(layer, {Square(12, 0, 4)});
+    EXPECT_EQ(layer.SearchByDistance({11, 5}, 1), (std::vector<int>{0}));
+    EXPECT_EQ(layer.SearchByDistance({11, 2}, 1), (std::vector<int>{2, 0}));
+    EXPECT_EQ(layer.SearchByDistance({11, 2}, 0.5), std::vector<int>());
+    EXPECT_EQ(layer.SearchByDistance({5, 5}, 1), (std::vector<int>{0})) << "the edge of the hole";
+    EXPECT_EQ(layer.NearestFeature({11.2, 2}, 2), 2);
+    EXPECT_EQ(layer.NearestFeature({10.4, 2}, 2), 0);
+    EXPECT_EQ(layer.NearestFeature({11, 20}, 2), -1);
+    layer.kind = LayerKind::Line; // the same lines, now not closed
+    EXPECT_EQ(layer.NearestFeature({14, 0.1}, 1), -1);
+}
+
 TEST(MapBoxTest, GrowsFromNothing) {
     MapBox box;
     EXPECT_TRUE(box.IsEmpty());
