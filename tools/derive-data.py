@@ -4,11 +4,13 @@
 usage: derive-data.py SOURCES CONTENT/DATA
 
 Reads the tables and outlines named in content/README.md, and state_names.csv, region_names.csv and
-more_country_names.csv of the target folder; writes areas.csv, series/*.csv and outlines/*.geojson there.
+more_country_names.csv of the target folder, and the zone.tab of the time zone database; writes areas.csv,
+world_cities.csv, series/*.csv and outlines/*.geojson there.
 Run it again only when a source file changes; its results are kept with the program.
 """
 import csv
 import json
+import re
 import sys
 from pathlib import Path
 
@@ -215,6 +217,30 @@ def outline(area_id, feature, areas):
             "geometry": {"type": "MultiPolygon", "coordinates": polygons}}
 
 
+def derive_cities(sources, target):
+    """The places of the time zones, by country; those of territories without an outline are left out."""
+    world = {row["iso_a2"]: row["iso_a3"] or row["adm0_a3"] for row in rows(sources / "ne_countries50.csv") if row["iso_a2"]}
+    area_ids = {row["AreaID"][3:]: row["AreaID"] for row in rows(target / "areas.csv") if len(row["AreaID"]) == 6}
+    cities = []
+    with open(sources / "zone.tab", encoding="utf-8") as file:
+        for line in file:
+            if line.startswith("#"):
+                continue
+            country, place, zone = line.rstrip("\n").split("\t")[:3]
+            if country in world:
+                latitude, longitude = re.fullmatch(r"([+-]\d+)([+-]\d+)", place).groups()
+                name = zone.rsplit("/", 1)[-1].replace("_", " ")
+                cities.append([area_ids[world[country]], name, degrees(longitude, 3), degrees(latitude, 2)])
+    write(target / "world_cities.csv", ["AreaID", "Name", "Longitude", "Latitude"], sorted(cities))
+
+
+def degrees(text, whole):
+    """Degrees of a sign, `whole` digits of degrees, two of minutes and perhaps two of seconds."""
+    sign, digits = -1 if text[0] == "-" else 1, text[1:]
+    minutes, seconds = digits[whole:whole + 2], digits[whole + 2:] or "0"
+    return f"{sign * (int(digits[:whole]) + int(minutes) / 60 + int(seconds) / 3600):.4f}"
+
+
 def box_around(polygons):
     """An outline for an area so small that the rounding of the source left a line of it (one city of Virginia)."""
     points = [point for polygon in polygons for ring in polygon for point in ring]
@@ -238,6 +264,7 @@ def main():
     derive_five_yearly(sources, target, areas)
     derive_united_states(sources, target)
     derive_outlines(sources, target, areas)
+    derive_cities(sources, target)
 
 
 if __name__ == "__main__":

@@ -2,10 +2,10 @@
 
 #include "DatabaseFile.h"
 #include "Languages.h"
+#include "Maps.h"
 #include "Pages.h"
 #include "Pictures.h"
 #include "SampleDatabase.h"
-#include "Shapefiles.h"
 #include "Sounds.h"
 #include "jet/engine/BulkLoad.h"
 
@@ -35,7 +35,7 @@ class Builder {
         CopyFile("Pref.ini", "Bin/Template/Pref.ini");
         BuildTemplates();
         BuildLanguageFiles(content_, target_ / kLanguageFolder);
-        BuildShapefiles(content_ / "data" / "outlines", target_ / "Maps");
+        BuildMaps(content_ / "data", target_ / "Maps");
         CopyDocuments();
         DrawPictures();
         BuildSounds(target_ / "Sounds");
