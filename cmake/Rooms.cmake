@@ -27,7 +27,7 @@ function(tessaro_test name)
     TESSARO_INSTALLATION="${TESSARO_INSTALLATION}" TESSARO_TESTDATA="${CMAKE_CURRENT_SOURCE_DIR}/data")
   if(T_ON_X11)
     add_test(NAME ${name} COMMAND xvfb-run -a -s "-screen 0 1280x800x24 -dpi 96" $<TARGET_FILE:test_${name}>)
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=xcb" TIMEOUT 300)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=xcb" TIMEOUT 300 LABELS display)
     return()
   endif()
   gtest_discover_tests(test_${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
