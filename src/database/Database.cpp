@@ -2,8 +2,8 @@
 
 #include "database/JetImport.h"
 #include "database/Links.h"
+#include "database/OpenRefusal.h"
 #include "database/Schema.h"
-#include "jet/engine/DatabaseFile.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
@@ -54,14 +54,6 @@ Candidate Refused(const QString& reason) {
     return {nullptr, reason, false};
 }
 
-/// What the user is told of a file that the engine does not open. What is no database at all needs no word of the
-/// engine; a database that it refuses does.
-QString ReasonOfEngine(const QString& path, const QString& reason) {
-    const bool isDatabase = jet::HeadOfFile(FindPath(path).toStdString(), 15) == "SQLite format 3";
-    return isDatabase && !reason.isEmpty() ? FilledText(QStringLiteral("TS_DatabaseRefused"), {reason})
-                                           : FilledText(QStringLiteral("TS_NotADatabase"), {});
-}
-
 /// Whether the open database has what a data database must have.
 Candidate Checked(std::shared_ptr<jet::Connection> connection) {
     const QString code = DefaultLanguageCode(*connection);
@@ -80,7 +72,8 @@ Candidate OpenDataDatabase(const QString& path, const CopyProgress& goOn) {
         if (import.outcome == JetImport::Refused) return Refused(import.reason);
     }
     OpenedFile file = OpenFile(path);
-    return file.connection ? Checked(std::move(file.connection)) : Refused(ReasonOfEngine(path, file.reason));
+    if (file.connection) return Checked(std::move(file.connection));
+    return Refused(file.refusal ? ReasonInWords(*file.refusal) : FilledText(QStringLiteral("TS_NotADatabase"), {}));
 }
 
 void Refuse(const QString& path, const Candidate& candidate) {

@@ -23,13 +23,12 @@ OpenedFile OpenFile(const QString& path) {
         QStringLiteral("Provider = Microsoft.jet.oledb.4.0;Data source =%1;Persist Security Info=False").arg(path);
     try {
         return {jet::Connection::Open(FileToOpen(path).toStdString(), DatabasePassword()), {}};
-    } catch (const jet::Error& error) {
+    } catch (const jet::OpenError& error) {
         ErrorTrap::Report(error);
-        const bool otherPassword = error.number() == jet::ErrorNumber::WrongPassword;
-        return {nullptr, otherPassword ? QString() : QString::fromUtf8(error.what())};
+        return {nullptr, error};
     } catch (const std::exception& error) {
         ErrorTrap::Report(error);
-        return {nullptr, QString::fromUtf8(error.what())};
+        return {};
     }
 }
 

@@ -1,19 +1,21 @@
 #pragma once
 
 #include "jet/engine/Connection.h"
+#include "jet/engine/OpenError.h"
 #include "session/DatabasePassword.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 namespace tessaro {
 
 /// An opened database file, or why the engine refuses it.
 struct OpenedFile {
     std::shared_ptr<jet::Connection> connection;
-    QString reason; ///< a sentence of the engine, in English; empty for a wrong password and for a blank path
+    std::optional<jet::OpenError> refusal; ///< nothing for a wrong password and for a blank path
 };
 /// As CreateTheConnection, with the reason of a refusal.
 [[nodiscard]] OpenedFile OpenFile(const QString& path);

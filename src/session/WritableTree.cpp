@@ -1,18 +1,14 @@
 #include "session/WritableTree.h"
 
-#include "jet/engine/Connection.h"
 #include "platform/Files.h"
 #include "platform/Home.h"
 #include "platform/Paths.h"
 #include "platform/Rights.h"
-#include "session/DatabasePassword.h"
 #include "session/ErrorSink.h"
+#include "session/SelectionFile.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Templates.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 namespace tessaro {
 
@@ -34,23 +30,6 @@ void Seed(const QString& fileName) {
                     QStringLiteral("LocalizeApp"));
 }
 
-/// The file of the selection is never replaced later on, so a damaged one (a crash of the machine) would take the
-/// stages away for good. It is put aside, not deleted.
-void PutAsideWhenDamaged(const QString& fileName) {
-    const QString path = FindPath(JoinPath({CacheFolder, fileName}));
-    if (!FileExists(path)) return;
-    try {
-        (void)jet::Connection::Open(path.toStdString(), DatabasePassword());
-    } catch (const jet::Error& error) {
-        const bool damaged =
-            error.number() == jet::ErrorNumber::NotADatabase || error.number() == jet::ErrorNumber::WrongPassword;
-        if (!damaged) return;
-        LogNote(QStringLiteral("%1 is no database and was put aside as %1.damaged").arg(path));
-        QFile::remove(path + QLatin1String(".damaged"));
-        QFile::rename(path, path + QLatin1String(".damaged"));
-    }
-}
-
 } // namespace
 
 void LocalizeApp() {
@@ -62,7 +41,7 @@ void LocalizeApp() {
     for (const QString& folder : {OwnFolder(), CacheFolder, TempFolder, DataCacheFolder, FavoritesFolder})
         MakeFolder(folder);
     NarrowRights(OwnFolder());
-    PutAsideWhenDamaged(QStringLiteral("UserSelections.mdb"));
+    SettleSelectionFile();
     for (const char* name : {"Pref.ini", "UserSelections.mdb", "InfoSel.mdb"})
         Seed(QString::fromLatin1(name));
 }

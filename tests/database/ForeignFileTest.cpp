@@ -83,8 +83,8 @@ TEST_F(ForeignFileTest, ARefusalSaysWhy) {
         std::string sql;
         const char* reason;
     } const cases[] = {
-        {"ALTER TABLE Data ADD COLUMN Big TEXT AS (hex(zeroblob(50000000)))", "'Data' has a computed field"},
-        {"CREATE INDEX x ON Area_en (upper(AreaName))", "a call of the function 'upper'"},
+        {"ALTER TABLE Data ADD COLUMN Big TEXT AS (hex(zeroblob(50000000)))", "table Data has a computed field"},
+        {"CREATE INDEX x ON Area_en (upper(AreaName))", "table Area_en calls the function upper"},
         {"ALTER TABLE Region RENAME TO R; CREATE VIEW Region AS SELECT * FROM R", "TS_TablesMissing"},
     };
     ASSERT_TRUE(OpenSample());

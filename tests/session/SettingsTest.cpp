@@ -5,6 +5,7 @@
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/ProductSettings.h"
+#include "session/Query.h"
 #include "session/Session.h"
 #include "session/SettingsFile.h"
 #include "session/Startup.h"
@@ -104,6 +105,42 @@ TEST_F(SettingsTest, ADamagedSelectionFileIsPutAside) {
     LocalizeApp();
     EXPECT_EQ(ReadWholeFile(path), good);
     EXPECT_EQ(ReadWholeFile(path + ".damaged"), QByteArray(5000, 'z'));
+}
+
+TEST_F(SettingsTest, ASelectionFileOfAnEarlierVersionIsWidenedAndKeepsItsRows) {
+    ASSERT_TRUE(ReadInfoINIFile());
+    const QString path = JoinPath({CacheFolder, "UserSelections.mdb"});
+    const auto good = ReadWholeFile(path);
+    const std::string longId(255, 'i');
+    const auto rows = [&](const char* sql) {
+        return Select(QLatin1String(sql), jet::CursorType::Static, CreateTheConnection(path).get())
+            .rows()
+            .GetString(-1, "|", ";");
+    };
+    {
+        const auto file = CreateTheConnection(path);
+        for (const char* sql :
+             {"DROP TABLE _SelIUSNId",
+              "CREATE TABLE _SelIUSNId (IUSNId LONG, UnitGId TEXT(60), SourceNId LONG, Deleted "
+              "YESNO, RowNId COUNTER PRIMARY KEY, Gone TEXT(5))",
+              "INSERT INTO _SelIUSNId (IUSNId, UnitGId, SourceNId, Deleted, RowNId, Gone) VALUES (7, 'It''s', 2, True, "
+              "41, 'x')",
+              "INSERT INTO _SelTimePeriod (TimePeriodNId, TimePeriod) VALUES (3, '2000')"})
+            ASSERT_TRUE(Execute(QLatin1String(sql), file.get())) << sql;
+    }
+    LocalizeApp();
+    EXPECT_EQ(rows("SELECT IUSNId, UnitGId, SourceNId, Deleted, RowNId FROM _SelIUSNId"), "7|It's|2|True|41;");
+    EXPECT_EQ(rows("SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod"), "3|2000;");
+    EXPECT_TRUE(Execute(
+        QStringLiteral("INSERT INTO _SelIUSNId (IUSNId, UnitGId) VALUES (8, '%1')").arg(QString::fromStdString(longId)),
+        CreateTheConnection(path).get()));
+    EXPECT_EQ(rows("SELECT Max(RowNId), Count(*) FROM _SelIUSNId"), "42|2;");
+    EXPECT_EQ(QDir(CacheFolder).entryList({"UserSelections.mdb?*"}), QStringList());
+    // A current one is left alone.
+    const auto made = ReadWholeFile(path);
+    LocalizeApp();
+    EXPECT_EQ(ReadWholeFile(path), made);
+    EXPECT_NE(made, good);
 }
 
 TEST_F(SettingsTest, PreferencesSurviveARunAndRestEnciphered) {

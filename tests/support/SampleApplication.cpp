@@ -224,6 +224,8 @@ constexpr TextRow Texts[] = {
     {"034", "Do you want to leave the program?", "Voulez-vous quitter le programme ?"},
     {"316", "The file is no data database.", "Le fichier n'est pas une base de données."},
     {"TS_DatabaseRefused", "The program does not open it: %1", "Le programme ne l'ouvre pas : %1"},
+    {"TS_OpenComputedField", "its table %1 has a computed field.", "sa table %1 contient un champ calculé."},
+    {"TS_OpenCallsFunction", "its table %1 calls the function %2.", "sa table %1 appelle la fonction %2."},
     {"ADDRESS", "Address", "Adresse"},
     {"TS_IndicatorCount", "Indicators: %1", "Indicateurs : %1"},
     {"TS_TimePeriodCount", "Time periods: %1", "Périodes : %1"},

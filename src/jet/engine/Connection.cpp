@@ -168,6 +168,14 @@ const Catalogue& Connection::catalogue() const {
     return EngineOf(*impl_).catalogue();
 }
 
+std::vector<std::string> Connection::Declarations() const {
+    std::vector<std::string> declarations;
+    for (const auto& row : Rows(EngineOf(*impl_).database(), "SELECT tbl_name, sql FROM main.sqlite_master "
+                                                             "WHERE sql IS NOT NULL ORDER BY type, name"))
+        if (!IsReservedName(row[0].toText())) declarations.push_back(row[1].toText());
+    return declarations;
+}
+
 void Connection::CreateLink(const std::string& linkName, const std::string& file, const std::string& password,
                             const std::string& sourceTable, LinkAccess access) {
     EngineOf(*impl_).PutLink({linkName, file, password, sourceTable, access});

@@ -54,6 +54,9 @@ class Connection final {
     /// engine's own (MSys…). Columns are left out; catalogue().find(name) has them.
     [[nodiscard]] std::vector<TableInfo> Tables() const;
     [[nodiscard]] const Catalogue& catalogue() const;
+    /// The texts by which the file declares its tables and indexes, without the engine's own: the same in all files of
+    /// one schema.
+    [[nodiscard]] std::vector<std::string> Declarations() const;
     /// Makes (or replaces) the link `linkName` to `sourceTable` of the database `file`. A missing file or table is
     /// found out when the link is used, as error NoSuchTable. Throws ReadOnly on a file that was not opened as a
     /// working database.

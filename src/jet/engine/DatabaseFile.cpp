@@ -19,10 +19,6 @@ constexpr unsigned Rounds = 64;
 
 constexpr std::string_view PasswordTable = "MSysTessaro";
 
-[[noreturn]] void Refuse(const std::string& path, const std::string& why) {
-    throw Error(ErrorNumber::NotADatabase, "'" + path + "' can't be opened: " + why);
-}
-
 std::string HashOf(const std::string& password, const std::string& salt) {
     std::array<CryptoPP::byte, CryptoPP::SHA256::DIGESTSIZE> hash{};
     const CryptoPP::PKCS5_PBKDF2_HMAC<CryptoPP::SHA256> derive;
@@ -90,11 +86,11 @@ std::string HeadOfFile(const std::string& path, std::size_t bytes) {
 }
 
 DatabaseFile DatabaseFile::Inspect(const std::string& path) {
-    if (path.empty() || path.find('\0') != std::string::npos) Refuse(path, "there is no such file.");
+    if (path.empty() || path.find('\0') != std::string::npos) throw OpenError(path, OpenFailure::NoSuchFile);
     struct stat found {};
-    if (::stat(path.c_str(), &found) != 0) Refuse(path, "there is no such file.");
-    if (!S_ISREG(found.st_mode)) Refuse(path, "it is no file.");
-    if (found.st_size < 512) Refuse(path, "it is no database.");
+    if (::stat(path.c_str(), &found) != 0) throw OpenError(path, OpenFailure::NoSuchFile);
+    if (!S_ISREG(found.st_mode)) throw OpenError(path, OpenFailure::NoPlainFile);
+    if (found.st_size < 512) throw OpenError(path, OpenFailure::NoDatabase);
     DatabaseFile file;
     file.path = path;
     file.identity = {found.st_dev, found.st_ino};
@@ -102,13 +98,12 @@ DatabaseFile DatabaseFile::Inspect(const std::string& path) {
     return file;
 }
 
-std::string DatabaseFile::Explain(const std::string& path) {
+OpenFailure DatabaseFile::Explain(const std::string& path) {
     const std::string text = HeadOfFile(path, 100);
-    if (text.empty()) return "it may not be read.";
+    if (text.empty()) return OpenFailure::MayNotBeRead;
     const std::string_view jet = std::string_view(text).substr(std::min<std::size_t>(text.size(), 4), 15);
-    if (jet == "Standard Jet DB" || jet == "Standard ACE DB")
-        return "it is a genuine Jet database, which has to be imported first.";
-    return text.starts_with("SQLite format 3") ? "it is damaged." : "it is no database.";
+    if (jet == "Standard Jet DB" || jet == "Standard ACE DB") return OpenFailure::GenuineJet;
+    return text.starts_with("SQLite format 3") ? OpenFailure::Damaged : OpenFailure::NoDatabase;
 }
 
 std::string DatabaseFile::options() const {

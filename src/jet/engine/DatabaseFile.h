@@ -1,5 +1,6 @@
 #pragma once
 
+#include "jet/engine/OpenError.h"
 #include "jet/engine/Sqlite.h"
 
 #include <compare>
@@ -24,11 +25,11 @@ struct DatabaseFile {
     FileIdentity identity;
     bool writable = false;
 
-    /// Throws NotADatabase when there is no file, or it is a folder or too short. Does not open the file: closing it
+    /// Throws OpenError when there is no file, or it is a folder or too short. Does not open the file: closing it
     /// again would take the locks of the other connections of this process with it.
     [[nodiscard]] static DatabaseFile Inspect(const std::string& path);
-    /// Why the engine did not take the file for a database: a genuine Jet file is named as such.
-    [[nodiscard]] static std::string Explain(const std::string& path);
+    /// Why the engine did not take the file for a database, by the first bytes of the file.
+    [[nodiscard]] static OpenFailure Explain(const std::string& path);
     /// Which options to open it with.
     [[nodiscard]] std::string options() const;
     [[nodiscard]] std::string uri() const { return FileUri(path, options()); }

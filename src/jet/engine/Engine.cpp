@@ -33,8 +33,8 @@ Handle OpenFile(const DatabaseFile& file) {
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(file.uri().c_str(), &raw, flags, nullptr);
     Handle handle(raw);
-    if (code != SQLITE_OK)
-        throw Error(ErrorNumber::NotADatabase, "'" + file.path + "' can't be opened: " + sqlite3_errstr(code) + ".");
+    if (code == SQLITE_CANTOPEN) throw OpenError(file.path, OpenFailure::MayNotBeRead);
+    if (code != SQLITE_OK) throw OpenError(file.path, std::string(sqlite3_errstr(code)) + ".");
     Harden(handle.get());
     return handle;
 }
@@ -58,10 +58,11 @@ Engine::Engine(const std::string& path, const std::string& password, Use use) : 
         sizes_.emplace(handle);
         own_.emplace(handle);
     } catch (const Error& error) {
-        if (error.number() == ErrorNumber::WrongPassword || error.number() == ErrorNumber::Busy) throw;
-        const bool other = error.number() == ErrorNumber::NotADatabase;
-        throw Error(ErrorNumber::NotADatabase,
-                    "'" + path + "' can't be opened: " + (other ? DatabaseFile::Explain(path) : error.what()));
+        if (error.number() == ErrorNumber::WrongPassword) throw;
+        if (error.number() == ErrorNumber::Busy) throw OpenError(path, OpenFailure::InUse);
+        if (error.number() == ErrorNumber::NotADatabase) throw OpenError(path, DatabaseFile::Explain(path));
+        if (error.number() == ErrorNumber::TooLarge) throw OpenError(path, OpenFailure::TooLarge);
+        throw OpenError(path, error.what());
     }
     if (!keepsLinks_) RefuseComputedParts(handle, "main", path);
     readOnly_ = !file.writable || sqlite3_db_readonly(handle, "main") == 1;

@@ -1,5 +1,6 @@
 #include "jet/engine/Guard.h"
 
+#include "jet/engine/OpenError.h"
 #include "jet/engine/Sqlite.h"
 #include "jet/values/Catalogue.h"
 #include "jet/values/Collation.h"
@@ -8,6 +9,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <sys/stat.h>
 #include <unordered_set>
 #include <utility>
@@ -115,21 +117,28 @@ constexpr std::array<std::string_view, 17> BeforeBracket = {"and",  "or",     "n
                                                             "is",   "length", "typeof", "exists", "null"};
 constexpr std::array<std::string_view, 5> Searching = {"like", "glob", "regexp", "match", "select"};
 
+/// What a part of the schema computes, and the function that it calls, if any; empty when it is harmless.
+struct Computing {
+    OpenFailure what = OpenFailure::Other;
+    std::string function;
+};
+using Found = std::optional<Computing>;
+
 /// What a condition or a default computes beyond comparing and reckoning with the fields of its row.
-std::string Effort(const Token& before, const Token& token) {
-    if (token.text == "||" || token.text == "->") return "an expression that makes texts";
-    if (IsOneOf(Searching, token)) return "an expression that searches texts";
+Found Effort(const Token& before, const Token& token) {
+    if (token.text == "||" || token.text == "->") return Computing{OpenFailure::MakesTexts, {}};
+    if (IsOneOf(Searching, token)) return Computing{OpenFailure::SearchesTexts, {}};
     const bool named = before.kind == Kind::Word || before.kind == Kind::Name;
     if (token.text == "(" && named && !IsOneOf(BeforeBracket, before))
-        return "a call of the function '" + std::string(before.text) + "'";
+        return Computing{OpenFailure::CallsFunction, std::string(before.text)};
     return {};
 }
 
 /// Reads on behind CHECK, DEFAULT or WHERE to the end of its brackets or of the text.
-std::string EffortOf(SchemaText& text, Token before, bool bracketsOnly) {
+Found EffortOf(SchemaText& text, Token before, bool bracketsOnly) {
     int depth = 0;
     for (Token token; text.next(token); before = token) {
-        if (std::string effort = Effort(before, token); !effort.empty()) return effort;
+        if (Found effort = Effort(before, token)) return effort;
         if (token.text == "(") ++depth;
         if (token.text == ")") --depth;
         if (bracketsOnly && depth <= 0) return {};
@@ -137,18 +146,18 @@ std::string EffortOf(SchemaText& text, Token before, bool bracketsOnly) {
     return {};
 }
 
-std::string ComputedInTable(SchemaText& text) {
+Found ComputedInTable(SchemaText& text) {
     constexpr std::array<std::string_view, 2> Conditions = {"check", "default"};
     for (Token token; text.next(token);) {
-        if (IsOneOf<1>({"as"}, token)) return "a computed field";
+        if (IsOneOf<1>({"as"}, token)) return Computing{OpenFailure::ComputedField, {}};
         if (!IsOneOf(Conditions, token)) continue;
-        if (std::string effort = EffortOf(text, token, true); !effort.empty()) return effort;
+        if (Found effort = EffortOf(text, token, true)) return effort;
     }
     return {};
 }
 
-// Behind the table's name, everything.
-std::string ComputedInIndex(SchemaText& text) {
+/// In an index everything behind the table's name can compute.
+Found ComputedInIndex(SchemaText& text) {
     for (Token token; text.next(token);) {
         if (!IsOneOf<1>({"on"}, token)) continue;
         text.next(token);
@@ -169,8 +178,16 @@ bool NamesFurtherFile(const std::string& journal) {
     return read.substr(8) == Mark && read.substr(0, 4).find_first_not_of('\0') != std::string_view::npos;
 }
 
-[[noreturn]] void Refuse(const std::string& path, const std::string& why) {
-    throw Error(ErrorNumber::NotADatabase, "'" + path + "' can't be opened: " + why);
+/// What in the schema text of a table or index ("CREATE TABLE ...") has the engine compute more than a simple
+/// comparison.
+Found ComputedPart(std::string_view schemaText) {
+    SchemaText text(schemaText);
+    for (Token token; text.next(token);) {
+        if (IsOneOf<1>({"index"}, token)) return ComputedInIndex(text);
+        if (IsOneOf<1>({"table"}, token)) return ComputedInTable(text);
+        if (IsOneOf<3>({"view", "trigger", "virtual"}, token)) return {}; // takes no part at all
+    }
+    return {};
 }
 
 } // namespace
@@ -185,16 +202,6 @@ void Harden(sqlite3* database) {
     sqlite3_drop_modules(database, kept.data());
 }
 
-std::string ComputedPart(std::string_view schemaText) {
-    SchemaText text(schemaText);
-    for (Token token; text.next(token);) {
-        if (IsOneOf<1>({"index"}, token)) return ComputedInIndex(text);
-        if (IsOneOf<1>({"table"}, token)) return ComputedInTable(text);
-        if (IsOneOf<3>({"view", "trigger", "virtual"}, token)) return {}; // takes no part at all
-    }
-    return {};
-}
-
 void RefuseComputedParts(sqlite3* database, const std::string& schema, const std::string& path) {
     // Texts that compute nothing are remembered: all databases of the program have the same tables.
     constexpr std::size_t MostHarmless = 1000;
@@ -203,9 +210,9 @@ void RefuseComputedParts(sqlite3* database, const std::string& schema, const std
          Rows(database, "SELECT tbl_name, sql FROM " + schema + ".sqlite_master WHERE sql IS NOT NULL")) {
         std::string sql = row[1].toText();
         if (harmless.contains(sql)) continue;
-        const std::string part = ComputedPart(sql);
-        if (part.empty() && harmless.size() < MostHarmless) harmless.insert(std::move(sql));
-        if (!part.empty()) Refuse(path, "its table '" + row[0].toText() + "' has " + part + ", which is not trusted.");
+        const Found part = ComputedPart(sql);
+        if (part) throw OpenError(path, part->what, {row[0].toText(), part->function});
+        if (harmless.size() < MostHarmless) harmless.insert(std::move(sql));
     }
 }
 
@@ -217,10 +224,9 @@ void RefuseReachingOut(const std::string& path) {
         const std::string companion = base + ending;
         struct stat found {};
         if (::lstat(companion.c_str(), &found) != 0) continue;
-        if (!S_ISREG(found.st_mode)) Refuse(path, "'" + companion + "' beside it is no plain file.");
+        if (!S_ISREG(found.st_mode)) throw OpenError(path, OpenFailure::NoPlainFileBeside, {companion});
         if (std::string_view(ending) == "-journal" && NamesFurtherFile(companion))
-            Refuse(path, "the journal '" + companion +
-                             "' beside it names a further file. Without that journal the database opens as it is.");
+            throw OpenError(path, OpenFailure::JournalNamesAnother, {companion});
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 #include <string>
-#include <string_view>
 
 namespace jet {
 
@@ -10,15 +9,11 @@ namespace jet {
 /// functions of ours in its schema, and bounds on what a value or a statement may take.
 void Harden(sqlite3* database);
 
-/// What in the schema text of a table or index ("CREATE TABLE …") would have the engine compute more than a simple
-/// comparison, in words ("a computed field"); empty when there is nothing.
-[[nodiscard]] std::string ComputedPart(std::string_view schemaText);
-
-/// Throws NotADatabase, with the reason, when a table or index of the file under that schema name computes something.
-/// `path` is for the message.
+/// Throws OpenError when a table or index of the file under that schema name has the engine compute more than a simple
+/// comparison. `path` is for the message.
 void RefuseComputedParts(sqlite3* database, const std::string& schema, const std::string& path);
 
-/// Throws NotADatabase when a file that the engine takes along on opening `path` ("-journal", "-wal", "-shm") is no
+/// Throws OpenError when a file that the engine takes along on opening `path` ("-journal", "-wal", "-shm") is no
 /// plain file, or is a journal that names a further file: the engine would write to that one, or delete it.
 void RefuseReachingOut(const std::string& path);
 
