@@ -115,7 +115,7 @@ const std::vector<TableDefinition> kWorkingTables = {
      "[_MapDataID] COUNTER PRIMARY KEY, TimePeriod TEXT(255), AreaID TEXT(255), AreaName TEXT(255), [Indicator] "
      "TEXT(255), "
      "SubPop TEXT(255), DataValue TEXT(255), Unit TEXT(255), Source TEXT(255), [Style] LONG, BreakValue LONG, "
-     "[Label] TEXT(255), [Color] LONG, AdvancedLabels TEXT(255), [Size] DOUBLE, Original_DataValue TEXT(255), "
+     "[Label] TEXT(255), [Color] LONG, AdvancedLabels TEXT(255), [Size] LONG, Original_DataValue TEXT(255), "
      "PStyle LONG",
      {"AreaID"}},
     {"_Indicator", "IndicatorNId COUNTER PRIMARY KEY, IndicatorGId TEXT(255), [Indicator] TEXT(255)", {"IndicatorGId"}},

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <tuple>
 #include <utility>
 
 namespace tessaro {
@@ -20,13 +19,13 @@ std::pair<Values::const_iterator, Values::const_iterator> Within(const Values& a
     return {first, std::max(first, std::upper_bound(first, ascending.end(), upper))};
 }
 
-ClassBreak CountedClass(const Values& ascending, double lower, double upper, int decimals) {
+ClassBreak CountedClass(ClassValues& values, double lower, double upper, int decimals) {
     ClassBreak made;
     made.lower = AsWritten(lower);
     made.upper = upper;
     made.from = CutToDecimals(lower, decimals);
     made.to = CutToDecimals(upper, decimals);
-    made.count = CountBetween(ascending, made.lower, upper);
+    made.count = values.Count(made.lower, upper);
     return made;
 }
 
@@ -34,13 +33,11 @@ ClassBreak CountedClass(const Values& ascending, double lower, double upper, int
 /// left over.
 class EqualCounter final {
   public:
-    EqualCounter(const Values& ascending, const ClassRequest& request)
-        : ascending_(ascending), request_(request), step_(StepOfDecimals(request.decimals)) {
-        std::tie(first_, end_) = Within(ascending, request.minimum, request.maximum);
-    }
+    EqualCounter(ClassValues& values, const ClassRequest& request)
+        : values_(values), request_(request), step_(StepOfDecimals(request.decimals)) {}
 
     ClassBreaks Classes() {
-        const auto values = end_ - first_;
+        const int values = values_.Take(request_.minimum, request_.maximum);
         ClassBreaks classes;
         for (int i = 0; i < request_.classes; ++i) {
             place_ += values / request_.classes + (i < values % request_.classes ? 1 : 0);
@@ -55,8 +52,7 @@ class EqualCounter final {
 
   private:
     ClassBreak Next(int i) {
-        const bool none = place_ == 0;
-        const double value = none ? request_.maximum : first_[place_ - 1];
+        const double value = place_ == 0 ? request_.maximum : values_.At(place_ - 1);
         double lower = request_.minimum;
         if (i == 0)
             upper_ = value;
@@ -65,7 +61,7 @@ class EqualCounter final {
             upper_ = i == request_.classes - 1 ? request_.maximum : value;
         } else
             lower = AfterTies(value);
-        return CountedClass(ascending_, lower, upper_, request_.decimals);
+        return CountedClass(values_, lower, upper_, request_.decimals);
     }
 
     /// The class before holds this value already: the lower bound of the next, whose upper bound is the next value that
@@ -73,18 +69,15 @@ class EqualCounter final {
     double AfterTies(double value) {
         if (upper_ == request_.maximum) return request_.maximum;
         const double lower = AsWritten(value + step_);
-        const auto next = std::upper_bound(first_, end_, lower);
-        upper_ = next == end_ ? request_.maximum : *next;
+        upper_ = values_.NextAbove(lower, request_.maximum).value_or(request_.maximum);
         return lower;
     }
 
-    const Values& ascending_;
+    ClassValues& values_;
     const ClassRequest& request_;
     double step_;
-    Values::const_iterator first_;
-    Values::const_iterator end_;
-    std::ptrdiff_t place_ = 0; ///< values in the classes so far
-    double upper_ = 0;         ///< of the class before
+    int place_ = 0;    ///< values in the classes so far
+    double upper_ = 0; ///< of the class before
 };
 
 double SizeOfClass(const ClassRequest& request) {
@@ -95,7 +88,7 @@ double SizeOfClass(const ClassRequest& request) {
     return CutToDecimals(size < 1 && request.decimals < 1 ? 1 : size, request.decimals);
 }
 
-ClassBreaks EqualSizes(const Values& ascending, const ClassRequest& request) {
+ClassBreaks EqualSizes(ClassValues& values, const ClassRequest& request) {
     const double size = SizeOfClass(request);
     ClassBreaks classes;
     double lower = request.minimum;
@@ -108,7 +101,7 @@ ClassBreaks EqualSizes(const Values& ascending, const ClassRequest& request) {
         made.from = made.lower = lower;
         made.to = last ? request.maximum : upper;
         made.upper = upper;
-        made.count = CountBetween(ascending, lower, upper);
+        made.count = values.Count(lower, upper);
         classes.push_back(made);
         lower = CutToDecimals(AsWritten(upper + StepOfDecimals(request.decimals)), request.decimals);
     }
@@ -117,16 +110,19 @@ ClassBreaks EqualSizes(const Values& ascending, const ClassRequest& request) {
 
 /// Classes that end at the bounds. A bound between two numbers of the wanted decimals ends its class at the lower one,
 /// so that values with no more decimals than that fall on the side of the bound where they belong.
-ClassBreaks ClassesOfBounds(const Values& ascending, const ClassRequest& request, const Values& bounds) {
+ClassBreaks ClassesOfBounds(ClassValues& values, const ClassRequest& request) {
+    Values taken(static_cast<std::size_t>(values.Take(request.minimum, request.maximum)));
+    for (std::size_t i = 0; i < taken.size(); ++i)
+        taken[i] = values.At(static_cast<int>(i));
     ClassBreaks classes;
     double lower = request.minimum;
-    for (const double bound : bounds) {
+    for (const double bound : InnerBounds(request.method, taken, request.classes)) {
         const double upper = RoundDown(bound, request.decimals);
         if (!(upper >= lower && upper < request.maximum)) continue; // also for what is no number
-        classes.push_back(CountedClass(ascending, lower, upper, request.decimals));
+        classes.push_back(CountedClass(values, lower, upper, request.decimals));
         lower = AsWritten(upper + StepOfDecimals(request.decimals));
     }
-    classes.push_back(CountedClass(ascending, lower, request.maximum, request.decimals));
+    classes.push_back(CountedClass(values, lower, request.maximum, request.decimals));
     return classes;
 }
 
@@ -148,14 +144,38 @@ void SetRange(ClassRequest& request, double minimum, double maximum) {
     request.maximum = RoundHalfEven(maximum, request.decimals);
 }
 
-ClassBreaks ComputeClasses(const std::vector<double>& ascending, const ClassRequest& wanted) {
+int ListedValues::Take(double lower, double upper) {
+    const auto [first, end] = Within(ascending_, lower, upper);
+    first_ = first - ascending_.begin();
+    return static_cast<int>(end - first);
+}
+
+double ListedValues::At(int place) {
+    return ascending_[static_cast<std::size_t>(first_ + place)];
+}
+
+std::optional<double> ListedValues::NextAbove(double lower, double upper) {
+    const auto next = std::upper_bound(ascending_.begin(), ascending_.end(), lower);
+    if (next == ascending_.end() || *next > upper) return std::nullopt;
+    return *next;
+}
+
+int ListedValues::Count(double lower, double upper) {
+    return CountBetween(ascending_, lower, upper);
+}
+
+ClassBreaks ComputeClasses(ClassValues& values, const ClassRequest& wanted) {
     ClassRequest request = wanted;
     request.classes = std::clamp(wanted.classes, 1, MostClasses);
     if (!(request.minimum <= request.maximum)) return {};
-    if (request.method == BreakMethod::EqualCount) return EqualCounter(ascending, request).Classes();
-    if (request.method == BreakMethod::EqualSize) return EqualSizes(ascending, request);
-    const auto [first, end] = Within(ascending, request.minimum, request.maximum);
-    return ClassesOfBounds(ascending, request, InnerBounds(request.method, Values(first, end), request.classes));
+    if (request.method == BreakMethod::EqualCount) return EqualCounter(values, request).Classes();
+    if (request.method == BreakMethod::EqualSize) return EqualSizes(values, request);
+    return ClassesOfBounds(values, request);
+}
+
+ClassBreaks ComputeClasses(const std::vector<double>& ascending, const ClassRequest& request) {
+    ListedValues values(ascending);
+    return ComputeClasses(values, request);
 }
 
 int ClassOf(const ClassBreaks& classes, double value) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace tessaro {
@@ -38,9 +40,38 @@ constexpr int MostClasses = 200;
 /// A request's range from typed or measured limits: both rounded to its decimals, a half to the even digit.
 void SetRange(ClassRequest& request, double minimum, double maximum);
 
-/// The classes of ascending values. Equal count and equal size always give as many classes as wanted (at least 1, at
+/// Where the values to be divided come from: a list, or a table. Bounds are included.
+class ClassValues {
+  public:
+    virtual ~ClassValues() = default;
+    /// Takes the values from one bound to another, in ascending order, for `At`; gives how many they are.
+    virtual int Take(double lower, double upper) = 0;
+    /// A value of those that were taken, counted from 0.
+    [[nodiscard]] virtual double At(int place) = 0;
+    /// The least value above one bound and up to another; nothing when there is none.
+    [[nodiscard]] virtual std::optional<double> NextAbove(double lower, double upper) = 0;
+    [[nodiscard]] virtual int Count(double lower, double upper) = 0;
+};
+
+/// The values of an ascending list, which must outlive this.
+class ListedValues final : public ClassValues {
+  public:
+    explicit ListedValues(const std::vector<double>& ascending) : ascending_(ascending) {}
+
+    int Take(double lower, double upper) override;
+    [[nodiscard]] double At(int place) override;
+    [[nodiscard]] std::optional<double> NextAbove(double lower, double upper) override;
+    [[nodiscard]] int Count(double lower, double upper) override;
+
+  private:
+    const std::vector<double>& ascending_;
+    std::ptrdiff_t first_ = 0;
+};
+
+/// The classes of values. Equal count and equal size always give as many classes as wanted (at least 1, at
 /// most MostClasses) and repeat bounds when there are too few values; the other methods then give fewer. Values outside
 /// the range are in no class. Nothing when the minimum is above the maximum.
+[[nodiscard]] ClassBreaks ComputeClasses(ClassValues& values, const ClassRequest& request);
 [[nodiscard]] ClassBreaks ComputeClasses(const std::vector<double>& ascending, const ClassRequest& request);
 
 /// The number of the class (from 0) that a value is drawn in: the first that holds it between its shown bounds; -1 for

@@ -29,13 +29,4 @@ QString LegendOf(const ClassBreak& each, int decimals) {
            FormatThousands(FormatDecimals(each.to, decimals));
 }
 
-int DecimalsOf(const QStringList& values) {
-    qsizetype most = 0;
-    for (const QString& value : values) {
-        const qsizetype point = value.indexOf(QLatin1Char('.'));
-        if (point >= 0 && ReadsAsNumber(value)) most = std::max(most, value.trimmed().size() - point - 1);
-    }
-    return static_cast<int>(most);
-}
-
 } // namespace tessaro

@@ -3,7 +3,6 @@
 #include "map/ClassBreaks.h"
 
 #include <QString>
-#include <QStringList>
 
 namespace tessaro {
 
@@ -16,8 +15,5 @@ namespace tessaro {
 [[nodiscard]] QString BoundText(double bound, int decimals);
 /// "from - to", the legend of a class until the user writes another.
 [[nodiscard]] QString LegendOf(const ClassBreak& each, int decimals);
-
-/// The most decimals that values in the data's form have.
-[[nodiscard]] int DecimalsOf(const QStringList& values);
 
 } // namespace tessaro

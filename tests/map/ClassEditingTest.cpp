@@ -103,8 +103,6 @@ TEST(ClassLabelsTest, Numbers) {
         EXPECT_EQ(FormatDecimals(c.value, c.decimals).toStdString(), c.text) << c.value;
     SysNumFormat = false;
     EXPECT_EQ(LegendOf({1, 2.5, 0, 0, 0}, 1).toStdString(), "1.0 - 2.5");
-    EXPECT_EQ(DecimalsOf({QStringLiteral("1"), QStringLiteral("2.50"), QStringLiteral("n.available"), QString()}), 2);
-    EXPECT_EQ(DecimalsOf({QStringLiteral("-7")}), 0);
 }
 
 TEST(ClassColorsTest, Ramp) {
