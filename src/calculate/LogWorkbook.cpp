@@ -192,6 +192,8 @@ class LogWriter final {
 
     void Write(const QString& stamp, bool isFirst) {
         book_.SetColors(HeaderSlot, kHeadTint);
+        // Else each column would be calculated as it is written, to fit its rows, and once more with the next one.
+        book_.PauseCalculation();
         const QString name = ModuleName(draft_.type);
         const bool asLog = isFirst && draft_.type != CalcType::CompositeIndex;
         WriteSheet(kWorkingSheet, log_.working, asLog ? Plain("LOG_LOG") + QLatin1Char(' ') + name : name, stamp);

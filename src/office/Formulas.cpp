@@ -6,6 +6,7 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <iterator>
+#include <optional>
 
 namespace tessaro::office {
 
@@ -27,14 +28,45 @@ Reference<XFormulaParser> ParserOf(const Document::Model& model, sal_Int16 conve
     return parser;
 }
 
-/// Both grammars say it in the same way: no lists, other sheets, texts or names. Most formulas of a block are such.
-bool ReadsAlike(const QString& formula) {
-    constexpr char16_t kTold[] = u"=+-*/^():<>%$ ";
-    return std::all_of(formula.begin(), formula.end(), [&](QChar letter) {
-        return (letter >= QLatin1Char('0') && letter <= QLatin1Char('9')) ||
-               (letter >= QLatin1Char('A') && letter <= QLatin1Char('Z')) ||
-               std::find(std::begin(kTold), std::end(kTold), letter.unicode()) != std::end(kTold);
-    });
+/// The end of a sheet's name in quotes that begins at `from`, behind its "!"; -1 when no reference begins there, or one
+/// to another file.
+qsizetype EndOfSheet(const QString& formula, qsizetype from) {
+    qsizetype end = from + 1;
+    while (end < formula.size() && (formula[end] != u'\'' || formula.mid(end, 2) == QLatin1String("''")))
+        end += formula[end] == u'\'' ? 2 : 1;
+    const bool isSheet = formula.mid(end, 2) == QLatin1String("'!") && !formula.mid(from, end - from).contains(u'[');
+    return isSheet ? end + 2 : -1;
+}
+
+/// A formula in the other grammar where no parser is needed, as for most formulas of a block: one without lists, texts
+/// and small letters, in which "," stands between the arguments of functions alone. `ours` and `theirs` are the marks
+/// between arguments in both.
+std::optional<QString> Respelt(const QString& formula, char16_t ours, char16_t theirs) {
+    constexpr QStringView kAlike = u"=+-*/^():<>%$ ";
+    QString result;
+    QString open; // an "f" for each parenthesis of a function that is open, a "(" for any other
+    for (qsizetype at = 0; at < formula.size(); ++at) {
+        const QChar letter = formula[at];
+        const bool isName = (letter >= u'0' && letter <= u'9') || (letter >= u'A' && letter <= u'Z');
+        if (letter == u'(') {
+            open += at > 0 && formula[at - 1].isLetterOrNumber() ? u'f' : u'(';
+        } else if (letter == u')') {
+            open.chop(1);
+        } else if (letter == ours && open.endsWith(u'f')) {
+            result += theirs;
+            continue;
+        } else if (letter == u'\'' && ours == u',') {
+            const qsizetype end = EndOfSheet(formula, at);
+            if (end < 0) return std::nullopt;
+            result += u'$' + formula.mid(at, end - at - 1) + u'.';
+            at = end - 1;
+            continue;
+        } else if (!isName && !kAlike.contains(letter)) {
+            return std::nullopt;
+        }
+        result += letter;
+    }
+    return result;
 }
 
 rtl::OUString Translated(const rtl::OUString& formula, const FormulaTranslator::Address& cell,
@@ -48,16 +80,17 @@ FormulaTranslator::FormulaTranslator(const Document::Model& model)
     : own_(ParserOf(model, kOwnGrammar)), usual_(ParserOf(model, kUsualGrammar)) {}
 
 rtl::OUString FormulaTranslator::ToCell(const QString& formula, const Address& cell) const {
-    const rtl::OUString text = ToUno(formula);
-    if (!formula.startsWith(QLatin1Char('=')) || ReadsAlike(formula)) return text;
-    return Translated(text, cell, usual_, own_);
+    if (!formula.startsWith(QLatin1Char('='))) return ToUno(formula);
+    if (const auto respelt = Respelt(formula, u',', u';')) return ToUno(*respelt);
+    return Translated(ToUno(formula), cell, usual_, own_);
 }
 
 // A formula over a block of cells stands in braces.
 QString FormulaTranslator::FromCell(const rtl::OUString& formula, const Address& cell) const {
     QString text = FromUno(formula);
     if (text.startsWith(QLatin1String("{=")) && text.endsWith(QLatin1Char('}'))) text = text.mid(1, text.size() - 2);
-    if (!text.startsWith(QLatin1Char('=')) || ReadsAlike(text)) return text;
+    if (!text.startsWith(QLatin1Char('='))) return text;
+    if (const auto respelt = Respelt(text, u';', u',')) return *respelt;
     return FromUno(Translated(ToUno(text), cell, own_, usual_));
 }
 

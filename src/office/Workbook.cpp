@@ -7,6 +7,7 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
@@ -30,6 +31,13 @@ auto SheetsOf(const Model& model) {
 
 int CountOf(const Model& model) {
     return Need<com::sun::star::container::XIndexAccess>(SheetsOf(model))->getCount();
+}
+
+/// Whether formulas are calculated as their cells are needed, or not at all.
+void Calculate(const Model& model, bool on) {
+    const auto calculatable = Need<com::sun::star::sheet::XCalculatable>(model);
+    if (calculatable->isAutomaticCalculationEnabled() != static_cast<sal_Bool>(on))
+        calculatable->enableAutomaticCalculation(on);
 }
 
 QString PrinterOf(const Reference<com::sun::star::view::XPrintable>& printable) {
@@ -147,12 +155,19 @@ void Workbook::SetDefaultFont(const QString& name, double points) {
     });
 }
 
+void Workbook::PauseCalculation() {
+    Known(document_).Run([](const Model& model) { Calculate(model, false); });
+}
+
 void Workbook::Save() {
     SaveAs(Known(document_).FileName());
 }
 
 void Workbook::SaveAs(const QString& file) {
-    Known(document_).Run([](const Model& model) { CheckLimits(model); });
+    Known(document_).Run([](const Model& model) {
+        CheckLimits(model);
+        Calculate(model, true);
+    });
     Known(document_).Store(file);
 }
 

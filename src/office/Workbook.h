@@ -39,6 +39,10 @@ class Workbook final {
     /// Font of all cells that have no other.
     void SetDefaultFont(const QString& name, double points);
 
+    /// Formulas that are written from now on have no results until the workbook is saved: then all are calculated,
+    /// once.
+    void PauseCalculation();
+
     /// Writes the file under its name, or under a new one, as true ".xls"; the old file stays when that fails.
     /// Failure::Limit when a sheet has more than 65,536 rows, 256 columns or a name of over 31 characters.
     void Save();

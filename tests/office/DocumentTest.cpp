@@ -218,12 +218,14 @@ TEST_F(DocumentTest, TakesManyScatteredLooks) {
 
 TEST_F(DocumentTest, WritesFormulasAsTheyAreUsuallyWritten) {
     Workbook book = Application().NewWorkbook(2);
-    book.Sheet(2).SetName(QStringLiteral("My Data"));
+    book.Sheet(2).SetName(QStringLiteral("My Data's"));
     const Worksheet sheet = book.Sheet(1);
     book.Sheet(2).Cells(1, 1).SetValue(40.0);
     sheet.Cells(1, 1).SetValues({{1.0, 2.0, 3.0}});
     const std::pair<const char*, Cell> cases[] = {{"=SUM(A1,C1)", 4.0},
-                                                  {"=SUM(A1:C1)+'My Data'!A1", 46.0},
+                                                  {"=SUM(A1:C1)+'My Data''s'!A1", 46.0},
+                                                  {"=MIN('My Data''s'!$A$1,LOG10(A1 * 10) + 6)", 7.0},
+                                                  {"=SUM((A1,C1))", 4.0},
                                                   {"=IF($A$1>2,\"big\",\"small\")", QStringLiteral("small")},
                                                   {"=SUMPRODUCT({1,2,3},A1:C1)", 14.0},
                                                   {"=1/0", QStringLiteral("#DIV/0!")},
@@ -299,10 +301,32 @@ TEST_F(DocumentTest, WritesManyFormulasAtOnce) {
     timer.start();
     sheet.Cells(1, 2).SetFormulas(formulas);
     EXPECT_LT(timer.elapsed(), test::TimeBound(400));
+    FormulaBlock alike;
+    for (int row = 1; row <= 5000; ++row)
+        alike.push_back({QStringLiteral("=ROUND(A%1 * 2 + B%1 * 2,2)").arg(row)});
+    timer.restart();
+    sheet.Cells(1, 7).SetFormulas(alike);
+    EXPECT_LT(timer.elapsed(), test::TimeBound(1500));
+    EXPECT_EQ(sheet.Cells(101, 7).Value(), Cell(269.4));
+    EXPECT_EQ(sheet.Cells(1, 7, 5000, 7).Formulas(), alike);
     EXPECT_EQ(sheet.Cells(200, 2, 200, 3).Values(), (Block{{66.7, 400.0}}));
     sheet.Cells(1, 4, 20000, 5).FillFormula(QStringLiteral("=$A1+COLUMN()"));
     EXPECT_EQ(sheet.Cells(200, 4, 200, 5).Values(), (Block{{204.0, 205.0}}));
     EXPECT_EQ(sheet.Cells(20000, 5).Formula(), QStringLiteral("=$A20000+COLUMN()"));
+}
+
+TEST_F(DocumentTest, CalculatesPausedFormulasWhenItIsSaved) {
+    Workbook book = Application().NewWorkbook();
+    const Worksheet sheet = book.Sheet(1);
+    sheet.Cells(1, 1).SetValue(20.0);
+    book.PauseCalculation();
+    sheet.Cells(1, 2).SetFormula(QStringLiteral("=A1*2"));
+    sheet.Cells(2, 2, 100, 2).FillFormula(QStringLiteral("=B1+1"));
+    EXPECT_EQ(FailureOf([&] { sheet.Cells(1, 3).SetFormula(QStringLiteral("=SUM(((")); }), Failure::Formula);
+    book.SaveAs(File("paused.xls"));
+    EXPECT_EQ(ReadXls(File("paused.xls")).front().At(100, 2), QJsonValue(139.0));
+    sheet.Cells(1, 1).SetValue(30.0);
+    EXPECT_EQ(sheet.Cells(100, 2).Value(), Cell(159.0)) << "calculated at once again";
 }
 
 TEST_F(DocumentTest, KeepsRichTextOfAnyKind) {
