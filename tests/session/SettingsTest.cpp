@@ -129,7 +129,7 @@ TEST_F(SettingsTest, ASelectionFileOfAnEarlierVersionIsWidenedAndKeepsItsRows) {
             ASSERT_TRUE(Execute(QLatin1String(sql), file.get())) << sql;
     }
     LocalizeApp();
-    EXPECT_EQ(rows("SELECT IUSNId, UnitGId, SourceNId, Deleted, RowNId FROM _SelIUSNId"), "7|It's|2|True|41;");
+    EXPECT_EQ(rows("SELECT IUSNId, UnitGId, SourceNId, Deleted, RowNId FROM _SelIUSNId"), "7|It's|2|-1|41;");
     EXPECT_EQ(rows("SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod"), "3|2000;");
     EXPECT_TRUE(Execute(
         QStringLiteral("INSERT INTO _SelIUSNId (IUSNId, UnitGId) VALUES (8, '%1')").arg(QString::fromStdString(longId)),
