@@ -93,7 +93,7 @@ Coercion CoercionFor(const Typed& left, const std::vector<const Typed*>& others,
         return {};
     if (every([](const Typed& each) { return each.kind == CompareKind::Identifier || IsPlainLiteral(each); }))
         return {Collate(CompareKind::Identifier), false, false};
-    // Equality with a literal of plain letters comes to the same under NOCASE, which the indexes on text carry.
+    // Equality with a literal of ASCII letters gives the same under NOCASE, the collation of the indexes on text.
     const bool literals =
         std::ranges::all_of(others, [](const Typed* each) { return IsNull(*each) || IsPlainLiteral(*each); });
     const bool nocase = !ordered && (literals || IsPlainLiteral(left));

@@ -12,13 +12,13 @@ namespace jet {
 struct Coercion {
     std::string collation;          ///< " COLLATE …", or nothing
     bool numbersAsText = false;     ///< numbers among texts compare by the collation, in their shortest form
-    bool literalsAsNumbers = false; ///< quoted numbers among numbers lose their quotes, so that indexes serve
+    bool literalsAsNumbers = false; ///< quoted numbers among numbers lose their quotes, so that indexes can be used
 
     [[nodiscard]] std::string shape(const Typed& operand) const;
 };
 
-/// The coercion of a comparison of `left` with all of `others`. `ordered` for <, > and BETWEEN; equality has cheaper
-/// ways.
+/// The coercion of a comparison of `left` with all of `others`. `ordered`: for <, > and BETWEEN; an equality can often
+/// do without a collation.
 [[nodiscard]] Coercion CoercionFor(const Typed& left, const std::vector<const Typed*>& others, bool ordered);
 
 /// The value as text: a number in its shortest form, Null stays Null.

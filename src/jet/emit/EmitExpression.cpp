@@ -55,7 +55,8 @@ Typed JoinedText(std::string sql, const Typed& left, const Typed& right) {
     return joined;
 }
 
-/// Writes (left sign right), without brackets around a left part of the same operator: SQLite bounds their depth.
+/// Writes (left sign right), without brackets around a left operand of the same operator, since SQLite bounds the depth
+/// of brackets.
 void Chain(Typed& chained, const std::string& left, const Typed& leftValue, char op, const std::string& right) {
     const std::string sign = op == '&' ? " || " : std::string(" ") + op + " ";
     chained.chain = op;
@@ -80,7 +81,8 @@ Typed Concatenated(const Typed& left, const Typed& right) {
     return joined;
 }
 
-/// A literal that isn't zero, as a double; empty for anything else, whose division must be watched.
+/// A literal that isn't zero, as a double. Empty for anything else: dividing by it needs the function that checks for
+/// zero.
 std::string SafeDivisor(const Typed& value) {
     if (!value.literal || IsText(value) || value.text.find_first_not_of(".0123456789") != std::string::npos) return {};
     if (value.text.find_first_of("123456789") == std::string::npos) return {};
@@ -146,7 +148,8 @@ bool Fits(const Typed& value, ColumnType type) {
             (type == ColumnType::Counter && value.type == ColumnType::Long));
 }
 
-/// A constant is read here and now: a default value stands in the file, where no function of ours may.
+/// The value of a constant, computed while the statement is translated: a default value is written into the file, whose
+/// schema must not call functions of ours.
 std::string StoredDate(const Typed& value) {
     if (value.type == ColumnType::Unknown || IsDate(value)) return value.sql;
     const auto moment = value.literal ? ReadDate(value.text) : std::nullopt;
@@ -239,7 +242,7 @@ Typed Emitter::emitNode(const ColumnName& node, const Scope& scope, Position at)
         if (++aliasDepth_ > DeepestAlias) FailAt(at, "The name '" + node.name + "' is defined by itself");
         Typed value = emit(*item->expression, scope);
         --aliasDepth_;
-        // Names that stand for names twice over double the text with each of them.
+        // Aliases that use other aliases twice double the text at each level.
         aliasText_ += value.sql.size();
         if (aliasText_ > MostAliasText) FailAt(at, "The names of the statement stand for too long an expression");
         return value;
@@ -312,7 +315,7 @@ Typed Emitter::emitNode(const Comparison& node, const Scope& scope, Position) {
         const bool wantsTrue = constant->value == (node.op == ComparisonOperator::Equal);
         if (left.condition) return wantsTrue ? left : Condition("NOT " + left.sql);
         if (wantsTrue) return Condition(left.sql + " <> 0");
-        // An equality would look to the engine as if few rows met it, and have it join from the wrong end.
+        // SQLite's planner takes an equality to pick few rows, and would begin the join at this table.
         return Condition(left.type == ColumnType::YesNo ? "NOT " + left.sql : left.sql + " = 0");
     }
     return Condition(Compared(left, SqlOf(node.op), right));
@@ -343,7 +346,8 @@ Typed Emitter::emitNode(const Between& node, const Scope& scope, Position) {
     const Typed low = emit(*node.low, scope);
     const Typed high = emit(*node.high, scope);
     const Coercion coercion = CoercionFor(operand, {&low, &high}, true);
-    // Either bound may be the lower one. What is computed is computed once, by a function; an index can't help it.
+    // Either bound may be the lower one. Computed operands go to a function, so that each is computed once; no index
+    // could be used for them anyway.
     const auto simple = [](const Typed& bound) { return bound.literal || bound.column; };
     if (!simple(low) || !simple(high))
         return Condition("jet_between('" + coercion.collation + "', " + coercion.shape(operand) + ", " +

@@ -50,8 +50,8 @@ Emitter::FromClause Emitter::flatten(const std::vector<TableReferencePtr>& from,
     return all;
 }
 
-// Inner joins come down to one list of tables with their conditions in WHERE, whatever their brackets: SQLite then
-// chooses the order, and builds no table in between. A RIGHT JOIN is a LEFT JOIN read from the other side.
+// Inner joins, whatever their brackets, become one list of tables with the conditions in WHERE: SQLite then chooses the
+// order of the tables, and builds no intermediate table. A RIGHT JOIN is written as a LEFT JOIN with the sides swapped.
 Emitter::FromClause Emitter::flatten(const TableReference& reference, const Scope& scope, std::size_t& next) {
     const auto* join = std::get_if<tree::Join>(&reference.node);
     if (!join) {

@@ -49,7 +49,7 @@ std::string Listed(const std::vector<Typed>& arguments) {
     return list;
 }
 
-/// What the function leaves of a text without letters, or of an identifier.
+/// Whether the result of the function is still a text without letters, or an identifier.
 void KeepPlainness(Typed& result, const std::string& function, const std::vector<Typed>& arguments) {
     constexpr std::array Keeping = {"mid",   "left",  "right", "trim",  "ltrim",
                                     "rtrim", "ucase", "lcase", "first", "last"};
@@ -150,7 +150,7 @@ Typed Emitter::emitAggregate(const Call& node, std::vector<Typed> arguments) {
     return {std::move(sql), CompareKind::Number, whole ? ColumnType::Long : ColumnType::Double};
 }
 
-// What SQLite says itself costs no call of ours for each row.
+// What SQLite can express itself is written so: it saves the call of a function of ours for each row.
 std::optional<Typed> Emitter::emitInline(const Call& node, const std::vector<Typed>& arguments) {
     if (node.name == "iif")
         return Merged("(CASE WHEN " + AsCondition(arguments[0]) + " THEN " + AsValue(arguments[1]) + " ELSE " +

@@ -66,7 +66,7 @@ void CheckGroups(const Select& select, const std::vector<OrderItem>& orderBy, co
         CheckGrouped(*item.expression, select.groupBy, scope);
 }
 
-// Of equal rows that became one, there is no single value of anything else to sort by.
+// Rows made one by DISTINCT have no single value of a field outside the result, so none can be sorted by.
 void Emitter::checkDistinctOrder(const std::vector<OrderItem>& orderBy, const std::vector<OrderKey>& keys,
                                  const std::vector<Item>& items, const Scope& scope) {
     const SameInScope same(scope);

@@ -68,8 +68,8 @@ Translation Emitter::statement(const Transform& transform) {
         tail += (i == 0 ? " ORDER BY " : ", ") + keys[i].text();
     const std::string collation = key.caseless ? std::string() : Collate(key.kind);
     const std::string ofColumn = " FILTER (WHERE source.pivot" + collation + " IS %VALUE%)";
-    // The cells are computed first, then put into their columns: else each row would be asked for every column whether
-    // it belongs there. Totals of the rows can't be had from the cells.
+    // The cells are grouped first and put into their columns after: otherwise each row would be tested for every
+    // column. Totals over rows can't be computed from the cells, so those queries are written the other way.
     const bool cellsFirst = !key.literal && !TotalsRows(transform);
     if (cellsFirst)
         scope.projected = nullptr;

@@ -13,7 +13,7 @@ using namespace tree;
 bool HoldsAggregate(const Expression& expression) {
     const auto* const call = std::get_if<Call>(&expression.node);
     if (call && FindFunction(call->name)->aggregate) return true;
-    // The query behind IN has groups of its own, what is looked for in it belongs to ours.
+    // The query after IN has groups of its own; the left operand belongs to this query.
     if (const auto* const in = std::get_if<InQuery>(&expression.node)) return HoldsAggregate(*in->operand);
     if (const auto* const each = std::get_if<Quantified>(&expression.node)) return HoldsAggregate(*each->operand);
     bool holds = false;
@@ -32,7 +32,7 @@ bool HasGroups(const Select& select) {
     });
 }
 
-/// Two fields of one name are told apart by their tables; what has no name is numbered.
+/// The names of the result: two fields of one name get their table's name before it, expressions get a number.
 template <class Items> void NameItems(Items& items) {
     int unnamed = 1000;
     for (auto& item : items)
@@ -47,7 +47,7 @@ template <class Items> void NameItems(Items& items) {
     }
 }
 
-/// A field that holds what both hold.
+/// The type of a field that can hold the values of both.
 OutputColumn Common(const OutputColumn& a, const OutputColumn& b) {
     if (a.type == ColumnType::Unknown) return {a.name, b.type, b.kind};
     if (b.type == ColumnType::Unknown) return a;
@@ -62,8 +62,8 @@ OutputColumn Common(const OutputColumn& a, const OutputColumn& b) {
     return common;
 }
 
-// The field of a union's result that is sorted by. It stands as a position alone: the fields carry their collations,
-// and SQLite trips over a second one.
+// The field by which a union is sorted, as its position: the fields have their collations already, and SQLite refuses a
+// second one in ORDER BY.
 std::size_t UnionPosition(const OrderItem& item, const std::vector<OutputColumn>& columns) {
     const Expression& expression = *item.expression;
     std::size_t position = 0;
@@ -109,7 +109,8 @@ std::vector<Emitter::Item> Emitter::items(const Select& select, const Scope& sco
                 addFields(source);
         }
     }
-    constexpr std::size_t MostFields = 2000; // stars over inner queries with stars double them at each level
+    // "SELECT *, *" of an inner query of the same kind doubles the fields at each level.
+    constexpr std::size_t MostFields = 2000;
     if (made.size() > MostFields) FailAt(select.at, "The query has too many fields");
     NameItems(made);
     return made;
@@ -143,13 +144,13 @@ std::string Emitter::groupBy(const Select& select, const std::vector<Item>& item
     }
     const bool haveRows = std::ranges::all_of(giving, [](const Source* source) { return source->table != nullptr; });
     if (giving.empty() || !haveRows || giving.size() == scope.sources.size()) return list;
-    // The sign keeps the engine from walking the whole of such a table only because its rows then come in order.
+    // The unary plus keeps SQLite from reading the whole table by an index only because that gives the order.
     for (const Source* source : giving)
         list += (list.empty() ? " GROUP BY +" : ", +") + source->rowId();
     return list;
 }
 
-// No two rows of a table have the same counter, so nothing ties.
+// A counter has no equal values, so no two rows are equal in the order.
 bool Emitter::SortsByCounter(const Select& select, const Scope& scope, const std::vector<OrderKey>& keys) {
     return scope.sources.size() == 1 && !HasGroups(select) && std::ranges::any_of(keys, [](const OrderKey& key) {
                return key.value.column && key.value.type == ColumnType::Counter;
@@ -229,7 +230,7 @@ Emitter::ReadSelect Emitter::readSelect(const Select& select, const std::vector<
     if (select.having) read.tail += " HAVING " + condition(*select.having, scope);
     read.keys = orderKeys(orderBy, read.items, scope);
     const bool distinct = select.duplicates == Duplicates::DropEqualValues;
-    // Equal rows and groups come out of their own sorting in the order of the collation.
+    // DISTINCT and GROUP BY sort the rows already, in the order of the collation.
     if (!distinct && !HasGroups(select)) KeyValues(read.keys);
     if (HasGroups(select)) CheckGroups(select, orderBy, scope);
     if (distinct) checkDistinctOrder(orderBy, read.keys, read.items, scope);
@@ -263,7 +264,7 @@ Emitter::SelectText Emitter::emitQuery(const Query& query, const Scope* outer) {
     return {written(read, false), read.columns()};
 }
 
-// The collations of the first query hold for all, so its fields must know what the others hold.
+// A union compares by the collations of its first query, which therefore must suit the fields of the others.
 Emitter::SelectText Emitter::emitUnion(const Query& query, const Scope* outer) {
     SelectText all;
     std::vector<ReadSelect> arms;

@@ -88,7 +88,7 @@ std::string Emitter::definition(const ColumnDefinition& column) {
     return text;
 }
 
-// It stands in the file, where no function of ours may.
+// It becomes part of the file's schema, which must not call functions of ours.
 std::string Emitter::defaultText(const ColumnDefinition& column) {
     const Typed value = emit(*column.defaultValue, Scope{});
     const bool constant = value.literal || value.type == ColumnType::Unknown;

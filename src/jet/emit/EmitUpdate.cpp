@@ -8,8 +8,8 @@ namespace jet {
 
 using namespace tree;
 
-// The rows of a joined UPDATE. With a pattern that is no literal, those that are equal to one without a wildcard come
-// first, which an index can find, then those that match one with wildcards.
+// The rows of a joined UPDATE. With a Like whose pattern is a field, the rows that equal a pattern without wildcards
+// are collected first, by an index, then those that match a pattern with wildcards.
 std::string Emitter::matchingRows(const Update& update, const Scope& scope, const std::string& columns) {
     FromClause from = flatten(update.tables, scope);
     if (update.where) from.conditions.push_back(condition(*update.where, scope));
@@ -27,7 +27,7 @@ std::string Emitter::matchingRows(const Update& update, const Scope& scope, cons
     const auto wild = [](const Typed& text) { return "(" + AsValue(text) + " GLOB '*[*?#[]*')"; };
     Typed plain = pattern;
     if (operand.kind == CompareKind::Identifier) plain.kind = CompareKind::Identifier;
-    // Equal identifiers have the same signs, and a field is looked at sooner than a pattern is computed again.
+    // Where field and pattern are equal, either tells whether there are wildcards; the field needs no computing.
     const Typed& looked = operand.kind == CompareKind::Identifier ? operand : pattern;
     return select({Compared(operand, "=", plain), "NOT " + wild(looked)}) + " UNION ALL " +
            select({wild(pattern), "jet_like(" + AsValue(operand) + ", " + AsValue(pattern) + ")"});
@@ -71,7 +71,8 @@ std::string Emitter::updateOne(const Update& update, const Changes& changes, con
            target.rowId() + " = \"jet$q\".\"jet$row\"";
 }
 
-// Rows and values are put aside before the first table changes: the second must not see what the first became.
+// Rows and values are stored before the first table changes: the change of the second table must not see the new
+// values of the first.
 std::vector<std::string> Emitter::updateSeveral(const Update& update, const std::vector<Changes>& all,
                                                 const Scope& scope) {
     std::string columns;

@@ -8,7 +8,8 @@
 
 namespace jet {
 
-/// Writes trees as SQLite text. Split by what a tree is: expressions, queries, changes of rows and of tables.
+/// Writes syntax trees as SQLite text. Its functions are in several files: expressions, queries, changes of rows and of
+/// tables.
 class Emitter {
   public:
     /// `length` of the statement in bytes: what is written must stay in proportion to it.
@@ -135,7 +136,7 @@ class Emitter {
         const Source* target = nullptr;
         std::vector<std::string> fields;
         std::vector<std::string> values;
-        bool beyond = false; ///< values name other tables than the target
+        bool beyond = false; ///< the values read other tables than the target
     };
     std::vector<Changes> changesByTarget(const tree::Update& update, const Scope& scope);
     std::string matchingRows(const tree::Update& update, const Scope& scope, const std::string& columns);

@@ -19,7 +19,7 @@ struct Typed {
     bool condition = false;                ///< a truth value of SQLite (1, 0, Null), not one of ours (-1, 0)
     bool literal = false;                  ///< a constant of the statement; `text` is its text
     std::string text = {};
-    bool column = false;    ///< a bare field, which an index may serve
+    bool column = false;    ///< a bare field, for which an index may be used
     bool caseless = false;  ///< text without letters: it needs no collation
     char chain = 0;         ///< the operator of a term in brackets that further operands can be added to, else 0
     std::string terms = {}; ///< of such a term: what stands within its brackets
@@ -40,7 +40,7 @@ struct Source {
     [[nodiscard]] std::string columnSql(std::size_t position) const;
 };
 
-/// The tables that names of one query level may mean; behind them those of the queries around it.
+/// The tables in which the names of one query level are looked up; after them those of the queries around it.
 struct Scope {
     std::vector<Source> sources;
     const Scope* outer = nullptr;

@@ -29,7 +29,7 @@ enum class TargetChange {
     Other,    ///< nothing, or anything else
     Make,     ///< a query makes and fills it: the first text makes it, the last one fills it
     Drop,     ///< the table goes
-    DropLink, ///< only the link goes, which stands in the catalogue: there is no text
+    DropLink, ///< only the link goes, which is an entry of the catalogue: there is no SQLite text
 };
 
 /// A crosstab needs the distinct pivot values before its own text can be written.
@@ -42,8 +42,8 @@ struct PivotPlan {
     OutputColumn valueColumn;       ///< type and kind of each value column
 };
 
-/// SQLite text of one statement. `statements` run in order within a savepoint; all but the last prepare the ground
-/// (CREATE TABLE of a SELECT … INTO, say); the last one gives the rows or the count of changed rows.
+/// SQLite text of one statement. `statements` run in order within a savepoint; the last one gives the rows or the count
+/// of changed rows, those before it prepare it (the CREATE TABLE of a SELECT … INTO, for example).
 struct Translation {
     StatementClass kind = StatementClass::Select;
     std::vector<std::string> statements;

@@ -66,7 +66,7 @@ struct BulkLoad::Impl {
 
 BulkLoad::BulkLoad(const std::string& path) : impl_(std::make_unique<Impl>()) {
     impl_->database = OpenFile(path);
-    // A load that breaks off leaves a file that is made anew, so the disk need not be waited for.
+    // A file whose load was interrupted is made anew, so there is no need to wait for the disk.
     Run(impl_->database.get(), "PRAGMA synchronous=OFF; PRAGMA cache_size=-65536; BEGIN IMMEDIATE");
 }
 
@@ -111,7 +111,7 @@ void BulkLoad::Finish() {
 
 void Analyze(const std::string& path) {
     const DatabaseHandle database = OpenFile(path);
-    // Measured whole: estimates from a sample lead the joins astray as soon as a table has millions of rows.
+    // The whole table is read: statistics from a sample mislead the planner when a table has millions of rows.
     Run(database.get(), "PRAGMA synchronous=OFF; PRAGMA cache_size=-65536; PRAGMA analysis_limit=0; ANALYZE");
 }
 

@@ -11,8 +11,8 @@
 
 namespace jet {
 
-/// Writes many rows into a database file, past the dialect: one prepared statement a table and one transaction in all.
-/// For programs that make databases; the file must not be in use by anyone else. Throws Error.
+/// Writes many rows into a database file without translating statements: one prepared statement a table and one
+/// transaction in all. For programs that make databases; the file must not be in use by anyone else. Throws Error.
 class BulkLoad final {
   public:
     /// Opens an existing file; everything until Finish is one transaction.
@@ -33,7 +33,7 @@ class BulkLoad final {
     std::unique_ptr<Impl> impl_;
 };
 
-/// Has the engine measure all tables of a database file, so that its joins begin at the small ones.
+/// Makes the planner statistics of all tables of a database file anew (ANALYZE), so that joins begin at small tables.
 void Analyze(const std::string& path);
 
 } // namespace jet

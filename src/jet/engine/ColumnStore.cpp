@@ -89,7 +89,7 @@ void Column::Append(sqlite3_stmt* row, int position) {
     if (kinds_.size() == BlockRows) Pack();
 }
 
-// A text begins where the last one before it ends. In a block of texts alone a Null carries the end on.
+// A text begins where the one before it ends; in a block of texts a Null has the same end as the text before it.
 void Column::Pack() {
     Block block;
     const auto valued = std::ranges::find_if(kinds_, [](Kind kind) { return kind != Kind::Null; });

@@ -21,7 +21,7 @@ class Column {
     /// Takes column `position` of the row that the statement stands on.
     void Append(sqlite3_stmt* row, int position);
     [[nodiscard]] Value Get(std::size_t row) const;
-    /// Packs what is still open; nothing is appended any more.
+    /// Packs the last block; nothing can be appended after this.
     void Finish();
 
   private:

@@ -62,7 +62,8 @@ class Connection final {
     /// working database.
     void CreateLink(const std::string& linkName, const std::string& file, const std::string& password,
                     const std::string& sourceTable, LinkAccess access = LinkAccess::Read);
-    /// For a working database that is about to get its links: what is written from now on need not outlive a crash.
+    /// For a working database that is about to get its links: from now on writing does not wait for the disk, since the
+    /// file is made anew after a crash.
     void Relax();
     /// Everything written between Begin and Commit goes to disk at once; Rollback takes it back.
     void Begin();

@@ -30,7 +30,8 @@ std::string HashOf(const std::string& password, const std::string& salt) {
     return text;
 }
 
-/// True when the hash is that of the password. What was right last is kept: the file that is open is opened often.
+/// True when the hash is that of the password. The last right answer is kept, since the current database is opened
+/// again and again.
 bool IsHashOf(const std::string& hash, const std::string& password, const std::string& salt) {
     thread_local std::array<std::string, 3> proven;
     const std::array<std::string, 3> asked = {hash, password, salt};

@@ -15,8 +15,8 @@ struct FileIdentity {
     auto operator<=>(const FileIdentity&) const = default;
 };
 
-/// The first bytes of a file, fewer when it is shorter or can't be read. Read through the engine: to open and close the
-/// file oneself would take the locks of this process's connections to it with it.
+/// The first bytes of a file, fewer when it is shorter or can't be read. Read through SQLite's own file layer:
+/// when a process closes a file that it opened otherwise, POSIX drops the locks of all its connections to that file.
 [[nodiscard]] std::string HeadOfFile(const std::string& path, std::size_t bytes);
 
 /// A database file on disk, looked at before the engine opens it.
@@ -26,7 +26,7 @@ struct DatabaseFile {
     bool writable = false;
 
     /// Throws OpenError when there is no file, or it is a folder or too short. Does not open the file: closing it
-    /// again would take the locks of the other connections of this process with it.
+    /// would drop the locks of this process's connections to it.
     [[nodiscard]] static DatabaseFile Inspect(const std::string& path);
     /// Why the engine did not take the file for a database, by the first bytes of the file.
     [[nodiscard]] static OpenFailure Explain(const std::string& path);

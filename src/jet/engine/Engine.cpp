@@ -69,17 +69,18 @@ Engine::Engine(const std::string& path, const std::string& password, Use use) : 
     sqlite3_set_authorizer(handle, Note, &noting_);
 }
 
-// The file is left as if every table that was dropped were gone.
+// Tables that were dropped but kept as empty shells are dropped now.
 Engine::~Engine() {
     try {
         for (const std::string& name : catalogue_->shells())
             DropShell(name);
     } catch (const Error&) {
-        // busy or lost: the next one who opens the file finds them marked
+        // the file is busy or gone: the shells stay marked, and the next opening treats them as dropped
     }
 }
 
-// Only for a statement seen before: a new one may have a file to attach, whose settings can't be made in a transaction.
+// Only for a statement seen before: a new one may attach a file, and the settings of an attached file can't be made
+// within a transaction.
 Engine::ReadScope::ReadScope(Engine& engine, std::string_view sql) : engine_(engine) {
     CachedStatement* const seen = engine.statements_->find(sql);
     if (seen == nullptr || !engine.statements_->isGood(*seen) || engine.sizes_->inDoubt(seen->prepared.reads)) return;
@@ -127,7 +128,7 @@ PreparedStatement Engine::TakePrepared(CachedStatement& seen) {
     return query ? PrepareQuery(sql, seen.translation.lists) : PrepareNoting(sql, seen.translation.lists);
 }
 
-// Figures are not taken while a result is being read: new ones would end it.
+// No planner statistics are taken while a result is being read: ANALYZE would end the reading.
 PreparedStatement Engine::PrepareQuery(std::string_view sql, const std::vector<ListParameter>& lists) {
     PreparedStatement prepared = PrepareNoting(sql, lists);
     if (prepared.reads.size() < 2 || !results_.empty() || own_->isBegun()) return prepared;
@@ -142,7 +143,7 @@ template <class Work> auto Engine::Retrying(const Work& work) {
         return work();
     } catch (const Error& error) {
         if (error.number() != ErrorNumber::NoSuchTable && error.number() != ErrorNumber::NoSuchColumn) throw;
-        // The DROP of a table that isn't there is common, and needs no second look when nobody can have made it.
+        // To drop a table that isn't there is common; when nobody else can have made it, it is not looked for again.
         const bool known = error.number() == ErrorNumber::NoSuchTable && !catalogue_->missedLink();
         if (known && !notice_->OthersWrote()) throw;
     }
@@ -195,8 +196,9 @@ std::int64_t Engine::Execute(std::string_view sql) {
     return makesTable && alone && catalogue_->hasLinks() ? ExecuteClaimed(sql) : ExecuteHere(sql);
 }
 
-// What a statement that makes or drops a table looks up before and after takes more locks than its own work: here one
-// serves all. The write lock comes first, since SQLite doesn't wait for one while it holds the lock for reading.
+// A statement that makes or drops a table reads the schema before and after it, each time with a lock of its own; here
+// one transaction covers all. It begins with the write lock, since SQLite doesn't wait for that while it holds a read
+// lock.
 std::int64_t Engine::ExecuteClaimed(std::string_view sql) {
     Claim();
     try {
@@ -315,7 +317,7 @@ std::int64_t Engine::DropLink(const std::string& name) {
     return 0;
 }
 
-// Of a table that a query made, and of one that was dropped, all is known; what else changed is read.
+// The fields of a table made by a query are known, a dropped table is gone; any other change is read from the file.
 void Engine::NoteSchemaChange(const Translation& translation, std::int64_t rows) {
     const std::string& target = translation.target;
     sizes_->Forget(LowerCased("main." + target));
@@ -412,8 +414,8 @@ void Engine::PutLink(const LinkInfo& link) {
     }
 }
 
-// Within a transaction that has read, SQLite doesn't wait for its turn to write. A file without links is claimed at
-// once; with links the claim would hold up whoever writes to any of their files.
+// A transaction that has begun by reading can't wait for the write lock. So a file without links is locked for writing
+// at the start; with links that would lock all linked files, and hold up whoever writes to one of them.
 void Engine::Begin() {
     Run(database(), catalogue_->hasLinks() ? "BEGIN" : "BEGIN IMMEDIATE");
 }

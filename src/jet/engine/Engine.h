@@ -16,7 +16,8 @@
 
 namespace jet {
 
-/// A result that is still being fetched. The engine takes its rows in before a statement would change them.
+/// A result that is still being fetched. Before a statement changes its tables the engine has it read its rows to the
+/// end.
 class OpenResult {
   public:
     virtual ~OpenResult() = default;
@@ -30,7 +31,7 @@ struct ReadyQuery {
     PreparedStatement prepared;
 };
 
-/// What lies behind a Connection, and lives as long as a result still fetches from it.
+/// The open database of a Connection. It lives on as long as a result still fetches rows from it.
 class Engine {
   public:
     Engine(const std::string& path, const std::string& password, Use use);
@@ -38,8 +39,8 @@ class Engine {
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
 
-    /// One lock of the file for everything that opening a result reads, the look at what others changed included:
-    /// taking the lock costs more than a small query.
+    /// One read transaction for everything that the opening of a result reads, including the check for changes by
+    /// others: taking the lock anew each time costs more than a small query.
     class ReadScope {
       public:
         ReadScope(Engine& engine, std::string_view sql);
@@ -78,7 +79,7 @@ class Engine {
     [[nodiscard]] PreparedStatement PrepareQuery(std::string_view sql, const std::vector<ListParameter>& lists);
     [[nodiscard]] ReadyQuery OpenPivot(const Translation& translation);
     std::int64_t RunStatements(CachedStatement& seen);
-    /// Takes back all that the work did when it fails.
+    /// Runs the work in a savepoint, which is rolled back when it fails.
     std::int64_t AsOne(const std::function<std::int64_t()>& work);
     std::int64_t ExecuteHere(std::string_view sql);
     std::int64_t ExecuteClaimed(std::string_view sql);

@@ -47,7 +47,7 @@ bool IsWordByte(char c) {
            static_cast<unsigned char>(c) >= 0x80;
 }
 
-/// The words and signs of SQLite's own text, as far as telling apart what computes asks for it.
+/// Cuts the text of a schema entry into words, names and symbols, as far as is needed to find what computes.
 class SchemaText {
   public:
     explicit SchemaText(std::string_view text) : rest_(text) {}
@@ -111,7 +111,7 @@ template <std::size_t count> bool IsOneOf(const std::array<std::string_view, cou
            std::ranges::any_of(words, [&](std::string_view word) { return IsWord(word, token.text); });
 }
 
-// What may stand before a bracket without being a function, or is one that makes nothing long.
+// Words that may come before a bracket: keywords, and functions whose results are short.
 constexpr std::array<std::string_view, 17> BeforeBracket = {"and",  "or",     "not",    "in",     "between", "check",
                                                             "when", "then",   "else",   "key",    "unique",  "default",
                                                             "is",   "length", "typeof", "exists", "null"};
@@ -124,7 +124,7 @@ struct Computing {
 };
 using Found = std::optional<Computing>;
 
-/// What a condition or a default computes beyond comparing and reckoning with the fields of its row.
+/// What a condition or a default computes, other than comparisons and arithmetic on the fields of its row.
 Found Effort(const Token& before, const Token& token) {
     if (token.text == "||" || token.text == "->") return Computing{OpenFailure::MakesTexts, {}};
     if (IsOneOf(Searching, token)) return Computing{OpenFailure::SearchesTexts, {}};
@@ -185,7 +185,7 @@ Found ComputedPart(std::string_view schemaText) {
     for (Token token; text.next(token);) {
         if (IsOneOf<1>({"index"}, token)) return ComputedInIndex(text);
         if (IsOneOf<1>({"table"}, token)) return ComputedInTable(text);
-        if (IsOneOf<3>({"view", "trigger", "virtual"}, token)) return {}; // takes no part at all
+        if (IsOneOf<3>({"view", "trigger", "virtual"}, token)) return {}; // never used: Harden switches them off
     }
     return {};
 }
@@ -198,7 +198,7 @@ void Harden(sqlite3* database) {
     for (const auto& [limit, most] : Limits)
         sqlite3_limit(database, limit, most);
     sqlite3_hard_heap_limit64(MostMemory);
-    std::array<const char*, 2> kept = {"json_each", nullptr}; // by which lists of numbers are searched
+    std::array<const char*, 2> kept = {"json_each", nullptr}; // needed for lists in IN
     sqlite3_drop_modules(database, kept.data());
 }
 
@@ -218,7 +218,8 @@ void RefuseComputedParts(sqlite3* database, const std::string& schema, const std
 
 void RefuseReachingOut(const std::string& path) {
     std::error_code failure;
-    const std::filesystem::path real = std::filesystem::canonical(path, failure); // beside this one the engine looks
+    const std::filesystem::path real =
+        std::filesystem::canonical(path, failure); // SQLite looks for the journal beside the real file
     const std::string base = failure ? path : real.string();
     for (const char* const ending : {"-journal", "-wal", "-shm"}) {
         const std::string companion = base + ending;

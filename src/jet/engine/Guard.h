@@ -5,8 +5,8 @@
 
 namespace jet {
 
-/// Keeps whatever file is opened on the connection from acting by itself: no triggers, no views, no virtual tables, no
-/// functions of ours in its schema, and bounds on what a value or a statement may take.
+/// Keeps a file that is opened on the connection from running anything of its own: no triggers, views, virtual tables,
+/// or functions of ours in its schema. Also bounds the size of values and statements.
 void Harden(sqlite3* database);
 
 /// Throws OpenError when a table or index of the file under that schema name has the engine compute more than a simple

@@ -15,7 +15,7 @@ constexpr std::string_view LinkTable = "MSysLinks";
 /// What of sqlite_master counts as a table: no view, and no virtual table, which has no page of its own.
 constexpr std::string_view RealTables = "type = 'table' AND rootpage > 0";
 
-/// Of everything that a translation takes from a table.
+/// A hash of everything that a translation uses of a table.
 std::size_t StampOf(const TableInfo& table) {
     std::string all = table.name + '\n' + table.database + '\n' + table.sourceTable + '\n';
     all += static_cast<char>('a' + static_cast<int>(table.type));
@@ -222,7 +222,7 @@ std::string LiveCatalogue::SchemaOf(const LinkInfo& link) const {
     return Attach(file, link.password, writable);
 }
 
-// One opening serves all links to a file, so one of them that is written through has it open for writing.
+// A file is attached once for all links to it: for writing when one of them is writable.
 bool LiveCatalogue::NeedsWriting(const std::string& file) const {
     return std::ranges::any_of(
         entries_, [&](const auto& each) { return each->link.access == LinkAccess::Write && each->link.file == file; });
@@ -243,7 +243,7 @@ std::string LiveCatalogue::Attach(const DatabaseFile& file, const std::string& p
         RefuseComputedParts(database_, schema, file.path);
         CheckPassword(database_, schema, password);
         if (sqlite3_get_autocommit(database_) != 0) Run(database_, "PRAGMA " + schema + ".synchronous = NORMAL");
-        // A walk over millions of rows is faster through a few pages that stay in the processor's own memory.
+        // A scan of millions of rows is faster with a small page cache, which stays in the processor's cache.
         Run(database_, "PRAGMA " + schema + ".cache_size = -4000");
     } catch (const Error&) {
         Run(database_, "DETACH " + schema);
@@ -261,7 +261,7 @@ void LiveCatalogue::Detach(const std::string& file) const {
         if (each->link.file == file) each->read = false;
 }
 
-// What is still read from stays; the next attaching tries again.
+// A file that is still read from can't be detached; the next attaching tries again.
 void LiveCatalogue::DetachUnused() const {
     std::vector<std::string> unused;
     for (const auto& attached : attached_)
@@ -294,7 +294,7 @@ void LiveCatalogue::ReadColumns(TableInfo& table) const {
     }
 }
 
-// The figures of a file are read at once: there are few, and a statement names several of its tables.
+// The planner statistics of a file are read all at once: they are few, and a statement names several tables.
 std::int64_t LiveCatalogue::rowsOnRecord(const TableInfo& table) const {
     const auto [known, isNew] = figures_.try_emplace(table.database);
     if (isNew) ReadFigures(table.database, known->second);
@@ -311,7 +311,7 @@ void LiveCatalogue::ReadFigures(const std::string& schema, std::map<std::string,
             rows = std::max<std::int64_t>(rows, std::atoll(row[1].toText().c_str()));
         }
     } catch (const Error& error) {
-        if (error.number() != ErrorNumber::NoSuchTable) throw; // nobody has taken figures of this file
+        if (error.number() != ErrorNumber::NoSuchTable) throw; // the file has no planner statistics
     }
 }
 

@@ -27,7 +27,7 @@ struct LinkInfo {
 /// when a statement first names them.
 class LiveCatalogue final : public Catalogue {
   public:
-    /// A list of links in the file counts for nothing unless it is opened as a working database.
+    /// Links in the file are ignored unless it is opened as a working database.
     LiveCatalogue(sqlite3* database, std::string path, Use use);
 
     [[nodiscard]] const TableInfo* find(std::string_view name) const override;
@@ -35,8 +35,8 @@ class LiveCatalogue final : public Catalogue {
     [[nodiscard]] unsigned version() const override { return version_; }
     [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override;
 
-    /// Tells what find gives for the name apart from what it gave before: the same number stands for the same table
-    /// with the same fields, also after it was dropped and made again. 0: there is none.
+    /// A hash of what find gives for the name: the same as long as the table has the same fields, also after it was
+    /// dropped and made again. 0 when there is no such table.
     [[nodiscard]] std::size_t stamp(std::string_view name) const;
 
     [[nodiscard]] std::vector<TableInfo> Tables() const;
@@ -53,9 +53,9 @@ class LiveCatalogue final : public Catalogue {
     void NoteMade(const std::string& name, const std::vector<OutputColumn>& fields);
     void NoteDropped(const std::string& name);
 
-    /// A shell is a table of a working database that counts as dropped but stands empty in the file, to be filled again
-    /// by the next query that makes the like of it: making a table costs more than most of the queries that need one.
-    /// In the list of links a shell is one to no file.
+    /// A shell is a dropped table of a working database that was kept, empty, in the file: the next query that makes a
+    /// table of the same name and fields fills it, since making a table costs more than most of these queries. In the
+    /// list of links a shell is an entry without a file.
     /// The shell of this name, without fields when another connection left it; nullptr when there is none.
     [[nodiscard]] const TableInfo* shell(const std::string& name) const;
     [[nodiscard]] std::vector<std::string> shells() const;
@@ -63,12 +63,12 @@ class LiveCatalogue final : public Catalogue {
     [[nodiscard]] bool canBeShell(const std::string& name) const;
     void NoteEmptied(const std::string& name);
     void NoteShellGone(const std::string& name);
-    /// True when a query with these fields makes the like of the table.
+    /// True when a query with these fields would make the same table.
     [[nodiscard]] static bool Fits(const TableInfo& table, const std::vector<OutputColumn>& fields);
-    /// A working database is made anew from its template at any time: nothing in it has to outlive a crash. One that
-    /// has links already is known for one.
+    /// Stops waiting for the disk: a working database can be made anew from its template at any time. One that has
+    /// links already is treated so from its opening on.
     void Relax();
-    /// Both need a file that can be written and no statement under way.
+    /// Both need a file that can be written, and no statement may be running.
     void PutLink(const LinkInfo& link);
     void DropLink(std::string_view name);
 
@@ -83,7 +83,7 @@ class LiveCatalogue final : public Catalogue {
     struct Attached {
         std::string schema;
         FileIdentity identity;
-        std::string password; ///< that was right
+        std::string password; ///< with which it was attached
         bool writable = false;
     };
 
@@ -112,7 +112,7 @@ class LiveCatalogue final : public Catalogue {
     bool hasLinks_ = false;
     bool relaxed_ = false;
     unsigned version_ = 1;
-    Statement putLink_; ///< a change of database makes forty links
+    Statement putLink_; ///< kept, since a change of database makes forty links
 };
 
 } // namespace jet

@@ -19,7 +19,7 @@ class ChangeNotice {
     std::int64_t last_ = -1;
 };
 
-/// A transaction that the engine opens by itself around one statement, so that all its looks at the file share one
+/// A transaction that the engine opens by itself around one statement, so that all its reads of the file share one
 /// lock. The user's own transactions (Connection::Begin) are none of these.
 class OwnTransaction {
   public:

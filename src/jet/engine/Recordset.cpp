@@ -143,7 +143,7 @@ std::int64_t Recordset::TakeNumbers(std::size_t position, std::int64_t most, std
     for (; taken < count && !atEnd(); ++taken) {
         std::int64_t number = -1;
         if (rows_->direct) {
-            // Read past Value, which costs as much as the row itself.
+            // Read directly: to make a Value would cost as much as to read the row.
             sqlite3_stmt* const row = rows_->query.prepared.statement.get();
             if (sqlite3_column_type(row, column) == SQLITE_INTEGER) number = sqlite3_column_int64(row, column);
         } else if (const Value value = Get(position); value.type() == Value::Type::Integer) {

@@ -53,7 +53,7 @@ void ResultRows::Stop() {
     store.Finish();
 }
 
-// A failing row of this result must not fail the statement for which the engine makes room.
+// An error in a row of this result must not fail the other statement, for whose sake the rows are read now.
 void ResultRows::TakeIn() {
     try {
         TakeAll();

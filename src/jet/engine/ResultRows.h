@@ -10,7 +10,7 @@
 
 namespace jet {
 
-/// Rows come from a statement that stands on the next one to be taken, from a store of those taken already, or both.
+/// The rows of a result: those read already are in a store, the others still come from the SQLite statement.
 struct ResultRows final : OpenResult {
     ResultRows(const std::shared_ptr<Engine>& engine, std::string_view sql, CursorType cursor);
     ~ResultRows() override;
@@ -39,8 +39,9 @@ struct ResultRows final : OpenResult {
     ColumnStore store;
     bool direct = false; ///< rows are read from the statement itself, none is stored
     bool anyRow = false;
-    std::optional<Error> failure; ///< met while the engine had the rows taken in; told when they have been read
-    std::int64_t position = 0;    ///< in the store; -1 before the first row
+    std::optional<Error>
+        failure;               ///< happened while the rows were read ahead; thrown when the reader has come to that row
+    std::int64_t position = 0; ///< in the store; -1 before the first row
 };
 
 } // namespace jet

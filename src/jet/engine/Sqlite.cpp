@@ -64,7 +64,7 @@ std::string BrokenCheck(std::string_view condition) {
            "', which holds " + std::string(condition.substr(end + Most.size())) + " characters.";
 }
 
-/// The engine's own words in ours. Nothing: it says them better than a general sentence would.
+/// Our sentence for a message of SQLite; empty for messages that are passed on as they are.
 std::string Reworded(std::string_view message) {
     constexpr std::string_view Check = "CHECK constraint failed: ";
     constexpr std::string_view Unique = "UNIQUE constraint failed: ";

@@ -81,7 +81,7 @@ void StatementCache::TranslateAnew(CachedStatement& statement) {
     ++counts_.translated;
 }
 
-// A filter drops and makes its working tables each time, always alike; what was translated for them stays good.
+// A filter drops its working tables and makes them again with the same fields, so translations for them stay valid.
 bool StatementCache::isGood(CachedStatement& statement) const {
     if (statement.version == catalogue_.version()) return true;
     const bool same = std::ranges::all_of(statement.asked, [&](const AskedTable& each) {

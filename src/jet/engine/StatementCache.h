@@ -21,8 +21,8 @@ struct PreparedStatement {
     std::set<std::string> writes;
 };
 
-/// What a translation asked the catalogue: for a table, and the stamp of what it was given, or whether a name is a
-/// link, and 1 or 0.
+/// A question that a translation asked the catalogue, and the answer: for a table its stamp, for whether a name is a
+/// link 1 or 0.
 struct AskedTable {
     std::string name;
     std::size_t stamp = 0;

@@ -10,7 +10,7 @@ namespace jet {
 namespace {
 
 constexpr std::int64_t MostPages = 5000;
-constexpr std::int64_t Far = 4; // how many times too small or too large a figure may be
+constexpr std::int64_t Far = 4; // statistics may be so many times too small or too large
 
 bool FitsFigure(std::int64_t rows, std::int64_t known) {
     return known > 0 && rows / Far <= known && known / Far <= rows;
@@ -41,7 +41,7 @@ bool TableSizes::Refresh(const std::set<std::string>& tables) {
         try {
             measured = Measure(each.substr(0, dot), each.substr(dot + 1), size.rows) || measured;
         } catch (const Error&) {
-            // a file that is busy or can't be written: the statement runs without the figures
+            // the file is busy or can't be written: the statement runs without statistics
             size.rows = INT64_MAX;
         }
         rows_[each] = size;

@@ -8,7 +8,7 @@ namespace jet {
 
 namespace {
 
-// The place that SQLite keeps for one group; it comes zeroed, and `State` must be good that way.
+// The memory that SQLite keeps for one group. It is filled with zeros, which must be a valid start of `State`.
 template <class State> State* StateOf(sqlite3_context* context, bool make) {
     return static_cast<State*>(sqlite3_aggregate_context(context, make ? static_cast<int>(sizeof(State)) : 0));
 }
@@ -18,7 +18,7 @@ struct SumState {
     std::int64_t whole; // the sum as long as all terms are whole and it fits
     bool real;
     double sum;
-    double lost; // what rounding took from the sum (Neumaier)
+    double lost; // the rounding errors of the sum so far, added at the end (compensated summation after Neumaier)
 
     void addReal(double term) {
         const double next = sum + term;

@@ -16,7 +16,7 @@ void CDbl(Call& call) {
     call.give(call.number(0));
 }
 
-// The nearest single as its own shortest decimal text reads, so that CSng(0.1) is 0.1
+// The nearest single-precision number, by its shortest decimal text, so that CSng(0.1) gives 0.1
 void CSng(Call& call) {
     const auto single = static_cast<float>(call.number(0));
     std::array<char, 64> text{};

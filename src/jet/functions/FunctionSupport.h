@@ -53,10 +53,10 @@ class Call {
 /// A value of SQLite as one of ours.
 [[nodiscard]] Value ToValue(sqlite3_value* value);
 
-/// Hands a failure to SQLite in the form by which Connection knows it again.
+/// Hands a failure to SQLite as a text that ErrorOf turns into the same error again.
 void GiveError(sqlite3_context* context, const Error& error);
 
-/// The second form hands out Null for a call with a Null among its arguments, which is the rule of most functions.
+/// The second form gives Null for a call with a Null among its arguments, as most functions do.
 enum class Nulls { Pass, Spread };
 
 /// A function of the dialect as SQLite calls it. No exception leaves it.
@@ -80,8 +80,8 @@ struct Registration {
     bool pure = true; ///< gives the same for the same arguments
 };
 
-/// Registers scalar functions, for statements only: none may stand in the schema of a file. SQLite hands any number of
-/// arguments on, the parser has counted them.
+/// Registers scalar functions that may be used in statements only, not in the schema of a file. They take any number of
+/// arguments, since the parser has checked the number already.
 void Register(sqlite3* database, std::span<const Registration> functions);
 
 void RegisterTextFunctions(sqlite3* database);

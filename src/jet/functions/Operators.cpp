@@ -58,7 +58,7 @@ void IntegerDivide(Call& call) {
     const std::int64_t divisor = call.whole(1);
     if (divisor == 0) FailDivision();
     const std::int64_t dividend = call.whole(0);
-    if (divisor == -1) return call.give(-static_cast<double>(dividend)); // the least of all has no counterpart
+    if (divisor == -1) return call.give(-static_cast<double>(dividend)); // the smallest integer has no negative
     call.give(dividend / divisor);
 }
 
@@ -155,7 +155,8 @@ void Number(Call& call) {
     call.giveArgument(0);
 }
 
-// Sorts under JETTEXT as the text itself sorts under JETVALUE, but is read once a row instead of at every comparison.
+// A text that sorts under JETTEXT as the value sorts under JETVALUE: the number is read once a row, not in every
+// comparison.
 void SortKey(Call& call) {
     std::string room;
     const auto number = call.isText(0) ? ReadNumber(call.text(0, room)) : std::nullopt;

@@ -7,8 +7,8 @@
 #include <unicode/utf8.h>
 #include <vector>
 
-// Positions and lengths count characters. A length that is less than zero, which Mid(x, 1, Len(x) - 3) gives on short
-// texts, gives Null: such a row meets no condition, in whatever order the conditions of a statement are tried.
+// Positions and lengths count characters. A negative length, as in Mid(x, 1, Len(x) - 3) on short texts, gives Null and
+// no error: the row then meets no condition, whatever the order in which SQLite tries the conditions.
 
 namespace jet {
 

@@ -86,7 +86,8 @@ class GroupFilter final {
         return literal ? std::get_if<ColumnName>(&comparison->left->node) : nullptr;
     }
 
-    // The last field stays: without any, no rows would make one group. So does one that is read again.
+    // The last field of GROUP BY stays, since a query without any gives one group even for no rows; so does a field
+    // that is read elsewhere.
     void Ungroup(const ColumnName& column) {
         const auto place =
             std::ranges::find_if(select_.groupBy, [&](const ExpressionPtr& term) { return Names(*term, column); });

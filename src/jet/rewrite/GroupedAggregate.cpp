@@ -83,7 +83,8 @@ class GroupedAggregate final {
         return VisitOperands(expression, [&](const Expression& operand) { return IsOf(operand, tables); });
     }
 
-    /// The links of a WHERE clause whose other conditions are on the inner tables alone; False when it has others.
+    /// Collects the equalities of an inner with an outer field from a WHERE clause. False when another of its
+    /// conditions reads an outer field.
     [[nodiscard]] bool ReadLinks(const Expression& where, const FieldsOfTables& inner, std::vector<Link>& links) const {
         const auto* chain = std::get_if<Logical>(&where.node);
         if (chain != nullptr && chain->op == LogicalOperator::And)
@@ -105,7 +106,7 @@ class GroupedAggregate final {
         const ColumnInfo* own = inner.field(*a);
         const ColumnInfo* others = inner.knows(*b) ? nullptr : outer_.field(*b);
         if (own == nullptr || others == nullptr) return std::nullopt;
-        // Only then the groups are the same whether they are told apart by the inner fields or compared.
+        // GROUP BY compares as the inner field does, the equality as both fields do: only of one kind they agree.
         if (KindOfColumn(own->name, own->type) != KindOfColumn(others->name, others->type)) return std::nullopt;
         return Link{*a, *b};
     }
@@ -132,7 +133,7 @@ class GroupedAggregate final {
 
 bool GroupCorrelatedAggregates(const std::vector<TableReferencePtr>& from, ExpressionPtr& where,
                                const Catalogue& catalogue) {
-    if (!where || !HoldsQuery(*where)) return false; // which is seen sooner than the tables are
+    if (!where || !HoldsQuery(*where)) return false; // checked first, since it costs less than to look at the tables
     return GroupedAggregate(FieldsOfTables(from, catalogue), catalogue).ApplyToAll(*where);
 }
 

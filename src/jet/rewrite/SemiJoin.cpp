@@ -19,7 +19,7 @@ using namespace tree;
 /// Tables of a FROM clause as bits of a number.
 using TableSet = std::uint64_t;
 constexpr std::size_t kMostTables = 60;
-constexpr std::int64_t kFewRows = 10'000; ///< a list of so many is read in no time
+constexpr std::int64_t kFewRows = 10'000; ///< a table of at most so many rows counts as small
 
 struct JoinedTable {
     NamedTable name;
@@ -98,7 +98,8 @@ class SemiJoin final {
         return true;
     }
 
-    /// Adds the tables that an expression reads; False when a name can't be placed or the shape is not for us.
+    /// Adds the tables that an expression reads; False when the table of a name is not known, or the expression is of a
+    /// kind that this rewrite leaves alone.
     bool AddTables(const Expression& expression, TableSet& tables) const {
         if (const auto* column = std::get_if<ColumnName>(&expression.node)) {
             const std::size_t table = TableOf(*column);
@@ -217,7 +218,7 @@ class SemiJoin final {
         select_.where = AllOf(select_.at, std::move(where));
     }
 
-    /// The testing tables, those together that a condition connects.
+    /// The tables that only test, in groups: those connected by a condition are in one group.
     [[nodiscard]] std::vector<TableSet> GroupsOf(TableSet testing) const {
         std::vector<TableSet> groups;
         for (std::size_t table = 0; table < tables_.size(); ++table) {

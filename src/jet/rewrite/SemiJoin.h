@@ -14,9 +14,10 @@ namespace jet {
 /// changed.
 bool TurnJoinsIntoTests(tree::Query& query, const Catalogue& catalogue);
 
-/// In an UPDATE over a join, tables that give no value only pick the rows. Where a single equality of two fields joins
-/// them to the table that is changed, and they are small, it becomes "A.k IN (SELECT k FROM …)", which needs no second
-/// look at the table. The rows that change are the same. True when the statement was changed.
+/// In an UPDATE over a join, tables that give no value only select the rows. Where they are small and joined to the
+/// changed table by one equality of two fields, they become the condition "A.k IN (SELECT k FROM …)", so that SQLite
+/// need not collect the rows before it changes them. The rows that change are the same. True when the statement was
+/// changed.
 bool TurnJoinsIntoTests(tree::Update& update, const Catalogue& catalogue);
 
 } // namespace jet

@@ -52,7 +52,7 @@ class Lexer {
                LowerAscii(token.text[1]) == 'n';
     }
 
-    // One token for the whole list: a list of a million numbers is read at a glance.
+    // One token for the whole list, so that a million numbers make no million tokens.
     void readList(std::vector<Token>& tokens) {
         const std::size_t length = NumberListLength(sql_.substr(next_));
         if (length == 0) return;

@@ -267,7 +267,7 @@ class StatementParser final : public ExpressionParser {
             if (isWord("select")) {
                 DerivedTable derived{query(), {}};
                 expectSymbol(")");
-                // Without a name of its own its fields are still found by theirs.
+                // A derived table without an alias: its fields are found by their own names.
                 if (takeWord("as") || isName())
                     derived.alias = expectName("a name for the inner query");
                 else

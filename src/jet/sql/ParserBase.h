@@ -10,7 +10,7 @@
 
 namespace jet {
 
-/// The tokens of a statement and a place among them: what every level of the grammar asks and takes.
+/// The tokens of a statement and the current position: the questions that all levels of the grammar ask of them.
 class ParserBase {
   public:
     explicit ParserBase(std::string_view sql) : tokens_(Tokenize(sql)) {}
@@ -44,7 +44,7 @@ class ParserBase {
         ParserBase& parser_;
     };
 
-    /// Operators in a row make the tree as deep as the row is long; their number is bounded.
+    /// A chain of operators makes a tree as deep as the chain is long; this bounds its length.
     void countChained();
 
   private:

@@ -71,7 +71,7 @@ template <class Compare> bool SameNodes(const Expression& a, const Expression& b
     return std::visit([&]<class Node>(const Node& node) { return compare(node, std::get<Node>(b.node)); }, a.node);
 }
 
-// --- As spelt, for inner queries: what a name means there is known only to them. ---
+// --- Comparison by spelling, for inner queries, whose names are resolved within them. ---
 
 bool Spelt(const Expression& a, const Expression& b) {
     return SameNodes(a, b, NodeComparison(Spelt, SameField));

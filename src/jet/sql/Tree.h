@@ -56,7 +56,8 @@ struct Comparison {
     ExpressionPtr right;
 };
 
-/// A row of one operator takes all its operands, so that long rows stay shallow; Imp works from left to right.
+/// A chain of one operator is one node with all operands, so that long chains make no deep tree. Imp works from left to
+/// right.
 enum class LogicalOperator { And, Or, Xor, Eqv, Imp };
 struct Logical {
     LogicalOperator op = LogicalOperator::And;
@@ -91,7 +92,8 @@ struct InQuery {
     bool negated = false;
     ExpressionPtr operand;
     QueryPtr query;
-    std::vector<ExpressionPtr> further = {}; ///< compared with the further fields of the query; the dialect has none
+    std::vector<ExpressionPtr> further =
+        {}; ///< compared with the second, third … field of the query; only rewrites make them
 };
 struct Exists {
     QueryPtr query;

@@ -13,9 +13,9 @@ enum class ColumnType { Long, Integer, Double, Text, Memo, YesNo, Counter, Guid,
 
 /// How the values of a column or expression compare, group and sort.
 enum class CompareKind {
-    Number,     ///< numbers; no collation, indexes serve
+    Number,     ///< numbers; no collation, indexes can be used
     Identifier, ///< ASCII identifiers (columns ending in GId, and AreaID): ignoring case by SQLite's NOCASE, indexes
-                ///< serve
+                ///< can be used
     Text,       ///< ignoring case over Unicode, accents told apart: collation JETTEXT
     ValueText,  ///< Datavalue: as numbers where both sides read as numbers, else as Text: collation JETVALUE
 };
@@ -41,7 +41,8 @@ struct TableInfo {
     [[nodiscard]] const ColumnInfo* column(std::string_view columnName) const;
 };
 
-/// What name resolution asks. Implemented by Connection; tests hand in a fixed one.
+/// The tables and links by name, as name resolution needs them. LiveCatalogue reads them from the open file; tests
+/// hand in a fixed list.
 class Catalogue {
   public:
     virtual ~Catalogue() = default;
@@ -49,9 +50,10 @@ class Catalogue {
     [[nodiscard]] virtual const TableInfo* find(std::string_view name) const = 0;
     /// True for a link, also when what it links to isn't there and find gives nothing.
     [[nodiscard]] virtual bool isLink(std::string_view /*name*/) const { return false; }
-    /// Rises with every change of tables or links; a translation is good as long as it stands.
+    /// Rises with every change of tables or links; a translation is valid as long as this number is the same.
     [[nodiscard]] virtual unsigned version() const = 0;
-    /// Rows that the figures of the table's indexes name, from when they were last taken; 0 when there are none.
+    /// The number of rows by the planner statistics (sqlite_stat1) of the table, which may be old; 0 without
+    /// statistics.
     [[nodiscard]] virtual std::int64_t rowsOnRecord(const TableInfo& /*table*/) const { return 0; }
 };
 

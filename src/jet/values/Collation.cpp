@@ -39,8 +39,8 @@ int CompareFolded(std::string_view a, std::string_view b) {
     return static_cast<int>(atA < a.size()) - static_cast<int>(atB < b.size());
 }
 
-// The root order of the Unicode collation algorithm down to accents. The ranks of the ASCII characters are taken from
-// it once, so that the fast way below and the full one are parts of one order.
+// The root order of the Unicode collation algorithm, comparing letters and accents but not case. The ranks of the ASCII
+// characters are taken from it once, so that the fast comparison of ASCII texts below gives the same order.
 class RootOrder {
   public:
     RootOrder() {

@@ -9,7 +9,7 @@ namespace jet {
 
 /// True when two texts differ in nothing but case.
 [[nodiscard]] bool EqualFolded(std::string_view a, std::string_view b);
-/// The text with all differences of case removed; equal for two texts that EqualFolded holds for.
+/// The text with all differences of case removed; two texts for which EqualFolded is true have the same.
 [[nodiscard]] std::string Folded(std::string_view text);
 /// True when every byte is below 128.
 [[nodiscard]] bool IsAscii(std::string_view text);
