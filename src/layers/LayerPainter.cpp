@@ -12,6 +12,8 @@ namespace {
 
 /// Ends far outside the picture are pulled to this many pixels beyond it: the painter's own numbers end somewhere.
 constexpr double kFarOutside = 8000;
+/// Pixels of the screen; a polygon smaller than that both ways would be all outline, and is drawn as a dot.
+constexpr double kSmallestFeature = 3;
 
 class Painting final {
   public:
@@ -78,12 +80,17 @@ class Painting final {
 
     /// One ring is drawn as it is; several at once, so that holes stay open.
     void PaintPolygon(const MapFeature& feature, const LayerSymbol& symbol) {
+        if (IsSmall(feature.box)) {
+            const QPointF middle((feature.box.left + feature.box.right) / 2,
+                                 (feature.box.bottom + feature.box.top) / 2);
+            return PaintDot(view_.ToPicture(middle), kSmallestFeature, symbol);
+        }
         QPainterPath path;
         for (int part = feature.firstPart; part < feature.endPart; ++part) {
             const QPolygonF ring = PixelsOf(part);
-            if (ring.size() < 3)
-                PaintDot(ring, symbol);
-            else if (feature.endPart - feature.firstPart == 1)
+            if (ring.size() < 3) {
+                if (!ring.isEmpty()) PaintDot(ring.front(), 1, symbol);
+            } else if (feature.endPart - feature.firstPart == 1)
                 painter_.drawPolygon(ring);
             else {
                 path.addPolygon(ring);
@@ -93,13 +100,18 @@ class Painting final {
         if (!path.isEmpty()) painter_.drawPath(path);
     }
 
-    /// What is too small for a ring.
-    void PaintDot(const QPolygonF& ring, const LayerSymbol& symbol) {
-        if (ring.isEmpty()) return;
-        const bool outlined = symbol.outlineWidth > 0;
-        if (!outlined && symbol.pattern == FillPattern::Transparent) return;
-        const QPointF corner = ring.front() - QPointF(scale_ / 2, scale_ / 2);
-        painter_.fillRect(QRectF(corner, QSizeF(scale_, scale_)), outlined ? symbol.outline : symbol.color);
+    [[nodiscard]] bool IsSmall(const MapBox& box) const {
+        const double most = kSmallestFeature * scale_;
+        return box.Width() * view_.PixelsX() < most && box.Height() * view_.PixelsY() < most;
+    }
+
+    /// What is too small for its ring to be seen, in the colour of its fill.
+    void PaintDot(QPointF place, double side, const LayerSymbol& symbol) {
+        const bool filled = symbol.pattern != FillPattern::Transparent;
+        if (!filled && symbol.outlineWidth <= 0) return;
+        side = std::round(side * scale_);
+        const QPointF corner(std::round(place.x() - side / 2), std::round(place.y() - side / 2));
+        painter_.fillRect(QRectF(corner, QSizeF(side, side)), filled ? symbol.color : symbol.outline);
     }
 
     void PaintMarkers(const MapFeature& feature, const LayerSymbol& symbol) {

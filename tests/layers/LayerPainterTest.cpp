@@ -86,12 +86,16 @@ TEST(LayerPainterTest, FillsPolygonsAndLeavesHolesOpen) {
 }
 
 TEST(LayerPainterTest, SmallIslandsStay) {
-    LayerSymbols symbols = Filled(Qt::red);
-    const QImage image = Picture(LayerOf(LayerKind::Polygon, {{Square(50.1, 49.2, 0.01)}}), symbols);
-    EXPECT_NE(image.pixelColor(50, 50), QColor(Qt::white));
-    symbols.symbols[0].outlineWidth = 0;
-    EXPECT_EQ(Picture(LayerOf(LayerKind::Polygon, {{Square(50.1, 49.2, 0.01)}}), symbols).pixelColor(50, 50),
-              QColor(Qt::red));
+    const MapLayer island = LayerOf(LayerKind::Polygon, {{Square(50.1, 49.2, 0.01)}});
+    const MapLayer ofMainland = LayerOf(LayerKind::Polygon, {{Square(50.1, 49.2, 0.01), Square(5, 5, 30)}});
+    for (const double outline : {0.0, 1.0}) {
+        LayerSymbols symbols = Filled(Qt::red);
+        symbols.symbols[0].outlineWidth = outline;
+        EXPECT_EQ(Picture(island, symbols).pixelColor(50, 50), QColor(Qt::red));
+        EXPECT_EQ(Picture(ofMainland, symbols).pixelColor(50, 50), QColor(Qt::red));
+        EXPECT_EQ(Picture(island, symbols, 4).pixelColor(204, 203), QColor(Qt::red)) << "as large in print";
+        EXPECT_EQ(Picture(island, symbols).pixelColor(54, 50), QColor(Qt::white));
+    }
 }
 
 TEST(LayerPainterTest, PatternsCoverTheSameShareAtEveryScale) {

@@ -33,11 +33,10 @@ class LayerReaderTest : public testing::Test {
     }
     /// A table of one field "Name" with texts in the bytes of a code page.
     void WriteTable(const char* codePage, const QList<QByteArray>& texts) const {
-        const DBFHandle table = DBFCreateEx(Base().toUtf8().constData(), codePage);
-        DBFAddField(table, "Name", FTString, 30, 0);
-        for (int row = 0; row < texts.size(); ++row)
-            DBFWriteStringAttribute(table, row, 0, texts[row].constData());
-        DBFClose(table);
+        std::vector<std::vector<std::string>> rows;
+        for (const QByteArray& text : texts)
+            rows.push_back({text.toStdString()});
+        test::WriteTable(Base(), codePage, {"Name"}, rows);
     }
     void WriteLayer() const {
         test::WriteShapes(Base(), SHPT_POLYGON, {kSquare, {}, kTriangle});

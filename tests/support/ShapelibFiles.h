@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <shapefil.h>
+#include <string>
 #include <vector>
 
 namespace tessaro::test {
@@ -43,6 +44,18 @@ inline void WriteShapes(const QString& base, int type, const std::vector<Rings>&
                                           nullptr, nullptr));
         SHPWriteObject(shapes.get(), -1, shape.get());
     }
+}
+
+/// Writes a table of text fields; the texts of a row are in the bytes of the code page.
+inline void WriteTable(const QString& base, const char* codePage, const std::vector<const char*>& fields,
+                       const std::vector<std::vector<std::string>>& rows) {
+    const DBFHandle table = DBFCreateEx(base.toUtf8().constData(), codePage);
+    for (const char* const field : fields)
+        DBFAddField(table, field, FTString, 30, 0);
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        for (std::size_t field = 0; field < fields.size(); ++field)
+            DBFWriteStringAttribute(table, static_cast<int>(row), static_cast<int>(field), rows[row][field].c_str());
+    DBFClose(table);
 }
 
 /// The rings of a record as the independent library reads them.
