@@ -137,7 +137,7 @@ void SelectionLists::Leave(bool fromAvailable, Qt::Edge edge) {
     else if (fromAvailable)
         Q_EMIT LeaveBackwards();
     else if (!forward)
-        ui_->lstAvailable->setFocus();
+        AvailableView()->setFocus();
 }
 
 void SelectionLists::SetListNames(const QString& available, const QString& selected) {
@@ -245,7 +245,7 @@ void SelectionLists::ShowListState() {
     SetCaption(ui_->cmdEndListState,
                items.IsFiltered() ? QStringLiteral("TS_FilterClear") : QStringLiteral("TS_BranchAgain"));
     if (parts.isEmpty() && ui_->cmdEndListState->hasFocus()) ui_->lstAvailable->setFocus();
-    ui_->picListState->setVisible(!parts.isEmpty());
+    ui_->picListState->setVisible(!parts.isEmpty() && AvailableView() == ui_->lstAvailable);
 }
 
 /// Ends the filter first; without one, ends the search result and shows the branch again.
@@ -313,6 +313,33 @@ void SelectionLists::EnableButtons() {
     enable(ui_->cmdAddAll, ui_->lstAvailable->Items().rowCount() > 0, ui_->lstAvailable);
     enable(ui_->cmdRemove, ui_->lstSelected->HasHighlighted(), ui_->lstSelected);
     enable(ui_->cmdRemoveAll, ui_->lstSelected->Items().Count() > 0, ui_->lstSelected);
+}
+
+void SelectionLists::SetOtherView(QWidget* view) {
+    otherView_ = view;
+    view->hide();
+    ui_->availableLayout->addWidget(view, 1);
+    setTabOrder(ui_->lstAvailable, view);
+}
+
+void SelectionLists::ShowOtherView(bool shown) {
+    if (otherView_ == nullptr || otherView_->isVisibleTo(this) == shown) return;
+    if (shown) {
+        ui_->lstAvailable->clearSelection();
+        sizesOfLists_ = ui_->splitter->sizes();
+    }
+    for (QWidget* each : {static_cast<QWidget*>(ui_->lblAvailable), static_cast<QWidget*>(ui_->txtFilter),
+                          static_cast<QWidget*>(ui_->cmdAvailableIcon), static_cast<QWidget*>(ui_->lstAvailable)})
+        each->setVisible(!shown);
+    ui_->availableHead->setContentsMargins(shown ? QMargins() : QMargins(8, 8, 8, 8));
+    otherView_->setVisible(shown);
+    ShowListState();
+    const int width = sizesOfLists_.value(0) + sizesOfLists_.value(1);
+    ui_->splitter->setSizes(shown ? QList<int>{width * 64 / 100, width * 36 / 100} : sizesOfLists_);
+}
+
+QWidget* SelectionLists::AvailableView() const {
+    return otherView_ != nullptr && otherView_->isVisibleTo(this) ? otherView_ : ui_->lstAvailable;
 }
 
 void SelectionLists::FocusFilter() {

@@ -41,6 +41,10 @@ class SelectionLists final : public QWidget {
     void SetIcons(const QStringList& availableSettings, const QStringList& selectedSettings);
     /// Captions, tool tips, hints and accessible names in the current language.
     void SetFormCaptions();
+    /// Takes in a widget that can show the available items in another way than the list; hidden at first.
+    void SetOtherView(QWidget* view);
+    /// Shows it in the place of the list, with more room, or the list again. Nothing is highlighted meanwhile.
+    void ShowOtherView(bool shown);
     void FocusFilter();
     /// Empties the filter line: before a list that the old filter knows nothing of.
     void ClearFilter();
@@ -88,6 +92,7 @@ class SelectionLists final : public QWidget {
     void ShowButtonIcons();
     void ShowSortIcons();
     void Leave(bool fromAvailable, Qt::Edge edge);
+    [[nodiscard]] QWidget* AvailableView() const;
 
     std::unique_ptr<Ui::SelectionLists> ui_;
     QString availableCaptionKey_ = QStringLiteral("AVAILABLE");
@@ -98,6 +103,8 @@ class SelectionLists final : public QWidget {
     bool showsBranch_ = true;
     QString instead_;
     QString nothingInstead_;
+    QWidget* otherView_ = nullptr;
+    QList<int> sizesOfLists_; ///< of the panes while the other view is shown
     QString nothingFoundKey_; ///< why the Selected list is empty; none: nothing was chosen yet
 };
 

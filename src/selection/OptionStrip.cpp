@@ -42,7 +42,10 @@ void OptionStrip::paintEvent(QPaintEvent* /*event*/) {
             painter.fillRect(QRect(place.left() + theme::Grid, place.bottom() - LineWidth + 1,
                                    place.width() - 2 * theme::Grid, LineWidth),
                              theme::Accent());
-        painter.setPen(chosen || tab == hovered ? palette().color(QPalette::WindowText) : theme::MutedText());
+        const bool lit = chosen || tab == hovered;
+        painter.setPen(!isTabEnabled(tab) ? palette().color(QPalette::Disabled, QPalette::WindowText)
+                       : lit              ? palette().color(QPalette::WindowText)
+                                          : theme::MutedText());
         painter.drawText(place, static_cast<int>(Qt::AlignCenter), tabText(tab));
         if (chosen && hasFocus()) {
             painter.setPen(QPen(theme::Accent(), 1, Qt::DotLine));

@@ -4,6 +4,8 @@
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
 #include "metadata/frmShowDetails.h"
+#include "selection/AreaMapPanel.h"
+#include "selection/AreaMaps.h"
 #include "selection/CrossFilters.h"
 #include "selection/PrintSummaryView.h"
 #include "selection/ScreenParts.h"
@@ -13,6 +15,7 @@
 #include "selection/frmSearch.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
+#include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -27,6 +30,7 @@ namespace tessaro {
 namespace {
 
 constexpr int LevelCount = 10;
+enum AreaOption { NameOption, MapOption };
 
 QString RootKey() {
     return QString::fromLatin1(selection::AreaRootKey);
@@ -41,7 +45,8 @@ QString LevelKey(int level) {
 
 } // namespace
 
-frmAreas::frmAreas(QWidget* parent) : StageScreen(parent), ui_(std::make_unique<Ui::frmAreas>()) {
+frmAreas::frmAreas(QWidget* parent)
+    : StageScreen(parent), ui_(std::make_unique<Ui::frmAreas>()), map_(new AreaMapPanel(this)) {
     ui_->setupUi(this);
     SelectionLists& lists = *ui_->picLVContainer;
     lists.SetListNames(QStringLiteral("lstAvailable1"), QStringLiteral("lstSelected1"));
@@ -56,7 +61,9 @@ frmAreas::frmAreas(QWidget* parent) : StageScreen(parent), ui_(std::make_unique<
     ui_->SSSplitter1->setStretchFactor(0, 0);
     ui_->SSSplitter1->setStretchFactor(1, 1);
     ui_->SSSplitter1->setSizes({264, 1000});
+    lists.SetOtherView(map_);
     depth_ = selection::AreaDepth();
+    MakeOptions();
     ConnectControls();
     SetFormCaptions();
     Form_Load();
@@ -87,17 +94,110 @@ void frmAreas::ConnectControls() {
     connect(lists, &SelectionLists::LeaveBackwards, this, [this] { ui_->TV_Areas->setFocus(); });
     for (KeyedList* list : {&lstAvailable1(), &lstSelected1()})
         list->SetPlainArrowsLeave(true);
+    ConnectTree();
+    connect(map_, &AreaMapPanel::AreaPicked, this, &frmAreas::PickOnMap);
+    connect(map_, &AreaMapPanel::PopupRequested, this, &frmAreas::ShowTreePopup);
+    connect(ui_->lblAreaOptions, &QTabBar::currentChanged, this, [this](int tab) {
+        if (tab >= 0) ShowThisAreaOption(ui_->lblAreaOptions->tabData(tab).toInt());
+    });
+    connect(ui_->cmdAllFilter, &QPushButton::clicked, this, &frmAreas::cmdAllFilter_Click);
+    connect(ui_->cmdAvlFilter, &QPushButton::clicked, this, &frmAreas::cmdAvlFilter_Click);
+    connect(&lstAvailable1().Items(), &KeyedListModel::CountChanged, this, &frmAreas::EnableFilterOfList);
+}
+
+void frmAreas::ConnectTree() {
     KeyedTree* tree = ui_->TV_Areas;
     tree->SetCollapseOthers(CollapseTreeSelections.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0);
     tree->Nodes().SetIcons(theme::Icon(Setting(QStringLiteral("TV_Img_Closed_Icon"))));
     tree->Nodes().SetLoader([this](const QString& key) { return ChildrenOf(key); });
     connect(tree, &KeyedTree::NodeChosen, this, &frmAreas::FillAvailableAreas);
-    connect(tree, &KeyedTree::EnterPressed, this, [this] { lstAvailable1().setFocus(); });
+    connect(tree, &KeyedTree::NodeChosen, this, [this](const QString& key) {
+        if (ShowsMap()) ShowMapOfNode(key);
+    });
+    connect(tree, &KeyedTree::EnterPressed, this,
+            [this] { ShowsMap() ? map_->Map().setFocus() : lstAvailable1().setFocus(); });
     connect(tree, &KeyedTree::PopupRequested, this, &frmAreas::ShowTreePopup);
-    connect(ui_->cmdAllFilter, &QPushButton::clicked, this, &frmAreas::cmdAllFilter_Click);
-    connect(ui_->cmdAvlFilter, &QPushButton::clicked, this, &frmAreas::cmdAvlFilter_Click);
-    connect(&lstAvailable1().Items(), &KeyedListModel::CountChanged, this,
-            [this] { ui_->cmdAvlFilter->setEnabled(lstAvailable1().Items().rowCount() > 0); });
+}
+
+/// The options that the product offers; the map cannot be chosen while no area has one.
+void frmAreas::MakeOptions() {
+    QTabBar* strip = ui_->lblAreaOptions;
+    const bool map = SettingFlag(QStringLiteral("AREA_MAP"));
+    if (SettingFlag(QStringLiteral("AREA_NAME")) || !map) strip->setTabData(strip->addTab(QString()), NameOption);
+    if (map) {
+        const int tab = strip->addTab(QString());
+        strip->setTabData(tab, MapOption);
+        strip->setTabEnabled(tab, selection::HasAreaMaps());
+    }
+    strip->setVisible(strip->count() > 1);
+}
+
+bool frmAreas::ShowsMap() const {
+    return map_->isVisibleTo(ui_->picLVContainer);
+}
+
+void frmAreas::EnableFilterOfList() {
+    ui_->cmdAvlFilter->setEnabled(!ShowsMap() && lstAvailable1().Items().rowCount() > 0);
+}
+
+void frmAreas::ShowThisAreaOption(int option) {
+    ErrorTrap trap("ShowThisAreaOption");
+    const bool map = option == MapOption;
+    if (map) {
+        ui_->picLVContainer->ClearFilter();
+        FillAvailableAreas(CurrentNode());
+    }
+    ui_->picLVContainer->ShowOtherView(map);
+    EnableFilterOfList();
+    if (map) ShowMapOfNode(CurrentNode());
+    TheFrame().SetStatusText({});
+}
+
+/// The map of the children where they have one of their own, so that a country shows its states; otherwise the map that
+/// the area itself lies on.
+void frmAreas::ShowMapOfNode(const QString& nodeKey) {
+    ErrorTrap trap("ShowMapOfNode");
+    const QString ofChildren = selection::MapOfChildren(nodeKey);
+    const QString id = nodeKey == RootKey() ? QString() : IdOfKey(nodeKey);
+    if (!ofChildren.isEmpty()) {
+        if (ShowMapFile(ofChildren)) map_->ShowBranch(id);
+    } else if (!id.isEmpty()) {
+        LoadAreaMap(id);
+    }
+}
+
+void frmAreas::LoadAreaMap(const QString& areaId) {
+    ErrorTrap trap("LoadAreaMap");
+    const QString path = selection::MapOfArea(areaId);
+    if (path.isEmpty())
+        ShowMessage(QStringLiteral("222"));
+    else if (ShowMapFile(path))
+        map_->ShowBranch(areaId);
+}
+
+bool frmAreas::ShowMapFile(const QString& path) {
+    if (path == map_->File()) return true;
+    const WaitPointer wait;
+    LayerReading reading = selection::OpenAreaMap(path);
+    if (!reading.layer) {
+        const QString reason = selection::ReasonOf(reading.fault);
+        ReportError(FileError::NoAccess, path + QStringLiteral(": ") + reason, ErrorTrap::CurrentProcedure());
+        ShowMessageWithReason(QStringLiteral("222"), reason);
+        return false;
+    }
+    map_->ShowLayer(std::move(*reading.layer), path);
+    map_->ShowChosen(chosen_.Ids());
+    return true;
+}
+
+void frmAreas::PickOnMap(const QString& areaId) {
+    ErrorTrap trap("AreaMap_MouseDown");
+    Records rows =
+        Select(QStringLiteral("SELECT AreaNId FROM Area WHERE AreaId IN (") + Quoted(areaId) + QLatin1Char(')'));
+    const QString list = rows.Joined();
+    if (list.isEmpty()) return;
+    if (!chosen_.AddAreas(list)) return ShowKept(false);
+    FillSelectedAreas();
 }
 
 void frmAreas::Form_Load() {
@@ -124,6 +224,14 @@ void frmAreas::SetFormCaptions() {
     SetToolTip(ui_->cmdAvlFilter, QStringLiteral("TS_AutoSelectAvailableTip"));
     ui_->TV_Areas->Nodes().SetText(RootKey(), PlainText(QStringLiteral("Area")));
     ui_->TV_Areas->setAccessibleName(PlainText(QStringLiteral("TS_AreaTree")));
+    QTabBar* strip = ui_->lblAreaOptions;
+    for (int tab = 0; tab < strip->count(); ++tab) {
+        const bool map = strip->tabData(tab).toInt() == MapOption;
+        strip->setTabText(tab, PlainText(map ? QStringLiteral("Map") : QStringLiteral("Name")));
+        strip->setTabToolTip(tab, strip->isTabEnabled(tab) ? QString() : PlainText(QStringLiteral("TS_NoAreaMaps")));
+    }
+    strip->setAccessibleName(PlainText(QStringLiteral("TS_WaysToChooseAreas")));
+    map_->SetFormCaptions();
     ui_->picLVContainer->SetFormCaptions();
     for (KeyedList* list : {&lstAvailable1(), &lstSelected1()})
         list->SetColumns({PlainText(QStringLiteral("Comm_Area Name")), PlainText(QStringLiteral("Comm_Area Id"))});
@@ -168,6 +276,7 @@ void frmAreas::FillAvailableAreas(const QString& nodeKey) {
 void frmAreas::FillSelectedAreas() {
     ErrorTrap trap("FillSelectedAreas");
     lstSelected1().Items().AddItems(chosen_.Items());
+    map_->ShowChosen(chosen_.Ids());
     SelectionChanged = true;
 }
 
@@ -181,8 +290,10 @@ void frmAreas::AddItems(const std::vector<KeyedItem>& items) {
 
 /// When a write has failed, shows what the table holds.
 void frmAreas::ShowKept(bool written) {
+    map_->ShowChosen(chosen_.Ids());
     if (written) return;
     chosen_.Load();
+    map_->ShowChosen(chosen_.Ids());
     lstSelected1().Items().SetItems(chosen_.Items());
     TellNotKept();
 }
@@ -274,6 +385,7 @@ void frmAreas::Enter() {
 }
 
 void frmAreas::SelectAll() {
+    if (ShowsMap()) return lstSelected1().selectAll();
     ui_->picLVContainer->HighlightAll();
 }
 
@@ -290,7 +402,8 @@ void frmAreas::Find() {
 void frmAreas::SeacrhAreaStrings(const QString& text) {
     ErrorTrap trap("SeacrhAreaStrings");
     if (text.isEmpty()) return;
-    ui_->picLVContainer->ClearFilter(); // it was typed for the list before the search
+    ui_->lblAreaOptions->setCurrentIndex(0); // what is found stands in the list
+    ui_->picLVContainer->ClearFilter();      // it was typed for the list before the search
     std::vector<KeyedItem> found = selection::SearchAreas(text);
     TheFrame().SetStatusText(found.empty() ? GetText(QStringLiteral("Not found")) : QString());
     lstAvailable1().Items().SetItems(std::move(found));

@@ -14,6 +14,7 @@ class frmAreas;
 
 namespace tessaro {
 
+class AreaMapPanel;
 class KeyedList;
 
 /// Stage 2: the tree of areas, the children of its current node, and the chosen areas.
@@ -35,6 +36,11 @@ class frmAreas final : public StageScreen {
     void SetFormCaptions() override;
     [[nodiscard]] QString SelectionSummary() const override;
 
+    /// The children of a node in the list (0), or the node's map (1).
+    void ShowThisAreaOption(int option);
+    /// Shows the map that an area names. Without one, or with one that can't be read, message "222", and the map stays
+    /// as it was.
+    void LoadAreaMap(const QString& areaId);
     void FillAvailableAreas(const QString& nodeKey);
     /// Brings lstSelected1 up to date with the set of chosen areas.
     void FillSelectedAreas();
@@ -52,6 +58,13 @@ class frmAreas final : public StageScreen {
   private:
     void Form_Load();
     void ConnectControls();
+    void ConnectTree();
+    void MakeOptions();
+    void ShowMapOfNode(const QString& nodeKey);
+    [[nodiscard]] bool ShowMapFile(const QString& path);
+    void PickOnMap(const QString& areaId);
+    [[nodiscard]] bool ShowsMap() const;
+    void EnableFilterOfList();
     void AddOneArea(const QString& key);
     void ShowKept(bool written);
     void AddItems(const std::vector<KeyedItem>& items);
@@ -68,6 +81,7 @@ class frmAreas final : public StageScreen {
 
     std::unique_ptr<Ui::frmAreas> ui_;
     selection::AreaSelection chosen_;
+    AreaMapPanel* map_;
     int depth_ = 0;
     QString rowsOf_; ///< node whose rows `rows_` holds
     std::vector<selection::AreaRow> rows_;
