@@ -1,5 +1,7 @@
+#include "layers/LayerReader.h"
 #include "support/PlainReader.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -106,7 +108,7 @@ TEST(Maps, AreWholeAndTellWhereTheyLie) {
         EXPECT_EQ(text.rfind("GEOGCS[\"GCS_WGS_1984\"", 0), 0U) << base;
         EXPECT_TRUE(fs::exists(base + ".shx") && fs::exists(base + ".cpg")) << base;
     }
-    EXPECT_EQ(count, 9);
+    EXPECT_EQ(count, 15);
 }
 
 TEST(Maps, HoldTheAreasThatNameThem) {
@@ -118,6 +120,23 @@ TEST(Maps, HoldTheAreasThatNameThem) {
         EXPECT_EQ(outlines.type, SHPT_POLYGON) << file;
         EXPECT_EQ(outlines.Ids(), ids) << file;
         EXPECT_EQ(outlines.records.size(), ids.size()) << file << ": an id stands twice";
+        const Layer points = Installed(stem + "_Points");
+        EXPECT_EQ(points.type, SHPT_POINT) << file;
+        EXPECT_EQ(points.Ids(), ids) << file;
+    }
+}
+
+TEST(Maps, HavePointsInsideTheirAreas) {
+    for (const auto& [file, ids] : AreasByFile()) {
+        const std::string base = kInstallation + "/Maps/" + file.substr(0, file.find('.'));
+        const LayerReading areas = ReadLayer(QString::fromStdString(base + ".shp"));
+        const LayerReading points = ReadLayer(QString::fromStdString(base + "_Points.shp"));
+        ASSERT_TRUE(areas.layer && points.layer) << file;
+        for (std::size_t i = 0; i < points.layer->features.size(); ++i) {
+            const std::vector<int> at = areas.layer->SearchByDistance(points.layer->points[i], 0);
+            EXPECT_EQ(std::count(at.begin(), at.end(), static_cast<int>(i)), 1)
+                << file << " " << points.layer->Text(static_cast<int>(i), 0).toStdString();
+        }
     }
 }
 

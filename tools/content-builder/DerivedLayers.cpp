@@ -1,6 +1,7 @@
 #include "DerivedLayers.h"
 
 #include "CsvTable.h"
+#include "layers/LabelPlaces.h"
 
 #include <QString>
 
@@ -14,6 +15,21 @@ namespace tessaro::content {
 namespace {
 
 using Ring = std::vector<QPointF>;
+
+/// The shapes as the program has them once they are read.
+MapLayer InMemory(const LayerContents& areas) {
+    MapLayer layer;
+    for (const LayerRecord& area : areas.records) {
+        MapFeature feature{static_cast<int>(layer.partStarts.size()) - 1, 0, {}};
+        for (const Ring& ring : area.parts) {
+            layer.points.insert(layer.points.end(), ring.begin(), ring.end());
+            layer.partStarts.push_back(static_cast<int>(layer.points.size()));
+        }
+        feature.endPart = static_cast<int>(layer.partStarts.size()) - 1;
+        layer.features.push_back(feature);
+    }
+    return layer;
+}
 
 using Edge = std::tuple<double, double, double, double>; ///< the same in both directions
 
@@ -86,6 +102,14 @@ LayerRecord Parallel(const char* id, double latitude, const QString& name) {
 }
 
 } // namespace
+
+LayerContents PointsOf(const LayerContents& areas) {
+    const std::vector<LabelPlace> places = LabelPlaces(InMemory(areas));
+    LayerContents points{ShapeKind::Points, {}};
+    for (std::size_t i = 0; i < places.size(); ++i)
+        points.records.push_back({areas.records[i].id, areas.records[i].name, {{places[i].at}}});
+    return points;
+}
 
 LayerContents BordersOf(const LayerContents& areas) {
     const Neighbours neighbours(areas);

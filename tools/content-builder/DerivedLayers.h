@@ -4,6 +4,8 @@
 
 namespace tessaro::content {
 
+/// A point for each area: where its label stands, the pole of inaccessibility of its largest part.
+[[nodiscard]] LayerContents PointsOf(const LayerContents& areas);
 /// The lines along which two areas meet, one record for each pair: "A-B", "Name of A - Name of B". They are the edges
 /// that stand in both outlines point by point.
 [[nodiscard]] LayerContents BordersOf(const LayerContents& areas);

@@ -14,6 +14,7 @@ void BuildMaps(const fs::path& data, const fs::path& folder) {
         const std::string stem = entry.path().stem().string();
         const LayerContents areas = ReadOutlines(entry.path());
         WriteLayer(areas, folder, stem);
+        WriteLayer(PointsOf(areas), folder, stem + "_Points");
         if (stem == "USA_States") WriteLayer(BordersOf(areas), folder, "USA_State_Borders");
     }
     WriteLayer(ReadPlaces(data / "world_cities.csv"), folder, "World_Cities");
