@@ -12,13 +12,15 @@ int Between(int first, int last, double share) {
 
 } // namespace
 
+QColor ColorBetween(const QColor& first, const QColor& last, double share) {
+    return {Between(first.red(), last.red(), share), Between(first.green(), last.green(), share),
+            Between(first.blue(), last.blue(), share)};
+}
+
 std::vector<QColor> RampColors(const QColor& first, const QColor& last, int count) {
     std::vector<QColor> colors;
-    for (int i = 0; i < count; ++i) {
-        const double share = count == 1 ? 0 : static_cast<double>(i) / (count - 1);
-        colors.emplace_back(Between(first.red(), last.red(), share), Between(first.green(), last.green(), share),
-                            Between(first.blue(), last.blue(), share));
-    }
+    for (int i = 0; i < count; ++i)
+        colors.push_back(ColorBetween(first, last, count == 1 ? 0 : static_cast<double>(i) / (count - 1)));
     return colors;
 }
 

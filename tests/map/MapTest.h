@@ -32,8 +32,9 @@ class MapTest : public SessionTest {
         int area = 0;
         for (const QString& value : values)
             Connection->Execute(
-                QStringLiteral("INSERT INTO _MapData (TimePeriod, AreaID, AreaName, DataValue, Original_DataValue) "
-                               "VALUES ('2000','A%1','Area %1','%2','%2')")
+                QStringLiteral("INSERT INTO _MapData (TimePeriod, AreaID, AreaName, DataValue, Original_DataValue, "
+                               "[Style], [Size], PStyle, BreakValue, [Color]) VALUES "
+                               "('2000','A%1','Area %1','%2','%2', 0, 0, 0, 0, 0)")
                     .arg(++area, 4, 10, QLatin1Char('0'))
                     .arg(value)
                     .toStdString());

@@ -1,0 +1,97 @@
+#include "map/MapLayerList.h"
+
+#include "layers/EncryptShape.h"
+#include "layers/LayerReader.h"
+#include "layers/MapFiles.h"
+#include "platform/Paths.h"
+#include "session/ErrorSink.h"
+#include "session/Messages.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "session/Settings.h"
+
+#include <QDir>
+
+#include <algorithm>
+
+namespace tessaro {
+
+namespace {
+
+constexpr unsigned kNoLayer = 5; ///< "Invalid procedure call": the file is there, but no layer
+
+bool IsThemeLayer(const StackedLayer& layer) {
+    return layer.tag == QLatin1String(DataTag);
+}
+
+/// The file that is there, after asking for it as long as it is not.
+QString Located(QString path, const LayerLocator& locate) {
+    while (!path.isEmpty() && !FileExists(path))
+        path = locate(path.endsWith(QLatin1Char('/')) ? QStringLiteral("234") : QStringLiteral("235"), path);
+    return path.isEmpty() ? path : FindPath(path);
+}
+
+LayerReading ReadWorkingCopy(const QString& path) {
+    const bool scrambled = SettingFlag(QStringLiteral("ENCRYPT_DECRYPT_FILES"));
+    if (!scrambled || SamePath(FolderOf(path), MapFilesFolder)) return ReadLayer(path);
+    if (!FolderExists(MapFilesFolder)) QDir().mkpath(MapFilesFolder);
+    return ReadLayer(WorkingCopy(path));
+}
+
+} // namespace
+
+MapFiles Collect_Maps_As_Per_Data() {
+    MapFiles files;
+    Records rows = Select(QStringLiteral("SELECT Distinct(MapFile),AreaLevel FROM _SelArea Order By AreaLevel "));
+    for (; !rows.atEnd(); rows.MoveNext()) {
+        const QString named = rows.Text(std::size_t{0}).trimmed();
+        if (named.isEmpty()) continue;
+        const QString path = MapPath(named);
+        const MapFile file = path.isEmpty() ? MapFile{named, {}} : MapFile{FileNameOf(path), FolderOf(path)};
+        if (std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
+    }
+    return files;
+}
+
+bool AddLayer(LayerStack& map, QString& path, const QString& tag, const LayerLocator& locate, QString& reason) {
+    path = Located(path, locate);
+    if (path.isEmpty()) return false;
+    LayerReading reading = ReadWorkingCopy(path);
+    if (!reading.layer) {
+        reason = ReasonOf(reading.fault);
+        ReportError(kNoLayer, reason + QLatin1Char(' ') + path, QStringLiteral("AddLayer"));
+        return false;
+    }
+    map.Add(std::move(*reading.layer), tag);
+    return true;
+}
+
+ThemeKind KindOf(const LayerStack& map) {
+    bool polygons = false;
+    bool points = false;
+    for (int i = 0; i < map.Count(); ++i) {
+        if (!IsThemeLayer(map.At(i))) continue;
+        polygons = polygons || map.At(i).data.kind == LayerKind::Polygon;
+        points = points || map.At(i).data.kind == LayerKind::Point;
+    }
+    return static_cast<ThemeKind>((polygons ? 1 : 0) + (points ? 2 : 0));
+}
+
+ThemeKind LoadLayers(LayerStack& map, MapFiles& files, const LayerLocator& locate) {
+    QString reason;
+    for (MapFile& file : files) {
+        QString path = file.folder + QLatin1Char('/') + file.name;
+        if (AddLayer(map, path, QLatin1String(DataTag), locate, reason)) file = {FileNameOf(path), FolderOf(path)};
+    }
+    if (map.Count() == 0) ShowMessageWithReason(QStringLiteral("222"), reason);
+    return KindOf(map);
+}
+
+int FeaturesOfTheme(const LayerStack& map) {
+    int features = 0;
+    for (int i = 0; i < map.Count(); ++i)
+        if (IsThemeLayer(map.At(i))) features += static_cast<int>(map.At(i).data.features.size());
+    return features;
+}
+
+} // namespace tessaro

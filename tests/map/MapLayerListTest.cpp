@@ -1,0 +1,160 @@
+#include "map/MapLayerList.h"
+
+#include "MapTest.h"
+#include "layers/MapFiles.h"
+#include "session/Log.h"
+#include "session/Settings.h"
+#include "support/ShapelibFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtEndian>
+
+namespace tessaro::test {
+
+namespace {
+
+class MapLayerListTest : public MapTest {
+  protected:
+    void SetUp() override {
+        MapTest::SetUp();
+        maps_ = JoinPath({AppPath, QStringLiteral("Maps")});
+        ASSERT_TRUE(QDir().mkpath(maps_));
+    }
+    /// A layer with one square, or of points when `type` says so, with the ids A, B ...
+    void MakeLayer(const QString& base, int type = SHPT_POLYGON, int features = 1) const {
+        const Rings rings = type == SHPT_POINT ? Rings{{{1, 1}}} : Rings{{{0, 0}, {0, 1}, {1, 1}, {0, 0}}};
+        const QString path = maps_ + QLatin1Char('/') + base;
+        WriteShapes(path, type, std::vector<Rings>(static_cast<std::size_t>(features), rings));
+        DBFHandle table = DBFCreate(path.toUtf8().constData());
+        DBFAddField(table, "ID_", FTString, 30, 0);
+        for (int i = 0; i < features; ++i)
+            DBFWriteStringAttribute(table, i, 0, std::string(1, static_cast<char>('A' + i)).c_str());
+        DBFClose(table);
+    }
+    static void SelectAreas(const std::vector<std::pair<QString, int>>& filesAndLevels) {
+        int id = 0;
+        for (const auto& [file, level] : filesAndLevels)
+            Execute(
+                QStringLiteral("INSERT INTO _SelArea (AreaNId, AreaID, AreaLevel, MapFile) VALUES (%1, 'X%1', %2, %3)")
+                    .arg(++id)
+                    .arg(level)
+                    .arg(file.isNull() ? QStringLiteral("Null") : Quoted(file)));
+    }
+    /// "World.shp+ gone.shp-": the listed files with a mark of whether they were found.
+    static std::string Listed() {
+        std::string text;
+        for (const MapFile& file : Collect_Maps_As_Per_Data())
+            text += (text.empty() ? "" : " ") + file.name.toStdString() + (file.folder.isEmpty() ? "-" : "+");
+        return text;
+    }
+
+    QString maps_;
+    QStringList asked_; ///< keys and file names
+    QStringList located_;
+    LayerLocator locate_ = [this](const QString& key, const QString& path) {
+        asked_ << key + QLatin1Char(' ') + FileNameOf(path);
+        return located_.isEmpty() ? QString() : located_.takeFirst();
+    };
+};
+
+} // namespace
+
+TEST_F(MapLayerListTest, ListsTheFilesOfTheSelectedAreas) {
+    MakeLayer(QStringLiteral("World"));
+    MakeLayer(QStringLiteral("Страны"));
+    MakeLayer(QStringLiteral("States (new)"));
+    EXPECT_EQ(Listed(), "");
+    SelectAreas({{QStringLiteral("states (NEW)"), 3},
+                 {QStringLiteral("World.shp"), 1},
+                 {QStringLiteral(" WORLD "), 2},
+                 {QStringLiteral("world.SHP"), 2},
+                 {QStringLiteral("Страны"), 2},
+                 {QStringLiteral("gone.shp"), 4},
+                 {QStringLiteral(""), 4},
+                 {QString(), 5}});
+    EXPECT_EQ(Listed(), "World.shp+ Страны.shp+ States (new).shp+ gone.shp-");
+}
+
+TEST_F(MapLayerListTest, LoadsLayersAndTellsTheirKind) {
+    MakeLayer(QStringLiteral("Areas"), SHPT_POLYGON, 3);
+    MakeLayer(QStringLiteral("Points"), SHPT_POINT, 2);
+    WriteShapes(maps_ + QStringLiteral("/Lines"), SHPT_ARC, {{{{0, 0}, {1, 1}}}});
+    const struct {
+        QStringList names;
+        ThemeKind kind;
+        int features;
+    } cases[] = {
+        {{QStringLiteral("Areas.shp")}, ThemeKind::Polygons, 3},
+        {{QStringLiteral("Points.shp")}, ThemeKind::Points, 2},
+        {{QStringLiteral("Lines.shp")}, ThemeKind::None, 1},
+        {{QStringLiteral("Points.shp"), QStringLiteral("Lines.shp"), QStringLiteral("Areas.shp")}, ThemeKind::Both, 6}};
+    for (const auto& [names, kind, features] : cases) {
+        LayerStack map;
+        MapFiles files;
+        for (const QString& name : names)
+            files.push_back({name, maps_});
+        EXPECT_EQ(LoadLayers(map, files, locate_), kind);
+        EXPECT_EQ(FeaturesOfTheme(map), features);
+        QString custom = maps_ + QStringLiteral("/Areas.shp");
+        QString reason;
+        EXPECT_TRUE(AddLayer(map, custom, QStringLiteral("Customize - x"), locate_, reason));
+        EXPECT_EQ(KindOf(map), kind); // a customised layer shows no values
+        EXPECT_EQ(FeaturesOfTheme(map), features);
+    }
+    EXPECT_TRUE(asked_.isEmpty());
+    EXPECT_TRUE(messages.isEmpty());
+}
+
+TEST_F(MapLayerListTest, AsksForFilesThatAreGone) {
+    MakeLayer(QStringLiteral("World"));
+    LayerStack map;
+    MapFiles files{{QStringLiteral("gone.shp"), {}}, {QString(), maps_}, {QStringLiteral("also gone.shp"), maps_}};
+    located_ = {maps_ + QStringLiteral("/still gone.shp"), maps_ + QStringLiteral("/World.shp"), {}, {}};
+    EXPECT_EQ(LoadLayers(map, files, locate_), ThemeKind::Polygons);
+    EXPECT_EQ(asked_.join(QLatin1Char(',')).toStdString(), "235 gone.shp,235 still gone.shp,234 ,235 also gone.shp");
+    EXPECT_EQ(files[0], (MapFile{QStringLiteral("World.shp"), maps_}));
+    EXPECT_EQ(files[2].name, QStringLiteral("also gone.shp"));
+    EXPECT_EQ(map.Count(), 1);
+    EXPECT_TRUE(messages.isEmpty());
+}
+
+TEST_F(MapLayerListTest, TellsWhenThereIsNoMap) {
+    LayerStack map;
+    MapFiles none;
+    EXPECT_EQ(LoadLayers(map, none, locate_), ThemeKind::None);
+    EXPECT_EQ(messages, QStringList{QStringLiteral("222")});
+    QFile damaged(maps_ + QStringLiteral("/bad.shp"));
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("no shapes");
+    damaged.close();
+    MapFiles bad{{QStringLiteral("bad.shp"), maps_}};
+    EXPECT_EQ(LoadLayers(map, bad, locate_), ThemeKind::None);
+    EXPECT_EQ(messages.size(), 2);
+    EXPECT_EQ(map.Count(), 0);
+    QFile log(LogFile());
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(log.readAll().contains("bad.shp"));
+}
+
+TEST_F(MapLayerListTest, ReadsScrambledFiles) {
+    MakeLayer(QStringLiteral("World"));
+    const QString path = maps_ + QStringLiteral("/World.shp");
+    auto bytes = ReadWholeFile(path);
+    ASSERT_TRUE(bytes);
+    // Scrambled: 1 as the second word, and the first one with its sign changed.
+    const quint32 first = qFromLittleEndian<quint32>(bytes->constData());
+    qToLittleEndian(0U - first, bytes->data());
+    qToLittleEndian(1U, bytes->data() + 4);
+    ASSERT_TRUE(ReplaceFile(path, *bytes));
+    SetSetting(QStringLiteral("ENCRYPT_DECRYPT_FILES"), QStringLiteral("True"));
+    LayerStack map;
+    MapFiles files{{QStringLiteral("World.shp"), maps_}};
+    EXPECT_EQ(LoadLayers(map, files, locate_), ThemeKind::Polygons);
+    EXPECT_EQ(AreaIdsOf(map.At(0).data), std::vector<QString>{QStringLiteral("A")});
+    EXPECT_TRUE(FileExists(MapFilesFolder + QStringLiteral("/World.dbf")));
+    EXPECT_EQ(ReadWholeFile(path), bytes);
+    EXPECT_EQ(files[0].folder, maps_);
+}
+
+} // namespace tessaro::test
