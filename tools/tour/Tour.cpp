@@ -76,7 +76,8 @@ void AgreeToQuestions() {
     });
 }
 
-Tour::Tour(frmMain& frame, QDir folder) : frame_(frame), folder_(std::move(folder)) {}
+Tour::Tour(frmMain& frame, QDir folder, QString language)
+    : frame_(frame), folder_(std::move(folder)), language_(std::move(language)) {}
 
 bool Tour::Walk(const QString& commandLine) {
     Visit(QStringLiteral("home"), [&] { return Home(commandLine); });
@@ -190,11 +191,23 @@ Tour::Finding Tour::Home(const QString& commandLine) {
     const auto* databases = frame_.findChild<QListWidget*>(QStringLiteral("lstDatabases"));
     if (!databases) return {false, QStringLiteral("no home page")};
     const bool open = WaitUntil([] { return Connection && DatabaseOpen && LanguageInDatabase; });
+    if (!ChooseLanguage()) return {false, QStringLiteral("no language %1").arg(language_)};
     const bool listed = databases->count() > 0;
     return {open && listed && CurrentStage == -1,
             QStringLiteral("%1, %2 open, started in %3 ms")
                 .arg(Counted(databases->count(), "databases listed"), ShownAddress(CurrentDatabase))
                 .arg(started)};
+}
+
+bool Tour::ChooseLanguage() const {
+    if (language_.isEmpty()) return true;
+    const QString name = QStringLiteral("mnuLanguage_%1 [").arg(language_);
+    for (QAction* entry : frame_.findChildren<QAction*>())
+        if (entry->objectName().startsWith(name)) {
+            entry->trigger();
+            return WaitUntil([] { return Connection && DatabaseOpen && LanguageInDatabase; });
+        }
+    return false;
 }
 
 bool Tour::ChooseIndicators(int wanted) const {

@@ -20,7 +20,8 @@ void AgreeToQuestions();
 /// their names, and leaves a picture and a line in the summary for each station.
 class Tour final {
   public:
-    Tour(frmMain& frame, QDir folder);
+    /// `language` is its name in the menu without the code; empty for that of a first start.
+    Tour(frmMain& frame, QDir folder, QString language = {});
 
     /// Starts the program, visits all stations and closes it. True when each showed what it should.
     bool Walk(const QString& commandLine);
@@ -39,6 +40,7 @@ class Tour final {
     bool WriteSummary() const;
 
     Finding Home(const QString& commandLine);
+    bool ChooseLanguage() const;
     Finding Indicators();
     Finding Time();
     Finding Areas();
@@ -111,6 +113,7 @@ class Tour final {
 
     frmMain& frame_;
     QDir folder_;
+    QString language_;
     QStringList summary_;
     int calculationPictures_ = 0;
     bool good_ = true;
