@@ -1,6 +1,7 @@
 #include "calculate/CalculationSteps.h"
 
 #include "calculate/Numbers.h"
+#include "session/DisplayValue.h"
 
 #include <QLocale>
 #include <QStringList>
@@ -160,7 +161,7 @@ QStringList EvenWeights(int count) {
         const std::vector<IndexWeight> weights = WeightsOf(count, parts, decimals);
         if (decimals > 0 && SumOfWeights(weights) != kAllWeights) continue;
         for (const IndexWeight& one : weights)
-            texts << QString(one.weight).replace(QLatin1Char('.'), QLocale().decimalPoint());
+            texts << InDigitsOf(QLocale(), QString(one.weight).replace(QLatin1Char('.'), QLocale().decimalPoint()));
         break;
     }
     return texts;

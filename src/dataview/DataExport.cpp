@@ -57,8 +57,7 @@ void WriteLog(const char* name, const QString& file, int rows) {
 }
 
 QString CellOf(const ExportRows& rows, const GridRow& row, int column) {
-    if (column == ColDatavalue && ReadsAsNumber(row.datavalue))
-        return SysNumFormat ? WithSeparators(row.datavalue, QLocale::system()) : row.datavalue;
+    if (column == ColDatavalue && ReadsAsNumber(row.datavalue)) return FiledValue(row.datavalue);
     return WithoutFormula(TextOf(rows, row, column));
 }
 

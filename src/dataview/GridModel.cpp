@@ -246,7 +246,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant GridModel::TextOf(const GridRow& row, int column) const {
-    if (column == ColDatavalue && SysNumFormat) return WithSeparators(row.datavalue, QLocale::system());
+    if (column == ColDatavalue && SysNumFormat) return DisplayedValue(row.datavalue);
     return row.Text(column);
 }
 

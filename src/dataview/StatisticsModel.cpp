@@ -21,22 +21,19 @@ constexpr QRgb kIndicatorShade = 0xE1E1E1;
 constexpr QRgb kUnitShade = 0xF0F0F0;
 
 QString TextOf(const StatsLine& line, int column) {
-    const auto figure = [](const QString& text) {
-        return SysNumFormat ? WithSeparators(text, QLocale::system()) : text;
-    };
     switch (column) {
     case StatisticsModel::kNameColumn:
         return QString(2 * static_cast<int>(line.level), QChar(0x2002)) + line.name;
     case kFirstFigure:
-        return figure(line.count);
+        return DisplayedValue(line.count);
     case kFirstFigure + 1:
-        return figure(line.minimum);
+        return DisplayedValue(line.minimum);
     case kFirstFigure + 2:
-        return figure(line.maximum);
+        return DisplayedValue(line.maximum);
     case kFirstFigure + 3:
-        return figure(line.average);
+        return DisplayedValue(line.average);
     case kFirstFigure + 4:
-        return figure(line.deviation);
+        return DisplayedValue(line.deviation);
     default:
         return {};
     }

@@ -97,7 +97,7 @@ void GraphWorkbook::MeasureColumns() {
         for (const QString& text : RowHeads(row))
             widths_.Add(++column, text);
         for (const PivotCell& cell : table_.cells[static_cast<std::size_t>(row)])
-            widths_.Add(++column, DisplayedValue(cell.value));
+            widths_.Add(++column, FiledValue(cell.value));
     }
 }
 

@@ -82,7 +82,7 @@ void TableWorkbook::MeasureColumns() {
             const PivotCell& cell = table_.cells[row][i];
             const QString mark = cell.footnote != 0 ? QStringLiteral(" 9") : QString();
             const QString value = ShownValue(static_cast<int>(row), static_cast<int>(i));
-            widths_.Add(fields + static_cast<int>(i) + 1, DisplayedValue(value) + mark);
+            widths_.Add(fields + static_cast<int>(i) + 1, FiledValue(value) + mark);
         }
     }
 }
@@ -197,7 +197,7 @@ office::Cell TableWorkbook::MarkedCell(int row, int column) {
     const QString number = QString::number(FootnoteNumber(cell.footnote));
     marks_.push_back(
         {TableLayout::FirstDataRow + row, table_.FieldCount() + column + 1, static_cast<int>(number.size())});
-    return cell.value.isEmpty() ? number : DisplayedValue(ShownValue(row, column)) + QLatin1Char(' ') + number;
+    return cell.value.isEmpty() ? number : FiledValue(ShownValue(row, column)) + QLatin1Char(' ') + number;
 }
 
 void TableWorkbook::WriteMarks() {

@@ -87,7 +87,20 @@ QString WithDecimals(double value, int decimals) {
     return QString::fromStdString(text);
 }
 
+QString InDigitsOf(const QLocale& locale, QString text) {
+    const QString zero = locale.zeroDigit();
+    if (zero.size() != 1) return text;
+    for (QChar& letter : text)
+        if (IsDigit(letter)) letter = QChar(static_cast<char16_t>(zero.front().unicode() + letter.digitValue()));
+    return text;
+}
+
 QString DisplayedValue(const QString& datavalue) {
+    const QString shown = FiledValue(datavalue);
+    return SysNumFormat && ReadsAsNumber(datavalue) ? InDigitsOf(QLocale::system(), shown) : shown;
+}
+
+QString FiledValue(const QString& datavalue) {
     return SysNumFormat ? WithSeparators(datavalue.trimmed(), QLocale::system()) : datavalue.trimmed();
 }
 

@@ -49,10 +49,17 @@ TEST(DisplayValueTest, WhatIsDisplayedIsReadAsThatNumber) {
         for (const char* value :
              {"0", "0.125", "-0.125", "1.234", "12.345", "-1234.5", "1234567.891", "520000", "1e-07"})
             for (const bool separators : {false, true}) {
-                const QString shown = separators ? WithSeparators(QLatin1String(value), locale) : QLatin1String(value);
+                const QString shown = separators ? InDigitsOf(locale, WithSeparators(QLatin1String(value), locale))
+                                                 : QLatin1String(value);
                 EXPECT_EQ(NumberTyped(shown, locale, separators), QString::fromLatin1(value).toDouble())
                     << locale.name().toStdString() << " " << shown.toStdString();
             }
+}
+
+TEST(DisplayValueTest, DigitsAreThoseOfTheLocale) {
+    const QLocale arabic(QLocale::Arabic, QLocale::Egypt);
+    EXPECT_EQ(InDigitsOf(arabic, WithSeparators(QStringLiteral("-1234.50"), arabic)), QString::fromUtf8("-١٬٢٣٤٫٥٠"));
+    EXPECT_EQ(InDigitsOf(QLocale::c(), QStringLiteral("-1234.50")), QStringLiteral("-1234.50"));
 }
 
 TEST(DisplayValueTest, NumbersAreReadAsTheyAreTyped) {
