@@ -13,7 +13,14 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kMostDecimals = 15; ///< more than a double holds
+constexpr int kMostDecimals = 15;      ///< more than a double holds
+constexpr int kSignificantDigits = 15; ///< of a number's text
+
+/// The number that people mean by a sum like 3.6214999999999993: 3.6215. A half is a half then, as it is for ROUND in a
+/// sheet, which takes a number as it is only when it rounds to whole ones.
+double BeforeRounding(double number, int places) {
+    return places == 0 ? number : QString::number(number, 'g', kSignificantDigits).toDouble();
+}
 
 } // namespace
 
@@ -38,7 +45,7 @@ QString FormatToDecimals(const QString& value, const QString& decimals) {
     const auto number = NumberOf(value);
     if (!places || !number) return value;
     const std::string mask = *places == 0 ? "0" : "." + std::string(static_cast<std::size_t>(*places), '0');
-    return QString::fromStdString(jet::Format(jet::Value(*number), mask));
+    return QString::fromStdString(jet::Format(jet::Value(BeforeRounding(*number, *places)), mask));
 }
 
 std::optional<double> TypedNumber(const QString& text) {
