@@ -11,6 +11,7 @@
 #include "sheets/ValueCells.h"
 #include "view/DataFilters.h"
 
+#include <cmath>
 #include <numeric>
 
 namespace tessaro {
@@ -53,7 +54,7 @@ class CompositeIndex final {
         const QString ofItems = QStringLiteral("Where [Indicator] + '{}' + Subpop In ") + lists.pairs;
         if (!ReadAreas() || !ReadValues() || !FillGaps()) return Failed(ReasonOfFailure(table, ofItems));
         if (areas_.empty()) return Failed(PlainText(QStringLiteral("041")));
-        Score();
+        if (!Score()) return Failed(PlainText(QStringLiteral("TS_CalcTooLarge")));
         Scale();
         CalculationLog log;
         if (!WriteDetail(log)) return Failed(ReasonOfFailure(table, ofItems));
@@ -129,9 +130,11 @@ class CompositeIndex final {
 
     // --- Computing, as the formulas of the sheet do. ---
 
-    void Score() {
+    /// False when the values of an item lie so far apart that their distance is no number.
+    bool Score() {
         for (std::size_t item = 0; item < Items(); ++item) {
             const auto [low, high] = RangeOf(item);
+            if (!std::isfinite(high - low)) return false;
             for (IndexArea& area : areas_) {
                 const double value = area.values[item].number.value_or(0);
                 const bool highIsGood = draft_.weights[item].highIsGood;
@@ -144,6 +147,7 @@ class CompositeIndex final {
         for (IndexArea& area : areas_)
             area.scores.index =
                 std::inner_product(weights_.begin(), weights_.end(), area.scores.scores.begin(), 0.0) / all;
+        return true;
     }
 
     /// The lowest and the highest value of an item, as sheets take them: 0 where there is none.

@@ -167,6 +167,14 @@ TEST_F(CompositeIndexTest, RefusesWeightsScalesAndValues) {
     EXPECT_EQ(TablesLeft(), QStringList());
 }
 
+TEST_F(CompositeIndexTest, ValuesTooFarApartAreRefused) {
+    Put({{QStringLiteral("AAA"), kA, QStringLiteral("1.7e308")},
+         {QStringLiteral("BBB"), kA, QStringLiteral("-1.7e308")},
+         {QStringLiteral("AAA"), kB, QStringLiteral("2")}});
+    EXPECT_EQ(Calculate(AB()).failure, PlainText(QStringLiteral("TS_CalcTooLarge")));
+    EXPECT_EQ(TablesLeft(), QStringList());
+}
+
 TEST_F(CompositeIndexTest, RandomDataGiveWhatTheDefinitionGives) {
     std::mt19937 random(23);
     const std::vector<std::pair<QString, IndexWeight>> items = {{kA, {QStringLiteral("12.5"), true}},
