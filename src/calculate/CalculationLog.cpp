@@ -3,32 +3,62 @@
 #include "calculate/Calculations.h"
 #include "calculate/LogParts.h"
 #include "session/ErrorSink.h"
+#include "session/Log.h"
+#include "session/Messages.h"
 
 namespace tessaro {
 
-CalculationLog Calculate(const CalculationDraft& draft, const Progress& progress) {
-    const ErrorTrap trap("Calculate");
-    CalculationLog log;
+namespace {
+
+CalculationLog Calculated(const CalculationDraft& draft, const Progress& progress) {
     switch (draft.type) {
     case CalcType::PerCent:
-        log = CalculatePerCent(draft, progress);
-        break;
+        return CalculatePerCent(draft, progress);
     case CalcType::HundredMinus:
-        log = CalculateHundredMinus(draft);
-        break;
+        return CalculateHundredMinus(draft);
     case CalcType::Formula:
-        log = CalculateFormula(draft, progress);
-        break;
+        return CalculateFormula(draft, progress);
     case CalcType::CompositeIndex:
-        log = CalculateCompositeIndex(draft, progress);
-        break;
+        return CalculateCompositeIndex(draft, progress);
     case CalcType::TransformUnit:
-        log = CalculateTransformUnit(draft);
-        break;
+        return CalculateTransformUnit(draft);
     case CalcType::Subtotal:
-        log = CalculateSubtotal(draft, progress);
-        break;
+        return CalculateSubtotal(draft, progress);
     }
+    return {};
+}
+
+/// Adds a remark for each result that another one of the same time, area, subgroup and source comes before, such as
+/// that of a second unit.
+void RemarkSecondResults(CalculationLog& log) {
+    QSet<QString> known;
+    for (const LogResult& result : log.results) {
+        const QString key = KeyOf(result.row);
+        if (!result.row.value.isEmpty() && known.contains(key))
+            log.remarks.push_back({result.row.areaId, result.row.areaName,
+                                   FilledText(QStringLiteral("TS_CalcSecond"), {result.row.timePeriod})});
+        else if (!result.row.value.isEmpty())
+            known.insert(key);
+    }
+}
+
+} // namespace
+
+QString KeyOf(const DataEntryRow& row) {
+    const QString parts[] = {row.timePeriod, row.areaId, row.areaName, row.subpop, row.source};
+    QString key;
+    for (const QString& part : parts)
+        key += part.trimmed().toLower() + QChar(0x1F);
+    return key;
+}
+
+CalculationLog Calculate(const CalculationDraft& draft, const Progress& progress) {
+    ErrorTrap trap("Calculate");
+    CalculationLog log;
+    // Statements are trapped where they are run; rows that are read one by one can still fail on the way.
+    if (!trap.Try([&] { log = Calculated(draft, progress); }))
+        log = Failed(FilledText(QStringLiteral("TS_CalcFailed"), {LogFile()}));
+    RemarkSecondResults(log);
     DropAllWorkingTables();
     return log;
 }

@@ -54,6 +54,9 @@ struct DataEntryRow {
 
     bool operator==(const DataEntryRow&) const = default;
 };
+/// What a result is of: its time, area, subgroup and source, without regard to case. Of several results of the same the
+/// first one counts.
+[[nodiscard]] QString KeyOf(const DataEntryRow& row);
 
 /// A result whose value is read back from the first sheet of the log, where the user may have changed it.
 struct LogResult {

@@ -64,8 +64,7 @@ class Formula final {
                        "TRANSFORM Sum(CDbl(DataValue)) SELECT FT.AreaId, FT.AreaName FROM FormulaTempNew2 FT  WHERE "
                        "FT.[IndicatorGId] & '{}' & FT.[SubpopGId] in %1  GROUP BY FT.AreaId, FT.AreaName ORDER BY "
                        "FT.AreaId PIVOT FT.IndicatorGId & '{}' & FT.SubpopGId ")
-                       .arg(BracketedList(places.keys())),
-                   jet::CursorType::ForwardOnly);
+                       .arg(BracketedList(places.keys())));
         if (!rows.isOpen()) return false;
         std::vector<QList<int>> placesOfFields;
         for (std::size_t field = 0; field < rows.rows().FieldCount(); ++field)

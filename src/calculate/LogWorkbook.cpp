@@ -337,14 +337,6 @@ class ResultCells final {
     office::Block cells_;
 };
 
-QString NameOf(const DataEntryRow& row) {
-    const QString parts[] = {row.timePeriod, row.areaId, row.areaName, row.subpop, row.source};
-    QString name;
-    for (const QString& part : parts)
-        name += part.trimmed().toLower() + QChar(0x1F);
-    return name;
-}
-
 } // namespace
 
 DataEntrySheet ReadResults(const office::Workbook& book, const CalculationDraft& draft, const CalculationLog& log) {
@@ -360,9 +352,9 @@ DataEntrySheet ReadResults(const office::Workbook& book, const CalculationDraft&
     QSet<QString> known;
     for (const LogResult& one : log.results) {
         const QString value = cells.ValueOf(one);
-        const QString name = NameOf(one.row);
-        if (value.isEmpty() || known.contains(name)) continue;
-        known.insert(name);
+        const QString key = KeyOf(one.row);
+        if (value.isEmpty() || known.contains(key)) continue;
+        known.insert(key);
         result.rows.push_back(one.row);
         result.rows.back().value = FormatToDecimals(ToDotDecimal(value), decimals);
     }

@@ -72,8 +72,7 @@ class PerCent final {
             QStringLiteral(" Select CT.AreaId, CT.AreaName, CT.[IndicatorgId]+'{}'+SubpopGId, "
                            "Sum(CDbl(CT.DataValue))  FROM CalcTempNew2 AS CT  WHERE CT.[Indicator]+'{}'+CT.[Subpop] "
                            "in %1  GROUP BY AreaId, AreaName, CT.[IndicatorGId]+'{}'+SubpopGId ORDER BY AreaId")
-                .arg(lists_.allPairs),
-            jet::CursorType::ForwardOnly);
+                .arg(lists_.allPairs));
         if (!rows.isOpen()) return false;
         for (; !rows.atEnd(); rows.MoveNext()) {
             const QString id = rows.Text(std::size_t{0});

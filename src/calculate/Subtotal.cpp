@@ -111,8 +111,7 @@ class Subtotal final {
         Records rows =
             Select(QStringLiteral("Select mid(Areaid,1,len(Areaid)-3), Subpop, sum(CDbl(DataValue)) from CalcTempNew2 "
                                   "where %1 And len(Areaid) > 3 Group By mid(Areaid,1,len(Areaid)-3), Subpop")
-                       .arg(isIndicator_),
-                   jet::CursorType::ForwardOnly);
+                       .arg(isIndicator_));
         for (; !rows.atEnd(); rows.MoveNext()) {
             const auto found = totals_.find(TotalKey(rows.Text(std::size_t{0}).trimmed(), rows.Text(std::size_t{1})));
             if (found != totals_.end()) found->second.sum = rows.rows().Get(2).toDouble();
