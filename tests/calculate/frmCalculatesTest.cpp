@@ -1,111 +1,19 @@
 #include "calculate/frmCalculates.h"
 
-#include "CalculationTest.h"
-#include "calculate/FillGrid.h"
-#include "controls/FileDialogs.h"
-#include "controls/KeyedList.h"
+#include "WizardTest.h"
 #include "controls/OfficeHost.h"
-#include "office/SpreadsheetApplication.h"
 #include "support/ReadXls.h"
-#include "support/SelectionTest.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTableWidget>
-#include <QTest>
-
-#include <csignal>
 
 namespace tessaro {
 
 namespace {
 
-QString Q(const char* text) {
-    return QString::fromUtf8(text);
-}
-
-/// The wizard driven by its controls. On X11 its workbooks are hosted; elsewhere they are there all the same.
-class frmCalculatesTest : public test::CalculationTest {
-  protected:
-    void SetUp() override {
-        CalculationTest::SetUp();
-        test::UseSpreadsheet();
-        for (const char* name : {"Log_Calculate.xls", "Data_DataEntry.xls", "dbTemp.mdb"})
-            ASSERT_TRUE(CopyFileOver(FindPath(Q(TESSARO_INSTALLATION "/Bin/Template/") + Q(name)),
-                                     JoinPath({FindPath(AppPath + Q("/Bin/Template")), Q(name)})));
-        bDataChanged = false; // the test fills _Data
-        for (const char* area : {"ASIIND", "ASICHN", "EUR"}) {
-            Put({{Q(area), Q("Poor"), Q("25"), Q("2000"), Q("Total")},
-                 {Q(area), Q("Population"), Q("200"), Q("2000"), Q("Total")},
-                 {Q(area), Q("Literacy"), Q("60"), Q("2000"), Q("Female"), Q("Census"), Q("Percent")}});
-        }
-        Put({{Q("AFR"), Q("Poor"), Q("7")}});
-    }
-    void TearDown() override {
-        SetFileAnswerer({});
-        CalculationTest::TearDown();
-    }
-    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
-
-    template <class Control> static Control* Named(const QWidget& form, const char* name) {
-        auto* control = form.findChild<Control*>(QLatin1String(name));
-        EXPECT_NE(control, nullptr) << name;
-        return control;
-    }
-    /// The control of this name on the page in front.
-    template <class Control> static Control* OnPage(const QWidget& form, const char* name) {
-        for (auto* control : form.findChildren<Control*>(QLatin1String(name)))
-            if (control->isVisible()) return control;
-        ADD_FAILURE() << name;
-        return nullptr;
-    }
-    static void Click(const QWidget& form, const char* name) { OnPage<QAbstractButton>(form, name)->click(); }
-    static void Next(const QWidget& form) { Named<QPushButton>(form, "cmdNavigators_2")->click(); }
-    static void Back(const QWidget& form) { Named<QPushButton>(form, "cmdNavigators_1")->click(); }
-    static void Choose(const QWidget& form, const QString& indicator) {
-        auto* list = OnPage<KeyedList>(form, "lstAvailable_Step1");
-        for (const KeyedItem& item : list->Items().Items())
-            if (item.cells.first() == indicator) {
-                Q_EMIT list->ItemActivated(QString(item.key));
-                return;
-            }
-        ADD_FAILURE() << indicator.toStdString();
-    }
-    static void Open(frmCalculates& form) {
-        form.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
-        QTest::qWait(100); // the first page is filled after the first paint
-    }
-    /// From the first step to the names.
-    static void FillPerCent(frmCalculates& form) {
-        Choose(form, Q("Poor"));
-        Next(form);
-        Choose(form, Q("Population"));
-        Next(form);
-        ASSERT_EQ(form.CurrentStep(), SaveAsStep);
-        OnPage<QComboBox>(form, "cmbSector")->setCurrentText(Q("Income"));
-        OnPage<QComboBox>(form, "cmbClass")->setCurrentText(Q("Poverty"));
-        OnPage<QLineEdit>(form, "txtDecimals")->setText(Q("1"));
-    }
-    static void Picture(QWidget& form, const char* name) {
-        const QString folder = qEnvironmentVariable("TESSARO_PICTURES");
-        if (folder.isEmpty()) return;
-        QTest::qWait(50);
-        form.grab().save(folder + QLatin1Char('/') + QLatin1String(name) + Q(".png"));
-    }
-    [[nodiscard]] QStringList Buttons(const QWidget& form) const {
-        QStringList on;
-        for (int index = 1; index <= 3; ++index)
-            if (form.findChild<QPushButton*>(Q("cmdNavigators_%1").arg(index))->isEnabled())
-                on << QString::number(index);
-        return on;
-    }
-};
+using frmCalculatesTest = test::WizardTest;
+using test::Q;
 
 } // namespace
 
@@ -337,51 +245,23 @@ TEST_F(frmCalculatesTest, AFormulaIsWrittenCheckedAndCalculated) {
     EXPECT_EQ(messages, QStringList());
 }
 
-TEST_F(frmCalculatesTest, CancelLeavesNothingAtAnyStep) {
-    for (int steps = 0; steps <= 4; ++steps) {
-        messages.clear();
-        answers = {MessageCode::No, MessageCode::Yes};
-        frmCalculates form(CalcType::PerCent);
-        Open(form);
-        if (steps > 0) FillPerCent(form);
-        while (form.CurrentStep() < steps)
-            Next(form);
-        for (int back = steps > 0 ? SaveAsStep - steps : 0; back > 0; --back)
-            Back(form);
-        ASSERT_EQ(form.CurrentStep(), steps);
-        Named<QPushButton>(form, "cmdNavigators_0")->click();
-        EXPECT_TRUE(form.isVisible());
-        QTest::keyClick(&form, Qt::Key_Escape);
-        EXPECT_FALSE(form.isVisible());
-        const QString key = steps == DataEntryStep ? Q("006") : Q("007");
-        EXPECT_EQ(messages, (QStringList{key, key}));
-        EXPECT_EQ(FilesOf(TempFolder), QStringList()) << steps;
-        EXPECT_EQ(TablesLeft(), QStringList()) << steps;
-        EXPECT_FALSE(form.findChild<OfficeHost*>()->IsOpen());
-    }
-}
-
-TEST_F(frmCalculatesTest, ADeadProgramAndAMissingTemplateAreTold) {
+TEST_F(frmCalculatesTest, AMissingTemplateIsTold) {
+    const std::pair<const char*, CalculationStep> templates[] = {{"Log_Calculate.xls", SaveAsStep},
+                                                                 {"Data_DataEntry.xls", LogStep}};
     frmCalculates form(CalcType::PerCent);
     Open(form);
     FillPerCent(form);
-    const QString templateFile = JoinPath({FindPath(AppPath + Q("/Bin/Template")), Q("Log_Calculate.xls")});
-    ASSERT_TRUE(QFile::rename(templateFile, templateFile + Q(".away")));
-    Next(form);
-    EXPECT_EQ(messages, QStringList{Q("011")});
-    EXPECT_EQ(form.CurrentStep(), SaveAsStep);
-    ASSERT_TRUE(QFile::rename(templateFile + Q(".away"), templateFile));
-    Next(form);
-    ASSERT_EQ(form.CurrentStep(), LogStep);
-    for (office::SpreadsheetApplication* application :
-         {&office::SpreadsheetApplication::Hosted(), &office::SpreadsheetApplication::Instance()})
-        if (application->ProcessId() > 0) ::kill(static_cast<pid_t>(application->ProcessId()), SIGKILL);
-    QTest::qWait(300);
-    messages.clear();
-    Next(form);
-    if (form.CurrentStep() == LogStep) Next(form); // the first call may be the one that finds it gone
-    EXPECT_EQ(form.CurrentStep(), DataEntryStep) << messages.join(QLatin1Char(' ')).toStdString();
-    EXPECT_EQ(frame.busy, 0);
+    for (const auto& [name, step] : templates) {
+        messages.clear();
+        const QString file = JoinPath({FindPath(AppPath + Q("/Bin/Template")), Q(name)});
+        ASSERT_TRUE(QFile::rename(file, file + Q(".away")));
+        Next(form);
+        EXPECT_EQ(messages, QStringList{Q("011")});
+        EXPECT_EQ(form.CurrentStep(), step);
+        ASSERT_TRUE(QFile::rename(file + Q(".away"), file));
+        Next(form);
+        ASSERT_EQ(form.CurrentStep(), step + 1);
+    }
 }
 
 TEST_F(frmCalculatesTest, FinishSavesTheResultAndOffersToOpenIt) {
