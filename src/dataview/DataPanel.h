@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFocusEvent>
 #include <QWidget>
 
 namespace tessaro {
@@ -25,6 +26,13 @@ class DataPanel : public QWidget {
     virtual void Copy() {}
     virtual void Find() {}
 
+  protected:
+    /// The control that gets the focus of the panel. No focus proxy, for Tab would pass over what stands before it.
+    void SetFirstControl(QWidget* control) { first_ = control; }
+    void focusInEvent(QFocusEvent* event) override {
+        if (first_) first_->setFocus(event->reason());
+    }
+
   Q_SIGNALS:
     /// What the panel decides about has changed; the rows must be queried again.
     void Changed();
@@ -32,6 +40,9 @@ class DataPanel : public QWidget {
     void PrintWanted();
     /// The information sheet of a source is to be shown.
     void InformationWanted(const QString& sourceNId);
+
+  private:
+    QWidget* first_ = nullptr;
 };
 
 } // namespace tessaro

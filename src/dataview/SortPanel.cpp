@@ -51,7 +51,7 @@ SortPanel::SortPanel(QWidget* parent) : DataPanel(parent), lists_(new SelectionL
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(lists_, 1);
-    setFocusProxy(&lists_->Available());
+    SetFirstControl(&lists_->Available());
     lists_->SetCaptionKeys(QStringLiteral("TS_SortColumnsAvailable"), QStringLiteral("TS_SortColumnsSelected"));
     lists_->SetHints(QStringLiteral("TS_SortAvailableColumns"), QStringLiteral("TS_SortNoColumns"));
     // The order of the chosen columns is their rank; sorting them by name would change it.

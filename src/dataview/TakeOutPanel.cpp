@@ -62,7 +62,7 @@ TakeOutPanel::TakeOutPanel(OptionList option, DataOptions& options, QWidget* par
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(lists_);
-    setFocusProxy(&lists_->Selected());
+    SetFirstControl(&lists_->Selected());
     const PanelTexts& texts = TextsOf(option_);
     lists_->SetCaptionKeys(QLatin1String(texts.availableKey), QLatin1String(texts.selectedKey));
     lists_->SetHints(QStringLiteral("TS_NoItemsWithData"), QStringLiteral("TS_NoItemsInView"));

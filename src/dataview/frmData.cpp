@@ -22,6 +22,7 @@
 #include "ui_frmData.h"
 #include "view/SelectionGuard.h"
 
+#include <QFocusEvent>
 #include <QLocale>
 
 #include <algorithm>
@@ -34,7 +35,6 @@ frmData::frmData(QWidget* parent)
     ui_->setupUi(this);
     rows_->setParent(this); // behind the controls, which are gone before it then
     ui_->DataGrid->SetRows(*rows_);
-    setFocusProxy(ui_->DataGrid);
     MakePanels();
     ConnectEvents();
     SetFormCaptions();
@@ -44,6 +44,12 @@ frmData::frmData(QWidget* parent)
 frmData::~frmData() {
     hide(); // while what the grid tells of it can still be answered
     ui_->DataGrid->disconnect(this);
+}
+
+void frmData::focusInEvent(QFocusEvent* event) {
+    QWidget* panel = ui_->picPanels->currentWidget();
+    QWidget* first = option_ == DataOptionStrip::View ? ui_->DataGrid : panel;
+    first->setFocus(event->reason());
 }
 
 void frmData::ConnectEvents() {

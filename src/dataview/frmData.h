@@ -85,6 +85,10 @@ class frmData final : public StageScreen {
     /// What the most recent data hide because its source is not in view.
     [[nodiscard]] const HiddenByRecent& hiddenByRecent() const { return rows_->Hidden(); }
 
+  protected:
+    /// Passed on to what the option shows. No focus proxy, for Tab would pass over the strip of options.
+    void focusInEvent(QFocusEvent* event) override;
+
   private:
     void ConnectEvents();
     void ReadTextsAnew();

@@ -82,7 +82,6 @@ void frmData::ShowThisDataOption(int option) {
     rows_->WriteRowFilter();
     EnterOption(option);
     ui_->picPanels->setCurrentIndex(option);
-    setFocusProxy(option == DataOptionStrip::View ? ui_->DataGrid : ui_->picPanels->currentWidget());
     ShowState();
 }
 

@@ -22,9 +22,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <memory>
 #include <set>
@@ -81,6 +83,32 @@ TEST_F(frmDataOptionsTest, TakingAnItemOutRequeriesAndPuttingItBackToo) {
     WaitForAll();
     EXPECT_EQ(form.grid().ValueRows(), 3);
     EXPECT_EQ(frame.busy, 0);
+}
+
+TEST_F(frmDataOptionsTest, TabReachesEveryControlOfEveryOption) {
+    FillData(1, 3, 1);
+    ShowAll();
+    QWidget window;
+    auto* before = new QPushButton(&window);
+    auto* column = new QVBoxLayout(&window);
+    column->addWidget(before);
+    column->addWidget(&form);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (const char* option : {"DATA_VIEW", "DATA_STATS", "DATA_SOURCES", "DATA_UNITS", "DATA_SUBPOPS", "DATA_SORT",
+                               "DATA_CALC", "DATA_PRESENT"}) {
+        Button(option).click();
+        before->setFocus();
+        std::set<const QWidget*> reached;
+        for (QWidget* at = before; reached.insert(at).second; at = QApplication::focusWidget())
+            QTest::keyClick(at, Qt::Key_Tab);
+        for (const auto* control : form.findChildren<QWidget*>()) {
+            const bool isStop = control->isVisible() && control->isEnabled() && !control->focusProxy() &&
+                                (control->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+            EXPECT_TRUE(!isStop || reached.contains(control)) << option << ": " << control->objectName().toStdString();
+        }
+    }
+    form.setParent(nullptr);
 }
 
 TEST_F(frmDataOptionsTest, APanelWithNothingLeftCannotBeLeft) {
