@@ -141,6 +141,10 @@ void ViewRows::RemoveRows(const std::vector<int>& rows) {
 }
 
 // Only the lists say what is hidden: rows that were put back stand at the grid's end, and their old places stay empty.
+qint64 ViewRows::HiddenRows() const {
+    return DeletedRowNIds.split(QLatin1Char(','), Qt::SkipEmptyParts).size();
+}
+
 bool ViewRows::HasRemovedRows() const {
     return !DeletedRowNIds.trimmed().isEmpty() || !removedCells_.isEmpty();
 }

@@ -54,6 +54,8 @@ class ViewRows final : public QObject {
     void RestoreRows();
     /// Rows were removed one by one and can be put back.
     [[nodiscard]] bool HasRemovedRows() const;
+    /// Rows of Data that were removed one by one.
+    [[nodiscard]] qint64 HiddenRows() const;
 
     /// What the most recent data hide because its source is not in view.
     [[nodiscard]] const HiddenByRecent& Hidden() const { return hidden_; }

@@ -195,7 +195,7 @@ void frmData::cmdFilters_Click() {
     if (!showsValues()) return; // a panel with nothing left, which has said so
     // The working tables may be made anew for the count, so the grid lets go of them.
     rows_->Paging().Suspend();
-    frmDataFilters dialog(Filters(), this);
+    frmDataFilters dialog(Filters(), rows_->HiddenRows(), this);
     if (dialog.exec() == QDialog::Accepted && dialog.Filters() != Filters())
         SetFilters(dialog.Filters());
     else

@@ -33,8 +33,8 @@ QString Shown(qint64 number) {
 
 } // namespace
 
-frmDataFilters::frmDataFilters(const DataFilters& filters, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmDataFilters>()) {
+frmDataFilters::frmDataFilters(const DataFilters& filters, qint64 hiddenRows, QWidget* parent)
+    : QDialog(parent), before_(filters), hiddenRows_(hiddenRows), ui_(std::make_unique<Ui::frmDataFilters>()) {
     ui_->setupUi(this);
     if (filters.ValueRangeOn) {
         ui_->txtFrom->setText(ShownValue(filters.DataValueFrom));
@@ -163,9 +163,10 @@ QString frmDataFilters::RowsText() const {
     const bool withCells = std::exchange(ofValues.MissingDataOn, false);
     const auto left = counter_.RowsLeft(ofValues);
     if (!left) return {};
-    const QString total = Shown(counter_.TotalRows());
-    return withCells ? WithNumbers("TS_FilterRowsAndCells", {Shown(*left), total, Shown(counter_.MissingCells())})
-                     : WithNumbers("TS_FilterRowsStay", {Shown(*left), total});
+    const QString rows = Shown(*left - RowsStillHidden());
+    const QString total = Shown(counter_.TotalRows() - RowsStillHidden());
+    return withCells ? WithNumbers("TS_FilterRowsAndCells", {rows, total, Shown(counter_.MissingCells())})
+                     : WithNumbers("TS_FilterRowsStay", {rows, total});
 }
 
 void frmDataFilters::ShowState() {
@@ -173,9 +174,12 @@ void frmDataFilters::ShowState() {
     const QString rows = RowsText();
     ui_->cmdOK->setEnabled(!problem);
     ui_->lblRowsStay->setText(rows);
-    const QString counting =
-        rows.isEmpty() ? WithNumbers("TS_FilterCounting", {Shown(counter_.TotalRows())}) : QString();
-    ui_->lblProblem->setText(InReadingOrder(problem.value_or(counting)));
+    QString note;
+    if (rows.isEmpty())
+        note = WithNumbers("TS_FilterCounting", {Shown(counter_.TotalRows())});
+    else if (hiddenRows_ > RowsStillHidden())
+        note = WithNumbers("TS_FilterHiddenBack", {Shown(hiddenRows_)});
+    ui_->lblProblem->setText(InReadingOrder(problem.value_or(note)));
     const auto extent = counter_.Extent();
     ui_->lblExtent->setText(extent ? WithNumbers("TS_ValuesFromTo", {InOnePiece(ShownValue(extent->first)),
                                                                      InOnePiece(ShownValue(extent->second))})

@@ -19,7 +19,8 @@ class frmDataFilters final : public QDialog {
     Q_OBJECT
 
   public:
-    explicit frmDataFilters(const DataFilters& filters, QWidget* parent = nullptr);
+    /// `hiddenRows` were removed one by one and come back with another filter.
+    explicit frmDataFilters(const DataFilters& filters, qint64 hiddenRows = 0, QWidget* parent = nullptr);
     ~frmDataFilters() override;
 
     /// The filters as they stand in the dialog; a single bound is completed by the least or greatest value.
@@ -37,8 +38,12 @@ class frmDataFilters final : public QDialog {
     /// What is wrong with what was typed or ticked; nothing when it may be applied.
     [[nodiscard]] std::optional<QString> Problem() const;
     [[nodiscard]] QString RowsText() const;
+    /// Hidden rows, as long as they stay hidden.
+    [[nodiscard]] qint64 RowsStillHidden() const { return Filters() == before_ ? hiddenRows_ : 0; }
     [[nodiscard]] bool TooManyMissing() const;
 
+    const DataFilters before_;
+    const qint64 hiddenRows_;
     std::unique_ptr<Ui::frmDataFilters> ui_;
     FilterCounter counter_;
     QTimer reading_;

@@ -1,6 +1,7 @@
 #include "dataview/GridModel.h"
 
 #include "dataview/GridQuery.h"
+#include "session/DisplayValue.h"
 #include "session/Session.h"
 #include "support/SelectionTest.h"
 #include "support/TimeBound.h"
@@ -77,7 +78,7 @@ TEST_F(GridModelTest, ValuesAsStoredOrWithTheUsersSeparators) {
     SysNumFormat = true;
     EXPECT_EQ(Cell(2, ColDatavalue).toString(), QStringLiteral("n/a"));
     EXPECT_EQ(Cell(1, ColDatavalue).toString(), QString());
-    EXPECT_TRUE(Cell(0, ColDatavalue).toString().endsWith(QLatin1String("50")));
+    EXPECT_TRUE(Cell(0, ColDatavalue).toString().endsWith(InDigitsOf(QLocale::system(), QStringLiteral("50"))));
     QLocale::setDefault(before);
     const auto alignment = [&](int row) {
         return Cell(row, ColDatavalue, Qt::TextAlignmentRole).value<Qt::Alignment>();

@@ -534,6 +534,20 @@ TEST_F(frmDataFiltersTest, WritesNumbersAsTheGridDoes) {
     SysNumFormat = false;
 }
 
+TEST_F(frmDataFiltersTest, CountsRowsAsTheyWillBeInView) {
+    const auto kept = Connection;
+    StartInstallation();
+    Connection = kept;
+    frmDataFilters form({}, 2);
+    const auto text = [&](const char* label) { return form.findChild<QLabel*>(QLatin1String(label))->text(); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !text("lblRowsStay").isEmpty(); }));
+    const QString unchanged = text("lblRowsStay");
+    EXPECT_TRUE(text("lblProblem").isEmpty()) << "hidden rows stay hidden";
+    form.findChild<QLineEdit*>(QStringLiteral("txtFrom"))->setText(QStringLiteral("0"));
+    EXPECT_NE(text("lblRowsStay"), unchanged) << "hidden rows come back with a filter";
+    EXPECT_TRUE(text("lblProblem").contains(QLocale::system().toString(2)));
+}
+
 TEST_F(frmDataFiltersTest, NoFiltersClearsEverything) {
     Button("chkMostRecent").setChecked(true);
     Button("chkMissing").setChecked(true);
