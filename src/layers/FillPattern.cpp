@@ -7,8 +7,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kTile = 8;
-
 bool IsSet(FillPattern pattern, int x, int y) {
     switch (pattern) {
     case FillPattern::Horizontal:

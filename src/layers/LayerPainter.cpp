@@ -1,5 +1,8 @@
 #include "layers/LayerPainter.h"
 
+#include "layers/Hatching.h"
+
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -18,7 +21,8 @@ constexpr double kSmallestFeature = 3;
 class Painting final {
   public:
     Painting(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view, double scale)
-        : painter_(painter), layer_(layer), symbols_(symbols), view_(view), scale_(scale) {}
+        : painter_(painter), layer_(layer), symbols_(symbols), view_(view), scale_(scale), tiles_(TakesTiles(painter)) {
+    }
 
     void Paint() {
         painter_.setRenderHint(QPainter::Antialiasing);
@@ -32,6 +36,12 @@ class Painting final {
     }
 
   private:
+    /// Pictures of lines and curves have no tiles; patterns become lines there.
+    static bool TakesTiles(const QPainter& painter) {
+        const QPaintEngine* const engine = painter.paintEngine();
+        return engine == nullptr || (engine->type() != QPaintEngine::SVG && engine->type() != QPaintEngine::Pdf);
+    }
+
     /// What is shown, and a margin for markers and pens that reach into the picture.
     [[nodiscard]] MapBox Reached() const {
         double most = 1;
@@ -65,7 +75,7 @@ class Painting final {
         pen.setCosmetic(true); // hairlines are drawn about four times as fast
         painter_.setPen(width > 0 ? pen : QPen(Qt::NoPen));
         const FillPattern pattern = layer_.kind == LayerKind::Point ? FillPattern::Solid : symbol.pattern;
-        painter_.setBrush(PatternBrush(pattern, symbol.color, scale_));
+        painter_.setBrush(tiles_ ? PatternBrush(pattern, symbol.color, scale_) : ToneBrush(pattern, symbol.color));
     }
 
     void PaintFeature(const MapFeature& feature, const LayerSymbol& symbol) {
@@ -85,6 +95,7 @@ class Painting final {
                                  (feature.box.bottom + feature.box.top) / 2);
             return PaintDot(view_.ToPicture(middle), kSmallestFeature, symbol);
         }
+        if (!tiles_) PaintHatching(feature, symbol);
         QPainterPath path;
         for (int part = feature.firstPart; part < feature.endPart; ++part) {
             const QPolygonF ring = PixelsOf(part);
@@ -98,6 +109,18 @@ class Painting final {
             }
         }
         if (!path.isEmpty()) painter_.drawPath(path);
+    }
+
+    void PaintHatching(const MapFeature& feature, const LayerSymbol& symbol) {
+        std::vector<QPolygonF> rings;
+        for (int part = feature.firstPart; part < feature.endPart; ++part)
+            rings.push_back(PixelsOf(part));
+        const std::vector<QLineF> lines = HatchLines(symbol.pattern, rings, kTile * scale_);
+        if (lines.empty()) return;
+        const QPen outline = painter_.pen();
+        painter_.setPen(QPen(symbol.color, HatchWidth(symbol.pattern) * scale_, Qt::SolidLine, Qt::FlatCap));
+        painter_.drawLines(lines.data(), static_cast<int>(lines.size()));
+        painter_.setPen(outline);
     }
 
     [[nodiscard]] bool IsSmall(const MapBox& box) const {
@@ -164,6 +187,7 @@ class Painting final {
     const LayerSymbols& symbols_;
     const MapView& view_;
     double scale_;
+    bool tiles_;
     int chosen_ = -1;
 };
 

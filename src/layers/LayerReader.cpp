@@ -160,25 +160,29 @@ LayerReading ReadParts(std::map<std::string, QByteArray>& files, const QString& 
 
 } // namespace
 
+LayerReading ReadLayerFiles(std::map<std::string, QByteArray> files, const QString& name) {
+    QByteArray& main = files["shp"];
+    if (main.size() >= kRecordSize) Unscramble(main);
+    if (main.size() < kHeaderSize || BigLong(main, 0) != kFileCode) return {std::nullopt, LayerFault::NotAShapefile};
+    QByteArray& index = files["shx"];
+    if (!IndexFits(index, main)) index = IndexOf(main);
+    CompleteIndex(index, main);
+    if (files.contains("dbf") && !FitTable(files["dbf"])) files.erase("dbf");
+    return ReadParts(files, name);
+}
+
 LayerReading ReadLayer(const QString& path) {
     const QString file = FindPath(path);
-    LayerReading reading;
     const QFileInfo info(file);
     if (info.size() > kLargestFile) return {std::nullopt, LayerFault::TooLarge};
     auto main = info.isFile() ? ReadWholeFile(file, kLargestFile) : std::nullopt;
     if (!main) return {std::nullopt, LayerFault::Missing};
-    if (main->size() >= kRecordSize) Unscramble(*main);
-    if (main->size() < kHeaderSize || BigLong(*main, 0) != kFileCode) return {std::nullopt, LayerFault::NotAShapefile};
     const QString base = info.path() + QLatin1Char('/') + info.completeBaseName();
-    const auto given = FileBeside(base, ".shx");
-    QByteArray index = given && IndexFits(*given, *main) ? *given : IndexOf(*main);
-    CompleteIndex(index, *main);
-    std::map<std::string, QByteArray> files{{"shp", *main}, {"shx", index}};
-    for (const char* ending : {"dbf", "cpg"})
+    std::map<std::string, QByteArray> files{{"shp", std::move(*main)}};
+    for (const char* ending : {"shx", "dbf", "cpg"})
         if (auto bytes = FileBeside(base, qPrintable(QLatin1Char('.') + QLatin1String(ending))))
             files[ending] = std::move(*bytes);
-    if (files.contains("dbf") && !FitTable(files["dbf"])) files.erase("dbf");
-    return ReadParts(files, info.completeBaseName());
+    return ReadLayerFiles(std::move(files), info.completeBaseName());
 }
 
 } // namespace tessaro

@@ -2,7 +2,11 @@
 
 #include "layers/MapLayer.h"
 
+#include <QByteArray>
+
+#include <map>
 #include <optional>
+#include <string>
 
 namespace tessaro {
 
@@ -28,5 +32,8 @@ struct LayerReading {
 /// page that the .cpg or the table's language byte tells, else in UTF-8 when they are valid in it, else in
 /// Windows-1252.
 [[nodiscard]] LayerReading ReadLayer(const QString& path);
+
+/// The same from the bytes of the files by their endings ("shp", "shx", "dbf", "cpg").
+[[nodiscard]] LayerReading ReadLayerFiles(std::map<std::string, QByteArray> files, const QString& name);
 
 } // namespace tessaro
