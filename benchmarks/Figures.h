@@ -28,6 +28,8 @@ void MeasurePresentations(Report& report);
 void MeasureHost(Report& report);
 /// The list of a large gallery folder. Needs a session.
 void MeasureGallery(Report& report);
+/// Drawing and asking layers of the installation, in pictures of 1280 x 800, with outlines.
+void MeasureLayers(Report& report, const QString& installation);
 /// The summary report of the installation's own database, the start of the spreadsheet program included. Opens that
 /// database.
 void MeasureSummary(Report& report, const QString& installation);

@@ -38,6 +38,7 @@ int main(int argc, char** argv) {
         MeasureCalculations(report, session);
         Connection.reset();
     }
+    MeasureLayers(report, installation);
     MeasureSummary(report, installation);
     MeasureHost(report);
     report.Print();
