@@ -6,6 +6,7 @@
 #include "controls/StageScreen.h"
 #include "dataview/frmData.h"
 #include "gallery/GalleryFolder.h"
+#include "layers/MapCanvas.h"
 #include "platform/SingleInstance.h"
 #include "session/Addresses.h"
 #include "session/MessageAnswer.h"
@@ -24,6 +25,7 @@
 #include <QListWidget>
 #include <QScreen>
 #include <QSet>
+#include <QTabBar>
 #include <QTableView>
 #include <QTest>
 #include <QTextStream>
@@ -84,6 +86,7 @@ bool Tour::Walk(const QString& commandLine) {
     if (good_) {
         Visit(QStringLiteral("indicators"), [this] { return Indicators(); });
         Visit(QStringLiteral("time"), [this] { return Time(); });
+        Visit(QStringLiteral("area-map"), [this] { return AreaMap(); });
         Visit(QStringLiteral("areas"), [this] { return Areas(); });
         Visit(QStringLiteral("data"), [this] { return Data(); });
         Visit(QStringLiteral("sorted"), [this] { return Sorted(); });
@@ -253,10 +256,35 @@ Tour::Finding Tour::Time() {
     return {found && stored == selected->Items().Count(), Counted(stored, "periods selected automatically")};
 }
 
-Tour::Finding Tour::Areas() {
+Tour::Finding Tour::AreaMap() {
     if (!Click(QStringLiteral("picBannerButtons_2"))) return {false, QStringLiteral("no banner button")};
     if (!WaitUntil([this] { return CurrentStage == 2 && Find(QStringLiteral("frmAreas")); }))
         return {false, QStringLiteral("the screen did not come")};
+    auto* tree = frame_.findChild<KeyedTree*>(QStringLiteral("TV_Areas"));
+    auto* options = frame_.findChild<QTabBar*>(QStringLiteral("lblAreaOptions"));
+    auto* map = frame_.findChild<MapCanvas*>(QStringLiteral("AreaMap"));
+    if (!tree || !options || !map) return {false, QStringLiteral("no map is offered")};
+    QTest::mouseClick(options, Qt::LeftButton, {}, options->tabRect(options->count() - 1).center());
+    for (const char* const key : {"AAME", "AAMEUSA"}) {
+        const QModelIndex node = tree->Nodes().IndexOfKey(QLatin1String(key));
+        tree->expand(node);
+        tree->scrollTo(node);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(node).center());
+    }
+    if (!WaitUntil([&] { return map->isVisible() && map->Layers().Count() == 1; }))
+        return {false, QStringLiteral("the map did not come")};
+    const std::size_t shown = map->Layers().At(0).data.features.size();
+    QTest::mouseClick(map, Qt::LeftButton, {}, map->FromMapPoint({-105.5, 39}).toPoint());
+    const auto* selected = frame_.findChild<KeyedList*>(QStringLiteral("lstSelected1"));
+    const QString name = selected->Items().Count() == 1 ? selected->Items().ItemAt(0).cells.value(0) : QString();
+    return {shown == 56 && name == QLatin1String("Colorado") && RowsOf("_SelArea") == 1,
+            QStringLiteral("%1, a click chose %2").arg(Counted(static_cast<qint64>(shown), "states on the map"), name)};
+}
+
+Tour::Finding Tour::Areas() {
+    auto* options = frame_.findChild<QTabBar*>(QStringLiteral("lblAreaOptions"));
+    if (!options) return {false, QStringLiteral("the screen did not come")};
+    options->setCurrentIndex(0);
     if (!ClickAutoSelect(QStringLiteral("frmAreas"), QStringLiteral("cmdAllFilter")))
         return {false, QStringLiteral("no automatic selection")};
     const auto* selected = Find(QStringLiteral("frmAreas"))->findChild<KeyedList*>(QStringLiteral("lstSelected1"));

@@ -44,6 +44,8 @@ class Tour final {
     Finding Indicators();
     Finding Time();
     Finding Areas();
+    /// A country's states on the map of the areas, one of them chosen with a click.
+    Finding AreaMap();
     Finding Data();
     Finding Sorted();
     /// The view as a workbook in the hosted spreadsheet, as it is shown before printing.
