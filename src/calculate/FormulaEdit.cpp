@@ -17,8 +17,16 @@ namespace {
 constexpr int kShortestName = 2; ///< letters from which names are offered
 constexpr int kLeastPopup = 280; ///< pixels
 
+/// Behind a reference in Arabic letters, so that the numbers and operators after it still run from left to right.
+constexpr QChar kLeftToRightMark(0x200E);
+const QString kMarkedBrace = QLatin1Char('}') + QString(kLeftToRightMark);
+
 bool IsOperator(QChar c) {
-    return QStringLiteral("{}+*/^").contains(c);
+    return QStringLiteral("{}+*/^").contains(c) || c == kLeftToRightMark;
+}
+
+bool RunsFromRight(QChar letter) {
+    return letter.direction() == QChar::DirR || letter.direction() == QChar::DirAL;
 }
 
 } // namespace
@@ -34,11 +42,50 @@ FormulaEdit::FormulaEdit(QWidget* parent) : QPlainTextEdit(parent), completer_(n
     completer_->setCaseSensitivity(Qt::CaseInsensitive);
     completer_->setFilterMode(Qt::MatchContains);
     completer_->popup()->setObjectName(QStringLiteral("lstNames"));
+    connect(this, &QPlainTextEdit::textChanged, this, &FormulaEdit::MarkBraces);
     connect(completer_, qOverload<const QString&>(&QCompleter::activated), this, &FormulaEdit::TakeName);
 }
 
 void FormulaEdit::SetReferences(const QStringList& references) {
     static_cast<QStringListModel*>(completer_->model())->setStringList(references);
+}
+
+QString FormulaEdit::Formula() const {
+    return toPlainText().replace(kMarkedBrace, QStringLiteral("}"));
+}
+
+void FormulaEdit::MarkBraces() {
+    const QString text = toPlainText();
+    if (std::none_of(text.begin(), text.end(), RunsFromRight)) return;
+    for (qsizetype at = text.lastIndexOf(QLatin1Char('}')); at >= 0;
+         at = at > 0 ? text.lastIndexOf(QLatin1Char('}'), at - 1) : -1) {
+        if (at + 1 < text.size() && text.at(at + 1) == kLeftToRightMark) continue;
+        QTextCursor cursor(document());
+        cursor.joinPreviousEditBlock();
+        cursor.setPosition(static_cast<int>(at) + 1);
+        cursor.insertText(kLeftToRightMark);
+        cursor.endEditBlock();
+    }
+}
+
+bool FormulaEdit::DeletesPastMark(int key) {
+    QTextCursor cursor = textCursor();
+    const bool back = key == Qt::Key_Backspace;
+    if (cursor.hasSelection() || (!back && key != Qt::Key_Delete)) return false;
+    const QString text = toPlainText();
+    const int next = cursor.position() - (back ? 1 : 0);
+    if (next < 0 || next >= text.size() || text.at(next) != kLeftToRightMark) return false;
+    const int end = back ? cursor.position() - 2 : cursor.position() + 2;
+    cursor.setPosition(std::clamp(end, 0, static_cast<int>(text.size())), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    return true;
+}
+
+int FormulaEdit::PlaceOf(int position) const {
+    const QString text = toPlainText();
+    for (qsizetype at = text.indexOf(kMarkedBrace); at >= 0 && at < position; at = text.indexOf(kMarkedBrace, at + 2))
+        ++position;
+    return position;
 }
 
 void FormulaEdit::InsertAtCaret(const QString& text) {
@@ -52,8 +99,8 @@ void FormulaEdit::MarkFault(int position, int length) {
     if (position >= 0 && end > 0) {
         QTextEdit::ExtraSelection mark;
         mark.cursor = QTextCursor(document());
-        mark.cursor.setPosition(std::min(position, end - 1));
-        mark.cursor.setPosition(std::min(position + std::max(length, 1), end), QTextCursor::KeepAnchor);
+        mark.cursor.setPosition(std::min(PlaceOf(position), end - 1));
+        mark.cursor.setPosition(std::min(PlaceOf(position + std::max(length, 1)), end), QTextCursor::KeepAnchor);
         mark.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
         mark.format.setUnderlineColor(Qt::red);
         mark.format.setFontUnderline(true);
@@ -67,7 +114,7 @@ void FormulaEdit::keyPressEvent(QKeyEvent* event) {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool chooses = isReturn || event->key() == Qt::Key_Escape || event->key() == Qt::Key_Tab;
     if (isReturn || (chooses && completer_->popup()->isVisible())) return event->ignore();
-    QPlainTextEdit::keyPressEvent(event);
+    if (!DeletesPastMark(event->key())) QPlainTextEdit::keyPressEvent(event);
     const bool isText = !event->text().isEmpty() && event->text().at(0).isPrint();
     if (isText || event->key() == Qt::Key_Backspace) OfferNames();
 }

@@ -116,7 +116,7 @@ void FormulaPage::ShowDraft(const CalculationDraft& draft) {
 }
 
 QString FormulaPage::Formula() const {
-    return ui_->txtFormula->toPlainText();
+    return ui_->txtFormula->Formula();
 }
 
 // The indicators of the formula, in the order in which they stand there.

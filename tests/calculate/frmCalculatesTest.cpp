@@ -1,12 +1,15 @@
 #include "calculate/frmCalculates.h"
 
 #include "WizardTest.h"
+#include "calculate/FormulaEdit.h"
 #include "controls/OfficeHost.h"
 #include "support/ReadXls.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QTableWidget>
+#include <QTextBlock>
+#include <QTextLayout>
 
 namespace tessaro {
 
@@ -187,6 +190,22 @@ TEST_F(frmCalculatesTest, TheOtherCalculationsPassOverTheirSteps) {
         }
         EXPECT_EQ(back, c.steps);
     }
+}
+
+TEST(FormulaEditTest, NumbersBehindArabicNamesStayInOrder) {
+    FormulaEdit edit;
+    const QString reference = Q("{نسبة  ~  المجموع}");
+    edit.InsertAtCaret(reference);
+    QTest::keyClicks(&edit, Q(" * 2 + 1"));
+    EXPECT_EQ(edit.Formula(), reference + Q(" * 2 + 1"));
+    edit.grab(); // lays the text out
+    const QString text = edit.toPlainText();
+    const QTextLine line = edit.document()->firstBlock().layout()->lineAt(0);
+    const auto place = [&](char digit) { return line.cursorToX(static_cast<int>(text.indexOf(QLatin1Char(digit)))); };
+    EXPECT_LT(place('2'), place('1'));
+    for (int n = 0; n < 9; ++n)
+        QTest::keyClick(&edit, Qt::Key_Backspace);
+    EXPECT_EQ(edit.Formula(), reference.chopped(1)) << "a brace goes with its mark";
 }
 
 TEST_F(frmCalculatesTest, AFormulaIsWrittenCheckedAndCalculated) {
