@@ -34,6 +34,11 @@ QString ToDotDecimal(const QString& value) {
     return text;
 }
 
+QString SumText(double sum) {
+    constexpr int kSignificantDigits = 15;
+    return QString::number(sum, 'g', kSignificantDigits);
+}
+
 std::optional<int> DecimalsTyped(const QString& decimals) {
     const auto number = TypedNumber(decimals);
     if (!number) return std::nullopt;

@@ -13,6 +13,8 @@ namespace tessaro {
 /// behind the point for more, and none before it when it is less than 1 (".50"). Rounded half away from zero, by its
 /// first 15 digits as in a sheet. Blank or unreadable decimals, and a text that is no number, leave it as it is.
 [[nodiscard]] QString FormatToDecimals(const QString& value, const QString& decimals);
+/// A sum in the 15 significant digits that a spreadsheet keeps, without the noise of adding fractions.
+[[nodiscard]] QString SumText(double sum);
 /// The number of decimals that a user typed, 0 to 15; nothing when it is blank or none.
 [[nodiscard]] std::optional<int> DecimalsTyped(const QString& decimals);
 /// A finite number as a user typed it, with the decimal mark of the system or a point; nothing for a blank.

@@ -2,6 +2,7 @@
 
 #include "calculate/Calculations.h"
 #include "calculate/LogParts.h"
+#include "calculate/Numbers.h"
 #include "session/Messages.h"
 #include "session/Query.h"
 #include "session/Strings.h"
@@ -162,9 +163,8 @@ class Subtotal final {
     }
 
     [[nodiscard]] QString InsertionOf(const Total& total) const {
-        const QStringList values{
-            total.time, NumberText(total.sum), total.areaId, names_.value(AreaKey(total.areaId)), indicator_,
-            total.unit, total.subpop,          total.source};
+        const QStringList values{total.time, SumText(total.sum), total.areaId, names_.value(AreaKey(total.areaId)),
+                                 indicator_, total.unit,         total.subpop, total.source};
         return QStringLiteral("Insert into SubWiz (TimePeriod, DataValue, AreaID, AreaName, [Indicator], Unit, Subpop, "
                               "Source)  Values (") +
                QuotedList(values) + QLatin1Char(')');
