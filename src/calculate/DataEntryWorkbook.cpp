@@ -81,11 +81,15 @@ void WriteRows(office::Worksheet& sheet, const DataEntrySheet& result) {
     table.SetStyle(leading);
     sheet.Cells(kHeadRow, TimeColumn, last, AreaIdColumn).SetStyle({.numberFormat = QStringLiteral("@")});
     formats.WriteTo(sheet);
-    sheet.Cells(kHeadRow, 1, kHeadRow, SourceColumn).SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
+    office::Range headRow = sheet.Cells(kHeadRow, 1, kHeadRow, SourceColumn);
+    headRow.SetStyle({.bold = true, .interiorColorIndex = HeaderSlot, .wrapText = true});
+    for (int column = TimeColumn; column <= SourceColumn; ++column)
+        if (widths.Wraps(column)) sheet.Cells(kFirstRow, column, last, column).SetStyle({.wrapText = true});
     table.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
     SetTallRows(sheet, 1, last, SourceColumn, font);
     SendLooks(sheet);
     sheet.Cells(kHeadRow, 1).SetValues(block);
+    headRow.AutoFitRows();
 }
 
 QString CellAt(const office::Block& cells, int row, int column) {

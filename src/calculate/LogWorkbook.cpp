@@ -15,6 +15,7 @@
 #include "sheets/SheetLayout.h"
 #include "sheets/TimeLimit.h"
 #include "sheets/UnfinishedFile.h"
+#include "sheets/ValueCells.h"
 #include "view/DataFilters.h"
 
 #include <QSet>
@@ -98,10 +99,17 @@ class SheetWriter final {
         widths_.WriteTo(sheet_, font_);
     }
     void Measure(int row, int column, const office::Cell& cell) {
-        const QString text = CellText(cell);
+        const QString text = ShownIn(column, cell);
         if (text.isEmpty()) return;
         const bool isHead = data_.firstRow == 0 || row < data_.firstRow;
         isHead ? widths_.AddHead(column, text) : widths_.Add(column, text);
+    }
+    /// A cell of the area rows as the number format of its column shows it.
+    [[nodiscard]] QString ShownIn(int column, const office::Cell& cell) const {
+        const auto* number = std::get_if<double>(&cell);
+        const auto of = std::ranges::find(data_.formulas, column, &LogFormulas::column);
+        const int decimals = number && of != data_.formulas.end() ? DecimalsOf(of->numberFormat) : 0;
+        return decimals > 0 ? WithDecimals(*number, decimals) : CellText(cell);
     }
     void Dress() {
         office::Range all = sheet_.Cells(1, 1, LastRow(data_), data_.lastColumn);
@@ -120,6 +128,8 @@ class SheetWriter final {
     }
     void DressHeads() {
         for (const LogBlock& block : data_.blocks)
+            if (IsListAbove(block)) ListAbove(block).SetStyle({.wrapText = true});
+        for (const LogBlock& block : data_.blocks)
             if (RowsOf(block) == 1 && block.row < data_.headRow)
                 sheet_.Cells(block.row, 1, block.row, data_.lastColumn).SetStyle({.bold = true});
         office::Range heads = sheet_.Cells(data_.headRow, 1, HeadEnd(data_), data_.lastColumn);
@@ -132,8 +142,17 @@ class SheetWriter final {
         if (HasRows())
             sheet_.Cells(data_.firstRow, 1, data_.lastRow, data_.lastColumn).SetBorders(office::AllEdges, line);
     }
+    /// The lines of a list above the headings, such as those of an index's indicators; their names are wrapped.
+    [[nodiscard]] office::Range ListAbove(const LogBlock& block) const {
+        return sheet_.Cells(block.row, block.column, block.row + RowsOf(block) - 1, block.column);
+    }
+    [[nodiscard]] bool IsListAbove(const LogBlock& block) const {
+        return RowsOf(block) > 1 && block.row + RowsOf(block) <= data_.headRow;
+    }
     void FitRows() {
         sheet_.Cells(data_.headRow, 1, HeadEnd(data_), 1).AutoFitRows();
+        for (const LogBlock& block : data_.blocks)
+            if (IsListAbove(block)) ListAbove(block).AutoFitRows();
         for (int column = 1; column <= data_.lastColumn && HasRows(); ++column)
             if (widths_.Wraps(column)) return Rows(1).AutoFitRows();
     }

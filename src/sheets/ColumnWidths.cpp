@@ -17,12 +17,15 @@ constexpr double kUsualSize = 10;    ///< points of the font whose digits widths
 constexpr double kBoldFactor = 1.1;  ///< how much wider bold texts are
 constexpr double kLeastScale = 0.65; ///< a table that would be printed smaller goes over several pages
 constexpr int kMeasuredPixels = 100;
-constexpr double kDigitWidth = 0.556; ///< of a font's size
+constexpr double kUnitWidth = 0.525; ///< of a font's size: seven pixels at ten points
+constexpr double kOtherFont = 1.1;   ///< the spreadsheet may have another font for the script, which is wider
+constexpr double kDigitWidth = 1.09; ///< units; the digits of the usual fonts
 
-/// How many digits would be as wide as the letter.
+/// How many units of a column's width the letter takes.
 double WidthOf(QChar letter) {
     const ushort code = letter.unicode();
     if (letter.category() == QChar::Mark_NonSpacing) return 0;
+    if (letter.isDigit()) return kDigitWidth;
     if ((code >= 0x2E80 && code < 0xD7B0) || (code >= 0xF900 && code < 0xFB00) || (code >= 0xFF00 && code < 0xFF60))
         return 1.9; // East Asian
     const bool wide =
@@ -49,10 +52,10 @@ double MeasuredWidth(const QString& text) {
     double widest = 0;
     for (const QString& line : text.split(QLatin1Char('\n')))
         widest = std::max(widest, metrics.horizontalAdvance(line));
-    return widest / (kMeasuredPixels * kDigitWidth);
+    return kOtherFont * widest / (kMeasuredPixels * kUnitWidth);
 }
 
-/// Width of the longest line, in digits.
+/// Width of the longest line, in the units of column widths.
 double WidthOf(const QString& text) {
     if (HasJoinedLetters(text) && qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
         return MeasuredWidth(text);

@@ -4,6 +4,7 @@
 #include "calculate/DataEntryWorkbook.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Clock.h"
+#include "sheets/SheetFont.h"
 #include "support/ReadXls.h"
 #include "support/SelectionTest.h"
 #include "support/TimeBound.h"
@@ -113,6 +114,15 @@ TEST_F(LogWorkbookTest, WritesHeaderValuesAndFormulas) {
     office::Workbook book = Open(written.file);
     EXPECT_EQ(book.Sheet(1).Cells(13, 4).Formula().remove(QLatin1Char(' ')), Q("=ROUND(C13*2,2)"));
     EXPECT_EQ(book.Sheet(1).Cells(14, 4).Formula().remove(QLatin1Char(' ')), Q("=ROUND(C14*2,2)"));
+}
+
+TEST_F(LogWorkbookTest, ColumnsHaveRoomForTheDecimalsThatTheyShow) {
+    constexpr double kDigit = 0.572; // of a font's size, in the usual font
+    const QString shown = Q("123456789.00");
+    CalculationLog log = Doubles({123456789.0});
+    log.working.formulas.front().formulas = {Q("= C13")};
+    const office::Workbook book = Open(WriteLog(Draft(), log, true).file);
+    EXPECT_GT(book.Sheet(1).Cells(13, 4).Size().width(), ListFont().size * kDigit * static_cast<double>(shown.size()));
 }
 
 TEST_F(LogWorkbookTest, TheHeaderFollowsTheCalculation) {
