@@ -96,6 +96,7 @@ void SelectionPage::ShowDraft(const CalculationDraft& draft) {
     chkShowSubpop_->setChecked(showSubpop_);
     chosen_ = role_ == Role::Items ? draft.items : draft.denominators;
     ShowLists();
+    lists_->Available().setFocus();
 }
 
 void SelectionPage::TakeInto(CalculationDraft& draft) const {
