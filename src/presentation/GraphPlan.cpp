@@ -76,12 +76,19 @@ QString WithNumber(const char* key, int number) {
     return Text(key).replace(QStringLiteral("%1"), QLocale::system().toString(number));
 }
 
+constexpr char16_t kRightToLeftEmbedding = 0x202B;
+constexpr char16_t kEndOfEmbedding = 0x202C;
+
 /// A line below the chart: its name, then the texts; what is too long for it ends in an ellipsis.
 QString Line(const char* key, const QStringList& texts) {
     if (texts.isEmpty()) return {};
     QString line = texts.mid(0, kNamedSources).join(QStringLiteral("; "));
     if (texts.size() > kNamedSources) line += QStringLiteral("; ") + kEllipsis;
-    return Ended(Text(key) + QStringLiteral(": ") + line.simplified(), kLongestLine);
+    QString labelled = GetText(QStringLiteral("TS_LabelledLine"));
+    if (labelled.isEmpty()) labelled = QStringLiteral("%1: %2"); // a language file without it
+    line = Ended(labelled.arg(Text(key), line.simplified()), kLongestLine);
+    // Charts know no direction of their own: the line brings it along.
+    return LanguageIsRightToLeft() ? QChar(kRightToLeftEmbedding) + line + QChar(kEndOfEmbedding) : line;
 }
 
 } // namespace
