@@ -26,11 +26,10 @@ class MapLayerListTest : public MapTest {
         const Rings rings = type == SHPT_POINT ? Rings{{{1, 1}}} : Rings{{{0, 0}, {0, 1}, {1, 1}, {0, 0}}};
         const QString path = maps_ + QLatin1Char('/') + base;
         WriteShapes(path, type, std::vector<Rings>(static_cast<std::size_t>(features), rings));
-        DBFHandle table = DBFCreate(path.toUtf8().constData());
-        DBFAddField(table, "ID_", FTString, 30, 0);
+        std::vector<std::vector<std::string>> ids;
         for (int i = 0; i < features; ++i)
-            DBFWriteStringAttribute(table, i, 0, std::string(1, static_cast<char>('A' + i)).c_str());
-        DBFClose(table);
+            ids.push_back({std::string(1, static_cast<char>('A' + i))});
+        WriteTable(path, nullptr, {"ID_"}, ids);
     }
     static void SelectAreas(const std::vector<std::pair<QString, int>>& filesAndLevels) {
         int id = 0;
