@@ -72,9 +72,8 @@ struct CalculationLog {
     LogSheet working;
     LogSheet detail;
     /// Composite index: the ranks of the first areas by index, now and after each change of a weight by ten points, as
-    /// formulas. Columns 1 and 2 are the area, 3 its rank now, those up to `rankColumns` behind it one for each change.
+    /// formulas. Columns 1 and 2 are the area, 3 to 5 its rank now and the best and the worst of all its ranks.
     std::optional<LogSheet> ranks;
-    int rankColumns = 0;
     std::vector<LogResult> results;
     /// Areas (or totals) that need a word, with the reason: left out, or made from unlike parts. Id, name, reason.
     std::vector<QStringList> remarks;

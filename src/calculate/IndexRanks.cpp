@@ -19,6 +19,8 @@ constexpr int kTitleRow = 1;
 constexpr int kRankHeadRow = 4;
 constexpr int kFirstRow = kRankHeadRow + 1;
 constexpr int kRankColumn = 3;
+constexpr int kBestColumn = 4;
+constexpr int kWorstColumn = 5;
 
 /// A weight that goes up or down.
 struct Change {
@@ -54,19 +56,29 @@ class RankSheet final {
         for (int change = 0; change <= Changes(); ++change) {
             sheet.formulas.push_back({MeanColumn(change), MeanFormulas(change), QStringLiteral("0.000"), false});
             const int column = MeanColumn(change);
-            sheet.formulas.push_back({kRankColumn + change,
+            sheet.formulas.push_back({RankColumn(change),
                                       {QStringLiteral("= RANK(%1,%2)")
                                            .arg(CellAt(kFirstRow, column), FixedRange(column, kFirstRow, LastRow()))},
                                       QStringLiteral("0"),
                                       false});
         }
+        for (const auto& [column, function] : {std::pair{kBestColumn, "MIN"}, std::pair{kWorstColumn, "MAX"}})
+            sheet.formulas.push_back(
+                {column,
+                 {QStringLiteral("= %1(%2,%3:%4)")
+                      .arg(QLatin1String(function), CellAt(kFirstRow, kRankColumn), CellAt(kFirstRow, RankColumn(1)),
+                           CellAt(kFirstRow, RankColumn(Changes())))},
+                 QStringLiteral("0"),
+                 false});
         return sheet;
     }
 
   private:
     [[nodiscard]] int LastRow() const { return kFirstRow + static_cast<int>(areas_.size()) - 1; }
-    /// Of the means as they are (0), and of those after a change (1 …).
-    [[nodiscard]] int MeanColumn(int change) const { return kRankColumn + Changes() + 2 + change; }
+    /// Of the ranks as they are (0), and of those after a change (1 …).
+    [[nodiscard]] static int RankColumn(int change) { return change == 0 ? kRankColumn : kWorstColumn + change; }
+    /// The same of the means that the ranks are of.
+    [[nodiscard]] int MeanColumn(int change) const { return RankColumn(Changes()) + 2 + change; }
 
     [[nodiscard]] office::Block Title() const {
         const QString count = QString::number(areas_.size());
@@ -75,7 +87,8 @@ class RankSheet final {
     }
 
     [[nodiscard]] std::vector<office::Cell> HeadingRow() const {
-        std::vector<office::Cell> row = Headings({"Comm_Area Id", "Comm_Area Name", "TS_RankNow"});
+        std::vector<office::Cell> row =
+            Headings({"Comm_Area Id", "Comm_Area Name", "TS_RankNow", "TS_RankBest", "TS_RankWorst"});
         AddChanges(row);
         row.emplace_back();
         row.push_back(TextCell(PlainText(QStringLiteral("LOG_INDEX"))));
@@ -102,13 +115,20 @@ class RankSheet final {
             std::vector<office::Cell> row(static_cast<std::size_t>(LastColumn()));
             row[0] = TextCell(area.id);
             row[1] = TextCell(area.name);
+            double best = static_cast<double>(areas_.size());
+            double worst = 1;
             for (int change = 0; change <= Changes(); ++change) {
                 const double mean = MeanOf(area, change);
                 const auto higher = std::ranges::count_if(
                     areas_, [&](const RankedArea& other) { return MeanOf(other, change) > mean; });
-                row[static_cast<std::size_t>(kRankColumn + change - 1)] = static_cast<double>(higher + 1);
+                const auto rank = static_cast<double>(higher + 1);
+                best = std::min(best, rank);
+                worst = std::max(worst, rank);
+                row[static_cast<std::size_t>(RankColumn(change) - 1)] = rank;
                 row[static_cast<std::size_t>(MeanColumn(change) - 1)] = NumberCell(mean);
             }
+            row[kBestColumn - 1] = best;
+            row[kWorstColumn - 1] = worst;
             rows.push_back(std::move(row));
         }
         return rows;
@@ -154,7 +174,6 @@ void AddRankSheet(CalculationLog& log, std::vector<RankedArea> areas, const QStr
     const RankSheet ranks(std::move(areas), indicators, weights, sheet);
     if (!ranks.IsWorthwhile()) return;
     log.ranks = ranks.Made();
-    log.rankColumns = ranks.Changes();
 }
 
 } // namespace tessaro

@@ -15,9 +15,9 @@
 #include "sheets/SheetLayout.h"
 #include "sheets/TimeLimit.h"
 #include "sheets/UnfinishedFile.h"
-#include "sheets/ValueCells.h"
 #include "view/DataFilters.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -29,9 +29,14 @@ namespace {
 
 constexpr int kDecimalsRow = 7; ///< decimals, or the lower end of a scale with the upper one below it
 constexpr int kLabelColumns = 2;
-constexpr int kChartAreas = 20;
-constexpr double kChartWidth = 720; ///< points
-constexpr double kChartHeight = 360;
+constexpr int kChartAreas = 40;
+constexpr double kChartWidth = 740; ///< points: as wide as a small window
+constexpr double kChartHeight = 260;
+constexpr double kChartGap = 8;
+constexpr int kRankChartEnd = 5; ///< the last of the columns with rank now, best and worst rank
+constexpr int kNowSlot = 23;     ///< of the palette: blue, for the ranks as they are
+constexpr int kBeyondSlot = 48;  ///< grey, for the best and the worst rank
+const QString kTrueOrFalse = QStringLiteral("[=0]\"FALSE\";\"TRUE\"");
 const QColor kHeadTint(241, 241, 241);
 
 QString Plain(const char* key) {
@@ -68,26 +73,46 @@ QString Rounded(const QString& formula, const QString& decimals) {
     return QStringLiteral("= ROUND(%1,%2)").arg(inner, decimals);
 }
 
+/// A number as the formats "0", "0.00" and so on show it; any other cell or format: as it is.
+QString ShownText(const office::Cell& cell, const QString& numberFormat) {
+    const auto* number = std::get_if<double>(&cell);
+    if (!number || !numberFormat.startsWith(QLatin1Char('0'))) return CellText(cell);
+    const qsizetype point = numberFormat.indexOf(QLatin1Char('.'));
+    return QString::number(*number, 'f', point < 0 ? 0 : static_cast<int>(numberFormat.size() - point - 1));
+}
+
+/// Where the table of a sheet begins.
+enum class Above { Lines, Chart };
+
 /// Writes one sheet: looks first, on empty cells, then values, then formulas.
 class SheetWriter final {
   public:
     SheetWriter(office::Worksheet sheet, const LogSheet& data, QString decimals, QStringList labels)
         : sheet_(std::move(sheet)), data_(data), decimals_(std::move(decimals)), labels_(std::move(labels)),
-          font_(ListFont()) {}
+          font_(ListFont()) {
+        for (const LogFormulas& column : data.formulas)
+            formats_.insert(column.column, column.numberFormat);
+    }
 
-    void Write() {
-        SetUpSheet(sheet_, data_.firstRow > 0 ? data_.firstRow - 1 : HeadEnd(data_), kLabelColumns + 1);
+    void Write(Above above = Above::Lines) {
+        SetUp(above);
         MeasureColumns();
         Dress();
         SendLooks(sheet_);
         for (const LogBlock& block : data_.blocks)
-            sheet_.Cells(block.row, block.column).SetValues(block.cells);
+            WriteBlock(block);
         for (const LogFormulas& column : data_.formulas)
             WriteFormulas(column);
         FitRows();
     }
 
   private:
+    /// The lines above the table stand on the first page alone. A chart there would leave no room for rows that scroll.
+    void SetUp(Above above) {
+        SetUpSheet(sheet_, data_.firstRow > 0 ? data_.firstRow - 1 : HeadEnd(data_), kLabelColumns + 1);
+        sheet_.SetPageSetup({.paper = office::Paper::Own, .titleRows = HeadEnd(data_), .firstTitleRow = data_.headRow});
+        if (above == Above::Chart) sheet_.FreezePanes(1, kLabelColumns + 1);
+    }
     void MeasureColumns() {
         for (const LogBlock& block : data_.blocks)
             for (std::size_t row = 0; row < block.cells.size(); ++row)
@@ -99,17 +124,10 @@ class SheetWriter final {
         widths_.WriteTo(sheet_, font_);
     }
     void Measure(int row, int column, const office::Cell& cell) {
-        const QString text = ShownIn(column, cell);
-        if (text.isEmpty()) return;
         const bool isHead = data_.firstRow == 0 || row < data_.firstRow;
+        const QString text = isHead ? CellText(cell) : ShownText(cell, formats_.value(column));
+        if (text.isEmpty()) return;
         isHead ? widths_.AddHead(column, text) : widths_.Add(column, text);
-    }
-    /// A cell of the area rows as the number format of its column shows it.
-    [[nodiscard]] QString ShownIn(int column, const office::Cell& cell) const {
-        const auto* number = std::get_if<double>(&cell);
-        const auto of = std::ranges::find(data_.formulas, column, &LogFormulas::column);
-        const int decimals = number && of != data_.formulas.end() ? DecimalsOf(of->numberFormat) : 0;
-        return decimals > 0 ? WithDecimals(*number, decimals) : CellText(cell);
     }
     void Dress() {
         office::Range all = sheet_.Cells(1, 1, LastRow(data_), data_.lastColumn);
@@ -127,34 +145,54 @@ class SheetWriter final {
         SetTallRows(sheet_, 1, LastRow(data_), data_.lastColumn, font_);
     }
     void DressHeads() {
-        for (const LogBlock& block : data_.blocks)
-            if (IsListAbove(block)) ListAbove(block).SetStyle({.wrapText = true});
-        for (const LogBlock& block : data_.blocks)
+        const office::Border line{office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot};
+        for (const LogBlock& block : data_.blocks) {
             if (RowsOf(block) == 1 && block.row < data_.headRow)
                 sheet_.Cells(block.row, 1, block.row, data_.lastColumn).SetStyle({.bold = true});
+            if (IsTableAbove(block)) DressTable(block, line);
+        }
         office::Range heads = sheet_.Cells(data_.headRow, 1, HeadEnd(data_), data_.lastColumn);
         heads.SetStyle({.bold = true,
                         .interiorColorIndex = HeaderSlot,
                         .vertical = office::VerticalAlign::Bottom,
                         .wrapText = true});
-        const office::Border line{office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot};
         heads.SetBorders(office::AllEdges, line);
         if (HasRows())
             sheet_.Cells(data_.firstRow, 1, data_.lastRow, data_.lastColumn).SetBorders(office::AllEdges, line);
     }
-    /// The lines of a list above the headings, such as those of an index's indicators; their names are wrapped.
-    [[nodiscard]] office::Range ListAbove(const LogBlock& block) const {
-        return sheet_.Cells(block.row, block.column, block.row + RowsOf(block) - 1, block.column);
-    }
-    [[nodiscard]] bool IsListAbove(const LogBlock& block) const {
-        return RowsOf(block) > 1 && block.row + RowsOf(block) <= data_.headRow;
-    }
     void FitRows() {
-        sheet_.Cells(data_.headRow, 1, HeadEnd(data_), 1).AutoFitRows();
         for (const LogBlock& block : data_.blocks)
-            if (IsListAbove(block)) ListAbove(block).AutoFitRows();
+            if (IsTableAbove(block)) sheet_.Cells(block.row, 1, block.row + RowsOf(block) - 1, 1).AutoFitRows();
+        sheet_.Cells(data_.headRow, 1, HeadEnd(data_), 1).AutoFitRows();
         for (int column = 1; column <= data_.lastColumn && HasRows(); ++column)
             if (widths_.Wraps(column)) return Rows(1).AutoFitRows();
+    }
+    /// A small table of its own above the heads of the areas.
+    [[nodiscard]] bool IsTableAbove(const LogBlock& block) const {
+        return RowsOf(block) > 1 && block.cells.front().size() > 1 && block.row + RowsOf(block) <= data_.headRow;
+    }
+    /// Names that are longer than their column go over several lines.
+    void DressTable(const LogBlock& block, const office::Border& line) {
+        office::Range table = sheet_.Cells(block.row, block.column, block.row + RowsOf(block) - 1,
+                                           block.column + static_cast<int>(block.cells.front().size()) - 1);
+        table.SetStyle({.vertical = office::VerticalAlign::Bottom, .wrapText = true});
+        sheet_.Cells(block.row, table.Column(), block.row, table.LastColumn())
+            .SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
+        table.SetBorders(office::AllEdges, line);
+    }
+    /// Cells of the kind "true or false" are shown as 1 and 0 when the spreadsheet program has read them back from the
+    /// file, so they become numbers that a format shows as words; formulas take both.
+    void WriteBlock(const LogBlock& block) {
+        if (!IsTableAbove(block)) return sheet_.Cells(block.row, block.column).SetValues(block.cells);
+        office::Block cells = block.cells;
+        for (std::size_t row = 0; row < cells.size(); ++row)
+            for (std::size_t column = 0; column < cells[row].size(); ++column)
+                if (const auto* truth = std::get_if<bool>(&cells[row][column])) {
+                    cells[row][column] = *truth ? 1.0 : 0.0;
+                    sheet_.Cells(block.row + static_cast<int>(row), block.column + static_cast<int>(column))
+                        .SetStyle({.numberFormat = kTrueOrFalse});
+                }
+        sheet_.Cells(block.row, block.column).SetValues(cells);
     }
     void WriteFormulas(const LogFormulas& column) {
         if (!HasRows() || column.formulas.empty()) return;
@@ -183,16 +221,17 @@ class SheetWriter final {
     QStringList labels_; ///< that come into the first column as well
     SheetFont font_;
     ColumnWidths widths_;
+    QHash<int, QString> formats_; ///< of the area rows, by column
 };
 
-/// The labelled lines below the title of a log.
-std::vector<HeaderLine> LinesOf(const CalculationDraft& draft, const QString& stamp) {
+/// The labelled lines below the title of a sheet; the decimals stand on the first alone.
+std::vector<HeaderLine> LinesOf(int sheet, const CalculationDraft& draft, const QString& stamp) {
     // The header's writer has one text for both calculations of percentages.
     const CalcType named = draft.type == CalcType::HundredMinus ? CalcType::PerCent : draft.type;
     std::vector<HeaderLine> lines{{3, Plain("LOG_MODULE"), ModuleName(draft.type)},
                                   {4, Plain("LOG_DATE_TIME"), stamp},
                                   {5, Plain("LOG_LOG_FILENAME"), LogFileName(named, stamp)}};
-    if (draft.type == CalcType::CompositeIndex) return lines;
+    if (sheet != kWorkingSheet || draft.type == CalcType::CompositeIndex) return lines;
     lines.push_back({kDecimalsRow, Plain("Comm_DECIMAL"), draft.decimals});
     return lines;
 }
@@ -232,7 +271,7 @@ class LogWriter final {
   private:
     void WriteSheet(int number, const LogSheet& data, const QString& title, const QString& stamp) {
         const office::Worksheet sheet = book_.Sheet(number);
-        const std::vector<HeaderLine> lines = LinesOf(draft_, stamp);
+        const std::vector<HeaderLine> lines = LinesOf(number, draft_, stamp);
         QStringList labels;
         for (const HeaderLine& line : lines)
             labels << line.label;
@@ -266,22 +305,23 @@ class LogWriter final {
     }
     void WriteRanks() {
         office::Worksheet sheet = book_.Sheet(kRanksSheet);
-        SheetWriter(sheet, *log_.ranks, {}, {}).Write();
+        SheetWriter(sheet, *log_.ranks, {}, {}).Write(Above::Chart);
         AddRanksChart(sheet);
     }
-    /// The ranks of the first areas, now and after each change, below their table.
+    /// The ranks of the first areas, with how far they move, between the title and the table.
     void AddRanksChart(office::Worksheet& sheet) {
         const LogSheet& ranks = *log_.ranks;
+        const int gapRow = ranks.headRow - 1;
+        sheet.SetRowHeight(gapRow, kChartHeight + 2 * kChartGap);
+        const double top = gapRow > 1 ? sheet.Cells(1, 1, gapRow - 1, 1).Size().height() : 0;
         const int last = std::min(ranks.lastRow, ranks.firstRow + kChartAreas - 1);
-        const int lastColumn = kLabelColumns + 1 + log_.rankColumns;
-        const double top = sheet.Cells(1, 1, ranks.lastRow + 1, 1).Size().height();
         office::Chart chart =
-            sheet.AddChart(office::ChartKind::Line, sheet.Cells(HeadEnd(ranks), kLabelColumns, last, lastColumn), true,
-                           true, {0, top, kChartWidth, kChartHeight});
-        chart.SetTitle(Plain("TS_RanksTitle"));
-        chart.SetAxisTitles({}, Plain("TS_RankNow"));
-        chart.SetLegend(true);
+            sheet.AddChart(office::ChartKind::Line, sheet.Cells(HeadEnd(ranks), kLabelColumns, last, kRankChartEnd),
+                           true, true, {0, top + kChartGap, kChartWidth, kChartHeight});
+        chart.SetLegend(true, true);
         chart.SetPlain();
+        for (int series = 1; series <= chart.SeriesCount(); ++series)
+            chart.SetSeriesColor(series, series == 1 ? kNowSlot : kBeyondSlot);
         const SheetFont font = ListFont();
         chart.SetFont(font.name, font.size);
     }

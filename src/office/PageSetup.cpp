@@ -158,7 +158,7 @@ void SetLandscape(const Reference<XPropertySet>& style, bool landscape) {
 void SetTitles(const Reference<com::sun::star::sheet::XPrintAreas>& areas, sal_Int16 sheet, const PageSetup& setup) {
     if (setup.titleRows) {
         areas->setPrintTitleRows(*setup.titleRows > 0);
-        if (*setup.titleRows > 0) areas->setTitleRows({sheet, 0, 0, 0, *setup.titleRows - 1});
+        if (*setup.titleRows > 0) areas->setTitleRows({sheet, 0, setup.firstTitleRow - 1, 0, *setup.titleRows - 1});
     }
     if (setup.titleColumns) {
         areas->setPrintTitleColumns(*setup.titleColumns > 0);

@@ -46,7 +46,8 @@ struct PageSetup {
     int fitToPagesWide = 0; ///< 0: as large as it is
     std::optional<PageLine> header = {};
     std::optional<PageLine> footer = {};
-    std::optional<int> titleRows = {};    ///< rows that are repeated on each page
+    std::optional<int> titleRows = {};    ///< rows down to this one are repeated on each page
+    int firstTitleRow = 1;                ///< the first of them
     std::optional<int> titleColumns = {}; ///< columns that are repeated on each page
     std::optional<bool> centered = {};    ///< in the middle of the page
     std::optional<bool> gridLines = {};

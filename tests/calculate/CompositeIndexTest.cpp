@@ -94,29 +94,30 @@ TEST_F(CompositeIndexTest, RanksMoveWithTheWeights) {
     CalculationDraft draft = Draft({{kA, {QStringLiteral("5"), true}}, {kB, {QStringLiteral("95"), true}}});
     const CalculationLog log = Calculate(draft);
     ASSERT_TRUE(log.ranks);
-    EXPECT_EQ(log.rankColumns, 4);
     const LogSheet& ranks = *log.ranks;
     EXPECT_EQ(RowText(ranks, ranks.headRow),
-              (QStringList{"Area ID", "Area name", "Rank now", "A ~ Total: weight +10", "A ~ Total: weight −10",
-                           "B ~ Total: weight +10", "B ~ Total: weight −10", "", "Index", "A ~ Total: weight +10",
-                           "A ~ Total: weight −10", "B ~ Total: weight +10", "B ~ Total: weight −10"}));
+              (QStringList{"Area ID", "Area name", "Rank now", "Best rank", "Worst rank", "A ~ Total: weight +10",
+                           "A ~ Total: weight −10", "B ~ Total: weight +10", "B ~ Total: weight −10", "", "Index",
+                           "A ~ Total: weight +10", "A ~ Total: weight −10", "B ~ Total: weight +10",
+                           "B ~ Total: weight −10"}));
     // Means: C .97, B .9525. A +10: (97 + 4) / 110 against (95.25 + 10) / 110; A goes down by its 5 points alone.
-    EXPECT_EQ(RowText(ranks, 5).mid(0, 7), (QStringList{"CCC", "Area CCC", "1", "2", "1", "1", "1"}));
-    EXPECT_EQ(RowText(ranks, 6).mid(0, 7), (QStringList{"BBB", "Area BBB", "2", "1", "2", "2", "2"}));
-    test::ExpectClose((97 + 4) / 110.0, Text(ranks, 5, 10));
-    test::ExpectClose(1, Text(ranks, 5, 11));
-    test::ExpectClose((97 - 10) / 90.0, Text(ranks, 5, 13));
+    EXPECT_EQ(RowText(ranks, 5).mid(0, 9), (QStringList{"CCC", "Area CCC", "1", "1", "2", "2", "1", "1", "1"}));
+    EXPECT_EQ(RowText(ranks, 6).mid(0, 9), (QStringList{"BBB", "Area BBB", "2", "1", "2", "1", "2", "2", "2"}));
+    test::ExpectClose((97 + 4) / 110.0, Text(ranks, 5, 12));
+    test::ExpectClose(1, Text(ranks, 5, 13));
+    test::ExpectClose((97 - 10) / 90.0, Text(ranks, 5, 15));
     const auto formulas = [&](int column) {
         const auto found = std::ranges::find(ranks.formulas, column, &LogFormulas::column);
         return found == ranks.formulas.end() ? std::vector<QString>{} : found->formulas;
     };
-    EXPECT_EQ(formulas(3), std::vector{QStringLiteral("= RANK(I5,$I$5:$I$7)")});
-    EXPECT_EQ(formulas(7), std::vector{QStringLiteral("= RANK(M5,$M$5:$M$7)")});
-    ASSERT_EQ(formulas(11).size(), 3u);
-    EXPECT_EQ(formulas(9)[0], QStringLiteral("= 'Sheet1'!G17"));
-    EXPECT_EQ(formulas(10)[1], QStringLiteral("= (I6 * 100 + 'Sheet1'!D16 * 10) / 110"));
-    EXPECT_EQ(formulas(11)[0],
-              QStringLiteral("= (I5 * 100 - 'Sheet1'!D17 * MIN(10,'Sheet1'!$B$10)) / (100 - MIN(10,'Sheet1'!$B$10))"));
+    EXPECT_EQ(formulas(3), std::vector{QStringLiteral("= RANK(K5,$K$5:$K$7)")});
+    EXPECT_EQ(formulas(4), std::vector{QStringLiteral("= MIN(C5,F5:I5)")});
+    EXPECT_EQ(formulas(9), std::vector{QStringLiteral("= RANK(O5,$O$5:$O$7)")});
+    ASSERT_EQ(formulas(13).size(), 3u);
+    EXPECT_EQ(formulas(11)[0], QStringLiteral("= 'Sheet1'!G17"));
+    EXPECT_EQ(formulas(12)[1], QStringLiteral("= (K6 * 100 + 'Sheet1'!D16 * 10) / 110"));
+    EXPECT_EQ(formulas(13)[0],
+              QStringLiteral("= (K5 * 100 - 'Sheet1'!D17 * MIN(10,'Sheet1'!$B$10)) / (100 - MIN(10,'Sheet1'!$B$10))"));
 }
 
 TEST_F(CompositeIndexTest, EqualValuesGiveTheTopOfTheScale) {

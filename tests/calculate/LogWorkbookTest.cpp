@@ -172,18 +172,34 @@ TEST_F(LogWorkbookTest, AFormulaForEachRowLeavesGapsAsTheyAre) {
     EXPECT_DOUBLE_EQ(std::get<double>(sheet.Cells(15, 4).Value()), 9);
 }
 
+TEST_F(LogWorkbookTest, CellsShowTheirNumbersWholeAndTheirWords) {
+    CalculationLog log = Doubles({123456.0, 1.0});
+    log.working.formulas = {{4, {Q("= C13 * 2")}, Q("0.00"), false}};
+    log.working.blocks.front() = {8, 1, {{Q("Name"), Q("High is good")}, {Q("A"), false}, {Q("B"), true}}};
+    log.working.headRow = 11;
+    log.working.blocks[1].row = 11;
+    office::Workbook book = Open(WriteLog(Draft(), log, true).file);
+    const office::Worksheet sheet = book.Sheet(1);
+    const double width = sheet.Cells(13, 4).Size().width();
+    sheet.Cells(13, 4, 14, 4).AutoFitColumns();
+    EXPECT_GE(width, sheet.Cells(13, 4).Size().width()) << "room for 246912.00";
+    EXPECT_EQ(sheet.Cells(9, 2).Text(), Q("FALSE"));
+    EXPECT_EQ(sheet.Cells(10, 2).Text(), Q("TRUE"));
+    EXPECT_EQ(book.Sheet(2).Cells(7, 1).Text(), QString()) << "the decimals stand on the first sheet alone";
+}
+
 TEST_F(LogWorkbookTest, RanksHaveTheirSheetAndAChart) {
     CalculationLog log = Doubles({1.0, 3.0});
     log.ranks = log.working;
     log.ranks->formulas = {{4, {Q("= RANK(C13,$C$13:$C$14)")}, Q("0"), false},
                            {3, {Q("= 'Sheet1'!C13 + 1")}, {}, false}};
-    log.rankColumns = 1;
     office::Workbook book = Open(WriteLog(Draft(CalcType::CompositeIndex), log, true).file);
     ASSERT_EQ(book.SheetCount(), 3) << "no remarks";
     const office::Worksheet ranks = book.Sheet(3);
     EXPECT_EQ(ranks.Name(), Q("Ranks"));
     EXPECT_EQ(ranks.ChartCount(), 1);
-    EXPECT_EQ(ranks.ChartAt(1).SeriesCount(), 2);
+    EXPECT_EQ(ranks.ChartAt(1).SeriesCount(), 3);
+    EXPECT_LT(ranks.ChartAt(1).Place().bottom(), ranks.Cells(1, 1, 9, 1).Size().height()) << "above the table";
     EXPECT_EQ(ranks.Cells(14, 3).Value(), office::Cell(4.0)) << "the first sheet is found under its new name";
     book.Sheet(1).Cells(13, 3).SetValue(9.0);
     EXPECT_EQ(ranks.Cells(13, 4).Value(), office::Cell(1.0)) << "live";
