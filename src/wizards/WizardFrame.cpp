@@ -132,6 +132,9 @@ void WizardFrame::ShowStep(const QString& nameKey) {
     ui_->CmdBack->setEnabled(wayOpen_ && step_ > 1);
     ui_->CmdNext->setEnabled(wayOpen_ && step_ < StepCount() && MayGoForward());
     ui_->CmdFinish->setEnabled(wayOpen_ && MayFinish());
+    const bool ends = step_ == StepCount() && MayFinish(); // where Next is off, Return is Finish
+    ui_->CmdNext->setDefault(!ends);
+    ui_->CmdFinish->setDefault(ends);
 }
 
 /// Caption and trail of a step.
