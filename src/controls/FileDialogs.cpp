@@ -6,8 +6,12 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QRegularExpression>
+#include <QSplitter>
+#include <QTreeView>
 
+#include <algorithm>
 #include <utility>
 
 namespace tessaro {
@@ -17,6 +21,24 @@ namespace {
 FileAnswerer& TheAnswerer() {
     static FileAnswerer answerer;
     return answerer;
+}
+
+constexpr int kPlaceLetters = 18; ///< that the names of places, such as the home folder, have room for
+
+/// Runs the dialog; gives the chosen path, or nothing. In the toolkit's own dialog the columns of sizes and dates get
+/// the room of their texts, and names the rest.
+QString Chosen(QFileDialog& dialog) {
+    if (auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        QHeaderView* head = list->header();
+        head->setStretchLastSection(false);
+        head->setSectionResizeMode(QHeaderView::ResizeToContents);
+        head->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+    if (auto* halves = dialog.findChild<QSplitter*>(QStringLiteral("splitter"))) {
+        const int places = dialog.fontMetrics().averageCharWidth() * kPlaceLetters;
+        halves->setSizes({places, std::max(halves->width(), dialog.sizeHint().width()) - places});
+    }
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 /// The filter with its patterns from left to right, also behind Arabic words: "(*.mdb)" would show as "(mdb.*)".
@@ -46,18 +68,20 @@ QString WithEndingOf(const QString& file, const QString& filter, const QString& 
 QString AskForFile(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
     const ArrowPointer arrow;
-    return QFileDialog::getOpenFileName(parent, question.title, question.folder, FilterToShow(question.filter));
+    QFileDialog dialog(parent, question.title, question.folder, FilterToShow(question.filter));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return Chosen(dialog);
 }
 
 QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
     const ArrowPointer arrow;
-    const QString place =
-        question.folder.isEmpty() ? question.name : question.folder + QLatin1Char('/') + question.name;
-    QString chosenFilter;
-    const QString file =
-        QFileDialog::getSaveFileName(parent, question.title, place, FilterToShow(question.filter), &chosenFilter);
-    const QString named = WithEndingOf(file, chosenFilter, question.name);
+    QFileDialog dialog(parent, question.title, question.folder, FilterToShow(question.filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.selectFile(question.name);
+    const QString file = Chosen(dialog);
+    const QString named = WithEndingOf(file, dialog.selectedNameFilter(), question.name);
     // The dialog has asked about the name that it knew.
     const bool taken = named != file && QFileInfo::exists(named);
     if (taken && AskBeforeLoss(QStringLiteral("285")) != MessageCode::Yes) return {};
@@ -67,7 +91,10 @@ QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
 QString AskForFolder(QWidget* parent, const FileQuestion& question) {
     if (TheAnswerer()) return TheAnswerer()(question);
     const ArrowPointer arrow;
-    return QFileDialog::getExistingDirectory(parent, question.title, question.folder);
+    QFileDialog dialog(parent, question.title, question.folder);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    return Chosen(dialog);
 }
 
 void SetFileAnswerer(FileAnswerer answerer) {
