@@ -54,9 +54,9 @@ QString InReadingOrder(const QString& text) {
 }
 
 QString InOnePiece(const QString& text) {
-    constexpr char16_t kLeftToRightIsolate = 0x2066;
+    constexpr char16_t kFirstStrongIsolate = 0x2068;
     constexpr char16_t kEndOfIsolate = 0x2069;
-    return LanguageIsRightToLeft() ? QChar(kLeftToRightIsolate) + text + QChar(kEndOfIsolate) : text;
+    return LanguageIsRightToLeft() ? QChar(kFirstStrongIsolate) + text + QChar(kEndOfIsolate) : text;
 }
 
 Qt::Alignment ReadingSide() {

@@ -20,7 +20,8 @@ void SetToolTip(QWidget* control, const QString& key);
 /// A text of the language that may begin with a name or number in other letters: marked, so that it still runs in the
 /// language's direction.
 [[nodiscard]] QString InReadingOrder(const QString& text);
-/// A number, file or name from left to right for a place within a text, where it stays in one piece with its sign.
+/// A number, file or name for a place within a text, where it stays in one piece with its sign or ending: numbers from
+/// left to right, names as their first letter runs.
 [[nodiscard]] QString InOnePiece(const QString& text);
 /// The side where reading begins, for labels whose text (a name, a number) doesn't tell it.
 [[nodiscard]] Qt::Alignment ReadingSide();
