@@ -144,7 +144,8 @@ void frmGALMain::ShowCaption() {
 void frmGALMain::ShowCounts() {
     const QString heading = PlainText(QStringLiteral("Available Presentations"));
     const int count = model_->PresentationCount();
-    ui_->lblPresentations->setText(count > 0 ? QStringLiteral("%1 (%2)").arg(heading).arg(count) : heading);
+    ui_->lblPresentations->setText(count > 0 ? QStringLiteral("%1 (%2)").arg(heading, QLocale().toString(count))
+                                             : heading);
     const bool filtered = model_->Count() > 0;
     ui_->lstPresentations->SetEmptyHint(
         PlainText(filtered ? QStringLiteral("TS_GalleryNoMatch") : QStringLiteral("TS_GalleryEmpty")));

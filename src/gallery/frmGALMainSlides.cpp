@@ -61,8 +61,10 @@ void frmGALMain::ShowPPTState() {
                copied_ ? QStringLiteral("GALLERY CLOSE PPT") : QStringLiteral("GALLERY Copy To PPT"));
     const QString name =
         pptFile_.isEmpty() ? PlainText(QStringLiteral("TS_SlidesUnnamed")) : QFileInfo(pptFile_).fileName();
-    ui_->lblPPT->setText(PlainText(QStringLiteral("TS_SlidesCaption")).replace(QStringLiteral("%1"), name));
-    ui_->lblPPT->setToolTip(pptFile_);
+    const QString caption =
+        PlainText(QStringLiteral("TS_SlidesCaption")).replace(QStringLiteral("%1"), InOnePiece(name));
+    ui_->lblPPT->setText(caption);
+    ui_->lblPPT->setToolTip(pptFile_.isEmpty() ? caption : pptFile_);
     for (QPushButton* save : {ui_->cmdSavePPT, ui_->cmdSavePPTAs})
         save->setEnabled(ui_->PicPPT->IsOpen());
 }
