@@ -83,6 +83,7 @@ void StatusBar::ShowText() {
     QString line = text_.left(kLongestLine);
     line.replace(QLatin1Char('\n'), QLatin1Char(' '));
     lblText_->setText(lblText_->fontMetrics().elidedText(line, Qt::ElideRight, qMax(1, lblText_->width())));
+    lblText_->setAlignment(ReadingSide());
     lblText_->setToolTip(lblText_->text() == line ? QString() : text_.left(kLongestLine));
 }
 
