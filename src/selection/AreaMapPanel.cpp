@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "layers/MapFiles.h"
 #include "layers/Seam.h"
 #include "selection/AreaMaps.h"
 #include "session/Frame.h"
@@ -138,7 +139,7 @@ void AreaMapPanel::SetFormCaptions() {
 void AreaMapPanel::ShowLayer(MapLayer layer, const QString& file) {
     Point(-1);
     file_ = file;
-    ids_ = selection::AreaIdsOf(layer);
+    ids_ = AreaIdsOf(layer);
     map_->Layers().Clear();
     map_->Layers().Add(std::move(layer), {});
     branch_.clear();

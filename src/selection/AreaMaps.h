@@ -9,9 +9,6 @@
 /// Which map layer shows the areas of a branch, and which areas its features are.
 namespace tessaro::selection {
 
-/// The path of a layer in AppPath/Maps by its MapFile, with or without the ending, in any case; empty when there is no
-/// such file.
-[[nodiscard]] QString MapPath(const QString& mapFile);
 /// True when some area names a map that exists.
 [[nodiscard]] bool HasAreaMaps();
 /// The one map that the children of a tree node name; empty when there is none, or they name several.
@@ -21,11 +18,6 @@ namespace tessaro::selection {
 
 /// Reads a layer; where map files are scrambled, from a restored copy in MapFilesFolder, which is emptied first.
 [[nodiscard]] LayerReading OpenAreaMap(const QString& path);
-/// Why a layer can't be shown, in the current language; empty for LayerFault::None.
-[[nodiscard]] QString ReasonOf(LayerFault fault);
-
-/// The ids of the features of a layer as areas have them, trimmed and in capitals.
-[[nodiscard]] std::vector<QString> AreaIdsOf(const MapLayer& layer);
 /// The features of the areas below a node that the layer shows, or of the area itself when it has none below; all for
 /// the root.
 [[nodiscard]] std::vector<int> FeaturesBelow(const std::vector<QString>& ids, const QString& nodeId);

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
+#include "layers/MapFiles.h"
 #include "metadata/frmShowDetails.h"
 #include "selection/AreaMapPanel.h"
 #include "selection/AreaMaps.h"
@@ -180,7 +181,7 @@ bool frmAreas::ShowMapFile(const QString& path) {
     const WaitPointer wait;
     LayerReading reading = selection::OpenAreaMap(path);
     if (!reading.layer) {
-        const QString reason = selection::ReasonOf(reading.fault);
+        const QString reason = ReasonOf(reading.fault);
         ReportError(FileError::NoAccess, path + QStringLiteral(": ") + reason, ErrorTrap::CurrentProcedure());
         ShowMessageWithReason(QStringLiteral("222"), reason);
         return false;
@@ -212,6 +213,8 @@ void frmAreas::Form_Load() {
     tree->ShowKey(RootKey());
     FillAvailableAreas(RootKey());
     tree->expand(tree->Nodes().IndexOfKey(RootKey()));
+    const QTabBar* strip = ui_->lblAreaOptions; // the map alone, where the product offers no list
+    if (strip->tabData(0).toInt() == MapOption && strip->isTabEnabled(0)) ShowThisAreaOption(MapOption);
 }
 
 void frmAreas::SetFormCaptions() {
@@ -403,7 +406,8 @@ void frmAreas::SeacrhAreaStrings(const QString& text) {
     ErrorTrap trap("SeacrhAreaStrings");
     if (text.isEmpty()) return;
     ui_->lblAreaOptions->setCurrentIndex(0); // what is found stands in the list
-    ui_->picLVContainer->ClearFilter();      // it was typed for the list before the search
+    if (ShowsMap()) ShowThisAreaOption(NameOption);
+    ui_->picLVContainer->ClearFilter(); // it was typed for the list before the search
     std::vector<KeyedItem> found = selection::SearchAreas(text);
     TheFrame().SetStatusText(found.empty() ? GetText(QStringLiteral("Not found")) : QString());
     lstAvailable1().Items().SetItems(std::move(found));

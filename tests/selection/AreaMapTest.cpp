@@ -133,6 +133,13 @@ TEST_F(AreaMapTest, TellsTheNameUnderThePointer) {
     EXPECT_EQ(frame.calls.last().toStdString(), "status Côte d'Ivoire");
     QTest::mouseMove(&Map(), At(2, 2));
     EXPECT_EQ(name.text().toStdString(), "");
+    Choose("AASI");
+    Choose("AASIIND");
+    Click("cmdMapLabels");
+    QTest::mouseMove(&Map(), At(72, 12));
+    EXPECT_EQ(name.text().toStdString(), "دلهي");
+    EXPECT_EQ(Map().Layers().At(0).labels.texts.at(0).toStdString(), "دلهي");
+    EXPECT_FALSE(Map().grab().isNull());
 }
 
 TEST_F(AreaMapTest, WorksWithTheKeyboard) {
@@ -219,6 +226,13 @@ TEST_F(AreaMapTest, NoMapsNoOption) {
     auto& strip = Find<QTabBar>("lblAreaOptions");
     EXPECT_FALSE(strip.isTabEnabled(1));
     EXPECT_FALSE(strip.tabToolTip(1).isEmpty());
+    Run(QStringLiteral("UPDATE Area SET MapFile = 'land'"));
+    SetSetting(QStringLiteral("AREA_NAME"), QStringLiteral("False"));
+    Open();
+    EXPECT_FALSE(Find<QTabBar>("lblAreaOptions").isVisible());
+    EXPECT_TRUE(Map().isVisible()) << "the map alone";
+    screen->SeacrhAreaStrings(QStringLiteral("India"));
+    EXPECT_TRUE(List("lstAvailable1").isVisible());
     SetSetting(QStringLiteral("AREA_MAP"), QStringLiteral("False"));
     Open();
     EXPECT_FALSE(Find<QTabBar>("lblAreaOptions").isVisible());
