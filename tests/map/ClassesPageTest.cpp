@@ -49,9 +49,11 @@ class ClassesPageTest : public MapTest {
     [[nodiscard]] std::string Classes() const {
         QStringList rows;
         for (int row = 0; row < Grid().rowCount() - 2; ++row)
-            rows << Grid().item(row, 0)->text() + QStringLiteral(" (") + Grid().item(row, 3)->text() + QLatin1Char(')');
+            rows << Grid().item(row, 0)->text() + QStringLiteral(" (%1)").arg(Counted(row));
         return rows.join(QStringLiteral("; ")).toStdString();
     }
+    /// The Count of a row.
+    [[nodiscard]] int Counted(int row) const { return QLocale().toInt(Grid().item(row, 3)->text()); }
     void Choose(BreakChoice choice) const { Find<QComboBox>("cboBBreak").setCurrentIndex(static_cast<int>(choice)); }
     void Apply() const { Find<QPushButton>("cmdApply").click(); }
     [[nodiscard]] std::string Notes() const {
@@ -85,12 +87,12 @@ TEST_F(ClassesPageTest, StartsWithClassesOfTheData) {
     EXPECT_EQ(Classes(), "1.2 - 2.5 (2); 2.6 - 7.0 (2); 7.1 - 9.9 (2)");
     EXPECT_EQ(Grid().columnCount(), 6);
     EXPECT_EQ(Grid().rowCount(), 5);
-    EXPECT_EQ(Grid().item(4, 3)->text(), QStringLiteral("4")); // ten outlines less six values
+    EXPECT_EQ(Counted(4), 4); // ten outlines less six values
     EXPECT_FALSE(Find<QPushButton>("cmdApply").isEnabled());
     EXPECT_EQ(Notes(), "");
     page_->Start(ThemeKind::Points, 0, 2);
     EXPECT_EQ(Grid().columnCount(), 7);
-    EXPECT_EQ(Grid().item(4, 3)->text(), QStringLiteral("0"));
+    EXPECT_EQ(Counted(4), 0);
     EXPECT_NE(Notes(), "");
     page_->Start(ThemeKind::Both, 0, 0);
     EXPECT_EQ(Grid().columnCount(), 8);
@@ -106,7 +108,7 @@ TEST_F(ClassesPageTest, AppliesWhatTheFieldsSay) {
     Apply();
     EXPECT_EQ(Find<QLineEdit>("txtMinValue").text(), QStringLiteral("1"));
     EXPECT_EQ(Classes(), "1 - 4 (3); 5 - 8 (1); 9 - 10 (1)");
-    EXPECT_NE(Notes().find('1'), std::string::npos) << "8.1 lies between two classes";
+    EXPECT_NE(Notes(), ""); // 8.1 lies between two classes
     // With the decimals back, the least value is in a class again.
     Find<QSpinBox>("txtDec").setValue(1);
     Find<QSpinBox>("txtBreakCount").setValue(2);
