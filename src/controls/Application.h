@@ -6,8 +6,8 @@
 
 namespace tessaro {
 
-/// The application of the toolkit, which outlives what an event handler throws: a row that can't be read from a damaged
-/// file ends the work on that event, not the program.
+/// A QApplication that catches what an event handler throws: a row that can't be read from a damaged file ends the
+/// handling of that event, not the program.
 class Application final : public QApplication {
     Q_OBJECT
 
@@ -16,7 +16,8 @@ class Application final : public QApplication {
     bool notify(QObject* receiver, QEvent* event) override;
 };
 
-/// Runs the delivery of an event; what it throws is reported under the receiver's name or class, and gives False.
+/// Delivers an event by `deliver`; an exception is reported under the receiver's name or class, and the result is
+/// False.
 bool DeliverGuarded(const QObject& receiver, const std::function<bool()>& deliver);
 
 } // namespace tessaro

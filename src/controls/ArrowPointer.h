@@ -5,8 +5,8 @@
 
 namespace tessaro {
 
-/// An arrow instead of the wait pointer for as long as it lives: over a dialog that opens in the midst of work the
-/// program waits for the user, not the user for the program. Without a wait pointer it does nothing.
+/// An arrow instead of the wait pointer while it lives: for dialogs that are opened in the midst of work. Without a
+/// wait pointer it does nothing.
 class ArrowPointer final {
   public:
     ArrowPointer() : busy_(QGuiApplication::overrideCursor() != nullptr) {

@@ -80,10 +80,10 @@ bool CancelWatch::eventFilter(QObject* target, QEvent* event) {
         asked_ |= target == &window_;
         return true;
     }
-    // Windows hand their input on to widgets; what arrives there is judged.
+    // Input comes to the window first, then to a widget in it; only the second is looked at.
     if (!IsInput(event->type()) || target->isWindowType()) return false;
     asked_ |= Asks(target, *event);
-    event->accept(); // a shortcut that is overridden comes as a key
+    event->accept(); // an accepted override makes the shortcut arrive as a key press
     return true;
 }
 

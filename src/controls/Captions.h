@@ -17,13 +17,13 @@ void SetCaption(QAbstractButton* control, const QString& key);
 void SetCaption(QLabel* control, const QString& key);
 void SetCaption(QAction* action, const QString& key);
 void SetToolTip(QWidget* control, const QString& key);
-/// A text of the language that may begin with a name or number in other letters: marked, so that it still runs in the
-/// language's direction.
+/// The text with a direction mark before it, so that it runs in the language's direction even when it begins with a
+/// name or number in another script.
 [[nodiscard]] QString InReadingOrder(const QString& text);
-/// A number, file or name for a place within a text, where it stays in one piece with its sign or ending: numbers from
-/// left to right, names as their first letter runs.
+/// A number, file or name to be put into a text: isolated, so that it stays in one piece with its sign or ending.
+/// Numbers run from left to right, names as their first letter does.
 [[nodiscard]] QString InOnePiece(const QString& text);
-/// The side where reading begins, for labels whose text (a name, a number) doesn't tell it.
+/// The side where reading begins, for labels whose own text (a name, a number) would give the wrong one.
 [[nodiscard]] Qt::Alignment ReadingSide();
 
 /// Gives the language's font (ProductFont, size, style) to a form and all its controls, sets the layout direction of

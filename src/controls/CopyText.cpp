@@ -31,13 +31,13 @@ QModelIndexList RowsOf(const QAbstractItemView& view) {
     return rows;
 }
 
-/// What stands in a cell; a picture is told by its name.
+/// The text of a cell; for a picture its accessible name.
 QString TextOf(const QModelIndex& cell) {
     const QString text = cell.data().toString();
     return (text.isEmpty() ? cell.data(Qt::AccessibleTextRole).toString() : text).simplified();
 }
 
-/// Sees the key before the view does, which would copy one cell alone.
+/// Handles the key before the view, which would copy only one cell.
 class CopyKey final : public QObject {
   public:
     using QObject::QObject;

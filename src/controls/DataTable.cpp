@@ -50,7 +50,7 @@ ChosenCells CellsOf(const QTableView& table) {
     return cells;
 }
 
-/// A cell's text may hold what separates cells.
+/// Tabs and line feeds within a cell's text must not separate cells.
 QString CellText(const QModelIndex& index) {
     QString text = index.data(Qt::DisplayRole).toString();
     for (QChar& c : text) {
@@ -86,7 +86,7 @@ DataTable::DataTable(QWidget* parent) : QTableView(parent) {
     disconnect(horizontalHeader(), &QHeaderView::sectionPressed, this, nullptr);
     disconnect(horizontalHeader(), &QHeaderView::sectionEntered, this, nullptr);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
-        // The last column takes what is left, whoever changes the others.
+        // The last column takes the remaining width, whether the user or the program changes the others.
         if (!sharing_ && column + 1 < static_cast<int>(wishes_.size())) widthsAreTheUsers_ = true;
     });
     FitToFont();

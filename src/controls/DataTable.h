@@ -22,9 +22,9 @@ class DataTable : public QTableView {
 
     /// Text in the middle of the grid while it has no rows: what to do next.
     void SetHint(const QString& hint);
-    /// Heights of rows and head again, after a change of font.
+    /// Sets the heights of rows and head again, after a change of font.
     void FitToFont();
-    /// Room that the texts of a column ask for, and how much it counts when not all columns find room (see ColumnWish).
+    /// The width that the texts of a column need, and its weight when not all columns fit (see ColumnWish).
     struct Wish {
         int text = 0; ///< width of its widest text
         double weight = 1;

@@ -60,7 +60,7 @@ QString WithEndingOf(const QString& file, const QString& filter, const QString& 
         if (file.endsWith(ending, Qt::CaseInsensitive)) return file;
     const QString own = QFileInfo(file).suffix();
     if (own.isEmpty()) return file + endings.first();
-    // What was only suggested gives way to the kind that was chosen; what was typed stands.
+    // A suggested ending is replaced by that of the chosen filter; one that was typed stays.
     const bool typed = own.compare(QFileInfo(suggested).suffix(), Qt::CaseInsensitive) != 0;
     return typed ? file : file.chopped(own.size() + 1) + endings.first();
 }
@@ -82,7 +82,7 @@ QString AskForNewFile(QWidget* parent, const FileQuestion& question) {
     dialog.selectFile(question.name);
     const QString file = Chosen(dialog);
     const QString named = WithEndingOf(file, dialog.selectedNameFilter(), question.name);
-    // The dialog has asked about the name that it knew.
+    // The dialog itself has asked about replacing only the name without the ending.
     const bool taken = named != file && QFileInfo::exists(named);
     if (taken && AskBeforeLoss(QStringLiteral("285")) != MessageCode::Yes) return {};
     return named;

@@ -39,7 +39,7 @@ QColor LineColor(const QStyleOption& option) {
     return focus ? theme::Accent() : option.palette.color(QPalette::Mid);
 }
 
-/// The button that Return presses wears the accent.
+/// The default button, which Return presses, has the accent colour.
 bool IsDefault(const QStyleOption& option) {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
     return button && (button->features & QStyleOptionButton::DefaultButton) && Has(option, QStyle::State_Enabled);
@@ -304,9 +304,9 @@ QStyleOptionViewItem CellToDraw(const QStyleOptionViewItem& item, const QWidget*
 }
 
 QStyleOptionMenuItem MenuItemToDraw(const QStyleOptionMenuItem& item) {
-    // On a pale ground the pictures keep their colours.
+    // The highlight of a menu entry is pale, so its picture keeps its colours.
     QStyleOptionMenuItem pale(item);
-    // The base style draws an underlined letter apart; joined letters do without the line.
+    // The base style draws an underlined letter separately, which would unjoin Arabic letters: no underline there.
     const QString keys = pale.text.section(QLatin1Char('\t'), 1);
     const AccessLetter letter(pale.text.section(QLatin1Char('\t'), 0, 0));
     if (letter.JoinsItsNeighbours())
@@ -492,7 +492,7 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     }
     QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
-    // Air beside the text, and beside a picture.
+    // Room beside the text, and beside a picture.
     if (type == CT_PushButton && button)
         size.rwidth() += button->icon.isNull() || button->text.isEmpty() ? theme::Grid : theme::Grid * 2;
     return size;

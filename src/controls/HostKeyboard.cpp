@@ -13,7 +13,7 @@ namespace tessaro {
 namespace {
 
 constexpr xcb_keysym_t kF6 = 0xFFC3;
-/// Caps Lock and Num Lock, which don't make another key of it.
+/// Caps Lock and Num Lock: a key with them is the same key.
 constexpr unsigned kLocks[] = {0, XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2, XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2};
 
 template <class Reply> using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
@@ -26,10 +26,10 @@ xcb_connection_t* Display() {
     return display ? display->connection() : nullptr;
 }
 
-/// All there are.
+/// All that exist now.
 std::vector<HostKeyboard*> keyboards;
 
-/// The number that the keyboard gives a key; 0 when it hasn't got it.
+/// The key code of the keyboard for a key; 0 when the keyboard doesn't have it.
 unsigned char KeyCodeOf(xcb_connection_t* display, xcb_keysym_t key) {
     const xcb_setup_t* setup = xcb_get_setup(display);
     const auto count = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
@@ -72,7 +72,7 @@ void HostKeyboard::SetInside(bool inside) {
     xcb_flush(Display());
 }
 
-// A press of a button gives the keyboard away, and is then passed on.
+// A click into the foreign window gives it the keyboard; then the click is passed on.
 void HostKeyboard::GrabButtons() const {
     const auto place = static_cast<xcb_window_t>(place_);
     if (inside_)
@@ -95,8 +95,8 @@ void HostKeyboard::GrabLeavingKey() const {
                          XCB_GRAB_MODE_ASYNC);
 }
 
-// A key that is grabbed for the form comes to us alone, wherever the pointer is, as long as the form or something in it
-// has the focus.
+// A key that is grabbed on the form's window comes to us alone, wherever the pointer is, as long as the form or a
+// widget in it has the focus.
 void HostKeyboard::GrabKeysOfForm() const {
     if (!Display()) return;
     const auto form = static_cast<xcb_window_t>(form_);
@@ -130,8 +130,8 @@ void HostKeyboard::TakeBack() {
     xcb_flush(display);
 }
 
-// A grabbed key moves nothing: the form keeps its focus. But a menu may have taken the keyboard before we came,
-// and give it back now: the toolkit, which knows that the focus had gone, has to know that it is back.
+// A grabbed key leaves the focus with the form. But a menu may have taken the keyboard before and give it back now:
+// Qt has noticed the loss of the focus, so it must be told that the focus is back.
 bool HostKeyboard::IsPassedOver(int type, const xcb_focus_in_event_t* event) {
     if (event->mode != XCB_NOTIFY_MODE_GRAB && event->mode != XCB_NOTIFY_MODE_UNGRAB) return false;
     const bool goes = type == XCB_FOCUS_OUT && event->mode == XCB_NOTIFY_MODE_GRAB;

@@ -158,7 +158,7 @@ void KeyedListModel::SetGlobalColor(const QColor& color) {
 
 bool KeyedListModel::Before(const KeyedItem& a, const KeyedItem& b) const {
     int order = collator_.compare(CellOf(a, sortColumn_), CellOf(b, sortColumn_));
-    if (order == 0) // the columns that follow decide among equals, so that a list by indicator is by unit within it
+    if (order == 0) // rows that are equal in this column are ordered by the next columns: by indicator, then by unit
         for (int column = 0; order == 0 && column < a.cells.size(); ++column)
             order = collator_.compare(CellOf(a, column), CellOf(b, column));
     return sortOrder_ == Qt::AscendingOrder ? order < 0 : order > 0;

@@ -23,7 +23,8 @@ namespace {
 
 using Buttons = std::vector<MessageButton>;
 
-/// Yes, No, Cancel gives 0 for No: no caller of that set tells No apart.
+/// The buttons of each type of message, with their codes. In Yes, No, Cancel the code of No is 0, as the callers of
+/// that type expect.
 const std::array<Buttons, 7> ButtonSets{{
     {},
     {{"OK BUTTON", MessageCode::Ok}},
@@ -52,7 +53,7 @@ const IconPicture& PictureOf(MessageIcon icon) {
     return Pictures[2];
 }
 
-/// The frame, when no window is active yet or any more.
+/// The frame, as parent of a message while no window is active.
 QWidget* VisibleMainWindow() {
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows)
@@ -96,7 +97,7 @@ void MessageBox::AddText(const Message& message) {
     picture->setPixmap(theme::Icon(QLatin1String(icon.file)).pixmap(4 * theme::Grid, 4 * theme::Grid));
     picture->setAccessibleName(PlainText(QLatin1String(icon.nameKey)));
     row->addWidget(picture, 0, Qt::AlignTop);
-    // A message may hold a name from a strange database; what fits on no screen is left out, Copy takes all.
+    // A message may hold a very long name from a database; what fits on no screen is left out, Copy copies all.
     constexpr qsizetype kMostCharacters = 5000;
     const QString text =
         message.text.size() <= kMostCharacters ? message.text : message.text.left(kMostCharacters) + QChar(0x2026);

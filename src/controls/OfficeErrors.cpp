@@ -12,8 +12,8 @@ namespace tessaro {
 
 namespace {
 
-/// The file or formula that a failure names, in one piece also within a text of the other direction; the failure's own
-/// words are for the log.
+/// The file or formula that a failure names, isolated so that it stays in one piece in a right-to-left text. The
+/// failure's own words go to the log.
 QString QuotedIn(const office::Error& error) {
     const QString words = QString::fromUtf8(error.what());
     const QString quoted = words.section(QLatin1Char('"'), 1, -2);
@@ -52,7 +52,7 @@ void ShowOfficeError(const office::Error& error, const char* procedureName) {
 
 namespace {
 
-/// The file that was made; empty when it couldn't be, which has been told.
+/// Runs `make`, which makes a file and gives its path; empty after a failure, which has been shown.
 QString MadeFile(const char* procedureName, const std::function<QString()>& make) {
     std::optional<office::Error> failure;
     {

@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kProbeInterval{2000};
 
-/// The one place that shows a workbook, and the one that shows slides.
+/// The host that shows a workbook now, and the one that shows slides: one of each at most.
 QPointer<OfficeHost> workbookHost;
 QPointer<OfficeHost> slidesHost;
 
@@ -95,7 +95,7 @@ template <class Opening> bool OfficeHost::Show(Opening&& opening) {
     } catch (const office::Error& error) {
         return Fail(error);
     }
-    // Until now the hint stands here instead of an empty white window.
+    // Shown only now; until here the hint is seen instead of an empty white window.
     place_->show();
     FitExcelToContainer();
     setFocusPolicy(Qt::StrongFocus);
@@ -122,7 +122,7 @@ bool OfficeHost::ShowSlides(const QString& file) {
         shown_.slides = frame.ShowSlides(file);
         slidesHost = this;
         if (toolBars_) frame.SetToolBars(true);
-        // Its own dialog knows neither our name of the file nor its kind.
+        // The program's own dialog would show neither our file name nor the right file type.
         frame.OnSave([this](bool asNew) {
             QMetaObject::invokeMethod(
                 this, [this, asNew] { Q_EMIT SaveWanted(asNew); }, Qt::QueuedConnection);
@@ -168,7 +168,7 @@ void OfficeHost::SetToolBars(bool shown) {
     }
 }
 
-// Where the file can't be written, another one may be named, until that works or the user gives the edits up.
+// Where the file can't be written, the user may name another one, again and again, or give the edits up.
 void OfficeHost::KeepEdits() {
     QString file = shown_.book.FileName();
     try {
@@ -240,7 +240,7 @@ void OfficeHost::TakeKeyboard() {
 }
 
 void OfficeHost::OfficeLost(bool hung) {
-    if (busy_ || !shown_.frame || IsOpen()) return; // what is shown now may already be in the next process
+    if (busy_ || !shown_.frame || IsOpen()) return; // a workbook shown since then may belong to the next process
     dead_ = std::exchange(shown_, {});
     Fail(hung ? office::Error(office::Failure::TimedOut, QStringLiteral("the process of the shown document hung"))
               : office::Error(office::Failure::Lost, QStringLiteral("the process of the shown document has ended")));
@@ -297,7 +297,7 @@ bool OfficeHost::eventFilter(QObject* watched, QEvent* event) {
     if ((pressed || event->type() == QEvent::FocusIn) && keyboard_ && keyboard_->IsInside()) {
         auto* widget = qobject_cast<QWidget*>(watched);
         const bool ours = widget && widget->window() == window() && widget != place_ && widget != this;
-        // The form that comes to the front again gives its own field the focus; the user was in the foreign window.
+        // When the form is activated again it gives the focus to its own field, but the user was in the foreign window.
         const bool back = !pressed && static_cast<QFocusEvent*>(event)->reason() == Qt::ActiveWindowFocusReason;
         if (ours && back)
             keyboard_->Enter();

@@ -98,7 +98,7 @@ void SelectionLists::ConnectLists() {
 void SelectionLists::ConnectButtons() {
     connect(ui_->cmdAdd, &QPushButton::clicked, this, &SelectionLists::AddHighlighted);
     connect(ui_->cmdAddAll, &QPushButton::clicked, this, [this] {
-        ApplyFilter(); // all that what was just typed lets through
+        ApplyFilter(); // with what was just typed
         Q_EMIT AddAll();
     });
     connect(ui_->cmdRemove, &QPushButton::clicked, this, &SelectionLists::RemoveHighlighted);
@@ -112,7 +112,7 @@ void SelectionLists::ConnectButtons() {
     ui_->lstAvailable->installEventFilter(this);
     connect(&filterPause_, &QTimer::timeout, this, &SelectionLists::ApplyFilter);
     connect(ui_->txtFilter, &QLineEdit::textChanged, this, [this] {
-        // A short list follows each key; a long one waits for a pause in the typing.
+        // A short list is filtered at each key; a long one after a pause in the typing.
         if (ui_->lstAvailable->Items().Count() > FollowedRows)
             filterPause_.start();
         else
@@ -186,7 +186,7 @@ void SelectionLists::SetFormCaptions() {
     ui_->txtFilter->setPlaceholderText(filter);
     ui_->txtFilter->setAccessibleName(filter);
     ShowHints();
-    if (!showsBranch_) Q_EMIT BranchWanted(); // what stands in its place was told in the language before
+    if (!showsBranch_) Q_EMIT BranchWanted(); // the text that is shown instead is in the language before
     for (QLabel* heading : {ui_->lblAvailable, ui_->lblSelected}) {
         MakeHeading(heading);
         heading->setMinimumHeight(ui_->txtFilter->sizeHint().height()); // so that both lists begin on one line
@@ -279,7 +279,7 @@ void SelectionLists::changeEvent(QEvent* event) {
 }
 
 void SelectionLists::ShowButtonIcons() {
-    // Arrows point at the list that gains, which stands on the left where a language runs from right to left.
+    // Arrows point to the list that gets the items, which is on the left in right-to-left languages.
     const QString add = QStringLiteral("add");
     const QString remove = QStringLiteral("remove");
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
@@ -304,7 +304,8 @@ void SelectionLists::ShowSortIcons() {
 }
 
 void SelectionLists::EnableButtons() {
-    // A button that goes off hands the focus to its list; the next button would be one that moves everything.
+    // A button that gets disabled gives the focus to its list; otherwise the next button would get it, which moves
+    // everything.
     const auto enable = [](QPushButton* button, bool on, KeyedList* list) {
         if (!on && button->hasFocus()) list->setFocus();
         button->setEnabled(on);
@@ -361,8 +362,8 @@ void SelectionLists::ShowCount(const KeyedList& list) {
 
 namespace {
 
-/// Takes the popups down that an owner has shown before. A popup that deleted itself when it closes would be gone while
-/// an action of it lets events through, and the action returns into it.
+/// Deletes the popups that an owner has shown before. A popup can't delete itself when it closes: an action of it may
+/// still be running and would return into the deleted object.
 void ForgetPopups(QWidget* owner, const QString& menuName) {
     const QList<QMenu*> shownBefore = owner->findChildren<QMenu*>(menuName, Qt::FindDirectChildrenOnly);
     for (QMenu* menu : shownBefore) {

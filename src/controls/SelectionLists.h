@@ -46,9 +46,10 @@ class SelectionLists final : public QWidget {
     /// Shows it in the place of the list, with more room, or the list again. Nothing is highlighted meanwhile.
     void ShowOtherView(bool shown);
     void FocusFilter();
-    /// Empties the filter line: before a list that the old filter knows nothing of.
+    /// Empties the filter line, before another list is shown.
     void ClearFilter();
-    /// Tells above the Available list what it shows instead of the tree's branch, and in it when that is nothing.
+    /// Shows above the Available list what it holds instead of the tree's branch, and in the list itself when it is
+    /// empty.
     void ShowInstead(const QString& what, const QString& nothing = {});
     /// Says in the Selected list why it is empty (an automatic selection has found nothing), until it is filled.
     void ShowNothingFound(const QString& textKey);
@@ -56,10 +57,10 @@ class SelectionLists final : public QWidget {
     void ShowBranch();
     /// The Available list holds something else than the branch, or not all of it.
     [[nodiscard]] bool ShowsOther() const;
-    /// Copies or highlights in the list that has the focus (Available when neither has).
+    /// Copy and Select all of the Edit menu, for the list that has the focus (Available when neither has).
     void CopyHighlighted();
     void HighlightAll();
-    /// The buttons again by what is highlighted; for a form that takes the lists' signals over.
+    /// Enables the buttons by what is highlighted; for a form that handles the lists' signals itself.
     void EnableButtons();
     /// Shows a message with the number of items of a list.
     void ShowCount(const KeyedList& list);
@@ -108,7 +109,8 @@ class SelectionLists final : public QWidget {
     QString nothingFoundKey_; ///< why the Selected list is empty; none: nothing was chosen yet
 };
 
-/// One entry of a list's popup menu. A null action is one that a later version brings: shown, disabled, with that tip.
+/// One entry of a list's popup menu. Without an action it is shown disabled, with the tip that a later version will
+/// have it.
 struct PopupEntry {
     int index;
     const char* key; ///< caption; nullptr: a line

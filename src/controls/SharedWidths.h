@@ -14,11 +14,13 @@ struct ColumnWish {
     double weight = 1;
 };
 
-/// The widths of columns that share a room: what they want where that fits. Otherwise the widest for their weight give
-/// way until it does, none below its least; where not even those fit, the least.
+/// The widths of columns in a given room: what they want, if that fits. Otherwise the columns that are widest in
+/// proportion to their weight are narrowed until all fit, none below its least width; where not even those fit, all
+/// have their least.
 [[nodiscard]] std::vector<int> SharedWidths(const std::vector<ColumnWish>& wishes, int room);
 
-/// Collects the longest of very many texts: measuring each would take longer than showing them.
+/// The width of the widest of very many texts. Only the longest are kept and measured, since to measure all would take
+/// too long.
 class LongestTexts final {
   public:
     void Take(const QString& text);

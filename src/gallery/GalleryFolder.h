@@ -11,8 +11,8 @@
 
 namespace tessaro {
 
-/// The folder that is looked through: GalleryFolder, but the application's own as long as the user has nothing in its
-/// place.
+/// The folder that the gallery shows first: GalleryFolder, or the samples of the application folder as long as the
+/// user's own place is empty.
 [[nodiscard]] QString BrowsedFolder();
 /// One line of the browser's list.
 struct GalleryEntry {
@@ -27,9 +27,9 @@ struct GalleryEntry {
 };
 
 /// Subfolders and workbooks of a folder, folders first, by name; pipes, devices and links to such are left out. A
-/// folder that can't be read gives nothing, and the log tells.
+/// folder that can't be read gives an empty list and a line in the log.
 [[nodiscard]] std::vector<GalleryEntry> EntriesOf(const QString& folder);
-/// The folder above one; of a folder that has gone, the nearest one that is there. Empty above the root.
+/// The parent folder; for a folder that no longer exists, the nearest parent that does. Empty for the root.
 [[nodiscard]] QString FolderAbove(const QString& folder);
 
 } // namespace tessaro

@@ -18,14 +18,14 @@ class GalleryModel final : public QAbstractListModel {
     void SetEntries(std::vector<GalleryEntry> entries);
     [[nodiscard]] const GalleryEntry& At(int row) const { return entries_.at(static_cast<std::size_t>(row)); }
     [[nodiscard]] int Count() const { return static_cast<int>(entries_.size()); }
-    /// Workbooks among the entries.
+    /// The number of workbooks among the entries.
     [[nodiscard]] int PresentationCount() const;
     /// Row of the file of this name; -1 when there is none.
     [[nodiscard]] int RowOfFile(const QString& file) const;
     void Remove(int row);
-    /// Size and time of a file again, after it has been written.
+    /// Reads size and time of a file again, after it has been written.
     void ReadFileAgain(int row, const QString& folder);
-    /// The kinds of all workbooks again, after a change of language.
+    /// Determines the kinds of all workbooks again, after a change of language.
     void TellKindsAgain();
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

@@ -4,10 +4,10 @@
 
 namespace tessaro {
 
-/// A picture of lines and texts, sharp at every size.
+/// A vector picture (metafile), sharp at every size.
 [[nodiscard]] const QString& MetafileType();
-/// How texts are drawn: a metafile puts the letters of joined scripts side by side, and mixes up lines of two
-/// directions, so that languages with such get pixels.
+/// The type of picture for slides in the current language. A metafile draws the letters of Arabic unjoined and mixes up
+/// lines of two directions, so languages with such scripts get a picture of pixels.
 [[nodiscard]] const QString& TypeForTexts();
 
 } // namespace tessaro

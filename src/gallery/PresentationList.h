@@ -34,7 +34,7 @@ class PresentationList final : public QListView {
     QString hint_;
 };
 
-/// Draws a line of it: the workbook's picture, its name, its kind and date.
+/// Draws one entry of the list: the workbook's picture, its name, its kind and date.
 class PresentationDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 

@@ -13,8 +13,8 @@ namespace tessaro {
 /// in the order of PresentationKinds, that the workbook has; a name without any gives whatever it has.
 [[nodiscard]] QChar KindToCopy(const office::Workbook& book, const QString& name);
 
-/// The picture of that. Charts and maps are looked for on the active sheet first. Throws office::Error, Failure::Call
-/// when there is no such thing in the workbook.
+/// The picture of that part. Charts and maps are looked for on the active sheet first. Throws office::Error,
+/// Failure::Call when there is no such thing in the workbook.
 [[nodiscard]] QByteArray PictureOfPresentation(const office::Workbook& book, QChar kind);
 
 } // namespace tessaro

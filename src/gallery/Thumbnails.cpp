@@ -25,7 +25,7 @@ bool IsInk(QRgb pixel) {
     return qAlpha(pixel) > 16 && (qRed(pixel) < 240 || qGreen(pixel) < 240 || qBlue(pixel) < 240);
 }
 
-/// What holds everything that is drawn on the page.
+/// The rectangle around everything that is drawn on the page.
 QRect InkOf(const QImage& page) {
     int left = page.width();
     int right = -1;
@@ -117,7 +117,7 @@ void Thumbnails::TakeBatch(bool complete) {
             if (page.load(place->filePath(QStringLiteral("%1.png").arg(n)))) {
                 if (Keep(Cut(page), FileOf(batch[n].key))) continue;
             } else {
-                stopped = !complete; // the one that brought the process down; what follows was not tried
+                stopped = !complete; // this file ended the process; those after it were not tried
             }
             failed << batch[n].key;
         }
@@ -131,7 +131,7 @@ void Thumbnails::BatchDone(const QStringList& failed) {
         failed_.insert(key);
     batch_.clear();
     place_.reset();
-    Q_EMIT Changed(); // what is still in sight and missing is asked for again
+    Q_EMIT Changed(); // the list asks again for those that are in sight and still missing
     if (!waiting_.empty()) delay_.start();
 }
 
@@ -151,7 +151,7 @@ QImage Thumbnails::Cut(const QImage& page) {
     return picture;
 }
 
-/// Pictures of files that have changed or gone are never asked for again.
+/// Removes old pictures: those of files that have changed or gone are never asked for again.
 void Thumbnails::Sweep() {
     const QFileInfoList kept = QDir(folder_).entryInfoList({QStringLiteral("*.png")}, QDir::Files, QDir::Time);
     for (qsizetype n = kMostKept; n < kept.size(); ++n)

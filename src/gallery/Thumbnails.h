@@ -15,27 +15,27 @@ class QTemporaryDir;
 
 namespace tessaro {
 
-/// Small pictures of workbooks. Each is drawn once for a state of its file (path, time and size) and kept on the disk;
-/// what isn't there yet is drawn in the background, a few at a time, the last ones asked for first.
+/// Small pictures of workbooks. Each is drawn once for a state of its file (path, time and size) and kept on the disk.
+/// Missing ones are drawn in the background, a few at a time, those asked for last first.
 class Thumbnails final : public QObject {
     Q_OBJECT
 
   public:
-    /// Size of every picture: three pixels for one on the screen.
+    /// Size of every picture in pixels, three times its size on the screen.
     static constexpr QSize Size{216, 144};
 
     /// `folder` keeps the pictures, `profile` belongs to the program that draws them.
     Thumbnails(QString folder, const QString& profile, QObject* parent = nullptr);
     ~Thumbnails() override;
 
-    /// The picture of a workbook; null when there is none, or none yet: then Changed is told when it has come.
+    /// The picture of a workbook; null when there is none, or none yet: the signal Changed follows when it is ready.
     [[nodiscard]] QImage Picture(const QString& folder, const GalleryEntry& entry);
-    /// Forgets what waits: the list shows something else.
+    /// Forgets the pictures that wait to be drawn, when the list shows another folder.
     void ForgetWaiting() { waiting_.clear(); }
 
-    /// Name of the kept picture of a file in this state.
+    /// File name under which the picture of a file in its current state is kept.
     [[nodiscard]] static QString KeyOf(const QString& path, const GalleryEntry& entry);
-    /// What shows most of a page in a small place: its upper left, without the margins.
+    /// The part of a page that is shown in a small picture: the upper left, without the margins.
     [[nodiscard]] static QImage Cut(const QImage& page);
 
   Q_SIGNALS:

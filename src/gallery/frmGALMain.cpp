@@ -48,7 +48,7 @@ frmGALMain::frmGALMain(QWidget* parent)
 frmGALMain::~frmGALMain() {
     CloseShown();
     ui_->PicPPT->CloseHostedExcel(false);
-    hide(); // while a field that loses the focus can still be answered
+    hide(); // hidden here, while the members that handle the loss of focus still exist
 }
 
 void frmGALMain::ConnectControls() {
@@ -93,7 +93,7 @@ void frmGALMain::SetFormCaptions() {
     SetCaption(ui_->cmdSavePPT, QStringLiteral("Comm_Save"));
     SetCaption(ui_->cmdSavePPTAs, QStringLiteral("mnu_File_SaveAs"));
     SetCaption(ui_->cmdClosePPT, QStringLiteral("GALLERY CLOSE PPT"));
-    // Layouts don't turn their margins round.
+    // QLayout doesn't mirror its margins for right-to-left.
     const auto turned = [this](int left, int top, int right, int bottom) {
         return isRightToLeft() ? QMargins(right, top, left, bottom) : QMargins(left, top, right, bottom);
     };
@@ -274,7 +274,7 @@ bool frmGALMain::SaveShown() {
 
 void frmGALMain::lstPresentations_Click(const QModelIndex& index) {
     const GalleryEntry* entry = Entry(index);
-    // With these keys several are being selected.
+    // With these keys the user is selecting several entries.
     const bool selecting = QGuiApplication::keyboardModifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
     if (!entry || entry->IsFolder() || selecting) return OfferCommands();
     ShowCurrentPresentation(entry->file, false);
@@ -307,7 +307,7 @@ void frmGALMain::ShowCurrentPresentation(const QString& name, bool asNew) {
     firstWaits_ = false;
     if (!MayCloseShown(true)) return HighlightFile(currentPresentation_);
     const QString path = JoinPath({folder_, name});
-    if (!QFileInfo(path).isFile()) { // whoever opens a pipe waits for its other end
+    if (!QFileInfo(path).isFile()) { // to open a pipe would wait for its other end
         if (const int row = model_->RowOfFile(name); row >= 0) model_->Remove(row);
         ShowCounts();
         OfferCommands();

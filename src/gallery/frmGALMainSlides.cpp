@@ -128,7 +128,7 @@ int frmGALMain::AskForParts(int needed) {
     return answer == MessageCode::Yes ? needed : answer == MessageCode::Cancel ? 0 : 1;
 }
 
-/// The open presentation serves again; otherwise a new one or the file is opened.
+/// Makes sure that slides are open: those that are open are used, otherwise new ones or the file are opened.
 bool frmGALMain::ShowPPT(bool newPresentation, const QString& file) {
     if (ui_->PicPPT->IsOpen()) return true;
     const WaitPointer wait;
@@ -151,7 +151,7 @@ bool frmGALMain::ShowPPT(bool newPresentation, const QString& file) {
     return open;
 }
 
-// A new presentation comes with an empty slide, which the first picture's slide takes the place of.
+// A new presentation has an empty slide, which is replaced by the slide of the first picture.
 void frmGALMain::CreateNewPresentation() {
     emptyFirst_ = true;
 }
@@ -197,7 +197,7 @@ bool frmGALMain::HasUnsavedSlides() {
     try {
         return ui_->PicPPT->IsOpen() && ui_->PicPPT->Slides().IsModified();
     } catch (const office::Error& error) {
-        ErrorTrap::Report(error); // it has just died: nothing is left to be kept
+        ErrorTrap::Report(error); // the process has just ended: there is nothing to save
         return false;
     }
 }
@@ -218,7 +218,7 @@ bool frmGALMain::QuitPPT(bool mayStay) {
 void frmGALMain::ClosePPT() {
     ui_->PicPPT->CloseHostedExcel(false);
     ui_->framePPT->hide();
-    // With the slides gone, the workbook's window takes bars to itself again.
+    // Once the slides are closed, the workbook's window shows its tool bars again; switched on and off they are gone.
     for (const bool shown : {true, false})
         ui_->PicExcel->SetToolBars(shown);
     pptFile_.clear();

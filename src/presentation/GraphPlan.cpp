@@ -27,7 +27,7 @@ constexpr int kColors = 12;       ///< that series get before the first comes ag
 constexpr int kMostBars = 150;    ///< bars that are still told apart on the width of a page
 constexpr int kMostLying = 40;    ///< names that a vertical axis has room for
 constexpr int kMostNames = 60;    ///< names that a horizontal axis has room for; periods may be left out between others
-constexpr int kMostPoints = 5000; ///< that are drawn in no time
+constexpr int kMostPoints = 5000; ///< points that are drawn without a noticeable wait
 constexpr QChar kEllipsis(0x2026);
 
 QString Shortened(const QString& name, qsizetype longest) {
@@ -268,8 +268,8 @@ QStringList GraphPlan::Parts(int row, const std::vector<int>& fields) const {
     return parts;
 }
 
-// Fields that are the same in all rows tell nothing apart; of the others sources, units and ids are named only where
-// they are needed for it.
+// Fields that are the same in all rows are left out of the names. Of the others, sources, units and ids are named only
+// where the names would be equal without them.
 std::vector<int> GraphPlan::FindLabelFields() const {
     std::vector<int> fields(table_.rowFields.size());
     std::iota(fields.begin(), fields.end(), 0);

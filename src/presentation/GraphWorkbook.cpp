@@ -48,7 +48,7 @@ QString GraphWorkbook::LastCellAddress() const {
 }
 
 void GraphWorkbook::Write() {
-    book_.ActivateSheet(TableSheet); // the chart's sheet would be drawn at each of its settings
+    book_.ActivateSheet(TableSheet); // while the chart's sheet is active, it is drawn anew after each setting
     book_.SetColors(HeaderSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
     const SheetFont font = ListFont();
@@ -214,7 +214,7 @@ void GraphWorkbook::WriteLines() {
     sheet_.Cells(first, 1).SetValues(block);
 }
 
-// Texts name points and series; a chart that compares takes the first values for the places of its points.
+// Texts name points and series; a scatter chart takes the first values as the x coordinates of its points.
 office::Chart GraphWorkbook::DrawSeries(office::Worksheet& sheet) const {
     using Layout = GraphPlan::Layout;
     const bool columns = plan_.layout() == Layout::CompareColumns;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kFirstYearOfDates = 1900;
 
-/// First day of a period, and the first day behind it.
+/// First day of a period, and the first day after it.
 struct Days {
     QDate begin;
     QDate end;
@@ -40,7 +40,7 @@ std::optional<Days> SpanOf(const QString& period) {
     return Days{first->begin, last->end, first->wholeYears && last->wholeYears};
 }
 
-/// Years and their parts; a whole year stands at its own number.
+/// The middle of a period as a decimal year; a whole year is its own number, 2000 for all of 2000.
 double YearsOf(const Days& days) {
     if (days.wholeYears) return (days.begin.year() + days.end.year() - 1) / 2.0;
     const QDate middle = days.begin.addDays(days.begin.daysTo(days.end) / 2);

@@ -84,7 +84,8 @@ RowsColumns::FieldList RowsColumns::Build_Records(const std::function<void(int)>
     for (int i = 0; i < PivotFieldCount; ++i) {
         const auto field = static_cast<PivotField>(i);
         if (progress) progress(20 + 15 * i);
-        // Names tell areas apart as a rule; where two areas share one, the id is needed as well, so it is tested too.
+        // Areas usually differ in their names; where two areas have the same name, the id is needed too, so it is
+        // tested.
         if (PlacementOf(field) != Placement::Unused || field == PivotField::AreaName) continue;
         if (!MultipleExists(field, *this)) continue;
         Place(field, Placement::Row);

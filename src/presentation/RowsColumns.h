@@ -29,9 +29,9 @@ class RowsColumns final {
     [[nodiscard]] FieldList Available() const;
     [[nodiscard]] Placement PlacementOf(PivotField field) const;
 
-    /// Puts a field behind those that stand there; one that stands there already keeps its place.
+    /// Adds a field after those on that side; one that is there already keeps its place.
     void Place(PivotField field, Placement placement);
-    /// Puts a field before the one at `position` among those that stand there.
+    /// Puts a field before the one at `position` on that side.
     void PlaceAt(PivotField field, Placement placement, int position);
     /// ResetRowsColumns: all fields aside.
     void Reset();
@@ -42,7 +42,7 @@ class RowsColumns final {
     /// whatever there are several of. The Y axis gets the other fields that tell series apart; sources and units stay
     /// aside as long as nothing needs them.
     void SetDefaultAxes();
-    /// Puts something on empty rows, as the first arrangement does: areas, or else the first field that is aside.
+    /// When the rows are empty, puts areas on them, or else the first field that is aside.
     void FillEmptyRows();
     /// Moves every field that can't stay aside to the rows, because some cell would then hold more than one value.
     /// Gives what was moved. `progress` is told 20 + 15 x n at the field n. A failed statement counts as "one value".

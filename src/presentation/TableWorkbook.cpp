@@ -25,7 +25,7 @@ constexpr double kWidestColumn = 30; ///< digits; a merged line may end so far b
 constexpr double kLeastLine = 30;    ///< digits; in less than that a line isn't wrapped
 constexpr int kMostMerged = 24;
 constexpr std::size_t kMarksAtOnce = 400; ///< so that progress is seen and the work can be cancelled between them
-constexpr double kLineEnds = 0.1;         ///< of a line, lost where words don't break
+constexpr double kLineEnds = 0.1;         ///< the share of a line that stays empty because words don't break
 constexpr double kLineHeight = 1.5;       ///< in sizes of the font
 
 QString Plain(const char* key) {
@@ -279,7 +279,7 @@ TableWorkbook::LineRoom TableWorkbook::RoomOfLines() const {
     return {columns, room, PageDigits};
 }
 
-// What is longer than its room goes on in further lines.
+// Longer texts are wrapped.
 void TableWorkbook::WrapLongLines() {
     const SheetFont font = TextFont(options_.bodyFont);
     const auto [columns, room, longest] = RoomOfLines();

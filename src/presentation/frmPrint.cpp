@@ -39,7 +39,7 @@ void frmPrint::SetFileName(const QString& fileName) {
                        .replace(QStringLiteral("%1"), QFileInfo(fileName).completeBaseName()));
 }
 
-// The window has to be there before another program's window can lie in it.
+// Our window must exist before another program's window can be embedded in it.
 void frmPrint::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     QTimer::singleShot(0, this, &frmPrint::OpenWorkbook);
