@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+/// What a user chooses in the wizard of a calculation, as plain data.
 namespace tessaro {
 
 /// An indicator that takes part, with one of its subgroups or, when that is empty, with all of them.

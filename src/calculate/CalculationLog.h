@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+/// What a calculation gives: the rows, formulas and remarks of its log, as data that a workbook is written from.
 namespace tessaro {
 
 /// Cells that are written at once, from this place on. Rows and columns are counted from 1.

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+/// The head that all sheets of calculations have, and the texts of their cells.
 namespace tessaro {
 
 /// A label in the first column and what stands beside it, by their row.

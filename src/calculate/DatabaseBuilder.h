@@ -4,6 +4,7 @@
 
 #include <QString>
 
+/// Makes a database of the result of a calculation.
 namespace tessaro {
 
 /// What the builder did.

@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+/// Reads the user's formula into a tree.
 namespace tessaro {
 
 /// What stands between the indicator and the subgroup of a reference.

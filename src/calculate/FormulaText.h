@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+/// The text of a formula: its references to indicators, its check with results, and what is wrong in it.
 namespace tessaro {
 
 /// How a formula refers to an indicator: "{Literacy  ~  Female}".

@@ -2,6 +2,7 @@
 
 #include "calculate/FormulaParser.h"
 
+/// Cuts the text of a formula into numbers, references, operators and brackets.
 namespace tessaro {
 
 /// A piece of a formula's text.

@@ -7,6 +7,7 @@
 
 #include <vector>
 
+/// The ranks of areas in a composite index, and how they move with the weights.
 namespace tessaro {
 
 /// The scores of an area in each indicator, from 0 to 1, and their weighted mean.

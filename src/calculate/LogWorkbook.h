@@ -6,6 +6,7 @@
 
 #include <QString>
 
+/// Writes the log of a calculation as a workbook, and reads its results back.
 namespace tessaro {
 
 /// A workbook of a calculation, or why there is none.

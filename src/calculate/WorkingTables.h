@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+/// The working tables of a calculation: `_Data` and what is derived from it.
 namespace tessaro {
 
 /// Told after each step of long work which one it was, and of how many.

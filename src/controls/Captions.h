@@ -10,6 +10,7 @@ class QAction;
 class QLabel;
 class QWidget;
 
+/// Captions of controls from the string table, and the language's font and direction.
 namespace tessaro {
 
 /// Sets the text of a key on a control and as its accessible name (without the mnemonic).

@@ -6,6 +6,7 @@ class QAbstractItemView;
 class QObject;
 class QWidget;
 
+/// Copies the chosen rows of lists, trees and tables to the clipboard.
 namespace tessaro {
 
 /// The chosen rows of a view as lines of tab-separated cells, in the order shown. Without a choice, the current

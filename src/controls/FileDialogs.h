@@ -6,6 +6,7 @@
 
 class QWidget;
 
+/// The dialogs that ask for files and folders; tests can answer in their place.
 namespace tessaro {
 
 /// What a file dialog is asked to show. `filter` is in the platform's form: "Database files (*.mdb)".

@@ -8,6 +8,7 @@
 
 class QWidget;
 
+/// The message box of the program (frmMessage); tests can answer in its place.
 namespace tessaro {
 
 /// A button of a message: its caption key and the code that it gives.

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+/// Shares the width of a table among its columns.
 namespace tessaro {
 
 /// What a column asks for, in pixels, and how much it counts when not all columns get what they ask for.

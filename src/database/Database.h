@@ -4,6 +4,7 @@
 
 #include <QString>
 
+/// Checks and opens data databases.
 namespace tessaro {
 
 /// True when the file is refused as a data database (message "316" has been shown with the reason, or the user has

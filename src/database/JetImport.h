@@ -4,6 +4,7 @@
 
 #include <functional>
 
+/// Copies genuine Jet files into databases of ours.
 namespace tessaro {
 
 enum class JetImport {

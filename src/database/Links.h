@@ -6,6 +6,7 @@
 
 #include <memory>
 
+/// The working database InfoSel.mdb and its links to the tables of the open database.
 namespace tessaro {
 
 enum class LinkResult {

@@ -6,6 +6,7 @@
 
 #include <functional>
 
+/// Writes the data view's rows as a page (.htm), a text (.txt) or a workbook (.xls).
 namespace tessaro {
 
 /// The rows that leave the view.

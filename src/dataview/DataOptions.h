@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+/// What the panels of the data view take out of it: sources, units and subpopulations.
 namespace tessaro {
 
 /// The options whose panels take things out of the view, in the order of their lists.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 
+/// The columns of the data grid and the orders of its query.
 namespace tessaro {
 
 /// Columns of the data grid, counted from 1. The first eight show, the others are working columns.

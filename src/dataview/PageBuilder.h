@@ -7,6 +7,7 @@
 
 #include <vector>
 
+/// Turns the values of a page into rows of texts for the grid.
 namespace tessaro {
 
 /// One row of the grid with its twelve page fields, and which of its cells name a global item.

@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+/// Reads one page of rows by their identifiers.
 namespace tessaro {
 
 /// One row of an identifier statement. A row of the cross product that has no value has no rowNId either.

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// The texts that tell how many rows the data view shows.
 namespace tessaro {
 
 class ViewRows;

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+/// The statistics of the values in view.
 namespace tessaro {
 
 enum class StatsLevel { Indicator, Unit, Subpop };

@@ -9,6 +9,7 @@
 
 #include <vector>
 
+/// What the gallery finds on the disk.
 namespace tessaro {
 
 /// The folder that the gallery shows first: GalleryFolder, or the samples of the application folder as long as the

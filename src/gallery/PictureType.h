@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// The kinds of picture that go to slides.
 namespace tessaro {
 
 /// A vector picture (metafile), sharp at every size.

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+/// The details of indicators, areas and periods.
 namespace tessaro::metadata {
 
 /// An indicator and its sectors with their classes, one line each.

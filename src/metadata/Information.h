@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+/// The information sheets of items: which there are, and their texts.
 namespace tessaro::metadata {
 
 /// The statement that reads an item's information, by its code ("IND", "GOALS", "CF", "THEMES", "SOURCES", "RIGHTS");

@@ -5,6 +5,7 @@
 
 #include <utility>
 
+/// Cuts the markup of an information sheet into tags and texts.
 namespace tessaro::metadata {
 
 /// A piece of markup: a text (entities as they stand), or a tag with its attributes.

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// Turns the text of an information sheet into bounded, safe markup.
 namespace tessaro::metadata {
 
 /// Bounds of the work that an information sheet may cause. Sheets come with databases from elsewhere. The time of a

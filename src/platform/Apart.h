@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+/// Runs work that may crash or hang in a process of its own.
 namespace tessaro {
 
 /// What work that runs apart tells the program.

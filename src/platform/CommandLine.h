@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// Reads the switches of the command line.
 namespace tessaro {
 
 /// What a switch's value may name, for the cut of a final separator.

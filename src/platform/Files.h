@@ -5,6 +5,7 @@
 
 #include <optional>
 
+/// Reads, replaces and copies files whole.
 namespace tessaro {
 
 /// Contents of a file; nothing when it can't be read or is larger than `limit` bytes (settings files are small,

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// The folder below which everything of the program is written.
 namespace tessaro {
 
 /// What TESSARO_HOME in the environment names, otherwise the user's XDG data home. Everything that is written lies

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+/// Paths as the system writes them: either separator, any case.
 namespace tessaro {
 
 /// Joins with "/" after turning every "\" into "/"; no doubled separators. Empty parts are skipped, but an empty first

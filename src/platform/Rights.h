@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// Who may read the files that the program makes.
 namespace tessaro {
 
 /// From now on every file and folder that this program, or a program that it starts, makes is readable by the running

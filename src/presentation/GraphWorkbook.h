@@ -3,6 +3,7 @@
 #include "presentation/GraphPlan.h"
 #include "presentation/TableWorkbook.h"
 
+/// Writes the workbook of a graph: its chart and its tables.
 namespace tessaro {
 
 /// What the options page of the graph wizard says.

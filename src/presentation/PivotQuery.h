@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+/// The crosstab that a table or graph is filled from.
 namespace tessaro {
 
 /// Parts the pivot key and the codes within a column's name, and a value from its footnote.

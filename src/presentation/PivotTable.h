@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+/// A table of values with its heads, sorted, as it will be written.
 namespace tessaro {
 
 /// A value of the sheet and the id of its footnote (0: none).

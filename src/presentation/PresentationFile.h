@@ -7,6 +7,7 @@
 
 #include <functional>
 
+/// How the making of a table or graph went, and the name of its file.
 namespace tessaro {
 
 /// Thrown where the work tells its progress, when the user has given it up.

@@ -9,6 +9,7 @@
 #include <functional>
 #include <vector>
 
+/// Which fields are on the rows and which on the columns of a table or graph.
 namespace tessaro {
 
 /// The two wizards that arrange fields.

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+/// Reads and writes the wizards' layout files (.twf, .xyf).
 namespace tessaro {
 
 /// The extension of a wizard's layout files, with its dot: ".twf" of the table wizard, ".xyf" of the graph wizard.

@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QString>
 
+/// Writes the workbook of a table.
 namespace tessaro {
 
 /// What the options page of the table wizard says.

@@ -7,6 +7,7 @@
 #include <array>
 #include <vector>
 
+/// Cuts an indicator's values into three ranges, each with a colour.
 namespace tessaro {
 
 constexpr int RangeCount = 3;

@@ -5,6 +5,7 @@
 
 #include <optional>
 
+/// How a value (a text in Datavalue) becomes a number, and how numbers are shown and typed.
 namespace tessaro {
 
 /// True when a Datavalue reads as a decimal number: sign, digits and one '.', perhaps an exponent, blanks around it

@@ -7,6 +7,7 @@
 #include <exception>
 #include <utility>
 
+/// How failures are reported: traps around procedures, and the common error sink.
 namespace tessaro {
 
 /// Opens a scope in which failures are reported under a procedure's name and the code goes on:

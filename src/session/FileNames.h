@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// Names of files that are made from texts.
 namespace tessaro {
 
 /// The name with each character that a file name must not hold (\ / : * < > | ? [ ] ") turned into "_".

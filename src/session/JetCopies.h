@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// Where the copies of genuine Jet files are, and which file a path is opened by.
 namespace tessaro {
 
 /// True when the file begins as a genuine Jet database does, which the engine can't open itself.

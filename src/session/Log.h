@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// The log file.
 namespace tessaro {
 
 /// Writes a note to the log file (what "nothing is shown" for).

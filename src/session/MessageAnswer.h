@@ -4,6 +4,7 @@
 
 #include <functional>
 
+/// Types, icons and answers of messages, and who answers them.
 namespace tessaro {
 
 /// The button sets of a message and the codes they give.

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+/// Shows messages of the string table.
 namespace tessaro {
 
 /// Shows a message of the string table (or, with isKey False, the text as given) and gives the button's code.

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 
+/// Runs statements on the open database.
 namespace tessaro {
 
 /// An opened database file, or why the engine refuses it.

@@ -5,6 +5,7 @@
 
 #include <optional>
 
+/// The settings of the product (TS.ini) and their options.
 namespace tessaro {
 
 /// An option of TS.ini: "TRUE|SECTORS".

@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QString>
 
+/// The texts of the program in the current language.
 namespace tessaro {
 
 /// Fills LanguageFiles from the folder in the registry value "Language Path".

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// Names of files in TempFolder.
 namespace tessaro {
 
 /// Path of a free workbook in a folder (TempFolder when it is empty): stem + ".xls", where the stem grows by "_0", "_1"

@@ -7,6 +7,7 @@
 
 #include <map>
 
+/// How wide the columns of a sheet are to be.
 namespace tessaro {
 
 /// Digits of the usual size that a landscape page has room for, and that a text takes.

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+/// Goes on with a list on further sheets when one is full.
 namespace tessaro {
 
 /// Rows that a sheet holds below its head.

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 
+/// Writes lists as workbooks.
 namespace tessaro {
 
 /// A row of a list; bit n of `global` says that cell n belongs to an item that all databases share.

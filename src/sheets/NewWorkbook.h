@@ -6,6 +6,7 @@
 
 #include <functional>
 
+/// Makes a workbook from a template.
 namespace tessaro {
 
 /// What a workbook is made of: its template, the name it should have, how many values it will hold.

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+/// The fonts of sheets.
 namespace tessaro {
 
 /// A font of a sheet. What has no name or no size leaves that to the sheet.

@@ -3,6 +3,7 @@
 #include "office/Worksheet.h"
 #include "sheets/SheetFont.h"
 
+/// Page layout and row heights of sheets.
 namespace tessaro {
 
 /// Landscape, so many pages wide, pages numbered through the workbook; `titleRows` rows (and, on several pages side by

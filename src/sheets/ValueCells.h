@@ -4,6 +4,7 @@
 
 #include <QString>
 
+/// Values as cells of a sheet.
 namespace tessaro {
 
 /// The most decimals that values are shown with.

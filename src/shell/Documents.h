@@ -2,6 +2,7 @@
 
 #include <QString>
 
+/// Help, tour and product pages.
 namespace tessaro {
 
 /// Path of a document of the product in the current language (otherwise in the base language), named by the settings of

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+/// Makes and finds favourites: databases with what the data view shows.
 namespace tessaro {
 
 /// Why a favourite can't be made.

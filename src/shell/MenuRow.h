@@ -1,5 +1,6 @@
 #pragma once
 
+/// A row of the menu table.
 namespace tessaro {
 
 struct CommandTargets;

@@ -8,6 +8,7 @@
 
 #include <vector>
 
+/// The tables of the database summary report.
 namespace tessaro {
 
 /// A sheet of the summary report.

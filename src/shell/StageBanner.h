@@ -5,6 +5,7 @@
 
 #include <array>
 
+/// The banner with the four stage buttons.
 namespace tessaro {
 
 /// The state of a step: still to do, on the screen, or done (something is selected in it).

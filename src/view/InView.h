@@ -5,6 +5,7 @@
 
 #include <QString>
 
+/// The one rule for which rows are in view, as pieces of statements.
 namespace tessaro {
 
 /// The rest of a statement over the rows in view: the join, its condition, and the row filter of the data view.

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+/// Sources and footnotes of the values in view.
 namespace tessaro {
 
 /// The texts of the sources that the values in view come from.

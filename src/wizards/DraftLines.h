@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+/// A wizard's draft as lines of text.
 namespace tessaro {
 
 /// One value of a wizard's draft as it stands in lines "name=text". A list has a line for each of its elements.

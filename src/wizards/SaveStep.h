@@ -7,6 +7,7 @@
 
 class QWidget;
 
+/// The step in which a wizard saves its workbook to the gallery.
 namespace tessaro {
 
 /// What a wizard hands to its last step: a finished workbook.

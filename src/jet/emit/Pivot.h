@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+/// Puts the SQLite text of a crosstab together, once its values are known.
 namespace jet {
 
 /// Throws TooManyColumns for a crosstab of more than 255 columns, row heads included.

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+/// What the names of a statement mean: the tables of each query level and their fields.
 namespace jet {
 
 /// SQLite text of an expression with what is known of it.

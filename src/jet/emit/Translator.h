@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+/// The translation of a statement into SQLite's SQL, and its result.
 namespace jet {
 
 /// A column of a result: its name as the old engine gives it (alias, field name, or Expr1000 …) and its kind.

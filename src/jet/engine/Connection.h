@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+/// The way into the engine: open a database file, run statements, make links.
 namespace jet {
 
 /// Operations on database files as a whole.

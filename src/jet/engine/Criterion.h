@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+/// The condition that Recordset::Find searches by.
 namespace jet {
 
 /// "Column = 'text'", as Recordset::Find takes it.

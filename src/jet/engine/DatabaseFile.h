@@ -6,6 +6,7 @@
 #include <compare>
 #include <string>
 
+/// Database files before and while they are opened: what kind they are, their password.
 namespace jet {
 
 /// Which file a path leads to; it changes when the file is replaced.

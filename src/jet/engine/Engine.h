@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+/// The inside of a Connection: runs translated statements on SQLite.
 namespace jet {
 
 /// A result that is still being fetched. Before a statement changes its tables the engine has it read its rows to the

@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+/// The tables and links of an open database, as name resolution needs them.
 namespace jet {
 
 /// A link as the working database keeps it.

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+/// Choices for opening files, cursors and links.
 namespace jet {
 
 enum class CursorType {

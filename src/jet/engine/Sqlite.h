@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+/// Small helpers around SQLite's C interface: handles, statements, errors.
 namespace jet {
 
 struct CloseHandle {

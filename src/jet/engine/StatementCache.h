@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+/// Keeps translated and compiled statements for the next time.
 namespace jet {
 
 /// An SQLite statement with the tables that it reads and writes ("l1.data"), in lower case.

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+/// What the functions of the dialect share: their arguments, results and registration.
 namespace jet {
 
 /// The arguments of one call of a function of the dialect, and the place for its result.

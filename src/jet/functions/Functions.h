@@ -4,6 +4,7 @@
 
 struct sqlite3;
 
+/// The table of the dialect's functions.
 namespace jet {
 
 /// What a function of the dialect gives, for the resolver. ArgumentKind: the kind of the first argument (Min, First,

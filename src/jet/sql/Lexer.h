@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+/// Cuts statements into tokens.
 namespace jet {
 
 /// Where a token begins, both counted from 1; columns count bytes.

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+/// Makes nodes of the syntax tree, and takes conditions apart.
 namespace jet {
 
 template <class Node> tree::ExpressionPtr MakeExpression(Position at, Node&& node) {

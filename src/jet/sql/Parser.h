@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+/// Reads a statement into a syntax tree.
 namespace jet {
 
 /// The tree of one statement; a final ";" is allowed. Throws SyntaxError with line and column. Nesting deeper than a

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <type_traits>
 
+/// Walks through the operands of an expression.
 namespace jet {
 
 /// Calls `visit` for each operand of an expression, as long as it gives true. False when it gave false, and for

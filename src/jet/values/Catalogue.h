@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+/// Columns, tables and the types of their values, as statements are translated by them.
 namespace jet {
 
 /// What a column holds, as CREATE TABLE names it. The file declares each with an SQLite type name that

@@ -5,6 +5,7 @@
 
 struct sqlite3;
 
+/// Comparison and order of texts, ignoring case.
 namespace jet {
 
 /// True when two texts differ in nothing but case.

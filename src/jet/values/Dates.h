@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+/// Dates: reading, writing, calendar.
 namespace jet {
 
 /// A moment as seconds since the start of 1970, without a time zone. In files it is the text "yyyy-mm-dd hh:nn:ss".

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <string>
 
+/// The errors that the engine throws.
 namespace jet {
 
 /// The numbers by which callers tell failures apart.

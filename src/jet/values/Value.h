@@ -6,6 +6,7 @@
 #include <string_view>
 #include <variant>
 
+/// The value of a field, and how texts and numbers become each other.
 namespace jet {
 
 /// The longest text or binary value in bytes, read or made. Four times what a memo of a genuine Jet file is read to.
