@@ -29,7 +29,7 @@ bool HasMemo(const MdbTableDef& table) {
 }
 
 /// A column as it is read: where the library puts its text.
-struct Bound {
+struct BoundColumn {
     int type = MDB_TEXT;
     std::vector<char> buffer;
     int length = 0;
@@ -37,7 +37,7 @@ struct Bound {
     std::string rewritten; ///< the text where it differs from the library's
 };
 
-JetFile::Field FieldOf(Bound& column) {
+JetFile::Field FieldOf(BoundColumn& column) {
     const std::string_view text(column.buffer.data(), static_cast<std::size_t>(std::max(column.length, 0)));
     if (!column.exists || column.type == MDB_OLE || column.type == MDB_BINARY) return {};
     if (column.type == MDB_BOOL) return {text == "0" ? "0" : "-1", false};
@@ -49,10 +49,10 @@ JetFile::Field FieldOf(Bound& column) {
     return {text, false};
 }
 
-std::vector<Bound> BindColumns(MdbHandle* file, MdbTableDef& table, const std::vector<std::string>& names) {
+std::vector<BoundColumn> BindColumns(MdbHandle* file, MdbTableDef& table, const std::vector<std::string>& names) {
     const std::size_t size = HasMemo(table) ? LongestMemo : LongestText;
     mdb_set_bind_size(file, size);
-    std::vector<Bound> bound(names.size());
+    std::vector<BoundColumn> bound(names.size());
     for (std::size_t n = 0; n < names.size(); ++n) {
         for (unsigned i = 0; i < table.num_cols && !bound[n].exists; ++i) {
             const MdbColumn* column = ColumnAt(table, i);
@@ -162,7 +162,7 @@ bool JetFile::ReadRows(std::string_view name, const std::vector<std::string>& co
     const Table table = impl_->Read(name);
     if (!table) return false;
     mdb_rewind_table(table.get());
-    std::vector<Bound> bound = BindColumns(impl_->file, *table, columns);
+    std::vector<BoundColumn> bound = BindColumns(impl_->file, *table, columns);
     std::vector<Field> row(columns.size());
     while (mdb_fetch_row(table.get()) != 0) {
         for (std::size_t i = 0; i < bound.size(); ++i)

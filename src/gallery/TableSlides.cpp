@@ -34,7 +34,7 @@ double SumOf(const std::vector<double>& widths, int first, int last) {
     return std::accumulate(widths.begin() + first - 1, widths.begin() + last, 0.0);
 }
 
-/// Runs of columns from `first` on that are no wider than `most`; a column that is wider stands alone.
+/// Cuts the columns from `first` on into runs that are no wider than `most`; a wider column is a run of its own.
 std::vector<SheetLines> ColumnRuns(const std::vector<double>& widths, int first, double most) {
     std::vector<SheetLines> runs;
     double width = 0;
@@ -50,7 +50,7 @@ std::vector<SheetLines> ColumnRuns(const std::vector<double>& widths, int first,
     return runs;
 }
 
-/// As few runs as the room allows, of about the same width.
+/// The fewest runs for the room, of about the same width.
 std::vector<SheetLines> EvenColumnRuns(const std::vector<double>& widths, int first, double room) {
     const auto runs = ColumnRuns(widths, first, room);
     if (runs.size() < 2) return runs;
@@ -67,7 +67,7 @@ std::vector<SheetLines> EvenRowRuns(int first, int rows, int parts) {
     return runs;
 }
 
-/// Hides the lines between the heads and a run, and those behind it, up to `last`.
+/// Hides the rows or columns between the heads and a run, and those after the run up to `last`.
 template <class Hide> void HideAround(int heads, const SheetLines& run, int last, Hide&& hide) {
     if (run.first > heads + 1) hide(heads + 1, run.first - 1);
     if (run.last < last) hide(run.last + 1, last);
@@ -75,9 +75,9 @@ template <class Hide> void HideAround(int heads, const SheetLines& run, int last
 
 } // namespace
 
-TableSizes SizesOf(const office::Worksheet& sheet) {
+TableMeasures SizesOf(const office::Worksheet& sheet) {
     const office::Range used = sheet.UsedRange();
-    TableSizes sizes;
+    TableMeasures sizes;
     sizes.heads = sheet.Heads();
     sizes.heads.rows = std::min(sizes.heads.rows, used.LastRow());
     sizes.heads.columns = std::min(sizes.heads.columns, used.LastColumn());
@@ -89,7 +89,7 @@ TableSizes SizesOf(const office::Worksheet& sheet) {
     return sizes;
 }
 
-SlidePlan PlanSlides(const TableSizes& sizes) {
+SlidePlan PlanSlides(const TableMeasures& sizes) {
     const int columns = static_cast<int>(sizes.columns.size());
     const double width = SumOf(sizes.columns, 1, columns);
     const double height = sizes.headHeight + sizes.bodyHeight;
@@ -132,8 +132,8 @@ QByteArray PictureOfTable(const office::Workbook& book) {
     return HoldsTable(book) ? PictureOf(book.ActiveSheet().UsedRange()) : QByteArray();
 }
 
-// Of a copy that isn't shown, in which everything else is hidden: the workbook on show isn't touched, texts that run
-// over their cell are drawn as on the sheet, and what the user has hidden stays hidden.
+// The pictures are taken of a copy that isn't shown, in which everything else is hidden. So the workbook on show isn't
+// touched, texts that run over their cell are drawn as on the sheet, and what the user has hidden stays hidden.
 QList<QByteArray> PicturesOfTable(const office::Workbook& book, const SlidePlan& plan) {
     const QTemporaryDir place;
     const QString file = place.filePath(QStringLiteral("table.xls"));

@@ -7,17 +7,18 @@
 
 #include <vector>
 
+/// Cuts a table into pictures for slides.
 namespace tessaro {
 
-/// The sizes of a table that decide over how many slides it goes, in points.
-struct TableSizes {
+/// The sizes of a table, in points, from which the number of its slides follows.
+struct TableMeasures {
     office::SheetHeads heads = {};
     std::vector<double> columns = {}; ///< width of each column, from the first one on
     double headHeight = 0;            ///< of the rows of heads
     double bodyHeight = 0;            ///< of all rows below them
     int bodyRows = 0;
 };
-[[nodiscard]] TableSizes SizesOf(const office::Worksheet& sheet);
+[[nodiscard]] TableMeasures SizesOf(const office::Worksheet& sheet);
 
 /// Rows or columns of a sheet, counted from 1.
 struct SheetLines {
@@ -35,9 +36,9 @@ struct SlidePlan {
     [[nodiscard]] int Count() const { return static_cast<int>(columns.size() * rows.size()); }
 };
 
-/// As few slides as let the text be read; one for a table that is readable as a whole. Heads that would take more than
-/// half of a slide aren't repeated.
-[[nodiscard]] SlidePlan PlanSlides(const TableSizes& sizes);
+/// The plan with the fewest slides on which the text can still be read; one slide for a table that is readable as a
+/// whole. Heads that would take more than half of a slide aren't repeated.
+[[nodiscard]] SlidePlan PlanSlides(const TableMeasures& sizes);
 
 /// True when the active sheet holds anything.
 [[nodiscard]] bool HoldsTable(const office::Workbook& book);

@@ -75,9 +75,9 @@ QString TagText(const MarkupPiece& piece) {
 }
 
 /// Writes markup again with every element closed inside its parent, until a bound is exceeded.
-class SheetWriter final {
+class SheetTextWriter final {
   public:
-    explicit SheetWriter(const SheetBounds& left) : left_(left) {}
+    explicit SheetTextWriter(const SheetBounds& left) : left_(left) {}
     /// False when the bounds are exceeded.
     bool Take(const MarkupPiece& piece) {
         if (piece.tag.isEmpty())
@@ -164,7 +164,7 @@ void TakeFrom(SheetBounds& left, const SheetBounds& before, const SheetBounds& a
 QString WithinBounds(const QString& sheet, SheetBounds& left) {
     const SheetBounds bounds = BoundsOfOne(left);
     if (sheet.size() > bounds.source) return {};
-    SheetWriter writer(bounds);
+    SheetTextWriter writer(bounds);
     MarkupScanner scanner(sheet);
     while (!scanner.atEnd())
         if (!writer.Take(scanner.Next())) return {};

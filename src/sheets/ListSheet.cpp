@@ -19,7 +19,7 @@ constexpr std::size_t kRowsFitted = 500;  ///< of which every text counts for th
 constexpr std::size_t kLongestTexts = 12; ///< of the rest: the longest by characters need not be the widest
 
 /// The longest different texts of a column and the rows where each was met first.
-class LongestTexts final {
+class LongestCells final {
   public:
     void Take(const office::Cell& cell, std::size_t row) {
         const auto* text = std::get_if<QString>(&cell);
@@ -78,12 +78,12 @@ int WriteList(office::Workbook& book, const office::Worksheet& first, const Shee
 office::Block RowsToFit(const office::Block& table) {
     if (table.size() <= kRowsFitted) return table;
     office::Block rows(table.begin(), table.begin() + kRowsFitted);
-    std::vector<LongestTexts> columns(table.front().size());
+    std::vector<LongestCells> columns(table.front().size());
     for (std::size_t row = kRowsFitted; row < table.size(); ++row)
         for (std::size_t column = 0; column < columns.size(); ++column)
             columns[column].Take(table[row][column], row);
     std::set<std::size_t> longest;
-    for (const LongestTexts& column : columns)
+    for (const LongestCells& column : columns)
         column.AddRows(longest);
     for (const std::size_t row : longest)
         rows.push_back(table[row]);

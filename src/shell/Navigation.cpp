@@ -4,7 +4,7 @@
 
 namespace tessaro::navigation {
 
-const std::array<Stage, StageCount> Stages{{
+const std::array<StageRow, StageCount> Stages{{
     {"frmIndicators", "TS_Indicators", "Comm_Indicator", "indicator.png"},
     {"frmTime", "TS_TimePeriods", "Comm_Time", "time.png"},
     {"frmAreas", "TS_Areas", "AREA", "area.png"},

@@ -12,13 +12,13 @@ constexpr int HomePage = -1;
 constexpr int DataStage = 3;
 constexpr int StageCount = 4;
 
-struct Stage {
+struct StageRow {
     const char* formName;   ///< in VisitedStages
     const char* captionKey; ///< on the banner and on the home page
     const char* toolTipKey;
     const char* picture; ///< file name of its icon
 };
-extern const std::array<Stage, StageCount> Stages;
+extern const std::array<StageRow, StageCount> Stages;
 
 [[nodiscard]] bool IsStage(int stage);
 [[nodiscard]] QString FormNameOf(int stage);

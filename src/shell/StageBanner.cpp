@@ -19,7 +19,7 @@ namespace {
 constexpr int MarkSize = 4 * theme::Grid;
 constexpr int BarHeight = 3;
 
-const navigation::Stage& RowOf(int stage) {
+const navigation::StageRow& RowOf(int stage) {
     return navigation::Stages.at(static_cast<std::size_t>(stage));
 }
 
@@ -65,7 +65,7 @@ void StageButton::ShowSummary(bool shown) {
 }
 
 void StageButton::SetFormCaptions() {
-    const navigation::Stage& row = RowOf(stage_);
+    const navigation::StageRow& row = RowOf(stage_);
     setFont(LanguageFont());
     caption_ = PlainText(QLatin1String(row.captionKey));
     if (caption_.isEmpty()) caption_ = PlainText(QLatin1String(row.toolTipKey));

@@ -23,13 +23,13 @@ namespace tessaro {
 namespace {
 
 /// A text of the page: the head of a column or a link. A link that is not `ready` belongs to a part still to come.
-struct LinkRow {
+struct HomeLink {
     const char* name;
     const char* key;
     bool head;
     bool ready;
 };
-constexpr std::array<LinkRow, 12> Links{{
+constexpr std::array<HomeLink, 12> Links{{
     {"lbl_FP_IFO_0", "Home Information", true, true},
     {"lbl_FP_IFO_1", "Organization name", false, true},
     {"lbl_FP_IFO_2", "PRODUCT NAME", false, true},
@@ -128,7 +128,7 @@ void frmSplash::LoadPictures() {
 }
 
 void frmSplash::MakeLinks() {
-    for (const LinkRow& row : Links) {
+    for (const HomeLink& row : Links) {
         if (row.head) continue;
         const QString name = QLatin1String(row.name);
         auto* link = findChild<LinkButton*>(name);
@@ -157,7 +157,7 @@ void frmSplash::OpenLink(const QString& name) {
 void frmSplash::SetFormCaptions() {
     const QScopedValueRollback size(ProductFontSize, kFontSize);
     SetFormFonts(this);
-    for (const LinkRow& row : Links) {
+    for (const HomeLink& row : Links) {
         const QString name = QLatin1String(row.name);
         const QString text = PlainText(QLatin1String(row.key));
         if (row.head) {
@@ -194,7 +194,7 @@ void frmSplash::SetThePropertiesFPLables() {
     const auto links = findChildren<LinkButton*>();
     for (LinkButton* link : links)
         link->SetHotColor(hot);
-    for (const LinkRow& row : Links)
+    for (const HomeLink& row : Links)
         if (row.head) {
             auto* label = findChild<QLabel*>(QLatin1String(row.name));
             label->setFont(Scaled(1.1, true));

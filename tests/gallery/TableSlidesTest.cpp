@@ -7,7 +7,7 @@ namespace tessaro {
 namespace {
 
 /// A table with heads of 7 rows, rows of 12 points and columns of one width.
-TableSizes Table(int columns, double width, int rows, int headColumns = 2) {
+TableMeasures Table(int columns, double width, int rows, int headColumns = 2) {
     return {{7, headColumns}, std::vector<double>(static_cast<std::size_t>(columns), width), 84, 12.0 * rows, rows};
 }
 
@@ -26,7 +26,7 @@ bool CoversOnce(const std::vector<SheetLines>& runs, int heads, int last) {
 TEST(TableSlidesTest, TablesAreCutWhereTheirTextWouldBeTooSmall) {
     const struct {
         const char* what;
-        TableSizes sizes;
+        TableMeasures sizes;
         int leastAcross, mostAcross, leastDown, mostDown;
         office::SheetHeads heads;
     } cases[] = {
