@@ -29,7 +29,7 @@ StepProblem CheckDenominators(const CalculationDraft& draft) {
 
 StepProblem CheckWeights(const CalculationDraft& draft) {
     for (std::size_t row = 0; row < draft.weights.size(); ++row)
-        if (!TypedNumber(draft.weights[row].weight)) return {QStringLiteral("102"), "grdW", static_cast<int>(row)};
+        if (!NumberTyped(draft.weights[row].weight)) return {QStringLiteral("102"), "grdW", static_cast<int>(row)};
     if (SumOfWeights(draft.weights) != kAllWeights) return {QStringLiteral("104"), "grdW"};
     return {};
 }
@@ -38,7 +38,7 @@ StepProblem CheckUnitFactors(const CalculationDraft& draft) {
     if (draft.targetUnit.trimmed().isEmpty()) return {QStringLiteral("110"), "rtbTUnit"};
     if (draft.targetUnit.size() > kMostCharacters) return {QStringLiteral("047"), "rtbTUnit"};
     for (std::size_t row = 0; row < draft.factors.size(); ++row)
-        if (TypedNumber(draft.factors[row].factor).value_or(0) == 0)
+        if (NumberTyped(draft.factors[row].factor).value_or(0) == 0)
             return {QStringLiteral("111"), "grdUnit", static_cast<int>(row)};
     return {};
 }
@@ -57,8 +57,8 @@ StepProblem CheckField(const QString& text, const char* blankKey, const char* co
 }
 
 StepProblem CheckScale(const CalculationDraft& draft) {
-    const auto least = TypedNumber(draft.scaleMin);
-    const auto most = TypedNumber(draft.scaleMax);
+    const auto least = NumberTyped(draft.scaleMin);
+    const auto most = NumberTyped(draft.scaleMax);
     if (!least) return {QStringLiteral("018"), "txtScaleMin"};
     if (!most) return {QStringLiteral("018"), "txtScaleMax"};
     if (*least >= *most) return {QStringLiteral("105"), "txtScaleMin"};
@@ -82,7 +82,7 @@ StepProblem CheckSaveAs(const CalculationDraft& draft) {
         const StepProblem problem = CheckField(field.text, field.blankKey, field.control);
         if (!problem.key.isEmpty()) return problem;
     }
-    const auto decimals = TypedNumber(draft.decimals);
+    const auto decimals = NumberTyped(draft.decimals);
     if (!decimals) return {QStringLiteral("018"), "txtDecimals"};
     if (*decimals < 0 || *decimals > kMostDecimals || *decimals != std::floor(*decimals))
         return {QStringLiteral("TS_DecimalsLimit"), "txtDecimals"};
@@ -133,7 +133,7 @@ bool OffersSubpops(CalcType type) {
 
 double SumOfWeights(const std::vector<IndexWeight>& weights) {
     return std::accumulate(weights.begin(), weights.end(), 0.0, [](double sum, const IndexWeight& one) {
-        return sum + TypedNumber(one.weight).value_or(0);
+        return sum + NumberTyped(one.weight).value_or(0);
     });
 }
 

@@ -11,7 +11,7 @@ namespace tessaro {
 /// The steps of a calculation wizard by their numbers. Not every calculation shows all of them.
 enum CalculationStep { SelectionStep, SecondStep, SaveAsStep, LogStep, DataEntryStep, kCalculationSteps };
 
-/// What stands on a step.
+/// The page that a step shows.
 enum class PageKind {
     None, ///< the calculation passes the step over, forwards and backwards
     Indicators,

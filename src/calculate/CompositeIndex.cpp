@@ -45,7 +45,7 @@ class CompositeIndex final {
   public:
     explicit CompositeIndex(const CalculationDraft& draft) : draft_(draft) {
         for (const IndexWeight& weight : draft.weights)
-            weights_.push_back(TypedNumber(weight.weight).value_or(0));
+            weights_.push_back(NumberTyped(weight.weight).value_or(0));
         sheet_ = {kTemplateSheet, kFirstIndicatorRow, kWeightColumn, ValueColumn(0) + 1, IndexColumn()};
     }
 
@@ -161,8 +161,8 @@ class CompositeIndex final {
     }
 
     void Scale() {
-        const double bottom = TypedNumber(draft_.scaleMin).value_or(0);
-        const double top = TypedNumber(draft_.scaleMax).value_or(0);
+        const double bottom = NumberTyped(draft_.scaleMin).value_or(0);
+        const double top = NumberTyped(draft_.scaleMax).value_or(0);
         const auto index = [](const IndexArea& area) { return area.scores.index; };
         const double low = index(*std::ranges::min_element(areas_, {}, index));
         const double high = index(*std::ranges::max_element(areas_, {}, index));
@@ -335,13 +335,13 @@ const char* FaultOf(const CalculationDraft& draft) {
     if (draft.weights.size() != draft.items.size()) return "102";
     double sum = 0;
     for (const IndexWeight& weight : draft.weights) {
-        const auto number = TypedNumber(weight.weight);
+        const auto number = NumberTyped(weight.weight);
         if (!number) return "102";
         sum += *number;
     }
     if (sum != 100) return "104";
-    const auto bottom = TypedNumber(draft.scaleMin);
-    const auto top = TypedNumber(draft.scaleMax);
+    const auto bottom = NumberTyped(draft.scaleMin);
+    const auto top = NumberTyped(draft.scaleMax);
     if (!bottom || !top) return "018";
     return *bottom < *top ? nullptr : "105";
 }

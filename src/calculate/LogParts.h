@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-/// What the logs of several calculations have in common.
+/// Helpers with which calculations build their logs: cell addresses, headings, detail sheets, failures.
 namespace tessaro {
 
 constexpr int kFirstItemColumn = 3; ///< behind the two columns of the area

@@ -238,7 +238,7 @@ std::vector<HeaderLine> LinesOf(int sheet, const CalculationDraft& draft, const 
 
 /// A number of the draft as a cell, so that formulas can refer to it.
 office::Cell NumberCell(const QString& typed) {
-    const auto number = TypedNumber(typed);
+    const auto number = NumberTyped(typed);
     return number ? office::Cell(*number) : office::Cell(typed);
 }
 
@@ -385,7 +385,7 @@ class ResultCells final {
         if (result.sheetRow == 0) return result.row.value;
         const QString text = CellText(cells_[static_cast<std::size_t>(result.sheetRow - row_)]
                                             [static_cast<std::size_t>(result.sheetColumn - column_)]);
-        const auto number = NumberOf(text) ? NumberOf(text) : TypedNumber(text);
+        const auto number = NumberOf(text) ? NumberOf(text) : NumberTyped(text);
         if (!number || (result.row.value.isEmpty() && *number == 0)) return {};
         return NumberText(*number);
     }

@@ -7,8 +7,8 @@
 
 namespace tessaro {
 
-/// Writes one result into a database whose data go. With `withDataView` the data in view and all that they refer to
-/// come first, else that is there already. Throws; what failed is reported.
+/// Writes one result into a new database, without its former data. With `withDataView` the data in view and all that
+/// they refer to are copied first; otherwise they are there already. Throws after reporting the failure.
 void Write_New_File(TargetDatabase& target, const DataEntrySheet& result, bool withDataView);
 
 } // namespace tessaro

@@ -40,7 +40,7 @@ QString SumText(double sum) {
 }
 
 std::optional<int> DecimalsTyped(const QString& decimals) {
-    const auto number = TypedNumber(decimals);
+    const auto number = NumberTyped(decimals);
     if (!number) return std::nullopt;
     return static_cast<int>(std::clamp(std::round(*number), 0.0, static_cast<double>(kMostDecimals)));
 }
@@ -51,10 +51,6 @@ QString FormatToDecimals(const QString& value, const QString& decimals) {
     if (!places || !number) return value;
     const std::string mask = *places == 0 ? "0" : "." + std::string(static_cast<std::size_t>(*places), '0');
     return QString::fromStdString(jet::Format(jet::Value(BeforeRounding(*number, *places)), mask));
-}
-
-std::optional<double> TypedNumber(const QString& text) {
-    return text.trimmed().isEmpty() ? std::nullopt : NumberOf(ToDotDecimal(text));
 }
 
 } // namespace tessaro

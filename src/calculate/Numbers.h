@@ -17,7 +17,5 @@ namespace tessaro {
 [[nodiscard]] QString SumText(double sum);
 /// The number of decimals that a user typed, 0 to 15; nothing when it is blank or none.
 [[nodiscard]] std::optional<int> DecimalsTyped(const QString& decimals);
-/// A finite number as a user typed it, with the decimal mark of the system or a point; nothing for a blank.
-[[nodiscard]] std::optional<double> TypedNumber(const QString& text);
 
 } // namespace tessaro

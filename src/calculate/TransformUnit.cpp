@@ -3,6 +3,7 @@
 #include "calculate/Calculations.h"
 #include "calculate/LogParts.h"
 #include "calculate/Numbers.h"
+#include "session/DisplayValue.h"
 #include "session/Query.h"
 #include "session/Strings.h"
 #include "sheets/ValueCells.h"
@@ -24,7 +25,7 @@ bool MakeTable(const CalculationDraft& draft) {
                 .arg(Quoted(draft.items.front().indicator))))
         return false;
     return std::ranges::all_of(draft.factors, [](const ConversionFactor& each) {
-        const QString factor = NumberText(TypedNumber(each.factor).value_or(0));
+        const QString factor = NumberText(NumberTyped(each.factor).value_or(0));
         return Execute(
             QStringLiteral("UPDATE TUnitWiz SET Target_Unit = DataValue * %1, Conv_Factor = %1 Where Unit = %2")
                 .arg(factor, Quoted(each.unit)));
@@ -84,7 +85,7 @@ bool ReadRows(const CalculationDraft& draft, CalculationLog& log, office::Block&
 CalculationLog CalculateTransformUnit(const CalculationDraft& draft) {
     if (draft.items.empty()) return Failed(PlainText(QStringLiteral("016")));
     const bool allRead = std::ranges::all_of(
-        draft.factors, [](const ConversionFactor& each) { return TypedNumber(each.factor).value_or(0) != 0; });
+        draft.factors, [](const ConversionFactor& each) { return NumberTyped(each.factor).value_or(0) != 0; });
     if (!allRead || !UnitsWithoutFactor(draft).isEmpty()) return Failed(PlainText(QStringLiteral("111")));
     CalculationLog log;
     office::Block rows;

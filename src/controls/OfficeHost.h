@@ -18,7 +18,7 @@ namespace office {
 class HostedFrame;
 }
 
-/// A place in a form where a workbook or a slide show is shown and edited by its own program ("fraExcel", "PicExcel",
+/// A widget that shows a workbook or a slide show in a form, to be edited by its own program ("fraExcel", "PicExcel",
 /// "picXLSContainer", "PicPPT"). The program's window becomes a child of this widget, without its menus and bars, and
 /// follows every change of its size. At most one workbook and one slide show are hosted at a time: opening a second one
 /// closes the first. When the process dies the place says so and the form stays usable; the next opening works.

@@ -86,8 +86,8 @@ bool ConnectionIsOpen() {
     return Connection && Connection->isOpen();
 }
 
-/// A fresh working database; False when it can't be written. While Connection is open on the old one it stays, and its
-/// links are replaced; without a template too.
+/// Replaces the working database by a fresh copy of the template; False when it can't be written. The old file stays
+/// while Connection is open on it (the caller then replaces its links), and when there is no template.
 bool RenewWorkingDatabase() {
     if (ConnectionIsOpen()) return true;
     const QString target = FindPath(JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}));

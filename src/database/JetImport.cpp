@@ -159,8 +159,8 @@ std::vector<std::string> CommonColumns(const JetFile& source, const jet::TableIn
     return common;
 }
 
-/// Makes the tables that the genuine file has, with the columns of our schema, and gives their names. A required table
-/// that it lacks is taken out again, so that the check of a data database finds the lack.
+/// Makes the tables of our schema that the Jet file has, and gives their names. A required table that it lacks is
+/// dropped, so that the later check reports it as missing.
 std::vector<TableCopy> MakeTables(const JetFile& source, const std::string& target) {
     jet::Database::Create(target, DatabasePassword());
     const auto connection = jet::Connection::Open(target, DatabasePassword());
@@ -175,7 +175,7 @@ std::vector<TableCopy> MakeTables(const JetFile& source, const std::string& targ
         else if (table.name != "GUId" && !table.name.ends_with("_Log"))
             connection->Execute("DROP TABLE [" + table.name + "]");
     }
-    for (const TableCopy& copy : copies) // the page that tells its columns may be lost
+    for (const TableCopy& copy : copies) // the page that defines its columns may be lost
         if (copy.columns.empty()) throw Refusal("TS_JetTable", {copy.name});
     return copies;
 }

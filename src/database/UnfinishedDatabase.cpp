@@ -28,8 +28,8 @@ bool MayBeReplaced(const QString& target) {
     return !info.exists() || (info.isFile() && (info.permissions() & anyWriter) != 0);
 }
 
-/// What a broken run left beside the old file belongs to that one: it is put right with it, so that it still is a
-/// database if the new one does not come, and must not be taken for the new one's.
+/// Journals that an interrupted run left beside the old file belong to it. They are applied by opening it, so that it
+/// is valid if the new file isn't put in place, and then deleted, so that SQLite doesn't apply them to the new file.
 void SettleCompanions(const QString& target) {
     bool any = false;
     for (const char* companion : Companions)

@@ -87,8 +87,8 @@ qint64 FilterCounter::Values::Within(const DataFilters& filters) const {
     return std::max<qint64>(behind - first, 0);
 }
 
-// Rows of Data without a value, which missing data shows: a value range leaves them all out, most recent data all but
-// those it has counted as most recent.
+// How many rows of Data without a value a filter hides and the missing-data filter shows again as empty cells: with a
+// value range all of them; with most recent data, those that aren't the most recent.
 qint64 FilterCounter::RowsWithoutValueLeft(const DataFilters& filters) const {
     if (filters.ValueRangeOn) return all_.blank;
     return filters.MostRecentOn ? all_.blank - mostRecent_->blank : 0;

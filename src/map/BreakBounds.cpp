@@ -50,9 +50,9 @@ class DifferentValues final {
     std::vector<Sums> sums_{Sums()};
 };
 
-/// The best division into 1, 2, 3 ... classes, each from the one before. The first value of the last class moves up
-/// with the last value, so that the middle place of a stretch bounds the search for both halves (n log n for each
-/// class).
+/// The best division into k classes, for k = 1, 2, 3 ..., each computed from the one for k - 1. The best start of the
+/// last class never moves down as the last value moves up, so the result for the middle of a stretch bounds the search
+/// in both halves: n log n for each k.
 class BestDivision final {
   public:
     BestDivision(const DifferentValues& values, int classes) : values_(values), classes_(classes) {

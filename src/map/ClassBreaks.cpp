@@ -29,8 +29,8 @@ ClassBreak CountedClass(ClassValues& values, double lower, double upper, int dec
     return made;
 }
 
-/// Takes classes of equal count from values in the range, which it shares out so that the first classes get what is
-/// left over.
+/// Divides the values in the range into classes of equal count. When they don't divide evenly, the first classes get
+/// one more each.
 class EqualCounter final {
   public:
     EqualCounter(ClassValues& values, const ClassRequest& request)
@@ -64,8 +64,8 @@ class EqualCounter final {
         return CountedClass(values_, lower, upper_, request_.decimals);
     }
 
-    /// The class before holds this value already: the lower bound of the next, whose upper bound is the next value that
-    /// is greater than that.
+    /// The class before already holds this value (ties). Gives the lower bound of the next class, and sets upper_ to
+    /// the next greater value.
     double AfterTies(double value) {
         if (upper_ == request_.maximum) return request_.maximum;
         const double lower = AsWritten(value + step_);

@@ -65,8 +65,7 @@ QString WithPoint(QString value) {
     return value.replace(QLatin1Char(','), QLatin1Char('.'));
 }
 
-/// The values that become numbers when a comma is read as a point; none when a value has a point already, since a comma
-/// then parts thousands.
+/// The values with a decimal comma. None when any value has a point: commas then separate thousands.
 QStringList ValuesWithComma() {
     QStringList found;
     for (Records rows = Select(QLatin1String(kValues)); !rows.atEnd(); rows.MoveNext()) {

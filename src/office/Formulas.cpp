@@ -28,8 +28,8 @@ Reference<XFormulaParser> ParserOf(const Document::Model& model, sal_Int16 conve
     return parser;
 }
 
-/// The end of a sheet's name in quotes that begins at `from`, behind its "!"; -1 when no reference begins there, or one
-/// to another file.
+/// The position behind the "!" of a quoted sheet name that begins at `from`; -1 when there is no such reference, or it
+/// names another file.
 qsizetype EndOfSheet(const QString& formula, qsizetype from) {
     qsizetype end = from + 1;
     while (end < formula.size() && (formula[end] != u'\'' || formula.mid(end, 2) == QLatin1String("''")))

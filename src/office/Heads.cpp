@@ -34,8 +34,8 @@ sal_Int16 NumberOf(const Reference<com::sun::star::sheet::XSpreadsheet>& sheet) 
     return Need<com::sun::star::sheet::XCellRangeAddressable>(sheet)->getRangeAddress().Sheet;
 }
 
-/// The place of the split is found by the program from pixels, and may be a line too far; the last pane begins behind
-/// it, unless it has been scrolled.
+/// The program computes the place of the split from pixels, so it may be one line too far. Unless it has been scrolled,
+/// the last pane's first visible line is exact, so the smaller of the two is taken.
 SheetHeads FrozenPanes(const Model& model, const Reference<com::sun::star::sheet::XSpreadsheet>& sheet) {
     const auto controller = model->getCurrentController();
     const Reference<com::sun::star::sheet::XSpreadsheetView> view(controller, UNO_QUERY);

@@ -81,8 +81,8 @@ PropertyList ListOf(const Sorted& sorted) {
 
 } // namespace
 
-// The codes are English, but an empty locale means the one that the process runs in: there "0.0" would be a number of
-// thousands. A key of another locale than the process's own would put a mark of that locale into the file.
+// Codes are in English. They are converted to the empty locale, which is that of the process: read directly in it,
+// "0.0" could mean thousands, and a key of a fixed locale would write that locale's mark into the file.
 sal_Int32 NumberFormatKey(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
                           const QString& code) {
     const auto formats = Need<com::sun::star::util::XNumberFormatsSupplier>(model)->getNumberFormats();

@@ -49,8 +49,8 @@ sal_Int32 LastUsedColumn(const Model& model, int sheet) {
     return Need<com::sun::star::sheet::XCellRangeAddressable>(cursor)->getRangeAddress().EndColumn;
 }
 
-/// Pages fitted to a width report their breaks as if they were printed at the least scale. This gives the style the
-/// scales that they may be printed at, and the fitting back at the end.
+/// A page style that fits a width reports page breaks for the smallest scale. This class sets each scale that may be
+/// used in turn, and restores the fitting when it is destroyed.
 class PrintedScale final {
   public:
     PrintedScale(const Model& model, int sheet)

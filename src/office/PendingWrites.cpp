@@ -24,8 +24,8 @@ using com::sun::star::uno::Sequence;
 /// Rows that go over in one call.
 constexpr std::size_t kRowsAtOnce = 8192;
 
-/// A number or a text, never nothing: an empty text empties the cell, a void would end the process. What is no number
-/// is nothing: within the process such bits mean errors.
+/// Always a number or a text: a void Any would end the process. An empty text empties the cell; so does a number that
+/// isn't finite, because the program stores errors as such bit patterns.
 Any AnyOf(const Cell& cell) {
     if (const auto* number = std::get_if<double>(&cell); number && std::isfinite(*number)) return Any(*number);
     if (const auto* text = std::get_if<QString>(&cell)) return Any(ToUno(*text));

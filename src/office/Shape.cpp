@@ -215,8 +215,8 @@ void Shape::SetLineColor(const QColor& color, double points) {
     });
 }
 
-// By its name in the document's table: a bitmap that is given to the shape itself goes into the file as that of
-// another.
+// The bitmap is set by its name in the document's bitmap table: one that is set on the shape itself is saved as the
+// bitmap of another shape.
 void Shape::SetPattern(const FillPattern& pattern, const QColor& foreground, const QColor& background) {
     const QImage tile = TileOf(pattern, foreground, background);
     document_->Run([&](const Model& model) {

@@ -33,7 +33,7 @@ QString EntryOf(const QString& folder, const QString& name) {
     return name;
 }
 
-/// What stands behind `folder` in `path`; a null text when the path does not lie below it.
+/// The part of `path` below `folder`; a null text when the path does not lie below it.
 QString RelativeTo(const QString& folder, const QString& path) {
     const QString base = WithoutFinalSlash(WithForwardSlashes(folder)) + QLatin1Char('/');
     const QString whole = WithForwardSlashes(path);

@@ -62,8 +62,8 @@ QStringList Listed(const std::array<const char*, 3>& texts) {
 
 QString FromOf(int view, bool byCombination) {
     const QString tail = QLatin1String(ViewOf(view).from);
-    // Sectors in the mode of indicators need no combinations. Sources by combination read the selection, which has the
-    // texts too.
+    // Sectors listed by indicator don't need the combinations. Sources listed by combination come from the selection,
+    // which also holds the texts.
     const QString table = view == kSectors && !byCombination  ? QStringLiteral("[Indicator] AS I")
                           : view == kSources && byCombination ? QStringLiteral("_SelIUSNId AS IUS")
                                                               : QLatin1String(kCombinations);

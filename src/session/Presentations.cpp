@@ -26,8 +26,8 @@ const QStringList& FixedWords() {
     return words;
 }
 
-/// The kinds whose tests match, the last one first; words at the end of the name are tested before those at its
-/// beginning.
+/// The kinds found in a file name, the likeliest first. "X -" at the beginning is tested last and so comes before
+/// " - X.xls" at the end.
 QList<QChar> KindsBy(const QStringList& words, const QString& lowerName) {
     QList<QChar> found;
     const auto test = [&](const QString& before, const QString& after) {

@@ -20,7 +20,7 @@ namespace tessaro {
 
 namespace {
 
-/// Nobody can work with a program that says nothing: without texts of the wanted language it speaks the base language.
+/// Without texts in the wanted language the program falls back to the base language.
 void SpeakBaseLanguage() {
     const QString wanted = Language;
     const QString base = Setting(QStringLiteral("ENG_LNG"));

@@ -90,8 +90,8 @@ office::Block RowsToFit(const office::Block& table) {
     return rows;
 }
 
-// The columns are fitted while the sheet holds just the rows that decide it: over tens of thousands of rows that would
-// take longer than all else together. So would the division into pages.
+// The columns are fitted before all rows are written, on those that decide the width: fitting tens of thousands of rows
+// would take longer than everything else. The same holds for the page setup.
 void WriteTable(office::Worksheet& sheet, const office::Block& table) {
     if (table.empty() || table.front().empty()) return;
     const int rows = static_cast<int>(table.size());

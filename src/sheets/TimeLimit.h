@@ -2,7 +2,8 @@
 
 namespace tessaro {
 
-/// Lets calls of the spreadsheet program take longer for many values, until none are told.
+/// Sets the time limit of calls to the spreadsheet program for a sheet of so many values: longer for many. 0 sets it
+/// back.
 void GiveTimeFor(int values);
 
 } // namespace tessaro

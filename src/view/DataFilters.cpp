@@ -131,7 +131,7 @@ QString FavouriteStatement(const RowsInView& rows) {
            OnValues(rows.filters);
 }
 
-// The working tables hold IUS without their sources, so the condition on Deleted keeps out the sources that were taken
+// The working tables have no source column, so the condition on Deleted is needed to leave out sources that were taken
 // out.
 QString MostRecentStatement() {
     return QString::fromLatin1(kMostRecent) + QLatin1String(joins::Grid.where);

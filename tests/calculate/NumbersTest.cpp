@@ -1,5 +1,7 @@
 #include "calculate/Numbers.h"
 
+#include "session/DisplayValue.h"
+
 #include <QLocale>
 
 #include <gtest/gtest.h>
@@ -45,13 +47,13 @@ TEST(NumbersTest, TypedNumbersTakeTheMarkOfTheSystem) {
     const QLocale system = QLocale::system();
     const QString typed = QStringLiteral("1") + system.decimalPoint() + QStringLiteral("5");
     EXPECT_EQ(ToDotDecimal(typed), QStringLiteral("1.5"));
-    EXPECT_EQ(TypedNumber(typed), 1.5);
-    EXPECT_EQ(TypedNumber(system.toString(-2.25, 'f', 2)), -2.25) << system.toString(-2.25, 'f', 2).toStdString();
-    EXPECT_EQ(TypedNumber(QStringLiteral(" 1.5 ")), 1.5);
-    EXPECT_EQ(TypedNumber(QStringLiteral("٣٫٥")).value_or(3.5), 3.5);
+    EXPECT_EQ(NumberTyped(typed), 1.5);
+    EXPECT_EQ(NumberTyped(system.toString(-2.25, 'f', 2)), -2.25) << system.toString(-2.25, 'f', 2).toStdString();
+    EXPECT_EQ(NumberTyped(QStringLiteral(" 1.5 ")), 1.5);
+    EXPECT_EQ(NumberTyped(QStringLiteral("٣٫٥")).value_or(3.5), 3.5);
     EXPECT_EQ(ToDotDecimal({}), QStringLiteral("0"));
     for (const char* none : {"", "  ", "abc", "1.2.3", "nan", "inf", "1e999", "0x10"})
-        EXPECT_FALSE(TypedNumber(QString::fromLatin1(none))) << none;
+        EXPECT_FALSE(NumberTyped(QString::fromLatin1(none))) << none;
 }
 
 } // namespace tessaro

@@ -62,8 +62,8 @@ OutputColumn Common(const OutputColumn& a, const OutputColumn& b) {
     return common;
 }
 
-// The field by which a union is sorted, as its position: the fields have their collations already, and SQLite refuses a
-// second one in ORDER BY.
+// The ORDER BY of a union names its field by position: the output fields already have a collation, and SQLite refuses a
+// second one there.
 std::size_t UnionPosition(const OrderItem& item, const std::vector<OutputColumn>& columns) {
     const Expression& expression = *item.expression;
     std::size_t position = 0;

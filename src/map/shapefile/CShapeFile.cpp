@@ -305,8 +305,8 @@ void CShapeFile::Append(qint32 contentBytes, const QByteArray& content) {
     ++count_;
 }
 
-// The record says that its content is 4 bytes long and has 2, and the file lengths in the headers stay as they are:
-// files with such records are in use, and this is what stands in them.
+// Kept for files that are in use: the record's header says 4 bytes, the content has 2, and the file lengths are not
+// updated.
 void CShapeFile::PutNull() {
     WithSource("CShapeFile::PutNull", [&] { Append(kBytesOfNull, ByteWriter().Zeros(2).Bytes()); });
 }
