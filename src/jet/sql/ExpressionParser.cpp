@@ -97,15 +97,21 @@ ExpressionPtr ExpressionParser::comparison() {
         const Position at = current().at;
         if (const auto op = ComparisonOf(current())) {
             next();
-            left = isWord("all") || isWord("any") || isWord("some")
-                       ? quantified(*op, std::move(left))
-                       : MakeExpression(at, Comparison{*op, std::move(left), concatenation()});
+            left = compared(at, *op, std::move(left));
         } else if (isWord("between") || isWord("like") || isWord("in") || isWord("is") || isWord("not")) {
             left = predicate(std::move(left));
         } else {
             return left;
         }
     }
+}
+
+// Here and below, what may throw is read into a variable before the node is made. When it throws within the braces of a
+// node, in a conditional expression, g++ 12 destroys the operands made so far after their lifetime has ended.
+ExpressionPtr ExpressionParser::compared(Position at, ComparisonOperator op, ExpressionPtr left) {
+    if (isWord("all") || isWord("any") || isWord("some")) return quantified(op, std::move(left));
+    ExpressionPtr right = concatenation();
+    return MakeExpression(at, Comparison{op, std::move(left), std::move(right)});
 }
 
 ExpressionPtr ExpressionParser::quantified(ComparisonOperator op, ExpressionPtr left) {
@@ -115,7 +121,8 @@ ExpressionPtr ExpressionParser::quantified(ComparisonOperator op, ExpressionPtr 
     expectSymbol("(");
     const Nesting nesting(*this);
     if (!isWord("select")) fail("Expected a query");
-    Quantified node{op, all, std::move(left), query()};
+    auto inner = query();
+    Quantified node{op, all, std::move(left), std::move(inner)};
     expectSymbol(")");
     return MakeExpression(at, std::move(node));
 }
@@ -131,9 +138,13 @@ ExpressionPtr ExpressionParser::predicate(ExpressionPtr left) {
     if (takeWord("between")) {
         ExpressionPtr low = concatenation();
         expectWord("and");
-        return MakeExpression(at, Between{negated, std::move(left), std::move(low), concatenation()});
+        ExpressionPtr high = concatenation();
+        return MakeExpression(at, Between{negated, std::move(left), std::move(low), std::move(high)});
     }
-    if (takeWord("like")) return MakeExpression(at, Like{negated, std::move(left), concatenation()});
+    if (takeWord("like")) {
+        ExpressionPtr pattern = concatenation();
+        return MakeExpression(at, Like{negated, std::move(left), std::move(pattern)});
+    }
     expectWord("in");
     return membership(std::move(left), negated);
 }
@@ -143,7 +154,8 @@ ExpressionPtr ExpressionParser::membership(ExpressionPtr left, bool negated) {
     expectSymbol("(");
     const Nesting nesting(*this);
     if (isWord("select")) {
-        InQuery node{negated, std::move(left), query(), {}};
+        auto inner = query();
+        InQuery node{negated, std::move(left), std::move(inner), {}};
         expectSymbol(")");
         return MakeExpression(at, std::move(node));
     }

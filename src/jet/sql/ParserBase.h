@@ -76,6 +76,7 @@ class ExpressionParser : public ParserBase {
     tree::ExpressionPtr negation();
     tree::ExpressionPtr comparison();
     tree::ExpressionPtr predicate(tree::ExpressionPtr left);
+    tree::ExpressionPtr compared(Position at, tree::ComparisonOperator op, tree::ExpressionPtr left);
     tree::ExpressionPtr quantified(tree::ComparisonOperator op, tree::ExpressionPtr left);
     tree::ExpressionPtr membership(tree::ExpressionPtr left, bool negated);
     tree::ExpressionPtr sum();
