@@ -1,6 +1,9 @@
 #include "calculate/CalculationSteps.h"
 
 #include "calculate/Choices.h"
+#include "session/DisplayValue.h"
+
+#include <QLocale>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -114,7 +117,7 @@ TEST(CalculationStepsTest, EvenWeightsMakeExactlyAHundred) {
         ASSERT_EQ(static_cast<int>(weights.size()), count);
         EXPECT_EQ(SumOfWeights(weights), 100.0) << count;
     }
-    EXPECT_EQ(EvenWeights(4), (QStringList{Q("25"), Q("25"), Q("25"), Q("25")}));
+    EXPECT_EQ(EvenWeights(4), QStringList(4, InDigitsOf(QLocale(), Q("25"))));
 }
 
 TEST(CalculationStepsTest, SubgroupsComeAndGoWithTheChoice) {
