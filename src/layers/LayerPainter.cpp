@@ -1,6 +1,7 @@
 #include "layers/LayerPainter.h"
 
 #include "layers/Hatching.h"
+#include "layers/RingGroups.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -88,33 +89,44 @@ class Painting final {
             PaintPolygon(feature, symbol);
     }
 
-    /// One ring is drawn as it is; several at once, so that holes stay open.
     void PaintPolygon(const MapFeature& feature, const LayerSymbol& symbol) {
         if (IsSmall(feature.box)) {
             const QPointF middle((feature.box.left + feature.box.right) / 2,
                                  (feature.box.bottom + feature.box.top) / 2);
             return PaintDot(view_.ToPicture(middle), kSmallestFeature, symbol);
         }
-        if (!tiles_) PaintHatching(feature, symbol);
-        QPainterPath path;
+        std::vector<QPolygonF> rings;
         for (int part = feature.firstPart; part < feature.endPart; ++part) {
-            const QPolygonF ring = PixelsOf(part);
-            if (ring.size() < 3) {
-                if (!ring.isEmpty()) PaintDot(ring.front(), 1, symbol);
-            } else if (feature.endPart - feature.firstPart == 1)
-                painter_.drawPolygon(ring);
-            else {
-                path.addPolygon(ring);
-                path.closeSubpath();
-            }
+            QPolygonF ring = PixelsOf(part);
+            if (ring.size() > 2)
+                rings.push_back(std::move(ring));
+            else if (!ring.isEmpty())
+                PaintDot(ring.front(), 1, symbol);
         }
-        if (!path.isEmpty()) painter_.drawPath(path);
+        if (!tiles_) PaintHatching(rings, symbol);
+        if (rings.size() == 1)
+            painter_.drawPolygon(rings.front());
+        else
+            PaintRings(rings);
     }
 
-    void PaintHatching(const MapFeature& feature, const LayerSymbol& symbol) {
-        std::vector<QPolygonF> rings;
-        for (int part = feature.firstPart; part < feature.endPart; ++part)
-            rings.push_back(PixelsOf(part));
+    /// A ring on its own is drawn as it is; those that may be holes together, so that they stay open.
+    void PaintRings(const std::vector<QPolygonF>& rings) {
+        for (const std::vector<std::size_t>& group : RingGroups(rings)) {
+            if (group.size() == 1) {
+                painter_.drawPolygon(rings[group.front()]);
+                continue;
+            }
+            QPainterPath path;
+            for (const std::size_t ring : group) {
+                path.addPolygon(rings[ring]);
+                path.closeSubpath();
+            }
+            painter_.drawPath(path);
+        }
+    }
+
+    void PaintHatching(const std::vector<QPolygonF>& rings, const LayerSymbol& symbol) {
         const std::vector<QLineF> lines = HatchLines(symbol.pattern, rings, kTile * scale_);
         if (lines.empty()) return;
         const QPen outline = painter_.pen();

@@ -147,6 +147,21 @@ TEST(LayerPainterTest, EnduresAnyView) {
     EXPECT_EQ(image.pixelColor(25, 25), QColor(Qt::red));
 }
 
+TEST(LayerPainterTest, ManyPartsAreDrawnAndFound) {
+    std::vector<test::Ring> parts;
+    for (int i = 0; i < 10000; ++i)
+        parts.push_back(Square(i % 100, i / 100, 0.9));
+    const MapLayer layer = LayerOf(LayerKind::Polygon, {parts});
+    const std::clock_t start = std::clock();
+    LayerSymbols symbols = Filled(Qt::red);
+    symbols.symbols[0].outlineWidth = 0.1;
+    const QImage image = Picture(layer, symbols, 10);
+    EXPECT_EQ(layer.FeatureAt({57.5, 12.5}, 0), 0);
+    EXPECT_EQ(layer.FeatureAt({57.95, 12.95}, 0), -1);
+    EXPECT_LT((std::clock() - start) * 1000 / CLOCKS_PER_SEC, test::TimeBound(2000));
+    EXPECT_EQ(image.pixelColor(575, 994), QColor(Qt::red));
+}
+
 TEST(LayerPainterTest, CountiesAreQuick) {
     const LayerReading reading = ReadLayer(QStringLiteral(TESSARO_INSTALLATION "/Maps/USA_Counties.shp"));
     ASSERT_TRUE(reading.layer);

@@ -3,6 +3,7 @@
 #include "layers/HandMadeLayer.h"
 #include "layers/Hatching.h"
 #include "layers/MapPictureFile.h"
+#include "layers/RingGroups.h"
 
 #include <QFile>
 #include <QPainter>
@@ -10,6 +11,7 @@
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace tessaro {
@@ -107,6 +109,25 @@ TEST(MapPictureTest, LayersAreToldInOrderAndLabelsComeLast) {
         for (int x = 0; x < 200; ++x)
             blue += image.pixelColor(x, y).blue() > image.pixelColor(x, y).red() + 50 ? 1 : 0;
     EXPECT_GT(blue, 10) << "the upper layer doesn't cover the label of the lower";
+}
+
+TEST(RingGroupsTest, HolesAreWithWhatTheyLieIn) {
+    const auto square = [](double left, double top, double side) { return QPolygonF(QRectF(left, top, side, side)); };
+    const auto groups = RingGroups({square(0, 0, 10),
+                                    square(50, 0, 10),
+                                    square(2, 2, 5),
+                                    {},
+                                    square(53, 3, 2),
+                                    square(10, 10, 1),
+                                    square(30, 50, 9)});
+    std::vector<std::vector<std::size_t>> sorted;
+    for (auto group : groups) {
+        std::sort(group.begin(), group.end());
+        sorted.push_back(group);
+    }
+    std::sort(sorted.begin(), sorted.end());
+    EXPECT_EQ(sorted, (std::vector<std::vector<std::size_t>>{{0, 2, 5}, {1, 4}, {6}}));
+    EXPECT_TRUE(RingGroups({}).empty());
 }
 
 TEST(HatchingTest, LinesStayWithinTheRings) {

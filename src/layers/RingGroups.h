@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QPolygonF>
+
+#include <vector>
+
+namespace tessaro {
+
+/// The rings of a polygon in groups: rings whose boxes meet, directly or through others, are in one, so that a hole is
+/// with what it lies in. Each group can be drawn apart, which is far quicker than all at once. The groups hold the
+/// numbers of the rings; empty rings are in none.
+[[nodiscard]] std::vector<std::vector<std::size_t>> RingGroups(const std::vector<QPolygonF>& rings);
+
+} // namespace tessaro
