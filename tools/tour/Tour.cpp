@@ -95,6 +95,8 @@ bool Tour::Walk(const QString& commandLine) {
             QStringLiteral("filters"), [this] { return Filters(); }, false);
         Visit(
             QStringLiteral("exports"), [this] { return Exports(); }, false);
+        Visit(
+            QStringLiteral("classes"), [this] { return Classes(); }, false);
         for (int row = 0; row < 6; ++row)
             Visit(
                 QStringLiteral("calculation-%1").arg(row + 1), [this, row] { return Calculation(row); }, false);

@@ -63,6 +63,9 @@ class Tour final {
     /// The data as a table with colours, saved to the gallery; and as a chart.
     Finding Table();
     Finding Graph();
+    // Stations of the maps (TourMaps.cpp).
+    /// The classes of the data in view, with their palette as a file.
+    Finding Classes();
     // Stations of the calculations (TourCalculations.cpp).
     /// Each calculation from the data view to a database of its own, with its log and its data-entry sheet.
     Finding Calculation(int row);
