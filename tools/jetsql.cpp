@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr std::string_view Usage =
+constexpr std::string_view kUsage =
     "usage: jetsql [--create] [--password PASSWORD | --password-file PATH] [--explain] [--no=STEP]... "
     "FILE "
     "'statement'...\n"
@@ -130,7 +130,7 @@ int main(int count, char** arguments) {
     std::ios::sync_with_stdio(false);
     const Request request = ReadArguments({arguments, static_cast<std::size_t>(count)});
     if (!request.good || request.help) {
-        (request.help ? std::cout : std::cerr) << Usage;
+        (request.help ? std::cout : std::cerr) << kUsage;
         return request.help ? 0 : 2;
     }
     try {

@@ -305,7 +305,7 @@ class Masters final {
         QSet<QString> ids;
         for (; !rows.atEnd(); rows.MoveNext())
             for (QString id = rows.Text(std::size_t{0}).trimmed(); !id.isEmpty() && !ids.contains(id);
-                 id.chop(schema::CharactersPerLevel))
+                 id.chop(schema::kCharactersPerLevel))
                 ids.insert(id);
         QStringList sorted(ids.cbegin(), ids.cend());
         sorted.sort();

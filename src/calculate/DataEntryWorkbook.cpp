@@ -82,10 +82,10 @@ void WriteRows(office::Worksheet& sheet, const DataEntrySheet& result) {
     sheet.Cells(kHeadRow, TimeColumn, last, AreaIdColumn).SetStyle({.numberFormat = QStringLiteral("@")});
     formats.WriteTo(sheet);
     office::Range headRow = sheet.Cells(kHeadRow, 1, kHeadRow, SourceColumn);
-    headRow.SetStyle({.bold = true, .interiorColorIndex = HeaderSlot, .wrapText = true});
+    headRow.SetStyle({.bold = true, .interiorColorIndex = kHeaderSlot, .wrapText = true});
     for (int column = TimeColumn; column <= SourceColumn; ++column)
         if (widths.Wraps(column)) sheet.Cells(kFirstRow, column, last, column).SetStyle({.wrapText = true});
-    table.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
+    table.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, kLineSlot});
     SetTallRows(sheet, 1, last, SourceColumn, font);
     SendLooks(sheet);
     sheet.Cells(kHeadRow, 1).SetValues(block);
@@ -110,7 +110,7 @@ WrittenWorkbook WriteDataEntrySheet(const DataEntrySheet& result) {
     UnfinishedFile file(GetFreeFileName(stem));
     GiveTimeFor(static_cast<int>(result.rows.size()) * SourceColumn);
     office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, file.Path());
-    book.SetColors(HeaderSlot, QColor(241, 241, 241));
+    book.SetColors(kHeaderSlot, QColor(241, 241, 241));
     office::Worksheet sheet = book.Sheet(1);
     SetUpSheet(sheet, kHeadRow, AreaNameColumn + 1);
     WriteRows(sheet, result);

@@ -1,6 +1,7 @@
 #include "calculate/LogParts.h"
 
 #include "calculate/Numbers.h"
+#include "office/ColumnLetters.h"
 #include "office/Range.h"
 #include "session/DisplayValue.h"
 #include "session/Log.h"

@@ -145,7 +145,7 @@ class SheetWriter final {
         SetTallRows(sheet_, 1, LastRow(data_), data_.lastColumn, font_);
     }
     void DressHeads() {
-        const office::Border line{office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot};
+        const office::Border line{office::LineWeight::Thin, office::LineStyle::Continuous, kLineSlot};
         for (const LogBlock& block : data_.blocks) {
             if (RowsOf(block) == 1 && block.row < data_.headRow)
                 sheet_.Cells(block.row, 1, block.row, data_.lastColumn).SetStyle({.bold = true});
@@ -153,7 +153,7 @@ class SheetWriter final {
         }
         office::Range heads = sheet_.Cells(data_.headRow, 1, HeadEnd(data_), data_.lastColumn);
         heads.SetStyle({.bold = true,
-                        .interiorColorIndex = HeaderSlot,
+                        .interiorColorIndex = kHeaderSlot,
                         .vertical = office::VerticalAlign::Bottom,
                         .wrapText = true});
         heads.SetBorders(office::AllEdges, line);
@@ -177,7 +177,7 @@ class SheetWriter final {
                                            block.column + static_cast<int>(block.cells.front().size()) - 1);
         table.SetStyle({.vertical = office::VerticalAlign::Bottom, .wrapText = true});
         sheet_.Cells(block.row, table.Column(), block.row, table.LastColumn())
-            .SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
+            .SetStyle({.bold = true, .interiorColorIndex = kHeaderSlot});
         table.SetBorders(office::AllEdges, line);
     }
     /// Cells of the kind "true or false" are shown as 1 and 0 when the spreadsheet program has read them back from the
@@ -249,7 +249,7 @@ class LogWriter final {
         : book_(std::move(book)), draft_(draft), log_(log) {}
 
     void Write(const QString& stamp, bool isFirst) {
-        book_.SetColors(HeaderSlot, kHeadTint);
+        book_.SetColors(kHeaderSlot, kHeadTint);
         // Else each column would be calculated as it is written, to fit its rows, and once more with the next one.
         book_.PauseCalculation();
         const QString name = ModuleName(draft_.type);

@@ -3,6 +3,7 @@
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "view/ViewJoins.h"
 
 #include <QMultiHash>
 
@@ -86,13 +87,13 @@ bool CreateDataTable(const Progress& progress) {
     ErrorTrap trap("CreateDataTable");
     if (!Execute(QStringLiteral("DELETE * from _Data"))) return false;
     Tell(progress, 1, 2);
-    if (!Execute(QStringLiteral(
-            " INSERT INTO _Data (IndicatorGId, [Indicator], UnitGId, Unit, SubpopGId, Subpop,  TimePeriod, AreaId, "
-            "AreaName, Source, RecommendedSource, DataValue)  SELECT IUS.IndicatorGId, IUS.Indicator, IUS.UnitGId, "
-            "IUS.Unit, IUS.SubPopGId, IUS.SubPop,  T.TimePeriod, A.AreaId, A.AreaName, IUS.Source,"
-            "IUS.RecommendedSource, D.Datavalue  FROM _SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS "
-            "D INNER JOIN _SelTimePeriod  AS T ON D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = D.AreaNId) ON "
-            "(IUS.IUSNId = D.IUSNId)  AND (IUS.SourceNId = D.SourceNId)  WHERE IUS.Deleted = False ")))
+    if (!Execute(
+            QStringLiteral(
+                " INSERT INTO _Data (IndicatorGId, [Indicator], UnitGId, Unit, SubpopGId, Subpop,  TimePeriod, AreaId, "
+                "AreaName, Source, RecommendedSource, DataValue)  SELECT IUS.IndicatorGId, IUS.Indicator, IUS.UnitGId, "
+                "IUS.Unit, IUS.SubPopGId, IUS.SubPop,  T.TimePeriod, A.AreaId, A.AreaName, IUS.Source,"
+                "IUS.RecommendedSource, D.Datavalue") +
+            QLatin1String(joins::kCalculations.from) + QLatin1String(joins::kCalculations.where)))
         return false;
     bDataChanged = false;
     Tell(progress, 2, 2);

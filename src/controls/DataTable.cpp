@@ -79,7 +79,7 @@ DataTable::DataTable(QWidget* parent) : QTableView(parent) {
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setStretchLastSection(true);
-    horizontalHeader()->setMinimumSectionSize(theme::Grid * 4);
+    horizontalHeader()->setMinimumSectionSize(theme::kGrid * 4);
     horizontalHeader()->setSortIndicatorShown(true);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     // A click on a head is a command; it doesn't choose the column.
@@ -98,11 +98,11 @@ void DataTable::SetHint(const QString& hint) {
 }
 
 void DataTable::FitToFont() {
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + theme::Grid);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + theme::kGrid);
     // Row numbers up to the millions; the head measures only some of them.
     constexpr int kNumberDigits = 7;
     verticalHeader()->setMinimumWidth(
-        verticalHeader()->fontMetrics().horizontalAdvance(QLatin1Char('0')) * kNumberDigits + theme::Grid * 2);
+        verticalHeader()->fontMetrics().horizontalAdvance(QLatin1Char('0')) * kNumberDigits + theme::kGrid * 2);
 }
 
 void DataTable::SetColumnWishes(std::vector<Wish> wishes) {
@@ -116,8 +116,8 @@ void DataTable::ShareWidth() {
     for (const Wish& wish : wishes_) {
         const int column = static_cast<int>(wishes.size());
         const int head = horizontalHeader()->sectionSizeHint(column);
-        const int least = std::max(wish.least + theme::Grid * 2, head);
-        wishes.push_back({std::max(wish.text + theme::Grid * 2, least), least, wish.weight});
+        const int least = std::max(wish.least + theme::kGrid * 2, head);
+        wishes.push_back({std::max(wish.text + theme::kGrid * 2, least), least, wish.weight});
     }
     std::vector<int> widths = SharedWidths(wishes, viewport()->width());
     const int rest = viewport()->width() - std::accumulate(widths.begin(), widths.end(), 0);
@@ -179,7 +179,7 @@ void DataTable::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.setPen(theme::MutedText());
     const QRect place =
-        viewport()->rect().adjusted(theme::Grid * 4, theme::Grid * 4, -theme::Grid * 4, -theme::Grid * 4);
+        viewport()->rect().adjusted(theme::kGrid * 4, theme::kGrid * 4, -theme::kGrid * 4, -theme::kGrid * 4);
     painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 

@@ -39,7 +39,7 @@ void PaintEmptyHint(QWidget* viewport, const QString& hint) {
     if (hint.isEmpty()) return;
     QPainter painter(viewport);
     painter.setPen(theme::MutedText());
-    const QRect place = viewport->rect().adjusted(2 * theme::Grid, theme::Grid, -2 * theme::Grid, -theme::Grid);
+    const QRect place = viewport->rect().adjusted(2 * theme::kGrid, theme::kGrid, -2 * theme::kGrid, -theme::kGrid);
     painter.drawText(place, static_cast<int>(Qt::AlignCenter) | static_cast<int>(Qt::TextWordWrap), hint);
 }
 

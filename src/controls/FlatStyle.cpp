@@ -2,6 +2,7 @@
 
 #include "controls/AccessLetter.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>
@@ -18,7 +19,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr qreal Radius = 4;
+constexpr qreal kRadius = 4;
 
 bool Has(const QStyleOption& option, QStyle::StateFlag flag) {
     return (option.state & flag) != 0;
@@ -30,7 +31,7 @@ void DrawPlace(QPainter& painter, const QRect& rect, const QColor& fill, const Q
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(line.isValid() ? QPen(line, 1) : QPen(Qt::NoPen));
     painter.setBrush(fill);
-    painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
+    painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
     painter.restore();
 }
 
@@ -103,7 +104,7 @@ void DrawBox(const QStyleOption& option, QPainter& painter, bool round) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(on ? fill : BoxLine(option), 1));
     painter.setBrush(fill);
-    const qreal radius = round ? side / 2.0 : Radius / 2;
+    const qreal radius = round ? side / 2.0 : kRadius / 2;
     painter.drawRoundedRect(box, radius, radius);
     painter.setPen(Qt::NoPen);
     painter.setBrush(ground);
@@ -188,10 +189,10 @@ void DrawButtonLabel(const QProxyStyle& style, const QStyleOptionButton& button,
         place.adjust(mirrored ? arrow : 0, 0, mirrored ? 0 : -arrow, 0);
     }
     const int text = button.fontMetrics.size(Qt::TextShowMnemonic, button.text).width();
-    const int width = button.iconSize.width() + theme::Grid / 2 + text;
+    const int width = button.iconSize.width() + theme::kGrid / 2 + text;
     const int left = place.left() + (place.width() - width) / 2;
-    const int iconLeft = mirrored ? left + text + theme::Grid / 2 : left;
-    const int textLeft = mirrored ? left : left + button.iconSize.width() + theme::Grid / 2;
+    const int iconLeft = mirrored ? left + text + theme::kGrid / 2 : left;
+    const int textLeft = mirrored ? left : left + button.iconSize.width() + theme::kGrid / 2;
     const int iconTop = place.center().y() - button.iconSize.height() / 2;
     button.icon.paint(&painter, QRect(QPoint(iconLeft, iconTop), button.iconSize), Qt::AlignCenter,
                       enabled ? QIcon::Normal : QIcon::Disabled);
@@ -397,7 +398,7 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             if (item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty()) {
                 const int middle = item->rect.center().y();
                 return painter->fillRect(
-                    QRect(item->rect.left() + theme::Grid, middle, item->rect.width() - 2 * theme::Grid, 1),
+                    QRect(item->rect.left() + theme::kGrid, middle, item->rect.width() - 2 * theme::kGrid, 1),
                     option->palette.color(QPalette::Mid));
             }
             const QStyleOptionMenuItem shown = MenuItemToDraw(*item);
@@ -414,7 +415,7 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
                 inset = *newer;
             else
                 static_cast<QStyleOptionHeader&>(inset) = *head;
-            inset.rect.adjust(theme::Grid / 2, 0, -theme::Grid / 2, 0);
+            inset.rect.adjust(theme::kGrid / 2, 0, -theme::kGrid / 2, 0);
             return QProxyStyle::drawControl(element, &inset, painter, widget);
         }
         return QProxyStyle::drawControl(element, option, painter, widget);
@@ -463,8 +464,8 @@ QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
     // The text of a field that can be typed into stands as far from the edge as in other fields.
     if (control == CC_ComboBox && part == SC_ComboBoxEditField)
-        rect.adjust(option->direction == Qt::LeftToRight ? theme::Grid / 2 : 0, 0,
-                    option->direction == Qt::RightToLeft ? -theme::Grid / 2 : 0, 0);
+        rect.adjust(option->direction == Qt::LeftToRight ? theme::kGrid / 2 : 0, 0,
+                    option->direction == Qt::RightToLeft ? -theme::kGrid / 2 : 0, 0);
     return rect;
 }
 
@@ -473,7 +474,7 @@ QRect FlatStyle::subElementRect(SubElement element, const QStyleOption* option, 
     const auto* field = qstyleoption_cast<const QStyleOptionFrame*>(option);
     // As far from the frame as the text of a button is.
     if (element == SE_LineEditContents && field && field->lineWidth > 0)
-        rect.adjust(theme::Grid / 2, 0, -theme::Grid / 2, 0);
+        rect.adjust(theme::kGrid / 2, 0, -theme::kGrid / 2, 0);
     return rect;
 }
 
@@ -494,25 +495,25 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     // Room beside the text, and beside a picture.
     if (type == CT_PushButton && button)
-        size.rwidth() += button->icon.isNull() || button->text.isEmpty() ? theme::Grid : theme::Grid * 2;
+        size.rwidth() += button->icon.isNull() || button->text.isEmpty() ? theme::kGrid : theme::kGrid * 2;
     return size;
 }
 
 int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     switch (metric) {
     case PM_SplitterWidth:
-        return theme::Grid;
+        return theme::kGrid;
     case PM_SmallIconSize:
     case PM_ButtonIconSize:
     case PM_ListViewIconSize:
-        return theme::IconSize;
+        return theme::kIconSize;
     case PM_FocusFrameHMargin: // beside the texts of cells
-        return theme::Grid / 2;
+        return theme::kGrid / 2;
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
-        return 2 * theme::Grid;
+        return 2 * theme::kGrid;
     case PM_MenuBarPanelWidth:
     case PM_TabBarBaseHeight:
     case PM_TabBarBaseOverlap:

@@ -43,7 +43,7 @@ KeyedList::KeyedList(QWidget* parent) : QTreeView(parent), model_(new KeyedListM
     header()->setSortIndicatorShown(true);
     header()->setSortIndicator(0, Qt::AscendingOrder);
     header()->setStretchLastSection(true);
-    header()->setMinimumSectionSize(4 * theme::Grid);
+    header()->setMinimumSectionSize(4 * theme::kGrid);
     connect(header(), &QHeaderView::sectionResized, this, [this] {
         if (QApplication::mouseButtons().testFlag(Qt::LeftButton) && header()->underMouse()) widthsAreTheUsers_ = true;
     });
@@ -93,8 +93,8 @@ void KeyedList::ShareWidthByTexts() {
     std::vector<ColumnWish> wishes;
     for (int column = 0; column < columns; ++column) {
         const bool hasIcon = !model_->index(0, column).data(Qt::DecorationRole).isNull();
-        const int wanted = texts[static_cast<std::size_t>(column)].Width(fontMetrics()) + 2 * theme::Grid +
-                           (hasIcon ? iconSize().width() + theme::Grid : 0);
+        const int wanted = texts[static_cast<std::size_t>(column)].Width(fontMetrics()) + 2 * theme::kGrid +
+                           (hasIcon ? iconSize().width() + theme::kGrid : 0);
         const int head = header()->sectionSizeHint(column);
         wishes.push_back({std::max(wanted, head), head, weights_[column]});
     }
@@ -244,7 +244,7 @@ void KeyedList::startDrag(Qt::DropActions /*actions*/) {
                                                  : QLocale().toString(highlighted.size());
     const QFontMetrics metrics(font());
     const QString shown = metrics.elidedText(text, Qt::ElideRight, 240);
-    QPixmap picture(metrics.horizontalAdvance(shown) + 2 * theme::Grid, metrics.height() + theme::Grid);
+    QPixmap picture(metrics.horizontalAdvance(shown) + 2 * theme::kGrid, metrics.height() + theme::kGrid);
     picture.fill(palette().color(QPalette::Highlight));
     QPainter painter(&picture);
     painter.setFont(font());
@@ -252,7 +252,7 @@ void KeyedList::startDrag(Qt::DropActions /*actions*/) {
     painter.drawText(picture.rect(), Qt::AlignCenter, shown);
     painter.end();
     drag->setPixmap(picture);
-    drag->setHotSpot({-theme::Grid, -theme::Grid});
+    drag->setHotSpot({-theme::kGrid, -theme::kGrid});
     drag->exec(Qt::CopyAction);
 }
 

@@ -12,8 +12,8 @@ namespace tessaro {
 namespace {
 
 /// Up to this many new rows are put in their places one by one; more are appended and sorted together.
-constexpr std::size_t FewItems = 64;
-constexpr const char* SourceProperty = "tessaroSource";
+constexpr std::size_t kFewItems = 64;
+constexpr const char* kSourceProperty = "tessaroSource";
 
 const QString& CellOf(const KeyedItem& item, int column) {
     static const QString none;
@@ -80,7 +80,7 @@ int KeyedListModel::AddItems(std::vector<KeyedItem> items) {
     KeepUnique(items);
     if (items.empty()) return 0;
     const int added = static_cast<int>(items.size());
-    if (!IsFiltered() && items.size() <= FewItems) {
+    if (!IsFiltered() && items.size() <= kFewItems) {
         for (KeyedItem& item : items)
             InsertOne(std::move(item));
     } else {
@@ -284,7 +284,7 @@ Qt::ItemFlags KeyedListModel::flags(const QModelIndex& index) const {
 }
 
 QStringList KeyedListModel::mimeTypes() const {
-    return {QString::fromLatin1(MimeType)};
+    return {QString::fromLatin1(kMimeType)};
 }
 
 QMimeData* KeyedListModel::mimeData(const QModelIndexList& indexes) const {
@@ -297,14 +297,14 @@ QMimeData* KeyedListModel::mimeData(const QModelIndexList& indexes) const {
     for (const int row : rows)
         keys << ItemAt(row).key;
     auto data = std::make_unique<QMimeData>();
-    data->setData(QString::fromLatin1(MimeType), keys.join(QLatin1Char('\n')).toUtf8());
+    data->setData(QString::fromLatin1(kMimeType), keys.join(QLatin1Char('\n')).toUtf8());
     data->setText(TextOfRows(rows));
-    data->setProperty(SourceProperty, QVariant::fromValue<QObject*>(const_cast<KeyedListModel*>(this)));
+    data->setProperty(kSourceProperty, QVariant::fromValue<QObject*>(const_cast<KeyedListModel*>(this)));
     return data.release();
 }
 
 const QObject* KeyedListModel::SourceOf(const QMimeData& data) {
-    return data.property(SourceProperty).value<QObject*>();
+    return data.property(kSourceProperty).value<QObject*>();
 }
 
 QString KeyedListModel::TextOfRows(const std::vector<int>& shownRows) const {

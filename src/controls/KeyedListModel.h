@@ -18,7 +18,7 @@ class KeyedListModel final : public QAbstractTableModel {
     Q_OBJECT
 
   public:
-    static constexpr const char* MimeType = "application/x-tessaro-keys";
+    static constexpr const char* kMimeType = "application/x-tessaro-keys";
 
     explicit KeyedListModel(QObject* parent = nullptr);
 

@@ -3,6 +3,7 @@
 #include "controls/ArrowPointer.h"
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "session/Strings.h"
 
 #include <QApplication>
@@ -40,7 +41,7 @@ struct IconPicture {
     const char* file;
     const char* nameKey;
 };
-constexpr std::array<IconPicture, 4> Pictures{{
+constexpr std::array<IconPicture, 4> kPictures{{
     {MessageIcon::Refused, "error.png", "TS_Warning"},
     {MessageIcon::Note, "info.png", "TS_Message"},
     {MessageIcon::Warning, "warning.png", "TS_Warning"},
@@ -48,9 +49,9 @@ constexpr std::array<IconPicture, 4> Pictures{{
 }};
 
 const IconPicture& PictureOf(MessageIcon icon) {
-    for (const IconPicture& picture : Pictures)
+    for (const IconPicture& picture : kPictures)
         if (picture.code == icon) return picture;
-    return Pictures[2];
+    return kPictures[2];
 }
 
 /// The frame, as parent of a message while no window is active.
@@ -81,8 +82,8 @@ MessageBox::MessageBox(const Message& message, QWidget* parent)
     setModal(true);
     setLayoutDirection(LanguageIsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(3 * theme::Grid, 3 * theme::Grid, 3 * theme::Grid, 2 * theme::Grid);
-    layout->setSpacing(3 * theme::Grid);
+    layout->setContentsMargins(3 * theme::kGrid, 3 * theme::kGrid, 3 * theme::kGrid, 2 * theme::kGrid);
+    layout->setSpacing(3 * theme::kGrid);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     AddText(message);
     AddButtons(message);
@@ -90,11 +91,11 @@ MessageBox::MessageBox(const Message& message, QWidget* parent)
 
 void MessageBox::AddText(const Message& message) {
     auto* row = new QHBoxLayout;
-    row->setSpacing(2 * theme::Grid);
+    row->setSpacing(2 * theme::kGrid);
     const IconPicture& icon = PictureOf(message.icon);
     auto* picture = new QLabel(this);
     picture->setObjectName(QStringLiteral("picMessage"));
-    picture->setPixmap(theme::Icon(QLatin1String(icon.file)).pixmap(4 * theme::Grid, 4 * theme::Grid));
+    picture->setPixmap(theme::Icon(QLatin1String(icon.file)).pixmap(4 * theme::kGrid, 4 * theme::kGrid));
     picture->setAccessibleName(PlainText(QLatin1String(icon.nameKey)));
     row->addWidget(picture, 0, Qt::AlignTop);
     // A message may hold a very long name from a database; what fits on no screen is left out, Copy copies all.
@@ -110,7 +111,7 @@ void MessageBox::AddText(const Message& message) {
     label->setFont(message.key.isEmpty() ? DefaultFont() : LanguageFont());
     const int wide = label->fontMetrics().averageCharWidth() * 56;
     const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, wide, 10000), Qt::TextWordWrap, text);
-    label->setFixedWidth(qBound(30 * theme::Grid, needed.width() + theme::Grid, wide + theme::Grid));
+    label->setFixedWidth(qBound(30 * theme::kGrid, needed.width() + theme::kGrid, wide + theme::kGrid));
     label->setMinimumHeight(label->heightForWidth(label->width()));
     row->addWidget(label, 1, Qt::AlignVCenter);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
@@ -118,7 +119,7 @@ void MessageBox::AddText(const Message& message) {
 
 void MessageBox::AddButtons(const Message& message) {
     auto* row = new QHBoxLayout;
-    row->setSpacing(theme::Grid);
+    row->setSpacing(theme::kGrid);
     row->addStretch(1);
     const Buttons& buttons = ButtonsOf(message.type);
     const int standard = message.careful ? static_cast<int>(buttons.size()) - 1 : 0;
@@ -127,7 +128,7 @@ void MessageBox::AddButtons(const Message& message) {
         auto* button = new QPushButton(CaptionOf(spec.captionKey), this);
         button->setObjectName(QStringLiteral("cmdMessage_%1").arg(place));
         button->setFont(LanguageFont());
-        button->setMinimumWidth(11 * theme::Grid);
+        button->setMinimumWidth(11 * theme::kGrid);
         button->setDefault(place == standard);
         connect(button, &QPushButton::clicked, this, [this, code = spec.code] {
             code_ = code;

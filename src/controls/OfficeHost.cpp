@@ -276,7 +276,7 @@ void OfficeHost::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), palette().base());
     if (hint_.isEmpty()) return;
     painter.setPen(theme::MutedText());
-    painter.drawText(rect().adjusted(theme::Grid * 3, theme::Grid * 3, -theme::Grid * 3, -theme::Grid * 3),
+    painter.drawText(rect().adjusted(theme::kGrid * 3, theme::kGrid * 3, -theme::kGrid * 3, -theme::kGrid * 3),
                      Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 

@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
 #include "session/Session.h"
@@ -18,8 +19,8 @@ namespace tessaro {
 
 namespace {
 
-constexpr int FollowedRows = 5000;
-constexpr int FilterPauseMilliseconds = 150;
+constexpr int kFollowedRows = 5000;
+constexpr int kFilterPauseMilliseconds = 150;
 
 QString WithCount(const QString& captionKey, const KeyedListModel& items) {
     const QLocale locale;
@@ -106,14 +107,14 @@ void SelectionLists::ConnectButtons() {
     connect(ui_->cmdAvailableIcon, &QToolButton::clicked, this, [this] { ui_->lstAvailable->SortOn(0); });
     connect(ui_->cmdSelectedIcon, &QToolButton::clicked, this, [this] { ui_->lstSelected->SortOn(0); });
     filterPause_.setSingleShot(true);
-    filterPause_.setInterval(FilterPauseMilliseconds);
+    filterPause_.setInterval(kFilterPauseMilliseconds);
     connect(ui_->cmdEndListState, &QToolButton::clicked, this, &SelectionLists::EndListState);
     ui_->txtFilter->installEventFilter(this);
     ui_->lstAvailable->installEventFilter(this);
     connect(&filterPause_, &QTimer::timeout, this, &SelectionLists::ApplyFilter);
     connect(ui_->txtFilter, &QLineEdit::textChanged, this, [this] {
         // A short list is filtered at each key; a long one after a pause in the typing.
-        if (ui_->lstAvailable->Items().Count() > FollowedRows)
+        if (ui_->lstAvailable->Items().Count() > kFollowedRows)
             filterPause_.start();
         else
             ApplyFilter();

@@ -119,8 +119,8 @@ struct PopupEntry {
     const char* whyNot = nullptr; ///< tip of a disabled entry: what it lacks
 };
 /// Keys of the tips of entries that act on highlighted items, or on all items of a list.
-inline constexpr auto WhyNoneHighlighted = "TS_WhyNoneHighlighted";
-inline constexpr auto WhyListEmpty = "TS_WhyListEmpty";
+inline constexpr auto kWhyNoneHighlighted = "TS_WhyNoneHighlighted";
+inline constexpr auto kWhyListEmpty = "TS_WhyListEmpty";
 /// The keys of items.
 [[nodiscard]] QSet<QString> KeysOf(const std::vector<KeyedItem>& items);
 /// The colour of shared items, or an invalid one while the preference is off.

@@ -1,10 +1,6 @@
 #include "controls/Theme.h"
 
-#include "controls/Captions.h"
-#include "controls/FlatStyle.h"
-#include "controls/TintedIcon.h"
 #include "session/Settings.h"
-#include "session/Strings.h"
 
 #include <QApplication>
 #include <QHash>
@@ -42,7 +38,7 @@ struct Shade {
     const char* dark;
 };
 
-constexpr Shade Shades[] = {
+constexpr Shade kShades[] = {
     {QPalette::WindowText, "#1d2833", "#e4e9ed"},
     {QPalette::Base, "#ffffff", "#1d2429"},
     {QPalette::AlternateBase, "#f5f8fa", "#232b31"},
@@ -60,11 +56,13 @@ constexpr Shade Shades[] = {
     {QPalette::BrightText, "#ffffff", "#ffffff"},
 };
 
+} // namespace
+
 QPalette ProductPalette() {
     QPalette palette;
     palette.setColor(QPalette::Window,
                      dark ? QColor(0x27, 0x2f, 0x35) : SettingOr("APP BG COLOR", QColor(0xf4, 0xf6, 0xf8)));
-    for (const Shade& shade : Shades)
+    for (const Shade& shade : kShades)
         palette.setColor(shade.role, QColor(QLatin1String(dark ? shade.dark : shade.light)));
     const QColor accent = SettingOr("APP SEL BG COLOR", QColor(23, 105, 128));
     palette.setColor(QPalette::Highlight, dark ? QColor::fromHslF(accent.hueF(), accent.saturationF(), 0.34F) : accent);
@@ -78,14 +76,9 @@ QPalette ProductPalette() {
     return palette;
 }
 
-} // namespace
-
-void Apply(QApplication& application) {
+void ChooseShades() {
     static const bool desktopIsDark = DesktopIsDark(QApplication::palette());
     dark = qEnvironmentVariableIsSet("TESSARO_THEME") ? DesktopIsDark(QApplication::palette()) : desktopIsDark;
-    QApplication::setStyle(new FlatStyle);
-    QApplication::setPalette(ProductPalette());
-    application.setFont(DefaultFont());
 }
 
 bool IsDark() {
@@ -97,9 +90,9 @@ QColor Accent() {
 }
 
 QColor TextColor(const QColor& wished) {
-    constexpr int ReadableLightness = 160;
-    if (!dark || !wished.isValid() || wished.lightness() >= ReadableLightness) return wished;
-    return QColor::fromHsl(wished.hslHue(), wished.hslSaturation(), ReadableLightness);
+    constexpr int kReadableLightness = 160;
+    if (!dark || !wished.isValid() || wished.lightness() >= kReadableLightness) return wished;
+    return QColor::fromHsl(wished.hslHue(), wished.hslSaturation(), kReadableLightness);
 }
 
 QColor MutedText() {
@@ -116,13 +109,6 @@ QColor SurfaceRaised() {
 
 QColor HoverSurface() {
     return dark ? QColor(0x37, 0x46, 0x4f) : SettingOr("APP MOUSE MOVE BG COLOR", QColor(223, 237, 241));
-}
-
-QIcon Icon(const QString& fileName) {
-    const QString path = PictureFile(fileName);
-    if (path.isEmpty()) return {};
-    if (!path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) return QIcon(path);
-    return TintedIcon(path);
 }
 
 } // namespace tessaro::theme

@@ -2,6 +2,7 @@
 
 #include "controls/Theme.h"
 #include "platform/Files.h"
+#include "session/Strings.h"
 
 #include <QGuiApplication>
 #include <QHash>
@@ -85,3 +86,14 @@ QIcon TintedIcon(const QString& svgFile) {
 }
 
 } // namespace tessaro
+
+namespace tessaro::theme {
+
+QIcon Icon(const QString& fileName) {
+    const QString path = PictureFile(fileName);
+    if (path.isEmpty()) return {};
+    if (!path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) return QIcon(path);
+    return TintedIcon(path);
+}
+
+} // namespace tessaro::theme

@@ -12,3 +12,11 @@ namespace tessaro {
 [[nodiscard]] QIcon TintedIcon(const QString& svgFile);
 
 } // namespace tessaro
+
+namespace tessaro::theme {
+
+/// A picture of the common graphics folder as an icon (vector where there is one), tinted for the palette. Missing:
+/// null icon.
+[[nodiscard]] QIcon Icon(const QString& fileName);
+
+} // namespace tessaro::theme

@@ -10,8 +10,8 @@ namespace tessaro {
 
 namespace {
 
-constexpr std::size_t LongestText = 4096; // 255 characters in UTF-8, and room
-constexpr std::size_t LongestMemo = 1024 * 1024;
+constexpr std::size_t kLongestText = 4096; // 255 characters in UTF-8, and room
+constexpr std::size_t kLongestMemo = 1024 * 1024;
 
 struct TableCloser {
     void operator()(MdbTableDef* table) const { mdb_free_tabledef(table); }
@@ -50,7 +50,7 @@ JetFile::Field FieldOf(BoundColumn& column) {
 }
 
 std::vector<BoundColumn> BindColumns(MdbHandle* file, MdbTableDef& table, const std::vector<std::string>& names) {
-    const std::size_t size = HasMemo(table) ? LongestMemo : LongestText;
+    const std::size_t size = HasMemo(table) ? kLongestMemo : kLongestText;
     mdb_set_bind_size(file, size);
     std::vector<BoundColumn> bound(names.size());
     for (std::size_t n = 0; n < names.size(); ++n) {

@@ -19,7 +19,7 @@ struct LinkRow {
 };
 
 /// The links of the working database, in the order in which they are made.
-constexpr LinkRow Links[] = {
+constexpr LinkRow kLinks[] = {
     {"_SelIUSNId", LinkSource::Selections},
     {"_SelArea", LinkSource::Selections},
     {"_SelTimePeriod", LinkSource::Selections},
@@ -92,7 +92,7 @@ bool MakeAllLinks(jet::Connection& working) {
         working.Begin();
     });
     bool good = together;
-    for (const LinkRow& link : Links) {
+    for (const LinkRow& link : kLinks) {
         const QString name = QString::fromLatin1(link.name);
         const QString source = link.source == LinkSource::WithSuffix ? name + LanguageSuffix : name;
         // The selection is written through its links; the data database is only read.

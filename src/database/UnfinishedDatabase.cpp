@@ -14,7 +14,7 @@ namespace tessaro {
 namespace {
 
 /// What the engine puts beside a file while it writes.
-constexpr const char* Companions[] = {"-journal", "-wal", "-shm"};
+constexpr const char* kCompanions[] = {"-journal", "-wal", "-shm"};
 
 QString ResolvedFile(const QString& target) {
     const QFileInfo info(FindPath(target));
@@ -32,11 +32,11 @@ bool MayBeReplaced(const QString& target) {
 /// is valid if the new file isn't put in place, and then deleted, so that SQLite doesn't apply them to the new file.
 void SettleCompanions(const QString& target) {
     bool any = false;
-    for (const char* companion : Companions)
+    for (const char* companion : kCompanions)
         any = QFile::exists(target + QLatin1String(companion)) || any;
     if (!any) return;
     (void)CreateTheConnection(target);
-    for (const char* companion : Companions)
+    for (const char* companion : kCompanions)
         QFile::remove(target + QLatin1String(companion));
 }
 
@@ -63,7 +63,7 @@ void UnfinishedDatabase::Remove() const {
     for (const char* beside : {"", ".copying", ".new"}) {
         const QString file = path_ + QLatin1String(beside);
         QFile::remove(file);
-        for (const char* companion : Companions)
+        for (const char* companion : kCompanions)
             QFile::remove(file + QLatin1String(companion));
     }
 }

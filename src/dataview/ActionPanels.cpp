@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "session/Frame.h"
 #include "session/Strings.h"
 
@@ -44,11 +45,11 @@ ActionPanel::ActionPanel(Kind kind, QWidget* parent)
                                                  : QStringLiteral("picPresentationOptions"));
     list_->setFrameShape(QFrame::NoFrame);
     list_->setIconSize({kIconSize, kIconSize});
-    list_->setSpacing(theme::Grid / 2);
+    list_->setSpacing(theme::kGrid / 2);
     lblHint_->setWordWrap(true);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(theme::Grid * 2, 0, theme::Grid * 2, theme::Grid);
-    column->setSpacing(theme::Grid);
+    column->setContentsMargins(theme::kGrid * 2, 0, theme::kGrid * 2, theme::kGrid);
+    column->setSpacing(theme::kGrid);
     column->addWidget(lblHint_);
     column->addWidget(list_);
     setFocusProxy(list_);

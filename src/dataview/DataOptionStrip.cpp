@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "session/Settings.h"
 
 #include <QToolButton>
@@ -38,8 +39,8 @@ DataOptionStrip::DataOptionStrip(QWidget* parent) : QFrame(parent) {
     raised.setColor(QPalette::Window, theme::SurfaceRaised());
     setPalette(raised);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(theme::Grid, 2 * theme::Grid, theme::Grid, theme::Grid);
-    column->setSpacing(theme::Grid / 4);
+    column->setContentsMargins(theme::kGrid, 2 * theme::kGrid, theme::kGrid, theme::kGrid);
+    column->setSpacing(theme::kGrid / 4);
     for (std::size_t place = 0; place < kOptions.size(); ++place) {
         const OptionLook& option = kOptions.at(place);
         auto* button = new QToolButton(this);
@@ -48,7 +49,7 @@ DataOptionStrip::DataOptionStrip(QWidget* parent) : QFrame(parent) {
         button->setAutoRaise(true);
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         button->setIcon(theme::Icon(QLatin1String(option.picture)));
-        button->setIconSize({theme::IconSize, theme::IconSize});
+        button->setIconSize({theme::kIconSize, theme::kIconSize});
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         button->setVisible(place == 0 || SettingOption(QLatin1String(option.setting)).offered);
         buttons_.addButton(button, static_cast<int>(place));

@@ -13,7 +13,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr auto kSources =
+constexpr auto Sources =
     "SELECT DISTINCT IUS.IUSNId, IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.Subpop, IUS.Source,  IUS.SourceNId, "
     "IUS.RecommendedSource, IUS.UnitGId, IUS.SubpopGId ";
 constexpr auto kUnits = "SELECT DISTINCT IUS.IndicatorGId, IUS.[Indicator], IUS.Unit, IUS.UnitGId ";
@@ -72,8 +72,8 @@ bool SetDeleted(const std::vector<qint64>& rows, bool deleted) {
 } // namespace
 
 QString DataOptions::ListStatement(OptionList option) {
-    const char* select = option == OptionList::Sources ? kSources : option == OptionList::Units ? kUnits : kSubpops;
-    return QLatin1String(select) + QLatin1String(joins::PanelLists.from);
+    const char* select = option == OptionList::Sources ? Sources : option == OptionList::Units ? kUnits : kSubpops;
+    return QLatin1String(select) + QLatin1String(joins::kPanelLists.from);
 }
 
 std::vector<KeyedItem> DataOptions::LoadDataInto_SOURCES_UNIT_SUBPOPS(OptionList option) {

@@ -29,7 +29,7 @@ FilterBar::FilterBar(QWidget* parent)
     cmdFilters_->setAutoDefault(false);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(2 * theme::Grid);
+    row->setSpacing(2 * theme::kGrid);
     row->addWidget(chkFilters_);
     row->addWidget(cmdFilters_);
     connect(chkFilters_, &QCheckBox::clicked, this, &FilterBar::Ticked);

@@ -69,7 +69,7 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     constexpr qsizetype kLongest = 2000; // a name of a database may have a million characters
     const QString text = index.data(Qt::ToolTipRole).toString().left(kLongest);
-    const bool cut = option.fontMetrics.horizontalAdvance(text) > option.rect.width() - 2 * (theme::Grid / 2 + 1);
+    const bool cut = option.fontMetrics.horizontalAdvance(text) > option.rect.width() - 2 * (theme::kGrid / 2 + 1);
     if (index.data(GridModel::FootnoteRole).toBool()) {
         QToolTip::showText(event->globalPos(),
                            GetText(QStringLiteral("TS_FootnoteMark")).replace(QLatin1String("%1"), text), view);

@@ -24,7 +24,7 @@ constexpr std::array<GridColumn, MaxCols> kColumns = {{
     {"FootNID", "", ""},
 }};
 
-constexpr auto kRestored =
+constexpr auto Restored =
     "SELECT T.TimePeriod, A.AreaId, A.AreaName, IUS.[Indicator], D.Datavalue, IUS.Unit,  IUS.Subpop, IUS.Source, "
     "IUS.IndicatorGId, IUS.SourceNId, D.RowNId, A.AreaGID,  IUS.UnitGID, IUS.SubpopGID";
 
@@ -46,7 +46,7 @@ QString DataOrderByColumn(int column, bool ascending) {
 }
 
 QString RestoreStatement(const QString& rowNIds) {
-    return QLatin1String(kRestored) + InView(joins::Restored, rowNIds) + QStringLiteral(")));");
+    return QLatin1String(Restored) + InView(joins::kRestored, rowNIds) + QStringLiteral(")));");
 }
 
 QStringList LongestTextsOf(int column) {

@@ -44,7 +44,7 @@ struct GridColumn {
 /// Rows of Data by their numbers with the texts that the grid shows, as far as they are selected; RowNId is field
 /// RestoredRowNId.
 [[nodiscard]] QString RestoreStatement(const QString& rowNIds);
-constexpr std::size_t RestoredRowNId = 10;
+constexpr std::size_t kRestoredRowNId = 10;
 /// The longest texts that a visible column can show of the selection, read from the selection itself; none for values.
 [[nodiscard]] QStringList LongestTextsOf(int column);
 

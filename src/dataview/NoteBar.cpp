@@ -18,8 +18,8 @@ NoteBar::NoteBar(QWidget* parent) : QFrame(parent), lblNote_(new QLabel(this)), 
     cmdNote_->setObjectName(QStringLiteral("cmdNote"));
     cmdNote_->setAutoDefault(false);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(2 * theme::Grid, theme::Grid, 2 * theme::Grid, theme::Grid);
-    row->setSpacing(2 * theme::Grid);
+    row->setContentsMargins(2 * theme::kGrid, theme::kGrid, 2 * theme::kGrid, theme::kGrid);
+    row->setSpacing(2 * theme::kGrid);
     row->addWidget(lblNote_, 1);
     row->addWidget(cmdNote_);
     connect(cmdNote_, &QPushButton::clicked, this, &NoteBar::Pressed);

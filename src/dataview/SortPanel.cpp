@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/SelectionLists.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "dataview/SortOrder.h"
 #include "session/Messages.h"
 #include "session/Settings.h"
@@ -69,8 +70,8 @@ SortPanel::SortPanel(QWidget* parent) : DataPanel(parent), lists_(new SelectionL
 
 void SortPanel::MakeButtons() {
     auto* row = new QHBoxLayout;
-    row->setContentsMargins(2 * theme::Grid, theme::Grid, 2 * theme::Grid, 2 * theme::Grid);
-    row->setSpacing(theme::Grid);
+    row->setContentsMargins(2 * theme::kGrid, theme::kGrid, 2 * theme::kGrid, 2 * theme::kGrid);
+    row->setSpacing(theme::kGrid);
     row->addStretch();
     for (const ButtonText& text : kButtons) {
         auto* button = new QToolButton(this);
@@ -233,7 +234,7 @@ void SortPanel::ShowAvailablePopup(const QPoint& place) {
     ShowPopup(this, QStringLiteral("mnu_Data_Sort_PopupMenu_Avl_Options"), place,
               {{0, "mnu_Edit_SelectAll", [&list, this] { Put(list.Items().Items()); }},
                {1, "mnu_popIndicatorsAvl_SelectHighlighted", [&list, this] { Put(list.HighlightedItems()); },
-                list.HasHighlighted(), WhyNoneHighlighted},
+                list.HasHighlighted(), kWhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [&list, this] { lists_->ShowCount(list); }}});
 }
@@ -243,11 +244,11 @@ void SortPanel::ShowSelectedPopup(const QPoint& place) {
     const bool highlighted = list.HasHighlighted();
     ShowPopup(
         this, QStringLiteral("mnu_Data_Sort_PopupMenu_Sel_Options"), place,
-        {{0, "mnu_popDataSort_Ascending", [this] { SetDescending(false); }, highlighted, WhyNoneHighlighted},
-         {1, "mnu_popDataSort_Descending", [this] { SetDescending(true); }, highlighted, WhyNoneHighlighted},
+        {{0, "mnu_popDataSort_Ascending", [this] { SetDescending(false); }, highlighted, kWhyNoneHighlighted},
+         {1, "mnu_popDataSort_Descending", [this] { SetDescending(true); }, highlighted, kWhyNoneHighlighted},
          {2, nullptr, {}},
-         {3, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0, WhyListEmpty},
-         {4, "mnu_popDataSort_ClearHighlighted", [this] { TakeOutHighlighted(); }, highlighted, WhyNoneHighlighted},
+         {3, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0, kWhyListEmpty},
+         {4, "mnu_popDataSort_ClearHighlighted", [this] { TakeOutHighlighted(); }, highlighted, kWhyNoneHighlighted},
          {5, nullptr, {}},
          {6, "Count", [&list, this] { lists_->ShowCount(list); }},
          {7, nullptr, {}},

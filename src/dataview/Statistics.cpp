@@ -55,7 +55,7 @@ Line ReadLine(const Records& rows) {
 } // namespace
 
 QString StatisticsStatement(const QString& rowFilter) {
-    const QString from = InView(joins::Statistics, rowFilter) + QLatin1Char(' ');
+    const QString from = InView(joins::kStatistics, rowFilter) + QLatin1Char(' ');
     const QString figures = QLatin1String(kFigures);
     return QStringLiteral(" SELECT IUS.IndicatorGId, IUS.[Indicator], '--' as Unit, '--' as Subpop, ") + figures +
            QStringLiteral("'--' as UnitGId, '--' as SubpopGId ") + from +
@@ -104,7 +104,7 @@ std::vector<StatsLine> ReadStatistics(const QString& rowFilter, UnreadableValues
 UnreadableValues FindUnreadableValues(const QString& rowFilter) {
     UnreadableValues values;
     Records rows = Select(QStringLiteral("SELECT IUS.[Indicator], A.AreaName, T.TimePeriod, D.Datavalue") +
-                              InView(joins::Statistics, rowFilter) + QLatin1String(kNoNumbers),
+                              InView(joins::kStatistics, rowFilter) + QLatin1String(kNoNumbers),
                           jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext()) {
         ++values.count;

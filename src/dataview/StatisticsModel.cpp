@@ -140,7 +140,7 @@ QVariant StatisticsModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return TextOf(line, index.column());
-    case MarkRole:
+    case kMarkRole:
         return MarkOf(index.row(), index.column());
     case Qt::AccessibleTextRole:
         if (const QString mark = MarkOf(index.row(), index.column()); !mark.isEmpty())

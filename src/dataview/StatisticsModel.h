@@ -15,8 +15,8 @@ class StatisticsModel final : public QAbstractTableModel {
 
   public:
     static constexpr int MaxCols = 9;
-    static constexpr int MarkRole = Qt::UserRole + 1; ///< picture of a row's mark, in the column of its level
-    static constexpr int kNameColumn = 3;             ///< from 0; the marks and the indent stand before it
+    static constexpr int kMarkRole = Qt::UserRole + 1; ///< picture of a row's mark, in the column of its level
+    static constexpr int kNameColumn = 3;              ///< from 0; the marks and the indent stand before it
 
     explicit StatisticsModel(QObject* parent = nullptr);
 

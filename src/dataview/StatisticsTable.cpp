@@ -57,7 +57,7 @@ void StatisticsTable::FitColumns() {
     constexpr int kMarks = StatisticsModel::kNameColumn;
     constexpr int kAmpleFigure = 14;
     const QFontMetrics metrics = fontMetrics();
-    std::vector<Wish> wishes(kMarks, {theme::IconSize, 1, theme::IconSize});
+    std::vector<Wish> wishes(kMarks, {theme::kIconSize, 1, theme::kIconSize});
     wishes.push_back({lines_.Longest(kMarks).Width(metrics), 3, 0, true});
     for (int column = kMarks + 1; column < StatisticsModel::MaxCols; ++column) {
         const int figure = lines_.Longest(column).Width(metrics);

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/SelectionLists.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
@@ -197,17 +198,18 @@ void TakeOutPanel::Find() {
 
 void TakeOutPanel::ShowAvailablePopup(const QPoint& place) {
     KeyedList& list = lists_->Available();
-    QList<PopupEntry> entries = {
-        {0, "mnu_Edit_SelectAll", [&list, this] { Put(list.Items().Items()); }, list.Items().Count() > 0, WhyListEmpty},
-        {1, "mnu_popIndicatorsAvl_SelectHighlighted", [&list, this] { Put(list.HighlightedItems()); },
-         list.HasHighlighted(), WhyNoneHighlighted}};
+    QList<PopupEntry> entries = {{0, "mnu_Edit_SelectAll", [&list, this] { Put(list.Items().Items()); },
+                                  list.Items().Count() > 0, kWhyListEmpty},
+                                 {1, "mnu_popIndicatorsAvl_SelectHighlighted",
+                                  [&list, this] { Put(list.HighlightedItems()); }, list.HasHighlighted(),
+                                  kWhyNoneHighlighted}};
     if (option_ == OptionList::Sources)
         entries << PopupEntry{2, "mnu_popDataSources_SelectRecommended", [this] { PutRecommended(); }};
     entries << PopupEntry{3, nullptr, {}} << PopupEntry{4, "Count", [&list, this] { lists_->ShowCount(list); }};
     if (option_ == OptionList::Sources)
         entries << PopupEntry{5, nullptr, {}}
                 << PopupEntry{6, "Information", [this] { AskForInformation(); }, list.HasHighlighted(),
-                              WhyNoneHighlighted};
+                              kWhyNoneHighlighted};
     ShowPopup(this, QStringLiteral("mnu_popup_Data_Sources_Avl_Options"), place, entries);
 }
 
@@ -221,8 +223,8 @@ void TakeOutPanel::ShowSelectedPopup(const QPoint& place) {
     KeyedList& list = lists_->Selected();
     ShowPopup(this, QStringLiteral("mnu_popup_Data_Sources_Sel_Options"), place,
               {{0, "mnu_popDataSort_ClearHighlighted", [&list, this] { TakeOut(list.HighlightedItems()); },
-                list.HasHighlighted(), WhyNoneHighlighted},
-               {1, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0, WhyListEmpty},
+                list.HasHighlighted(), kWhyNoneHighlighted},
+               {1, "mnu_popDataSort_ClearAll", [this] { TakeOutAll(); }, list.Items().Count() > 0, kWhyListEmpty},
                {2, nullptr, {}},
                {3, "Count", [&list, this] { lists_->ShowCount(list); }}});
 }

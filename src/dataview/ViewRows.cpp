@@ -160,7 +160,7 @@ void ViewRows::RestoreRows() {
     Records rows = Select(RestoreStatement(DeletedRowNIds), jet::CursorType::ForwardOnly);
     if (!rows.isOpen()) return; // they stay hidden
     for (; !rows.atEnd(); rows.MoveNext())
-        rowNIds.push_back(rows.Number(RestoredRowNId));
+        rowNIds.push_back(rows.Number(kRestoredRowNId));
     rows = Records();
     DeletedRowNIds.clear();
     WriteRowFilter();

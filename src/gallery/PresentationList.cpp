@@ -2,6 +2,7 @@
 
 #include "controls/EmptyHint.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "gallery/GalleryModel.h"
 #include "session/Strings.h"
 
@@ -16,7 +17,7 @@ namespace tessaro {
 namespace {
 
 constexpr QSize kPicture{72, 48};
-constexpr int kGap = theme::Grid;
+constexpr int kGap = theme::kGrid;
 
 /// A text that keeps its own direction in a line of another.
 QString Isolated(const QString& text) {
@@ -94,13 +95,13 @@ PresentationDelegate::PresentationDelegate(const GalleryModel& model, PictureOf 
 
 QSize PresentationDelegate::sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& index) const {
     const bool folder = model_.At(index.data(GalleryModel::RowRole).toInt()).IsFolder();
-    return {kPicture.width() + 4 * kGap, folder ? theme::IconSize + 2 * kGap : kPicture.height() + 2 * kGap};
+    return {kPicture.width() + 4 * kGap, folder ? theme::kIconSize + 2 * kGap : kPicture.height() + 2 * kGap};
 }
 
 void PresentationDelegate::PaintPicture(QPainter* painter, const QRect& place, const GalleryEntry& entry,
                                         bool selected) const {
-    const QRect icon(place.center() - QPoint(theme::IconSize, theme::IconSize) / 2,
-                     QSize(theme::IconSize, theme::IconSize));
+    const QRect icon(place.center() - QPoint(theme::kIconSize, theme::kIconSize) / 2,
+                     QSize(theme::kIconSize, theme::kIconSize));
     if (entry.IsFolder()) {
         IconOf(entry).paint(painter, icon, Qt::AlignCenter, selected ? QIcon::Selected : QIcon::Normal);
         return;

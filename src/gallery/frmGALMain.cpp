@@ -5,6 +5,7 @@
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "gallery/GalleryModel.h"
 #include "gallery/Thumbnails.h"
 #include "office/SpreadsheetApplication.h"
@@ -97,8 +98,8 @@ void frmGALMain::SetFormCaptions() {
     const auto turned = [this](int left, int top, int right, int bottom) {
         return isRightToLeft() ? QMargins(right, top, left, bottom) : QMargins(left, top, right, bottom);
     };
-    ui_->layList->setContentsMargins(turned(2 * theme::Grid, theme::Grid, 0, 2 * theme::Grid));
-    ui_->layPPTHead->setContentsMargins(turned(0, 0, 2 * theme::Grid, 0));
+    ui_->layList->setContentsMargins(turned(2 * theme::kGrid, theme::kGrid, 0, 2 * theme::kGrid));
+    ui_->layPPTHead->setContentsMargins(turned(0, 0, 2 * theme::kGrid, 0));
     ui_->txtPresFolder->setAccessibleName(PlainText(QStringLiteral("GALLERY Location")));
     ui_->txtFilter->setPlaceholderText(PlainText(QStringLiteral("TS_FilterPlaceholder")));
     ui_->txtFilter->setAccessibleName(PlainText(QStringLiteral("TS_FilterPlaceholder")));

@@ -2,6 +2,7 @@
 
 #include "controls/EmptyHint.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "layers/MapPicture.h"
 
 #include <QApplication>
@@ -115,7 +116,7 @@ void MapCanvas::SetTool(MapTool tool) {
 
 void MapCanvas::ShowPointer() {
     const auto pointer = [](const char* picture) {
-        const QPixmap shape = theme::Icon(QLatin1String(picture)).pixmap(theme::IconSize, theme::IconSize);
+        const QPixmap shape = theme::Icon(QLatin1String(picture)).pixmap(theme::kIconSize, theme::kIconSize);
         return shape.isNull() ? QCursor(Qt::CrossCursor) : QCursor(shape, 8, 8);
     };
     switch (tool_) {

@@ -143,7 +143,7 @@ std::vector<double> PrettyBounds(const std::vector<double>& ascending, int class
     if (!std::isnormal(step)) return {};
     Values bounds;
     const double first = std::floor(ascending.front() / step + 1e-7) + 1;
-    for (double i = 0; (first + i) * step < ascending.back() && i < MostClasses; ++i)
+    for (double i = 0; (first + i) * step < ascending.back() && i < kMostClasses; ++i)
         bounds.push_back((first + i) * step);
     return bounds;
 }

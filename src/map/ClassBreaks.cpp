@@ -166,7 +166,7 @@ int ListedValues::Count(double lower, double upper) {
 
 ClassBreaks ComputeClasses(ClassValues& values, const ClassRequest& wanted) {
     ClassRequest request = wanted;
-    request.classes = std::clamp(wanted.classes, 1, MostClasses);
+    request.classes = std::clamp(wanted.classes, 1, kMostClasses);
     if (!(request.minimum <= request.maximum)) return {};
     if (request.method == BreakMethod::EqualCount) return EqualCounter(values, request).Classes();
     if (request.method == BreakMethod::EqualSize) return EqualSizes(values, request);

@@ -31,7 +31,7 @@ struct ClassRequest {
     double maximum = 0;
 };
 
-constexpr int MostClasses = 200;
+constexpr int kMostClasses = 200;
 
 /// Values in ascending order; what is no finite number is left out.
 [[nodiscard]] std::vector<double> SortedValues(std::vector<double> values);

@@ -38,7 +38,7 @@ class CellDialog final : public QDialog {
         setObjectName(QLatin1String(name));
         setWindowTitle(title);
         auto* outer = new QVBoxLayout(this);
-        outer->setSpacing(theme::Grid);
+        outer->setSpacing(theme::kGrid);
         outer->addLayout(fields_ = new QVBoxLayout);
         buttons_ = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
         outer->addWidget(buttons_);

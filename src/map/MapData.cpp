@@ -6,6 +6,7 @@
 #include "session/Log.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "view/ViewJoins.h"
 
 #include <optional>
 
@@ -25,12 +26,10 @@ QString InsertStatement(const MapTheme& theme) {
                " INSERT INTO _MapData (TimePeriod, AreaID, AreaName, [Indicator], SubPop, DataValue, Unit, Source, "
                "Style,  BreakValue, [Label],[Color], AdvancedLabels, [Size], Original_DataValue)  SELECT T.TimePeriod, "
                "A.AreaId, A.AreaName, IUS.Indicator, IUS.SubPop, D.Datavalue, IUS.Unit, IUS.Source, 0 AS Style,  0 AS "
-               "BreakValue, '' AS [Label], 0 AS [Color], '' AS AdvancedLabels, 0 as [Size] , D.DataValue  FROM "
-               "_SelIUSNId AS IUS INNER JOIN (_SelArea AS A INNER JOIN (Data AS D INNER JOIN _SelTimePeriod  AS T ON "
-               "D.TimePeriodNId = T.TimePeriodNId) ON A.AreaNId = D.AreaNId) ON (IUS.IUSNId = D.IUSNId)  AND "
-               "(IUS.SourceNId = D.SourceNId)  WHERE IUS.Indicator=") +
-           Quoted(theme.indicator) + QLatin1Char(' ') + subpop + QStringLiteral(" AND IUS.Unit=") + Quoted(theme.unit) +
-           QStringLiteral(" AND IUS.Deleted=False ") + RowFilter +
+               "BreakValue, '' AS [Label], 0 AS [Color], '' AS AdvancedLabels, 0 as [Size] , D.DataValue") +
+           QLatin1String(joins::kMapValues.from) + QStringLiteral("  WHERE IUS.Indicator=") + Quoted(theme.indicator) +
+           QLatin1Char(' ') + subpop + QStringLiteral(" AND IUS.Unit=") + Quoted(theme.unit) +
+           QLatin1String(joins::kMapValues.where) + RowFilter +
            QStringLiteral(" ORDER BY T.TimePeriod, A.AreaId, A.AreaName, IUS.Indicator, IUS.Subpop, IUS.Unit, "
                           "IUS.Source");
 }

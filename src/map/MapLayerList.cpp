@@ -21,7 +21,7 @@ namespace {
 constexpr unsigned kNoLayer = 5; ///< "Invalid procedure call": the file is there, but no layer
 
 bool IsThemeLayer(const StackedLayer& layer) {
-    return layer.tag == QLatin1String(DataTag);
+    return layer.tag == QLatin1String(kDataTag);
 }
 
 /// The file that is there, after asking for it as long as it is not.
@@ -81,7 +81,7 @@ ThemeKind LoadLayers(LayerStack& map, MapFiles& files, const LayerLocator& locat
     QString reason;
     for (MapFile& file : files) {
         QString path = file.folder + QLatin1Char('/') + file.name;
-        if (AddLayer(map, path, QLatin1String(DataTag), locate, reason)) file = {FileNameOf(path), FolderOf(path)};
+        if (AddLayer(map, path, QLatin1String(kDataTag), locate, reason)) file = {FileNameOf(path), FolderOf(path)};
     }
     if (map.Count() == 0) ShowMessageWithReason(QStringLiteral("222"), reason);
     return KindOf(map);

@@ -20,7 +20,7 @@ struct MapFile {
 using MapFiles = std::vector<MapFile>;
 
 /// The layers of a theme have this tag.
-inline constexpr auto DataTag = "Data";
+inline constexpr auto kDataTag = "Data";
 
 /// The map files of the selected areas, those of the higher levels first, each once although several levels name it.
 [[nodiscard]] MapFiles Collect_Maps_As_Per_Data();

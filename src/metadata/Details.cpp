@@ -50,10 +50,10 @@ std::vector<IndicatorDetails> DetailsOfIndicator(const QString& indicatorGId) {
 QString AreaDetailsSql(const QString& areaId) {
     const QString id = QuoteDoubled(areaId);
     QString terms;
-    for (int limit = schema::CharactersPerLevel; limit < areaId.size(); limit += schema::CharactersPerLevel) {
+    for (int limit = schema::kCharactersPerLevel; limit < areaId.size(); limit += schema::kCharactersPerLevel) {
         const QString length = QString::number(limit);
         terms += QStringLiteral(" or (") + QStringLiteral(" Len(AreaId) < ") +
-                 QString::number(limit + schema::CharactersPerLevel) + QStringLiteral(" and instr(1,AreaId,mid('") +
+                 QString::number(limit + schema::kCharactersPerLevel) + QStringLiteral(" and instr(1,AreaId,mid('") +
                  id + QStringLiteral("',1,") + length + QStringLiteral(")) > 0 ") + QStringLiteral(")");
     }
     return QStringLiteral("SELECT AreaName, AreaID From Area WHERE AreaID = '") + id + QLatin1Char('\'') + terms +
@@ -63,7 +63,7 @@ QString AreaDetailsSql(const QString& areaId) {
 std::vector<AreaLine> AreaChain(const QString& areaId) {
     std::vector<AreaLine> chain;
     // The statement repeats the id once for each level.
-    if (areaId.size() > schema::AreaIdWidth) return chain;
+    if (areaId.size() > schema::kAreaIdWidth) return chain;
     Records rows = Select(AreaDetailsSql(areaId));
     // The statement also finds areas whose id occurs inside this one. Only those that it begins with are above it.
     for (; !rows.atEnd(); rows.MoveNext())

@@ -88,7 +88,7 @@ void SheetBrowser::ShowHtml(const QString& html) {
     QTextDocument* before = sheet_;
     auto* sheet = new SheetDocument(this); // a new one, so that the pictures of the last sheet are freed
     sheet->setDefaultFont(document()->defaultFont());
-    sheet->setDocumentMargin(theme::Grid * 2);
+    sheet->setDocumentMargin(theme::kGrid * 2);
     sheet->setHtml(html);
     setDocument(sheet);
     sheet_ = sheet;

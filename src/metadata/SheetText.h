@@ -13,7 +13,7 @@ struct SheetBounds {
     qsizetype work = 20000;        ///< tags; one inside n nested tables counts 2^(n-1) times
 };
 /// The bounds of many sheets shown one below the other.
-constexpr SheetBounds AllSheetsBounds{2000000, 40000000, 100000};
+constexpr SheetBounds kAllSheetsBounds{2000000, 40000000, 100000};
 
 /// A sheet as markup that is safe to lay out: every element closed in its place, nothing nested deeper than a reader
 /// could see, no comments and no scripts. Plain text comes with its lines kept. A sheet that costs more than one sheet

@@ -26,8 +26,8 @@ frmInformationSheet::frmInformationSheet(QWidget* parent) : QDialog(parent), txt
     cmdOK->setDefault(true);
     SetCaption(cmdOK, QStringLiteral("OK BUTTON"));
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(theme::Grid * 2, theme::Grid * 2, theme::Grid * 2, theme::Grid * 2);
-    column->setSpacing(theme::Grid * 2);
+    column->setContentsMargins(theme::kGrid * 2, theme::kGrid * 2, theme::kGrid * 2, theme::kGrid * 2);
+    column->setSpacing(theme::kGrid * 2);
     column->addWidget(txtInformation_);
     column->addWidget(cmdOK, 0, Qt::AlignTrailing);
     connect(cmdOK, &QPushButton::clicked, this, &QDialog::accept);

@@ -71,7 +71,7 @@ void frmInformationSheets::cmdPrintAll_Click() {
     ui_->PB_Child->setRange(0, static_cast<int>(items_.size()));
     ui_->PB_Child->show();
     QString pages;
-    metadata::SheetBounds left = metadata::AllSheetsBounds;
+    metadata::SheetBounds left = metadata::kAllSheetsBounds;
     int done = 0;
     for (const metadata::InformationItem& item : items_) {
         pages += Heading(item.name) + metadata::SheetAsHtml(metadata::InformationText(code_, item.gid), left) +

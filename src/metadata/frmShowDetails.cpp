@@ -54,7 +54,7 @@ void frmShowDetails::DisplayINDDetails(const std::vector<metadata::IndicatorDeta
         name->setWordWrap(true);
         AddLabel("lblSectors", indicator.sectors.join(QLatin1Char('\n')), row, 0, 1)->setAccessibleName(sector);
         AddLabel("lblClass", indicator.classes.join(QLatin1Char('\n')), row, 1, 1)->setAccessibleName(className);
-        ui_->gridIndicators->setRowMinimumHeight(++row, theme::Grid);
+        ui_->gridIndicators->setRowMinimumHeight(++row, theme::kGrid);
         ++row;
         for (qsizetype place = 0; place < indicator.sectors.size(); ++place)
             copied_ << indicator.indicator + QLatin1Char('\t') + indicator.sectors.at(place) + QLatin1Char('\t') +
@@ -76,17 +76,17 @@ void frmShowDetails::ShowLines(const QString& title, const QStringList& lines) {
 }
 
 void frmShowDetails::ShowAreaDetails(const QString& areaId) {
-    constexpr int BlanksPerLevel = 6;
+    constexpr int kBlanksPerLevel = 6;
     constexpr int kShownOfLongId = 30;
     copied_.clear();
     QStringList lines;
     int level = 0;
     for (const metadata::AreaLine& area : metadata::AreaChain(areaId)) {
-        lines << QString(level++ * BlanksPerLevel, QLatin1Char(' ')) + area.name + QStringLiteral("  (") + area.areaId +
-                     QLatin1Char(')');
+        lines << QString(level++ * kBlanksPerLevel, QLatin1Char(' ')) + area.name + QStringLiteral("  (") +
+                     area.areaId + QLatin1Char(')');
         copied_ << area.areaId + QLatin1Char('\t') + area.name;
     }
-    if (areaId.size() > schema::AreaIdWidth)
+    if (areaId.size() > schema::kAreaIdWidth)
         lines << GetText(QStringLiteral("TS_AreaIdTooLong")).replace(QLatin1String("%1"), areaId.left(kShownOfLongId));
     else if (lines.isEmpty())
         lines << GetText(QStringLiteral("Not found"));

@@ -1,6 +1,7 @@
 #include "office/Convert.h"
 #include "office/Document.h"
 #include "office/Range.h"
+#include "office/SheetAccess.h"
 
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/table/BorderLine2.hpp>
@@ -54,8 +55,7 @@ void Range::SetBorders(unsigned edges, const Border& border) {
         table.IsBottomLineValid = (edges & EdgeBottom) != 0;
         table.IsVerticalLineValid = (edges & InsideVertical) != 0;
         table.IsHorizontalLineValid = (edges & InsideHorizontal) != 0;
-        Need<com::sun::star::beans::XPropertySet>(
-            Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
+        Need<com::sun::star::beans::XPropertySet>(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
             ->setPropertyValue("TableBorder2", com::sun::star::uno::Any(table));
     });
 }

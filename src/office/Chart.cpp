@@ -3,8 +3,9 @@
 #include "office/Convert.h"
 #include "office/Document.h"
 #include "office/Looks.h"
+#include "office/Range.h"
+#include "office/SheetAccess.h"
 #include "office/Transfer.h"
-#include "office/Worksheet.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,13 +56,13 @@ sal_Int32 Length(double points) {
 }
 
 auto ChartsOf(const Model& model, int sheet) {
-    return Need<com::sun::star::table::XTableChartsSupplier>(Document::SheetOf(model, sheet))->getCharts();
+    return Need<com::sun::star::table::XTableChartsSupplier>(SheetOf(model, sheet))->getCharts();
 }
 
 /// The drawn objects of the sheet that are charts, in their order.
 std::vector<Reference<XShape>> ChartShapes(const Model& model, int sheet) {
     std::vector<Reference<XShape>> shapes;
-    const auto page = Need<com::sun::star::drawing::XDrawPageSupplier>(Document::SheetOf(model, sheet))->getDrawPage();
+    const auto page = Need<com::sun::star::drawing::XDrawPageSupplier>(SheetOf(model, sheet))->getDrawPage();
     for (sal_Int32 place = 0; place < page->getCount(); ++place) {
         Reference<XShape> shape;
         page->getByIndex(place) >>= shape;
@@ -184,32 +185,33 @@ void SetAxisTitle(const Reference<XPropertySet>& diagram, const char* has, const
 
 } // namespace
 
-Chart Worksheet::AddChart(ChartKind kind, const Range& data, bool columnHeaders, bool rowHeaders, const QRectF& place) {
+Chart Chart::Add(const std::shared_ptr<Document>& document, int sheet, ChartKind kind, const Range& data,
+                 bool columnHeaders, bool rowHeaders, const QRectF& place) {
     int number = 0;
-    document_->Run([&](const Model& model) {
-        const auto charts = ChartsOf(model, number_);
-        number = static_cast<int>(ChartShapes(model, number_).size()) + 1;
+    document->Run([&](const Model& model) {
+        const auto charts = ChartsOf(model, sheet);
+        number = static_cast<int>(ChartShapes(model, sheet).size()) + 1;
         const com::sun::star::awt::Rectangle rectangle(Length(place.x()), Length(place.y()), Length(place.width()),
                                                        Length(place.height()));
         com::sun::star::uno::Sequence<com::sun::star::table::CellRangeAddress> ranges(1);
         ranges.getArray()[0] = {static_cast<sal_Int16>(data.Sheet() - 1), data.Column() - 1, data.Row() - 1,
                                 data.LastColumn() - 1, data.LastRow() - 1};
-        charts->addNewByName(ToUno(QStringLiteral("Chart %1 %2").arg(number_).arg(number)), rectangle, ranges,
+        charts->addNewByName(ToUno(QStringLiteral("Chart %1 %2").arg(sheet).arg(number)), rectangle, ranges,
                              columnHeaders, rowHeaders);
-        SetDiagram(ChartOf(model, number_, number), kind);
+        SetDiagram(ChartOf(model, sheet, number), kind);
     });
-    return {document_, number_, number};
+    return {document, sheet, number};
 }
 
-int Worksheet::ChartCount() const {
+int Chart::CountOn(const std::shared_ptr<Document>& document, int sheet) {
     int count = 0;
-    document_->Run([&](const Model& model) { count = static_cast<int>(ChartShapes(model, number_).size()); });
+    document->Run([&](const Model& model) { count = static_cast<int>(ChartShapes(model, sheet).size()); });
     return count;
 }
 
-Chart Worksheet::ChartAt(int number) const {
-    document_->Run([&](const Model& model) { static_cast<void>(ShapeOf(model, number_, number)); });
-    return {document_, number_, number};
+Chart Chart::At(const std::shared_ptr<Document>& document, int sheet, int number) {
+    document->Run([&](const Model& model) { static_cast<void>(ShapeOf(model, sheet, number)); });
+    return {document, sheet, number};
 }
 
 Chart::Chart(std::shared_ptr<Document> document, int sheet, int number)

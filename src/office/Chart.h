@@ -13,12 +13,20 @@
 namespace tessaro::office {
 
 class Document;
+class Range;
 
 enum class ChartKind { Column, Bar, Line, Pie, Area, Scatter };
 
 /// A chart on a sheet, live on its block of cells. Every function throws Error.
 class Chart final {
   public:
+    /// Puts a chart of a range on a sheet. `columnHeaders` and `rowHeaders` tell whether the first row and the first
+    /// column of the range are names.
+    static Chart Add(const std::shared_ptr<Document>& document, int sheet, ChartKind kind, const Range& data,
+                     bool columnHeaders, bool rowHeaders, const QRectF& place);
+    [[nodiscard]] static int CountOn(const std::shared_ptr<Document>& document, int sheet);
+    /// The chart of a number from 1 on a sheet.
+    [[nodiscard]] static Chart At(const std::shared_ptr<Document>& document, int sheet, int number);
     Chart(std::shared_ptr<Document> document, int sheet, int number);
 
     void SetKind(ChartKind kind);

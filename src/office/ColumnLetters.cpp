@@ -1,4 +1,4 @@
-#include "office/Range.h"
+#include "office/ColumnLetters.h"
 
 namespace tessaro::office {
 

@@ -56,16 +56,16 @@ const char* ServiceOf(const char* filter) {
 
 } // namespace
 
-Document::Document(std::shared_ptr<Connection> connection, QString file, const char* filter)
+Document::Document(std::shared_ptr<ProcessLink> connection, QString file, const char* filter)
     : connection_(std::move(connection)), generation_(connection_->Generation()), file_(std::move(file)),
       filter_(filter), pending_(std::make_unique<PendingWrites>()), palette_(DefaultPalette()) {}
 
-std::shared_ptr<Document> Document::New(std::shared_ptr<Connection> connection, const char* factory, const char* filter,
-                                        const Frame& frame) {
+std::shared_ptr<Document> Document::New(std::shared_ptr<ProcessLink> connection, const char* factory,
+                                        const char* filter, const Frame& frame) {
     return Make(std::move(connection), QString(), Ascii(factory), filter, frame);
 }
 
-std::shared_ptr<Document> Document::Open(std::shared_ptr<Connection> connection, const QString& file,
+std::shared_ptr<Document> Document::Open(std::shared_ptr<ProcessLink> connection, const QString& file,
                                          const char* filter, const Frame& frame) {
     if (!QFileInfo::exists(file)) throw Error(Failure::File, QStringLiteral("there is no file \"%1\"").arg(file));
     if (!IsCompoundFile(file))
@@ -74,7 +74,7 @@ std::shared_ptr<Document> Document::Open(std::shared_ptr<Connection> connection,
 }
 
 // A process that dies just now still looks alive at the start; nothing is lost by asking its successor.
-std::shared_ptr<Document> Document::Make(std::shared_ptr<Connection> connection, const QString& file,
+std::shared_ptr<Document> Document::Make(std::shared_ptr<ProcessLink> connection, const QString& file,
                                          const rtl::OUString& url, const char* filter, const Frame& frame) {
     for (bool again = !frame.is();; again = false) {
         connection->Start();
@@ -260,20 +260,6 @@ void Document::SetColor(int slot, const QColor& colour) {
 int Document::ColorNumber(int slot) const {
     if (slot < 1 || slot > 56) return -1;
     return static_cast<int>(ColorAt(slot).rgb() & 0xFFFFFFU);
-}
-
-Reference<com::sun::star::sheet::XSpreadsheet> Document::SheetOf(const Model& model, int sheet) {
-    const auto sheets = Need<com::sun::star::container::XIndexAccess>(
-        Need<com::sun::star::sheet::XSpreadsheetDocument>(model)->getSheets());
-    Reference<com::sun::star::sheet::XSpreadsheet> found;
-    sheets->getByIndex(sheet - 1) >>= found;
-    if (!found.is()) throw Error(Failure::Call, QStringLiteral("there is no sheet %1").arg(sheet));
-    return found;
-}
-
-Reference<com::sun::star::table::XCellRange> Document::RangeOf(const Model& model, int sheet, int row, int column,
-                                                               int lastRow, int lastColumn) {
-    return SheetOf(model, sheet)->getCellRangeByPosition(column - 1, row - 1, lastColumn - 1, lastRow - 1);
 }
 
 } // namespace tessaro::office

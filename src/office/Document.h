@@ -1,8 +1,8 @@
 #pragma once
 
 #include "office/CellStyle.h"
-#include "office/Connection.h"
 #include "office/Limits.h"
+#include "office/ProcessLink.h"
 
 #include <QColor>
 #include <QString>
@@ -10,8 +10,6 @@
 #include <array>
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/frame/XModel.hpp>
-#include <com/sun/star/sheet/XSpreadsheet.hpp>
-#include <com/sun/star/table/XCellRange.hpp>
 #include <functional>
 #include <memory>
 
@@ -31,12 +29,12 @@ class Document final {
     static constexpr const char* kSlides = "MS PowerPoint 97";
 
     /// A new document of a factory ("private:factory/scalc"); into the frame of a host when one is given.
-    [[nodiscard]] static std::shared_ptr<Document> New(std::shared_ptr<Connection> connection, const char* factory,
+    [[nodiscard]] static std::shared_ptr<Document> New(std::shared_ptr<ProcessLink> connection, const char* factory,
                                                        const char* filter, const Frame& frame = {});
     /// A file that must be of the filter's kind; into the frame of a host when one is given.
-    [[nodiscard]] static std::shared_ptr<Document> Open(std::shared_ptr<Connection> connection, const QString& file,
+    [[nodiscard]] static std::shared_ptr<Document> Open(std::shared_ptr<ProcessLink> connection, const QString& file,
                                                         const char* filter, const Frame& frame = {});
-    Document(std::shared_ptr<Connection> connection, QString file, const char* filter);
+    Document(std::shared_ptr<ProcessLink> connection, QString file, const char* filter);
     ~Document();
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
@@ -52,7 +50,7 @@ class Document final {
     void Close() noexcept;
     [[nodiscard]] bool IsOpen() const;
     [[nodiscard]] const QString& FileName() const { return file_; }
-    [[nodiscard]] Connection& connection() const { return *connection_; }
+    [[nodiscard]] ProcessLink& connection() const { return *connection_; }
 
     // The writes that wait, at most so many that neither memory nor the next call suffers; sheets, rows and columns
     // are counted from 1. Failure::Limit outside the format.
@@ -68,14 +66,8 @@ class Document final {
     /// Colour of a slot as the process takes it.
     [[nodiscard]] int ColorNumber(int slot) const;
 
-    // On the worker thread.
-    [[nodiscard]] static com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet> SheetOf(const Model& model,
-                                                                                                     int sheet);
-    [[nodiscard]] static com::sun::star::uno::Reference<com::sun::star::table::XCellRange>
-    RangeOf(const Model& model, int sheet, int row, int column, int lastRow, int lastColumn);
-
   private:
-    static std::shared_ptr<Document> Make(std::shared_ptr<Connection> connection, const QString& file,
+    static std::shared_ptr<Document> Make(std::shared_ptr<ProcessLink> connection, const QString& file,
                                           const rtl::OUString& url, const char* filter, const Frame& frame);
     void Run(const std::function<void(const Model&)>& work, std::size_t cells);
     void OpenModel(const rtl::OUString& url, const Frame& frame);
@@ -86,7 +78,7 @@ class Document final {
     [[nodiscard]] std::chrono::milliseconds TimeFor(std::size_t cells) const;
     void CheckAlive() const;
 
-    std::shared_ptr<Connection> connection_;
+    std::shared_ptr<ProcessLink> connection_;
     unsigned generation_ = 0;
     QString file_;
     const char* filter_;

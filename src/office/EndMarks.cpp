@@ -1,6 +1,7 @@
-#include "office/Connection.h"
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/ProcessLink.h"
+#include "office/SheetAccess.h"
 #include "office/Worksheet.h"
 
 #include <com/sun/star/document/XActionLockable.hpp>
@@ -41,7 +42,7 @@ End Sub
 )";
 
 /// Puts the procedure into a library of the process, which no document of ours holds.
-void Install(const Connection& connection) {
+void Install(const ProcessLink& connection) {
     const Reference<script::XLibraryContainer> libraries(
         connection.Service("com.sun.star.script.ApplicationScriptLibraryContainer"),
         com::sun::star::uno::UNO_QUERY_THROW);
@@ -49,7 +50,7 @@ void Install(const Connection& connection) {
     libraries->createLibrary(Ascii(kLibrary))->insertByName(Ascii(kModule), Any(Ascii(kSource)));
 }
 
-Reference<script::provider::XScript> Procedure(const Connection& connection) {
+Reference<script::provider::XScript> Procedure(const ProcessLink& connection) {
     const auto provider = script::provider::theMasterScriptProviderFactory::get(connection.Context())
                               ->createScriptProvider(Any(Ascii("user")));
     return provider->getScript(Ascii("vnd.sun.star.script:") + Ascii(kLibrary) + Ascii(".") + Ascii(kModule) +
@@ -68,10 +69,10 @@ Sequence<sal_Int32> Numbers(const std::vector<EndMark>& marks, int EndMark::*par
 void Worksheet::MarkEnds(const std::vector<EndMark>& marks, int colorIndex, bool regular) {
     if (marks.empty()) return;
     document_->Run([&](const Model& model) {
-        const Connection& connection = document_->connection();
+        const ProcessLink& connection = document_->connection();
         Install(connection);
         Sequence<Any> arguments(6);
-        arguments.getArray()[0] <<= Document::SheetOf(model, number_);
+        arguments.getArray()[0] <<= SheetOf(model, number_);
         arguments.getArray()[1] <<= Numbers(marks, &EndMark::column, 1);
         arguments.getArray()[2] <<= Numbers(marks, &EndMark::row, 1);
         arguments.getArray()[3] <<= Numbers(marks, &EndMark::length, 0);

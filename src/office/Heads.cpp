@@ -1,5 +1,6 @@
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/SheetAccess.h"
 #include "office/Worksheet.h"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ void Hide(const Reference<com::sun::star::uno::XInterface>& lines) {
 SheetHeads Worksheet::Heads() const {
     SheetHeads heads;
     document_->Run([&](const Model& model) {
-        const auto sheet = Document::SheetOf(model, number_);
+        const auto sheet = SheetOf(model, number_);
         const SheetHeads printed = PrintTitles(sheet);
         const SheetHeads frozen = FrozenPanes(model, sheet);
         heads = {std::max(printed.rows, frozen.rows), std::max(printed.columns, frozen.columns)};
@@ -70,14 +71,14 @@ SheetHeads Worksheet::Heads() const {
 
 void Worksheet::HideRows(int row, int lastRow) {
     document_->Run([&](const Model& model) {
-        const auto range = Document::RangeOf(model, number_, row, 1, lastRow, 1);
+        const auto range = RangeOf(model, number_, row, 1, lastRow, 1);
         Hide(Need<com::sun::star::table::XColumnRowRange>(range)->getRows());
     });
 }
 
 void Worksheet::HideColumns(int column, int lastColumn) {
     document_->Run([&](const Model& model) {
-        const auto range = Document::RangeOf(model, number_, 1, column, 1, lastColumn);
+        const auto range = RangeOf(model, number_, 1, column, 1, lastColumn);
         Hide(Need<com::sun::star::table::XColumnRowRange>(range)->getColumns());
     });
 }

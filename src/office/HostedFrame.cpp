@@ -30,7 +30,7 @@ using com::sun::star::uno::Reference;
 using com::sun::star::uno::Sequence;
 
 struct HostedFrame::State {
-    std::shared_ptr<Connection> connection;
+    std::shared_ptr<ProcessLink> connection;
     unsigned generation = 0;
     QPalette palette;
     Reference<com::sun::star::awt::XWindow> window;
@@ -47,14 +47,14 @@ constexpr int kEndTries = 40;  ///< for the last dialog to go
 constexpr const char* kMenuBar = "private:resource/menubar/menubar";
 constexpr const char* kBars[] = {"private:resource/toolbar/standardbar", "private:resource/toolbar/formatobjectbar"};
 
-void Dispatch(const Connection& connection, const Reference<com::sun::star::frame::XFrame2>& frame,
+void Dispatch(const ProcessLink& connection, const Reference<com::sun::star::frame::XFrame2>& frame,
               const char* command) {
     Need<com::sun::star::frame::XDispatchHelper>(connection.Service("com.sun.star.frame.DispatchHelper"))
         ->executeDispatch(Need<com::sun::star::frame::XDispatchProvider>(frame), Ascii(command), rtl::OUString(), 0,
                           {});
 }
 
-void Toggle(const Connection& connection, const Reference<com::sun::star::frame::XFrame2>& frame, const char* command,
+void Toggle(const ProcessLink& connection, const Reference<com::sun::star::frame::XFrame2>& frame, const char* command,
             const char* argument, bool on) {
     Need<com::sun::star::frame::XDispatchHelper>(connection.Service("com.sun.star.frame.DispatchHelper"))
         ->executeDispatch(Need<com::sun::star::frame::XDispatchProvider>(frame), Ascii(command), rtl::OUString(), 0,
@@ -71,7 +71,7 @@ void Show(const Reference<com::sun::star::frame::XLayoutManager>& layout, const 
 }
 
 /// True when there was one.
-bool EndOpenDialogs(const Connection& connection) {
+bool EndOpenDialogs(const ProcessLink& connection) {
     const auto toolkit = Need<com::sun::star::awt::XExtendedToolkit>(connection.Service("com.sun.star.awt.Toolkit"));
     bool found = false;
     for (sal_Int32 n = toolkit->getTopWindowCount() - 1; n >= 0; --n) {

@@ -1,5 +1,6 @@
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/SheetAccess.h"
 #include "office/Worksheet.h"
 
 #include <algorithm>
@@ -29,7 +30,7 @@ constexpr int kSideBySideDrift = 4;
 
 Reference<XPropertySet> PageStyleOf(const Model& model, int sheet) {
     rtl::OUString name;
-    Need<XPropertySet>(Document::SheetOf(model, sheet))->getPropertyValue("PageStyle") >>= name;
+    Need<XPropertySet>(SheetOf(model, sheet))->getPropertyValue("PageStyle") >>= name;
     Reference<com::sun::star::container::XNameAccess> styles;
     Need<com::sun::star::style::XStyleFamiliesSupplier>(model)->getStyleFamilies()->getByName("PageStyles") >>= styles;
     Reference<XPropertySet> style;
@@ -44,7 +45,7 @@ sal_Int16 Number(const Reference<XPropertySet>& style, const char* property) {
 }
 
 sal_Int32 LastUsedColumn(const Model& model, int sheet) {
-    const auto cursor = Document::SheetOf(model, sheet)->createCursor();
+    const auto cursor = SheetOf(model, sheet)->createCursor();
     Need<com::sun::star::sheet::XUsedAreaCursor>(cursor)->gotoEndOfUsedArea(false);
     return Need<com::sun::star::sheet::XCellRangeAddressable>(cursor)->getRangeAddress().EndColumn;
 }
@@ -54,7 +55,7 @@ sal_Int32 LastUsedColumn(const Model& model, int sheet) {
 class PrintedScale final {
   public:
     PrintedScale(const Model& model, int sheet)
-        : breaks_(Need<com::sun::star::sheet::XSheetPageBreak>(Document::SheetOf(model, sheet))),
+        : breaks_(Need<com::sun::star::sheet::XSheetPageBreak>(SheetOf(model, sheet))),
           style_(PageStyleOf(model, sheet)), lastColumn_(LastUsedColumn(model, sheet)),
           wide_(Number(style_, "ScaleToPagesX")), high_(Number(style_, "ScaleToPagesY")) {
         if (wide_ > 0) scale_ = LargestScale();
@@ -123,7 +124,7 @@ void Worksheet::KeepWithNext(int row) {
     document_->Run([&](const Model& model) {
         if (!PrintedScale(model, number_).BeginsPage(row + 1)) return;
         const auto rows =
-            Need<com::sun::star::table::XColumnRowRange>(Document::RangeOf(model, number_, row, 1, row, 1))->getRows();
+            Need<com::sun::star::table::XColumnRowRange>(RangeOf(model, number_, row, 1, row, 1))->getRows();
         Need<XPropertySet>(rows)->setPropertyValue("IsStartOfNewPage", Any(true));
     });
 }

@@ -1,6 +1,7 @@
 #include "office/Convert.h"
 #include "office/Document.h"
 #include "office/Looks.h"
+#include "office/SheetAccess.h"
 #include "office/Worksheet.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ using StyleNames = Reference<com::sun::star::container::XNameContainer>;
 
 rtl::OUString StyleNameOf(const Model& model, int sheet) {
     rtl::OUString name;
-    Need<XPropertySet>(Document::SheetOf(model, sheet))->getPropertyValue("PageStyle") >>= name;
+    Need<XPropertySet>(SheetOf(model, sheet))->getPropertyValue("PageStyle") >>= name;
     return name;
 }
 
@@ -68,7 +69,7 @@ Reference<XPropertySet> PageStyleOf(const Model& model, int sheet) {
         for (const char* line : {"HeaderIsOn", "FooterIsOn"})
             StyleNamed(styles, own)->setPropertyValue(Ascii(line), Any(false));
     }
-    Need<XPropertySet>(Document::SheetOf(model, sheet))->setPropertyValue("PageStyle", Any(own));
+    Need<XPropertySet>(SheetOf(model, sheet))->setPropertyValue("PageStyle", Any(own));
     return StyleNamed(styles, own);
 }
 
@@ -187,7 +188,7 @@ void Worksheet::SetPageSetup(const PageSetup& setup) {
         }
         if (setup.header) SetLine(model, style, "Header", *setup.header, colour);
         if (setup.footer) SetLine(model, style, "Footer", *setup.footer, colour);
-        SetTitles(Need<com::sun::star::sheet::XPrintAreas>(Document::SheetOf(model, number_)),
+        SetTitles(Need<com::sun::star::sheet::XPrintAreas>(SheetOf(model, number_)),
                   static_cast<sal_Int16>(number_ - 1), setup);
     });
 }

@@ -1,8 +1,8 @@
 #include "office/PendingWrites.h"
 
 #include "office/Convert.h"
-#include "office/Document.h"
 #include "office/Looks.h"
+#include "office/SheetAccess.h"
 
 #include <cmath>
 #include <com/sun/star/beans/XMultiPropertySet.hpp>
@@ -20,6 +20,7 @@ namespace {
 using com::sun::star::uno::Any;
 using com::sun::star::uno::Reference;
 using com::sun::star::uno::Sequence;
+using Model = Reference<com::sun::star::frame::XModel>;
 
 /// Rows that go over in one call.
 constexpr std::size_t kRowsAtOnce = 8192;
@@ -45,19 +46,18 @@ Sequence<Sequence<Any>> RowsOf(const Block& cells, std::size_t first, std::size_
     return rows;
 }
 
-void FlushValues(const Document::Model& model, const PendingWrites::Values& values) {
+void FlushValues(const Model& model, const PendingWrites::Values& values) {
     const auto& place = values.place;
     for (std::size_t first = 0; first < values.cells.size(); first += kRowsAtOnce) {
         const std::size_t count = std::min(kRowsAtOnce, values.cells.size() - first);
         const int row = place.row + static_cast<int>(first);
-        Need<com::sun::star::sheet::XCellRangeData>(Document::RangeOf(model, place.sheet, row, place.column,
-                                                                      row + static_cast<int>(count) - 1,
-                                                                      place.lastColumn))
+        Need<com::sun::star::sheet::XCellRangeData>(
+            RangeOf(model, place.sheet, row, place.column, row + static_cast<int>(count) - 1, place.lastColumn))
             ->setDataArray(RowsOf(values.cells, first, count));
     }
 }
 
-void FlushLook(const Document::Model& model, const PendingWrites::Look& look, const std::function<int(int)>& colour) {
+void FlushLook(const Model& model, const PendingWrites::Look& look, const std::function<int(int)>& colour) {
     const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
     const auto ranges = Need<com::sun::star::sheet::XSheetCellRangeContainer>(
         factory->createInstance("com.sun.star.sheet.SheetCellRanges"));
@@ -121,7 +121,7 @@ void PendingWrites::Style(const Place& place, const CellStyle& style) {
     looks.push_back({style, {place}});
 }
 
-void PendingWrites::Flush(const Document::Model& model, const std::function<int(int)>& colour) {
+void PendingWrites::Flush(const Model& model, const std::function<int(int)>& colour) {
     const auto writtenValues = std::move(values);
     const auto writtenLooks = std::move(looks);
     values.clear();

@@ -20,7 +20,7 @@ struct Entry {
 
 // The version key saves the graphics self-test of each start (0.7 s); the lock keys save a question that would block a
 // call; the rest keeps everything quiet that would ask a user who isn't there.
-constexpr Entry Entries[] = {
+constexpr Entry kEntries[] = {
     {"/org.openoffice.Setup/Product", "ooSetupLastVersion", "7.4"},
     {"/org.openoffice.Setup/Office", "ooSetupInstCompleted", "true"},
     {"/org.openoffice.Office.Common/Misc", "FirstRun", "false"},
@@ -47,39 +47,39 @@ constexpr Entry Entries[] = {
 
 /// Commands that a hosted document must not know: they open other documents, end or reload this one, end the program,
 /// or leave our window.
-constexpr const char* DisabledCommands[] = {"AddDirect",
-                                            "NewDoc",
-                                            "Open",
-                                            "OpenFromCalc",
-                                            "OpenRemote",
-                                            "SaveAs",
-                                            "CloseDoc",
-                                            "CloseWin",
-                                            "CloseFrame",
-                                            "Quit",
-                                            "NewWindow",
-                                            "RecentFileList",
-                                            "OpenTemplate",
-                                            "SaveAsRemote",
-                                            "Reload",
-                                            "VersionDialog",
-                                            "SaveAsTemplate",
-                                            "EditDoc",
-                                            "FullScreen",
-                                            "AutoPilotMenu",
-                                            "CheckOut",
-                                            "WebHtml",
-                                            "BasicIDEAppear",
-                                            "MacroDialog",
-                                            "RunMacro",
-                                            "MacroOrganizer",
-                                            "MacroRecorder",
-                                            "ScriptOrganizer",
-                                            "ViewDataSourceBrowser",
-                                            "ToolbarModeUI",
-                                            "ShareDocument",
-                                            "RedactDoc",
-                                            "AutoRedactDoc"};
+constexpr const char* kDisabledCommands[] = {"AddDirect",
+                                             "NewDoc",
+                                             "Open",
+                                             "OpenFromCalc",
+                                             "OpenRemote",
+                                             "SaveAs",
+                                             "CloseDoc",
+                                             "CloseWin",
+                                             "CloseFrame",
+                                             "Quit",
+                                             "NewWindow",
+                                             "RecentFileList",
+                                             "OpenTemplate",
+                                             "SaveAsRemote",
+                                             "Reload",
+                                             "VersionDialog",
+                                             "SaveAsTemplate",
+                                             "EditDoc",
+                                             "FullScreen",
+                                             "AutoPilotMenu",
+                                             "CheckOut",
+                                             "WebHtml",
+                                             "BasicIDEAppear",
+                                             "MacroDialog",
+                                             "RunMacro",
+                                             "MacroOrganizer",
+                                             "MacroRecorder",
+                                             "ScriptOrganizer",
+                                             "ViewDataSourceBrowser",
+                                             "ToolbarModeUI",
+                                             "ShareDocument",
+                                             "RedactDoc",
+                                             "AutoRedactDoc"};
 
 /// Where the program notes what of its bars is shown, for each kind of document.
 constexpr const char* kWindowStates[] = {"CalcWindowState", "ImpressWindowState"};
@@ -146,7 +146,7 @@ QString Registry(const ProfileSeed& seed) {
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         "<oor:items xmlns:oor=\"http://openoffice.org/2001/registry\" xmlns:xs=\"http://www.w3.org/2001/XMLSchema\" "
         "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n");
-    for (const Entry& entry : Entries)
+    for (const Entry& entry : kEntries)
         text += Item(entry.path, entry.name, QLatin1String(entry.value));
     text += Item("/org.openoffice.Setup/L10N", "ooSetupSystemLocale", NumberLocaleName());
     // Not as an argument of the process, which other users could read before it listens.
@@ -156,7 +156,7 @@ QString Registry(const ProfileSeed& seed) {
     if (seed.bars.isValid()) text += BarsEntries(seed.bars);
     text += HiddenStatusBars();
     int number = 0;
-    for (const char* command : DisabledCommands)
+    for (const char* command : kDisabledCommands)
         text += QStringLiteral("<item oor:path=\"/org.openoffice.Office.Commands/Execute/Disabled\"><node "
                                "oor:name=\"D%1\" oor:op=\"replace\"><prop oor:name=\"Command\" "
                                "oor:op=\"fuse\"><value>%2</value></prop></node></item>\n")

@@ -1,8 +1,10 @@
 #include "office/Range.h"
 
+#include "office/ColumnLetters.h"
 #include "office/Convert.h"
 #include "office/Document.h"
 #include "office/Looks.h"
+#include "office/SheetAccess.h"
 #include "office/Transfer.h"
 
 #include <com/sun/star/awt/Size.hpp>
@@ -80,7 +82,7 @@ void Range::SetValues(const Block& values) {
 Block Range::Values() const {
     Block block;
     document_->Run([&](const Model& model) {
-        const auto range = Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_);
+        const auto range = RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_);
         const auto rows = Need<com::sun::star::sheet::XCellRangeData>(range)->getDataArray();
         for (sal_Int32 row = 0; row < rows.getLength(); ++row) {
             std::vector<Cell> cells;
@@ -112,7 +114,7 @@ QString Range::Text() const {
     QString text;
     document_->Run([&](const Model& model) {
         text = FromUno(Need<com::sun::star::text::XText>(
-                           Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0))
+                           RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0))
                            ->getString());
     });
     return text;
@@ -121,8 +123,7 @@ QString Range::Text() const {
 void Range::ClearContents() {
     document_->Run([&](const Model& model) {
         namespace flags = com::sun::star::sheet::CellFlags;
-        Need<com::sun::star::sheet::XSheetOperation>(
-            Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
+        Need<com::sun::star::sheet::XSheetOperation>(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
             ->clearContents(flags::VALUE | flags::DATETIME | flags::STRING | flags::FORMULA);
     });
 }
@@ -133,25 +134,25 @@ void Range::SetStyle(const CellStyle& style) {
 
 void Range::Merge() {
     document_->Run([&](const Model& model) {
-        Need<com::sun::star::util::XMergeable>(Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
+        Need<com::sun::star::util::XMergeable>(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
             ->merge(true);
     });
 }
 
 void Range::AutoFitColumns() {
     document_->Run([&](const Model& model) {
-        const auto columns = Need<com::sun::star::table::XColumnRowRange>(
-                                 Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
-                                 ->getColumns();
+        const auto columns =
+            Need<com::sun::star::table::XColumnRowRange>(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
+                ->getColumns();
         Need<com::sun::star::beans::XPropertySet>(columns)->setPropertyValue("OptimalWidth", Any(true));
     });
 }
 
 void Range::AutoFitRows() {
     document_->Run([&](const Model& model) {
-        const auto rows = Need<com::sun::star::table::XColumnRowRange>(
-                              Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
-                              ->getRows();
+        const auto rows =
+            Need<com::sun::star::table::XColumnRowRange>(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
+                ->getRows();
         Need<com::sun::star::beans::XPropertySet>(rows)->setPropertyValue("OptimalHeight", Any(true));
     });
 }
@@ -163,7 +164,7 @@ void Range::SetRichText(const std::vector<TextRun>& runs) {
     Document::CheckText(whole);
     document_->Run([&](const Model& model) {
         const auto text = Need<com::sun::star::text::XText>(
-            Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0));
+            RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0));
         text->setString(rtl::OUString());
         for (const TextRun& run : runs) {
             const auto cursor = text->createTextCursor();
@@ -180,9 +181,9 @@ void Range::SetRichText(const std::vector<TextRun>& runs) {
 
 void Range::AddComment(const QString& text) {
     document_->Run([&](const Model& model) {
-        const auto cell = Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0);
+        const auto cell = RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0);
         const auto address = Need<com::sun::star::sheet::XCellAddressable>(cell)->getCellAddress();
-        Need<com::sun::star::sheet::XSheetAnnotationsSupplier>(Document::SheetOf(model, sheet_))
+        Need<com::sun::star::sheet::XSheetAnnotationsSupplier>(SheetOf(model, sheet_))
             ->getAnnotations()
             ->insertNew(address, ToUno(text));
     });
@@ -192,7 +193,7 @@ QString Range::Comment() const {
     QString text;
     document_->Run([&](const Model& model) {
         const auto anchor = Need<com::sun::star::sheet::XSheetAnnotationAnchor>(
-            Document::RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0));
+            RangeOf(model, sheet_, row_, column_, row_, column_)->getCellByPosition(0, 0));
         const Reference<com::sun::star::text::XSimpleText> note(anchor->getAnnotation(),
                                                                 com::sun::star::uno::UNO_QUERY);
         if (note.is()) text = FromUno(note->getString());
@@ -222,35 +223,33 @@ void Sort(const Reference<com::sun::star::table::XCellRange>& range, const std::
 
 void Range::SortRows(const std::vector<SortKey>& keys, bool hasHeader) {
     document_->Run([&](const Model& model) {
-        Sort(Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_), keys, hasHeader, false);
+        Sort(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_), keys, hasHeader, false);
     });
 }
 
 void Range::SortColumns(const std::vector<SortKey>& keys) {
     document_->Run([&](const Model& model) {
-        Sort(Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_), keys, false, true);
+        Sort(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_), keys, false, true);
     });
 }
 
 void Range::Copy() const {
     document_->Run([&](const Model& model) {
-        SelectIn(model, Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_));
+        SelectIn(model, RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_));
         Dispatch(document_->connection(), model, ".uno:Copy");
     });
 }
 
 void Range::Select() const {
-    document_->Run([&](const Model& model) {
-        SelectIn(model, Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_));
-    });
+    document_->Run(
+        [&](const Model& model) { SelectIn(model, RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_)); });
 }
 
 QSizeF Range::Size() const {
     QSizeF points;
     document_->Run([&](const Model& model) {
         com::sun::star::awt::Size size;
-        Need<com::sun::star::beans::XPropertySet>(
-            Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
+        Need<com::sun::star::beans::XPropertySet>(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
             ->getPropertyValue("Size") >>= size;
         points = {size.Width / kPoint, size.Height / kPoint};
     });
@@ -260,7 +259,7 @@ QSizeF Range::Size() const {
 QByteArray Range::AsPicture(const QString& mimeType) const {
     QByteArray picture;
     document_->Run([&](const Model& model) {
-        SelectIn(model, Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_));
+        SelectIn(model, RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_));
         picture = SelectionAs(model, mimeType);
     });
     return picture;

@@ -86,7 +86,4 @@ class Range final {
     int lastColumn_;
 };
 
-/// "A" for 1, "AA" for 27.
-[[nodiscard]] QString ColumnLetters(int column);
-
 } // namespace tessaro::office

@@ -1,7 +1,9 @@
+#include "office/ColumnLetters.h"
 #include "office/Convert.h"
 #include "office/Document.h"
 #include "office/Formulas.h"
 #include "office/Range.h"
+#include "office/SheetAccess.h"
 
 #include <com/sun/star/sheet/FillDirection.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
@@ -105,8 +107,8 @@ void Range::SetFormulas(const FormulaBlock& formulas) {
     const Range block(document_, sheet_, row_, column_, row_ + static_cast<int>(formulas.size()) - 1,
                       column_ + static_cast<int>(formulas.front().size()) - 1);
     document_->Run([&](const Model& model) {
-        const Target target{Document::RangeOf(model, sheet_, row_, column_, block.lastRow_, block.lastColumn_), sheet_,
-                            row_, column_};
+        const Target target{RangeOf(model, sheet_, row_, column_, block.lastRow_, block.lastColumn_), sheet_, row_,
+                            column_};
         const Rows before = Need<com::sun::star::sheet::XCellRangeFormula>(target.cells)->getFormulaArray();
         SetInPieces(target.cells, ToCells(FormulaTranslator(model), target, formulas));
         if (!HasErrors(target.cells)) return;
@@ -126,8 +128,7 @@ QString Range::Formula() const {
 FormulaBlock Range::Formulas() const {
     FormulaBlock formulas;
     document_->Run([&](const Model& model) {
-        const Target target{Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_), sheet_, row_,
-                            column_};
+        const Target target{RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_), sheet_, row_, column_};
         const FormulaTranslator translator(model);
         const Rows rows = Need<com::sun::star::sheet::XCellRangeFormula>(target.cells)->getFormulaArray();
         for (sal_Int32 down = 0; down < rows.getLength(); ++down) {
@@ -144,7 +145,7 @@ void Range::FillFormula(const QString& formula) {
     Range(document_, sheet_, row_, column_, lastRow_, column_).FillDown();
     if (column_ == lastColumn_) return;
     document_->Run([&](const Model& model) {
-        Need<com::sun::star::sheet::XCellSeries>(Document::RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
+        Need<com::sun::star::sheet::XCellSeries>(RangeOf(model, sheet_, row_, column_, lastRow_, lastColumn_))
             ->fillAuto(com::sun::star::sheet::FillDirection_TO_RIGHT, 1);
     });
 }
@@ -154,7 +155,7 @@ void Range::FillDown() {
     if (row_ == lastRow_) return;
     document_->Run([&](const Model& model) {
         for (int column = column_; column <= lastColumn_; ++column) {
-            const auto range = Document::RangeOf(model, sheet_, row_, column, lastRow_, column);
+            const auto range = RangeOf(model, sheet_, row_, column, lastRow_, column);
             const auto series = Need<com::sun::star::sheet::XCellSeries>(range);
             if (range->getCellByPosition(0, 0)->getType() == com::sun::star::table::CellContentType_FORMULA)
                 series->fillAuto(com::sun::star::sheet::FillDirection_TO_BOTTOM, 1);

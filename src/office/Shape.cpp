@@ -1,8 +1,10 @@
+#include "office/Shape.h"
+
 #include "office/Convert.h"
 #include "office/Document.h"
 #include "office/Looks.h"
+#include "office/SheetAccess.h"
 #include "office/Transfer.h"
-#include "office/Worksheet.h"
 
 #include <QBuffer>
 #include <QCryptographicHash>
@@ -33,7 +35,7 @@ using com::sun::star::uno::Reference;
 using Model = Document::Model;
 
 auto PageOf(const Model& model, int sheet) {
-    return Need<com::sun::star::drawing::XDrawPageSupplier>(Document::SheetOf(model, sheet))->getDrawPage();
+    return Need<com::sun::star::drawing::XDrawPageSupplier>(SheetOf(model, sheet))->getDrawPage();
 }
 
 Reference<XShape> Find(const Model& model, int sheet, const QString& name) {
@@ -116,23 +118,25 @@ QByteArray PngOf(const QImage& tile) {
 
 } // namespace
 
-Shape Worksheet::AddPicture(const QString& name, const QByteArray& picture, const QRectF& place) {
-    document_->Run([&](const Model& model) {
+Shape Shape::AddPicture(const std::shared_ptr<Document>& document, int sheet, const QString& name,
+                        const QByteArray& picture, const QRectF& place) {
+    document->Run([&](const Model& model) {
         const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
         const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"));
-        Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(GraphicOf(document_->connection(), picture)));
-        PageOf(model, number_)->add(shape);
+        Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(GraphicOf(document->connection(), picture)));
+        PageOf(model, sheet)->add(shape);
         Put(shape, place);
         Need<com::sun::star::container::XNamed>(shape)->setName(ToUno(name));
     });
-    return {document_, number_, name};
+    return {document, sheet, name};
 }
 
-Shape Worksheet::AddShape(const QString& name, ShapeKind kind, const QRectF& place) {
-    document_->Run([&](const Model& model) {
+Shape Shape::Add(const std::shared_ptr<Document>& document, int sheet, const QString& name, ShapeKind kind,
+                 const QRectF& place) {
+    document->Run([&](const Model& model) {
         const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
         const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.CustomShape"));
-        PageOf(model, number_)->add(shape);
+        PageOf(model, sheet)->add(shape);
         Put(shape, place);
         const auto properties = Need<XPropertySet>(shape);
         properties->setPropertyValue("CustomShapeGeometry",
@@ -142,24 +146,24 @@ Shape Worksheet::AddShape(const QString& name, ShapeKind kind, const QRectF& pla
         properties->setPropertyValue("TextAutoGrowWidth", Any(false));
         Need<com::sun::star::container::XNamed>(shape)->setName(ToUno(name));
     });
-    return {document_, number_, name};
+    return {document, sheet, name};
 }
 
-bool Worksheet::HasShape(const QString& name) const {
+bool Shape::IsOn(const std::shared_ptr<Document>& document, int sheet, const QString& name) {
     bool found = false;
-    document_->Run([&](const Model& model) { found = Find(model, number_, name).is(); });
+    document->Run([&](const Model& model) { found = Find(model, sheet, name).is(); });
     return found;
 }
 
-Shape Worksheet::ShapeNamed(const QString& name) const {
-    document_->Run([&](const Model& model) { static_cast<void>(Known(model, number_, name)); });
-    return {document_, number_, name};
+Shape Shape::Named(const std::shared_ptr<Document>& document, int sheet, const QString& name) {
+    document->Run([&](const Model& model) { static_cast<void>(Known(model, sheet, name)); });
+    return {document, sheet, name};
 }
 
-std::vector<QString> Worksheet::ShapeNames() const {
+std::vector<QString> Shape::NamesOn(const std::shared_ptr<Document>& document, int sheet) {
     std::vector<QString> names;
-    document_->Run([&](const Model& model) {
-        const auto page = PageOf(model, number_);
+    document->Run([&](const Model& model) {
+        const auto page = PageOf(model, sheet);
         for (sal_Int32 place = 0; place < page->getCount(); ++place) {
             Reference<com::sun::star::container::XNamed> named;
             page->getByIndex(place) >>= named;

@@ -2,7 +2,6 @@
 
 #include "office/Convert.h"
 #include "office/Document.h"
-#include "office/SpreadsheetApplication.h"
 #include "office/Transfer.h"
 
 #include <QRectF>
@@ -69,14 +68,6 @@ void AddGraphic(const Model& model, const Reference<XDrawPage>& page,
 } // namespace
 
 SlideShow::SlideShow(std::shared_ptr<Document> document) : document_(std::move(document)) {}
-
-SlideShow SlideShow::New() {
-    return SpreadsheetApplication::Instance().NewSlideShow();
-}
-
-SlideShow SlideShow::Open(const QString& file) {
-    return SpreadsheetApplication::Instance().OpenSlideShow(file);
-}
 
 bool SlideShow::IsOpen() const {
     return document_ && document_->IsOpen();

@@ -15,11 +15,6 @@ class SlideShow final {
     SlideShow() = default;
     explicit SlideShow(std::shared_ptr<Document> document);
 
-    /// Never shown, until a host shows it.
-    [[nodiscard]] static SlideShow New();
-    /// Failure::File when it can't be read or is no slide show.
-    [[nodiscard]] static SlideShow Open(const QString& file);
-
     [[nodiscard]] bool IsOpen() const;
     [[nodiscard]] QString FileName() const;
     [[nodiscard]] int SlideCount() const;

@@ -1,8 +1,8 @@
 #include "office/SpreadsheetApplication.h"
 
-#include "office/Connection.h"
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/ProcessLink.h"
 #include "office/Profile.h"
 #include "office/WorkFile.h"
 
@@ -46,10 +46,10 @@ SpreadsheetApplication& SpreadsheetApplication::Hosted() {
     return *application;
 }
 
-SpreadsheetApplication::SpreadsheetApplication(bool shown) : connection_(std::make_shared<Connection>(shown)) {
-    connect(connection_.get(), &Connection::Lost, this, &SpreadsheetApplication::Lost);
+SpreadsheetApplication::SpreadsheetApplication(bool shown) : connection_(std::make_shared<ProcessLink>(shown)) {
+    connect(connection_.get(), &ProcessLink::Lost, this, &SpreadsheetApplication::Lost);
     // What is still to be done is done before the program's libraries are taken down; they have come up by now.
-    connect(connection_.get(), &Connection::Connected, this, [] {
+    connect(connection_.get(), &ProcessLink::Connected, this, [] {
         static const int registered = std::atexit(&QuitAll);
         static_cast<void>(registered);
     });

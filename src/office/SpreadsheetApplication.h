@@ -11,7 +11,7 @@
 
 namespace tessaro::office {
 
-class Connection;
+class ProcessLink;
 
 /// The spreadsheet and slides program in a process and a profile of our own. It is started by the first call that needs
 /// it, found alive or started anew by every later one, and gone when this program is gone, however that ends. Windows
@@ -53,7 +53,7 @@ class SpreadsheetApplication final : public QObject {
     [[nodiscard]] Workbook OpenWorkbook(const QString& file);
     /// Copies a template over `file` and opens the copy.
     [[nodiscard]] Workbook OpenCopy(const QString& templateFile, const QString& file);
-    /// The same for slide shows.
+    /// The same for slide shows. They are never shown, until a host shows them.
     [[nodiscard]] SlideShow NewSlideShow();
     [[nodiscard]] SlideShow OpenSlideShow(const QString& file);
 
@@ -66,7 +66,7 @@ class SpreadsheetApplication final : public QObject {
     void SetPatience(std::chrono::milliseconds patience);
 
     /// For the classes of this room.
-    [[nodiscard]] const std::shared_ptr<Connection>& connection() const { return connection_; }
+    [[nodiscard]] const std::shared_ptr<ProcessLink>& connection() const { return connection_; }
 
   Q_SIGNALS:
     /// The process died, or was ended because it `hung`; all workbooks of before are dead.
@@ -75,7 +75,7 @@ class SpreadsheetApplication final : public QObject {
   private:
     explicit SpreadsheetApplication(bool shown);
 
-    std::shared_ptr<Connection> connection_;
+    std::shared_ptr<ProcessLink> connection_;
 };
 
 } // namespace tessaro::office

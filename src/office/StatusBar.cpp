@@ -1,7 +1,7 @@
 #include "office/StatusBar.h"
 
-#include "office/Connection.h"
 #include "office/Convert.h"
+#include "office/ProcessLink.h"
 
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/LayoutManagerEvents.hpp>
@@ -37,7 +37,7 @@ void FitStatusBar(const Reference<XFrame>& frame) {
 /// for the listener.
 class BarListener final : public cppu::WeakImplHelper2<XFrameActionListener, XLayoutManagerListener> {
   public:
-    BarListener(const std::shared_ptr<Connection>& connection, bool slides)
+    BarListener(const std::shared_ptr<ProcessLink>& connection, bool slides)
         : connection_(connection), slides_(slides) {}
 
     void SAL_CALL frameAction(const FrameActionEvent& event) override {
@@ -61,7 +61,7 @@ class BarListener final : public cppu::WeakImplHelper2<XFrameActionListener, XLa
         if (const auto connection = connection_.lock()) connection->Post(std::move(work));
     }
 
-    std::weak_ptr<Connection> connection_;
+    std::weak_ptr<ProcessLink> connection_;
     bool slides_;
 };
 
@@ -78,7 +78,7 @@ bool ShowsSheets(const Reference<XFrame>& frame) {
         .is();
 }
 
-void KeepStatusBarToPreview(const std::shared_ptr<Connection>& connection, const Reference<XFrame>& frame,
+void KeepStatusBarToPreview(const std::shared_ptr<ProcessLink>& connection, const Reference<XFrame>& frame,
                             bool slides) {
     const rtl::Reference<BarListener> listener(new BarListener(connection, slides));
     frame->addFrameActionListener(listener.get());

@@ -6,7 +6,7 @@
 
 namespace tessaro::office {
 
-class Connection;
+class ProcessLink;
 
 // On the worker thread.
 
@@ -19,7 +19,7 @@ LayoutOf(const com::sun::star::uno::Reference<com::sun::star::frame::XFrame>& fr
 
 /// From now on the frame has no status bar at its foot but with the print preview of a workbook, whose page it tells;
 /// whoever has changed the view. The bar that shows the progress of a saving goes again.
-void KeepStatusBarToPreview(const std::shared_ptr<Connection>& connection,
+void KeepStatusBarToPreview(const std::shared_ptr<ProcessLink>& connection,
                             const com::sun::star::uno::Reference<com::sun::star::frame::XFrame>& frame, bool slides);
 
 } // namespace tessaro::office

@@ -44,7 +44,7 @@ QByteArray SelectionAs(const Document::Model& model, const QString& mimeType) {
     throw Error(Failure::Call, QStringLiteral("the selection can't be drawn as %1").arg(mimeType));
 }
 
-void Dispatch(const Connection& connection, const Document::Model& model, const char* command) {
+void Dispatch(const ProcessLink& connection, const Document::Model& model, const char* command) {
     const auto helper =
         Need<com::sun::star::frame::XDispatchHelper>(connection.Service("com.sun.star.frame.DispatchHelper"));
     helper->executeDispatch(Need<com::sun::star::frame::XDispatchProvider>(model->getCurrentController()->getFrame()),
@@ -70,7 +70,7 @@ Reference<XInterface> SetSource(const Reference<com::sun::star::document::XExpor
 
 } // namespace
 
-QByteArray ShapeAs(const Connection& connection, const std::function<Reference<XInterface>()>& find,
+QByteArray ShapeAs(const ProcessLink& connection, const std::function<Reference<XInterface>()>& find,
                    const QString& mimeType, int pixelWidth) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("picture"));
@@ -90,7 +90,7 @@ QByteArray ShapeAs(const Connection& connection, const std::function<Reference<X
     return file.readAll();
 }
 
-Reference<com::sun::star::graphic::XGraphic> GraphicOf(const Connection& connection, const QByteArray& picture) {
+Reference<com::sun::star::graphic::XGraphic> GraphicOf(const ProcessLink& connection, const QByteArray& picture) {
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("picture")));
     if (!file.open(QIODevice::WriteOnly) || file.write(picture) != picture.size())

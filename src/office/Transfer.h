@@ -21,10 +21,10 @@ void SelectIn(const Document::Model& model,
 /// What is selected, drawn as "image/x-emf" or "image/png".
 [[nodiscard]] QByteArray SelectionAs(const Document::Model& model, const QString& mimeType);
 /// Runs a command of the program (".uno:Copy") on the document's view.
-void Dispatch(const Connection& connection, const Document::Model& model, const char* command);
+void Dispatch(const ProcessLink& connection, const Document::Model& model, const char* command);
 /// The shape that `find` gives, drawn as "image/png" of this width in pixels, or "image/x-emf".
 [[nodiscard]] QByteArray
-ShapeAs(const Connection& connection,
+ShapeAs(const ProcessLink& connection,
         const std::function<com::sun::star::uno::Reference<com::sun::star::uno::XInterface>()>& find,
         const QString& mimeType, int pixelWidth);
 /// What `look` finds, an optional; tried again a moment later when it finds nothing, since the handle of a shape that
@@ -37,7 +37,7 @@ template <class Look> auto LookAgain(const Look& look) {
     }
 }
 /// A picture as the program holds it. Failure::Call when it can't be read.
-[[nodiscard]] com::sun::star::uno::Reference<com::sun::star::graphic::XGraphic> GraphicOf(const Connection& connection,
+[[nodiscard]] com::sun::star::uno::Reference<com::sun::star::graphic::XGraphic> GraphicOf(const ProcessLink& connection,
                                                                                           const QByteArray& picture);
 /// Makes a hidden document's view count as shown, since only then its view settings go into the file.
 void KeepView(const Document::Model& model);

@@ -2,6 +2,7 @@
 
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/SheetAccess.h"
 #include "office/Transfer.h"
 
 #include <com/sun/star/beans/XPropertySet.hpp>
@@ -50,7 +51,7 @@ QString PrinterOf(const Reference<com::sun::star::view::XPrintable>& printable) 
 /// What the format would cut without a word.
 void CheckLimits(const Model& model) {
     for (int number = 1; number <= CountOf(model); ++number) {
-        const auto sheet = Document::SheetOf(model, number);
+        const auto sheet = SheetOf(model, number);
         const QString name = FromUno(Need<com::sun::star::container::XNamed>(sheet)->getName());
         const auto cursor = sheet->createCursor();
         Need<com::sun::star::sheet::XUsedAreaCursor>(cursor)->gotoEndOfUsedArea(false);
@@ -79,7 +80,7 @@ int Workbook::SheetCount() const {
 }
 
 Worksheet Workbook::Sheet(int number) const {
-    Known(document_).Run([&](const Model& model) { static_cast<void>(Document::SheetOf(model, number)); });
+    Known(document_).Run([&](const Model& model) { static_cast<void>(SheetOf(model, number)); });
     return {document_, number};
 }
 
@@ -87,7 +88,7 @@ Worksheet Workbook::Sheet(const QString& name) const {
     int found = 0;
     Known(document_).Run([&](const Model& model) {
         for (int number = 1; number <= CountOf(model) && !found; ++number)
-            if (FromUno(Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number))->getName())
+            if (FromUno(Need<com::sun::star::container::XNamed>(SheetOf(model, number))->getName())
                     .compare(name, Qt::CaseInsensitive) == 0)
                 found = number;
     });
@@ -110,8 +111,7 @@ Worksheet Workbook::AddSheet(const QString& name) {
 void Workbook::RemoveSheet(int number) {
     Known(document_).Run([&](const Model& model) {
         if (CountOf(model) == 1) throw Error(Failure::Call, QStringLiteral("a workbook has at least one sheet"));
-        SheetsOf(model)->removeByName(
-            Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number))->getName());
+        SheetsOf(model)->removeByName(Need<com::sun::star::container::XNamed>(SheetOf(model, number))->getName());
     });
 }
 
@@ -119,7 +119,7 @@ void Workbook::ActivateSheet(int number) {
     Known(document_).Run([&](const Model& model) {
         KeepView(model);
         Need<com::sun::star::sheet::XSpreadsheetView>(model->getCurrentController())
-            ->setActiveSheet(Document::SheetOf(model, number));
+            ->setActiveSheet(SheetOf(model, number));
     });
 }
 

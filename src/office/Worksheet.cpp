@@ -2,6 +2,7 @@
 
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/SheetAccess.h"
 #include "office/Transfer.h"
 
 #include <QRegularExpression>
@@ -43,7 +44,7 @@ int ColumnNumber(const QString& letters) {
 class SheetInView final {
   public:
     SheetInView(const Model& model, int number)
-        : controller(Kept(model)), view_(Need<View>(controller)), sheet_(Document::SheetOf(model, number)) {
+        : controller(Kept(model)), view_(Need<View>(controller)), sheet_(SheetOf(model, number)) {
         before_ = view_->getActiveSheet();
         Show();
     }
@@ -106,7 +107,7 @@ Worksheet::Worksheet(std::shared_ptr<Document> document, int number)
 QString Worksheet::Name() const {
     QString name;
     document_->Run([&](const Model& model) {
-        name = FromUno(Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number_))->getName());
+        name = FromUno(Need<com::sun::star::container::XNamed>(SheetOf(model, number_))->getName());
     });
     return name;
 }
@@ -122,7 +123,7 @@ QString CleanSheetName(const QString& name) {
 void Worksheet::SetName(const QString& name) {
     const rtl::OUString clean = ToUno(CleanSheetName(name));
     document_->Run([&](const Model& model) {
-        const auto sheet = Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number_));
+        const auto sheet = Need<com::sun::star::container::XNamed>(SheetOf(model, number_));
         sheet->setName(clean);
         // A name that another sheet has is passed over without a word.
         if (sheet->getName() != clean)
@@ -153,7 +154,7 @@ Range Worksheet::UsedRange() const {
     int row = 1;
     int column = 1;
     document_->Run([&](const Model& model) {
-        const auto cursor = Document::SheetOf(model, number_)->createCursor();
+        const auto cursor = SheetOf(model, number_)->createCursor();
         Need<com::sun::star::sheet::XUsedAreaCursor>(cursor)->gotoEndOfUsedArea(false);
         const auto end = Need<com::sun::star::sheet::XCellRangeAddressable>(cursor)->getRangeAddress();
         row = end.EndRow + 1;
@@ -166,8 +167,7 @@ Range Worksheet::UsedRange() const {
 void Worksheet::SetColumnWidth(int column, double characters) {
     document_->Run([&](const Model& model) {
         const auto columns =
-            Need<com::sun::star::table::XColumnRowRange>(Document::RangeOf(model, number_, 1, column, 1, column))
-                ->getColumns();
+            Need<com::sun::star::table::XColumnRowRange>(RangeOf(model, number_, 1, column, 1, column))->getColumns();
         Need<com::sun::star::beans::XPropertySet>(columns)->setPropertyValue(
             "Width", Any(static_cast<sal_Int32>(std::lround(characters * kCharacterWidth))));
     });
@@ -180,8 +180,7 @@ void Worksheet::SetRowHeight(int row, double points) {
 void Worksheet::SetRowHeights(int row, int lastRow, double points) {
     document_->Run([&](const Model& model) {
         const auto rows =
-            Need<com::sun::star::table::XColumnRowRange>(Document::RangeOf(model, number_, row, 1, lastRow, 1))
-                ->getRows();
+            Need<com::sun::star::table::XColumnRowRange>(RangeOf(model, number_, row, 1, lastRow, 1))->getRows();
         Need<com::sun::star::beans::XPropertySet>(rows)->setPropertyValue(
             "Height", Any(static_cast<sal_Int32>(std::lround(points * kPoint))));
     });
@@ -190,7 +189,7 @@ void Worksheet::SetRowHeights(int row, int lastRow, double points) {
 void Worksheet::SetRightToLeft(bool on) {
     document_->Run([&](const Model& model) {
         namespace writing = com::sun::star::text::WritingMode2;
-        Need<com::sun::star::beans::XPropertySet>(Document::SheetOf(model, number_))
+        Need<com::sun::star::beans::XPropertySet>(SheetOf(model, number_))
             ->setPropertyValue("TableLayout", Any(on ? writing::RL_TB : writing::LR_TB));
     });
 }
@@ -216,10 +215,42 @@ void Worksheet::SetGridLines(bool shown) {
     document_->Run([&](const Model& model) {
         const SheetInView sheet(model, number_);
         // The view's own setting would go for all sheets, and into no file.
-        const auto named = Need<com::sun::star::container::XNamed>(Document::SheetOf(model, number_));
+        const auto named = Need<com::sun::star::container::XNamed>(SheetOf(model, number_));
         if (ShowsGridLines(sheet.controller, named->getName()) != shown)
             Dispatch(document_->connection(), model, ".uno:ToggleSheetGrid");
     });
+}
+
+Chart Worksheet::AddChart(ChartKind kind, const Range& data, bool columnHeaders, bool rowHeaders, const QRectF& place) {
+    return Chart::Add(document_, number_, kind, data, columnHeaders, rowHeaders, place);
+}
+
+int Worksheet::ChartCount() const {
+    return Chart::CountOn(document_, number_);
+}
+
+Chart Worksheet::ChartAt(int number) const {
+    return Chart::At(document_, number_, number);
+}
+
+Shape Worksheet::AddPicture(const QString& name, const QByteArray& picture, const QRectF& place) {
+    return Shape::AddPicture(document_, number_, name, picture, place);
+}
+
+Shape Worksheet::AddShape(const QString& name, ShapeKind kind, const QRectF& place) {
+    return Shape::Add(document_, number_, name, kind, place);
+}
+
+bool Worksheet::HasShape(const QString& name) const {
+    return Shape::IsOn(document_, number_, name);
+}
+
+Shape Worksheet::ShapeNamed(const QString& name) const {
+    return Shape::Named(document_, number_, name);
+}
+
+std::vector<QString> Worksheet::ShapeNames() const {
+    return Shape::NamesOn(document_, number_);
 }
 
 } // namespace tessaro::office

@@ -19,11 +19,11 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds Turn{50};
-constexpr std::chrono::milliseconds SignOfLife{200};
-constexpr std::size_t LongestReason = 2000;
-constexpr char ProgressKind = 'P';
-constexpr char ReasonKind = 'R';
+constexpr std::chrono::milliseconds kTurn{50};
+constexpr std::chrono::milliseconds kSignOfLife{200};
+constexpr std::size_t kLongestReason = 2000;
+constexpr char kProgressKind = 'P';
+constexpr char kReasonKind = 'R';
 
 /// Bytes of private memory that this process has, which RLIMIT_DATA counts.
 std::uint64_t DataInUse() {
@@ -104,7 +104,7 @@ class Watch final {
 
     void Listen() {
         pollfd waiting{pipe_, POLLIN, 0};
-        if (::poll(&waiting, 1, static_cast<int>(Turn.count())) > 0) Read();
+        if (::poll(&waiting, 1, static_cast<int>(kTurn.count())) > 0) Read();
         // A closed pipe is ready at once; what remains is to wait for the process.
         if ((waiting.revents & POLLHUP) != 0) ::poll(nullptr, 0, 5);
     }
@@ -120,8 +120,8 @@ class Watch final {
     void Take(std::string_view report) {
         if (report.empty()) return;
         const std::string_view text = report.substr(1);
-        if (report.front() == ReasonKind) result_.reason = text;
-        if (report.front() != ProgressKind) return;
+        if (report.front() == kReasonKind) result_.reason = text;
+        if (report.front() != kProgressKind) return;
         heard_ = Clock::now();
         std::from_chars(text.data(), text.data() + text.size(), percent_);
     }
@@ -141,14 +141,14 @@ class Watch final {
 
 void ApartReport::Progress(int percent) {
     const auto now = Clock::now();
-    if (percent == last_ && now - sent_ < SignOfLife) return;
+    if (percent == last_ && now - sent_ < kSignOfLife) return;
     last_ = percent;
     sent_ = now;
-    Send(ProgressKind, std::to_string(percent));
+    Send(kProgressKind, std::to_string(percent));
 }
 
 void ApartReport::Reason(std::string_view text) const {
-    Send(ReasonKind, text.substr(0, LongestReason));
+    Send(kReasonKind, text.substr(0, kLongestReason));
 }
 
 void ApartReport::Send(char kind, std::string_view text) const {

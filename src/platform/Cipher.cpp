@@ -9,16 +9,16 @@ namespace tessaro {
 
 namespace {
 
-constexpr qsizetype BlockSize = 8;
+constexpr qsizetype kBlockSize = 8;
 
 // Keeps the curious from editing, no more: the key is in the program, as the reader of the files is.
-constexpr std::array<CryptoPP::byte, 16> Key = {0x54, 0x8b, 0x1e, 0xc3, 0x72, 0x0d, 0xa9, 0x36,
-                                                0xe4, 0x5f, 0x90, 0x2b, 0xd7, 0x68, 0x11, 0xfc};
+constexpr std::array<CryptoPP::byte, 16> kKey = {0x54, 0x8b, 0x1e, 0xc3, 0x72, 0x0d, 0xa9, 0x36,
+                                                 0xe4, 0x5f, 0x90, 0x2b, 0xd7, 0x68, 0x11, 0xfc};
 
 template <class Direction> QByteArray InBlocks(QByteArray bytes) {
-    Direction cipher(Key.data(), Key.size());
+    Direction cipher(kKey.data(), kKey.size());
     auto* data = reinterpret_cast<CryptoPP::byte*>(bytes.data());
-    for (qsizetype at = 0; at + BlockSize <= bytes.size(); at += BlockSize)
+    for (qsizetype at = 0; at + kBlockSize <= bytes.size(); at += kBlockSize)
         cipher.ProcessBlock(data + at);
     return bytes;
 }
@@ -26,16 +26,16 @@ template <class Direction> QByteArray InBlocks(QByteArray bytes) {
 } // namespace
 
 QByteArray Encipher(const QByteArray& plain) {
-    const qsizetype pad = (plain.size() / BlockSize + 1) * BlockSize - plain.size();
+    const qsizetype pad = (plain.size() / kBlockSize + 1) * kBlockSize - plain.size();
     return InBlocks<CryptoPP::Blowfish::Encryption>(plain + QByteArray(pad, static_cast<char>(pad)));
 }
 
 QByteArray Decipher(const QByteArray& enciphered) {
-    QByteArray plain = enciphered.left(enciphered.size() / BlockSize * BlockSize);
+    QByteArray plain = enciphered.left(enciphered.size() / kBlockSize * kBlockSize);
     if (plain.isEmpty()) return plain;
     plain = InBlocks<CryptoPP::Blowfish::Decryption>(plain);
     const auto pad = static_cast<unsigned char>(plain.back());
-    if (pad >= 1 && pad <= BlockSize) plain.chop(pad);
+    if (pad >= 1 && pad <= kBlockSize) plain.chop(pad);
     return plain;
 }
 

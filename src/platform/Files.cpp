@@ -17,7 +17,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr qint64 BlockSize = 1024 * 1024;
+constexpr qint64 kBlockSize = 1024 * 1024;
 
 /// A copy can be written by its owner, whatever the rights of the source; one of ours is read by the owner alone.
 bool MakeWritable(const QString& path) {
@@ -68,7 +68,7 @@ bool CopyFileOver(const QString& source, const QString& target) {
     QSaveFile to(target);
     if (!from.open(QIODevice::ReadOnly) || !OpenForWriting(to, target)) return false;
     while (!from.atEnd()) {
-        const QByteArray block = from.read(BlockSize);
+        const QByteArray block = from.read(kBlockSize);
         if (block.isEmpty() || to.write(block) != block.size()) return false;
     }
     return IsWhole(to) && to.commit() && MakeWritable(target);

@@ -46,7 +46,7 @@ QString IniFile::ReadUncut(const QString& section, const QString& key) const {
 }
 
 QString IniFile::Read(const QString& section, const QString& key) const {
-    return ReadUncut(section, key).left(LongestValue);
+    return ReadUncut(section, key).left(kLongestValue);
 }
 
 void IniFile::Write(const QString& section, const QString& key, const QString& value) {

@@ -12,7 +12,7 @@ namespace tessaro {
 class IniFile final {
   public:
     /// What a reading gives at most, as the profile-string operations have it.
-    static constexpr qsizetype LongestValue = 255;
+    static constexpr qsizetype kLongestValue = 255;
 
     IniFile();
     ~IniFile();

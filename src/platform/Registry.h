@@ -14,6 +14,6 @@ namespace tessaro {
 [[nodiscard]] QString GetRegistryValue(const QString& appPath, const QString& root, const QString& subKey,
                                        const QString& valueName, const QString& defaultValue = {});
 
-inline constexpr char LocalMachine[] = "HKEY_LOCAL_MACHINE";
+inline constexpr char kLocalMachine[] = "HKEY_LOCAL_MACHINE";
 
 } // namespace tessaro

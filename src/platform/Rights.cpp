@@ -16,8 +16,8 @@ namespace tessaro {
 
 namespace {
 
-constexpr mode_t Others = S_IRWXG | S_IRWXO;
-constexpr mode_t NewFile = 0666;
+constexpr mode_t kOthers = S_IRWXG | S_IRWXO;
+constexpr mode_t kNewFile = 0666;
 
 /// The umask with which the user started the program; nothing before KeepFilesPrivate.
 std::optional<mode_t>& UsersMask() {
@@ -26,7 +26,7 @@ std::optional<mode_t>& UsersMask() {
 }
 
 mode_t CurrentMask() {
-    const mode_t mask = ::umask(Others); // it can't be asked without being set
+    const mode_t mask = ::umask(kOthers); // it can't be asked without being set
     ::umask(mask);
     return mask;
 }
@@ -34,14 +34,14 @@ mode_t CurrentMask() {
 void Narrow(const QString& path) {
     const QByteArray name = QFile::encodeName(path);
     struct stat info {};
-    if (::lstat(name.constData(), &info) != 0 || S_ISLNK(info.st_mode) || (info.st_mode & Others) == 0) return;
-    ::chmod(name.constData(), info.st_mode & static_cast<mode_t>(~Others) & 07777);
+    if (::lstat(name.constData(), &info) != 0 || S_ISLNK(info.st_mode) || (info.st_mode & kOthers) == 0) return;
+    ::chmod(name.constData(), info.st_mode & static_cast<mode_t>(~kOthers) & 07777);
 }
 
 } // namespace
 
 void KeepFilesPrivate() {
-    const mode_t mask = ::umask(Others);
+    const mode_t mask = ::umask(kOthers);
     if (!UsersMask()) UsersMask() = mask;
 }
 
@@ -53,7 +53,7 @@ UsersRights::~UsersRights() {
 
 void GiveUsersRights(const QString& file) {
     if (IsOwnPlace(file)) return;
-    ::chmod(QFile::encodeName(file).constData(), NewFile & ~UsersMask().value_or(CurrentMask()));
+    ::chmod(QFile::encodeName(file).constData(), kNewFile & ~UsersMask().value_or(CurrentMask()));
 }
 
 bool IsOwnPlace(const QString& path) {
@@ -67,7 +67,7 @@ bool MakePrivateFolder(const QString& folder) {
     const QByteArray name = QFile::encodeName(folder);
     if (::lstat(name.constData(), &info) != 0 || info.st_uid != ::geteuid()) return false;
     if (::stat(name.constData(), &info) != 0 || !S_ISDIR(info.st_mode) || info.st_uid != ::geteuid()) return false;
-    return (info.st_mode & Others) == 0 || ::chmod(name.constData(), S_IRWXU) == 0;
+    return (info.st_mode & kOthers) == 0 || ::chmod(name.constData(), S_IRWXU) == 0;
 }
 
 void NarrowRights(const QString& folder) {

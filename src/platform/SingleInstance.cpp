@@ -21,7 +21,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr char SocketName[] = "instance.socket";
+constexpr char kSocketName[] = "instance.socket";
 
 class Descriptor final {
   public:
@@ -53,7 +53,7 @@ Address AddressOf(const QByteArray& name) {
 
 /// The socket's file, by way of its open folder: the path itself may be longer than an address can hold.
 Address AddressIn(const Descriptor& folder) {
-    return AddressOf(QByteArray("/proc/self/fd/") + QByteArray::number(folder.number()) + '/' + SocketName);
+    return AddressOf(QByteArray("/proc/self/fd/") + QByteArray::number(folder.number()) + '/' + kSocketName);
 }
 
 /// Where no file can be made: a name that the kernel frees with its owner. Other users may take it.
@@ -103,7 +103,7 @@ struct SingleInstance::Impl {
         const bool locked = lock->tryLock(0);
         first = locked || (lock->error() != QLockFile::LockFailedError && !Reach(address));
         if (!first) return;
-        ::unlinkat(folder.number(), SocketName, 0);
+        ::unlinkat(folder.number(), kSocketName, 0);
         Listen();
     }
     void StartBySocket() {
@@ -111,7 +111,7 @@ struct SingleInstance::Impl {
         if (first) Listen();
     }
     void Leave() const {
-        if (first && folder.number() >= 0) ::unlinkat(folder.number(), SocketName, 0);
+        if (first && folder.number() >= 0) ::unlinkat(folder.number(), kSocketName, 0);
     }
 };
 

@@ -43,7 +43,7 @@ QString ProblemOf(const ValueRange& range, const QStringList& typed) {
 
 ColorRangesPanel::ColorRangesPanel(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::ColorRangesPanel>()) {
     ui_->setupUi(this);
-    ui_->grdAddColor->setRowCount(RangeCount);
+    ui_->grdAddColor->setRowCount(kRangeCount);
     ui_->grdAddColor->setColumnCount(ColColor + 1);
     ui_->grdAddColor->verticalHeader()->hide();
     ui_->grdAddColor->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
@@ -128,7 +128,7 @@ void ColorRangesPanel::ShowGrid() {
     const ColorRanges* record = Record();
     if (!record) return;
     filling_ = true;
-    for (int row = 0; row < RangeCount; ++row) {
+    for (int row = 0; row < kRangeCount; ++row) {
         const ValueRange& range = record->Ranges[static_cast<std::size_t>(row)];
         const QString texts[] = {
             range.Text(), DisplayedValue(range.From), DisplayedValue(range.To), QLocale().toString(range.Count), {}};
@@ -138,7 +138,8 @@ void ColorRangesPanel::ShowGrid() {
             item->setFlags(editable ? item->flags() | Qt::ItemIsEditable : item->flags() & ~Qt::ItemIsEditable);
             item->setTextAlignment(AlignmentOf(column));
             if (column == ColColor) {
-                item->setBackground(draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - FirstRangeSlot)]);
+                item->setBackground(
+                    draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - kFirstRangeSlot)]);
                 item->setData(Qt::AccessibleTextRole, GetText(QStringLiteral("TS_RangeColor"))
                                                           .replace(QStringLiteral("%1"), QLocale().toString(row + 1)));
                 item->setToolTip(item->data(Qt::AccessibleTextRole).toString());
@@ -187,7 +188,7 @@ void ColorRangesPanel::GridEdited(int row, int column) {
 void ColorRangesPanel::ChooseColor(int row, int column) {
     const ColorRanges* record = Record();
     if (!record || column != ColColor) return;
-    QColor& color = draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - FirstRangeSlot)];
+    QColor& color = draft_.colors[static_cast<std::size_t>(record->SlotOfRange(row) - kFirstRangeSlot)];
     const QColor chosen = AskForColor(this, PlainText(QStringLiteral("COMM_Color")), color);
     if (chosen.isValid()) color = chosen;
     ShowGrid();

@@ -1,5 +1,6 @@
 #include "presentation/GraphWorkbook.h"
 
+#include "office/ColumnLetters.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
@@ -36,7 +37,7 @@ office::ChartKind DefaultKind(const RowsColumns& arrangement) {
 
 GraphWorkbook::GraphWorkbook(office::Workbook book, const PivotTable& table, const GraphSubject& subject,
                              const GraphOptions& options, const WizardProgress& progress)
-    : book_(std::move(book)), sheet_(book_.Sheet(TableSheet)), table_(table), subject_(subject), options_(options),
+    : book_(std::move(book)), sheet_(book_.Sheet(kTableSheet)), table_(table), subject_(subject), options_(options),
       progress_(progress), plan_(table, subject, options.kind) {}
 
 QString GraphWorkbook::FirstCellAddress() const {
@@ -48,8 +49,8 @@ QString GraphWorkbook::LastCellAddress() const {
 }
 
 void GraphWorkbook::Write() {
-    book_.ActivateSheet(TableSheet); // while the chart's sheet is active, it is drawn anew after each setting
-    book_.SetColors(HeaderSlot, QColor(241, 241, 241));
+    book_.ActivateSheet(kTableSheet); // while the chart's sheet is active, it is drawn anew after each setting
+    book_.SetColors(kHeaderSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
     const SheetFont font = ListFont();
     MeasureColumns();
@@ -67,7 +68,7 @@ void GraphWorkbook::Write() {
     progress_.Label("Setting the Body Font - sheet 2");
     WriteDataList(book_, 3, font);
     WriteSourceSheet(book_.Sheet(4), font);
-    book_.ActivateSheet(ChartSheet);
+    book_.ActivateSheet(kChartSheet);
     book_.Save();
 }
 
@@ -188,12 +189,12 @@ void GraphWorkbook::WriteComments() {
 
 void GraphWorkbook::Format() {
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn())
-        .SetStyle({.fontColorIndex = WhiteSlot, .interiorColorIndex = GraySlot});
+        .SetStyle({.fontColorIndex = kWhiteSlot, .interiorColorIndex = kGraySlot});
     sheet_.Cells(HeaderRow + 1, 1, LastRow(), FirstValueColumn() - 1)
-        .SetStyle({.fontColorIndex = DarkRedSlot, .interiorColorIndex = HeaderSlot});
+        .SetStyle({.fontColorIndex = kDarkRedSlot, .interiorColorIndex = kHeaderSlot});
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn()).SetBorders(office::EdgeTop, {});
     sheet_.Cells(HeaderRow, 1, HeaderRow, LastColumn())
-        .SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, BlackSlot});
+        .SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, kBlackSlot});
 }
 
 void GraphWorkbook::WriteLines() {
@@ -261,7 +262,7 @@ void GraphWorkbook::DressChart(office::Chart& chart) const {
 }
 
 void GraphWorkbook::AddChart() {
-    office::Worksheet sheet = book_.Sheet(ChartSheet);
+    office::Worksheet sheet = book_.Sheet(kChartSheet);
     sheet.SetName(QStringLiteral("Graph"));
     sheet.SetGridLines(false);
     SetUpSheet(sheet, 0, 1);

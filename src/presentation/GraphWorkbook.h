@@ -24,8 +24,8 @@ struct GraphOptions {
 /// the sources. The chart is live on the table.
 class GraphWorkbook final {
   public:
-    static constexpr int ChartSheet = 1;
-    static constexpr int TableSheet = 2;
+    static constexpr int kChartSheet = 1;
+    static constexpr int kTableSheet = 2;
     /// Rows of the table's sheet.
     static constexpr int HeaderRow = 7;
 

@@ -6,7 +6,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr std::array<PivotFieldInfo, PivotFieldCount> kFields{{
+constexpr std::array<PivotFieldInfo, kPivotFieldCount> kFields{{
     {"T.TimePeriod", "Comm_Time", "TIMEPERIOD", "Cstr(T.TimeperiodNID)",
      "SELECT DISTINCT TimePeriod FROM _SelTimePeriod WHERE TimePeriodNId = "},
     {"A.AreaID", "Comm_Area Id", "AREAID", "cStr(A.AreaNId)", "SELECT DISTINCT AreaID FROM _SelArea WHERE AreaNId = "},
@@ -21,7 +21,7 @@ constexpr std::array<PivotFieldInfo, PivotFieldCount> kFields{{
 }};
 
 std::optional<PivotField> Find(const QString& text, const char* PivotFieldInfo::*part) {
-    for (int i = 0; i < PivotFieldCount; ++i)
+    for (int i = 0; i < kPivotFieldCount; ++i)
         if (text.compare(QLatin1String(kFields[static_cast<std::size_t>(i)].*part), Qt::CaseInsensitive) == 0)
             return static_cast<PivotField>(i);
     return {};
@@ -29,7 +29,7 @@ std::optional<PivotField> Find(const QString& text, const char* PivotFieldInfo::
 
 } // namespace
 
-const std::array<PivotFieldInfo, PivotFieldCount>& PivotFields() {
+const std::array<PivotFieldInfo, kPivotFieldCount>& PivotFields() {
     return kFields;
 }
 

@@ -9,7 +9,7 @@ namespace tessaro {
 
 /// The seven fields that a table or graph can show on its rows or columns.
 enum class PivotField { TimePeriod, AreaID, AreaName, Indicator, Subpop, Unit, Source };
-constexpr int PivotFieldCount = 7;
+constexpr int kPivotFieldCount = 7;
 
 /// What is known of a field.
 struct PivotFieldInfo {
@@ -21,7 +21,7 @@ struct PivotFieldInfo {
 };
 
 /// All fields in their order.
-[[nodiscard]] const std::array<PivotFieldInfo, PivotFieldCount>& PivotFields();
+[[nodiscard]] const std::array<PivotFieldInfo, kPivotFieldCount>& PivotFields();
 [[nodiscard]] const PivotFieldInfo& InfoOf(PivotField field);
 /// The field of a key ("T.TimePeriod"), whatever its case; nothing for any other text.
 [[nodiscard]] std::optional<PivotField> FieldOfKey(const QString& key);

@@ -40,7 +40,7 @@ PivotQuery BuildPivotSQL(const RowsColumns& arrangement, bool footnotes) {
     const QString R = JoinedKeys(arrangement.Rows(), QStringLiteral(","));
     const bool columns = query.ColCount > 0;
     const QString value = ValueExpression(columns, footnotes);
-    const QString from = InView(joins::Pivot);
+    const QString from = InView(joins::kPivot);
     if (columns)
         query.PivotSQL = QStringLiteral("TRANSFORM ") + value + QStringLiteral(" AS Expr2  SELECT ") + R + from +
                          QStringLiteral(" GROUP BY ") + R + QStringLiteral(" PIVOT ") +
@@ -57,12 +57,12 @@ int CountPivotColumns(const RowsColumns& arrangement) {
     for (const PivotField field : arrangement.Columns())
         codes << QLatin1String(InfoOf(field).pivotCode) + QStringLiteral(" AS C%1").arg(codes.size());
     Records different =
-        Select(QStringLiteral("SELECT DISTINCT ") + codes.join(QLatin1Char(',')) + InView(joins::Pivot));
+        Select(QStringLiteral("SELECT DISTINCT ") + codes.join(QLatin1Char(',')) + InView(joins::kPivot));
     return different.isOpen() ? static_cast<int>(different.rows().RecordCount()) : 0;
 }
 
 int CountValues() {
-    const Records values = Select(QStringLiteral("SELECT Count(*)") + InView(joins::ValueCount));
+    const Records values = Select(QStringLiteral("SELECT Count(*)") + InView(joins::kValueCount));
     return values.atEnd() ? 0 : static_cast<int>(values.Number(std::size_t{0}));
 }
 

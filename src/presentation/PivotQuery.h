@@ -22,7 +22,7 @@ struct PivotQuery {
 };
 
 /// Most columns that a crosstab can have.
-constexpr int MostPivotColumns = 255;
+constexpr int kMostPivotColumns = 255;
 
 /// The statement for an arrangement after Build_Records. With `footnotes` a value that has one carries its id behind
 /// CodeSeparator. An arrangement without rows gives no statement.

@@ -71,6 +71,6 @@ struct ShowOutcome {
 /// any disk; `fallback` when nothing is left.
 [[nodiscard]] QString CleanedTitle(const QString& title, const QString& fallback);
 /// Most rows of a table; below it notes and sources must find room.
-constexpr int MostTableRows = 60000;
+constexpr int kMostTableRows = 60000;
 
 } // namespace tessaro

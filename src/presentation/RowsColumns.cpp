@@ -10,7 +10,7 @@ namespace tessaro {
 
 RowsColumns::FieldList RowsColumns::Available() const {
     FieldList fields;
-    for (int i = 0; i < PivotFieldCount; ++i)
+    for (int i = 0; i < kPivotFieldCount; ++i)
         if (PlacementOf(static_cast<PivotField>(i)) == Placement::Unused) fields.push_back(static_cast<PivotField>(i));
     return fields;
 }
@@ -22,7 +22,7 @@ Placement RowsColumns::PlacementOf(PivotField field) const {
 }
 
 void RowsColumns::Place(PivotField field, Placement placement) {
-    if (PlacementOf(field) != placement) PlaceAt(field, placement, PivotFieldCount);
+    if (PlacementOf(field) != placement) PlaceAt(field, placement, kPivotFieldCount);
 }
 
 void RowsColumns::PlaceAt(PivotField field, Placement placement, int position) {
@@ -81,7 +81,7 @@ void RowsColumns::FillEmptyRows() {
 RowsColumns::FieldList RowsColumns::Build_Records(const std::function<void(int)>& progress) {
     const ErrorTrap trap("Build_Records");
     FieldList moved;
-    for (int i = 0; i < PivotFieldCount; ++i) {
+    for (int i = 0; i < kPivotFieldCount; ++i) {
         const auto field = static_cast<PivotField>(i);
         if (progress) progress(20 + 15 * i);
         // Areas usually differ in their names; where two areas have the same name, the id is needed too, so it is
@@ -112,7 +112,7 @@ QString GroupList(const RowsColumns& arrangement) {
 }
 
 QString DistinctStatement(PivotField field) {
-    return QStringLiteral("SELECT DISTINCT ") + KeyOf(field) + InView(joins::Distinct);
+    return QStringLiteral("SELECT DISTINCT ") + KeyOf(field) + InView(joins::kDistinct);
 }
 
 } // namespace
@@ -121,7 +121,7 @@ QString DistinctStatement(PivotField field) {
 bool MultipleExists(PivotField field, const RowsColumns& arrangement) {
     const QString f = KeyOf(field);
     const QString groups = GroupList(arrangement);
-    const QString from = InView(joins::SharedCells);
+    const QString from = InView(joins::kSharedCells);
     const QString groupBy = groups.isEmpty() ? QString() : QStringLiteral(" GROUP BY ") + groups;
     const Records counts = Select(QStringLiteral("SELECT Count(") + f + QStringLiteral(") AS CoutField") + from +
                                   groupBy + QStringLiteral(" ORDER BY Count(") + f + QStringLiteral(") DESC"));
@@ -149,7 +149,7 @@ QStringList SingleValues(int most) {
 }
 
 int GetDistinctCount(PivotField field) {
-    Records values = Select(QStringLiteral("SELECT DISTINCT ") + KeyOf(field) + InView(joins::DistinctCount, {}));
+    Records values = Select(QStringLiteral("SELECT DISTINCT ") + KeyOf(field) + InView(joins::kDistinctCount, {}));
     return values.isOpen() ? static_cast<int>(values.rows().RecordCount()) : 0;
 }
 

@@ -13,7 +13,7 @@ namespace tessaro {
 namespace {
 
 constexpr int kHeadLines = 4;
-constexpr int kReadLines = PivotFieldCount;
+constexpr int kReadLines = kPivotFieldCount;
 constexpr qint64 kLargestLayout = 1 << 20;
 constexpr unsigned kInputPastEnd = 62;
 constexpr unsigned kBadFileFormat = 321;

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/FileDialogs.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "presentation/frmLoadRC.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
@@ -75,7 +76,7 @@ void RowsColumnsPage::ConnectList(KeyedList* list, Placement placement) {
     if (placement != Placement::Unused)
         connect(list, &KeyedList::DeletePressed, this, [this, list] { Move(list, Placement::Unused); });
     connect(list, &KeyedList::ItemsDroppedFrom, this,
-            [this, placement](KeyedList* from, int row) { Move(from, placement, row < 0 ? PivotFieldCount : row); });
+            [this, placement](KeyedList* from, int row) { Move(from, placement, row < 0 ? kPivotFieldCount : row); });
     connect(list, &KeyedList::HighlightChanged, this, &RowsColumnsPage::ShowButtons);
     connect(list, &KeyedList::CurrentTextChanged, this, [this, list] { ShowDetails(list->CurrentKey()); });
     if (placement == Placement::Unused) return;
@@ -138,7 +139,7 @@ void RowsColumnsPage::Move(KeyedList* from, Placement placement, int row) {
         const auto field = FieldOfKey(item.key);
         if (!field) continue;
         changed.PlaceAt(*field, placement, row);
-        if (row < PivotFieldCount) ++row;
+        if (row < kPivotFieldCount) ++row;
         last = item.key;
     }
     if (last.isEmpty()) return;

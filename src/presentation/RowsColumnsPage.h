@@ -40,7 +40,7 @@ class RowsColumnsPage final : public QWidget {
     void NameLists();
     void ConnectList(KeyedList* list, Placement placement);
     void ConnectButtons();
-    void Move(KeyedList* from, Placement placement, int row = PivotFieldCount);
+    void Move(KeyedList* from, Placement placement, int row = kPivotFieldCount);
     void Shift(Placement placement, int by);
     void ShowLists();
     void ShowDetails(const QString& key);

@@ -45,9 +45,9 @@ TableWorkbook::TableWorkbook(office::Workbook book, const PivotTable& table, con
 
 void TableWorkbook::Write() {
     if (options_.addColor)
-        for (int i = 0; i < RangeCount; ++i)
-            book_.SetColors(FirstRangeSlot + i, options_.ranges.colors[static_cast<std::size_t>(i)]);
-    book_.SetColors(HeaderSlot, QColor(241, 241, 241));
+        for (int i = 0; i < kRangeCount; ++i)
+            book_.SetColors(kFirstRangeSlot + i, options_.ranges.colors[static_cast<std::size_t>(i)]);
+    book_.SetColors(kHeaderSlot, QColor(241, 241, 241));
     sheet_.SetName(Plain("Table"));
     FindDecimals();
     MeasureColumns();
@@ -205,7 +205,7 @@ void TableWorkbook::WriteMarks() {
     for (std::size_t start = 0; start < marks_.size(); start += kMarksAtOnce) {
         const auto from = marks_.begin() + static_cast<std::ptrdiff_t>(start);
         const auto count = std::min<std::ptrdiff_t>(kMarksAtOnce, marks_.end() - from);
-        sheet_.MarkEnds({from, from + count}, RedSlot, regular);
+        sheet_.MarkEnds({from, from + count}, kRedSlot, regular);
         progress_.Child(static_cast<int>(100 * (start + static_cast<std::size_t>(count)) / marks_.size()));
     }
 }
@@ -216,7 +216,7 @@ void TableWorkbook::WriteLegend() {
     const char* const texts[kLegendLines] = {"Table Color3", "Table Color2", "Table Color1"};
     for (int i = 0; i < kLegendLines; ++i) {
         const int row = layout_.LegendRow + i;
-        sheet_.Cells(row, 1).SetStyle({.interiorColorIndex = FirstRangeSlot + i});
+        sheet_.Cells(row, 1).SetStyle({.interiorColorIndex = kFirstRangeSlot + i});
         sheet_.Cells(row, 2).SetStyle(look);
         sheet_.Cells(row, 2).SetValue(Plain(texts[i]));
     }
@@ -274,9 +274,9 @@ TableWorkbook::LineRoom TableWorkbook::RoomOfLines() const {
         room += widths_.SheetWidth(column, options_.bodyFont);
     if (widths_.PagesFor(fields, options_.bodyFont) > 1 && room >= kLeastLine) return {fields, room, room};
     int columns = 0;
-    for (room = 0; room < PageDigits - kWidestColumn && columns < kMostMerged; ++columns)
+    for (room = 0; room < kPageDigits - kWidestColumn && columns < kMostMerged; ++columns)
         room += columns < LastColumn() ? widths_.SheetWidth(columns + 1, options_.bodyFont) : kEmptyColumn;
-    return {columns, room, PageDigits};
+    return {columns, room, kPageDigits};
 }
 
 // Longer texts are wrapped.
@@ -296,20 +296,20 @@ void TableWorkbook::WrapLongLines() {
 void TableWorkbook::FormatTable() {
     const int header = TableLayout::HeaderRow;
     office::Range head = sheet_.Cells(header, 1, header, LastColumn());
-    head.SetStyle({.fontColorIndex = WhiteSlot, .interiorColorIndex = GraySlot});
+    head.SetStyle({.fontColorIndex = kWhiteSlot, .interiorColorIndex = kGraySlot});
     sheet_.Cells(TableLayout::FirstDataRow, 1, layout_.DataEnd, table_.FieldCount())
-        .SetStyle({.fontColorIndex = DarkRedSlot, .interiorColorIndex = HeaderSlot});
+        .SetStyle({.fontColorIndex = kDarkRedSlot, .interiorColorIndex = kHeaderSlot});
 }
 
 void TableWorkbook::DrawBorders() {
     progress_.Label("Filling borders");
     if (options_.addColor)
         sheet_.Cells(TableLayout::HeaderRow, 1, layout_.DataEnd, LastColumn())
-            .SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
+            .SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, kLineSlot});
     if (!options_.formatTable) return;
     office::Range head = sheet_.Cells(TableLayout::HeaderRow, 1, TableLayout::HeaderRow, LastColumn());
     head.SetBorders(office::EdgeTop, {});
-    head.SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, BlackSlot});
+    head.SetBorders(office::EdgeBottom, {office::LineWeight::Medium, office::LineStyle::Continuous, kBlackSlot});
 }
 
 void TableWorkbook::Dress() {
@@ -335,11 +335,11 @@ ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& 
     if (kind == WizardKind::Graph) arrangement.FillEmptyRows();
     if (arrangement.Rows().empty()) return {kind == WizardKind::Table ? ShowResult::NoRows : ShowResult::NoYAxis};
     const int columns = CountPivotColumns(arrangement);
-    if (columns + static_cast<int>(arrangement.Rows().size()) > MostPivotColumns)
+    if (columns + static_cast<int>(arrangement.Rows().size()) > kMostPivotColumns)
         return {ShowResult::TooManyColumns, {}, columns, WidestColumnField(arrangement)};
     table = ReadPivot(BuildPivotSQL(arrangement, ShowFootnotes), [&](int percent) { progress.Child(percent); });
     if (table.RowCount() == 0) return {ShowResult::NoData};
-    if (table.RowCount() > MostTableRows) return {ShowResult::TooManyRows, {}, table.RowCount()};
+    if (table.RowCount() > kMostTableRows) return {ShowResult::TooManyRows, {}, table.RowCount()};
     progress.Label("SETTING THE ORDER BY CLAUSE");
     if (!arrangement.Columns().empty()) table.SortColumns();
     ShowOutcome outcome;

@@ -40,7 +40,7 @@ void ReadLimits(ColorRanges& record) {
     double lowest = 0;
     double highest = 0;
     bool any = false;
-    for (Records values = Select(QStringLiteral("SELECT D.Datavalue ") + QLatin1String(joins::ValueRanges.from) +
+    for (Records values = Select(QStringLiteral("SELECT D.Datavalue ") + QLatin1String(joins::kValueRanges.from) +
                                  OfIndicator(record.IndicatorGId) + AndInView());
          !values.atEnd(); values.MoveNext()) {
         double value = 0;
@@ -59,7 +59,7 @@ std::vector<double> RoundedValues(const ColorRanges& record, const QString& mask
     std::vector<double> found;
     for (Records values = Select(
              QStringLiteral("SELECT iif(D.Datavalue=0,0,cdbl(format(D.Datavalue,'") + mask +
-             QStringLiteral("'))) as DataValue ") + QLatin1String(joins::ValueRanges.from) +
+             QStringLiteral("'))) as DataValue ") + QLatin1String(joins::kValueRanges.from) +
              OfIndicator(record.IndicatorGId) + QStringLiteral(" AND  (D.DataValue between cdbl('") + record.MinValue +
              QStringLiteral("') AND cdbl('") + record.MaxValue + QStringLiteral("')) ") + AndInView());
          !values.atEnd(); values.MoveNext())
@@ -74,7 +74,7 @@ QString ValueRange::Text() const {
                                           : DisplayedValue(From) + QStringLiteral(" - ") + DisplayedValue(To);
 }
 
-std::array<QColor, RangeCount> ValueRanges::DefaultColors() {
+std::array<QColor, kRangeCount> ValueRanges::DefaultColors() {
     // The file format's own colours of these slots; they are kept exactly.
     return {QColor(0xCC, 0xFF, 0xCC), QColor(0xFF, 0xFF, 0x99), QColor(0xFF, 0xB3, 0xA7)};
 }
@@ -88,7 +88,7 @@ const ColorRanges* ValueRanges::Find(const QString& indicator) const {
 }
 
 int ColorRanges::SlotOfRange(int range) const {
-    return FirstRangeSlot + (HighIsGood ? RangeCount - 1 - range : range);
+    return kFirstRangeSlot + (HighIsGood ? kRangeCount - 1 - range : range);
 }
 
 int ColorRanges::SlotOf(double value) const {
@@ -96,7 +96,7 @@ int ColorRanges::SlotOf(double value) const {
     double highest = 0;
     if (Number(Ranges.front().From, lowest) && value < lowest) return -1;
     if (Number(Ranges.back().To, highest) && value > highest) return -1;
-    for (int i = 0; i < RangeCount; ++i) {
+    for (int i = 0; i < kRangeCount; ++i) {
         const ValueRange& range = Ranges[static_cast<std::size_t>(i)];
         double from = 0;
         double to = 0;
@@ -111,7 +111,7 @@ std::vector<ColorRanges> InitColorRanges() {
     for (Records rows =
              Select(QStringLiteral("SELECT IUS.[Indicator],IUS.IndicatorGId, Min(D.Datavalue) AS "
                                    "MinOfDatavalue, Max(D.Datavalue) AS MaxOfDatavalue  ") +
-                    InView(joins::ValueRanges) + QStringLiteral(" GROUP BY IUS.[Indicator],IUS.IndicatorGId "));
+                    InView(joins::kValueRanges) + QStringLiteral(" GROUP BY IUS.[Indicator],IUS.IndicatorGId "));
          !rows.atEnd(); rows.MoveNext()) {
         ColorRanges record;
         record.Indicator = rows.Text("Indicator");
@@ -134,13 +134,13 @@ void CutRanges(ColorRanges& record) {
         GetEqualSizeIntervals(record);
 }
 
-std::array<ValueCut, RangeCount> CutByCount(const std::vector<double>& ascending) {
-    std::array<ValueCut, RangeCount> cuts;
+std::array<ValueCut, kRangeCount> CutByCount(const std::vector<double>& ascending) {
+    std::array<ValueCut, kRangeCount> cuts;
     const int n = static_cast<int>(ascending.size());
     int start = 0;
-    for (int i = 0; i < RangeCount && start < n; ++i) {
+    for (int i = 0; i < kRangeCount && start < n; ++i) {
         const int left = n - start;
-        int end = start + std::max(1, left / (RangeCount - i));
+        int end = start + std::max(1, left / (kRangeCount - i));
         while (end < n && ascending[static_cast<std::size_t>(end)] == ascending[static_cast<std::size_t>(end - 1)])
             ++end;
         cuts[static_cast<std::size_t>(i)] = {ascending[static_cast<std::size_t>(start)],
@@ -178,12 +178,12 @@ void GetEqualSizeIntervals(ColorRanges& record) {
     const auto rounded = [d](double value) { return ToNumber(WithDecimals(value, d)); };
     const double min = rounded(lowest);
     const double max = rounded(highest);
-    const double r = rounded((max - min) / RangeCount);
+    const double r = rounded((max - min) / kRangeCount);
     double from = min;
     double last = min;
-    for (int i = 0; i < RangeCount; ++i) {
+    for (int i = 0; i < kRangeCount; ++i) {
         if (i > 0) from = std::min(rounded(last + StepOf(d)), max);
-        last = i + 1 == RangeCount ? max : std::min(rounded(from + r), max);
+        last = i + 1 == kRangeCount ? max : std::min(rounded(from + r), max);
         ValueRange& range = record.Ranges[static_cast<std::size_t>(i)];
         range.From = WithDecimals(from, d);
         range.To = WithDecimals(last, d);
@@ -197,7 +197,7 @@ int GetRangeCount(const ColorRanges& record, const QString& from, const QString&
     double number = 0;
     if (!Number(from, number) || !Number(to, number)) return 0;
     const Records counts =
-        Select(QStringLiteral(" SELECT Count(IUS.IndicatorGId) AS CoutField") + QLatin1String(joins::RangeCount.from) +
+        Select(QStringLiteral(" SELECT Count(IUS.IndicatorGId) AS CoutField") + QLatin1String(joins::kRangeCount.from) +
                QStringLiteral(" WHERE (((IUS.IndicatorGId)=") + Quoted(record.IndicatorGId) +
                QStringLiteral(" AND ((D.Datavalue) Between cdbl('") + from.trimmed() +
                QStringLiteral("')  And cdbl('") + to.trimmed() + QStringLiteral("')) AND ((") +
@@ -207,13 +207,13 @@ int GetRangeCount(const ColorRanges& record, const QString& from, const QString&
 
 QString GetFormatString(int decimals) {
     return decimals < 0 ? QStringLiteral("#.0")
-                        : QStringLiteral("#0.") + QString(std::min(decimals, MostDecimals), QLatin1Char('0'));
+                        : QStringLiteral("#0.") + QString(std::min(decimals, kMostDecimals), QLatin1Char('0'));
 }
 
 int MaxOfDecimals(const QString& indicatorGId) {
     qsizetype most = 0;
     for (Records values = Select(QStringLiteral("SELECT DISTINCT D.Datavalue ") +
-                                 QLatin1String(joins::ValueRanges.from) + OfIndicator(indicatorGId) + AndInView());
+                                 QLatin1String(joins::kValueRanges.from) + OfIndicator(indicatorGId) + AndInView());
          !values.atEnd(); values.MoveNext()) {
         const QString value = values.Text(std::size_t{0}).trimmed();
         const qsizetype point = value.indexOf(QLatin1Char('.'));
@@ -223,7 +223,7 @@ int MaxOfDecimals(const QString& indicatorGId) {
             ++end;
         most = std::max(most, end - point - 1);
     }
-    return static_cast<int>(std::min<qsizetype>(most, MostDecimals));
+    return static_cast<int>(std::min<qsizetype>(most, kMostDecimals));
 }
 
 void GetRGB(long colourValue, int& red, int& green, int& blue) {

@@ -10,7 +10,7 @@
 /// Cuts an indicator's values into three ranges, each with a colour.
 namespace tessaro {
 
-constexpr int RangeCount = 3;
+constexpr int kRangeCount = 3;
 
 enum class RangeMethod { EqualCount, EqualSize };
 
@@ -34,7 +34,7 @@ struct ColorRanges {
     RangeMethod Method = RangeMethod::EqualCount;
     bool HighIsGood = true;
     int Decimals = 0;
-    std::array<ValueRange, RangeCount> Ranges;
+    std::array<ValueRange, kRangeCount> Ranges;
 
     /// The palette slot of a value, from FirstRangeSlot on, by the range that holds it (turned round when high values
     /// are good); -1 outside them all.
@@ -47,9 +47,9 @@ struct ColorRanges {
 /// The ranges of all indicators, and the colours of their slots.
 struct ValueRanges {
     std::vector<ColorRanges> records;
-    std::array<QColor, RangeCount> colors = DefaultColors();
+    std::array<QColor, kRangeCount> colors = DefaultColors();
 
-    [[nodiscard]] static std::array<QColor, RangeCount> DefaultColors();
+    [[nodiscard]] static std::array<QColor, kRangeCount> DefaultColors();
     /// The record of an indicator's name; the only one whatever the name, when there is just one. nullptr for none.
     [[nodiscard]] const ColorRanges* Find(const QString& indicator) const;
     bool operator==(const ValueRanges&) const = default;
@@ -78,6 +78,6 @@ struct ValueCut {
     double to = 0;
     int count = 0;
 };
-[[nodiscard]] std::array<ValueCut, RangeCount> CutByCount(const std::vector<double>& ascending);
+[[nodiscard]] std::array<ValueCut, kRangeCount> CutByCount(const std::vector<double>& ascending);
 
 } // namespace tessaro

@@ -67,7 +67,7 @@ QString RecordText(const ColorRanges& record) {
 
 std::optional<ColorRanges> RecordFrom(const QString& text) {
     const QStringList parts = text.split(kPart);
-    if (parts.size() != kRangeParts + kPartsOfRange * RangeCount) return std::nullopt;
+    if (parts.size() != kRangeParts + kPartsOfRange * kRangeCount) return std::nullopt;
     ColorRanges record;
     record.IndicatorGId = FromPlainLineText(parts[0]);
     record.Indicator = FromPlainLineText(parts[1]);
@@ -115,7 +115,7 @@ DraftLine ColorsLine(const char* name, ValueRanges& ranges) {
         },
         [&ranges](const QString& text) {
             const QStringList names = text.split(kPart);
-            if (names.size() != RangeCount) return false;
+            if (names.size() != kRangeCount) return false;
             for (std::size_t i = 0; i < ranges.colors.size(); ++i)
                 ranges.colors[i].setNamedColor(names[static_cast<qsizetype>(i)]);
             return std::all_of(ranges.colors.begin(), ranges.colors.end(),
@@ -135,7 +135,7 @@ DraftLines LinesOf(TableDraft& draft) {
             FontLine("body font", options.bodyFont),
             FlagLine("format", options.formatTable),
             FlagLine("sort", options.sort),
-            NumberLine("sort column", options.sortColumn, MostPivotColumns),
+            NumberLine("sort column", options.sortColumn, kMostPivotColumns),
             FlagLine("sort ascending", options.sortAscending),
             FlagLine("color", options.addColor),
             FlagLine("same decimals", options.sameDecimals),
@@ -157,7 +157,7 @@ DraftLines LinesOf(GraphDraft& draft) {
             FlagLine("kind chosen", draft.kindChosen),
             FlagLine("format", options.formatTable),
             FlagLine("sort", options.sort),
-            NumberLine("sort column", options.sortColumn, MostPivotColumns),
+            NumberLine("sort column", options.sortColumn, kMostPivotColumns),
             FlagLine("sort ascending", options.sortAscending)};
 }
 

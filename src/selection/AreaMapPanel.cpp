@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "layers/MapFiles.h"
 #include "layers/Seam.h"
 #include "selection/AreaMaps.h"
@@ -73,7 +74,7 @@ QToolButton* AreaMapPanel::AddButton(const char* name, const char* picture, cons
     button->setObjectName(QLatin1String(name));
     button->setAutoRaise(true);
     button->setIcon(theme::Icon(QLatin1String(picture)));
-    button->setIconSize({theme::IconSize, theme::IconSize});
+    button->setIconSize({theme::kIconSize, theme::kIconSize});
     button->setFocusPolicy(Qt::TabFocus);
     picMapControls_->layout()->addWidget(button);
     captions_.push_back({button, QLatin1String(textKey)});
@@ -89,8 +90,8 @@ void AreaMapPanel::AddTool(MapTool tool, const char* name, const char* picture, 
 
 void AreaMapPanel::MakeTools() {
     auto* row = new QHBoxLayout(picMapControls_);
-    row->setContentsMargins(theme::Grid, theme::Grid, theme::Grid, theme::Grid);
-    row->setSpacing(theme::Grid / 2);
+    row->setContentsMargins(theme::kGrid, theme::kGrid, theme::kGrid, theme::kGrid);
+    row->setSpacing(theme::kGrid / 2);
     AddTool(MapTool::Select, "cmdMapSelect", "pointer.png", "TS_SelectOnMap");
     AddTool(MapTool::ZoomIn, "cmdMapZoomIn", "zoom_in.png", "Zoom In");
     AddTool(MapTool::ZoomOut, "cmdMapZoomOut", "zoom_out.png", "Zoom Out");
@@ -106,7 +107,7 @@ void AreaMapPanel::MakeTools() {
     labels_ = AddButton("cmdMapLabels", "label.png", "Labels");
     labels_->setCheckable(true);
     connect(labels_, &QToolButton::toggled, this, &AreaMapPanel::ShowLabels);
-    row->addSpacing(theme::Grid);
+    row->addSpacing(theme::kGrid);
     row->addWidget(lblAreaUnderPointer_, 1);
     connect(tools_, &QButtonGroup::idClicked, this, [this](int tool) { map_->SetTool(static_cast<MapTool>(tool)); });
 }

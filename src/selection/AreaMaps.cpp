@@ -28,10 +28,10 @@ bool HasAreaMaps() {
 }
 
 QString MapOfChildren(const QString& nodeKey) {
-    const bool root = nodeKey == QLatin1String(AreaRootKey);
+    const bool root = nodeKey == QLatin1String(kAreaRootKey);
     const QString id = root ? QString() : IdOfKey(nodeKey);
     QString sql = QStringLiteral("SELECT DISTINCT MapFile FROM Area WHERE Len(AreaId) = %1")
-                      .arg(id.length() + CharactersPerLevel);
+                      .arg(id.length() + kCharactersPerLevel);
     if (!root) sql += QStringLiteral(" AND MID(AreaID,1,%1) = ").arg(id.length()) + Quoted(id);
     const QSet<QString> maps = MapsOf(sql);
     return maps.size() == 1 ? *maps.begin() : QString();

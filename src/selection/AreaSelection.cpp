@@ -10,14 +10,14 @@ namespace tessaro::selection {
 
 namespace {
 
-constexpr const char* NotYetSelected = ") AND AreaNId NOT in (SELECT AreaNId FROM _SelArea)";
+constexpr const char* kNotYetSelected = ") AND AreaNId NOT in (SELECT AreaNId FROM _SelArea)";
 
 QString Text(const char* text) {
     return QString::fromLatin1(text);
 }
 
 bool IsRoot(const QString& nodeKey) {
-    return nodeKey == Text(AreaRootKey);
+    return nodeKey == Text(kAreaRootKey);
 }
 
 KeyedItem ItemOf(const Records& rows) {
@@ -51,10 +51,10 @@ QString AvailableAreasSql(const QString& nodeKey) {
     QString sql = QStringLiteral("SELECT AreaGId, AreaID, AreaName, AreaNId From Area As A WHERE ");
     const QString id = IdOfKey(nodeKey);
     if (IsRoot(nodeKey))
-        sql += QStringLiteral(" Len(AreaId) = %1").arg(CharactersPerLevel);
+        sql += QStringLiteral(" Len(AreaId) = %1").arg(kCharactersPerLevel);
     else
         sql += QStringLiteral("MID(AreaID,1, len(") + Quoted(id) + QStringLiteral(")) = ") + Quoted(id) +
-               QStringLiteral("  AND Len(AreaId) = %1").arg(id.length() + CharactersPerLevel);
+               QStringLiteral("  AND Len(AreaId) = %1").arg(id.length() + kCharactersPerLevel);
     sql += Criterion(QStringLiteral(" AND A."));
     sql += GlobalLocal(QStringLiteral(" AND "),
                        {IsRoot(nodeKey) ? QStringLiteral("AreaGId") : QStringLiteral("A.AreaGId")});
@@ -69,10 +69,10 @@ std::vector<AreaRow> AvailableAreas(const QString& nodeKey) {
 }
 
 QSet<QString> ParentsAmongChildren(const QString& nodeKey) {
-    const qsizetype length = (IsRoot(nodeKey) ? 0 : IdOfKey(nodeKey).length()) + CharactersPerLevel;
+    const qsizetype length = (IsRoot(nodeKey) ? 0 : IdOfKey(nodeKey).length()) + kCharactersPerLevel;
     QString sql = QStringLiteral("SELECT DISTINCT MID(A.AreaID,1,%1) FROM Area As A WHERE Len(A.AreaID) = %2")
                       .arg(length)
-                      .arg(length + CharactersPerLevel);
+                      .arg(length + kCharactersPerLevel);
     if (!IsRoot(nodeKey))
         sql += QStringLiteral(" AND MID(A.AreaID,1,%1) = ").arg(IdOfKey(nodeKey).length()) + Quoted(IdOfKey(nodeKey));
     sql += Criterion(QStringLiteral(" AND A.")) + GlobalLocal(QStringLiteral(" AND "), {QStringLiteral("A.AreaGId")});
@@ -84,12 +84,12 @@ QSet<QString> ParentsAmongChildren(const QString& nodeKey) {
 
 int AreaDepth() {
     const Records rows = Select(QStringLiteral("SELECT MAX(AreaLevel) From Area"));
-    constexpr qint64 kDeepest = schema::AreaIdWidth / CharactersPerLevel;
+    constexpr qint64 kDeepest = schema::kAreaIdWidth / kCharactersPerLevel;
     return rows.atEnd() ? 0 : static_cast<int>(std::clamp<qint64>(rows.Number(std::size_t{0}), 0, kDeepest));
 }
 
 QString AreasOfLevelSql(int level, const QString& nodeKey, bool onlyWithData) {
-    QString where = QStringLiteral(" WHERE Len(A.AreaId) = %1").arg(level * CharactersPerLevel);
+    QString where = QStringLiteral(" WHERE Len(A.AreaId) = %1").arg(level * kCharactersPerLevel);
     const QString id = IdOfKey(nodeKey);
     if (!IsRoot(nodeKey)) where += QStringLiteral(" AND Mid(A.AreaId,1,%1) = ").arg(id.length()) + Quoted(id);
     where += Criterion(QStringLiteral(" AND A."));
@@ -108,13 +108,13 @@ bool AreaSelection::AddAreas(const QString& idList) {
     SelectionChanged = true;
     if (idList.isEmpty()) return true;
     Records rows =
-        Select(QStringLiteral("SELECT AreaID FROM Area  WHERE AreaNId in (") + idList + Text(NotYetSelected));
+        Select(QStringLiteral("SELECT AreaID FROM Area  WHERE AreaNId in (") + idList + Text(kNotYetSelected));
     for (; !rows.atEnd(); rows.MoveNext())
         ids_.insert(rows.Text(std::size_t{0}));
     return Execute(
         QStringLiteral("INSERT INTO _SelArea (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile)  SELECT AreaGId, "
                        "AreaNId, AreaID, AreaName, AreaLevel, MapFile FROM Area  WHERE AreaNId in (") +
-        idList + Text(NotYetSelected));
+        idList + Text(kNotYetSelected));
 }
 
 bool AreaSelection::AddItems(const std::vector<KeyedItem>& items) {

@@ -12,8 +12,8 @@
 /// List keys are "A" + AreaNId; tree keys "A" + AreaID, the root "___".
 namespace tessaro::selection {
 
-constexpr const char* AreaRootKey = "___";
-using schema::CharactersPerLevel;
+constexpr const char* kAreaRootKey = "___";
+using schema::kCharactersPerLevel;
 
 /// An area as the lists show it and as the tree needs it.
 struct AreaRow {

@@ -9,11 +9,11 @@ namespace tessaro::selection {
 
 namespace {
 
-constexpr const char* Separator = "{[~]}";
-constexpr ChildQuery NoChildren{nullptr, nullptr, nullptr};
+constexpr const char* kSeparator = "{[~]}";
+constexpr ChildQuery kNoChildren{nullptr, nullptr, nullptr};
 
 // clang-format off
-constexpr std::array<ClassificationView, ClassificationCount> Table{{
+constexpr std::array<ClassificationView, kClassificationCount> kTable{{
     {"TV_IND", "Sectors", "SECTOR", "SEC",
      "SELECT DISTINCT SL1.SectorLabel1GId, SL1.SectorLabel1  FROM SectorLabel1 AS SL1 INNER JOIN Sector AS Sec ON SL1.SectorLabel1GId = Sec.SectorLabel1GId ",
      "SL1.SectorLabel1GId", " ORDER BY SL1.SectorLabel1 ", 0, 0, 1,
@@ -21,7 +21,7 @@ constexpr std::array<ClassificationView, ClassificationCount> Table{{
      " S.", true,
      {" S.SectorLabel1GId = ", " AND S.SectorLabel2GId = ", nullptr},
      {ChildQuery{"SELECT SL2.SectorLabel2GId, SL2.SectorLabel2  FROM SectorLabel2 AS SL2 INNER JOIN Sector AS S ON SL2.SectorLabel2GId = S.SectorLabel2GId  WHERE",
-                 "SL2.SectorLabel2GId", " ORDER BY SL2.SectorLabel2"}, NoChildren},
+                 "SL2.SectorLabel2GId", " ORDER BY SL2.SectorLabel2"}, kNoChildren},
      "  (Sector AS Sec INNER JOIN Indicator_Sector AS I_Sec ON Sec.SectorLabel2GId = I_Sec.SectorLabel2GId) INNER JOIN ",
      " ON I_Sec.IndicatorGId = IUS.IndicatorGId ", " WHERE Sec."},
     {"TV_GOALS", "Goals", "GOAL", "GLS",
@@ -41,7 +41,7 @@ constexpr std::array<ClassificationView, ClassificationCount> Table{{
      "", "", 1, 1, 2,
      " (CF INNER JOIN (Indicator_CF AS I_C INNER JOIN Indicator_Unit_subpop AS IUS ON I_C.IUSNId = IUS.IUSNId) ON CF.CFGId = I_C.CFGId) INNER JOIN [Indicator] AS I ON I.IndicatorGId = IUS.IndicatorGId ",
      " CF.", true,
-     {" CF.CFGId = ", nullptr, nullptr}, {NoChildren, NoChildren},
+     {" CF.CFGId = ", nullptr, nullptr}, {kNoChildren, kNoChildren},
      "  (CF INNER JOIN Indicator_CF AS I_C ON CF.CFGId = I_C.CFGId) INNER JOIN ",
      " ON I_C.IUSNId = IUS.IUSNId ", " WHERE CF."},
     {"TV_Themes", "Themes", "THEME", "THM",
@@ -49,7 +49,7 @@ constexpr std::array<ClassificationView, ClassificationCount> Table{{
      "ThemeGId", " ORDER BY ThemeLabel1 ", 0, 0, 1,
      " (Theme AS T INNER JOIN (Indicator_Theme AS I_T INNER JOIN Indicator_Unit_subpop AS IUS ON I_T.IUSNId = IUS.IUSNId) ON T.ThemeGId = I_T.ThemeGId) INNER JOIN [Indicator] AS I ON I.IndicatorGId = IUS.IndicatorGId ",
      " T.", true,
-     {" T.ThemeGId = ", nullptr, nullptr}, {NoChildren, NoChildren},
+     {" T.ThemeGId = ", nullptr, nullptr}, {kNoChildren, kNoChildren},
      "  (Theme AS TH INNER JOIN Indicator_Theme AS I_T ON TH.ThemeGId = I_T.ThemeGId) INNER JOIN ",
      " ON I_T.IUSNId = IUS.IUSNId ", " WHERE TH."},
     {"TV_Sources", "Sources", "Comm_Source", "SRC",
@@ -58,7 +58,7 @@ constexpr std::array<ClassificationView, ClassificationCount> Table{{
      " (Source AS S INNER JOIN (Indicator_Source AS I_S INNER JOIN Indicator_Unit_subpop AS IUS ON I_S.IUSNId = IUS.IUSNId) ON S.SourceNId = I_S.SourceNId) INNER JOIN [Indicator] AS I ON I.IndicatorGId = IUS.IndicatorGId ",
      " S.", false,
      {" S.RegionNId = ", " AND S.SourceNId = ", nullptr},
-     {ChildQuery{"SELECT SourceNId, Source, SourceGId FROM Source As S  WHERE", "S.SourceGId", " Order BY Source", 2}, NoChildren},
+     {ChildQuery{"SELECT SourceNId, Source, SourceGId FROM Source As S  WHERE", "S.SourceGId", " Order BY Source", 2}, kNoChildren},
      "  (Source AS S INNER JOIN Indicator_Source AS I_S ON S.SourceNId = I_S.SourceNId) INNER JOIN ",
      " ON I_S.IUSNId = IUS.IUSNId ", " WHERE S."},
     {"TV_INST", "Institutions", "INSTITUTION", "INST",
@@ -68,7 +68,7 @@ constexpr std::array<ClassificationView, ClassificationCount> Table{{
      " Inst.", true,
      {" Inst.InstitutionLabel1GId = ", " AND Inst.InstitutionLabel2GId = ", nullptr},
      {ChildQuery{"SELECT IL2.InstitutionLabel2GId, IL2.InstitutionLabel2  FROM InstitutionLabel2 AS IL2 INNER JOIN Institution AS Inst ON IL2.InstitutionLabel2GId = Inst.InstitutionLabel2GId  WHERE",
-                 "IL2.InstitutionLabel2GId", " ORDER BY IL2.InstitutionLabel2"}, NoChildren},
+                 "IL2.InstitutionLabel2GId", " ORDER BY IL2.InstitutionLabel2"}, kNoChildren},
      "  (Institution AS Inst INNER JOIN Indicator_Institution AS I_I ON Inst.InstitutionLabel2GId = I_I.InstitutionLabel2GId) INNER JOIN ",
      " ON I_I.IUSNId = IUS.IUSNId ", " WHERE Inst."},
     {"TV_Rights", "Rights", "RIGHT", "RGT",
@@ -109,12 +109,12 @@ QString PathConditions(const ClassificationView& view, const QStringList& path) 
 
 } // namespace
 
-const std::array<ClassificationView, ClassificationCount>& Classifications() {
-    return Table;
+const std::array<ClassificationView, kClassificationCount>& Classifications() {
+    return kTable;
 }
 
 bool IsViewEnabled(int view) {
-    return view >= 0 && view < ClassificationCount && IndicatorViews[static_cast<std::size_t>(view)].wanted;
+    return view >= 0 && view < kClassificationCount && IndicatorViews[static_cast<std::size_t>(view)].wanted;
 }
 
 int FirstView() {
@@ -122,21 +122,21 @@ int FirstView() {
     const int wanted = IndicatorOpenWith.trimmed().toInt(&isNumber);
     if (isNumber && IsViewEnabled(wanted)) return wanted;
     if (IsViewEnabled(1)) return 1;
-    for (int view = 0; view < ClassificationCount; ++view)
+    for (int view = 0; view < kClassificationCount; ++view)
         if (IsViewEnabled(view)) return view;
     return 0;
 }
 
 QString NodeKey(const QString& id, char tag, int counter) {
-    return id + Text(Separator) + QLatin1Char(tag) + Text(Separator) + QString::number(counter);
+    return id + Text(kSeparator) + QLatin1Char(tag) + Text(kSeparator) + QString::number(counter);
 }
 
 QString IdOfNodeKey(const QString& key) {
-    return key.section(Text(Separator), 0, 0);
+    return key.section(Text(kSeparator), 0, 0);
 }
 
 bool IsRootKey(const QString& key) {
-    return !key.contains(Text(Separator));
+    return !key.contains(Text(kSeparator));
 }
 
 QString FirstLevelSql(int view) {

@@ -11,7 +11,7 @@
 /// The seven ways of classifying indicators, as rows of one table.
 namespace tessaro::selection {
 
-constexpr int ClassificationCount = 7;
+constexpr int kClassificationCount = 7;
 
 /// The statement that reads the children of a node, in parts: `select` up to WHERE, then the conditions on the levels
 /// above, the GlobalLocalFilter on `gidColumn`, and `tail` with the order.
@@ -41,7 +41,7 @@ struct ClassificationView {
     const char *filterPrefix, *filterSuffix, *filterWhere;
 };
 
-[[nodiscard]] const std::array<ClassificationView, ClassificationCount>& Classifications();
+[[nodiscard]] const std::array<ClassificationView, kClassificationCount>& Classifications();
 [[nodiscard]] inline const ClassificationView& Classification(int view) {
     return Classifications()[static_cast<std::size_t>(view)];
 }

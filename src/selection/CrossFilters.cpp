@@ -75,13 +75,13 @@ struct FromByFlags {
 };
 
 // clang-format off
-constexpr FromByFlags TimeFrom{
+constexpr FromByFlags kTimeFrom{
     " FROM _SelIUSNId AS IUS INNER JOIN (TimePeriod AS T INNER JOIN (_SelArea AS A INNER JOIN Data AS D ON A.AreaNId = D.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId) ON IUS.IUSNId = D.IUSNId ",
     " FROM _SelIUSNId AS IUS INNER JOIN (TimePeriod AS T INNER JOIN Data AS D ON T.TimePeriodNId = D.TimePeriodNId) ON IUS.IUSNId = D.IUSNId ",
     " FROM _SelArea AS A INNER JOIN (TimePeriod AS T INNER JOIN Data AS D ON T.TimePeriodNId = D.TimePeriodNId) ON A.AreaNId = D.AreaNId ",
     " FROM TimePeriod AS T INNER JOIN Data AS D ON T.TimePeriodNId = D.TimePeriodNId "};
 
-constexpr FromByFlags AreaFrom{
+constexpr FromByFlags kAreaFrom{
     " FROM _SelTimePeriod As T INNER JOIN (_SelIUSNId As IUS INNER JOIN (Area As A INNER JOIN Data  As D ON A.AreaNId = D.AreaNId) ON IUS.IUSNId = D.IUSNId) ON T.TimePeriodNId = D.TimePeriodNId ",
     " FROM _SelIUSNId As IUS INNER JOIN (Area As A INNER JOIN Data As D ON A.AreaNId = D.AreaNId) ON IUS.IUSNId = D.IUSNId ",
     " FROM _SelTimePeriod As T INNER JOIN (Area As A INNER JOIN Data As D ON A.AreaNId = D.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId ",
@@ -148,7 +148,7 @@ FoundIndicators FindIndicators(const IndicatorFilter& filter) {
 }
 
 QString TimeFilterSql(bool byIndicators, bool byAreas) {
-    return QStringLiteral("SELECT DISTINCT T.TimePeriodNId, T.TimePeriod ") + TimeFrom.Pick(byIndicators, byAreas) +
+    return QStringLiteral("SELECT DISTINCT T.TimePeriodNId, T.TimePeriod ") + kTimeFrom.Pick(byIndicators, byAreas) +
            Criterion(QStringLiteral(" WHERE T."));
 }
 
@@ -161,7 +161,7 @@ std::vector<KeyedItem> FindPeriods(bool byIndicators, bool byAreas) {
 }
 
 QString AreaFilterSql(bool byIndicators, bool byTime) {
-    return QStringLiteral("SELECT DISTINCT A.AreaNId ") + AreaFrom.Pick(byIndicators, byTime) +
+    return QStringLiteral("SELECT DISTINCT A.AreaNId ") + kAreaFrom.Pick(byIndicators, byTime) +
            Criterion(QStringLiteral(" WHERE A."));
 }
 
@@ -169,18 +169,18 @@ QString AreaFilterBelowSql(bool byIndicators, bool byTime, const QString& nodeKe
     const QString id = IdOfKey(nodeKey);
     const auto length = id.length();
     const QString where =
-        nodeKey == Text(AreaRootKey)
+        nodeKey == Text(kAreaRootKey)
             ? QStringLiteral(" WHERE len(A.AreaID) = 3 ")
             : QStringLiteral(" WHERE Len(A.AreaID) > %1 AND len(A.AreaID) <= %2 AND mid(A.AreaID,1, len(")
                       .arg(length)
-                      .arg(length + CharactersPerLevel) +
+                      .arg(length + kCharactersPerLevel) +
                   Quoted(id) + QStringLiteral(")) = ") + Quoted(id) + QLatin1Char(' ');
-    return QStringLiteral("SELECT DISTINCT A.AreaNId ") + AreaFrom.Pick(byIndicators, byTime) + where +
+    return QStringLiteral("SELECT DISTINCT A.AreaNId ") + kAreaFrom.Pick(byIndicators, byTime) + where +
            Criterion(QStringLiteral(" AND A."));
 }
 
 QString AreaFilterOfListSql(bool byIndicators, bool byTime, const QString& areaList) {
-    return QStringLiteral("SELECT DISTINCT A.AreaNId ") + AreaFrom.Pick(byIndicators, byTime) +
+    return QStringLiteral("SELECT DISTINCT A.AreaNId ") + kAreaFrom.Pick(byIndicators, byTime) +
            QStringLiteral(" WHERE A.AreaNId in (") + areaList + QStringLiteral(") ") +
            Criterion(QStringLiteral(" AND A."));
 }

@@ -14,22 +14,22 @@ namespace {
 const QStringList CombinationGIds{QStringLiteral("I.IndicatorGId"), QStringLiteral("U.UnitGId"),
                                   QStringLiteral("SP.SubpopGId")};
 
-constexpr const char* InsertInto =
+constexpr const char* kInsertInto =
     "INSERT INTO _SelIUSNId (IUSNId, IndicatorGId, UnitGId, SubpopGId, [Indicator], Unit, "
     "Subpop, SourceNId, Source, RecommendedSource) ";
 
-constexpr const char* AddColumns =
+constexpr const char* kAddColumns =
     "Indicator_Unit_Subpop.IUSNId, [Indicator].IndicatorGId, Unit.UnitGId, Subpop.SubpopGId, [Indicator].[Indicator], "
     "Unit.Unit, Subpop.Subpop, Indicator_Source.SourceNId, Source.Source, Indicator_Source.RecommendedSource";
 
-constexpr const char* AddFrom =
+constexpr const char* kAddFrom =
     " FROM Source INNER JOIN ((Subpop INNER JOIN (Unit INNER JOIN ([Indicator] INNER JOIN Indicator_Unit_Subpop ON "
     "[Indicator].IndicatorGId = Indicator_Unit_Subpop.IndicatorGId) ON Unit.UnitGId = Indicator_Unit_Subpop.UnitGId) "
     "ON "
     "Subpop.SubpopGId = Indicator_Unit_Subpop.SubpopGId) INNER JOIN Indicator_Source ON Indicator_Unit_Subpop.IUSNId = "
     "Indicator_Source.IUSNId) ON Source.SourceNId = Indicator_Source.SourceNId";
 
-constexpr const char* ReplaceSelect =
+constexpr const char* kReplaceSelect =
     "SELECT DISTINCT  IUS.IUSNId, IUS.IndicatorGId, IUS.UnitGId, IUS.SubpopGId, I.Indicator,   U.Unit, SP.Subpop, "
     "S.SourceNId, S.Source, I_S.RecommendedSource  FROM (Unit AS U INNER JOIN (Subpop AS SP INNER JOIN ([Indicator] AS "
     "I "
@@ -123,7 +123,7 @@ std::vector<KeyedItem> SelectedIndicators() {
 }
 
 QString AddIndicatorsSql(const std::vector<KeyedItem>& items) {
-    const QString head = Text(InsertInto) + QStringLiteral(" SELECT DISTINCT ") + Text(AddColumns) + Text(AddFrom);
+    const QString head = Text(kInsertInto) + QStringLiteral(" SELECT DISTINCT ") + Text(kAddColumns) + Text(kAddFrom);
     const QString ids = IdList(items);
     if (ByCombination())
         return head + QStringLiteral(" WHERE [Indicator_Unit_Subpop].[IUSNId] In (") + ids +
@@ -142,7 +142,7 @@ QString AddIndicatorSql(const KeyedItem& item) {
     const QString where =
         ByCombination() ? QStringLiteral(" WHERE [Indicator_Unit_Subpop].[IUSNId]= ") + IdOfKey(item.key)
                         : QStringLiteral(" WHERE [Indicator_Unit_Subpop].[IndicatorGId]= ") + Quoted(IdOfKey(item.key));
-    return Text(InsertInto) + QStringLiteral(" SELECT ") + Text(AddColumns) + Text(AddFrom) + where;
+    return Text(kInsertInto) + QStringLiteral(" SELECT ") + Text(kAddColumns) + Text(kAddFrom) + where;
 }
 
 bool AddIndicators(const std::vector<KeyedItem>& items) {
@@ -171,7 +171,7 @@ bool RemoveAllIndicators() {
 bool ReplaceIndicators(const QString& iusList) {
     // Only when the table could be emptied; otherwise rows would be there twice.
     return RemoveAllIndicators() &&
-           (iusList.isEmpty() || Execute(Text(InsertInto) + Text(ReplaceSelect) + iusList + QLatin1Char(')')));
+           (iusList.isEmpty() || Execute(Text(kInsertInto) + Text(kReplaceSelect) + iusList + QLatin1Char(')')));
 }
 
 QString SectorOrderSql(const std::vector<KeyedItem>& items) {

@@ -10,7 +10,7 @@ namespace tessaro::selection {
 namespace {
 
 // clang-format off
-constexpr const char* Statements[] = {
+constexpr const char* kStatements[] = {
     "DELETE S.* FROM _SelIUSNId AS S LEFT JOIN Indicator_Unit_Subpop AS IUS ON (S.IUSNId = IUS.IUSNId) AND (S.IndicatorGId = IUS.IndicatorGId) AND (S.UnitGId = IUS.UnitGId) AND (S.SubpopGId = IUS.SubpopGId) WHERE IUS.IUSNId IS NULL",
     "DELETE S.* FROM _SelIUSNId AS S LEFT JOIN Indicator_Source AS I_S ON (S.IUSNId = I_S.IUSNId) AND (S.SourceNId = I_S.SourceNId) WHERE I_S.IUSNId IS NULL",
     "DELETE S.* FROM _SelTimePeriod AS S LEFT JOIN TimePeriod AS T ON (S.TimePeriodNId = T.TimePeriodNId) AND (S.TimePeriod = T.TimePeriod) WHERE T.TimePeriodNId IS NULL",
@@ -38,7 +38,7 @@ qint64 RowsSelected() {
 bool FitKeptSelection() {
     const ErrorTrap trap("FitKeptSelection");
     const qint64 before = RowsSelected();
-    for (const char* statement : Statements)
+    for (const char* statement : kStatements)
         Execute(QString::fromLatin1(statement));
     return RowsSelected() != before;
 }

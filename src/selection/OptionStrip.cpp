@@ -8,7 +8,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr int LineWidth = 3;
+constexpr int kLineWidth = 3;
 
 } // namespace
 
@@ -26,7 +26,7 @@ QSize OptionStrip::tabSizeHint(int index) const {
     QFont bold = font();
     bold.setBold(true); // room for the chosen state, so that nothing moves when it changes
     const QFontMetrics metrics(bold);
-    return {metrics.horizontalAdvance(tabText(index)) + 3 * theme::Grid, metrics.height() + 2 * theme::Grid};
+    return {metrics.horizontalAdvance(tabText(index)) + 3 * theme::kGrid, metrics.height() + 2 * theme::kGrid};
 }
 
 void OptionStrip::paintEvent(QPaintEvent* /*event*/) {
@@ -39,8 +39,8 @@ void OptionStrip::paintEvent(QPaintEvent* /*event*/) {
         label.setBold(chosen);
         painter.setFont(label);
         if (chosen)
-            painter.fillRect(QRect(place.left() + theme::Grid, place.bottom() - LineWidth + 1,
-                                   place.width() - 2 * theme::Grid, LineWidth),
+            painter.fillRect(QRect(place.left() + theme::kGrid, place.bottom() - kLineWidth + 1,
+                                   place.width() - 2 * theme::kGrid, kLineWidth),
                              theme::Accent());
         const bool lit = chosen || tab == hovered;
         painter.setPen(!isTabEnabled(tab) ? palette().color(QPalette::Disabled, QPalette::WindowText)
@@ -49,7 +49,7 @@ void OptionStrip::paintEvent(QPaintEvent* /*event*/) {
         painter.drawText(place, static_cast<int>(Qt::AlignCenter), tabText(tab));
         if (chosen && hasFocus()) {
             painter.setPen(QPen(theme::Accent(), 1, Qt::DotLine));
-            painter.drawRect(place.adjusted(2, 4, -3, -LineWidth - 2));
+            painter.drawRect(place.adjusted(2, 4, -3, -kLineWidth - 2));
         }
     }
 }

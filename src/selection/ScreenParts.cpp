@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
 #include "session/Strings.h"
@@ -16,7 +17,7 @@ namespace tessaro {
 void StyleFilterButton(QPushButton* button, FilterButton kind) {
     button->setIcon(theme::Icon(kind == FilterButton::All ? QStringLiteral("auto_select.png")
                                                           : QStringLiteral("auto_available.png")));
-    button->setIconSize({theme::IconSize, theme::IconSize});
+    button->setIconSize({theme::kIconSize, theme::kIconSize});
     button->setFocusPolicy(Qt::StrongFocus);
 }
 

@@ -47,7 +47,7 @@ constexpr std::array<SheetView, 7> kViews{{
 
 constexpr int kSectors = 0;
 constexpr int kGoals = 1;
-constexpr int kSources = 4;
+constexpr int Sources = 4;
 
 const SheetView& ViewOf(int view) {
     return kViews[static_cast<std::size_t>(view)];
@@ -65,11 +65,11 @@ QString FromOf(int view, bool byCombination) {
     // Sectors listed by indicator don't need the combinations. Sources listed by combination come from the selection,
     // which also holds the texts.
     const QString table = view == kSectors && !byCombination  ? QStringLiteral("[Indicator] AS I")
-                          : view == kSources && byCombination ? QStringLiteral("_SelIUSNId AS IUS")
+                          : view == Sources && byCombination ? QStringLiteral("_SelIUSNId AS IUS")
                                                               : QLatin1String(kCombinations);
     const auto open = tail.count(QLatin1Char(')')) - tail.count(QLatin1Char('('));
     const QString from = QString(open, QLatin1Char('(')) + table + tail;
-    if (!byCombination || view == kSources) return QLatin1Char(' ') + from + QLatin1Char(' ');
+    if (!byCombination || view == Sources) return QLatin1Char(' ') + from + QLatin1Char(' ');
     return QStringLiteral(" Unit AS U INNER JOIN (Subpop AS SP INNER JOIN (") + from +
            QStringLiteral(") ON SP.SubpopGId = IUS.SubpopGId) ON U.UnitGId = IUS.UnitGId ");
 }
@@ -83,7 +83,7 @@ QStringList SheetHeads(int view, bool byCombination) {
 }
 
 QString SheetStatement(int view, bool byCombination, const QString& idList) {
-    const bool fromSelection = view == kSources && byCombination;
+    const bool fromSelection = view == Sources && byCombination;
     QStringList shown = Listed(ViewOf(view).columns);
     shown << (fromSelection ? QStringLiteral("IUS.[Indicator]") : QStringLiteral("I.[Indicator]"));
     if (fromSelection)

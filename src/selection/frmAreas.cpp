@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "layers/MapFiles.h"
 #include "metadata/frmShowDetails.h"
 #include "selection/AreaMapPanel.h"
@@ -30,11 +31,11 @@ namespace tessaro {
 
 namespace {
 
-constexpr int LevelCount = 10;
+constexpr int kLevelCount = 10;
 enum AreaOption { NameOption, MapOption };
 
 QString RootKey() {
-    return QString::fromLatin1(selection::AreaRootKey);
+    return QString::fromLatin1(selection::kAreaRootKey);
 }
 
 /// Caption key of a level, counted from 1. Its two commands have the same key with "_All" or "_Data" appended.
@@ -58,7 +59,7 @@ frmAreas::frmAreas(QWidget* parent)
     StyleStrip(ui_->picTop, ui_->hairLine);
     ui_->cmdLevels->setIcon(theme::Icon(Setting(QStringLiteral("AREA_IMG_AVL_ICON"))));
     ui_->cmdLevels->setFocusPolicy(Qt::StrongFocus);
-    ui_->TV_Areas->setMinimumWidth(20 * theme::Grid);
+    ui_->TV_Areas->setMinimumWidth(20 * theme::kGrid);
     ui_->SSSplitter1->setStretchFactor(0, 0);
     ui_->SSSplitter1->setStretchFactor(1, 1);
     ui_->SSSplitter1->setSizes({264, 1000});
@@ -436,7 +437,7 @@ QString frmAreas::SelectionSummary() const {
 }
 
 void frmAreas::FillLevelMenu(QMenu* menu) {
-    for (int level = 1; level <= std::min(depth_, LevelCount); ++level) {
+    for (int level = 1; level <= std::min(depth_, kLevelCount); ++level) {
         const QString key = LevelKey(level);
         QMenu* commands = menu->addMenu(GetText(key));
         commands->setObjectName(key);
@@ -461,25 +462,25 @@ void frmAreas::ShowTreePopup(const QPoint& place) {
 void frmAreas::ShowAvailablePopup(const QPoint& place) {
     const bool any = lstAvailable1().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_area_avl_Options"), place,
-              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedAreas(true); }, any, WhyListEmpty},
+              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedAreas(true); }, any, kWhyListEmpty},
                {1, "mnu_popIndicatorsAvl_SelectHighlighted", [this] { AddSelectedAreas(false); },
-                lstAvailable1().HasHighlighted(), WhyNoneHighlighted},
+                lstAvailable1().HasHighlighted(), kWhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstAvailable1()); }},
-               {4, "TS_HighlightAll", [this] { lstAvailable1().selectAll(); }, any, WhyListEmpty}});
+               {4, "TS_HighlightAll", [this] { lstAvailable1().selectAll(); }, any, kWhyListEmpty}});
 }
 
 void frmAreas::ShowSelectedPopup(const QPoint& place) {
     const bool any = lstSelected1().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_area_chosen_Options"), place,
-              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedAreas(true); }, any, WhyListEmpty},
+              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedAreas(true); }, any, kWhyListEmpty},
                {1, "mnu_popDataSort_ClearHighlighted", [this] { RemoveSelectedAreas(false); },
-                lstSelected1().HasHighlighted(), WhyNoneHighlighted},
+                lstSelected1().HasHighlighted(), kWhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected1()); }},
                {4, nullptr, {}},
-               {5, "Area Detail", [this] { ShowAreaDetails(); }, lstSelected1().HasHighlighted(), WhyNoneHighlighted},
-               {6, "PRINT BUTTON", [this] { Print(); }, any, WhyListEmpty}});
+               {5, "Area Detail", [this] { ShowAreaDetails(); }, lstSelected1().HasHighlighted(), kWhyNoneHighlighted},
+               {6, "PRINT BUTTON", [this] { Print(); }, any, kWhyListEmpty}});
 }
 
 } // namespace tessaro

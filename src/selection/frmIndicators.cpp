@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "metadata/Details.h"
 #include "metadata/frmInformationSheet.h"
 #include "metadata/frmShowDetails.h"
@@ -42,7 +43,7 @@ frmIndicators::frmIndicators(QWidget* parent) : StageScreen(parent), ui_(std::ma
     StyleStrip(ui_->picTop, ui_->hairLine);
     ui_->SSSplitter1->setStretchFactor(0, 0);
     ui_->SSSplitter1->setStretchFactor(1, 1);
-    ui_->SSSplitter1->setSizes({28 * theme::Grid, 132 * theme::Grid});
+    ui_->SSSplitter1->setSizes({28 * theme::kGrid, 132 * theme::kGrid});
     MakeTrees();
     MakeOptions();
     ConnectControls();
@@ -66,11 +67,11 @@ int frmIndicators::SelectedCount() const {
 
 void frmIndicators::MakeTrees() {
     QWidget* before = ui_->cmdAllFilter; // tab order: strip, trees, lists
-    for (int view = 0; view < selection::ClassificationCount; ++view) {
+    for (int view = 0; view < selection::kClassificationCount; ++view) {
         if (!selection::IsViewEnabled(view)) continue;
         auto* tree = new KeyedTree(ui_->picTrees);
         tree->setObjectName(Latin(selection::Classification(view).tree));
-        tree->setMinimumWidth(20 * theme::Grid);
+        tree->setMinimumWidth(20 * theme::kGrid);
         tree->SetCollapseOthers(CollapseTreeSelections.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0);
         tree->Nodes().SetIcons(theme::Icon(Setting(QStringLiteral("TV_Img_Closed_Icon"))));
         tree->Nodes().SetGlobalColor(GlobalItemColor());
@@ -90,7 +91,7 @@ void frmIndicators::MakeTrees() {
 
 void frmIndicators::MakeOptions() {
     QTabBar* strip = ui_->lblIndicatorOptions;
-    for (int view = 0; view < selection::ClassificationCount; ++view)
+    for (int view = 0; view < selection::kClassificationCount; ++view)
         if (Tree(view) != nullptr) strip->setTabData(strip->addTab(QString()), view);
 }
 
@@ -170,7 +171,7 @@ void frmIndicators::Form_Load() {
 void frmIndicators::LoadTreeViews() {
     ErrorTrap trap("LoadTreeViews");
     const WaitState wait;
-    for (int view = 0; view < selection::ClassificationCount; ++view) {
+    for (int view = 0; view < selection::kClassificationCount; ++view) {
         KeyedTree* tree = Tree(view);
         if (tree == nullptr) continue;
         int& counter = counters_[static_cast<std::size_t>(view)];
@@ -184,7 +185,7 @@ void frmIndicators::LoadTreeViews() {
         tree->Nodes().AddNodes(root, std::move(nodes));
         if (!root.isEmpty()) tree->expand(tree->Nodes().IndexOfKey(root));
         tree->ShowKey(tree->Nodes().KeyAt(tree->Nodes().index(0, 0)));
-        TheFrame().SetProgress((view + 1) * 100 / selection::ClassificationCount);
+        TheFrame().SetProgress((view + 1) * 100 / selection::kClassificationCount);
     }
 }
 
@@ -388,39 +389,39 @@ QString frmIndicators::SelectionSummary() const {
 void frmIndicators::ShowAvailablePopup(const QPoint& place) {
     const bool any = lstAvailable().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_ind_avl_Options"), place,
-              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedIndicators(true); }, any, WhyListEmpty},
+              {{0, "mnu_Edit_SelectAll", [this] { AddSelectedIndicators(true); }, any, kWhyListEmpty},
                {1, "mnu_popIndicatorsAvl_SelectHighlighted", [this] { AddSelectedIndicators(false); },
-                lstAvailable().HasHighlighted(), WhyNoneHighlighted},
+                lstAvailable().HasHighlighted(), kWhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstAvailable()); }},
-               {4, "TS_HighlightAll", [this] { lstAvailable().selectAll(); }, any, WhyListEmpty},
+               {4, "TS_HighlightAll", [this] { lstAvailable().selectAll(); }, any, kWhyListEmpty},
                {6, nullptr, {}},
                {5, "Information", [this] { ShowInformationOf(lstAvailable()); }, lstAvailable().HasHighlighted(),
-                WhyNoneHighlighted}});
+                kWhyNoneHighlighted}});
 }
 
 void frmIndicators::ShowSelectedPopup(const QPoint& place) {
     const bool any = lstSelected().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_ind_sel_Options"), place,
-              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedIndicators(true); }, any, WhyListEmpty},
+              {{0, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedIndicators(true); }, any, kWhyListEmpty},
                {1, "mnu_popDataSort_ClearHighlighted", [this] { RemoveSelectedIndicators(false); },
-                lstSelected().HasHighlighted(), WhyNoneHighlighted},
+                lstSelected().HasHighlighted(), kWhyNoneHighlighted},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected()); }},
-               {11, "mnu_popIndicatorsSel_Sort", [this] { SortSelIndsBySector(); }, any, WhyListEmpty},
+               {11, "mnu_popIndicatorsSel_Sort", [this] { SortSelIndsBySector(); }, any, kWhyListEmpty},
                {4, nullptr, {}},
                {5, "mnu_DataView_ViewDetails", [this] { DisplayINDDetails(); }, lstSelected().HasHighlighted(),
-                WhyNoneHighlighted},
-               {6, "PRINT BUTTON", [this] { Print(); }, any, WhyListEmpty},
-               {7, "COMM_EXCEL_FILE", [this] { Print(); }, any, WhyListEmpty},
+                kWhyNoneHighlighted},
+               {6, "PRINT BUTTON", [this] { Print(); }, any, kWhyListEmpty},
+               {7, "COMM_EXCEL_FILE", [this] { Print(); }, any, kWhyListEmpty},
                {9, "Information", [this] { ShowInformationOf(lstSelected()); }, lstSelected().HasHighlighted(),
-                WhyNoneHighlighted}});
+                kWhyNoneHighlighted}});
 }
 
 void frmIndicators::ShowTreePopup(const QPoint& place) {
     ShowPopup(this, QStringLiteral("mnu_PUP_IND_SelectAll"), place,
               {{0, "mnu_Edit_SelectAll", [this] { AddSelectedIndicators(true); }, lstAvailable().Items().Count() > 0,
-                WhyListEmpty},
+                kWhyListEmpty},
                {1, "Information", [this] { ShowInformationOfNode(); }, !NodeInformationCode().isEmpty(),
                 "TS_WhyNoInformation"}});
 }

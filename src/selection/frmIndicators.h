@@ -77,8 +77,8 @@ class frmIndicators final : public StageScreen {
     [[nodiscard]] KeyedList& lstSelected() const;
 
     std::unique_ptr<Ui::frmIndicators> ui_;
-    std::array<KeyedTree*, selection::ClassificationCount> trees_{}; ///< null for a view that isn't shown
-    std::array<int, selection::ClassificationCount> counters_{};
+    std::array<KeyedTree*, selection::kClassificationCount> trees_{}; ///< null for a view that isn't shown
+    std::array<int, selection::kClassificationCount> counters_{};
     int view_ = 0;
 };
 

@@ -177,8 +177,8 @@ void frmTime::ShowAvailablePopup(const QPoint& place) {
     const bool any = lstAvailable().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_time_avl_Options"), place,
               {{0, "mnu_popIndicatorsAvl_SelectHighlighted", [this] { AddSelectedPeriods(false); },
-                lstAvailable().HasHighlighted(), WhyNoneHighlighted},
-               {1, "mnu_Edit_SelectAll", [this] { AddSelectedPeriods(true); }, any, WhyListEmpty},
+                lstAvailable().HasHighlighted(), kWhyNoneHighlighted},
+               {1, "mnu_Edit_SelectAll", [this] { AddSelectedPeriods(true); }, any, kWhyListEmpty},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstAvailable()); }}});
 }
@@ -187,14 +187,14 @@ void frmTime::ShowSelectedPopup(const QPoint& place) {
     const bool any = lstSelected().Items().Count() > 0;
     ShowPopup(this, QStringLiteral("mnu_popup_time_sel_Options"), place,
               {{0, "mnu_popDataSort_ClearHighlighted", [this] { RemoveSelectedPeriods(false); },
-                lstSelected().HasHighlighted(), WhyNoneHighlighted},
-               {1, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedPeriods(true); }, any, WhyListEmpty},
+                lstSelected().HasHighlighted(), kWhyNoneHighlighted},
+               {1, "mnu_popDataSort_ClearAll", [this] { RemoveSelectedPeriods(true); }, any, kWhyListEmpty},
                {2, nullptr, {}},
                {3, "Count", [this] { ui_->picLVContainer->ShowCount(lstSelected()); }},
                {5, nullptr, {}},
                {6, "mnu_DataView_ViewDetails", [this] { ShowPeriodDetails(); }, lstSelected().HasHighlighted(),
-                WhyNoneHighlighted},
-               {7, "PRINT BUTTON", [this] { Print(); }, any, WhyListEmpty}});
+                kWhyNoneHighlighted},
+               {7, "PRINT BUTTON", [this] { Print(); }, any, kWhyListEmpty}});
 }
 
 } // namespace tessaro

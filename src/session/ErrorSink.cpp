@@ -12,7 +12,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr unsigned KeyNotUnique = 35602;
+constexpr unsigned kKeyNotUnique = 35602;
 
 const char* innermostProcedure = "";
 
@@ -56,7 +56,7 @@ void ReportError(FileError number, const QString& description, const QString& pr
 }
 
 void ReportError(unsigned number, const QString& description, const QString& procedureName, bool alwaysShow) {
-    if (number == KeyNotUnique || number == static_cast<unsigned>(jet::ErrorNumber::NoSuchTable)) return;
+    if (number == kKeyNotUnique || number == static_cast<unsigned>(jet::ErrorNumber::NoSuchTable)) return;
     WriteLogLine(QStringLiteral("%1\t%2\t%3").arg(procedureName, Spelt(number), description));
     if (SilentErrors && !alwaysShow) return;
     const QString text = QStringLiteral("%1\r%2\r\r%3").arg(Spelt(number), description, procedureName);

@@ -14,11 +14,11 @@ namespace tessaro {
 
 namespace {
 
-constexpr qint64 LogLimit = 1024 * 1024;
+constexpr qint64 kLogLimit = 1024 * 1024;
 
 /// Makes room: the full log becomes Tessaro.log.1, whose forerunner goes.
 void RotateLog(const QString& path) {
-    if (QFileInfo(path).size() < LogLimit) return;
+    if (QFileInfo(path).size() < kLogLimit) return;
     const QString previous = path + QLatin1String(".1");
     QFile::remove(previous);
     QFile::rename(path, previous);

@@ -21,7 +21,7 @@ struct SectionKeys {
 };
 
 /// Every key of TS.ini that is read, in reading order; name and version come first, before the writable tree is made.
-constexpr SectionKeys ProductKeys[] = {
+constexpr SectionKeys kProductKeys[] = {
     {"Product", "PRODUCT IMAGE|Product Image Bottom|Product Image Bottom2|Show Product Image Bottom2 Link|"
                 "Product Banner Image|Secure Database"},
     {"Folder Location",
@@ -91,7 +91,7 @@ bool ReadInfoINIFile() {
     ForgetSettings();
     ReadKeys(file->ini, product, QStringLiteral("PRODUCT NAME|PRODUCT VERSION"));
     LocalizeApp();
-    for (const SectionKeys& group : ProductKeys)
+    for (const SectionKeys& group : kProductKeys)
         ReadKeys(file->ini, QString::fromLatin1(group.section), QString::fromLatin1(group.keys));
     if (file->wasPlain) EncipherInPlace(path, file->ini.Contents());
     return true;

@@ -18,7 +18,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr char16_t Ellipsis = u'\u2026';
+constexpr char16_t kEllipsis = u'\u2026';
 
 /// The texts by key in lower case: a screen asks for dozens, and each search through the table would start at its first
 /// row.
@@ -87,7 +87,7 @@ QString GraphicsFile(const QString& name) {
 } // namespace
 
 QString LanguageFolder() {
-    const QString folder = GetRegistryValue(AppPath, QString::fromLatin1(LocalMachine),
+    const QString folder = GetRegistryValue(AppPath, QString::fromLatin1(kLocalMachine),
                                             QStringLiteral("Software\\TESSARO"), QStringLiteral("Language Path"))
                                .trimmed();
     if (folder.isEmpty()) return {};
@@ -139,7 +139,7 @@ void ReadTranslateFile() {
 QString LookupString(const QString& key) {
     if (!TheTexts().read) ReadTexts();
     QString text = TheTexts().byKey.value(key.toLower());
-    if (text.endsWith(Ellipsis)) text.replace(Ellipsis, QLatin1String("..."));
+    if (text.endsWith(kEllipsis)) text.replace(kEllipsis, QLatin1String("..."));
     return text;
 }
 

@@ -17,9 +17,9 @@ namespace {
 
 const QString Section = QStringLiteral("USER PREFERENCES");
 
-constexpr const char* ViewKeys[] = {"INDICATOR_SECTOR", "INDICATOR_GOALS",   "INDICATOR_CF",
-                                    "INDICATOR_THEMES", "INDICATOR_SOURCES", "INDICATOR_INSTITUTIONS",
-                                    "INDICATOR_RIGHTS"};
+constexpr const char* kViewKeys[] = {"INDICATOR_SECTOR", "INDICATOR_GOALS",   "INDICATOR_CF",
+                                     "INDICATOR_THEMES", "INDICATOR_SOURCES", "INDICATOR_INSTITUTIONS",
+                                     "INDICATOR_RIGHTS"};
 
 /// A preference with the variable that holds it. A value that can't be read leaves the variable as it was.
 struct TextPreference {
@@ -58,8 +58,8 @@ void ReadSound(const IniFile& ini) {
 
 void ReadIndicatorViews(const IniFile& ini) {
     for (std::size_t i = 0; i < IndicatorViews.size(); ++i) {
-        IndicatorViews[i].key = QString::fromLatin1(ViewKeys[i]);
-        ReadFlag(ini, ViewKeys[i], IndicatorViews[i].wanted);
+        IndicatorViews[i].key = QString::fromLatin1(kViewKeys[i]);
+        ReadFlag(ini, kViewKeys[i], IndicatorViews[i].wanted);
     }
     IndicatorOpenWith = Read(ini, "INDICATOR_OPEN_WITH");
     if (IndicatorOpenWith.trimmed().isEmpty() && IndicatorViews[1].wanted) IndicatorOpenWith = QStringLiteral("1");
@@ -143,7 +143,7 @@ QList<std::pair<const char*, QString>> PreferencesToWrite() {
         {"MUTE", Flag(Mute)},
     };
     for (std::size_t i = 0; i < IndicatorViews.size(); ++i)
-        values.append({ViewKeys[i], Flag(i == 0 || IndicatorViews[i].wanted)}); // sectors can't be switched off
+        values.append({kViewKeys[i], Flag(i == 0 || IndicatorViews[i].wanted)}); // sectors can't be switched off
     values.append({{"INDICATOR_OPEN_WITH", IndicatorOpenWith},
                    {"INDICATOR_SELECT_BY", QString::number(IndicatorSelectBy)},
                    {"DATA_EXISTS", QString::number(DataExistsMode)},

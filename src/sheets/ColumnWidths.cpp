@@ -76,14 +76,14 @@ double TextWidth(const QString& text, const SheetFont& font) {
 
 void ColumnWidths::AddHead(int column, const QString& text) {
     double& width = widths_[column];
-    width = std::max(width, std::min(WidthOf(text) * kBoldFactor, WidestHead));
+    width = std::max(width, std::min(WidthOf(text) * kBoldFactor, kWidestHead));
 }
 
 void ColumnWidths::Add(int column, const QString& text) {
     double& width = widths_[column];
     const double length = WidthOf(text);
-    if (length > WidestCell) wraps_[column] = true;
-    width = std::max(width, std::min(length, WidestCell));
+    if (length > kWidestCell) wraps_[column] = true;
+    width = std::max(width, std::min(length, kWidestCell));
 }
 
 bool ColumnWidths::Wraps(int column) const {
@@ -102,7 +102,7 @@ int ColumnWidths::PagesFor(int titleColumns, const SheetFont& font) const {
     double rest = 0;
     for (const auto& [column, width] : widths_)
         (column <= titleColumns ? titles : rest) += SheetWidth(column, font);
-    const double page = PageDigits / kLeastScale;
+    const double page = kPageDigits / kLeastScale;
     const double room = std::max(page - titles, page / 4); // beside the titles, which every page repeats
     return std::max(1, static_cast<int>(std::ceil(rest / room)));
 }

@@ -11,15 +11,15 @@
 namespace tessaro {
 
 /// Digits of the usual size that a landscape page has room for, and that a text takes.
-constexpr double PageDigits = 140;
+constexpr double kPageDigits = 140;
 [[nodiscard]] double TextWidth(const QString& text, const SheetFont& font);
 
 /// Finds widths of columns from their texts.
 class ColumnWidths final {
   public:
     /// Longest text of a head, which is wrapped, and of any other cell, in digits.
-    static constexpr double WidestHead = 28;
-    static constexpr double WidestCell = 60;
+    static constexpr double kWidestHead = 28;
+    static constexpr double kWidestCell = 60;
 
     void AddHead(int column, const QString& text);
     void Add(int column, const QString& text);

@@ -33,7 +33,7 @@ std::vector<office::Cell> ListHead() {
 Records ListRows() {
     return Select(QStringLiteral("SELECT T.TimePeriod, A.AreaId, A.AreaName, IUS.[Indicator], D.Datavalue, IUS.Unit, "
                                  "IUS.Subpop, IUS.Source") +
-                      InView(joins::DataList),
+                      InView(joins::kDataList),
                   jet::CursorType::ForwardOnly);
 }
 
@@ -49,7 +49,7 @@ void DressList(office::Worksheet& sheet, int rows, const SheetFont& font) {
     if (rows > 1) sheet.Cells(2, kValueColumn, rows, kValueColumn).SetStyle(value);
     office::CellStyle head = TextFont(font).Style();
     head.bold = true;
-    head.interiorColorIndex = HeaderSlot;
+    head.interiorColorIndex = kHeaderSlot;
     sheet.Cells(1, 1, 1, kListColumns).SetStyle(head);
     sheet.Cells(1, kValueColumn).SetStyle({.horizontal = office::Align::Right});
     sheet.Cells(1, 1, 1, kListColumns).SetBorders(office::EdgeBottom, {});
@@ -63,7 +63,7 @@ void FillListSheet(office::Worksheet sheet, Records& records, const SheetFont& f
     ColumnWidths widths;
     for (int column = 1; column <= kListColumns; ++column)
         widths.AddHead(column, std::get<QString>(block.front()[static_cast<std::size_t>(column - 1)]));
-    for (; !records.atEnd() && block.size() <= RowsBelowHead; records.MoveNext()) {
+    for (; !records.atEnd() && block.size() <= kRowsBelowHead; records.MoveNext()) {
         std::vector<office::Cell> row;
         for (int column = 1; column <= kListColumns; ++column) {
             const QString text = records.Text(static_cast<std::size_t>(column - 1));
@@ -115,7 +115,7 @@ void WriteSourceSheet(office::Worksheet sheet, const SheetFont& font) {
     SetLeading(look);
     look.vertical = office::VerticalAlign::Top;
     list.SetStyle(look);
-    sheet.Cells(1, 1).SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
+    sheet.Cells(1, 1).SetStyle({.bold = true, .interiorColorIndex = kHeaderSlot});
     sheet.Cells(1, 1).SetBorders(office::EdgeBottom, {});
     sheet.Cells(1, 1).SetValues(block);
     widths.WriteTo(sheet, font);

@@ -9,7 +9,7 @@
 namespace tessaro {
 
 /// Rows that a sheet holds below its head.
-constexpr std::size_t RowsBelowHead = office::kMaxRows - 1;
+constexpr std::size_t kRowsBelowHead = office::kMaxRows - 1;
 
 /// Writes what may need more rows than a sheet has: into `first`, then into further sheets behind the last one. Where
 /// one sheet isn't enough they are named NAME, "NAME 2", "NAME 3". `fill` writes one sheet and says whether something

@@ -45,12 +45,13 @@ void FillListSheet(office::Worksheet& sheet, const SheetList& list, std::optiona
     office::Block block;
     block.emplace_back(list.heads.begin(), list.heads.end());
     LookRuns globals;
-    for (; row && block.size() <= RowsBelowHead; row = list.next()) {
+    for (; row && block.size() <= kRowsBelowHead; row = list.next()) {
         row->cells.resize(columns);
         block.push_back(std::move(row->cells));
         for (std::size_t cell = 0; ShowGlobalColor && row->global != 0 && cell < columns; ++cell)
             if (row->global >> cell & 1U)
-                globals.Add(static_cast<int>(block.size()), static_cast<int>(cell) + 1, {.fontColorIndex = GlobalSlot});
+                globals.Add(static_cast<int>(block.size()), static_cast<int>(cell) + 1,
+                            {.fontColorIndex = kGlobalSlot});
     }
     if (list.identifiers > 0)
         sheet.Cells(1, 1, static_cast<int>(block.size()), list.identifiers)
@@ -62,7 +63,7 @@ void FillListSheet(office::Worksheet& sheet, const SheetList& list, std::optiona
 } // namespace
 
 void SetGlobalColor(office::Workbook& book) {
-    if (ShowGlobalColor) book.SetColors(GlobalSlot, ColorFromNumber(GlobalColor));
+    if (ShowGlobalColor) book.SetColors(kGlobalSlot, ColorFromNumber(GlobalColor));
 }
 
 int WriteList(office::Workbook& book, const office::Worksheet& first, const SheetList& list) {
@@ -103,7 +104,7 @@ void WriteTable(office::Worksheet& sheet, const office::Block& table) {
     office::CellStyle look = font.Style();
     look.latinFontName.reset(); // a list is in one font throughout
     used.SetStyle(look);
-    sheet.Cells(1, 1, 1, columns).SetStyle({.bold = true, .interiorColorIndex = HeaderSlot});
+    sheet.Cells(1, 1, 1, columns).SetStyle({.bold = true, .interiorColorIndex = kHeaderSlot});
     used.AutoFitColumns();
     sheet.SetPageSetup({.landscape = columns >= kWideTable,
                         .fitToPagesWide = 1,
@@ -112,7 +113,7 @@ void WriteTable(office::Worksheet& sheet, const office::Block& table) {
                         .titleRows = 1});
     sheet.FreezePanes(2, 1);
     if (LanguageIsRightToLeft()) sheet.SetRightToLeft(true);
-    used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, LineSlot});
+    used.SetBorders(office::AllEdges, {office::LineWeight::Thin, office::LineStyle::Continuous, kLineSlot});
     if (fitted.size() < table.size()) sheet.Cells(1, 1).SetValues(table);
     SetTallRows(sheet, 1, rows, columns, font);
 }

@@ -24,7 +24,7 @@ int DecimalsOf(const QString& value) {
     const QString text = value.trimmed();
     const qsizetype point = text.indexOf(QLatin1Char('.'));
     if (point < 0 || !ReadsAsNumber(text) || text.contains(QLatin1Char('e'), Qt::CaseInsensitive)) return 0;
-    return static_cast<int>(std::min<qsizetype>(text.size() - point - 1, MostDecimals));
+    return static_cast<int>(std::min<qsizetype>(text.size() - point - 1, kMostDecimals));
 }
 
 QString WithZeros(const QString& value, int decimals) {

@@ -8,7 +8,7 @@
 namespace tessaro {
 
 /// The most decimals that values are shown with.
-constexpr int MostDecimals = 15;
+constexpr int kMostDecimals = 15;
 
 /// A text as a cell, cut to what a cell holds; an empty one leaves the cell empty.
 [[nodiscard]] office::Cell TextCell(const QString& text);

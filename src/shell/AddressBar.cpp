@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -34,10 +35,10 @@ AddressBar::AddressBar(QWidget* parent)
     cmbAddress_->lineEdit()->installEventFilter(this);
     picGo_->setAutoRaise(true);
     picGo_->setFocusPolicy(Qt::TabFocus);
-    picGo_->setIconSize({theme::IconSize, theme::IconSize});
+    picGo_->setIconSize({theme::kIconSize, theme::kIconSize});
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(theme::Grid);
+    row->setSpacing(theme::kGrid);
     row->addWidget(lblAddress_);
     row->addWidget(cmbAddress_, 1);
     row->addWidget(picGo_);

@@ -48,7 +48,7 @@ void DatabaseCommands::mnuDBSummReport_Click() {
             frame.EndProgress();
             frame.SetStatusText({});
         });
-        return WriteSummaryReport([&frame](int sheet) { frame.SetProgress(100 * sheet / SummarySheets); });
+        return WriteSummaryReport([&frame](int sheet) { frame.SetProgress(100 * sheet / kSummarySheets); });
     });
 }
 

@@ -88,7 +88,7 @@ PictureButton::PictureButton(QWidget* parent) : QAbstractButton(parent) {
 }
 
 QSize PictureButton::sizeHint() const {
-    return {20 * theme::Grid, 6 * theme::Grid + fontMetrics().height() + 4 * theme::Grid};
+    return {20 * theme::kGrid, 6 * theme::kGrid + fontMetrics().height() + 4 * theme::kGrid};
 }
 
 void PictureButton::paintEvent(QPaintEvent*) {
@@ -98,15 +98,15 @@ void PictureButton::paintEvent(QPaintEvent*) {
     painter.setPen(QPen(hot ? theme::Accent() : theme::HairLine(), hasFocus() ? 2 : 1));
     painter.setBrush(underMouse() ? theme::HoverSurface() : palette().color(QPalette::Base));
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
-    const int size = 5 * theme::Grid;
-    const QRect picture((width() - size) / 2, 2 * theme::Grid, size, size);
+    const int size = 5 * theme::kGrid;
+    const QRect picture((width() - size) / 2, 2 * theme::kGrid, size, size);
     icon().paint(&painter, picture);
     QFont bold = font();
     bold.setBold(true);
     painter.setFont(bold);
     painter.setPen(hot ? theme::Accent() : palette().color(QPalette::WindowText));
-    const QRect caption(theme::Grid, picture.bottom() + theme::Grid, width() - 2 * theme::Grid,
-                        height() - picture.bottom() - 2 * theme::Grid);
+    const QRect caption(theme::kGrid, picture.bottom() + theme::kGrid, width() - 2 * theme::kGrid,
+                        height() - picture.bottom() - 2 * theme::kGrid);
     const QString shown = number_ > 0 ? QStringLiteral("%1  %2").arg(locale().toString(number_), text()) : text();
     painter.drawText(caption, Qt::AlignCenter, QFontMetrics(bold).elidedText(shown, Qt::ElideRight, caption.width()));
 }
@@ -137,7 +137,7 @@ void LinkButton::SetHotColor(const QColor& color) {
 }
 
 QSize LinkButton::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(text()) + 4, fontMetrics().height() + theme::Grid};
+    return {fontMetrics().horizontalAdvance(text()) + 4, fontMetrics().height() + theme::kGrid};
 }
 
 void LinkButton::paintEvent(QPaintEvent*) {
@@ -167,7 +167,7 @@ void LinkButton::leaveEvent(QEvent* event) {
 }
 
 DatabaseList::DatabaseList(QWidget* parent) : QListWidget(parent) {
-    setIconSize({theme::IconSize, theme::IconSize});
+    setIconSize({theme::kIconSize, theme::kIconSize});
     setMouseTracking(true);
     setTextElideMode(Qt::ElideMiddle);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -194,7 +194,7 @@ void DatabaseList::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.setPen(theme::MutedText());
     const QRect place =
-        viewport()->rect().adjusted(2 * theme::Grid, 2 * theme::Grid, -2 * theme::Grid, -2 * theme::Grid);
+        viewport()->rect().adjusted(2 * theme::kGrid, 2 * theme::kGrid, -2 * theme::kGrid, -2 * theme::kGrid);
     painter.drawText(place, Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 

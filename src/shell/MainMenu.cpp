@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "platform/Paths.h"
 #include "session/CaptionText.h"
 #include "session/LanguageName.h"

@@ -4,7 +4,7 @@
 
 namespace tessaro::navigation {
 
-const std::array<StageRow, StageCount> Stages{{
+const std::array<StageRow, kStageCount> Stages{{
     {"frmIndicators", "TS_Indicators", "Comm_Indicator", "indicator.png"},
     {"frmTime", "TS_TimePeriods", "Comm_Time", "time.png"},
     {"frmAreas", "TS_Areas", "AREA", "area.png"},
@@ -12,7 +12,7 @@ const std::array<StageRow, StageCount> Stages{{
 }};
 
 bool IsStage(int stage) {
-    return stage >= 0 && stage < StageCount;
+    return stage >= 0 && stage < kStageCount;
 }
 
 QString FormNameOf(int stage) {

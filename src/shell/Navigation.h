@@ -8,9 +8,9 @@
 /// The way through the four stages: their names and texts, and which of Back and Forward may be used.
 namespace tessaro::navigation {
 
-constexpr int HomePage = -1;
-constexpr int DataStage = 3;
-constexpr int StageCount = 4;
+constexpr int kHomePage = -1;
+constexpr int kDataStage = 3;
+constexpr int kStageCount = 4;
 
 struct StageRow {
     const char* formName;   ///< in VisitedStages
@@ -18,7 +18,7 @@ struct StageRow {
     const char* toolTipKey;
     const char* picture; ///< file name of its icon
 };
-extern const std::array<StageRow, StageCount> Stages;
+extern const std::array<StageRow, kStageCount> Stages;
 
 [[nodiscard]] bool IsStage(int stage);
 [[nodiscard]] QString FormNameOf(int stage);

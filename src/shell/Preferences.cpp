@@ -16,10 +16,10 @@ namespace tessaro {
 
 namespace {
 
-constexpr const char* ViewSettings[] = {"INDICATOR_SECTOR", "INDICATOR_GOALS",   "INDICATOR_CF",
-                                        "INDICATOR_THEMES", "INDICATOR_SOURCES", "INDICATOR_INSTITUTIONS",
-                                        "INDICATOR_RIGHTS"};
-constexpr const char* SampleKey = "TS_FontSample";
+constexpr const char* kViewSettings[] = {"INDICATOR_SECTOR", "INDICATOR_GOALS",   "INDICATOR_CF",
+                                         "INDICATOR_THEMES", "INDICATOR_SOURCES", "INDICATOR_INSTITUTIONS",
+                                         "INDICATOR_RIGHTS"};
+constexpr const char* kSampleKey = "TS_FontSample";
 
 QString SoundFolder() {
     return JoinPath({AppPath, Setting(QStringLiteral("Sound Folder"))});
@@ -64,7 +64,7 @@ void RefuseImport(const QString& file, const char* reasonKey) {
 
 QString SampleText(jet::Connection& connection, const QString& langID) {
     Records rows = Select(
-        QStringLiteral("SELECT [%1] FROM Strings WHERE VariableName = '%2'").arg(langID, QLatin1String(SampleKey)),
+        QStringLiteral("SELECT [%1] FROM Strings WHERE VariableName = '%2'").arg(langID, QLatin1String(kSampleKey)),
         jet::CursorType::Static, &connection);
     return rows.atEnd() ? QString() : rows.Text(std::size_t{0});
 }
@@ -127,7 +127,7 @@ bool Preferences::ChangesIndicatorViews(const Preferences& before) const {
 }
 
 bool IsViewOffered(int view) {
-    return SettingOption(QLatin1String(ViewSettings[view])).offered;
+    return SettingOption(QLatin1String(kViewSettings[view])).offered;
 }
 
 LanguageFace FaceOfLanguage(const QString& label) {

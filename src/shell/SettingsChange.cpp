@@ -116,14 +116,14 @@ void SettingsChange::ApplyTheSettings(const Preferences& before) {
     DataExistsCriterion = CriterionOfDataExists(DataExistsMode);
     ShowInLanguage();
     if (languageChanged) ShowMessage(QStringLiteral("048"), MessageType::Ok, MessageIcon::Note);
-    parts_.banner.SetCurrent(home ? navigation::HomePage : CurrentStage);
+    parts_.banner.SetCurrent(home ? navigation::kHomePage : CurrentStage);
     if (now.sound != before.sound) sound_.Load(SoundFile);
     sound_.SetMuted(Mute);
     parts_.status.ShowSound(Mute);
     const bool relink = languageChanged && haveDatabase;
     // The selection tables hold texts of the previous language.
     if (relink) databases_.RestoreBlanks();
-    if (home) CurrentStage = navigation::HomePage;
+    if (home) CurrentStage = navigation::kHomePage;
     if (FileExists(CurrentDatabase)) LanguageInDatabase = IsLanguageInDatabase(CurrentDatabase);
     databases_.ShowAddress();
     if (relink && LanguageInDatabase)
@@ -160,7 +160,7 @@ void SettingsChange::ReloadScreens(const Preferences& now, const Preferences& be
 void SettingsChange::KeepSelection(int stage) {
     if (selection::FitKeptSelection()) SelectionChanged = true;
     stages_.ShowTextsAnew();
-    if (stage != navigation::HomePage && !stages_.Front().gallery) stages_.GoToStage(stage);
+    if (stage != navigation::kHomePage && !stages_.Front().gallery) stages_.GoToStage(stage);
 }
 
 void SettingsChange::ChangeLanguage(const QString& label) {

@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "session/Strings.h"
 #include "shell/Navigation.h"
 
@@ -16,8 +17,8 @@ namespace tessaro {
 
 namespace {
 
-constexpr int MarkSize = 4 * theme::Grid;
-constexpr int BarHeight = 3;
+constexpr int kMarkSize = 4 * theme::kGrid;
+constexpr int kBarHeight = 3;
 
 const navigation::StageRow& RowOf(int stage) {
     return navigation::Stages.at(static_cast<std::size_t>(stage));
@@ -79,7 +80,7 @@ void StageButton::SetFormCaptions() {
 void StageButton::Describe() {
     const QString step = PlainText(QStringLiteral("TS_StageOf"))
                              .replace(QLatin1String("%1"), QString::number(stage_ + 1))
-                             .replace(QLatin1String("%2"), QString::number(navigation::StageCount));
+                             .replace(QLatin1String("%2"), QString::number(navigation::kStageCount));
     setAccessibleName(QStringLiteral("%1: %2").arg(step, caption_));
     const QString summary = summaryShown_ ? summary_ : QString();
     setAccessibleDescription(summary.isEmpty() ? StateText(state_) : StateText(state_) + QLatin1String(", ") + summary);
@@ -87,7 +88,7 @@ void StageButton::Describe() {
 
 QSize StageButton::sizeHint() const {
     const int textHeight = fontMetrics().height() * 2;
-    return {24 * theme::Grid, qMax(MarkSize, textHeight) + 2 * theme::Grid};
+    return {24 * theme::kGrid, qMax(kMarkSize, textHeight) + 2 * theme::kGrid};
 }
 
 void StageButton::paintEvent(QPaintEvent*) {
@@ -95,13 +96,13 @@ void StageButton::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     PaintPlace(painter);
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    const int top = (height() - BarHeight - MarkSize) / 2;
-    const int start = 2 * theme::Grid;
-    const QRect circle(mirrored ? width() - start - MarkSize : start, top, MarkSize, MarkSize);
+    const int top = (height() - kBarHeight - kMarkSize) / 2;
+    const int start = 2 * theme::kGrid;
+    const QRect circle(mirrored ? width() - start - kMarkSize : start, top, kMarkSize, kMarkSize);
     PaintMark(painter, circle);
-    const int textStart = start + MarkSize + theme::Grid + theme::Grid / 2;
-    QRect texts(textStart, 0, width() - textStart - 3 * theme::Grid, height() - BarHeight);
-    if (mirrored) texts.moveLeft(3 * theme::Grid);
+    const int textStart = start + kMarkSize + theme::kGrid + theme::kGrid / 2;
+    QRect texts(textStart, 0, width() - textStart - 3 * theme::kGrid, height() - kBarHeight);
+    if (mirrored) texts.moveLeft(3 * theme::kGrid);
     PaintTexts(painter, texts);
 }
 
@@ -113,18 +114,18 @@ void StageButton::PaintPlace(QPainter& painter) const {
     else if (underMouse() && isEnabled())
         painter.fillRect(rect(), theme::HoverSurface());
     if (current)
-        painter.fillRect(QRect(0, height() - BarHeight, width(), BarHeight), theme::Accent());
+        painter.fillRect(QRect(0, height() - kBarHeight, width(), kBarHeight), theme::Accent());
     else
         painter.fillRect(QRect(0, height() - 1, width(), 1), theme::HairLine());
     if (hasFocus()) {
         painter.setPen(QPen(theme::Accent(), 1));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(2.5, 2.5, -2.5, -BarHeight - 2.5), 4, 4);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(2.5, 2.5, -2.5, -kBarHeight - 2.5), 4, 4);
     }
-    if (stage_ == navigation::DataStage) return;
+    if (stage_ == navigation::kDataStage) return;
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    const qreal x = mirrored ? theme::Grid + 5 : width() - theme::Grid - 5;
-    const qreal middle = (height() - BarHeight) / 2.0;
+    const qreal x = mirrored ? theme::kGrid + 5 : width() - theme::kGrid - 5;
+    const qreal middle = (height() - kBarHeight) / 2.0;
     const qreal point = mirrored ? -5 : 5;
     QPainterPath chevron(QPointF(x - point / 2, middle - 7));
     chevron.lineTo(x + point / 2, middle);
@@ -144,7 +145,7 @@ void StageButton::PaintMark(QPainter& painter, const QRect& circle) const {
     painter.setBrush(current ? QBrush(palette().color(QPalette::Highlight)) : done ? QBrush(soft) : Qt::NoBrush);
     painter.drawEllipse(QRectF(circle).adjusted(1, 1, -1, -1));
     const QIcon icon = theme::Icon(done ? QStringLiteral("done.png") : QLatin1String(RowOf(stage_).picture));
-    const int inset = (MarkSize - theme::IconSize + 2) / 2;
+    const int inset = (kMarkSize - theme::kIconSize + 2) / 2;
     icon.paint(&painter, circle.adjusted(inset, inset, -inset, -inset), Qt::AlignCenter,
                current ? QIcon::Selected : QIcon::Normal);
 }
@@ -162,7 +163,7 @@ void StageButton::PaintTexts(QPainter& painter, const QRect& place) const {
     painter.drawText(line, align, boldMetrics.elidedText(caption_, Qt::ElideRight, line.width()));
     line.translate(0, boldMetrics.height());
     line.setHeight(metrics.height());
-    const QString summary = summary_.isEmpty() && stage_ != navigation::DataStage
+    const QString summary = summary_.isEmpty() && stage_ != navigation::kDataStage
                                 ? PlainText(QStringLiteral("TS_NothingSelectedShort"))
                             : summaryShown_ ? summary_
                                             : QString();
@@ -193,7 +194,7 @@ StageBanner::StageBanner(QWidget* parent) : QWidget(parent) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
-    for (int stage = 0; stage < navigation::StageCount; ++stage) {
+    for (int stage = 0; stage < navigation::kStageCount; ++stage) {
         auto* button = new StageButton(stage, this);
         button->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg(stage + 1)));
         // A stage opens when its button is pressed, not released. A message box that comes up then takes the release,
@@ -218,7 +219,7 @@ void StageBanner::SetSummary(int stage, const QString& summary) {
 }
 
 void StageBanner::ClearSummaries() {
-    for (int stage = 0; stage < navigation::StageCount; ++stage)
+    for (int stage = 0; stage < navigation::kStageCount; ++stage)
         Button(stage)->SetSummary({});
     ShowStates();
 }
@@ -226,12 +227,12 @@ void StageBanner::ClearSummaries() {
 void StageBanner::ShowStates() {
     // The number of rows counts only while each of the three steps before has a selection.
     bool before = true;
-    for (int stage = 0; stage < navigation::StageCount; ++stage) {
+    for (int stage = 0; stage < navigation::kStageCount; ++stage) {
         StageButton* button = Button(stage);
         const bool has = !button->Summary().isEmpty();
-        const bool chosen = has && (stage != navigation::DataStage || before);
+        const bool chosen = has && (stage != navigation::kDataStage || before);
         before = before && has;
-        button->ShowSummary(stage != navigation::DataStage || before);
+        button->ShowSummary(stage != navigation::kDataStage || before);
         button->SetState(stage == current_ ? StepState::Current : chosen ? StepState::Done : StepState::Next);
     }
 }

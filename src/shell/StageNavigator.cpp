@@ -40,7 +40,7 @@ void StageNavigator::ShowIndicatorScreen() {
 }
 
 void StageNavigator::GoToStage(int stage) {
-    if (stage == navigation::DataStage) return GoToDataView();
+    if (stage == navigation::kDataStage) return GoToDataView();
     if (!navigation::IsStage(stage) || !Connection) return;
     const ErrorTrap trap("GoToStage");
     if (!LeaveGallery()) return;
@@ -54,7 +54,7 @@ void StageNavigator::GoToDataView() {
     if (!selection::MayOpenDataView() || !LeaveGallery()) return;
     const WaitPointer wait;
     screens_.HideStage(CurrentStage);
-    Enter(navigation::DataStage);
+    Enter(navigation::kDataStage);
 }
 
 void StageNavigator::Enter(int stage) {
@@ -69,7 +69,7 @@ void StageNavigator::GoToHome() {
     const ErrorTrap trap("GoToHome");
     if (!LeaveGallery()) return;
     if (LanguageInDatabase) screens_.HideStage(CurrentStage);
-    CurrentStage = navigation::HomePage;
+    CurrentStage = navigation::kHomePage;
     ShowSplash();
     parts_.banner.hide();
     HomeIsShown = true;
@@ -122,7 +122,7 @@ FrontState StageNavigator::Front() const {
     front.home = splash_ != nullptr;
     front.gallery = gallery_ != nullptr;
     front.screen = screen != nullptr;
-    front.data = screen && !gallery_ && CurrentStage == navigation::DataStage;
+    front.data = screen && !gallery_ && CurrentStage == navigation::kDataStage;
     front.prints = screen && screen->CanPrint();
     front.savesAs = screen && screen->CanSaveAs();
     front.loads = screen && screen->CanStop();
@@ -137,7 +137,7 @@ void StageNavigator::OnScreen(void (StageScreen::*command)()) {
 void StageNavigator::ShowSplash() {
     if (!splash_) MakeSplash();
     parts_.pages.setCurrentWidget(splash_);
-    parts_.banner.SetCurrent(navigation::HomePage);
+    parts_.banner.SetCurrent(navigation::kHomePage);
     Q_EMIT FrontChanged();
     splash_->setFocus();
 }
@@ -174,7 +174,7 @@ void StageNavigator::ShowSummary(int stage) {
     QString summary;
     if (const StageScreen* screen = screens_.Loaded(stage))
         summary = screen->SelectionSummary();
-    else if (stage < navigation::DataStage)
+    else if (stage < navigation::kDataStage)
         summary = SummaryOf(QLatin1String(keys.at(static_cast<std::size_t>(stage))),
                             selection::CountOfSelection(static_cast<selection::Stage>(stage)));
     parts_.banner.SetSummary(stage, summary);
@@ -182,7 +182,7 @@ void StageNavigator::ShowSummary(int stage) {
 }
 
 void StageNavigator::ShowSummaries() {
-    for (int stage = 0; stage < navigation::StageCount; ++stage)
+    for (int stage = 0; stage < navigation::kStageCount; ++stage)
         ShowSummary(stage);
 }
 
@@ -202,7 +202,7 @@ void StageNavigator::Reload(const QList<int>& stages) {
 
 void StageNavigator::ShowTextsAnew() {
     Reload({0, 1, 2});
-    if (StageScreen* data = screens_.Loaded(navigation::DataStage)) data->TextsChanged();
+    if (StageScreen* data = screens_.Loaded(navigation::kDataStage)) data->TextsChanged();
 }
 
 void StageNavigator::ShowCurrent() {
@@ -234,7 +234,7 @@ void StageNavigator::Forward() {
 void StageNavigator::Refresh() {
     if (gallery_) return gallery_->Refresh();
     StageScreen* screen = ActiveScreen();
-    if (!screen || CurrentStage != navigation::DataStage) return;
+    if (!screen || CurrentStage != navigation::kDataStage) return;
     parts_.status.SetText(GetText(QStringLiteral("COMM_PROCESSING")));
     screen->Refresh();
     parts_.status.SetText({});

@@ -52,7 +52,7 @@ void StageNavigator::ShowGallery(int kind) {
     gallery_ = new frmGALMain(&parts_.pages);
     parts_.pages.addWidget(gallery_);
     parts_.pages.setCurrentWidget(gallery_);
-    parts_.banner.SetCurrent(navigation::HomePage);
+    parts_.banner.SetCurrent(navigation::kHomePage);
     parts_.toolBar.SetEnabled(StandardToolBar::Back, true);
     Q_EMIT FrontChanged();
     gallery_->Enter();

@@ -20,7 +20,7 @@ template <class Screen> StageScreen* New(QWidget* parent) {
     return new Screen(parent);
 }
 
-constexpr std::array<Factory, 4> Factories{{New<frmIndicators>, New<frmTime>, New<frmAreas>, New<frmData>}};
+constexpr std::array<Factory, 4> kFactories{{New<frmIndicators>, New<frmTime>, New<frmAreas>, New<frmData>}};
 
 } // namespace
 
@@ -30,7 +30,7 @@ StageScreens::StageScreens(QStackedWidget& place, std::function<void(int)> chang
 StageScreen& StageScreens::Make(int stage) {
     StageScreen*& screen = screens_.at(static_cast<std::size_t>(stage));
     if (!screen) {
-        screen = Factories.at(static_cast<std::size_t>(stage))(&place_);
+        screen = kFactories.at(static_cast<std::size_t>(stage))(&place_);
         screen->setObjectName(navigation::FormNameOf(stage));
         place_.addWidget(screen);
         QObject::connect(screen, &StageScreen::SelectionSummaryChanged, &place_, [this, stage] { changed_(stage); });

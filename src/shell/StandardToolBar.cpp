@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
@@ -39,13 +40,13 @@ const ItemRow Items[StandardToolBar::ItemCount] = {
 StandardToolBar::StandardToolBar(QWidget* parent) : QWidget(parent) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(theme::Grid / 4);
+    row->setSpacing(theme::kGrid / 4);
     for (int item = 0; item < ItemCount; ++item) {
         auto* button = new QToolButton(this);
         button->setObjectName(QStringLiteral("Toolbar1_%1").arg(item));
         button->setAutoRaise(true);
         button->setFocusPolicy(Qt::TabFocus);
-        button->setIconSize({theme::IconSize, theme::IconSize});
+        button->setIconSize({theme::kIconSize, theme::kIconSize});
         button->setShortcut(QKeySequence(QLatin1String(Items[item].shortcut)));
         button->setEnabled(Items[item].hasCommand && item != Back && item != Forward && item != Stop);
         connect(button, &QToolButton::clicked, this, [this, item] { Q_EMIT Chosen(item); });
@@ -53,13 +54,13 @@ StandardToolBar::StandardToolBar(QWidget* parent) : QWidget(parent) {
         buttons_ << button;
         if (!Items[item].endsGroup) continue;
         auto* line = new QFrame(this);
-        line->setFixedSize(1, theme::IconSize);
+        line->setFixedSize(1, theme::kIconSize);
         line->setFrameShape(QFrame::NoFrame);
         line->setAutoFillBackground(true);
         line->setObjectName(QStringLiteral("lineToolBar"));
-        row->addSpacing(theme::Grid / 2);
+        row->addSpacing(theme::kGrid / 2);
         row->addWidget(line);
-        row->addSpacing(theme::Grid / 2);
+        row->addSpacing(theme::kGrid / 2);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "platform/Clock.h"
 #include "session/Session.h"
 #include "session/Strings.h"
@@ -35,23 +36,23 @@ StatusBar::StatusBar(QWidget* parent)
     Picture1_->setObjectName(QStringLiteral("Picture1"));
     PB_Child_->setObjectName(QStringLiteral("PB_Child"));
     PB_Child_->setTextVisible(false);
-    PB_Child_->setFixedHeight(theme::Grid);
+    PB_Child_->setFixedHeight(theme::kGrid);
     auto* meter = new QHBoxLayout(Picture1_);
     meter->setContentsMargins(0, 0, 0, 0);
     meter->addWidget(PB_Child_);
-    Picture1_->setFixedWidth(24 * theme::Grid);
+    Picture1_->setFixedWidth(24 * theme::kGrid);
     Picture1_->hide();
     picSound_->setObjectName(QStringLiteral("panelSound"));
     picSound_->setAutoRaise(true);
     picSound_->setFocusPolicy(Qt::TabFocus);
-    picSound_->setIconSize({theme::IconSize - 4, theme::IconSize - 4});
+    picSound_->setIconSize({theme::kIconSize - 4, theme::kIconSize - 4});
     auto* first = new QHBoxLayout;
-    first->setSpacing(theme::Grid);
+    first->setSpacing(theme::kGrid);
     first->addWidget(lblText_, 1);
     first->addWidget(Picture1_);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(2 * theme::Grid, 2, theme::Grid, 2);
-    row->setSpacing(theme::Grid);
+    row->setContentsMargins(2 * theme::kGrid, 2, theme::kGrid, 2);
+    row->setSpacing(theme::kGrid);
     row->addLayout(first, 70);
     row->addWidget(lblDate_, 12);
     row->addWidget(lblTime_, 10);

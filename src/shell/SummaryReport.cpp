@@ -29,8 +29,8 @@ QString WriteSummaryReport(const std::function<void(int)>& done) {
     ErrorTrap trap("ValidationReportXLS");
     const auto database = CreateTheConnection(CurrentDatabase);
     if (!database) return {};
-    office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook(SummarySheets);
-    for (int number = 1; number <= SummarySheets; ++number) {
+    office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook(kSummarySheets);
+    for (int number = 1; number <= kSummarySheets; ++number) {
         ReportTable table;
         trap.Try([&] { table = ReadReportTable(number, *database); });
         office::Worksheet sheet = book.Sheet(number);

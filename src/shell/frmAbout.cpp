@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/OfficeErrors.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "platform/Paths.h"
 #include "platform/Registry.h"
 #include "platform/ShellOpen.h"
@@ -35,7 +36,7 @@ void frmAbout::SetFormCaptions() {
     SetFormFonts(this);
     const QString product = Setting(QStringLiteral("PRODUCT NAME"));
     setWindowTitle(PlainText(QStringLiteral("TS_AboutTitle")).replace(QLatin1String("%1"), product));
-    const int side = 10 * theme::Grid;
+    const int side = 10 * theme::kGrid;
     ui_->picIcon->setPixmap(theme::Icon(Setting(QStringLiteral("APP ICON"))).pixmap(side, side));
     ui_->lblTitle->setText(product);
     SetCaption(ui_->lblVersion, QStringLiteral("VERSION"));
@@ -77,7 +78,7 @@ void frmAbout::cmdDiscliamer_Click() {
 /// Starts the program that the registry names for this; without one shows a form with the same facts.
 void frmAbout::StartSysInfo() {
     const ErrorTrap trap("StartSysInfo");
-    const QString root = QString::fromLatin1(LocalMachine);
+    const QString root = QString::fromLatin1(kLocalMachine);
     QString program = GetRegistryValue(AppPath, root, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"),
                                        QStringLiteral("PATH"));
     if (program.isEmpty()) {

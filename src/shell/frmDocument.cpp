@@ -26,7 +26,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr qint64 LargestDocument = 4 * 1024 * 1024;
+constexpr qint64 kLargestDocument = 4 * 1024 * 1024;
 const QString CloseKey = QStringLiteral("TS_Close");
 
 /// The parts that each of these forms has: a text browser above a row of buttons.
@@ -37,15 +37,15 @@ struct Parts {
 
 Parts MakeParts(QDialog& form, const QString& browserName) {
     auto* column = new QVBoxLayout(&form);
-    column->setSpacing(2 * theme::Grid);
-    column->setContentsMargins(2 * theme::Grid, 2 * theme::Grid, 2 * theme::Grid, 2 * theme::Grid);
+    column->setSpacing(2 * theme::kGrid);
+    column->setContentsMargins(2 * theme::kGrid, 2 * theme::kGrid, 2 * theme::kGrid, 2 * theme::kGrid);
     auto* text = new QTextBrowser(&form);
     text->setObjectName(browserName);
     text->setOpenExternalLinks(true);
-    text->document()->setDocumentMargin(2 * theme::Grid);
+    text->document()->setDocumentMargin(2 * theme::kGrid);
     column->addWidget(text);
     auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(theme::Grid);
+    buttons->setSpacing(theme::kGrid);
     buttons->addStretch();
     column->addLayout(buttons);
     form.setModal(true);
@@ -89,7 +89,7 @@ QString PageText(QString text) {
 
 /// Loads a document, which may be a web page or plain text.
 void LoadDocument(QTextBrowser& browser, const QString& path) {
-    const auto contents = ReadWholeFile(FindPath(path), LargestDocument);
+    const auto contents = ReadWholeFile(FindPath(path), kLargestDocument);
     if (!contents) {
         LogNote(QStringLiteral("there is no disclaimer at ") + path);
         return;
@@ -114,7 +114,7 @@ frmDisclaimer::frmDisclaimer(QWidget* parent) : QDialog(parent) {
     LoadDocument(*parts.text, JoinPath({AppPath, QStringLiteral("Bin/Disclaimer.Doc")}));
     // Scrolls to the part in the current language, once the text has been laid out.
     QTimer::singleShot(0, parts.text, [text = parts.text] { text->scrollToAnchor(CodeOfLanguage(Language)); });
-    resize(70 * theme::Grid, 56 * theme::Grid);
+    resize(70 * theme::kGrid, 56 * theme::kGrid);
 }
 
 frmDocument::frmDocument(std::function<QString()> find, QWidget* parent) : QDialog(parent), find_(std::move(find)) {
@@ -129,7 +129,7 @@ frmDocument::frmDocument(std::function<QString()> find, QWidget* parent) : QDial
     close_ = AddButton(*this, *parts.buttons, QStringLiteral("cmdClose"), CloseKey);
     close_->setAutoDefault(false);
     connect(close_, &QPushButton::clicked, this, &QWidget::close);
-    resize(90 * theme::Grid, 76 * theme::Grid);
+    resize(90 * theme::kGrid, 76 * theme::kGrid);
     SetFormCaptions();
     page_->setFocus();
 }
@@ -141,7 +141,7 @@ void frmDocument::SetFormCaptions() {
 }
 
 void frmDocument::Load(const QString& path) {
-    const auto contents = ReadWholeFile(FindPath(path), LargestDocument);
+    const auto contents = ReadWholeFile(FindPath(path), kLargestDocument);
     if (!contents) {
         LogNote(QStringLiteral("can't read the page ") + path);
         return;
@@ -197,7 +197,7 @@ frmSystemInfo::frmSystemInfo(QWidget* parent) : QDialog(parent) {
         rows += row.arg(name.toHtmlEscaped(), value.toHtmlEscaped());
     parts.text->setHtml(
         QStringLiteral("<table%1>%2</table>").arg(mirrored ? QStringLiteral(" width=\"100%\"") : QString(), rows));
-    resize(80 * theme::Grid, (mirrored ? 64 : 50) * theme::Grid);
+    resize(80 * theme::kGrid, (mirrored ? 64 : 50) * theme::kGrid);
 }
 
 } // namespace tessaro

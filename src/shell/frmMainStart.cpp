@@ -1,5 +1,7 @@
 #include "controls/CopyText.h"
 #include "controls/Theme.h"
+#include "controls/ThemeSetup.h"
+#include "controls/TintedIcon.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/CommandLine.h"
 #include "platform/Home.h"
@@ -25,7 +27,7 @@
 namespace tessaro {
 
 void frmMain::FitToScreen() {
-    constexpr int kTitle = 5 * theme::Grid;
+    constexpr int kTitle = 5 * theme::kGrid;
     const QSize room = screen()->availableSize() - QSize(0, kTitle);
     if (room.width() >= width() && room.height() >= height()) return;
     resize(size().boundedTo(room));
@@ -52,7 +54,7 @@ bool frmMain::MDIForm_Load(const QString& commandLine) {
     ShowProduct();
     settings_->ShowInLanguage();
     show();
-    ui_->picBanner_1->SetCurrent(navigation::HomePage);
+    ui_->picBanner_1->SetCurrent(navigation::kHomePage);
     ReopenedLastDatabase = false;
     DatabaseOpen = true;
     LanguageInDatabase = true;

@@ -241,7 +241,7 @@ void frmProperties::ShowPreview() {
 void frmProperties::ShowColor() {
     const bool shown = ui_->chkGlobalColor->isChecked();
     const QColor color = ColorFromNumber(color_);
-    ui_->lblGlobalColor->setPixmap(ColorSquare(shown ? color : theme::SurfaceRaised(), 3 * theme::Grid));
+    ui_->lblGlobalColor->setPixmap(ColorSquare(shown ? color : theme::SurfaceRaised(), 3 * theme::kGrid));
     ui_->lblGlobalColor->setAccessibleName(PlainText(QStringLiteral("COMM_Color")) + QLatin1Char(' ') + color.name());
     ui_->cmdBrowseColor->setEnabled(shown);
 }

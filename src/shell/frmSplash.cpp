@@ -2,6 +2,7 @@
 
 #include "controls/Captions.h"
 #include "controls/Theme.h"
+#include "controls/TintedIcon.h"
 #include "platform/Paths.h"
 #include "session/Addresses.h"
 #include "session/ErrorSink.h"
@@ -29,7 +30,7 @@ struct HomeLink {
     bool head;
     bool ready;
 };
-constexpr std::array<HomeLink, 12> Links{{
+constexpr std::array<HomeLink, 12> kLinks{{
     {"lbl_FP_IFO_0", "Home Information", true, true},
     {"lbl_FP_IFO_1", "Organization name", false, true},
     {"lbl_FP_IFO_2", "PRODUCT NAME", false, true},
@@ -103,9 +104,9 @@ void frmSplash::LoadPictures() {
     ui_->picSplashTop->SetPicture(animated ? PictureFile(QStringLiteral("Flash/Home.swf")) : QString());
     SetGround(ui_->PicContainer, "SPLASH MIDDLE COLOR", QApplication::palette().color(QPalette::Window));
     SetGround(ui_->picShowOnStartup, "SPLASH BOTTOM COLOR", theme::SurfaceRaised());
-    const int size = 12 * theme::Grid;
+    const int size = 12 * theme::kGrid;
     ui_->picProduct_Image->setPixmap(theme::Icon(Setting(QStringLiteral("PRODUCT IMAGE"))).pixmap(size, size));
-    for (int stage = 0; stage < navigation::StageCount; ++stage) {
+    for (int stage = 0; stage < navigation::kStageCount; ++stage) {
         auto* button = findChild<PictureButton*>(QStringLiteral("picIndicators_%1").arg(stage));
         button->SetNumber(stage + 1);
         button->setIcon(theme::Icon(Setting(QStringLiteral("SPLASH INDICATOR %1").arg(stage + 1))));
@@ -118,7 +119,7 @@ void frmSplash::LoadPictures() {
     const bool linked = SettingFlag(QStringLiteral("Show Product Image Bottom2 Link"));
     ui_->picProduct_Image_1->setVisible(!bottom.isEmpty());
     ui_->picProduct_Image_1->setIcon(theme::Icon(bottom));
-    ui_->picProduct_Image_1->setIconSize({20 * theme::Grid, 4 * theme::Grid});
+    ui_->picProduct_Image_1->setIconSize({20 * theme::kGrid, 4 * theme::kGrid});
     ui_->picProduct_Image_1->setEnabled(linked);
     if (linked) ui_->picProduct_Image_1->setCursor(Qt::PointingHandCursor);
     connect(ui_->picProduct_Image_1, &QAbstractButton::clicked, this, [] {
@@ -128,7 +129,7 @@ void frmSplash::LoadPictures() {
 }
 
 void frmSplash::MakeLinks() {
-    for (const HomeLink& row : Links) {
+    for (const HomeLink& row : kLinks) {
         if (row.head) continue;
         const QString name = QLatin1String(row.name);
         auto* link = findChild<LinkButton*>(name);
@@ -157,7 +158,7 @@ void frmSplash::OpenLink(const QString& name) {
 void frmSplash::SetFormCaptions() {
     const QScopedValueRollback size(ProductFontSize, kFontSize);
     SetFormFonts(this);
-    for (const HomeLink& row : Links) {
+    for (const HomeLink& row : kLinks) {
         const QString name = QLatin1String(row.name);
         const QString text = PlainText(QLatin1String(row.key));
         if (row.head) {
@@ -170,7 +171,7 @@ void frmSplash::SetFormCaptions() {
         const char* whyNot = !row.ready ? "TS_NotYetAvailable" : link->isEnabled() ? "" : "TS_WhyNoHelpDesk";
         link->setToolTip(PlainText(QLatin1String(whyNot)));
     }
-    for (int stage = 0; stage < navigation::StageCount; ++stage) {
+    for (int stage = 0; stage < navigation::kStageCount; ++stage) {
         auto* button = findChild<PictureButton*>(QStringLiteral("picIndicators_%1").arg(stage));
         button->setText(PlainText(QLatin1String(navigation::Stages.at(static_cast<std::size_t>(stage)).captionKey)));
         button->setAccessibleName(button->text());
@@ -194,12 +195,12 @@ void frmSplash::SetThePropertiesFPLables() {
     const auto links = findChildren<LinkButton*>();
     for (LinkButton* link : links)
         link->SetHotColor(hot);
-    for (const HomeLink& row : Links)
+    for (const HomeLink& row : kLinks)
         if (row.head) {
             auto* label = findChild<QLabel*>(QLatin1String(row.name));
             label->setFont(Scaled(1.1, true));
             SetTextColor(label, head);
-            label->setContentsMargins(0, 0, 0, theme::Grid / 2);
+            label->setContentsMargins(0, 0, 0, theme::kGrid / 2);
         }
     ui_->lblDatabases->setFont(Scaled(1.1, true));
     SetTextColor(ui_->lblDatabases, head);
@@ -238,7 +239,7 @@ void frmSplash::ShowDatabases(const QStringList& addresses, const QString& curre
         auto* item = new QListWidgetItem(theme::Icon(QStringLiteral("database.png")), NameOfDatabase(address), &list);
         item->setData(Qt::UserRole, address);
         item->setToolTip(address);
-        item->setSizeHint({0, list.fontMetrics().height() + 2 * theme::Grid});
+        item->setSizeHint({0, list.fontMetrics().height() + 2 * theme::kGrid});
         if (!open) continue;
         QFont bold = list.font();
         bold.setBold(true);

@@ -66,8 +66,8 @@ QString OnValues(const DataFilters& filters) {
 /// without one stay, with their footnotes.
 QString MissingDataTail(const DataFilters& filters) {
     const QString onValues = OnValues(filters);
-    if (onValues.isEmpty()) return QLatin1String(joins::Grid.where);
-    return QLatin1String(joins::Grid.where) +
+    if (onValues.isEmpty()) return QLatin1String(joins::kGrid.where);
+    return QLatin1String(joins::kGrid.where) +
            QStringLiteral(" AND (D.Datavalue IS NULL OR D.Datavalue = '' OR (D.RowNId IS NOT NULL") + onValues +
            QStringLiteral("))");
 }
@@ -126,15 +126,15 @@ QString FilteredStatement(const RowsInView& rows, const QString& orderBy) {
 
 QString FavouriteStatement(const RowsInView& rows) {
     if (rows.filters.MissingDataOn) return QLatin1String(kKeptCells) + KeptCells(rows);
-    return QLatin1String(kKept) + QLatin1String(joins::Grid.from) + QLatin1Char(' ') +
-           QLatin1String(joins::Grid.where) + QLatin1Char(' ') + RemovedRows(QStringLiteral(" AND")) +
+    return QLatin1String(kKept) + QLatin1String(joins::kGrid.from) + QLatin1Char(' ') +
+           QLatin1String(joins::kGrid.where) + QLatin1Char(' ') + RemovedRows(QStringLiteral(" AND")) +
            OnValues(rows.filters);
 }
 
 // The working tables have no source column, so the condition on Deleted is needed to leave out sources that were taken
 // out.
 QString MostRecentStatement() {
-    return QString::fromLatin1(kMostRecent) + QLatin1String(joins::Grid.where);
+    return QString::fromLatin1(kMostRecent) + QLatin1String(joins::kGrid.where);
 }
 
 bool MakeMostRecentTables() {

@@ -21,12 +21,12 @@ QString AndInView() {
 }
 
 QString IdentifierStatement(const QString& orderBy) {
-    return QLatin1String(kSelect) + QLatin1String(joins::Grid.from) +
+    return QLatin1String(kSelect) + QLatin1String(joins::kGrid.from) +
            (orderBy.isEmpty() ? QStringLiteral(" ORDER BY A.AreaID") : orderBy);
 }
 
 QString RequeryStatement(const QString& rowFilter, const QString& orderBy) {
-    return QLatin1String(kSelect) + InView(joins::Grid, rowFilter) + orderBy;
+    return QLatin1String(kSelect) + InView(joins::kGrid, rowFilter) + orderBy;
 }
 
 bool AnyFootnotes(const QString& rowFilter) {

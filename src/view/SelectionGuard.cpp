@@ -24,7 +24,7 @@ struct GuardMessages {
     const char* inside;
 };
 
-constexpr std::array<GuardMessages, 3> Guards{{
+constexpr std::array<GuardMessages, 3> kGuards{{
     {Stage::Indicators, "016", "016"},
     {Stage::Time, "023", "024"},
     {Stage::Areas, "024", "023"},
@@ -45,7 +45,7 @@ bool HasIndicatorsOrListsThem() {
 }
 
 std::optional<int> FirstMissingStage(GuardPlace place) {
-    for (const GuardMessages& guard : Guards) {
+    for (const GuardMessages& guard : kGuards) {
         if (IsFilled(guard.stage)) continue;
         ShowMessage(QString::fromLatin1(place == GuardPlace::BeforeDataView ? guard.before : guard.inside));
         return static_cast<int>(guard.stage);

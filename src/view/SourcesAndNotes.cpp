@@ -7,7 +7,7 @@ namespace tessaro {
 
 QStringList SourcesOfSelection() {
     QStringList sources;
-    for (Records rows = Select(QStringLiteral("SELECT DISTINCT IUS.[Source]") + InView(joins::Sources)); !rows.atEnd();
+    for (Records rows = Select(QStringLiteral("SELECT DISTINCT IUS.[Source]") + InView(joins::kSources)); !rows.atEnd();
          rows.MoveNext())
         sources << rows.Text(std::size_t{0});
     return sources;

@@ -101,7 +101,7 @@ void WizardFrame::paintEvent(QPaintEvent* event) {
 }
 
 void WizardFrame::RunStart() {
-    if (step_ == DoneStep) return;
+    if (step_ == kDoneStep) return;
     {
         const BusyGuard guard(busy_);
         ErrorTrap trap("Form_Activate");
@@ -168,7 +168,7 @@ bool WizardFrame::Forward() {
     }
     ClearProgress();
     SetStatus({});
-    if (!open || step_ == DoneStep) return false;
+    if (!open || step_ == kDoneStep) return false;
     EnterStep(step_ + 1);
     return true;
 }
@@ -215,7 +215,7 @@ void WizardFrame::CmdCancel_Click() {
 }
 
 void WizardFrame::done(int result) {
-    step_ = DoneStep;
+    step_ = kDoneStep;
     {
         const BusyGuard guard(busy_);
         ErrorTrap trap("Form_Unload");

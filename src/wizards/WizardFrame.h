@@ -24,7 +24,7 @@ class WizardFrame : public QDialog {
 
   public:
     /// Step once the wizard is done.
-    static constexpr int DoneStep = 65535;
+    static constexpr int kDoneStep = 65535;
 
     explicit WizardFrame(QWidget* parent = nullptr);
     ~WizardFrame() override;

@@ -131,7 +131,7 @@ TEST(KeyedListModelTest, CarriesKeysAndTabSeparatedText) {
     const std::unique_ptr<QMimeData> data(
         model.mimeData({model.index(2, 0), model.index(2, 1), model.index(0, 0), model.index(0, 1)}));
     EXPECT_EQ(data->text(), QStringLiteral("a\tx\nc\tz\n"));
-    EXPECT_EQ(data->data(QString::fromLatin1(KeyedListModel::MimeType)), QByteArray("I1\nI3"));
+    EXPECT_EQ(data->data(QString::fromLatin1(KeyedListModel::kMimeType)), QByteArray("I1\nI3"));
 }
 
 TEST(KeyedListModelTest, TellsItsCountOncePerBatch) {

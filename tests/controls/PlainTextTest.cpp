@@ -1,6 +1,7 @@
 #include "controls/KeyedList.h"
 #include "controls/KeyedTree.h"
 #include "controls/Theme.h"
+#include "controls/ThemeSetup.h"
 #include "support/TestSession.h"
 
 #include <QApplication>

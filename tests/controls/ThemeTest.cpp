@@ -1,5 +1,6 @@
 #include "controls/Theme.h"
 
+#include "controls/ThemeSetup.h"
 #include "controls/TintedIcon.h"
 #include "support/TestSession.h"
 

@@ -14,9 +14,9 @@ namespace tessaro::test {
 
 namespace {
 
-constexpr qsizetype PageSize = 4096;
-constexpr int FirstTablePage = 2; // the catalogue; each table takes a page of definition and a page of rows
-constexpr int MapPage = 1;
+constexpr qsizetype kPageSize = 4096;
+constexpr int kFirstTablePage = 2; // the catalogue; each table takes a page of definition and a page of rows
+constexpr int kMapPage = 1;
 
 enum JetType : int {
     Boolean = 1,
@@ -96,7 +96,7 @@ QByteArray HeaderMask(qsizetype length) {
 }
 
 QByteArray HeaderPage() {
-    QByteArray page(PageSize, '\0');
+    QByteArray page(kPageSize, '\0');
     Put(page, 0, QByteArray("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24));
     Put(page, 0x18, HeaderMask(128));
     return page;
@@ -104,11 +104,11 @@ QByteArray HeaderPage() {
 
 /// A page of rows, the first of them at its end.
 QByteArray RowPage(quint64 owner, const QList<QByteArray>& rows) {
-    QByteArray page(PageSize, '\0');
+    QByteArray page(kPageSize, '\0');
     Put(page, 0,
         Number(0x0101, 2) + Number(0, 2) + Number(owner, 4) + Number(0, 4) +
             Number(static_cast<quint64>(rows.size()), 2));
-    qsizetype end = PageSize;
+    qsizetype end = kPageSize;
     qsizetype slot = 14;
     for (const QByteArray& row : rows) {
         end -= row.size();
@@ -121,7 +121,7 @@ QByteArray RowPage(quint64 owner, const QList<QByteArray>& rows) {
 }
 
 QByteArray DefinitionPage(const Table& table, int mapRow) {
-    QByteArray page(PageSize, '\0');
+    QByteArray page(kPageSize, '\0');
     Put(page, 0, Number(0x0102, 2));
     const auto columns = static_cast<quint64>(table.columns.size());
     const auto variable =
@@ -130,7 +130,7 @@ QByteArray DefinitionPage(const Table& table, int mapRow) {
     page[40] = 0x4e; // a user's table
     Put(page, 41, Number(columns, 2) + Number(static_cast<quint64>(variable), 2) + Number(columns, 2));
     for (const qsizetype map : {55, 59})
-        Put(page, map, Number(static_cast<quint64>(mapRow), 1) + Number(MapPage, 3));
+        Put(page, map, Number(static_cast<quint64>(mapRow), 1) + Number(kMapPage, 3));
     qsizetype at = 63;
     quint64 position = 0;
     quint64 fixedOffset = 0;
@@ -229,7 +229,7 @@ std::vector<Table> TablesOf(jet::Connection& source) {
 
 Table CatalogueOf(const std::vector<Table>& tables) {
     Table catalogue{"MSysObjects", {{"Id", Long}, {"Name", Text}, {"Type", Int}, {"Flags", Long}, {"LvProp", Ole}}, {}};
-    int page = FirstTablePage + 2;
+    int page = kFirstTablePage + 2;
     for (const Table& table : tables) {
         catalogue.rows.push_back(
             {jet::Value(page), jet::Value(table.name), jet::Value(1), jet::Value(0), jet::Value()});
@@ -252,7 +252,7 @@ void WriteJetFile(const QString& path, jet::Connection& source) {
     tables.insert(tables.begin(), CatalogueOf(tables));
     QList<QByteArray> maps;
     QByteArray pages;
-    int page = FirstTablePage;
+    int page = kFirstTablePage;
     for (const Table& table : tables) {
         QList<QByteArray> rows;
         for (const auto& row : table.rows)

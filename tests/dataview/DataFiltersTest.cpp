@@ -199,7 +199,7 @@ TEST_F(DataFiltersTest, RowFilterJoinsItsPartsInOrder) {
 TEST_F(DataFiltersTest, RestoreReadsTheRowsTakenOut) {
     std::vector<qint64> rows;
     for (Records found = Select(RestoreStatement(QStringLiteral("7,2"))); !found.atEnd(); found.MoveNext())
-        rows.push_back(found.Number(RestoredRowNId));
+        rows.push_back(found.Number(kRestoredRowNId));
     std::ranges::sort(rows);
     EXPECT_EQ(rows, (std::vector<qint64>{2, 7}));
 }

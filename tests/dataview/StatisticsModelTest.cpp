@@ -40,7 +40,7 @@ class StatisticsModelTest : public SessionTest {
         for (int row = 0; row < model.rowCount(); ++row) {
             QString marks;
             for (int column = 0; column < StatisticsModel::kNameColumn; ++column) {
-                const QString picture = Cell(row, column, StatisticsModel::MarkRole).toString();
+                const QString picture = Cell(row, column, StatisticsModel::kMarkRole).toString();
                 if (!picture.isEmpty()) marks += picture == QLatin1String("plus.bmp") ? '+' : '-';
             }
             rows << marks + Cell(row, StatisticsModel::kNameColumn).toString().trimmed();

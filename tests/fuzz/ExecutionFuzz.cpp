@@ -36,14 +36,14 @@ void Run(jet::Connection& connection, std::string_view sql) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    constexpr std::size_t MostStatements = 8;
+    constexpr std::size_t kMostStatements = 8;
     const std::string path = NewPath();
     jet::Database::Create(path, "");
     {
         const auto connection = jet::Connection::Open(path, "");
         jet::RandomStatements::MakeTables(*connection);
         std::string_view rest(reinterpret_cast<const char*>(data), size);
-        for (std::size_t i = 0; i < MostStatements && !rest.empty(); ++i) {
+        for (std::size_t i = 0; i < kMostStatements && !rest.empty(); ++i) {
             const std::size_t end = std::min(rest.find('\n'), rest.size());
             Run(*connection, rest.substr(0, end));
             rest.remove_prefix(std::min(end + 1, rest.size()));

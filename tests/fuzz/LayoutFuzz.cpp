@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     RowsColumns read = before;
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     if (ReadLayout(bytes, read) == LayoutRead::Damaged && !(read == before)) std::abort();
-    if (read.Rows().size() + read.Columns().size() + read.Available().size() != PivotFieldCount) std::abort();
+    if (read.Rows().size() + read.Columns().size() + read.Available().size() != kPivotFieldCount) std::abort();
     RowsColumns again;
     if (ReadLayout(LayoutBytes(read, WizardKind::Graph), again) == LayoutRead::Damaged || !(again == read))
         std::abort();

@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         IniFile file = IniFile::Parse(text);
         const QString value = QString::fromUtf8(text.left(300)).trimmed();
         file.Write(QStringLiteral("USER PREFERENCES"), QStringLiteral("LANGUAGE"), value);
-        if (file.Read(QStringLiteral("user preferences"), QStringLiteral("Language")).size() > IniFile::LongestValue)
+        if (file.Read(QStringLiteral("user preferences"), QStringLiteral("Language")).size() > IniFile::kLongestValue)
             std::abort();
         const IniFile again = IniFile::Parse(file.Contents());
         if (!again.HasSection(QStringLiteral("USER PREFERENCES"))) std::abort();

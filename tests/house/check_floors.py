@@ -9,8 +9,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
-UNTANGLED = {"database", "gallery", "jet", "metadata", "platform", "presentation", "selection", "session", "sheets",
-             "shell", "view", "wizards"}
+UNTANGLED = {"controls", "database", "gallery", "jet", "metadata", "office", "platform", "presentation", "selection",
+             "session", "sheets", "shell", "view", "wizards"}
 NAMED = re.compile(r"`((?:[\w-]+/)+[\w.-]+\.(?:h|cpp|ui|py|ini|csv))`")
 ROW = re.compile(r"^\|\s*(\d+)\s*\|\s*`(\w+)`\s*\|[^|]*\|([^|]*)\|\s*$")
 

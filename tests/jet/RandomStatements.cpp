@@ -12,21 +12,21 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::array Tables = {"T", "U", "Data", "M"};
-constexpr std::array Fields = {"Id", "Name", "Datavalue", "N", "D", "Y", "G", "K"};
-constexpr std::array Literals = {"0",      "-1",           "2147483648", "9223372036854775807",
-                                 "1E308",  "0.1",          "''",         "'nan'",
-                                 "'-inf'", "'0x1F'",       "'1,5'",      "'12'",
-                                 "'Île'",  "'a''b'",       "'%_*?[#'",   "Null",
-                                 "True",   "#2000-02-29#", "'\xff'",     "\"q\"",
-                                 "''''",   "' 7 '",        "'123456789'"};
-constexpr std::array Operators = {" + ",   " - ",  " * ",   " / ",   " \\ ", " MOD ", " ^ ", " & ",  " XOR ",
-                                  " AND ", " OR ", " EQV ", " IMP ", " = ",  " <> ",  " < ", " >= ", " LIKE "};
-constexpr std::array OneArgument = {"Abs",  "Len",  "CStr",   "CDbl",  "CLng",  "Val",    "UCase",      "Trim", "Int",
-                                    "Sqr",  "Log",  "IsNull", "CDate", "Year",  "Chr",    "Asc",        "Str",  "Round",
-                                    "CInt", "Date", "Sgn",    "CBool", "Space", "IsDate", "StrReverse", "Hex"};
-constexpr std::array TwoArguments = {"Left", "Right", "InStr", "Format", "String", "Nz", "Choose", "StrComp", "Round"};
-constexpr std::array Aggregates = {"Count", "Sum", "Avg", "Min", "Max", "StDev", "First", "Last"};
+constexpr std::array kTables = {"T", "U", "Data", "M"};
+constexpr std::array kFields = {"Id", "Name", "Datavalue", "N", "D", "Y", "G", "K"};
+constexpr std::array kLiterals = {"0",      "-1",           "2147483648", "9223372036854775807",
+                                  "1E308",  "0.1",          "''",         "'nan'",
+                                  "'-inf'", "'0x1F'",       "'1,5'",      "'12'",
+                                  "'Île'",  "'a''b'",       "'%_*?[#'",   "Null",
+                                  "True",   "#2000-02-29#", "'\xff'",     "\"q\"",
+                                  "''''",   "' 7 '",        "'123456789'"};
+constexpr std::array kOperators = {" + ",   " - ",  " * ",   " / ",   " \\ ", " MOD ", " ^ ", " & ",  " XOR ",
+                                   " AND ", " OR ", " EQV ", " IMP ", " = ",  " <> ",  " < ", " >= ", " LIKE "};
+constexpr std::array kOneArgument = {
+    "Abs",  "Len", "CStr", "CDbl", "CLng",  "Val",  "UCase", "Trim", "Int",   "Sqr",   "Log",    "IsNull",     "CDate",
+    "Year", "Chr", "Asc",  "Str",  "Round", "CInt", "Date",  "Sgn",  "CBool", "Space", "IsDate", "StrReverse", "Hex"};
+constexpr std::array kTwoArguments = {"Left", "Right", "InStr", "Format", "String", "Nz", "Choose", "StrComp", "Round"};
+constexpr std::array kAggregates = {"Count", "Sum", "Avg", "Min", "Max", "StDev", "First", "Last"};
 
 /// Every table with its fields and rows.
 std::string Contents(Connection& connection) {
@@ -90,15 +90,15 @@ void RandomStatements::MakeTables(Connection& connection) {
 }
 
 std::string RandomStatements::Literal() {
-    return OneOf(Literals);
+    return OneOf(kLiterals);
 }
 
 std::string RandomStatements::Table() {
-    return table_ = Tables[Below(10) == 0 ? 3 : Below(3)];
+    return table_ = kTables[Below(10) == 0 ? 3 : Below(3)];
 }
 
 std::string RandomStatements::FieldOf(const std::string& table) {
-    if (Below(20) == 0) return OneOf(Fields);
+    if (Below(20) == 0) return OneOf(kFields);
     if (table == "U") return OneOf(std::array{"Id", "K", "G"});
     if (table == "Data") return OneOf(std::array{"Id", "Datavalue", "K", "N", "D"});
     if (table == "M") return OneOf(std::array{"Id", "Name"});
@@ -114,13 +114,13 @@ std::string RandomStatements::Called(int depth) {
     case 0:
         return "IIf(" + Condition(depth) + ", " + Expression(depth) + ", " + Expression(depth) + ")";
     case 1:
-        return std::string(OneOf(TwoArguments)) + "(" + Expression(depth) + ", " + Expression(depth) + ")";
+        return std::string(OneOf(kTwoArguments)) + "(" + Expression(depth) + ", " + Expression(depth) + ")";
     case 2:
         return "Replace(" + Expression(depth) + ", " + Expression(depth) + ", " + Literal() + ")";
     case 3:
-        return std::string(OneOf(Aggregates)) + "(" + Expression(depth) + ")";
+        return std::string(OneOf(kAggregates)) + "(" + Expression(depth) + ")";
     default:
-        return std::string(OneOf(OneArgument)) + "(" + Expression(depth) + ")";
+        return std::string(OneOf(kOneArgument)) + "(" + Expression(depth) + ")";
     }
 }
 
@@ -135,7 +135,7 @@ std::string RandomStatements::Expression(int depth) {
     case 3:
     case 4:
     case 5:
-        return "(" + Expression(depth - 1) + OneOf(Operators) + Expression(depth - 1) + ")";
+        return "(" + Expression(depth - 1) + OneOf(kOperators) + Expression(depth - 1) + ")";
     default:
         return Expression(0);
     }
@@ -152,15 +152,15 @@ std::string RandomStatements::Condition(int depth) {
     case 3:
         return "NOT " + Expression(depth - 1) + " IS NULL";
     default:
-        return Expression(depth - 1) + OneOf(Operators) + Expression(depth - 1);
+        return Expression(depth - 1) + OneOf(kOperators) + Expression(depth - 1);
     }
 }
 
 std::string RandomStatements::Query(int depth) {
-    static constexpr std::array Heads = {"SELECT ", "SELECT DISTINCT ", "SELECT TOP 2 ", "SELECT DISTINCTROW "};
+    static constexpr std::array kHeads = {"SELECT ", "SELECT DISTINCT ", "SELECT TOP 2 ", "SELECT DISTINCTROW "};
     const std::string around = table_;
     const std::string table = Table();
-    std::string sql = OneOf(Heads) + Expression(depth) + " AS x";
+    std::string sql = OneOf(kHeads) + Expression(depth) + " AS x";
     table_ = table;
     if (Below(3) == 0) sql += ", " + Field();
     sql += " FROM " + table;
@@ -200,7 +200,7 @@ std::string RandomStatements::SchemaChange() {
     case 1:
         return "DROP TABLE " + std::string(Below(8) == 0 ? "MSysTessaro" : "M");
     case 2:
-        return "ALTER TABLE " + table + " ADD COLUMN " + OneOf(Fields) + " TEXT(4)";
+        return "ALTER TABLE " + table + " ADD COLUMN " + OneOf(kFields) + " TEXT(4)";
     case 3:
         return "CREATE UNIQUE INDEX i" + std::to_string(Below(9)) + " ON " + table + " (" + Field() + ")";
     case 4:
@@ -230,7 +230,7 @@ std::string RandomStatements::Next() {
 }
 
 RandomRun RunRandomStatements(const std::string& path, std::uint64_t seed, std::chrono::milliseconds duration) {
-    constexpr std::size_t Most = 20'000; // bytes of contents; then the tables are emptied
+    constexpr std::size_t kMost = 20'000; // bytes of contents; then the tables are emptied
     Database::Create(path, "secret");
     const auto connection = Connection::Open(path, "secret");
     RandomStatements::MakeTables(*connection);
@@ -243,7 +243,7 @@ RandomRun RunRandomStatements(const std::string& path, std::uint64_t seed, std::
         std::string after = good && IsQuery(sql) ? before : Contents(*connection);
         if (!good && after != before) run.fault = sql + "\nbefore: " + before + "\nafter: " + after;
         run.failed += good ? 0 : 1;
-        if (after.size() > Most) {
+        if (after.size() > kMost) {
             for (const TableInfo& table : connection->Tables())
                 connection->Execute("DELETE * FROM [" + table.name + "] WHERE Id > 3 OR Id IS NULL");
             after = Contents(*connection);

@@ -212,7 +212,7 @@ TEST(ClassBreaksTest, EveryMethodEnduresAnyValues) {
                 for (const int decimals : {-1, 0, 2, 20}) {
                     const ClassBreaks made = ClassesOf(values, method, classes, decimals);
                     ASSERT_FALSE(made.empty());
-                    ASSERT_LE(made.size(), static_cast<std::size_t>(MostClasses) + 1);
+                    ASSERT_LE(made.size(), static_cast<std::size_t>(kMostClasses) + 1);
                     for (const ClassBreak& each : made) {
                         EXPECT_LE(each.count, static_cast<int>(values.size()));
                         EXPECT_FALSE(std::isnan(each.from) || std::isnan(each.to));

@@ -1,6 +1,6 @@
 #include "OfficeTest.h"
-#include "office/Connection.h"
 #include "office/PagePictures.h"
+#include "office/ProcessLink.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -186,7 +186,7 @@ TEST_F(ProcessTest, WaitsWithTheWindowAlive) {
 
 TEST_F(ProcessTest, StartsOnADamagedProfile) {
     const QTemporaryDir profile;
-    Connection connection(false);
+    ProcessLink connection(false);
     connection.SetProfileFolder(profile.path());
     connection.Start();
     connection.Quit();
@@ -206,7 +206,7 @@ TEST_F(ProcessTest, TellsThatItCanNotStart) {
     QFile inTheWay(folder.filePath(QStringLiteral("profile")));
     ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
     inTheWay.close();
-    Connection connection(false);
+    ProcessLink connection(false);
     EXPECT_EQ(FailureOf([&] { connection.Start(); }), Failure::Start); // it has been told no folder
     connection.SetProfileFolder(inTheWay.fileName());
     EXPECT_EQ(FailureOf([&] { connection.Start(); }), Failure::Start);
@@ -216,7 +216,7 @@ TEST_F(ProcessTest, TellsThatItCanNotStart) {
 // The user has one open too: another process with a profile of its own.
 TEST_F(ProcessTest, LeavesOthersAlone) {
     const QTemporaryDir profile;
-    Connection other(false);
+    ProcessLink other(false);
     other.SetProfileFolder(profile.path());
     other.Start();
     const qint64 process = other.ProcessId();
@@ -260,11 +260,11 @@ TEST_F(ProcessTest, EndsWhatACrashedRunHasLeft) {
         file.write(QByteArray::number(processId));
     };
     remember(stranger.processId());
-    Connection first(false);
+    ProcessLink first(false);
     first.SetProfileFolder(writer);
     EXPECT_TRUE(Lives(stranger.processId()));
     remember(orphan.processId());
-    Connection second(false);
+    ProcessLink second(false);
     second.SetProfileFolder(writer);
     EXPECT_TRUE(IsGoneWithin(orphan.processId(), 2000));
     stranger.kill();
@@ -274,7 +274,7 @@ TEST_F(ProcessTest, EndsWhatACrashedRunHasLeft) {
 
 TEST_F(ProcessTest, LeavesNothingBehindWhenItIsKilled) {
     const QTemporaryDir profile;
-    Connection connection(false);
+    ProcessLink connection(false);
     connection.SetProfileFolder(profile.path());
     connection.Start();
     const QStringList sockets = SocketsNoted(profile.path());
@@ -315,7 +315,7 @@ TEST_F(ProcessTest, LeavesNothingBehindInTheMidstOfAPicture) {
 // Whatever the user's own files are open to, and whatever names other users have seen in use.
 TEST_F(ProcessTest, ListensWhereNoOtherUserCanEnter) {
     const QTemporaryDir profile;
-    Connection connection(false);
+    ProcessLink connection(false);
     connection.SetProfileFolder(profile.path());
     const mode_t mask = ::umask(0);
     connection.Start();
@@ -362,7 +362,7 @@ TEST_F(ProcessTest, DiesWithUs) {
     const QString writer = profile.path() + QStringLiteral("/Writer");
     const QStringList sockets = SocketsNoted(writer);
     EXPECT_EQ(Existing(sockets), sockets) << "nobody is left who could have removed them";
-    Connection next(false);
+    ProcessLink next(false);
     next.SetProfileFolder(writer);
     EXPECT_EQ(Existing(sockets), QStringList());
     EXPECT_FALSE(QDir(writer + QStringLiteral("/Temp")).exists());

@@ -413,16 +413,16 @@ TEST_F(WorkbookTest, RefusesForeignAndDamagedFiles) {
 }
 
 TEST_F(WorkbookTest, MakesSlides) {
-    SlideShow slides = SlideShow::New();
+    SlideShow slides = Application().NewSlideShow();
     EXPECT_EQ(slides.AppendPictures({RedSquare()}), 2);
     slides.RemoveSlide(1);
     slides.SaveAs(File("slides.ppt"));
     slides.Close();
-    SlideShow again = SlideShow::Open(File("slides.ppt"));
+    SlideShow again = Application().OpenSlideShow(File("slides.ppt"));
     EXPECT_EQ(again.SlideCount(), 1);
     EXPECT_EQ(again.AppendPictures({RedSquare()}), 2);
     again.Save();
-    EXPECT_EQ(SlideShow::Open(File("slides.ppt")).SlideCount(), 2);
+    EXPECT_EQ(Application().OpenSlideShow(File("slides.ppt")).SlideCount(), 2);
     EXPECT_EQ(FailureOf([&] { static_cast<void>(Application().OpenWorkbook(File("slides.ppt"))); }), Failure::File);
 }
 

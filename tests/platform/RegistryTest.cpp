@@ -17,7 +17,7 @@ class RegistryTest : public testing::Test {
                                 "[HKEY_LOCAL_MACHINE\\Software\\TESSARO]\nLanguage Path=" + value + "\n"));
     }
     [[nodiscard]] QString Read() const {
-        return GetRegistryValue(application_.path(), LocalMachine, "software\\tessaro", "language path", "default");
+        return GetRegistryValue(application_.path(), kLocalMachine, "software\\tessaro", "language path", "default");
     }
     QTemporaryDir home_;
     QTemporaryDir application_;

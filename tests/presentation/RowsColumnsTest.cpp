@@ -27,7 +27,7 @@ TEST_F(RowsColumnsTest, AFieldStandsInOnePlaceOnly) {
     EXPECT_EQ(arrangement.Rows(), (Fields{F::TimePeriod, F::Source}));
     EXPECT_EQ(arrangement.Available(), (Fields{F::AreaID, F::AreaName, F::Indicator, F::Subpop}));
     arrangement.Reset();
-    EXPECT_EQ(arrangement.Available().size(), static_cast<std::size_t>(PivotFieldCount));
+    EXPECT_EQ(arrangement.Available().size(), static_cast<std::size_t>(kPivotFieldCount));
 }
 
 TEST_F(RowsColumnsTest, DefaultsFollowWhatTheSelectionHasSeveralOf) {
@@ -124,7 +124,7 @@ TEST_F(RowsColumnsTest, EmptyRowsTakeAreasOrElseWhatIsAside) {
     EXPECT_EQ(arrangement.Rows(), Fields{F::Indicator});
     arrangement.FillEmptyRows(); // what is there stays
     EXPECT_EQ(arrangement.Rows(), Fields{F::Indicator});
-    for (int i = 0; i < PivotFieldCount; ++i)
+    for (int i = 0; i < kPivotFieldCount; ++i)
         arrangement.Place(static_cast<F>(i), Placement::Column);
     arrangement.FillEmptyRows();
     EXPECT_TRUE(arrangement.Rows().empty());

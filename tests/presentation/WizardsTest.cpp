@@ -191,7 +191,7 @@ TEST_F(WizardsTest, TheTableGoesFromFieldsToTheGallery) {
     EXPECT_EQ(saved_.front().SourceFile, TempFolder + QStringLiteral("/My table.xls"));
     EXPECT_EQ(saved_.front().FileTitle, QStringLiteral("My table"));
     EXPECT_TRUE(QFile::exists(TempFolder + QStringLiteral("/My table.xls")));
-    EXPECT_EQ(wizard.Step(), WizardFrame::DoneStep);
+    EXPECT_EQ(wizard.Step(), WizardFrame::kDoneStep);
     EXPECT_EQ(frame.busy, 0);
 }
 

@@ -247,7 +247,7 @@ TEST_F(WorkbooksTest, ColoursFollowTheRanges) {
             const int slot = record->SlotOf(table.At(row, column).toDouble());
             if (slot < 0) continue;
             ++colored;
-            const QColor wanted = options.ranges.colors[static_cast<std::size_t>(slot - FirstRangeSlot)];
+            const QColor wanted = options.ranges.colors[static_cast<std::size_t>(slot - kFirstRangeSlot)];
             EXPECT_EQ(QLatin1Char('#') + table.Look(row, column).value(QLatin1String("back")).toString().toLower(),
                       wanted.name())
                 << row << "," << column;

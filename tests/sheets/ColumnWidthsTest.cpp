@@ -27,8 +27,8 @@ TEST(ColumnWidthsTest, LongTextsAreCutToTheWidestColumn) {
     widths.Add(3, QStringLiteral("one line\nanother longer line"));
     widths.Add(4, {});
     const SheetFont font;
-    EXPECT_DOUBLE_EQ(widths.SheetWidth(1, font), ColumnWidths::WidestHead + 2);
-    EXPECT_DOUBLE_EQ(widths.SheetWidth(2, font), ColumnWidths::WidestCell + 2);
+    EXPECT_DOUBLE_EQ(widths.SheetWidth(1, font), ColumnWidths::kWidestHead + 2);
+    EXPECT_DOUBLE_EQ(widths.SheetWidth(2, font), ColumnWidths::kWidestCell + 2);
     EXPECT_DOUBLE_EQ(widths.SheetWidth(3, font), 19 + 2) << "the longer of two lines";
     EXPECT_DOUBLE_EQ(widths.SheetWidth(4, font), 2);
     EXPECT_DOUBLE_EQ(widths.SheetWidth(5, font), 0) << "a column that was never told";

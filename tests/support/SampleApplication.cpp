@@ -14,7 +14,7 @@ namespace tessaro::test {
 
 namespace {
 
-constexpr char ProductSettings[] = R"([DECRYPTED]
+constexpr char kProductSettings[] = R"([DECRYPTED]
 [Product]
 PRODUCT NAME=Sample
 PRODUCT VERSION=1.0
@@ -63,7 +63,7 @@ DATA_PRESENT=TRUE|PRESENT
 DATA_RECENTDATA=TRUE|RECENT
 )";
 
-constexpr char Preferences[] = R"([DECRYPTED]
+constexpr char kPreferences[] = R"([DECRYPTED]
 [USER PREFERENCES]
 COLLAPSE TREE SELECTIONS=False
 SHOW AUTO SELECT FORM=False
@@ -87,12 +87,12 @@ SKIP THE SPLASH=False
 LAST MDB FILE USED=
 )";
 
-constexpr char Registry[] = R"([HKEY_LOCAL_MACHINE\Software\TESSARO]
+constexpr char kRegistry[] = R"([HKEY_LOCAL_MACHINE\Software\TESSARO]
 Language Path=Languages
 )";
 
 /// Rows of the tables without a language.
-constexpr const char* CommonRows[] = {
+constexpr const char* kCommonRows[] = {
     "INSERT INTO Region (RegionGId, RegionNId, [Region]) VALUES ('-REG', 1, 'Asia')",
     "INSERT INTO Indicator_Unit_Subpop VALUES (1, '-POP', '-NUM', '-TOT', 0, 2000000000, True)",
     "INSERT INTO Indicator_Unit_Subpop VALUES (2, '-LIT', '-PCT', '-TOT', 0, 100, True)",
@@ -133,7 +133,7 @@ constexpr const char* CommonRows[] = {
 };
 
 /// Rows of the language tables; %1 is the code, and #…|…# holds the English and the French text.
-constexpr const char* LanguageRows[] = {
+constexpr const char* kLanguageRows[] = {
     "INSERT INTO Indicator_%1 VALUES ('-POP', '#Population|Population totale#', '#How many live there|Combien y "
     "vivent#')",
     "INSERT INTO Indicator_%1 VALUES ('-LIT', '#Literacy|Alphabétisation#', NULL)",
@@ -182,7 +182,7 @@ struct DataRow {
     const char* value;
 };
 
-constexpr DataRow DataRows[] = {
+constexpr DataRow kDataRows[] = {
     {1, 1, 1, 1, 0, "3202"},   {2, 1, 1, 1, 0, "3714"},   {3, 1, 1, 1, 1, "3938"}, {1, 1, 2, 1, 0, "870.5"},
     {2, 1, 2, 1, 0, "1056.6"}, {3, 1, 2, 1, 0, "1147.6"}, {3, 1, 2, 2, 1, "1150"}, {1, 1, 4, 1, 0, "1135"},
     {2, 1, 4, 1, 0, "1263"},   {3, 1, 4, 1, 0, "1304"},   {1, 2, 2, 1, 0, "48.2"}, {2, 2, 2, 1, 0, "61"},
@@ -216,7 +216,7 @@ std::shared_ptr<jet::Connection> NewDatabase(const QString& path) {
 struct TextRow {
     const char *key, *english, *french;
 };
-constexpr TextRow Texts[] = {
+constexpr TextRow kTexts[] = {
     {"Yes", "Yes", "Oui"},
     {"No", "No", "Non"},
     {"OK BUTTON", "OK", "OK"},
@@ -242,7 +242,7 @@ void MakeLanguageFile(const QString& path, const QString& langCode, const QStrin
             .arg(column.startsWith(QLatin1Char('E')) ? 1033 : 1036)
             .arg(font)
             .toStdString());
-    for (const TextRow& text : Texts)
+    for (const TextRow& text : kTexts)
         connection->Execute(
             QStringLiteral("INSERT INTO Strings (VariableName, ModuleID, TessaroProduct, [English en], [Francais fr]) "
                            "VALUES ('%1', 'M', 'TS', '%2', '%3')")
@@ -253,9 +253,9 @@ void MakeLanguageFile(const QString& path, const QString& langCode, const QStrin
 
 /// Made once a program; tests get copies.
 void MakeFiles(const QDir& folder) {
-    WriteText(folder.filePath(QStringLiteral("TS.ini")), ProductSettings);
-    WriteText(folder.filePath(QStringLiteral("registry.ini")), Registry);
-    WriteText(folder.filePath(QStringLiteral("Bin/Template/Pref.ini")), Preferences);
+    WriteText(folder.filePath(QStringLiteral("TS.ini")), kProductSettings);
+    WriteText(folder.filePath(QStringLiteral("registry.ini")), kRegistry);
+    WriteText(folder.filePath(QStringLiteral("Bin/Template/Pref.ini")), kPreferences);
     schema::CreateInfoSel(*NewDatabase(folder.filePath(QStringLiteral("Bin/Template/InfoSel.mdb"))));
     schema::CreateUserSelections(*NewDatabase(folder.filePath(QStringLiteral("Bin/Template/UserSelections.mdb"))));
     MakeLanguageFile(folder.filePath(QStringLiteral("Languages/TS_English [en].mdb")), QStringLiteral("English [en]"),
@@ -290,14 +290,14 @@ void MakeSampleDatabase(const QString& path) {
     const auto connection = NewDatabase(path);
     schema::CreateDataDatabase(*connection, {{"English [en]", "en", true}, {"Français [fr]", "fr", false}});
     connection->Begin();
-    for (const char* row : CommonRows)
+    for (const char* row : kCommonRows)
         connection->Execute(row);
     for (const bool english : {true, false})
-        for (const char* row : LanguageRows)
+        for (const char* row : kLanguageRows)
             connection->Execute(
                 InLanguage(QString::fromUtf8(row), english ? QStringLiteral("en") : QStringLiteral("fr"), english)
                     .toStdString());
-    for (const DataRow& row : DataRows)
+    for (const DataRow& row : kDataRows)
         connection->Execute(
             QStringLiteral("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) "
                            "VALUES (%1, %2, %3, %4, %5, '%6')")

@@ -66,8 +66,8 @@ TEST_F(InViewTest, EveryJoinGivesTheSameRows) {
     Run(QStringLiteral("UPDATE _SelIUSNId SET [Deleted] = True WHERE IUSNId = 2"));
     RowFilter = QStringLiteral(" AND D.RowNID not in(2) ");
     for (const ViewJoin& join :
-         {joins::Grid, joins::Statistics, joins::PanelLists, joins::Pivot, joins::ValueCount, joins::Distinct,
-          joins::DistinctCount, joins::SharedCells, joins::ValueRanges, joins::RangeCount}) {
+         {joins::kGrid, joins::kStatistics, joins::kPanelLists, joins::kPivot, joins::kValueCount, joins::kDistinct,
+          joins::kDistinctCount, joins::kSharedCells, joins::kValueRanges, joins::kRangeCount}) {
         const QString select = QStringLiteral("SELECT D.Datavalue ");
         EXPECT_EQ(Values(select + InView(join)), QStringList{"in view"}) << join.from;
         EXPECT_EQ(Values(select + QLatin1String(join.from) + QStringLiteral(" WHERE A.AreaNId > 0") + AndInView()),

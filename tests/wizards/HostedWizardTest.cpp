@@ -69,7 +69,7 @@ TEST_F(HostedWizardTest, AWorkbookOfAnyPathGoesToTheGallery) {
     EXPECT_EQ(wizard.Step(), 2);
     EXPECT_TRUE(PresentationsOf(Gallery()).isEmpty());
     Answer(wizard, "CmdFinish");
-    EXPECT_EQ(wizard.Step(), WizardFrame::DoneStep);
+    EXPECT_EQ(wizard.Step(), WizardFrame::kDoneStep);
     EXPECT_EQ(*ReadWholeFile(Gallery() + QStringLiteral("/Map - 1.5 percent.Xls")), QByteArray("rows"));
     EXPECT_TRUE(frame.calls.filter(QStringLiteral("status for a while")).size() == 1);
     wizard.ForgetWorkbook();

@@ -114,7 +114,7 @@ TEST_F(WizardFrameTest, AWizardHearsOfItsStartItsPagesAndItsEnd) {
     EXPECT_EQ(wizard.Step(), 2);
     wizard.finishes = true;
     wizard.Press("CmdFinish");
-    EXPECT_EQ(wizard.Step(), WizardFrame::DoneStep);
+    EXPECT_EQ(wizard.Step(), WizardFrame::kDoneStep);
     EXPECT_EQ(wizard.result(), QDialog::Accepted);
     EXPECT_EQ(wizard.calls, (QStringList{QStringLiteral("page 1"), QStringLiteral("start 1"), QStringLiteral("page 2"),
                                          QStringLiteral("back 2 1"), QStringLiteral("page 1"), QStringLiteral("page 2"),

@@ -56,8 +56,8 @@ std::string AsNumber(const Typed& value) {
 }
 
 std::string Joined(const std::vector<std::string>& terms, const std::string& separator) {
-    constexpr std::size_t MostFlat = 50;
-    if (terms.size() > MostFlat) return Halved(terms, separator);
+    constexpr std::size_t kMostFlat = 50;
+    if (terms.size() > kMostFlat) return Halved(terms, separator);
     std::string joined;
     for (const std::string& term : terms)
         joined += (joined.empty() ? "" : separator) + term;

@@ -102,13 +102,13 @@ std::string AsBits(const Typed& value) {
 /// Calls a function of SQLite with all values, from left to right; a further call takes the result of the one before
 /// where there are more than a call may have.
 std::string CalledFromLeft(const std::string& function, const std::vector<std::string>& values) {
-    constexpr std::size_t MostArguments = 100;
+    constexpr std::size_t kMostArguments = 100;
     std::string call = values.front();
     for (std::size_t i = 1; i < values.size(); ++i) {
-        const bool first = i % (MostArguments - 1) == 1;
+        const bool first = i % (kMostArguments - 1) == 1;
         call = first ? function + "(" + call : std::move(call);
         call += ", " + values[i];
-        if (i % (MostArguments - 1) == 0 || i + 1 == values.size()) call += ")";
+        if (i % (kMostArguments - 1) == 0 || i + 1 == values.size()) call += ")";
     }
     return call;
 }
@@ -236,15 +236,15 @@ Typed Emitter::emitNode(const BooleanLiteral& node, const Scope&, Position) {
 
 Typed Emitter::emitNode(const ColumnName& node, const Scope& scope, Position at) {
     // A bare name that no table has may be the alias of another item; it stands for that item's expression.
-    constexpr int DeepestAlias = 20;
-    constexpr std::size_t MostAliasText = 1'000'000;
+    constexpr int kDeepestAlias = 20;
+    constexpr std::size_t kMostAliasText = 1'000'000;
     if (const SelectItem* item = scope.aliased(node); item && !scope.lookUp(node, at).source) {
-        if (++aliasDepth_ > DeepestAlias) FailAt(at, "The name '" + node.name + "' is defined by itself");
+        if (++aliasDepth_ > kDeepestAlias) FailAt(at, "The name '" + node.name + "' is defined by itself");
         Typed value = emit(*item->expression, scope);
         --aliasDepth_;
         // Aliases that use other aliases twice double the text at each level.
         aliasText_ += value.sql.size();
-        if (aliasText_ > MostAliasText) FailAt(at, "The names of the statement stand for too long an expression");
+        if (aliasText_ > kMostAliasText) FailAt(at, "The names of the statement stand for too long an expression");
         return value;
     }
     const Scope::Found found = scope.resolve(node, at);

@@ -13,16 +13,16 @@ using namespace tree;
 
 namespace {
 
-constexpr std::array WholeResults = {"asc",   "ascw",   "cbyte", "cint",    "clng",     "count", "datediff", "datepart",
-                                     "day",   "fix",    "hour",  "instr",   "instrrev", "int",   "len",      "minute",
-                                     "month", "second", "sgn",   "strcomp", "weekday",  "year"};
+constexpr std::array kWholeResults = {
+    "asc",   "ascw",     "cbyte", "cint", "clng",   "count", "datediff", "datepart", "day",     "fix",     "hour",
+    "instr", "instrrev", "int",   "len",  "minute", "month", "second",   "sgn",      "strcomp", "weekday", "year"};
 
-constexpr std::array DateResults = {"cdate",     "cvdate", "date", "dateadd",    "dateserial",
-                                    "datevalue", "now",    "time", "timeserial", "timevalue"};
+constexpr std::array kDateResults = {"cdate",     "cvdate", "date", "dateadd",    "dateserial",
+                                     "datevalue", "now",    "time", "timeserial", "timevalue"};
 
 /// Functions that take a date for its number of days.
-constexpr std::array OfNumbers = {"abs", "avg",   "cbyte", "ccur",  "cdbl",   "cint", "clng", "csng", "fix",
-                                  "int", "round", "sgn",   "stdev", "stdevp", "sum",  "var",  "varp"};
+constexpr std::array kOfNumbers = {"abs", "avg",   "cbyte", "ccur",  "cdbl",   "cint", "clng", "csng", "fix",
+                                   "int", "round", "sgn",   "stdev", "stdevp", "sum",  "var",  "varp"};
 
 template <std::size_t count> bool IsOneOf(const std::array<const char*, count>& names, const std::string& name) {
     return std::ranges::find(names, name) != names.end();
@@ -31,7 +31,7 @@ template <std::size_t count> bool IsOneOf(const std::array<const char*, count>& 
 ColumnType TypeOfResult(const FunctionInfo& info, const std::vector<Typed>& arguments) {
     switch (info.result) {
     case FunctionResult::Text:
-        return IsOneOf(DateResults, std::string(info.name)) ? ColumnType::DateTime : ColumnType::Text;
+        return IsOneOf(kDateResults, std::string(info.name)) ? ColumnType::DateTime : ColumnType::Text;
     case FunctionResult::YesNo:
         return ColumnType::YesNo;
     case FunctionResult::ArgumentKind:
@@ -39,7 +39,7 @@ ColumnType TypeOfResult(const FunctionInfo& info, const std::vector<Typed>& argu
     case FunctionResult::Number:
         break;
     }
-    return std::ranges::find(WholeResults, info.name) != WholeResults.end() ? ColumnType::Long : ColumnType::Double;
+    return std::ranges::find(kWholeResults, info.name) != kWholeResults.end() ? ColumnType::Long : ColumnType::Double;
 }
 
 std::string Listed(const std::vector<Typed>& arguments) {
@@ -51,12 +51,12 @@ std::string Listed(const std::vector<Typed>& arguments) {
 
 /// Whether the result of the function is still a text without letters, or an identifier.
 void KeepPlainness(Typed& result, const std::string& function, const std::vector<Typed>& arguments) {
-    constexpr std::array Keeping = {"mid",   "left",  "right", "trim",  "ltrim",
-                                    "rtrim", "ucase", "lcase", "first", "last"};
+    constexpr std::array kKeeping = {"mid",   "left",  "right", "trim",  "ltrim",
+                                     "rtrim", "ucase", "lcase", "first", "last"};
     if (arguments.empty()) return;
     const Typed& argument = arguments.front();
     const bool digits = function == "cstr" && !IsText(argument);
-    const bool keeps = std::ranges::find(Keeping, function) != Keeping.end();
+    const bool keeps = std::ranges::find(kKeeping, function) != kKeeping.end();
     result.caseless = digits || (keeps && argument.caseless);
     const bool plain = argument.kind == CompareKind::Identifier || (argument.literal && IsAscii(argument.text));
     if (digits || (keeps && plain)) result.kind = CompareKind::Identifier;
@@ -107,7 +107,7 @@ Typed Emitter::emitNode(const Call& node, const Scope& scope, Position at) {
                 ColumnType::Double};
     std::vector<Typed> arguments = emitAll(node.arguments, scope);
     const bool date = !arguments.empty() && IsDate(arguments[0]);
-    if (date && IsOneOf(OfNumbers, node.name))
+    if (date && IsOneOf(kOfNumbers, node.name))
         arguments[0] = {AsNumber(arguments[0]), CompareKind::Number, ColumnType::Double};
     if (info.aggregate) return emitAggregate(node, std::move(arguments));
     if (node.name == "switch" && arguments.size() % 2 != 0) FailAt(at, "Switch takes pairs of a condition and a value");

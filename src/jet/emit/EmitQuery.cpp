@@ -110,8 +110,8 @@ std::vector<Emitter::Item> Emitter::items(const Select& select, const Scope& sco
         }
     }
     // "SELECT *, *" of an inner query of the same kind doubles the fields at each level.
-    constexpr std::size_t MostFields = 2000;
-    if (made.size() > MostFields) FailAt(select.at, "The query has too many fields");
+    constexpr std::size_t kMostFields = 2000;
+    if (made.size() > kMostFields) FailAt(select.at, "The query has too many fields");
     NameItems(made);
     return made;
 }

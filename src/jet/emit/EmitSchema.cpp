@@ -81,8 +81,8 @@ std::string Emitter::definition(const ColumnDefinition& column) {
     std::string text = ColumnDeclaration(column.name, column.type, column.width);
     if (column.type == ColumnType::Counter || column.type == ColumnType::YesNo) return text;
     if (column.notNull) text += " NOT NULL";
-    constexpr int Widest = 255;
-    if (column.type == ColumnType::Text && column.width > 0 && column.width < Widest)
+    constexpr int kWidest = 255;
+    if (column.type == ColumnType::Text && column.width > 0 && column.width < kWidest)
         text += " CHECK (length(" + QuotedName(column.name) + ") <= " + std::to_string(column.width) + ")";
     if (column.defaultValue) text += " DEFAULT (" + defaultText(column) + ")";
     return text;

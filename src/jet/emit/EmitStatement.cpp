@@ -134,12 +134,4 @@ Translation Emitter::statement(const Insert& insert) {
     return Change(StatementClass::Write, std::move(sql), table.name);
 }
 
-Translation Translate(std::string_view sql, const Catalogue& catalogue, const LeftOutSteps& leftOut) {
-    Statement statement = Parse(sql);
-    const std::vector<std::string_view> steps = TakeSteps(statement, catalogue, leftOut);
-    Translation made = Emitter(catalogue, sql.size()).translate(statement);
-    made.steps = steps;
-    return made;
-}
-
 } // namespace jet

@@ -7,7 +7,7 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t MostColumns = 255;
+constexpr std::size_t kMostColumns = 255;
 
 std::string Literal(const Value& value) {
     switch (value.type()) {
@@ -46,10 +46,10 @@ void AppendColumn(std::string& text, std::string_view form, const std::string& l
 } // namespace
 
 void CheckPivotWidth(std::size_t columns) {
-    if (columns <= MostColumns) return;
+    if (columns <= kMostColumns) return;
     throw Error(ErrorNumber::TooManyColumns, "Too many crosstab column headers: there would be " +
                                                  std::to_string(columns) + " columns, and " +
-                                                 std::to_string(MostColumns) + " are the most.");
+                                                 std::to_string(kMostColumns) + " are the most.");
 }
 
 std::string PivotName(const Value& value) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "jet/emit/Translator.h"
+#include "jet/emit/Translation.h"
 #include "jet/values/Value.h"
 
 #include <cstddef>

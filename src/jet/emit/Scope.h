@@ -1,6 +1,6 @@
 #pragma once
 
-#include "jet/emit/Translator.h"
+#include "jet/emit/Translation.h"
 #include "jet/sql/Tree.h"
 #include "jet/values/Catalogue.h"
 #include "jet/values/Quoting.h"

@@ -12,8 +12,8 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t BlockRows = 4096;
-constexpr std::int64_t MostTextBytes = 512LL << 20;
+constexpr std::size_t kBlockRows = 4096;
+constexpr std::int64_t kMostTextBytes = 512LL << 20;
 
 std::uint8_t WidthFor(std::uint64_t most) {
     if (most == 0) return 0;
@@ -86,7 +86,7 @@ void Column::Append(sqlite3_stmt* row, int position) {
         numbers_.push_back(static_cast<std::int64_t>(bytes_.size()));
     }
     }
-    if (kinds_.size() == BlockRows) Pack();
+    if (kinds_.size() == kBlockRows) Pack();
 }
 
 // A text begins where the one before it ends; in a block of texts a Null has the same end as the text before it.
@@ -143,8 +143,8 @@ Value Column::At(const Block& block, std::size_t row) {
 }
 
 Value Column::Get(std::size_t row) const {
-    if (row / BlockRows < packed_.size()) return At(packed_[row / BlockRows], row % BlockRows);
-    const std::size_t open = row - packed_.size() * BlockRows;
+    if (row / kBlockRows < packed_.size()) return At(packed_[row / kBlockRows], row % kBlockRows);
+    const std::size_t open = row - packed_.size() * kBlockRows;
     switch (kinds_[open]) {
     case Kind::Null:
         return {};
@@ -175,7 +175,7 @@ ColumnStore::ColumnStore(const std::vector<ColumnType>& types) {
 }
 
 void ColumnStore::AppendRow(sqlite3_stmt* row) {
-    if (textBytes_ > MostTextBytes)
+    if (textBytes_ > kMostTextBytes)
         throw Error(ErrorNumber::TooLarge, "The result is too large: its texts take more than 512 MB.");
     for (int i = 0; i < sqlite3_column_count(row); ++i)
         if (sqlite3_column_type(row, i) == SQLITE_TEXT || sqlite3_column_type(row, i) == SQLITE_BLOB)

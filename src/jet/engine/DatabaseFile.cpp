@@ -15,15 +15,15 @@ namespace {
 
 // The password keeps people from opening a file by accident; the file itself is not enciphered. Few rounds suffice, and
 // every one of the forty links of a database change opens a file.
-constexpr unsigned Rounds = 64;
+constexpr unsigned kRounds = 64;
 
-constexpr std::string_view PasswordTable = "MSysTessaro";
+constexpr std::string_view kPasswordTable = "MSysTessaro";
 
 std::string HashOf(const std::string& password, const std::string& salt) {
     std::array<CryptoPP::byte, CryptoPP::SHA256::DIGESTSIZE> hash{};
     const CryptoPP::PKCS5_PBKDF2_HMAC<CryptoPP::SHA256> derive;
     derive.DeriveKey(hash.data(), hash.size(), 0, reinterpret_cast<const CryptoPP::byte*>(password.data()),
-                     password.size(), reinterpret_cast<const CryptoPP::byte*>(salt.data()), salt.size(), Rounds);
+                     password.size(), reinterpret_cast<const CryptoPP::byte*>(salt.data()), salt.size(), kRounds);
     std::string text;
     const CryptoPP::StringSource encode(hash.data(), hash.size(), true,
                                         new CryptoPP::HexEncoder(new CryptoPP::StringSink(text)));
@@ -58,7 +58,7 @@ using Filename = std::unique_ptr<const char, FreeFilename>;
 
 std::vector<std::vector<Value>> RowsOfPassword(sqlite3* database, const std::string& schema) {
     try {
-        return Rows(database, "SELECT Salt, Hash FROM " + schema + "." + std::string(PasswordTable));
+        return Rows(database, "SELECT Salt, Hash FROM " + schema + "." + std::string(kPasswordTable));
     } catch (const Error& error) {
         if (error.number() == ErrorNumber::NoSuchTable) return {};
         throw;
@@ -120,7 +120,7 @@ void StorePassword(sqlite3* database, const std::string& password) {
     std::string salt;
     const CryptoPP::StringSource encode(random.data(), random.size(), true,
                                         new CryptoPP::HexEncoder(new CryptoPP::StringSink(salt)));
-    const std::string table(PasswordTable);
+    const std::string table(kPasswordTable);
     Run(database, "CREATE TABLE " + table + " (Salt TEXT, Hash TEXT)");
     Run(database, "INSERT INTO " + table + " VALUES (?, ?)", {salt, password.empty() ? "" : HashOf(password, salt)});
 }

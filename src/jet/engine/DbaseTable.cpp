@@ -16,10 +16,10 @@
 namespace jet {
 namespace {
 
-constexpr int MostTextBytes = 254;
-constexpr std::size_t MostNameCharacters = 10;
-constexpr int WidestNumber = 20; ///< that dBase knows
-constexpr int MostDecimals = 15;
+constexpr int kMostTextBytes = 254;
+constexpr std::size_t kMostNameCharacters = 10;
+constexpr int kWidestNumber = 20; ///< that dBase knows
+constexpr int kMostDecimals = 15;
 
 /// The library tells of no failure when it closes a table, so each writing is watched. One table at a time.
 thread_local bool writingFailed = false;
@@ -61,7 +61,7 @@ Table Create(const std::string& file) {
 struct FieldForm {
     std::string column; ///< as the query names it, for messages
     DBFFieldType type = FTString;
-    int width = MostTextBytes;
+    int width = kMostTextBytes;
     int decimals = 0;
 };
 
@@ -72,7 +72,7 @@ FieldForm FormOf(const OutputColumn& column) {
     case ColumnType::Counter:
         return {column.name, FTInteger, 11, 0};
     case ColumnType::Double:
-        return {column.name, FTDouble, WidestNumber, 5};
+        return {column.name, FTDouble, kWidestNumber, 5};
     case ColumnType::YesNo:
         return {column.name, FTLogical, 1, 0};
     default:
@@ -85,7 +85,7 @@ int DecimalsOf(double number) {
     const std::string text = ShortestText(number);
     const std::size_t point = text.find('.');
     return point == std::string::npos ? 0
-                                      : static_cast<int>(std::min<std::size_t>(text.size() - point - 1, MostDecimals));
+                                      : static_cast<int>(std::min<std::size_t>(text.size() - point - 1, kMostDecimals));
 }
 
 std::string Fixed(double number, int decimals) {
@@ -98,20 +98,20 @@ std::string Fixed(double number, int decimals) {
 /// The number in at most 20 characters, with `decimals` or as many more or less as it needs and has room for; empty
 /// when it would be another number. The point stands in the text, so readers take it whatever the field announces.
 std::string Fitting(double number, int decimals) {
-    constexpr double Tolerance = 1e-12;
+    constexpr double kTolerance = 1e-12;
     std::string text = Fixed(number, std::max(decimals, DecimalsOf(number)));
     const std::size_t point = text.find('.');
-    if (text.size() > WidestNumber && point < WidestNumber)
-        text = Fixed(number, std::max(WidestNumber - static_cast<int>(point) - 1, 0));
+    if (text.size() > kWidestNumber && point < kWidestNumber)
+        text = Fixed(number, std::max(kWidestNumber - static_cast<int>(point) - 1, 0));
     const double read = ReadNumber(text).value_or(HUGE_VAL);
-    const bool same = std::fabs(read - number) <= Tolerance * std::fabs(number);
-    return same && text.size() <= WidestNumber ? text : std::string();
+    const bool same = std::fabs(read - number) <= kTolerance * std::fabs(number);
+    return same && text.size() <= kWidestNumber ? text : std::string();
 }
 
 std::string NumberText(const Value& value, const FieldForm& form) {
     const bool whole = value.type() == Value::Type::Integer;
     std::string text = whole && form.type == FTInteger ? value.toText() : Fitting(value.toDouble(), form.decimals);
-    if (text.empty() || text.size() > WidestNumber)
+    if (text.empty() || text.size() > kWidestNumber)
         throw Error(ErrorNumber::TypeMismatch, "The value " + value.toText() + " of the field '" + form.column +
                                                    "' does not fit a number of a dBase table.");
     return text;
@@ -142,13 +142,13 @@ char UpperOrLine(char c) {
 
 /// Upper-case ASCII name of at most 10 characters that no field has yet; a clash ends in a number.
 std::string FieldName(const std::string& column, std::set<std::string>& taken) {
-    std::string name = column.substr(0, MostNameCharacters);
+    std::string name = column.substr(0, kMostNameCharacters);
     std::ranges::transform(name, name.begin(), UpperOrLine);
     if (name.empty()) name = "FIELD";
     std::string candidate = name;
     for (int n = 1; taken.contains(candidate); ++n) {
         const std::string ending = std::to_string(n);
-        candidate = name.substr(0, MostNameCharacters - ending.size()) + ending;
+        candidate = name.substr(0, kMostNameCharacters - ending.size()) + ending;
     }
     taken.insert(candidate);
     return candidate;
@@ -156,8 +156,8 @@ std::string FieldName(const std::string& column, std::set<std::string>& taken) {
 
 /// The text cut to what a field holds, never within a character.
 std::string FittingText(std::string text) {
-    if (text.size() <= MostTextBytes) return text;
-    std::size_t end = MostTextBytes;
+    if (text.size() <= kMostTextBytes) return text;
+    std::size_t end = kMostTextBytes;
     while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
         --end;
     return text.substr(0, end);

@@ -14,7 +14,7 @@ namespace jet {
 
 namespace {
 
-constexpr int BusyMilliseconds = 3000;
+constexpr int kBusyMilliseconds = 3000;
 
 // Called by SQLite for every table and column while it compiles a statement.
 int Note(void* noting, int action, const char* table, const char* column, const char* schema, const char*) {
@@ -45,7 +45,7 @@ Engine::Engine(const std::string& path, const std::string& password, Use use) : 
     const DatabaseFile file = DatabaseFile::Inspect(path);
     database_ = OpenFile(file);
     sqlite3* const handle = database_.get();
-    sqlite3_busy_timeout(handle, BusyMilliseconds);
+    sqlite3_busy_timeout(handle, kBusyMilliseconds);
     sqlite3_extended_result_codes(handle, 1);
     try {
         CheckPassword(handle, "main", password);
@@ -247,11 +247,11 @@ std::int64_t Engine::ExecuteHere(std::string_view sql) {
 std::string Engine::ForeignTarget(std::string_view sql) {
     const Translation& translation = statements_->Translated(sql).translation;
     if (translation.connector.empty()) return {};
-    constexpr std::string_view Mark = ";database=";
-    const std::size_t mark = LowerCased(translation.connector).find(Mark);
+    constexpr std::string_view kMark = ";database=";
+    const std::size_t mark = LowerCased(translation.connector).find(kMark);
     if (mark == std::string::npos || !LowerCased(translation.connector).starts_with("dbase"))
         throw Error(ErrorNumber::EngineError, "Tables of the kind '" + translation.connector + "' can't be written.");
-    std::string folder = translation.connector.substr(mark + Mark.size());
+    std::string folder = translation.connector.substr(mark + kMark.size());
     std::ranges::replace(folder, '\\', '/');
     return folder + "/" + translation.target;
 }

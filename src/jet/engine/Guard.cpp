@@ -18,18 +18,18 @@ namespace jet {
 
 namespace {
 
-constexpr std::array Settings = {
+constexpr std::array kSettings = {
     std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},      std::pair{SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
     std::pair{SQLITE_DBCONFIG_ENABLE_TRIGGER, 0}, std::pair{SQLITE_DBCONFIG_ENABLE_VIEW, 0},
     std::pair{SQLITE_DBCONFIG_ENABLE_FKEY, 0},    std::pair{SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0},
 };
 
 /// Bytes that the engine takes for all connections together; a statement or a schema that wants more fails.
-constexpr sqlite3_int64 MostMemory = 768LL * 1024 * 1024;
+constexpr sqlite3_int64 kMostMemory = 768LL * 1024 * 1024;
 
 // The length of a statement is left alone: lists of ids are long.
-constexpr std::array Limits = {
-    std::pair{SQLITE_LIMIT_LENGTH, LongestValue},
+constexpr std::array kLimits = {
+    std::pair{SQLITE_LIMIT_LENGTH, kLongestValue},
     std::pair{SQLITE_LIMIT_VDBE_OP, 5'000'000},
     std::pair{SQLITE_LIMIT_TRIGGER_DEPTH, 1},
     std::pair{SQLITE_LIMIT_LIKE_PATTERN_LENGTH, 1000},
@@ -112,10 +112,10 @@ template <std::size_t count> bool IsOneOf(const std::array<std::string_view, cou
 }
 
 // Words that may come before a bracket: keywords, and functions whose results are short.
-constexpr std::array<std::string_view, 17> BeforeBracket = {"and",  "or",     "not",    "in",     "between", "check",
-                                                            "when", "then",   "else",   "key",    "unique",  "default",
-                                                            "is",   "length", "typeof", "exists", "null"};
-constexpr std::array<std::string_view, 5> Searching = {"like", "glob", "regexp", "match", "select"};
+constexpr std::array<std::string_view, 17> kBeforeBracket = {"and",  "or",     "not",    "in",     "between", "check",
+                                                             "when", "then",   "else",   "key",    "unique",  "default",
+                                                             "is",   "length", "typeof", "exists", "null"};
+constexpr std::array<std::string_view, 5> kSearching = {"like", "glob", "regexp", "match", "select"};
 
 /// What a part of the schema computes, and the function that it calls, if any; empty when it is harmless.
 struct Computing {
@@ -127,9 +127,9 @@ using Found = std::optional<Computing>;
 /// What a condition or a default computes, other than comparisons and arithmetic on the fields of its row.
 Found Effort(const Token& before, const Token& token) {
     if (token.text == "||" || token.text == "->") return Computing{OpenFailure::MakesTexts, {}};
-    if (IsOneOf(Searching, token)) return Computing{OpenFailure::SearchesTexts, {}};
+    if (IsOneOf(kSearching, token)) return Computing{OpenFailure::SearchesTexts, {}};
     const bool named = before.kind == Kind::Word || before.kind == Kind::Name;
-    if (token.text == "(" && named && !IsOneOf(BeforeBracket, before))
+    if (token.text == "(" && named && !IsOneOf(kBeforeBracket, before))
         return Computing{OpenFailure::CallsFunction, std::string(before.text)};
     return {};
 }
@@ -147,10 +147,10 @@ Found EffortOf(SchemaText& text, Token before, bool bracketsOnly) {
 }
 
 Found ComputedInTable(SchemaText& text) {
-    constexpr std::array<std::string_view, 2> Conditions = {"check", "default"};
+    constexpr std::array<std::string_view, 2> kConditions = {"check", "default"};
     for (Token token; text.next(token);) {
         if (IsOneOf<1>({"as"}, token)) return Computing{OpenFailure::ComputedField, {}};
-        if (!IsOneOf(Conditions, token)) continue;
+        if (!IsOneOf(kConditions, token)) continue;
         if (Found effort = EffortOf(text, token, true)) return effort;
     }
     return {};
@@ -169,13 +169,13 @@ Found ComputedInIndex(SchemaText& text) {
 
 /// The end of a journal: the length of the name of a further file, its checksum and eight fixed bytes.
 bool NamesFurtherFile(const std::string& journal) {
-    constexpr std::streamoff TailBytes = 16;
-    constexpr std::string_view Mark = "\xd9\xd5\x05\xf9\x20\xa1\x63\xd7";
+    constexpr std::streamoff kTailBytes = 16;
+    constexpr std::string_view kMark = "\xd9\xd5\x05\xf9\x20\xa1\x63\xd7";
     std::ifstream file(journal, std::ios::binary);
-    std::array<char, TailBytes> tail{};
-    if (!file.seekg(-TailBytes, std::ios::end) || !file.read(tail.data(), TailBytes)) return false;
+    std::array<char, kTailBytes> tail{};
+    if (!file.seekg(-kTailBytes, std::ios::end) || !file.read(tail.data(), kTailBytes)) return false;
     const std::string_view read(tail.data(), tail.size());
-    return read.substr(8) == Mark && read.substr(0, 4).find_first_not_of('\0') != std::string_view::npos;
+    return read.substr(8) == kMark && read.substr(0, 4).find_first_not_of('\0') != std::string_view::npos;
 }
 
 /// What in the schema text of a table or index ("CREATE TABLE ...") has the engine compute more than a simple
@@ -193,18 +193,18 @@ Found ComputedPart(std::string_view schemaText) {
 } // namespace
 
 void Harden(sqlite3* database) {
-    for (const auto& [setting, value] : Settings)
+    for (const auto& [setting, value] : kSettings)
         sqlite3_db_config(database, setting, value, nullptr);
-    for (const auto& [limit, most] : Limits)
+    for (const auto& [limit, most] : kLimits)
         sqlite3_limit(database, limit, most);
-    sqlite3_hard_heap_limit64(MostMemory);
+    sqlite3_hard_heap_limit64(kMostMemory);
     std::array<const char*, 2> kept = {"json_each", nullptr}; // needed for lists in IN
     sqlite3_drop_modules(database, kept.data());
 }
 
 void RefuseComputedParts(sqlite3* database, const std::string& schema, const std::string& path) {
     // Texts that compute nothing are remembered: all databases of the program have the same tables.
-    constexpr std::size_t MostHarmless = 1000;
+    constexpr std::size_t kMostHarmless = 1000;
     thread_local std::unordered_set<std::string> harmless;
     for (const auto& row :
          Rows(database, "SELECT tbl_name, sql FROM " + schema + ".sqlite_master WHERE sql IS NOT NULL")) {
@@ -212,7 +212,7 @@ void RefuseComputedParts(sqlite3* database, const std::string& schema, const std
         if (harmless.contains(sql)) continue;
         const Found part = ComputedPart(sql);
         if (part) throw OpenError(path, part->what, {row[0].toText(), part->function});
-        if (harmless.size() < MostHarmless) harmless.insert(std::move(sql));
+        if (harmless.size() < kMostHarmless) harmless.insert(std::move(sql));
     }
 }
 

@@ -10,10 +10,10 @@ namespace jet {
 
 namespace {
 
-constexpr std::string_view LinkTable = "MSysLinks";
+constexpr std::string_view kLinkTable = "MSysLinks";
 
 /// What of sqlite_master counts as a table: no view, and no virtual table, which has no page of its own.
-constexpr std::string_view RealTables = "type = 'table' AND rootpage > 0";
+constexpr std::string_view kRealTables = "type = 'table' AND rootpage > 0";
 
 /// A hash of everything that a translation uses of a table.
 std::size_t StampOf(const TableInfo& table) {
@@ -64,10 +64,10 @@ void LiveCatalogue::ReadAll() {
     byName_.clear();
     shells_.clear();
     hasLinks_ = false;
-    for (const auto& row : Rows(database_, "SELECT name FROM main.sqlite_master WHERE " + std::string(RealTables))) {
+    for (const auto& row : Rows(database_, "SELECT name FROM main.sqlite_master WHERE " + std::string(kRealTables))) {
         Entry entry;
         entry.table.name = entry.table.sourceTable = row[0].toText();
-        hasLinks_ = hasLinks_ || (keepsLinks_ && SameName(entry.table.name, LinkTable));
+        hasLinks_ = hasLinks_ || (keepsLinks_ && SameName(entry.table.name, kLinkTable));
         if (!IsReservedName(entry.table.name)) Add(std::move(entry));
     }
     if (!hasLinks_) return;
@@ -104,7 +104,7 @@ void LiveCatalogue::ReadTable(const std::string& name) {
     Remove(name);
     const auto rows =
         Rows(database_,
-             "SELECT name FROM main.sqlite_master WHERE " + std::string(RealTables) + " AND name = ? COLLATE NOCASE",
+             "SELECT name FROM main.sqlite_master WHERE " + std::string(kRealTables) + " AND name = ? COLLATE NOCASE",
              {name});
     if (rows.empty() || IsReservedName(name)) return;
     Entry entry;
@@ -200,7 +200,7 @@ bool LiveCatalogue::ReadLink(Entry& entry) const {
     }
     const auto rows = Rows(database_,
                            "SELECT name FROM " + entry.table.database + ".sqlite_master WHERE " +
-                               std::string(RealTables) + " AND name = ? COLLATE NOCASE",
+                               std::string(kRealTables) + " AND name = ? COLLATE NOCASE",
                            {entry.link.sourceTable});
     if (rows.empty() || IsReservedName(entry.link.sourceTable)) return false;
     entry.table.sourceTable = rows[0][0].toText();

@@ -55,20 +55,21 @@ ErrorNumber NumberOf(int code, std::string_view message) {
 
 // "CHECK constraint failed: length("Name") <= 50" is how a field's width is kept.
 std::string BrokenCheck(std::string_view condition) {
-    constexpr std::string_view Length = "length(\"";
-    constexpr std::string_view Most = "\") <= ";
-    const std::size_t end = condition.find(Most);
-    if (!condition.starts_with(Length) || end == std::string_view::npos)
+    constexpr std::string_view kLength = "length(\"";
+    constexpr std::string_view kMost = "\") <= ";
+    const std::size_t end = condition.find(kMost);
+    if (!condition.starts_with(kLength) || end == std::string_view::npos)
         return "A value does not meet the condition of its table: " + std::string(condition) + ".";
-    return "The text is too long for the field '" + std::string(condition.substr(Length.size(), end - Length.size())) +
-           "', which holds " + std::string(condition.substr(end + Most.size())) + " characters.";
+    return "The text is too long for the field '" +
+           std::string(condition.substr(kLength.size(), end - kLength.size())) + "', which holds " +
+           std::string(condition.substr(end + kMost.size())) + " characters.";
 }
 
 /// Our sentence for a message of SQLite; empty for messages that are passed on as they are.
 std::string Reworded(std::string_view message) {
-    constexpr std::string_view Check = "CHECK constraint failed: ";
-    constexpr std::string_view Unique = "UNIQUE constraint failed: ";
-    constexpr std::string_view NotNull = "NOT NULL constraint failed: ";
+    constexpr std::string_view kCheck = "CHECK constraint failed: ";
+    constexpr std::string_view kUnique = "UNIQUE constraint failed: ";
+    constexpr std::string_view kNotNull = "NOT NULL constraint failed: ";
     constexpr std::array<std::pair<std::string_view, std::string_view>, 10> sentences = {
         {{"parser stack overflow", "The statement is nested too deeply."},
          {"Expression tree is too large", "The statement is nested too deeply."},
@@ -80,11 +81,11 @@ std::string Reworded(std::string_view message) {
          {"out of memory", "The statement takes too much memory."},
          {"attempt to write a readonly database", "The database can't be changed."},
          {"database or disk is full", "The disk is full."}}};
-    if (message.starts_with(Check)) return BrokenCheck(message.substr(Check.size()));
-    if (message.starts_with(Unique))
-        return "The value of '" + std::string(message.substr(Unique.size())) + "' is there already.";
-    if (message.starts_with(NotNull))
-        return "The field '" + std::string(message.substr(NotNull.size())) + "' needs a value.";
+    if (message.starts_with(kCheck)) return BrokenCheck(message.substr(kCheck.size()));
+    if (message.starts_with(kUnique))
+        return "The value of '" + std::string(message.substr(kUnique.size())) + "' is there already.";
+    if (message.starts_with(kNotNull))
+        return "The field '" + std::string(message.substr(kNotNull.size())) + "' needs a value.";
     for (const auto& [start, sentence] : sentences)
         if (message.starts_with(start)) return std::string(sentence);
     return {};
@@ -154,12 +155,12 @@ std::vector<std::vector<Value>> Rows(sqlite3* database, std::string_view sql,
 }
 
 std::string FileUri(const std::string& path, std::string_view options) {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string uri = "file:";
     for (const char c : path) {
         if (c == '%' || c == '?' || c == '#') {
             const auto byte = static_cast<unsigned char>(c);
-            uri += {'%', Digits[byte >> 4U], Digits[byte & 15U]};
+            uri += {'%', kDigits[byte >> 4U], kDigits[byte & 15U]};
         } else {
             uri += c;
         }

@@ -10,8 +10,8 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t MostKept = 1000;
-constexpr std::size_t LongestKept = 64 * 1024;
+constexpr std::size_t kMostKept = 1000;
+constexpr std::size_t kLongestKept = 64 * 1024;
 
 /// The catalogue, with a note of every table that it is asked for.
 class NotingCatalogue final : public Catalogue {
@@ -57,8 +57,8 @@ CachedStatement& StatementCache::Translated(std::string_view sql) {
     CachedStatement made;
     made.text = sql;
     TranslateAnew(made);
-    if (sql.size() > LongestKept) return long_ = std::move(made);
-    if (statements_.size() >= MostKept) {
+    if (sql.size() > kLongestKept) return long_ = std::move(made);
+    if (statements_.size() >= kMostKept) {
         byText_.erase(statements_.back().text);
         statements_.pop_back();
     }

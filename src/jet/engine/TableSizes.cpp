@@ -9,11 +9,11 @@ namespace jet {
 
 namespace {
 
-constexpr std::int64_t MostPages = 5000;
-constexpr std::int64_t Far = 4; // statistics may be so many times too small or too large
+constexpr std::int64_t kMostPages = 5000;
+constexpr std::int64_t kFar = 4; // statistics may be so many times too small or too large
 
 bool FitsFigure(std::int64_t rows, std::int64_t known) {
-    return known > 0 && rows / Far <= known && known / Far <= rows;
+    return known > 0 && rows / kFar <= known && known / kFar <= rows;
 }
 
 } // namespace
@@ -50,8 +50,8 @@ bool TableSizes::Refresh(const std::set<std::string>& tables) {
 }
 
 void TableSizes::Made(const std::string& table, std::int64_t rows) {
-    constexpr std::int64_t Few = 100'000; // more may make the file a large one
-    if (rows > Few) {
+    constexpr std::int64_t kFew = 100'000; // more may make the file a large one
+    if (rows > kFew) {
         static_cast<void>(Refresh({table}));
         return;
     }
@@ -77,7 +77,7 @@ bool TableSizes::Refilled(const std::string& table, std::int64_t rows) {
 bool TableSizes::Measure(const std::string& schema, const std::string& table, std::int64_t& rows) {
     rows = INT64_MAX;
     if (table.starts_with("sqlite_") || sqlite3_db_readonly(database_, schema.c_str()) != 0) return false;
-    if (Rows(database_, "PRAGMA " + schema + ".page_count")[0][0].toInteger() > MostPages) return false;
+    if (Rows(database_, "PRAGMA " + schema + ".page_count")[0][0].toInteger() > kMostPages) return false;
     const std::string name = schema + "." + QuotedName(table);
     rows = Rows(database_, "SELECT count(*) FROM " + name)[0][0].toInteger();
     if (rows == 0) return false;

@@ -12,14 +12,14 @@ namespace jet {
 
 namespace {
 
-constexpr std::int64_t DaySeconds = 86400;
+constexpr std::int64_t kDaySeconds = 86400;
 
 Moment Floored(Moment moment, std::int64_t step) {
     return moment / step - (moment % step < 0 ? 1 : 0);
 }
 
 std::int64_t DayNumber(Moment moment) {
-    return Floored(moment, DaySeconds);
+    return Floored(moment, kDaySeconds);
 }
 
 std::chrono::year_month_day Civil(Moment moment) {
@@ -27,7 +27,7 @@ std::chrono::year_month_day Civil(Moment moment) {
 }
 
 std::int64_t SecondOfDay(Moment moment) {
-    return moment - DayNumber(moment) * DaySeconds;
+    return moment - DayNumber(moment) * kDaySeconds;
 }
 
 Moment DateAt(const Call& call, std::size_t i) {
@@ -87,13 +87,13 @@ void DatePart(Call& call) {
 
 // Months may lie outside 1 to 12 and days outside the month; they run on into the next ones.
 Moment Serial(std::int64_t year, std::int64_t month, std::int64_t day) {
-    constexpr std::int64_t Far = 4'000'000;
-    if (std::abs(year) > 9999 || std::abs(month) > Far || std::abs(day) > Far)
+    constexpr std::int64_t kFar = 4'000'000;
+    if (std::abs(year) > 9999 || std::abs(month) > kFar || std::abs(day) > kFar)
         throw Error(ErrorNumber::TypeMismatch, "The date is out of range.");
     const std::int64_t months = year * 12 + month - 1;
     const auto first = std::chrono::year(static_cast<int>(Floored(months, 12))) /
                        std::chrono::month(static_cast<unsigned>(months - Floored(months, 12) * 12 + 1)) / 1;
-    return (std::chrono::sys_days(first).time_since_epoch().count() + day - 1) * DaySeconds;
+    return (std::chrono::sys_days(first).time_since_epoch().count() + day - 1) * kDaySeconds;
 }
 
 void DateSerial(Call& call) {
@@ -105,7 +105,7 @@ void DateSerial(Call& call) {
 void TimeSerial(Call& call) {
     const double seconds = static_cast<double>(call.whole(0)) * 3600 + static_cast<double>(call.whole(1)) * 60 +
                            static_cast<double>(call.whole(2));
-    call.give(std::string_view(FormatDate(((ToWhole(seconds) % DaySeconds) + DaySeconds) % DaySeconds, "hh:nn:ss")));
+    call.give(std::string_view(FormatDate(((ToWhole(seconds) % kDaySeconds) + kDaySeconds) % kDaySeconds, "hh:nn:ss")));
 }
 
 Moment AddMonths(Moment moment, std::int64_t months) {
@@ -115,15 +115,15 @@ Moment AddMonths(Moment moment, std::int64_t months) {
     const auto last =
         std::chrono::year_month_day_last(target.year(), std::chrono::month_day_last(target.month())).day();
     const auto day = std::min(civil.day(), last);
-    return first + (static_cast<unsigned>(day) - 1) * DaySeconds + SecondOfDay(moment);
+    return first + (static_cast<unsigned>(day) - 1) * kDaySeconds + SecondOfDay(moment);
 }
 
 // Seconds of a step of fixed length, or 0.
 std::int64_t StepSeconds(std::string_view interval) {
-    static constexpr std::array<std::pair<std::string_view, std::int64_t>, 7> steps = {{{"d", DaySeconds},
-                                                                                        {"y", DaySeconds},
-                                                                                        {"w", DaySeconds},
-                                                                                        {"ww", 7 * DaySeconds},
+    static constexpr std::array<std::pair<std::string_view, std::int64_t>, 7> steps = {{{"d", kDaySeconds},
+                                                                                        {"y", kDaySeconds},
+                                                                                        {"w", kDaySeconds},
+                                                                                        {"ww", 7 * kDaySeconds},
                                                                                         {"h", 3600},
                                                                                         {"n", 60},
                                                                                         {"s", 1}}};
@@ -146,10 +146,10 @@ void DateAdd(Call& call) {
     const std::int64_t count = std::clamp<std::int64_t>(call.whole(1), -400'000'000'000, 400'000'000'000);
     const Moment moment = DateAt(call, 2);
     const std::int64_t step = StepSeconds(interval);
-    constexpr Moment First = -59'011'459'200;  // the year 100
-    constexpr Moment Behind = 253'402'300'800; // the year 10000
+    constexpr Moment kFirst = -59'011'459'200;  // the year 100
+    constexpr Moment kBehind = 253'402'300'800; // the year 10000
     const Moment sum = step > 0 ? moment + count * step : AddMonths(moment, count * StepMonths(interval));
-    if (sum < First || sum >= Behind) throw Error(ErrorNumber::TypeMismatch, "The date is out of range.");
+    if (sum < kFirst || sum >= kBehind) throw Error(ErrorNumber::TypeMismatch, "The date is out of range.");
     GiveDate(call, sum);
 }
 
@@ -174,12 +174,12 @@ void CDate(Call& call) {
 /// A date as days since the end of 1899; a number is such days already.
 void Days(Call& call) {
     if (!call.isText(0)) return call.giveArgument(0);
-    const double days = static_cast<double>(DateAt(call, 0)) / static_cast<double>(DaySeconds) + 25569;
+    const double days = static_cast<double>(DateAt(call, 0)) / static_cast<double>(kDaySeconds) + 25569;
     if (days == std::floor(days)) return call.give(static_cast<std::int64_t>(days));
     call.give(days);
 }
 void DateValue(Call& call) {
-    GiveDate(call, DayNumber(DateAt(call, 0)) * DaySeconds);
+    GiveDate(call, DayNumber(DateAt(call, 0)) * kDaySeconds);
 }
 void TimeValue(Call& call) {
     call.give(std::string_view(FormatDate(DateAt(call, 0), "hh:nn:ss")));
@@ -188,13 +188,13 @@ void IsDate(Call& call) {
     call.giveYesNo(call.isText(0) && !ReadNumber(call.value(0).toText()) && ReadDate(call.value(0)).has_value());
 }
 
-constexpr char Year[] = "yyyy";
-constexpr char Month[] = "m";
-constexpr char Day[] = "d";
-constexpr char Hour[] = "h";
-constexpr char Minute[] = "n";
-constexpr char Second[] = "s";
-constexpr char Weekday[] = "w";
+constexpr char kYear[] = "yyyy";
+constexpr char kMonth[] = "m";
+constexpr char kDay[] = "d";
+constexpr char kHour[] = "h";
+constexpr char kMinute[] = "n";
+constexpr char kSecond[] = "s";
+constexpr char kWeekday[] = "w";
 
 } // namespace
 
@@ -203,13 +203,13 @@ void RegisterDateFunctions(sqlite3* database) {
         Registration{"jet_now", Entry<Now, Nulls::Pass>, false},
         Registration{"jet_date", Entry<Date, Nulls::Pass>, false},
         Registration{"jet_time", Entry<Time, Nulls::Pass>, false},
-        Registration{"jet_year", Entry<PartOf<Year>, Nulls::Spread>},
-        Registration{"jet_month", Entry<PartOf<Month>, Nulls::Spread>},
-        Registration{"jet_day", Entry<PartOf<Day>, Nulls::Spread>},
-        Registration{"jet_hour", Entry<PartOf<Hour>, Nulls::Spread>},
-        Registration{"jet_minute", Entry<PartOf<Minute>, Nulls::Spread>},
-        Registration{"jet_second", Entry<PartOf<Second>, Nulls::Spread>},
-        Registration{"jet_weekday", Entry<PartOf<Weekday>, Nulls::Spread>},
+        Registration{"jet_year", Entry<PartOf<kYear>, Nulls::Spread>},
+        Registration{"jet_month", Entry<PartOf<kMonth>, Nulls::Spread>},
+        Registration{"jet_day", Entry<PartOf<kDay>, Nulls::Spread>},
+        Registration{"jet_hour", Entry<PartOf<kHour>, Nulls::Spread>},
+        Registration{"jet_minute", Entry<PartOf<kMinute>, Nulls::Spread>},
+        Registration{"jet_second", Entry<PartOf<kSecond>, Nulls::Spread>},
+        Registration{"jet_weekday", Entry<PartOf<kWeekday>, Nulls::Spread>},
         Registration{"jet_datepart", Entry<DatePart, Nulls::Spread>},
         Registration{"jet_dateserial", Entry<DateSerial, Nulls::Spread>},
         Registration{"jet_timeserial", Entry<TimeSerial, Nulls::Spread>},

@@ -47,7 +47,7 @@ void Call::give(double number) {
 }
 
 void Call::give(std::string_view text) {
-    if (text.size() > LongestValue) FailTooLong();
+    if (text.size() > kLongestValue) FailTooLong();
     sqlite3_result_text64(context_, text.data() == nullptr ? "" : text.data(), text.size(), SQLITE_TRANSIENT,
                           SQLITE_UTF8);
 }

@@ -10,7 +10,7 @@ namespace jet {
 
 namespace {
 
-constexpr int Many = 100; // SQLite calls a function with 127 arguments at most
+constexpr int kMany = 100; // SQLite calls a function with 127 arguments at most
 
 constexpr FunctionInfo Number(std::string_view name, int least, int most) {
     return {name, least, most, FunctionResult::Number, false};
@@ -29,7 +29,7 @@ constexpr FunctionInfo Aggregate(std::string_view name, FunctionResult result) {
 }
 
 // In the order of the alphabet, for the search below.
-constexpr std::array Table = {
+constexpr std::array kTable = {
     Number("abs", 1, 1),
     Number("asc", 1, 1),
     Number("ascw", 1, 1),
@@ -40,7 +40,7 @@ constexpr std::array Table = {
     Number("ccur", 1, 1),
     Text("cdate", 1, 1),
     Number("cdbl", 1, 1),
-    AsArgument("choose", 2, Many),
+    AsArgument("choose", 2, kMany),
     Text("chr", 1, 1),
     Text("chrw", 1, 1),
     Number("cint", 1, 1),
@@ -100,7 +100,7 @@ constexpr std::array Table = {
     Text("string", 2, 2),
     Text("strreverse", 1, 1),
     Aggregate("sum", FunctionResult::Number),
-    AsArgument("switch", 2, Many),
+    AsArgument("switch", 2, kMany),
     Number("tan", 1, 1),
     Text("time", 0, 0),
     Text("timeserial", 3, 3),
@@ -113,7 +113,7 @@ constexpr std::array Table = {
     Number("weekday", 1, 2),
     Number("year", 1, 1),
 };
-static_assert(std::ranges::is_sorted(Table, {}, &FunctionInfo::name));
+static_assert(std::ranges::is_sorted(kTable, {}, &FunctionInfo::name));
 
 } // namespace
 
@@ -123,8 +123,8 @@ const FunctionInfo* FindFunction(std::string_view name) {
     if (name.size() > lower.size()) return nullptr;
     std::ranges::transform(name, lower.begin(), LowerAscii);
     const std::string_view wanted(lower.data(), name.size());
-    const auto* const found = std::ranges::lower_bound(Table, wanted, {}, &FunctionInfo::name);
-    return found != Table.end() && found->name == wanted ? found : nullptr;
+    const auto* const found = std::ranges::lower_bound(kTable, wanted, {}, &FunctionInfo::name);
+    return found != kTable.end() && found->name == wanted ? found : nullptr;
 }
 
 void RegisterFunctions(sqlite3* database) {

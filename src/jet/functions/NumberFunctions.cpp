@@ -88,8 +88,8 @@ template <const char* mask> void InBase(Call& call) {
     call.give(std::string_view(text.data(), static_cast<std::size_t>(length)));
 }
 
-constexpr char Hexadecimal[] = "%llX";
-constexpr char Octal[] = "%llo";
+constexpr char kHexadecimal[] = "%llX";
+constexpr char kOctal[] = "%llo";
 
 } // namespace
 
@@ -107,8 +107,8 @@ void RegisterNumberFunctions(sqlite3* database) {
         Registration{"jet_cos", Entry<Real<Cosine>, Nulls::Spread>},
         Registration{"jet_tan", Entry<Real<Tangent>, Nulls::Spread>},
         Registration{"jet_atn", Entry<Real<ArcTangent>, Nulls::Spread>},
-        Registration{"jet_hex", Entry<InBase<Hexadecimal>, Nulls::Spread>},
-        Registration{"jet_oct", Entry<InBase<Octal>, Nulls::Spread>},
+        Registration{"jet_hex", Entry<InBase<kHexadecimal>, Nulls::Spread>},
+        Registration{"jet_oct", Entry<InBase<kOctal>, Nulls::Spread>},
     };
     Register(database, functions);
 }

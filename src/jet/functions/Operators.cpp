@@ -169,14 +169,14 @@ void NewGuid(Call& call) {
     sqlite3_randomness(static_cast<int>(bytes.size()), bytes.data());
     bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0FU) | 0x40U);
     bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3FU) | 0x80U);
-    constexpr std::string_view Digits = "0123456789ABCDEF";
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::array<char, 38> text{};
     std::size_t at = 0;
     text[at++] = '{';
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (i == 4 || i == 6 || i == 8 || i == 10) text[at++] = '-';
-        text[at++] = Digits[bytes[i] >> 4U];
-        text[at++] = Digits[bytes[i] & 0x0FU];
+        text[at++] = kDigits[bytes[i] >> 4U];
+        text[at++] = kDigits[bytes[i] & 0x0FU];
     }
     text[at] = '}';
     call.give(std::string_view(text.data(), text.size()));

@@ -14,7 +14,7 @@ namespace jet {
 
 namespace {
 
-constexpr std::int64_t LongestText = 1'000'000;
+constexpr std::int64_t kLongestText = 1'000'000;
 
 bool StartsCharacter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
@@ -48,7 +48,7 @@ void Mid(Call& call) {
     std::string room;
     const std::string_view text = call.text(0, room);
     const std::int64_t start = call.whole(1);
-    const std::int64_t length = call.count() > 2 ? call.whole(2) : LongestText * LongestText;
+    const std::int64_t length = call.count() > 2 ? call.whole(2) : kLongestText * kLongestText;
     if (start < 1 || length < 0) return call.giveNull();
     const std::size_t first = BytePosition(text, start - 1);
     call.give(text.substr(first, BytePosition(text, length, first) - first));
@@ -98,8 +98,8 @@ struct Search {
 
     // Folding keeps the number of characters, so that positions stay what they are.
     void prepare() {
-        constexpr std::size_t MostComparisons = 1'000'000'000; // about a second
-        if (!sought.empty() && text.size() > MostComparisons / sought.size())
+        constexpr std::size_t kMostComparisons = 1'000'000'000; // about a second
+        if (!sought.empty() && text.size() > kMostComparisons / sought.size())
             throw Error(ErrorNumber::TooLarge, "The text is too long to be searched for so long a part.");
         if (exact || (IsAscii(text) && IsAscii(sought))) return;
         textRoom = Folded(text);
@@ -168,7 +168,7 @@ void Replace(Call& call) {
         if (found == std::string_view::npos) break;
         const std::size_t stop = BytePosition(original, Length(search.text.substr(from, found - from)), copied);
         result.append(original, copied, stop - copied).append(by);
-        if (result.size() > LongestValue) FailTooLong();
+        if (result.size() > kLongestValue) FailTooLong();
         copied = BytePosition(original, Length(search.sought), stop);
         from = found + search.sought.size();
         --most;
@@ -182,7 +182,7 @@ template <std::string (*change)(std::string_view)> void Case(Call& call) {
 }
 
 std::string Repeated(std::string_view character, std::int64_t count) {
-    if (count < 0 || count > LongestText)
+    if (count < 0 || count > kLongestText)
         throw Error(ErrorNumber::TypeMismatch, "The length of the text is out of range.");
     std::string text;
     text.reserve(character.size() * static_cast<std::size_t>(count));

@@ -51,12 +51,12 @@ bool PatternApart(tree::Statement& statement, const Catalogue&) {
 } // namespace
 
 std::span<const Rewrite> Rewrites() {
-    static constexpr Rewrite All[] = {
+    static constexpr Rewrite kAll[] = {
         {"filter-before-grouping", FilterGroups},       {"correlated-aggregates-to-groups", GroupAggregates},
         {"distinct-joins-to-tests", TestInsteadOfJoin}, {"update-joins-to-lists", ListInsteadOfJoin},
         {"update-patterns-apart", PatternApart},
     };
-    return All;
+    return kAll;
 }
 
 std::vector<std::string_view> TakeSteps(tree::Statement& statement, const Catalogue& catalogue,

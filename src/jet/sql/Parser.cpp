@@ -16,7 +16,7 @@ struct TypeName {
     ColumnType type;
 };
 
-constexpr std::array TypeNames = {
+constexpr std::array kTypeNames = {
     TypeName{"long", ColumnType::Long},
     TypeName{"integer", ColumnType::Long},
     TypeName{"int", ColumnType::Long},
@@ -493,7 +493,7 @@ class StatementParser final : public ExpressionParser {
     }
 
     ColumnType typeName() {
-        for (const TypeName& each : TypeNames) {
+        for (const TypeName& each : kTypeNames) {
             if (!isWord(each.word)) continue;
             next();
             if (each.word == "double") takeWord("precision");

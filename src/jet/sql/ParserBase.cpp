@@ -9,16 +9,16 @@ namespace jet {
 
 namespace {
 
-constexpr int DeepestNesting = 200;
-constexpr int MostChained = 2000;
+constexpr int kDeepestNesting = 200;
+constexpr int kMostChained = 2000;
 
 // Words that end a name where one may stand: without them "FROM Data WHERE" would make WHERE an alias.
-constexpr std::array Reserved = {"all",    "alter",  "and",      "as",          "asc",   "between", "by",     "create",
-                                 "delete", "desc",   "distinct", "distinctrow", "drop",  "eqv",     "exists", "false",
-                                 "from",   "group",  "having",   "imp",         "in",    "inner",   "insert", "into",
-                                 "is",     "join",   "left",     "like",        "mod",   "not",     "null",   "on",
-                                 "or",     "order",  "outer",    "pivot",       "right", "select",  "set",    "true",
-                                 "union",  "update", "values",   "where",       "xor"};
+constexpr std::array kReserved = {"all",    "alter",  "and",      "as",          "asc",   "between", "by",     "create",
+                                  "delete", "desc",   "distinct", "distinctrow", "drop",  "eqv",     "exists", "false",
+                                  "from",   "group",  "having",   "imp",         "in",    "inner",   "insert", "into",
+                                  "is",     "join",   "left",     "like",        "mod",   "not",     "null",   "on",
+                                  "or",     "order",  "outer",    "pivot",       "right", "select",  "set",    "true",
+                                  "union",  "update", "values",   "where",       "xor"};
 
 } // namespace
 
@@ -38,7 +38,7 @@ bool ParserBase::isSymbol(std::string_view symbol) const {
 bool ParserBase::isName() const {
     if (current().kind == TokenKind::BracketedName) return true;
     return current().kind == TokenKind::Name &&
-           std::ranges::none_of(Reserved, [this](std::string_view word) { return isWord(word); });
+           std::ranges::none_of(kReserved, [this](std::string_view word) { return isWord(word); });
 }
 
 bool ParserBase::takeWord(std::string_view word) {
@@ -70,11 +70,11 @@ std::string ParserBase::expectName(const char* what) {
 }
 
 void ParserBase::countChained() {
-    if (++chained_ > MostChained) fail("The statement has too many operators");
+    if (++chained_ > kMostChained) fail("The statement has too many operators");
 }
 
 ParserBase::Nesting::Nesting(ParserBase& parser) : parser_(parser) {
-    if (++parser_.depth_ > DeepestNesting) {
+    if (++parser_.depth_ > kDeepestNesting) {
         --parser_.depth_;
         parser.fail("The statement is nested too deeply");
     }

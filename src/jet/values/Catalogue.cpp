@@ -28,7 +28,7 @@ struct Declaration {
 
 // The first row of a type is what our own files say; the others are read from files of other makers. Order matters: a
 // declaration is taken by the first word that it begins with.
-constexpr std::array Declarations = {
+constexpr std::array kDeclarations = {
     Declaration{"INTEGER PRIMARY KEY AUTOINCREMENT", ColumnType::Counter},
     Declaration{"INTEGER", ColumnType::Long},
     Declaration{"SMALLINT", ColumnType::Integer},
@@ -93,8 +93,8 @@ CompareKind KindOfColumn(std::string_view name, ColumnType type) {
 }
 
 std::string DeclaredType(ColumnType type, int width) {
-    const auto found = std::ranges::find(Declarations, type, &Declaration::type);
-    std::string text(found == Declarations.end() ? "TEXT" : found->text);
+    const auto found = std::ranges::find(kDeclarations, type, &Declaration::type);
+    std::string text(found == kDeclarations.end() ? "TEXT" : found->text);
     if (type == ColumnType::Text && width > 0) text += "(" + std::to_string(width) + ")";
     return text;
 }
@@ -102,7 +102,7 @@ std::string DeclaredType(ColumnType type, int width) {
 ColumnType TypeOfDeclaration(std::string_view declaration) {
     const std::string upper = Upper(declaration);
     if (upper.starts_with("INT") && upper.find("AUTOINCREMENT") != std::string::npos) return ColumnType::Counter;
-    for (const Declaration& each : Declarations)
+    for (const Declaration& each : kDeclarations)
         if (upper.starts_with(each.text)) return each.type;
     return ColumnType::Unknown;
 }

@@ -13,8 +13,8 @@ namespace jet {
 
 namespace {
 
-constexpr std::int64_t DaySeconds = 86400;
-constexpr std::int64_t DayZero = -25569; // 30 December 1899, counted from 1970
+constexpr std::int64_t kDaySeconds = 86400;
+constexpr std::int64_t kDayZero = -25569; // 30 December 1899, counted from 1970
 
 struct Fields {
     int year = 0;
@@ -27,10 +27,10 @@ struct Fields {
 };
 
 Fields FieldsOf(Moment moment) {
-    std::int64_t days = moment / DaySeconds;
-    std::int64_t rest = moment % DaySeconds;
+    std::int64_t days = moment / kDaySeconds;
+    std::int64_t rest = moment % kDaySeconds;
     if (rest < 0) {
-        rest += DaySeconds;
+        rest += kDaySeconds;
         --days;
     }
     const std::chrono::sys_days date{std::chrono::days(days)};
@@ -86,7 +86,7 @@ std::optional<Moment> ReadDateText(std::string_view text) {
     auto parts = Split(text);
     if (!parts || parts->numbers.size() < 2) return std::nullopt;
     std::vector<int>& numbers = parts->numbers;
-    std::int64_t days = DayZero;
+    std::int64_t days = kDayZero;
     std::size_t time = 0;
     if (parts->marks[0] != ':') {
         if (numbers.size() < 3) return std::nullopt;
@@ -108,12 +108,12 @@ std::optional<Moment> ReadDateText(std::string_view text) {
     numbers.resize(std::max<std::size_t>(numbers.size(), time + 3));
     if (numbers.size() > time + 3 || numbers[time] > 23 || numbers[time + 1] > 59 || numbers[time + 2] > 59)
         return std::nullopt;
-    return days * DaySeconds + numbers[time] * 3600 + numbers[time + 1] * 60 + numbers[time + 2];
+    return days * kDaySeconds + numbers[time] * 3600 + numbers[time + 1] * 60 + numbers[time + 2];
 }
 
-constexpr std::array Months = {"January", "February", "March",     "April",   "May",      "June",
-                               "July",    "August",   "September", "October", "November", "December"};
-constexpr std::array Weekdays = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
+constexpr std::array kMonths = {"January", "February", "March",     "April",   "May",      "June",
+                                "July",    "August",   "September", "October", "November", "December"};
+constexpr std::array kWeekdays = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 
 std::string Padded(int number, std::size_t width) {
     std::string text = std::to_string(number);
@@ -164,9 +164,9 @@ std::string Field(const Fields& at, char letter, std::size_t length, bool afterH
         return length >= 3 ? Padded(at.year, 4) : Padded(at.year % 100, 2);
     case 'm':
         if (afterHour) return Padded(at.minute, length);
-        return NamedOrPadded(static_cast<int>(at.month), length, Months[at.month - 1]);
+        return NamedOrPadded(static_cast<int>(at.month), length, kMonths[at.month - 1]);
     case 'd':
-        return NamedOrPadded(static_cast<int>(at.day), length, Weekdays[at.weekday]);
+        return NamedOrPadded(static_cast<int>(at.day), length, kWeekdays[at.weekday]);
     case 'h':
         return Padded(at.hour, length);
     case 'n':
@@ -191,16 +191,16 @@ std::optional<Moment> ReadDate(const Value& value) {
     }
     const double days = value.toDouble();
     if (!(std::fabs(days) < 2958466)) return std::nullopt; // the year 10000
-    return DayZero * DaySeconds + std::llround(days * static_cast<double>(DaySeconds));
+    return kDayZero * kDaySeconds + std::llround(days * static_cast<double>(kDaySeconds));
 }
 
 std::string DateText(Moment moment) {
-    return FormatDate(moment, moment % DaySeconds == 0 ? "yyyy-mm-dd" : "yyyy-mm-dd hh:nn:ss");
+    return FormatDate(moment, moment % kDaySeconds == 0 ? "yyyy-mm-dd" : "yyyy-mm-dd hh:nn:ss");
 }
 
 bool IsDateMask(std::string_view mask) {
     mask = NamedMask(mask);
-    constexpr std::string_view Letters = "ymdhnsqwYMDHNSQW";
+    constexpr std::string_view kLetters = "ymdhnsqwYMDHNSQW";
     std::size_t letters = 0;
     for (std::size_t i = 0; i < mask.size(); ++i) {
         if (mask[i] == '"') {
@@ -210,7 +210,7 @@ bool IsDateMask(std::string_view mask) {
             i += half - 1;
         } else if (mask[i] == '0' || mask[i] == '#') {
             return false;
-        } else if (Letters.find(mask[i]) != std::string_view::npos) {
+        } else if (kLetters.find(mask[i]) != std::string_view::npos) {
             ++letters;
         } else if ((mask[i] | 0x20) >= 'a' && (mask[i] | 0x20) <= 'z') {
             return false; // a word, such as Standard

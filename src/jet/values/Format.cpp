@@ -172,14 +172,14 @@ std::string FormatNumber(double number, const std::vector<Part>& parts) {
 
 /// "1.50E+03": more decimals than a double can have are zeros.
 std::string Scientific(double number, std::size_t decimals) {
-    constexpr std::size_t MostDecimals = 300;
-    std::array<char, MostDecimals + 16> text{};
+    constexpr std::size_t kMostDecimals = 300;
+    std::array<char, kMostDecimals + 16> text{};
     const auto written = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::scientific,
-                                       static_cast<int>(std::min(decimals, MostDecimals)));
+                                       static_cast<int>(std::min(decimals, kMostDecimals)));
     std::string result(text.data(), written.ptr);
     const std::size_t power = result.find('e');
     result[power] = 'E';
-    return result.insert(power, decimals - std::min(decimals, MostDecimals), '0');
+    return result.insert(power, decimals - std::min(decimals, kMostDecimals), '0');
 }
 
 std::optional<std::string> FormatNamed(double number, std::string_view name) {
@@ -228,8 +228,8 @@ struct Mask {
 };
 
 const Mask& Prepared(std::string_view mask) {
-    constexpr std::size_t LongestMask = 10'000;
-    if (mask.size() > LongestMask) FailTooLong();
+    constexpr std::size_t kLongestMask = 10'000;
+    if (mask.size() > kLongestMask) FailTooLong();
     static thread_local std::optional<Mask> last;
     if (!last || last->text != mask) last.emplace(mask);
     return *last;

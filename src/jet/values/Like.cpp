@@ -93,8 +93,8 @@ bool Matches(std::string_view text, std::string_view pattern) {
 } // namespace
 
 bool IsLike(std::string_view text, std::string_view pattern) {
-    constexpr std::size_t MostSteps = 200'000'000; // a second or two
-    if (!pattern.empty() && text.size() > MostSteps / pattern.size())
+    constexpr std::size_t kMostSteps = 200'000'000; // a second or two
+    if (!pattern.empty() && text.size() > kMostSteps / pattern.size())
         throw Error(ErrorNumber::TooLarge, "The text is too long to be compared with so long a pattern.");
     return Matches(Folded(text), Folded(pattern));
 }

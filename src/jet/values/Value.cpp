@@ -10,30 +10,30 @@ namespace jet {
 
 namespace {
 
-constexpr std::string_view Blanks = " \t\r\n";
+constexpr std::string_view kBlanks = " \t\r\n";
 
 bool IsFalse(std::string_view text) {
-    constexpr std::string_view Word = "false";
-    return std::ranges::equal(text, Word,
+    constexpr std::string_view kWord = "false";
+    return std::ranges::equal(text, kWord,
                               [](char a, char b) { return a == b || (a >= 'A' && a <= 'Z' && a + ('a' - 'A') == b); });
 }
 
 std::string_view Trimmed(std::string_view text) {
     if (!text.empty() && text.front() > ' ' && text.back() > ' ') return text;
-    const std::size_t first = text.find_first_not_of(Blanks);
+    const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 // Most values have a few digits, a point and nothing else. Both parts of the division are exact then, so that its
 // result is the double nearest to the text, as the full reading has it. Nothing for any other text.
 std::optional<double> ReadShortNumber(std::string_view text) {
-    constexpr std::size_t MostDigits = 15;
-    constexpr std::array<double, MostDigits + 1> Powers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    constexpr std::size_t kMostDigits = 15;
+    constexpr std::array<double, kMostDigits + 1> Powers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     const bool negative = text.starts_with('-');
     if (negative) text.remove_prefix(1);
-    if (text.size() > MostDigits + 1) return std::nullopt;
+    if (text.size() > kMostDigits + 1) return std::nullopt;
     std::int64_t whole = 0;
     std::size_t decimals = 0;
     bool afterPoint = false;
@@ -47,7 +47,7 @@ std::optional<double> ReadShortNumber(std::string_view text) {
         decimals += afterPoint ? 1 : 0;
     }
     const std::size_t digits = text.size() - (afterPoint ? 1 : 0);
-    if (digits == 0 || digits > MostDigits) return std::nullopt;
+    if (digits == 0 || digits > kMostDigits) return std::nullopt;
     const double number = static_cast<double>(whole) / Powers[decimals];
     return negative ? -number : number;
 }
@@ -149,11 +149,11 @@ std::string ShortestText(double number) {
 }
 
 std::string DecimalText(double number) {
-    constexpr int Digits = 15;
+    constexpr int kDigits = 15;
     if (number == 0 || !std::isfinite(number)) return ShortestText(number);
     std::array<char, 64> text{};
     char* const end =
-        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, Digits).ptr;
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general, kDigits).ptr;
     std::replace(text.data(), end, 'e', 'E');
     return {text.data(), end};
 }

@@ -10,7 +10,7 @@
 namespace jet {
 
 /// The longest text or binary value in bytes, read or made. Four times what a memo of a genuine Jet file is read to.
-constexpr int LongestValue = 4 * 1024 * 1024;
+constexpr int kLongestValue = 4 * 1024 * 1024;
 
 /// One field of a row: Null, a whole number, a double or UTF-8 text. Yes/No values are the numbers -1 and 0.
 class Value {

@@ -5,7 +5,7 @@
 namespace jet {
 namespace {
 
-constexpr const char* Step = "correlated-aggregates-to-groups";
+constexpr const char* kStep = "correlated-aggregates-to-groups";
 
 /// Periods of areas, with values that differ in case or form only, and Nulls among keys and values.
 class GroupedAggregateTest : public ::testing::Test {
@@ -23,12 +23,12 @@ class GroupedAggregateTest : public ::testing::Test {
 
     [[nodiscard]] bool Turned(const std::string& sql) const {
         const std::vector<std::string> steps = connection->Explain(sql).steps;
-        return std::ranges::find(steps, Step) != steps.end();
+        return std::ranges::find(steps, kStep) != steps.end();
     }
     /// The rows, with the step and without it.
     [[nodiscard]] std::pair<std::string, std::string> BothWays(const std::string& sql) const {
         const auto without = Connection::Open(connection->path(), "secret");
-        without->LeaveOutStep(Step);
+        without->LeaveOutStep(kStep);
         return {RowsOf(*connection, sql), RowsOf(*without, sql)};
     }
 

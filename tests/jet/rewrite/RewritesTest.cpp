@@ -12,7 +12,7 @@ namespace jet::test {
 namespace {
 
 /// Statements for each step that pick some of the few rows below, but not all.
-constexpr const char* MadeForSteps[] = {
+constexpr const char* kMadeForSteps[] = {
     "SELECT * FROM _Data p WHERE p.TimePeriod = (SELECT Max(q.TimePeriod) FROM _Data q WHERE q.AreaId = p.AreaId)",
     "SELECT * FROM Data D WHERE D.AreaNId = 1 AND D.Datavalue = (SELECT Min(Datavalue) FROM Data E WHERE E.IUSNId = "
     "D.IUSNId AND E.AreaNId > 1)",
@@ -37,8 +37,8 @@ class RewritesTest : public ::testing::Test {
     }
 
     void Fill(Connection& connection, const tree::CreateTable& table) {
-        constexpr int Rows = 12;
-        for (int row = 1; row <= Rows; ++row) {
+        constexpr int kRows = 12;
+        for (int row = 1; row <= kRows; ++row) {
             std::string names;
             std::string values;
             for (const tree::ColumnDefinition& column : table.columns) {
@@ -99,7 +99,7 @@ class RewritesTest : public ::testing::Test {
 TEST_F(RewritesTest, NoStepChangesTheRowsOfAnyStatement) {
     const auto with = OpenWithout("");
     std::vector<std::string> statements = CorpusLines("statements.txt");
-    statements.insert(statements.end(), std::begin(MadeForSteps), std::end(MadeForSteps));
+    statements.insert(statements.end(), std::begin(kMadeForSteps), std::end(kMadeForSteps));
     std::vector<std::shared_ptr<Connection>> without;
     for (const Rewrite& step : Rewrites())
         without.push_back(OpenWithout(step.name));

@@ -14,13 +14,13 @@ namespace tessaro::office {
 
 /// The line to the process, for this room alone: starts it, keeps its context, runs every call on one worker thread and
 /// notices when it dies. Shared by the handles of documents, so that each finds out that its process is gone.
-class Connection final : public QObject {
+class ProcessLink final : public QObject {
     Q_OBJECT
 
   public:
     /// `shown`: with windows, for a host; otherwise the process never shows any.
-    explicit Connection(bool shown);
-    ~Connection() override;
+    explicit ProcessLink(bool shown);
+    ~ProcessLink() override;
 
     /// Also ends what a crashed run has left on this profile.
     void SetProfileFolder(const QString& folder);

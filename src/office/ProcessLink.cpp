@@ -1,4 +1,4 @@
-#include "office/Connection.h"
+#include "office/ProcessLink.h"
 
 #include "office/Convert.h"
 #include "office/ProcessStart.h"
@@ -90,7 +90,7 @@ struct SignOfLife {
 
 } // namespace
 
-struct Connection::State {
+struct ProcessLink::State {
     bool shown = false;
     QString folder;
     QString pipe;
@@ -109,49 +109,49 @@ struct Connection::State {
     std::unique_ptr<Worker> worker = std::make_unique<Worker>();
 };
 
-Connection::Connection(bool shown) : state_(std::make_unique<State>()) {
+ProcessLink::ProcessLink(bool shown) : state_(std::make_unique<State>()) {
     state_->shown = shown;
 }
 
-Connection::~Connection() {
+ProcessLink::~ProcessLink() {
     Quit();
 }
 
-void Connection::SetProfileFolder(const QString& folder) {
+void ProcessLink::SetProfileFolder(const QString& folder) {
     state_->folder = folder;
     EndOrphan(folder);
 }
 
 // The state of the process itself, since its end is told by an event that may not have come yet.
-bool Connection::IsRunning() const {
+bool ProcessLink::IsRunning() const {
     if (!state_->process || state_->processId == 0) return false;
     siginfo_t info{};
     const int result = ::waitid(P_PID, static_cast<id_t>(state_->processId), &info, WEXITED | WNOHANG | WNOWAIT);
     return result == 0 && info.si_pid == 0;
 }
 
-qint64 Connection::ProcessId() const {
+qint64 ProcessLink::ProcessId() const {
     return IsRunning() ? state_->processId : 0;
 }
 
-unsigned Connection::Generation() const {
+unsigned ProcessLink::Generation() const {
     return state_->generation;
 }
 
-void Connection::LimitMemory(qint64 bytes) {
+void ProcessLink::LimitMemory(qint64 bytes) {
     const rlimit limit{static_cast<rlim_t>(bytes), RLIM_INFINITY};
     if (IsRunning()) ::prlimit(static_cast<pid_t>(state_->processId), RLIMIT_DATA, &limit, nullptr);
 }
 
-void Connection::SetTimeLimit(std::chrono::milliseconds limit) {
+void ProcessLink::SetTimeLimit(std::chrono::milliseconds limit) {
     state_->limit = limit;
 }
 
-std::chrono::milliseconds Connection::TimeLimit() const {
+std::chrono::milliseconds ProcessLink::TimeLimit() const {
     return state_->limit;
 }
 
-void Connection::StartProcess() {
+void ProcessLink::StartProcess() {
     EndProcess();
     KeepBrokenPipesFromEndingUs();
     const QString program = ProgramFolder();
@@ -188,7 +188,7 @@ void Connection::StartProcess() {
     RememberProcess(state_->folder, state_->processId);
 }
 
-void Connection::EndProcess() {
+void ProcessLink::EndProcess() {
     if (!state_->process) return;
     const bool wasConnected = std::exchange(state_->connected, false);
     const bool ending = std::exchange(state_->ending, true);
@@ -205,17 +205,17 @@ void Connection::EndProcess() {
 }
 
 // Only while it surely is our child: the number of an ended one may belong to somebody else.
-void Connection::KillProcess() const {
+void ProcessLink::KillProcess() const {
     if (IsRunning()) ::kill(static_cast<pid_t>(state_->processId), SIGKILL);
 }
 
 // Whoever hears it may let handles go, so it is never told in the midst of a call.
-void Connection::TellLost() {
+void ProcessLink::TellLost() {
     state_->lostWaits = true;
     if (state_->calls == 0) PassLostOn();
 }
 
-void Connection::PassLostOn() {
+void ProcessLink::PassLostOn() {
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -224,7 +224,7 @@ void Connection::PassLostOn() {
         Qt::QueuedConnection);
 }
 
-bool Connection::TryConnect() {
+bool ProcessLink::TryConnect() {
     if (!IsOwnPipe(state_->pipe)) return false; // it doesn't listen yet
     try {
         const auto resolver = com::sun::star::bridge::UnoUrlResolver::create(OwnContext());
@@ -237,7 +237,7 @@ bool Connection::TryConnect() {
     }
 }
 
-void Connection::Connect() {
+void ProcessLink::Connect() {
     QElapsedTimer timer;
     timer.start();
     for (int starts = 1; std::chrono::milliseconds(timer.elapsed()) < kStartLimit;) {
@@ -270,13 +270,13 @@ void Connection::Connect() {
     throw Error(Failure::Start, QStringLiteral("the spreadsheet program does not answer after its start"));
 }
 
-void Connection::Start() {
+void ProcessLink::Start() {
     if (IsRunning() && state_->connected) return;
     if (!IsRunning()) StartProcess();
     Connect();
 }
 
-void Connection::StartInAdvance() {
+void ProcessLink::StartInAdvance() {
     try {
         if (!IsRunning()) StartProcess();
     } catch (const Error&) {
@@ -284,7 +284,7 @@ void Connection::StartInAdvance() {
     }
 }
 
-void Connection::Quit() {
+void ProcessLink::Quit() {
     // What was left to be released is released now, and not while the program's libraries are taken down.
     const auto drain =
         qScopeGuard([this] { static_cast<void>(state_->worker->Run([] {}, kQuitLimit, [] { return false; }, [] {})); });
@@ -303,11 +303,11 @@ void Connection::Quit() {
     state_->ending = false;
 }
 
-void Connection::Run(const std::function<void()>& work) {
+void ProcessLink::Run(const std::function<void()>& work) {
     Run(work, state_->limit);
 }
 
-void Connection::Run(const std::function<void()>& work, std::chrono::milliseconds limit) {
+void ProcessLink::Run(const std::function<void()>& work, std::chrono::milliseconds limit) {
     ++state_->calls;
     const auto end = qScopeGuard([this] {
         if (--state_->calls == 0 && state_->lostWaits) PassLostOn();
@@ -329,18 +329,18 @@ void Connection::Run(const std::function<void()>& work, std::chrono::millisecond
 }
 
 // The system may be slow, the process at work or waiting for a disk: then it has all its time.
-bool Connection::RunOnWorker(const std::function<void()>& work, std::chrono::milliseconds limit) {
+bool ProcessLink::RunOnWorker(const std::function<void()>& work, std::chrono::milliseconds limit) {
     StuckWatch watch(state_->processId, state_->patience);
     return state_->worker->Run(
         work, limit, [&watch] { return watch.IsStuck(); }, [this] { KillProcess(); });
 }
 
-void Connection::EndHung() {
+void ProcessLink::EndHung() {
     state_->hung = true;
     EndProcess();
 }
 
-void Connection::Probe() {
+void ProcessLink::Probe() {
     if (!state_->connected || state_->calls > 0) return state_->sign.reset();
     if (state_->sign && !state_->sign->given) {
         if (state_->sign->watch.IsStuck()) EndHung();
@@ -355,11 +355,11 @@ void Connection::Probe() {
     });
 }
 
-void Connection::SetPatience(std::chrono::milliseconds patience) {
+void ProcessLink::SetPatience(std::chrono::milliseconds patience) {
     state_->patience = patience;
 }
 
-bool Connection::Answers() {
+bool ProcessLink::Answers() {
     try {
         bool answers = false;
         const bool late = RunOnWorker([&] { answers = Context()->getServiceManager().is(); }, state_->limit);
@@ -369,7 +369,7 @@ bool Connection::Answers() {
     }
 }
 
-void Connection::Post(std::function<void()> work) {
+void ProcessLink::Post(std::function<void()> work) {
     state_->worker->Post([work = std::move(work)] {
         try {
             work();
@@ -379,12 +379,12 @@ void Connection::Post(std::function<void()> work) {
     });
 }
 
-Reference<XComponentContext> Connection::Context() const {
+Reference<XComponentContext> ProcessLink::Context() const {
     if (!state_->context.is()) throw DisposedException();
     return state_->context;
 }
 
-Reference<XInterface> Connection::Service(const char* name) const {
+Reference<XInterface> ProcessLink::Service(const char* name) const {
     const Reference<XMultiComponentFactory> factory = Context()->getServiceManager();
     const Reference<XInterface> service = factory->createInstanceWithContext(Ascii(name), Context());
     if (!service.is()) throw Error(Failure::Call, QStringLiteral("no service ") + QLatin1String(name));
