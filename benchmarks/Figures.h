@@ -19,6 +19,10 @@ void MeasureCrosstabs(Report& report, const BenchSession& session);
 /// The working tables of the calculations against plain SQLite, and three calculations up to their logs. Selects what
 /// it needs. Needs an X11 display.
 void MeasureCalculations(Report& report, const BenchSession& session);
+/// The values of a map and their classes. Selects what it needs.
+void MeasureMapData(Report& report, const BenchSession& session);
+/// A map of all counties of the installation's own database, which it opens.
+void MeasureCountyMap(Report& report, const QString& installation);
 /// Marking what has data, translating statements, opening the database.
 void MeasureDatabase(Report& report, const BenchSession& session);
 /// The table and the graph wizard, from the click on their options to the preview. Expects everything to be selected,

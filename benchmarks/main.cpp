@@ -36,9 +36,11 @@ int main(int argc, char** argv) {
         SelectEverything();
         MeasurePresentations(report);
         MeasureCalculations(report, session);
+        MeasureMapData(report, session);
         Connection.reset();
     }
     MeasureLayers(report, installation);
+    MeasureCountyMap(report, installation);
     MeasureSummary(report, installation);
     MeasureHost(report);
     report.Print();
