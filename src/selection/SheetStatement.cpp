@@ -64,9 +64,9 @@ QString FromOf(int view, bool byCombination) {
     const QString tail = QLatin1String(ViewOf(view).from);
     // Sectors listed by indicator don't need the combinations. Sources listed by combination come from the selection,
     // which also holds the texts.
-    const QString table = view == kSectors && !byCombination  ? QStringLiteral("[Indicator] AS I")
+    const QString table = view == kSectors && !byCombination ? QStringLiteral("[Indicator] AS I")
                           : view == Sources && byCombination ? QStringLiteral("_SelIUSNId AS IUS")
-                                                              : QLatin1String(kCombinations);
+                                                             : QLatin1String(kCombinations);
     const auto open = tail.count(QLatin1Char(')')) - tail.count(QLatin1Char('('));
     const QString from = QString(open, QLatin1Char('(')) + table + tail;
     if (!byCombination || view == Sources) return QLatin1Char(' ') + from + QLatin1Char(' ');
