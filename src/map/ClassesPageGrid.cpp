@@ -1,5 +1,6 @@
 #include "controls/Captions.h"
 #include "controls/ColorDialogs.h"
+#include "controls/Theme.h"
 #include "map/ClassColors.h"
 #include "map/ClassDialogs.h"
 #include "map/ClassLabels.h"
@@ -11,6 +12,8 @@
 
 #include <QHeaderView>
 #include <QLocale>
+
+#include <algorithm>
 
 namespace tessaro {
 
@@ -56,6 +59,17 @@ QTableWidgetItem* ColorItem(const QColor& color, const QString& name) {
     return item;
 }
 
+/// Each column has room for its head and its cells, the legend takes the rest.
+void FitColumns(QTableWidget& grid) {
+    QHeaderView& head = *grid.horizontalHeader();
+    const QAbstractItemView& cells = grid;
+    for (int column = 0; column < grid.columnCount(); ++column) {
+        head.setSectionResizeMode(column, column == ColLegend ? QHeaderView::Stretch : QHeaderView::Fixed);
+        const int text = head.fontMetrics().horizontalAdvance(grid.horizontalHeaderItem(column)->text());
+        head.resizeSection(column, std::max(cells.sizeHintForColumn(column), text + 3 * theme::kGrid));
+    }
+}
+
 } // namespace
 
 void ClassesPage::ShowGrid() {
@@ -73,11 +87,10 @@ void ClassesPage::ShowGrid() {
     for (const Symbol symbol : symbols)
         heads << PlainText(QLatin1String(HeadOf(symbol)));
     grid.setHorizontalHeaderLabels(heads);
-    grid.horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    grid.horizontalHeader()->setSectionResizeMode(ColLegend, QHeaderView::Stretch);
     for (int i = 0; i < static_cast<int>(table_.classes.size()); ++i)
         ShowRow(i);
     ShowMissing();
+    FitColumns(grid);
     grid.setCurrentCell(row, column);
 }
 

@@ -146,7 +146,8 @@ std::optional<double> InLocaleForm(const QString& text, QLocale locale) {
 } // namespace
 
 std::optional<double> NumberTyped(const QString& text, const QLocale& locale, bool separators) {
-    const QString typed = text.trimmed();
+    QString typed = text.trimmed();
+    typed.removeIf([](QChar letter) { return letter.category() == QChar::Other_Format; }); // marks of direction
     if (separators)
         if (const auto number = InLocaleForm(typed, locale)) return number;
     if (const auto number = InDataForm(typed)) return number;

@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QTest>
 
@@ -65,7 +66,9 @@ TEST_F(frmGALMainTest, ListsFoldersAndWorkbooksAndOpensTheFirstWorkbook) {
     EXPECT_EQ(screen.form.CurrentPresentation(), QStringLiteral("Graph - a.Xls"));
     EXPECT_EQ(screen.form.windowTitle(), QStringLiteral("Gallery - Graph - a.Xls"));
     EXPECT_EQ(screen.Get<QLineEdit>("txtPresFolder")->text(), Gallery());
-    EXPECT_TRUE(screen.Get<QLabel>("lblPresentations")->text().contains(QStringLiteral("(3)")));
+    EXPECT_TRUE(screen.Get<QLabel>("lblPresentations")
+                    ->text()
+                    .contains(QLatin1Char('(') + QLocale().toString(3) + QLatin1Char(')')));
     EXPECT_EQ(screen.form.FormName(), QStringLiteral("GALL"));
 }
 
