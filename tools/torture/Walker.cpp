@@ -174,6 +174,15 @@ void Walker::LookAtDialog() {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (!dialog) return;
     dialogs_.stop(); // pressing in the dialog lets events through
+    // What is pressed may open a further dialog, which waits until it is answered.
+    QTimer further;
+    QObject::connect(&further, &QTimer::timeout, dialog, [this, dialog] {
+        auto* inner = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!inner || inner == dialog) return;
+        Reached(inner->objectName().isEmpty() ? QStringLiteral("dialog") : inner->objectName());
+        inner->reject();
+    });
+    further.start(100);
     Reached(dialog->objectName().isEmpty() ? QStringLiteral("dialog") : dialog->objectName());
     ShowAllTips(*dialog);
     for (QAbstractItemView* view : dialog->findChildren<QAbstractItemView*>()) {
