@@ -6,9 +6,7 @@
 #include "session/Settings.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 #include <QtEndian>
 
 namespace tessaro {
@@ -33,10 +31,7 @@ bool EncryptShape(char mode, const QString& path) {
     if (!SettingFlag(QStringLiteral("ENCRYPT_DECRYPT_FILES"))) return false;
     const QString file = FindPath(path);
     auto bytes = ReadWholeFile(file, kLargestFile);
-    if (!bytes || !ChangeSign(*bytes, mode)) return false;
-    QTemporaryFile changed(QFileInfo(file).path() + QStringLiteral("/XXXXXX.tmp"));
-    if (!changed.open() || changed.write(*bytes) != bytes->size() || !changed.flush()) return false;
-    return CopyPassingFile(changed.fileName(), file);
+    return bytes && ChangeSign(*bytes, mode) && ReplaceFile(file, *bytes);
 }
 
 bool MakeMapFilesFolder() {

@@ -1,5 +1,6 @@
 #include "map/ClassBreaks.h"
 
+#include "ClassText.h"
 #include "map/BreakBounds.h"
 #include "map/Decimals.h"
 #include "support/TimeBound.h"
@@ -11,11 +12,12 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
-#include <sstream>
 
 namespace tessaro {
 
 namespace {
+
+using test::Text;
 
 using Values = std::vector<double>;
 
@@ -31,17 +33,6 @@ ClassBreaks ClassesOf(const Values& ascending, BreakMethod method, int classes, 
     ClassRequest request{method, classes, decimals};
     if (!ascending.empty()) SetRange(request, ascending.front(), ascending.back());
     return ComputeClasses(ascending, request);
-}
-
-/// "0.13-1.34 (12) ..."
-std::string Text(const ClassBreaks& classes, int decimals) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text.precision(decimals);
-    text << std::fixed;
-    for (const ClassBreak& each : classes)
-        text << (text.tellp() > 0 ? " " : "") << each.from << "-" << each.to << " (" << each.count << ")";
-    return text.str();
 }
 
 std::vector<int> Counts(const Values& ascending, Values bounds) {

@@ -1,11 +1,11 @@
 #include "map/MapDataValues.h"
 
+#include "ClassText.h"
 #include "MapTest.h"
 #include "database/Database.h"
 #include "map/MapData.h"
 
 #include <random>
-#include <sstream>
 
 namespace tessaro::test {
 
@@ -21,16 +21,6 @@ class MapDataValuesTest : public MapTest {
         return ComputeClasses(values, request);
     }
 };
-
-std::string Text(const ClassBreaks& classes, int decimals) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text.precision(decimals);
-    text << std::fixed;
-    for (const ClassBreak& each : classes)
-        text << (text.tellp() > 0 ? " " : "") << each.from << "-" << each.to << " (" << each.count << ")";
-    return text.str();
-}
 
 /// The installation's own database, with all areas and one combination selected.
 class WorldDataTest : public SessionTest {
