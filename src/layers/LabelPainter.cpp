@@ -85,7 +85,7 @@ void PaintText(QPainter& painter, const QRectF& place, const QString& text, cons
 } // namespace
 
 void PaintLabels(QPainter& painter, const LayerLabels& labels, const MapView& view, double scale) {
-    if (labels.texts.empty()) return;
+    if (!labels.on || labels.texts.empty()) return;
     painter.save();
     const QFont font = InPixels(labels.font, scale);
     painter.setFont(font);

@@ -5,13 +5,18 @@
 
 #include <QColor>
 #include <QFont>
+#include <QString>
+
+#include <vector>
 
 class QPainter;
 
 namespace tessaro {
 
-/// The texts of a layer's features and how they look.
+/// The labels of a layer: what they show, the texts of its features, and how they look.
 struct LayerLabels {
+    bool on = true;                 ///< False: none is drawn, and all else is kept
+    QString field;                  ///< key of what they show, such as "Comm_Area Name"; empty for none
     std::vector<QString> texts;     ///< one for each feature; none: the layer has no labels
     std::vector<LabelPlace> places; ///< of the features, see LabelPlaces
     QFont font;

@@ -3,6 +3,8 @@
 #include "layers/MapView.h"
 #include "layers/Seam.h"
 
+#include <algorithm>
+
 namespace tessaro {
 
 StackedLayer& LayerStack::Add(MapLayer layer, const QString& tag) {
@@ -18,6 +20,14 @@ StackedLayer& LayerStack::Add(MapLayer layer, const QString& tag) {
 void LayerStack::Remove(int index) {
     layers_.erase(layers_.begin() + index);
     Arrange();
+}
+
+void LayerStack::Move(int from, int to) {
+    const auto first = layers_.begin();
+    if (from < to)
+        std::rotate(first + from, first + from + 1, first + to + 1);
+    else
+        std::rotate(first + to, first + from, first + from + 1);
 }
 
 void LayerStack::Clear() {

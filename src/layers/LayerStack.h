@@ -11,7 +11,8 @@ namespace tessaro {
 /// A layer on a map: its shapes and table, what it is for, how it is drawn.
 struct StackedLayer {
     MapLayer data;
-    QString tag; ///< "Data" for the layer of a theme, "Customize - " + folder for a customised one
+    QString tag;  ///< "Data" for the layer of a theme, "Customize - " + folder for a customised one
+    QString file; ///< the .shp as the user knows it, not a working copy; empty for a layer that was made in memory
     LayerSymbols symbols;
     LayerLabels labels;
     bool visible = true;
@@ -25,6 +26,8 @@ class LayerStack final {
     /// Puts a layer on top, without labels. The reference holds until the next change of the stack.
     StackedLayer& Add(MapLayer layer, const QString& tag);
     void Remove(int index);
+    /// Moves a layer, with all that belongs to it, to another place in the order; the others keep theirs.
+    void Move(int from, int to);
     /// Gives a layer a text for each feature; empty ones are not drawn. Places are found here, once.
     void SetLabels(int index, LayerLabels labels);
     void Clear();

@@ -1,6 +1,6 @@
 #include "map/MapData.h"
 
-#include "map/ClassBreaks.h"
+#include "map/classes/ClassBreaks.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Log.h"
@@ -18,10 +18,12 @@ constexpr int kIdsOfOneDelete = 6000; ///< keeps the statement below the engine'
 constexpr auto kValues =
     "Select distinct Original_DataValue, DataValue From [_MapData] Where isNull(DataValue) = False";
 
-QString InsertStatement(const MapTheme& theme) {
+QString InsertStatement(const MapTheme& theme, const QString& latestPeriod) {
     const QString subpop = theme.subpop.isEmpty()
                                ? QString()
                                : QStringLiteral(" AND IUS.Subpop=") + Quoted(theme.subpop) + QLatin1Char(' ');
+    const QString periods =
+        latestPeriod.isEmpty() ? QString() : QStringLiteral(" AND T.TimePeriod<=") + Quoted(latestPeriod);
     return QStringLiteral(
                " INSERT INTO _MapData (TimePeriod, AreaID, AreaName, [Indicator], SubPop, DataValue, Unit, Source, "
                "Style,  BreakValue, [Label],[Color], AdvancedLabels, [Size], Original_DataValue)  SELECT T.TimePeriod, "
@@ -29,7 +31,7 @@ QString InsertStatement(const MapTheme& theme) {
                "BreakValue, '' AS [Label], 0 AS [Color], '' AS AdvancedLabels, 0 as [Size] , D.DataValue") +
            QLatin1String(joins::kMapValues.from) + QStringLiteral("  WHERE IUS.Indicator=") + Quoted(theme.indicator) +
            QLatin1Char(' ') + subpop + QStringLiteral(" AND IUS.Unit=") + Quoted(theme.unit) +
-           QLatin1String(joins::kMapValues.where) + RowFilter +
+           QLatin1String(joins::kMapValues.where) + periods + RowFilter +
            QStringLiteral(" ORDER BY T.TimePeriod, A.AreaId, A.AreaName, IUS.Indicator, IUS.Subpop, IUS.Unit, "
                           "IUS.Source");
 }
@@ -102,9 +104,9 @@ bool RemoveUnreadable(int& count) {
     return DeleteRows(ids);
 }
 
-bool Fill(const MapTheme& theme, int& unreadable) {
-    return Execute(QStringLiteral("DELETE * from _MapData")) && Execute(InsertStatement(theme)) && KeepMostRecent() &&
-           RepairSeparators() && RemoveUnreadable(unreadable);
+bool Fill(const MapTheme& theme, const QString& latestPeriod, int& unreadable) {
+    return Execute(QStringLiteral("DELETE * from _MapData")) && Execute(InsertStatement(theme, latestPeriod)) &&
+           KeepMostRecent() && RepairSeparators() && RemoveUnreadable(unreadable);
 }
 
 int CountRows() {
@@ -124,11 +126,11 @@ MapTheme FirstTheme() {
     return {first.Text(std::size_t{0}), {}, first.Text(std::size_t{1})};
 }
 
-MapDataCounts Get_Data(const MapTheme& theme) {
+MapDataCounts Get_Data(const MapTheme& theme, const QString& latestPeriod) {
     ErrorTrap trap("Get_Data");
     MapDataCounts counts;
     if (!Connection || !trap.Try([] { Connection->Begin(); })) return counts;
-    counts.filled = Fill(theme, counts.unreadable) && trap.Try([] { Connection->Commit(); });
+    counts.filled = Fill(theme, latestPeriod, counts.unreadable) && trap.Try([] { Connection->Commit(); });
     if (!counts.filled) {
         trap.Try([] { Connection->Rollback(); });
         return {};

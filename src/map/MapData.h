@@ -27,8 +27,9 @@ struct MapDataCounts {
 };
 
 /// Fills `_MapData` with the rows of a theme that are in view, and keeps the most recent row of each area; of several
-/// of one period, any one. Values that were all stored with a decimal comma get a point.
-MapDataCounts Get_Data(const MapTheme& theme);
+/// of one period, any one. With `latestPeriod`, later ones count as not in view. Values that were all stored with a
+/// decimal comma get a point.
+MapDataCounts Get_Data(const MapTheme& theme, const QString& latestPeriod = {});
 
 /// The values of `_MapData` in ascending order.
 [[nodiscard]] std::vector<double> ValuesOfMapData();

@@ -62,7 +62,7 @@ bool AddLayer(LayerStack& map, QString& path, const QString& tag, const LayerLoc
         ReportError(kNoLayer, reason + QLatin1Char(' ') + path, QStringLiteral("AddLayer"));
         return false;
     }
-    map.Add(std::move(*reading.layer), tag);
+    map.Add(std::move(*reading.layer), tag).file = path;
     return true;
 }
 

@@ -2,42 +2,12 @@
 
 #include "office/Workbook.h"
 #include "presentation/RowsColumns.h"
+#include "wizards/WizardProgress.h"
 
 #include <QString>
 
-#include <functional>
-
 /// How the making of a table or graph went, and the name of its file.
 namespace tessaro {
-
-/// Thrown where the work tells its progress, when the user has given it up.
-struct WorkGivenUp {};
-
-/// Where a wizard shows how far its work is, and lets it be given up. What isn't set isn't told or asked.
-struct WizardProgress {
-    std::function<void(int)> main = {};
-    std::function<void(int)> child = {};
-    std::function<void(const QString& key)> label = {};
-    std::function<bool()> givenUp = {};
-
-    void Main(int percent) const {
-        Check();
-        if (main) main(percent);
-    }
-    void Child(int percent) const {
-        Check();
-        if (child) child(percent);
-    }
-    void Label(const char* key) const {
-        Check();
-        if (label) label(QLatin1String(key));
-    }
-
-  private:
-    void Check() const {
-        if (givenUp && givenUp()) throw WorkGivenUp();
-    }
-};
 
 /// How ShowXLS ended. Anything but Built leaves no workbook.
 enum class ShowResult {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "map/ClassBreaks.h"
+#include "map/classes/ClassBreaks.h"
 
 #include <locale>
 #include <sstream>

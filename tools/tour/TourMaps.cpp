@@ -1,8 +1,8 @@
 #include "Tour.h"
 #include "controls/Captions.h"
-#include "map/ClassesPage.h"
 #include "map/MapData.h"
 #include "map/MapLayerList.h"
+#include "map/classes/ClassesPage.h"
 
 namespace tessaro {
 
