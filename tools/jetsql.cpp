@@ -1,5 +1,6 @@
 // Runs statements of the dialect on a database file, for builders and data administrators.
 
+#include "jet/engine/ColumnImages.h"
 #include "jet/engine/Connection.h"
 
 #include <cstdio>
@@ -17,20 +18,21 @@ namespace {
 
 constexpr std::string_view kUsage =
     "usage: jetsql [--create] [--password PASSWORD | --password-file PATH] [--explain] [--no=STEP]... "
-    "FILE "
-    "'statement'...\n"
+    "[--images=FOLDER] FILE 'statement'...\n"
     "Runs the statements in order on one connection. Rows are printed as tab-separated\n"
     "text below a line of column names. --create makes FILE when it isn't there.\n"
     "Others of the machine can read a command line: the password is better given by\n"
     "--password-file (its first line) or in the environment as JETSQL_PASSWORD.\n"
     "--explain runs nothing: it prints the rewriting steps that changed each statement and\n"
-    "its text for SQLite. --no=STEP leaves a step out.\n";
+    "its text for SQLite. --no=STEP leaves a step out. --images=FOLDER reads large tables\n"
+    "from column images in FOLDER, which are made first where they are missing.\n";
 
 struct Request {
     bool create = false;
     bool help = false;
     bool explain = false;
     std::vector<std::string> leftOutSteps;
+    std::string images; ///< folder; empty for none
     bool good = false;
     std::string password;
     std::string file;
@@ -60,6 +62,8 @@ Request ReadArguments(std::span<char*> arguments) {
             request.explain = true;
         } else if (option.starts_with("--no=")) {
             request.leftOutSteps.emplace_back(option.substr(5));
+        } else if (option.starts_with("--images=")) {
+            request.images = option.substr(9);
         } else if (option == "--password" && i + 1 < arguments.size()) {
             request.password = arguments[++i];
         } else if (option == "--password-file" && i + 1 < arguments.size()) {
@@ -124,6 +128,20 @@ void Explain(jet::Connection& connection, const std::string& statement) {
         std::cout << each << '\n';
 }
 
+std::shared_ptr<jet::ColumnImages> Images(const Request& request) {
+    if (request.images.empty()) return nullptr;
+    jet::ColumnImages::Settings settings;
+    settings.folder = request.images;
+    settings.log = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
+    return std::make_shared<jet::ColumnImages>(std::move(settings));
+}
+
+/// Waits for the images that the statement reads, which are made when they are first asked for.
+void MakeImages(jet::Connection& connection, jet::ColumnImages& images, const std::string& statement) {
+    static_cast<void>(connection.Explain(statement));
+    images.Wait();
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
@@ -139,8 +157,12 @@ int main(int count, char** arguments) {
         const auto connection = jet::Connection::Open(request.file, request.password);
         for (const std::string& step : request.leftOutSteps)
             connection->LeaveOutStep(step);
-        for (const std::string& statement : request.statements)
+        const auto images = Images(request);
+        if (images != nullptr) connection->UseColumnImages(images);
+        for (const std::string& statement : request.statements) {
+            if (images != nullptr) MakeImages(*connection, *images, statement);
             request.explain ? Explain(*connection, statement) : Run(*connection, statement);
+        }
     } catch (const jet::Error& error) {
         std::cout.flush();
         std::fprintf(stderr, "0x%08X %s\n", static_cast<unsigned>(error.number()), error.what());

@@ -1,6 +1,7 @@
 #include "database/Links.h"
 
 #include "platform/Paths.h"
+#include "session/ColumnCache.h"
 #include "session/ErrorSink.h"
 #include "session/JetCopies.h"
 #include "session/LanguageName.h"
@@ -109,7 +110,10 @@ bool MakeAllLinks(jet::Connection& working) {
 
 std::shared_ptr<jet::Connection> ConnectWorkingDatabase() {
     try {
-        return jet::Connection::Open(FindPath(WorkingDatabase()).toStdString(), DatabasePassword(), jet::Use::Working);
+        auto working =
+            jet::Connection::Open(FindPath(WorkingDatabase()).toStdString(), DatabasePassword(), jet::Use::Working);
+        UseColumnCache(*working);
+        return working;
     } catch (const std::exception& error) {
         ErrorTrap::Report(error);
         return nullptr;

@@ -25,6 +25,8 @@ void Emitter::declare(const TableReference& reference, Scope& scope) {
         source.sql = TableSql(*source.table) + " AS " + QuotedName(source.alias);
         for (const ColumnInfo& column : source.table->columns)
             source.columns.push_back({column.name, column.type, KindOfColumn(column.name, column.type)});
+    } else if (const auto* scan = std::get_if<ScanTable>(&reference.node)) {
+        declareScan(*scan, source);
     } else {
         const auto& derived = std::get<DerivedTable>(reference.node);
         SelectText inner = emitQuery(*derived.query, scope.outer);

@@ -136,10 +136,11 @@ std::string Emitter::Counted(const std::string& operand) const {
 Typed Emitter::emitAggregate(const Call& node, std::vector<Typed> arguments) {
     const Typed& argument = arguments.front();
     const bool extreme = node.name == "min" || node.name == "max";
-    const bool native =
-        extreme || node.name == "count" || (!IsText(argument) && (node.name == "sum" || node.name == "avg"));
+    const bool ofValues = extreme && argument.column && argument.kind == CompareKind::ValueText;
+    const bool native = (extreme && !ofValues) || node.name == "count" ||
+                        (!IsText(argument) && (node.name == "sum" || node.name == "avg"));
     std::string operand = (node.distinct ? "DISTINCT " : "") + AsValue(argument);
-    if (extreme || node.distinct) operand += Collate(argument.kind);
+    if ((extreme && !ofValues) || node.distinct) operand += Collate(argument.kind);
     std::string sql = node.name == "count" ? Counted(operand)
                                            : (native ? UpperCased(node.name) : "jet_" + node.name) + "(" + operand +
                                                  ")" + aggregateFilter_;

@@ -41,6 +41,7 @@ class Emitter {
     Typed emitNode(const tree::Quantified& node, const Scope& scope, Position at);
     Typed emitNode(const tree::ScalarQuery& node, const Scope& scope, Position at);
     Typed emitNode(const tree::Call& node, const Scope& scope, Position at);
+    Typed emitNode(const tree::ScannedAggregate& node, const Scope& scope, Position at);
     Typed emitAggregate(const tree::Call& node, std::vector<Typed> arguments);
     [[nodiscard]] std::string Counted(const std::string& operand) const;
     std::optional<Typed> emitInline(const tree::Call& node, const std::vector<Typed>& arguments);
@@ -76,6 +77,8 @@ class Emitter {
     };
     void declare(const std::vector<tree::TableReferencePtr>& from, Scope& scope);
     void declare(const tree::TableReference& reference, Scope& scope);
+    void declareScan(const tree::ScanTable& scan, Source& source);
+    std::size_t parameterFor(ScanPlan plan);
     FromClause flatten(const std::vector<tree::TableReferencePtr>& from, const Scope& scope);
     FromClause flatten(const tree::TableReference& reference, const Scope& scope, std::size_t& next);
     static std::string fromText(const FromClause& from, const Scope& scope);

@@ -194,6 +194,10 @@ void Connection::Rollback() {
     EngineOf(*impl_).Rollback();
 }
 
+void Connection::UseColumnImages(std::shared_ptr<ColumnImages> images) {
+    EngineOf(*impl_).catalogue().UseImages(std::move(images));
+}
+
 Connection::CacheCounts Connection::cacheCounts() const {
     const StatementCache::Counts counts = EngineOf(*impl_).statements().counts();
     return {counts.translated, counts.reused};

@@ -15,6 +15,8 @@
 /// The way into the engine: open a database file, run statements, make links.
 namespace jet {
 
+class ColumnImages;
+
 /// Operations on database files as a whole.
 class Database {
   public:
@@ -70,6 +72,10 @@ class Connection final {
     void Begin();
     void Commit();
     void Rollback();
+
+    /// From now on statements over large tables may read column images from this store (see ColumnImages.h), where that
+    /// is sooner and gives the same rows.
+    void UseColumnImages(std::shared_ptr<ColumnImages> images);
 
     /// Translations made and taken from the cache since opening; for benchmarks.
     struct CacheCounts {

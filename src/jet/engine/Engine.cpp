@@ -1,5 +1,7 @@
 #include "jet/engine/Engine.h"
 
+#include "jet/columns/ScanFunctions.h"
+#include "jet/columns/ScanTable.h"
 #include "jet/emit/Pivot.h"
 #include "jet/emit/Scope.h"
 #include "jet/engine/ColumnStore.h"
@@ -50,6 +52,7 @@ Engine::Engine(const std::string& path, const std::string& password, Use use) : 
     try {
         CheckPassword(handle, "main", password);
         RegisterFunctions(handle);
+        RegisterScans(handle);
         Run(handle, "PRAGMA main.synchronous = NORMAL");
         notice_.emplace(handle); // from here on what others write is noticed
         catalogue_ = std::make_unique<LiveCatalogue>(handle, path, use);
@@ -151,9 +154,9 @@ template <class Work> auto Engine::Retrying(const Work& work) {
     return work();
 }
 
-ReadyQuery Engine::Open(std::string_view sql) {
+ReadyQuery Engine::Open(std::string_view sql, Way way) {
     return Retrying([&]() -> ReadyQuery {
-        CachedStatement& seen = statements_->Translated(sql);
+        CachedStatement& seen = statements_->Translated(sql, way);
         const Translation& translation = seen.translation;
         if (translation.kind != StatementClass::Select)
             throw Error(ErrorNumber::NoRows, "The statement gives no rows.");
@@ -232,9 +235,23 @@ void Engine::EndClaim() {
 }
 
 std::int64_t Engine::ExecuteHere(std::string_view sql) {
+    try {
+        return ExecuteOneWay(sql, Way::Any);
+    } catch (const Error& error) {
+        if (error.number() != ErrorNumber::ColumnsUnfit) throw;
+        NoteUnfit(error);
+        return ExecuteOneWay(sql, Way::Plain);
+    }
+}
+
+void Engine::NoteUnfit(const Error& error) {
+    if (error.what() == kStaleImage) catalogue_->DropImages(error.what());
+}
+
+std::int64_t Engine::ExecuteOneWay(std::string_view sql, Way way) {
     NoticeOthers();
     return Retrying([&]() -> std::int64_t {
-        CachedStatement& seen = statements_->Translated(sql);
+        CachedStatement& seen = statements_->Translated(sql, way);
         if (seen.translation.kind == StatementClass::Select) {
             static_cast<void>(Open(sql)); // its rows are of no use to anyone
             return 0;

@@ -58,7 +58,9 @@ class Engine {
     /// The dBase file that a SELECT … INTO [dBase IV;database=…] names; empty for any other statement.
     [[nodiscard]] std::string ForeignTarget(std::string_view sql);
     [[nodiscard]] Explanation Explain(std::string_view sql);
-    [[nodiscard]] ReadyQuery Open(std::string_view sql);
+    [[nodiscard]] ReadyQuery Open(std::string_view sql, Way way = Way::Any);
+    /// A statement failed because a column image can't serve it, and is to be run the plain way.
+    void NoteUnfit(const Error& error);
     [[nodiscard]] StatementCache& statements() { return *statements_; }
 
     void PutLink(const LinkInfo& link);
@@ -83,6 +85,7 @@ class Engine {
     /// Runs the work in a savepoint, which is rolled back when it fails.
     std::int64_t AsOne(const std::function<std::int64_t()>& work);
     std::int64_t ExecuteHere(std::string_view sql);
+    std::int64_t ExecuteOneWay(std::string_view sql, Way way);
     std::int64_t ExecuteClaimed(std::string_view sql);
     void Claim();
     void EndClaim();

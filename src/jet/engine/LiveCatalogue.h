@@ -1,6 +1,7 @@
 #pragma once
 
 #include "jet/emit/Translator.h"
+#include "jet/engine/ColumnImages.h"
 #include "jet/engine/DatabaseFile.h"
 #include "jet/engine/Options.h"
 #include "jet/engine/Sqlite.h"
@@ -33,8 +34,16 @@ class LiveCatalogue final : public Catalogue {
 
     [[nodiscard]] const TableInfo* find(std::string_view name) const override;
     [[nodiscard]] bool isLink(std::string_view name) const override;
-    [[nodiscard]] unsigned version() const override { return version_; }
+    [[nodiscard]] unsigned version() const override;
     [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override;
+    [[nodiscard]] std::shared_ptr<const ColumnImage> image(const TableInfo& table) const override;
+
+    /// From now on large tables that are linked, or lie in a file that keeps no links, have images from this store.
+    void UseImages(std::shared_ptr<ColumnImages> images);
+    /// A number that changes when the image of the table comes or goes; 0 for no image.
+    [[nodiscard]] std::size_t imageStamp(std::string_view name) const;
+    /// Gives up the images of all tables: one of them is no longer that of its database.
+    void DropImages(const std::string& why);
 
     /// A hash of what find gives for the name: the same as long as the table has the same fields, also after it was
     /// dropped and made again. 0 when there is no such table.
@@ -100,9 +109,13 @@ class LiveCatalogue final : public Catalogue {
     void ReadColumns(TableInfo& table) const;
     void ReadFigures(const std::string& schema, std::map<std::string, std::int64_t>& figures) const;
 
+    [[nodiscard]] std::int64_t LeastRowsOf(const TableInfo& table) const;
+    [[nodiscard]] ImageSubject SubjectOf(const TableInfo& table) const;
+
     sqlite3* database_;
     std::string path_;
     FileIdentity own_;
+    std::shared_ptr<ColumnImages> images_; ///< none: no statement reads columns
     std::vector<std::unique_ptr<Entry>> entries_;
     std::unordered_map<std::string, Entry*> byName_;                             ///< by folded name
     std::map<std::string, TableInfo> shells_;                                    ///< by folded name

@@ -8,8 +8,19 @@ namespace jet {
 ResultRows::ResultRows(const std::shared_ptr<Engine>& from, std::string_view text, CursorType type)
     : sql(text), cursor(type), origin(from) {
     const Engine::ReadScope oneLock(*from, sql);
-    engine = from;
-    query = engine->Open(sql);
+    try {
+        Begin();
+    } catch (const Error& error) {
+        if (error.number() != ErrorNumber::ColumnsUnfit) throw;
+        from->NoteUnfit(error);
+        way = Way::Plain;
+        Begin();
+    }
+}
+
+void ResultRows::Begin() {
+    engine = origin.lock();
+    query = engine->Open(sql, way);
     Start();
 }
 
@@ -47,7 +58,7 @@ void ResultRows::Fetch() {
 void ResultRows::Stop() {
     if (!fetching()) return;
     engine->Unregister(this);
-    engine->statements().GiveBack(sql, std::move(query.prepared));
+    engine->statements().GiveBack(sql, way, std::move(query.prepared));
     query.prepared = {};
     engine.reset();
     store.Finish();

@@ -20,6 +20,7 @@ struct ResultRows final : OpenResult {
 
     /// True while the statement has rows that were not taken.
     [[nodiscard]] bool fetching() const { return engine != nullptr; }
+    void Begin();
     void Start();
     void Fetch();
     void Stop();
@@ -32,6 +33,7 @@ struct ResultRows final : OpenResult {
     void MoveTo(std::int64_t row);
 
     std::string sql;
+    Way way = Way::Any;
     CursorType cursor;
     std::shared_ptr<Engine> engine; ///< only while rows are fetched
     std::weak_ptr<Engine> origin;   ///< to run the query again

@@ -13,6 +13,10 @@ namespace {
 constexpr std::size_t kMostKept = 1000;
 constexpr std::size_t kLongestKept = 64 * 1024;
 
+std::string KeyOf(std::string_view sql, Way way) {
+    return (way == Way::Plain ? "\1" : "") + std::string(sql);
+}
+
 /// The catalogue, with a note of every table that it is asked for.
 class NotingCatalogue final : public Catalogue {
   public:
@@ -20,61 +24,71 @@ class NotingCatalogue final : public Catalogue {
 
     [[nodiscard]] const TableInfo* find(std::string_view name) const override {
         const TableInfo* const found = catalogue_.find(name);
-        const auto asked = [&](const AskedTable& each) { return each.name == name && !each.whetherLink; };
-        if (std::ranges::none_of(asked_, asked))
-            asked_.push_back({std::string(name), found == nullptr ? 0 : catalogue_.stamp(name), false});
+        Note(name, found == nullptr ? 0 : catalogue_.stamp(name), Question::Table);
         return found;
     }
     [[nodiscard]] bool isLink(std::string_view name) const override {
         const bool link = catalogue_.isLink(name);
-        asked_.push_back({std::string(name), link ? 1U : 0U, true});
+        Note(name, link ? 1U : 0U, Question::Link);
         return link;
     }
     [[nodiscard]] unsigned version() const override { return catalogue_.version(); }
     [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override {
         return catalogue_.rowsOnRecord(table);
     }
+    [[nodiscard]] std::shared_ptr<const ColumnImage> image(const TableInfo& table) const override {
+        auto found = catalogue_.image(table);
+        Note(table.name, std::hash<std::shared_ptr<const ColumnImage>>{}(found), Question::Image);
+        return found;
+    }
     [[nodiscard]] const std::vector<AskedTable>& asked() const { return asked_; }
 
   private:
+    void Note(std::string_view name, std::size_t stamp, Question question) const {
+        const auto asked = [&](const AskedTable& each) { return each.name == name && each.question == question; };
+        if (std::ranges::none_of(asked_, asked)) asked_.push_back({std::string(name), stamp, question});
+    }
+
     const LiveCatalogue& catalogue_;
     mutable std::vector<AskedTable> asked_;
 };
 
 } // namespace
 
-CachedStatement& StatementCache::Translated(std::string_view sql) {
-    const auto found = byText_.find(sql);
-    if (found != byText_.end()) {
-        statements_.splice(statements_.begin(), statements_, found->second);
-        CachedStatement& statement = *found->second;
-        if (isGood(statement))
+CachedStatement& StatementCache::Translated(std::string_view sql, Way way) {
+    if (CachedStatement* const statement = find(sql, way)) {
+        statements_.splice(statements_.begin(), statements_, byText_.find(statement->key)->second);
+        if (isGood(*statement))
             ++counts_.reused;
         else
-            TranslateAnew(statement);
-        return statement;
+            TranslateAnew(*statement);
+        return *statement;
     }
     CachedStatement made;
+    made.key = KeyOf(sql, way);
     made.text = sql;
+    made.way = way;
     TranslateAnew(made);
     if (sql.size() > kLongestKept) return long_ = std::move(made);
     if (statements_.size() >= kMostKept) {
-        byText_.erase(statements_.back().text);
+        byText_.erase(statements_.back().key);
         statements_.pop_back();
     }
     statements_.push_front(std::move(made));
-    byText_[statements_.front().text] = statements_.begin();
+    byText_[statements_.front().key] = statements_.begin();
     return statements_.front();
 }
 
-CachedStatement* StatementCache::find(std::string_view sql) const {
-    const auto found = byText_.find(sql);
+CachedStatement* StatementCache::find(std::string_view sql, Way way) const {
+    const auto found = way == Way::Any ? byText_.find(sql) : byText_.find(KeyOf(sql, way));
     return found == byText_.end() ? nullptr : &*found->second;
 }
 
 void StatementCache::TranslateAnew(CachedStatement& statement) {
     const NotingCatalogue noting(catalogue_);
-    statement.translation = Translate(statement.text, noting, leftOut_);
+    LeftOutSteps leftOut = leftOut_;
+    if (statement.way == Way::Plain) leftOut.emplace(kColumnScans);
+    statement.translation = Translate(statement.text, noting, leftOut);
     statement.asked = noting.asked();
     statement.version = catalogue_.version();
     statement.prepared = {};
@@ -85,16 +99,17 @@ void StatementCache::TranslateAnew(CachedStatement& statement) {
 bool StatementCache::isGood(CachedStatement& statement) const {
     if (statement.version == catalogue_.version()) return true;
     const bool same = std::ranges::all_of(statement.asked, [&](const AskedTable& each) {
-        if (each.whetherLink) return catalogue_.isLink(each.name) == (each.stamp != 0);
+        if (each.question == Question::Link) return catalogue_.isLink(each.name) == (each.stamp != 0);
+        if (each.question == Question::Image) return catalogue_.imageStamp(each.name) == each.stamp;
         return catalogue_.stamp(each.name) == each.stamp;
     });
     if (same) statement.version = catalogue_.version();
     return same;
 }
 
-void StatementCache::GiveBack(std::string_view sql, PreparedStatement prepared) {
+void StatementCache::GiveBack(std::string_view sql, Way way, PreparedStatement prepared) {
     sqlite3_reset(prepared.statement.get());
-    CachedStatement* const statement = find(sql);
+    CachedStatement* const statement = find(sql, way);
     if (statement != nullptr && statement->version == catalogue_.version() && statement->prepared.statement == nullptr)
         statement->prepared = std::move(prepared);
 }

@@ -22,17 +22,25 @@ struct PreparedStatement {
     std::set<std::string> writes;
 };
 
-/// A question that a translation asked the catalogue, and the answer: for a table its stamp, for whether a name is a
-/// link 1 or 0.
+/// What a translation asked the catalogue about a name.
+enum class Question { Table, Link, Image };
+
+/// A question that a translation asked the catalogue, and the answer: for a table or an image its stamp, for whether a
+/// name is a link 1 or 0.
 struct AskedTable {
     std::string name;
     std::size_t stamp = 0;
-    bool whetherLink = false;
+    Question question = Question::Table;
 };
+
+/// Whether a statement may read column images.
+enum class Way { Any, Plain };
 
 /// A statement of the dialect that has been translated.
 struct CachedStatement {
+    std::string key; ///< the text, and the way before it
     std::string text;
+    Way way = Way::Any;
     Translation translation;
     std::vector<AskedTable> asked; ///< the translation is good as long as these answers are
     unsigned version = 0;          ///< of the catalogue when the translation was last found good
@@ -46,13 +54,13 @@ class StatementCache {
 
     /// The translation of a statement, made when there is none, or the tables that it names have changed. Valid until
     /// the next call.
-    CachedStatement& Translated(std::string_view sql);
+    CachedStatement& Translated(std::string_view sql, Way way = Way::Any);
     /// A statement translated before, whether that is still good or not; nullptr when there is none.
-    [[nodiscard]] CachedStatement* find(std::string_view sql) const;
+    [[nodiscard]] CachedStatement* find(std::string_view sql, Way way = Way::Any) const;
     /// True when the catalogue would answer what the translation asked as it did then.
     [[nodiscard]] bool isGood(CachedStatement& statement) const;
     /// Keeps what was prepared for a query that has been read to its end for the next time.
-    void GiveBack(std::string_view sql, PreparedStatement prepared);
+    void GiveBack(std::string_view sql, Way way, PreparedStatement prepared);
     /// Statements are translated without this rewrite from now on. Throws SyntaxError for a name that none has.
     void LeaveOutStep(std::string_view name);
 

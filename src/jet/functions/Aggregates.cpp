@@ -1,8 +1,10 @@
 #include "jet/functions/FunctionSupport.h"
+#include "jet/values/Collation.h"
 
 #include <array>
 #include <cmath>
 #include <new>
+#include <optional>
 
 namespace jet {
 
@@ -91,6 +93,14 @@ template <bool root, bool sample> void FinishSpread(Call& call, const SpreadStat
     call.give(root ? std::sqrt(variance) : variance);
 }
 
+/// Gives what a state of the kind holds, and frees it.
+void GiveHeld(sqlite3_context* context, sqlite3_value*& held) {
+    if (held == nullptr) return;
+    sqlite3_result_value(context, held);
+    sqlite3_value_free(held);
+    held = nullptr;
+}
+
 // First and Last take a row as it is, Null included.
 struct RowState {
     bool seen;
@@ -107,10 +117,49 @@ template <bool last> void StepRow(sqlite3_context* context, int, sqlite3_value**
 
 void FinalRow(sqlite3_context* context) {
     auto* const state = StateOf<RowState>(context, false);
-    if (state == nullptr || state->held == nullptr) return;
-    sqlite3_result_value(context, state->held);
-    sqlite3_value_free(state->held);
-    state->held = nullptr;
+    if (state != nullptr) GiveHeld(context, state->held);
+}
+
+/// The least or greatest of texts that are compared as values. Of those that compare as equal the one whose bytes come
+/// first is taken, so that the result doesn't hang on the order of the rows.
+struct ExtremeState {
+    sqlite3_value* best;
+    bool isNumber;
+    double number;
+
+    [[nodiscard]] int compare(std::string_view text, const std::optional<double>& read) const {
+        if (read && isNumber) return static_cast<int>(*read > number) - static_cast<int>(*read < number);
+        if (read || isNumber) return read ? -1 : 1;
+        return CompareText(text, held());
+    }
+    [[nodiscard]] std::string_view held() const {
+        return {reinterpret_cast<const char*>(sqlite3_value_text(best)),
+                static_cast<std::size_t>(sqlite3_value_bytes(best))};
+    }
+};
+
+template <bool least> void StepExtreme(sqlite3_context* context, int count, sqlite3_value** values) {
+    const Call call(context, count, values);
+    if (call.isNull(0)) return;
+    auto* const state = StateOf<ExtremeState>(context, true);
+    if (state == nullptr) return sqlite3_result_error_nomem(context);
+    std::string room;
+    const std::string_view text = call.text(0, room);
+    const std::optional<double> read = ReadNumber(text);
+    if (state->best != nullptr) {
+        const int order = state->compare(text, read);
+        const bool better = order == 0 ? text < state->held() : (order < 0) == least;
+        if (!better) return;
+    }
+    sqlite3_value_free(state->best);
+    state->best = sqlite3_value_dup(values[0]);
+    state->isNumber = read.has_value();
+    state->number = read.value_or(0);
+}
+
+void FinalExtreme(sqlite3_context* context) {
+    auto* const state = StateOf<ExtremeState>(context, false);
+    if (state != nullptr) GiveHeld(context, state->best);
 }
 
 struct AggregateRegistration {
@@ -129,6 +178,8 @@ void RegisterAggregates(sqlite3* database) {
         AggregateRegistration{"jet_stdevp", Step<SpreadState>, Final<SpreadState, FinishSpread<true, false>>},
         AggregateRegistration{"jet_var", Step<SpreadState>, Final<SpreadState, FinishSpread<false, true>>},
         AggregateRegistration{"jet_varp", Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
+        AggregateRegistration{"jet_min", StepExtreme<true>, FinalExtreme},
+        AggregateRegistration{"jet_max", StepExtreme<false>, FinalExtreme},
         AggregateRegistration{"jet_first", StepRow<false>, FinalRow},
         AggregateRegistration{"jet_last", StepRow<true>, FinalRow},
     };

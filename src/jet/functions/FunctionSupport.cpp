@@ -86,8 +86,12 @@ Value ToValue(sqlite3_value* value) {
                : std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_value_bytes(value)));
 }
 
+std::string MessageOf(const Error& error) {
+    return "JET:" + std::to_string(static_cast<unsigned>(error.number())) + ":" + error.what();
+}
+
 void GiveError(sqlite3_context* context, const Error& error) {
-    const std::string text = "JET:" + std::to_string(static_cast<unsigned>(error.number())) + ":" + error.what();
+    const std::string text = MessageOf(error);
     sqlite3_result_error(context, text.c_str(), static_cast<int>(text.size()));
 }
 

@@ -54,7 +54,9 @@ class Call {
 /// A value of SQLite as one of ours.
 [[nodiscard]] Value ToValue(sqlite3_value* value);
 
-/// Hands a failure to SQLite as a text that ErrorOf turns into the same error again.
+/// A failure as a text that ErrorOf turns into the same error again, when SQLite reports it.
+[[nodiscard]] std::string MessageOf(const Error& error);
+/// Hands a failure to SQLite as such a text.
 void GiveError(sqlite3_context* context, const Error& error);
 
 /// The second form gives Null for a call with a Null among its arguments, as most functions do.

@@ -1,9 +1,11 @@
 #include "jet/rewrite/Rewrites.h"
 
+#include "jet/rewrite/ColumnScans.h"
 #include "jet/rewrite/GroupConditions.h"
 #include "jet/rewrite/GroupedAggregate.h"
 #include "jet/rewrite/PatternRows.h"
 #include "jet/rewrite/SemiJoin.h"
+#include "jet/rewrite/TextJoins.h"
 
 namespace jet {
 
@@ -18,6 +20,11 @@ tree::Query* QueryOf(tree::Statement& statement) {
 bool FilterGroups(tree::Statement& statement, const Catalogue& catalogue) {
     tree::Query* const query = QueryOf(statement);
     return query != nullptr && FilterBeforeGrouping(*query, catalogue);
+}
+
+bool ScanInColumns(tree::Statement& statement, const Catalogue& catalogue) {
+    tree::Query* const query = QueryOf(statement);
+    return query != nullptr && ScanColumns(*query, catalogue);
 }
 
 bool GroupAggregates(tree::Statement& statement, const Catalogue& catalogue) {
@@ -38,6 +45,11 @@ bool TestInsteadOfJoin(tree::Statement& statement, const Catalogue& catalogue) {
     return query != nullptr && TurnJoinsIntoTests(*query, catalogue);
 }
 
+bool TextsFirst(tree::Statement& statement, const Catalogue& catalogue) {
+    tree::Query* const query = QueryOf(statement);
+    return query != nullptr && JoinTextsFirst(*query, catalogue);
+}
+
 bool ListInsteadOfJoin(tree::Statement& statement, const Catalogue& catalogue) {
     auto* const update = std::get_if<tree::Update>(&statement);
     return update != nullptr && TurnJoinsIntoTests(*update, catalogue);
@@ -52,9 +64,13 @@ bool PatternApart(tree::Statement& statement, const Catalogue&) {
 
 std::span<const Rewrite> Rewrites() {
     static constexpr Rewrite kAll[] = {
-        {"filter-before-grouping", FilterGroups},       {"correlated-aggregates-to-groups", GroupAggregates},
-        {"distinct-joins-to-tests", TestInsteadOfJoin}, {"update-joins-to-lists", ListInsteadOfJoin},
+        {"filter-before-grouping", FilterGroups},
+        {kColumnScans, ScanInColumns},
+        {"correlated-aggregates-to-groups", GroupAggregates},
+        {"distinct-joins-to-tests", TestInsteadOfJoin},
+        {"update-joins-to-lists", ListInsteadOfJoin},
         {"update-patterns-apart", PatternApart},
+        {"text-joins-first", TextsFirst},
     };
     return kAll;
 }

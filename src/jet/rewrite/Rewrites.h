@@ -17,6 +17,9 @@ struct Rewrite {
     bool (*apply)(tree::Statement&, const Catalogue&); ///< true when it changed the tree
 };
 
+/// The step that reads column images; the engine leaves it out where an image can't serve a statement.
+inline constexpr std::string_view kColumnScans = "column-scans";
+
 /// All steps, in the order in which they are taken.
 [[nodiscard]] std::span<const Rewrite> Rewrites();
 

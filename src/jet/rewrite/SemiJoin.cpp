@@ -1,8 +1,7 @@
 #include "jet/rewrite/SemiJoin.h"
 
-#include "jet/functions/Functions.h"
+#include "jet/rewrite/JoinedTables.h"
 #include "jet/sql/MakeTree.h"
-#include "jet/sql/VisitOperands.h"
 
 #include <algorithm>
 #include <bit>
@@ -16,29 +15,12 @@ namespace {
 
 using namespace tree;
 
-/// Tables of a FROM clause as bits of a number.
-using TableSet = std::uint64_t;
-constexpr std::size_t kMostTables = 60;
 constexpr std::int64_t kFewRows = 10'000; ///< a table of at most so many rows counts as small
 
-struct JoinedTable {
-    NamedTable name;
-    const TableInfo* info = nullptr;
-};
-
-struct Condition {
-    ExpressionPtr expression;
-    TableSet tables = 0;
-};
-
-TableSet Bit(std::size_t table) {
-    return TableSet{1} << table;
-}
-
-class SemiJoin final {
+class SemiJoin final : JoinedTables {
   public:
     SemiJoin(Select& select, const std::vector<OrderItem>& orderBy, const Catalogue& catalogue)
-        : select_(select), orderBy_(orderBy), catalogue_(catalogue) {}
+        : JoinedTables(select, orderBy, catalogue) {}
 
     bool Apply() {
         if (!HasFittingShape() || !ReadTables() || !FindGiving()) return false;
@@ -83,49 +65,6 @@ class SemiJoin final {
 
     // --- Reading, without a change to the tree. ---
 
-    bool ReadTables() {
-        return std::ranges::all_of(select_.from,
-                                   [&](const TableReferencePtr& reference) { return ReadTable(*reference); });
-    }
-
-    bool ReadTable(const TableReference& reference) {
-        if (const auto* join = std::get_if<Join>(&reference.node))
-            return join->kind == JoinKind::Inner && ReadTable(*join->left) && ReadTable(*join->right);
-        const auto* named = std::get_if<NamedTable>(&reference.node);
-        const TableInfo* info = named != nullptr ? catalogue_.find(named->name) : nullptr;
-        if (info == nullptr || tables_.size() >= kMostTables) return false;
-        tables_.push_back({*named, info});
-        return true;
-    }
-
-    /// Adds the tables that an expression reads; False when the table of a name is not known, or the expression is of a
-    /// kind that this rewrite leaves alone.
-    bool AddTables(const Expression& expression, TableSet& tables) const {
-        if (const auto* column = std::get_if<ColumnName>(&expression.node)) {
-            const std::size_t table = TableOf(*column);
-            if (table >= tables_.size()) return false;
-            tables |= Bit(table);
-            return true;
-        }
-        if (const auto* call = std::get_if<Call>(&expression.node)) {
-            const FunctionInfo* function = FindFunction(call->name);
-            if (function == nullptr || function->aggregate) return false;
-        }
-        return VisitOperands(expression, [&](const Expression& operand) { return AddTables(operand, tables); });
-    }
-
-    /// The only table that can be meant; the number of tables when there is none or more than one.
-    [[nodiscard]] std::size_t TableOf(const ColumnName& column) const {
-        std::size_t found = tables_.size();
-        for (std::size_t table = 0; table < tables_.size(); ++table) {
-            const bool named = column.table.empty() || SameName(column.table, tables_[table].name.alias);
-            if (!named || tables_[table].info->column(column.name) == nullptr) continue;
-            if (found != tables_.size()) return tables_.size();
-            found = table;
-        }
-        return found;
-    }
-
     bool FindGiving() {
         for (const SelectItem& item : select_.items) {
             if (item.expression) {
@@ -153,54 +92,7 @@ class SemiJoin final {
         return std::has_single_bit(giving_) && (read & ~giving_) == 0;
     }
 
-    [[nodiscard]] bool IsAlias(const Expression& expression) const {
-        const auto* column = std::get_if<ColumnName>(&expression.node);
-        return column != nullptr && column->table.empty() &&
-               std::ranges::any_of(select_.items,
-                                   [&](const SelectItem& item) { return SameName(item.alias, column->name); });
-    }
-
-    [[nodiscard]] bool AllConditionsArePlaced() const {
-        TableSet ignored = 0;
-        return (!select_.where || AddTables(*select_.where, ignored)) &&
-               std::ranges::all_of(select_.from,
-                                   [&](const TableReferencePtr& reference) { return ConditionsArePlaced(*reference); });
-    }
-
-    [[nodiscard]] bool ConditionsArePlaced(const TableReference& reference) const {
-        const auto* join = std::get_if<Join>(&reference.node);
-        if (join == nullptr) return true;
-        TableSet ignored = 0;
-        return (!join->on || AddTables(*join->on, ignored)) && ConditionsArePlaced(*join->left) &&
-               ConditionsArePlaced(*join->right);
-    }
-
     // --- Rewriting. ---
-
-    void TakeConditions() {
-        if (select_.where) TakeCondition(std::move(select_.where));
-        for (const TableReferencePtr& reference : select_.from)
-            TakeFrom(*reference);
-    }
-
-    void TakeFrom(TableReference& reference) {
-        auto* join = std::get_if<Join>(&reference.node);
-        if (join == nullptr) return;
-        if (join->on) TakeCondition(std::move(join->on));
-        TakeFrom(*join->left);
-        TakeFrom(*join->right);
-    }
-
-    void TakeCondition(ExpressionPtr expression) {
-        std::vector<ExpressionPtr> parts;
-        TakeApart(std::move(expression), parts);
-        for (ExpressionPtr& part : parts) {
-            Condition condition;
-            (void)AddTables(*part, condition.tables);
-            condition.expression = std::move(part);
-            conditions_.push_back(std::move(condition));
-        }
-    }
 
     void Rewrite(TableSet testing) {
         const std::vector<TableSet> groups = GroupsOf(testing);
@@ -235,32 +127,6 @@ class SemiJoin final {
             groups.push_back(merged);
         }
         return groups;
-    }
-
-    [[nodiscard]] std::vector<TableReferencePtr> References(TableSet set) const {
-        std::vector<TableReferencePtr> references;
-        for (std::size_t table = 0; table < tables_.size(); ++table) {
-            if ((set & Bit(table)) == 0) continue;
-            auto reference = std::make_unique<TableReference>();
-            reference->at = select_.at;
-            reference->node = tables_[table].name;
-            references.push_back(std::move(reference));
-        }
-        return references;
-    }
-
-    [[nodiscard]] QueryPtr QueryOf(TableSet set, ExpressionPtr item, ExpressionPtr where) const {
-        Select select;
-        select.at = select_.at;
-        SelectItem output;
-        output.at = select_.at;
-        output.expression = std::move(item);
-        select.items.push_back(std::move(output));
-        select.from = References(set);
-        select.where = std::move(where);
-        auto query = std::make_unique<Query>();
-        query->arms.push_back(std::move(select));
-        return query;
     }
 
     [[nodiscard]] ExpressionPtr TestFor(TableSet group, std::vector<ExpressionPtr> conditions) const {
@@ -323,22 +189,6 @@ class SemiJoin final {
             InQuery{false, std::move(changed), QueryOf(group, std::move(tested), AllOf(select_.at, std::move(where)))});
     }
 
-    [[nodiscard]] std::int64_t RowsOf(TableSet one) const {
-        return catalogue_.rowsOnRecord(*tables_[static_cast<std::size_t>(std::countr_zero(one))].info);
-    }
-
-    [[nodiscard]] bool IsNumberColumn(const Expression& expression) const {
-        const auto* column = std::get_if<ColumnName>(&expression.node);
-        if (column == nullptr) return false;
-        const ColumnInfo* info = tables_[TableOf(*column)].info->column(column->name);
-        return KindOfColumn(info->name, info->type) == CompareKind::Number;
-    }
-
-    Select& select_;
-    const std::vector<OrderItem>& orderBy_;
-    const Catalogue& catalogue_;
-    std::vector<JoinedTable> tables_;
-    std::vector<Condition> conditions_;
     TableSet giving_ = 0; ///< tables of which a column is in the output or the order
 };
 

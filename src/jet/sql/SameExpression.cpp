@@ -40,6 +40,9 @@ template <class Same, class SameFields> class NodeComparison {
         return SameName(a.name, b.name) && a.star == b.star && a.distinct == b.distinct &&
                all(a.arguments, b.arguments);
     }
+    bool operator()(const ScannedAggregate& a, const ScannedAggregate& b) const {
+        return a.figure == b.figure && a.function == b.function && SameName(a.table, b.table);
+    }
     bool operator()(const InQuery& a, const InQuery& b) const {
         return tested(a, b) && all(a.further, b.further) && SameQuery(*a.query, *b.query);
     }
@@ -93,6 +96,7 @@ bool SpeltTable(const TableReferencePtr& a, const TableReferencePtr& b) {
         const auto& other = std::get<DerivedTable>(b->node);
         return SameName(derived->alias, other.alias) && SpeltQuery(*derived->query, *other.query);
     }
+    if (std::holds_alternative<ScanTable>(a->node)) return false; // none stands in an inner query
     const auto& join = std::get<Join>(a->node);
     const auto& other = std::get<Join>(b->node);
     return join.kind == other.kind && SpeltTable(join.left, other.left) && SpeltTable(join.right, other.right) &&

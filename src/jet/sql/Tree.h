@@ -1,5 +1,6 @@
 #pragma once
 
+#include "jet/columns/ScanPlan.h"
 #include "jet/sql/Lexer.h"
 #include "jet/values/Catalogue.h"
 
@@ -115,10 +116,19 @@ struct Call {
     std::vector<ExpressionPtr> arguments;
 };
 
+/// An aggregate whose figures for parts of a group a ScanTable has computed; only rewrites make it.
+struct ScannedAggregate {
+    std::string table; ///< alias of the ScanTable
+    std::size_t figure = 0;
+    std::string function; ///< of the dialect, in lower case
+    CompareKind kind = CompareKind::Number;
+    ColumnType type = ColumnType::Long;
+};
+
 struct Expression {
     using Node = std::variant<NullLiteral, NumberLiteral, TextLiteral, DateLiteral, BooleanLiteral, ColumnName,
                               Arithmetic, Negation, Comparison, Logical, Not, Between, Like, IsNull, InList, InQuery,
-                              Exists, Quantified, ScalarQuery, Call>;
+                              Exists, Quantified, ScalarQuery, Call, ScannedAggregate>;
     Position at;
     Node node;
 };
@@ -136,6 +146,14 @@ struct DerivedTable {
     QueryPtr query;
     std::string alias;
 };
+/// A large table read from its column image: one row for each combination of the fields that tell groups apart, with
+/// the figures of its rows. Only rewrites make it.
+struct ScanTable {
+    std::string alias;
+    std::vector<ColumnInfo> fields; ///< by which groups are told apart: the plan's codes
+    ScanPlan plan;                  ///< without the texts of its keys
+    std::vector<QueryPtr> keys;     ///< the queries of the plan's keys
+};
 enum class JoinKind { Inner, Left, Right };
 struct Join {
     JoinKind kind = JoinKind::Inner;
@@ -145,7 +163,7 @@ struct Join {
 };
 struct TableReference {
     Position at;
-    std::variant<NamedTable, DerivedTable, Join> node;
+    std::variant<NamedTable, DerivedTable, Join, ScanTable> node;
 };
 
 struct SelectItem {

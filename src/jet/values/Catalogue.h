@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,8 @@ struct TableInfo {
     [[nodiscard]] const ColumnInfo* column(std::string_view columnName) const;
 };
 
+class ColumnImage;
+
 /// The tables and links by name, as name resolution needs them. LiveCatalogue reads them from the open file; tests
 /// hand in a fixed list.
 class Catalogue {
@@ -56,6 +59,8 @@ class Catalogue {
     /// The number of rows by the planner statistics (sqlite_stat1) of the table, which may be old; 0 without
     /// statistics.
     [[nodiscard]] virtual std::int64_t rowsOnRecord(const TableInfo& /*table*/) const { return 0; }
+    /// The column image of a large table; nullptr when there is none. To ask may have it made, for the next time.
+    [[nodiscard]] virtual std::shared_ptr<const ColumnImage> image(const TableInfo& /*table*/) const { return nullptr; }
 };
 
 /// The kind that goes with a column: by its type, and by its name for Datavalue and the identifiers.

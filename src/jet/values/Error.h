@@ -20,10 +20,12 @@ enum class ErrorNumber : unsigned {
     WrongPassword = 0x80040E4D,
     NotADatabase = 0x80004005, ///< the file is missing, damaged or of another kind
     ReadOnly = 0x80040E09,
-    Busy = 0x80040E23,        ///< another connection holds the file
-    TooLarge = 0x8007000E,    ///< a value, a result or a statement that takes more memory than is given to one
-    NoRows = 0x80040E01,      ///< a result was asked of a statement that gives none
-    EngineError = 0x80040E00, ///< anything else the engine reports
+    Busy = 0x80040E23,         ///< another connection holds the file
+    TooLarge = 0x8007000E,     ///< a value, a result or a statement that takes more memory than is given to one
+    NoRows = 0x80040E01,       ///< a result was asked of a statement that gives none
+    ColumnsUnfit = 0x80040E7F, ///< a column image can't serve the statement, which then runs the plain way; no caller
+                               ///< sees this number
+    EngineError = 0x80040E00,  ///< anything else the engine reports
 };
 
 /// A failed statement or opening. what() is a full sentence in English.

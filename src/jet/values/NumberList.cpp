@@ -33,8 +33,13 @@ std::vector<std::int64_t> NumbersOf(std::string_view text) {
     return numbers;
 }
 
-void FreeList(void* list) {
-    delete static_cast<std::shared_ptr<const NumberList>*>(list);
+template <class Held> void Free(void* held) {
+    delete static_cast<std::shared_ptr<const Held>*>(held);
+}
+
+template <class Held>
+void BindPointer(sqlite3_stmt* statement, int position, const std::shared_ptr<const Held>& held, const char* type) {
+    sqlite3_bind_pointer(statement, position, new std::shared_ptr<const Held>(held), type, Free<Held>);
 }
 
 } // namespace
@@ -90,8 +95,9 @@ void BindLists(sqlite3_stmt* statement, const std::vector<ListParameter>& lists)
     for (std::size_t i = 0; i < std::min(parameters, lists.size()); ++i) {
         const int position = static_cast<int>(i) + 1;
         if (lists[i].numbers != nullptr) {
-            auto* const held = new std::shared_ptr<const NumberList>(lists[i].numbers);
-            sqlite3_bind_pointer(statement, position, held, kNumberListType, FreeList);
+            BindPointer(statement, position, lists[i].numbers, kNumberListType);
+        } else if (lists[i].scan != nullptr) {
+            BindPointer(statement, position, lists[i].scan, kScanPlanType);
         } else {
             sqlite3_bind_text64(statement, position, lists[i].json.data(), lists[i].json.size(), SQLITE_TRANSIENT,
                                 SQLITE_UTF8);

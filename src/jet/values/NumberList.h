@@ -11,6 +11,8 @@ struct sqlite3_stmt;
 
 namespace jet {
 
+struct ScanPlan;
+
 /// The whole numbers of a long IN (…) list. A statement may have millions of them; with all in its text SQLite would
 /// take seconds to compile it. So the list is handed over as a parameter, and a function searches it for each row.
 class NumberList final {
@@ -38,6 +40,7 @@ class NumberList final {
 struct ListParameter {
     std::shared_ptr<const NumberList> numbers; ///< for jet_listed(x, ?1)
     std::string json;                          ///< for json_each(?1), when there are no numbers
+    std::shared_ptr<const ScanPlan> scan = {}; ///< for jet_scan(?1), when there is neither
 };
 
 /// Binds the lists to the parameters of the statement.
@@ -45,5 +48,6 @@ void BindLists(sqlite3_stmt* statement, const std::vector<ListParameter>& lists)
 
 /// The type name by which SQLite lets the function read the pointer that was bound to the parameter.
 inline constexpr const char* kNumberListType = "jet_number_list";
+inline constexpr const char* kScanPlanType = "jet_scan_plan";
 
 } // namespace jet

@@ -1,0 +1,188 @@
+#include "jet/columns/ColumnImage.h"
+
+#include "jet/columns/ImageFormat.h"
+#include "jet/values/Catalogue.h"
+#include "jet/values/Error.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+#include <fcntl.h>
+#include <limits>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace jet {
+
+namespace {
+
+[[noreturn]] void Refuse(const std::string& why) {
+    throw Error(ErrorNumber::NotADatabase, "The column image " + why + ".");
+}
+
+std::int64_t TimeOf(const struct stat& found) {
+    return static_cast<std::int64_t>(found.st_mtim.tv_sec) * 1'000'000'000 + found.st_mtim.tv_nsec;
+}
+
+/// Hands out the sections of a mapped file, each within its bounds.
+class Sections {
+  public:
+    Sections(const unsigned char* start, std::size_t bytes) : start_(start), bytes_(bytes) {}
+
+    /// The elements of a section, of which there must be `count`.
+    template <class Element> std::span<const Element> exactly(const image::Section& section, std::size_t count) const {
+        const auto found = all<Element>(section);
+        if (found.size() != count) Refuse("has a column of another length");
+        return found;
+    }
+    template <class Element> std::span<const Element> all(const image::Section& section) const {
+        if (section.bytes == 0) return {};
+        const bool fits = section.start <= bytes_ && section.bytes <= bytes_ - section.start;
+        if (!fits || section.start % image::kAlignment != 0 || section.bytes % sizeof(Element) != 0)
+            Refuse("has a section beyond its end");
+        return {reinterpret_cast<const Element*>(start_ + section.start), section.bytes / sizeof(Element)};
+    }
+
+  private:
+    const unsigned char* start_;
+    std::size_t bytes_;
+};
+
+template <class Code> std::size_t GreatestCode(const unsigned char* codes, std::size_t rows) {
+    Code greatest = 0;
+    for (std::size_t row = 0; row < rows; ++row) {
+        Code code = 0;
+        std::memcpy(&code, codes + row * sizeof(Code), sizeof(Code));
+        greatest = std::max(greatest, code);
+    }
+    return greatest;
+}
+
+void ReadCoded(ImageColumn& column, const image::Entry& entry, const Sections& sections, std::size_t rows) {
+    column.numbers = sections.all<std::int64_t>(entry.numbers);
+    column.counts = sections.exactly<std::uint32_t>(entry.counts, column.numbers.size());
+    if (column.width != 1 && column.width != 2 && column.width != 4) Refuse("has codes of an unknown width");
+    column.codes = sections.exactly<unsigned char>(entry.codes, rows * column.width).data();
+    const std::size_t greatest = column.width == 1   ? GreatestCode<std::uint8_t>(column.codes, rows)
+                                 : column.width == 2 ? GreatestCode<std::uint16_t>(column.codes, rows)
+                                                     : GreatestCode<std::uint32_t>(column.codes, rows);
+    if (greatest >= column.numbers.size()) Refuse("has a code without a number");
+}
+
+void ReadValues(ImageColumn& column, const image::Entry& entry, const Sections& sections, std::size_t rows) {
+    constexpr auto kFixed = static_cast<std::uint8_t>(ValueKind::FixedPoint);
+    column.values = sections.exactly<double>(entry.values, rows);
+    column.kinds = sections.exactly<std::uint8_t>(entry.kinds, rows);
+    column.textRows = sections.all<std::uint32_t>(entry.textRows);
+    column.textEnds = sections.exactly<std::uint64_t>(entry.textEnds, column.textRows.size());
+    column.textBytes = sections.all<char>(entry.textBytes);
+    std::size_t next = 0;
+    for (std::size_t row = 0; row < rows; ++row) {
+        const std::uint8_t kind = column.kinds[row];
+        if (kind == static_cast<std::uint8_t>(ValueKind::Null) || kind >= kFixed) continue;
+        const bool known = kind <= static_cast<std::uint8_t>(ValueKind::OtherForm);
+        if (!known || next >= column.textRows.size() || column.textRows[next++] != row) Refuse("misses a text");
+    }
+    const bool ordered = std::ranges::is_sorted(column.textEnds);
+    if (!ordered || (!column.textEnds.empty() && column.textEnds.back() > column.textBytes.size()))
+        Refuse("has a text beyond its end");
+}
+
+} // namespace
+
+std::uint64_t ImageSubject::stamp() const {
+    const std::string both = file + '\n' + table;
+    return image::SumOf(reinterpret_cast<const unsigned char*>(both.data()), both.size());
+}
+
+std::shared_ptr<const ColumnImage> ColumnImage::Open(const std::string& path, const ImageSubject& subject) {
+    std::shared_ptr<ColumnImage> made(new ColumnImage);
+    made->path_ = path;
+    made->Map();
+    made->CheckHead(subject);
+    made->ReadColumns();
+    return made;
+}
+
+ColumnImage::~ColumnImage() {
+    if (start_ != nullptr) ::munmap(const_cast<unsigned char*>(start_), bytes_);
+    if (file_ >= 0) ::close(file_);
+}
+
+void ColumnImage::Map() {
+    file_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    struct stat found {};
+    if (file_ < 0 || ::fstat(file_, &found) != 0) Refuse("can't be opened");
+    if (!S_ISREG(found.st_mode) || static_cast<std::size_t>(found.st_size) < sizeof(image::Head)) Refuse("is cut");
+    bytes_ = static_cast<std::size_t>(found.st_size);
+    written_ = TimeOf(found);
+    void* const mapped = ::mmap(nullptr, bytes_, PROT_READ, MAP_SHARED, file_, 0);
+    if (mapped == MAP_FAILED) Refuse("can't be mapped");
+    start_ = static_cast<const unsigned char*>(mapped);
+}
+
+void ColumnImage::CheckHead(const ImageSubject& subject) {
+    image::Head head;
+    std::memcpy(static_cast<void*>(&head), start_, sizeof(head));
+    if (head.magic != image::kMagic) Refuse("is of another kind");
+    if (head.bytes != bytes_) Refuse("is cut");
+    if (head.subject != subject.stamp()) Refuse("is of another table");
+    if (head.rows > std::numeric_limits<std::uint32_t>::max() || head.columns > image::kMostColumns ||
+        bytes_ < sizeof(head) + head.columns * sizeof(image::Entry))
+        Refuse("is damaged");
+    if (image::SumOfFile(start_, bytes_) != head.sum) Refuse("is damaged");
+    mark_ = head.mark;
+    rows_ = head.rows;
+    columns_.resize(head.columns);
+}
+
+void ColumnImage::ReadColumns() {
+    const Sections sections(start_, bytes_);
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        image::Entry entry;
+        std::memcpy(static_cast<void*>(&entry), start_ + sizeof(image::Head) + i * sizeof(entry), sizeof(entry));
+        ImageColumn& column = columns_[i];
+        column.name.assign(entry.name.data(), ::strnlen(entry.name.data(), entry.name.size()));
+        column.form = static_cast<ColumnForm>(entry.form);
+        column.width = entry.width;
+        column.hasNull = entry.hasNull != 0;
+        column.first = entry.first;
+        if (column.form == ColumnForm::Coded) ReadCoded(column, entry, sections, rows_);
+        if (column.form == ColumnForm::Plain) column.plain = sections.exactly<std::int64_t>(entry.plain, rows_);
+        if (column.form == ColumnForm::Values) ReadValues(column, entry, sections, rows_);
+        if (column.form > ColumnForm::Values) Refuse("is damaged");
+    }
+}
+
+int ColumnImage::find(std::string_view name) const {
+    const auto found =
+        std::ranges::find_if(columns_, [&](const ImageColumn& column) { return SameName(column.name, name); });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+bool ColumnImage::isIntact() const {
+    struct stat found {};
+    return ::fstat(file_, &found) == 0 && static_cast<std::size_t>(found.st_size) == bytes_ &&
+           TimeOf(found) == written_;
+}
+
+std::string_view ColumnImage::TextOf(const ImageColumn& column, std::size_t row, std::string& room) const {
+    constexpr auto kFixed = static_cast<std::uint8_t>(ValueKind::FixedPoint);
+    const std::uint8_t kind = column.kinds[row];
+    if (kind >= kFixed) {
+        constexpr std::size_t kLongest = 64;
+        room.resize(kLongest);
+        const auto written = std::to_chars(room.data(), room.data() + room.size(), column.values[row],
+                                           std::chars_format::fixed, kind - kFixed);
+        return {room.data(), static_cast<std::size_t>(written.ptr - room.data())};
+    }
+    const auto found = std::ranges::lower_bound(column.textRows, static_cast<std::uint32_t>(row));
+    if (found == column.textRows.end() || *found != row) return {};
+    const auto place = static_cast<std::size_t>(found - column.textRows.begin());
+    const std::uint64_t start = place == 0 ? 0 : column.textEnds[place - 1];
+    return {column.textBytes.data() + start, static_cast<std::size_t>(column.textEnds[place] - start)};
+}
+
+} // namespace jet

@@ -1,0 +1,165 @@
+#include "jet/columns/ImageWriter.h"
+
+#include "jet/columns/ImageFormat.h"
+#include "jet/values/Error.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <limits>
+#include <sqlite3.h>
+#include <sys/file.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace jet {
+
+namespace {
+
+[[noreturn]] void FailWriting(const std::string& path) {
+    throw Error(ErrorNumber::ReadOnly, "'" + path + "' can't be written: " + std::strerror(errno) + ".");
+}
+
+[[noreturn]] void FailUnfit(const std::string& field) {
+    throw Error(ErrorNumber::TypeMismatch, "The field '" + field + "' holds values of another type.");
+}
+
+/// A file that is written from front to back, and is gone again unless it is kept. It is locked as long as it is being
+/// written, so that another process can tell it from one that was left behind.
+class NewFile {
+  public:
+    explicit NewFile(const std::string& path) : path_(path) {
+        file_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
+        if (file_ < 0) FailWriting(path);
+        ::flock(file_, LOCK_EX | LOCK_NB);
+    }
+    ~NewFile() {
+        ::close(file_);
+        if (!kept_) std::remove(path_.c_str());
+    }
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    void Put(const void* bytes, std::size_t count) {
+        const auto* next = static_cast<const char*>(bytes);
+        at_ += count;
+        while (count > 0) {
+            const ssize_t done = ::write(file_, next, count);
+            if (done < 0 && errno == EINTR) continue;
+            if (done <= 0) FailWriting(path_);
+            next += done;
+            count -= static_cast<std::size_t>(done);
+        }
+    }
+    template <class Element> image::Section PutSection(const std::vector<Element>& elements) {
+        static constexpr std::array<char, image::kAlignment> kZeros{};
+        if (elements.empty()) return {};
+        Put(kZeros.data(), (image::kAlignment - at_ % image::kAlignment) % image::kAlignment);
+        const image::Section section{at_, elements.size() * sizeof(Element)};
+        Put(elements.data(), section.bytes);
+        return section;
+    }
+    void PutHead(image::Head head, const std::vector<image::Entry>& entries) {
+        head.bytes = at_;
+        Overwrite(entries.data(), entries.size() * sizeof(image::Entry), sizeof(head));
+        Overwrite(&head, sizeof(head), 0);
+        void* const mapped = ::mmap(nullptr, at_, PROT_READ, MAP_SHARED, file_, 0);
+        if (mapped == MAP_FAILED) FailWriting(path_);
+        head.sum = image::SumOfFile(static_cast<const unsigned char*>(mapped), at_);
+        ::munmap(mapped, at_);
+        Overwrite(&head, sizeof(head), 0);
+    }
+    void Keep() { kept_ = true; }
+
+  private:
+    void Overwrite(const void* bytes, std::size_t count, std::size_t at) {
+        if (::pwrite(file_, bytes, count, static_cast<off_t>(at)) != static_cast<ssize_t>(count)) FailWriting(path_);
+    }
+
+    std::string path_;
+    int file_ = -1;
+    std::size_t at_ = 0;
+    bool kept_ = false;
+};
+
+image::Entry EntryOf(const std::string& name, ColumnForm form) {
+    image::Entry entry;
+    std::copy_n(name.data(), std::min(name.size(), entry.name.size()), entry.name.data());
+    entry.form = static_cast<std::uint8_t>(form);
+    return entry;
+}
+
+image::Entry PutNumbers(NewFile& file, const std::string& name, const NumberColumn& column) {
+    image::Entry entry = EntryOf(name, column.form());
+    entry.width = column.width();
+    entry.hasNull = column.hasNull() ? 1 : 0;
+    entry.first = column.first();
+    if (column.form() == ColumnForm::Coded) {
+        entry.numbers = file.PutSection(column.numbers());
+        entry.counts = file.PutSection(column.counts());
+        entry.codes = file.PutSection(column.codes());
+    }
+    if (column.form() == ColumnForm::Plain) entry.plain = file.PutSection(column.plain());
+    return entry;
+}
+
+image::Entry PutValues(NewFile& file, const std::string& name, const ValueColumn& column) {
+    image::Entry entry = EntryOf(name, ColumnForm::Values);
+    entry.values = file.PutSection(column.values());
+    entry.kinds = file.PutSection(column.kinds());
+    entry.textRows = file.PutSection(column.textRows());
+    entry.textEnds = file.PutSection(column.textEnds());
+    entry.textBytes = file.PutSection(column.textBytes());
+    return entry;
+}
+
+} // namespace
+
+ImageWriter::ImageWriter(const std::vector<ImageField>& fields) {
+    for (const ImageField& field : fields)
+        columns_.push_back({field, {}, {}});
+}
+
+void ImageWriter::AddRow(sqlite3_stmt* row, int from) {
+    if (rows_ == std::numeric_limits<std::uint32_t>::max()) throw Error(ErrorNumber::TooLarge, "Too many rows.");
+    for (Column& column : columns_) {
+        const int type = sqlite3_column_type(row, from);
+        const bool null = type == SQLITE_NULL;
+        if (!null && type != (column.field.isValue ? SQLITE_TEXT : SQLITE_INTEGER)) FailUnfit(column.field.name);
+        if (!column.field.isValue) {
+            column.numbers.Add(null ? std::nullopt : std::optional(sqlite3_column_int64(row, from)));
+        } else if (null) {
+            column.values.Add(std::nullopt);
+        } else {
+            const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row, from));
+            column.values.Add(std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(row, from))));
+        }
+        ++from;
+    }
+    ++rows_;
+}
+
+void ImageWriter::Write(const std::string& path, const ImageSubject& subject, const FileMark& mark) {
+    NewFile file(path);
+    std::vector<image::Entry> entries(columns_.size());
+    const std::vector<unsigned char> room(sizeof(image::Head) + entries.size() * sizeof(image::Entry));
+    file.Put(room.data(), room.size());
+    entries.clear();
+    for (Column& column : columns_) {
+        column.numbers.Finish();
+        if (column.field.isValue)
+            entries.push_back(PutValues(file, column.field.name, column.values));
+        else if (column.numbers.fits())
+            entries.push_back(PutNumbers(file, column.field.name, column.numbers));
+    }
+    image::Head head;
+    head.subject = subject.stamp();
+    head.mark = mark;
+    head.rows = rows_;
+    head.columns = entries.size();
+    file.PutHead(head, entries);
+    file.Keep();
+}
+
+} // namespace jet

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "jet/values/Catalogue.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What a statement wants computed from a column image.
+namespace jet {
+
+class ColumnImage;
+class NumberList;
+
+/// The rows pass whose number in a column occurs among the keys, which a query of a small table gives.
+struct ScanKeys {
+    std::size_t column = 0;            ///< of the image
+    std::string sql;                   ///< gives the keys, and the text or number to rank by when there is one
+    bool single = false;               ///< the outcome would be another if a key came twice
+    std::optional<CompareKind> ranked; ///< how the second column compares
+
+    bool operator==(const ScanKeys&) const = default;
+};
+
+enum class ScanOperator { Equal, NotEqual, Less, LessOrEqual, Greater, GreaterOrEqual };
+
+/// Rows whose value compares so with a number: a text that is no number is greater than all numbers, and Null passes
+/// never.
+struct ScanValueTest {
+    ScanOperator op = ScanOperator::Equal;
+    double number = 0;
+
+    bool operator==(const ScanValueTest&) const = default;
+};
+
+/// Rows whose number in a column is listed, or isn't; Null passes never.
+struct ScanListTest {
+    std::size_t column = 0;
+    bool negated = false;
+    std::string numbers; ///< the list as written
+
+    bool operator==(const ScanListTest&) const = default;
+};
+
+enum class ScanFigureKind {
+    Rows,        ///< how many rows
+    Values,      ///< how many have a value
+    Least,       ///< the text of the least value
+    Greatest,    ///< and of the greatest
+    Sum,         ///< a state for jet_scansum and jet_scanavg
+    Spread,      ///< a state for jet_scanstdev and its like
+    LeastRanked, ///< what is least, or greatest, of the second column of keys among the rows
+    GreatestRanked,
+};
+
+struct ScanFigure {
+    ScanFigureKind kind = ScanFigureKind::Rows;
+    std::size_t keys = 0; ///< of a ranked one: place among the plan's keys
+
+    bool operator==(const ScanFigure&) const = default;
+};
+
+struct ScanPlan {
+    std::weak_ptr<const ColumnImage> image;
+    std::string schemaName;          ///< under which the database of the image is attached
+    std::size_t value = 0;           ///< the column of values
+    std::vector<std::size_t> codes;  ///< columns that tell groups apart
+    std::vector<ScanFigure> figures; ///< of each group
+    std::vector<ScanKeys> keys;
+    std::vector<ScanValueTest> values;
+    std::vector<ScanListTest> lists;
+
+    /// True for plans that give the same groups, of the same image.
+    [[nodiscard]] bool sameAs(const ScanPlan& other) const {
+        return !image.owner_before(other.image) && !other.image.owner_before(image) && schemaName == other.schemaName &&
+               value == other.value && codes == other.codes && figures == other.figures && keys == other.keys &&
+               values == other.values && lists == other.lists;
+    }
+};
+
+/// Columns of the table that SQLite reads the groups from: g0 …, a0 …
+inline constexpr std::size_t kMostScanCodes = 8;
+inline constexpr std::size_t kMostScanFigures = 16;
+
+} // namespace jet

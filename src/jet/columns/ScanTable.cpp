@@ -1,0 +1,292 @@
+#include "jet/columns/ScanTable.h"
+
+#include "jet/columns/ScanFunctions.h"
+#include "jet/columns/ScanKeysReader.h"
+#include "jet/functions/FunctionSupport.h"
+#include "jet/values/Error.h"
+#include "jet/values/NumberList.h"
+
+#include <algorithm>
+#include <new>
+#include <span>
+#include <sqlite3.h>
+#include <utility>
+
+namespace jet {
+
+namespace {
+
+constexpr int kFirstFigure = static_cast<int>(kMostScanCodes);
+constexpr int kPlanColumn = kFirstFigure + static_cast<int>(kMostScanFigures);
+
+using Groups = std::shared_ptr<const ScanGroups>;
+using Plan = std::shared_ptr<const ScanPlan>;
+
+/// What the last scans of a connection gave: the three levels of the statistics are three queries of one statement over
+/// the same groups. It is good as long as plan and keys are the same, since an image never changes.
+class LastScans {
+  public:
+    Groups find(const Plan& plan, const std::vector<PassingCodes>& keys) const {
+        for (const Held& each : held_)
+            if (each.plan == plan && each.keys == keys) return each.groups;
+        return nullptr;
+    }
+    void Keep(Plan plan, std::vector<PassingCodes> keys, Groups groups) {
+        constexpr std::size_t kMostHeld = 2;
+        constexpr std::size_t kMostPlaces = 50'000;
+        held_.erase(held_.begin(), held_.size() < kMostHeld ? held_.begin() : held_.begin() + 1);
+        if (groups->rows.size() <= kMostPlaces) held_.push_back({std::move(plan), std::move(keys), std::move(groups)});
+    }
+
+  private:
+    struct Held {
+        Plan plan;
+        std::vector<PassingCodes> keys;
+        Groups groups;
+    };
+    std::vector<Held> held_;
+};
+
+struct Module {
+    sqlite3* database = nullptr;
+    LastScans last;
+};
+
+struct Table : sqlite3_vtab {
+    Module* module = nullptr;
+};
+
+struct Cursor : sqlite3_vtab_cursor {
+    Plan plan;
+    std::shared_ptr<const ColumnImage> image;
+    std::vector<PassingCodes> keys;
+    Groups groups;
+    std::size_t at = 0; ///< place among those that are filled
+    bool checked = false;
+};
+
+int Fail(sqlite3_vtab* table, const Error& error) {
+    sqlite3_free(table->zErrMsg);
+    table->zErrMsg = sqlite3_mprintf("%s", MessageOf(error).c_str());
+    return SQLITE_ERROR;
+}
+
+// --- The scan ---
+
+/// Only in the beginning: what has been given to the statement stays right, whatever others write meanwhile.
+void CheckImage(Cursor& cursor, sqlite3* database) {
+    cursor.image = cursor.plan->image.lock();
+    if (cursor.image == nullptr) throw Error(ErrorNumber::ColumnsUnfit, "The column image is gone.");
+    if (cursor.checked) return;
+    const auto mark = FileMark::Of(database, cursor.plan->schemaName);
+    if (!mark || *mark != cursor.image->mark() || !cursor.image->isIntact())
+        throw Error(ErrorNumber::ColumnsUnfit, std::string(kStaleImage));
+    cursor.checked = true;
+}
+
+/// A few rows are found sooner through an index.
+void RefuseFewRows(const Cursor& cursor) {
+    constexpr std::uint64_t kManyTimes = 200;
+    for (std::size_t i = 0; i < cursor.keys.size(); ++i) {
+        const ImageColumn& column = cursor.image->columns()[cursor.plan->keys[i].column];
+        if (RowsOf(column, cursor.keys[i]) < cursor.image->rows() / kManyTimes)
+            throw Error(ErrorNumber::ColumnsUnfit, "Few rows are selected.");
+    }
+}
+
+void Scan(Cursor& cursor, Module& module) {
+    CheckImage(cursor, module.database);
+    cursor.keys.clear();
+    for (const ScanKeys& each : cursor.plan->keys)
+        cursor.keys.push_back(ReadKeys(module.database, cursor.image->columns()[each.column], each));
+    RefuseFewRows(cursor);
+    cursor.at = 0;
+    cursor.groups = module.last.find(cursor.plan, cursor.keys);
+    if (cursor.groups != nullptr) return;
+    cursor.groups = ScanRows(*cursor.image, *cursor.plan, cursor.keys);
+    module.last.Keep(cursor.plan, cursor.keys, cursor.groups);
+}
+
+// --- What a group gives ---
+
+void GiveText(sqlite3_context* context, const Cursor& cursor, std::uint32_t row) {
+    if (row == kNoRow) return;
+    std::string room;
+    const std::string_view text = cursor.image->TextOf(cursor.image->columns()[cursor.plan->value], row, room);
+    sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+/// The text that is no number in place of the state, for the error that it is.
+template <class State>
+void GiveState(sqlite3_context* context, const Cursor& cursor, std::uint32_t place, const State& state) {
+    const std::uint32_t unreadable = cursor.groups->unreadable[place];
+    if (unreadable != kNoRow) return GiveText(context, cursor, unreadable);
+    if (state.count > 0) sqlite3_result_blob(context, &state, sizeof(state), SQLITE_TRANSIENT);
+}
+
+void GiveRanked(sqlite3_context* context, const Cursor& cursor, std::size_t figure, std::uint32_t place) {
+    const std::int32_t rank = cursor.groups->ranks[figure][place];
+    if (rank < 0) return;
+    Call(context, 0, nullptr)
+        .give(cursor.keys[cursor.plan->figures[figure].keys].ranked[static_cast<std::size_t>(rank)]);
+}
+
+void GiveFigure(sqlite3_context* context, const Cursor& cursor, std::size_t figure, std::uint32_t place) {
+    const ScanGroups& groups = *cursor.groups;
+    switch (cursor.plan->figures[figure].kind) {
+    case ScanFigureKind::Rows:
+        return sqlite3_result_int64(context, groups.rows[place]);
+    case ScanFigureKind::Values:
+        return sqlite3_result_int64(context, groups.values[place]);
+    case ScanFigureKind::Least:
+        return GiveText(context, cursor, groups.least[place]);
+    case ScanFigureKind::Greatest:
+        return GiveText(context, cursor, groups.greatest[place]);
+    case ScanFigureKind::Sum:
+        return GiveState(context, cursor, place, groups.sums[place]);
+    case ScanFigureKind::Spread:
+        return GiveState(context, cursor, place, groups.spreads[place]);
+    case ScanFigureKind::LeastRanked:
+    case ScanFigureKind::GreatestRanked:
+        return GiveRanked(context, cursor, figure, place);
+    }
+}
+
+void GiveNumber(sqlite3_context* context, const Cursor& cursor, std::size_t code, std::uint32_t place) {
+    const ImageColumn& column = cursor.image->columns()[cursor.plan->codes[code]];
+    const std::uint32_t value = cursor.groups->code(place, code);
+    if (column.hasNull && value == 0) return;
+    sqlite3_result_int64(context, column.numbers[value]);
+}
+
+// --- The table as SQLite calls it ---
+
+int Connect(sqlite3* database, void* module, int, const char* const*, sqlite3_vtab** made, char**) {
+    std::string fields;
+    for (std::size_t i = 0; i < kMostScanCodes; ++i)
+        fields += "g" + std::to_string(i) + ",";
+    for (std::size_t i = 0; i < kMostScanFigures; ++i)
+        fields += "a" + std::to_string(i) + ",";
+    const int code = sqlite3_declare_vtab(database, ("CREATE TABLE x(" + fields + "plan HIDDEN)").c_str());
+    if (code != SQLITE_OK) return code;
+    sqlite3_vtab_config(database, SQLITE_VTAB_DIRECTONLY);
+    auto* const table = new (std::nothrow) Table{};
+    if (table == nullptr) return SQLITE_NOMEM;
+    table->module = static_cast<Module*>(module);
+    *made = table;
+    return SQLITE_OK;
+}
+
+int Disconnect(sqlite3_vtab* table) {
+    delete static_cast<Table*>(table);
+    return SQLITE_OK;
+}
+
+/// True when the order asked for is that of the groups: g0, g1 … ascending.
+bool IsOrderOfGroups(const sqlite3_index_info& info) {
+    for (int i = 0; i < info.nOrderBy; ++i)
+        if (info.aOrderBy[i].iColumn != i || i >= kFirstFigure || info.aOrderBy[i].desc != 0) return false;
+    return true;
+}
+
+// The costs keep the groups outermost in a join: each further reading would give them all again.
+int BestIndex(sqlite3_vtab*, sqlite3_index_info* info) {
+    constexpr double kCost = 1e9;
+    constexpr sqlite3_int64 kRows = 10'000;
+    for (int i = 0; i < info->nConstraint; ++i) {
+        const auto& constraint = info->aConstraint[i];
+        if (constraint.iColumn != kPlanColumn || constraint.op != SQLITE_INDEX_CONSTRAINT_EQ) continue;
+        if (constraint.usable == 0) return SQLITE_CONSTRAINT;
+        info->aConstraintUsage[i].argvIndex = 1;
+        info->aConstraintUsage[i].omit = 1;
+        info->estimatedCost = kCost;
+        info->estimatedRows = kRows;
+        info->orderByConsumed = IsOrderOfGroups(*info) ? 1 : 0;
+        return SQLITE_OK;
+    }
+    return SQLITE_CONSTRAINT;
+}
+
+int Open(sqlite3_vtab*, sqlite3_vtab_cursor** made) {
+    auto* const cursor = new (std::nothrow) Cursor{};
+    *made = cursor;
+    return cursor == nullptr ? SQLITE_NOMEM : SQLITE_OK;
+}
+
+int Close(sqlite3_vtab_cursor* cursor) {
+    delete static_cast<Cursor*>(cursor);
+    return SQLITE_OK;
+}
+
+int Filter(sqlite3_vtab_cursor* base, int, const char*, int count, sqlite3_value** values) {
+    auto& cursor = *static_cast<Cursor*>(base);
+    const auto* const plan =
+        count < 1 ? nullptr : static_cast<const Plan*>(sqlite3_value_pointer(values[0], kScanPlanType));
+    if (plan == nullptr) return SQLITE_ERROR;
+    try {
+        cursor.plan = *plan;
+        Scan(cursor, *static_cast<Table*>(cursor.pVtab)->module);
+        return SQLITE_OK;
+    } catch (const Error& error) {
+        return Fail(cursor.pVtab, error);
+    } catch (const std::bad_alloc&) {
+        return SQLITE_NOMEM;
+    }
+}
+
+int Next(sqlite3_vtab_cursor* cursor) {
+    ++static_cast<Cursor*>(cursor)->at;
+    return SQLITE_OK;
+}
+
+int AtEnd(sqlite3_vtab_cursor* base) {
+    const auto& cursor = *static_cast<Cursor*>(base);
+    return cursor.at >= cursor.groups->filled.size() ? 1 : 0;
+}
+
+int GiveColumn(sqlite3_vtab_cursor* base, sqlite3_context* context, int position) {
+    const auto& cursor = *static_cast<Cursor*>(base);
+    const std::uint32_t place = cursor.groups->filled[cursor.at];
+    const auto index = static_cast<std::size_t>(position);
+    if (index < cursor.plan->codes.size()) {
+        GiveNumber(context, cursor, index, place);
+    } else if (index >= kMostScanCodes && index - kMostScanCodes < cursor.plan->figures.size()) {
+        GiveFigure(context, cursor, index - kMostScanCodes, place);
+    }
+    return SQLITE_OK;
+}
+
+int GiveRowId(sqlite3_vtab_cursor* base, sqlite3_int64* number) {
+    const auto& cursor = *static_cast<Cursor*>(base);
+    *number = static_cast<sqlite3_int64>(cursor.at);
+    return SQLITE_OK;
+}
+
+void FreeModule(void* module) {
+    delete static_cast<Module*>(module);
+}
+
+sqlite3_module MakeModule() {
+    sqlite3_module made{};
+    made.xConnect = Connect;
+    made.xBestIndex = BestIndex;
+    made.xDisconnect = Disconnect;
+    made.xOpen = Open;
+    made.xClose = Close;
+    made.xFilter = Filter;
+    made.xNext = Next;
+    made.xEof = AtEnd;
+    made.xColumn = GiveColumn;
+    made.xRowid = GiveRowId;
+    return made;
+}
+
+} // namespace
+
+void RegisterScans(sqlite3* database) {
+    static const sqlite3_module module = MakeModule();
+    sqlite3_create_module_v2(database, "jet_scan", &module, new Module{database, {}}, FreeModule);
+    RegisterScanFunctions(database);
+}
+
+} // namespace jet

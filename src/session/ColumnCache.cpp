@@ -1,0 +1,32 @@
+#include "session/ColumnCache.h"
+
+#include "jet/engine/ColumnImages.h"
+#include "jet/engine/Connection.h"
+#include "platform/Paths.h"
+#include "session/Log.h"
+#include "session/Session.h"
+
+#include <QCoreApplication>
+
+namespace tessaro {
+
+namespace {
+
+// Called on the thread that makes the images; the log is written by the program's own.
+void NoteLater(const std::string& line) {
+    if (QCoreApplication* const program = QCoreApplication::instance())
+        QMetaObject::invokeMethod(
+            program, [line] { LogNote(QString::fromStdString(line)); }, Qt::QueuedConnection);
+}
+
+} // namespace
+
+void UseColumnCache(jet::Connection& connection) {
+    if (DataCacheFolder.isEmpty()) return;
+    jet::ColumnImages::Settings settings;
+    settings.folder = JoinPath({DataCacheFolder, QStringLiteral("Columns")}).toStdString();
+    settings.log = NoteLater;
+    connection.UseColumnImages(std::make_shared<jet::ColumnImages>(std::move(settings)));
+}
+
+} // namespace tessaro

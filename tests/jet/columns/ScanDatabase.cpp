@@ -1,0 +1,119 @@
+#include "jet/columns/ScanDatabase.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace jet::test {
+
+namespace {
+
+constexpr const char* kSelectionTables[] = {
+    "CREATE TABLE Sel (IUSNId LONG, SourceNId LONG, Indicator TEXT(60), UnitGId TEXT(60), Deleted YESNO, RowNId LONG)",
+    "CREATE TABLE SelArea (AreaNId LONG, AreaID TEXT(60), AreaName TEXT(60), AreaLevel INTEGER)",
+    "CREATE TABLE SelTime (TimePeriodNId LONG, TimePeriod TEXT(60))"};
+
+std::string Cell(const Value& value) {
+    if (value.isNull()) return "Null";
+    if (value.type() != Value::Type::Double) return value.toText();
+    std::array<char, 64> digits{};
+    std::snprintf(digits.data(), digits.size(), "%.10g", value.toDouble());
+    return digits.data();
+}
+
+} // namespace
+
+ScanDatabase::ScanDatabase(std::uint64_t seed, int rows, bool unreadable) : random_(seed) {
+    Fill(rows, unreadable);
+    OpenImages(imageFolder());
+}
+
+std::string ScanDatabase::Value(bool unreadable) {
+    constexpr const char* kOdd[] = {"1.0", " 5", "1e3", "-0", "0", "5", "5.00", "+7", "-12.5", "000", ".5", "3."};
+    const std::uint64_t kind = random_() % 100;
+    if (kind < 5) return "Null";
+    if (kind < 15) return "'" + std::string(kOdd[random_() % std::size(kOdd)]) + "'";
+    if (kind < 17 && unreadable) return random_() % 2 == 0 ? "'n/a'" : "'N/A'";
+    const auto whole = std::to_string(static_cast<int>(random_() % 200) - 50);
+    return "'" + whole + (kind < 60 ? "" : "." + std::to_string(random_() % 90 + 10)) + "'";
+}
+
+void ScanDatabase::Fill(int rows, bool unreadable) {
+    const auto below = [&](int count) { return std::to_string(random_() % static_cast<unsigned>(count) + 1); };
+    const auto data = folder_.Make("data.mdb");
+    data->Execute("CREATE TABLE Data (RowNId COUNTER PRIMARY KEY, TimePeriodNId LONG, IUSNId LONG, AreaNId LONG, "
+                  "SourceNId LONG, FootnoteNId LONG, Datavalue TEXT(60))");
+    data->Begin();
+    for (int row = 0; row < rows; ++row)
+        data->Execute("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) VALUES (" +
+                      below(9) + ", " + (random_() % 50 == 0 ? "Null" : below(8)) + ", " + below(12) + ", " + below(3) +
+                      ", 0, " + Value(unreadable) + ")");
+    data->Commit();
+    const auto working = folder_.MakeWorking("working.mdb");
+    working->CreateLink("Data", dataFile(), "secret", "Data");
+    for (const char* table : kSelectionTables)
+        working->Execute(table);
+    for (int row = 0; row < 14; ++row)
+        working->Execute("INSERT INTO Sel VALUES (" + below(9) + ", " + below(3) + ", 'Indicator " + below(4) + "', '" +
+                         (random_() % 2 == 0 ? "u" : "U") + below(2) + "', " + (random_() % 4 == 0 ? "True" : "False") +
+                         ", " + std::to_string(row) + ")");
+    for (int area = 1; area <= 11; ++area)
+        working->Execute("INSERT INTO SelArea VALUES (" + (area == 11 ? below(11) : std::to_string(area)) + ", 'A" +
+                         below(3) + "', 'Area " + std::to_string(area) + "', " + below(3) + ")");
+    for (int period = 1; period <= 8; ++period)
+        working->Execute("INSERT INTO SelTime VALUES (" + std::to_string(period) + ", '" +
+                         (period % 3 == 0 ? "1999-200" : "200") + std::to_string(9 - period) + "')");
+    if (random_() % 4 == 0) working->Execute("INSERT INTO SelTime VALUES (" + below(9) + ", '2005A')");
+    if (random_() % 4 == 0) working->Execute("INSERT INTO SelTime VALUES (9, '2005a')");
+    if (random_() % 4 == 0) working->Execute("INSERT INTO SelTime VALUES (Null, '2010')");
+}
+
+void ScanDatabase::OpenImages(const std::string& folder, std::uint64_t mostBytes) {
+    withImages_ = plain_ = nullptr;
+    images_ = nullptr;
+    ColumnImages::Settings settings;
+    settings.folder = folder;
+    settings.leastRows = 1;
+    settings.mostBytes = mostBytes;
+    settings.log = [this](const std::string& line) { log_.push_back(line); };
+    images_ = std::make_shared<ColumnImages>(std::move(settings));
+    withImages_ = Connection::Open(folder_.path("working.mdb"), "secret", Use::Working);
+    withImages_->UseColumnImages(images_);
+    plain_ = Connection::Open(folder_.path("working.mdb"), "secret", Use::Working);
+    plain_->LeaveOutStep("column-scans");
+}
+
+std::string ScanDatabase::imageFile() const {
+    std::error_code failure;
+    for (const auto& each : std::filesystem::directory_iterator(imageFolder(), failure))
+        if (each.path().extension() == ".columns") return each.path().string();
+    return {};
+}
+
+bool ScanDatabase::Scans(const std::string& sql) {
+    static_cast<void>(withImages_->Explain(sql));
+    images_->Wait();
+    const std::vector<std::string> steps = withImages_->Explain(sql).steps;
+    return std::ranges::find(steps, "column-scans") != steps.end();
+}
+
+std::vector<std::string> ScanDatabase::Outcome(Connection& connection, const std::string& sql) {
+    std::vector<std::string> rows;
+    try {
+        const bool makes = sql.find(" INTO Made ") != std::string::npos;
+        if (makes) connection.Execute(sql);
+        Recordset all = connection.OpenRecordset(makes ? "SELECT * FROM Made" : sql);
+        for (; !all.atEnd(); all.MoveNext()) {
+            std::string& row = rows.emplace_back();
+            for (std::size_t i = 0; i < all.FieldCount(); ++i)
+                row += Cell(all.Get(i)) + "|";
+        }
+        if (makes) connection.Execute("DROP TABLE Made");
+    } catch (const Error& error) {
+        return {"error " + std::to_string(static_cast<unsigned>(error.number()))};
+    }
+    std::ranges::sort(rows);
+    return rows;
+}
+
+} // namespace jet::test
