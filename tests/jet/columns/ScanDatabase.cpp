@@ -1,5 +1,7 @@
 #include "jet/columns/ScanDatabase.h"
 
+#include "jet/values/Collation.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -15,7 +17,7 @@ constexpr const char* kSelectionTables[] = {
 
 std::string Cell(const Value& value) {
     if (value.isNull()) return "Null";
-    if (value.type() != Value::Type::Double) return value.toText();
+    if (value.type() != Value::Type::Double) return LowerCased(value.toText());
     std::array<char, 64> digits{};
     std::snprintf(digits.data(), digits.size(), "%.10g", value.toDouble());
     return digits.data();

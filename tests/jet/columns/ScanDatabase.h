@@ -30,8 +30,9 @@ class ScanDatabase {
 
     /// True when the statement would be run on the image, which is made first.
     [[nodiscard]] bool Scans(const std::string& sql);
-    /// The rows of a statement in any order, numbers to ten digits, or the number of its error. A SELECT … INTO gives
-    /// the rows of the table that it makes, which is dropped again.
+    /// The rows of a statement in any order, or the number of its error; numbers to ten digits, and texts in lower
+    /// case, since which of two spellings stands for a group hangs on the order in which SQLite joins. A SELECT … INTO
+    /// gives the rows of the table that it makes, which is dropped again.
     [[nodiscard]] static std::vector<std::string> Outcome(Connection& connection, const std::string& sql);
 
     /// Opens everything anew, with the images of a folder, as a new start of the program does.
