@@ -29,4 +29,14 @@ void UseColumnCache(jet::Connection& connection) {
     connection.UseColumnImages(std::make_shared<jet::ColumnImages>(std::move(settings)));
 }
 
+// To translate a statement that wants the image is enough; nothing is run.
+void PrepareColumnCache() {
+    if (!Connection || !Connection->isOpen()) return;
+    try {
+        static_cast<void>(Connection->Explain("SELECT IUSNId, Count(*) AS Numbers FROM Data GROUP BY IUSNId"));
+    } catch (const std::exception&) {
+        return; // the statements of the view will tell what is wrong
+    }
+}
+
 } // namespace tessaro

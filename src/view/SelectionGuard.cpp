@@ -1,5 +1,6 @@
 #include "view/SelectionGuard.h"
 
+#include "session/ColumnCache.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
 #include "session/Query.h"
@@ -56,6 +57,7 @@ std::optional<int> FirstMissingStage(GuardPlace place) {
 bool MayOpenDataView() {
     const std::optional<int> missing = FirstMissingStage(GuardPlace::BeforeDataView);
     if (missing && *missing != CurrentStage) TheFrame().GoToStage(*missing);
+    if (!missing) PrepareColumnCache();
     return !missing;
 }
 

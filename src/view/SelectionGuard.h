@@ -23,7 +23,8 @@ enum class GuardPlace {
 /// swapped.
 [[nodiscard]] std::optional<int> FirstMissingStage(GuardPlace place);
 
-/// The guard of GoToDataView: shows what is missing, goes to that stage unless it is current, and gives False.
+/// The guard of GoToDataView: shows what is missing, goes to that stage unless it is current, and gives False. When
+/// nothing is missing, the column image of a large database is begun.
 [[nodiscard]] bool MayOpenDataView();
 /// The guard while the data view is open (frmData's IsSelectionComplete): the same, always going to the stage.
 [[nodiscard]] bool IsSelectionComplete();

@@ -1,17 +1,9 @@
 #include "jet/emit/Emitter.h"
+#include "jet/rewrite/ColumnScans.h"
 
 namespace jet {
 
 using namespace tree;
-
-namespace {
-
-/// A figure of the groups as the statement names it.
-std::string FigureName(std::size_t figure) {
-    return "\"jet$a" + std::to_string(figure) + "\"";
-}
-
-} // namespace
 
 void Emitter::declareScan(const ScanTable& scan, Source& source) {
     ScanPlan plan = scan.plan;
@@ -23,8 +15,11 @@ void Emitter::declareScan(const ScanTable& scan, Source& source) {
         source.columns.push_back({field.name, field.type, KindOfColumn(field.name, field.type)});
         fields += ", g" + std::to_string(i) + " AS " + QuotedName(field.name);
     }
-    for (std::size_t i = 0; i < plan.figures.size(); ++i)
-        fields += ", a" + std::to_string(i) + " AS " + FigureName(i);
+    for (std::size_t i = 0; i < plan.figures.size(); ++i) {
+        if (plan.figures[i].kind == ScanFigureKind::Rows)
+            source.columns.push_back({ScanFigureName(i), ColumnType::Long, CompareKind::Number});
+        fields += ", a" + std::to_string(i) + " AS " + QuotedName(ScanFigureName(i));
+    }
     source.alias = scan.alias;
     source.sql = "(SELECT " + (fields.empty() ? "g0" : fields.substr(2)) + " FROM jet_scan(?" +
                  std::to_string(parameterFor(std::move(plan))) + ")) AS " + QuotedName(source.alias);
@@ -39,7 +34,7 @@ std::size_t Emitter::parameterFor(ScanPlan plan) {
 }
 
 Typed Emitter::emitNode(const ScannedAggregate& node, const Scope&, Position) {
-    const std::string figure = QuotedName(node.table) + "." + FigureName(node.figure);
+    const std::string figure = QuotedName(node.table) + "." + QuotedName(ScanFigureName(node.figure));
     if (node.function == "count") return {"ifnull(SUM(" + figure + "), 0)", CompareKind::Number, ColumnType::Long};
     if (node.function != "min" && node.function != "max")
         return {"jet_scan" + node.function + "(" + figure + ")", CompareKind::Number, ColumnType::Double};

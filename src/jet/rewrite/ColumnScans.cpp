@@ -109,6 +109,7 @@ class ScanRewrite final : JoinedTables {
         ScannedAggregate made;
         ScanFigureKind kind = ScanFigureKind::Rows;
         std::optional<Ranked> ranked = {};
+        std::optional<ColumnName> counted = {}; ///< a number or small field: rows count where it is not Null
     };
     /// "small.field = large.field", whole numbers both.
     struct Link {
@@ -192,6 +193,10 @@ class ScanRewrite final : JoinedTables {
             return kind && !call.distinct &&
                    AddFigure({&expression, {{}, 0, function, CompareKind::ValueText, info.type}, *kind});
         }
+        if (const auto* column = std::get_if<ColumnName>(&argument.node);
+            column && function == "count" && !call.distinct)
+            return ReadOutside(argument) &&
+                   AddFigure({&expression, {{}, 0, function}, ScanFigureKind::Rows, {}, *column});
         // What is read twice is no less and no more, and counts once.
         if (!IsExtreme(function) && !(function == "count" && call.distinct)) return false;
         if (const auto* column = std::get_if<ColumnName>(&argument.node); column && IsExtreme(function)) {
@@ -217,7 +222,7 @@ class ScanRewrite final : JoinedTables {
     bool ReadOutput() {
         const auto readItem = [&](const SelectItem& item) { return item.expression && ReadGrouped(*item.expression); };
         const auto readTerm = [&](const ExpressionPtr& term) { return ReadOutside(*term); };
-        const auto readOrder = [&](const OrderItem& item) { return ReadOutside(*item.expression); };
+        const auto readOrder = [&](const OrderItem& item) { return ReadGrouped(*item.expression); };
         return std::ranges::all_of(select_.items, readItem) && std::ranges::all_of(select_.groupBy, readTerm) &&
                std::ranges::all_of(orderBy_, readOrder) && (!select_.having || ReadGrouped(*select_.having));
     }
@@ -434,8 +439,27 @@ class ScanRewrite final : JoinedTables {
             figure.made.figure = static_cast<std::size_t>(place - plan_.figures.begin());
             if (place == plan_.figures.end()) plan_.figures.push_back(planned);
             // the select is ours to change; only the walk through it was a reading one
-            const_cast<Expression*>(figure.expression)->node = figure.made;
+            auto* const written = const_cast<Expression*>(figure.expression);
+            written->node = figure.counted ? RowsWhere(std::move(*figure.counted), figure.made) : figure.made;
         }
+    }
+
+    /// "Nz(Sum(IIf(IsNull(field), 0, rows)), 0)"
+    [[nodiscard]] Expression::Node RowsWhere(ColumnName field, const ScannedAggregate& rows) const {
+        const Position at = select_.at;
+        const auto call = [&](const char* name, std::vector<ExpressionPtr> arguments) {
+            return Call{name, false, false, std::move(arguments)};
+        };
+        const auto list = [](auto... items) {
+            std::vector<ExpressionPtr> all;
+            (all.push_back(std::move(items)), ...);
+            return all;
+        };
+        const auto zero = [&] { return MakeExpression(at, NumberLiteral{"0"}); };
+        ExpressionPtr isNull = MakeExpression(at, call("isnull", list(MakeExpression(at, std::move(field)))));
+        ExpressionPtr counted = MakeExpression(at, ColumnName{rows.table, ScanFigureName(rows.figure), true});
+        ExpressionPtr choice = MakeExpression(at, call("iif", list(std::move(isNull), zero(), std::move(counted))));
+        return call("nz", list(MakeExpression(at, call("sum", list(std::move(choice)))), zero()));
     }
 
     /// "SELECT field, ranked FROM small WHERE its own conditions". A table that stays in the join keeps its conditions

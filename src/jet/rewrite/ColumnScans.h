@@ -14,4 +14,9 @@ namespace jet {
 /// the values. Selects of any other shape are left alone. True when the query was changed.
 bool ScanColumns(tree::Query& query, const Catalogue& catalogue);
 
+/// A figure of the groups as the statement names it.
+[[nodiscard]] inline std::string ScanFigureName(std::size_t figure) {
+    return "jet$a" + std::to_string(figure);
+}
+
 } // namespace jet

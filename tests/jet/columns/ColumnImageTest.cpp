@@ -94,11 +94,12 @@ TEST(ColumnImageTest, WithoutAFolderStatementsRunThePlainWay) {
 TEST(ColumnImageTest, WhatWasLeftHalfMadeGoesAndTheFolderStaysWithinItsBound) {
     ScanDatabase database(1, 500, false);
     ASSERT_TRUE(database.Scans(kCount));
-    const std::string leftBehind = database.imageFile() + ".1.making";
+    const std::string image = database.imageFile();
+    const std::string leftBehind = image + ".1.making";
     const std::string old = database.imageFolder() + "/old.columns";
     std::ofstream(leftBehind) << "half";
     std::ofstream(old) << std::string(10'000, 'x');
-    std::filesystem::remove(database.imageFile());
+    std::filesystem::remove(image);
     database.OpenImages(database.imageFolder(), 9'000);
     static_cast<void>(database.Scans(kCount));
     EXPECT_FALSE(std::filesystem::exists(leftBehind));

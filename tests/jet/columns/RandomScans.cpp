@@ -26,6 +26,9 @@ constexpr const char* kFigures[] = {"Count(*)",
                                     "Min(I.UnitGId)",
                                     "Max(D.SourceNId)",
                                     "Count(DISTINCT D.AreaNId)",
+                                    "Count(I.UnitGId)",
+                                    "Count(T.TimePeriodNId)",
+                                    "Count(D.IUSNId)",
                                     "Max(D.Datavalue) & '/' & Count(*)",
                                     "First(D.IUSNId) - First(D.IUSNId)"};
 constexpr const char* kConditions[] = {"I.Deleted = False",
@@ -91,7 +94,7 @@ std::string RandomScans::Next() {
                ", I.UnitGId ORDER BY I.Indicator";
     }
     std::string sql = Arm(group, Chance(10));
-    if (!group.empty() && Chance(20)) sql += " ORDER BY " + group;
+    if (!group.empty() && Chance(20)) sql += " ORDER BY " + (Chance(50) ? group : "Count(A.AreaID) DESC");
     return sql;
 }
 

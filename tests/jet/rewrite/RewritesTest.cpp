@@ -117,7 +117,8 @@ TEST_F(RewritesTest, NoStepChangesTheRowsOfAnyStatement) {
             EXPECT_NE(other.texts, explained.texts) << sql;
         }
     }
-    EXPECT_EQ(taken.size(), Rewrites().size()) << "no statement of the corpus needs the others";
+    constexpr std::size_t kForLargeTables = 2; // tried in ColumnScansTest and TextJoinsTest
+    EXPECT_EQ(taken.size(), Rewrites().size() - kForLargeTables) << "no statement of the corpus needs the others";
 }
 
 TEST_F(RewritesTest, OnlyAStepThatThereIsCanBeLeftOut) {
