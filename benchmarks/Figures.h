@@ -14,6 +14,8 @@ void MeasureGrid(Report& report, const BenchSession& session);
 /// Statistics and row filters of the data view, to their first rows. Expects everything to be selected, and selects
 /// less.
 void MeasureDataOptions(Report& report, const BenchSession& session);
+/// Making the column image of the values.
+void MeasureColumns(Report& report, const BenchSession& session);
 /// The crosstab of the table and graph wizards, and the ranges of their colours. Selects what it needs.
 void MeasureCrosstabs(Report& report, const BenchSession& session);
 /// The working tables of the calculations against plain SQLite, and three calculations up to their logs. Selects what

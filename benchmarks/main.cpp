@@ -28,6 +28,7 @@ int main(int argc, char** argv) {
         MeasureCrossFilters(report, session);
         SelectEverything();
         MeasureGrid(report, session);
+        MeasureColumns(report, session);
         MeasureDataOptions(report, session);
         MeasureCrosstabs(report, session);
         MeasureDatabase(report, session);

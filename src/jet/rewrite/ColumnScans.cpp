@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -268,7 +269,8 @@ class ScanRewrite final : JoinedTables {
             links_.push_back(std::move(*link));
             return Role::Link;
         }
-        if (tables == Bit(large_) && (ReadValueTest(condition) || ReadListTest(condition))) return Role::Pushed;
+        if (tables == Bit(large_) && (ReadValueTest(condition) || ReadFilledTest(condition) || ReadListTest(condition)))
+            return Role::Pushed;
         const bool ofOne = std::has_single_bit(tables) && tables != Bit(large_);
         if (ofOne && !HoldsLongList(condition)) return Role::Own;
         return ReadOutside(condition) ? std::optional(Role::Outside) : std::nullopt;
@@ -296,6 +298,26 @@ class ScanRewrite final : JoinedTables {
         const auto number = NumberOf(swapped ? *comparison->left : *comparison->right);
         if (number) plan_.values.push_back({OperatorOf(comparison->op, swapped), *number});
         return number.has_value();
+    }
+
+    /// "value Is Not Null" and "Len(Trim(value)) > 0". No value is infinite, so that all but Null differ from that.
+    bool ReadFilledTest(const Expression& condition) {
+        const auto* null = std::get_if<IsNull>(&condition.node);
+        const bool notNull = null != nullptr && null->negated && IsValue(*null->operand);
+        if (!notNull && !IsLengthOfValue(condition)) return false;
+        blanksCount_ = blanksCount_ && notNull;
+        plan_.values.push_back({ScanOperator::NotEqual, std::numeric_limits<double>::infinity()});
+        return true;
+    }
+
+    [[nodiscard]] bool IsLengthOfValue(const Expression& condition) const {
+        const auto* comparison = std::get_if<Comparison>(&condition.node);
+        if (comparison == nullptr || comparison->op != ComparisonOperator::Greater) return false;
+        const auto* zero = std::get_if<NumberLiteral>(&comparison->right->node);
+        const auto* length = std::get_if<Call>(&comparison->left->node);
+        if (zero == nullptr || zero->text != "0" || length == nullptr || length->name != "len") return false;
+        const auto* trimmed = std::get_if<Call>(&length->arguments.front()->node);
+        return trimmed != nullptr && trimmed->name == "trim" && IsValue(*trimmed->arguments.front());
     }
 
     bool ReadListTest(const Expression& condition) {
@@ -353,7 +375,20 @@ class ScanRewrite final : JoinedTables {
         const auto value = std::ranges::find(image_->columns(), ColumnForm::Values, &ImageColumn::form);
         if (value == image_->columns().end()) return false;
         plan_.value = static_cast<std::size_t>(value - image_->columns().begin());
+        if (!blanksCount_ && MayHoldBlanks(*value)) return false;
         return PlaceCodes() && PlaceLists() && PlaceLinks();
+    }
+
+    /// True when one of the texts that are kept as they are is blank, or there are too many to look.
+    [[nodiscard]] bool MayHoldBlanks(const ImageColumn& value) const {
+        constexpr std::size_t kMany = 100'000;
+        if (value.textRows.size() > kMany) return true;
+        std::string room;
+        return std::ranges::any_of(value.textRows, [&](std::uint32_t row) {
+            const std::string_view text = image_->TextOf(value, row, room);
+            const std::size_t first = text.find_first_not_of(' ');
+            return first == std::string_view::npos || text[first] == '\0';
+        });
     }
 
     [[nodiscard]] std::optional<std::size_t> Coded(const std::string& field) const {
@@ -487,6 +522,7 @@ class ScanRewrite final : JoinedTables {
     std::vector<Link> links_;
     std::vector<Role> roles_; ///< of the conditions, in the order in which they are taken
     std::vector<std::string> listed_;
+    bool blanksCount_ = true; ///< no condition takes blank values for none
     std::shared_ptr<const ColumnImage> image_;
     ScanPlan plan_;
 };

@@ -47,6 +47,7 @@ constexpr const char* kConditions[] = {"I.Deleted = False",
                                        "D.AreaNId <= A.AreaNId",
                                        "1 = 1",
                                        "D.FootnoteNId = 0",
+                                       "Len(Trim(D.Datavalue)) > 0",
                                        "D.Datavalue Is Not Null"};
 constexpr const char* kHavings[] = {"Count(*) > 3", "Max(T.TimePeriod) > '2003'", "Avg(D.Datavalue) > 20"};
 

@@ -35,7 +35,7 @@ std::string ScanDatabase::Value(bool unreadable) {
     const std::uint64_t kind = random_() % 100;
     if (kind < 5) return "Null";
     if (kind < 15) return "'" + std::string(kOdd[random_() % std::size(kOdd)]) + "'";
-    if (kind < 17 && unreadable) return random_() % 2 == 0 ? "'n/a'" : "'N/A'";
+    if (kind < 17 && unreadable) return std::array{"'n/a'", "'N/A'", "'  '"}[random_() % 3];
     const auto whole = std::to_string(static_cast<int>(random_() % 200) - 50);
     return "'" + whole + (kind < 60 ? "" : "." + std::to_string(random_() % 90 + 10)) + "'";
 }
