@@ -133,7 +133,7 @@ void ShowLog(OfficeHost& host, const CalculationDraft& draft) {
     host.CloseHostedExcel(false);
     const CalculationLog log = Calculate(draft);
     Need(log.failure.isEmpty());
-    const WrittenWorkbook written = WriteLog(draft, log, true);
+    const WrittenWorkbook written = WriteLog(draft, log, true, LogResults::LeftToHost);
     Need(!written.file.isEmpty() && host.ShowWorkbook(written.file));
     QApplication::processEvents();
 }

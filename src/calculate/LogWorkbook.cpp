@@ -248,7 +248,7 @@ class LogWriter final {
     LogWriter(office::Workbook book, const CalculationDraft& draft, const CalculationLog& log)
         : book_(std::move(book)), draft_(draft), log_(log) {}
 
-    void Write(const QString& stamp, bool isFirst) {
+    void Write(const QString& stamp, bool isFirst, LogResults results) {
         book_.SetColors(kHeaderSlot, kHeadTint);
         // Else each column would be calculated as it is written, to fit its rows, and once more with the next one.
         book_.PauseCalculation();
@@ -265,7 +265,7 @@ class LogWriter final {
             book_.RemoveSheet(book_.SheetCount());
         if (!hasRemarks && book_.SheetCount() >= kRemarksSheet) book_.RemoveSheet(kRemarksSheet);
         book_.ActivateSheet(kWorkingSheet);
-        book_.Save();
+        results == LogResults::Written ? book_.Save() : book_.SaveWithoutResults();
     }
 
   private:
@@ -347,7 +347,7 @@ QString LogFileName(CalcType type, const QString& stamp) {
     return QStringLiteral("Log_") + QLatin1String(NamesOf(type).fileStem) + stamp + QStringLiteral(").xls");
 }
 
-WrittenWorkbook WriteLog(const CalculationDraft& draft, const CalculationLog& log, bool isFirst) {
+WrittenWorkbook WriteLog(const CalculationDraft& draft, const CalculationLog& log, bool isFirst, LogResults results) {
     const QString templateFile = TemplateFile(QStringLiteral("Log_Calculate.xls"));
     if (!FileExists(templateFile)) return {{}, QLatin1String(NamesOf(draft.type).templateMissing)};
     // Neither the locale's digits nor a ":" belong into the name of a file.
@@ -355,7 +355,7 @@ WrittenWorkbook WriteLog(const CalculationDraft& draft, const CalculationLog& lo
     UnfinishedFile file(JoinPath({TempFolder, LogFileName(draft.type, stamp)}));
     GiveTimeFor(CellsOf(log.working) + CellsOf(log.detail));
     office::Workbook book = office::SpreadsheetApplication::Instance().OpenCopy(templateFile, file.Path());
-    LogWriter(book, draft, log).Write(stamp, isFirst);
+    LogWriter(book, draft, log).Write(stamp, isFirst, results);
     book.Close(false);
     file.Keep();
     return {file.Path(), {}};

@@ -1,6 +1,7 @@
 #include "calculate/WeightsPage.h"
 
 #include "calculate/FillGrid.h"
+#include "calculate/LogParts.h"
 #include "controls/Captions.h"
 #include "controls/Theme.h"
 #include "session/Messages.h"
@@ -23,10 +24,6 @@ constexpr int kMargin = 24;
 constexpr int kGap = 16;
 constexpr double kAllWeights = 100;
 enum Columns { ItemColumn, WeightColumn, HighColumn };
-
-QString TextOf(const CalculationItem& item) {
-    return item.subpop.isEmpty() ? item.indicator : item.indicator + QStringLiteral(" ~ ") + item.subpop;
-}
 
 } // namespace
 
@@ -79,7 +76,7 @@ void WeightsPage::ShowDraft(const CalculationDraft& draft) {
         for (std::size_t i = 0; i < draft.items.size(); ++i) {
             const int row = static_cast<int>(i);
             const IndexWeight weight = i < draft.weights.size() ? draft.weights[i] : IndexWeight();
-            grdW_->SetLabel(row, ItemColumn, TextOf(draft.items[i]));
+            grdW_->SetLabel(row, ItemColumn, NameOf(draft.items[i]));
             grdW_->SetField(row, WeightColumn, weight.weight);
             grdW_->SetLabel(row, HighColumn, {});
             QTableWidgetItem* high = grdW_->item(row, HighColumn);

@@ -4,6 +4,7 @@
 #include "calculate/DatabaseBuilder.h"
 #include "calculate/FormulaPage.h"
 #include "calculate/LevelsPage.h"
+#include "calculate/LogParts.h"
 #include "calculate/LogWorkbook.h"
 #include "calculate/SaveAsPage.h"
 #include "calculate/SelectionPage.h"
@@ -219,7 +220,8 @@ bool frmCalculates::ShowLog() {
     }
     RemoveFiles();
     SetMainProgress(50);
-    const WrittenWorkbook log = WriteLog(draft_, log_, std::exchange(isFirstLog_, false));
+    const WrittenWorkbook log = WriteLog(draft_, log_, std::exchange(isFirstLog_, false),
+                                         OfficeHost::CanHost() ? LogResults::LeftToHost : LogResults::Written);
     if (log.file.isEmpty()) {
         ShowMessage(log.messageKey);
         return false;
@@ -231,7 +233,10 @@ bool frmCalculates::ShowLog() {
 
 bool frmCalculates::ShowDataEntry() {
     if (!SaveShown()) return false;
-    const DataEntrySheet result = ReadResults(OpenBook(logFile_), draft_, log_);
+    office::Workbook log = OpenBook(logFile_);
+    const DataEntrySheet result = ReadResults(log, draft_, log_);
+    // The host that was to calculate it is gone.
+    if (OfficeHost::CanHost() && !fraExcel().IsOpen()) log.Save();
     if (result.rows.empty()) {
         ShowMessage(QStringLiteral("TS_NoResults"));
         return false;
@@ -302,7 +307,7 @@ QString frmCalculates::WhatWasCalculated() const {
     QStringList names;
     for (const auto* items : {&draft_.items, &draft_.denominators})
         for (const CalculationItem& item : *items)
-            names << (item.subpop.isEmpty() ? item.indicator : item.indicator + QStringLiteral(" ~ ") + item.subpop);
+            names << NameOf(item);
     return PlainText(QLatin1String(NamesOf(draft_.type).moduleKey)) + QStringLiteral(": ") +
            names.join(QStringLiteral("; "));
 }

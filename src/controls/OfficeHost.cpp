@@ -172,7 +172,7 @@ void OfficeHost::SetToolBars(bool shown) {
 void OfficeHost::KeepEdits() {
     QString file = shown_.book.FileName();
     try {
-        if (shown_.frame) shown_.frame->TakeOverInput();
+        if (shown_.frame) shown_.frame->GetReadyToSave();
         if (!shown_.book.IsOpen() || !shown_.book.IsModified()) return;
     } catch (const office::Error& error) {
         return ShowOfficeError(error, "CloseHostedExcel");
@@ -225,7 +225,7 @@ bool OfficeHost::HasEdits() {
 
 bool OfficeHost::Save() {
     try {
-        if (shown_.frame) shown_.frame->TakeOverInput();
+        if (shown_.frame) shown_.frame->GetReadyToSave();
         shown_.book.Save();
         return true;
     } catch (const office::Error& error) {

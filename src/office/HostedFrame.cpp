@@ -13,12 +13,15 @@
 #include <com/sun/star/awt/XWindow2.hpp>
 #include <com/sun/star/awt/XWindowPeer.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XNameReplace.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XDispatchHelper.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XFrame2.hpp>
 #include <com/sun/star/frame/XLayoutManager.hpp>
 #include <com/sun/star/lang/SystemDependent.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/util/XChangesBatch.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <rtl/process.h>
 #include <thread>
@@ -68,6 +71,18 @@ void Show(const Reference<com::sun::star::frame::XLayoutManager>& layout, const 
     }
     layout->createElement(Ascii(element)); // one that was hidden from the start isn't there yet
     layout->showElement(Ascii(element));
+}
+
+/// Whether columns of like formulas are calculated whole, on all processors, or cell by cell as they are needed.
+void CalculateWholeColumns(const ProcessLink& connection, bool whole) {
+    const auto settings = Need<com::sun::star::lang::XMultiServiceFactory>(
+        connection.Service("com.sun.star.configuration.ConfigurationProvider"));
+    const Any place(Property("nodepath", Any(Ascii("/org.openoffice.Office.Calc/Formula/Calculation"))));
+    const auto access = settings->createInstanceWithArguments(
+        Ascii("com.sun.star.configuration.ConfigurationUpdateAccess"), Sequence<Any>(&place, 1));
+    Need<com::sun::star::container::XNameReplace>(access)->replaceByName(
+        Ascii("UseThreadedCalculationForFormulaGroups"), Any(whole));
+    Need<com::sun::star::util::XChangesBatch>(access)->commitChanges();
 }
 
 /// True when there was one.
@@ -144,6 +159,7 @@ void HostedFrame::GetReady() {
 
 Workbook HostedFrame::ShowWorkbook(const QString& file) {
     GetReady();
+    state_->connection->Run([&] { CalculateWholeColumns(*state_->connection, false); });
     Workbook book(Document::Open(state_->connection, file, Document::kWorkbook,
                                  Need<com::sun::star::frame::XFrame>(state_->frame)));
     SetToolBars(false);
@@ -217,6 +233,11 @@ void HostedFrame::SetPrintPreview(bool shown) {
 void HostedFrame::TakeOverInput() {
     if (state_->slides) return;
     state_->connection->Run([&] { Dispatch(*state_->connection, state_->frame, ".uno:Deselect"); });
+}
+
+void HostedFrame::GetReadyToSave() {
+    TakeOverInput();
+    if (!state_->slides) state_->connection->Run([&] { CalculateWholeColumns(*state_->connection, true); });
 }
 
 void HostedFrame::EndDialogs() noexcept {

@@ -22,7 +22,8 @@ class HostedFrame final {
     HostedFrame(const HostedFrame&) = delete;
     HostedFrame& operator=(const HostedFrame&) = delete;
 
-    /// Shows a workbook file, with its menus and without bars.
+    /// Shows a workbook file, with its menus and without bars. Of formulas that the file has without results only those
+    /// in sight are calculated, and what they need.
     [[nodiscard]] Workbook ShowWorkbook(const QString& file);
     /// Shows a slide show; an empty name makes a new one.
     [[nodiscard]] SlideShow ShowSlides(const QString& file);
@@ -37,6 +38,8 @@ class HostedFrame final {
     [[nodiscard]] bool IsPrintPreview() const;
     /// Enters what is being typed into a cell, as a press of Return does.
     void TakeOverInput();
+    /// The same, and what is not calculated yet will be on all processors, column by column.
+    void GetReadyToSave();
     /// Cancels the program's own dialogs, which would outlast their document; quiet.
     void EndDialogs() noexcept;
     /// Follows the size of our window; quiet and without waiting.

@@ -159,6 +159,11 @@ void Workbook::PauseCalculation() {
     Known(document_).Run([](const Model& model) { Calculate(model, false); });
 }
 
+void Workbook::SaveWithoutResults() {
+    Known(document_).Run(CheckLimits);
+    Known(document_).Store(Known(document_).FileName());
+}
+
 void Workbook::Save() {
     SaveAs(Known(document_).FileName());
 }

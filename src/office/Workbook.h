@@ -42,6 +42,9 @@ class Workbook final {
     /// Formulas that are written from now on have no results until the workbook is saved: then all are calculated,
     /// once.
     void PauseCalculation();
+    /// Saves under its name without calculating what is paused: the file has formulas without results, for whoever
+    /// opens it to calculate.
+    void SaveWithoutResults();
 
     /// Writes the file under its name, or under a new one, as true ".xls"; the old file stays when that fails.
     /// Failure::Limit when a sheet has more than 65,536 rows, 256 columns or a name of over 31 characters.

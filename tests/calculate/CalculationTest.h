@@ -31,11 +31,7 @@ class CalculationTest : public SessionTest {
   protected:
     void SetUp() override {
         SessionTest::SetUp();
-        ASSERT_TRUE(OpenSample());
-        const QString file = FileOfLanguage(Language);
-        ASSERT_TRUE(
-            CopyFileOver(FindPath(QStringLiteral(TESSARO_INSTALLATION "/Languages/") + FileNameOf(file)), file));
-        ReadTranslateFile();
+        OpenSampleWithTexts();
     }
 
     /// Adds rows. An area's name is "Area " and its id; the GIds are "-" and the names.

@@ -116,6 +116,15 @@ TEST_F(LogWorkbookTest, WritesHeaderValuesAndFormulas) {
     EXPECT_EQ(book.Sheet(1).Cells(14, 4).Formula().remove(QLatin1Char(' ')), Q("=ROUND(C14*2,2)"));
 }
 
+TEST_F(LogWorkbookTest, ResultsMayBeLeftToTheProgramThatShowsIt) {
+    const QString file = WriteLog(Draft(), Doubles({1.256, 3.0}), true, LogResults::LeftToHost).file;
+    EXPECT_EQ(test::ReadXls(file).front().At(14, 4).toDouble(), 0) << "not calculated yet";
+    office::Workbook book = Open(file);
+    EXPECT_EQ(book.Sheet(1).Cells(14, 4).Value(), office::Cell(6.0));
+    book.Save();
+    EXPECT_EQ(test::ReadXls(file).front().At(14, 4).toDouble(), 6);
+}
+
 TEST_F(LogWorkbookTest, ColumnsHaveRoomForTheDecimalsThatTheyShow) {
     constexpr double kDigit = 0.572; // of a font's size, in the usual font
     const QString shown = Q("123456789.00");

@@ -19,11 +19,7 @@ class MapTest : public SessionTest {
   protected:
     void SetUp() override {
         SessionTest::SetUp();
-        ASSERT_TRUE(OpenSample());
-        const QString file = FileOfLanguage(Language);
-        ASSERT_TRUE(
-            CopyFileOver(FindPath(QStringLiteral(TESSARO_INSTALLATION "/Languages/") + FileNameOf(file)), file));
-        ReadTranslateFile();
+        OpenSampleWithTexts();
     }
 
     /// Puts a value for each area "A0001", "A0002" ... into `_MapData`.

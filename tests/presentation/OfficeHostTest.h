@@ -3,7 +3,7 @@
 #include "controls/OfficeHost.h"
 #include "office/SpreadsheetApplication.h"
 #include "support/ReadXls.h"
-#include "support/TestSession.h"
+#include "support/SelectionTest.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -21,36 +21,45 @@
 
 namespace tessaro {
 
-/// A form with a field and a place for the spreadsheet. Where the tests have no X11 display, they are passed over.
-class OfficeHostTest : public test::SessionTest {
+/// The installed program with a small workbook to show. Where the tests have no X11 display, they are passed over.
+class HostedTest : public test::SessionTest {
   protected:
     void SetUp() override {
         test::SessionTest::SetUp();
         StartInstallation();
         if (!OfficeHost::CanHost()) GTEST_SKIP() << "no X11 display";
-        static const QTemporaryDir profile;
-        static const bool set = (office::SpreadsheetApplication::SetProfileFolder(profile.path()), true);
-        static_cast<void>(set);
+        test::UseSpreadsheet();
+        MakeFile();
+    }
+    void MakeFile() {
+        office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook();
+        book.Sheet(1).Cells(1, 1).SetValue(QStringLiteral("Findable words"));
+        book.SaveAs(file_);
+        book.Close(false);
+    }
+    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
+
+    QTemporaryDir folder_;
+    QString file_ = folder_.filePath(QStringLiteral("Shown.xls"));
+};
+
+/// A form with a field and a place for the spreadsheet.
+class OfficeHostTest : public HostedTest {
+  protected:
+    void SetUp() override {
+        HostedTest::SetUp();
+        if (IsSkipped()) return;
         auto* column = new QVBoxLayout(&form_);
         column->addWidget(&field_);
         column->addWidget(&host_);
         form_.resize(700, 500);
         form_.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&form_));
-        MakeFile();
     }
-    void MakeFile() {
-        office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook();
-        book.Sheet(1).Cells(1, 1).SetValue(QStringLiteral("shown"));
-        book.SaveAs(file_);
-        book.Close(false);
-    }
-
     void TearDown() override {
         host_.CloseHostedExcel(false);
-        test::SessionTest::TearDown();
+        HostedTest::TearDown();
     }
-    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
 
     /// Sends a signal to the hosted program, if it runs: the number 0 would mean all of us.
     static void Signal(int signal) {
@@ -158,8 +167,6 @@ class OfficeHostTest : public test::SessionTest {
         return numbers;
     }
 
-    QTemporaryDir folder_;
-    QString file_ = folder_.filePath(QStringLiteral("shown.xls"));
     QWidget form_;
     QLineEdit field_;
     OfficeHost host_;

@@ -15,17 +15,9 @@ class PresentationTest : public SessionTest {
   protected:
     void SetUp() override {
         SessionTest::SetUp();
-        ASSERT_TRUE(OpenSample());
-        InstallTexts();
+        OpenSampleWithTexts();
     }
 
-    /// All texts of the product in place of the sample's few.
-    static void InstallTexts() {
-        const QString file = FileOfLanguage(Language);
-        ASSERT_TRUE(
-            CopyFileOver(FindPath(QStringLiteral(TESSARO_INSTALLATION "/Languages/") + FileNameOf(file)), file));
-        ReadTranslateFile();
-    }
     /// The workbooks that the wizards fill, into the sample's application folder.
     static void InstallTemplates() {
         for (const QString& name : {QStringLiteral("TableTmp.Xls"), QStringLiteral("GraphTmp.Xls")})

@@ -1,12 +1,9 @@
 #include "presentation/frmPrint.h"
 
+#include "OfficeHostTest.h"
 #include "controls/FileDialogs.h"
-#include "controls/OfficeHost.h"
 #include "controls/Printing.h"
-#include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
-#include "support/ReadXls.h"
-#include "support/TestSession.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,20 +16,12 @@ namespace tessaro {
 
 namespace {
 
-/// The form with a workbook on show. Where the tests have no X11 display, they are passed over.
-class frmPrintTest : public test::SessionTest {
+/// The form with a workbook on show.
+class frmPrintTest : public HostedTest {
   protected:
     void SetUp() override {
-        test::SessionTest::SetUp();
-        StartInstallation();
-        if (!OfficeHost::CanHost()) GTEST_SKIP() << "no X11 display";
-        static const QTemporaryDir profile;
-        static const bool set = (office::SpreadsheetApplication::SetProfileFolder(profile.path()), true);
-        static_cast<void>(set);
-        office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook();
-        book.Sheet(1).Cells(1, 1).SetValue(QStringLiteral("Findable words"));
-        book.SaveAs(file_);
-        book.Close(false);
+        HostedTest::SetUp();
+        if (IsSkipped()) return;
         form_.SetFileName(file_);
         form_.open();
         ASSERT_TRUE(QTest::qWaitFor([this] { return Button("cmdPdf")->isEnabled(); }, 20000));
@@ -41,9 +30,8 @@ class frmPrintTest : public test::SessionTest {
         form_.reject();
         SetFileAnswerer({});
         SetPrinterAnswerer({});
-        test::SessionTest::TearDown();
+        HostedTest::TearDown();
     }
-    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
 
     [[nodiscard]] QPushButton* Button(const char* name) const {
         return form_.findChild<QPushButton*>(QLatin1String(name));
@@ -56,8 +44,6 @@ class frmPrintTest : public test::SessionTest {
     }
     [[nodiscard]] QString Named(const char* name) const { return Folder() + QLatin1Char('/') + QLatin1String(name); }
 
-    QTemporaryDir folder_;
-    QString file_ = folder_.filePath(QStringLiteral("Shown.xls"));
     frmPrint form_;
 };
 

@@ -36,17 +36,6 @@ class GallerySession : public SessionTest {
     }
     [[nodiscard]] bool HasFile(const QString& name) const { return QFile::exists(gallery_ + QLatin1Char('/') + name); }
 
-    /// The product's texts of a language, by its code.
-    static void UseLanguage(const QString& code) {
-        const QString installed = QStringLiteral(TESSARO_INSTALLATION "/Languages/");
-        const QStringList files = FilesOf(installed).filter(QLatin1Char('[') + code + QLatin1Char(']'));
-        ASSERT_EQ(files.size(), 1);
-        ASSERT_TRUE(CopyFileOver(installed + files.front(), JoinPath({LanguageFolder(), files.front()})));
-        FillLanguageArray();
-        Language = files.front().section(QLatin1Char('_'), 1).section(QLatin1Char('.'), 0, -2);
-        ReadTranslateFile();
-    }
-
   private:
     QString gallery_ = Folder() + QStringLiteral("/Gallery");
 };

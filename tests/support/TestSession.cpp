@@ -1,9 +1,11 @@
 #include "support/TestSession.h"
 
 #include "database/Database.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/Session.h"
 #include "session/Startup.h"
+#include "session/Strings.h"
 #include "support/SampleApplication.h"
 
 namespace tessaro::test {
@@ -35,6 +37,27 @@ bool SessionTest::OpenSample() {
     const bool open = OpenDatabaseFile(JoinPath({AppPath, QStringLiteral("Data/Sample.mdb")}));
     EXPECT_TRUE(open);
     return open && Connection;
+}
+
+void SessionTest::OpenSampleWithTexts() {
+    ASSERT_TRUE(OpenSample());
+    InstallTexts();
+}
+
+void SessionTest::InstallTexts() {
+    const QString file = FileOfLanguage(Language);
+    ASSERT_TRUE(CopyFileOver(FindPath(QStringLiteral(TESSARO_INSTALLATION "/Languages/") + FileNameOf(file)), file));
+    ReadTranslateFile();
+}
+
+void SessionTest::UseLanguage(const QString& code) {
+    const QString installed = QStringLiteral(TESSARO_INSTALLATION "/Languages/");
+    const QStringList files = FilesOf(installed).filter(QLatin1Char('[') + code + QLatin1Char(']'));
+    ASSERT_EQ(files.size(), 1);
+    ASSERT_TRUE(CopyFileOver(installed + files.front(), JoinPath({LanguageFolder(), files.front()})));
+    FillLanguageArray();
+    Language = files.front().section(QLatin1Char('_'), 1).section(QLatin1Char('.'), 0, -2);
+    ReadTranslateFile();
 }
 
 SessionTest::~SessionTest() {

@@ -49,6 +49,11 @@ class SessionTest : public testing::Test {
     /// Starts the sample when nothing is started yet and opens its Data/Sample.mdb; False (with a failure
     /// of the test) when it is refused.
     bool OpenSample();
+    /// The sample with all texts of the product in place of its own few.
+    void OpenSampleWithTexts();
+    static void InstallTexts();
+    /// The product's texts of a language, by its code.
+    static void UseLanguage(const QString& code);
 
     /// A folder of this test, removed at its end.
     [[nodiscard]] QString Folder() const { return home_.path(); }

@@ -1,3 +1,4 @@
+#include "Sum.h"
 #include "Tour.h"
 #include "calculate/DataEntryWorkbook.h"
 #include "calculate/FillGrid.h"
@@ -20,15 +21,14 @@
 #include <QPushButton>
 #include <QTest>
 
-#include <cmath>
 #include <set>
 
 namespace tessaro {
 
 namespace {
 
-constexpr double kFactor = 1000; ///< from a unit of the data to the target unit
-constexpr double kTolerance = 1e-5;
+constexpr double kFactor = 1000;   ///< from a unit of the data to the target unit
+constexpr double kRounding = 1e-5; ///< more than that of the decimals that results are written with
 
 template <class Control> Control* Shown(const QWidget& form, const char* name) {
     for (auto* control : form.findChildren<Control*>(QLatin1String(name)))
@@ -97,18 +97,6 @@ void FillPage(const frmCalculates& wizard, CalcType type, const QString& name) {
         NameResult(wizard, name);
     }
 }
-
-struct Sum {
-    int count = 0;
-    double sum = 0;
-    void Add(double value) {
-        ++count;
-        sum += value;
-    }
-    [[nodiscard]] bool Matches(const Sum& other) const {
-        return count == other.count && std::abs(sum - other.sum) <= kTolerance * count + 1e-9 * std::abs(sum);
-    }
-};
 
 Sum ValuesOf(const DataEntrySheet& sheet) {
     Sum values;
@@ -236,7 +224,7 @@ Tour::Finding Tour::Calculation(int row) {
     const Sum entered = ValuesOf(ReadDataEntrySheet(office::SpreadsheetApplication::Instance().OpenWorkbook(sheet)));
     const auto expected = Expected(draft);
     const bool right =
-        entered.count > 0 && ValuesOf(target).Matches(entered) && (!expected || entered.Matches(*expected));
+        entered.Matches(ValuesOf(target), kRounding) && (!expected || entered.Matches(*expected, kRounding));
     return {right,
             QStringLiteral("%1, %2 results, %3")
                 .arg(FileNameOf(log))

@@ -1,3 +1,4 @@
+#include "Sum.h"
 #include "Tour.h"
 #include "controls/KeyedList.h"
 #include "controls/OfficeHost.h"
@@ -21,8 +22,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
-
-#include <cmath>
 
 namespace tessaro {
 
@@ -49,21 +48,9 @@ QTimer* WhenUp(const QString& window, const std::function<void(QWidget&)>& drive
     return look;
 }
 
-struct Values {
-    int count = 0;
-    double sum = 0;
-    void Add(double value) {
-        ++count;
-        sum += value;
-    }
-    [[nodiscard]] bool Match(const Values& other) const {
-        return count > 0 && count == other.count && std::abs(sum - other.sum) <= 1e-9 * std::abs(sum) + 1e-6;
-    }
-};
-
 /// All numbers of the selection, straight from the data.
-Values ValuesOfDatabase() {
-    Values values;
+Sum ValuesOfDatabase() {
+    Sum values;
     for (Records rows =
              Select(QStringLiteral("SELECT D.Datavalue FROM _SelTimePeriod AS T, _SelArea AS A, _SelIUSNId AS "
                                    "IUS, Data AS D WHERE D.TimePeriodNId = T.TimePeriodNId AND D.AreaNId = "
@@ -78,8 +65,8 @@ Values ValuesOfDatabase() {
 }
 
 /// All numbers of a sheet's rows from the first data row on. A value with a footnote's mark is a text.
-Values ValuesOfSheet(const office::Worksheet& sheet, int firstRow) {
-    Values values;
+Sum ValuesOfSheet(const office::Worksheet& sheet, int firstRow) {
+    Sum values;
     const office::Block cells = sheet.UsedRange().Values();
     for (std::size_t row = static_cast<std::size_t>(firstRow - 1); row < cells.size(); ++row)
         for (const office::Cell& cell : cells[row])
@@ -187,10 +174,10 @@ Tour::Finding Tour::Table() {
     });
     if (!driven || saved.isEmpty()) return {false, QStringLiteral("no table was saved")};
     const office::Workbook book = office::SpreadsheetApplication::Instance().OpenWorkbook(saved);
-    const Values wanted = ValuesOfDatabase();
-    const Values list = ValuesOfSheet(book.Sheet(2), 2);
-    const Values table = ValuesOfSheet(book.Sheet(1), TableLayout::FirstDataRow);
-    return {took > 0 && list.Match(wanted) && table.Match(wanted),
+    const Sum wanted = ValuesOfDatabase();
+    const Sum list = ValuesOfSheet(book.Sheet(2), 2);
+    const Sum table = ValuesOfSheet(book.Sheet(1), TableLayout::FirstDataRow);
+    return {took > 0 && list.Matches(wanted) && table.Matches(wanted),
             QStringLiteral("%1, %2 values as in the database, preview after %3 ms")
                 .arg(QFileInfo(saved).fileName())
                 .arg(table.count)
@@ -215,7 +202,7 @@ Tour::Finding Tour::Graph() {
     const office::Workbook book = office::SpreadsheetApplication::Instance().OpenWorkbook(saved);
     const office::Worksheet sheet = book.Sheet(1);
     const int series = sheet.ChartCount() == 1 ? sheet.ChartAt(1).SeriesCount() : 0;
-    const bool listed = ValuesOfSheet(book.Sheet(3), 2).Match(ValuesOfDatabase());
+    const bool listed = ValuesOfSheet(book.Sheet(3), 2).Matches(ValuesOfDatabase());
     return {took > 0 && series > 0 && sheet.Name() == QLatin1String("Graph") && listed,
             QStringLiteral("%1, a chart of %2 series, preview after %3 ms")
                 .arg(QFileInfo(saved).fileName())
