@@ -34,6 +34,10 @@ class TargetDatabase final {
     [[nodiscard]] QString NewGId();
     /// The number after the highest one in use; 1 in an empty table.
     [[nodiscard]] qint64 GetNewNId(const QString& column, const QString& table);
+    [[nodiscard]] QString GetIndicatorGId(const QString& name);
+    [[nodiscard]] QString GetUnitGId(const QString& name);
+    /// Sees to it that the sector has the class and the class the indicator; what is missing is made.
+    void PutInClass(const QString& indicatorGId, const QString& sector, const QString& sectorClass);
     /// 0 when the database has no such area.
     [[nodiscard]] qint64 GetAreaNID(const QString& areaId);
     [[nodiscard]] qint64 GetTimePeriodNID(const QString& timePeriod);
@@ -45,6 +49,11 @@ class TargetDatabase final {
     /// Inserts a row into a label table: the stem names the table, its GId column and its text column. A blank `info`
     /// is left out.
     void CreateThisMaster(const QString& stem, const QString& gid, const QString& name, const QString& info = {});
+
+    /// Databases from before there were logs lack tables that every new one has; they get them.
+    void AddLaterTables();
+    /// A line of the change log, at the time it is now: the file's name, and what was done.
+    void LogAction(const QString& file, const QString& what);
 
   private:
     [[nodiscard]] qint64 NewSourceNId();
