@@ -1,6 +1,7 @@
 #include "dataview/DataExport.h"
 
 #include "dataview/GridQuery.h"
+#include "formats/CsvText.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
