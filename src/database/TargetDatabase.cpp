@@ -193,13 +193,17 @@ qint64 TargetDatabase::GetIUSNId(const QString& indicatorGId, const QString& uni
     });
 }
 
-qint64 TargetDatabase::GetSourceNID(const QString& source, qint64 iusNId) {
-    const qint64 nid = FoundOnce(sources_, source, [&] {
+qint64 TargetDatabase::GetSourceNID(const QString& source) {
+    return FoundOnce(sources_, source, [&] {
         const jet::Value found = First(
             QStringLiteral("Select SourceNId From %1 Where [Source] = ").arg(InLanguage(QStringLiteral("Source"))) +
             Quoted(source));
         return found.isNull() ? MakeSource(source) : found.toInteger();
     });
+}
+
+qint64 TargetDatabase::GetSourceNID(const QString& source, qint64 iusNId) {
+    const qint64 nid = GetSourceNID(source);
     if (linkedSources_.contains({iusNId, nid})) return nid;
     linkedSources_.insert({iusNId, nid});
     const jet::Value linked =
@@ -215,7 +219,7 @@ qint64 TargetDatabase::GetSourceNID(const QString& source, qint64 iusNId) {
 /// A source's text begins with its region: "World_Census 2001".
 qint64 TargetDatabase::MakeSource(const QString& source) {
     const qint64 regionNId = GetRegionNId(source.section(QLatin1Char('_'), 0, 0));
-    const qint64 nid = NewSourceNId();
+    const qint64 nid = NewNIdInLanguages(QStringLiteral("SourceNId"), QStringLiteral("Source"));
     Run(QStringLiteral("Insert into ") + InLanguage(QStringLiteral("Source")) +
         QStringLiteral(" (SourceGId, SourceNId, RegionNId, Source, Info, DataExists)  Values (") + Quoted(NewGId()) +
         QLatin1Char(',') + Numbers({nid, regionNId}) + QLatin1Char(',') + Quoted(source) +
@@ -223,11 +227,10 @@ qint64 TargetDatabase::MakeSource(const QString& source) {
     return nid;
 }
 
-/// The tables of all languages share the numbers of sources, and one of them may have more rows than the others.
-qint64 TargetDatabase::NewSourceNId() {
-    qint64 nid = GetNewNId(QStringLiteral("SourceNId"), InLanguage(QStringLiteral("Source")));
+qint64 TargetDatabase::NewNIdInLanguages(const QString& column, const QString& table) {
+    qint64 nid = GetNewNId(column, InLanguage(table));
     for (const QString& code : LanguageCodes())
-        nid = std::max(nid, GetNewNId(QStringLiteral("SourceNId"), QStringLiteral("[Source_%1]").arg(code)));
+        nid = std::max(nid, GetNewNId(column, QStringLiteral("[%1_%2]").arg(table, code)));
     return nid;
 }
 
