@@ -197,9 +197,9 @@ class ColumnGuess final {
         TellByHeads(periodRow);
     }
 
-    /// Head rows without periods over several columns of values tell the indicator when no column does.
+    /// Head rows without periods over columns of values tell the indicator when no column does.
     void TellByHeads(std::size_t periodRow) {
-        if (draft_.ValueColumns() < 2 || Has(Role::Indicator)) return;
+        if (draft_.ValueColumns() == 0 || Has(Role::Indicator)) return;
         for (std::size_t row = 0; row < draft_.headTells.size(); ++row)
             if (row + 1 != periodRow) {
                 draft_.headTells[row] = Role::Indicator;

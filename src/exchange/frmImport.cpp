@@ -121,14 +121,11 @@ void frmImport::ReadAgain() {
     ImportDraft draft = draft_;
     source_->TakeInto(draft);
     const bool onlyNumbers = draft.sheet == draft_.sheet && draft.csv == draft_.csv;
-    const NumberForm numbers = draft.numbers;
     FileSample sample = sample_;
     const bool read = Told([&] {
         if (onlyNumbers) return;
         sample = SampleOf(*OpenSource(source_->File(), draft));
         GuessColumns(sample, draft);
-        if (draft.csv == draft_.csv) return;
-        draft.numbers = numbers;
     });
     if (read) {
         draft_ = std::move(draft);

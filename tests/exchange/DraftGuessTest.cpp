@@ -23,7 +23,7 @@ std::string Guessed(const std::string& text, char delimiter = ',') {
 }
 
 TEST(DraftGuessTest, SeesWhatColumnsMean) {
-    EXPECT_EQ(Guessed("Country,Year,Life expectancy\nKenya,2001,51.2\nChad,2001,48.9\n"), "0+1 nTV - .");
+    EXPECT_EQ(Guessed("Country,Year,Life expectancy\nKenya,2001,51.2\nChad,2001,48.9\n"), "0+1 nTV I .");
     // The file of the World Bank: rows above the heads, codes, periods across, a blank last column.
     EXPECT_EQ(Guessed("Data Source,World Development Indicators,\nLast Updated Date,2020-01-01,\nCountry Name,Country "
                       "Code,Indicator Name,Indicator Code,2000,2001,\nAruba,ABW,Population,SP.POP,,90853.5,\n"
