@@ -67,7 +67,7 @@ TEST_F(ImportFailuresTest, AFullDiskLeavesWhatWasThere) {
 
 // A process that is ended in the middle leaves the database whole, and the next import clears what it left.
 TEST_F(ImportFailuresTest, AKillLeavesTheDatabaseWhole) {
-    const QString file = Write(Rows(30'000));
+    const QString file = Write(Rows(9'000));
     const std::vector<std::string> before = Values(base_);
     Connection.reset();
     for (const int percent : {0, 10, 30, 65, 80}) {
