@@ -42,7 +42,10 @@ AreaMatcher::AreaMatcher(const std::vector<TargetArea>& areas, const std::vector
         numberOf.try_emplace(jet::Folded(area.id), area.number);
         for (const std::string& name : area.names) {
             Know(names_, jet::Folded(WithoutBlanks(name)), area.number);
-            Know(keys_, KeyOf(name), area.number);
+            const QString key = SpellingKey(QString::fromStdString(name));
+            Know(keys_, key.toStdString(), area.number);
+            if (nameKeys_.empty() || nameKeys_.back().second != &area || nameKeys_.back().first != key)
+                nameKeys_.emplace_back(key, &area);
         }
     }
     KnowCodes();
@@ -103,15 +106,17 @@ AreaMatch AreaMatcher::Match(std::string_view id, std::string_view name) {
 std::vector<const TargetArea*> AreaMatcher::Nearest(const std::string& text, std::size_t count) const {
     constexpr int most = 6;
     const QString key = SpellingKey(QString::fromStdString(text));
+    const int enough = std::max<int>(2, static_cast<int>(key.size()) / 3);
     std::vector<std::pair<int, const TargetArea*>> near;
-    for (const TargetArea& area : areas_) {
-        int apart = most + 1;
-        for (const std::string& name : area.names) {
-            const QString other = SpellingKey(QString::fromStdString(name));
-            const bool holds = key.size() > 3 && other.size() > 3 && (other.contains(key) || key.contains(other));
-            apart = std::min(apart, holds ? 1 : LettersApart(key, other, most));
-        }
-        if (apart <= std::max<int>(2, static_cast<int>(key.size()) / 3)) near.emplace_back(apart, &area);
+    for (const auto& [other, area] : nameKeys_) {
+        const bool holds = key.size() > 3 && other.size() > 3 && (other.contains(key) || key.contains(other));
+        const int apart = holds ? 1 : LettersApart(key, other, std::min(enough, most));
+        if (apart > std::min(enough, most)) continue;
+        // The names of an area stand together.
+        if (near.empty() || near.back().second != area)
+            near.emplace_back(apart, area);
+        else
+            near.back().first = std::min(near.back().first, apart);
     }
     std::ranges::stable_sort(near, {}, &std::pair<int, const TargetArea*>::first);
     std::vector<const TargetArea*> areas;

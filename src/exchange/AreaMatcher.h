@@ -31,8 +31,11 @@ class AreaMatcher final {
     AreaMatcher(const std::vector<TargetArea>& areas, const std::vector<AreaChoice>& choices);
 
     [[nodiscard]] AreaMatch Match(std::string_view id, std::string_view name);
-    /// The areas whose names are most like a text, the nearest first; at most `count`.
+    /// The areas whose names are most like a text, the nearest first; at most `count`. Compares with every name of the
+    /// database: see Names.
     [[nodiscard]] std::vector<const TargetArea*> Nearest(const std::string& text, std::size_t count) const;
+    /// How many names there are.
+    [[nodiscard]] std::size_t Names() const { return nameKeys_.size(); }
 
   private:
     [[nodiscard]] AreaMatch Look(std::string_view text) const;
@@ -45,6 +48,7 @@ class AreaMatcher final {
     TextMap<AreaMatch> names_;
     TextMap<AreaMatch> keys_;
     TextMap<AreaMatch> seen_;
+    std::vector<std::pair<QString, const TargetArea*>> nameKeys_; ///< of each name
     std::string last_;
     AreaMatch lastMatch_;
 };

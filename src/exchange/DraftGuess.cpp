@@ -228,6 +228,21 @@ class ColumnGuess final {
     std::vector<ColumnLook> looks_;
 };
 
+/// Lines above the heads that name a thing and its text, as the program's own data-entry sheet has them.
+void TakeLabels(const FileSample& sample, ImportDraft& draft) {
+    for (std::size_t row = 0; row < static_cast<std::size_t>(draft.skippedRows) && row < sample.rows.size(); ++row) {
+        const Row& texts = sample.rows[row];
+        if (FilledFields(texts) != 2 || texts[0].empty()) continue;
+        const QString label = QString::fromStdString(texts[0]);
+        const QString text = QString::fromStdString(
+            *std::find_if(texts.begin() + 1, texts.end(), [](const std::string& field) { return !field.empty(); }));
+        const Role role = RoleOfHead(label);
+        if (role != Role::LeftOut && role != Role::Value && !draft.Has(role)) draft.constants[At(role)] = text;
+        if (label == PlainText(QStringLiteral("Comm_Sector"))) draft.sector = text;
+        if (label == PlainText(QStringLiteral("Comm_Class"))) draft.indicatorClass = text;
+    }
+}
+
 void FillConstants(const QString& file, ImportDraft& draft) {
     const QString name = QFileInfo(file).completeBaseName();
     const auto fill = [&](Role role, const QString& text) {
@@ -237,8 +252,8 @@ void FillConstants(const QString& file, ImportDraft& draft) {
     fill(Role::Subgroup, PlainText(QStringLiteral("TS_ImportTotal")));
     fill(Role::Source, name);
     if (draft.ValueColumns() > 0) fill(Role::Indicator, name);
-    draft.sector = PlainText(QStringLiteral("TS_ImportSector"));
-    draft.indicatorClass = name;
+    if (draft.sector.isEmpty()) draft.sector = PlainText(QStringLiteral("TS_ImportSector"));
+    if (draft.indicatorClass.isEmpty()) draft.indicatorClass = name;
 }
 
 } // namespace
@@ -246,7 +261,9 @@ void FillConstants(const QString& file, ImportDraft& draft) {
 FileSample SampleOf(TableReader& reader) {
     FileSample sample;
     TableRow row;
-    while (sample.rows.size() < FileSample::kRows && reader.Next(row)) {
+    std::size_t cells = 0;
+    while (sample.rows.size() < FileSample::kRows && cells < FileSample::kCells && reader.Next(row)) {
+        cells += row.count;
         Row& kept = sample.rows.emplace_back();
         for (std::size_t i = 0; i < row.count; ++i)
             kept.emplace_back(WithoutBlanks(row.fields[i]));
@@ -268,7 +285,9 @@ ImportDraft GuessDraft(const QString& file, const QString& sheet) {
     draft.kind = KindOf(file);
     draft.sheet = sheet;
     if (draft.kind == FileKind::Csv) draft.csv = FindCsvForm(file);
-    GuessColumns(SampleOf(*OpenSource(file, draft)), draft);
+    const FileSample sample = SampleOf(*OpenSource(file, draft));
+    GuessColumns(sample, draft);
+    TakeLabels(sample, draft);
     FillConstants(file, draft);
     return draft;
 }

@@ -22,6 +22,7 @@ namespace {
 
 constexpr std::size_t kNearestShown = 5;
 constexpr std::size_t kUnknownAreasListed = 2000;
+constexpr std::size_t kNamesCompared = 5'000'000;
 constexpr int kRowsBetweenProgress = 4096;
 
 QString Text(std::string_view text) {
@@ -206,13 +207,17 @@ class Reading final {
     }
 
     void ListUnknownAreas() {
-        for (UnknownArea& unknown : checked_.unknownAreas)
+        // The work goes with both numbers: in a large database fewer are looked for.
+        std::size_t left = kNamesCompared / std::max<std::size_t>(matcher_.Names(), 1) + 20;
+        for (UnknownArea& unknown : checked_.unknownAreas) {
+            if (left-- == 0) return;
             for (const TargetArea* const area : matcher_.Nearest(unknown.text.toStdString(), kNearestShown)) {
                 const QString id = QString::fromStdString(area->id);
                 unknown.nearestIds << id;
                 unknown.nearest << QString::fromStdString(area->names.front()) + QStringLiteral(" (") + id +
                                        QLatin1Char(')');
             }
+        }
     }
 
     CheckedImport& checked_;

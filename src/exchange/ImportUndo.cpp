@@ -1,11 +1,12 @@
 #include "exchange/ImportUndo.h"
 
 #include "platform/Files.h"
-#include "platform/Rights.h"
+#include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <unistd.h>
 
@@ -23,18 +24,26 @@ qint64 LastLogLine(const QString& database) {
     return rows.isOpen() && !rows.atEnd() ? rows.Number(std::size_t{0}) : -1;
 }
 
+/// The file itself where the path leads to it by links, or in another case.
+QString FileItself(const QString& database) {
+    const QString found = FindPath(database);
+    const QString real = QFileInfo(found).canonicalFilePath();
+    return real.isEmpty() ? found : real;
+}
+
 } // namespace
 
 QString FileBeforeImport(const QString& database) {
-    return database + QStringLiteral(".before-import");
+    return FileItself(database) + QStringLiteral(".before-import");
 }
 
 bool KeepBeforeImport(const QString& database) {
     const QString kept = FileBeforeImport(database);
     QFile::remove(kept);
     // A second name costs nothing: the new file takes the first one.
-    if (::link(QFile::encodeName(database).constData(), QFile::encodeName(kept).constData()) == 0) return true;
-    return CopyFileOver(database, kept);
+    const QString file = FileItself(database);
+    if (::link(QFile::encodeName(file).constData(), QFile::encodeName(kept).constData()) == 0) return true;
+    return CopyFileOver(file, kept);
 }
 
 bool KeepsStateBeforeImport(const QString& database) {
@@ -49,7 +58,7 @@ bool CanUndoImport(const QString& database) {
 }
 
 bool UndoImport(const QString& database) {
-    return CanUndoImport(database) && PutInPlace(FileBeforeImport(database), database);
+    return CanUndoImport(database) && PutInPlace(FileBeforeImport(database), FileItself(database));
 }
 
 } // namespace tessaro

@@ -15,6 +15,8 @@
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 
+#include <QFile>
+
 #include <algorithm>
 #include <array>
 #include <set>
@@ -234,8 +236,10 @@ QString Refused(const CheckedImport& checked) {
 }
 
 bool PutInto(UnfinishedDatabase& unfinished, const CheckedImport& checked) {
-    if (checked.target.into == ImportInto::Itself && !KeepBeforeImport(checked.target.file)) return false;
-    return unfinished.Finish();
+    if (checked.target.into != ImportInto::Itself) return unfinished.Finish();
+    if (KeepBeforeImport(checked.target.file) && unfinished.Finish()) return true;
+    QFile::remove(FileBeforeImport(checked.target.file));
+    return false;
 }
 
 } // namespace

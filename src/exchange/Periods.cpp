@@ -53,6 +53,16 @@ std::optional<std::string> SplitYears(const QString& text) {
     return QStringLiteral("%1-%2").arg(first).arg(first + 1).toStdString();
 }
 
+/// Four digits in a row, as every form has them: most texts of a file are no periods, and this tells soon.
+bool HasYear(std::string_view text) {
+    int digits = 0;
+    for (const char c : text) {
+        digits = c >= '0' && c <= '9' ? digits + 1 : 0;
+        if (digits == 4) return true;
+    }
+    return false;
+}
+
 bool IsYear(std::string_view text) {
     return text.size() == 4 && (text[0] == '1' || (text[0] == '2' && text[1] < '2')) &&
            text.find_first_not_of("0123456789") == std::string_view::npos;
@@ -62,7 +72,7 @@ bool IsYear(std::string_view text) {
 
 std::optional<std::string> ReadPeriod(std::string_view text) {
     if (IsYear(text)) return std::string(text);
-    if (text.size() < 4 || text.size() > 40) return std::nullopt;
+    if (text.size() < 4 || text.size() > 40 || !HasYear(text)) return std::nullopt;
     const QString trimmed = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).trimmed();
     if (const auto split = SplitYears(trimmed)) return split;
     for (const PeriodForm& form : Forms()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exchange/ImportCheck.h"
+#include "exchange/ImportReport.h"
 
 #include <QWidget>
 

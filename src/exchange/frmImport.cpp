@@ -16,6 +16,7 @@
 #include "session/Addresses.h"
 #include "session/ErrorSink.h"
 #include "session/FileNames.h"
+#include "session/Frame.h"
 #include "session/JetCopies.h"
 #include "session/Messages.h"
 #include "session/Session.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange/DraftGuess.h"
+#include "exchange/ImportReport.h"
 #include "exchange/ImportWriter.h"
 #include "wizards/WizardFrame.h"
 

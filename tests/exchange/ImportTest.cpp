@@ -161,6 +161,18 @@ TEST_F(ImportTest, KeepsChoicesOfAreas) {
     EXPECT_THROW(static_cast<void>(CheckImport(file, draft, Into(ImportInto::Copy))), ReadError);
 }
 
+// The sheet that a calculation ends with: its names stand above the heads.
+TEST_F(ImportTest, ReadsTheProgramsOwnDataEntrySheet) {
+    const QString file =
+        Write("Data entry,,,,,\n,,,,,\nSector,Society,,,,\nClass,Schools,,,,\nIndicator,Literacy,,,,\n"
+              "Unit,Percent,,,,\nTime,Area ID,Area name,Data value,Subgroup,Source\n2010,ASIIND,India,70,"
+              "Total,Census\n2000,ASIIND,India,61,Total,Census\n2000,ASICHN,China,90.9,Total,Census\n");
+    const ImportDraft draft = GuessDraft(file);
+    EXPECT_EQ(draft.sector + QLatin1Char('/') + draft.indicatorClass, "Society/Schools");
+    EXPECT_EQ(CountsOf(*CheckImport(file, draft, Into(ImportInto::Copy))),
+              "new 1, same 2, changed 0, empty 0, refused 0");
+}
+
 // What the program writes for others it reads back as the same values.
 TEST_F(ImportTest, ReadsBackWhatIsExported) {
     const std::vector<std::string> values =
