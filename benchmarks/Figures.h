@@ -48,6 +48,10 @@ void MeasureProgram(Report& report, const QString& self, const QString& database
 void MeasureNewDatabase(Report& report, const QString& self, const QString& database, const QString& installation);
 /// That process's part: true when the arguments ask for it; the exit status is in `status`.
 bool PlayNewDatabase(int argc, char** argv, int& status);
+/// A CSV of a million values, checked and written by a process of its own, which `self` is.
+void MeasureImport(Report& report, const QString& self, const QString& database, const QString& installation);
+/// That process's part: true when the arguments ask for it; the exit status is in `status`.
+bool PlayImport(int argc, char** argv, int& status);
 
 /// The program's part in MeasureProgram: true when the arguments ask for it; the exit status is in `status`.
 bool PlayProgram(int argc, char** argv, int& status);

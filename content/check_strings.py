@@ -14,7 +14,7 @@ LANGUAGES = ROOT / "content" / "languages.csv"
 DOCUMENTS = ROOT / "content" / "documents"
 
 COLUMNS = ["VariableName", "ModuleID", "English", "French", "Spanish", "Arabic", "Russian"]
-MODULES = {"shell", "selection", "dataview", "calculate", "presentation", "map", "gallery"}
+MODULES = {"shell", "selection", "dataview", "calculate", "presentation", "map", "gallery", "exchange"}
 COMING_MODULES = {"calculate", "map"}  # their screens are still to be built, their texts are translated already
 LANGUAGE_COLUMNS = ["LangID", "LangCode", "FontCharset", "Locale", "FontName", "FontSize"]
 
@@ -22,7 +22,7 @@ LANGUAGE_COLUMNS = ["LangID", "LangCode", "FontCharset", "Locale", "FontName", "
 MENUS = {
     "file":
         "mnu_File_New mnu_File_Open Comm_Save mnu_File_SaveAs PRINT_BUTTON mnu_File_ImportExport "
-        "mnu_File_Properties mnu_File_Exit",
+        "TS_UndoImport mnu_File_Properties mnu_File_Exit",
     "edit": "mnu_Edit_Cut mnu_Edit_Copy mnu_Edit_Paste mnu_Edit_SelectAll mnu_Edit_Find",
     "view": "mnu_View_ToolBars mnu_View_StatusBar",
     "toolbars": "mnu_View_ToolBars_StandardBtn mnu_View_ToolBars_AddressBar",

@@ -2,7 +2,7 @@
 
 #include "calculate/BuildingStop.h"
 #include "calculate/CopyMasters.h"
-#include "calculate/LanguageTables.h"
+#include "database/LanguageTables.h"
 #include "database/Schema.h"
 #include "jet/engine/BulkLoad.h"
 #include "jet/values/Collation.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "calculate/TargetDatabase.h"
+#include "database/TargetDatabase.h"
 
 namespace tessaro {
 

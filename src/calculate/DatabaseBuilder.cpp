@@ -1,15 +1,14 @@
 #include "calculate/DatabaseBuilder.h"
 
 #include "calculate/BuildingStop.h"
-#include "calculate/LanguageTables.h"
 #include "calculate/NewFile.h"
 #include "calculate/ResultCheck.h"
-#include "calculate/TargetDatabase.h"
 #include "database/DataExists.h"
-#include "database/Schema.h"
+#include "database/LanguageTables.h"
+#include "database/TargetDatabase.h"
 #include "database/UnfinishedDatabase.h"
+#include "database/UseOfFile.h"
 #include "jet/engine/BulkLoad.h"
-#include "platform/Clock.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
@@ -17,12 +16,7 @@
 #include "session/JetCopies.h"
 #include "session/Messages.h"
 #include "session/Session.h"
-#include "session/Templates.h"
 
-#include <QFileInfo>
-
-#include <algorithm>
-#include <filesystem>
 #include <stdexcept>
 #include <utility>
 
@@ -39,47 +33,21 @@ template <class Work> void DoStep(const char* procedure, Work&& work) {
     if (!trap.Try(std::forward<Work>(work))) throw StepFailed();
 }
 
-bool IsSameFile(const QString& a, const QString& b) {
-    if (SamePath(QFileInfo(FindPath(a)).absoluteFilePath(), QFileInfo(FindPath(b)).absoluteFilePath())) return true;
-    std::error_code none; // a path that doesn't exist is no other file
-    return std::filesystem::equivalent(FindPath(a).toStdString(), FindPath(b).toStdString(), none);
-}
-
-QString Template() {
-    return TemplateFile(QStringLiteral("dbTemp.mdb"));
-}
-
-/// Databases from before there were logs lack tables that every new one has.
-void AddLaterTables(TargetDatabase& target) {
-    jet::Connection& connection = target.connection();
-    for (const schema::TableDefinition& table : schema::DataTables()) {
-        if (table.perLanguage || connection.catalogue().find(table.name) != nullptr) continue;
-        connection.Execute("CREATE TABLE [" + std::string(table.name) + "] (" + std::string(table.columns) + ")");
-    }
-}
-
-void LogWhatWasDone(TargetDatabase& target, const QString& file, const QString& what) {
-    constexpr qsizetype width = 255;
-    const QString time = Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    target.Run(QStringLiteral("INSERT INTO Database_Log ([TimeStamp], DatabaseFileName, [Action])  VALUES(") +
-               QuotedList({time, FileNameOf(file).right(width), what.left(width)}) + QLatin1Char(')'));
-}
-
 /// Makes the file from which the work starts: the empty template, or a copy of the open database.
 void MakeStart(const QString& path, bool withDataView) {
     if (!withDataView) return jet::Database::Copy(FileToOpen(CurrentDatabase).toStdString(), path.toStdString());
-    if (!CopyPassingFile(Template(), path))
+    if (!CopyPassingFile(DatabaseTemplate(), path))
         throw std::runtime_error("The template can't be copied to " + path.toStdString());
 }
 
 void Fill(const QString& path, const DataEntrySheet& result, bool withDataView, const QString& target,
           const QString& what) {
     TargetDatabase database(path, LanguageSuffix);
-    AddLaterTables(database);
+    database.AddLaterTables();
     DoStep("Write_New_File", [&] { Write_New_File(database, result, withDataView); });
     const QString texts = withDataView ? FileToOpen(CurrentDatabase) : QString();
     DoStep("CopyLanguageTables", [&] { CompleteLanguages(database, texts); });
-    LogWhatWasDone(database, target, what);
+    database.LogAction(target, what);
 }
 
 void Make(const QString& path, const DataEntrySheet& result, bool withDataView, const QString& target,
@@ -101,19 +69,13 @@ BuiltDatabase NotMade(const QString& target) {
 
 } // namespace
 
-bool IsDatabaseInUse(const QString& path) {
-    const QString own[] = {CurrentDatabase, FileToOpen(CurrentDatabase), Template(),
-                           JoinPath({CacheFolder, QStringLiteral("InfoSel.mdb")}),
-                           JoinPath({CacheFolder, QStringLiteral("UserSelections.mdb")})};
-    return std::ranges::any_of(own, [&](const QString& used) { return IsSameFile(path, used); });
-}
-
 BuiltDatabase BuildDatabase(const DataEntrySheet& result, bool withDataView, const QString& target,
                             const QString& what) {
     const ErrorTrap trap("BuildDatabase");
     if (IsDatabaseInUse(target)) return {false, FilledText(QStringLiteral("012"), {})};
     if (QString problem = ProblemOf(result); !problem.isEmpty()) return {false, problem};
-    if (!Connection || (withDataView && !FileExists(Template()))) return {false, FilledText(QStringLiteral("011"), {})};
+    if (!Connection || (withDataView && !FileExists(DatabaseTemplate())))
+        return {false, FilledText(QStringLiteral("011"), {})};
     const WaitState wait;
     UnfinishedDatabase file(target);
     try {

@@ -14,10 +14,6 @@ struct BuiltDatabase {
                      ///< told
 };
 
-/// True for a file that no result may be saved to: the open database (message "012"), whatever the case and way in
-/// which the path names it, and the program's own working files.
-[[nodiscard]] bool IsDatabaseInUse(const QString& path);
-
 /// Writes a result into a new database at `target`: with `withDataView` a fresh one from the template that holds the
 /// data in view as well, else a copy of the open database whose data are the result alone. The file is made beside its
 /// name and put in place at the end, so that whatever fails leaves what stood there before. `what` says in a line what

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calculate/DataEntry.h"
-#include "calculate/TargetDatabase.h"
+#include "database/TargetDatabase.h"
 
 #include <QString>
 

@@ -1,5 +1,6 @@
 #include "calculate/ResultCheck.h"
 
+#include "database/Schema.h"
 #include "jet/values/Value.h"
 #include "session/Messages.h"
 #include "session/Strings.h"
@@ -10,8 +11,8 @@ namespace tessaro {
 
 namespace {
 
-constexpr qsizetype kLongestName = 255;
-constexpr qsizetype kLongestTime = 60;
+using schema::kLongestName;
+using schema::kLongestTime;
 
 /// A field of the data-entry sheet, by its caption.
 struct Field {

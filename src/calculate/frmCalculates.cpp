@@ -14,6 +14,7 @@
 #include "controls/FileDialogs.h"
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
+#include "database/UseOfFile.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Paths.h"
 #include "session/Addresses.h"

@@ -12,6 +12,10 @@ class Connection;
 /// Every table that the system reads or writes, in the files in which it lives.
 namespace tessaro::schema {
 
+constexpr int kLongestName = 255; ///< characters of names, area ids, sources and footnotes
+constexpr int kLongestTime = 60;  ///< of periods
+constexpr int kLongestValue = 60; ///< of values
+
 /// A language of a data database, a row of its Language table.
 struct DatabaseLanguage {
     std::string name; ///< "English [en]"

@@ -1,7 +1,10 @@
 #include "dataview/DataExport.h"
 
 #include "dataview/GridQuery.h"
+#include "formats/CsvText.h"
+#include "formats/ValueTable.h"
 #include "office/Error.h"
+#include "office/ForeignWorkbook.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -39,11 +42,6 @@ QStringList Heads(const ExportRows& rows) {
 QString TextOf(const ExportRows& rows, const GridRow& row, int column) {
     if (column < kFootnoteColumn) return row.Text(column);
     return row.footNId != 0 ? rows.footnoteOf(row) : QString();
-}
-
-bool BeginsFormula(QChar c) {
-    // Spreadsheets read the full-width forms of these signs like the plain ones in East Asian locales.
-    return QStringView(u"=+-@\uFF1D\uFF0B\uFF0D\uFF20").contains(c);
 }
 
 /// Writes the log file of the export: one line about the last file written.
@@ -98,18 +96,6 @@ void AppendHtmlRow(QByteArray& page, const ExportRows& rows, const GridRow& row)
 
 } // namespace
 
-QString WithoutFormula(const QString& text) {
-    if (text.isEmpty() || ReadsAsNumber(text)) return text;
-    qsizetype first = 0;
-    while (first < text.size() &&
-           (text[first].isSpace() || text[first] == QLatin1Char('"') || text[first].category() == QChar::Other_Format ||
-            text[first].category() == QChar::Other_Control))
-        ++first;
-    const bool marked = text[0] == QLatin1Char('\t') || text[0] == QLatin1Char('\r') ||
-                        (first < text.size() && BeginsFormula(text[first]));
-    return marked ? QLatin1Char('\'') + text : text;
-}
-
 bool SaveDataViewHtm(const QString& file, const ExportRows& rows) {
     if (file.trimmed().isEmpty()) return true;
     QByteArray page = HtmlHead().toUtf8();
@@ -138,6 +124,54 @@ bool SaveDataViewTxt(const QString& file, const ExportRows& rows) {
         text += '\n';
     }
     return ReplaceFile(file, text);
+}
+
+namespace {
+
+bool EndsWith(const QString& file, const char* ending) {
+    return file.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
+}
+
+/// The forms that hold values only, by the ending of their names.
+struct ValueForm {
+    const char* ending;
+    bool (*save)(const QString& file, const ValueTable& table);
+    bool holdsNotes;
+};
+constexpr ValueForm kValueForms[] = {{".sdmx.csv", SaveSdmxCsv, true},
+                                     {".wide.csv", SaveWideCsv, false},
+                                     {".csv", SaveLongCsv, true},
+                                     {".json", SaveJsonStat, false},
+                                     {".px", SavePx, false}};
+
+const ValueForm* FormOf(const QString& file) {
+    for (const ValueForm& form : kValueForms)
+        if (EndsWith(file, form.ending)) return &form;
+    return nullptr;
+}
+
+} // namespace
+
+bool IsValueFile(const QString& file) {
+    return FormOf(file) != nullptr;
+}
+
+bool LosesNotes(const QString& file) {
+    const ValueForm* const form = FormOf(file);
+    return form != nullptr && !form->holdsNotes;
+}
+
+bool SaveDataViewValues(const QString& file, const ExportRows& rows) {
+    const auto at = [&](int number) -> std::optional<ValueRow> {
+        const GridRow* const row = rows.rowAt(number);
+        if (row == nullptr) return std::nullopt;
+        return ValueRow{
+            row->timePeriod, row->areaId,    row->areaName,
+            row->indicator,  row->unit,      row->subpop,
+            row->source,     row->datavalue, rows.footnoteOf ? TextOf(rows, *row, kFootnoteColumn) : QString()};
+    };
+    const ValueForm* const form = FormOf(file);
+    return form != nullptr && form->save(file, {rows.count, at});
 }
 
 namespace {
@@ -172,8 +206,10 @@ int SaveDataViewXls(const QString& file, const ExportRows& rows) {
         WriteList(book, book.Sheet(name), {.name = name, .heads = Heads(rows), .next = next, .sheetWritten = written});
     book.ActivateSheet(1);
     book.Save();
+    const bool isXls = file.endsWith(QLatin1String(".xls"), Qt::CaseInsensitive);
+    if (!isXls) office::SaveCopyAs(book, file);
     book.Close(false);
-    if (!SamePath(work, file) && !CopyFileOver(work, file)) throw office::Error(office::Failure::File, file);
+    if (isXls && !SamePath(work, file) && !CopyFileOver(work, file)) throw office::Error(office::Failure::File, file);
     WriteLog("Exc Log", file, rows.count);
     return sheets;
 }

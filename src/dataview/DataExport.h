@@ -20,17 +20,20 @@ struct ExportRows {
 /// Why the rows end early. Thrown by rowAt; the export leaves no file then.
 enum class ExportStopped { ByUser, Unreadable };
 
-/// A text for a file that spreadsheets read as well: an apostrophe before everything that they would take for a
-/// formula (=, +, -, @ after blanks and marks that don't show). Numbers stay as they are.
-[[nodiscard]] QString WithoutFormula(const QString& text);
-
 /// A web page in one file: header row and rows, right to left if the language is. False when it can't be written (the
 /// old file stays). A blank name does nothing.
 [[nodiscard]] bool SaveDataViewHtm(const QString& file, const ExportRows& rows);
 /// Header and rows, tab between cells, line feed between rows, UTF-8.
 [[nodiscard]] bool SaveDataViewTxt(const QString& file, const ExportRows& rows);
-/// A workbook with the sheet "DataView"; rows beyond what a sheet holds go on on further ones, each with the header.
-/// Gives the number of sheets. Throws office::Error; the old file stays then.
+/// True for a name with the ending of a form that holds values only: .csv (long), .wide.csv, .sdmx.csv, .json
+/// (JSON-stat), .px.
+[[nodiscard]] bool IsValueFile(const QString& file);
+/// True when that form has no room for footnotes.
+[[nodiscard]] bool LosesNotes(const QString& file);
+/// The rows in that form, with values as they are stored.
+[[nodiscard]] bool SaveDataViewValues(const QString& file, const ExportRows& rows);
+/// A workbook (.xls, .xlsx or .ods, by its name) with the sheet "DataView"; rows beyond what a sheet holds go on on
+/// further ones, each with the header. Gives the number of sheets. Throws office::Error; the old file stays then.
 int SaveDataViewXls(const QString& file, const ExportRows& rows);
 
 } // namespace tessaro

@@ -37,6 +37,12 @@ void TellStopped(ExportStopped reason) {
     ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, MessageIcon::Note, {}, false);
 }
 
+/// What a form can't hold is told before, not after.
+bool AgreesToLoseNotes() {
+    return ShowMessage(QStringLiteral("TS_ExportLosesNotes"), MessageType::YesNo, MessageIcon::Question) ==
+           MessageCode::Yes;
+}
+
 /// How an attempt to save has ended.
 struct Outcome {
     int sheets = 0; ///< 1 for text and web page; 0: nothing was written
@@ -62,13 +68,18 @@ void Tell(const Outcome& outcome, const QString& file) {
 } // namespace
 
 void ViewExport::AskAndSave() {
-    const QString filter = QStringList{FilterLine("TS_FilterWebPage", "*.htm *.html"),
-                                       FilterLine("TS_FilterWorkbook", "*.xls"), FilterLine("TS_FilterText", "*.txt")}
-                               .join(QStringLiteral(";;"));
+    const QString filter =
+        QStringList{FilterLine("TS_FilterWebPage", "*.htm *.html"), FilterLine("TS_FilterWorkbook", "*.xls"),
+                    FilterLine("TS_FilterWorkbook", "*.xlsx"),      FilterLine("TS_FilterWorkbook", "*.ods"),
+                    FilterLine("TS_FilterText", "*.txt"),           FilterLine("TS_FilterCsv", "*.csv"),
+                    FilterLine("TS_FilterWideCsv", "*.wide.csv"),   QStringLiteral("SDMX-CSV (*.sdmx.csv)"),
+                    QStringLiteral("JSON-stat 2 (*.json)"),         QStringLiteral("PX (*.px)")}
+            .join(QStringLiteral(";;"));
     const QString file = AskForNewFile(owner_, {PlainText(QStringLiteral("TS_PageSaveAs")),
                                                 QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
                                                 filter, QStringLiteral("DataView.htm")});
-    if (!file.isEmpty()) Save(file);
+    if (file.isEmpty() || (LosesNotes(file) && rows_.HasFootnotes() && !AgreesToLoseNotes())) return;
+    Save(file);
 }
 
 // Gives the number of sheets (1 for text and web page), 0 when the file can't be written. Throws what ends it early.
@@ -89,7 +100,9 @@ int ViewExport::Write(const QString& file, const char* textKey) {
     if (ShowFootnotes && rows_.HasFootnotes())
         rows.footnoteOf = [this](const GridRow& row) { return rows_.Grid().FootnoteText(row.footNId); };
     const QString kind = QFileInfo(file).suffix().toLower();
-    if (kind == QLatin1String("xls")) return SaveDataViewXls(file, rows);
+    if (kind == QLatin1String("xls") || kind == QLatin1String("xlsx") || kind == QLatin1String("ods"))
+        return SaveDataViewXls(file, rows);
+    if (IsValueFile(file)) return SaveDataViewValues(file, rows) ? 1 : 0;
     const bool saved = kind == QLatin1String("txt") ? SaveDataViewTxt(file, rows) : SaveDataViewHtm(file, rows);
     return saved ? 1 : 0;
 }

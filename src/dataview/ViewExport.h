@@ -17,8 +17,8 @@ class ViewExport final {
 
     /// Asks for a file and saves the rows in it.
     void AskAndSave();
-    /// Writes the kind of file that the name says: .xls, .txt, or a web page. False after the message, or when the user
-    /// stopped it; the old file stands then.
+    /// Writes the kind of file that the name says: .xls, .xlsx, .ods, .txt, .csv, .px, .json, or a web page. False
+    /// after the message, or when the user stopped it; the old file stands then.
     bool Save(const QString& file);
     /// Shows the rows as a workbook for reading and printing.
     void Print();

@@ -68,7 +68,8 @@ std::shared_ptr<Document> Document::New(std::shared_ptr<ProcessLink> connection,
 std::shared_ptr<Document> Document::Open(std::shared_ptr<ProcessLink> connection, const QString& file,
                                          const char* filter, const Frame& frame) {
     if (!QFileInfo::exists(file)) throw Error(Failure::File, QStringLiteral("there is no file \"%1\"").arg(file));
-    if (!IsCompoundFile(file))
+    const bool isOurs = qstrcmp(filter, kWorkbook) == 0 || qstrcmp(filter, kSlides) == 0;
+    if (isOurs ? !IsCompoundFile(file) : !IsZipFile(file))
         throw Error(Failure::File, QStringLiteral("\"%1\" can't be read as what its name says").arg(file));
     return Make(std::move(connection), file, FileUrl(file), filter, frame);
 }
@@ -182,20 +183,21 @@ void Document::Store(const QString& file) {
     Run([](const Model& model) { Need<com::sun::star::util::XModifiable>(model)->setModified(false); });
 }
 
-void Document::Export(const QString& file, const char* exportFilter) {
+void Document::Export(const QString& file, const char* exportFilter, const QString& options) {
     WorkFile work(file);
-    if (!Written(work.Name(), exportFilter))
+    if (!Written(work.Name(), exportFilter, options))
         throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
     work.Replace();
 }
 
-bool Document::Written(const QString& file, const char* exportFilter) {
+bool Document::Written(const QString& file, const char* exportFilter, const QString& options) {
     bool written = true;
     const auto store = [&](const Model& model) {
         try {
             Need<com::sun::star::frame::XStorable>(model)->storeToURL(
                 FileUrl(file),
-                Properties({Property("FilterName", Any(Ascii(exportFilter))), Property("Overwrite", Any(true))}));
+                Properties({Property("FilterName", Any(Ascii(exportFilter))),
+                            Property("FilterOptions", Any(ToUno(options))), Property("Overwrite", Any(true))}));
         } catch (const com::sun::star::io::IOException&) {
             written = false;
         }

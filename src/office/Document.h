@@ -27,6 +27,8 @@ class Document final {
     /// Kinds of documents, by the filter that reads and writes their files.
     static constexpr const char* kWorkbook = "MS Excel 97";
     static constexpr const char* kSlides = "MS PowerPoint 97";
+    static constexpr const char* kOpenDocument = "calc8";             ///< .ods
+    static constexpr const char* kOpenXml = "Calc MS Excel 2007 XML"; ///< .xlsx
 
     /// A new document of a factory ("private:factory/scalc"); into the frame of a host when one is given.
     [[nodiscard]] static std::shared_ptr<Document> New(std::shared_ptr<ProcessLink> connection, const char* factory,
@@ -44,8 +46,8 @@ class Document final {
     void Run(const std::function<void(const Model&)>& work);
     /// Writes the file: into a work file beside it, which then takes its place.
     void Store(const QString& file);
-    /// Stores a copy in another format ("calc_pdf_Export"), in the same way.
-    void Export(const QString& file, const char* exportFilter);
+    /// Stores a copy in another format ("calc_pdf_Export"), in the same way; `options` are the filter's own.
+    void Export(const QString& file, const char* exportFilter, const QString& options = {});
     /// Closes without saving; never throws.
     void Close() noexcept;
     [[nodiscard]] bool IsOpen() const;
@@ -71,7 +73,7 @@ class Document final {
                                           const rtl::OUString& url, const char* filter, const Frame& frame);
     void Run(const std::function<void(const Model&)>& work, std::size_t cells);
     void OpenModel(const rtl::OUString& url, const Frame& frame);
-    [[nodiscard]] bool Written(const QString& file, const char* exportFilter);
+    [[nodiscard]] bool Written(const QString& file, const char* exportFilter, const QString& options);
     void FlushOnWorker();
     void ShowTruths(int sheet, int row, int column, const Block& values);
     void FlushWhenMany();

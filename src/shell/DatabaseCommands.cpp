@@ -3,7 +3,10 @@
 #include "controls/OfficeErrors.h"
 #include "controls/StageScreen.h"
 #include "dataview/frmData.h"
+#include "exchange/ImportUndo.h"
+#include "exchange/frmImport.h"
 #include "metadata/frmInformationSheets.h"
+#include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
@@ -50,6 +53,32 @@ void DatabaseCommands::mnuDBSummReport_Click() {
         });
         return WriteSummaryReport([&frame](int sheet) { frame.SetProgress(100 * sheet / kSummarySheets); });
     });
+}
+
+void DatabaseCommands::mnuFilemnu_ImportExport_Click() {
+    const ErrorTrap trap("mnuFilemnu_ImportExport_Click");
+    QString written;
+    {
+        frmImport wizard(&parts_.window);
+        wizard.exec();
+        written = wizard.WrittenFile();
+    }
+    if (!written.isEmpty()) databases_.LoadNewMDB(written);
+}
+
+void DatabaseCommands::UndoLastImport() {
+    const ErrorTrap trap("mnuFileUndoImport_Click");
+    const QString database = CurrentDatabase;
+    if (!CanUndoImport(database)) {
+        ShowMessage(QStringLiteral("TS_WhyNoUndo"));
+        return;
+    }
+    const QString question = FilledText(QStringLiteral("TS_UndoImportAsk"), {FileNameOf(database)});
+    if (AskBeforeLoss(question, MessageType::YesNo, {}, false) != MessageCode::Yes) return;
+    if (UndoImport(database))
+        databases_.LoadNewMDB(database);
+    else
+        ShowFilledMessage(QStringLiteral("TS_NewDatabaseFailed"), {FolderOf(database)});
 }
 
 void DatabaseCommands::ShowInformationSheets(const char* code) {

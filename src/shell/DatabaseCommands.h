@@ -16,6 +16,10 @@ class DatabaseCommands final {
     void AddFavorites();
     /// Writes the summary report and shows it; message "026" without a database.
     void mnuDBSummReport_Click();
+    /// Brings in values of files; opens the database that they are in afterwards.
+    void mnuFilemnu_ImportExport_Click();
+    /// Takes the last import into the open database back, after a question.
+    void UndoLastImport();
     /// The sheets of a kind: "IND", "GOALS", "THEMES", "SOURCES", "RIGHTS".
     void ShowInformationSheets(const char* code);
 

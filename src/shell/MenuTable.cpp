@@ -1,6 +1,7 @@
 #include "shell/MenuTable.h"
 
 #include "controls/StageScreen.h"
+#include "exchange/ImportUndo.h"
 #include "session/Session.h"
 #include "shell/AddressBar.h"
 #include "shell/CommandTargets.h"
@@ -53,6 +54,12 @@ void Rights(const CommandTargets& on, bool /*checked*/) {
 void Open(const CommandTargets& on, bool /*checked*/) {
     on.databases.mnuFileOpen_Click();
 }
+void Import(const CommandTargets& on, bool /*checked*/) {
+    on.database.mnuFilemnu_ImportExport_Click();
+}
+void UndoImport(const CommandTargets& on, bool /*checked*/) {
+    on.database.UndoLastImport();
+}
 void Properties(const CommandTargets& on, bool /*checked*/) {
     on.settings.mnuFilemnu_Properties_Click();
 }
@@ -88,6 +95,9 @@ const MenuOffer HasScreen{[](const FrontState& front) { return front.screen; }, 
 const MenuOffer Finds{[](const FrontState& front) { return front.finds; }, "TS_WhyNoSearch"};
 const MenuOffer ShowsData{[](const FrontState& front) { return front.data; }, "TS_WhyOnlyData"};
 const MenuOffer HasDatabase{[](const FrontState& /*front*/) { return DatabaseOpen && LanguageInDatabase; }, "026"};
+const MenuOffer HasImport{
+    [](const FrontState& /*front*/) { return DatabaseOpen && KeepsStateBeforeImport(CurrentDatabase); },
+    "TS_WhyNoUndo"};
 const MenuOffer HasHelpDesk{[](const FrontState& /*front*/) { return HasHelpLink(3); }, "TS_WhyNoHelpDesk"};
 
 const MenuRow Rows[] = {
@@ -100,7 +110,8 @@ const MenuRow Rows[] = {
     {"mnuFile", "", "", Kind::Separator},
     {"mnuFile", "mnuFilePrint", "PRINT BUTTON", Kind::Command, OnScreen<&StageScreen::Print>, &Prints, "print.png",
      "Ctrl+P"},
-    {"mnuFile", "mnuFilemnu_ImportExport", "mnu_File_ImportExport", Kind::Command},
+    {"mnuFile", "mnuFilemnu_ImportExport", "mnu_File_ImportExport", Kind::Command, Import, nullptr, "", "Ctrl+I"},
+    {"mnuFile", "mnuFileUndoImport", "TS_UndoImport", Kind::Command, UndoImport, &HasImport},
     {"mnuFile", "", "", Kind::Separator},
     {"mnuFile", "mnuFilemnu_Properties", "mnu_File_Properties", Kind::Command, Properties, nullptr, "properties.png"},
     {"mnuFile", "", "", Kind::Separator},

@@ -1,4 +1,5 @@
 #include "calculate/NewDatabaseTest.h"
+#include "database/UseOfFile.h"
 #include "platform/Apart.h"
 #include "platform/Files.h"
 #include "session/Leftovers.h"

@@ -1,7 +1,10 @@
 #include "dataview/DataExport.h"
 
 #include "dataview/GridQuery.h"
+#include "formats/CsvLook.h"
+#include "formats/CsvText.h"
 #include "office/Error.h"
+#include "office/ForeignWorkbook.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -212,6 +215,40 @@ TEST_F(DataExportTest, AWorkbookHasNumbersTextsAndLooks) {
     EXPECT_NE(sheet.Look(3, ColUnit).value("colour").toString(), global);
     EXPECT_NE(sheet.Look(2, ColAreaName).value("colour").toString(), global);
     EXPECT_EQ(sheet.Look(3, ColAreaName).value("font"), sheet.Look(2, ColAreaName).value("font"));
+}
+
+TEST_F(DataExportTest, OtherKindsOfWorkbooksHoldTheSame) {
+    for (const char* name : {"DataView.xlsx", "DataView.ods"}) {
+        EXPECT_EQ(SaveDataViewXls(File(name), All()), 1) << name;
+        const office::ForeignWorkbook book(File(name));
+        EXPECT_EQ(book.SheetNames(), QStringList{"DataView"});
+        book.SaveSheetAsText(1, File("sheet.csv"));
+        TableRow row;
+        const auto reader = OpenCsv(File("sheet.csv"), {});
+        ASSERT_TRUE(reader->Next(row) && reader->Next(row));
+        EXPECT_EQ(row.fields[1] + row.fields[4], "001231234.5") << name;
+        ASSERT_TRUE(reader->Next(row));
+        EXPECT_EQ(row.fields[1] + row.fields[4], "=1+1n/a") << name;
+    }
+}
+
+TEST_F(DataExportTest, FilesOfValuesHoldThemAsTheyAreStored) {
+    const std::pair<const char*, const char*> files[] = {
+        {"a.csv", "2001,00123,\"A <b>&amp; \"\"'x\"\"\",Births,1234.50,Number,Total,Census,"},
+        {"a.wide.csv", "00123,\"A <b>&amp; \"\"'x\"\"\",Births,Number,Total,Census,1234.50"},
+        {"a.sdmx.csv", "TESSARO:DATA(1.0),00123,\"A <b>&amp; \"\"'x\"\"\",Births,Number,Total,Census,2001,1234.50,"},
+        {"a.json", "\"value\":{\"0\":1234.5,"},
+        {"a.px", "\"A <b>&amp; ''x'\",\"Births\",\"Number\",\"Total\",\"Census\",1234.5 "}};
+    for (const auto& [name, line] : files) {
+        EXPECT_TRUE(IsValueFile(File(name)));
+        ASSERT_TRUE(SaveDataViewValues(File(name), All())) << name;
+        const QByteArray text = ReadWholeFile(File(name)).value_or(QByteArray());
+        EXPECT_TRUE(text.contains(line)) << name << ": " << text.toStdString();
+    }
+    EXPECT_TRUE(ReadWholeFile(File("a.csv")).value_or(QByteArray()).contains("2001,'=1+1,"));
+    EXPECT_FALSE(SaveDataViewValues(QStringLiteral("/proc/a.csv"), All()));
+    EXPECT_TRUE(LosesNotes(File("a.px")));
+    EXPECT_FALSE(LosesNotes(File("a.csv")) || IsValueFile(File("a.txt")));
 }
 
 TEST_F(DataExportTest, RowsBeyondOneSheetGoOnOnTheNext) {

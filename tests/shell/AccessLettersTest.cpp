@@ -6,6 +6,10 @@
 #include "calculate/WeightsPage.h"
 #include "dataview/frmData.h"
 #include "dataview/frmDataFilters.h"
+#include "exchange/AreasPage.h"
+#include "exchange/CheckPage.h"
+#include "exchange/MappingPage.h"
+#include "exchange/SourcePage.h"
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
 #include "metadata/frmInformationSheet.h"
@@ -143,6 +147,7 @@ class AccessLettersTest : public test::FrameTest {
     void CheckDialogs();
     void CheckWizardPages();
     void CheckCalculationPages();
+    void CheckImportPages();
     void CheckFrame();
     void SelectSomeRows();
 
@@ -204,6 +209,7 @@ void AccessLettersTest::CheckWizardPages() {
     const OnePageWizard colors(new ColorRangesPanel);
     CheckForm(colors, QStringLiteral("ColorRanges"));
     CheckCalculationPages();
+    CheckImportPages();
 }
 
 void AccessLettersTest::CheckCalculationPages() {
@@ -219,6 +225,17 @@ void AccessLettersTest::CheckCalculationPages() {
     CheckForm(formula, QStringLiteral("Formula"));
     const OnePageWizard names(new SaveAsPage(CalcType::CompositeIndex));
     CheckForm(names, QStringLiteral("SaveAs"));
+}
+
+void AccessLettersTest::CheckImportPages() {
+    const std::pair<QWidget*, const char*> pages[] = {{new SourcePage, "ImportSource"},
+                                                      {new MappingPage, "ImportMapping"},
+                                                      {new AreasPage, "ImportAreas"},
+                                                      {new CheckPage, "ImportCheck"}};
+    for (const auto& [page, name] : pages) {
+        const OnePageWizard wizard(page);
+        CheckForm(wizard, QLatin1String(name));
+    }
 }
 
 /// One indicator in all areas and times: the data view has something to show.

@@ -75,8 +75,9 @@ BulkLoad::~BulkLoad() {
     if (!impl_->finished) sqlite3_exec(impl_->database.get(), "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
-void BulkLoad::Into(std::string_view table, const std::vector<std::string>& columns) {
-    std::string sql = "INSERT INTO " + QuotedName(table) + " (";
+void BulkLoad::Into(std::string_view table, const std::vector<std::string>& columns, SameKey same) {
+    std::string sql =
+        (same == SameKey::Replaces ? "INSERT OR REPLACE INTO " : "INSERT INTO ") + QuotedName(table) + " (";
     std::string places;
     for (const std::string& column : columns) {
         sql += (places.empty() ? "" : ",") + QuotedName(column);

@@ -22,8 +22,10 @@ class BulkLoad final {
     BulkLoad(const BulkLoad&) = delete;
     BulkLoad& operator=(const BulkLoad&) = delete;
 
+    /// What becomes of a row whose key the table has already.
+    enum class SameKey { Fails, Replaces };
     /// The rows that follow go into these columns of this table.
-    void Into(std::string_view table, const std::vector<std::string>& columns);
+    void Into(std::string_view table, const std::vector<std::string>& columns, SameKey same = SameKey::Fails);
     /// Adds a row: one value for each column of Into. Yes/No values are -1 and 0.
     void Add(std::span<const Value> row);
     void Finish();

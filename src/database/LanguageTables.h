@@ -1,10 +1,14 @@
 #pragma once
 
-#include "calculate/TargetDatabase.h"
+#include "database/TargetDatabase.h"
 
 #include <QString>
 
 namespace tessaro {
+
+/// Gives a database the tables of a language, where it lacks them, and the language's row in Language. The code becomes
+/// part of their names. Throws.
+void AddLanguage(TargetDatabase& target, const QString& name, const QString& code, bool isDefault);
 
 /// Gives a database made from the template the tables of every language of the open database that it lacks, and its
 /// rows in Language: the session's language as the default, then the others. Throws.

@@ -1,4 +1,4 @@
-#include "calculate/LanguageTables.h"
+#include "database/LanguageTables.h"
 
 #include "database/Schema.h"
 #include "jet/engine/BulkLoad.h"
@@ -205,6 +205,8 @@ class Completion final {
     std::vector<Missing> missing_;
 };
 
+} // namespace
+
 void AddLanguage(TargetDatabase& target, const QString& name, const QString& code, bool isDefault) {
     jet::Connection& connection = target.connection();
     if (connection.catalogue().find("Area_" + code.toStdString()) == nullptr)
@@ -212,8 +214,6 @@ void AddLanguage(TargetDatabase& target, const QString& name, const QString& cod
     target.Run(QStringLiteral("INSERT INTO [Language] (LanguageName, LanguageCode, LanguageDefault) VALUES(") +
                QuotedList({name, code}) + (isDefault ? QStringLiteral(",True)") : QStringLiteral(",False)")));
 }
-
-} // namespace
 
 void CopyLanguageTables(TargetDatabase& target) {
     AddLanguage(target, Language, target.suffix().mid(1), true);

@@ -1,6 +1,9 @@
-#include "calculate/TargetDatabase.h"
+#include "database/TargetDatabase.h"
 
 #include "database/NewGId.h"
+#include "database/Schema.h"
+#include "platform/Clock.h"
+#include "platform/Paths.h"
 
 #include <QStringList>
 
@@ -15,6 +18,52 @@ namespace {
 template <class Kept, class Find> Kept FoundOnce(QHash<QString, Kept>& kept, const QString& key, Find&& find) {
     const auto found = kept.constFind(key);
     return found != kept.constEnd() ? *found : *kept.insert(key, find());
+}
+
+/// A table whose items have a global identifier and a name, as the statement spells it that adds a row.
+struct NamedItems {
+    const char* stem;    ///< of the table and of its GId column
+    const char* name;    ///< the column of the name
+    const char* columns; ///< of a new row
+    const char* extra;   ///< what a new row has behind the name
+};
+// The indicator's information is the text, not a Null: so it has always been.
+constexpr NamedItems kIndicators{"Indicator", "[Indicator]", " (IndicatorGId, [Indicator], Info)  Values (",
+                                 ",'Null')"};
+constexpr NamedItems kSectors{"SectorLabel1", "[SectorLabel1]", " (SectorLabel1GId, SectorLabel1)  Values (", ")"};
+constexpr NamedItems kClasses{"SectorLabel2", "[SectorLabel2]", " (SectorLabel2GId, SectorLabel2)  Values (", ")"};
+constexpr NamedItems kUnits{"Unit", "[Unit]", " (UnitGId, Unit) VALUES(", ")"};
+
+/// The global identifier of the item with this name; a new one gets a row.
+QString FindOrMake(TargetDatabase& target, const NamedItems& items, const QString& name) {
+    const QString stem = QLatin1String(items.stem);
+    const QString table = target.InLanguage(stem);
+    const jet::Value found =
+        target.First(QStringLiteral("Select ") + stem + QStringLiteral("GId From ") + table +
+                     QStringLiteral(" Where ") + QLatin1String(items.name) + QStringLiteral(" = ") + Quoted(name));
+    if (!found.isNull()) return QString::fromStdString(found.toText());
+    QString gid = target.NewGId();
+    target.Run(QStringLiteral("Insert into ") + table + QLatin1String(items.columns) + QuotedList({gid, name}) +
+               QLatin1String(items.extra));
+    return gid;
+}
+
+void LinkSectorToClass(TargetDatabase& target, const QString& sector, const QString& sectorClass) {
+    const jet::Value found =
+        target.First(QStringLiteral("Select SectorLabel1GId From [Sector]  Where SectorLabel1GID = ") + Quoted(sector) +
+                     QStringLiteral(" AND  SectorLabel2GID = ") + Quoted(sectorClass));
+    if (found.isNull())
+        target.Run(QStringLiteral("Insert into [Sector] (SectorLabel1GId, SectorLabel2GId) VALUES(") +
+                   QuotedList({sector, sectorClass}) + QLatin1Char(')'));
+}
+
+void LinkClassToIndicator(TargetDatabase& target, const QString& sectorClass, const QString& indicator) {
+    const jet::Value found =
+        target.First(QStringLiteral("Select SectorLabel2GId From [INDICATOR_SECTOR]  Where SectorLabel2GID = ") +
+                     Quoted(sectorClass) + QStringLiteral(" AND IndicatorGID = ") + Quoted(indicator));
+    if (found.isNull())
+        target.Run(QStringLiteral("Insert into [INDICATOR_SECTOR] (IndicatorGID, SectorLabel2GId) VALUES(") +
+                   QuotedList({indicator, sectorClass}) + QLatin1Char(')'));
 }
 
 QString Numbers(std::initializer_list<qint64> numbers) {
@@ -61,6 +110,35 @@ QString TargetDatabase::NewGId() {
 
 qint64 TargetDatabase::GetNewNId(const QString& column, const QString& table) {
     return First(QStringLiteral("SELECT MAX(%1) FROM %2").arg(column, table)).toInteger() + 1;
+}
+
+QString TargetDatabase::GetIndicatorGId(const QString& name) {
+    return FindOrMake(*this, kIndicators, name);
+}
+
+QString TargetDatabase::GetUnitGId(const QString& name) {
+    return FindOrMake(*this, kUnits, name);
+}
+
+void TargetDatabase::PutInClass(const QString& indicatorGId, const QString& sector, const QString& sectorClass) {
+    const QString upper = FindOrMake(*this, kSectors, sector);
+    const QString lower = FindOrMake(*this, kClasses, sectorClass);
+    LinkSectorToClass(*this, upper, lower);
+    LinkClassToIndicator(*this, lower, indicatorGId);
+}
+
+void TargetDatabase::AddLaterTables() {
+    for (const schema::TableDefinition& table : schema::DataTables()) {
+        if (table.perLanguage || connection_->catalogue().find(table.name) != nullptr) continue;
+        connection_->Execute("CREATE TABLE [" + std::string(table.name) + "] (" + std::string(table.columns) + ")");
+    }
+}
+
+void TargetDatabase::LogAction(const QString& file, const QString& what) {
+    const QString time = Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    Run(QStringLiteral("INSERT INTO Database_Log ([TimeStamp], DatabaseFileName, [Action])  VALUES(") +
+        QuotedList({time, FileNameOf(file).right(schema::kLongestName), what.left(schema::kLongestName)}) +
+        QLatin1Char(')'));
 }
 
 qint64 TargetDatabase::GetAreaNID(const QString& areaId) {
@@ -115,13 +193,17 @@ qint64 TargetDatabase::GetIUSNId(const QString& indicatorGId, const QString& uni
     });
 }
 
-qint64 TargetDatabase::GetSourceNID(const QString& source, qint64 iusNId) {
-    const qint64 nid = FoundOnce(sources_, source, [&] {
+qint64 TargetDatabase::GetSourceNID(const QString& source) {
+    return FoundOnce(sources_, source, [&] {
         const jet::Value found = First(
             QStringLiteral("Select SourceNId From %1 Where [Source] = ").arg(InLanguage(QStringLiteral("Source"))) +
             Quoted(source));
         return found.isNull() ? MakeSource(source) : found.toInteger();
     });
+}
+
+qint64 TargetDatabase::GetSourceNID(const QString& source, qint64 iusNId) {
+    const qint64 nid = GetSourceNID(source);
     if (linkedSources_.contains({iusNId, nid})) return nid;
     linkedSources_.insert({iusNId, nid});
     const jet::Value linked =
@@ -137,7 +219,7 @@ qint64 TargetDatabase::GetSourceNID(const QString& source, qint64 iusNId) {
 /// A source's text begins with its region: "World_Census 2001".
 qint64 TargetDatabase::MakeSource(const QString& source) {
     const qint64 regionNId = GetRegionNId(source.section(QLatin1Char('_'), 0, 0));
-    const qint64 nid = NewSourceNId();
+    const qint64 nid = NewNIdInLanguages(QStringLiteral("SourceNId"), QStringLiteral("Source"));
     Run(QStringLiteral("Insert into ") + InLanguage(QStringLiteral("Source")) +
         QStringLiteral(" (SourceGId, SourceNId, RegionNId, Source, Info, DataExists)  Values (") + Quoted(NewGId()) +
         QLatin1Char(',') + Numbers({nid, regionNId}) + QLatin1Char(',') + Quoted(source) +
@@ -145,11 +227,10 @@ qint64 TargetDatabase::MakeSource(const QString& source) {
     return nid;
 }
 
-/// The tables of all languages share the numbers of sources, and one of them may have more rows than the others.
-qint64 TargetDatabase::NewSourceNId() {
-    qint64 nid = GetNewNId(QStringLiteral("SourceNId"), InLanguage(QStringLiteral("Source")));
+qint64 TargetDatabase::NewNIdInLanguages(const QString& column, const QString& table) {
+    qint64 nid = GetNewNId(column, InLanguage(table));
     for (const QString& code : LanguageCodes())
-        nid = std::max(nid, GetNewNId(QStringLiteral("SourceNId"), QStringLiteral("[Source_%1]").arg(code)));
+        nid = std::max(nid, GetNewNId(column, QStringLiteral("[%1_%2]").arg(table, code)));
     return nid;
 }
 

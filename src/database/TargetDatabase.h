@@ -34,11 +34,19 @@ class TargetDatabase final {
     [[nodiscard]] QString NewGId();
     /// The number after the highest one in use; 1 in an empty table.
     [[nodiscard]] qint64 GetNewNId(const QString& column, const QString& table);
+    [[nodiscard]] QString GetIndicatorGId(const QString& name);
+    [[nodiscard]] QString GetUnitGId(const QString& name);
+    /// Sees to it that the sector has the class and the class the indicator; what is missing is made.
+    void PutInClass(const QString& indicatorGId, const QString& sector, const QString& sectorClass);
+    /// The same over the tables of all languages ("AreaNId", "Area"), which share the numbers of their items; one of
+    /// them may have more rows than the others.
+    [[nodiscard]] qint64 NewNIdInLanguages(const QString& column, const QString& table);
     /// 0 when the database has no such area.
     [[nodiscard]] qint64 GetAreaNID(const QString& areaId);
     [[nodiscard]] qint64 GetTimePeriodNID(const QString& timePeriod);
     [[nodiscard]] QString GetSubpopGID(const QString& subpop);
     [[nodiscard]] qint64 GetIUSNId(const QString& indicatorGId, const QString& unitGId, const QString& subpopGId);
+    [[nodiscard]] qint64 GetSourceNID(const QString& source);
     /// Also sees to it that the combination of indicator, unit and subgroup has the source.
     [[nodiscard]] qint64 GetSourceNID(const QString& source, qint64 iusNId);
     [[nodiscard]] qint64 GetRegionNId(const QString& region);
@@ -46,8 +54,12 @@ class TargetDatabase final {
     /// is left out.
     void CreateThisMaster(const QString& stem, const QString& gid, const QString& name, const QString& info = {});
 
+    /// Databases from before there were logs lack tables that every new one has; they get them.
+    void AddLaterTables();
+    /// A line of the change log, at the time it is now: the file's name, and what was done.
+    void LogAction(const QString& file, const QString& what);
+
   private:
-    [[nodiscard]] qint64 NewSourceNId();
     [[nodiscard]] qint64 MakeSource(const QString& source);
 
     std::shared_ptr<jet::Connection> connection_;

@@ -1,0 +1,295 @@
+#include "exchange/DraftGuess.h"
+
+#include "exchange/HeadWords.h"
+#include "exchange/ItemNames.h"
+#include "exchange/Observations.h"
+#include "exchange/OpenSource.h"
+#include "exchange/Periods.h"
+#include "formats/CsvLook.h"
+#include "session/Strings.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <map>
+
+namespace tessaro {
+
+namespace {
+
+using Row = std::vector<std::string>;
+
+/// Rows that are in memory as a table.
+class SampleReader final : public TableReader {
+  public:
+    explicit SampleReader(const FileSample& sample) : sample_(sample) {}
+    bool Next(TableRow& row) override {
+        row.Clear();
+        if (next_ == sample_.rows.size()) return false;
+        row.number = static_cast<std::int64_t>(next_) + 1;
+        for (const std::string& field : sample_.rows[next_++])
+            row.Add() = field;
+        return true;
+    }
+    [[nodiscard]] int Percent() const override { return 100; }
+
+  private:
+    const FileSample& sample_;
+    std::size_t next_ = 0;
+};
+
+/// A number of any form that isn't a year.
+bool LooksLikeValue(const std::string& text) {
+    if (ReadPeriod(text)) return false;
+    for (const NumberForm form :
+         {NumberForm{'.', ','}, NumberForm{',', '.'}, NumberForm{',', ' '}, NumberForm{'.', '\''}})
+        if (ReadNumberIn(text, form)) return true;
+    return false;
+}
+
+bool HasValue(const Row& row) {
+    return std::ranges::any_of(row, LooksLikeValue);
+}
+
+std::size_t FilledFields(const Row& row) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(row, [](const std::string& field) { return !field.empty(); }));
+}
+
+/// Blank fields before the last filled one, as merged cells leave them.
+bool HasGaps(const Row& row) {
+    const auto last = std::find_if(row.rbegin(), row.rend(), [](const std::string& field) { return !field.empty(); });
+    return std::any_of(last, row.rend(), [](const std::string& field) { return field.empty(); });
+}
+
+/// A row of heads over merged cells: several texts with blanks between them.
+bool IsMergedHead(const Row& row) {
+    return FilledFields(row) >= 2 && HasGaps(row) && !HasValue(row);
+}
+
+std::size_t UsualFields(const FileSample& sample) {
+    std::map<std::size_t, int> rowsOf;
+    for (const Row& row : sample.rows)
+        ++rowsOf[FilledFields(row)];
+    std::size_t usual = 0;
+    int most = 0;
+    for (const auto& [fields, rows] : rowsOf)
+        if (rows >= most) {
+            most = rows;
+            usual = fields;
+        }
+    return usual;
+}
+
+void GuessHeads(const FileSample& sample, ImportDraft& draft) {
+    draft.skippedRows = 0;
+    draft.headRows = 0;
+    const std::size_t enough = std::max<std::size_t>(UsualFields(sample) * 6 / 10, 2);
+    std::size_t at = 0;
+    while (at + 1 < sample.rows.size() && FilledFields(sample.rows[at]) < enough && at < 50)
+        ++at;
+    if (at >= sample.rows.size() || FilledFields(sample.rows[at]) < enough) return;
+    if (HasValue(sample.rows[at])) {
+        draft.skippedRows = static_cast<int>(at);
+        return;
+    }
+    std::size_t first = at;
+    while (first > 0 && IsMergedHead(sample.rows[first - 1]))
+        --first;
+    while (at - first < 3 && HasGaps(sample.rows[at]) && at + 1 < sample.rows.size() && !HasValue(sample.rows[at + 1]))
+        ++at;
+    draft.skippedRows = static_cast<int>(first);
+    draft.headRows = static_cast<int>(at - first) + 1;
+}
+
+/// What is in a column below its heads.
+struct ColumnLook {
+    int filled = 0;
+    int values = 0;
+    int periods = 0;
+    std::vector<std::string> texts;
+
+    [[nodiscard]] bool IsMostly(int count) const { return filled > 0 && count * 10 >= filled * 8; }
+};
+
+class ColumnGuess final {
+  public:
+    ColumnGuess(const FileSample& sample, ImportDraft& draft) : draft_(draft) {
+        SampleReader reader(sample);
+        heads_ = ReadHeads(reader, draft);
+        const auto first = static_cast<std::size_t>(draft.skippedRows + draft.headRows);
+        std::size_t columns = static_cast<std::size_t>(heads_.texts.size());
+        for (std::size_t row = first; row < sample.rows.size(); ++row)
+            columns = std::max(columns, draft.headRows == 0 ? sample.rows[row].size() : columns);
+        looks_.resize(columns);
+        for (std::size_t row = first; row < sample.rows.size(); ++row)
+            for (std::size_t column = 0; column < columns && column < sample.rows[row].size(); ++column)
+                Look(sample.rows[row][column], looks_[column]);
+    }
+
+    void Run() {
+        draft_.columns.clear();
+        draft_.headTells.assign(static_cast<std::size_t>(draft_.headRows), Role::LeftOut);
+        for (std::size_t column = 0; column < looks_.size(); ++column)
+            draft_.columns.push_back({HeadOf(column), Role::LeftOut});
+        for (std::size_t column = 0; column < looks_.size(); ++column)
+            if (const Role role = RoleOfHead(draft_.columns[column].head); role != Role::LeftOut && !Has(role))
+                draft_.columns[column].role = role;
+        GuessPeriods();
+        GuessValues();
+        GuessNames();
+        std::vector<std::string> numbers;
+        for (std::size_t column = 0; column < looks_.size(); ++column)
+            if (draft_.columns[column].role == Role::Value)
+                numbers.insert(numbers.end(), looks_[column].texts.begin(), looks_[column].texts.end());
+        draft_.numbers = FindNumberForm(numbers);
+    }
+
+  private:
+    static void Look(const std::string& text, ColumnLook& look) {
+        if (MeansNoValue(text)) return;
+        ++look.filled;
+        if (ReadPeriod(text))
+            ++look.periods;
+        else if (LooksLikeValue(text))
+            ++look.values;
+        if (look.texts.size() < 100) look.texts.push_back(text);
+    }
+
+    [[nodiscard]] QString HeadOf(std::size_t column) const {
+        const auto place = static_cast<qsizetype>(column);
+        return place < heads_.texts.size() ? heads_.texts[place] : QString::number(column + 1);
+    }
+    [[nodiscard]] bool Has(Role role) const {
+        return std::ranges::find(draft_.columns, role, &ColumnRole::role) != draft_.columns.end();
+    }
+    bool IsFree(std::size_t column) const { return draft_.columns[column].role == Role::LeftOut; }
+
+    void GuessPeriods() {
+        for (std::size_t column = 0; column < looks_.size() && !Has(Role::Time); ++column)
+            if (IsFree(column) && looks_[column].IsMostly(looks_[column].periods) && !PeriodRow(column))
+                draft_.columns[column].role = Role::Time;
+    }
+
+    /// The head row that has a period above the column, from 1; 0 for none.
+    [[nodiscard]] std::size_t PeriodRow(std::size_t column) const {
+        for (std::size_t row = 0; row < heads_.rows.size(); ++row)
+            if (column < heads_.rows[row].size() && ReadPeriod(heads_.rows[row][column])) return row + 1;
+        return 0;
+    }
+
+    /// Columns of values: the one that is called so, or those with periods above them, or all with numbers.
+    void GuessValues() {
+        if (Has(Role::Value)) return;
+        std::size_t periodRow = 0;
+        for (std::size_t column = 0; column < looks_.size(); ++column)
+            if (const std::size_t row = PeriodRow(column); row > 0 && IsFree(column)) {
+                draft_.columns[column].role = Role::Value;
+                periodRow = row;
+            }
+        if (periodRow > 0) {
+            draft_.headTells[periodRow - 1] = Role::Time;
+        } else {
+            for (std::size_t column = 0; column < looks_.size(); ++column)
+                if (IsFree(column) && looks_[column].IsMostly(looks_[column].values + looks_[column].periods))
+                    draft_.columns[column].role = Role::Value;
+        }
+        TellByHeads(periodRow);
+    }
+
+    /// Head rows without periods over columns of values tell the indicator when no column does.
+    void TellByHeads(std::size_t periodRow) {
+        if (draft_.ValueColumns() == 0 || Has(Role::Indicator)) return;
+        for (std::size_t row = 0; row < draft_.headTells.size(); ++row)
+            if (row + 1 != periodRow) {
+                draft_.headTells[row] = Role::Indicator;
+                return;
+            }
+    }
+
+    /// The first columns of texts are areas, then indicators, when nothing else is.
+    void GuessNames() {
+        for (const Role role : {Role::AreaName, Role::Indicator}) {
+            if (role == Role::AreaName && Has(Role::AreaId)) continue;
+            if (Has(role) || std::ranges::find(draft_.headTells, role) != draft_.headTells.end()) continue;
+            for (std::size_t column = 0; column < looks_.size(); ++column) {
+                const ColumnLook& look = looks_[column];
+                if (!IsFree(column) || look.filled == 0 || look.IsMostly(look.values + look.periods) ||
+                    HeadOf(column).contains(QLatin1String("code"), Qt::CaseInsensitive))
+                    continue;
+                draft_.columns[column].role = role;
+                break;
+            }
+        }
+    }
+
+    ImportDraft& draft_;
+    TableHeads heads_;
+    std::vector<ColumnLook> looks_;
+};
+
+/// Lines above the heads that name a thing and its text, as the program's own data-entry sheet has them.
+void TakeLabels(const FileSample& sample, ImportDraft& draft) {
+    for (std::size_t row = 0; row < static_cast<std::size_t>(draft.skippedRows) && row < sample.rows.size(); ++row) {
+        const Row& texts = sample.rows[row];
+        if (FilledFields(texts) != 2 || texts[0].empty()) continue;
+        const QString label = QString::fromStdString(texts[0]);
+        const QString text = QString::fromStdString(
+            *std::find_if(texts.begin() + 1, texts.end(), [](const std::string& field) { return !field.empty(); }));
+        const Role role = RoleOfHead(label);
+        if (role != Role::LeftOut && role != Role::Value && !draft.Has(role)) draft.constants[At(role)] = text;
+        if (label == PlainText(QStringLiteral("Comm_Sector"))) draft.sector = text;
+        if (label == PlainText(QStringLiteral("Comm_Class"))) draft.indicatorClass = text;
+    }
+}
+
+void FillConstants(const QString& file, ImportDraft& draft) {
+    const QString name = QFileInfo(file).completeBaseName();
+    const auto fill = [&](Role role, const QString& text) {
+        if (!draft.Has(role)) draft.constants[At(role)] = text;
+    };
+    fill(Role::Unit, PlainText(QStringLiteral("TS_ImportNumber")));
+    fill(Role::Subgroup, PlainText(QStringLiteral("TS_ImportTotal")));
+    fill(Role::Source, name);
+    if (draft.ValueColumns() > 0) fill(Role::Indicator, name);
+    if (draft.sector.isEmpty()) draft.sector = PlainText(QStringLiteral("TS_ImportSector"));
+    if (draft.indicatorClass.isEmpty()) draft.indicatorClass = name;
+}
+
+} // namespace
+
+FileSample SampleOf(TableReader& reader) {
+    FileSample sample;
+    TableRow row;
+    std::size_t cells = 0;
+    while (sample.rows.size() < FileSample::kRows && cells < FileSample::kCells && reader.Next(row)) {
+        cells += row.count;
+        Row& kept = sample.rows.emplace_back();
+        for (std::size_t i = 0; i < row.count; ++i)
+            kept.emplace_back(WithoutBlanks(row.fields[i]));
+    }
+    return sample;
+}
+
+void GuessColumns(const FileSample& sample, ImportDraft& draft) {
+    if (draft.kind == FileKind::Csv || draft.kind == FileKind::Workbook) GuessHeads(sample, draft);
+    GuessHeadedColumns(sample, draft);
+}
+
+void GuessHeadedColumns(const FileSample& sample, ImportDraft& draft) {
+    ColumnGuess(sample, draft).Run();
+}
+
+ImportDraft GuessDraft(const QString& file, const QString& sheet) {
+    ImportDraft draft;
+    draft.kind = KindOf(file);
+    draft.sheet = sheet;
+    if (draft.kind == FileKind::Csv) draft.csv = FindCsvForm(file);
+    const FileSample sample = SampleOf(*OpenSource(file, draft));
+    GuessColumns(sample, draft);
+    TakeLabels(sample, draft);
+    FillConstants(file, draft);
+    return draft;
+}
+
+} // namespace tessaro

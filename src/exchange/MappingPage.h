@@ -1,0 +1,54 @@
+#pragma once
+
+#include "exchange/ImportDraft.h"
+
+#include <QWidget>
+
+#include <array>
+#include <vector>
+
+class QComboBox;
+class QFormLayout;
+class QLineEdit;
+class QSpinBox;
+
+namespace tessaro {
+
+class ChoiceTableModel;
+
+/// What the columns of a file and its head rows mean, and the texts for what no column tells.
+class MappingPage final : public QWidget {
+    Q_OBJECT
+
+  public:
+    static constexpr std::size_t kMostHeadRows = 4;
+
+    explicit MappingPage(QWidget* parent = nullptr);
+
+    /// `samples` are the first texts of each column.
+    void ShowDraft(const ImportDraft& draft, const QStringList& samples);
+    void TakeInto(ImportDraft& draft) const;
+
+  Q_SIGNALS:
+    /// Other rows are the heads: the columns are to be shown anew.
+    void RowsChanged();
+    void KeepMapping();
+    void UseMapping();
+
+  private:
+    void MakeTable(class QVBoxLayout& outer);
+    QWidget* MakeRows();
+    QWidget* MakeConstants();
+    QSpinBox* AddSpin(QFormLayout& form, const char* name, const char* key, int most);
+
+    ChoiceTableModel* columns_;
+    QSpinBox* spnSkipped_;
+    QSpinBox* spnHeads_;
+    std::array<QComboBox*, kMostHeadRows> headTells_{};
+    std::array<QLineEdit*, kRoles> constants_{};
+    QLineEdit* txtSector_;
+    QLineEdit* txtClass_;
+    QFormLayout* rowsForm_;
+};
+
+} // namespace tessaro

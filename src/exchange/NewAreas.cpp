@@ -1,0 +1,99 @@
+#include "exchange/NewAreas.h"
+
+#include "database/AreaIds.h"
+#include "jet/values/Collation.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace tessaro {
+
+namespace {
+
+constexpr std::size_t kLevelWidth = schema::kCharactersPerLevel;
+constexpr std::size_t kLongestOwnId = 30; // ten levels; a longer text is no id of a tree
+
+bool IsTreeId(const std::string& id) {
+    return !id.empty() && id.size() % kLevelWidth == 0 && id.size() <= kLongestOwnId &&
+           std::ranges::all_of(
+               id, [](char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); });
+}
+
+class Planner final {
+  public:
+    explicit Planner(const CheckedImport& checked)
+        : checked_(checked), parent_(checked.draft.parentArea.toStdString()) {
+        for (const TargetArea& area : checked.items.areas)
+            used_.insert(jet::Folded(area.id));
+        for (const auto& [id, name] : checked.newAreaTexts)
+            if (IsTreeId(id)) told_.emplace(jet::Folded(id), name);
+    }
+
+    std::vector<NewArea> Plan() {
+        std::vector<int> later;
+        for (std::size_t i = 0; i < checked_.newAreaTexts.size(); ++i) {
+            const int number = -static_cast<int>(i) - 1;
+            const auto& [id, name] = checked_.newAreaTexts[i];
+            if (IsTreeId(id))
+                Add(number, id, name);
+            else
+                later.push_back(number);
+        }
+        for (const int number : later) {
+            const auto& [id, name] = checked_.newAreaTexts[static_cast<std::size_t>(-number) - 1];
+            Add(number, NextFreeId(), name.empty() ? id : name);
+        }
+        std::ranges::stable_sort(areas_, {}, [](const NewArea& area) { return area.id.size(); });
+        return std::move(areas_);
+    }
+
+  private:
+    /// An area with the parents that it lacks.
+    void Add(int number, const std::string& id, const std::string& name) {
+        if (id.size() > kLevelWidth) {
+            const std::string parent = id.substr(0, id.size() - kLevelWidth);
+            // A parent that the file names as well comes by itself.
+            if (!used_.contains(jet::Folded(parent)) && !told_.contains(jet::Folded(parent))) Add(0, parent, parent);
+        }
+        used_.insert(jet::Folded(id));
+        areas_.push_back({number, id, name.empty() ? id : name});
+    }
+
+    std::string NextFreeId() {
+        static constexpr std::string_view signs = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+        for (;;) {
+            std::string id = parent_;
+            std::string end(kLevelWidth, '0');
+            int rest = ++lastId_;
+            for (std::size_t place = kLevelWidth; place-- > 0; rest /= 36)
+                end[place] = signs[static_cast<std::size_t>(rest % 36)];
+            id += end;
+            if (rest > 0) { // the level is full: a level below the last one goes on
+                parent_ += "ZZZ";
+                lastId_ = 0;
+                continue;
+            }
+            const std::string folded = jet::Folded(id);
+            if (!used_.contains(folded) && !told_.contains(folded)) return id;
+        }
+    }
+
+    const CheckedImport& checked_;
+    std::string parent_;
+    int lastId_ = 0;
+    std::unordered_set<std::string> used_;
+    TextMap<std::string> told_;
+    std::vector<NewArea> areas_;
+};
+
+} // namespace
+
+int NewArea::Level() const {
+    return static_cast<int>(id.size() / kLevelWidth);
+}
+
+std::vector<NewArea> PlanNewAreas(const CheckedImport& checked) {
+    return Planner(checked).Plan();
+}
+
+} // namespace tessaro

@@ -1,0 +1,95 @@
+#include "exchange/Periods.h"
+
+#include <QRegularExpression>
+#include <QString>
+
+#include <array>
+
+namespace tessaro {
+
+namespace {
+
+/// A form of periods: what it looks like, and how a database writes it.
+struct PeriodForm {
+    QRegularExpression looks;
+    const char* written; ///< with %1, %2 … for what is in brackets
+};
+
+const std::array<PeriodForm, 11>& Forms() {
+    const auto form = [](const char* looks, const char* written) {
+        return PeriodForm{
+            QRegularExpression(QRegularExpression::anchoredPattern(
+                                   QString::fromUtf8(looks)
+                                       .replace(QLatin1String("YEAR"), QLatin1String("((?:1[0-9]|20|21)[0-9]{2})"))
+                                       .replace(QLatin1String("MONTH"), QLatin1String("(0[1-9]|1[0-2])"))
+                                       .replace(QLatin1String("DAY"), QLatin1String("(0[1-9]|[12][0-9]|3[01])"))),
+                               QRegularExpression::CaseInsensitiveOption),
+            written};
+    };
+    static const std::array<PeriodForm, 11> forms{
+        form("YEAR", "%1"),
+        form("YEAR\\s*[-\u2013]\\s*YEAR", "%1-%2"),
+        form("YEAR[-./ ]?Q([1-4])", "%1.Q%2"),
+        form("Q([1-4])[-./ ]?YEAR", "%2.Q%1"),
+        form("YEAR[-./ ]?[SH]([12])", "%1.S%2"),
+        form("YEAR[-./ ]?W(0[1-9]|[1-4][0-9]|5[0-3])", "%1.W%2"),
+        form("YEAR[-./ ]?M?MONTH", "%1.%2"),
+        form("YEAR[-./]MONTH[-./]DAY(?:[T ]00:00(?::00)?)?", "%1.%2.%3"),
+        form("YEAR[-.]MONTH\\s*[-\u2013]\\s*YEAR[-.]MONTH", "%1.%2-%3.%4"),
+        form("YEAR[-./]MONTH[-./]DAY\\s*-\\s*YEAR[-./]MONTH[-./]DAY", "%1.%2.%3-%4.%5.%6"),
+        form("YEAR-?A1?", "%1"),
+    };
+    return forms;
+}
+
+/// "2001/02", the years of a school or a budget, as a range; nothing for other texts.
+std::optional<std::string> SplitYears(const QString& text) {
+    static const QRegularExpression form(QStringLiteral("^((?:1[0-9]|20|21)[0-9]{2})/([0-9]{2}|[0-9]{4})$"));
+    const QRegularExpressionMatch match = form.match(text);
+    if (!match.hasMatch()) return std::nullopt;
+    const int first = match.captured(1).toInt();
+    const int second = match.captured(2).toInt();
+    if (second != first + 1 && second != (first + 1) % 100) return std::nullopt;
+    return QStringLiteral("%1-%2").arg(first).arg(first + 1).toStdString();
+}
+
+/// Four digits in a row, as every form has them: most texts of a file are no periods, and this tells soon.
+bool HasYear(std::string_view text) {
+    int digits = 0;
+    for (const char c : text) {
+        digits = c >= '0' && c <= '9' ? digits + 1 : 0;
+        if (digits == 4) return true;
+    }
+    return false;
+}
+
+bool IsYear(std::string_view text) {
+    return text.size() == 4 && (text[0] == '1' || (text[0] == '2' && text[1] < '2')) &&
+           text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+} // namespace
+
+std::optional<std::string> ReadPeriod(std::string_view text) {
+    if (IsYear(text)) return std::string(text);
+    if (text.size() < 4 || text.size() > 40 || !HasYear(text)) return std::nullopt;
+    const QString trimmed = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).trimmed();
+    if (const auto split = SplitYears(trimmed)) return split;
+    for (const PeriodForm& form : Forms()) {
+        const QRegularExpressionMatch match = form.looks.match(trimmed);
+        if (!match.hasMatch()) continue;
+        QString written = QLatin1String(form.written);
+        for (int i = match.lastCapturedIndex(); i > 0; --i)
+            written.replace(QLatin1Char('%') + QString::number(i), match.captured(i));
+        return written.toStdString();
+    }
+    return std::nullopt;
+}
+
+bool LooksLikeDay(std::string_view text) {
+    static const QRegularExpression form(
+        QStringLiteral("^\\s*[0-9]{1,2}[./-][0-9]{1,2}[./-](?:[0-9]{2}|[0-9]{4})(?:\\s.*)?$"));
+    return form.match(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))).hasMatch();
+}
+
+} // namespace tessaro

@@ -1,0 +1,29 @@
+#include "exchange/TextTableModel.h"
+
+namespace tessaro {
+
+void TextTableModel::Show(ImportTable table) {
+    beginResetModel();
+    table_ = std::move(table);
+    endResetModel();
+}
+
+int TextTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(table_.rows);
+}
+
+int TextTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(table_.heads.size());
+}
+
+QVariant TextTableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
+    return table_.row(static_cast<std::size_t>(index.row())).value(index.column());
+}
+
+QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole) return {};
+    return orientation == Qt::Vertical ? QString::number(section + 1) : table_.heads.value(section);
+}
+
+} // namespace tessaro

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "formats/ValueTable.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <array>
+#include <vector>
+
+namespace tessaro {
+
+/// The dimensions of a table of values, and the place of each value in them.
+struct ValueCube {
+    static constexpr std::size_t kDimensions = 6; // area, indicator, unit, subgroup, source, period
+    static constexpr std::size_t kPeriod = 5;
+
+    struct Dimension {
+        QStringList codes;
+        QStringList labels; ///< all different
+        QHash<QString, int> places;
+    };
+    struct Cell {
+        std::array<int, kDimensions> at{};
+        QString value;
+    };
+
+    std::array<Dimension, kDimensions> dimensions;
+    std::vector<Cell> cells; ///< in the order of the table; periods are sorted
+};
+
+/// Reads a table once.
+[[nodiscard]] ValueCube CubeOf(const ValueTable& table);
+
+} // namespace tessaro

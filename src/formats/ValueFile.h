@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSaveFile>
+#include <QString>
+
+namespace tessaro {
+
+/// A file that is written piece by piece, and stands under its name only when it is complete.
+class ValueFile final {
+  public:
+    explicit ValueFile(const QString& path) : file_(path), good_(file_.open(QIODevice::WriteOnly)) {}
+
+    void Write(const QByteArray& bytes) { good_ = good_ && file_.write(bytes) == bytes.size(); }
+    /// False when something could not be written.
+    [[nodiscard]] bool Finish();
+
+  private:
+    QSaveFile file_;
+    bool good_;
+};
+
+} // namespace tessaro

@@ -1,0 +1,78 @@
+#include "office/ForeignWorkbook.h"
+
+#include "office/CompoundFile.h"
+#include "office/Convert.h"
+#include "office/Document.h"
+#include "office/SpreadsheetApplication.h"
+
+#include <QFileInfo>
+
+#include <com/sun/star/container/XNameAccess.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+
+namespace tessaro::office {
+
+namespace {
+
+/// What the program may use: enough for itself and for the cells of any file of its size, but not for a small one that
+/// unpacks to gigabytes. In bytes.
+constexpr qint64 kMemoryToRead = qint64{1200} << 20;
+constexpr qint64 kMemoryOfByte = 40; // zipped cells take ten times their size in the file, and then as cells
+constexpr qint64 kNoLimit = -1;
+
+const char* FilterOf(const QString& file) {
+    if (IsCompoundFile(file)) return Document::kWorkbook;
+    const bool isOpenDocument = QFileInfo(file).suffix().startsWith(QLatin1String("od"), Qt::CaseInsensitive);
+    return isOpenDocument ? Document::kOpenDocument : Document::kOpenXml;
+}
+
+ProcessLink& Process() {
+    return *SpreadsheetApplication::Instance().connection();
+}
+
+} // namespace
+
+ForeignWorkbook::ForeignWorkbook(const QString& file) {
+    SpreadsheetApplication& application = SpreadsheetApplication::Instance();
+    application.Start();
+    Process().LimitMemory(kMemoryToRead + kMemoryOfByte * QFileInfo(file).size());
+    try {
+        document_ = Document::Open(application.connection(), file, FilterOf(file));
+    } catch (const Error&) {
+        Process().LimitMemory(kNoLimit);
+        throw;
+    }
+}
+
+ForeignWorkbook::~ForeignWorkbook() {
+    document_.reset();
+    Process().LimitMemory(kNoLimit);
+}
+
+QStringList ForeignWorkbook::SheetNames() const {
+    QStringList names;
+    document_->Run([&](const Document::Model& model) {
+        const auto sheets = Need<com::sun::star::sheet::XSpreadsheetDocument>(model)->getSheets();
+        for (const rtl::OUString& name : sheets->getElementNames())
+            names << FromUno(name);
+    });
+    return names;
+}
+
+void ForeignWorkbook::SaveSheetAsText(int sheet, const QString& file) const {
+    // Comma, quotation mark, UTF-8, from the first line, no column formats, American English, all texts in quotation
+    // marks, values and not what is shown of them, no formulas, blanks kept, one sheet.
+    document_->Export(file, "Text - txt - csv (StarCalc)",
+                      QStringLiteral("44,34,76,1,,1033,true,false,false,false,%1").arg(sheet));
+}
+
+void SaveCopyAs(const Workbook& book, const QString& file) {
+    const bool isOpenDocument = file.endsWith(QLatin1String(".ods"), Qt::CaseInsensitive);
+    Known(book.document()).Export(file, isOpenDocument ? Document::kOpenDocument : Document::kOpenXml);
+}
+
+bool IsWorkbookFile(const QString& path) {
+    return IsCompoundFile(path) || IsZipFile(path);
+}
+
+} // namespace tessaro::office

@@ -1,0 +1,44 @@
+#include "exchange/DraftGuess.h"
+
+#include "formats/CsvReader.h"
+
+#include <gmock/gmock.h>
+
+namespace tessaro::test {
+namespace {
+
+/// What is guessed of a text: rows above the heads, head rows, the roles of columns and head rows, the form of numbers.
+std::string Guessed(const std::string& text, char delimiter = ',') {
+    static constexpr std::string_view letters = "-TanIUsSVF"; // in the order of the roles
+    CsvReader reader(std::make_unique<TextInMemory>(text), delimiter);
+    ImportDraft draft;
+    GuessColumns(SampleOf(reader), draft);
+    std::string guess = std::to_string(draft.skippedRows) + "+" + std::to_string(draft.headRows) + " ";
+    for (const ColumnRole& column : draft.columns)
+        guess += letters[At(column.role)];
+    guess += ' ';
+    for (const Role role : draft.headTells)
+        guess += letters[At(role)];
+    return guess + ' ' + draft.numbers.decimal;
+}
+
+TEST(DraftGuessTest, SeesWhatColumnsMean) {
+    EXPECT_EQ(Guessed("Country,Year,Life expectancy\nKenya,2001,51.2\nChad,2001,48.9\n"), "0+1 nTV I .");
+    // The file of the World Bank: rows above the heads, codes, periods across, a blank last column.
+    EXPECT_EQ(Guessed("Data Source,World Development Indicators,\nLast Updated Date,2020-01-01,\nCountry Name,Country "
+                      "Code,Indicator Name,Indicator Code,2000,2001,\nAruba,ABW,Population,SP.POP,,90853.5,\n"
+                      "Angola,AGO,Population,SP.POP,16395473.5,16945753,\nKenya,KEN,Population,SP.POP,1.5,2.5,\n"),
+              "2+1 naI-VV- T .");
+    EXPECT_EQ(Guessed("DATAFLOW,REF_AREA,INDICATOR,TIME_PERIOD,OBS_VALUE,UNIT_MEASURE\nX:Y(1),KE,POP,2001,1.5,PS\n"),
+              "0+1 -aITVU - .");
+    EXPECT_EQ(Guessed("Pays;Année;Valeur;Unité\nKenya;2001;1,5;%\nTchad;2001;1.234,5;%\n", ';'), "0+1 nTVU - ,");
+    EXPECT_EQ(Guessed("Страна;Год;Значение\nКения;2001;1,5\nЧад;2002;2,5\n", ';'), "0+1 nTV - ,");
+    EXPECT_EQ(Guessed("Place,Wheat,Maize\nNorth,1.5,2.5\nSouth,3.5,4.5\n"), "0+1 nVV I .");
+    EXPECT_EQ(Guessed(",Wheat,,Maize,\nPlace,2001,2002,2001,2002\nNorth,1.5,2.5,3.5,4.5\n"), "0+2 nVVVV IT .");
+    EXPECT_EQ(Guessed("Kenya,2001,1.5\nChad,2001,2.5\n"), "0+0 nTV  .");
+    for (const char* text : {"", "one\n", "\n\n", ",,,\n", "a,b\n"})
+        Guessed(text); // nothing to see, and nothing happens
+}
+
+} // namespace
+} // namespace tessaro::test
