@@ -3,6 +3,7 @@
 #include "layers/MapFiles.h"
 #include "map/classes/ClassColors.h"
 #include "map/classes/ClassLabels.h"
+#include "map/classes/Decimals.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
@@ -133,6 +134,30 @@ bool EditClass(ClassTable& table, int row, Bound bound, double value, BreakChoic
     return true;
 }
 
+void WidenEnds(ClassTable& table, const ValueLimits& limits) {
+    if (table.classes.empty()) return;
+    const ClassBreaks before = table.classes;
+    ClassBreak& first = table.classes.front();
+    ClassBreak& last = table.classes.back();
+    if (limits.minimum < first.from) {
+        first.from = RoundDown(limits.minimum, table.decimals);
+        first.lower = limits.minimum;
+    }
+    if (limits.maximum > last.to) {
+        const double down = RoundDown(limits.maximum, table.decimals);
+        last.to = down < limits.maximum ? AsWritten(down + StepOfDecimals(table.decimals)) : down;
+        last.upper = limits.maximum;
+    }
+    for (const std::size_t row : {std::size_t{0}, before.size() - 1})
+        if (table.looks[row].legend == LegendOf(before[row], table.decimals))
+            table.looks[row].legend = LegendOf(table.classes[row], table.decimals);
+}
+
+void CountClasses(ClassTable& table, const std::vector<double>& ascending) {
+    for (ClassBreak& each : table.classes)
+        each.count = CountBetween(ascending, each.lower, each.upper);
+}
+
 void SmoothColors(ClassTable& table) {
     if (table.looks.size() < 2) return;
     const std::vector<QColor> colors =
@@ -187,9 +212,13 @@ void TakePalette(ClassTable& table, const PaletteContents& file, PaletteMode mod
     }
 }
 
+LayerSymbol SymbolOf(const ClassLook& look) {
+    return SymbolOf(NumberFromColor(look.color), look.fill, look.marker, look.size);
+}
+
 LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing) {
     LayerSymbols symbols;
-    symbols.symbols = {SymbolOf(NumberFromColor(missing.color), missing.fill, missing.marker, missing.size)};
+    symbols.symbols = {SymbolOf(missing)};
     QHash<QString, int> numbers; // of symbols, by areas
     Records rows = Select(QStringLiteral("SELECT AreaID, [Color],[PStyle],[Style], [Size] FROM _MapData"),
                           jet::CursorType::ForwardOnly);

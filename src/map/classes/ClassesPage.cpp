@@ -143,15 +143,34 @@ QString ClassesPage::PaletteFolder() {
     return ReadablePlace(JoinPath({AppPath, QStringLiteral("Palettes")}), AppPath, CacheFolder);
 }
 
-void ClassesPage::Start(ThemeKind kind, int featuresOfTheme, int unreadable) {
-    const ErrorTrap trap("ClassesPage.Start");
-    table_.kind = kind;
-    table_.missing.legend = PlainText(QStringLiteral("Missing Data"));
+void ClassesPage::TakeValues(int featuresOfTheme, int unreadable) {
     features_ = featuresOfTheme;
     unreadable_ = unreadable;
     values_ = ValuesOfMapData();
     limits_ = LimitsOfMapData();
     histogram_->SetValues(values_);
+}
+
+void ClassesPage::KeepClasses(int featuresOfTheme, int unreadable, const ValueLimits& ends) {
+    const ErrorTrap trap("ClassesPage.KeepClasses");
+    TakeValues(featuresOfTheme, unreadable);
+    WidenEnds(table_, ends);
+    CountClasses(table_, values_);
+    ShowAll();
+    Q_EMIT Changed();
+}
+
+void ClassesPage::SetTable(const ClassTable& table) {
+    table_ = table;
+    ShowAll();
+    Q_EMIT Changed();
+}
+
+void ClassesPage::Start(ThemeKind kind, int featuresOfTheme, int unreadable) {
+    const ErrorTrap trap("ClassesPage.Start");
+    table_.kind = kind;
+    table_.missing.legend = PlainText(QStringLiteral("Missing Data"));
+    TakeValues(featuresOfTheme, unreadable);
     const int decimals = std::min(SetDecimal(), ui_->txtDec->maximum());
     ui_->txtDec->setValue(decimals);
     ShowLimits(decimals);

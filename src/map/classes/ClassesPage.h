@@ -28,7 +28,13 @@ class ClassesPage final : public QWidget {
     /// Takes up new data: decimals and range come from the values, and classes are made by the chosen method. The first
     /// time the user's Default.plf gives the colours, if there is one.
     void Start(ThemeKind kind, int featuresOfTheme, int unreadable);
+    /// Takes up other values of the same theme and keeps the classes: they are counted anew, and the first and the last
+    /// of them are widened to hold `ends`.
+    void KeepClasses(int featuresOfTheme, int unreadable, const ValueLimits& ends);
     [[nodiscard]] const ClassTable& Table() const { return table_; }
+    /// Shows classes and looks that were made elsewhere.
+    void SetTable(const ClassTable& table);
+    [[nodiscard]] BreakChoice Choice() const;
     void SetFormCaptions();
 
     void cmdApply_Click();
@@ -43,10 +49,10 @@ class ClassesPage final : public QWidget {
     void Changed(); ///< classes or looks are others now
 
   private:
+    void TakeValues(int featuresOfTheme, int unreadable);
     void ConnectControls();
     void FillChoices();
     void FillSchemes();
-    [[nodiscard]] BreakChoice Choice() const;
     [[nodiscard]] bool ReadRange(ClassRequest& request);
     void ShowLimits(int decimals);
     void ComputeTable(const ClassRequest& request);
