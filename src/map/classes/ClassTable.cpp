@@ -113,7 +113,20 @@ int NumberOf(const LayerSymbol& symbol, std::vector<LayerSymbol>& symbols) {
     return static_cast<int>(symbols.size()) - 1;
 }
 
+/// What tells values that are in no class from missing ones, which have the same colour.
+FillPattern UnclassedPattern(const ClassLook& missing) {
+    return PatternOfNumber(missing.fill) == FillPattern::DiagonalCross ? FillPattern::Cross
+                                                                       : FillPattern::DiagonalCross;
+}
+
 } // namespace
+
+ClassLook LookOfMissing() {
+    ClassLook look;
+    look.color = QColor(140, 140, 140);
+    look.fill = static_cast<int>(FillPattern::UpwardDiagonal);
+    return look;
+}
 
 void SetClasses(ClassTable& table, ClassBreaks classes, int decimals) {
     table.decimals = decimals;
@@ -220,11 +233,12 @@ LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing) {
     LayerSymbols symbols;
     symbols.symbols = {SymbolOf(missing)};
     QHash<QString, int> numbers; // of symbols, by areas
-    Records rows = Select(QStringLiteral("SELECT AreaID, [Color],[PStyle],[Style], [Size] FROM _MapData"),
+    Records rows = Select(QStringLiteral("SELECT AreaID, [Color],[PStyle],[Style], [Size], BreakValue FROM _MapData"),
                           jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext()) {
-        const LayerSymbol symbol = SymbolOf(static_cast<long>(rows.Number(std::size_t{1})), rows.Number(std::size_t{2}),
-                                            rows.Number(std::size_t{3}), rows.Number(std::size_t{4}));
+        LayerSymbol symbol = SymbolOf(static_cast<long>(rows.Number(std::size_t{1})), rows.Number(std::size_t{2}),
+                                      rows.Number(std::size_t{3}), rows.Number(std::size_t{4}));
+        if (rows.Number(std::size_t{5}) == 0) symbol.pattern = UnclassedPattern(missing);
         numbers.insert(rows.Text(std::size_t{0}).trimmed().toUpper(), NumberOf(symbol, symbols.symbols));
     }
     for (const QString& id : AreaIdsOf(layer))

@@ -27,13 +27,17 @@ struct ClassLook {
     bool operator==(const ClassLook&) const = default;
 };
 
+/// The look of areas without a value until the user chooses another: hatched lines, which no class has, grey enough to
+/// be seen on a white or dark ground.
+[[nodiscard]] ClassLook LookOfMissing();
+
 /// The grid of classes (grdClassBreaks): classes with their looks, and the look of areas without a value.
 struct ClassTable {
     ThemeKind kind = ThemeKind::Polygons;
     int decimals = 0;
     ClassBreaks classes;
     std::vector<ClassLook> looks; ///< one for each class
-    ClassLook missing;
+    ClassLook missing = LookOfMissing();
 };
 
 /// Puts computed classes into the table, with new legends. Colours and symbols of rows that were there stay; further
@@ -67,7 +71,7 @@ void TakePalette(ClassTable& table, const PaletteContents& file, PaletteMode mod
 /// How the features of a class are drawn: in its colour and pattern with a hairline around them.
 [[nodiscard]] LayerSymbol SymbolOf(const ClassLook& look);
 /// The symbols of a theme's layer from `_MapData`, by the ids of its features; those without a row look like missing
-/// data.
+/// data. Polygons whose value is in no class have its colour, crosshatched.
 [[nodiscard]] LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing);
 
 } // namespace tessaro

@@ -63,7 +63,7 @@ ClassesPage::ClassesPage(QWidget* parent) : QWidget(parent), ui_(std::make_uniqu
     ui_->setupUi(this);
     histogram_ = new BreakHistogram(this);
     ui_->histogramPlace->addWidget(histogram_);
-    table_.missing.color = QColor(225, 225, 225);
+    table_.missing = LookOfMissing();
     SetFormCaptions();
     ConnectControls();
 }
@@ -84,6 +84,10 @@ void ClassesPage::ConnectControls() {
     connect(ui_->SSCmdLoadPalette, &QPushButton::clicked, this, &ClassesPage::SSCmdLoadPalette_Click);
     connect(ui_->cboColorScheme, &QComboBox::activated, this, &ClassesPage::UseScheme);
     connect(ui_->grdClassBreaks, &QTableWidget::cellActivated, this, &ClassesPage::CellChosen);
+    connect(ui_->grdClassBreaks, &QTableWidget::cellEntered, this, &ClassesPage::Hover);
+    connect(ui_->grdClassBreaks, &QTableWidget::viewportEntered, this, [this] { Hover(-1); });
+    ui_->grdClassBreaks->setMouseTracking(true);
+    ui_->grdClassBreaks->viewport()->installEventFilter(this);
     connect(histogram_, &BreakHistogram::BoundMoved, this, &ClassesPage::MoveBound);
 }
 

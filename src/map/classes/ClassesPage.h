@@ -45,8 +45,17 @@ class ClassesPage final : public QWidget {
     /// Where palettes are looked for: Palettes in the application folder, or the user's place for it.
     [[nodiscard]] static QString PaletteFolder();
 
+  public Q_SLOTS:
+    /// Lights up a row of the grid, such as that of the area under the pointer; numbered as in RowHovered.
+    void ShowRowOf(int row);
+
   Q_SIGNALS:
     void Changed(); ///< classes or looks are others now
+    /// The row under the pointer: classes from 0, missing data one behind the empty row that follows them; -1 for none.
+    void RowHovered(int row);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void TakeValues(int featuresOfTheme, int unreadable);
@@ -62,6 +71,8 @@ class ClassesPage final : public QWidget {
     void ShowGrid();
     void ShowRow(int row);
     void ShowMissing();
+    void PaintLitRow();
+    void Hover(int row);
     void ShowHistogram();
     void ShowNotes();
     void ChoiceChanged();
@@ -71,6 +82,7 @@ class ClassesPage final : public QWidget {
     void MoveBound(int row, double value);
     void UseScheme(int index);
     [[nodiscard]] ClassLook* LookOfRow(int row);
+    [[nodiscard]] bool HasLook(int row) const;
     [[nodiscard]] static QString CaptionOfColor(int row);
     [[nodiscard]] QPoint BesideCell(int row, int column) const;
 
@@ -83,6 +95,8 @@ class ClassesPage final : public QWidget {
     QStringList applied_;    ///< what the fields held when classes were last made
     int features_ = 0;
     int unreadable_ = 0;
+    int hovered_ = -1;
+    int lit_ = -1; ///< the row that is lit up
     bool firstPass_ = true;
 };
 
