@@ -1,6 +1,6 @@
 #include "map/classes/ClassTable.h"
 
-#include "MapTest.h"
+#include "map/MapTest.h"
 #include "map/classes/ClassColors.h"
 #include "map/classes/ColorSchemes.h"
 

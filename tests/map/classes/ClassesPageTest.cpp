@@ -1,7 +1,7 @@
 #include "map/classes/ClassesPage.h"
 
-#include "MapTest.h"
 #include "controls/ColorDialogs.h"
+#include "map/MapTest.h"
 #include "map/classes/BreakHistogram.h"
 #include "map/classes/ColorSchemes.h"
 
