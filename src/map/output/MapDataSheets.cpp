@@ -19,19 +19,10 @@ namespace {
 constexpr int kIndicatorRow = 3;
 constexpr int kHeadRow = 5;
 constexpr int kValueColumn = 4;
-constexpr int kColumns = 7;
 constexpr std::size_t kMostRows = office::kMaxRows - kHeadRow;
 
 QString Plain(const char* key) {
     return PlainText(QLatin1String(key));
-}
-
-std::vector<office::Cell> Heads() {
-    std::vector<office::Cell> heads;
-    for (const char* key :
-         {"Comm_Time", "Comm_Area Id", "Comm_Area Name", "Comm_Datavalue", "Comm_Unit", "Subpop", "Comm_Source"})
-        heads.emplace_back(Plain(key));
-    return heads;
 }
 
 QString FormatOf(int decimals) {
@@ -48,49 +39,72 @@ office::CellStyle TextLook(const SheetFont& font) {
 }
 
 /// Looks come before the values, as everywhere.
-void Dress(office::Worksheet& sheet, int lastRow, int decimals, const SheetFont& font) {
-    office::CellStyle text = TextLook(TextFont(font));
-    sheet.Cells(kIndicatorRow, 1, lastRow, kColumns).SetStyle(text);
+void Dress(office::Worksheet& sheet, int lastRow, int columns, int decimals, const SheetFont& font) {
+    sheet.Cells(kIndicatorRow, 1, lastRow, columns).SetStyle(TextLook(TextFont(font)));
     office::CellStyle value = font.Style();
     value.numberFormat = FormatOf(decimals);
     value.horizontal = office::Align::Right;
     if (lastRow > kHeadRow) sheet.Cells(kHeadRow + 1, kValueColumn, lastRow, kValueColumn).SetStyle(value);
     sheet.Cells(kIndicatorRow, 1).SetStyle({.bold = true});
-    office::Range heads = sheet.Cells(kHeadRow, 1, kHeadRow, kColumns);
+    office::Range heads = sheet.Cells(kHeadRow, 1, kHeadRow, columns);
     heads.SetStyle({.bold = true, .interiorColorIndex = kHeaderSlot});
     heads.SetBorders(office::EdgeBottom, {});
     sheet.Cells(kHeadRow, kValueColumn).SetStyle({.horizontal = office::Align::Right});
 }
 
-/// One sheet of rows from the record on.
-void FillSheet(office::Worksheet& sheet, Records& rows, const QString& indicator, int decimals) {
+std::vector<office::Cell> CellsOf(const QStringList& row, ColumnWidths& widths) {
+    std::vector<office::Cell> cells;
+    for (const QString& text : row) {
+        const int column = static_cast<int>(cells.size()) + 1;
+        widths.Add(column, text);
+        cells.push_back(column == kValueColumn ? ValueCell(text) : TextCell(text));
+    }
+    return cells;
+}
+
+/// One sheet of rows from number `next` on, which it moves on.
+void FillSheet(office::Worksheet& sheet, const MapValues& values, std::size_t& next, const QString& indicator,
+               int decimals) {
     const SheetFont font = ListFont();
     SetUpSheet(sheet, kHeadRow, 1);
     sheet.SetPageSetup({.fitToPagesWide = 1, .titleRows = kHeadRow, .firstTitleRow = kHeadRow});
-    office::Block block{Heads()};
+    office::Block block{{}};
     ColumnWidths widths;
-    for (int column = 1; column <= kColumns; ++column)
-        widths.AddHead(column, std::get<QString>(block.front()[static_cast<std::size_t>(column - 1)]));
-    for (; !rows.atEnd() && block.size() <= kMostRows; rows.MoveNext()) {
-        std::vector<office::Cell> row;
-        for (int column = 1; column <= kColumns; ++column) {
-            const QString text = rows.Text(static_cast<std::size_t>(column - 1));
-            widths.Add(column, text);
-            row.push_back(column == kValueColumn ? ValueCell(text) : TextCell(text));
-        }
-        block.push_back(std::move(row));
+    widths.Add(1, Plain("Comm_Indicator"));
+    for (const QString& head : values.heads) {
+        block.front().emplace_back(head);
+        widths.AddHead(static_cast<int>(block.front().size()), head);
     }
+    for (; next < values.rows.size() && block.size() <= kMostRows; ++next)
+        block.push_back(CellsOf(values.rows[next], widths));
     const int last = kHeadRow + static_cast<int>(block.size()) - 1;
-    Dress(sheet, last, decimals, font);
+    const int columns = static_cast<int>(values.heads.size());
+    Dress(sheet, last, columns, decimals, font);
     SendLooks(sheet);
     sheet.Cells(kIndicatorRow, 1).SetValues({{TextCell(Plain("Comm_Indicator")), TextCell(indicator)}});
     sheet.Cells(kHeadRow, 1).SetValues(block);
-    widths.Add(1, Plain("Comm_Indicator"));
     widths.WriteTo(sheet, font);
-    SetTallDataRows(sheet, kIndicatorRow, last, kColumns, font);
+    SetTallDataRows(sheet, kIndicatorRow, last, columns, font);
 }
 
 } // namespace
+
+MapValues ReadMapValues() {
+    MapValues values;
+    for (const char* key :
+         {"Comm_Time", "Comm_Area Id", "Comm_Area Name", "Comm_Datavalue", "Comm_Unit", "Subpop", "Comm_Source"})
+        values.heads << Plain(key);
+    Records rows =
+        Select(QStringLiteral("SELECT TimePeriod,AreaId,AreaName,DataValue,Unit,SubPop,Source FROM _MapData"),
+               jet::CursorType::ForwardOnly);
+    for (; !rows.atEnd(); rows.MoveNext()) {
+        QStringList row;
+        for (qsizetype field = 0; field < values.heads.size(); ++field)
+            row << rows.Text(static_cast<std::size_t>(field));
+        values.rows.push_back(std::move(row));
+    }
+    return values;
+}
 
 QStringList SourcesOfMapData() {
     QStringList sources;
@@ -100,15 +114,14 @@ QStringList SourcesOfMapData() {
     return sources;
 }
 
-void WriteMapData(office::Workbook& book, int sheet, const QString& indicator, int decimals) {
+void WriteMapData(office::Workbook& book, int sheet, const MapValues& values, const QString& indicator, int decimals) {
     office::Worksheet first = book.Sheet(sheet);
     const QString name = Plain("TS_SheetData");
     first.SetName(name);
-    Records rows =
-        Select(QStringLiteral("SELECT TimePeriod,AreaId,AreaName,DataValue,Unit,SubPop,Source FROM _MapData"));
-    FillSheets(book, first, name, [&](office::Worksheet& next) {
-        FillSheet(next, rows, indicator, decimals);
-        return !rows.atEnd();
+    std::size_t next = 0;
+    FillSheets(book, first, name, [&](office::Worksheet& each) {
+        FillSheet(each, values, next, indicator, decimals);
+        return next < values.rows.size();
     });
 }
 

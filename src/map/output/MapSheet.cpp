@@ -55,9 +55,7 @@ QString MapSheet::PictureName() {
 
 MapSheet::MapSheet(office::Worksheet sheet, const MapSheetContents& contents)
     : sheet_(std::move(sheet)), contents_(contents), draft_(contents.draft), places_(PlacesOf(draft_.layout)),
-      mapSize_(MapSizeOn(places_, contents.onScreen)),
-      legend_(PlanLegend(draft_.classes, places_, mapSize_.width() / std::max(contents.onScreen.width(), 1),
-                         mapSize_.height())),
+      legend_(PlanLegend(draft_.classes, places_, contents.pointsOfPixel, contents.size.height())),
       rightToLeft_(LanguageIsRightToLeft()) {}
 
 int MapSheet::LastColumn() const {
@@ -182,7 +180,7 @@ void MapSheet::SetMapRows() {
         for (const Line& line : lines_)
             if (line.row == MapPlaces::MapRow || line.row == LegendLastRow()) taken += HeightOf(line) - kUsualHeight;
     }
-    const double height = std::max((mapSize_.height() - taken) / std::max(end - first, 1), kLeastHeight);
+    const double height = std::max((contents_.size.height() - taken) / std::max(end - first, 1), kLeastHeight);
     for (int number = first; number < end; ++number)
         rows_[static_cast<std::size_t>(number - 1)] = height;
 }
@@ -234,7 +232,7 @@ void MapSheet::DrawLegend() {
 
 // As many pixels as 300 to the inch of the printed map are.
 void MapSheet::InsertMap() {
-    const double inches = mapSize_.width() / 72 * PrintScale(places_, {SumOf(columns_), SumOf(rows_)});
+    const double inches = contents_.size.width() / 72 * PrintScale(places_, {SumOf(columns_), SumOf(rows_)});
     const QImage image = contents_.picture(static_cast<int>(std::ceil(inches * kPrintDots)));
     QByteArray png;
     QBuffer buffer(&png);
@@ -242,7 +240,7 @@ void MapSheet::InsertMap() {
         !image.convertToFormat(QImage::Format_RGB32).save(&buffer, "PNG"))
         throw office::Error(office::Failure::Call, QStringLiteral("there is no memory for the picture of the map"));
     const QPointF corner = CellOf(MapPlaces::MapRow, MapPlaces::MapColumn).topLeft();
-    sheet_.AddPicture(PictureName(), png, {corner, mapSize_});
+    sheet_.AddPicture(PictureName(), png, {corner, contents_.size});
 }
 
 } // namespace tessaro

@@ -14,7 +14,8 @@ namespace tessaro {
 /// What a map's sheet shows beside the texts and classes of the draft.
 struct MapSheetContents {
     const MapDraft& draft;
-    QSize onScreen; ///< the map's size there, in pixels
+    QSizeF size;          ///< of the map on the sheet, in points
+    double pointsOfPixel; ///< of markers, there for one of the screen
     std::function<QImage(int pixelWidth)> picture;
     QString note; ///< below the classes; empty for none
     QStringList sources;
@@ -64,7 +65,6 @@ class MapSheet final {
     const MapSheetContents& contents_;
     const MapDraft& draft_;
     const MapPlaces& places_;
-    const QSizeF mapSize_;
     const LegendPlan legend_;
     const bool rightToLeft_;
     std::vector<double> columns_; ///< their widths, of the first at 0

@@ -5,52 +5,64 @@
 #include "map/output/MapDataSheets.h"
 #include "map/output/MapSheet.h"
 #include "session/ErrorSink.h"
-#include "session/Query.h"
 #include "sheets/NewWorkbook.h"
 
 namespace tessaro {
 
 namespace {
 
-constexpr QSize kUsualSize{640, 480}; ///< of a map that has none on the screen
+/// How far the work is once a group is done, in per cent.
+enum Done { Started = 5, Opened = 15, Texts = 40, Picture = 65, Legend = 75, Values = 90, All = 100 };
 
-int CountRows() {
-    const Records count = Select(QStringLiteral("SELECT Count(*) FROM _MapData"));
-    return count.atEnd() ? 0 : static_cast<int>(count.Number(std::size_t{0}));
+void WriteBook(office::Workbook& book, const MapSheetContents& contents, const MapValues& values,
+               const WizardProgress& progress) {
+    MapSheet sheet(book.Sheet(1), contents);
+    progress.Main(Opened);
+    progress.Label("Setting Title/Subtitle");
+    sheet.WriteTexts();
+    progress.Main(Texts);
+    sheet.InsertMap();
+    progress.Main(Picture);
+    sheet.DrawLegend();
+    progress.Main(Legend);
+    progress.Label("Filling Data Values");
+    WriteMapData(book, 2, values, contents.draft.theme.indicator, contents.draft.classes.decimals);
+    progress.Main(Values);
+    WriteMapSources(book.Sheet(3), contents.sources);
+    book.ActivateSheet(1);
+    book.Save();
+    progress.Main(All);
 }
 
 } // namespace
 
+MapBox ShownExtent(const MapPage& page) {
+    return page.extent.IsEmpty() ? page.layers.FullExtent() : page.extent;
+}
+
+QSize ShownSize(const MapPage& page) {
+    return page.size.isEmpty() ? QSize(640, 480) : page.size;
+}
+
+QString WriteMapWorkbook(const MapSheetContents& contents, const MapValues& values, const WizardProgress& progress) {
+    progress.Label("Setting the Excel Objects");
+    progress.Main(Started);
+    const auto write = [&](office::Workbook& book) { WriteBook(book, contents, values, progress); };
+    return MakeWorkbook({QLatin1String(PlacesOf(contents.draft.layout).templateName), QStringLiteral("Map"),
+                         static_cast<int>(values.rows.size())},
+                        write);
+}
+
 QString MakeMapWorkbook(const MapPage& page, const WizardProgress& progress) {
     const ErrorTrap trap("MakeMapWorkbook");
-    const QSize onScreen = page.size.isEmpty() ? kUsualSize : page.size;
-    const MapBox& extent = page.extent.IsEmpty() ? page.layers.FullExtent() : page.extent;
+    const QSize onScreen = ShownSize(page);
+    const QSizeF size = MapSizeOn(PlacesOf(page.draft.layout), onScreen);
     const auto picture = [&](int pixelWidth) {
-        return MapImage(page.layers, extent, onScreen, static_cast<double>(pixelWidth) / onScreen.width());
+        return MapImage(page.layers, ShownExtent(page), onScreen, static_cast<double>(pixelWidth) / onScreen.width());
     };
-    const MapSheetContents contents{page.draft, onScreen, picture, YearNote(), SourcesOfMapData()};
-    const auto write = [&](office::Workbook& book) {
-        MapSheet sheet(book.Sheet(1), contents);
-        progress.Main(15);
-        progress.Label("Setting Title/Subtitle");
-        sheet.WriteTexts();
-        progress.Main(40);
-        sheet.InsertMap();
-        progress.Main(65);
-        sheet.DrawLegend();
-        progress.Main(75);
-        progress.Label("Filling Data Values");
-        WriteMapData(book, 2, page.draft.theme.indicator, page.draft.classes.decimals);
-        progress.Main(90);
-        WriteMapSources(book.Sheet(3), contents.sources);
-        book.ActivateSheet(1);
-        book.Save();
-        progress.Main(100);
-    };
-    progress.Label("Setting the Excel Objects");
-    progress.Main(5);
-    return MakeWorkbook({QLatin1String(PlacesOf(page.draft.layout).templateName), QStringLiteral("Map"), CountRows()},
-                        write);
+    const MapSheetContents contents{page.draft, size,       size.width() / onScreen.width(),
+                                    picture,    YearNote(), SourcesOfMapData()};
+    return WriteMapWorkbook(contents, ReadMapValues(), progress);
 }
 
 } // namespace tessaro
