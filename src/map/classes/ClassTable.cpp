@@ -229,6 +229,12 @@ LayerSymbol SymbolOf(const ClassLook& look) {
     return SymbolOf(NumberFromColor(look.color), look.fill, look.marker, look.size);
 }
 
+LayerSymbol SymbolOfUnclassed(const ClassLook& missing) {
+    LayerSymbol symbol = SymbolOf(missing);
+    symbol.pattern = UnclassedPattern(missing);
+    return symbol;
+}
+
 LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing) {
     LayerSymbols symbols;
     symbols.symbols = {SymbolOf(missing)};

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/FontDialogs.h"
 #include "controls/Theme.h"
+#include "map/custom/LabelFields.h"
 #include "session/Messages.h"
 #include "ui_MapCustomizePage.h"
 
@@ -163,8 +164,8 @@ void MapCustomizePage::FillLabelFields() {
     const QSignalBlocker quiet(ui_->cmbLabelField);
     ui_->cmbLabelField->clear();
     ui_->cmbLabelField->addItem(PlainText(QStringLiteral("TS_NoLabels")));
-    for (const char* key : kLabelFields)
-        ui_->cmbLabelField->addItem(PlainText(QLatin1String(key)), QLatin1String(key));
+    for (const LabelField& field : LabelFields())
+        ui_->cmbLabelField->addItem(PlainText(QLatin1String(field.key)), QLatin1String(field.key));
 }
 
 void MapCustomizePage::ShowDraft() {
@@ -185,14 +186,6 @@ void MapCustomizePage::ShowDraft() {
     ui_->cmbLabelField->setCurrentIndex(std::max(0, field));
     ShowLabelPreview();
     ShowLayout();
-}
-
-void MapCustomizePage::Offer(bool layers, bool combinedLabels, bool labels) {
-    ui_->SSCmdCustomize->setVisible(layers);
-    ui_->cmdAdvField->setVisible(combinedLabels);
-    for (QWidget* each : std::initializer_list<QWidget*>{ui_->lblLabelField, ui_->cmbLabelField, ui_->cmdLabelFont,
-                                                         ui_->lblMapLabelPreview, ui_->txtLabelPrev})
-        each->setVisible(labels);
 }
 
 LayerDraft* MapCustomizePage::ThemeLayer() const {
@@ -228,14 +221,17 @@ void MapCustomizePage::LabelFieldChosen() {
     }
     ShowLabelPreview();
     Q_EMIT LabelsChanged();
-    if (field == QLatin1String("Advanced Labels") && draft_.labelFormula.isEmpty()) Q_EMIT CombinedLabelsRequested();
+    if (field == QLatin1String(kCombinedField) && draft_.labelFormula.isEmpty()) Q_EMIT CombinedLabelsRequested();
 }
 
 /// The field's caption in the letters of the labels.
 void MapCustomizePage::ShowLabelPreview() {
     const LayerDraft* layer = ThemeLayer();
     const bool shown = ui_->cmbLabelField->currentIndex() > 0;
-    ui_->txtLabelPrev->setText(shown ? ui_->cmbLabelField->currentText() : QString());
+    const bool combined = ui_->cmbLabelField->currentData().toString() == QLatin1String(kCombinedField);
+    const QString sample = combined ? CaptionsOfFormula(draft_.labelFormula) : ui_->cmbLabelField->currentText();
+    ui_->txtLabelPrev->setText(shown ? sample : QString());
+    ui_->cmdAdvField->setEnabled(combined);
     if (layer) ui_->txtLabelPrev->setFont(FontInField(layer->labelFont));
     ui_->cmdLabelFont->setEnabled(layer && shown);
     ui_->txtLabelPrev->setEnabled(shown);

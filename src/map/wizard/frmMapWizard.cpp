@@ -109,9 +109,10 @@ void frmMapWizard::ConnectPages() {
     connect(themePage_, &MapThemePage::AreaChosen, this,
             [this](const QString& id) { pane_->Map().Outline(theme_.FeaturesOfArea(id)); });
     connect(classes_, &ClassesPage::Changed, this, &frmMapWizard::ClassesChanged);
-    connect(customize_, &MapCustomizePage::LabelsChanged, this, &frmMapWizard::ShowLabels);
-    customize_->Offer(false, false, false);
-    pane_->OfferLabels(false);
+    connect(customize_, &MapCustomizePage::LabelsChanged, this, &frmMapWizard::LabelsChosen);
+    connect(customize_, &MapCustomizePage::CombinedLabelsRequested, this, &frmMapWizard::CombineLabels);
+    connect(customize_, &MapCustomizePage::CustomizeRequested, this, &frmMapWizard::SSCmdCustomize_Click);
+    connect(classes_, &ClassesPage::RowHovered, this, &frmMapWizard::OutlineClass);
 }
 
 void frmMapWizard::Start() {

@@ -68,6 +68,10 @@ class frmMapWizard final : public HostedWizard {
     void ShowAdvice();
     void TakeAdvice();
     void ShowLabels();
+    void LabelsChosen();
+    void CombineLabels();
+    void ChooseLabels();
+    void SSCmdCustomize_Click();
     void ShowPointed(const QPointF& map);
     void ShowNothingPointed();
     void OutlineClass(int row);
