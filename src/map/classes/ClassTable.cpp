@@ -123,7 +123,7 @@ FillPattern UnclassedPattern(const ClassLook& missing) {
 
 ClassLook LookOfMissing() {
     ClassLook look;
-    look.color = QColor(140, 140, 140);
+    look.color = QColor(120, 120, 120);
     look.fill = static_cast<int>(FillPattern::UpwardDiagonal);
     return look;
 }
