@@ -187,9 +187,13 @@ void TakePalette(ClassTable& table, const PaletteContents& file, PaletteMode mod
     }
 }
 
+LayerSymbol SymbolOf(const ClassLook& look) {
+    return SymbolOf(NumberFromColor(look.color), look.fill, look.marker, look.size);
+}
+
 LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing) {
     LayerSymbols symbols;
-    symbols.symbols = {SymbolOf(NumberFromColor(missing.color), missing.fill, missing.marker, missing.size)};
+    symbols.symbols = {SymbolOf(missing)};
     QHash<QString, int> numbers; // of symbols, by areas
     Records rows = Select(QStringLiteral("SELECT AreaID, [Color],[PStyle],[Style], [Size] FROM _MapData"),
                           jet::CursorType::ForwardOnly);

@@ -58,6 +58,8 @@ void SmoothColors(ClassTable& table);
 void TakePalette(ClassTable& table, const PaletteContents& file, PaletteMode mode,
                  const std::vector<double>& ascending);
 
+/// How features of a class are drawn.
+[[nodiscard]] LayerSymbol SymbolOf(const ClassLook& look);
 /// The symbols of a theme's layer from `_MapData`, by the ids of its features; those without a row look like missing
 /// data.
 [[nodiscard]] LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing);

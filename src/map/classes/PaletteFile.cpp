@@ -1,10 +1,10 @@
 #include "map/classes/PaletteFile.h"
 
+#include "map/CodePage.h"
 #include "platform/Files.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 
-#include <QStringConverter>
 #include <QStringList>
 
 #include <algorithm>
@@ -21,31 +21,6 @@ constexpr qint64 kLargestPalette = 1 << 20;
 constexpr unsigned kInputPastEnd = 62;
 const char* const kByteOrderMark = "\xEF\xBB\xBF";
 const char* const kWhite = "16777215";
-
-const char* CodePageOf(int charset) {
-    struct CodePage {
-        int charset;
-        const char* name;
-    };
-    constexpr CodePage kPages[] = {{161, "windows-1253"}, {162, "windows-1254"}, {163, "windows-1258"},
-                                   {177, "windows-1255"}, {178, "windows-1256"}, {186, "windows-1257"},
-                                   {204, "windows-1251"}, {222, "windows-874"},  {238, "windows-1250"}};
-    const auto page = std::find_if(std::begin(kPages), std::end(kPages),
-                                   [&](const CodePage& each) { return each.charset == charset; });
-    return page == std::end(kPages) ? "windows-1252" : page->name;
-}
-
-QString DecodedBy(const char* page, const QByteArray& bytes) {
-    QStringDecoder decoder(page);
-    if (!decoder.isValid()) return QString::fromLatin1(bytes);
-    return decoder.decode(bytes);
-}
-
-QByteArray EncodedBy(const char* page, const QString& text) {
-    QStringEncoder encoder(page);
-    if (!encoder.isValid()) return text.toLatin1();
-    return encoder.encode(text);
-}
 
 QString OneLine(QString text) {
     return text.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
