@@ -41,6 +41,7 @@ int main(int argc, char** argv) {
     }
     MeasureLayers(report, installation);
     MeasureCountyMap(report, installation);
+    MeasureProject(report, installation);
     MeasureSummary(report, installation);
     MeasureHost(report);
     report.Print();

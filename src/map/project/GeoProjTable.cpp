@@ -82,15 +82,18 @@ void SetName(Column& column, const char* name) {
     column.slot.replace(0, kNameBytes, QByteArray(name).leftJustified(kNameBytes, '\0', true));
 }
 
-bool IsTable(const QByteArray& table) {
-    constexpr auto kHead = kSlot * (static_cast<qsizetype>(kProjectFields.size()) + 1);
-    if (table.size() <= kHead || table.at(kHead) != kEndOfHead) return false;
-    const qsizetype rows = Word(table, kRowsAt) + qsizetype{Word(table, kRowsAt + 2)} * 65536;
-    return table.size() >= Word(table, kHeadBytesAt) + rows * Word(table, kRowBytesAt);
+qsizetype RowsOf(const QByteArray& table) {
+    return Word(table, kRowsAt) + qsizetype{Word(table, kRowsAt + 2)} * 65536;
 }
 
-int RowsOf(const QByteArray& table) {
-    return Word(table, kRowsAt) + Word(table, kRowsAt + 2) * 65536;
+bool IsTable(const QByteArray& table) {
+    constexpr auto kFields = static_cast<qsizetype>(kProjectFields.size());
+    constexpr qsizetype kHead = kSlot * (kFields + 1);
+    if (table.size() <= kHead || table.at(kHead) != kEndOfHead) return false;
+    qsizetype rowBytes = 1;
+    for (qsizetype field = 1; field <= kFields; ++field)
+        rowBytes += Byte(table, field * kSlot + kWidthAt);
+    return Word(table, kRowBytesAt) == rowBytes && table.size() >= Word(table, kHeadBytesAt) + RowsOf(table) * rowBytes;
 }
 
 std::vector<Column> ColumnsOf(const QByteArray& table) {
@@ -99,8 +102,8 @@ std::vector<Column> ColumnsOf(const QByteArray& table) {
     for (std::size_t i = 0; i < kProjectFields.size(); ++i) {
         Column column{table.mid(kSlot * (static_cast<qsizetype>(i) + 1), kSlot), {}};
         const int width = Byte(column.slot, kWidthAt);
-        for (int row = 0; row < RowsOf(table); ++row)
-            column.cells.push_back(table.mid(at + qsizetype{row} * Word(table, kRowBytesAt), width));
+        for (qsizetype row = 0; row < RowsOf(table); ++row)
+            column.cells.push_back(table.mid(at + row * Word(table, kRowBytesAt), width));
         at += width;
         columns.push_back(std::move(column));
     }
@@ -166,7 +169,7 @@ std::optional<int> ExportGeoProjTable(const QString& aprPath, std::vector<NewFil
     }
     files.push_back({BesideProject(aprPath, ".dbf"), *table});
     files.push_back({BesideProject(aprPath, ".cpg"), *page});
-    return RowsOf(*table);
+    return static_cast<int>(RowsOf(*table));
 }
 
 } // namespace tessaro
