@@ -25,6 +25,8 @@ void MeasureMapData(Report& report, const BenchSession& session);
 void MeasureCountyMap(Report& report, const QString& installation);
 /// The project of a map of all counties, and its table. Opens the installation's own database.
 void MeasureProject(Report& report, const QString& installation);
+/// The workbook of that map, from the click to the preview. Needs an X11 display.
+void MeasureMapWorkbook(Report& report, const QString& installation);
 /// Marking what has data, translating statements, opening the database.
 void MeasureDatabase(Report& report, const BenchSession& session);
 /// The table and the graph wizard, from the click on their options to the preview. Expects everything to be selected,

@@ -1,16 +1,19 @@
 #include "layers/LabelPainter.h"
 
-#include <QFontMetricsF>
+#include "layers/LabelLayouts.h"
+
+#include <QPaintEngine>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
-#include <numeric>
 
 namespace tessaro {
 
 namespace {
 
 constexpr double kHaloWidth = 1;
+constexpr double kSideMargin = 2; ///< between the letters of a label and the next one
 
 /// The font with its size in pixels of the picture: points are those of a screen of 96 to the inch.
 QFont InPixels(QFont font, double scale) {
@@ -68,35 +71,94 @@ class TakenPlaces final {
     std::vector<std::vector<QRectF>> squares_;
 };
 
-/// The rim is the text itself, drawn around its place: far quicker than the outline of its letters.
-void PaintText(QPainter& painter, const QRectF& place, const QString& text, const LayerLabels& labels, double scale) {
-    constexpr int kFlags = Qt::AlignCenter | Qt::TextDontClip;
-    if (labels.halo.isValid()) {
-        painter.setPen(labels.halo);
-        const double rim = kHaloWidth * scale;
-        for (const QPointF& way : {QPointF(-1, -1), QPointF(0, -1), QPointF(1, -1), QPointF(-1, 0), QPointF(1, 0),
-                                   QPointF(-1, 1), QPointF(0, 1), QPointF(1, 1)})
-            painter.drawText(place.translated(rim * way), kFlags, text);
-    }
-    painter.setPen(labels.color);
-    painter.drawText(place, kFlags, text);
+/// Pictures of lines and curves keep texts as texts, once each.
+bool IsVector(const QPainter& painter) {
+    const QPaintEngine* const engine = painter.paintEngine();
+    return engine != nullptr && (engine->type() == QPaintEngine::SVG || engine->type() == QPaintEngine::Pdf);
 }
+
+/// A label at its place.
+struct Placed {
+    std::size_t label;
+    QPointF corner;
+};
+
+/// The labels of one layer on a picture.
+class LabelPainting final {
+  public:
+    LabelPainting(QPainter& painter, const LayerLabels& labels, const MapView& view, double scale)
+        : painter_(painter), labels_(labels), view_(view), scale_(scale), font_(InPixels(labels.font, scale)),
+          layouts_(labels.layouts ? labels.layouts : std::make_shared<LabelLayouts>()) {
+        layouts_->SetFont(font_);
+    }
+
+    /// Finds places for the labels; those that are not drawn take none.
+    void Place(TakenPlaces& taken) {
+        for (const std::size_t each : Order(labels_, view_)) {
+            const QSizeF size = layouts_->Of(each, labels_.texts[each]).size();
+            const QPointF middle = view_.ToPicture(labels_.places[each].at);
+            const QPointF corner(middle.x() - size.width() / 2, middle.y() - size.height() / 2);
+            const double margin = kSideMargin * scale_;
+            if (taken.Take(QRectF(corner, size).adjusted(-margin, 0, margin, 0)) || labels_.overlaps)
+                placed_.push_back({each, corner});
+        }
+    }
+
+    void Paint() {
+        painter_.setFont(font_);
+        painter_.setRenderHint(QPainter::TextAntialiasing);
+        if (labels_.halo.isValid()) IsVector(painter_) ? PaintOutlines() : PaintRims();
+        painter_.setPen(labels_.color);
+        for (const Placed& each : placed_)
+            painter_.drawStaticText(each.corner, layouts_->Of(each.label, labels_.texts[each.label]));
+    }
+
+  private:
+    /// The rim is the text itself, drawn around its place: far quicker than the outline of its letters.
+    void PaintRims() {
+        painter_.setPen(labels_.halo);
+        const double rim = kHaloWidth * scale_;
+        for (const Placed& each : placed_)
+            for (const QPointF& way : {QPointF(-1, -1), QPointF(0, -1), QPointF(1, -1), QPointF(-1, 0), QPointF(1, 0),
+                                       QPointF(-1, 1), QPointF(0, 1), QPointF(1, 1)})
+                painter_.drawStaticText(each.corner + rim * way, layouts_->Of(each.label, labels_.texts[each.label]));
+    }
+
+    void PaintOutlines() {
+        QPainterPath letters;
+        for (const Placed& each : placed_)
+            letters.addText(each.corner + QPointF(0, QFontMetricsF(font_).ascent()), font_, labels_.texts[each.label]);
+        painter_.setBrush(Qt::NoBrush);
+        painter_.setPen(QPen(labels_.halo, 2 * kHaloWidth * scale_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter_.drawPath(letters);
+    }
+
+    QPainter& painter_;
+    const LayerLabels& labels_;
+    const MapView& view_;
+    double scale_;
+    QFont font_;
+    std::shared_ptr<LabelLayouts> layouts_;
+    std::vector<Placed> placed_;
+};
 
 } // namespace
 
-void PaintLabels(QPainter& painter, const LayerLabels& labels, const MapView& view, double scale) {
-    if (!labels.on || labels.texts.empty()) return;
-    painter.save();
-    const QFont font = InPixels(labels.font, scale);
-    painter.setFont(font);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    const QFontMetricsF metrics(font);
+QColor HaloOf(const QColor& letters) {
+    return qGray(letters.rgb()) < 128 ? Qt::white : Qt::black;
+}
+
+void PaintLabels(QPainter& painter, const std::vector<const LayerLabels*>& layers, const MapView& view, double scale) {
+    std::vector<LabelPainting> paintings;
+    for (const LayerLabels* labels : layers)
+        if (labels->on && !labels->texts.empty()) paintings.emplace_back(painter, *labels, view, scale);
+    if (paintings.empty()) return;
     TakenPlaces taken(view.Size(), 64 * scale);
-    for (const std::size_t each : Order(labels, view)) {
-        QRectF place(0, 0, metrics.horizontalAdvance(labels.texts[each]) + 4 * scale, metrics.height());
-        place.moveCenter(view.ToPicture(labels.places[each].at));
-        if (labels.overlaps || taken.Take(place)) PaintText(painter, place, labels.texts[each], labels, scale);
-    }
+    for (auto topmost = paintings.rbegin(); topmost != paintings.rend(); ++topmost)
+        topmost->Place(taken);
+    painter.save();
+    for (LabelPainting& each : paintings)
+        each.Paint();
     painter.restore();
 }
 

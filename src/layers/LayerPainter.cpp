@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace tessaro {
 
@@ -28,7 +29,7 @@ class Painting final {
     void Paint() {
         painter_.setRenderHint(QPainter::Antialiasing);
         const MapBox shown = Reached();
-        for (std::size_t i = 0; i < layer_.features.size(); ++i) {
+        for (const std::size_t i : Order()) {
             const int symbol = SymbolOf(i);
             if (symbol < 0 || !layer_.features[i].box.Meets(shown)) continue;
             Choose(symbol);
@@ -41,6 +42,20 @@ class Painting final {
     static bool TakesTiles(const QPainter& painter) {
         const QPaintEngine* const engine = painter.paintEngine();
         return engine == nullptr || (engine->type() != QPaintEngine::SVG && engine->type() != QPaintEngine::Pdf);
+    }
+
+    /// As they follow one another; of points those with the largest markers first, so that none lies hidden below.
+    [[nodiscard]] std::vector<std::size_t> Order() const {
+        std::vector<std::size_t> order(layer_.features.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        if (layer_.kind != LayerKind::Point || symbols_.symbols.size() < 2) return order;
+        const auto size = [this](std::size_t feature) {
+            const int symbol = SymbolOf(feature);
+            return symbol < 0 ? 0 : symbols_.symbols[static_cast<std::size_t>(symbol)].markerSize;
+        };
+        std::stable_sort(order.begin(), order.end(),
+                         [&size](std::size_t a, std::size_t b) { return size(a) > size(b); });
+        return order;
     }
 
     /// What is shown, and a margin for markers and pens that reach into the picture.

@@ -16,8 +16,10 @@ void PaintMap(QPainter& painter, const LayerStack& layers, const MapView& view, 
         PaintLayer(painter, layer.data, layer.symbols, view, scale);
         if (afterLayer) afterLayer(i);
     }
+    std::vector<const LayerLabels*> labels;
     for (int i = 0; i < layers.Count(); ++i)
-        if (layers.At(i).visible) PaintLabels(painter, layers.At(i).labels, view, scale);
+        if (layers.At(i).visible) labels.push_back(&layers.At(i).labels);
+    PaintLabels(painter, labels, view, scale);
 }
 
 QImage MapImage(const LayerStack& layers, const MapBox& extent, QSize size, double scale, const QColor& ground) {

@@ -8,6 +8,7 @@
 #include "session/Session.h"
 #include "view/ViewJoins.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace tessaro {
@@ -18,20 +19,25 @@ constexpr int kIdsOfOneDelete = 6000; ///< keeps the statement below the engine'
 constexpr auto kValues =
     "Select distinct Original_DataValue, DataValue From [_MapData] Where isNull(DataValue) = False";
 
-QString InsertStatement(const MapTheme& theme, const QString& latestPeriod) {
+/// The condition of a theme's rows in view, the row filter among it.
+QString ThemeCondition(const MapTheme& theme, const QString& latestPeriod) {
     const QString subpop = theme.subpop.isEmpty()
                                ? QString()
                                : QStringLiteral(" AND IUS.Subpop=") + Quoted(theme.subpop) + QLatin1Char(' ');
     const QString periods =
         latestPeriod.isEmpty() ? QString() : QStringLiteral(" AND T.TimePeriod<=") + Quoted(latestPeriod);
+    return QStringLiteral("  WHERE IUS.Indicator=") + Quoted(theme.indicator) + QLatin1Char(' ') + subpop +
+           QStringLiteral(" AND IUS.Unit=") + Quoted(theme.unit) + QLatin1String(joins::kMapValues.where) + periods +
+           RowFilter;
+}
+
+QString InsertStatement(const MapTheme& theme, const QString& latestPeriod) {
     return QStringLiteral(
                " INSERT INTO _MapData (TimePeriod, AreaID, AreaName, [Indicator], SubPop, DataValue, Unit, Source, "
                "Style,  BreakValue, [Label],[Color], AdvancedLabels, [Size], Original_DataValue)  SELECT T.TimePeriod, "
                "A.AreaId, A.AreaName, IUS.Indicator, IUS.SubPop, D.Datavalue, IUS.Unit, IUS.Source, 0 AS Style,  0 AS "
                "BreakValue, '' AS [Label], 0 AS [Color], '' AS AdvancedLabels, 0 as [Size] , D.DataValue") +
-           QLatin1String(joins::kMapValues.from) + QStringLiteral("  WHERE IUS.Indicator=") + Quoted(theme.indicator) +
-           QLatin1Char(' ') + subpop + QStringLiteral(" AND IUS.Unit=") + Quoted(theme.unit) +
-           QLatin1String(joins::kMapValues.where) + periods + RowFilter +
+           QLatin1String(joins::kMapValues.from) + ThemeCondition(theme, latestPeriod) +
            QStringLiteral(" ORDER BY T.TimePeriod, A.AreaId, A.AreaName, IUS.Indicator, IUS.Subpop, IUS.Unit, "
                           "IUS.Source");
 }
@@ -126,6 +132,15 @@ MapTheme FirstTheme() {
     return {first.Text(std::size_t{0}), {}, first.Text(std::size_t{1})};
 }
 
+QStringList PeriodsOf(const MapTheme& theme) {
+    QStringList periods;
+    for (Records rows = Select(QStringLiteral("SELECT DISTINCT T.TimePeriod") + QLatin1String(joins::kMapValues.from) +
+                               ThemeCondition(theme, {}) + QStringLiteral(" ORDER BY T.TimePeriod"));
+         !rows.atEnd(); rows.MoveNext())
+        periods << rows.Text(std::size_t{0});
+    return periods;
+}
+
 MapDataCounts Get_Data(const MapTheme& theme, const QString& latestPeriod) {
     ErrorTrap trap("Get_Data");
     MapDataCounts counts;
@@ -159,6 +174,20 @@ ValueLimits LimitsOfMapData() {
                                            "\"MinVal\" FROM [_MapData] Where isnull(DataValue) = False ;"));
     if (limits.atEnd() || limits.IsNull(0)) return {};
     return {limits.rows().Get("MinVal").toDouble(), limits.rows().Get("MaxVal").toDouble()};
+}
+
+ValueLimits LimitsOf(const MapTheme& theme) {
+    std::optional<ValueLimits> limits;
+    for (Records rows = Select(QStringLiteral("SELECT DISTINCT D.DataValue") + QLatin1String(joins::kMapValues.from) +
+                                   ThemeCondition(theme, {}),
+                               jet::CursorType::ForwardOnly);
+         !rows.atEnd(); rows.MoveNext()) {
+        const auto number = NumberOf(rows.Text(std::size_t{0}));
+        if (!number) continue;
+        if (!limits) limits = {*number, *number};
+        *limits = {std::min(limits->minimum, *number), std::max(limits->maximum, *number)};
+    }
+    return limits.value_or(ValueLimits());
 }
 
 } // namespace tessaro

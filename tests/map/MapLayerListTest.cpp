@@ -1,7 +1,7 @@
 #include "map/MapLayerList.h"
 
-#include "MapTest.h"
 #include "layers/MapFiles.h"
+#include "map/MapTest.h"
 #include "session/Log.h"
 #include "session/Settings.h"
 #include "support/ShapelibFiles.h"

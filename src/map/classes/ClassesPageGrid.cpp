@@ -59,15 +59,27 @@ QTableWidgetItem* ColorItem(const QColor& color, const QString& name) {
     return item;
 }
 
-/// Each column has room for its head and its cells, the legend takes the rest.
+/// Each column has room for its head and its cells. The legend takes the rest; where that is too little for it, the
+/// grid is scrolled.
 void FitColumns(QTableWidget& grid) {
     QHeaderView& head = *grid.horizontalHeader();
     const QAbstractItemView& cells = grid;
+    int wanted = 0;
     for (int column = 0; column < grid.columnCount(); ++column) {
-        head.setSectionResizeMode(column, column == ColLegend ? QHeaderView::Stretch : QHeaderView::Fixed);
         const int text = head.fontMetrics().horizontalAdvance(grid.horizontalHeaderItem(column)->text());
-        head.resizeSection(column, std::max(cells.sizeHintForColumn(column), text + 3 * theme::kGrid));
+        const int width = std::max(cells.sizeHintForColumn(column), text + 3 * theme::kGrid);
+        head.setSectionResizeMode(column, QHeaderView::Fixed);
+        head.resizeSection(column, width);
+        wanted += width;
     }
+    if (wanted <= grid.viewport()->width()) head.setSectionResizeMode(ColLegend, QHeaderView::Stretch);
+}
+
+/// The ground of a row that is lit up.
+QColor LitSurface() {
+    QColor ground = theme::Accent();
+    ground.setAlpha(70);
+    return ground;
 }
 
 } // namespace
@@ -91,6 +103,7 @@ void ClassesPage::ShowGrid() {
         ShowRow(i);
     ShowMissing();
     FitColumns(grid);
+    PaintLitRow();
     grid.setCurrentCell(row, column);
 }
 
@@ -130,14 +143,51 @@ void ClassesPage::ShowMissing() {
         grid.setItem(spacer + 1, column++, SymbolItem(table_.missing, symbol, palette().text().color()));
 }
 
+void ClassesPage::PaintLitRow() {
+    const QTableWidget& grid = *ui_->grdClassBreaks;
+    for (int row = 0; row < grid.rowCount(); ++row)
+        for (int column = 0; column < grid.columnCount(); ++column) {
+            if (column == ColColor && HasLook(row)) continue;
+            const bool lit = row == lit_;
+            grid.item(row, column)->setData(Qt::BackgroundRole, lit ? QVariant(LitSurface()) : QVariant());
+        }
+}
+
+void ClassesPage::ShowRowOf(int row) {
+    if (!HasLook(row)) row = -1;
+    if (row == lit_) return;
+    lit_ = row;
+    PaintLitRow();
+    if (row >= 0) ui_->grdClassBreaks->scrollToItem(ui_->grdClassBreaks->item(row, ColLegend));
+}
+
+void ClassesPage::Hover(int row) {
+    if (!HasLook(row)) row = -1;
+    if (row == hovered_) return;
+    hovered_ = row;
+    Q_EMIT RowHovered(row);
+}
+
+bool ClassesPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Leave) Hover(-1);
+    if (event->type() == QEvent::Resize) FitColumns(*ui_->grdClassBreaks);
+    return QWidget::eventFilter(watched, event);
+}
+
 QString ClassesPage::CaptionOfColor(int row) {
     return FilledText(QStringLiteral("TS_RangeColor"), {QLocale().toString(row + 1)});
 }
 
+/// True for classes and missing data, not for the row between them.
+bool ClassesPage::HasLook(int row) const {
+    const auto classes = static_cast<int>(table_.looks.size());
+    return row >= 0 && row <= classes + 1 && row != classes;
+}
+
 ClassLook* ClassesPage::LookOfRow(int row) {
     const auto classes = static_cast<int>(table_.looks.size());
-    if (row == classes + 1) return &table_.missing;
-    return row >= 0 && row < classes ? &table_.looks[static_cast<std::size_t>(row)] : nullptr;
+    if (!HasLook(row)) return nullptr;
+    return row > classes ? &table_.missing : &table_.looks[static_cast<std::size_t>(row)];
 }
 
 QPoint ClassesPage::BesideCell(int row, int column) const {

@@ -1,6 +1,6 @@
 #include "map/classes/PaletteFile.h"
 
-#include "map/CodePage.h"
+#include "map/AnsiText.h"
 #include "platform/Files.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
@@ -19,7 +19,6 @@ constexpr qsizetype kValueStart = 19; ///< where the value of a line begins
 constexpr qsizetype kTailRows = 2;    ///< the spacer and the row of missing data
 constexpr qint64 kLargestPalette = 1 << 20;
 constexpr unsigned kInputPastEnd = 62;
-const char* const kByteOrderMark = "\xEF\xBB\xBF";
 const char* const kWhite = "16777215";
 
 QString OneLine(QString text) {
@@ -60,11 +59,6 @@ PaletteRow RowOf(const QStringList& lines, qsizetype first) {
             value(5), IsTrue(value(6)), IsTrue(value(7)), IsTrue(value(8))};
 }
 
-QString TextOf(const QByteArray& bytes, int charset) {
-    if (bytes.startsWith(kByteOrderMark)) return QString::fromUtf8(bytes.mid(3));
-    return DecodedBy(CodePageOf(charset), bytes);
-}
-
 QString ValueIn(const PaletteRow& row, PaletteMode mode) {
     if (mode == PaletteMode::Labels) return row.legend;
     return mode == PaletteMode::Range ? row.from : row.color;
@@ -103,13 +97,11 @@ QByteArray PaletteBytes(const PaletteRows& rows, int charset) {
                        .arg(rows.size());
     for (const PaletteRow& row : rows)
         text += LinesOf(row);
-    const char* const page = CodePageOf(charset);
-    const QByteArray bytes = EncodedBy(page, text);
-    return DecodedBy(page, bytes) == text ? bytes : kByteOrderMark + text.toUtf8();
+    return AnsiBytes(text, charset);
 }
 
 PaletteContents ReadPalette(const QByteArray& bytes, int charset) {
-    QString text = TextOf(bytes, charset);
+    QString text = TextOfAnsi(bytes, charset);
     QStringList lines = text.remove(QLatin1Char('\r')).split(QLatin1Char('\n'));
     if (lines.back().isEmpty()) lines.pop_back();
     PaletteContents contents;

@@ -1,6 +1,5 @@
 #include "map/project/ProjectFile.h"
 
-#include "map/CodePage.h"
 #include "map/project/LayerBlock.h"
 #include "platform/Clock.h"
 #include "platform/Paths.h"
@@ -52,7 +51,7 @@ QByteArray ProjectBytes(const MapPage& page, const QString& path, int records) {
         PutLayer(objects, refs, refs.themes[static_cast<std::size_t>(i)], page.layers.At(layers - 1 - i),
                  page.draft.classes);
     PutTail(objects, refs);
-    return objects.Bytes(CodePageOf(FontCharset));
+    return objects.Bytes(FontCharset);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "map/project/ProjectObjects.h"
 
-#include "map/CodePage.h"
+#include "map/AnsiText.h"
 
 namespace tessaro {
 
@@ -80,10 +80,10 @@ void ProjectObjects::Put(const char* label, ObjectRef object) {
     lines_.back().object = object;
 }
 
-QByteArray ProjectObjects::Bytes(const char* page) const {
+QByteArray ProjectObjects::Bytes(int charset) const {
     QByteArray bytes = "/3.0\r\n";
     for (const Line& line : lines_) {
-        QByteArray text = EncodedBy(page, line.text);
+        QByteArray text = PlainAnsiBytes(line.text, charset);
         if (line.object.place >= 0) text += QByteArray::number(NumberOf(line.object));
         AddLine(bytes, text);
     }

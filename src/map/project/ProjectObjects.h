@@ -30,9 +30,9 @@ class ProjectObjects final {
 
     /// The number of an object that was begun; 0 before.
     [[nodiscard]] int NumberOf(ObjectRef object) const { return numbers_[static_cast<std::size_t>(object.place)]; }
-    /// The whole file in an 8-bit page (see CodePageOf), with lines of at most 512 bytes: longer ones go on in the
+    /// The whole file in the code page of a character set, with lines of at most 512 bytes: longer ones go on in the
     /// next, as the format has it.
-    [[nodiscard]] QByteArray Bytes(const char* page) const;
+    [[nodiscard]] QByteArray Bytes(int charset) const;
 
   private:
     struct Line {

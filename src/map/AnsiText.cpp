@@ -1,10 +1,14 @@
-#include "map/CodePage.h"
+#include "map/AnsiText.h"
 
 #include <QStringConverter>
 
 #include <algorithm>
 
 namespace tessaro {
+
+namespace {
+
+const char* const kByteOrderMark = "\xEF\xBB\xBF";
 
 const char* CodePageOf(int charset) {
     struct CodePage {
@@ -29,6 +33,22 @@ QByteArray EncodedBy(const char* page, const QString& text) {
     QStringEncoder encoder(page);
     if (!encoder.isValid()) return text.toLatin1();
     return encoder.encode(text);
+}
+
+} // namespace
+
+QByteArray PlainAnsiBytes(const QString& text, int charset) {
+    return EncodedBy(CodePageOf(charset), text);
+}
+
+QByteArray AnsiBytes(const QString& text, int charset) {
+    const QByteArray bytes = PlainAnsiBytes(text, charset);
+    return DecodedBy(CodePageOf(charset), bytes) == text ? bytes : kByteOrderMark + text.toUtf8();
+}
+
+QString TextOfAnsi(const QByteArray& bytes, int charset) {
+    if (bytes.startsWith(kByteOrderMark)) return QString::fromUtf8(bytes.mid(3));
+    return DecodedBy(CodePageOf(charset), bytes);
 }
 
 } // namespace tessaro
