@@ -23,6 +23,8 @@ void MeasureCalculations(Report& report, const BenchSession& session);
 void MeasureMapData(Report& report, const BenchSession& session);
 /// A map of all counties of the installation's own database, which it opens.
 void MeasureCountyMap(Report& report, const QString& installation);
+/// The project of a map of all counties, and its table. Opens the installation's own database.
+void MeasureProject(Report& report, const QString& installation);
 /// The workbook of that map, from the click to the preview. Needs an X11 display.
 void MeasureMapWorkbook(Report& report, const QString& installation);
 /// Marking what has data, translating statements, opening the database.

@@ -37,10 +37,13 @@ QByteArray EncodedBy(const char* page, const QString& text) {
 
 } // namespace
 
+QByteArray PlainAnsiBytes(const QString& text, int charset) {
+    return EncodedBy(CodePageOf(charset), text);
+}
+
 QByteArray AnsiBytes(const QString& text, int charset) {
-    const char* const page = CodePageOf(charset);
-    const QByteArray bytes = EncodedBy(page, text);
-    return DecodedBy(page, bytes) == text ? bytes : kByteOrderMark + text.toUtf8();
+    const QByteArray bytes = PlainAnsiBytes(text, charset);
+    return DecodedBy(CodePageOf(charset), bytes) == text ? bytes : kByteOrderMark + text.toUtf8();
 }
 
 QString TextOfAnsi(const QByteArray& bytes, int charset) {
