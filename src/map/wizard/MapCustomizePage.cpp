@@ -94,6 +94,7 @@ MapCustomizePage::MapCustomizePage(MapDraft& draft, QWidget* parent)
     SetFormCaptions();
     ConnectTexts();
     connect(ui_->cmbLabelField, &QComboBox::activated, this, &MapCustomizePage::LabelFieldChosen);
+    connect(ui_->chkSmallMaps, &QCheckBox::toggled, this, [this](bool wanted) { draft_.smallMaps = wanted; });
     connect(ui_->cmdLabelFont, &QPushButton::clicked, this, &MapCustomizePage::ChooseLabelFont);
     connect(ui_->cmdAdvField, &QPushButton::clicked, this, &MapCustomizePage::CombinedLabelsRequested);
     connect(ui_->SSCmdCustomize, &QPushButton::clicked, this, &MapCustomizePage::CustomizeRequested);
@@ -150,6 +151,7 @@ void MapCustomizePage::SetFormCaptions() {
     }
     SetCaption(ui_->cmdAdvField, QStringLiteral("TS_CombineLabels"));
     SetCaption(ui_->SSCmdCustomize, QStringLiteral("TS_CustomizeLayers"));
+    SetCaption(ui_->chkSmallMaps, QStringLiteral("TS_SmallMaps"));
     SetCaption(ui_->lblLayout, QStringLiteral("TS_MapLayout"));
     const std::array<QToolButton*, 3> buttons{ui_->SSRibLayout_0, ui_->SSRibLayout_1, ui_->SSRibLayout_2};
     for (std::size_t i = 0; i < buttons.size(); ++i) {
@@ -184,8 +186,13 @@ void MapCustomizePage::ShowDraft() {
     const LayerDraft* layer = ThemeLayer();
     const int field = layer && layer->labelOn ? ui_->cmbLabelField->findData(layer->labelField) : 0;
     ui_->cmbLabelField->setCurrentIndex(std::max(0, field));
+    ui_->chkSmallMaps->setChecked(draft_.smallMaps);
     ShowLabelPreview();
     ShowLayout();
+}
+
+void MapCustomizePage::OfferSmallMaps(bool offered) {
+    ui_->chkSmallMaps->setVisible(offered);
 }
 
 LayerDraft* MapCustomizePage::ThemeLayer() const {

@@ -26,6 +26,8 @@ class MapCustomizePage final : public QWidget {
 
     /// Shows what the draft holds.
     void ShowDraft();
+    /// Small maps of several periods are only there when there are several.
+    void OfferSmallMaps(bool offered);
     void SetFormCaptions();
 
   Q_SIGNALS:

@@ -182,8 +182,4 @@ void frmMapWizard::SSCmdCustomize_Click() {
     LayersChanged();
 }
 
-void frmMapWizard::cmdExport_Click() {}
-
-void frmMapWizard::cmdPicture_Click() {}
-
 } // namespace tessaro

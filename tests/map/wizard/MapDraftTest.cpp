@@ -52,6 +52,7 @@ MapDraft OddDraft() {
     draft.disclaimer = {kOdd + kOdd, {QString(), 8, false, true}};
     draft.titlesTyped = true;
     draft.layout = MapLayout::Horizontal;
+    draft.smallMaps = true;
     draft.labelFormula = QStringLiteral("Trim(areaid)+' '+Trim(Areaname)+' '");
     draft.layers = {LayerDraft(), OddLayer()};
     draft.extent = {-170.5, -1.0 / 3, 12, 80};
@@ -76,6 +77,7 @@ TEST(MapDraftTest, ComesBackFromItsLines) {
         EXPECT_EQ(read->classes.missing, draft.classes.missing);
         EXPECT_EQ(read->choice, draft.choice);
         EXPECT_EQ(read->layout, draft.layout);
+        EXPECT_EQ(read->smallMaps, draft.smallMaps);
     }
     EXPECT_TRUE(ReadMapDraft(QStringLiteral("a later line=1\nlayout=vertical\n")));
 }
