@@ -2,6 +2,8 @@
 
 #include "wizards/DraftLines.h"
 
+#include <QLocale>
+
 #include <array>
 
 namespace tessaro {
