@@ -55,8 +55,7 @@ QString MapSheet::PictureName() {
 
 MapSheet::MapSheet(office::Worksheet sheet, const MapSheetContents& contents)
     : sheet_(std::move(sheet)), contents_(contents), draft_(contents.draft), places_(PlacesOf(draft_.layout)),
-      legend_(PlanLegend(draft_.classes, places_, contents.pointsOfPixel, contents.size.height())),
-      rightToLeft_(LanguageIsRightToLeft()) {}
+      legend_(PlanLegend(draft_.classes, places_, contents.pointsOfPixel, contents.size.height())) {}
 
 int MapSheet::LastColumn() const {
     return places_.LegendIsBeside() ? ColumnOfBlock(legend_.blocks) - 1 : MapPlaces::LastMapColumn;
@@ -77,7 +76,7 @@ double MapSheet::Width(int column, int lastColumn) const {
 
 void MapSheet::WriteTexts() {
     sheet_.SetName(Plain("Map"));
-    if (rightToLeft_) sheet_.SetRightToLeft(true);
+    if (LanguageIsRightToLeft()) sheet_.SetRightToLeft(true);
     SetColumns();
     CollectLines();
     SetRows();
@@ -222,7 +221,7 @@ void MapSheet::DrawLegend() {
         const LegendLine& line = legend_.lines[static_cast<std::size_t>(i)];
         if (!line.look) continue;
         const QRectF cell = CellOf(places_.legendRow + 1 + legend_.RowOf(i), ColumnOfBlock(legend_.BlockOf(i)));
-        const SwatchPlace place{cell, legend_.MarkerSize(*line.look), rightToLeft_};
+        const SwatchPlace place{cell, legend_.MarkerSize(*line.look)};
         for (office::ShapePlan& shape :
              SwatchShapes(*line.look, draft_.classes.kind, place, QStringLiteral("Legend %1").arg(i + 1)))
             shapes.push_back(std::move(shape));

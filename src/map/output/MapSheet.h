@@ -66,7 +66,6 @@ class MapSheet final {
     const MapDraft& draft_;
     const MapPlaces& places_;
     const LegendPlan legend_;
-    const bool rightToLeft_;
     std::vector<double> columns_; ///< their widths, of the first at 0
     std::vector<double> rows_;    ///< their heights likewise; 0 for one of the usual height
     std::vector<Line> lines_;
