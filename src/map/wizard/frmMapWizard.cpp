@@ -10,10 +10,12 @@
 #include "map/wizard/MapPane.h"
 #include "map/wizard/MapTexts.h"
 #include "map/wizard/MapThemePage.h"
+#include "map/wizard/PeriodSlider.h"
 #include "map/wizard/frmMAPAdvanced.h"
 #include "map/wizard/frmMAPIdentify.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
+#include "session/Frame.h"
 #include "session/Messages.h"
 
 #include <QPushButton>

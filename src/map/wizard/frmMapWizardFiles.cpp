@@ -15,6 +15,7 @@
 #include "session/FileNames.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
+#include "session/Strings.h"
 
 #include <QDir>
 #include <QPushButton>
