@@ -12,6 +12,9 @@
 #include "map/custom/frmMAPBuffer.h"
 #include "map/custom/frmMAPCustomize.h"
 #include "map/custom/frmMapLabels.h"
+#include "map/wizard/frmMAPAdvanced.h"
+#include "map/wizard/frmMAPIdentify.h"
+#include "map/wizard/frmMapWizard.h"
 #include "metadata/frmInformationSheet.h"
 #include "metadata/frmInformationSheets.h"
 #include "metadata/frmShowDetails.h"
@@ -205,6 +208,9 @@ void AccessLettersTest::CheckLayerForms() {
     CheckForm(frmMAPAdvLbl(formula));
     CheckForm(frmMAPBuffer(QStringLiteral("x")));
     CheckForm(frmMAPCustomize(map, formula, [] {}));
+    CheckForm(frmMapWizard({}));
+    CheckForm(frmMAPAdvanced({}, {}));
+    CheckForm(frmMAPIdentify());
 }
 
 void AccessLettersTest::CheckWizardPages() {
