@@ -1,11 +1,13 @@
 #pragma once
 
+#include "layers/MapCanvas.h"
 #include "map/wizard/frmMapWizard.h"
 #include "office/SpreadsheetApplication.h"
 #include "presentation/PresentationTest.h"
 #include "support/ShapelibFiles.h"
 
 #include <QDir>
+#include <QPushButton>
 #include <QTest>
 
 #include <memory>

@@ -120,14 +120,14 @@ class MapWizardWalksTest : public MapWizardTest {
             return walker.Chance(50) ? QString() : folder.filePath(QStringLiteral("walk.") + ending);
         });
         SetFontAnswerer([&](const QFont& font) { return walker.Chance(50) ? std::optional(font) : std::nullopt; });
-        const DialogAnswers answers([&](QDialog& dialog) { walker.Walk(dialog); });
+        const DialogAnswers dialogs([&](QDialog& dialog) { walker.Walk(dialog); });
         for (int step = 0; step < 40 && wizard_->isVisible(); ++step) {
             walker.Step();
             QCoreApplication::processEvents();
             ASSERT_TRUE(ReadMapDraft(DraftText(wizard_->Draft()))) << seed << ", step " << step;
             ASSERT_EQ(frame.busy, 0) << seed << ", step " << step;
         }
-        this->answers = {MessageCode::Yes};
+        answers = {MessageCode::Yes};
         if (wizard_->isVisible()) wizard_->reject();
         wizard_.reset();
         EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);

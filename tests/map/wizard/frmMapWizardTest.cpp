@@ -7,7 +7,7 @@
 #include "map/wizard/MapWizardTest.h"
 #include "map/wizard/PeriodSlider.h"
 #include "map/wizard/ThemeSymbols.h"
-#include "support/ReadXls.h"
+#include "session/Settings.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -44,7 +44,7 @@ class frmMapWizardTest : public MapWizardTest {
     [[nodiscard]] const ClassTable& Table() const { return wizard_->Classes().Table(); }
     /// The theme with the percentages of literacy, chosen as a user does.
     void ChooseLiteracy() {
-        const DialogAnswers answers([](QDialog& dialog) {
+        const DialogAnswers dialogs([](QDialog& dialog) {
             auto* indicators = dialog.findChild<QListView*>(QStringLiteral("lvIndicators"));
             for (int row = 0; row < indicators->model()->rowCount(); ++row)
                 if (indicators->model()->index(row, 0).data().toString() == QLatin1String("Literacy"))
@@ -52,7 +52,7 @@ class frmMapWizardTest : public MapWizardTest {
             dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
         });
         Click("cmdAdvanced");
-        ASSERT_EQ(answers.seen, 1);
+        ASSERT_EQ(dialogs.seen, 1);
     }
 };
 
@@ -157,7 +157,7 @@ TEST_F(frmMapWizardTest, ChoosesAnotherThemeAndOtherMaps) {
     EXPECT_TRUE(wizard_->Draft().advanced);
     EXPECT_EQ(wizard_->Draft().title.text, QStringLiteral("Literacy"));
     // Both the areas and their points: the grid of classes has eight columns.
-    const DialogAnswers answers([](QDialog& dialog) {
+    const DialogAnswers dialogs([](QDialog& dialog) {
         auto* maps = dialog.findChild<QListWidget*>(QStringLiteral("cboMaps"));
         ASSERT_EQ(maps->count(), 2);
         maps->item(0)->setCheckState(Qt::Unchecked);
@@ -267,12 +267,12 @@ TEST_F(frmMapWizardTest, TakesTextsFontsLabelsAndLayout) {
 TEST_F(frmMapWizardTest, CustomizesLayers) {
     Open();
     GoTo(3);
-    const DialogAnswers answers([](QDialog& dialog) {
+    const DialogAnswers dialogs([](QDialog& dialog) {
         EXPECT_EQ(dialog.objectName(), QStringLiteral("frmMAPCustomize"));
         dialog.accept();
     });
     Click("SSCmdCustomize");
-    EXPECT_EQ(answers.seen, 1);
+    EXPECT_EQ(dialogs.seen, 1);
     EXPECT_EQ(Map().Layers().Count(), 1);
 }
 
