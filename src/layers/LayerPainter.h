@@ -37,7 +37,8 @@ struct LayerSymbols {
 
 /// Draws a layer on a picture that shows `view`: nothing but these arguments counts. `scale` makes pens, markers and
 /// patterns larger, 1 being the screen. Features outside the view are left out; polygons
-/// of less than three pixels become dots in the colour of their fill, so that islands stay.
+/// of less than three pixels become dots in the colour of their fill, so that islands stay. In a picture of pixels the
+/// outlines lie over all fills of the layer, in one of lines over those of the features before.
 void PaintLayer(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view,
                 double scale);
 

@@ -68,12 +68,21 @@ void FitColumns(QTableWidget& grid) {
     if (grid.columnCount() == 0 || !grid.horizontalHeaderItem(grid.columnCount() - 1)) return; // not yet filled
     for (int column = 0; column < grid.columnCount(); ++column) {
         const int text = head.fontMetrics().horizontalAdvance(grid.horizontalHeaderItem(column)->text());
-        const int width = std::max(cells.sizeHintForColumn(column), text + 3 * theme::kGrid);
+        const int width = std::max(cells.sizeHintForColumn(column), text + 2 * theme::kGrid);
         head.setSectionResizeMode(column, QHeaderView::Fixed);
         head.resizeSection(column, width);
         wanted += width;
     }
     if (wanted <= grid.viewport()->width()) head.setSectionResizeMode(ColLegend, QHeaderView::Stretch);
+}
+
+/// Rows for the classes, a low one, and missing data.
+void SetRows(QTableWidget& grid, int classes) {
+    grid.setRowCount(classes + 2);
+    grid.verticalHeader()->hide();
+    grid.verticalHeader()->setMinimumSectionSize(theme::kGrid);
+    for (int row = 0; row < grid.rowCount(); ++row)
+        grid.setRowHeight(row, row == classes ? theme::kGrid : grid.fontMetrics().height() + theme::kGrid);
 }
 
 /// The ground of a row that is lit up.
@@ -93,7 +102,7 @@ void ClassesPage::ShowGrid() {
     grid.setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid.setSelectionMode(QAbstractItemView::SingleSelection);
     grid.setColumnCount(ColFirstSymbol + static_cast<int>(symbols.size()));
-    grid.setRowCount(static_cast<int>(table_.classes.size()) + 2);
+    SetRows(grid, static_cast<int>(table_.classes.size()));
     QStringList heads;
     for (const char* key : {"Legend", "From", "To", "Count", "COMM_Color"})
         heads << PlainText(QLatin1String(key));
@@ -112,7 +121,6 @@ void ClassesPage::ShowRow(int row) {
     QTableWidget& grid = *ui_->grdClassBreaks;
     const ClassBreak& each = table_.classes[static_cast<std::size_t>(row)];
     const ClassLook& look = table_.looks[static_cast<std::size_t>(row)];
-    grid.setVerticalHeaderItem(row, new QTableWidgetItem(QLocale().toString(row + 1)));
     auto* legend = new QTableWidgetItem(look.legend);
     if (look.font != QFont()) legend->setFont(look.font);
     grid.setItem(row, ColLegend, legend);
@@ -134,8 +142,6 @@ void ClassesPage::ShowMissing() {
         grid.setItem(spacer, column, item);
         grid.setItem(spacer + 1, column, new QTableWidgetItem);
     }
-    for (const int row : {spacer, spacer + 1})
-        grid.setVerticalHeaderItem(row, new QTableWidgetItem);
     grid.setItem(spacer + 1, ColLegend, new QTableWidgetItem(table_.missing.legend));
     grid.setItem(spacer + 1, ColCount, NumberItem(QLocale().toString(CountMissing(table_, features_)), true));
     grid.setItem(spacer + 1, ColColor, ColorItem(table_.missing.color, table_.missing.legend));
