@@ -5,6 +5,7 @@
 #include "map/classes/ClassDialogs.h"
 #include "map/classes/ClassLabels.h"
 #include "map/classes/ClassesPage.h"
+#include "map/classes/GridColumns.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
@@ -59,17 +60,6 @@ QTableWidgetItem* ColorItem(const QColor& color, const QString& name) {
     return item;
 }
 
-/// Each column has room for its head and its cells, the legend takes the rest.
-void FitColumns(QTableWidget& grid) {
-    QHeaderView& head = *grid.horizontalHeader();
-    const QAbstractItemView& cells = grid;
-    for (int column = 0; column < grid.columnCount(); ++column) {
-        head.setSectionResizeMode(column, column == ColLegend ? QHeaderView::Stretch : QHeaderView::Fixed);
-        const int text = head.fontMetrics().horizontalAdvance(grid.horizontalHeaderItem(column)->text());
-        head.resizeSection(column, std::max(cells.sizeHintForColumn(column), text + 3 * theme::kGrid));
-    }
-}
-
 } // namespace
 
 void ClassesPage::ShowGrid() {
@@ -90,7 +80,7 @@ void ClassesPage::ShowGrid() {
     for (int i = 0; i < static_cast<int>(table_.classes.size()); ++i)
         ShowRow(i);
     ShowMissing();
-    FitColumns(grid);
+    FitColumns(grid, ColLegend);
     grid.setCurrentCell(row, column);
 }
 

@@ -5,6 +5,7 @@
 #include "controls/EmptyHint.h"
 #include "controls/FileDialogs.h"
 #include "controls/Theme.h"
+#include "map/classes/GridColumns.h"
 #include "map/custom/LabelFields.h"
 #include "map/custom/LayerLooks.h"
 #include "map/custom/LayerPictures.h"
@@ -156,13 +157,12 @@ void frmMAPCustomize::FillRows(int active) {
     ui_->grdCollection->setRowCount(rows_.Count());
     for (int row = 0; row < rows_.Count(); ++row) {
         auto* item = new QListWidgetItem(rows_.At(row).data.name, ui_->LVLayers);
+        item->setSizeHint({0, ui_->grdCollection->verticalHeader()->defaultSectionSize()});
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(rows_.At(row).visible ? Qt::Checked : Qt::Unchecked);
         ShowRow(row);
     }
-    QHeaderView& head = *ui_->grdCollection->horizontalHeader();
-    head.setSectionResizeMode(QHeaderView::ResizeToContents);
-    head.setSectionResizeMode(ColName, QHeaderView::Stretch);
+    FitColumns(*ui_->grdCollection, ColName);
     filling_ = false;
     active_ = kNothingShown;
     Activate(std::min(active, rows_.Count() - 1));
