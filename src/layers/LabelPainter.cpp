@@ -7,6 +7,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tessaro {
 
@@ -14,6 +15,8 @@ namespace {
 
 constexpr double kHaloWidth = 1;
 constexpr double kSideMargin = 2; ///< between the letters of a label and the next one
+constexpr std::size_t kManyLabels = 600;
+constexpr QPointF kAround[] = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {1, 0}, {-1, 1}, {0, 1}, {1, 1}};
 
 /// The font with its size in pixels of the picture: points are those of a screen of 96 to the inch.
 QFont InPixels(QFont font, double scale) {
@@ -43,15 +46,17 @@ class TakenPlaces final {
           rows_(static_cast<int>(size.height() / square) + 1),
           squares_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_)) {}
 
-    /// Takes a place; false when another label has some of it.
-    bool Take(const QRectF& place) {
+    /// False when another label has some of a place.
+    [[nodiscard]] bool IsFree(const QRectF& place) {
         bool free = true;
         EachSquare(place, [&](const std::vector<QRectF>& taken) {
             free =
                 free && std::none_of(taken.begin(), taken.end(), [&](const QRectF& r) { return r.intersects(place); });
         });
-        if (free) EachSquare(place, [&](std::vector<QRectF>& taken) { taken.push_back(place); });
         return free;
+    }
+    void Take(const QRectF& place) {
+        EachSquare(place, [&](std::vector<QRectF>& taken) { taken.push_back(place); });
     }
 
   private:
@@ -94,34 +99,65 @@ class LabelPainting final {
 
     /// Finds places for the labels; those that are not drawn take none.
     void Place(TakenPlaces& taken) {
+        const double margin = kSideMargin * scale_;
+        const double height = QFontMetricsF(font_).height();
         for (const std::size_t each : Order(labels_, view_)) {
-            const QSizeF size = layouts_->Of(each, labels_.texts[each]).size();
             const QPointF middle = view_.ToPicture(labels_.places[each].at);
+            // Most labels give way: whether their middle is free is seen without laying out their letters.
+            const QRectF least(middle.x() - margin, middle.y() - height / 2, 2 * margin, height);
+            if (!labels_.overlaps && !taken.IsFree(least)) continue;
+            const QSizeF size = layouts_->Of(each, labels_.texts[each]).size();
             const QPointF corner(middle.x() - size.width() / 2, middle.y() - size.height() / 2);
-            const double margin = kSideMargin * scale_;
-            if (taken.Take(QRectF(corner, size).adjusted(-margin, 0, margin, 0)) || labels_.overlaps)
-                placed_.push_back({each, corner});
+            const QRectF place = QRectF(corner, size).adjusted(-margin, 0, margin, 0);
+            if (!labels_.overlaps && !taken.IsFree(place)) continue;
+            taken.Take(place);
+            placed_.push_back({each, corner});
         }
     }
 
     void Paint() {
-        painter_.setFont(font_);
         painter_.setRenderHint(QPainter::TextAntialiasing);
-        if (labels_.halo.isValid()) IsVector(painter_) ? PaintOutlines() : PaintRims();
-        painter_.setPen(labels_.color);
-        for (const Placed& each : placed_)
-            painter_.drawStaticText(each.corner, layouts_->Of(each.label, labels_.texts[each.label]));
+        painter_.setFont(font_);
+        const bool vector = IsVector(painter_);
+        if (labels_.halo.isValid() && !vector && placed_.size() > kManyLabels && PaintAllAtOnce()) return;
+        if (labels_.halo.isValid()) vector ? PaintOutlines() : PaintRims();
+        PaintLetters(painter_, labels_.color, {});
     }
 
   private:
+    void PaintLetters(QPainter& painter, const QColor& color, QPointF away) {
+        painter.setPen(color);
+        for (const Placed& each : placed_)
+            painter.drawStaticText(each.corner + away, layouts_->Of(each.label, labels_.texts[each.label]));
+    }
+
     /// The rim is the text itself, drawn around its place: far quicker than the outline of its letters.
     void PaintRims() {
-        painter_.setPen(labels_.halo);
-        const double rim = kHaloWidth * scale_;
-        for (const Placed& each : placed_)
-            for (const QPointF& way : {QPointF(-1, -1), QPointF(0, -1), QPointF(1, -1), QPointF(-1, 0), QPointF(1, 0),
-                                       QPointF(-1, 1), QPointF(0, 1), QPointF(1, 1)})
-                painter_.drawStaticText(each.corner + rim * way, layouts_->Of(each.label, labels_.texts[each.label]));
+        for (const QPointF& way : kAround)
+            PaintLetters(painter_, labels_.halo, kHaloWidth * scale_ * way);
+    }
+
+    /// The same for thousands of labels: their letters are drawn once, into a picture of their own, which is then laid
+    /// over the map around its place in the colour of the rims. False when there is no memory for it.
+    bool PaintAllAtOnce() {
+        QImage letters(view_.Size().toSize(), QImage::Format_ARGB32_Premultiplied);
+        if (letters.isNull()) return false;
+        letters.fill(Qt::transparent);
+        QPainter painter(&letters);
+        painter.setRenderHint(QPainter::TextAntialiasing);
+        painter.setFont(font_);
+        PaintLetters(painter, labels_.color, {});
+        painter.end();
+        QImage rims = letters;
+        painter.begin(&rims);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(rims.rect(), labels_.halo);
+        painter.end();
+        const double rim = std::max(1.0, std::round(kHaloWidth * scale_));
+        for (const QPointF& way : kAround)
+            painter_.drawImage(rim * way, rims);
+        painter_.drawImage(QPointF(), letters);
+        return true;
     }
 
     void PaintOutlines() {

@@ -40,6 +40,12 @@ QString LabelText(const LayerLabels& labels) {
     return PlainText(QStringLiteral("Yes")) + QStringLiteral(" (") + PlainText(labels.field) + QLatin1Char(')');
 }
 
+QIcon StyleIcon(LayerKind kind, int style, const QPalette& palette) {
+    QIcon icon(PictureOfStyle(kind, style, palette.text().color(), kPicture));
+    icon.addPixmap(PictureOfStyle(kind, style, palette.highlightedText().color(), kPicture), QIcon::Selected);
+    return icon;
+}
+
 /// Works under the wait pointer.
 template <class Work> bool Waiting(Work work) {
     const WaitPointer wait;
@@ -178,12 +184,14 @@ void frmMAPCustomize::ShowRow(int row) {
         return made;
     };
     item(ColName, layer.data.name);
-    item(ColType, NameOfKind(kind))->setIcon(IconOfKind(kind));
+    auto* type = item(ColType, {});
+    type->setIcon(IconOfKind(kind));
+    type->setToolTip(NameOfKind(kind));
+    type->setData(Qt::AccessibleTextRole, NameOfKind(kind));
     item(ColLabel, LabelText(layer.labels));
     const QString byClasses = GetText(QStringLiteral("TS_ByClasses"));
     auto* style = item(ColStyle, MayStyle(layer) ? NameOfStyle(kind, StyleOf(layer)) : byClasses);
-    if (MayStyle(layer))
-        style->setIcon(QIcon(PictureOfStyle(kind, StyleOf(layer), palette().text().color(), kPicture)));
+    if (MayStyle(layer)) style->setIcon(StyleIcon(kind, StyleOf(layer), palette()));
     auto* color = item(ColColor, MayColor(layer) ? QString() : byClasses);
     if (MayColor(layer)) color->setIcon(QIcon(ColorSquare(ColorOf(layer), theme::kIconSize)));
     item(ColWidth, MayWiden(layer) ? QLocale().toString(WidthOf(layer)) : byClasses)
