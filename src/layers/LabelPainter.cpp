@@ -91,9 +91,10 @@ struct Placed {
 /// The labels of one layer on a picture.
 class LabelPainting final {
   public:
-    LabelPainting(QPainter& painter, const LayerLabels& labels, const MapView& view, double scale)
-        : painter_(painter), labels_(labels), view_(view), scale_(scale), font_(InPixels(labels.font, scale)),
-          layouts_(labels.layouts ? labels.layouts : std::make_shared<LabelLayouts>()) {
+    LabelPainting(QPainter& painter, const LabelledLayer& layer, const MapView& view, double scale)
+        : painter_(painter), labels_(*layer.labels), markers_(layer.markers), view_(view), scale_(scale),
+          font_(InPixels(labels_.font, scale)),
+          layouts_(labels_.layouts ? labels_.layouts : std::make_shared<LabelLayouts>()) {
         layouts_->SetFont(font_);
     }
 
@@ -102,7 +103,7 @@ class LabelPainting final {
         const double margin = kSideMargin * scale_;
         const double height = QFontMetricsF(font_).height();
         for (const std::size_t each : Order(labels_, view_)) {
-            const QPointF middle = view_.ToPicture(labels_.places[each].at);
+            const QPointF middle = view_.ToPicture(labels_.places[each].at) - QPointF(0, Lift(each, height));
             // Most labels give way: whether their middle is free is seen without laying out their letters.
             const QRectF least(middle.x() - margin, middle.y() - height / 2, 2 * margin, height);
             if (!labels_.overlaps && !taken.IsFree(least)) continue;
@@ -125,6 +126,13 @@ class LabelPainting final {
     }
 
   private:
+    /// How far above its place the middle of a label stands, so that it doesn't hide its marker.
+    [[nodiscard]] double Lift(std::size_t feature, double height) const {
+        const int symbol = markers_ == nullptr ? -1 : markers_->NumberOf(feature);
+        if (symbol < 0) return 0;
+        return (markers_->symbols[static_cast<std::size_t>(symbol)].markerSize * scale_ + height) / 2;
+    }
+
     void PaintLetters(QPainter& painter, const QColor& color, QPointF away) {
         painter.setPen(color);
         for (const Placed& each : placed_)
@@ -171,6 +179,7 @@ class LabelPainting final {
 
     QPainter& painter_;
     const LayerLabels& labels_;
+    const LayerSymbols* markers_;
     const MapView& view_;
     double scale_;
     QFont font_;
@@ -184,10 +193,10 @@ QColor HaloOf(const QColor& letters) {
     return qGray(letters.rgb()) < 128 ? Qt::white : Qt::black;
 }
 
-void PaintLabels(QPainter& painter, const std::vector<const LayerLabels*>& layers, const MapView& view, double scale) {
+void PaintLabels(QPainter& painter, const std::vector<LabelledLayer>& layers, const MapView& view, double scale) {
     std::vector<LabelPainting> paintings;
-    for (const LayerLabels* labels : layers)
-        if (labels->on && !labels->texts.empty()) paintings.emplace_back(painter, *labels, view, scale);
+    for (const LabelledLayer& each : layers)
+        if (each.labels->on && !each.labels->texts.empty()) paintings.emplace_back(painter, each, view, scale);
     if (paintings.empty()) return;
     TakenPlaces taken(view.Size(), 64 * scale);
     for (auto topmost = paintings.rbegin(); topmost != paintings.rend(); ++topmost)

@@ -29,7 +29,7 @@ class Painting final {
         painter_.setRenderHint(QPainter::Antialiasing);
         const MapBox shown = Reached();
         for (std::size_t i = 0; i < layer_.features.size(); ++i) {
-            const int symbol = SymbolOf(i);
+            const int symbol = symbols_.NumberOf(i);
             if (symbol < 0 || !layer_.features[i].box.Meets(shown)) continue;
             Choose(symbol);
             PaintFeature(layer_.features[i], symbols_.symbols[static_cast<std::size_t>(symbol)]);
@@ -52,12 +52,6 @@ class Painting final {
         const double y = most * scale_ / view_.PixelsY();
         const MapBox& shown = view_.Shown();
         return {shown.left - x, shown.bottom - y, shown.right + x, shown.top + y};
-    }
-
-    [[nodiscard]] int SymbolOf(std::size_t feature) const {
-        if (symbols_.symbols.empty()) return -1;
-        const int symbol = feature < symbols_.ofFeature.size() ? symbols_.ofFeature[feature] : 0;
-        return std::min(symbol, static_cast<int>(symbols_.symbols.size()) - 1);
     }
 
     /// Pen and brush; neighbours mostly have the same.

@@ -46,6 +46,14 @@ QIcon StyleIcon(LayerKind kind, int style, const QPalette& palette) {
     return icon;
 }
 
+/// A colour as it is, in rows that are selected too.
+QIcon ColorIcon(const QColor& color) {
+    const QPixmap square = ColorSquare(color, theme::kIconSize);
+    QIcon icon(square);
+    icon.addPixmap(square, QIcon::Selected);
+    return icon;
+}
+
 /// Works under the wait pointer.
 template <class Work> bool Waiting(Work work) {
     const WaitPointer wait;
@@ -193,7 +201,7 @@ void frmMAPCustomize::ShowRow(int row) {
     auto* style = item(ColStyle, MayStyle(layer) ? NameOfStyle(kind, StyleOf(layer)) : byClasses);
     if (MayStyle(layer)) style->setIcon(StyleIcon(kind, StyleOf(layer), palette()));
     auto* color = item(ColColor, MayColor(layer) ? QString() : byClasses);
-    if (MayColor(layer)) color->setIcon(QIcon(ColorSquare(ColorOf(layer), theme::kIconSize)));
+    if (MayColor(layer)) color->setIcon(ColorIcon(ColorOf(layer)));
     item(ColWidth, MayWiden(layer) ? QLocale().toString(WidthOf(layer)) : byClasses)
         ->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
 }
