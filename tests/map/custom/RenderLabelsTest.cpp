@@ -51,7 +51,8 @@ TEST_F(RenderLabelsTest, ShowsTheFieldsOfTheAreasRows) {
     EXPECT_EQ(Texts(0, QStringLiteral("Advanced Labels"),
                     FormulaOf({QStringLiteral("datavalue"), QStringLiteral("Areaname")})),
               "20 Area 0002 | 1.5 Area 0001 | ");
-    EXPECT_EQ(Texts(0, QStringLiteral("Advanced Labels")), "20 Area 0002 | 1.5 Area 0001 | ") << "no formula changes nothing";
+    EXPECT_EQ(Texts(0, QStringLiteral("Advanced Labels")), "20 Area 0002 | 1.5 Area 0001 | ")
+        << "no formula changes nothing";
     Execute(QStringLiteral("UPDATE _MapData SET DataValue = Null, AreaName = Null WHERE AreaID = 'A0002'"));
     EXPECT_EQ(Texts(0, QStringLiteral("Comm_Datavalue")), " | 1.5 | ");
     EXPECT_EQ(Texts(0, QStringLiteral("Comm_Area Name")), " | Area 0001 | ");
