@@ -41,8 +41,9 @@ LayerLabels NamesOf(const MapLayer& layer, bool overlaps) {
 
 double DrawLabels(const LayerStack& stack, const MapBox& extent, QImage& image) {
     QPainter painter(&image);
-    return ProcessorMilliseconds(
-        [&] { PaintLabels(painter, {&stack.At(0).labels}, ViewOf(stack, extent, image.size()), 1); });
+    return ProcessorMilliseconds([&] {
+        PaintLabels(painter, {{&stack.At(0).labels, nullptr}}, ViewOf(stack, extent, image.size()), 1);
+    });
 }
 
 double Placed(const MapLayer& counties) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "layers/LabelPlaces.h"
+#include "layers/LayerPainter.h"
 #include "layers/MapView.h"
 
 #include <QColor>
@@ -32,8 +33,15 @@ struct LayerLabels {
 /// A rim in which letters of this colour stand out on any ground: white around dark ones, black around light ones.
 [[nodiscard]] QColor HaloOf(const QColor& letters);
 
+/// Labels to be drawn, and the markers of the features, above which they stand; nullptr where they stand on their
+/// places.
+struct LabelledLayer {
+    const LayerLabels* labels = nullptr;
+    const LayerSymbols* markers = nullptr;
+};
+
 /// Draws the labels of layers, from the lowest to the topmost, on a picture that shows `view`, with letters `scale`
 /// times as large as on the screen. Labels that may not overlap give way to those of the layers above too.
-void PaintLabels(QPainter& painter, const std::vector<const LayerLabels*>& layers, const MapView& view, double scale);
+void PaintLabels(QPainter& painter, const std::vector<LabelledLayer>& layers, const MapView& view, double scale);
 
 } // namespace tessaro

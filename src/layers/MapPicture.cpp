@@ -16,9 +16,12 @@ void PaintMap(QPainter& painter, const LayerStack& layers, const MapView& view, 
         PaintLayer(painter, layer.data, layer.symbols, view, scale);
         if (afterLayer) afterLayer(i);
     }
-    std::vector<const LayerLabels*> labels;
-    for (int i = 0; i < layers.Count(); ++i)
-        if (layers.At(i).visible) labels.push_back(&layers.At(i).labels);
+    std::vector<LabelledLayer> labels;
+    for (int i = 0; i < layers.Count(); ++i) {
+        const StackedLayer& layer = layers.At(i);
+        if (layer.visible)
+            labels.push_back({&layer.labels, layer.data.kind == LayerKind::Point ? &layer.symbols : nullptr});
+    }
     PaintLabels(painter, labels, view, scale);
 }
 

@@ -118,6 +118,26 @@ TEST(LabelPainterTest, LabelsGiveWayToThoseOfLayersAbove) {
     EXPECT_GT(count(pictureOf(false, false), red), 20);
 }
 
+TEST(LabelPainterTest, LabelsOfPointsStandAboveTheirMarkers) {
+    LayerStack stack;
+    stack.Add(LayerOf(LayerKind::Point, {{{{50, 50}}}}), {});
+    stack.At(0).symbols.symbols[0].color = Qt::black;
+    LayerLabels labels;
+    labels.texts = {QStringLiteral("MMMM")};
+    labels.color = Qt::red;
+    stack.SetLabels(0, labels);
+    for (const double size : {5.0, 60.0}) {
+        stack.At(0).symbols.symbols[0].markerSize = size;
+        const QImage image = MapImage(stack, {0, 0, 100, 100}, {200, 200}, 1);
+        int lowest = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y).red() > image.pixelColor(x, y).blue() + 100) lowest = y;
+        EXPECT_GT(lowest, 100 - size / 2 - 12) << size;
+        EXPECT_LE(lowest, 100 - size / 2) << size;
+    }
+}
+
 TEST(LabelPainterTest, TextsMeanNothingButThemselves) {
     LayerStack stack;
     stack.Add(LayerOf(LayerKind::Polygon, {{Square(0, 0, 100)}}), {});

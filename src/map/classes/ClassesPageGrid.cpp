@@ -5,6 +5,7 @@
 #include "map/classes/ClassDialogs.h"
 #include "map/classes/ClassLabels.h"
 #include "map/classes/ClassesPage.h"
+#include "map/classes/GridColumns.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
@@ -59,23 +60,6 @@ QTableWidgetItem* ColorItem(const QColor& color, const QString& name) {
     return item;
 }
 
-/// Each column has room for its head and its cells. The legend takes the rest; where that is too little for it, the
-/// grid is scrolled.
-void FitColumns(QTableWidget& grid) {
-    QHeaderView& head = *grid.horizontalHeader();
-    const QAbstractItemView& cells = grid;
-    int wanted = 0;
-    if (grid.columnCount() == 0 || !grid.horizontalHeaderItem(grid.columnCount() - 1)) return; // not yet filled
-    for (int column = 0; column < grid.columnCount(); ++column) {
-        const int text = head.fontMetrics().horizontalAdvance(grid.horizontalHeaderItem(column)->text());
-        const int width = std::max(cells.sizeHintForColumn(column), text + 2 * theme::kGrid);
-        head.setSectionResizeMode(column, QHeaderView::Fixed);
-        head.resizeSection(column, width);
-        wanted += width;
-    }
-    if (wanted <= grid.viewport()->width()) head.setSectionResizeMode(ColLegend, QHeaderView::Stretch);
-}
-
 /// Rows for the classes, a low one, and missing data.
 void SetRows(QTableWidget& grid, int classes) {
     grid.setRowCount(classes + 2);
@@ -112,7 +96,7 @@ void ClassesPage::ShowGrid() {
     for (int i = 0; i < static_cast<int>(table_.classes.size()); ++i)
         ShowRow(i);
     ShowMissing();
-    FitColumns(grid);
+    FitColumns(grid, ColLegend);
     PaintLitRow();
     grid.setCurrentCell(row, column);
 }
@@ -177,7 +161,7 @@ void ClassesPage::Hover(int row) {
 
 bool ClassesPage::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Leave) Hover(-1);
-    if (event->type() == QEvent::Resize) FitColumns(*ui_->grdClassBreaks);
+    if (event->type() == QEvent::Resize) FitColumns(*ui_->grdClassBreaks, ColLegend);
     return QWidget::eventFilter(watched, event);
 }
 

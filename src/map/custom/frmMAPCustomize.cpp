@@ -5,6 +5,7 @@
 #include "controls/EmptyHint.h"
 #include "controls/FileDialogs.h"
 #include "controls/Theme.h"
+#include "map/classes/GridColumns.h"
 #include "map/custom/LabelFields.h"
 #include "map/custom/LayerLooks.h"
 #include "map/custom/LayerPictures.h"
@@ -37,6 +38,20 @@ QString LabelText(const LayerLabels& labels) {
     const bool shown = labels.on && !labels.field.isEmpty();
     if (!shown) return PlainText(QStringLiteral("No"));
     return PlainText(QStringLiteral("Yes")) + QStringLiteral(" (") + PlainText(labels.field) + QLatin1Char(')');
+}
+
+QIcon StyleIcon(LayerKind kind, int style, const QPalette& palette) {
+    QIcon icon(PictureOfStyle(kind, style, palette.text().color(), kPicture));
+    icon.addPixmap(PictureOfStyle(kind, style, palette.highlightedText().color(), kPicture), QIcon::Selected);
+    return icon;
+}
+
+/// A colour as it is, in rows that are selected too.
+QIcon ColorIcon(const QColor& color) {
+    const QPixmap square = ColorSquare(color, theme::kIconSize);
+    QIcon icon(square);
+    icon.addPixmap(square, QIcon::Selected);
+    return icon;
 }
 
 /// Works under the wait pointer.
@@ -156,13 +171,12 @@ void frmMAPCustomize::FillRows(int active) {
     ui_->grdCollection->setRowCount(rows_.Count());
     for (int row = 0; row < rows_.Count(); ++row) {
         auto* item = new QListWidgetItem(rows_.At(row).data.name, ui_->LVLayers);
+        item->setSizeHint({0, ui_->grdCollection->verticalHeader()->defaultSectionSize()});
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(rows_.At(row).visible ? Qt::Checked : Qt::Unchecked);
         ShowRow(row);
     }
-    QHeaderView& head = *ui_->grdCollection->horizontalHeader();
-    head.setSectionResizeMode(QHeaderView::ResizeToContents);
-    head.setSectionResizeMode(ColName, QHeaderView::Stretch);
+    FitColumns(*ui_->grdCollection, ColName);
     filling_ = false;
     active_ = kNothingShown;
     Activate(std::min(active, rows_.Count() - 1));
@@ -178,14 +192,16 @@ void frmMAPCustomize::ShowRow(int row) {
         return made;
     };
     item(ColName, layer.data.name);
-    item(ColType, NameOfKind(kind))->setIcon(IconOfKind(kind));
+    auto* type = item(ColType, {});
+    type->setIcon(IconOfKind(kind));
+    type->setToolTip(NameOfKind(kind));
+    type->setData(Qt::AccessibleTextRole, NameOfKind(kind));
     item(ColLabel, LabelText(layer.labels));
     const QString byClasses = GetText(QStringLiteral("TS_ByClasses"));
     auto* style = item(ColStyle, MayStyle(layer) ? NameOfStyle(kind, StyleOf(layer)) : byClasses);
-    if (MayStyle(layer))
-        style->setIcon(QIcon(PictureOfStyle(kind, StyleOf(layer), palette().text().color(), kPicture)));
+    if (MayStyle(layer)) style->setIcon(StyleIcon(kind, StyleOf(layer), palette()));
     auto* color = item(ColColor, MayColor(layer) ? QString() : byClasses);
-    if (MayColor(layer)) color->setIcon(QIcon(ColorSquare(ColorOf(layer), theme::kIconSize)));
+    if (MayColor(layer)) color->setIcon(ColorIcon(ColorOf(layer)));
     item(ColWidth, MayWiden(layer) ? QLocale().toString(WidthOf(layer)) : byClasses)
         ->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
 }

@@ -261,7 +261,7 @@ TEST_F(LayerFormsTest, ChangesTheLooksOfTheActiveLayer) {
                  Press(window, "cmdOKLabel");
              });
     EXPECT_EQ(Cell(*form, 1, 2), "Yes (Area name)");
-    EXPECT_EQ(map_.At(0).labels.texts, std::vector<QString>{QStringLiteral("Area 1")});
+    EXPECT_EQ(map_.At(0).labels.texts, std::vector<QString>{QStringLiteral("Area 0001")});
 }
 
 TEST_F(LayerFormsTest, MakesBuffersAndRemembersThem) {

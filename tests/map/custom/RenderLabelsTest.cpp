@@ -38,7 +38,7 @@ TEST_F(RenderLabelsTest, ShowsTheFieldsOfTheAreasRows) {
         const char* field;
         const char* texts;
     } cases[] = {{"Comm_Area Id", "A0002 | A0001 | "},
-                 {"Comm_Area Name", "Area 2 | Area 1 | "},
+                 {"Comm_Area Name", "Area 0002 | Area 0001 | "},
                  {"Comm_Datavalue", "20 | 1.5 | "},
                  {"Subpop", "Total | Total | "},
                  {"Comm_Unit", "Per 'cent' | Per 'cent' | "},
@@ -50,17 +50,18 @@ TEST_F(RenderLabelsTest, ShowsTheFieldsOfTheAreasRows) {
         EXPECT_EQ(Texts(0, QLatin1String(field)), texts) << field;
     EXPECT_EQ(Texts(0, QStringLiteral("Advanced Labels"),
                     FormulaOf({QStringLiteral("datavalue"), QStringLiteral("Areaname")})),
-              "20 Area 2 | 1.5 Area 1 | ");
-    EXPECT_EQ(Texts(0, QStringLiteral("Advanced Labels")), "20 Area 2 | 1.5 Area 1 | ") << "no formula changes nothing";
+              "20 Area 0002 | 1.5 Area 0001 | ");
+    EXPECT_EQ(Texts(0, QStringLiteral("Advanced Labels")), "20 Area 0002 | 1.5 Area 0001 | ")
+        << "no formula changes nothing";
     Execute(QStringLiteral("UPDATE _MapData SET DataValue = Null, AreaName = Null WHERE AreaID = 'A0002'"));
     EXPECT_EQ(Texts(0, QStringLiteral("Comm_Datavalue")), " | 1.5 | ");
-    EXPECT_EQ(Texts(0, QStringLiteral("Comm_Area Name")), " | Area 1 | ");
+    EXPECT_EQ(Texts(0, QStringLiteral("Comm_Area Name")), " | Area 0001 | ");
 }
 
 TEST_F(RenderLabelsTest, TellsYearsThatDiffer) {
     Execute(QStringLiteral("UPDATE _MapData SET TimePeriod = '1998' WHERE AreaID = 'A0002'"));
     EXPECT_EQ(Texts(0, QStringLiteral("Comm_Datavalue")), "20 (1998) | 1.5 (2000) | ");
-    EXPECT_EQ(Texts(0, QStringLiteral("Comm_Area Name")), "Area 2 | Area 1 | ");
+    EXPECT_EQ(Texts(0, QStringLiteral("Comm_Area Name")), "Area 0002 | Area 0001 | ");
     // A year of a row without value doesn't count.
     Execute(QStringLiteral("UPDATE _MapData SET DataValue = Null WHERE AreaID = 'A0002'"));
     EXPECT_EQ(Texts(0, QStringLiteral("Comm_Datavalue")), " | 1.5 | ");
@@ -103,7 +104,7 @@ TEST_F(RenderLabelsTest, LabelsThatAreOffKeepTheirField) {
     map_.At(0).labels.on = false;
     EXPECT_EQ(Texts(0, QStringLiteral("Comm_Area Name")), "");
     map_.At(0).labels.on = true;
-    EXPECT_EQ(Texts(0, map_.At(0).labels.field), "Area 2 | Area 1 | ");
+    EXPECT_EQ(Texts(0, map_.At(0).labels.field), "Area 0002 | Area 0001 | ");
 }
 
 TEST_F(RenderLabelsTest, FormulasAreReadAndWritten) {
