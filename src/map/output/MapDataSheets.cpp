@@ -89,11 +89,16 @@ void FillSheet(office::Worksheet& sheet, const MapValues& values, std::size_t& n
 
 } // namespace
 
-MapValues ReadMapValues() {
-    MapValues values;
+QStringList MapValueHeads() {
+    QStringList heads;
     for (const char* key :
          {"Comm_Time", "Comm_Area Id", "Comm_Area Name", "Comm_Datavalue", "Comm_Unit", "Subpop", "Comm_Source"})
-        values.heads << Plain(key);
+        heads << Plain(key);
+    return heads;
+}
+
+MapValues ReadMapValues() {
+    MapValues values{MapValueHeads(), {}};
     Records rows =
         Select(QStringLiteral("SELECT TimePeriod,AreaId,AreaName,DataValue,Unit,SubPop,Source FROM _MapData"),
                jet::CursorType::ForwardOnly);

@@ -15,6 +15,7 @@ struct MapValues {
     QStringList heads;
     std::vector<QStringList> rows;
 };
+[[nodiscard]] QStringList MapValueHeads();
 /// The values of `_MapData`.
 [[nodiscard]] MapValues ReadMapValues();
 /// The sources of the values of `_MapData`, each once.

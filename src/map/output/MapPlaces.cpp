@@ -12,7 +12,7 @@ constexpr QSizeF kPage{510, 712};
 
 constexpr MapPlaces kSquare{"MapLayoutSquare.xls", 1.7, 46, 2, 65, 4, false, {544, 500}};
 constexpr MapPlaces kHorizontal{"MapLayoutHorizontal.xls", 1.5, 36, 2, 55, 4, false, {480, 440}};
-constexpr MapPlaces kVertical{"MapLayoutVertical.xls", 2.3, 4, 11, 55, 3, true, {736, 460}};
+constexpr MapPlaces kVertical{"MapLayoutVertical.xls", 2.3, 4, 11, 55, 4, true, {736, 460}};
 
 } // namespace
 

@@ -19,7 +19,7 @@ namespace {
 constexpr double kUsualHeight = 13;  ///< of a row that holds nothing
 constexpr double kGapHeight = 9;     ///< of the rows that part titles, map, legend and sources
 constexpr double kLeastHeight = 0.8; ///< of a row without a text
-constexpr double kTitleSpace = 4;    ///< added to the heights of titles
+constexpr double kTitleSpace = 4;    ///< added to the heights of titles and of the disclaimer
 constexpr double kLeastPrint = 0.45; ///< what would be printed smaller goes over several pages
 constexpr double kPrintDots = 300;   ///< to the inch
 constexpr double kSmaller = 0.9;     ///< of the legend's font, for its note
@@ -31,7 +31,8 @@ QString Plain(const char* key) {
 /// A font with the map's own name and size where it has none.
 SheetFont Complete(SheetFont font) {
     if (font.name.isEmpty()) font.name = Setting(QStringLiteral("MAP_FONT"));
-    if (font.size <= 0) font.size = std::max(SettingNumber(QStringLiteral("MAP_FONT_SIZE")), 6);
+    if (font.size <= 0) font.size = SettingNumber(QStringLiteral("MAP_FONT_SIZE"));
+    if (font.size <= 0) font.size = 10;
     return font;
 }
 
@@ -153,6 +154,7 @@ void MapSheet::SetRows() {
         RowHeight(line.row) = std::max(RowHeight(line.row), HeightOf(line));
     for (const int title : {MapPlaces::TitleRow, MapPlaces::SubTitleRow})
         RowHeight(title) += kTitleSpace;
+    RowHeight(lines_.back().row - 1) += kTitleSpace; // the disclaimer's
     RowHeight(MapPlaces::MapRow - 1) = kGapHeight;
     if (places_.LegendIsBeside()) {
         const double taken =

@@ -56,6 +56,7 @@ bool Fill(const MapDraft& draft, const QString& period) {
 Collected Collect(const MapPage& page, const QStringList& periods, const WizardProgress& progress) {
     const KeptMapData kept;
     Collected collected;
+    collected.values.heads = MapValueHeads() << PlainText(QStringLiteral("Map"));
     for (const QString& period : periods.mid(0, kMostSmallMaps)) {
         progress.Child(static_cast<int>(100 * collected.maps.size()) / kMostSmallMaps);
         if (!Fill(page.draft, period)) continue;
