@@ -51,13 +51,14 @@ void PageLegend::Make(double shrink) {
     title_ = PageText(draft_.legendTitle.text, PageFont(draft_.legendTitle.font, Points(1)));
     rows_.clear();
     largestMarker_ = 0;
-    for (const ClassLook& look : draft_.classes.looks)
-        AddRow(look, shrink);
-    AddRow(draft_.classes.missing, shrink);
+    for (const LegendLine& line : LegendLines(draft_.classes))
+        if (line.look) AddRow(line, shrink);
 }
 
-void PageLegend::AddRow(const ClassLook& look, double shrink) {
-    Row row{SymbolOf(look), PageText(look.legend, PageFont(look.font, Points(1)))};
+void PageLegend::AddRow(const LegendLine& line, double shrink) {
+    QFont font = PageFont(line.font, Points(1));
+    font.setUnderline(line.underline);
+    Row row{SymbolOf(*line.look), PageText(line.text, font)};
     row.symbol.markerSize *= shrink;
     if (draft_.classes.kind != ThemeKind::Polygons)
         largestMarker_ = std::max(largestMarker_, (row.symbol.markerSize + 1) * scale_.ofSymbols);
