@@ -15,6 +15,7 @@ constexpr double kSwatchHeight = 13;
 constexpr double kGap = 6;
 constexpr double kRowGap = 3;
 constexpr double kColumnGap = 16;
+constexpr double kLeastText = 30;
 
 constexpr double kShrinking = 0.9;
 constexpr double kMostShrunk = 0.25;
@@ -80,7 +81,7 @@ double PageLegend::SetColumns(QPainter& painter, int columns, double width) {
     const auto rows = static_cast<int>(rows_.size());
     rowsOfColumn_ = (rows + columns - 1) / columns;
     columnWidth_ = (width + Points(kColumnGap)) / columns - Points(kColumnGap);
-    const double textWidth = columnWidth_ - SwatchWidth() - Points(kGap);
+    const double textWidth = std::max(columnWidth_ - SwatchWidth() - Points(kGap), Points(kLeastText));
     const bool hasMarkers = draft_.classes.kind != ThemeKind::Polygons;
     double highest = 0;
     double height = 0;
