@@ -38,6 +38,8 @@ void MeasureHost(Report& report);
 void MeasureGallery(Report& report);
 /// Drawing and asking layers of the installation, in pictures of 1280 x 800, with outlines.
 void MeasureLayers(Report& report, const QString& installation);
+/// The labels of a layer of the installation, in such pictures, with rims around the letters.
+void MeasureLabels(Report& report, const QString& installation);
 /// The summary report of the installation's own database, the start of the spreadsheet program included. Opens that
 /// database.
 void MeasureSummary(Report& report, const QString& installation);

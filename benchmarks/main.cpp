@@ -40,6 +40,7 @@ int main(int argc, char** argv) {
         Connection.reset();
     }
     MeasureLayers(report, installation);
+    MeasureLabels(report, installation);
     MeasureCountyMap(report, installation);
     MeasureProject(report, installation);
     MeasureMapWorkbook(report, installation);

@@ -2,6 +2,8 @@
 
 #include "wizards/DraftLines.h"
 
+#include <QLocale>
+
 #include <array>
 
 namespace tessaro {
@@ -216,6 +218,7 @@ DraftLines LinesOf(MapDraft& draft) {
         FontLine("disclaimer font", draft.disclaimer.font),
         FlagLine("titles typed", draft.titlesTyped),
         EnumLine("layout", {"square", "vertical", "horizontal"}, draft.layout),
+        FlagLine("small maps", draft.smallMaps),
         TextLine("label formula", draft.labelFormula),
         ListLine("layer", draft.layers, &LayerLine, &LayerFrom),
         BoxLine("extent", draft.extent),

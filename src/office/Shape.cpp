@@ -22,6 +22,7 @@
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/drawing/XShape.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/text/WritingMode2.hpp>
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/text/XTextCursor.hpp>
 #include <utility>
@@ -61,8 +62,20 @@ sal_Int32 Length(double points) {
     return static_cast<sal_Int32>(std::lround(points * kPoint));
 }
 
-void Put(const Reference<XShape>& shape, const QRectF& place) {
-    shape->setPosition({Length(place.x()), Length(place.y())});
+bool IsRightToLeft(const Model& model, int sheet) {
+    sal_Int16 direction = com::sun::star::text::WritingMode2::LR_TB;
+    Need<XPropertySet>(SheetOf(model, sheet))->getPropertyValue("TableLayout") >>= direction;
+    return direction == com::sun::star::text::WritingMode2::RL_TB;
+}
+
+/// The x of a form of this width: where columns go from right to left, those of forms are below 0.
+double Mirrored(double x, double width, bool rightToLeft) {
+    return rightToLeft ? -x - width : x;
+}
+
+void Put(const Model& model, int sheet, const Reference<XShape>& shape, const QRectF& place) {
+    const double x = Mirrored(place.x(), place.width(), IsRightToLeft(model, sheet));
+    shape->setPosition({Length(x), Length(place.y())});
     shape->setSize({Length(place.width()), Length(place.height())});
 }
 
@@ -145,7 +158,7 @@ ShapeProperties Draw(const Model& model, int sheet, const QString& name, ShapeKi
     const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
     const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.CustomShape"));
     PageOf(model, sheet)->add(shape);
-    Put(shape, place);
+    Put(model, sheet, shape, place);
     const auto properties = Need<XPropertySet>(shape);
     properties->setPropertyValue("CustomShapeGeometry",
                                  Any(Properties({Property("Type", Any(Ascii(GeometryOf(kind))))})));
@@ -171,7 +184,7 @@ Shape Shape::AddPicture(const std::shared_ptr<Document>& document, int sheet, co
         const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"));
         Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(GraphicOf(document->connection(), picture)));
         PageOf(model, sheet)->add(shape);
-        Put(shape, place);
+        Put(model, sheet, shape, place);
         Need<com::sun::star::container::XNamed>(shape)->setName(ToUno(name));
     });
     return {document, sheet, name};
@@ -230,13 +243,14 @@ QRectF Shape::Place() const {
         const auto shape = Known(model, sheet_, name_);
         const auto position = shape->getPosition();
         const auto size = shape->getSize();
-        place = {position.X / kPoint, position.Y / kPoint, size.Width / kPoint, size.Height / kPoint};
+        const double x = Mirrored(position.X, size.Width, IsRightToLeft(model, sheet_));
+        place = {x / kPoint, position.Y / kPoint, size.Width / kPoint, size.Height / kPoint};
     });
     return place;
 }
 
 void Shape::SetPlace(const QRectF& place) {
-    document_->Run([&](const Model& model) { Put(Known(model, sheet_, name_), place); });
+    document_->Run([&](const Model& model) { Put(model, sheet_, Known(model, sheet_, name_), place); });
 }
 
 void Shape::SetFill(int colorIndex) {

@@ -40,7 +40,8 @@ struct ShapePlan {
     ShapeLook look = {};
 };
 
-/// A picture or form on a sheet, found by its name. Places and sizes are points from the sheet's corner.
+/// A picture or form on a sheet, found by its name. Places and sizes are points from the corner where the sheet's
+/// columns begin.
 class Shape final {
   public:
     Shape(std::shared_ptr<Document> document, int sheet, QString name);

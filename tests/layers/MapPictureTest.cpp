@@ -4,6 +4,7 @@
 #include "layers/Hatching.h"
 #include "layers/MapPictureFile.h"
 #include "layers/RingGroups.h"
+#include "platform/Files.h"
 
 #include <QFile>
 #include <QPainter>
@@ -86,6 +87,21 @@ TEST(MapPictureTest, WhatCannotBeWrittenIsTold) {
     EXPECT_FALSE(SaveMapPicture(folder.filePath(QStringLiteral("map.png")), stack, {}, {}, 1));
     EXPECT_FALSE(SaveMapPicture(folder.filePath(QStringLiteral("map.png")), stack, {}, {100000, 100000}, 9));
     EXPECT_TRUE(SaveMapPicture(folder.filePath(QStringLiteral("empty.pdf")), LayerStack(), {}, {100, 100}, 1));
+}
+
+TEST(MapPictureTest, LabelsWithARimAreOneTextInAPictureOfLines) {
+    const QTemporaryDir folder;
+    LayerStack stack = FrameWith(FillPattern::Solid);
+    LayerLabels labels;
+    labels.texts = {QStringLiteral("Genève")};
+    labels.halo = Qt::white;
+    stack.SetLabels(0, labels);
+    const QString file = folder.filePath(QStringLiteral("map.svg"));
+    ASSERT_TRUE(SaveMapPicture(file, stack, {}, {300, 300}, 1));
+    const auto svg = ReadWholeFile(file);
+    ASSERT_TRUE(svg);
+    EXPECT_EQ(svg->count("<text"), 1);
+    EXPECT_TRUE(svg->contains("Genève"));
 }
 
 TEST(MapPictureTest, LayersAreToldInOrderAndLabelsComeLast) {

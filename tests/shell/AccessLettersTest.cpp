@@ -8,6 +8,10 @@
 #include "dataview/frmDataFilters.h"
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
+#include "map/custom/frmMAPAdvLbl.h"
+#include "map/custom/frmMAPBuffer.h"
+#include "map/custom/frmMAPCustomize.h"
+#include "map/custom/frmMapLabels.h"
 #include "metadata/frmInformationSheet.h"
 #include "metadata/frmInformationSheets.h"
 #include "metadata/frmShowDetails.h"
@@ -143,6 +147,7 @@ class AccessLettersTest : public test::FrameTest {
     void CheckDialogs();
     void CheckWizardPages();
     void CheckCalculationPages();
+    void CheckLayerForms();
     void CheckFrame();
     void SelectSomeRows();
 
@@ -188,6 +193,18 @@ void AccessLettersTest::CheckDialogs() {
     frmSaveGalleryAdvance save;
     save.Initialize();
     CheckForm(save);
+}
+
+void AccessLettersTest::CheckLayerForms() {
+    LayerStack map;
+    MapLayer points;
+    points.kind = LayerKind::Point;
+    map.Add(points, QStringLiteral("Customize - x"));
+    QString formula;
+    CheckForm(frmMapLabels(map, 0, formula));
+    CheckForm(frmMAPAdvLbl(formula));
+    CheckForm(frmMAPBuffer(QStringLiteral("x")));
+    CheckForm(frmMAPCustomize(map, formula, [] {}));
 }
 
 void AccessLettersTest::CheckWizardPages() {
@@ -270,6 +287,7 @@ TEST_F(AccessLettersTest, NoTwoControlsOfAFormShareALetterInAnyLanguage) {
         letters_ = 0;
         CheckDialogs();
         CheckWizardPages();
+        CheckLayerForms();
         CheckFrame();
         if (InEnglish()) inEnglish = letters_;
         EXPECT_EQ(letters_, inEnglish) << language.toStdString();

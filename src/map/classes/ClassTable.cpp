@@ -123,7 +123,7 @@ FillPattern UnclassedPattern(const ClassLook& missing) {
 
 ClassLook LookOfMissing() {
     ClassLook look;
-    look.color = QColor(140, 140, 140);
+    look.color = QColor(120, 120, 120);
     look.fill = static_cast<int>(FillPattern::UpwardDiagonal);
     return look;
 }
@@ -227,6 +227,12 @@ void TakePalette(ClassTable& table, const PaletteContents& file, PaletteMode mod
 
 LayerSymbol SymbolOf(const ClassLook& look) {
     return SymbolOf(NumberFromColor(look.color), look.fill, look.marker, look.size);
+}
+
+LayerSymbol SymbolOfUnclassed(const ClassLook& missing) {
+    LayerSymbol symbol = SymbolOf(missing);
+    symbol.pattern = UnclassedPattern(missing);
+    return symbol;
 }
 
 LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing) {

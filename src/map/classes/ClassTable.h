@@ -70,6 +70,8 @@ void TakePalette(ClassTable& table, const PaletteContents& file, PaletteMode mod
 
 /// How the features of a class are drawn: in its colour and pattern with a hairline around them.
 [[nodiscard]] LayerSymbol SymbolOf(const ClassLook& look);
+/// The same of values in no class: as missing data, but crosshatched.
+[[nodiscard]] LayerSymbol SymbolOfUnclassed(const ClassLook& missing);
 /// The symbols of a theme's layer from `_MapData`, by the ids of its features; those without a row look like missing
 /// data. Polygons whose value is in no class have its colour, crosshatched.
 [[nodiscard]] LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing);

@@ -65,6 +65,7 @@ void FitColumns(QTableWidget& grid) {
     QHeaderView& head = *grid.horizontalHeader();
     const QAbstractItemView& cells = grid;
     int wanted = 0;
+    if (grid.columnCount() == 0 || !grid.horizontalHeaderItem(grid.columnCount() - 1)) return; // not yet filled
     for (int column = 0; column < grid.columnCount(); ++column) {
         const int text = head.fontMetrics().horizontalAdvance(grid.horizontalHeaderItem(column)->text());
         const int width = std::max(cells.sizeHintForColumn(column), text + 3 * theme::kGrid);

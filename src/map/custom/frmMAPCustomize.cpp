@@ -27,6 +27,7 @@ namespace {
 enum Column { ColName, ColType, ColLabel, ColStyle, ColColor, ColWidth, ColumnCount };
 constexpr const char* kHeads[ColumnCount] = {"Layer Name", "Type", "Label", "Style", "COMM_Color", "Width"};
 constexpr QSize kPicture(32, 20);
+constexpr int kNothingShown = -2;
 
 int IndexOf(LayerKind kind) {
     return static_cast<int>(kind) - static_cast<int>(LayerKind::Point);
@@ -163,7 +164,7 @@ void frmMAPCustomize::FillRows(int active) {
     head.setSectionResizeMode(QHeaderView::ResizeToContents);
     head.setSectionResizeMode(ColName, QHeaderView::Stretch);
     filling_ = false;
-    active_ = -1;
+    active_ = kNothingShown;
     Activate(std::min(active, rows_.Count() - 1));
 }
 

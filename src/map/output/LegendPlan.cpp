@@ -12,7 +12,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr double kDigit = 5.25;    ///< points of a unit of column widths
 constexpr double kUsualRow = 1.5;  ///< of a font's size
 constexpr double kLineEnds = 0.1;  ///< the share of a line that stays empty because words don't break
 constexpr double kSwatch = 24;     ///< width of a coloured rectangle
@@ -80,7 +79,7 @@ void SetColumnsBeside(LegendPlan& plan, const MapPlaces& places, double widest, 
 } // namespace
 
 double TextPoints(const QString& text, const SheetFont& font) {
-    return TextWidth(text, font) * kDigit;
+    return TextWidth(text, font) * MapPlaces::Digit;
 }
 
 double RowHeightOf(const QString& text, const SheetFont& font, double width) {

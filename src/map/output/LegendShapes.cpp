@@ -29,10 +29,9 @@ office::ShapeLook LookOfPolygon(const ClassLook& look) {
     return shape;
 }
 
-/// A form of this size, so far from the side where the lines of its cell begin.
+/// A form of this size, so far from where the lines of its cell begin.
 QRectF Within(const SwatchPlace& place, double from, QSizeF size) {
-    const double x = place.rightToLeft ? place.cell.right() - from - size.width() : place.cell.left() + from;
-    return {QPointF(x, place.cell.center().y() - size.height() / 2), size};
+    return {QPointF(place.cell.left() + from, place.cell.center().y() - size.height() / 2), size};
 }
 
 } // namespace

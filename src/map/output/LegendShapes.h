@@ -16,11 +16,10 @@ namespace tessaro {
 [[nodiscard]] office::ShapeKind FormOf(Marker marker);
 
 /// A class as forms in its cell: a rectangle for polygons, a marker for points, both beside each other for both. They
-/// stand in the middle of the cell's height, at the side where its lines begin. `name` is that of the first.
+/// stand in the middle of the cell's height, where its lines begin. `name` is that of the first.
 struct SwatchPlace {
     QRectF cell;
     double markerSize = 0; ///< points
-    bool rightToLeft = false;
 };
 [[nodiscard]] std::vector<office::ShapePlan> SwatchShapes(const ClassLook& look, ThemeKind kind,
                                                           const SwatchPlace& place, const QString& name);

@@ -14,6 +14,7 @@ struct MapPlaces {
     static constexpr int MapRow = 4;
     static constexpr int MapColumn = 2;
     static constexpr int LastMapColumn = 9;
+    static constexpr double Digit = 5.25; ///< a unit of column widths
 
     const char* templateName;
     double scale;     ///< of the map, against its size on the screen

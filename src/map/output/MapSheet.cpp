@@ -16,10 +16,9 @@ namespace tessaro {
 
 namespace {
 
-constexpr double kDigit = 5.25;      ///< points of a unit of column widths
 constexpr double kUsualHeight = 13;  ///< of a row that holds nothing
 constexpr double kGapHeight = 9;     ///< of the rows that part titles, map, legend and sources
-constexpr double kLeastHeight = 1.5; ///< of a row beside the map
+constexpr double kLeastHeight = 0.8; ///< of a row without a text
 constexpr double kTitleSpace = 4;    ///< added to the heights of titles
 constexpr double kLeastPrint = 0.45; ///< what would be printed smaller goes over several pages
 constexpr double kPrintDots = 300;   ///< to the inch
@@ -55,8 +54,7 @@ QString MapSheet::PictureName() {
 
 MapSheet::MapSheet(office::Worksheet sheet, const MapSheetContents& contents)
     : sheet_(std::move(sheet)), contents_(contents), draft_(contents.draft), places_(PlacesOf(draft_.layout)),
-      legend_(PlanLegend(draft_.classes, places_, contents.pointsOfPixel, contents.size.height())),
-      rightToLeft_(LanguageIsRightToLeft()) {}
+      legend_(PlanLegend(draft_.classes, places_, contents.pointsOfPixel, contents.size.height())) {}
 
 int MapSheet::LastColumn() const {
     return places_.LegendIsBeside() ? ColumnOfBlock(legend_.blocks) - 1 : MapPlaces::LastMapColumn;
@@ -77,7 +75,7 @@ double MapSheet::Width(int column, int lastColumn) const {
 
 void MapSheet::WriteTexts() {
     sheet_.SetName(Plain("Map"));
-    if (rightToLeft_) sheet_.SetRightToLeft(true);
+    if (LanguageIsRightToLeft()) sheet_.SetRightToLeft(true);
     SetColumns();
     CollectLines();
     SetRows();
@@ -91,12 +89,12 @@ void MapSheet::SetColumns() {
     for (int block = 0; block < legend_.blocks; ++block) {
         const int column = ColumnOfBlock(block);
         if (places_.LegendIsBeside()) {
-            sheet_.SetColumnWidth(column, legend_.swatchWidth / kDigit);
-            sheet_.SetColumnWidth(column + 1, (legend_.textWidth + kDigit) / kDigit);
+            sheet_.SetColumnWidth(column, legend_.swatchWidth / MapPlaces::Digit);
+            sheet_.SetColumnWidth(column + 1, (legend_.textWidth + MapPlaces::Digit) / MapPlaces::Digit);
         } else {
             const double pair = sheet_.Cells(1, column, 1, column + 1).Size().width();
-            sheet_.SetColumnWidth(column, legend_.swatchWidth / kDigit);
-            sheet_.SetColumnWidth(column + 1, (pair - legend_.swatchWidth) / kDigit);
+            sheet_.SetColumnWidth(column, legend_.swatchWidth / MapPlaces::Digit);
+            sheet_.SetColumnWidth(column + 1, (pair - legend_.swatchWidth) / MapPlaces::Digit);
         }
     }
     for (int column = 1; column <= LastColumn(); ++column)
@@ -149,16 +147,32 @@ double MapSheet::HeightOf(const Line& line) const {
 
 void MapSheet::SetRows() {
     rows_.assign(static_cast<std::size_t>(lines_.back().row), kUsualHeight);
-    const auto row = [this](int number) -> double& { return rows_[static_cast<std::size_t>(number - 1)]; };
-    for (const int gap : {MapPlaces::MapRow - 1, places_.legendRow - 1, SourceRow() - 1})
-        row(gap) = kGapHeight;
-    SetMapRows();
     for (int i = 0; i < legend_.rows; ++i)
-        row(places_.legendRow + 1 + i) = legend_.heights[static_cast<std::size_t>(i)];
+        RowHeight(places_.legendRow + 1 + i) = legend_.heights[static_cast<std::size_t>(i)];
     for (const Line& line : lines_)
-        row(line.row) = std::max(row(line.row), HeightOf(line));
+        RowHeight(line.row) = std::max(RowHeight(line.row), HeightOf(line));
     for (const int title : {MapPlaces::TitleRow, MapPlaces::SubTitleRow})
-        row(title) += kTitleSpace;
+        RowHeight(title) += kTitleSpace;
+    RowHeight(MapPlaces::MapRow - 1) = kGapHeight;
+    if (places_.LegendIsBeside()) {
+        const double taken =
+            std::accumulate(rows_.begin() + MapPlaces::MapRow - 1, rows_.begin() + LegendLastRow(), 0.0);
+        Share(contents_.size.height() + kGapHeight - taken, LegendLastRow() + 1, SourceRow() - 1);
+    } else {
+        Share(contents_.size.height() + kGapHeight, MapPlaces::MapRow, places_.legendRow - 1);
+        Share(kGapHeight, LegendLastRow() + 1, SourceRow() - 1);
+    }
+    SendRows();
+}
+
+// Rows without texts of their own: the map stands over them, or they part what is above and below.
+void MapSheet::Share(double height, int first, int last) {
+    const double each = std::max(height / std::max(last - first + 1, 1), kLeastHeight);
+    for (int row = first; row <= last; ++row)
+        RowHeight(row) = each;
+}
+
+void MapSheet::SendRows() {
     for (std::size_t first = 0; first < rows_.size();) {
         std::size_t end = first + 1;
         while (end < rows_.size() && rows_[end] == rows_[first])
@@ -166,23 +180,6 @@ void MapSheet::SetRows() {
         sheet_.SetRowHeights(static_cast<int>(first) + 1, static_cast<int>(end), rows_[first]);
         first = end;
     }
-}
-
-// The rows of the map are together as high as it is. Those of a legend beside it are as high as their texts, and the
-// others share what is left.
-void MapSheet::SetMapRows() {
-    const bool beside = places_.LegendIsBeside();
-    const int first = beside ? LegendLastRow() + 1 : MapPlaces::MapRow;
-    const int end = beside ? SourceRow() - 1 : places_.legendRow - 1;
-    double taken = 0;
-    if (beside) {
-        taken = SumOf(legend_.heights) + 2 * kUsualHeight;
-        for (const Line& line : lines_)
-            if (line.row == MapPlaces::MapRow || line.row == LegendLastRow()) taken += HeightOf(line) - kUsualHeight;
-    }
-    const double height = std::max((contents_.size.height() - taken) / std::max(end - first, 1), kLeastHeight);
-    for (int number = first; number < end; ++number)
-        rows_[static_cast<std::size_t>(number - 1)] = height;
 }
 
 void MapSheet::SetUpPage() {
@@ -222,7 +219,7 @@ void MapSheet::DrawLegend() {
         const LegendLine& line = legend_.lines[static_cast<std::size_t>(i)];
         if (!line.look) continue;
         const QRectF cell = CellOf(places_.legendRow + 1 + legend_.RowOf(i), ColumnOfBlock(legend_.BlockOf(i)));
-        const SwatchPlace place{cell, legend_.MarkerSize(*line.look), rightToLeft_};
+        const SwatchPlace place{cell, legend_.MarkerSize(*line.look)};
         for (office::ShapePlan& shape :
              SwatchShapes(*line.look, draft_.classes.kind, place, QStringLiteral("Legend %1").arg(i + 1)))
             shapes.push_back(std::move(shape));

@@ -55,8 +55,10 @@ class MapSheet final {
     void CollectLegend();
     void CollectSources();
     void Add(const Line& line);
+    [[nodiscard]] double& RowHeight(int row) { return rows_[static_cast<std::size_t>(row - 1)]; }
     void SetRows();
-    void SetMapRows();
+    void Share(double height, int first, int last);
+    void SendRows();
     void SetUpPage();
     void Write(const Line& line);
     [[nodiscard]] QRectF CellOf(int row, int column) const;
@@ -66,9 +68,8 @@ class MapSheet final {
     const MapDraft& draft_;
     const MapPlaces& places_;
     const LegendPlan legend_;
-    const bool rightToLeft_;
     std::vector<double> columns_; ///< their widths, of the first at 0
-    std::vector<double> rows_;    ///< their heights likewise; 0 for one of the usual height
+    std::vector<double> rows_;    ///< their heights likewise
     std::vector<Line> lines_;
 };
 

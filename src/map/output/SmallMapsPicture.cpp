@@ -70,7 +70,8 @@ void SmallMapsPicture::DrawMap(QPainter& painter, int map, double dots) const {
     const QImage drawn = MapImage(layers_, extent_, onScreen_, PointsOfPixel() * dots);
     painter.drawImage(title.bottomLeft().toPoint(), drawn);
     painter.setPen(QPen(kLineColor, kLine * dots));
-    painter.drawRect(QRectF(title.bottomLeft(), map_ * dots));
+    const double half = kLine * dots / 2;
+    painter.drawRect(QRectF(title.bottomLeft(), map_ * dots).adjusted(half, half, -half, -half));
     QFont font(font_.name);
     font.setPixelSize(std::max(static_cast<int>(font_.size * dots), 1));
     font.setBold(true);

@@ -11,7 +11,7 @@ LayerDraft DraftOf(const StackedLayer& layer) {
     draft.file = {FileNameOf(layer.file), FolderOf(layer.file)};
     draft.ofTheme = IsOfTheme(layer);
     draft.visible = layer.visible;
-    if (!draft.ofTheme && !layer.symbols.symbols.empty()) draft.symbol = layer.symbols.symbols.front();
+    if (!layer.symbols.symbols.empty()) draft.symbol = layer.symbols.symbols.front();
     draft.labelOn = layer.labels.on && !layer.labels.field.isEmpty();
     draft.labelField = layer.labels.field;
     draft.labelFont = layer.labels.font;
@@ -21,25 +21,25 @@ LayerDraft DraftOf(const StackedLayer& layer) {
     return draft;
 }
 
+void ApplyLabels(const LayerDraft& draft, LayerLabels& labels) {
+    labels.on = draft.labelOn;
+    labels.field = draft.labelField;
+    labels.font = draft.labelFont;
+    labels.color = draft.labelColor;
+    labels.halo = draft.labelHalo ? HaloOf(draft.labelColor) : QColor();
+    labels.overlaps = draft.labelsOverlap;
+}
+
 void Apply(const LayerDraft& draft, StackedLayer& layer) {
     layer.visible = draft.visible;
     layer.symbols.symbols = {draft.symbol};
-    layer.labels.on = draft.labelOn;
-    layer.labels.field = draft.labelField;
-    layer.labels.font = draft.labelFont;
-    layer.labels.color = draft.labelColor;
-    layer.labels.halo = draft.labelHalo ? QColor(Qt::white) : QColor();
-    layer.labels.overlaps = draft.labelsOverlap;
+    ApplyLabels(draft, layer.labels);
 }
 
 } // namespace
 
 QString CustomTag(const QString& folder) {
     return QStringLiteral("Customize - ") + folder;
-}
-
-bool IsOfTheme(const StackedLayer& layer) {
-    return layer.tag == QLatin1String(kDataTag);
 }
 
 std::vector<LayerDraft> DraftsOf(const LayerStack& map) {
@@ -58,6 +58,11 @@ bool PutLayers(LayerStack& map, const std::vector<LayerDraft>& drafts, const Lay
         if (AddLayer(map, path, tag, locate, reason)) Apply(draft, map.At(map.Count() - 1));
     }
     return map.Count() == static_cast<int>(drafts.size());
+}
+
+void ApplyLabels(const std::vector<LayerDraft>& drafts, LayerStack& map) {
+    for (int i = 0; i < map.Count() && static_cast<std::size_t>(i) < drafts.size(); ++i)
+        if (IsOfTheme(map.At(i))) ApplyLabels(drafts[static_cast<std::size_t>(i)], map.At(i).labels);
 }
 
 void SinkThemeLayers(LayerStack& map) {

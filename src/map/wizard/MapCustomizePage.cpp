@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/FontDialogs.h"
 #include "controls/Theme.h"
+#include "map/custom/LabelFields.h"
 #include "session/Messages.h"
 #include "ui_MapCustomizePage.h"
 
@@ -93,6 +94,7 @@ MapCustomizePage::MapCustomizePage(MapDraft& draft, QWidget* parent)
     SetFormCaptions();
     ConnectTexts();
     connect(ui_->cmbLabelField, &QComboBox::activated, this, &MapCustomizePage::LabelFieldChosen);
+    connect(ui_->chkSmallMaps, &QCheckBox::toggled, this, [this](bool wanted) { draft_.smallMaps = wanted; });
     connect(ui_->cmdLabelFont, &QPushButton::clicked, this, &MapCustomizePage::ChooseLabelFont);
     connect(ui_->cmdAdvField, &QPushButton::clicked, this, &MapCustomizePage::CombinedLabelsRequested);
     connect(ui_->SSCmdCustomize, &QPushButton::clicked, this, &MapCustomizePage::CustomizeRequested);
@@ -149,6 +151,7 @@ void MapCustomizePage::SetFormCaptions() {
     }
     SetCaption(ui_->cmdAdvField, QStringLiteral("TS_CombineLabels"));
     SetCaption(ui_->SSCmdCustomize, QStringLiteral("TS_CustomizeLayers"));
+    SetCaption(ui_->chkSmallMaps, QStringLiteral("TS_SmallMaps"));
     SetCaption(ui_->lblLayout, QStringLiteral("TS_MapLayout"));
     const std::array<QToolButton*, 3> buttons{ui_->SSRibLayout_0, ui_->SSRibLayout_1, ui_->SSRibLayout_2};
     for (std::size_t i = 0; i < buttons.size(); ++i) {
@@ -163,8 +166,8 @@ void MapCustomizePage::FillLabelFields() {
     const QSignalBlocker quiet(ui_->cmbLabelField);
     ui_->cmbLabelField->clear();
     ui_->cmbLabelField->addItem(PlainText(QStringLiteral("TS_NoLabels")));
-    for (const char* key : kLabelFields)
-        ui_->cmbLabelField->addItem(PlainText(QLatin1String(key)), QLatin1String(key));
+    for (const LabelField& field : LabelFields())
+        ui_->cmbLabelField->addItem(PlainText(QLatin1String(field.key)), QLatin1String(field.key));
 }
 
 void MapCustomizePage::ShowDraft() {
@@ -183,16 +186,13 @@ void MapCustomizePage::ShowDraft() {
     const LayerDraft* layer = ThemeLayer();
     const int field = layer && layer->labelOn ? ui_->cmbLabelField->findData(layer->labelField) : 0;
     ui_->cmbLabelField->setCurrentIndex(std::max(0, field));
+    ui_->chkSmallMaps->setChecked(draft_.smallMaps);
     ShowLabelPreview();
     ShowLayout();
 }
 
-void MapCustomizePage::Offer(bool layers, bool combinedLabels, bool labels) {
-    ui_->SSCmdCustomize->setVisible(layers);
-    ui_->cmdAdvField->setVisible(combinedLabels);
-    for (QWidget* each : std::initializer_list<QWidget*>{ui_->lblLabelField, ui_->cmbLabelField, ui_->cmdLabelFont,
-                                                         ui_->lblMapLabelPreview, ui_->txtLabelPrev})
-        each->setVisible(labels);
+void MapCustomizePage::OfferSmallMaps(bool offered) {
+    ui_->chkSmallMaps->setVisible(offered);
 }
 
 LayerDraft* MapCustomizePage::ThemeLayer() const {
@@ -228,14 +228,17 @@ void MapCustomizePage::LabelFieldChosen() {
     }
     ShowLabelPreview();
     Q_EMIT LabelsChanged();
-    if (field == QLatin1String("Advanced Labels") && draft_.labelFormula.isEmpty()) Q_EMIT CombinedLabelsRequested();
+    if (field == QLatin1String(kCombinedField) && draft_.labelFormula.isEmpty()) Q_EMIT CombinedLabelsRequested();
 }
 
 /// The field's caption in the letters of the labels.
 void MapCustomizePage::ShowLabelPreview() {
     const LayerDraft* layer = ThemeLayer();
     const bool shown = ui_->cmbLabelField->currentIndex() > 0;
-    ui_->txtLabelPrev->setText(shown ? ui_->cmbLabelField->currentText() : QString());
+    const bool combined = ui_->cmbLabelField->currentData().toString() == QLatin1String(kCombinedField);
+    const QString sample = combined ? CaptionsOfFormula(draft_.labelFormula) : ui_->cmbLabelField->currentText();
+    ui_->txtLabelPrev->setText(shown ? sample : QString());
+    ui_->cmdAdvField->setEnabled(combined);
     if (layer) ui_->txtLabelPrev->setFont(FontInField(layer->labelFont));
     ui_->cmdLabelFont->setEnabled(layer && shown);
     ui_->txtLabelPrev->setEnabled(shown);

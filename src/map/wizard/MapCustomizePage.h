@@ -26,9 +26,9 @@ class MapCustomizePage final : public QWidget {
 
     /// Shows what the draft holds.
     void ShowDraft();
+    /// Small maps of several periods are only there when there are several.
+    void OfferSmallMaps(bool offered);
     void SetFormCaptions();
-    /// Which of the doors to further windows exist.
-    void Offer(bool layers, bool combinedLabels, bool labels);
 
   Q_SIGNALS:
     void LabelsChanged(); ///< field or font of the theme's labels in the draft's layers

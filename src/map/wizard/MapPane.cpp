@@ -127,8 +127,4 @@ void MapPane::ShowAdvice(const QString& text, const QString& buttonCaption) {
     picAdvice_->setVisible(!text.isEmpty());
 }
 
-void MapPane::OfferLabels(bool offered) {
-    buttons_.back().button->setVisible(offered);
-}
-
 } // namespace tessaro

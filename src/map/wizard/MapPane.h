@@ -31,8 +31,6 @@ class MapPane final : public QFrame {
     void ShowPointed(const QString& text);
     /// A line below the map with a button; no text hides it.
     void ShowAdvice(const QString& text, const QString& buttonCaption);
-    /// The tool of labels is left out unless someone answers LabelsRequested.
-    void OfferLabels(bool offered);
 
   Q_SIGNALS:
     void IdentifyRequested(const QPointF& map);

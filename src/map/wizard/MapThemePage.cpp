@@ -61,10 +61,11 @@ void MapThemePage::ShowTheme(const MapTheme& theme, const MapAreas& areas) {
     model_->SetAreas(areas);
     lblCount_->setText(FilledText(QStringLiteral("TS_AreasWithValues"), {QLocale().toString(areas.Rows().size())}));
     lv1_->FitToFont();
+    const QAbstractItemView& cells = *lv1_;
     std::vector<DataTable::Wish> wishes;
     for (int column = 0; column < model_->columnCount(); ++column) {
         // Of thousands of rows, the first ones tell the widths.
-        wishes.push_back({lv1_->sizeHintForColumn(column), column == 1 ? 2.0 : 1.0, 0, column == 1});
+        wishes.push_back({cells.sizeHintForColumn(column), column == 1 ? 2.0 : 1.0, 0, column == 1});
     }
     lv1_->SetColumnWishes(std::move(wishes));
 }

@@ -1,11 +1,15 @@
 #include "map/wizard/ThemeMap.h"
 
 #include "layers/MapFiles.h"
+#include "map/custom/LayerLooks.h"
+#include "map/custom/RenderLabels.h"
 #include "map/wizard/LayerDrafts.h"
 #include "map/wizard/MapTexts.h"
 #include "map/wizard/ThemeLists.h"
 #include "map/wizard/ThemeSymbols.h"
 #include "platform/Paths.h"
+#include "session/Query.h"
+#include "view/DataFilters.h"
 
 #include <algorithm>
 
@@ -37,8 +41,19 @@ bool ThemeMap::FillData() {
 
 void ThemeMap::LoadTheme() {
     RemoveThemeLayers(map_);
-    LoadLayers(map_, files_, locate_);
+    AddTheme();
     SinkThemeLayers(map_);
+}
+
+/// New layers have hairlines and labels that are off until the user has other wishes.
+void ThemeMap::AddTheme() {
+    LoadLayers(map_, files_, locate_);
+    for (int i = 0; i < map_.Count(); ++i) {
+        StackedLayer& layer = map_.At(i);
+        if (!IsOfTheme(layer)) continue;
+        layer.symbols = {{SymbolOf(ClassLook())}, {}};
+        layer.labels = FirstLabels();
+    }
 }
 
 void ThemeMap::Begin() {
@@ -113,7 +128,7 @@ void ThemeMap::ShowAsPoints(bool points) {
         for (MapFile& file : files_)
             file = PointsOf(file);
         AddPaleAreas();
-        LoadLayers(map_, files_, locate_);
+        AddTheme();
         return;
     }
     files_ = std::exchange(areaFiles_, {});
@@ -125,8 +140,13 @@ void ThemeMap::ShowAsPoints(bool points) {
 }
 
 void ThemeMap::Colour() {
-    for (int i = 0; i < map_.Count(); ++i)
-        if (IsOfTheme(map_.At(i))) map_.At(i).symbols = SymbolsOfClasses(map_.At(i).data, areas_, draft_.classes);
+    for (int i = 0; i < map_.Count(); ++i) {
+        StackedLayer& layer = map_.At(i);
+        if (!IsOfTheme(layer)) continue;
+        LayerSymbols symbols = SymbolsOfClasses(layer.data, areas_, draft_.classes);
+        KeepOutlines(symbols, layer.symbols);
+        layer.symbols = std::move(symbols);
+    }
 }
 
 ThemeMap::Place ThemeMap::FeatureAt(QPointF point, double distance) const {
@@ -151,6 +171,9 @@ QString ThemeMap::NameOf(Place place) const {
     if (const MapArea* area = AreaOf(place)) return area->name;
     if (place.layer < 0) return {};
     const MapLayer& layer = map_.At(place.layer).data;
+    const QString id = layer.Text(place.feature, layer.IdField()).trimmed();
+    const Records named = Select(QStringLiteral("SELECT AreaName from Area WHERE AreaId = ") + Quoted(id));
+    if (!id.isEmpty() && !named.atEnd()) return named.Text(std::size_t{0});
     return layer.Text(place.feature, layer.NameField()).trimmed();
 }
 

@@ -43,6 +43,7 @@ class ThemeMap final {
     [[nodiscard]] Place FeatureAt(QPointF point, double distance) const;
     /// The row of `_MapData` of a feature; nothing for an area without a value.
     [[nodiscard]] const MapArea* AreaOf(Place place) const;
+    /// The name of a feature's area in the language of the data, else that of the layer.
     [[nodiscard]] QString NameOf(Place place) const;
     /// The features of all layers that belong to an area, as MapCanvas outlines them.
     [[nodiscard]] std::vector<std::vector<int>> FeaturesOfArea(const QString& areaId) const;
@@ -50,6 +51,7 @@ class ThemeMap final {
   private:
     bool FillData();
     void LoadTheme();
+    void AddTheme();
     void LeaveOutEmptyLayers();
     void AddPaleAreas();
 

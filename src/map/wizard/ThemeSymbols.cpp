@@ -34,9 +34,13 @@ LayerSymbols SymbolsOfClasses(const MapLayer& layer, const MapAreas& areas, cons
     symbols.symbols = {SymbolOf(table.missing)};
     for (const ClassLook& look : table.looks)
         symbols.symbols.push_back(SymbolOf(look));
+    symbols.symbols.push_back(SymbolOfUnclassed(table.missing));
+    const auto unclassed = static_cast<int>(symbols.symbols.size()) - 1;
     std::vector<int> ofRow;
-    for (const MapArea& area : areas.Rows())
-        ofRow.push_back(area.number ? ClassOf(table.classes, *area.number) + 1 : 0);
+    for (const MapArea& area : areas.Rows()) {
+        const int row = area.number ? ClassOf(table.classes, *area.number) : -1;
+        ofRow.push_back(row < 0 ? unclassed : row + 1);
+    }
     for (const QString& id : AreaIdsOf(layer)) {
         const int row = areas.RowOf(id);
         symbols.ofFeature.push_back(row < 0 ? 0 : ofRow[static_cast<std::size_t>(row)]);
@@ -44,15 +48,18 @@ LayerSymbols SymbolsOfClasses(const MapLayer& layer, const MapAreas& areas, cons
     return symbols;
 }
 
-int ClassOfFeature(const LayerSymbols& symbols, int feature) {
+int RowOfFeature(const LayerSymbols& symbols, int feature) {
     const auto place = static_cast<std::size_t>(feature);
-    return feature >= 0 && place < symbols.ofFeature.size() ? symbols.ofFeature[place] - 1 : -1;
+    if (feature < 0 || place >= symbols.ofFeature.size()) return -1;
+    const auto missingRow = static_cast<int>(symbols.symbols.size()) - 1;
+    const int symbol = symbols.ofFeature[place];
+    return symbol == 0 || symbol == missingRow ? missingRow : symbol - 1;
 }
 
-std::vector<int> FeaturesOfClass(const LayerSymbols& symbols, int row) {
+std::vector<int> FeaturesOfRow(const LayerSymbols& symbols, int row) {
     std::vector<int> features;
     for (std::size_t i = 0; i < symbols.ofFeature.size(); ++i)
-        if (symbols.ofFeature[i] == row + 1) features.push_back(static_cast<int>(i));
+        if (RowOfFeature(symbols, static_cast<int>(i)) == row) features.push_back(static_cast<int>(i));
     return features;
 }
 

@@ -8,13 +8,13 @@
 namespace tessaro {
 
 /// The symbols of a theme's layer straight from values and classes, as SymbolsOfMapData gives them after SaveData: the
-/// first for areas without a value and values in no class, then one for each class.
+/// first for areas without a value, then one for each class, and the last for values in no class.
 [[nodiscard]] LayerSymbols SymbolsOfClasses(const MapLayer& layer, const MapAreas& areas, const ClassTable& table);
 
-/// The class (from 0) of a feature with such symbols; -1 for missing data.
-[[nodiscard]] int ClassOfFeature(const LayerSymbols& symbols, int feature);
-/// The features of a class; of missing data for -1.
-[[nodiscard]] std::vector<int> FeaturesOfClass(const LayerSymbols& symbols, int row);
+/// Rows of the grid of classes: classes from 0, an empty row, missing data. The row of a feature with such symbols, and
+/// the features of a row. Values in no class are with missing data.
+[[nodiscard]] int RowOfFeature(const LayerSymbols& symbols, int feature);
+[[nodiscard]] std::vector<int> FeaturesOfRow(const LayerSymbols& symbols, int row);
 
 /// How many features of a layer have a value.
 [[nodiscard]] int FeaturesWithValue(const MapLayer& layer, const MapAreas& areas);

@@ -1,23 +1,21 @@
 #include "map/wizard/frmMapWizard.h"
 
 #include "controls/ArrowPointer.h"
-#include "controls/CancelWatch.h"
 #include "controls/Captions.h"
 #include "controls/FileDialogs.h"
-#include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
 #include "map/classes/ClassesPage.h"
-#include "map/output/MapWorkbook.h"
 #include "map/wizard/LayerDrafts.h"
 #include "map/wizard/MapCustomizePage.h"
 #include "map/wizard/MapPane.h"
 #include "map/wizard/MapTexts.h"
 #include "map/wizard/MapThemePage.h"
+#include "map/wizard/PeriodSlider.h"
 #include "map/wizard/frmMAPAdvanced.h"
 #include "map/wizard/frmMAPIdentify.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
-#include "session/FileNames.h"
+#include "session/Frame.h"
 #include "session/Messages.h"
 
 #include <QPushButton>
@@ -109,9 +107,10 @@ void frmMapWizard::ConnectPages() {
     connect(themePage_, &MapThemePage::AreaChosen, this,
             [this](const QString& id) { pane_->Map().Outline(theme_.FeaturesOfArea(id)); });
     connect(classes_, &ClassesPage::Changed, this, &frmMapWizard::ClassesChanged);
-    connect(customize_, &MapCustomizePage::LabelsChanged, this, &frmMapWizard::ShowLabels);
-    customize_->Offer(false, false, false);
-    pane_->OfferLabels(false);
+    connect(customize_, &MapCustomizePage::LabelsChanged, this, &frmMapWizard::LabelsChosen);
+    connect(customize_, &MapCustomizePage::CombinedLabelsRequested, this, &frmMapWizard::CombineLabels);
+    connect(customize_, &MapCustomizePage::CustomizeRequested, this, &frmMapWizard::SSCmdCustomize_Click);
+    connect(classes_, &ClassesPage::RowHovered, this, &frmMapWizard::OutlineClass);
 }
 
 void frmMapWizard::Start() {
@@ -134,6 +133,7 @@ void frmMapWizard::TakeNewTheme() {
     pane_->Map().ShowFullExtent();
     LayersChanged();
     ShowAdvice();
+    customize_->OfferSmallMaps(theme_.Periods().size() > 1);
 }
 
 void frmMapWizard::LayersChanged() {
@@ -195,36 +195,6 @@ bool frmMapWizard::LeaveOptions() {
     ShowLabels();
     pane_->Map().Refresh();
     return true;
-}
-
-MapPage frmMapWizard::Page() {
-    return {Draft(), pane_->Map().Layers(), pane_->Map().Extent(), pane_->Map().size()};
-}
-
-bool frmMapWizard::BuildAndShow() {
-    ForgetWorkbook();
-    QString file;
-    try {
-        CancelWatch cancel(*this, findChild<QPushButton*>(QStringLiteral("CmdCancel")));
-        file = MakeMapWorkbook(Page(), {[this](int percent) { SetMainProgress(percent); },
-                                        [this](int percent) { SetChildProgress(percent); },
-                                        [this](const QString& key) { SetStatus(PlainText(key)); },
-                                        [&cancel] { return cancel.Asked(); }});
-    } catch (const WorkGivenUp&) {
-        return false;
-    } catch (const office::Error& error) {
-        ShowOfficeError(error, "CmdNext_Click");
-        return false;
-    }
-    if (file.isEmpty()) return false;
-    const QString title = draft_.title.text.trimmed().isEmpty() ? NameOf(draft_.theme) : draft_.title.text;
-    ShowPreview(file, CutForDisk(MakeFileNameSafe(title.simplified())));
-    return true;
-}
-
-bool frmMapWizard::Save() {
-    if (SaveAs(QLatin1Char('M'), SaveStep)) done(QDialog::Accepted);
-    return false; // otherwise the preview stays
 }
 
 void frmMapWizard::GoBack(int left, int entered) {

@@ -3,6 +3,7 @@
 #include "map/MapPage.h"
 #include "map/wizard/ThemeMap.h"
 #include "wizards/HostedWizard.h"
+#include "wizards/WizardProgress.h"
 
 class QPushButton;
 class QSplitter;
@@ -61,6 +62,9 @@ class frmMapWizard final : public HostedWizard {
     [[nodiscard]] bool BuildAndShow();
     [[nodiscard]] bool Save();
     [[nodiscard]] MapPage Page();
+    [[nodiscard]] QString SuggestedName() const;
+    /// The workbook that the draft asks for; throws what MakeMapWorkbook throws.
+    [[nodiscard]] QString MakeWorkbook(const WizardProgress& progress);
 
     void TakeNewTheme();
     void ClassesChanged();
@@ -68,6 +72,10 @@ class frmMapWizard final : public HostedWizard {
     void ShowAdvice();
     void TakeAdvice();
     void ShowLabels();
+    void LabelsChosen();
+    void CombineLabels();
+    void ChooseLabels();
+    void SSCmdCustomize_Click();
     void ShowPointed(const QPointF& map);
     void ShowNothingPointed();
     void OutlineClass(int row);

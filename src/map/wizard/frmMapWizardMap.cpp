@@ -1,6 +1,10 @@
 #include "controls/Captions.h"
 #include "controls/FileDialogs.h"
 #include "map/classes/ClassesPage.h"
+#include "map/custom/RenderLabels.h"
+#include "map/custom/frmMAPAdvLbl.h"
+#include "map/custom/frmMAPCustomize.h"
+#include "map/custom/frmMapLabels.h"
 #include "map/wizard/LayerDrafts.h"
 #include "map/wizard/MapCustomizePage.h"
 #include "map/wizard/MapPane.h"
@@ -27,6 +31,7 @@ constexpr int kLargestPoint = 36;     ///< pixels, of the top class
 
 void frmMapWizard::ConnectMap() {
     connect(pane_, &MapPane::IdentifyRequested, this, &frmMapWizard::Identify);
+    connect(pane_, &MapPane::LabelsRequested, this, &frmMapWizard::ChooseLabels);
     connect(pane_, &MapPane::AdviceTaken, this, &frmMapWizard::TakeAdvice);
     connect(&pane_->Map(), &MapCanvas::Hovered, this, &frmMapWizard::ShowPointed);
     connect(&pane_->Map(), &MapCanvas::HoverEnded, this, &frmMapWizard::ShowNothingPointed);
@@ -106,23 +111,22 @@ void frmMapWizard::ShowPointed(const QPointF& map) {
     pane_->ShowPointed(
         InReadingOrder(FilledText(QStringLiteral("TS_LabelledLine"), {theme_.NameOf(place), InOnePiece(value)})));
     pane_->Map().Highlight(place.layer, place.feature);
+    classes_->ShowRowOf(RowOfFeature(pane_->Map().Layers().At(place.layer).symbols, place.feature));
 }
 
 void frmMapWizard::ShowNothingPointed() {
     pane_->ShowPointed({});
+    classes_->ShowRowOf(-1);
     pane_->Map().Outline({});
 }
 
-/// `row` as in the grid: behind the classes stands the spacer, then missing data.
+/// `row` as in the grid of classes.
 void frmMapWizard::OutlineClass(int row) {
     const LayerStack& map = pane_->Map().Layers();
-    const auto classes = static_cast<int>(draft_.classes.classes.size());
     std::vector<std::vector<int>> features(static_cast<std::size_t>(map.Count()));
-    const bool exists = row >= 0 && row != classes && row <= classes + 1;
-    for (int i = 0; exists && i < map.Count(); ++i)
-        if (IsOfTheme(map.At(i)))
-            features[static_cast<std::size_t>(i)] = FeaturesOfClass(map.At(i).symbols, row < classes ? row : -1);
-    pane_->Map().Outline(exists ? std::move(features) : std::vector<std::vector<int>>());
+    for (int i = 0; row >= 0 && i < map.Count(); ++i)
+        if (IsOfTheme(map.At(i))) features[static_cast<std::size_t>(i)] = FeaturesOfRow(map.At(i).symbols, row);
+    pane_->Map().Outline(std::move(features));
 }
 
 void frmMapWizard::Identify(const QPointF& map) {
@@ -134,10 +138,48 @@ void frmMapWizard::Identify(const QPointF& map) {
                     FeaturesNear(layers, map, pane_->Map().ToMapDistance(kIdentifyReach)));
 }
 
-void frmMapWizard::ShowLabels() {}
+/// The labels of the theme's layers as the page has them.
+void frmMapWizard::LabelsChosen() {
+    ApplyLabels(draft_.layers, pane_->Map().Layers());
+    ShowLabels();
+}
 
-void frmMapWizard::cmdExport_Click() {}
+void frmMapWizard::ShowLabels() {
+    RenderLabels(pane_->Map().Layers(), draft_.labelFormula);
+    pane_->Map().Refresh();
+}
 
-void frmMapWizard::cmdPicture_Click() {}
+void frmMapWizard::CombineLabels() {
+    frmMAPAdvLbl form(draft_.labelFormula, this);
+    if (ShowDialog(form) != QDialog::Accepted) return;
+    draft_.labelFormula = form.Formula();
+    ShowLabels();
+    customize_->ShowDraft();
+}
+
+void frmMapWizard::ChooseLabels() {
+    const LayerStack& map = pane_->Map().Layers();
+    int layer = map.Count() - 1;
+    while (layer >= 0 && !IsOfTheme(map.At(layer)))
+        --layer;
+    if (layer < 0) return;
+    frmMapLabels form(pane_->Map().Layers(), layer, draft_.labelFormula, this);
+    if (ShowDialog(form) != QDialog::Accepted) return;
+    pane_->Map().Refresh();
+    LayersChanged();
+}
+
+void frmMapWizard::SSCmdCustomize_Click() {
+    const ErrorTrap trap("SSCmdCustomize_Click");
+    identify_->Forget();
+    pane_->Map().Outline({});
+    frmMAPCustomize form(
+        pane_->Map().Layers(), draft_.labelFormula, [this] { pane_->Map().Refresh(); }, this);
+    ShowDialog(form);
+    identify_->Forget();
+    theme_.Colour();
+    ShowLabels();
+    LayersChanged();
+}
 
 } // namespace tessaro

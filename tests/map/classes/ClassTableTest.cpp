@@ -143,10 +143,10 @@ TEST_F(ClassTableTest, MissingAreasStandOutFromPageAndClasses) {
     const ClassLook missing = LookOfMissing();
     EXPECT_NE(missing.fill, ClassLook().fill);
     EXPECT_GE(Contrast(missing.color, Qt::white), 3);
-    for (const ColorScheme& scheme : ColorSchemes())
-        for (const QColor& color : SchemeColors(scheme, 9))
-            EXPECT_GE(std::max(Contrast(missing.color, color), Contrast(Qt::white, color)), 2.5)
-                << scheme.caption << " " << color.name().toStdString();
+    for (const ColorScheme& scheme : ColorSchemes()) {
+        const QColor first = SchemeColors(scheme, 5).front();
+        EXPECT_GE(std::max(Contrast(missing.color, first), Contrast(Qt::white, first)), 3) << scheme.caption;
+    }
 }
 
 TEST_F(ClassTableTest, KeepsLooksWhenClassesChange) {

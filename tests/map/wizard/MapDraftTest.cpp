@@ -1,8 +1,8 @@
 #include "map/MapDraft.h"
 
-#include <gtest/gtest.h>
-
 #include <QStringList>
+
+#include <gtest/gtest.h>
 
 namespace tessaro {
 
@@ -52,6 +52,7 @@ MapDraft OddDraft() {
     draft.disclaimer = {kOdd + kOdd, {QString(), 8, false, true}};
     draft.titlesTyped = true;
     draft.layout = MapLayout::Horizontal;
+    draft.smallMaps = true;
     draft.labelFormula = QStringLiteral("Trim(areaid)+' '+Trim(Areaname)+' '");
     draft.layers = {LayerDraft(), OddLayer()};
     draft.extent = {-170.5, -1.0 / 3, 12, 80};
@@ -76,16 +77,16 @@ TEST(MapDraftTest, ComesBackFromItsLines) {
         EXPECT_EQ(read->classes.missing, draft.classes.missing);
         EXPECT_EQ(read->choice, draft.choice);
         EXPECT_EQ(read->layout, draft.layout);
+        EXPECT_EQ(read->smallMaps, draft.smallMaps);
     }
     EXPECT_TRUE(ReadMapDraft(QStringLiteral("a later line=1\nlayout=vertical\n")));
 }
 
 TEST(MapDraftTest, RefusesWhatIsNoDraft) {
-    for (const char* line :
-         {"layout", "=square", "layout=oval", "decimals=16", "decimals=-1", "class=1|2|3", "class=1|2|3|4|x",
-          "class=1|2|1|2|5", "look=a||#fff|11|0|5", "look=a||#fff|0|4|5", "look=a||#fff|0|0|0", "look=a||nocolour|0|0|5",
-          "missing=", "layer=a|b", "extent=1|2|3", "extent=1|2|3|4|5", "kind=lines", "title font=Sans|ten||",
-          "same classes=perhaps"})
+    for (const char* line : {"layout", "=square", "layout=oval", "decimals=16", "decimals=-1", "class=1|2|3",
+                             "class=1|2|3|4|x", "class=1|2|1|2|5", "look=a||#fff|11|0|5", "look=a||#fff|0|4|5",
+                             "look=a||#fff|0|0|0", "look=a||nocolour|0|0|5", "missing=", "layer=a|b", "extent=1|2|3",
+                             "extent=1|2|3|4|5", "kind=lines", "title font=Sans|ten||", "same classes=perhaps"})
         EXPECT_FALSE(ReadMapDraft(QLatin1String(line))) << line;
     // Cut anywhere, a draft is read or refused, and nothing worse.
     const QString whole = DraftText(OddDraft());
