@@ -15,6 +15,7 @@ constexpr double kSwatchHeight = 13;
 constexpr double kGap = 6;
 constexpr double kRowGap = 3;
 constexpr double kColumnGap = 16;
+constexpr double kLeastText = 30;
 
 constexpr double kShrinking = 0.9;
 constexpr double kMostShrunk = 0.25;
@@ -51,13 +52,14 @@ void PageLegend::Make(double shrink) {
     title_ = PageText(draft_.legendTitle.text, PageFont(draft_.legendTitle.font, Points(1)));
     rows_.clear();
     largestMarker_ = 0;
-    for (const ClassLook& look : draft_.classes.looks)
-        AddRow(look, shrink);
-    AddRow(draft_.classes.missing, shrink);
+    for (const LegendLine& line : LegendLines(draft_.classes))
+        if (line.look) AddRow(line, shrink);
 }
 
-void PageLegend::AddRow(const ClassLook& look, double shrink) {
-    Row row{SymbolOf(look), PageText(look.legend, PageFont(look.font, Points(1)))};
+void PageLegend::AddRow(const LegendLine& line, double shrink) {
+    QFont font = PageFont(line.font, Points(1));
+    font.setUnderline(line.underline);
+    Row row{SymbolOf(*line.look), PageText(line.text, font)};
     row.symbol.markerSize *= shrink;
     if (draft_.classes.kind != ThemeKind::Polygons)
         largestMarker_ = std::max(largestMarker_, (row.symbol.markerSize + 1) * scale_.ofSymbols);
@@ -79,7 +81,7 @@ double PageLegend::SetColumns(QPainter& painter, int columns, double width) {
     const auto rows = static_cast<int>(rows_.size());
     rowsOfColumn_ = (rows + columns - 1) / columns;
     columnWidth_ = (width + Points(kColumnGap)) / columns - Points(kColumnGap);
-    const double textWidth = columnWidth_ - SwatchWidth() - Points(kGap);
+    const double textWidth = std::max(columnWidth_ - SwatchWidth() - Points(kGap), Points(kLeastText));
     const bool hasMarkers = draft_.classes.kind != ThemeKind::Polygons;
     double highest = 0;
     double height = 0;

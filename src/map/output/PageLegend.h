@@ -1,7 +1,7 @@
 #pragma once
 
 #include "map/MapDraft.h"
-#include "map/classes/ClassTable.h"
+#include "map/output/LegendPlan.h"
 #include "map/output/PageText.h"
 
 #include <vector>
@@ -34,7 +34,7 @@ class PageLegend final {
     };
 
     void Make(double shrink);
-    void AddRow(const ClassLook& look, double shrink);
+    void AddRow(const LegendLine& line, double shrink);
     [[nodiscard]] double Points(double points) const { return points * scale_.pixelsOfPoint * shrink_; }
     [[nodiscard]] double SwatchWidth() const;
     [[nodiscard]] bool Fits(QPainter& painter, QSizeF most, bool beside);

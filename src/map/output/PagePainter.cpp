@@ -2,8 +2,10 @@
 
 #include "layers/MapPicture.h"
 #include "map/MapAreas.h"
+#include "map/output/MapDataSheets.h"
+#include "map/output/MapPlaces.h"
+#include "map/output/MapWorkbook.h"
 #include "map/output/PageLegend.h"
-#include "session/Query.h"
 #include "session/Strings.h"
 
 #include <QPaintEngine>
@@ -51,9 +53,9 @@ class Page final {
   public:
     Page(QPainter& painter, const MapPage& page, const PageNotes& notes, double pixelsOfPoint)
         : painter_(painter), page_(page), notes_(notes), unit_(pixelsOfPoint),
-          beside_(page.draft.layout == MapLayout::Vertical), whole_({}, PageSize(page.draft.layout) * unit_),
+          beside_(PlacesOf(page.draft.layout).LegendIsBeside()), whole_({}, PageSize(page.draft.layout) * unit_),
           free_(whole_.adjusted(kMargin * unit_, kMargin * unit_, -kMargin * unit_, -kMargin * unit_)),
-          shown_(Trimmed(page.extent, page.layers.FullExtent())) {}
+          shown_(Trimmed(ShownExtent(page), page.layers.FullExtent())) {}
 
     void Paint() {
         painter_.setRenderHint(QPainter::Antialiasing);
@@ -158,10 +160,10 @@ class Page final {
         constexpr double kPointsOfPixel = 72.0 / 96;
         constexpr double kLeast = 0.7;
         constexpr double kMost = 1.6;
-        const double screen = ViewOf(page_.layers, page_.extent, page_.size).PixelsY();
+        const double screen = ViewOf(page_.layers, ShownExtent(page_), ShownSize(page_)).PixelsY();
         const double here = ViewOf(page_.layers, shown_, map.size()).PixelsY();
         const double pixel = kPointsOfPixel * unit_;
-        return {unit_, page_.size.isEmpty() ? pixel : std::clamp(here / screen, kLeast * pixel, kMost * pixel)};
+        return {unit_, std::clamp(here / screen, kLeast * pixel, kMost * pixel)};
     }
 
     void PlaceMapAndLegend() {
@@ -242,15 +244,11 @@ class Page final {
 } // namespace
 
 PageNotes NotesOfMapData() {
-    PageNotes notes{PlainText(QStringLiteral("Comm_Source")), {}, YearNote(), LanguageIsRightToLeft()};
-    for (Records rows = Select(QStringLiteral("SELECT DISTINCT [Source] FROM [_MapData] ORDER BY [Source]"));
-         !rows.atEnd(); rows.MoveNext())
-        if (const QString source = rows.Text(std::size_t{0}).trimmed(); !source.isEmpty()) notes.sources << source;
-    return notes;
+    return {PlainText(QStringLiteral("Comm_Source")), SourcesOfMapData(), YearNote(), LanguageIsRightToLeft()};
 }
 
 QSizeF PageSize(MapLayout layout) {
-    return layout == MapLayout::Vertical ? kA4.transposed() : kA4;
+    return PlacesOf(layout).landscape ? kA4.transposed() : kA4;
 }
 
 void PaintPage(QPainter& painter, const MapPage& page, const PageNotes& notes, double pixelsOfPoint) {

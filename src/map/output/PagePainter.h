@@ -19,11 +19,11 @@ struct PageNotes {
 /// The notes to the values in `_MapData`, in the current language.
 [[nodiscard]] PageNotes NotesOfMapData();
 
-/// A4 in points, upright; lying with Vertical, where the legend stands beside the map.
+/// A4 in points, as the layout has it lie.
 [[nodiscard]] QSizeF PageSize(MapLayout layout);
 
 /// Paints the page as one publishes it: titles, map, legend, notes, disclaimer. `pixelsOfPoint` makes it larger: the
-/// device has so many pixels for a point of PageSize. Nothing but these arguments counts.
+/// device has so many pixels for a point of PageSize.
 void PaintPage(QPainter& painter, const MapPage& page, const PageNotes& notes, double pixelsOfPoint);
 
 } // namespace tessaro

@@ -1,5 +1,6 @@
 #include "map/output/PagePicture.h"
 
+#include "map/output/MapPlaces.h"
 #include "map/output/PagePainter.h"
 #include "platform/Files.h"
 
@@ -42,7 +43,7 @@ bool WritePdf(QBuffer& target, const MapPage& page) {
     QPdfWriter pdf(&target);
     pdf.setTitle(page.draft.title.text);
     pdf.setResolution(static_cast<int>(kPointsOfInch) * kFine);
-    const bool lying = page.draft.layout == MapLayout::Vertical;
+    const bool lying = PlacesOf(page.draft.layout).landscape;
     pdf.setPageSize(QPageSize(QPageSize::A4));
     pdf.setPageOrientation(lying ? QPageLayout::Landscape : QPageLayout::Portrait);
     pdf.setPageMargins({});

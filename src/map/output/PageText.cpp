@@ -19,24 +19,14 @@ QTextOption OptionOf(const QPainter& painter, Qt::Alignment alignment) {
     return option;
 }
 
-void SetSize(QFont& font, double points, double pixelsOfPoint) {
-    font.setPixelSize(std::max(1, qRound((points > 0 ? points : kUsualSize) * pixelsOfPoint)));
-}
-
 } // namespace
 
 QFont PageFont(const SheetFont& font, double pixelsOfPoint) {
     QFont made = font.name.isEmpty() ? QFont() : QFont(font.name);
     made.setBold(font.bold);
     made.setItalic(font.italic);
-    SetSize(made, font.size, pixelsOfPoint);
+    made.setPixelSize(std::max(1, qRound((font.size > 0 ? font.size : kUsualSize) * pixelsOfPoint)));
     return made;
-}
-
-QFont PageFont(QFont font, double pixelsOfPoint) {
-    constexpr double kPointsOfPixel = 72.0 / 96;
-    SetSize(font, font.pixelSize() > 0 ? font.pixelSize() * kPointsOfPixel : font.pointSizeF(), pixelsOfPoint);
-    return font;
 }
 
 double PageText::Height(QPainter& painter, double width) const {

@@ -10,7 +10,6 @@ namespace tessaro {
 
 /// A font with its size in pixels of a page that has so many to the point.
 [[nodiscard]] QFont PageFont(const SheetFont& font, double pixelsOfPoint);
-[[nodiscard]] QFont PageFont(QFont font, double pixelsOfPoint);
 
 /// Measures and writes texts on a painter, wrapped at words, in its layout direction: they begin on the left or, from
 /// right to left, on the right.

@@ -1,6 +1,7 @@
 #include "map/project/LayerBlock.h"
 
 #include "map/MapLayerList.h"
+#include "map/output/LegendPlan.h"
 #include "map/project/ProjectSymbols.h"
 
 namespace tessaro {
@@ -247,7 +248,7 @@ class LayerBlock final {
             objects_.Put("Precision:  ", -3);
         }
         objects_.Begin("LClass");
-        objects_.Put("Label:  ", classes_.missing.legend);
+        objects_.Put("Label:  ", LegendLines(classes_).back().text);
         objects_.Put("MaxNum:     -1.000000000000");
     }
 

@@ -1,5 +1,6 @@
 #include "map/project/ProjectFile.h"
 
+#include "map/output/MapWorkbook.h"
 #include "map/project/LayerBlock.h"
 #include "platform/Clock.h"
 #include "platform/Paths.h"
@@ -24,7 +25,7 @@ bool IsInDegrees(const LayerStack& layers) {
 /// What a map shows, within the world again: layers may have been moved across 180 degrees to be drawn.
 MapBox ExtentOf(const MapPage& page) {
     constexpr double kHalfTurn = 180;
-    MapBox extent = page.extent;
+    MapBox extent = ShownExtent(page);
     if (!IsInDegrees(page.layers) || page.layers.FullExtent().left >= -kHalfTurn) return extent;
     if (extent.right < -kHalfTurn) {
         extent.left += 2 * kHalfTurn;

@@ -150,8 +150,7 @@ TEST_F(PagePictureTest, WhatReachesOutOfTheMapIsNotSeen) {
 
 TEST_F(PagePictureTest, PixelsAreThoseOfPrint) {
     MakeMap(ThemeKind::Polygons, 3);
-    Saved("page.png");
-    const QImage image(Path("page.png"));
+    const QImage image = QImage::fromData(Saved("page.png"));
     EXPECT_EQ(image.size(), QSize(2479, 3508));
     EXPECT_NEAR(image.dotsPerMeterX() * 0.0254, 300, 0.1);
 }
