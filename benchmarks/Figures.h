@@ -25,6 +25,10 @@ void MeasureCalculations(Report& report, const BenchSession& session);
 void MeasureMapData(Report& report, const BenchSession& session);
 /// A map of all counties of the installation's own database, which it opens.
 void MeasureCountyMap(Report& report, const QString& installation);
+/// The project of a map of all counties, and its table. Opens the installation's own database.
+void MeasureProject(Report& report, const QString& installation);
+/// The workbook of that map, from the click to the preview. Needs an X11 display.
+void MeasureMapWorkbook(Report& report, const QString& installation);
 /// Marking what has data, translating statements, opening the database.
 void MeasureDatabase(Report& report, const BenchSession& session);
 /// The table and the graph wizard, from the click on their options to the preview. Expects everything to be selected,
@@ -36,6 +40,8 @@ void MeasureHost(Report& report);
 void MeasureGallery(Report& report);
 /// Drawing and asking layers of the installation, in pictures of 1280 x 800, with outlines.
 void MeasureLayers(Report& report, const QString& installation);
+/// The labels of a layer of the installation, in such pictures, with rims around the letters.
+void MeasureLabels(Report& report, const QString& installation);
 /// The summary report of the installation's own database, the start of the spreadsheet program included. Opens that
 /// database.
 void MeasureSummary(Report& report, const QString& installation);

@@ -43,7 +43,10 @@ int main(int argc, char** argv) {
         Connection.reset();
     }
     MeasureLayers(report, installation);
+    MeasureLabels(report, installation);
     MeasureCountyMap(report, installation);
+    MeasureProject(report, installation);
+    MeasureMapWorkbook(report, installation);
     MeasureSummary(report, installation);
     MeasureHost(report);
     report.Print();

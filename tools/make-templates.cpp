@@ -28,25 +28,40 @@ void SetWidths(office::Worksheet sheet, std::initializer_list<double> widths) {
         sheet.SetColumnWidth(++column, width);
 }
 
-/// The sheets of data and of sources, and the page of the map: a margin column, then the map from the second column on.
-void LayOutMap(office::Workbook& book, std::initializer_list<double> widths, bool landscape) {
-    SetWidths(book.Sheet(1), widths);
+/// The sheets of data and of sources, and the page of the map: a margin column, then eight columns that the map
+/// stands over.
+void LayOutMap(office::Workbook& book, double mapPoints, bool landscape) {
+    constexpr int kPairs = 4;
+    constexpr double kDigit = 5.25; // points
+    constexpr double kSwatch = 30;
+    office::Worksheet map = book.Sheet(1);
+    map.SetColumnWidth(1, 1);
+    for (int pair = 0; pair < kPairs; ++pair) {
+        map.SetColumnWidth(2 + 2 * pair, kSwatch / kDigit);
+        map.SetColumnWidth(3 + 2 * pair, (mapPoints / kPairs - kSwatch) / kDigit);
+    }
+    map.SetGridLines(false);
+    map.SetPageSetup({.landscape = landscape, .fitToPagesWide = 1, .fitToPagesTall = 1});
     SetWidths(book.Sheet(2), {12, 16, 30, 16, 24, 24, 40});
     SetWidths(book.Sheet(3), {14, 60});
-    book.Sheet(1).SetGridLines(false);
-    book.Sheet(1).SetPageSetup({.landscape = landscape, .fitToPagesWide = 1});
     for (const int sheet : {2, 3})
         book.Sheet(sheet).SetPageSetup({.landscape = sheet == 2, .fitToPagesWide = 1});
 }
 
-/// The legend below the map: swatches in the second column, their texts in the third.
-void LayOutLegendBelow(office::Workbook& book) {
-    LayOutMap(book, {3, 10, 20, 10, 10, 10, 10, 10, 10}, false);
+/// The legend below the map, in pairs of columns for swatches and their texts.
+void LayOutSquare(office::Workbook& book) {
+    LayOutMap(book, 544, false);
+}
+void LayOutHorizontal(office::Workbook& book) {
+    LayOutMap(book, 480, false);
 }
 
-/// The legend beside the map: swatches in the eleventh column.
-void LayOutLegendBeside(office::Workbook& book) {
-    LayOutMap(book, {3, 10, 10, 10, 10, 10, 10, 10, 10, 2, 10, 30}, true);
+/// The legend beside the map: swatches in the eleventh column, texts in the twelfth.
+void LayOutVertical(office::Workbook& book) {
+    LayOutMap(book, 736, true);
+    book.Sheet(1).SetColumnWidth(10, 2);
+    book.Sheet(1).SetColumnWidth(11, 6);
+    book.Sheet(1).SetColumnWidth(12, 24);
 }
 
 /// The working, its details, remarks on areas, and the ranks of an index.
@@ -70,9 +85,9 @@ constexpr Template kTemplates[] = {
     {"GraphTmp.Xls", 4},
     {"Log_Calculate.xls", 4, LayOutLog},
     {"Data_DataEntry.xls", 1, LayOutDataEntry},
-    {"MapLayoutSquare.xls", 3, LayOutLegendBelow},
-    {"MapLayoutHorizontal.xls", 3, LayOutLegendBelow},
-    {"MapLayoutVertical.xls", 3, LayOutLegendBeside},
+    {"MapLayoutSquare.xls", 3, LayOutSquare},
+    {"MapLayoutHorizontal.xls", 3, LayOutHorizontal},
+    {"MapLayoutVertical.xls", 3, LayOutVertical},
 };
 
 void Make(const Template& wanted, const QString& folder) {

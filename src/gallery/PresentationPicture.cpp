@@ -12,7 +12,6 @@ namespace tessaro {
 
 namespace {
 
-const QString kMapPicture = QStringLiteral("Picture 1");
 /// Sharp on any projector.
 constexpr int kPixelWidth = 2400;
 

@@ -1,5 +1,6 @@
 #include "gallery/Thumbnails.h"
 
+#include "gallery/PictureType.h"
 #include "platform/Paths.h"
 
 #include <QCryptographicHash>
@@ -20,29 +21,6 @@ constexpr std::size_t kMostWaiting = 48; ///< more than a screen holds: the rest
 constexpr int kDelay = 400;              ///< milliseconds; opening a workbook comes first
 constexpr int kMostKept = 5000;
 constexpr int kMargin = 8; ///< pixels of the page around what is on it
-
-bool IsInk(QRgb pixel) {
-    return qAlpha(pixel) > 16 && (qRed(pixel) < 240 || qGreen(pixel) < 240 || qBlue(pixel) < 240);
-}
-
-/// The rectangle around everything that is drawn on the page.
-QRect InkOf(const QImage& page) {
-    int left = page.width();
-    int right = -1;
-    int top = page.height();
-    int bottom = -1;
-    for (int y = 0; y < page.height(); ++y) {
-        const auto* line = reinterpret_cast<const QRgb*>(page.constScanLine(y));
-        for (int x = 0; x < page.width(); ++x) {
-            if (!IsInk(line[x])) continue;
-            left = std::min(left, x);
-            right = std::max(right, x);
-            top = std::min(top, y);
-            bottom = y;
-        }
-    }
-    return right < 0 ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
-}
 
 bool Keep(const QImage& picture, const QString& file) {
     QSaveFile out(file);

@@ -54,16 +54,21 @@ std::vector<Ring> LargestWithHoles(const MapLayer& layer, const MapFeature& feat
 
 double SquareOfDistance(QPointF a, QPointF b, QPointF point) {
     const QPointF edge = b - a;
+    const QPointF away = point - a;
+    const double along = QPointF::dotProduct(away, edge);
+    if (along <= 0) return QPointF::dotProduct(away, away);
     const double length = QPointF::dotProduct(edge, edge);
-    const double share = length > 0 ? std::clamp(QPointF::dotProduct(point - a, edge) / length, 0.0, 1.0) : 0;
-    const QPointF away = point - a - share * edge;
-    return QPointF::dotProduct(away, away);
+    if (along >= length) return QPointF::dotProduct(point - b, point - b);
+    const double across = away.x() * edge.y() - away.y() * edge.x();
+    return across * across / length;
 }
 
-/// The distance from the nearest edge; below 0 outside.
-double DistanceInside(const std::vector<Ring>& rings, QPointF point) {
+/// The distance from the nearest edge; below 0 outside. As soon as it is known to be less than `least`, any value less
+/// than that.
+double DistanceInside(const std::vector<Ring>& rings, QPointF point, double least) {
     bool inside = false;
     double nearest = std::numeric_limits<double>::infinity();
+    const double enough = least > 0 ? least * least : 0;
     for (const Ring& ring : rings) {
         const QPointF* before = ring.end - 1;
         for (const QPointF* corner = ring.first; corner != ring.end; before = corner++) {
@@ -73,6 +78,7 @@ double DistanceInside(const std::vector<Ring>& rings, QPointF point) {
                     (before->x() - corner->x()) * (point.y() - corner->y()) / (before->y() - corner->y()) + corner->x())
                 inside = !inside;
             nearest = std::min(nearest, SquareOfDistance(*before, *corner, point));
+            if (nearest < enough) return std::numeric_limits<double>::lowest();
         }
     }
     return inside ? std::sqrt(nearest) : -std::sqrt(nearest);
@@ -88,15 +94,16 @@ struct Square {
     bool operator<(const Square& other) const { return Most() < other.Most(); }
 };
 
-Square SquareAt(const std::vector<Ring>& rings, QPointF middle, double half) {
-    return {middle, half, DistanceInside(rings, middle)};
+/// `least` is the distance inside that a point of the square must reach to be of use.
+Square SquareAt(const std::vector<Ring>& rings, QPointF middle, double half, double least) {
+    return {middle, half, DistanceInside(rings, middle, least - half * std::numbers::sqrt2)};
 }
 
 LabelPlace PoleOf(const std::vector<Ring>& rings) {
     const MapBox& box = rings.front().box;
     const QPointF middle((box.left + box.right) / 2, (box.bottom + box.top) / 2);
     const double side = std::min(box.Width(), box.Height());
-    LabelPlace best{middle, side > 0 ? DistanceInside(rings, middle) : 0};
+    LabelPlace best{middle, side > 0 ? DistanceInside(rings, middle, 0) : 0};
     if (side <= 0) return best;
     std::priority_queue<Square> squares;
     const auto columns = static_cast<int>(std::clamp(std::ceil(box.Width() / side), 1.0, 64.0));
@@ -106,7 +113,7 @@ LabelPlace PoleOf(const std::vector<Ring>& rings) {
         squares.push(SquareAt(rings,
                               {box.left + box.Width() * (i % columns + 0.5) / columns,
                                box.bottom + box.Height() * (i / columns + 0.5) / rows},
-                              half));
+                              half, best.room + kPrecision * side));
     for (int taken = 0; !squares.empty() && taken < kMostSquares; ++taken) {
         const Square square = squares.top();
         squares.pop();
@@ -114,7 +121,7 @@ LabelPlace PoleOf(const std::vector<Ring>& rings) {
         if (square.Most() - best.room <= kPrecision * side) break;
         const double quarter = square.half / 2;
         for (const QPointF& way : {QPointF(-1, -1), QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1)})
-            squares.push(SquareAt(rings, square.middle + quarter * way, quarter));
+            squares.push(SquareAt(rings, square.middle + quarter * way, quarter, best.room + kPrecision * side));
     }
     best.room = std::max(best.room, 0.0);
     return best;

@@ -1,158 +1,85 @@
 #include "layers/LayerPainter.h"
 
-#include "layers/Hatching.h"
-#include "layers/RingGroups.h"
+#include "layers/PixelParts.h"
+#include "layers/PolygonPainter.h"
 
-#include <QPaintEngine>
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
-#include <cmath>
 
 namespace tessaro {
 
 namespace {
 
-/// Ends far outside the picture are pulled to this many pixels beyond it: the painter's own numbers end somewhere.
-constexpr double kFarOutside = 8000;
-/// Pixels of the screen; a polygon smaller than that both ways would be all outline, and is drawn as a dot.
-constexpr double kSmallestFeature = 3;
+/// What is shown, and a margin for markers and pens that reach into the picture.
+MapBox Reached(const LayerSymbols& symbols, const MapView& view, double scale) {
+    double most = 1;
+    for (const LayerSymbol& each : symbols.symbols)
+        most = std::max({most, each.markerSize, each.lineWidth, each.outlineWidth});
+    const double x = most * scale / view.PixelsX();
+    const double y = most * scale / view.PixelsY();
+    const MapBox& shown = view.Shown();
+    return {shown.left - x, shown.bottom - y, shown.right + x, shown.top + y};
+}
 
+/// The features that the picture shows, as far as they are drawn.
+std::vector<SeenFeature> SeenFeatures(const MapLayer& layer, const LayerSymbols& symbols, const MapBox& shown) {
+    std::vector<SeenFeature> seen;
+    const int last = static_cast<int>(symbols.symbols.size()) - 1;
+    for (std::size_t i = 0; i < layer.features.size(); ++i) {
+        const int symbol = std::min(i < symbols.ofFeature.size() ? symbols.ofFeature[i] : 0, last);
+        if (symbol >= 0 && layer.features[i].box.Meets(shown)) seen.push_back({i, symbol});
+    }
+    return seen;
+}
+
+/// The largest markers first, so that none lies hidden below another.
+void LargestFirst(std::vector<SeenFeature>& seen, const LayerSymbols& symbols) {
+    const auto size = [&symbols](const SeenFeature& each) {
+        return symbols.symbols[static_cast<std::size_t>(each.symbol)].markerSize;
+    };
+    std::stable_sort(seen.begin(), seen.end(),
+                     [&size](const SeenFeature& a, const SeenFeature& b) { return size(a) > size(b); });
+}
+
+/// Draws points as markers, and lines.
 class Painting final {
   public:
-    Painting(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view, double scale)
-        : painter_(painter), layer_(layer), symbols_(symbols), view_(view), scale_(scale), tiles_(TakesTiles(painter)) {
+    Painting(QPainter& painter, const MapLayer& layer, const MapView& view, double scale)
+        : painter_(painter), layer_(layer), view_(view), scale_(scale), parts_(layer, view) {}
+
+    void PaintFeature(const MapFeature& feature, const LayerSymbol& symbol) {
+        for (int part = feature.firstPart; part < feature.endPart; ++part)
+            if (layer_.kind == LayerKind::Line)
+                PaintLine(part);
+            else
+                PaintMarkers(part, symbol);
     }
 
-    void Paint() {
-        painter_.setRenderHint(QPainter::Antialiasing);
-        const MapBox shown = Reached();
-        for (std::size_t i = 0; i < layer_.features.size(); ++i) {
-            const int symbol = SymbolOf(i);
-            if (symbol < 0 || !layer_.features[i].box.Meets(shown)) continue;
-            Choose(symbol);
-            PaintFeature(layer_.features[i], symbols_.symbols[static_cast<std::size_t>(symbol)]);
-        }
-    }
-
-  private:
-    /// Pictures of lines and curves have no tiles; patterns become lines there.
-    static bool TakesTiles(const QPainter& painter) {
-        const QPaintEngine* const engine = painter.paintEngine();
-        return engine == nullptr || (engine->type() != QPaintEngine::SVG && engine->type() != QPaintEngine::Pdf);
-    }
-
-    /// What is shown, and a margin for markers and pens that reach into the picture.
-    [[nodiscard]] MapBox Reached() const {
-        double most = 1;
-        for (const LayerSymbol& each : symbols_.symbols)
-            most = std::max({most, each.markerSize, each.lineWidth, each.outlineWidth});
-        const double x = most * scale_ / view_.PixelsX();
-        const double y = most * scale_ / view_.PixelsY();
-        const MapBox& shown = view_.Shown();
-        return {shown.left - x, shown.bottom - y, shown.right + x, shown.top + y};
-    }
-
-    [[nodiscard]] int SymbolOf(std::size_t feature) const {
-        if (symbols_.symbols.empty()) return -1;
-        const int symbol = feature < symbols_.ofFeature.size() ? symbols_.ofFeature[feature] : 0;
-        return std::min(symbol, static_cast<int>(symbols_.symbols.size()) - 1);
-    }
-
-    /// Pen and brush; neighbours mostly have the same.
-    void Choose(int number) {
-        if (number == chosen_) return;
-        chosen_ = number;
-        const LayerSymbol& symbol = symbols_.symbols[static_cast<std::size_t>(number)];
+    /// Pen and brush of the features that follow.
+    void Choose(const LayerSymbol& symbol) {
         if (layer_.kind == LayerKind::Line) {
             painter_.setPen(QPen(symbol.color, symbol.lineWidth * scale_, symbol.lineStyle));
             painter_.setBrush(Qt::NoBrush);
             return;
         }
-        const bool cross = layer_.kind == LayerKind::Point && symbol.marker == Marker::Cross;
-        const double width = layer_.kind == LayerKind::Point ? 1 : symbol.outlineWidth;
-        QPen pen(cross ? symbol.color : symbol.outline, width * scale_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
+        const QColor ink = symbol.marker == Marker::Cross ? symbol.color : symbol.outline;
+        QPen pen(ink, scale_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
         pen.setCosmetic(true); // hairlines are drawn about four times as fast
-        painter_.setPen(width > 0 ? pen : QPen(Qt::NoPen));
-        const FillPattern pattern = layer_.kind == LayerKind::Point ? FillPattern::Solid : symbol.pattern;
-        painter_.setBrush(tiles_ ? PatternBrush(pattern, symbol.color, scale_) : ToneBrush(pattern, symbol.color));
+        painter_.setPen(pen);
+        painter_.setBrush(symbol.color);
     }
 
-    void PaintFeature(const MapFeature& feature, const LayerSymbol& symbol) {
-        if (layer_.kind == LayerKind::Point)
-            PaintMarkers(feature, symbol);
-        else if (layer_.kind == LayerKind::Line)
-            for (int part = feature.firstPart; part < feature.endPart; ++part)
-                painter_.drawPolyline(PixelsOf(part));
-        else
-            PaintPolygon(feature, symbol);
+  private:
+    void PaintLine(int part) {
+        parts_.Clear();
+        parts_.Add(part);
+        painter_.drawPolyline(parts_.FirstOf(parts_.At(0)), PixelParts::SizeOf(parts_.At(0)));
     }
 
-    void PaintPolygon(const MapFeature& feature, const LayerSymbol& symbol) {
-        if (IsSmall(feature.box)) {
-            const QPointF middle((feature.box.left + feature.box.right) / 2,
-                                 (feature.box.bottom + feature.box.top) / 2);
-            return PaintDot(view_.ToPicture(middle), kSmallestFeature, symbol);
-        }
-        std::vector<QPolygonF> rings;
-        for (int part = feature.firstPart; part < feature.endPart; ++part) {
-            QPolygonF ring = PixelsOf(part);
-            if (ring.size() > 2)
-                rings.push_back(std::move(ring));
-            else if (!ring.isEmpty())
-                PaintDot(ring.front(), 1, symbol);
-        }
-        if (!tiles_) PaintHatching(rings, symbol);
-        if (rings.size() == 1)
-            painter_.drawPolygon(rings.front());
-        else
-            PaintRings(rings);
-    }
-
-    /// A ring on its own is drawn as it is; those that may be holes together, so that they stay open.
-    void PaintRings(const std::vector<QPolygonF>& rings) {
-        for (const std::vector<std::size_t>& group : RingGroups(rings)) {
-            if (group.size() == 1) {
-                painter_.drawPolygon(rings[group.front()]);
-                continue;
-            }
-            QPainterPath path;
-            for (const std::size_t ring : group) {
-                path.addPolygon(rings[ring]);
-                path.closeSubpath();
-            }
-            painter_.drawPath(path);
-        }
-    }
-
-    void PaintHatching(const std::vector<QPolygonF>& rings, const LayerSymbol& symbol) {
-        const std::vector<QLineF> lines = HatchLines(symbol.pattern, rings, kTile * scale_);
-        if (lines.empty()) return;
-        const QPen outline = painter_.pen();
-        painter_.setPen(QPen(symbol.color, HatchWidth(symbol.pattern) * scale_, Qt::SolidLine, Qt::FlatCap));
-        painter_.drawLines(lines.data(), static_cast<int>(lines.size()));
-        painter_.setPen(outline);
-    }
-
-    [[nodiscard]] bool IsSmall(const MapBox& box) const {
-        const double most = kSmallestFeature * scale_;
-        return box.Width() * view_.PixelsX() < most && box.Height() * view_.PixelsY() < most;
-    }
-
-    /// What is too small for its ring to be seen, in the colour of its fill.
-    void PaintDot(QPointF place, double side, const LayerSymbol& symbol) {
-        const bool filled = symbol.pattern != FillPattern::Transparent;
-        if (!filled && symbol.outlineWidth <= 0) return;
-        side = std::round(side * scale_);
-        const QPointF corner(std::round(place.x() - side / 2), std::round(place.y() - side / 2));
-        painter_.fillRect(QRectF(corner, QSizeF(side, side)), filled ? symbol.color : symbol.outline);
-    }
-
-    void PaintMarkers(const MapFeature& feature, const LayerSymbol& symbol) {
-        for (int part = feature.firstPart; part < feature.endPart; ++part)
-            for (int i = First(part); i < First(part + 1); ++i)
-                PaintMarker(view_.ToPicture(layer_.points[static_cast<std::size_t>(i)]), symbol);
+    void PaintMarkers(int part, const LayerSymbol& symbol) {
+        for (const QPointF* point = layer_.FirstOf(part); point != layer_.EndOf(part); ++point)
+            PaintMarker(view_.ToPicture(*point), symbol);
     }
 
     void PaintMarker(QPointF place, const LayerSymbol& symbol) {
@@ -175,44 +102,37 @@ class Painting final {
         }
     }
 
-    [[nodiscard]] int First(int part) const { return layer_.partStarts[static_cast<std::size_t>(part)]; }
-
-    /// The points of a part, each moved to the middle of its pixel; points that share one with the point before are
-    /// left out.
-    [[nodiscard]] QPolygonF PixelsOf(int part) const {
-        const QSizeF size = view_.Size();
-        QPolygonF pixels(layer_.EndOf(part) - layer_.FirstOf(part));
-        QPointF* const begin = pixels.data();
-        QPointF* end = begin;
-        for (const QPointF* point = layer_.FirstOf(part); point != layer_.EndOf(part); ++point) {
-            const QPointF exact = view_.ToPicture(*point);
-            const QPointF pixel(Snapped(exact.x(), size.width()), Snapped(exact.y(), size.height()));
-            if (end == begin || pixel.x() != end[-1].x() || pixel.y() != end[-1].y()) *end++ = pixel;
-        }
-        pixels.resize(end - begin);
-        return pixels;
-    }
-
-    /// The middle of the pixel. Above 0, a conversion to int cuts off as floor does, and is far quicker.
-    static double Snapped(double place, double size) {
-        return static_cast<int>(std::clamp(place, -kFarOutside, size + kFarOutside) + kFarOutside) - kFarOutside + 0.5;
-    }
-
     QPainter& painter_;
     const MapLayer& layer_;
-    const LayerSymbols& symbols_;
     const MapView& view_;
     double scale_;
-    bool tiles_;
-    int chosen_ = -1;
+    PixelParts parts_;
 };
+
+void PaintPointsOrLines(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view,
+                        double scale, const std::vector<SeenFeature>& seen) {
+    Painting painting(painter, layer, view, scale);
+    int chosen = -1;
+    for (const SeenFeature& each : seen) {
+        const LayerSymbol& symbol = symbols.symbols[static_cast<std::size_t>(each.symbol)];
+        if (each.symbol != chosen) painting.Choose(symbol); // neighbours mostly have the same
+        chosen = each.symbol;
+        painting.PaintFeature(layer.features[each.feature], symbol);
+    }
+}
 
 } // namespace
 
 void PaintLayer(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view,
                 double scale) {
     painter.save();
-    Painting(painter, layer, symbols, view, scale).Paint();
+    painter.setRenderHint(QPainter::Antialiasing);
+    std::vector<SeenFeature> seen = SeenFeatures(layer, symbols, Reached(symbols, view, scale));
+    if (layer.kind == LayerKind::Point) LargestFirst(seen, symbols);
+    if (layer.kind == LayerKind::Polygon)
+        PaintPolygons(painter, layer, symbols, view, scale, seen);
+    else
+        PaintPointsOrLines(painter, layer, symbols, view, scale, seen);
     painter.restore();
 }
 

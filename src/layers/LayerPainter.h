@@ -5,6 +5,7 @@
 
 #include <QColor>
 
+#include <algorithm>
 #include <vector>
 
 class QPainter;
@@ -33,11 +34,19 @@ struct LayerSymbol {
 struct LayerSymbols {
     std::vector<LayerSymbol> symbols{LayerSymbol()};
     std::vector<int> ofFeature;
+
+    /// The number of a feature's symbol; below 0 when it isn't drawn.
+    [[nodiscard]] int NumberOf(std::size_t feature) const {
+        if (symbols.empty()) return -1;
+        const int symbol = feature < ofFeature.size() ? ofFeature[feature] : 0;
+        return std::min(symbol, static_cast<int>(symbols.size()) - 1);
+    }
 };
 
 /// Draws a layer on a picture that shows `view`: nothing but these arguments counts. `scale` makes pens, markers and
 /// patterns larger, 1 being the screen. Features outside the view are left out; polygons
-/// of less than three pixels become dots in the colour of their fill, so that islands stay.
+/// of less than three pixels become dots in the colour of their fill, so that islands stay. In a picture of pixels the
+/// outlines lie over all fills of the layer, in one of lines over those of the features before.
 void PaintLayer(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view,
                 double scale);
 

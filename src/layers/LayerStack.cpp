@@ -1,5 +1,6 @@
 #include "layers/LayerStack.h"
 
+#include "layers/LabelLayouts.h"
 #include "layers/MapView.h"
 #include "layers/Seam.h"
 
@@ -37,8 +38,10 @@ void LayerStack::Clear() {
 
 void LayerStack::SetLabels(int index, LayerLabels labels) {
     StackedLayer& layer = At(index);
+    labels.places = std::move(layer.labels.places);
+    labels.layouts = std::make_shared<LabelLayouts>();
     layer.labels = std::move(labels);
-    if (!layer.labels.texts.empty()) layer.labels.places = LabelPlaces(layer.data);
+    if (layer.labels.places.empty() && !layer.labels.texts.empty()) layer.labels.places = LabelPlaces(layer.data);
 }
 
 void LayerStack::Arrange() {
@@ -56,6 +59,7 @@ void LayerStack::Arrange() {
         if (each.inDegrees) ApplySeam(each.data, seam);
         inDegrees = inDegrees && (each.inDegrees || each.data.extent.IsEmpty());
         extent_.Add(each.data.extent);
+        each.labels.places.clear();
         if (!each.labels.texts.empty()) each.labels.places = LabelPlaces(each.data);
     }
     // Parts that were moved across 180 degrees are degrees all the same.

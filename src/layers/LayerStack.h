@@ -28,7 +28,7 @@ class LayerStack final {
     void Remove(int index);
     /// Moves a layer, with all that belongs to it, to another place in the order; the others keep theirs.
     void Move(int from, int to);
-    /// Gives a layer a text for each feature; empty ones are not drawn. Places are found here, once.
+    /// Gives a layer a text for each feature; empty ones are not drawn. Places are found here, once for a layer.
     void SetLabels(int index, LayerLabels labels);
     void Clear();
 

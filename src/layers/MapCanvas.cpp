@@ -134,13 +134,17 @@ void MapCanvas::ShowPointer() {
 }
 
 void MapCanvas::Highlight(int layer, int feature) {
-    const bool none = feature < 0 || layer < 0 || layer >= layers_.Count();
-    highlightLayer_ = none ? -1 : layer;
-    if (!none) {
-        const std::size_t count = layers_.At(layer).data.features.size();
-        highlight_.ofFeature.assign(count, -1);
-        if (static_cast<std::size_t>(feature) < count) highlight_.ofFeature[static_cast<std::size_t>(feature)] = 0;
+    std::vector<std::vector<int>> one;
+    if (feature >= 0 && layer >= 0 && layer < layers_.Count()) {
+        one.resize(static_cast<std::size_t>(layer) + 1);
+        one.back() = {feature};
     }
+    Outline(std::move(one));
+}
+
+void MapCanvas::Outline(std::vector<std::vector<int>> featuresOfLayers) {
+    if (featuresOfLayers == outlined_) return;
+    outlined_ = std::move(featuresOfLayers);
     update();
 }
 
@@ -172,18 +176,30 @@ void MapCanvas::PaintPicture(QPainter& painter) const {
     painter.drawImage(target, picture_);
 }
 
+/// The rims of a layer's features: no other feature is drawn.
+LayerSymbols MapCanvas::RimsOf(const std::vector<int>& features, std::size_t count) const {
+    LayerSymbol rim;
+    rim.pattern = FillPattern::Transparent;
+    rim.color = palette().color(QPalette::Text); // not that of any area
+    rim.outline = rim.color;
+    rim.outlineWidth = 2;
+    rim.lineWidth = 3;
+    rim.markerSize = 9;
+    LayerSymbols rims{{rim}, std::vector<int>(count, -1)};
+    for (const int each : features)
+        if (each >= 0 && static_cast<std::size_t>(each) < count) rims.ofFeature[static_cast<std::size_t>(each)] = 0;
+    return rims;
+}
+
 void MapCanvas::PaintHighlight(QPainter& painter) const {
-    if (highlightLayer_ < 0 || highlightLayer_ >= layers_.Count()) return;
-    LayerSymbols rim = highlight_;
-    rim.symbols[0].pattern = FillPattern::Transparent;
-    rim.symbols[0].color = palette().color(QPalette::Text); // not that of any area
-    rim.symbols[0].outline = rim.symbols[0].color;
-    rim.symbols[0].outlineWidth = 2;
-    rim.symbols[0].lineWidth = 3;
-    rim.symbols[0].markerSize = 9;
+    const double ratio = devicePixelRatioF();
     painter.save();
-    painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
-    PaintLayer(painter, layers_.At(highlightLayer_).data, rim, View(), devicePixelRatioF());
+    painter.scale(1 / ratio, 1 / ratio);
+    for (std::size_t i = 0; i < outlined_.size() && static_cast<int>(i) < layers_.Count(); ++i) {
+        const StackedLayer& layer = layers_.At(static_cast<int>(i));
+        if (!outlined_[i].empty() && layer.visible)
+            PaintLayer(painter, layer.data, RimsOf(outlined_[i], layer.data.features.size()), View(), ratio);
+    }
     painter.restore();
 }
 

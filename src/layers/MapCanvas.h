@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <optional>
+#include <vector>
 
 namespace tessaro {
 
@@ -48,6 +49,9 @@ class MapCanvas final : public QWidget {
 
     /// Draws a rim around one feature until another is named; -1 for none.
     void Highlight(int layer, int feature);
+    /// The same around many: for each layer, from the lowest, the numbers of its features.
+    void Outline(std::vector<std::vector<int>> featuresOfLayers);
+    [[nodiscard]] const std::vector<std::vector<int>>& Outlined() const { return outlined_; }
     /// What stands in the middle while there are no layers.
     void SetEmptyHint(const QString& hint);
 
@@ -83,6 +87,7 @@ class MapCanvas final : public QWidget {
     void Draw();
     void PaintPicture(QPainter& painter) const;
     void PaintHighlight(QPainter& painter) const;
+    [[nodiscard]] LayerSymbols RimsOf(const std::vector<int>& features, std::size_t count) const;
     void PaintRectangle(QPainter& painter) const;
     void MoveTo(const MapBox& extent);
     void PanBy(QPointF pixels);
@@ -107,8 +112,7 @@ class MapCanvas final : public QWidget {
     QPointF pressed_;
     QPointF dragged_;
     MapBox extentBefore_;
-    int highlightLayer_ = -1;
-    LayerSymbols highlight_;
+    std::vector<std::vector<int>> outlined_; ///< features with a rim, for each layer
 };
 
 } // namespace tessaro

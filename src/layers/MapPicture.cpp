@@ -16,8 +16,13 @@ void PaintMap(QPainter& painter, const LayerStack& layers, const MapView& view, 
         PaintLayer(painter, layer.data, layer.symbols, view, scale);
         if (afterLayer) afterLayer(i);
     }
-    for (int i = 0; i < layers.Count(); ++i)
-        if (layers.At(i).visible) PaintLabels(painter, layers.At(i).labels, view, scale);
+    std::vector<LabelledLayer> labels;
+    for (int i = 0; i < layers.Count(); ++i) {
+        const StackedLayer& layer = layers.At(i);
+        if (layer.visible)
+            labels.push_back({&layer.labels, layer.data.kind == LayerKind::Point ? &layer.symbols : nullptr});
+    }
+    PaintLabels(painter, labels, view, scale);
 }
 
 QImage MapImage(const LayerStack& layers, const MapBox& extent, QSize size, double scale, const QColor& ground) {

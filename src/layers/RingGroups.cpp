@@ -1,7 +1,5 @@
 #include "layers/RingGroups.h"
 
-#include <QRectF>
-
 #include <algorithm>
 #include <map>
 #include <numeric>
@@ -32,16 +30,12 @@ bool Meet(const QRectF& a, const QRectF& b) {
 
 } // namespace
 
-std::vector<std::vector<std::size_t>> RingGroups(const std::vector<QPolygonF>& rings) {
-    std::vector<QRectF> boxes;
-    std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < rings.size(); ++i) {
-        boxes.push_back(rings[i].boundingRect());
-        if (!rings[i].isEmpty()) order.push_back(i);
-    }
+std::vector<std::vector<std::size_t>> RingGroups(const std::vector<QRectF>& boxes) {
+    std::vector<std::size_t> order(boxes.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
     std::sort(order.begin(), order.end(),
               [&](std::size_t a, std::size_t b) { return boxes[a].left() < boxes[b].left(); });
-    Groups groups(rings.size());
+    Groups groups(boxes.size());
     std::vector<std::size_t> open; // rings that reach as far right as the present one begins
     for (const std::size_t ring : order) {
         std::erase_if(open, [&](std::size_t each) { return boxes[each].right() < boxes[ring].left(); });

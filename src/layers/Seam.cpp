@@ -7,6 +7,7 @@ namespace tessaro {
 namespace {
 
 constexpr double kSlack = 0.001; ///< degrees by which rounded coordinates may pass the ends of the world
+constexpr double kBeyond = 6;    ///< degrees by which circles around places may pass them
 constexpr double kTurn = 360;
 constexpr double kHalfTurn = 180;
 
@@ -56,15 +57,15 @@ Band WidestBand(std::vector<LongitudeSpan>& spans) {
 } // namespace
 
 bool IsInDegrees(const MapBox& extent) {
-    return !extent.IsEmpty() && extent.left >= -kHalfTurn - kSlack && extent.right <= kHalfTurn + kSlack &&
-           extent.bottom >= -kHalfTurn / 2 - kSlack && extent.top <= kHalfTurn / 2 + kSlack;
+    return !extent.IsEmpty() && extent.left >= -kHalfTurn - kBeyond && extent.right <= kHalfTurn + kBeyond &&
+           extent.bottom >= -kHalfTurn / 2 - kBeyond && extent.top <= kHalfTurn / 2 + kBeyond;
 }
 
 std::vector<LongitudeSpan> SpansOf(const MapLayer& layer) {
     std::vector<LongitudeSpan> spans;
     for (int part = 0; part < layer.PartCount(); ++part) {
         const MapBox box = BoxOfPart(layer, part);
-        if (!box.IsEmpty()) spans.push_back({box.left, box.right});
+        if (!box.IsEmpty()) spans.push_back({std::max(box.left, -kHalfTurn), std::min(box.right, kHalfTurn)});
     }
     return spans;
 }
@@ -83,7 +84,8 @@ void ApplySeam(MapLayer& layer, std::optional<double> seam) {
     for (int part = 0; part < layer.PartCount(); ++part) {
         const MapBox box = BoxOfPart(layer, part);
         if (box.IsEmpty()) continue;
-        const bool moved = box.left < -kHalfTurn - kSlack;
+        // By its middle: a circle around a place near the end of the world reaches beyond it.
+        const bool moved = (box.left + box.right) / 2 < -kHalfTurn - kSlack;
         const double left = moved ? box.left + kTurn : box.left;
         const bool move = seam && left >= *seam;
         if (move != moved) MovePart(layer, part, move ? -kTurn : kTurn);

@@ -6,10 +6,11 @@
 
 namespace tessaro {
 
-/// True when a layer lies within 180 degrees of longitude and 90 of latitude, so that its units are taken for degrees.
+/// True when a layer lies within 180 degrees of longitude and 90 of latitude, or little beyond as circles around places
+/// do, so that its units are taken for degrees.
 [[nodiscard]] bool IsInDegrees(const MapBox& extent);
 
-/// Spans of longitude, one for each part of a layer.
+/// Spans of longitude, one for each part of a layer, as far as they lie within the world.
 struct LongitudeSpan {
     double left = 0;
     double right = 0;

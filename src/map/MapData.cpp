@@ -8,56 +8,78 @@
 #include "session/Session.h"
 #include "view/ViewJoins.h"
 
+#include <algorithm>
 #include <optional>
+#include <string>
+#include <string_view>
 
 namespace tessaro {
 
 namespace {
 
-constexpr int kIdsOfOneDelete = 6000; ///< keeps the statement below the engine's limit of length
+constexpr std::size_t kIdsOfOneDelete = 6000; ///< keeps the statement below the engine's limit of length
 constexpr auto kValues =
     "Select distinct Original_DataValue, DataValue From [_MapData] Where isNull(DataValue) = False";
 
-QString InsertStatement(const MapTheme& theme, const QString& latestPeriod) {
+/// The condition of a theme's rows in view, the row filter among it.
+QString ThemeCondition(const MapTheme& theme, const QString& latestPeriod) {
     const QString subpop = theme.subpop.isEmpty()
                                ? QString()
                                : QStringLiteral(" AND IUS.Subpop=") + Quoted(theme.subpop) + QLatin1Char(' ');
     const QString periods =
         latestPeriod.isEmpty() ? QString() : QStringLiteral(" AND T.TimePeriod<=") + Quoted(latestPeriod);
+    return QStringLiteral("  WHERE IUS.Indicator=") + Quoted(theme.indicator) + QLatin1Char(' ') + subpop +
+           QStringLiteral(" AND IUS.Unit=") + Quoted(theme.unit) + QLatin1String(joins::kMapValues.where) + periods +
+           RowFilter;
+}
+
+QString InsertStatement(const MapTheme& theme, const QString& latestPeriod) {
     return QStringLiteral(
                " INSERT INTO _MapData (TimePeriod, AreaID, AreaName, [Indicator], SubPop, DataValue, Unit, Source, "
                "Style,  BreakValue, [Label],[Color], AdvancedLabels, [Size], Original_DataValue)  SELECT T.TimePeriod, "
                "A.AreaId, A.AreaName, IUS.Indicator, IUS.SubPop, D.Datavalue, IUS.Unit, IUS.Source, 0 AS Style,  0 AS "
                "BreakValue, '' AS [Label], 0 AS [Color], '' AS AdvancedLabels, 0 as [Size] , D.DataValue") +
-           QLatin1String(joins::kMapValues.from) + QStringLiteral("  WHERE IUS.Indicator=") + Quoted(theme.indicator) +
-           QLatin1Char(' ') + subpop + QStringLiteral(" AND IUS.Unit=") + Quoted(theme.unit) +
-           QLatin1String(joins::kMapValues.where) + periods + RowFilter +
+           QLatin1String(joins::kMapValues.from) + ThemeCondition(theme, latestPeriod) +
            QStringLiteral(" ORDER BY T.TimePeriod, A.AreaId, A.AreaName, IUS.Indicator, IUS.Subpop, IUS.Unit, "
                           "IUS.Source");
 }
 
 /// Deletes rows of `_MapData` by their ids, some thousands at a time.
-bool DeleteRows(const QStringList& ids) {
-    for (qsizetype first = 0; first < ids.size(); first += kIdsOfOneDelete)
-        if (!Execute(QStringLiteral("Delete * from [_MapData] where [_MapDataID] in(") +
-                     ids.mid(first, kIdsOfOneDelete).join(QLatin1Char(',')) + QLatin1Char(')')))
+bool DeleteRows(const std::vector<qint64>& ids) {
+    for (std::size_t first = 0; first < ids.size(); first += kIdsOfOneDelete) {
+        const std::size_t end = std::min(first + kIdsOfOneDelete, ids.size());
+        QByteArray list = QByteArray::number(ids[first]);
+        for (std::size_t i = first + 1; i < end; ++i)
+            list.append(',').append(QByteArray::number(ids[i]));
+        if (!Execute(QStringLiteral("Delete * from [_MapData] where [_MapDataID] in(") + QLatin1String(list) +
+                     QLatin1Char(')')))
             return false;
+    }
     return true;
 }
 
-/// Deletes every row but the first of each area in the order of periods.
+bool SameArea(std::string_view a, std::string_view b) {
+    const auto text = [](std::string_view area) {
+        return QString::fromUtf8(area.data(), static_cast<qsizetype>(area.size()));
+    };
+    return a == b || text(a).compare(text(b), Qt::CaseInsensitive) == 0;
+}
+
+/// Deletes every row but the first of each area in the order of periods. There may be millions: texts are compared
+/// where they lie.
 bool KeepMostRecent() {
-    QStringList superseded;
     Records rows = Select(
         QStringLiteral("SELECT [_MapDataID], AreaId, TimePeriod FROM _MapData  ORDER BY AreaID ,[TimePeriod] Desc"),
         jet::CursorType::ForwardOnly);
     if (!rows.isOpen()) return false;
-    std::optional<QString> remembered;
+    std::vector<qint64> superseded;
+    std::optional<std::string> remembered;
     for (; !rows.atEnd(); rows.MoveNext()) {
-        const QString area = rows.Text(std::size_t{1});
-        if (remembered && area.compare(*remembered, Qt::CaseInsensitive) == 0)
-            superseded << QString::number(rows.Number(std::size_t{0}));
-        remembered = area;
+        const std::string_view area = rows.rows().TextView(1).value_or(std::string_view());
+        if (remembered && SameArea(area, *remembered))
+            superseded.push_back(rows.Number(std::size_t{0}));
+        else
+            remembered = area;
     }
     return DeleteRows(superseded);
 }
@@ -86,17 +108,17 @@ bool RepairSeparators() {
 }
 
 /// The ids of rows whose value is no number.
-QStringList UnreadableRows() {
-    QStringList ids;
+std::vector<qint64> UnreadableRows() {
+    std::vector<qint64> ids;
     for (Records rows = Select(QStringLiteral("SELECT [_MapDataID], DataValue FROM [_MapData]")); !rows.atEnd();
          rows.MoveNext())
-        if (!NumberOf(rows.Text(std::size_t{1}))) ids << QString::number(rows.Number(std::size_t{0}));
+        if (!NumberOf(rows.Text(std::size_t{1}))) ids.push_back(rows.Number(std::size_t{0}));
     return ids;
 }
 
 /// Without numbers in them, the rows would make every statement on values fail.
 bool RemoveUnreadable(int& count) {
-    const QStringList ids = UnreadableRows();
+    const std::vector<qint64> ids = UnreadableRows();
     count = static_cast<int>(ids.size());
     if (count > 0)
         LogNote(QStringLiteral("Get_Data: %1 areas have a value that is no number; the map shows them as missing")
@@ -124,6 +146,15 @@ MapTheme FirstTheme() {
         RowFilter);
     if (first.atEnd()) return {};
     return {first.Text(std::size_t{0}), {}, first.Text(std::size_t{1})};
+}
+
+QStringList PeriodsOf(const MapTheme& theme) {
+    QStringList periods;
+    for (Records rows = Select(QStringLiteral("SELECT DISTINCT T.TimePeriod") + QLatin1String(joins::kMapValues.from) +
+                               ThemeCondition(theme, {}) + QStringLiteral(" ORDER BY T.TimePeriod"));
+         !rows.atEnd(); rows.MoveNext())
+        periods << rows.Text(std::size_t{0});
+    return periods;
 }
 
 MapDataCounts Get_Data(const MapTheme& theme, const QString& latestPeriod) {
@@ -159,6 +190,20 @@ ValueLimits LimitsOfMapData() {
                                            "\"MinVal\" FROM [_MapData] Where isnull(DataValue) = False ;"));
     if (limits.atEnd() || limits.IsNull(0)) return {};
     return {limits.rows().Get("MinVal").toDouble(), limits.rows().Get("MaxVal").toDouble()};
+}
+
+ValueLimits LimitsOf(const MapTheme& theme) {
+    std::optional<ValueLimits> limits;
+    for (Records rows = Select(QStringLiteral("SELECT DISTINCT D.DataValue") + QLatin1String(joins::kMapValues.from) +
+                                   ThemeCondition(theme, {}),
+                               jet::CursorType::ForwardOnly);
+         !rows.atEnd(); rows.MoveNext()) {
+        const auto number = NumberOf(rows.Text(std::size_t{0}));
+        if (!number) continue;
+        if (!limits) limits = {*number, *number};
+        *limits = {std::min(limits->minimum, *number), std::max(limits->maximum, *number)};
+    }
+    return limits.value_or(ValueLimits());
 }
 
 } // namespace tessaro

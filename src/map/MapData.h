@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -31,6 +32,9 @@ struct MapDataCounts {
 /// decimal comma get a point.
 MapDataCounts Get_Data(const MapTheme& theme, const QString& latestPeriod = {});
 
+/// The periods of a theme's values in view, in ascending order.
+[[nodiscard]] QStringList PeriodsOf(const MapTheme& theme);
+
 /// The values of `_MapData` in ascending order.
 [[nodiscard]] std::vector<double> ValuesOfMapData();
 /// The most decimals that a value of `_MapData` has.
@@ -42,5 +46,7 @@ struct ValueLimits {
     double maximum = 0;
 };
 [[nodiscard]] ValueLimits LimitsOfMapData();
+/// The same of all values of a theme in view, whatever their period.
+[[nodiscard]] ValueLimits LimitsOf(const MapTheme& theme);
 
 } // namespace tessaro

@@ -11,6 +11,7 @@
 #include <QFont>
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace tessaro {
@@ -45,8 +46,9 @@ struct LayerDraft {
 /// All that a user chooses in the map wizard. The pages edit it, and the outputs are made from it and the layers.
 struct MapDraft {
     MapTheme theme;
-    bool advanced = false; ///< theme and base map are the user's own choice
-    QString period;        ///< the map shows what was known by then; empty: the latest of each area
+    bool advanced = false;   ///< theme and base map are the user's own choice
+    QString period;          ///< the map shows what was known by then; empty: the latest of each area
+    bool sameClasses = true; ///< the classes stay when the period changes
     BreakChoice choice = BreakChoice::EqualCount;
     ClassTable classes;
     MapText title;
@@ -55,9 +57,16 @@ struct MapDraft {
     MapText disclaimer;
     bool titlesTyped = false; ///< the titles are the user's own; none is suggested any more
     MapLayout layout = MapLayout::Square;
+    bool smallMaps = false; ///< the workbook shows a small map for each of several periods
     QString labelFormula;           ///< AdvancedLabelFormula: what combined labels are made of
     std::vector<LayerDraft> layers; ///< from the lowest to the topmost
     MapBox extent;                  ///< what is seen; empty: everything
 };
+
+/// A draft as lines "name=value", in plain text whatever the titles hold.
+[[nodiscard]] QString DraftText(const MapDraft& draft);
+/// Reads such lines. What isn't named keeps its first value; names that are unknown are passed over. Nothing when a
+/// line has no name, a value can't be read, or the classes and their looks don't match.
+[[nodiscard]] std::optional<MapDraft> ReadMapDraft(const QString& text);
 
 } // namespace tessaro

@@ -20,10 +20,6 @@ namespace {
 
 constexpr unsigned kNoLayer = 5; ///< "Invalid procedure call": the file is there, but no layer
 
-bool IsThemeLayer(const StackedLayer& layer) {
-    return layer.tag == QLatin1String(kDataTag);
-}
-
 /// The file that is there, after asking for it as long as it is not.
 QString Located(QString path, const LayerLocator& locate) {
     while (!path.isEmpty() && !FileExists(path))
@@ -31,14 +27,18 @@ QString Located(QString path, const LayerLocator& locate) {
     return path.isEmpty() ? path : FindPath(path);
 }
 
-LayerReading ReadWorkingCopy(const QString& path) {
-    const bool scrambled = SettingFlag(QStringLiteral("ENCRYPT_DECRYPT_FILES"));
-    if (!scrambled || SamePath(FolderOf(path), MapFilesFolder)) return ReadLayer(path);
-    if (!FolderExists(MapFilesFolder)) QDir().mkpath(MapFilesFolder);
-    return ReadLayer(WorkingCopy(path));
+} // namespace
+
+bool IsOfTheme(const StackedLayer& layer) {
+    return layer.tag == QLatin1String(kDataTag);
 }
 
-} // namespace
+QString PlainLayerFile(const QString& path) {
+    const bool scrambled = SettingFlag(QStringLiteral("ENCRYPT_DECRYPT_FILES"));
+    if (!scrambled || SamePath(FolderOf(path), MapFilesFolder)) return path;
+    if (!FolderExists(MapFilesFolder)) QDir().mkpath(MapFilesFolder);
+    return WorkingCopy(path);
+}
 
 MapFiles Collect_Maps_As_Per_Data() {
     MapFiles files;
@@ -56,7 +56,7 @@ MapFiles Collect_Maps_As_Per_Data() {
 bool AddLayer(LayerStack& map, QString& path, const QString& tag, const LayerLocator& locate, QString& reason) {
     path = Located(path, locate);
     if (path.isEmpty()) return false;
-    LayerReading reading = ReadWorkingCopy(path);
+    LayerReading reading = ReadLayer(PlainLayerFile(path));
     if (!reading.layer) {
         reason = ReasonOf(reading.fault);
         ReportError(kNoLayer, reason + QLatin1Char(' ') + path, QStringLiteral("AddLayer"));
@@ -70,7 +70,7 @@ ThemeKind KindOf(const LayerStack& map) {
     bool polygons = false;
     bool points = false;
     for (int i = 0; i < map.Count(); ++i) {
-        if (!IsThemeLayer(map.At(i))) continue;
+        if (!IsOfTheme(map.At(i))) continue;
         polygons = polygons || map.At(i).data.kind == LayerKind::Polygon;
         points = points || map.At(i).data.kind == LayerKind::Point;
     }
@@ -90,7 +90,7 @@ ThemeKind LoadLayers(LayerStack& map, MapFiles& files, const LayerLocator& locat
 int FeaturesOfTheme(const LayerStack& map) {
     int features = 0;
     for (int i = 0; i < map.Count(); ++i)
-        if (IsThemeLayer(map.At(i))) features += static_cast<int>(map.At(i).data.features.size());
+        if (IsOfTheme(map.At(i))) features += static_cast<int>(map.At(i).data.features.size());
     return features;
 }
 

@@ -21,9 +21,14 @@ using MapFiles = std::vector<MapFile>;
 
 /// The layers of a theme have this tag.
 inline constexpr auto kDataTag = "Data";
+[[nodiscard]] bool IsOfTheme(const StackedLayer& layer);
 
 /// The map files of the selected areas, those of the higher levels first, each once although several levels name it.
 [[nodiscard]] MapFiles Collect_Maps_As_Per_Data();
+
+/// The file of a layer as it can be read: a restored copy when ENCRYPT_DECRYPT_FILES is on, else the file itself. Empty
+/// when it can't be copied.
+[[nodiscard]] QString PlainLayerFile(const QString& path);
 
 /// Asks the user for the file of a layer that was not found, with the message of that key ("234" for a folder, "235"
 /// for a file). Empty when the user goes on without it.

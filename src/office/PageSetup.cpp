@@ -184,7 +184,7 @@ void Worksheet::SetPageSetup(const PageSetup& setup) {
         if (setup.gridLines) style->setPropertyValue("PrintGrid", Any(*setup.gridLines));
         if (setup.fitToPagesWide > 0) {
             style->setPropertyValue("ScaleToPagesX", Any(static_cast<sal_Int16>(setup.fitToPagesWide)));
-            style->setPropertyValue("ScaleToPagesY", Any(sal_Int16(0)));
+            style->setPropertyValue("ScaleToPagesY", Any(static_cast<sal_Int16>(setup.fitToPagesTall)));
         }
         if (setup.header) SetLine(model, style, "Header", *setup.header, colour);
         if (setup.footer) SetLine(model, style, "Footer", *setup.footer, colour);

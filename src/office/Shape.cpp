@@ -12,6 +12,7 @@
 
 #include <cmath>
 #include <com/sun/star/awt/XBitmap.hpp>
+#include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/container/XNamed.hpp>
@@ -21,8 +22,10 @@
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/drawing/XShape.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/text/WritingMode2.hpp>
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/text/XTextCursor.hpp>
+#include <utility>
 
 namespace tessaro::office {
 
@@ -59,30 +62,35 @@ sal_Int32 Length(double points) {
     return static_cast<sal_Int32>(std::lround(points * kPoint));
 }
 
-void Put(const Reference<XShape>& shape, const QRectF& place) {
-    shape->setPosition({Length(place.x()), Length(place.y())});
+bool IsRightToLeft(const Model& model, int sheet) {
+    sal_Int16 direction = com::sun::star::text::WritingMode2::LR_TB;
+    Need<XPropertySet>(SheetOf(model, sheet))->getPropertyValue("TableLayout") >>= direction;
+    return direction == com::sun::star::text::WritingMode2::RL_TB;
+}
+
+/// The x of a form of this width: where columns go from right to left, those of forms are below 0.
+double Mirrored(double x, double width, bool rightToLeft) {
+    return rightToLeft ? -x - width : x;
+}
+
+void Put(const Model& model, int sheet, const Reference<XShape>& shape, const QRectF& place) {
+    const double x = Mirrored(place.x(), place.width(), IsRightToLeft(model, sheet));
+    shape->setPosition({Length(x), Length(place.y())});
     shape->setSize({Length(place.width()), Length(place.height())});
 }
 
+constexpr std::pair<ShapeKind, const char*> kGeometries[] = {{ShapeKind::Rectangle, "rectangle"},
+                                                             {ShapeKind::Ellipse, "ellipse"},
+                                                             {ShapeKind::Triangle, "isosceles-triangle"},
+                                                             {ShapeKind::Cross, "cross"},
+                                                             {ShapeKind::Diamond, "diamond"},
+                                                             {ShapeKind::Star, "star5"},
+                                                             {ShapeKind::Hexagon, "hexagon"},
+                                                             {ShapeKind::RoundRectangle, "round-rectangle"}};
+
 const char* GeometryOf(ShapeKind kind) {
-    switch (kind) {
-    case ShapeKind::Rectangle:
-        return "rectangle";
-    case ShapeKind::Ellipse:
-        return "ellipse";
-    case ShapeKind::Triangle:
-        return "isosceles-triangle";
-    case ShapeKind::Cross:
-        return "cross";
-    case ShapeKind::Diamond:
-        return "diamond";
-    case ShapeKind::Star:
-        return "star5";
-    case ShapeKind::Hexagon:
-        return "hexagon";
-    case ShapeKind::RoundRectangle:
-        return "round-rectangle";
-    }
+    for (const auto& [each, name] : kGeometries)
+        if (each == kind) return name;
     return "rectangle";
 }
 
@@ -116,6 +124,57 @@ QByteArray PngOf(const QImage& tile) {
     return bytes;
 }
 
+using ShapeProperties = Reference<XPropertySet>;
+
+void Fill(const ShapeProperties& shape, const QColor& color) {
+    using namespace com::sun::star::drawing;
+    shape->setPropertyValue("FillStyle", Any(color.isValid() ? FillStyle_SOLID : FillStyle_NONE));
+    if (color.isValid()) shape->setPropertyValue("FillColor", Any(NumberOf(color)));
+}
+
+void DrawOutline(const ShapeProperties& shape, const QColor& color, double points) {
+    using namespace com::sun::star::drawing;
+    shape->setPropertyValue("LineStyle", Any(color.isValid() ? LineStyle_SOLID : LineStyle_NONE));
+    if (!color.isValid()) return;
+    shape->setPropertyValue("LineColor", Any(NumberOf(color)));
+    shape->setPropertyValue("LineWidth", Any(Length(points)));
+}
+
+// The bitmap is set by its name in the document's bitmap table: one that is set on the shape itself is saved as the
+// bitmap of another shape.
+void FillWithTile(const ProcessLink& connection, const Model& model, const ShapeProperties& shape, const QImage& tile) {
+    const rtl::OUString name = ToUno(TileName(tile));
+    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+    const auto table =
+        Need<com::sun::star::container::XNameContainer>(factory->createInstance("com.sun.star.drawing.BitmapTable"));
+    if (!table->hasByName(name))
+        table->insertByName(name, Any(Need<com::sun::star::awt::XBitmap>(GraphicOf(connection, PngOf(tile)))));
+    shape->setPropertyValue("FillStyle", Any(com::sun::star::drawing::FillStyle_BITMAP));
+    shape->setPropertyValue("FillBitmapName", Any(name));
+    shape->setPropertyValue("FillBitmapMode", Any(com::sun::star::drawing::BitmapMode_REPEAT));
+}
+
+ShapeProperties Draw(const Model& model, int sheet, const QString& name, ShapeKind kind, const QRectF& place) {
+    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+    const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.CustomShape"));
+    PageOf(model, sheet)->add(shape);
+    Put(model, sheet, shape, place);
+    const auto properties = Need<XPropertySet>(shape);
+    properties->setPropertyValue("CustomShapeGeometry",
+                                 Any(Properties({Property("Type", Any(Ascii(GeometryOf(kind))))})));
+    // Or the shape would shrink to its text.
+    properties->setPropertyValue("TextAutoGrowHeight", Any(false));
+    properties->setPropertyValue("TextAutoGrowWidth", Any(false));
+    Need<com::sun::star::container::XNamed>(shape)->setName(ToUno(name));
+    return properties;
+}
+
+com::sun::star::drawing::FillStyle FillStyleOf(const ShapeProperties& shape) {
+    com::sun::star::drawing::FillStyle style = com::sun::star::drawing::FillStyle_NONE;
+    shape->getPropertyValue("FillStyle") >>= style;
+    return style;
+}
+
 } // namespace
 
 Shape Shape::AddPicture(const std::shared_ptr<Document>& document, int sheet, const QString& name,
@@ -125,7 +184,7 @@ Shape Shape::AddPicture(const std::shared_ptr<Document>& document, int sheet, co
         const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"));
         Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(GraphicOf(document->connection(), picture)));
         PageOf(model, sheet)->add(shape);
-        Put(shape, place);
+        Put(model, sheet, shape, place);
         Need<com::sun::star::container::XNamed>(shape)->setName(ToUno(name));
     });
     return {document, sheet, name};
@@ -133,20 +192,22 @@ Shape Shape::AddPicture(const std::shared_ptr<Document>& document, int sheet, co
 
 Shape Shape::Add(const std::shared_ptr<Document>& document, int sheet, const QString& name, ShapeKind kind,
                  const QRectF& place) {
-    document->Run([&](const Model& model) {
-        const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
-        const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.CustomShape"));
-        PageOf(model, sheet)->add(shape);
-        Put(shape, place);
-        const auto properties = Need<XPropertySet>(shape);
-        properties->setPropertyValue("CustomShapeGeometry",
-                                     Any(Properties({Property("Type", Any(Ascii(GeometryOf(kind))))})));
-        // Or the shape would shrink to its text.
-        properties->setPropertyValue("TextAutoGrowHeight", Any(false));
-        properties->setPropertyValue("TextAutoGrowWidth", Any(false));
-        Need<com::sun::star::container::XNamed>(shape)->setName(ToUno(name));
-    });
+    document->Run([&](const Model& model) { Draw(model, sheet, name, kind, place); });
     return {document, sheet, name};
+}
+
+void Shape::AddAll(const std::shared_ptr<Document>& document, int sheet, const std::vector<ShapePlan>& plans) {
+    document->Run([&](const Model& model) {
+        for (const ShapePlan& plan : plans) {
+            const ShapeProperties shape = Draw(model, sheet, plan.name, plan.kind, plan.place);
+            const ShapeLook& look = plan.look;
+            if (look.pattern)
+                FillWithTile(document->connection(), model, shape, TileOf(*look.pattern, look.fill, look.ground));
+            else
+                Fill(shape, look.fill);
+            DrawOutline(shape, look.line, look.linePoints);
+        }
+    });
 }
 
 bool Shape::IsOn(const std::shared_ptr<Document>& document, int sheet, const QString& name) {
@@ -182,13 +243,14 @@ QRectF Shape::Place() const {
         const auto shape = Known(model, sheet_, name_);
         const auto position = shape->getPosition();
         const auto size = shape->getSize();
-        place = {position.X / kPoint, position.Y / kPoint, size.Width / kPoint, size.Height / kPoint};
+        const double x = Mirrored(position.X, size.Width, IsRightToLeft(model, sheet_));
+        place = {x / kPoint, position.Y / kPoint, size.Width / kPoint, size.Height / kPoint};
     });
     return place;
 }
 
 void Shape::SetPlace(const QRectF& place) {
-    document_->Run([&](const Model& model) { Put(Known(model, sheet_, name_), place); });
+    document_->Run([&](const Model& model) { Put(model, sheet_, Known(model, sheet_, name_), place); });
 }
 
 void Shape::SetFill(int colorIndex) {
@@ -200,41 +262,18 @@ void Shape::SetLine(int colorIndex, double points) {
 }
 
 void Shape::SetFillColor(const QColor& color) {
-    document_->Run([&](const Model& model) {
-        using namespace com::sun::star::drawing;
-        const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
-        properties->setPropertyValue("FillStyle", Any(color.isValid() ? FillStyle_SOLID : FillStyle_NONE));
-        if (color.isValid()) properties->setPropertyValue("FillColor", Any(NumberOf(color)));
-    });
+    document_->Run([&](const Model& model) { Fill(Need<XPropertySet>(Known(model, sheet_, name_)), color); });
 }
 
 void Shape::SetLineColor(const QColor& color, double points) {
-    document_->Run([&](const Model& model) {
-        using namespace com::sun::star::drawing;
-        const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
-        properties->setPropertyValue("LineStyle", Any(color.isValid() ? LineStyle_SOLID : LineStyle_NONE));
-        if (!color.isValid()) return;
-        properties->setPropertyValue("LineColor", Any(NumberOf(color)));
-        properties->setPropertyValue("LineWidth", Any(Length(points)));
-    });
+    document_->Run(
+        [&](const Model& model) { DrawOutline(Need<XPropertySet>(Known(model, sheet_, name_)), color, points); });
 }
 
-// The bitmap is set by its name in the document's bitmap table: one that is set on the shape itself is saved as the
-// bitmap of another shape.
 void Shape::SetPattern(const FillPattern& pattern, const QColor& foreground, const QColor& background) {
     const QImage tile = TileOf(pattern, foreground, background);
     document_->Run([&](const Model& model) {
-        const rtl::OUString name = ToUno(TileName(tile));
-        const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
-        const auto table = Need<com::sun::star::container::XNameContainer>(
-            factory->createInstance("com.sun.star.drawing.BitmapTable"));
-        if (!table->hasByName(name))
-            table->insertByName(
-                name, Any(Need<com::sun::star::awt::XBitmap>(GraphicOf(document_->connection(), PngOf(tile)))));
-        const auto properties = Need<XPropertySet>(Known(model, sheet_, name_));
-        properties->setPropertyValue("FillStyle", Any(com::sun::star::drawing::FillStyle_BITMAP));
-        properties->setPropertyValue("FillBitmapName", Any(name));
-        properties->setPropertyValue("FillBitmapMode", Any(com::sun::star::drawing::BitmapMode_REPEAT));
+        FillWithTile(document_->connection(), model, Need<XPropertySet>(Known(model, sheet_, name_)), tile);
     });
 }
 
@@ -250,6 +289,44 @@ void Shape::SetText(const QString& text, const CellStyle& font) {
         for (sal_Int32 place = 0; place < looks.names.getLength(); ++place)
             properties->setPropertyValue(looks.names[place], looks.values[place]);
     });
+}
+
+ShapeKind Shape::Kind() const {
+    ShapeKind kind = ShapeKind::Rectangle;
+    document_->Run([&](const Model& model) {
+        com::sun::star::uno::Sequence<com::sun::star::beans::PropertyValue> geometry;
+        Need<XPropertySet>(Known(model, sheet_, name_))->getPropertyValue("CustomShapeGeometry") >>= geometry;
+        for (const auto& value : geometry)
+            for (const auto& [each, name] : kGeometries)
+                if (value.Name == "Type" && value.Value == Any(Ascii(name))) kind = each;
+    });
+    return kind;
+}
+
+QColor Shape::FillColor() const {
+    QColor color;
+    document_->Run([&](const Model& model) {
+        const auto shape = Need<XPropertySet>(Known(model, sheet_, name_));
+        if (FillStyleOf(shape) != com::sun::star::drawing::FillStyle_SOLID) return;
+        sal_Int32 number = 0;
+        shape->getPropertyValue("FillColor") >>= number;
+        color = QColor::fromRgb(static_cast<QRgb>(number));
+    });
+    return color;
+}
+
+QImage Shape::PatternTile() const {
+    QImage tile;
+    document_->Run([&](const Model& model) {
+        const auto shape = Need<XPropertySet>(Known(model, sheet_, name_));
+        if (FillStyleOf(shape) != com::sun::star::drawing::FillStyle_BITMAP) return;
+        Reference<com::sun::star::awt::XBitmap> bitmap;
+        shape->getPropertyValue("FillBitmap") >>= bitmap;
+        if (!bitmap.is()) return;
+        const auto bytes = bitmap->getDIB();
+        tile.loadFromData(reinterpret_cast<const uchar*>(bytes.getConstArray()), bytes.getLength(), "BMP");
+    });
+    return tile;
 }
 
 QByteArray Shape::AsPng(int pixelWidth) const {

@@ -45,6 +45,7 @@ struct PageSetup {
     Paper paper = Paper::A4;
     std::optional<bool> landscape = {};
     int fitToPagesWide = 0; ///< 0: as large as it is
+    int fitToPagesTall = 0; ///< 0: as many as it takes
     std::optional<PageLine> header = {};
     std::optional<PageLine> footer = {};
     std::optional<int> titleRows = {};    ///< rows down to this one are repeated on each page
@@ -112,6 +113,7 @@ class Worksheet final {
 
     Shape AddPicture(const QString& name, const QByteArray& picture, const QRectF& place);
     Shape AddShape(const QString& name, ShapeKind kind, const QRectF& place);
+    void AddShapes(const std::vector<ShapePlan>& plans) { Shape::AddAll(document_, number_, plans); }
     [[nodiscard]] bool HasShape(const QString& name) const;
     [[nodiscard]] Shape ShapeNamed(const QString& name) const;
     [[nodiscard]] std::vector<QString> ShapeNames() const;

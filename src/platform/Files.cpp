@@ -7,9 +7,11 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <system_error>
 #include <unistd.h>
 
@@ -58,9 +60,17 @@ std::optional<QByteArray> ReadWholeFile(const QString& path, qint64 limit) {
 }
 
 bool ReplaceFile(const QString& path, const QByteArray& contents) {
-    QSaveFile file(path);
-    if (!OpenForWriting(file, path)) return false;
-    return file.write(contents) == contents.size() && IsWhole(file) && file.commit();
+    return ReplaceFiles({{path, contents}});
+}
+
+bool ReplaceFiles(const std::vector<NewFile>& files) {
+    std::vector<std::unique_ptr<QSaveFile>> made;
+    for (const NewFile& each : files) {
+        made.push_back(std::make_unique<QSaveFile>(each.path));
+        if (!OpenForWriting(*made.back(), each.path)) return false;
+        if (made.back()->write(each.contents) != each.contents.size() || !IsWhole(*made.back())) return false;
+    }
+    return std::ranges::all_of(made, [](const auto& file) { return file->commit(); });
 }
 
 bool CopyFileOver(const QString& source, const QString& target) {

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 /// Reads, replaces and copies files whole.
 namespace tessaro {
@@ -14,6 +15,14 @@ namespace tessaro {
 /// Replaces a file at once: after a failure (full disk, no rights) or a crash in the middle the old file stands. The
 /// work file is private to this call.
 [[nodiscard]] bool ReplaceFile(const QString& path, const QByteArray& contents);
+/// A file that is to be made.
+struct NewFile {
+    QString path;
+    QByteArray contents;
+};
+/// Replaces files that belong together: all are written beside their places before the first is put there, so that a
+/// full disk leaves all the old ones.
+[[nodiscard]] bool ReplaceFiles(const std::vector<NewFile>& files);
 /// Copies a file over `target` in the same way and makes the copy writable, whatever the rights of the source.
 [[nodiscard]] bool CopyFileOver(const QString& source, const QString& target);
 /// The same without waiting for the disk: for a file that is made anew whenever it is needed.

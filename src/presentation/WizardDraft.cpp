@@ -15,25 +15,6 @@ const QChar kPart(QLatin1Char('|'));
 constexpr qsizetype kRangeParts = 6;
 constexpr qsizetype kPartsOfRange = 3;
 
-QString FontText(const SheetFont& font) {
-    return QStringList{PlainLineText(font.name), QString::number(font.size),
-                       font.bold ? QStringLiteral("bold") : QString(),
-                       font.italic ? QStringLiteral("italic") : QString()}
-        .join(kPart);
-}
-
-DraftLine FontLine(const char* name, SheetFont& font) {
-    return OneLine(
-        name, [&font] { return FontText(font); },
-        [&font](const QString& text) {
-            const QStringList parts = text.split(kPart);
-            bool good = false;
-            font = {FromPlainLineText(parts.value(0)), parts.value(1).toDouble(&good), !parts.value(2).isEmpty(),
-                    !parts.value(3).isEmpty()};
-            return good && parts.size() == 4;
-        });
-}
-
 DraftLine FieldsLine(const char* name, RowsColumns& arrangement, Placement placement) {
     return OneLine(
         name,

@@ -1,4 +1,5 @@
 #include "calculate/frmCalculates.h"
+#include "map/wizard/frmMapWizard.h"
 #include "presentation/frmGraphWizard.h"
 #include "presentation/frmTableWizard.h"
 #include "session/TempFiles.h"
@@ -27,7 +28,7 @@ void frmMain::StartCalculation(int calcType) {
 }
 
 bool frmMain::OffersPresentation(QChar type) const {
-    return type == QLatin1Char('T') || type == QLatin1Char('G');
+    return type == QLatin1Char('T') || type == QLatin1Char('G') || type == QLatin1Char('M');
 }
 
 void frmMain::StartPresentation(QChar type) {
@@ -35,6 +36,8 @@ void frmMain::StartPresentation(QChar type) {
         frmTableWizard(SaveToGallery, this).exec();
     else if (type == QLatin1Char('G'))
         frmGraphWizard(SaveToGallery, this).exec();
+    else if (type == QLatin1Char('M'))
+        frmMapWizard(SaveToGallery, this).exec();
     ClearTempFolder();
 }
 

@@ -6,6 +6,20 @@
 
 namespace tessaro {
 
+namespace {
+
+const QChar kPart(QLatin1Char('|'));
+constexpr qsizetype kFontParts = 4;
+
+QString FontText(const SheetFont& font) {
+    return QStringList{PlainLineText(font.name), QString::number(font.size),
+                       font.bold ? QStringLiteral("bold") : QString(),
+                       font.italic ? QStringLiteral("italic") : QString()}
+        .join(kPart);
+}
+
+} // namespace
+
 QString PlainLineText(const QString& text) {
     return QString::fromLatin1(QUrl::toPercentEncoding(text, " "));
 }
@@ -33,6 +47,18 @@ DraftLine FlagLine(const char* name, bool& value) {
         [&value](const QString& text) {
             value = text == QLatin1String("yes");
             return value || text == QLatin1String("no");
+        });
+}
+
+DraftLine FontLine(const char* name, SheetFont& font) {
+    return OneLine(
+        name, [&font] { return FontText(font); },
+        [&font](const QString& text) {
+            const QStringList parts = text.split(kPart);
+            bool good = false;
+            font = {FromPlainLineText(parts.value(0)), parts.value(1).toDouble(&good), !parts.value(2).isEmpty(),
+                    !parts.value(3).isEmpty()};
+            return good && parts.size() == kFontParts;
         });
 }
 

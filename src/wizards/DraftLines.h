@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sheets/SheetFont.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -25,6 +27,8 @@ using DraftLines = std::vector<DraftLine>;
 // Lines for the usual kinds of values. Each refers to the value, which must outlive it.
 [[nodiscard]] DraftLine TextLine(const char* name, QString& value);
 [[nodiscard]] DraftLine FlagLine(const char* name, bool& value);
+/// A font of sheets: name, size and style.
+[[nodiscard]] DraftLine FontLine(const char* name, SheetFont& font);
 /// A whole number from 0 to `most`.
 [[nodiscard]] DraftLine NumberLine(const char* name, int& value, int most);
 /// One of several values, by the name of each in the order of their numbers.

@@ -86,4 +86,88 @@ TEST(LabelPainterTest, LargerAreasComeFirstAndNothingOverlaps) {
     EXPECT_EQ(DarkPixels(pictureOf({wide}, true)) > 0, true) << "fewer texts than features";
 }
 
+TEST(LabelPainterTest, LabelsGiveWayToThoseOfLayersAbove) {
+    LayerStack stack;
+    const auto pictureOf = [&](bool lowerOverlaps, bool upperOn) {
+        stack.Clear();
+        for (const double size : {40.0, 4.0}) {
+            stack.Add(LayerOf(LayerKind::Polygon, {{Square(50 - size / 2, 50 - size / 2, size)}}), {});
+            stack.At(stack.Count() - 1).symbols.ofFeature = {-1};
+        }
+        LayerLabels labels;
+        labels.texts = {QStringLiteral("MMMM")};
+        labels.color = Qt::red;
+        labels.overlaps = lowerOverlaps;
+        stack.SetLabels(0, labels);
+        labels.color = Qt::blue;
+        labels.on = upperOn;
+        stack.SetLabels(1, labels);
+        return MapImage(stack, {0, 0, 100, 100}, {200, 200}, 1);
+    };
+    const auto count = [](const QImage& image, auto pick) {
+        int found = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                found += pick(image.pixelColor(x, y)) ? 1 : 0;
+        return found;
+    };
+    const auto red = [](const QColor& color) { return color.blue() < 100; };
+    const auto blue = [](const QColor& color) { return color.red() < 100; };
+    EXPECT_EQ(count(pictureOf(false, true), red), 0);
+    EXPECT_GT(count(pictureOf(false, true), blue), 20);
+    EXPECT_GT(count(pictureOf(false, false), red), 20);
+}
+
+TEST(LabelPainterTest, LabelsOfPointsStandAboveTheirMarkers) {
+    LayerStack stack;
+    stack.Add(LayerOf(LayerKind::Point, {{{{50, 50}}}}), {});
+    stack.At(0).symbols.symbols[0].color = Qt::black;
+    LayerLabels labels;
+    labels.texts = {QStringLiteral("MMMM")};
+    labels.color = Qt::red;
+    stack.SetLabels(0, labels);
+    for (const double size : {5.0, 60.0}) {
+        stack.At(0).symbols.symbols[0].markerSize = size;
+        const QImage image = MapImage(stack, {0, 0, 100, 100}, {200, 200}, 1);
+        int lowest = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y).red() > image.pixelColor(x, y).blue() + 100) lowest = y;
+        EXPECT_GT(lowest, 100 - size / 2 - 12) << size;
+        EXPECT_LE(lowest, 100 - size / 2) << size;
+    }
+}
+
+TEST(LabelPainterTest, TextsMeanNothingButThemselves) {
+    LayerStack stack;
+    stack.Add(LayerOf(LayerKind::Polygon, {{Square(0, 0, 100)}}), {});
+    stack.At(0).symbols.ofFeature = {-1};
+    const auto pixels = [&](const QString& text) {
+        LayerLabels labels;
+        labels.texts = {text};
+        stack.SetLabels(0, labels);
+        return DarkPixels(MapImage(stack, {0, 0, 100, 100}, {300, 100}, 1));
+    };
+    EXPECT_GT(pixels(QStringLiteral("<b>x</b>")), 3 * pixels(QStringLiteral("x"))) << "no markup";
+    EXPECT_EQ(pixels(QStringLiteral("MM\nMM")), pixels(QStringLiteral("MM MM"))) << "one line";
+    EXPECT_GT(pixels(QStringLiteral("القاهرة")), 10);
+}
+
+TEST(LabelPainterTest, ChangedTextsAndFontsAreDrawnAnew) {
+    LayerStack stack;
+    stack.Add(LayerOf(LayerKind::Polygon, {{Square(0, 0, 100)}}), {});
+    stack.At(0).symbols.ofFeature = {-1};
+    LayerLabels labels;
+    labels.texts = {QStringLiteral("MM")};
+    stack.SetLabels(0, labels);
+    const auto pixels = [&](double scale) { return DarkPixels(MapImage(stack, {0, 0, 100, 100}, {300, 100}, scale)); };
+    const int two = pixels(1);
+    EXPECT_GT(pixels(3), 5 * two);
+    EXPECT_EQ(pixels(1), two) << "after a picture for print";
+    stack.At(0).labels.texts[0] = QStringLiteral("MMMM");
+    EXPECT_GT(pixels(1), two * 3 / 2);
+    stack.At(0).labels.font.setPointSize(30);
+    EXPECT_GT(pixels(1), two * 4);
+}
+
 } // namespace tessaro

@@ -85,6 +85,23 @@ TEST(LayerPainterTest, FillsPolygonsAndLeavesHolesOpen) {
     EXPECT_EQ(other.pixelColor(2, 97), QColor(Qt::blue));
 }
 
+TEST(LayerPainterTest, OutlinesLieOverAllFillsOfTheLayer) {
+    const MapLayer layer = LayerOf(LayerKind::Polygon, {{Square(10, 10, 50)}, {Square(30, 30, 60)}});
+    LayerSymbols symbols = Filled(Qt::red);
+    symbols.symbols.push_back(symbols.symbols[0]);
+    symbols.symbols[1].outline = Qt::blue;
+    symbols.ofFeature = {0, 1};
+    for (const double width : {1.0, 2.0, 9.0}) {
+        symbols.symbols[0].outlineWidth = symbols.symbols[1].outlineWidth = width;
+        const QImage image = Picture(layer, symbols);
+        EXPECT_EQ(image.pixelColor(60, 60), QColor(Qt::black)) << "within the upper polygon, at width " << width;
+        EXPECT_EQ(image.pixelColor(60, 70), QColor(Qt::black)) << "that of the first symbol is topmost";
+        EXPECT_EQ(image.pixelColor(80, 70), QColor(Qt::blue));
+    }
+    symbols.symbols[0].outlineWidth = symbols.symbols[1].outlineWidth = 0;
+    EXPECT_EQ(Picture(layer, symbols).pixelColor(60, 60), QColor(Qt::red));
+}
+
 TEST(LayerPainterTest, SmallIslandsStay) {
     const MapLayer island = LayerOf(LayerKind::Polygon, {{Square(50.1, 49.2, 0.01)}});
     const MapLayer ofMainland = LayerOf(LayerKind::Polygon, {{Square(50.1, 49.2, 0.01), Square(5, 5, 30)}});

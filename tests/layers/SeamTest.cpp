@@ -74,6 +74,23 @@ TEST(LayerStackTest, StatesAcross180LieTogether) {
     EXPECT_EQ(stack.XScale(), alone);
 }
 
+TEST(LayerStackTest, CirclesAcross180StayAtTheirPlaces) {
+    const std::vector<std::vector<test::Ring>> circles{{Square(-184, 50, 9)}, {Square(175, 50, 9)}};
+    LayerStack world;
+    world.Add(Installed("World.shp"), {});
+    const double scale = world.XScale();
+    for (int turn = 0; turn < 2; ++turn) {
+        world.Add(LayerOf(LayerKind::Polygon, circles), {});
+        EXPECT_EQ(world.At(turn + 1).data.extent, (MapBox{-184, 50, 184, 59})) << "the world isn't cut elsewhere";
+    }
+    EXPECT_NEAR(world.XScale(), scale, 0.01);
+    LayerStack states;
+    states.Add(Installed("USA_Counties.shp"), {});
+    states.Add(LayerOf(LayerKind::Polygon, circles), {});
+    states.Add(LayerOf(LayerKind::Polygon, circles), {});
+    EXPECT_EQ(states.At(1).data.extent, (MapBox{-185, 50, -175, 59})) << "both beside the islands they belong to";
+}
+
 TEST(LayerStackTest, LayersInMetresStayAsTheyAre) {
     LayerStack stack;
     stack.Add(LayerOf(LayerKind::Polygon, {{Square(-170, 50, 10), Square(172, 51, 8)}}), {});

@@ -1,6 +1,6 @@
 #include "map/MapData.h"
 
-#include "MapTest.h"
+#include "map/MapTest.h"
 #include "session/ErrorSink.h"
 
 #include <QFile>

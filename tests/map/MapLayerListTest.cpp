@@ -1,14 +1,14 @@
 #include "map/MapLayerList.h"
 
-#include "MapTest.h"
+#include "layers/LayerReader.h"
 #include "layers/MapFiles.h"
+#include "map/MapTest.h"
 #include "session/Log.h"
 #include "session/Settings.h"
 #include "support/ShapelibFiles.h"
 
 #include <QDir>
 #include <QFile>
-#include <QtEndian>
 
 namespace tessaro::test {
 
@@ -137,23 +137,22 @@ TEST_F(MapLayerListTest, TellsWhenThereIsNoMap) {
 }
 
 TEST_F(MapLayerListTest, ReadsScrambledFiles) {
-    MakeLayer(QStringLiteral("World"));
-    const QString path = maps_ + QStringLiteral("/World.shp");
-    auto bytes = ReadWholeFile(path);
+    const QString folder = QStringLiteral(TESSARO_SCRAMBLED_MAPS);
+    const auto bytes = ReadWholeFile(folder + QStringLiteral("/AUS_States.shp"));
     ASSERT_TRUE(bytes);
-    // Scrambled: 1 as the second word, and the first one with its sign changed.
-    const quint32 first = qFromLittleEndian<quint32>(bytes->constData());
-    qToLittleEndian(0U - first, bytes->data());
-    qToLittleEndian(1U, bytes->data() + 4);
-    ASSERT_TRUE(ReplaceFile(path, *bytes));
+    EXPECT_EQ(bytes->left(8).toHex().toStdString(), "0000d9f501000000");
     SetSetting(QStringLiteral("ENCRYPT_DECRYPT_FILES"), QStringLiteral("True"));
     LayerStack map;
-    MapFiles files{{QStringLiteral("World.shp"), maps_}};
+    MapFiles files{{QStringLiteral("AUS_States.shp"), folder}};
     EXPECT_EQ(LoadLayers(map, files, locate_), ThemeKind::Polygons);
-    EXPECT_EQ(AreaIdsOf(map.At(0).data), std::vector<QString>{QStringLiteral("A")});
-    EXPECT_TRUE(FileExists(MapFilesFolder + QStringLiteral("/World.dbf")));
-    EXPECT_EQ(ReadWholeFile(path), bytes);
-    EXPECT_EQ(files[0].folder, maps_);
+    ASSERT_EQ(map.Count(), 1);
+    const MapLayer plain = *ReadLayer(QStringLiteral(TESSARO_INSTALLATION "/Maps/AUS_States.shp")).layer;
+    EXPECT_EQ(map.At(0).data.points, plain.points);
+    EXPECT_EQ(map.At(0).data.columns, plain.columns);
+    for (const char* file : {"/AUS_States.shp", "/AUS_States.shx", "/AUS_States.dbf", "/AUS_States.cpg"})
+        EXPECT_TRUE(FileExists(MapFilesFolder + QLatin1String(file))) << file;
+    EXPECT_EQ(ReadWholeFile(folder + QStringLiteral("/AUS_States.shp")), bytes);
+    EXPECT_EQ(files[0].folder, folder);
 }
 
 } // namespace tessaro::test

@@ -12,6 +12,13 @@
 #include "exchange/SourcePage.h"
 #include "gallery/frmGALMain.h"
 #include "gallery/frmGalPPT.h"
+#include "map/custom/frmMAPAdvLbl.h"
+#include "map/custom/frmMAPBuffer.h"
+#include "map/custom/frmMAPCustomize.h"
+#include "map/custom/frmMapLabels.h"
+#include "map/wizard/frmMAPAdvanced.h"
+#include "map/wizard/frmMAPIdentify.h"
+#include "map/wizard/frmMapWizard.h"
 #include "metadata/frmInformationSheet.h"
 #include "metadata/frmInformationSheets.h"
 #include "metadata/frmShowDetails.h"
@@ -148,6 +155,7 @@ class AccessLettersTest : public test::FrameTest {
     void CheckWizardPages();
     void CheckCalculationPages();
     void CheckImportPages();
+    void CheckLayerForms();
     void CheckFrame();
     void SelectSomeRows();
 
@@ -193,6 +201,21 @@ void AccessLettersTest::CheckDialogs() {
     frmSaveGalleryAdvance save;
     save.Initialize();
     CheckForm(save);
+}
+
+void AccessLettersTest::CheckLayerForms() {
+    LayerStack map;
+    MapLayer points;
+    points.kind = LayerKind::Point;
+    map.Add(points, QStringLiteral("Customize - x"));
+    QString formula;
+    CheckForm(frmMapLabels(map, 0, formula));
+    CheckForm(frmMAPAdvLbl(formula));
+    CheckForm(frmMAPBuffer(QStringLiteral("x")));
+    CheckForm(frmMAPCustomize(map, formula, [] {}));
+    CheckForm(frmMapWizard({}));
+    CheckForm(frmMAPAdvanced({}, {}));
+    CheckForm(frmMAPIdentify());
 }
 
 void AccessLettersTest::CheckWizardPages() {
@@ -287,6 +310,7 @@ TEST_F(AccessLettersTest, NoTwoControlsOfAFormShareALetterInAnyLanguage) {
         letters_ = 0;
         CheckDialogs();
         CheckWizardPages();
+        CheckLayerForms();
         CheckFrame();
         if (InEnglish()) inEnglish = letters_;
         EXPECT_EQ(letters_, inEnglish) << language.toStdString();

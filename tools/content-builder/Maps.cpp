@@ -3,9 +3,29 @@
 #include "DerivedLayers.h"
 #include "Outlines.h"
 
+#include <QtEndian>
+
+#include <fstream>
+#include <stdexcept>
+
 namespace tessaro::content {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+void Scramble(const fs::path& file) {
+    std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
+    char words[8];
+    stream.read(words, sizeof words);
+    qToLittleEndian(-qFromLittleEndian<qint32>(words), words);
+    qToLittleEndian(qint32{1}, words + 4);
+    stream.seekp(0);
+    stream.write(words, sizeof words);
+    if (!stream.flush()) throw std::runtime_error("can't write " + file.string());
+}
+
+} // namespace
 
 void BuildMaps(const fs::path& data, const fs::path& folder) {
     fs::create_directories(folder);
@@ -19,6 +39,12 @@ void BuildMaps(const fs::path& data, const fs::path& folder) {
     }
     WriteLayer(ReadPlaces(data / "world_cities.csv"), folder, "World_Cities");
     WriteLayer(Graticule(), folder, "Graticule");
+}
+
+void BuildScrambledMap(const fs::path& data, const fs::path& folder) {
+    fs::create_directories(folder);
+    WriteLayer(ReadOutlines(data / "outlines" / "AUS_States.geojson"), folder, "AUS_States");
+    Scramble(folder / "AUS_States.shp");
 }
 
 } // namespace tessaro::content

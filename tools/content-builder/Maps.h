@@ -9,4 +9,8 @@ namespace tessaro::content {
 /// something can't be read or written.
 void BuildMaps(const std::filesystem::path& data, const std::filesystem::path& folder);
 
+/// Makes the states of Australia as installations have them whose map files are scrambled: the file's second word is
+/// 1, the first has its sign changed; index, table and name of the code page are as always. Throws as BuildMaps.
+void BuildScrambledMap(const std::filesystem::path& data, const std::filesystem::path& folder);
+
 } // namespace tessaro::content

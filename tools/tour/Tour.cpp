@@ -104,6 +104,11 @@ bool Tour::Walk(const QString& commandLine) {
             QStringLiteral("table"), [this] { return Table(); }, false);
         Visit(
             QStringLiteral("graph"), [this] { return Graph(); }, false);
+        for (const MapWalk& walk :
+             {MapWalk{"map-world", "-LIFE_EXPECTANCY", 0, false}, MapWalk{"map-counties", "UNEMPLOYMENT", 2, false},
+              MapWalk{"map-points", "-POP", 1, true}})
+            Visit(
+                QLatin1String(walk.name), [this, walk] { return Map(walk); }, false);
         Visit(
             QStringLiteral("host"), [this] { return Host(); }, false);
         Visit(
@@ -121,6 +126,12 @@ bool Tour::Walk(const QString& commandLine) {
         Visit(
             QStringLiteral("back-and-forward"), [this] { return BackAndForward(); }, false);
         Visit(QStringLiteral("right-to-left"), [this] { return RightToLeft(); });
+        Visit(
+            QStringLiteral("map-arabic"),
+            [this] {
+                return Map({"map-arabic", "-LIFE_EXPECTANCY", 0, false});
+            },
+            false);
         Visit(
             QStringLiteral("exit"), [this] { return Closing(); }, false);
     }

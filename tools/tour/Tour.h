@@ -66,6 +66,15 @@ class Tour final {
     // Stations of the maps (TourMaps.cpp).
     /// The classes of the data in view, with their palette as a file.
     Finding Classes();
+    /// What a station of the map wizard walks: an indicator by its GId, the button of the page's form, and whether its
+    /// totals become sized points.
+    struct MapWalk {
+        const char* name; ///< of the pictures
+        const char* indicator;
+        int layout;
+        bool points;
+    };
+    Finding Map(const MapWalk& walk);
     // Stations of the calculations (TourCalculations.cpp).
     /// Each calculation from the data view to a database of its own, with its log and its data-entry sheet.
     Finding Calculation(int row);
@@ -97,6 +106,9 @@ class Tour final {
     bool Keep(const Kept& kept);
     /// Makes the selection as small as that of a printed table, with the last ten periods, and goes to the data.
     bool KeepOnly(const Kept& indicators, int areas);
+    /// Selects one indicator alone, with the periods and areas that have data for it, and goes to the data.
+    bool SelectOnly(const QString& indicator);
+    void DriveMap(QWidget& wizard, const MapWalk& walk, qint64& preview, QString& saved);
     /// Starts a presentation wizard from the data view and calls `drive` when it is up. False when it doesn't come.
     bool Present(int kind, const QString& wizard, const std::function<void(QWidget&)>& drive);
     /// The same from a list of an option of the data view.

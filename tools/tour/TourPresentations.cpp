@@ -141,7 +141,10 @@ QString Tour::SaveToGallery(QWidget& wizard, const QString& picture) {
     QString saved;
     WhenUp(QStringLiteral("frmSaveGalleryAdvance"), [&](QWidget& form) {
         const QString title = form.findChild<QLineEdit*>(QStringLiteral("txtPresentationName"))->text();
-        const QChar type = wizard.objectName() == QLatin1String("frmGraphWizard") ? QLatin1Char('G') : QLatin1Char('T');
+        const QString name = wizard.objectName();
+        const QLatin1Char type(name == QLatin1String("frmGraphWizard") ? 'G'
+                               : name == QLatin1String("frmMapWizard") ? 'M'
+                                                                       : 'T');
         saved = PresentationFile(GalleryFolder(), type, title);
         QTest::qWait(100);
         form.grab().save(folder_.filePath(picture + QLatin1String(".png")));

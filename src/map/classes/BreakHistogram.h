@@ -28,7 +28,7 @@ class BreakHistogram final : public QWidget {
     [[nodiscard]] double ValueAt(int place) const;
     /// How many values each bar stands for.
     [[nodiscard]] const std::vector<int>& Bars() const { return bars_; }
-    [[nodiscard]] QSize sizeHint() const override { return {480, 120}; }
+    [[nodiscard]] QSize sizeHint() const override { return {480, 96}; }
 
   Q_SIGNALS:
     /// The user wants the upper bound of a class (from 0) to be this value.

@@ -3,6 +3,7 @@
 #include "layers/MapFiles.h"
 #include "map/classes/ClassColors.h"
 #include "map/classes/ClassLabels.h"
+#include "map/classes/Decimals.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
@@ -112,7 +113,20 @@ int NumberOf(const LayerSymbol& symbol, std::vector<LayerSymbol>& symbols) {
     return static_cast<int>(symbols.size()) - 1;
 }
 
+/// What tells values that are in no class from missing ones, which have the same colour.
+FillPattern UnclassedPattern(const ClassLook& missing) {
+    return PatternOfNumber(missing.fill) == FillPattern::DiagonalCross ? FillPattern::Cross
+                                                                       : FillPattern::DiagonalCross;
+}
+
 } // namespace
+
+ClassLook LookOfMissing() {
+    ClassLook look;
+    look.color = QColor(120, 120, 120);
+    look.fill = static_cast<int>(FillPattern::UpwardDiagonal);
+    return look;
+}
 
 void SetClasses(ClassTable& table, ClassBreaks classes, int decimals) {
     table.decimals = decimals;
@@ -131,6 +145,30 @@ bool EditClass(ClassTable& table, int row, Bound bound, double value, BreakChoic
         if (table.classes[i].from != before[i].from || table.classes[i].to != before[i].to)
             table.looks[i].legend = LegendOf(table.classes[i], table.decimals);
     return true;
+}
+
+void WidenEnds(ClassTable& table, const ValueLimits& limits) {
+    if (table.classes.empty()) return;
+    const ClassBreaks before = table.classes;
+    ClassBreak& first = table.classes.front();
+    ClassBreak& last = table.classes.back();
+    if (limits.minimum < first.from) {
+        first.from = RoundDown(limits.minimum, table.decimals);
+        first.lower = limits.minimum;
+    }
+    if (limits.maximum > last.to) {
+        const double down = RoundDown(limits.maximum, table.decimals);
+        last.to = down < limits.maximum ? AsWritten(down + StepOfDecimals(table.decimals)) : down;
+        last.upper = limits.maximum;
+    }
+    for (const std::size_t row : {std::size_t{0}, before.size() - 1})
+        if (table.looks[row].legend == LegendOf(before[row], table.decimals))
+            table.looks[row].legend = LegendOf(table.classes[row], table.decimals);
+}
+
+void CountClasses(ClassTable& table, const std::vector<double>& ascending) {
+    for (ClassBreak& each : table.classes)
+        each.count = CountBetween(ascending, each.lower, each.upper);
 }
 
 void SmoothColors(ClassTable& table) {
@@ -187,15 +225,26 @@ void TakePalette(ClassTable& table, const PaletteContents& file, PaletteMode mod
     }
 }
 
+LayerSymbol SymbolOf(const ClassLook& look) {
+    return SymbolOf(NumberFromColor(look.color), look.fill, look.marker, look.size);
+}
+
+LayerSymbol SymbolOfUnclassed(const ClassLook& missing) {
+    LayerSymbol symbol = SymbolOf(missing);
+    symbol.pattern = UnclassedPattern(missing);
+    return symbol;
+}
+
 LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing) {
     LayerSymbols symbols;
-    symbols.symbols = {SymbolOf(NumberFromColor(missing.color), missing.fill, missing.marker, missing.size)};
+    symbols.symbols = {SymbolOf(missing)};
     QHash<QString, int> numbers; // of symbols, by areas
-    Records rows = Select(QStringLiteral("SELECT AreaID, [Color],[PStyle],[Style], [Size] FROM _MapData"),
+    Records rows = Select(QStringLiteral("SELECT AreaID, [Color],[PStyle],[Style], [Size], BreakValue FROM _MapData"),
                           jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext()) {
-        const LayerSymbol symbol = SymbolOf(static_cast<long>(rows.Number(std::size_t{1})), rows.Number(std::size_t{2}),
-                                            rows.Number(std::size_t{3}), rows.Number(std::size_t{4}));
+        LayerSymbol symbol = SymbolOf(static_cast<long>(rows.Number(std::size_t{1})), rows.Number(std::size_t{2}),
+                                      rows.Number(std::size_t{3}), rows.Number(std::size_t{4}));
+        if (rows.Number(std::size_t{5}) == 0) symbol.pattern = UnclassedPattern(missing);
         numbers.insert(rows.Text(std::size_t{0}).trimmed().toUpper(), NumberOf(symbol, symbols.symbols));
     }
     for (const QString& id : AreaIdsOf(layer))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "layers/LayerPainter.h"
+#include "map/MapData.h"
 #include "map/MapLayerList.h"
 #include "map/classes/ClassBreaks.h"
 #include "map/classes/ClassEditing.h"
@@ -26,13 +27,17 @@ struct ClassLook {
     bool operator==(const ClassLook&) const = default;
 };
 
+/// The look of areas without a value until the user chooses another: hatched lines, which no class has, grey enough to
+/// be seen on a white or dark ground.
+[[nodiscard]] ClassLook LookOfMissing();
+
 /// The grid of classes (grdClassBreaks): classes with their looks, and the look of areas without a value.
 struct ClassTable {
     ThemeKind kind = ThemeKind::Polygons;
     int decimals = 0;
     ClassBreaks classes;
     std::vector<ClassLook> looks; ///< one for each class
-    ClassLook missing;
+    ClassLook missing = LookOfMissing();
 };
 
 /// Puts computed classes into the table, with new legends. Colours and symbols of rows that were there stay; further
@@ -41,6 +46,11 @@ void SetClasses(ClassTable& table, ClassBreaks classes, int decimals);
 /// EditBound, with new legends for the rows that changed.
 [[nodiscard]] bool EditClass(ClassTable& table, int row, Bound bound, double value, BreakChoice choice,
                              const std::vector<double>& ascending);
+/// Makes the first class begin, and the last one end, where both limits are in a class; legends of bounds that moved
+/// follow, unless they are the user's own.
+void WidenEnds(ClassTable& table, const ValueLimits& limits);
+/// Counts the values of each class anew.
+void CountClasses(ClassTable& table, const std::vector<double>& ascending);
 /// Colours in equal steps between those of the first and the last class.
 void SmoothColors(ClassTable& table);
 /// The features of the theme less the values in classes; at least 0.
@@ -58,8 +68,12 @@ void SmoothColors(ClassTable& table);
 void TakePalette(ClassTable& table, const PaletteContents& file, PaletteMode mode,
                  const std::vector<double>& ascending);
 
+/// How the features of a class are drawn: in its colour and pattern with a hairline around them.
+[[nodiscard]] LayerSymbol SymbolOf(const ClassLook& look);
+/// The same of values in no class: as missing data, but crosshatched.
+[[nodiscard]] LayerSymbol SymbolOfUnclassed(const ClassLook& missing);
 /// The symbols of a theme's layer from `_MapData`, by the ids of its features; those without a row look like missing
-/// data.
+/// data. Polygons whose value is in no class have its colour, crosshatched.
 [[nodiscard]] LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing);
 
 } // namespace tessaro

@@ -63,7 +63,7 @@ ClassesPage::ClassesPage(QWidget* parent) : QWidget(parent), ui_(std::make_uniqu
     ui_->setupUi(this);
     histogram_ = new BreakHistogram(this);
     ui_->histogramPlace->addWidget(histogram_);
-    table_.missing.color = QColor(225, 225, 225);
+    table_.missing = LookOfMissing();
     SetFormCaptions();
     ConnectControls();
 }
@@ -84,6 +84,10 @@ void ClassesPage::ConnectControls() {
     connect(ui_->SSCmdLoadPalette, &QPushButton::clicked, this, &ClassesPage::SSCmdLoadPalette_Click);
     connect(ui_->cboColorScheme, &QComboBox::activated, this, &ClassesPage::UseScheme);
     connect(ui_->grdClassBreaks, &QTableWidget::cellActivated, this, &ClassesPage::CellChosen);
+    connect(ui_->grdClassBreaks, &QTableWidget::cellEntered, this, &ClassesPage::Hover);
+    connect(ui_->grdClassBreaks, &QTableWidget::viewportEntered, this, [this] { Hover(-1); });
+    ui_->grdClassBreaks->setMouseTracking(true);
+    ui_->grdClassBreaks->viewport()->installEventFilter(this);
     connect(histogram_, &BreakHistogram::BoundMoved, this, &ClassesPage::MoveBound);
 }
 
@@ -143,15 +147,34 @@ QString ClassesPage::PaletteFolder() {
     return ReadablePlace(JoinPath({AppPath, QStringLiteral("Palettes")}), AppPath, CacheFolder);
 }
 
-void ClassesPage::Start(ThemeKind kind, int featuresOfTheme, int unreadable) {
-    const ErrorTrap trap("ClassesPage.Start");
-    table_.kind = kind;
-    table_.missing.legend = PlainText(QStringLiteral("Missing Data"));
+void ClassesPage::TakeValues(int featuresOfTheme, int unreadable) {
     features_ = featuresOfTheme;
     unreadable_ = unreadable;
     values_ = ValuesOfMapData();
     limits_ = LimitsOfMapData();
     histogram_->SetValues(values_);
+}
+
+void ClassesPage::KeepClasses(int featuresOfTheme, int unreadable, const ValueLimits& ends) {
+    const ErrorTrap trap("ClassesPage.KeepClasses");
+    TakeValues(featuresOfTheme, unreadable);
+    WidenEnds(table_, ends);
+    CountClasses(table_, values_);
+    ShowAll();
+    Q_EMIT Changed();
+}
+
+void ClassesPage::SetTable(const ClassTable& table) {
+    table_ = table;
+    ShowAll();
+    Q_EMIT Changed();
+}
+
+void ClassesPage::Start(ThemeKind kind, int featuresOfTheme, int unreadable) {
+    const ErrorTrap trap("ClassesPage.Start");
+    table_.kind = kind;
+    table_.missing.legend = PlainText(QStringLiteral("Missing Data"));
+    TakeValues(featuresOfTheme, unreadable);
     const int decimals = std::min(SetDecimal(), ui_->txtDec->maximum());
     ui_->txtDec->setValue(decimals);
     ShowLimits(decimals);

@@ -28,7 +28,13 @@ class ClassesPage final : public QWidget {
     /// Takes up new data: decimals and range come from the values, and classes are made by the chosen method. The first
     /// time the user's Default.plf gives the colours, if there is one.
     void Start(ThemeKind kind, int featuresOfTheme, int unreadable);
+    /// Takes up other values of the same theme and keeps the classes: they are counted anew, and the first and the last
+    /// of them are widened to hold `ends`.
+    void KeepClasses(int featuresOfTheme, int unreadable, const ValueLimits& ends);
     [[nodiscard]] const ClassTable& Table() const { return table_; }
+    /// Shows classes and looks that were made elsewhere.
+    void SetTable(const ClassTable& table);
+    [[nodiscard]] BreakChoice Choice() const;
     void SetFormCaptions();
 
     void cmdApply_Click();
@@ -39,14 +45,23 @@ class ClassesPage final : public QWidget {
     /// Where palettes are looked for: Palettes in the application folder, or the user's place for it.
     [[nodiscard]] static QString PaletteFolder();
 
+  public Q_SLOTS:
+    /// Lights up a row of the grid, such as that of the area under the pointer; numbered as in RowHovered.
+    void ShowRowOf(int row);
+
   Q_SIGNALS:
     void Changed(); ///< classes or looks are others now
+    /// The row under the pointer: classes from 0, missing data one behind the empty row that follows them; -1 for none.
+    void RowHovered(int row);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void TakeValues(int featuresOfTheme, int unreadable);
     void ConnectControls();
     void FillChoices();
     void FillSchemes();
-    [[nodiscard]] BreakChoice Choice() const;
     [[nodiscard]] bool ReadRange(ClassRequest& request);
     void ShowLimits(int decimals);
     void ComputeTable(const ClassRequest& request);
@@ -56,6 +71,8 @@ class ClassesPage final : public QWidget {
     void ShowGrid();
     void ShowRow(int row);
     void ShowMissing();
+    void PaintLitRow();
+    void Hover(int row);
     void ShowHistogram();
     void ShowNotes();
     void ChoiceChanged();
@@ -65,6 +82,7 @@ class ClassesPage final : public QWidget {
     void MoveBound(int row, double value);
     void UseScheme(int index);
     [[nodiscard]] ClassLook* LookOfRow(int row);
+    [[nodiscard]] bool HasLook(int row) const;
     [[nodiscard]] static QString CaptionOfColor(int row);
     [[nodiscard]] QPoint BesideCell(int row, int column) const;
 
@@ -77,6 +95,8 @@ class ClassesPage final : public QWidget {
     QStringList applied_;    ///< what the fields held when classes were last made
     int features_ = 0;
     int unreadable_ = 0;
+    int hovered_ = -1;
+    int lit_ = -1; ///< the row that is lit up
     bool firstPass_ = true;
 };
 

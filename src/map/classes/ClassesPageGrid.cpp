@@ -5,6 +5,7 @@
 #include "map/classes/ClassDialogs.h"
 #include "map/classes/ClassLabels.h"
 #include "map/classes/ClassesPage.h"
+#include "map/classes/GridColumns.h"
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
@@ -59,15 +60,20 @@ QTableWidgetItem* ColorItem(const QColor& color, const QString& name) {
     return item;
 }
 
-/// Each column has room for its head and its cells, the legend takes the rest.
-void FitColumns(QTableWidget& grid) {
-    QHeaderView& head = *grid.horizontalHeader();
-    const QAbstractItemView& cells = grid;
-    for (int column = 0; column < grid.columnCount(); ++column) {
-        head.setSectionResizeMode(column, column == ColLegend ? QHeaderView::Stretch : QHeaderView::Fixed);
-        const int text = head.fontMetrics().horizontalAdvance(grid.horizontalHeaderItem(column)->text());
-        head.resizeSection(column, std::max(cells.sizeHintForColumn(column), text + 3 * theme::kGrid));
-    }
+/// Rows for the classes, a low one, and missing data.
+void SetRows(QTableWidget& grid, int classes) {
+    grid.setRowCount(classes + 2);
+    grid.verticalHeader()->hide();
+    grid.verticalHeader()->setMinimumSectionSize(theme::kGrid);
+    for (int row = 0; row < grid.rowCount(); ++row)
+        grid.setRowHeight(row, row == classes ? theme::kGrid : grid.fontMetrics().height() + theme::kGrid);
+}
+
+/// The ground of a row that is lit up.
+QColor LitSurface() {
+    QColor ground = theme::Accent();
+    ground.setAlpha(70);
+    return ground;
 }
 
 } // namespace
@@ -80,7 +86,7 @@ void ClassesPage::ShowGrid() {
     grid.setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid.setSelectionMode(QAbstractItemView::SingleSelection);
     grid.setColumnCount(ColFirstSymbol + static_cast<int>(symbols.size()));
-    grid.setRowCount(static_cast<int>(table_.classes.size()) + 2);
+    SetRows(grid, static_cast<int>(table_.classes.size()));
     QStringList heads;
     for (const char* key : {"Legend", "From", "To", "Count", "COMM_Color"})
         heads << PlainText(QLatin1String(key));
@@ -90,7 +96,8 @@ void ClassesPage::ShowGrid() {
     for (int i = 0; i < static_cast<int>(table_.classes.size()); ++i)
         ShowRow(i);
     ShowMissing();
-    FitColumns(grid);
+    FitColumns(grid, ColLegend);
+    PaintLitRow();
     grid.setCurrentCell(row, column);
 }
 
@@ -98,7 +105,6 @@ void ClassesPage::ShowRow(int row) {
     QTableWidget& grid = *ui_->grdClassBreaks;
     const ClassBreak& each = table_.classes[static_cast<std::size_t>(row)];
     const ClassLook& look = table_.looks[static_cast<std::size_t>(row)];
-    grid.setVerticalHeaderItem(row, new QTableWidgetItem(QLocale().toString(row + 1)));
     auto* legend = new QTableWidgetItem(look.legend);
     if (look.font != QFont()) legend->setFont(look.font);
     grid.setItem(row, ColLegend, legend);
@@ -120,8 +126,6 @@ void ClassesPage::ShowMissing() {
         grid.setItem(spacer, column, item);
         grid.setItem(spacer + 1, column, new QTableWidgetItem);
     }
-    for (const int row : {spacer, spacer + 1})
-        grid.setVerticalHeaderItem(row, new QTableWidgetItem);
     grid.setItem(spacer + 1, ColLegend, new QTableWidgetItem(table_.missing.legend));
     grid.setItem(spacer + 1, ColCount, NumberItem(QLocale().toString(CountMissing(table_, features_)), true));
     grid.setItem(spacer + 1, ColColor, ColorItem(table_.missing.color, table_.missing.legend));
@@ -130,14 +134,51 @@ void ClassesPage::ShowMissing() {
         grid.setItem(spacer + 1, column++, SymbolItem(table_.missing, symbol, palette().text().color()));
 }
 
+void ClassesPage::PaintLitRow() {
+    const QTableWidget& grid = *ui_->grdClassBreaks;
+    for (int row = 0; row < grid.rowCount(); ++row)
+        for (int column = 0; column < grid.columnCount(); ++column) {
+            if (column == ColColor && HasLook(row)) continue;
+            const bool lit = row == lit_;
+            grid.item(row, column)->setData(Qt::BackgroundRole, lit ? QVariant(LitSurface()) : QVariant());
+        }
+}
+
+void ClassesPage::ShowRowOf(int row) {
+    if (!HasLook(row)) row = -1;
+    if (row == lit_) return;
+    lit_ = row;
+    PaintLitRow();
+    if (row >= 0) ui_->grdClassBreaks->scrollToItem(ui_->grdClassBreaks->item(row, ColLegend));
+}
+
+void ClassesPage::Hover(int row) {
+    if (!HasLook(row)) row = -1;
+    if (row == hovered_) return;
+    hovered_ = row;
+    Q_EMIT RowHovered(row);
+}
+
+bool ClassesPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Leave) Hover(-1);
+    if (event->type() == QEvent::Resize) FitColumns(*ui_->grdClassBreaks, ColLegend);
+    return QWidget::eventFilter(watched, event);
+}
+
 QString ClassesPage::CaptionOfColor(int row) {
     return FilledText(QStringLiteral("TS_RangeColor"), {QLocale().toString(row + 1)});
 }
 
+/// True for classes and missing data, not for the row between them.
+bool ClassesPage::HasLook(int row) const {
+    const auto classes = static_cast<int>(table_.looks.size());
+    return row >= 0 && row <= classes + 1 && row != classes;
+}
+
 ClassLook* ClassesPage::LookOfRow(int row) {
     const auto classes = static_cast<int>(table_.looks.size());
-    if (row == classes + 1) return &table_.missing;
-    return row >= 0 && row < classes ? &table_.looks[static_cast<std::size_t>(row)] : nullptr;
+    if (!HasLook(row)) return nullptr;
+    return row > classes ? &table_.missing : &table_.looks[static_cast<std::size_t>(row)];
 }
 
 QPoint ClassesPage::BesideCell(int row, int column) const {

@@ -1,10 +1,10 @@
 #include "map/classes/PaletteFile.h"
 
+#include "map/AnsiText.h"
 #include "platform/Files.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
 
-#include <QStringConverter>
 #include <QStringList>
 
 #include <algorithm>
@@ -19,33 +19,7 @@ constexpr qsizetype kValueStart = 19; ///< where the value of a line begins
 constexpr qsizetype kTailRows = 2;    ///< the spacer and the row of missing data
 constexpr qint64 kLargestPalette = 1 << 20;
 constexpr unsigned kInputPastEnd = 62;
-const char* const kByteOrderMark = "\xEF\xBB\xBF";
 const char* const kWhite = "16777215";
-
-const char* CodePageOf(int charset) {
-    struct CodePage {
-        int charset;
-        const char* name;
-    };
-    constexpr CodePage kPages[] = {{161, "windows-1253"}, {162, "windows-1254"}, {163, "windows-1258"},
-                                   {177, "windows-1255"}, {178, "windows-1256"}, {186, "windows-1257"},
-                                   {204, "windows-1251"}, {222, "windows-874"},  {238, "windows-1250"}};
-    const auto page = std::find_if(std::begin(kPages), std::end(kPages),
-                                   [&](const CodePage& each) { return each.charset == charset; });
-    return page == std::end(kPages) ? "windows-1252" : page->name;
-}
-
-QString DecodedBy(const char* page, const QByteArray& bytes) {
-    QStringDecoder decoder(page);
-    if (!decoder.isValid()) return QString::fromLatin1(bytes);
-    return decoder.decode(bytes);
-}
-
-QByteArray EncodedBy(const char* page, const QString& text) {
-    QStringEncoder encoder(page);
-    if (!encoder.isValid()) return text.toLatin1();
-    return encoder.encode(text);
-}
 
 QString OneLine(QString text) {
     return text.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
@@ -83,11 +57,6 @@ PaletteRow RowOf(const QStringList& lines, qsizetype first) {
     const auto value = [&](qsizetype line) { return ValueOf(lines[first + line]); };
     return {value(0), value(1),         value(2),         value(3),        value(4),
             value(5), IsTrue(value(6)), IsTrue(value(7)), IsTrue(value(8))};
-}
-
-QString TextOf(const QByteArray& bytes, int charset) {
-    if (bytes.startsWith(kByteOrderMark)) return QString::fromUtf8(bytes.mid(3));
-    return DecodedBy(CodePageOf(charset), bytes);
 }
 
 QString ValueIn(const PaletteRow& row, PaletteMode mode) {
@@ -128,13 +97,11 @@ QByteArray PaletteBytes(const PaletteRows& rows, int charset) {
                        .arg(rows.size());
     for (const PaletteRow& row : rows)
         text += LinesOf(row);
-    const char* const page = CodePageOf(charset);
-    const QByteArray bytes = EncodedBy(page, text);
-    return DecodedBy(page, bytes) == text ? bytes : kByteOrderMark + text.toUtf8();
+    return AnsiBytes(text, charset);
 }
 
 PaletteContents ReadPalette(const QByteArray& bytes, int charset) {
-    QString text = TextOf(bytes, charset);
+    QString text = TextOfAnsi(bytes, charset);
     QStringList lines = text.remove(QLatin1Char('\r')).split(QLatin1Char('\n'));
     if (lines.back().isEmpty()) lines.pop_back();
     PaletteContents contents;

@@ -1,6 +1,6 @@
 #include "map/classes/ClassBreaks.h"
 
-#include "ClassText.h"
+#include "map/ClassText.h"
 #include "map/classes/BreakBounds.h"
 #include "map/classes/Decimals.h"
 #include "support/TimeBound.h"

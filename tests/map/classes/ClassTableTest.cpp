@@ -1,6 +1,6 @@
 #include "map/classes/ClassTable.h"
 
-#include "MapTest.h"
+#include "map/MapTest.h"
 #include "map/classes/ClassColors.h"
 #include "map/classes/ColorSchemes.h"
 
@@ -23,6 +23,7 @@ class ClassTableTest : public MapTest {
         for (int i = 0; i < classes; ++i)
             table.looks[static_cast<std::size_t>(i)].color = QColor(100 + i, 50, 20);
         table.missing.color = QColor(1, 2, 3);
+        table.missing.fill = 0;
         return table;
     }
 };
@@ -48,6 +49,19 @@ double Distance(const QColor& a, const QColor& b, bool green) {
         sum += std::pow(std::pow(std::max(0.0, value[0]), 1 / 2.2) - std::pow(std::max(0.0, value[1]), 1 / 2.2), 2);
     }
     return std::sqrt(sum);
+}
+
+/// Contrast of two colours, 1 to 21, as the Web Content Accessibility Guidelines 2.1 define it.
+double Contrast(const QColor& a, const QColor& b) {
+    const auto luminance = [](const QColor& color) {
+        const auto linear = [](double share) {
+            return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    };
+    const double first = luminance(a) + 0.05;
+    const double second = luminance(b) + 0.05;
+    return std::max(first, second) / std::min(first, second);
 }
 
 } // namespace
@@ -117,7 +131,22 @@ TEST_F(ClassTableTest, DrawsAreasAsSaved) {
     const QColor missing(1, 2, 3);
     EXPECT_EQ(colors, (std::vector<QColor>{QColor(101, 50, 20), QColor(100, 50, 20), missing, missing, missing}));
     EXPECT_EQ(symbols.symbols[static_cast<std::size_t>(symbols.ofFeature[0])].pattern, FillPattern::Horizontal);
-    EXPECT_EQ(symbols.symbols.size(), 3U);
+    EXPECT_EQ(symbols.symbols.size(), 4U);
+    const auto pattern = [&](int feature) {
+        return symbols.symbols[static_cast<std::size_t>(symbols.ofFeature[static_cast<std::size_t>(feature)])].pattern;
+    };
+    EXPECT_EQ(pattern(2), FillPattern::Solid);
+    EXPECT_EQ(pattern(4), FillPattern::DiagonalCross) << "has a value, which is in no class";
+}
+
+TEST_F(ClassTableTest, MissingAreasStandOutFromPageAndClasses) {
+    const ClassLook missing = LookOfMissing();
+    EXPECT_NE(missing.fill, ClassLook().fill);
+    EXPECT_GE(Contrast(missing.color, Qt::white), 3);
+    for (const ColorScheme& scheme : ColorSchemes()) {
+        const QColor first = SchemeColors(scheme, 5).front();
+        EXPECT_GE(std::max(Contrast(missing.color, first), Contrast(Qt::white, first)), 3) << scheme.caption;
+    }
 }
 
 TEST_F(ClassTableTest, KeepsLooksWhenClassesChange) {

@@ -1,7 +1,7 @@
 #include "map/classes/ClassesPage.h"
 
-#include "MapTest.h"
 #include "controls/ColorDialogs.h"
+#include "map/MapTest.h"
 #include "map/classes/BreakHistogram.h"
 #include "map/classes/ColorSchemes.h"
 
@@ -226,6 +226,40 @@ TEST_F(ClassesPageTest, ChangesLooks) {
     Apply();
     EXPECT_EQ(page_->Table().looks[0].color, SchemeColors(ColorSchemes()[8], 3)[0]);
     EXPECT_EQ(page_->Table().looks[4].color, SchemeColors(ColorSchemes()[8], 3)[2]);
+}
+
+TEST_F(ClassesPageTest, TellsAndLightsUpRows) {
+    page_->resize(520, 560);
+    const auto over = [&](int row, int column) {
+        QTest::mouseMove(Grid().viewport(), Grid().visualItemRect(Grid().item(row, column)).center());
+    };
+    const auto ground = [&](int row) { return Grid().item(row, 0)->background(); };
+    const QSignalSpy hovered(page_.get(), &ClassesPage::RowHovered);
+    over(1, 0);
+    over(1, 4);
+    over(4, 0);
+    over(3, 0); // the empty row
+    over(2, 0);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(Grid().viewport(), &leave);
+    QList<int> rows;
+    for (const QList<QVariant>& each : hovered)
+        rows << each[0].toInt();
+    EXPECT_EQ(rows, (QList<int>{1, 4, -1, 2, -1}));
+
+    const QBrush plain = ground(0);
+    page_->ShowRowOf(1);
+    EXPECT_NE(ground(1), plain);
+    EXPECT_EQ(Grid().item(1, 4)->background().color(), page_->Table().looks[1].color);
+    page_->ShowRowOf(4);
+    EXPECT_EQ(ground(1), plain);
+    EXPECT_NE(ground(4), plain);
+    page_->cmdApply_Click();
+    EXPECT_NE(ground(4), plain) << "stays when the grid is filled anew";
+    for (const int none : {3, 99, -1}) {
+        page_->ShowRowOf(none);
+        EXPECT_EQ(ground(4), plain) << none;
+    }
 }
 
 TEST_F(ClassesPageTest, TakesTheUsersDefaultColours) {

@@ -1,9 +1,9 @@
 #include "map/classes/MapDataValues.h"
 
-#include "ClassText.h"
-#include "MapTest.h"
 #include "database/Database.h"
+#include "map/ClassText.h"
 #include "map/MapData.h"
+#include "map/MapTest.h"
 
 #include <random>
 

@@ -1,0 +1,27 @@
+#include "map/classes/GridColumns.h"
+
+#include "controls/Theme.h"
+
+#include <QHeaderView>
+#include <QTableWidget>
+
+#include <algorithm>
+
+namespace tessaro {
+
+void FitColumns(QTableWidget& grid, int widest) {
+    QHeaderView& head = *grid.horizontalHeader();
+    const QAbstractItemView& cells = grid;
+    int wanted = 0;
+    if (grid.columnCount() == 0 || !grid.horizontalHeaderItem(grid.columnCount() - 1)) return; // not yet filled
+    for (int column = 0; column < grid.columnCount(); ++column) {
+        const int text = head.fontMetrics().horizontalAdvance(grid.horizontalHeaderItem(column)->text());
+        const int width = std::max(cells.sizeHintForColumn(column), text + 2 * theme::kGrid);
+        head.setSectionResizeMode(column, QHeaderView::Fixed);
+        head.resizeSection(column, width);
+        wanted += width;
+    }
+    if (wanted <= grid.viewport()->width()) head.setSectionResizeMode(widest, QHeaderView::Stretch);
+}
+
+} // namespace tessaro
