@@ -81,6 +81,7 @@ bool KeepMostRecent() {
         else
             remembered = area;
     }
+    std::sort(superseded.begin(), superseded.end()); // each statement then works on neighbouring pages of the table
     return DeleteRows(superseded);
 }
 

@@ -9,7 +9,9 @@ using namespace tree;
 
 namespace {
 
-constexpr std::size_t kLongestWritten = 32 * 1024; ///< characters of a list that stands in the statement itself
+/// Characters of a list that stands in the statement itself, where SQLite can look up each number in an index. Some
+/// thousands of keys, as statements delete them at a time, are shorter.
+constexpr std::size_t kLongestWritten = 64 * 1024;
 
 /// A table this many times as long as the list is searched by the list's numbers; a shorter one is read row by row.
 constexpr std::size_t kManyTimes = 20;
