@@ -62,9 +62,10 @@ class Page final {
         painter_.setLayoutDirection(notes_.rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
         const QRectF titles = TakeTop(SetTexts(
             titles_, [this](double s) { return Titles(s); }, kTitlesHeight));
-        const QRectF notes = TakeBottom(SetTexts(
+        QRectF notes = TakeBottom(SetTexts(
             belowTexts_, [this](double s) { return Notes(s); }, kNotesHeight));
         PlaceMapAndLegend();
+        notes.moveTop(std::min(notes.top(), std::max(map_.bottom(), legendPlace_.bottom()) + 2 * kGap * unit_));
         PaintMapPicture();
         if (legend_) legend_->Paint(painter_, legendPlace_);
         PaintTexts(titles_, titles);

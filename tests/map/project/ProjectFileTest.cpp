@@ -83,6 +83,22 @@ TEST_F(ProjectFileTest, EveryMapHoldsTogether) {
     }
 }
 
+TEST_F(ProjectFileTest, TheReaderFindsWhatIsWrong) {
+    AddMapLayer(LayerKind::Polygon, kData, QStringLiteral("World"));
+    const QByteArray good = Written();
+    const std::pair<const char*, const char*> changes[] = {{"Roots:  2", "Roots:  3"},
+                                                           {"Scripts:    ", "Scripts:    9"},
+                                                           {"(CSMgr.4", "(CSMgr.40"},
+                                                           {"Name:   \"View1\"", "Name:   \"V\"1\""},
+                                                           {"LegType:    0x02\r\n", "LegType\r\n"},
+                                                           {"View:   23", "View:   24"},
+                                                           {"BTab:       9", "BTab:       8"}};
+    for (const auto& [from, to] : changes) {
+        ASSERT_TRUE(good.contains(from)) << from;
+        EXPECT_NE(Read(QByteArray(good).replace(from, to), kWestern).faults, "") << to;
+    }
+}
+
 TEST_F(ProjectFileTest, BlocksHaveTheOrderOfTheFormat) {
     SetClassCount(2);
     for (const auto& [kind, tag] : {std::pair(LayerKind::Polygon, kData), std::pair(LayerKind::Line, kCustom),
