@@ -65,7 +65,7 @@ class Painting final {
         }
         const QColor ink = symbol.marker == Marker::Cross ? symbol.color : symbol.outline;
         QPen pen(ink, scale_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
-        pen.setCosmetic(true); // hairlines are drawn about four times as fast
+        pen.setCosmetic(IsOfPixels(painter_)); // hairlines are drawn about four times as fast
         painter_.setPen(pen);
         painter_.setBrush(symbol.color);
     }

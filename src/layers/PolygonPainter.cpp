@@ -32,12 +32,6 @@ struct Dot {
     int symbol;
 };
 
-/// Pictures of lines and curves have no tiles; patterns become lines there.
-bool TakesTiles(const QPainter& painter) {
-    const QPaintEngine* const engine = painter.paintEngine();
-    return engine == nullptr || (engine->type() != QPaintEngine::SVG && engine->type() != QPaintEngine::Pdf);
-}
-
 bool SameOutline(const LayerSymbol& a, const LayerSymbol& b) {
     return a.outline == b.outline && a.outlineWidth == b.outlineWidth;
 }
@@ -52,7 +46,7 @@ class PolygonPainting final {
     void Paint(const std::vector<SeenFeature>& seen) {
         for (const SeenFeature& each : seen)
             Gather(each);
-        if (TakesTiles(painter_)) {
+        if (IsOfPixels(painter_)) {
             FillAll();
             OutlineAll();
         } else {
@@ -147,7 +141,7 @@ class PolygonPainting final {
     [[nodiscard]] QPen PenOf(const LayerSymbol& symbol) const {
         if (symbol.outlineWidth <= 0) return Qt::NoPen;
         QPen pen(symbol.outline, symbol.outlineWidth * scale_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
-        pen.setCosmetic(true);
+        pen.setCosmetic(IsOfPixels(painter_));
         return pen;
     }
 
@@ -227,6 +221,11 @@ class PolygonPainting final {
 };
 
 } // namespace
+
+bool IsOfPixels(const QPainter& painter) {
+    const QPaintEngine* const engine = painter.paintEngine();
+    return engine == nullptr || (engine->type() != QPaintEngine::SVG && engine->type() != QPaintEngine::Pdf);
+}
 
 void PaintPolygons(QPainter& painter, const MapLayer& layer, const LayerSymbols& symbols, const MapView& view,
                    double scale, const std::vector<SeenFeature>& seen) {

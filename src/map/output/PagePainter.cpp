@@ -24,7 +24,7 @@ constexpr double kMargin = 40;
 constexpr double kGap = 10;
 constexpr double kLineGap = 2;
 
-constexpr double kLegendBelow = 0.42;  ///< of the height that map and legend have together, at most
+constexpr double kLegendBelow = 0.42;  ///< of the height of map and legend, which the legend gets where it needs it
 constexpr double kLegendBeside = 0.36; ///< of their width
 constexpr double kNotesHeight = 0.22;  ///< of the page's, at most
 constexpr double kTitlesHeight = 0.2;
@@ -167,17 +167,23 @@ class Page final {
         return {unit_, std::clamp(here / screen, kLeast * pixel, kMost * pixel)};
     }
 
+    /// The most that the legend may take: below the map all that the map leaves.
+    [[nodiscard]] QSizeF MostOfLegend(double gap) const {
+        if (beside_) return {free_.width() * kLegendBeside, free_.height()};
+        const double left = free_.height() - MapPlace(free_).height() - gap;
+        return {free_.width(), std::max(free_.height() * kLegendBelow, left)};
+    }
+
     void PlaceMapAndLegend() {
         const double gap = kGap * unit_;
+        const QSizeF most = MostOfLegend(gap);
         QRectF room = free_;
         if (beside_)
-            room.setWidth(free_.width() * (1 - kLegendBeside) - gap);
+            room.setWidth(free_.width() - most.width() - gap);
         else
-            room.setHeight(free_.height() * (1 - kLegendBelow) - gap);
+            room.setHeight(free_.height() - most.height() - gap);
         scale_ = ScaleFor(MapPlace(room));
         legend_.emplace(page_.draft, scale_);
-        const QSizeF most = beside_ ? QSizeF(free_.width() * kLegendBeside, free_.height())
-                                    : QSizeF(free_.width(), free_.height() * kLegendBelow);
         const QSizeF size = legend_->Arrange(painter_, most, beside_);
         PlaceMap(size, gap);
         PlaceLegend(size, gap);

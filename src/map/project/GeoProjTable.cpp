@@ -78,6 +78,19 @@ void BecomeNumbers(Column& column) {
     column.slot[kDecimalsAt] = static_cast<char>(std::min<qsizetype>(decimals, std::max<qsizetype>(width - 2, 0)));
 }
 
+/// Takes away the blanks that no cell needs: they are most of the file.
+void Narrow(Column& column) {
+    qsizetype width = 1;
+    for (QByteArray& cell : column.cells) {
+        while (cell.endsWith(' '))
+            cell.chop(1);
+        width = std::max(width, cell.size());
+    }
+    for (QByteArray& cell : column.cells)
+        cell = cell.leftJustified(width, ' ');
+    column.slot[kWidthAt] = static_cast<char>(width);
+}
+
 void SetName(Column& column, const char* name) {
     column.slot.replace(0, kNameBytes, QByteArray(name).leftJustified(kNameBytes, '\0', true));
 }
@@ -146,7 +159,11 @@ std::optional<QByteArray> WithProjectFields(const QByteArray& table) {
     std::vector<Column> columns = ColumnsOf(table);
     for (std::size_t i = 0; i < columns.size(); ++i) {
         SetName(columns[i], kProjectFields[i].name);
-        if (kProjectFields[i].isNumber && columns[i].slot.at(kTypeAt) == 'C') BecomeNumbers(columns[i]);
+        if (columns[i].slot.at(kTypeAt) != 'C') continue;
+        if (kProjectFields[i].isNumber)
+            BecomeNumbers(columns[i]);
+        else
+            Narrow(columns[i]);
     }
     return TableOf(table.left(kSlot), columns);
 }

@@ -32,8 +32,9 @@ inline constexpr std::array<ProjectField, 11> kProjectFields{{{"Year", false, 29
 /// The path of a file beside the project, of its name with another ending (".dbf").
 [[nodiscard]] QString BesideProject(const QString& aprPath, const char* ending);
 
-/// A dBase table of kProjectFields in another's place: the same rows, the names as the project has them, and texts in
-/// fields of numbers as numbers (at most 20 characters; what is no number is blank). Nothing when the bytes are no
+/// A dBase table of kProjectFields in another's place: the same rows, the names as the project has them, fields of text
+/// as wide as their longest one, and texts in fields of numbers as numbers (at most 20 characters; what is no number is
+/// blank). Nothing when the bytes are no
 /// table of so many fields.
 [[nodiscard]] std::optional<QByteArray> WithProjectFields(const QByteArray& table);
 

@@ -114,6 +114,7 @@ TEST_F(PagePictureTest, VectorFilesHoldTextsAndNoPixels) {
         draft.classes.looks[static_cast<std::size_t>(fill)].fill = fill;
     const QByteArray svg = Saved("page.svg");
     EXPECT_FALSE(svg.contains("<image"));
+    EXPECT_FALSE(svg.contains("non-scaling-stroke")) << "lines grow with the picture";
     const QString texts = TextsOf(svg).join(QLatin1Char('|'));
     for (const char* const each : {"Main title", "Second line", "Per cent", "Class 11", "Missing", "Census A0001",
                                    "Census A0002", "1991", "1992", "No opinion"})
