@@ -52,22 +52,27 @@ void SetStyle(StackedLayer& layer, int style) {
     });
 }
 
-int WidthOf(const StackedLayer& layer) {
-    const LayerSymbol& symbol = First(layer);
-    const double width = layer.data.kind == LayerKind::Point  ? symbol.markerSize
-                         : layer.data.kind == LayerKind::Line ? symbol.lineWidth
-                                                              : symbol.outlineWidth;
-    return static_cast<int>(width);
+double LeastWidth(LayerKind kind) {
+    return kind == LayerKind::Point ? 1 : kind == LayerKind::Line ? 0.5 : 0;
 }
 
-void SetWidth(StackedLayer& layer, int width) {
+double MostWidth(LayerKind kind) {
+    return kind == LayerKind::Point ? 250 : 20;
+}
+
+double WidthOf(const StackedLayer& layer) {
+    const LayerSymbol& symbol = First(layer);
+    if (layer.data.kind == LayerKind::Point) return symbol.markerSize;
+    return layer.data.kind == LayerKind::Line ? symbol.lineWidth : symbol.outlineWidth;
+}
+
+void SetWidth(StackedLayer& layer, double width) {
+    const LayerKind kind = layer.data.kind;
+    const double allowed = std::clamp(width, LeastWidth(kind), MostWidth(kind));
     ChangeAll(layer, [&](LayerSymbol& symbol) {
-        if (layer.data.kind == LayerKind::Point)
-            symbol.markerSize = std::clamp(width, 1, kMostMarkerSize);
-        else if (layer.data.kind == LayerKind::Line)
-            symbol.lineWidth = std::clamp(width, 1, kMostLineWidth);
-        else
-            symbol.outlineWidth = std::clamp(width, 0, kMostLineWidth);
+        (kind == LayerKind::Point  ? symbol.markerSize
+         : kind == LayerKind::Line ? symbol.lineWidth
+                                   : symbol.outlineWidth) = allowed;
     });
 }
 

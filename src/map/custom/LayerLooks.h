@@ -13,13 +13,13 @@ namespace tessaro {
 /// Numbers that there are not change nothing.
 void SetStyle(StackedLayer& layer, int style);
 
-/// The widest line and outline, and the largest marker.
-inline constexpr int kMostLineWidth = 20;
-inline constexpr int kMostMarkerSize = 250;
+/// The least and the greatest width that a kind of layer may have; only outlines may have none.
+[[nodiscard]] double LeastWidth(LayerKind kind);
+[[nodiscard]] double MostWidth(LayerKind kind);
 /// The width of lines and of polygons' outlines, the size of markers, in pixels of the screen.
-[[nodiscard]] int WidthOf(const StackedLayer& layer);
-/// Widths beyond those that may be chosen become the nearest one; only outlines may have none.
-void SetWidth(StackedLayer& layer, int width);
+[[nodiscard]] double WidthOf(const StackedLayer& layer);
+/// Widths beyond the least and the greatest become the nearest of them.
+void SetWidth(StackedLayer& layer, double width);
 
 [[nodiscard]] QColor ColorOf(const StackedLayer& layer);
 void SetColor(StackedLayer& layer, const QColor& color);

@@ -21,6 +21,8 @@
 #include <QLocale>
 #include <QToolButton>
 
+#include <cmath>
+
 namespace tessaro {
 
 namespace {
@@ -44,6 +46,10 @@ QIcon StyleIcon(LayerKind kind, int style, const QPalette& palette) {
     QIcon icon(PictureOfStyle(kind, style, palette.text().color(), kPicture));
     icon.addPixmap(PictureOfStyle(kind, style, palette.highlightedText().color(), kPicture), QIcon::Selected);
     return icon;
+}
+
+QString WidthText(double width) {
+    return QLocale().toString(width, 'f', width == std::floor(width) ? 0 : 1);
 }
 
 /// A colour as it is, in rows that are selected too.
@@ -134,7 +140,7 @@ void frmMAPCustomize::ConnectControls() {
     connect(ui_->SSCmdDemoteLayer, &QToolButton::clicked, this, [this] { Move(false); });
     connect(ui_->cmdColor, &QPushButton::clicked, this, [this] { ChooseColor(false); });
     connect(ui_->cmdOutlineColor, &QPushButton::clicked, this, [this] { ChooseColor(true); });
-    connect(ui_->txtBorderWidth, &QSpinBox::valueChanged, this, &frmMAPCustomize::cmdOKWidth_Click);
+    connect(ui_->txtBorderWidth, &QDoubleSpinBox::valueChanged, this, &frmMAPCustomize::cmdOKWidth_Click);
     connect(ui_->cmdLabels, &QPushButton::clicked, this, &frmMAPCustomize::cmdLabels_Click);
     connect(ui_->chkRemember, &QCheckBox::clicked, this,
             [this](bool checked) { rows_.SetRemembered(Active(), checked); });
@@ -202,7 +208,7 @@ void frmMAPCustomize::ShowRow(int row) {
     if (MayStyle(layer)) style->setIcon(StyleIcon(kind, StyleOf(layer), palette()));
     auto* color = item(ColColor, MayColor(layer) ? QString() : byClasses);
     if (MayColor(layer)) color->setIcon(ColorIcon(ColorOf(layer)));
-    item(ColWidth, MayWiden(layer) ? QLocale().toString(WidthOf(layer)) : byClasses)
+    item(ColWidth, MayWiden(layer) ? WidthText(WidthOf(layer)) : byClasses)
         ->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
 }
 
@@ -236,8 +242,8 @@ void frmMAPCustomize::ShowActive() {
     ui_->cmdOutlineColor->setVisible(!line);
     ui_->cmdOutlineColor->setIcon(ColorSquare(OutlineOf(layer), theme::kIconSize));
     const QSignalBlocker quiet(ui_->txtBorderWidth);
-    ui_->txtBorderWidth->setRange(layer.data.kind == LayerKind::Polygon ? 0 : 1,
-                                  point ? kMostMarkerSize : kMostLineWidth);
+    ui_->txtBorderWidth->setRange(LeastWidth(layer.data.kind), MostWidth(layer.data.kind));
+    ui_->txtBorderWidth->setSingleStep(point ? 1 : 0.5);
     ui_->txtBorderWidth->setValue(WidthOf(layer));
     Enable(ui_->txtBorderWidth, MayWiden(layer), "TS_WhyByClasses");
     ui_->txtBorderWidth->setAccessibleName(ui_->lblWidth->accessibleName());
@@ -346,7 +352,7 @@ void frmMAPCustomize::ChooseColor(bool outline) {
     Changed();
 }
 
-void frmMAPCustomize::cmdOKWidth_Click(int width) {
+void frmMAPCustomize::cmdOKWidth_Click(double width) {
     if (Active() < 0) return;
     SetWidth(rows_.At(Active()), width);
     Changed();

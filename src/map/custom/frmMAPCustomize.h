@@ -52,7 +52,7 @@ class frmMAPCustomize final : public QDialog {
     void Move(bool up);
     void ChooseStyle(LayerKind kind, int style);
     void ChooseColor(bool outline);
-    void cmdOKWidth_Click(int width);
+    void cmdOKWidth_Click(double width);
     void cmdLabels_Click();
     void cmdApply_Click();
 

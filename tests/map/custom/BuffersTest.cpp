@@ -94,6 +94,14 @@ TEST_F(BuffersTest, ReplacesFormerOnes) {
     EXPECT_FALSE(Files().contains(QStringLiteral("Buffer_Cities.cpg"))) << "a code page of another table";
 }
 
+TEST_F(BuffersTest, LieInTheUsersFolderWhereTheInstallationCantBeWritten) {
+    const ReadOnlyFolder locked(maps_);
+    if (QFileInfo(maps_).isWritable()) GTEST_SKIP() << "root may write everywhere";
+    const BufferFile made = MakeBuffers(points_, QStringLiteral("Cities"), 5);
+    EXPECT_EQ(made.path, CacheFolder + QStringLiteral("/Maps/Buffers/Buffer_Cities.shp"));
+    EXPECT_TRUE(ReadLayer(made.path).layer);
+}
+
 TEST_F(BuffersTest, OtherShapesGiveHeadersOnly) {
     const QString squares = MakeLayer(QStringLiteral("Squares"), SHPT_POLYGON, {"ID_"}, {{"1"}});
     const BufferFile made = MakeBuffers(squares, QStringLiteral("Squares"), 10);

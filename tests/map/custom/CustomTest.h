@@ -6,7 +6,21 @@
 
 #include <QDir>
 
+#include <sys/stat.h>
+
 namespace tessaro::test {
+
+/// A folder that can't be written to while it lives; root could all the same, so such a machine skips the test.
+class ReadOnlyFolder final {
+  public:
+    explicit ReadOnlyFolder(const QString& path) : path_(path.toLocal8Bit()) { ::chmod(path_.constData(), 0555); }
+    ~ReadOnlyFolder() { ::chmod(path_.constData(), 0755); }
+    ReadOnlyFolder(const ReadOnlyFolder&) = delete;
+    ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
+
+  private:
+    QByteArray path_;
+};
 
 /// A folder of maps with small layers made by the independent library.
 class CustomTest : public MapTest {

@@ -13,11 +13,11 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
-#include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -238,7 +238,7 @@ TEST_F(LayerFormsTest, ChangesTheLooksOfTheActiveLayer) {
     const auto form = Customize();
     EXPECT_EQ(Cell(*form, 0, 2), "No");
     Press(*form, "cmdPointStyle2");
-    Find<QSpinBox>(*form, "txtBorderWidth").setValue(17);
+    Find<QDoubleSpinBox>(*form, "txtBorderWidth").setValue(17);
     SetColorAnswerer([](const QColor&) { return QColor(1, 2, 3); });
     Press(*form, "cmdColor");
     Press(*form, "cmdOutlineColor");
@@ -253,8 +253,9 @@ TEST_F(LayerFormsTest, ChangesTheLooksOfTheActiveLayer) {
     EXPECT_EQ(Find<QListWidget>(*form, "LVLayers").currentRow(), 1);
     EXPECT_FALSE(Find<QToolButton>(*form, "cmdPolygonStyle3").isEnabled()) << "the classes decide";
     EXPECT_FALSE(Find<QPushButton>(*form, "cmdColor").isEnabled());
-    Find<QSpinBox>(*form, "txtBorderWidth").setValue(3);
-    EXPECT_EQ(map_.At(0).symbols.symbols[0].outlineWidth, 3);
+    Find<QDoubleSpinBox>(*form, "txtBorderWidth").setValue(2.5);
+    EXPECT_EQ(map_.At(0).symbols.symbols[0].outlineWidth, 2.5);
+    EXPECT_EQ(Cell(*form, 1, 5), "2.5");
     InWindow([&] { Press(*form, "cmdLabels"); },
              [](QWidget& window) {
                  Find<QCheckBox>(window, "chkLabel").setChecked(true);

@@ -5,7 +5,6 @@
 #include <QFile>
 
 #include <random>
-#include <sys/stat.h>
 
 namespace tessaro::test {
 
@@ -17,18 +16,6 @@ constexpr int kArabic = 178;
 class LayerListFileTest : public CustomTest {
   protected:
     [[nodiscard]] QString ListFile() const { return maps_ + QStringLiteral("/LoadChkSHP.chk"); }
-};
-
-/// A folder that can't be written to while it lives; root could all the same, so such a machine skips the test.
-class ReadOnlyFolder final {
-  public:
-    explicit ReadOnlyFolder(const QString& path) : path_(path.toLocal8Bit()) { ::chmod(path_.constData(), 0555); }
-    ~ReadOnlyFolder() { ::chmod(path_.constData(), 0755); }
-    ReadOnlyFolder(const ReadOnlyFolder&) = delete;
-    ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
-
-  private:
-    QByteArray path_;
 };
 
 } // namespace

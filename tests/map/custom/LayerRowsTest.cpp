@@ -151,9 +151,9 @@ TEST_F(LayerRowsTest, ChangesLooks) {
     const struct {
         int row;
         int styles;
-        int mostWidth;
-        int leastWidth;
-    } cases[] = {{0, 11, 20, 0}, {1, 5, 20, 1}, {2, 4, 250, 1}};
+        double mostWidth;
+        double leastWidth;
+    } cases[] = {{0, 11, 20, 0}, {1, 5, 20, 0.5}, {2, 4, 250, 1}};
     for (const auto& [row, styles, mostWidth, leastWidth] : cases) {
         StackedLayer& layer = rows.At(row);
         EXPECT_EQ(StylesOf(layer.data.kind), styles);
