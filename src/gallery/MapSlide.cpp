@@ -47,9 +47,7 @@ QByteArray PictureOfMapPage(const office::Workbook& book) {
     const QString file = place.filePath(QStringLiteral("map.xls"));
     book.SaveCopy(file);
     const office::Workbook copy = office::SpreadsheetApplication::Hosted().OpenWorkbook(file);
-    copy.Sheet(1).SetPageSetup(
-        {.paper = office::Paper::Own, .header = office::PageLine(), .footer = office::PageLine()});
-    const QByteArray picture = WithoutMargins(office::FirstPageAsPng(copy, kPixelWidth));
+    const QByteArray picture = WithoutMargins(office::FirstSheetAsPng(copy, kPixelWidth));
     if (picture.isEmpty()) throw office::Error(office::Failure::Call, QStringLiteral("the page of the map is empty"));
     return picture;
 }

@@ -5,6 +5,7 @@
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "sheets/SheetLayout.h"
+#include "sheets/ValueCells.h"
 
 #include <QBuffer>
 
@@ -206,7 +207,7 @@ void MapSheet::Write(const Line& line) {
         if (line.lastColumn > line.column) sheet_.Cells(line.row, line.column, line.row, line.lastColumn).Merge();
     }
     cell.SetStyle(look);
-    cell.SetValue(line.text);
+    cell.SetValue(TextCell(line.text));
 }
 
 QRectF MapSheet::CellOf(int row, int column) const {
