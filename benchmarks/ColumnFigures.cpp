@@ -25,8 +25,8 @@ std::uintmax_t MakeImage(const std::string& database, const std::string& folder)
     return bytes;
 }
 
-constexpr auto kReadByHand = "SELECT sum(RowNId), sum(TimePeriodNId), sum(IUSNId), sum(AreaNId), sum(SourceNId), "
-                             "sum(FootnoteNId), sum(length(Datavalue)) FROM Data NOT INDEXED";
+constexpr auto kReadByHand = "SELECT RowNId, TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue FROM "
+                             "Data NOT INDEXED";
 
 } // namespace
 

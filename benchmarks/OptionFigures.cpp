@@ -153,7 +153,7 @@ void MeasureDataOptions(Report& report, const BenchSession& session) {
         report.Compare(
             "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02);
         report.Compare(
-            "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.1);
+            "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07);
     }
     SelectHalf();
     const BenchSession::Copies copies = session.CopyForHand();

@@ -13,14 +13,21 @@ namespace {
 constexpr std::size_t kMostCodes = 1U << 20U;
 constexpr std::int64_t kNear = 1 << 20;
 
+// A width that is known when it is compiled makes a copy one instruction.
 std::uint32_t CodeAt(const std::vector<unsigned char>& codes, std::size_t row, std::uint8_t width) {
+    if (width == 1) return codes[row];
+    std::uint16_t narrow = 0;
     std::uint32_t code = 0;
-    std::memcpy(&code, codes.data() + row * width, width);
-    return code;
+    if (width == 4) std::memcpy(&code, codes.data() + row * 4, 4);
+    if (width == 2) std::memcpy(&narrow, codes.data() + row * 2, 2);
+    return width == 2 ? narrow : code;
 }
 
 void PutCode(std::vector<unsigned char>& codes, std::size_t row, std::uint8_t width, std::uint32_t code) {
-    std::memcpy(codes.data() + row * width, &code, width);
+    const auto narrow = static_cast<std::uint16_t>(code);
+    if (width == 1) codes[row] = static_cast<unsigned char>(code);
+    if (width == 2) std::memcpy(codes.data() + row * 2, &narrow, 2);
+    if (width == 4) std::memcpy(codes.data() + row * 4, &code, 4);
 }
 
 /// The decimals of a number whose text is the one that its double is written with: no blanks, no sign +, no zeros in

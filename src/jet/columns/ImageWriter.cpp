@@ -124,18 +124,18 @@ ImageWriter::ImageWriter(const std::vector<ImageField>& fields) {
 void ImageWriter::AddRow(sqlite3_stmt* row, int from) {
     if (rows_ == std::numeric_limits<std::uint32_t>::max()) throw Error(ErrorNumber::TooLarge, "Too many rows.");
     for (Column& column : columns_) {
-        const int type = sqlite3_column_type(row, from);
+        sqlite3_value* const value = sqlite3_column_value(row, from++);
+        const int type = sqlite3_value_type(value);
         const bool null = type == SQLITE_NULL;
         if (!null && type != (column.field.isValue ? SQLITE_TEXT : SQLITE_INTEGER)) FailUnfit(column.field.name);
         if (!column.field.isValue) {
-            column.numbers.Add(null ? std::nullopt : std::optional(sqlite3_column_int64(row, from)));
+            column.numbers.Add(null ? std::nullopt : std::optional(sqlite3_value_int64(value)));
         } else if (null) {
             column.values.Add(std::nullopt);
         } else {
-            const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(row, from));
-            column.values.Add(std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(row, from))));
+            const auto* const text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+            column.values.Add(std::string_view(text, static_cast<std::size_t>(sqlite3_value_bytes(value))));
         }
-        ++from;
     }
     ++rows_;
 }

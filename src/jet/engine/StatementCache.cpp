@@ -85,25 +85,27 @@ CachedStatement* StatementCache::find(std::string_view sql, Way way) const {
 }
 
 void StatementCache::TranslateAnew(CachedStatement& statement) {
+    const unsigned version = catalogue_.version(); // an image may come while the answers are taken
     const NotingCatalogue noting(catalogue_);
     LeftOutSteps leftOut = leftOut_;
     if (statement.way == Way::Plain) leftOut.emplace(kColumnScans);
     statement.translation = Translate(statement.text, noting, leftOut);
     statement.asked = noting.asked();
-    statement.version = catalogue_.version();
+    statement.version = version;
     statement.prepared = {};
     ++counts_.translated;
 }
 
 // A filter drops its working tables and makes them again with the same fields, so translations for them stay valid.
 bool StatementCache::isGood(CachedStatement& statement) const {
-    if (statement.version == catalogue_.version()) return true;
+    const unsigned version = catalogue_.version();
+    if (statement.version == version) return true;
     const bool same = std::ranges::all_of(statement.asked, [&](const AskedTable& each) {
         if (each.question == Question::Link) return catalogue_.isLink(each.name) == (each.stamp != 0);
         if (each.question == Question::Image) return catalogue_.imageStamp(each.name) == each.stamp;
         return catalogue_.stamp(each.name) == each.stamp;
     });
-    if (same) statement.version = catalogue_.version();
+    if (same) statement.version = version;
     return same;
 }
 

@@ -3,8 +3,10 @@
 #include "jet/columns/ColumnImage.h"
 #include "jet/functions/Functions.h"
 #include "jet/rewrite/JoinedTables.h"
+#include "jet/sql/CopyExpression.h"
 #include "jet/sql/MakeTree.h"
 #include "jet/sql/VisitOperands.h"
+#include "jet/values/NumberList.h"
 #include "jet/values/Value.h"
 
 #include <algorithm>
@@ -271,9 +273,19 @@ class ScanRewrite final : JoinedTables {
         }
         if (tables == Bit(large_) && (ReadValueTest(condition) || ReadFilledTest(condition) || ReadListTest(condition)))
             return Role::Pushed;
+        if (tables == Bit(large_) && !LeavesMost(condition)) return std::nullopt;
         const bool ofOne = std::has_single_bit(tables) && tables != Bit(large_);
         if (ofOne && !HoldsLongList(condition)) return Role::Own;
         return ReadOutside(condition) ? std::optional(Role::Outside) : std::nullopt;
+    }
+
+    /// False for conditions on the large table by which an index would find the rows sooner.
+    [[nodiscard]] static bool LeavesMost(const Expression& condition) {
+        if (const auto* comparison = std::get_if<Comparison>(&condition.node))
+            return comparison->op == ComparisonOperator::NotEqual;
+        if (const auto* list = std::get_if<InList>(&condition.node)) return list->negated;
+        if (const auto* null = std::get_if<IsNull>(&condition.node)) return null->negated;
+        return std::holds_alternative<Not>(condition.node);
     }
 
     [[nodiscard]] std::optional<Link> LinkIn(const Expression& condition) const {
@@ -320,7 +332,18 @@ class ScanRewrite final : JoinedTables {
         return trimmed != nullptr && trimmed->name == "trim" && IsValue(*trimmed->arguments.front());
     }
 
+    /// "field = number", too, is a list, of one.
     bool ReadListTest(const Expression& condition) {
+        const auto* comparison = std::get_if<Comparison>(&condition.node);
+        if (comparison != nullptr && comparison->op == ComparisonOperator::Equal) {
+            const ColumnInfo* field = LargeField(*comparison->left);
+            const auto* number = std::get_if<NumberLiteral>(&comparison->right->node);
+            const bool listed = number != nullptr && NumberListLength(number->text + ")") == number->text.size();
+            if (field == nullptr || !IsWhole(field->type) || !listed) return false;
+            plan_.lists.push_back({0, false, number->text});
+            listed_.push_back(field->name);
+            return true;
+        }
         const auto* list = std::get_if<InList>(&condition.node);
         const ColumnInfo* field = list != nullptr ? LargeField(*list->operand) : nullptr;
         if (field == nullptr || list->numbers.empty() || !IsWhole(field->type)) return false;
@@ -415,9 +438,21 @@ class ScanRewrite final : JoinedTables {
             const int position = image_->find(listed_[i]);
             if (position < 0) return false;
             plan_.lists[i].column = static_cast<std::size_t>(position);
-            if (image_->columns()[plan_.lists[i].column].form == ColumnForm::Values) return false;
+            const ImageColumn& column = image_->columns()[plan_.lists[i].column];
+            if (column.form == ColumnForm::Values || FindsFewRows(column, plan_.lists[i])) return false;
         }
         return true;
+    }
+
+    /// True when an index would give the listed rows sooner.
+    [[nodiscard]] bool FindsFewRows(const ImageColumn& column, const ScanListTest& test) const {
+        constexpr std::size_t kManyTimes = 200;
+        if (test.negated) return false;
+        const NumberList list(test.numbers);
+        std::size_t rows = column.form == ColumnForm::Coded ? 0 : list.size();
+        for (std::size_t code = column.hasNull ? 1 : 0; code < column.numbers.size(); ++code)
+            if (list.contains(column.numbers[code])) rows += column.counts[code];
+        return rows < image_->rows() / kManyTimes;
     }
 
     bool PlaceLinks() {
@@ -498,12 +533,13 @@ class ScanRewrite final : JoinedTables {
     }
 
     /// "SELECT field, ranked FROM small WHERE its own conditions". A table that stays in the join keeps its conditions
-    /// there; its keys only spare the scan some groups.
+    /// there as well.
     [[nodiscard]] QueryPtr KeysOf(const Link& link) {
         std::vector<ExpressionPtr> where;
-        for (std::size_t i = 0; i < conditions_.size(); ++i)
-            if (roles_[i] == Role::Own && conditions_[i].tables == Bit(link.table) && !IsKept(link.table))
-                where.push_back(std::move(conditions_[i].expression));
+        for (std::size_t i = 0; i < conditions_.size(); ++i) {
+            if (roles_[i] != Role::Own || conditions_[i].tables != Bit(link.table)) continue;
+            if (ExpressionPtr own = Copied(*conditions_[i].expression)) where.push_back(std::move(own));
+        }
         QueryPtr query = QueryOf(Bit(link.table), MakeExpression(select_.at, ColumnName(link.field)),
                                  AllOf(select_.at, std::move(where)));
         if (const Ranked* ranked = RankedOf(link.table)) {
