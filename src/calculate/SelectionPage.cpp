@@ -147,8 +147,17 @@ void SelectionPage::ShowLists() {
     if (showSubpop_) heads << PlainText(QStringLiteral("Subpop"));
     for (KeyedList* list : {&lists_->Available(), &lists_->Selected()})
         if (list->Items().columnCount() != heads.size() || list->Items().Count() == 0) list->SetColumns(heads);
+    const int row = std::max(lists_->Available().currentIndex().row(), 0);
     lists_->Available().Items().SetItems(std::move(available));
     lists_->Selected().Items().SetItemsInOrder(std::move(selected));
+    HighlightRow(row);
+}
+
+/// The row in this place, or the last one: what Return takes next.
+void SelectionPage::HighlightRow(int row) {
+    KeyedList& list = lists_->Available();
+    if (const int rows = list.model()->rowCount(); rows > 0)
+        list.setCurrentIndex(list.model()->index(std::min(row, rows - 1), 0));
 }
 
 } // namespace tessaro

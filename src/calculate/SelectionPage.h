@@ -32,6 +32,7 @@ class SelectionPage final : public CalculationPage {
     void Add(const QStringList& keys);
     void Remove(const QStringList& keys);
     void ShowLists();
+    void HighlightRow(int row);
     [[nodiscard]] const std::vector<CalculationItem>& Offered(bool withSubpops) const;
 
     const CalcType type_;
