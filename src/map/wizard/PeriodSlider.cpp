@@ -4,7 +4,7 @@
 #include "controls/Theme.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -22,14 +22,14 @@ PeriodSlider::PeriodSlider(QWidget* parent)
     chkSameClasses_->setObjectName(QStringLiteral("chkSameClasses"));
     sldPeriod_->setPageStep(1);
     lblPeriod_->setBuddy(sldPeriod_);
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(theme::kGrid, theme::kGrid, theme::kGrid, theme::kGrid);
-    row->setSpacing(theme::kGrid);
-    row->addWidget(lblPeriod_);
-    row->addWidget(sldPeriod_, 1);
-    row->addWidget(lblPeriodShown_);
-    row->addSpacing(theme::kGrid);
-    row->addWidget(chkSameClasses_);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(theme::kGrid, theme::kGrid, theme::kGrid, theme::kGrid);
+    grid->setSpacing(theme::kGrid);
+    grid->setColumnStretch(1, 1);
+    grid->addWidget(lblPeriod_, 0, 0);
+    grid->addWidget(sldPeriod_, 0, 1);
+    grid->addWidget(lblPeriodShown_, 0, 2);
+    grid->addWidget(chkSameClasses_, 1, 0, 1, 3);
     connect(sldPeriod_, &QSlider::valueChanged, this, [this](int place) {
         ShowPeriod();
         Q_EMIT PeriodChosen(periods_.value(place));

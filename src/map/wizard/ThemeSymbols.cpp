@@ -80,7 +80,8 @@ void SizeByClass(ClassTable& table, int largest) {
         table.looks[row].marker = static_cast<int>(Marker::Circle);
         table.looks[row].color = kPointColor;
     }
-    table.missing.size = kLeastMarker;
+    table.missing.size = kLeastMarker - 1;
+    table.missing.color = QColor(200, 200, 200);
 }
 
 bool LooksLikeTotal(const MapTheme& theme, const MapAreas& areas) {

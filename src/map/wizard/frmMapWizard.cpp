@@ -23,12 +23,14 @@
 #include <QSplitter>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace tessaro {
 
 namespace {
 
 constexpr QSize kWished(1240, 760);
-constexpr int kPageWidth = 560;
+constexpr int kPageWidth = 540;
 
 /// Asks for a layer's file that is not in its place, as long as the user wants to look for it.
 QString LocateLayer(QWidget* parent, const QString& key, const QString& path) {
@@ -159,7 +161,8 @@ void frmMapWizard::PageShown(int step) {
         splitter->addWidget(pane_);
         splitter->setStretchFactor(0, 0);
         splitter->setStretchFactor(1, 1);
-        splitter->setSizes({kPageWidth, width() - kPageWidth});
+        const int page = std::min(kPageWidth, width() * 9 / 20); // the map has the larger part
+        splitter->setSizes({page, width() - page});
     }
     for (QPushButton* button : {cmdExport_, cmdPicture_})
         button->setEnabled(step == CustomizeStep || step == PreviewStep);

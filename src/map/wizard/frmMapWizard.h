@@ -91,8 +91,8 @@ class frmMapWizard final : public HostedWizard {
     QPushButton* cmdExport_;
     QPushButton* cmdPicture_;
     std::unique_ptr<frmMAPIdentify> identify_;
-    QString untouched_;                   ///< the draft as the wizard itself has made it
-    std::vector<ClassLook> looksOfAreas_; ///< from before points took their place
+    QString untouched_;       ///< the draft as the wizard itself has made it
+    ClassTable looksOfAreas_; ///< from before points took their place
     bool started_ = false;
     bool dataSaved_ = false; ///< the classes stand in `_MapData`
 };

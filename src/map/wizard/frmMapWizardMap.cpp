@@ -25,7 +25,7 @@ namespace {
 
 constexpr double kReach = 5;          ///< pixels around the pointer in which a small island is found
 constexpr double kIdentifyReach = 50; ///< the same around a place that is to be identified
-constexpr int kLargestPoint = 36;     ///< pixels, of the top class
+constexpr int kLargestPoint = 20;     ///< pixels, of the top class
 
 } // namespace
 
@@ -90,11 +90,13 @@ void frmMapWizard::TakeAdvice() {
     ClassTable table = classes_->Table();
     table.kind = theme_.Kind();
     if (points) {
-        looksOfAreas_ = table.looks;
+        looksOfAreas_ = table;
         SizeByClass(table, kLargestPoint);
     } else {
-        for (std::size_t row = 0; row < table.looks.size() && !looksOfAreas_.empty(); ++row)
-            table.looks[row].color = looksOfAreas_[std::min(row, looksOfAreas_.size() - 1)].color;
+        const std::vector<ClassLook>& looks = looksOfAreas_.looks;
+        for (std::size_t row = 0; row < table.looks.size() && !looks.empty(); ++row)
+            table.looks[row].color = looks[std::min(row, looks.size() - 1)].color;
+        table.missing = looksOfAreas_.missing;
     }
     classes_->SetTable(table);
     if (Step() >= CustomizeStep) dataSaved_ = SaveData(draft_.classes);

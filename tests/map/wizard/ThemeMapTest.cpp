@@ -15,6 +15,7 @@ namespace {
 class ThemeMapTest : public MapWizardTest {
   protected:
     ThemeMap Begun() {
+        draft_ = NewMapDraft();
         ThemeMap theme(map_, draft_, [](const QString&, const QString&) { return QString(); });
         theme.Begin();
         return theme;
@@ -27,7 +28,7 @@ class ThemeMapTest : public MapWizardTest {
     }
 
     LayerStack map_;
-    MapDraft draft_ = NewMapDraft();
+    MapDraft draft_;
 };
 
 } // namespace
@@ -110,9 +111,10 @@ TEST_F(ThemeMapTest, DrawsAsTheSavedTableWould) {
     const ThemeMap theme = Begun();
     ClassTable table;
     table.decimals = SetDecimal();
-    const std::vector<double> values = theme.Areas().Values();
-    ASSERT_GE(values.size(), 2U);
-    SetClasses(table, {{values.front(), values.front(), values.front(), values.front(), 1}}, table.decimals);
+    const int india = theme.Areas().RowOf(QStringLiteral("ASIIND"));
+    ASSERT_GE(india, 0);
+    const double value = *theme.Areas().Rows()[static_cast<std::size_t>(india)].number;
+    SetClasses(table, {{value, value, value, value, 1}}, table.decimals);
     table.looks[0].color = Qt::red;
     ASSERT_TRUE(SaveData(table));
     const MapLayer& layer = map_.At(0).data;
