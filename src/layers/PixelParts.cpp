@@ -9,9 +9,11 @@ namespace {
 /// Ends far outside the picture are pulled to this many pixels beyond it: the painter's own numbers end somewhere.
 constexpr double kFarOutside = 8000;
 
-/// The middle of the pixel. Above 0, a conversion to int cuts off as floor does, and is far quicker.
+/// The middle of the pixel; for what is no number one far outside. Above 0, a conversion to int cuts off as floor does,
+/// and is far quicker.
 double Snapped(double place, double size) {
-    return static_cast<int>(std::clamp(place, -kFarOutside, size + kFarOutside) + kFarOutside) - kFarOutside + 0.5;
+    const double near = std::min(std::max(-kFarOutside, place), size + kFarOutside);
+    return static_cast<int>(near + kFarOutside) - kFarOutside + 0.5;
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "session/Messages.h"
 #include "ui_ClassesPage.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QLocale>
 
@@ -35,7 +36,9 @@ const char* HeadOf(Symbol symbol) {
 }
 
 QTableWidgetItem* NumberItem(const QString& text, bool editable) {
-    auto* item = new QTableWidgetItem(text);
+    // Without a mark of direction, a minus would stand behind the number in languages from right to left.
+    auto* item = new QTableWidgetItem(
+        text.startsWith(QLatin1Char('-')) && QApplication::isRightToLeft() ? QChar(0x200E) + text : text);
     item->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     if (!editable) item->setForeground(QPalette().brush(QPalette::PlaceholderText));
     return item;
