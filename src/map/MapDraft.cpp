@@ -62,7 +62,9 @@ QString Shortest(double number) {
     return QString::number(number, 'g', QLocale::FloatingPointShortest);
 }
 
-QString FontName(const QFont& font) {
+/// Empty for the program's own font. A font must have a family to be read again.
+QString FontName(QFont font) {
+    if (font.family().isEmpty()) font.setFamily(QFont().family());
     return font == QFont() ? QString() : PlainLineText(font.toString());
 }
 

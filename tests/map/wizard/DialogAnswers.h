@@ -8,11 +8,16 @@
 
 namespace tessaro::test {
 
-/// Calls `drive` with each modal dialog that opens while it lives; one that is still open afterwards is cancelled.
+/// Calls `drive` with each modal dialog that opens while it lives; one that is still open afterwards is cancelled, and
+/// menus are closed.
 class DialogAnswers final {
   public:
     explicit DialogAnswers(std::function<void(QDialog&)> drive) : drive_(std::move(drive)) {
         QObject::connect(&look_, &QTimer::timeout, &look_, [this] {
+            if (QWidget* const menu = QApplication::activePopupWidget()) {
+                menu->close();
+                return;
+            }
             auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (!dialog || dialog->inherits("tessaro::WizardFrame")) return;
             ++seen;
