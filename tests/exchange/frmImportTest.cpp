@@ -76,7 +76,7 @@ TEST_F(FrmImportTest, AsksBeforeItChangesTheOpenDatabaseAndKeepsAMapping) {
         Click(wizard, "CmdNext");
         answers = {answer, MessageCode::Yes};
         Click(wizard, "CmdFinish");
-        if (answer == MessageCode::No) EXPECT_EQ(Values(base_), before);
+        EXPECT_EQ(Values(base_) == before, answer == MessageCode::No);
         wizard.CmdCancel_Click();
     }
     EXPECT_EQ(Values(base_).size(), before.size() + 1);
