@@ -68,7 +68,7 @@ TEST_F(FrmImportTest, AsksBeforeItChangesTheOpenDatabaseAndKeepsAMapping) {
     for (const int answer : {MessageCode::No, MessageCode::Yes}) {
         frmImport wizard;
         Choose(wizard, file);
-        QTest::mouseClick(Find<QAbstractButton>(wizard, "optInto_3"), Qt::LeftButton);
+        Find<QAbstractButton>(wizard, "optInto_3")->click();
         Click(wizard, "CmdNext");
         SetFileAnswerer([kept](const FileQuestion&) { return kept; });
         Click(wizard, answer == MessageCode::No ? "cmdKeepMapping" : "cmdUseMapping");
