@@ -34,7 +34,7 @@ CheckPage::CheckPage(QWidget* parent) : QWidget(parent) {
     rows_ = new TextTableModel(this);
     table->setModel(rows_);
     outer->addWidget(table, 1);
-    table->SetColumnWishes({{.text = 300, .weight = 2}, {.text = 120}, {.text = 300, .weight = 2}, {.text = 200}});
+    table->SetColumnWishes({{.text = 420, .weight = 3}, {.text = 160}, {.text = 300, .weight = 2}, {.text = 200}});
     connect(cmbTable_, &QComboBox::currentIndexChanged, this, &CheckPage::ShowTable);
     connect(save, &QPushButton::clicked, this, &CheckPage::SaveReport);
 }

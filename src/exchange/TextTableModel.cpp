@@ -1,5 +1,7 @@
 #include "exchange/TextTableModel.h"
 
+#include "session/DisplayValue.h"
+
 namespace tessaro {
 
 void TextTableModel::Show(ImportTable table) {
@@ -17,8 +19,11 @@ int TextTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant TextTableModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
-    return table_.row(static_cast<std::size_t>(index.row())).value(index.column());
+    const bool isAlignment = role == Qt::TextAlignmentRole;
+    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole && !isAlignment)) return {};
+    const QString text = table_.row(static_cast<std::size_t>(index.row())).value(index.column());
+    if (!isAlignment) return text;
+    return QVariant::fromValue(Qt::AlignVCenter | (ReadsAsNumber(text) ? Qt::AlignRight : Qt::AlignLeading));
 }
 
 QVariant TextTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -68,7 +68,7 @@ TEST_F(FrmImportTest, AsksBeforeItChangesTheOpenDatabaseAndKeepsAMapping) {
     for (const int answer : {MessageCode::No, MessageCode::Yes}) {
         frmImport wizard;
         Choose(wizard, file);
-        QTest::mouseClick(Find<QAbstractButton>(wizard, "optInto_3"), Qt::LeftButton);
+        Find<QAbstractButton>(wizard, "optInto_3")->click();
         Click(wizard, "CmdNext");
         SetFileAnswerer([kept](const FileQuestion&) { return kept; });
         Click(wizard, answer == MessageCode::No ? "cmdKeepMapping" : "cmdUseMapping");
@@ -76,7 +76,7 @@ TEST_F(FrmImportTest, AsksBeforeItChangesTheOpenDatabaseAndKeepsAMapping) {
         Click(wizard, "CmdNext");
         answers = {answer, MessageCode::Yes};
         Click(wizard, "CmdFinish");
-        if (answer == MessageCode::No) EXPECT_EQ(Values(base_), before);
+        EXPECT_EQ(Values(base_) == before, answer == MessageCode::No);
         wizard.CmdCancel_Click();
     }
     EXPECT_EQ(Values(base_).size(), before.size() + 1);
