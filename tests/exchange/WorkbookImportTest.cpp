@@ -1,5 +1,6 @@
 #include "exchange/ImportReport.h"
 #include "exchange/ImportSession.h"
+#include "office/Error.h"
 #include "office/ForeignWorkbook.h"
 #include "office/SpreadsheetApplication.h"
 #include "support/BombFiles.h"
