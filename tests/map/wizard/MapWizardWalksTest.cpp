@@ -1,3 +1,4 @@
+#include "controls/ColorDialogs.h"
 #include "controls/FileDialogs.h"
 #include "controls/FontDialogs.h"
 #include "map/classes/ClassesPage.h"
@@ -58,7 +59,7 @@ class Walker final {
         else if (auto* combo = qobject_cast<QComboBox*>(&control))
             Choose(*combo);
         else if (auto* field = qobject_cast<QLineEdit*>(&control))
-            QTest::keyClicks(field, Chance(50) ? QStringLiteral("7") : QStringLiteral("x/*\u0416"));
+            QTest::keyClicks(field, Chance(50) ? QStringLiteral("7") : QStringLiteral("x/*?"));
         else if (auto* slider = qobject_cast<QSlider*>(&control))
             slider->setValue(Below(slider->maximum() + 1));
         else if (auto* view = qobject_cast<QAbstractItemView*>(&control))
@@ -105,6 +106,7 @@ class MapWizardWalksTest : public MapWizardTest {
     void TearDown() override {
         SetFileAnswerer({});
         SetFontAnswerer({});
+        SetColorAnswerer({});
         MapWizardTest::TearDown();
     }
     void Walk(unsigned seed) {
@@ -119,6 +121,7 @@ class MapWizardWalksTest : public MapWizardTest {
             if (ending == QLatin1String("shp")) return Base("Land_Points") + QStringLiteral(".shp");
             return walker.Chance(50) ? QString() : folder.filePath(QStringLiteral("walk.") + ending);
         });
+        SetColorAnswerer([&](const QColor& color) { return walker.Chance(50) ? color.darker(120) : QColor(); });
         SetFontAnswerer([&](const QFont& font) { return walker.Chance(50) ? std::optional(font) : std::nullopt; });
         const DialogAnswers dialogs([&](QDialog& dialog) { walker.Walk(dialog); });
         for (int step = 0; step < 40 && wizard_->isVisible(); ++step) {
