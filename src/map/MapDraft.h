@@ -57,7 +57,7 @@ struct MapDraft {
     MapText disclaimer;
     bool titlesTyped = false; ///< the titles are the user's own; none is suggested any more
     MapLayout layout = MapLayout::Square;
-    bool smallMaps = false; ///< the workbook shows a small map for each of several periods
+    bool smallMaps = false;         ///< the workbook shows a small map for each of several periods
     QString labelFormula;           ///< AdvancedLabelFormula: what combined labels are made of
     std::vector<LayerDraft> layers; ///< from the lowest to the topmost
     MapBox extent;                  ///< what is seen; empty: everything

@@ -87,9 +87,9 @@ class Keys final {
     void Press(const QString& key, bool fromQueue) {
         if (fromQueue) queue_.pop_front();
         if (key.startsWith(QLatin1Char(':')))
-            pressing_.start(Q("xdotool"), {Q("type"), Q("--delay"), Q("15"), key.mid(1)});
+            pressing_.start(QStringLiteral("xdotool"), {Q("type"), Q("--delay"), Q("15"), key.mid(1)});
         else
-            pressing_.start(Q("xdotool"), {Q("key"), key});
+            pressing_.start(QStringLiteral("xdotool"), {Q("key"), key});
     }
 
     QTimer timer_;

@@ -25,7 +25,9 @@ TEST(ColumnScansTest, RandomStatementsGiveTheSameRowsBothWays) {
             const std::string sql = random.Next();
             ++statements;
             scanned += database.Scans(sql) ? 1 : 0;
-            ASSERT_EQ(ScanDatabase::Outcome(database.withImages(), sql), ScanDatabase::Outcome(database.plain(), sql))
+            ASSERT_EQ(ScanDatabase::Difference(ScanDatabase::Outcome(database.withImages(), sql),
+                                               ScanDatabase::Outcome(database.plain(), sql)),
+                      "")
                 << "seed " << seed + round << "\n"
                 << sql;
         }

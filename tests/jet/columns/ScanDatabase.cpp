@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <sstream>
 
 namespace jet::test {
 
@@ -21,6 +24,30 @@ std::string Cell(const Value& value) {
     std::array<char, 64> digits{};
     std::snprintf(digits.data(), digits.size(), "%.10g", value.toDouble());
     return digits.data();
+}
+
+/// Cells that are both numbers, up to the last of the digits that they were rounded to.
+bool SameCell(const std::string& a, const std::string& b) {
+    if (a == b) return true;
+    char* endOfA = nullptr;
+    char* endOfB = nullptr;
+    const double x = std::strtod(a.c_str(), &endOfA);
+    const double y = std::strtod(b.c_str(), &endOfB);
+    const bool numbers = !a.empty() && !b.empty() && *endOfA == 0 && *endOfB == 0;
+    return numbers && std::abs(x - y) <= 1e-9 * std::max({1.0, std::abs(x), std::abs(y)});
+}
+
+bool SameRow(const std::string& a, const std::string& b) {
+    std::istringstream cellsOfA(a);
+    std::istringstream cellsOfB(b);
+    std::string x;
+    std::string y;
+    bool more = true;
+    while (more) {
+        more = static_cast<bool>(std::getline(cellsOfA, x, '|'));
+        if (static_cast<bool>(std::getline(cellsOfB, y, '|')) != more || (more && !SameCell(x, y))) return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -116,6 +143,15 @@ std::vector<std::string> ScanDatabase::Outcome(Connection& connection, const std
     }
     std::ranges::sort(rows);
     return rows;
+}
+
+std::string ScanDatabase::Difference(const std::vector<std::string>& some, const std::vector<std::string>& others) {
+    for (std::size_t row = 0; row < std::max(some.size(), others.size()); ++row) {
+        const std::string a = row < some.size() ? some[row] : "no row";
+        const std::string b = row < others.size() ? others[row] : "no row";
+        if (!SameRow(a, b)) return a + " and " + b;
+    }
+    return {};
 }
 
 } // namespace jet::test

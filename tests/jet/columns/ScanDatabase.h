@@ -35,6 +35,11 @@ class ScanDatabase {
     /// gives the rows of the table that it makes, which is dropped again.
     [[nodiscard]] static std::vector<std::string> Outcome(Connection& connection, const std::string& sql);
 
+    /// The first row of one outcome that the other doesn't have, with that one's row in its place; empty when both are
+    /// the same. Numbers may differ in their tenth digit, to which outcomes are rounded.
+    [[nodiscard]] static std::string Difference(const std::vector<std::string>& some,
+                                                const std::vector<std::string>& others);
+
     /// Opens everything anew, with the images of a folder, as a new start of the program does.
     void OpenImages(const std::string& folder, std::uint64_t mostBytes = 1U << 30U);
 
