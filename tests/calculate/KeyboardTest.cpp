@@ -236,14 +236,15 @@ class KeyboardTest : public test::WizardTest, public testing::WithParamInterface
 };
 
 /// One language for each calculation; all with TESSARO_ALL_WALKS. Not the sub-total: it takes its sector from the data,
-/// and that of the test has none.
+/// and that of the test has none. The formula only with all: its list of names closes when the focus changes, which it
+/// does at random on a display without a window manager.
 std::vector<Walk> Walks() {
     const std::vector<const char*> languages{"en", "fr", "ar"};
     std::vector<Walk> walks;
     for (int type = 0; type < static_cast<int>(CalcType::Subtotal); ++type)
         for (std::size_t i = 0; i < languages.size(); ++i)
             if (qEnvironmentVariableIsSet("TESSARO_ALL_WALKS") ||
-                i == static_cast<std::size_t>(type) % languages.size())
+                (type != static_cast<int>(CalcType::Formula) && i == static_cast<std::size_t>(type) % languages.size()))
                 walks.push_back({static_cast<CalcType>(type), languages[i]});
     return walks;
 }
