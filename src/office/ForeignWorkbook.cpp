@@ -61,9 +61,10 @@ QStringList ForeignWorkbook::SheetNames() const {
 
 void ForeignWorkbook::SaveSheetAsText(int sheet, const QString& file) const {
     // Comma, quotation mark, UTF-8, from the first line, no column formats, American English, all texts in quotation
-    // marks, values and not what is shown of them, no formulas, blanks kept, one sheet.
+    // marks, no special numbers (for reading only), values and not what is shown of them, no formulas, blanks kept, and
+    // the sheet: without it the program writes the first one.
     document_->Export(file, "Text - txt - csv (StarCalc)",
-                      QStringLiteral("44,34,76,1,,1033,true,false,false,false,%1").arg(sheet));
+                      QStringLiteral("44,34,76,1,,1033,true,false,false,false,false,%1").arg(sheet));
 }
 
 void SaveCopyAs(const Workbook& book, const QString& file) {
