@@ -17,7 +17,10 @@ class WorkbookImportTest : public ImportSession {
         ImportSession::SetUp();
         office::SpreadsheetApplication::SetProfileFolder(Folder() + QStringLiteral("/Office"));
     }
-    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
+    void TearDown() override {
+        office::SpreadsheetApplication::QuitAll(); // before its profile goes with the folder
+        ImportSession::TearDown();
+    }
 
     /// A workbook whose second sheet has indicators over years, with merged heads, a formula, a per cent cell, a text
     /// that looks like a formula, and a day.
@@ -72,6 +75,11 @@ TEST_F(WorkbookImportTest, RefusesWhatIsNoWorkbook) {
     const QString good = MakeWorkbook(QStringLiteral("ods"));
     EXPECT_THROW(static_cast<void>(GuessDraft(good, QStringLiteral("no such sheet"))), ReadError);
     EXPECT_EQ(GuessDraft(good, QStringLiteral("Values, all")).ValueColumns(), 3) << "and then it goes on";
+}
+
+TEST_F(WorkbookImportTest, AnEmptySheetHasNoColumns) {
+    const QString file = MakeWorkbook(QStringLiteral("xlsx"));
+    EXPECT_TRUE(GuessDraft(file, office::ForeignWorkbook(file).SheetNames().first()).columns.empty());
 }
 
 TEST_F(WorkbookImportTest, SavesTheReportAsAWorkbook) {
