@@ -77,9 +77,12 @@ TEST_F(WorkbookImportTest, RefusesWhatIsNoWorkbook) {
     EXPECT_EQ(GuessDraft(good, QStringLiteral("Values, all")).ValueColumns(), 3) << "and then it goes on";
 }
 
-TEST_F(WorkbookImportTest, AnEmptySheetHasNoColumns) {
+TEST_F(WorkbookImportTest, AnEmptySheetHasNoColumnsAndTheNextOneIsTaken) {
     const QString file = MakeWorkbook(QStringLiteral("xlsx"));
-    EXPECT_TRUE(GuessDraft(file, office::ForeignWorkbook(file).SheetNames().first()).columns.empty());
+    const QStringList sheets = office::ForeignWorkbook(file).SheetNames();
+    EXPECT_TRUE(GuessDraft(file, sheets.first()).columns.empty());
+    EXPECT_EQ(GuessDraftOfSheets(file, sheets).sheet, "Values, all");
+    EXPECT_EQ(GuessDraftOfSheets(file, sheets.mid(0, 1)).sheet, QString());
 }
 
 TEST_F(WorkbookImportTest, SavesTheReportAsAWorkbook) {
