@@ -19,6 +19,8 @@ namespace {
 
 using Row = std::vector<std::string>;
 
+constexpr qsizetype kSheetsLookedAt = 5;
+
 /// Rows that are in memory as a table.
 class SampleReader final : public TableReader {
   public:
@@ -290,6 +292,14 @@ ImportDraft GuessDraft(const QString& file, const QString& sheet) {
     TakeLabels(sample, draft);
     FillConstants(file, draft);
     return draft;
+}
+
+ImportDraft GuessDraftOfSheets(const QString& file, const QStringList& sheets) {
+    ImportDraft first = GuessDraft(file);
+    if (first.ValueColumns() > 0) return first;
+    for (const QString& sheet : sheets.mid(1, kSheetsLookedAt - 1))
+        if (ImportDraft draft = GuessDraft(file, sheet); draft.ValueColumns() > 0) return draft;
+    return first;
 }
 
 } // namespace tessaro

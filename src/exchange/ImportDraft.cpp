@@ -9,7 +9,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int kMostRows = 2'000'000'000;
 const std::vector<const char*> kKindNames{"csv", "workbook", "px", "json-stat"};
 constexpr std::array<const char*, kRoles> kRoleNames{"left-out", "time",     "area-id", "area-name", "indicator",
                                                      "unit",     "subgroup", "source",  "value",     "footnote"};

@@ -25,6 +25,9 @@ constexpr int kRoles = 10;
 /// The caption of a role in the language of the program.
 [[nodiscard]] QString CaptionOf(Role role);
 
+/// The largest number of a row.
+constexpr int kMostRows = 2'000'000'000;
+
 struct ColumnRole {
     QString head; ///< the texts of its head rows, joined by " / "
     Role role = Role::LeftOut;

@@ -76,7 +76,6 @@ QSpinBox* MappingPage::AddSpin(QFormLayout& form, const char* name, const char* 
     spin->setRange(0, most);
     spin->setAccessibleName(PlainText(QLatin1String(key)));
     form.addRow(PlainText(QLatin1String(key)), spin);
-    connect(spin, &QSpinBox::valueChanged, this, &MappingPage::RowsChanged);
     return spin;
 }
 
@@ -86,6 +85,8 @@ QWidget* MappingPage::MakeRows() {
     rowsForm_->setContentsMargins(0, 0, 0, 0);
     spnSkipped_ = AddSpin(*rowsForm_, "spnSkipped", "TS_MappingSkipped", 1000);
     spnHeads_ = AddSpin(*rowsForm_, "spnHeads", "TS_MappingHeads", static_cast<int>(kMostHeadRows));
+    for (QSpinBox* spin : {spnSkipped_, spnHeads_})
+        connect(spin, &QSpinBox::valueChanged, this, &MappingPage::RowsChanged);
     for (std::size_t row = 0; row < kMostHeadRows; ++row) {
         auto* box = new QComboBox(rows);
         box->setObjectName(QStringLiteral("cmbHeadTells_%1").arg(row));
@@ -96,6 +97,8 @@ QWidget* MappingPage::MakeRows() {
         rowsForm_->addRow(caption, box);
         headTells_[row] = box;
     }
+    spnLast_ = AddSpin(*rowsForm_, "spnLast", "TS_MappingLast", kMostRows);
+    spnLast_->setSpecialValueText(PlainText(QStringLiteral("TS_MappingToEnd")));
     return rows;
 }
 
@@ -134,6 +137,7 @@ void MappingPage::ShowDraft(const ImportDraft& draft, const QStringList& samples
         const QSignalBlocker quiet(spin);
         spin->setValue(spin == spnSkipped_ ? draft.skippedRows : draft.headRows);
     }
+    spnLast_->setValue(draft.lastRow);
     for (std::size_t row = 0; row < kMostHeadRows; ++row) {
         rowsForm_->setRowVisible(headTells_[row], static_cast<int>(row) < draft.headRows);
         headTells_[row]->setCurrentIndex(row < draft.headTells.size() ? static_cast<int>(draft.headTells[row]) : 0);
@@ -150,6 +154,7 @@ void MappingPage::TakeInto(ImportDraft& draft) const {
         draft.columns[column].role = static_cast<Role>(rows[column].chosen);
     draft.skippedRows = spnSkipped_->value();
     draft.headRows = spnHeads_->value();
+    draft.lastRow = spnLast_->value();
     draft.headTells.clear();
     for (std::size_t row = 0; row < kMostHeadRows && static_cast<int>(row) < draft.headRows; ++row)
         draft.headTells.push_back(static_cast<Role>(headTells_[row]->currentIndex()));

@@ -44,6 +44,7 @@ class MappingPage final : public QWidget {
     ChoiceTableModel* columns_;
     QSpinBox* spnSkipped_;
     QSpinBox* spnHeads_;
+    QSpinBox* spnLast_;
     std::array<QComboBox*, kMostHeadRows> headTells_{};
     std::array<QLineEdit*, kRoles> constants_{};
     QLineEdit* txtSector_;

@@ -104,7 +104,7 @@ void frmImport::TakeFile(const QString& file) {
     FileSample sample;
     const bool read = Told([&] {
         if (KindOf(file) == FileKind::Workbook) sheets = SheetsOf(file);
-        draft = GuessDraft(file);
+        draft = GuessDraftOfSheets(file, sheets);
         sample = SampleOf(*OpenSource(file, draft));
     });
     if (!read) return;

@@ -185,7 +185,7 @@ void Document::Store(const QString& file) {
 
 void Document::Export(const QString& file, const char* exportFilter, const QString& options) {
     WorkFile work(file);
-    if (!Written(work.Name(), exportFilter, options))
+    if (!Written(work.Name(), exportFilter, options) || !work.IsWritten())
         throw Error(Failure::File, QStringLiteral("\"%1\" can't be written").arg(file));
     work.Replace();
 }
@@ -203,7 +203,7 @@ bool Document::Written(const QString& file, const char* exportFilter, const QStr
         }
     };
     Run(store, cellsWritten_);
-    return written && QFileInfo(file).size() > 0;
+    return written;
 }
 
 void Document::Write(int sheet, int row, int column, const Block& values) {

@@ -7,8 +7,10 @@
 
 #include <QFileInfo>
 
-#include <com/sun/star/container/XNameAccess.hpp>
+#include <com/sun/star/container/XNameReplace.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/util/XChangesBatch.hpp>
 
 namespace tessaro::office {
 
@@ -29,6 +31,43 @@ const char* FilterOf(const QString& file) {
 ProcessLink& Process() {
     return *SpreadsheetApplication::Instance().connection();
 }
+
+/// Gives the process another locale for numbers ("en-US") and returns the one that it had.
+QString ChangeLocale(const QString& locale) {
+    QString before;
+    Process().Run([&] {
+        const uno::Any path(Property("nodepath", uno::Any(Ascii("/org.openoffice.Setup/L10N"))));
+        const auto provider = Need<com::sun::star::lang::XMultiServiceFactory>(
+            Process().Service("com.sun.star.configuration.ConfigurationProvider"));
+        const auto access = Need<com::sun::star::container::XNameReplace>(provider->createInstanceWithArguments(
+            Ascii("com.sun.star.configuration.ConfigurationUpdateAccess"), uno::Sequence<uno::Any>(&path, 1)));
+        const rtl::OUString name = Ascii("ooSetupSystemLocale");
+        rtl::OUString old;
+        access->getByName(name) >>= old;
+        before = FromUno(old);
+        access->replaceByName(name, uno::Any(ToUno(locale)));
+        Need<com::sun::star::util::XChangesBatch>(access)->commitChanges();
+    });
+    return before;
+}
+
+/// Writes numbers as American English does while it lives, whatever the locale of the user.
+class PlainNumbers final {
+  public:
+    PlainNumbers() : before_(ChangeLocale(QStringLiteral("en-US"))) {}
+    ~PlainNumbers() {
+        try {
+            ChangeLocale(before_);
+        } catch (const Error&) {
+            // The process is gone; the next one has the user's locale.
+        }
+    }
+    PlainNumbers(const PlainNumbers&) = delete;
+    PlainNumbers& operator=(const PlainNumbers&) = delete;
+
+  private:
+    QString before_;
+};
 
 } // namespace
 
@@ -60,10 +99,12 @@ QStringList ForeignWorkbook::SheetNames() const {
 }
 
 void ForeignWorkbook::SaveSheetAsText(int sheet, const QString& file) const {
+    const PlainNumbers plain;
     // Comma, quotation mark, UTF-8, from the first line, no column formats, American English, all texts in quotation
-    // marks, values and not what is shown of them, no formulas, blanks kept, one sheet.
+    // marks, no special numbers (for reading only), values and not what is shown of them, no formulas, blanks kept, and
+    // the sheet: without it the program writes the first one.
     document_->Export(file, "Text - txt - csv (StarCalc)",
-                      QStringLiteral("44,34,76,1,,1033,true,false,false,false,%1").arg(sheet));
+                      QStringLiteral("44,34,76,1,,1033,true,false,false,false,false,%1").arg(sheet));
 }
 
 void SaveCopyAs(const Workbook& book, const QString& file) {

@@ -3,6 +3,7 @@
 #include "office/Error.h"
 #include "platform/Rights.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -30,6 +31,14 @@ WorkFile::WorkFile(const QString& target)
     const QFileInfo old(target_);
     if (target.isEmpty() || old.isDir() || (old.exists() && !old.isWritable()) || !folder_.isValid())
         throw Unwritable(target);
+}
+
+bool WorkFile::IsWritten() const {
+    const QDir folder(folder_.path());
+    const QStringList longer = folder.entryList({QStringLiteral("new-*")}, QDir::Files | QDir::Hidden);
+    if (longer.isEmpty()) return QFileInfo(name_).size() > 0;
+    QFile::remove(name_);
+    return QFile::rename(folder.filePath(longer.first()), name_);
 }
 
 void WorkFile::Replace() {

@@ -14,6 +14,9 @@ class WorkFile final {
     /// Where to write to: in a folder of its own beside the target, since a process that dies while it writes leaves
     /// work files of its own behind. What didn't take the target's place goes with this object.
     [[nodiscard]] const QString& Name() const { return name_; }
+    /// True when there is something under this name. What a filter wrote under a longer one ("new-Sheet2", which may be
+    /// empty) gets this name first.
+    [[nodiscard]] bool IsWritten() const;
     /// Failure::File when it can't take the target's place.
     void Replace();
 

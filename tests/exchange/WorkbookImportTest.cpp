@@ -17,7 +17,10 @@ class WorkbookImportTest : public ImportSession {
         ImportSession::SetUp();
         office::SpreadsheetApplication::SetProfileFolder(Folder() + QStringLiteral("/Office"));
     }
-    static void TearDownTestSuite() { office::SpreadsheetApplication::QuitAll(); }
+    void TearDown() override {
+        office::SpreadsheetApplication::QuitAll(); // before its profile goes with the folder
+        ImportSession::TearDown();
+    }
 
     /// A workbook whose second sheet has indicators over years, with merged heads, a formula, a per cent cell, a text
     /// that looks like a formula, and a day.
@@ -59,8 +62,8 @@ TEST_F(WorkbookImportTest, ReadsSheetsOfAllKindsOfWorkbooks) {
                                                              "India|2001|Maize, \"dry\"" + tail + "2469|",
                                                              "China|2001|Maize, \"dry\"" + tail + "12.5|"}))
             << ending;
-        EXPECT_EQ(Stages(), QStringList());
     }
+    EXPECT_EQ(Stages(), QStringList());
 }
 
 TEST_F(WorkbookImportTest, RefusesWhatIsNoWorkbook) {
@@ -72,6 +75,14 @@ TEST_F(WorkbookImportTest, RefusesWhatIsNoWorkbook) {
     const QString good = MakeWorkbook(QStringLiteral("ods"));
     EXPECT_THROW(static_cast<void>(GuessDraft(good, QStringLiteral("no such sheet"))), ReadError);
     EXPECT_EQ(GuessDraft(good, QStringLiteral("Values, all")).ValueColumns(), 3) << "and then it goes on";
+}
+
+TEST_F(WorkbookImportTest, AnEmptySheetHasNoColumnsAndTheNextOneIsTaken) {
+    const QString file = MakeWorkbook(QStringLiteral("xlsx"));
+    const QStringList sheets = office::ForeignWorkbook(file).SheetNames();
+    EXPECT_TRUE(GuessDraft(file, sheets.first()).columns.empty());
+    EXPECT_EQ(GuessDraftOfSheets(file, sheets).sheet, "Values, all");
+    EXPECT_EQ(GuessDraftOfSheets(file, sheets.mid(0, 1)).sheet, QString());
 }
 
 TEST_F(WorkbookImportTest, SavesTheReportAsAWorkbook) {

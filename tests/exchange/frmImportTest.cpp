@@ -5,6 +5,7 @@
 
 #include <QComboBox>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTableView>
 #include <QTest>
 
@@ -81,6 +82,21 @@ TEST_F(FrmImportTest, AsksBeforeItChangesTheOpenDatabaseAndKeepsAMapping) {
     }
     EXPECT_EQ(Values(base_).size(), before.size() + 1);
     EXPECT_TRUE(CanUndoImport(base_));
+}
+
+TEST_F(FrmImportTest, ReadsNoFurtherThanTheLastRow) {
+    frmImport wizard;
+    Choose(wizard, Write("Year,Area,Indicator,Value\n2010,Asia,Population,5\n2011,Asia,Population,6\nTotal,,,11\n"));
+    Click(wizard, "CmdNext");
+    QAbstractItemModel* const columns = Find<QTableView>(wizard, "grdColumns")->model();
+    ASSERT_TRUE(columns->setData(columns->index(2, 2), static_cast<int>(Role::LeftOut)));
+    Find<QSpinBox>(wizard, "spnLast")->setValue(3);
+    EXPECT_EQ(columns->index(2, 2).data().toString(), CaptionOf(Role::LeftOut)) << "what was chosen stays";
+    ASSERT_TRUE(columns->setData(columns->index(2, 2), static_cast<int>(Role::Indicator)));
+    Click(wizard, "CmdNext");
+    Click(wizard, "CmdNext");
+    QAbstractItemModel* const counts = Find<QTableView>(wizard, "grdReport")->model();
+    EXPECT_EQ(counts->index(0, 1).data().toString() + counts->index(1, 1).data().toString(), "22");
 }
 
 TEST_F(FrmImportTest, TellsWhatIsMissingAndWhatCanNotBeRead) {
