@@ -60,7 +60,7 @@ bool Tour::SelectOnly(const QString& indicator) {
     if (!available || !selected) return false;
     if (auto* removeAll = screen->findChild<QAbstractButton*>(QStringLiteral("cmdRemoveAll"))) removeAll->click();
     if (!WaitUntil([&] { return selected->Items().Count() == 0; })) return false;
-    available->HighlightKey(indicator);
+    available->HighlightKey(QLatin1Char('I') + indicator);
     Press(*screen, QStringLiteral("cmdAdd"));
     if (!WaitUntil([&] { return selected->Items().Count() == 1; })) return false;
     const std::pair<int, const char*> stages[] = {{1, "frmTime"}, {2, "frmAreas"}};
