@@ -9,6 +9,7 @@
 #include "map/classes/ClassesPage.h"
 #include "map/wizard/frmMapWizard.h"
 #include "office/SpreadsheetApplication.h"
+#include "session/Query.h"
 #include "session/Session.h"
 #include "shell/frmMain.h"
 
@@ -27,6 +28,13 @@ constexpr int kMostStart = 20000; ///< milliseconds
 
 void Press(QWidget& form, const QString& button) {
     if (auto* control = form.findChild<QAbstractButton*>(button)) control->click();
+}
+
+/// The number of the first combination of an indicator.
+QString CombinationOf(const QString& indicator) {
+    const Records found = Select(QStringLiteral("SELECT Min(IUSNId) FROM Indicator_Unit_Subpop WHERE IndicatorGId = ") +
+                                 Quoted(indicator));
+    return found.atEnd() ? QString() : found.Text(std::size_t{0});
 }
 
 } // namespace
@@ -60,7 +68,7 @@ bool Tour::SelectOnly(const QString& indicator) {
     if (!available || !selected) return false;
     if (auto* removeAll = screen->findChild<QAbstractButton*>(QStringLiteral("cmdRemoveAll"))) removeAll->click();
     if (!WaitUntil([&] { return selected->Items().Count() == 0; })) return false;
-    available->HighlightKey(QLatin1Char('I') + indicator);
+    available->HighlightKey(QLatin1Char('I') + CombinationOf(indicator));
     Press(*screen, QStringLiteral("cmdAdd"));
     if (!WaitUntil([&] { return selected->Items().Count() == 1; })) return false;
     const std::pair<int, const char*> stages[] = {{1, "frmTime"}, {2, "frmAreas"}};
