@@ -72,11 +72,15 @@ bool Tour::SelectOnly(const QString& indicator) {
     Press(*screen, QStringLiteral("cmdAdd"));
     if (!WaitUntil([&] { return selected->Items().Count() == 1; })) return false;
     const std::pair<int, const char*> stages[] = {{1, "frmTime"}, {2, "frmAreas"}};
+    // Both first: each selects what has data for the other.
     for (const auto& [stage, form] : stages) {
         if (!Click(QStringLiteral("picBannerButtons_%1").arg(stage))) return false;
         QWidget* page = Find(QLatin1String(form));
         if (!page) return false;
         Press(*page, QStringLiteral("cmdRemoveAll"));
+    }
+    for (const auto& [stage, form] : stages) {
+        if (!Click(QStringLiteral("picBannerButtons_%1").arg(stage))) return false;
         if (!ClickAutoSelect(QLatin1String(form), QStringLiteral("cmdAllFilter"))) return false;
         const char* table = stage == 1 ? "_SelTimePeriod" : "_SelArea";
         if (!WaitUntil([&] { return RowsOf(table) > 0; })) return false;
