@@ -80,10 +80,11 @@ QStringList Identify_list(const LayerStack& map, IdentifiedFeature found) {
 
 QString PlaceText(QPointF place) {
     const QLocale locale;
+    const QString between = QStringLiteral("; "); // a comma may be the decimal sign
     if (std::abs(place.x()) > kLargestDegrees || std::abs(place.y()) > kLargestDegrees)
-        return locale.toString(std::floor(place.x()), 'f', 0) + QStringLiteral(", ") +
+        return locale.toString(std::floor(place.x()), 'f', 0) + between +
                locale.toString(std::floor(place.y()), 'f', 0);
-    return locale.toString(WithinWorld(place.x()), 'f', kDecimalsOfDegrees) + QStringLiteral(", ") +
+    return locale.toString(WithinWorld(place.x()), 'f', kDecimalsOfDegrees) + between +
            locale.toString(place.y(), 'f', kDecimalsOfDegrees);
 }
 

@@ -16,6 +16,7 @@
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QLocale>
 #include <QMenu>
 #include <QPushButton>
 #include <QTableWidget>
@@ -248,14 +249,14 @@ TEST_F(LayerFormsTest, ChangesTheLooksOfTheActiveLayer) {
     EXPECT_EQ(symbol.color, QColor(1, 2, 3));
     EXPECT_EQ(symbol.outline, QColor(1, 2, 3));
     EXPECT_EQ(Cell(*form, 0, 3), "Triangle Marker");
-    EXPECT_EQ(Cell(*form, 0, 5), "17");
+    EXPECT_EQ(Cell(*form, 0, 5), QLocale().toString(17).toStdString());
     Find<QTableWidget>(*form, "grdCollection").setCurrentCell(1, 0);
     EXPECT_EQ(Find<QListWidget>(*form, "LVLayers").currentRow(), 1);
     EXPECT_FALSE(Find<QToolButton>(*form, "cmdPolygonStyle3").isEnabled()) << "the classes decide";
     EXPECT_FALSE(Find<QPushButton>(*form, "cmdColor").isEnabled());
     Find<QDoubleSpinBox>(*form, "txtBorderWidth").setValue(2.5);
     EXPECT_EQ(map_.At(0).symbols.symbols[0].outlineWidth, 2.5);
-    EXPECT_EQ(Cell(*form, 1, 5), "2.5");
+    EXPECT_EQ(Cell(*form, 1, 5), QLocale().toString(2.5).toStdString());
     InWindow([&] { Press(*form, "cmdLabels"); },
              [](QWidget& window) {
                  Find<QCheckBox>(window, "chkLabel").setChecked(true);

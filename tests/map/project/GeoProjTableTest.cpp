@@ -59,7 +59,7 @@ TEST_F(GeoProjTableTest, HasTheFieldsAndRowsOfTheMap) {
             EXPECT_EQ(QString::fromUtf8(DBFReadStringAttribute(table.get(), row, field)),
                       rows.Text(static_cast<std::size_t>(field)))
                 << row << " " << field;
-    EXPECT_EQ(DBFReadDoubleAttribute(table.get(), 1, 5), 20.25);
+    EXPECT_EQ(QByteArray(DBFReadStringAttribute(table.get(), 1, 5)).trimmed().toDouble(), 20.25);
     EXPECT_STREQ(DBFGetCodePage(table.get()), "UTF-8");
 }
 
