@@ -53,23 +53,14 @@ class RankSheet final {
         sheet.lastColumn = LastColumn();
         sheet.textColumns = {1, 2};
         sheet.blocks = {{kTitleRow, 1, Title()}, {kRankHeadRow, 1, {HeadingRow()}}, {kFirstRow, 1, Rows()}};
-        for (int change = 0; change <= Changes(); ++change) {
+        const QString rank = QStringLiteral("0");
+        sheet.formulas.push_back({kRankColumn, RankFormulas(0), rank, false});
+        sheet.formulas.push_back({kBestColumn, RangeFormulas(QStringLiteral("MIN")), rank, false});
+        sheet.formulas.push_back({kWorstColumn, RangeFormulas(QStringLiteral("MAX")), rank, false});
+        for (int change = 1; change <= Changes(); ++change)
+            sheet.formulas.push_back({RankColumn(change), RankFormulas(change), rank, false});
+        for (int change = 0; change <= Changes(); ++change)
             sheet.formulas.push_back({MeanColumn(change), MeanFormulas(change), QStringLiteral("0.000"), false});
-            const int column = MeanColumn(change);
-            sheet.formulas.push_back({RankColumn(change),
-                                      {QStringLiteral("= RANK(%1,%2)")
-                                           .arg(CellAt(kFirstRow, column), FixedRange(column, kFirstRow, LastRow()))},
-                                      QStringLiteral("0"),
-                                      false});
-        }
-        for (const auto& [column, function] : {std::pair{kBestColumn, "MIN"}, std::pair{kWorstColumn, "MAX"}})
-            sheet.formulas.push_back(
-                {column,
-                 {QStringLiteral("= %1(%2,%3:%4)")
-                      .arg(QLatin1String(function), CellAt(kFirstRow, kRankColumn), CellAt(kFirstRow, RankColumn(1)),
-                           CellAt(kFirstRow, RankColumn(Changes())))},
-                 QStringLiteral("0"),
-                 false});
         return sheet;
     }
 
@@ -137,6 +128,25 @@ class RankSheet final {
     [[nodiscard]] QString InWorking(const QString& address) const {
         return QLatin1Char('\'') + QString(sheet_.name).replace(QLatin1Char('\''), QLatin1String("''")) +
                QStringLiteral("'!") + address;
+    }
+
+    [[nodiscard]] std::vector<QString> RankFormulas(int change) const {
+        const int column = MeanColumn(change);
+        const QString all = FixedRange(column, kFirstRow, LastRow());
+        std::vector<QString> formulas;
+        for (int row = kFirstRow; row <= LastRow(); ++row)
+            formulas.push_back(QStringLiteral("= RANK(%1,%2)").arg(CellAt(row, column), all));
+        return formulas;
+    }
+
+    /// The best or the worst of an area's ranks.
+    [[nodiscard]] std::vector<QString> RangeFormulas(const QString& function) const {
+        std::vector<QString> formulas;
+        for (int row = kFirstRow; row <= LastRow(); ++row)
+            formulas.push_back(QStringLiteral("= %1(%2,%3:%4)")
+                                   .arg(function, CellAt(row, kRankColumn), CellAt(row, RankColumn(1)),
+                                        CellAt(row, RankColumn(Changes()))));
+        return formulas;
     }
 
     /// The areas stand in another order here, so each row has its own.

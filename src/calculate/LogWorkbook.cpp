@@ -21,6 +21,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 
 namespace tessaro {
@@ -101,8 +102,7 @@ class SheetWriter final {
         SendLooks(sheet_);
         for (const LogBlock& block : data_.blocks)
             WriteBlock(block);
-        for (const LogFormulas& column : data_.formulas)
-            WriteFormulas(column);
+        WriteFormulas();
         FitRows();
     }
 
@@ -194,16 +194,30 @@ class SheetWriter final {
                 }
         sheet_.Cells(block.row, block.column).SetValues(cells);
     }
-    void WriteFormulas(const LogFormulas& column) {
-        if (!HasRows() || column.formulas.empty()) return;
-        if (column.formulas.size() == 1) return Rows(column.column).FillFormula(Final(column, column.formulas.front()));
+    /// A pattern is filled down its column; neighbours with a formula for each row go over in one block.
+    void WriteFormulas() {
+        if (!HasRows()) return;
         office::FormulaBlock block;
+        for (auto column = data_.formulas.begin(); column != data_.formulas.end(); ++column) {
+            if (column->formulas.size() == 1)
+                Rows(column->column).FillFormula(Final(*column, column->formulas.front()));
+            if (column->formulas.size() <= 1) continue;
+            AddTo(block, *column);
+            const auto next = std::next(column);
+            const bool goesOn = next != data_.formulas.end() && next->column == column->column + 1 &&
+                                next->formulas.size() == block.size();
+            if (goesOn) continue;
+            Rows(column->column + 1 - static_cast<int>(block.front().size())).SetFormulas(block);
+            block.clear();
+        }
+    }
+    void AddTo(office::FormulaBlock& block, const LogFormulas& column) const {
+        block.resize(column.formulas.size());
         for (std::size_t i = 0; i < column.formulas.size(); ++i) {
             const QString& formula = column.formulas[i];
             const int row = data_.firstRow + static_cast<int>(i);
-            block.push_back({formula.isEmpty() ? CellText(data_.Value(row, column.column)) : Final(column, formula)});
+            block[i].push_back(formula.isEmpty() ? CellText(data_.Value(row, column.column)) : Final(column, formula));
         }
-        Rows(column.column).SetFormulas(block);
     }
     [[nodiscard]] QString Final(const LogFormulas& column, const QString& formula) const {
         return column.rounded && !decimals_.isEmpty() ? Rounded(formula, decimals_) : formula;

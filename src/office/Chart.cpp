@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <com/sun/star/awt/Rectangle.hpp>
+#include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/chart/ChartAxisAssign.hpp>
 #include <com/sun/star/chart/ChartDataCaption.hpp>
@@ -124,10 +125,8 @@ void SetDiagram(const Reference<XChartDocument>& chart, ChartKind kind) {
 
 void SetFontOf(const Reference<XPropertySet>& part, const QString& name, double points) {
     if (!part.is()) return;
-    for (const char* script : {"", "Asian", "Complex"}) {
-        part->setPropertyValue(Ascii("CharFontName") + Ascii(script), Any(ToUno(name)));
-        part->setPropertyValue(Ascii("CharHeight") + Ascii(script), Any(static_cast<float>(points)));
-    }
+    const PropertyList list = FontProperties({.fontName = name, .fontSize = points}, [](int /*slot*/) { return 0; });
+    Need<com::sun::star::beans::XMultiPropertySet>(part)->setPropertyValues(list.names, list.values);
 }
 
 /// The axis along the points and that of the values; empty for one that this kind of chart doesn't have.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "office/CellStyle.h"
+#include "office/DocumentModel.h"
 #include "office/Limits.h"
 #include "office/ProcessLink.h"
 
@@ -9,7 +10,6 @@
 
 #include <array>
 #include <com/sun/star/frame/XFrame.hpp>
-#include <com/sun/star/frame/XModel.hpp>
 #include <functional>
 #include <memory>
 
@@ -21,7 +21,7 @@ struct PendingWrites;
 /// palette. Its last handle closes it when it isn't shown in a host.
 class Document final {
   public:
-    using Model = com::sun::star::uno::Reference<com::sun::star::frame::XModel>;
+    using Model = DocumentModel;
     using Frame = com::sun::star::uno::Reference<com::sun::star::frame::XFrame>;
 
     /// Kinds of documents, by the filter that reads and writes their files.

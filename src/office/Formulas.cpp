@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
-#include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <iterator>
 #include <optional>
 
@@ -20,8 +19,7 @@ constexpr sal_Int16 kOwnGrammar = 0;   ///< FormulaConvention: the program's own
 constexpr sal_Int16 kUsualGrammar = 3; ///< FormulaConvention: as spreadsheet programs write it, with commas
 
 Reference<XFormulaParser> ParserOf(const Document::Model& model, sal_Int16 convention) {
-    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
-    const auto parser = Need<XFormulaParser>(factory->createInstance("com.sun.star.sheet.FormulaParser"));
+    const auto parser = Need<XFormulaParser>(model.Factory()->createInstance("com.sun.star.sheet.FormulaParser"));
     const auto properties = Need<com::sun::star::beans::XPropertySet>(parser);
     properties->setPropertyValue("CompileEnglish", Any(true));
     properties->setPropertyValue("FormulaConvention", Any(convention));
@@ -38,16 +36,16 @@ qsizetype EndOfSheet(const QString& formula, qsizetype from) {
     return isSheet ? end + 2 : -1;
 }
 
-/// A formula in the other grammar where no parser is needed, as for most formulas of a block: one without lists, texts
-/// and small letters, in which "," stands between the arguments of functions alone. `ours` and `theirs` are the marks
-/// between arguments in both.
+/// A formula in the other grammar where no parser is needed, as for most formulas of a block: one without lists and
+/// texts, in which "," stands between the arguments of functions alone. `ours` and `theirs` are the marks between
+/// arguments in both.
 std::optional<QString> Respelt(const QString& formula, char16_t ours, char16_t theirs) {
     constexpr QStringView kAlike = u"=+-*/^():<>%$ ";
     QString result;
     QString open; // an "f" for each parenthesis of a function that is open, a "(" for any other
     for (qsizetype at = 0; at < formula.size(); ++at) {
         const QChar letter = formula[at];
-        const bool isName = (letter >= u'0' && letter <= u'9') || (letter >= u'A' && letter <= u'Z');
+        const bool isName = letter.unicode() < 128 && letter.isLetterOrNumber();
         if (letter == u'(') {
             open += at > 0 && formula[at - 1].isLetterOrNumber() ? u'f' : u'(';
         } else if (letter == u')') {
@@ -76,13 +74,20 @@ rtl::OUString Translated(const rtl::OUString& formula, const FormulaTranslator::
 
 } // namespace
 
-FormulaTranslator::FormulaTranslator(const Document::Model& model)
-    : own_(ParserOf(model, kOwnGrammar)), usual_(ParserOf(model, kUsualGrammar)) {}
+const FormulaTranslator::Parser& FormulaTranslator::Own() const {
+    if (!own_.is()) own_ = ParserOf(model_, kOwnGrammar);
+    return own_;
+}
+
+const FormulaTranslator::Parser& FormulaTranslator::Usual() const {
+    if (!usual_.is()) usual_ = ParserOf(model_, kUsualGrammar);
+    return usual_;
+}
 
 rtl::OUString FormulaTranslator::ToCell(const QString& formula, const Address& cell) const {
     if (!formula.startsWith(QLatin1Char('='))) return ToUno(formula);
     if (const auto respelt = Respelt(formula, u',', u';')) return ToUno(*respelt);
-    return Translated(ToUno(formula), cell, usual_, own_);
+    return Translated(ToUno(formula), cell, Usual(), Own());
 }
 
 // A formula over a block of cells stands in braces.
@@ -91,7 +96,7 @@ QString FormulaTranslator::FromCell(const rtl::OUString& formula, const Address&
     if (text.startsWith(QLatin1String("{=")) && text.endsWith(QLatin1Char('}'))) text = text.mid(1, text.size() - 2);
     if (!text.startsWith(QLatin1Char('='))) return text;
     if (const auto respelt = Respelt(text, u';', u',')) return *respelt;
-    return FromUno(Translated(ToUno(text), cell, own_, usual_));
+    return FromUno(Translated(ToUno(text), cell, Own(), Usual()));
 }
 
 bool IsBrokenFormula(sal_Int32 error) {

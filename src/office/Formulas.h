@@ -13,7 +13,7 @@ namespace tessaro::office {
 /// ("=SUM(A1;$Sheet1.B2)"). What is no formula is the same in both. On the worker thread only.
 class FormulaTranslator final {
   public:
-    explicit FormulaTranslator(const Document::Model& model);
+    explicit FormulaTranslator(const Document::Model& model) : model_(model) {}
 
     using Address = com::sun::star::table::CellAddress;
     /// Addresses in the formula count from this cell.
@@ -22,8 +22,12 @@ class FormulaTranslator final {
 
   private:
     using Parser = com::sun::star::uno::Reference<com::sun::star::sheet::XFormulaParser>;
-    Parser own_;
-    Parser usual_;
+    [[nodiscard]] const Parser& Own() const;
+    [[nodiscard]] const Parser& Usual() const;
+
+    const Document::Model& model_;
+    mutable Parser own_; ///< made when a formula needs one
+    mutable Parser usual_;
 };
 
 /// True for an error of a cell that comes from the wording of its formula, not from the values it works on.

@@ -11,8 +11,6 @@
 #include <com/sun/star/text/WritingMode2.hpp>
 #include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
-#include <map>
-#include <string>
 
 namespace tessaro::office {
 
@@ -22,7 +20,7 @@ using com::sun::star::table::CellHoriJustify;
 using com::sun::star::uno::Any;
 using com::sun::star::uno::Sequence;
 
-using Sorted = std::map<std::string, Any>;
+using Sorted = SortedProperties;
 
 /// The same for texts in western, complex and East Asian scripts: a cell doesn't know which it will hold.
 void ForAllScripts(Sorted& list, const std::string& name, const Any& value) {
@@ -68,7 +66,9 @@ sal_Int32 VerticalOf(VerticalAlign align) {
                                             : justify::BOTTOM;
 }
 
-PropertyList ListOf(const Sorted& sorted) {
+} // namespace
+
+PropertyList ListOf(const SortedProperties& sorted) {
     PropertyList list{Sequence<rtl::OUString>(static_cast<sal_Int32>(sorted.size())),
                       Sequence<Any>(static_cast<sal_Int32>(sorted.size()))};
     sal_Int32 place = 0;
@@ -78,8 +78,6 @@ PropertyList ListOf(const Sorted& sorted) {
     }
     return list;
 }
-
-} // namespace
 
 // Codes are in English. They are converted to the empty locale, which is that of the process: read directly in it,
 // "0.0" could mean thousands, and a key of a fixed locale would write that locale's mark into the file.

@@ -6,6 +6,8 @@
 #include <com/sun/star/uno/Any.hxx>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <functional>
+#include <map>
+#include <string>
 
 namespace tessaro::office {
 
@@ -14,6 +16,10 @@ struct PropertyList {
     com::sun::star::uno::Sequence<rtl::OUString> names;
     com::sun::star::uno::Sequence<com::sun::star::uno::Any> values;
 };
+
+/// Properties by name.
+using SortedProperties = std::map<std::string, com::sun::star::uno::Any>;
+[[nodiscard]] PropertyList ListOf(const SortedProperties& sorted);
 
 /// A look as properties of cells. `colour` gives the number of a palette slot.
 [[nodiscard]] PropertyList LookProperties(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,

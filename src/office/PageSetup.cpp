@@ -5,13 +5,12 @@
 #include "office/Worksheet.h"
 
 #include <algorithm>
+#include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
-#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XHeaderFooterContent.hpp>
 #include <com/sun/star/sheet/XPrintAreas.hpp>
-#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/text/XTextCursor.hpp>
@@ -42,9 +41,8 @@ rtl::OUString StyleNameOf(const Model& model, int sheet) {
 /// True when no other sheet has it, nor a new one would get it.
 bool IsOwn(const Model& model, int sheet, const rtl::OUString& name) {
     if (name == "Default") return false;
-    const auto sheets = Need<com::sun::star::container::XIndexAccess>(
-        Need<com::sun::star::sheet::XSpreadsheetDocument>(model)->getSheets());
-    for (int other = 1; other <= sheets->getCount(); ++other)
+    const int count = model.Sheets()->getCount();
+    for (int other = 1; other <= count; ++other)
         if (other != sheet && StyleNameOf(model, other) == name) return false;
     return true;
 }
@@ -64,8 +62,7 @@ Reference<XPropertySet> PageStyleOf(const Model& model, int sheet) {
     if (IsOwn(model, sheet, name)) return StyleNamed(styles, name);
     const rtl::OUString own = ToUno(QStringLiteral("Tessaro page %1").arg(sheet));
     if (!styles->hasByName(own)) {
-        const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
-        styles->insertByName(own, Any(factory->createInstance("com.sun.star.style.PageStyle")));
+        styles->insertByName(own, Any(model.Factory()->createInstance("com.sun.star.style.PageStyle")));
         for (const char* line : {"HeaderIsOn", "FooterIsOn"})
             StyleNamed(styles, own)->setPropertyValue(Ascii(line), Any(false));
     }
@@ -89,7 +86,6 @@ Reference<com::sun::star::text::XTextRange> EndOf(const Text& target) {
 }
 
 void FillText(const Model& model, const Text& target, const QString& text) {
-    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
     target->setString(rtl::OUString());
     QString plain;
     const auto append = [&] { target->insertString(EndOf(target), ToUno(std::exchange(plain, {})), false); };
@@ -102,27 +98,24 @@ void FillText(const Model& model, const Text& target, const QString& text) {
             continue;
         }
         append();
-        const auto content = factory->createInstance(Ascii(field));
+        const auto content = model.Factory()->createInstance(Ascii(field));
         target->insertTextContent(EndOf(target), Need<com::sun::star::text::XTextContent>(content), false);
     }
     append();
 }
 
 void FillPart(const Model& model, const Text& target, const PageText& part, const std::function<int(int)>& colour) {
+    if (part.text.isEmpty()) return target->setString(rtl::OUString());
     FillText(model, target, part.text);
     const auto cursor = target->createTextCursor();
     cursor->gotoStart(false);
     cursor->gotoEnd(true);
     const PropertyList looks = FontProperties(part.font, colour);
-    const auto properties = Need<XPropertySet>(cursor);
-    for (sal_Int32 place = 0; place < looks.names.getLength(); ++place)
-        properties->setPropertyValue(looks.names[place], looks.values[place]);
+    Need<com::sun::star::beans::XMultiPropertySet>(cursor)->setPropertyValues(looks.names, looks.values);
 }
 
-void SetLine(const Model& model, const Reference<XPropertySet>& style, const char* kind, const PageLine& line,
-             const std::function<int(int)>& colour) {
-    style->setPropertyValue(Ascii(kind) + Ascii("IsOn"), Any(!line.IsEmpty()));
-    if (line.IsEmpty()) return;
+void FillLine(const Model& model, const Reference<XPropertySet>& style, const char* kind, const PageLine& line,
+              const std::function<int(int)>& colour) {
     // The content is a copy: kept in a variable, changed, and given back.
     const rtl::OUString name = Ascii("RightPage") + Ascii(kind) + Ascii("Content");
     Reference<XHeaderFooterContent> content;
@@ -137,23 +130,41 @@ void SetLine(const Model& model, const Reference<XPropertySet>& style, const cha
     style->setPropertyValue(name, Any(content));
 }
 
-void SetPaper(const Reference<XPropertySet>& style) {
-    style->setPropertyValue("Width", Any(kPageShort));
-    style->setPropertyValue("Height", Any(kPageLong));
+void AddPaper(SortedProperties& list) {
+    list["Width"] = Any(kPageShort);
+    list["Height"] = Any(kPageLong);
     for (const char* margin : {"LeftMargin", "RightMargin", "TopMargin", "BottomMargin"})
-        style->setPropertyValue(Ascii(margin), Any(kMargin));
-    style->setPropertyValue("FirstPageNumber", Any(sal_Int16(0))); // the one after the sheet before
+        list[margin] = Any(kMargin);
+    list["FirstPageNumber"] = Any(sal_Int16(0)); // the one after the sheet before
 }
 
-void SetLandscape(const Reference<XPropertySet>& style, bool landscape) {
+void AddLandscape(SortedProperties& list, const Reference<XPropertySet>& style, bool landscape) {
     sal_Int32 width = kPageShort;
     sal_Int32 height = kPageLong;
-    style->getPropertyValue("Width") >>= width;
-    style->getPropertyValue("Height") >>= height;
+    if (!list.contains("Width")) {
+        style->getPropertyValue("Width") >>= width;
+        style->getPropertyValue("Height") >>= height;
+    }
     const auto [shorter, longer] = std::minmax(width, height);
-    style->setPropertyValue("IsLandscape", Any(landscape));
-    style->setPropertyValue("Width", Any(sal_Int32(landscape ? longer : shorter)));
-    style->setPropertyValue("Height", Any(sal_Int32(landscape ? shorter : longer)));
+    list["IsLandscape"] = Any(landscape);
+    list["Width"] = Any(sal_Int32(landscape ? longer : shorter));
+    list["Height"] = Any(sal_Int32(landscape ? shorter : longer));
+}
+
+/// All but the texts and the titles, in one call.
+PropertyList PageProperties(const Reference<XPropertySet>& style, const PageSetup& setup) {
+    SortedProperties list;
+    if (setup.paper == Paper::A4) AddPaper(list);
+    if (setup.landscape) AddLandscape(list, style, *setup.landscape);
+    if (setup.centered) list["CenterHorizontally"] = list["CenterVertically"] = Any(*setup.centered);
+    if (setup.gridLines) list["PrintGrid"] = Any(*setup.gridLines);
+    if (setup.fitToPagesWide > 0) {
+        list["ScaleToPagesX"] = Any(static_cast<sal_Int16>(setup.fitToPagesWide));
+        list["ScaleToPagesY"] = Any(static_cast<sal_Int16>(setup.fitToPagesTall));
+    }
+    if (setup.header) list["HeaderIsOn"] = Any(!setup.header->IsEmpty());
+    if (setup.footer) list["FooterIsOn"] = Any(!setup.footer->IsEmpty());
+    return ListOf(list);
 }
 
 void SetTitles(const Reference<com::sun::star::sheet::XPrintAreas>& areas, sal_Int16 sheet, const PageSetup& setup) {
@@ -167,27 +178,16 @@ void SetTitles(const Reference<com::sun::star::sheet::XPrintAreas>& areas, sal_I
     }
 }
 
-void SetCentered(const Reference<XPropertySet>& style, bool centered) {
-    style->setPropertyValue("CenterHorizontally", Any(centered));
-    style->setPropertyValue("CenterVertically", Any(centered));
-}
-
 } // namespace
 
 void Worksheet::SetPageSetup(const PageSetup& setup) {
     document_->Run([&](const Model& model) {
         const auto style = PageStyleOf(model, number_);
         const auto colour = [this](int slot) { return document_->ColorNumber(slot); };
-        if (setup.paper == Paper::A4) SetPaper(style);
-        if (setup.landscape) SetLandscape(style, *setup.landscape);
-        if (setup.centered) SetCentered(style, *setup.centered);
-        if (setup.gridLines) style->setPropertyValue("PrintGrid", Any(*setup.gridLines));
-        if (setup.fitToPagesWide > 0) {
-            style->setPropertyValue("ScaleToPagesX", Any(static_cast<sal_Int16>(setup.fitToPagesWide)));
-            style->setPropertyValue("ScaleToPagesY", Any(static_cast<sal_Int16>(setup.fitToPagesTall)));
-        }
-        if (setup.header) SetLine(model, style, "Header", *setup.header, colour);
-        if (setup.footer) SetLine(model, style, "Footer", *setup.footer, colour);
+        const PropertyList list = PageProperties(style, setup);
+        Need<com::sun::star::beans::XMultiPropertySet>(style)->setPropertyValues(list.names, list.values);
+        if (setup.header && !setup.header->IsEmpty()) FillLine(model, style, "Header", *setup.header, colour);
+        if (setup.footer && !setup.footer->IsEmpty()) FillLine(model, style, "Footer", *setup.footer, colour);
         SetTitles(Need<com::sun::star::sheet::XPrintAreas>(SheetOf(model, number_)),
                   static_cast<sal_Int16>(number_ - 1), setup);
     });

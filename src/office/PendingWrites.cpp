@@ -7,7 +7,6 @@
 #include <cmath>
 #include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
-#include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
 #include <com/sun/star/table/CellRangeAddress.hpp>
@@ -20,7 +19,7 @@ namespace {
 using com::sun::star::uno::Any;
 using com::sun::star::uno::Reference;
 using com::sun::star::uno::Sequence;
-using Model = Reference<com::sun::star::frame::XModel>;
+using Model = DocumentModel;
 
 /// Rows that go over in one call.
 constexpr std::size_t kRowsAtOnce = 8192;
@@ -58,9 +57,8 @@ void FlushValues(const Model& model, const PendingWrites::Values& values) {
 }
 
 void FlushLook(const Model& model, const PendingWrites::Look& look, const std::function<int(int)>& colour) {
-    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
     const auto ranges = Need<com::sun::star::sheet::XSheetCellRangeContainer>(
-        factory->createInstance("com.sun.star.sheet.SheetCellRanges"));
+        model.Factory()->createInstance("com.sun.star.sheet.SheetCellRanges"));
     Sequence<com::sun::star::table::CellRangeAddress> addresses(static_cast<sal_Int32>(look.places.size()));
     sal_Int32 number = 0;
     for (const auto& place : look.places)

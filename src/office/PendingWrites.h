@@ -1,8 +1,8 @@
 #pragma once
 
 #include "office/CellStyle.h"
+#include "office/DocumentModel.h"
 
-#include <com/sun/star/frame/XModel.hpp>
 #include <functional>
 #include <vector>
 
@@ -39,8 +39,7 @@ struct PendingWrites {
     [[nodiscard]] bool IsLarge() const { return cells_ > kManyCells || values.size() + places_ > kManyPlaces; }
     /// Takes all over into the model; on the worker thread. `colour` gives the number of a palette slot. What can't be
     /// taken over is left out, and the first reason thrown at the end.
-    void Flush(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
-               const std::function<int(int)>& colour);
+    void Flush(const DocumentModel& model, const std::function<int(int)>& colour);
 
     std::vector<Values> values;
     std::vector<Look> looks;

@@ -144,7 +144,7 @@ void DrawOutline(const ShapeProperties& shape, const QColor& color, double point
 // bitmap of another shape.
 void FillWithTile(const ProcessLink& connection, const Model& model, const ShapeProperties& shape, const QImage& tile) {
     const rtl::OUString name = ToUno(TileName(tile));
-    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+    const auto& factory = model.Factory();
     const auto table =
         Need<com::sun::star::container::XNameContainer>(factory->createInstance("com.sun.star.drawing.BitmapTable"));
     if (!table->hasByName(name))
@@ -155,7 +155,7 @@ void FillWithTile(const ProcessLink& connection, const Model& model, const Shape
 }
 
 ShapeProperties Draw(const Model& model, int sheet, const QString& name, ShapeKind kind, const QRectF& place) {
-    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+    const auto& factory = model.Factory();
     const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.CustomShape"));
     PageOf(model, sheet)->add(shape);
     Put(model, sheet, shape, place);
@@ -180,7 +180,7 @@ com::sun::star::drawing::FillStyle FillStyleOf(const ShapeProperties& shape) {
 Shape Shape::AddPicture(const std::shared_ptr<Document>& document, int sheet, const QString& name,
                         const QByteArray& picture, const QRectF& place) {
     document->Run([&](const Model& model) {
-        const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+        const auto& factory = model.Factory();
         const auto shape = Need<XShape>(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"));
         Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(GraphicOf(document->connection(), picture)));
         PageOf(model, sheet)->add(shape);

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <com/sun/star/frame/XModel.hpp>
+#include "office/DocumentModel.h"
+
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/table/XCellRange.hpp>
 
@@ -8,10 +9,9 @@
 namespace tessaro::office {
 
 /// Throws Error for a sheet that there isn't.
-[[nodiscard]] com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet>
-SheetOf(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model, int sheet);
+[[nodiscard]] com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet> SheetOf(const DocumentModel& model,
+                                                                                          int sheet);
 [[nodiscard]] com::sun::star::uno::Reference<com::sun::star::table::XCellRange>
-RangeOf(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model, int sheet, int row, int column,
-        int lastRow, int lastColumn);
+RangeOf(const DocumentModel& model, int sheet, int row, int column, int lastRow, int lastColumn);
 
 } // namespace tessaro::office

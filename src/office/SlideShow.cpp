@@ -56,7 +56,7 @@ struct Proportions {
 
 void AddGraphic(const Model& model, const Reference<XDrawPage>& page,
                 const Reference<com::sun::star::graphic::XGraphic>& graphic, const QRectF& place) {
-    const auto factory = Need<com::sun::star::lang::XMultiServiceFactory>(model);
+    const auto& factory = model.Factory();
     const auto shape =
         Need<com::sun::star::drawing::XShape>(factory->createInstance("com.sun.star.drawing.GraphicObjectShape"));
     Need<XPropertySet>(shape)->setPropertyValue("Graphic", Any(graphic));

@@ -31,7 +31,7 @@ auto SheetsOf(const Model& model) {
 }
 
 int CountOf(const Model& model) {
-    return Need<com::sun::star::container::XIndexAccess>(SheetsOf(model))->getCount();
+    return model.Sheets()->getCount();
 }
 
 /// Whether formulas are calculated as their cells are needed, or not at all.

@@ -165,11 +165,23 @@ Range Worksheet::UsedRange() const {
 }
 
 void Worksheet::SetColumnWidth(int column, double characters) {
+    SetColumnWidths({{column, characters}});
+}
+
+void Worksheet::SetColumnWidths(const std::map<int, double>& characters) {
+    const auto lengthOf = [](double width) { return static_cast<sal_Int32>(std::lround(width * kCharacterWidth)); };
     document_->Run([&](const Model& model) {
-        const auto columns =
-            Need<com::sun::star::table::XColumnRowRange>(RangeOf(model, number_, 1, column, 1, column))->getColumns();
-        Need<com::sun::star::beans::XPropertySet>(columns)->setPropertyValue(
-            "Width", Any(static_cast<sal_Int32>(std::lround(characters * kCharacterWidth))));
+        const auto sheet = SheetOf(model, number_);
+        for (auto first = characters.begin(); first != characters.end();) {
+            const auto [column, width] = *first;
+            int last = column;
+            while (++first != characters.end() && first->first == last + 1 &&
+                   lengthOf(first->second) == lengthOf(width))
+                ++last;
+            const auto range = sheet->getCellRangeByPosition(column - 1, 0, last - 1, 0);
+            const auto columns = Need<com::sun::star::table::XColumnRowRange>(range)->getColumns();
+            Need<com::sun::star::beans::XPropertySet>(columns)->setPropertyValue("Width", Any(lengthOf(width)));
+        }
     });
 }
 

@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <array>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -86,6 +87,8 @@ class Worksheet final {
     [[nodiscard]] Range UsedRange() const;
 
     void SetColumnWidth(int column, double characters);
+    /// By column; neighbours of one width go over together.
+    void SetColumnWidths(const std::map<int, double>& characters);
     void SetRowHeight(int row, double points);
     void SetRowHeights(int row, int lastRow, double points);
     /// Columns go from right to left, from the sheet's right side.

@@ -108,8 +108,10 @@ int ColumnWidths::PagesFor(int titleColumns, const SheetFont& font) const {
 }
 
 void ColumnWidths::WriteTo(office::Worksheet& sheet, const SheetFont& font) const {
+    std::map<int, double> widths;
     for (const auto& [column, width] : widths_)
-        sheet.SetColumnWidth(column, SheetWidth(column, font));
+        widths[column] = SheetWidth(column, font);
+    sheet.SetColumnWidths(widths);
 }
 
 } // namespace tessaro
