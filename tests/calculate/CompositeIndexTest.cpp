@@ -110,9 +110,11 @@ TEST_F(CompositeIndexTest, RanksMoveWithTheWeights) {
         const auto found = std::ranges::find(ranks.formulas, column, &LogFormulas::column);
         return found == ranks.formulas.end() ? std::vector<QString>{} : found->formulas;
     };
-    EXPECT_EQ(formulas(3), std::vector{QStringLiteral("= RANK(K5,$K$5:$K$7)")});
-    EXPECT_EQ(formulas(4), std::vector{QStringLiteral("= MIN(C5,F5:I5)")});
-    EXPECT_EQ(formulas(9), std::vector{QStringLiteral("= RANK(O5,$O$5:$O$7)")});
+    EXPECT_EQ(formulas(3),
+              (std::vector<QString>{"= RANK(K5,$K$5:$K$7)", "= RANK(K6,$K$5:$K$7)", "= RANK(K7,$K$5:$K$7)"}));
+    EXPECT_EQ(formulas(4), (std::vector<QString>{"= MIN(C5,F5:I5)", "= MIN(C6,F6:I6)", "= MIN(C7,F7:I7)"}));
+    ASSERT_EQ(formulas(9).size(), 3u);
+    EXPECT_EQ(formulas(9)[1], QStringLiteral("= RANK(O6,$O$5:$O$7)"));
     ASSERT_EQ(formulas(13).size(), 3u);
     EXPECT_EQ(formulas(11)[0], QStringLiteral("= 'Sheet1'!G17"));
     EXPECT_EQ(formulas(12)[1], QStringLiteral("= (K6 * 100 + 'Sheet1'!D16 * 10) / 110"));
