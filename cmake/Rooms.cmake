@@ -13,7 +13,7 @@ function(tessaro_room)
 endfunction()
 
 # One test program a room: tessaro_test(jet LIBS jet SOURCES LexerTest.cpp)  gives test_jet.
-# Windows are drawn off screen, or with ON_X11 on a virtual display of their own, one test after the other. The installation that the build made is at TESSARO_INSTALLATION.
+# Windows are drawn off screen, or with ON_X11 on a virtual display of their own, one test after the other.
 function(tessaro_test name)
   cmake_parse_arguments(T "ON_X11" "" "LIBS;SOURCES" ${ARGN})
   if(NOT T_SOURCES)
@@ -22,9 +22,8 @@ function(tessaro_test name)
   add_executable(test_${name} ${T_SOURCES})
   set_target_properties(test_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests AUTOMOC ON)
   target_link_libraries(test_${name} PRIVATE ${T_LIBS} GTest::gmock tessaro_warnings)
-  target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
-  target_compile_definitions(test_${name} PRIVATE
-    TESSARO_INSTALLATION="${TESSARO_INSTALLATION}" TESSARO_TESTDATA="${CMAKE_CURRENT_SOURCE_DIR}/data")
+  target_include_directories(test_${name} PRIVATE
+    ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests ${PROJECT_BINARY_DIR}/places)
   if(T_ON_X11)
     add_test(NAME ${name} COMMAND xvfb-run -a -s "-screen 0 1280x800x24 -dpi 96" $<TARGET_FILE:test_${name}>)
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=xcb" TIMEOUT 300 LABELS display)

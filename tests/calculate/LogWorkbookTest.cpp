@@ -1,6 +1,7 @@
 #include "calculate/LogWorkbook.h"
 
 #include "CalculationTest.h"
+#include "TestPlaces.h"
 #include "calculate/DataEntryWorkbook.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Clock.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CalculationTest.h"
+#include "TestPlaces.h"
 #include "calculate/FillGrid.h"
 #include "calculate/frmCalculates.h"
 #include "controls/FileDialogs.h"

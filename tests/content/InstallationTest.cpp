@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "content/FlagChecks.h"
 #include "jet/engine/Connection.h"
 #include "platform/Paths.h"

@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "layers/LayerReader.h"
 #include "support/PlainReader.h"
 

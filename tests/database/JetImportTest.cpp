@@ -1,6 +1,7 @@
 #include "database/JetImport.h"
 
 #include "JetFileWriter.h"
+#include "TestPlaces.h"
 #include "database/Database.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -41,7 +42,7 @@ class JetImportTest : public SessionTest {
     /// A file that another program made: several pages a table, indexes, long identifiers, memos of several pages.
     [[nodiscard]] QString Odd() const {
         const QString path = Folder() + "/odd.mdb";
-        const auto packed = ReadWholeFile(FindPath(QStringLiteral(TESSARO_TESTDATA "/odd.mdb.z")));
+        const auto packed = ReadWholeFile(FindPath(QStringLiteral(TESSARO_TESTS "/database/data/odd.mdb.z")));
         EXPECT_TRUE(packed && ReplaceFile(path, qUncompress(*packed)));
         return path;
     }

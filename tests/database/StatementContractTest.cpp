@@ -2,6 +2,7 @@
 // scripts in data/ are the contract between the SQL floor and all rooms above it.
 
 #include "StatementScript.h"
+#include "TestPlaces.h"
 #include "database/Database.h"
 #include "session/ProductSettings.h"
 #include "session/Query.h"
@@ -209,7 +210,7 @@ class StatementContract : public SessionTest {
     }
 
     void RunScript(const char* name) {
-        for (const ScriptedStatement& block : ReadStatementScript(std::string(TESSARO_TESTDATA) + "/" + name))
+        for (const ScriptedStatement& block : ReadStatementScript(TESSARO_TESTS "/database/data/" + name))
             Run(block);
     }
 

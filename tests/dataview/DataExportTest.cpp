@@ -1,5 +1,6 @@
 #include "dataview/DataExport.h"
 
+#include "TestPlaces.h"
 #include "dataview/GridQuery.h"
 #include "formats/CsvLook.h"
 #include "formats/CsvText.h"
@@ -66,7 +67,8 @@ class DataExportTest : public SessionTest {
     }
     [[nodiscard]] QJsonObject ReadPage(const char* name) const {
         QProcess reader;
-        reader.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral(TESSARO_READ_HTML), File(name)});
+        reader.start(QStringLiteral("/usr/bin/python3"),
+                     {QStringLiteral(TESSARO_TESTS "/support/read_html.py"), File(name)});
         EXPECT_TRUE(reader.waitForFinished(60000) && reader.exitCode() == 0)
             << reader.readAllStandardError().toStdString();
         return QJsonDocument::fromJson(reader.readAllStandardOutput()).object();

@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "controls/DataTable.h"
 #include "controls/FileDialogs.h"
 #include "controls/KeyedList.h"

@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "exchange/ImportSession.h"
 
 #include <QProcess>
@@ -29,7 +30,7 @@ class ImportProgramTest : public ImportSession {
         environment.remove(QStringLiteral("DISPLAY"));
         environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
         program.setProcessEnvironment(environment);
-        program.start(QStringLiteral(TESSARO_IMPORT),
+        program.start(QStringLiteral(TESSARO_PROGRAMS "/tessaro-import"),
                       QStringList{QStringLiteral("--application"), QStringLiteral(TESSARO_INSTALLATION)} + arguments);
         EXPECT_TRUE(program.waitForFinished(120'000));
         return {program.exitCode(), program.readAllStandardOutput().toStdString(),

@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "controls/OfficeHost.h"
 #include "gallery/MapSlide.h"
 #include "gallery/PresentationList.h"
@@ -32,7 +33,7 @@ namespace {
 /// What the independent reader finds in a slides file; a failure of the test when it refuses.
 QJsonObject ReadPpt(const QString& file) {
     QProcess reader;
-    reader.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral(TESSARO_READ_PPT), file});
+    reader.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral(TESSARO_TESTS "/support/read_ppt.py"), file});
     const bool read = reader.waitForFinished(60000) && reader.exitCode() == 0;
     EXPECT_TRUE(read) << reader.readAllStandardError().toStdString();
     return QJsonDocument::fromJson(reader.readAllStandardOutput()).object();

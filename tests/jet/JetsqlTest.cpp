@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "jet/TestDatabase.h"
 
 #include <array>
@@ -18,7 +19,7 @@ class JetsqlTest : public ::testing::Test {
 
     [[nodiscard]] static Outcome Run(const std::string& arguments) {
         Outcome outcome;
-        FILE* const pipe = ::popen((std::string("'") + TESSARO_JETSQL + "' " + arguments + " 2>&1").c_str(), "r");
+        FILE* const pipe = ::popen((std::string("'" TESSARO_PROGRAMS "/jetsql' ") + arguments + " 2>&1").c_str(), "r");
         if (pipe == nullptr) return outcome;
         std::array<char, 4096> bytes{};
         for (std::size_t read = 0; (read = std::fread(bytes.data(), 1, bytes.size(), pipe)) > 0;)

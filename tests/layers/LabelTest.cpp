@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "layers/HandMadeLayer.h"
 #include "layers/LabelPainter.h"
 #include "layers/LayerReader.h"

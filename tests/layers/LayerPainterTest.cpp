@@ -1,5 +1,6 @@
 #include "layers/LayerPainter.h"
 
+#include "TestPlaces.h"
 #include "layers/HandMadeLayer.h"
 #include "layers/LayerReader.h"
 #include "support/TimeBound.h"

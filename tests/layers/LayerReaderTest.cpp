@@ -1,5 +1,6 @@
 #include "layers/LayerReader.h"
 
+#include "TestPlaces.h"
 #include "support/ShapelibFiles.h"
 #include "support/TimeBound.h"
 

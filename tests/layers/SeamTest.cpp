@@ -1,5 +1,6 @@
 #include "layers/Seam.h"
 
+#include "TestPlaces.h"
 #include "layers/HandMadeLayer.h"
 #include "layers/LayerReader.h"
 #include "layers/LayerStack.h"

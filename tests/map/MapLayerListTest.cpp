@@ -1,5 +1,6 @@
 #include "map/MapLayerList.h"
 
+#include "TestPlaces.h"
 #include "layers/LayerReader.h"
 #include "layers/MapFiles.h"
 #include "map/MapTest.h"

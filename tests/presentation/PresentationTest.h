@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TestPlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/Query.h"

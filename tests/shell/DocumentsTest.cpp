@@ -1,5 +1,6 @@
 #include "shell/Documents.h"
 
+#include "TestPlaces.h"
 #include "platform/ShellOpen.h"
 #include "platform/SingleInstance.h"
 #include "session/ErrorSink.h"

@@ -1,5 +1,6 @@
 #include "shell/FrameTest.h"
 
+#include "TestPlaces.h"
 #include "platform/SingleInstance.h"
 #include "session/Session.h"
 #include "support/SampleApplication.h"

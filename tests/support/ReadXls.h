@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TestPlaces.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -36,7 +38,7 @@ struct ReadSheet {
 /// Reads the file with python3-xlrd; throws when it refuses.
 inline std::vector<ReadSheet> ReadXls(const QString& file) {
     QProcess reader;
-    reader.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral(TESSARO_READ_XLS), file});
+    reader.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral(TESSARO_TESTS "/support/read_xls.py"), file});
     if (!reader.waitForFinished(60000) || reader.exitCode() != 0)
         throw std::runtime_error("xls reader: " + reader.readAllStandardError().toStdString());
     std::vector<ReadSheet> sheets;

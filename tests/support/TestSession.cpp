@@ -1,5 +1,6 @@
 #include "support/TestSession.h"
 
+#include "TestPlaces.h"
 #include "database/Database.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"

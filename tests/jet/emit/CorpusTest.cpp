@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "jet/FixedCatalogue.h"
 #include "jet/functions/Functions.h"
 #include "jet/values/Error.h"
@@ -8,7 +9,7 @@ namespace jet::test {
 
 std::vector<std::string> CorpusLines(const std::string& file) {
     std::vector<std::string> lines;
-    std::ifstream in(TESSARO_TESTDATA "/" + file);
+    std::ifstream in(TESSARO_TESTS "/jet/data/" + file);
     for (std::string line; std::getline(in, line);)
         if (!line.empty() && line.front() != '#') lines.push_back(line);
     EXPECT_FALSE(lines.empty()) << file;

@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "jet/TestDatabase.h"
 #include "jet/rewrite/Rewrites.h"
 #include "jet/values/Error.h"
@@ -43,7 +44,7 @@ void CheckCorpus(std::string_view leftOutStep = {}) {
     TestFolder folder;
     const auto connection = folder.Make("dialect.mdb");
     if (!leftOutStep.empty()) connection->LeaveOutStep(leftOutStep);
-    std::ifstream corpus(TESSARO_TESTDATA "/dialect.txt");
+    std::ifstream corpus(TESSARO_TESTS "/jet/data/dialect.txt");
     std::string sql;
     std::string expected;
     int statements = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../MapTest.h"
+#include "TestPlaces.h"
 #include "map/MapPage.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TestPlaces.h"
 #include "layers/MapCanvas.h"
 #include "map/wizard/frmMapWizard.h"
 #include "office/SpreadsheetApplication.h"
