@@ -161,6 +161,34 @@ TEST_F(AreaMapTest, WorksWithTheKeyboard) {
     EXPECT_NEAR(Map().Extent().Width(), width, 1e-6);
 }
 
+TEST_F(AreaMapTest, IdentifyShowsWhatAnAreaIs) {
+    OpenMap();
+    QString shown;
+    const auto identify = [&](const std::function<void()>& choose) {
+        shown.clear();
+        Click("cmdMapIdentify");
+        AnswerDialog([&](QDialog& dialog) {
+            shown = dialog.findChild<QLabel*>(QStringLiteral("lblAreaNames"))->text().simplified();
+            dialog.reject();
+        });
+        choose();
+        EXPECT_EQ(Map().Tool(), MapTool::Select);
+        return shown.toStdString();
+    };
+    EXPECT_EQ(identify([&] { ClickMap(70, 10); }), "Asia (ASI) India (ASIIND)");
+    Map().setFocus();
+    const std::string next = identify([&] {
+        QTest::keyClick(&Map(), Qt::Key_PageDown);
+        QTest::keyClick(&Map(), Qt::Key_Return);
+    });
+    EXPECT_NE(next.find("Quoted province (O'BABC)"), std::string::npos) << next;
+    EXPECT_EQ(ChosenAreas(), QString()) << "nothing is chosen";
+    Click("cmdMapIdentify");
+    ClickMap(2, 2); // no area of the database
+    QTest::keyClick(&Map(), Qt::Key_Escape);
+    EXPECT_EQ(Map().Tool(), MapTool::Select);
+}
+
 TEST_F(AreaMapTest, ToolsEndAfterTheirUse) {
     OpenMap();
     Click("cmdMapZoomIn");
