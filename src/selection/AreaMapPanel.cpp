@@ -123,6 +123,14 @@ void AreaMapPanel::ConnectMap() {
     connect(map_, &MapCanvas::PopupRequested, this, &AreaMapPanel::PopupRequested);
 }
 
+void AreaMapPanel::FollowInTabOrder(QWidget* before) {
+    for (const Caption& each : captions_) {
+        setTabOrder(before, each.button);
+        before = each.button;
+    }
+    setTabOrder(before, map_);
+}
+
 void AreaMapPanel::SetFormCaptions() {
     for (const Caption& each : captions_) {
         SetToolTip(each.button, each.key);

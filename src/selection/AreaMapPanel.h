@@ -32,6 +32,9 @@ class AreaMapPanel final : public QFrame {
     /// Captions again, and the names of areas, which may have changed with the language.
     void SetFormCaptions();
 
+    /// Lets Tab go from a control to the tools and from these to the map.
+    void FollowInTabOrder(QWidget* before);
+
     [[nodiscard]] MapCanvas& Map() { return *map_; }
 
   Q_SIGNALS:

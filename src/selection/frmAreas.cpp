@@ -64,6 +64,7 @@ frmAreas::frmAreas(QWidget* parent)
     ui_->SSSplitter1->setStretchFactor(1, 1);
     ui_->SSSplitter1->setSizes({264, 1000});
     lists.SetOtherView(map_);
+    map_->FollowInTabOrder(&lstAvailable1());
     depth_ = selection::AreaDepth();
     MakeOptions();
     ConnectControls();

@@ -111,6 +111,7 @@ std::optional<QString> AskForBreak(QWidget* parent, const QString& heading, cons
     CellDialog frmMAPFrom_To(parent, "frmMAPFrom_To", heading);
     auto* txtBreak = frmMAPFrom_To.Add(new QLineEdit(text), "txtBreak", heading);
     txtBreak->setLayoutDirection(Qt::LeftToRight);
+    txtBreak->setAlignment(ReadingSide());
     txtBreak->selectAll();
     if (!frmMAPFrom_To.Accepted()) return std::nullopt;
     return txtBreak->text();

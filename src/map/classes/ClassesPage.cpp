@@ -117,6 +117,8 @@ void ClassesPage::SetFormCaptions() {
         label->setBuddy(field);
         field->setAccessibleName(label->accessibleName());
     }
+    for (QLineEdit* field : {ui_->txtMinValue, ui_->txtMaxValue})
+        field->setAlignment(ReadingSide());
     histogram_->setAccessibleName(PlainText(QStringLiteral("TS_Histogram")));
     ui_->grdClassBreaks->setAccessibleName(PlainText(QStringLiteral("Legend")));
     FillChoices();
