@@ -28,29 +28,51 @@ qsizetype WidthOfFields(const QByteArray& table, qsizetype headSize) {
     return width;
 }
 
-/// The name that converters know a code page by; empty for one that isn't told.
-QByteArray CodePageOf(const char* told) {
-    const QByteArray page = QByteArray(told).trimmed().toUpper();
+/// The number of the code page that a table's language byte stands for; 0 for none that is known.
+int PageOfLanguage(int languageByte) {
     struct Page {
         int languageByte;
-        const char* name;
+        int number;
     };
-    constexpr Page kPages[] = {{0x01, "IBM437"},       {0x02, "IBM850"},       {0x03, "windows-1252"},
-                               {0x57, "windows-1252"}, {0x58, "windows-1252"}, {0x64, "IBM852"},
-                               {0x65, "IBM866"},       {0x7D, "windows-1255"}, {0x7E, "windows-1256"},
-                               {0xC8, "windows-1250"}, {0xC9, "windows-1251"}, {0xCA, "windows-1254"},
-                               {0xCB, "windows-1253"}, {0xCC, "windows-1257"}};
+    constexpr Page kPages[] = {
+        {0x01, 437},  {0x02, 850},  {0x03, 1252}, {0x08, 865},  {0x09, 437},  {0x0A, 850},  {0x0B, 437},  {0x0D, 437},
+        {0x0E, 850},  {0x0F, 437},  {0x10, 850},  {0x11, 437},  {0x12, 850},  {0x13, 932},  {0x14, 850},  {0x15, 437},
+        {0x16, 850},  {0x17, 865},  {0x18, 437},  {0x19, 437},  {0x1A, 850},  {0x1B, 437},  {0x1C, 863},  {0x1D, 850},
+        {0x1F, 852},  {0x22, 852},  {0x23, 852},  {0x24, 860},  {0x25, 850},  {0x26, 866},  {0x37, 850},  {0x40, 852},
+        {0x4D, 936},  {0x4E, 949},  {0x4F, 950},  {0x50, 874},  {0x57, 1252}, {0x58, 1252}, {0x59, 1252}, {0x64, 852},
+        {0x65, 866},  {0x66, 865},  {0x67, 861},  {0x6A, 737},  {0x6B, 857},  {0x6C, 863},  {0x78, 950},  {0x79, 949},
+        {0x7A, 936},  {0x7B, 932},  {0x7C, 874},  {0x7D, 1255}, {0x7E, 1256}, {0x86, 737},  {0x87, 852},  {0x88, 857},
+        {0xC8, 1250}, {0xC9, 1251}, {0xCA, 1254}, {0xCB, 1253}, {0xCC, 1257}};
+    const auto* const found = std::find_if(std::begin(kPages), std::end(kPages),
+                                           [&](const Page& each) { return each.languageByte == languageByte; });
+    return found == std::end(kPages) ? 0 : found->number;
+}
+
+/// The name that converters know a numbered code page by.
+QByteArray NameOfPage(int number) {
+    constexpr int kOfWindows[] = {874, 932, 949, 950};
+    const bool ofWindows = (number >= 1250 && number <= 1258) ||
+                           std::find(std::begin(kOfWindows), std::end(kOfWindows), number) != std::end(kOfWindows);
+    if (ofWindows) return "windows-" + QByteArray::number(number);
+    if (number == 936) return "GBK";
+    if (number == 54936) return "GB18030";
+    if (number == 65001) return "UTF-8";
+    return "IBM" + QByteArray::number(number);
+}
+
+/// The name that converters know the page by that a table or the file beside it tells; empty for one that isn't known.
+QByteArray CodePageOf(const char* told) {
+    QByteArray page = QByteArray(told).trimmed().toUpper();
     if (page.startsWith("LDID/")) {
-        const int byte = page.mid(5).toInt();
-        const auto* const found = std::find_if(std::begin(kPages), std::end(kPages),
-                                               [&](const Page& each) { return each.languageByte == byte; });
-        return found == std::end(kPages) ? QByteArray() : QByteArray(found->name);
+        const int number = PageOfLanguage(page.mid(5).toInt());
+        return number == 0 ? QByteArray() : NameOfPage(number);
     }
-    if (page == "65001" || page == "UTF8") return "UTF-8";
+    if (page == "UTF8") return "UTF-8";
     if (page.startsWith("8859")) return "ISO-8859-" + page.mid(page.startsWith("8859-") ? 5 : 4);
-    const QByteArray number = page.startsWith("ANSI ") ? page.mid(5) : page.startsWith("CP") ? page.mid(2) : page;
-    if (number.size() == 4 && number.startsWith("125")) return "windows-" + number;
-    return number.size() == 3 && number.toInt() > 0 ? "IBM" + number : page;
+    for (const char* prefix : {"ANSI ", "OEM ", "CP"})
+        if (page.startsWith(prefix)) page = page.mid(static_cast<qsizetype>(qstrlen(prefix)));
+    const int number = page.toInt();
+    return number > 0 ? NameOfPage(number) : page;
 }
 
 QString Decoded(const QByteArray& bytes, const QByteArray& page) {

@@ -16,8 +16,13 @@
 
 namespace tessaro {
 
+bool IsOfTheme(const StackedLayer& layer) {
+    return layer.tag == QLatin1String(kDataTag);
+}
+
 namespace {
 
+constexpr auto kShapeEnding = ".shp";
 constexpr unsigned kNoLayer = 5; ///< "Invalid procedure call": the file is there, but no layer
 
 /// The file that is there, after asking for it as long as it is not.
@@ -27,11 +32,37 @@ QString Located(QString path, const LayerLocator& locate) {
     return path.isEmpty() ? path : FindPath(path);
 }
 
-} // namespace
-
-bool IsOfTheme(const StackedLayer& layer) {
-    return layer.tag == QLatin1String(kDataTag);
+QString MapsFolder() {
+    return JoinPath({AppPath, QStringLiteral("Maps")});
 }
+
+/// Among the lowest layers, one of the theme that was read from a file of this name; -1 for none.
+int FormerLayer(const LayerStack& map, int former, const QString& fileName) {
+    for (int i = 0; i < former; ++i) {
+        const QString name = map.At(i).data.name + QLatin1String(kShapeEnding);
+        if (IsOfTheme(map.At(i)) && name.compare(fileName, Qt::CaseInsensitive) == 0) return i;
+    }
+    return -1;
+}
+
+/// Takes those of the lowest layers off the map that are of the theme.
+void RemoveTheme(LayerStack& map, int former) {
+    for (int i = former; i-- > 0;)
+        if (IsOfTheme(map.At(i))) map.Remove(i);
+}
+
+void TellOfFailures(int layers, const QStringList& kept, const QStringList& lost, const QString& reason) {
+    const auto tell = [&](const char* key, const QStringList& files) {
+        const QString text = FilledText(QLatin1String(key), {files.join(QStringLiteral(", "))});
+        ShowMessage(reason.isEmpty() ? text : text + QStringLiteral("\n\n") + reason, MessageType::Ok,
+                    MessageIcon::Warning, {}, false);
+    };
+    if (layers == 0) return ShowMessageWithReason(QStringLiteral("222"), reason);
+    if (!kept.isEmpty()) tell("TS_LayersKept", kept);
+    if (!lost.isEmpty()) tell("TS_LayersLeftOut", lost);
+}
+
+} // namespace
 
 QString PlainLayerFile(const QString& path) {
     const bool scrambled = SettingFlag(QStringLiteral("ENCRYPT_DECRYPT_FILES"));
@@ -79,11 +110,23 @@ ThemeKind KindOf(const LayerStack& map) {
 
 ThemeKind LoadLayers(LayerStack& map, MapFiles& files, const LayerLocator& locate) {
     QString reason;
+    QStringList kept;
+    QStringList lost;
+    int former = map.Count(); // the layers below this place were there before
     for (MapFile& file : files) {
-        QString path = file.folder + QLatin1Char('/') + file.name;
-        if (AddLayer(map, path, QLatin1String(kDataTag), locate, reason)) file = {FileNameOf(path), FolderOf(path)};
+        QString path = (file.folder.isEmpty() ? MapsFolder() : file.folder) + QLatin1Char('/') + file.name;
+        if (AddLayer(map, path, QLatin1String(kDataTag), locate, reason)) {
+            file = {FileNameOf(path), FolderOf(path)};
+        } else if (const int layer = FormerLayer(map, former, file.name); layer >= 0) {
+            map.Move(layer, map.Count() - 1);
+            --former;
+            kept << file.name;
+        } else if (!path.isEmpty()) {
+            lost << file.name;
+        }
     }
-    if (map.Count() == 0) ShowMessageWithReason(QStringLiteral("222"), reason);
+    RemoveTheme(map, former);
+    TellOfFailures(map.Count(), kept, lost, reason);
     return KindOf(map);
 }
 

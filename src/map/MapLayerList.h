@@ -44,8 +44,10 @@ using LayerLocator = std::function<QString(const QString& key, const QString& pa
 enum class ThemeKind { None = 0, Polygons = 1, Points = 2, Both = 3 };
 [[nodiscard]] ThemeKind KindOf(const LayerStack& map);
 
-/// Puts all listed files on the map as layers of the theme. A file that the user located takes the place of the one in
-/// the list. With nothing on the map after that, message "222" with the reason of the last file. Gives the kind.
+/// Puts all listed files on the map as layers of the theme, in place of those that the map has. A file that the user
+/// located takes the place of the one in the list. A layer whose file can't be read again stays as it was; a message
+/// tells which, and which files are left out. With nothing on the map after that, message "222" with the reason of the
+/// last file. Gives the kind.
 ThemeKind LoadLayers(LayerStack& map, MapFiles& files, const LayerLocator& locate);
 
 /// The number of features in the layers of the theme.

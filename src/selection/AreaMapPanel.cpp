@@ -96,6 +96,7 @@ void AreaMapPanel::MakeTools() {
     AddTool(MapTool::ZoomIn, "cmdMapZoomIn", "zoom_in.png", "Zoom In");
     AddTool(MapTool::ZoomOut, "cmdMapZoomOut", "zoom_out.png", "Zoom Out");
     AddTool(MapTool::Pan, "cmdMapPan", "pan.png", "Pan");
+    AddTool(MapTool::Identify, "cmdMapIdentify", "details.png", "Identity Feature");
     connect(AddButton("cmdMapFullExtent", "full_extent.png", "Full Extent"), &QToolButton::clicked, map_, [this] {
         map_->SetTool(MapTool::Select);
         map_->ShowFullExtent();
@@ -120,6 +121,14 @@ void AreaMapPanel::ConnectMap() {
     connect(map_, &MapCanvas::Hovered, this, [this](const QPointF& map) { Point(FeatureUnder(map)); });
     connect(map_, &MapCanvas::HoverEnded, this, [this] { Point(-1); });
     connect(map_, &MapCanvas::PopupRequested, this, &AreaMapPanel::PopupRequested);
+}
+
+void AreaMapPanel::FollowInTabOrder(QWidget* before) {
+    for (const Caption& each : captions_) {
+        setTabOrder(before, each.button);
+        before = each.button;
+    }
+    setTabOrder(before, map_);
 }
 
 void AreaMapPanel::SetFormCaptions() {
@@ -225,8 +234,11 @@ void AreaMapPanel::Pick(const QPointF& map) {
 }
 
 void AreaMapPanel::PickPointed() {
-    if (pointed_ >= 0 && !ids_[static_cast<std::size_t>(pointed_)].isEmpty())
-        Q_EMIT AreaPicked(ids_[static_cast<std::size_t>(pointed_)]);
+    if (pointed_ < 0 || ids_[static_cast<std::size_t>(pointed_)].isEmpty()) return;
+    const QString areaId = ids_[static_cast<std::size_t>(pointed_)];
+    if (map_->Tool() != MapTool::Identify) return Q_EMIT AreaPicked(areaId);
+    map_->SetTool(MapTool::Select);
+    Q_EMIT AreaIdentified(areaId);
 }
 
 void AreaMapPanel::Walk(int steps) {

@@ -12,8 +12,9 @@ class QToolButton;
 
 namespace tessaro {
 
-/// The map of the areas with its tools: a click picks an area, its name is shown under the pointer. The keys Page Up
-/// and Page Down walk the areas by their names, Enter picks the one that has the rim.
+/// The map of the areas with its tools: a click picks an area or, with the tool Identify, asks what it is; its name is
+/// shown under the pointer. The keys Page Up and Page Down walk the areas by their names, Enter acts like a click on
+/// the one that has the rim.
 class AreaMapPanel final : public QFrame {
     Q_OBJECT
 
@@ -31,10 +32,14 @@ class AreaMapPanel final : public QFrame {
     /// Captions again, and the names of areas, which may have changed with the language.
     void SetFormCaptions();
 
+    /// Lets Tab go from a control to the tools and from these to the map.
+    void FollowInTabOrder(QWidget* before);
+
     [[nodiscard]] MapCanvas& Map() { return *map_; }
 
   Q_SIGNALS:
     void AreaPicked(const QString& areaId);
+    void AreaIdentified(const QString& areaId);
     void PopupRequested(const QPoint& globalPosition);
 
   protected:

@@ -59,6 +59,12 @@ std::vector<int> FeaturesBelow(const std::vector<QString>& ids, const QString& n
     return below.empty() ? itself : below;
 }
 
+QString NumberOfArea(const QString& areaId) {
+    Records rows =
+        Select(QStringLiteral("SELECT AreaNId FROM Area WHERE AreaId IN (") + Quoted(areaId) + QLatin1Char(')'));
+    return rows.Joined();
+}
+
 QString NameOfArea(const QString& areaId) {
     if (areaId.isEmpty()) return {};
     const Records rows = Select(QStringLiteral("SELECT AreaId, AreaName from Area WHERE AreaId = ") + Quoted(areaId));

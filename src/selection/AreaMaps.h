@@ -22,6 +22,8 @@ namespace tessaro::selection {
 /// the root.
 [[nodiscard]] std::vector<int> FeaturesBelow(const std::vector<QString>& ids, const QString& nodeId);
 
+/// The number of an area in the database; empty for an id that is none.
+[[nodiscard]] QString NumberOfArea(const QString& areaId);
 /// The name of an area; empty for an id that is none.
 [[nodiscard]] QString NameOfArea(const QString& areaId);
 /// Names of all areas by their ids in capitals.

@@ -64,6 +64,7 @@ frmAreas::frmAreas(QWidget* parent)
     ui_->SSSplitter1->setStretchFactor(1, 1);
     ui_->SSSplitter1->setSizes({264, 1000});
     lists.SetOtherView(map_);
+    map_->FollowInTabOrder(&lstAvailable1());
     depth_ = selection::AreaDepth();
     MakeOptions();
     ConnectControls();
@@ -98,6 +99,7 @@ void frmAreas::ConnectControls() {
         list->SetPlainArrowsLeave(true);
     ConnectTree();
     connect(map_, &AreaMapPanel::AreaPicked, this, &frmAreas::PickOnMap);
+    connect(map_, &AreaMapPanel::AreaIdentified, this, &frmAreas::Identify);
     connect(map_, &AreaMapPanel::PopupRequested, this, &frmAreas::ShowTreePopup);
     connect(ui_->lblAreaOptions, &QTabBar::currentChanged, this, [this](int tab) {
         if (tab >= 0) ShowThisAreaOption(ui_->lblAreaOptions->tabData(tab).toInt());
@@ -194,12 +196,15 @@ bool frmAreas::ShowMapFile(const QString& path) {
 
 void frmAreas::PickOnMap(const QString& areaId) {
     ErrorTrap trap("AreaMap_MouseDown");
-    Records rows =
-        Select(QStringLiteral("SELECT AreaNId FROM Area WHERE AreaId IN (") + Quoted(areaId) + QLatin1Char(')'));
-    const QString list = rows.Joined();
+    const QString list = selection::NumberOfArea(areaId);
     if (list.isEmpty()) return;
     if (!chosen_.AddAreas(list)) return ShowKept(false);
     FillSelectedAreas();
+}
+
+void frmAreas::Identify(const QString& areaId) {
+    ErrorTrap trap("Identify");
+    if (!selection::NumberOfArea(areaId).isEmpty()) ShowDetailsOf(areaId);
 }
 
 void frmAreas::Form_Load() {
@@ -418,9 +423,12 @@ void frmAreas::SeacrhAreaStrings(const QString& text) {
 void frmAreas::ShowAreaDetails() {
     ErrorTrap trap("ShowAreaDetails");
     const std::vector<KeyedItem> items = lstSelected1().HighlightedItems();
-    if (items.empty()) return;
+    if (!items.empty()) ShowDetailsOf(items.front().cells.value(1));
+}
+
+void frmAreas::ShowDetailsOf(const QString& areaId) {
     frmShowDetails form(this);
-    form.ShowAreaDetails(items.front().cells.value(1));
+    form.ShowAreaDetails(areaId);
     form.exec();
 }
 

@@ -63,6 +63,8 @@ class frmAreas final : public StageScreen {
     void ShowMapOfNode(const QString& nodeKey);
     [[nodiscard]] bool ShowMapFile(const QString& path);
     void PickOnMap(const QString& areaId);
+    void Identify(const QString& areaId);
+    void ShowDetailsOf(const QString& areaId);
     [[nodiscard]] bool ShowsMap() const;
     void EnableFilterOfList();
     void AddOneArea(const QString& key);

@@ -1,11 +1,18 @@
 #include "map/shapefile/CShapeFile.h"
 #include "map/shapefile/ShapefileError.h"
+#include "session/Messages.h"
 
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+
+/// Reading a file never shows one.
+int tessaro::ShowMessage(const QString&, MessageType, MessageIcon, const QString&, bool) {
+    std::abort();
+}
 
 /// Any bytes as a shapefile: the first two tell how many of the rest are the index, the others are the main file. What
 /// can't be read gives an error of the room, and the shapes that are read hold no more points than the file has bytes.

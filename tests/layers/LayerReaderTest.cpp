@@ -117,10 +117,15 @@ TEST_F(LayerReaderTest, TextsOfEveryCodePage) {
         QByteArray bytes;
         const char* text;
     } cases[] = {
-        {"UTF-8", "\xC3\xA9t\xC3\xA9", "été"}, {"LDID/87", "\xE9t\xE9", "été"},   {"LDID/201", "\xCC\xE8\xF0", "Мир"},
-        {"LDID/1", "\x82t\x82", "été"},        {"CP1256", "\xE3\xD5\xD1", "مصر"}, {"ANSI 1251", "\xCC\xE8\xF0", "Мир"},
-        {"88591", "\xE9t\xE9", "été"},         {"1250", "\xB3\xF3", "łó"},        {nullptr, "\xC3\xA9t\xC3\xA9", "été"},
-        {nullptr, "\xE9t\xE9", "été"},         {"nonsense", "\xE9t\xE9", "été"},
+        {"UTF-8", "\xC3\xA9t\xC3\xA9", "été"}, {"LDID/87", "\xE9t\xE9", "été"},
+        {"LDID/201", "\xCC\xE8\xF0", "Мир"},   {"LDID/1", "\x82t\x82", "été"},
+        {"CP1256", "\xE3\xD5\xD1", "مصر"},     {"ANSI 1251", "\xCC\xE8\xF0", "Мир"},
+        {"88591", "\xE9t\xE9", "été"},         {"1250", "\xB3\xF3", "łó"},
+        {nullptr, "\xC3\xA9t\xC3\xA9", "été"}, {nullptr, "\xE9t\xE9", "été"},
+        {"nonsense", "\xE9t\xE9", "été"},      {"OEM 866", "\x8C\xA8\xE0", "Мир"},
+        {"LDID/38", "\x8C\xA8\xE0", "Мир"},    {"LDID/77", "\xB1\xB1\xBE\xA9", "北京"},
+        {"936", "\xB1\xB1\xBE\xA9", "北京"},   {"LDID/19", "\x93\x8C\x8B\x9E", "東京"},
+        {"LDID/124", "\xA1\xC3", "กร"},        {"GB18030", "\xB1\xB1\xBE\xA9", "北京"},
     };
     test::WriteShapes(Base(), SHPT_POLYGON, {kSquare});
     for (const auto& c : cases) {

@@ -137,6 +137,47 @@ TEST_F(MapLayerListTest, TellsWhenThereIsNoMap) {
     EXPECT_TRUE(log.readAll().contains("bad.shp"));
 }
 
+TEST_F(MapLayerListTest, AFileThatFailsOnReloadKeepsItsLayer) {
+    for (const char* name : {"One", "Two", "Three"})
+        MakeLayer(QLatin1String(name));
+    LayerStack map;
+    MapFiles files{{QStringLiteral("One.shp"), maps_}, {QStringLiteral("two.SHP"), maps_}};
+    EXPECT_EQ(LoadLayers(map, files, locate_), ThemeKind::Polygons);
+    map.At(1).symbols.symbols[0].color = Qt::red;
+    QString custom = maps_ + QStringLiteral("/One.shp");
+    QString reason;
+    ASSERT_TRUE(AddLayer(map, custom, QStringLiteral("Customize - x"), locate_, reason));
+    const auto names = [&map] {
+        QStringList found;
+        for (int i = 0; i < map.Count(); ++i)
+            found << map.At(i).data.name + (IsOfTheme(map.At(i)) ? QString() : QStringLiteral("*"));
+        return found.join(QLatin1Char(' ')).toStdString();
+    };
+    QFile::remove(maps_ + QStringLiteral("/One.shp"));
+    QFile damaged(maps_ + QStringLiteral("/Two.shp"));
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("no shapes");
+    damaged.close();
+
+    files = {{QStringLiteral("Two.shp"), maps_}, {QStringLiteral("Three.shp"), maps_}};
+    EXPECT_EQ(LoadLayers(map, files, locate_), ThemeKind::Polygons);
+    EXPECT_EQ(names(), "One* Two Three") << "in the order of the list; a layer that isn't listed goes";
+    EXPECT_EQ(map.At(1).symbols.symbols[0].color, QColor(Qt::red));
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages[0].contains(QStringLiteral("Two.shp"))) << messages[0].toStdString();
+
+    files = {{QStringLiteral("One.shp"), maps_}, {QStringLiteral("Two.shp"), maps_}};
+    EXPECT_EQ(LoadLayers(map, files, locate_), ThemeKind::Polygons);
+    EXPECT_EQ(names(), "One* Two");
+    EXPECT_EQ(messages.size(), 2) << "the user was asked for One and gave it up";
+
+    MapFiles afresh{{QStringLiteral("Three.shp"), maps_}, {QStringLiteral("Two.shp"), maps_}};
+    LayerStack other;
+    EXPECT_EQ(LoadLayers(other, afresh, locate_), ThemeKind::Polygons);
+    ASSERT_EQ(messages.size(), 3) << "one that never was on the map is left out, not silently";
+    EXPECT_EQ(other.Count(), 1);
+}
+
 TEST_F(MapLayerListTest, ReadsScrambledFiles) {
     const QString folder = QStringLiteral(TESSARO_SCRAMBLED_MAPS);
     const auto bytes = ReadWholeFile(folder + QStringLiteral("/AUS_States.shp"));

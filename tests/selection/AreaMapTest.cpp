@@ -144,6 +144,14 @@ TEST_F(AreaMapTest, TellsTheNameUnderThePointer) {
 
 TEST_F(AreaMapTest, WorksWithTheKeyboard) {
     OpenMap();
+    QStringList order;
+    for (const QWidget* each = &Find<KeyedTree>("TV_Areas"); !order.contains(QStringLiteral("lstSelected1"));) {
+        each = each->nextInFocusChain();
+        if ((each->focusPolicy() & Qt::TabFocus) != 0 && each->isVisible()) order << each->objectName();
+    }
+    EXPECT_EQ(order.mid(0, 9).join(QLatin1Char(' ')).toStdString(),
+              "cmdMapSelect cmdMapZoomIn cmdMapZoomOut cmdMapPan cmdMapIdentify cmdMapFullExtent cmdMapRefresh "
+              "cmdMapLabels AreaMap");
     Map().setFocus();
     for (const char* const expected : {"Côte d'Ivoire", "India", "Quoted province", "Côte d'Ivoire"}) {
         QTest::keyClick(&Map(), Qt::Key_PageDown);
@@ -159,6 +167,37 @@ TEST_F(AreaMapTest, WorksWithTheKeyboard) {
     EXPECT_TRUE(Map().Extent().Contains({90, 10})) << "the map follows";
     QTest::keyClick(&Map(), Qt::Key_Home);
     EXPECT_NEAR(Map().Extent().Width(), width, 1e-6);
+}
+
+TEST_F(AreaMapTest, IdentifyShowsWhatAnAreaIs) {
+    OpenMap();
+    QString shown;
+    const auto identify = [&](const std::function<void()>& choose) {
+        shown.clear();
+        Click("cmdMapIdentify");
+        AnswerDialog([&](QDialog& dialog) {
+            shown = dialog.findChild<QLabel*>(QStringLiteral("lblAreaNames"))->text().simplified();
+            dialog.reject();
+        });
+        choose();
+        EXPECT_EQ(Map().Tool(), MapTool::Select);
+        return shown.toStdString();
+    };
+    EXPECT_EQ(identify([&] { ClickMap(70, 10); }), "Asia (ASI) India (ASIIND)");
+    Map().setFocus();
+    QString walked;
+    const std::string next = identify([&] {
+        QTest::keyClick(&Map(), Qt::Key_PageDown);
+        walked = Find<QLabel>("lblAreaUnderPointer").text();
+        QTest::keyClick(&Map(), Qt::Key_Return);
+    });
+    EXPECT_FALSE(walked.isEmpty());
+    EXPECT_NE(next.find(walked.toStdString() + " ("), std::string::npos) << next;
+    EXPECT_EQ(ChosenAreas(), QString()) << "nothing is chosen";
+    Click("cmdMapIdentify");
+    ClickMap(2, 2); // no area of the database
+    QTest::keyClick(&Map(), Qt::Key_Escape);
+    EXPECT_EQ(Map().Tool(), MapTool::Select);
 }
 
 TEST_F(AreaMapTest, ToolsEndAfterTheirUse) {

@@ -80,7 +80,7 @@ void BreakHistogram::PaintBars(QPainter& painter) const {
     const QRect ground = Ground();
     const int most = *std::max_element(bars_.begin(), bars_.end());
     const double width = static_cast<double>(ground.width()) / static_cast<double>(bars_.size());
-    painter.setPen(QPen(theme::MutedText(), 0));
+    painter.setPen(theme::MutedText());
     for (std::size_t bar = 0; bar < bars_.size(); ++bar) {
         if (bars_[bar] == 0) continue;
         const double left = ground.left() + static_cast<double>(bar) * width;

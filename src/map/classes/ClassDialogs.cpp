@@ -7,6 +7,7 @@
 #include "controls/Theme.h"
 #include "platform/Paths.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -78,12 +79,6 @@ std::optional<int> AskForStyle(QWidget* parent, QPoint place, const char* name, 
     return static_cast<int>(chosen);
 }
 
-QPixmap EmptyPicture(QSize size) {
-    QPixmap picture(size);
-    picture.fill(Qt::transparent);
-    return picture;
-}
-
 void FillPalettes(QListWidget* list, const QString& folder) {
     for (const QString& file : FilesOf(folder))
         if (file.endsWith(QLatin1String(".plf"), Qt::CaseInsensitive)) {
@@ -104,9 +99,19 @@ void Browse(QListWidget* list, const QString& folder) {
 
 } // namespace
 
+QPixmap EmptyPicture(QSize size) {
+    const double ratio = qApp->devicePixelRatio();
+    QPixmap picture(size * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    return picture;
+}
+
 std::optional<QString> AskForBreak(QWidget* parent, const QString& heading, const QString& text) {
     CellDialog frmMAPFrom_To(parent, "frmMAPFrom_To", heading);
     auto* txtBreak = frmMAPFrom_To.Add(new QLineEdit(text), "txtBreak", heading);
+    txtBreak->setLayoutDirection(Qt::LeftToRight);
+    txtBreak->setAlignment(ReadingSide());
     txtBreak->selectAll();
     if (!frmMAPFrom_To.Accepted()) return std::nullopt;
     return txtBreak->text();
@@ -157,9 +162,10 @@ QString NameOfMarker(int marker) {
 QPixmap FillPicture(int fill, const QColor& color, QSize size) {
     QPixmap picture = EmptyPicture(size);
     QPainter painter(&picture);
-    painter.fillRect(picture.rect(), PatternBrush(PatternOfNumber(fill), color, 1));
+    const QRect place(QPoint(), size);
+    painter.fillRect(place, PatternBrush(PatternOfNumber(fill), color, 1));
     painter.setPen(theme::MutedText());
-    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+    painter.drawRect(place.adjusted(0, 0, -1, -1));
     return picture;
 }
 
@@ -176,7 +182,9 @@ QPixmap MarkerPicture(int marker, const QColor& color, QSize size) {
     symbols.symbols[0].color = color;
     symbols.symbols[0].marker = static_cast<Marker>(marker);
     symbols.symbols[0].markerSize = size.height() * 0.6;
-    PaintLayer(painter, layer, symbols, MapView({-1, -1, 1, 1}, size, 1), 1);
+    const double ratio = picture.devicePixelRatio();
+    painter.scale(1 / ratio, 1 / ratio);
+    PaintLayer(painter, layer, symbols, MapView({-1, -1, 1, 1}, picture.size(), 1), ratio);
     return picture;
 }
 

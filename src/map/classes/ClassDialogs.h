@@ -24,6 +24,8 @@ namespace tessaro {
 /// Name and picture of a fill or marker.
 [[nodiscard]] QString NameOfFill(int fill);
 [[nodiscard]] QString NameOfMarker(int marker);
+/// A transparent picture of so many pixels of the window, with as many of the screen as it has for these.
+[[nodiscard]] QPixmap EmptyPicture(QSize size);
 [[nodiscard]] QPixmap FillPicture(int fill, const QColor& color, QSize size);
 [[nodiscard]] QPixmap MarkerPicture(int marker, const QColor& color, QSize size);
 

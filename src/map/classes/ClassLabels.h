@@ -16,4 +16,10 @@ namespace tessaro {
 /// "from - to", the legend of a class until the user writes another.
 [[nodiscard]] QString LegendOf(const ClassBreak& each, int decimals);
 
+/// A number as it is shown, not stored: in languages from right to left a mark keeps its minus in front of it.
+[[nodiscard]] QString NumberInReadingOrder(const QString& number);
+/// A legend as it is shown: its one or two numbers marked like that, with the lower one first in the reading order.
+/// Words stand as they are.
+[[nodiscard]] QString LegendInReadingOrder(const QString& legend);
+
 } // namespace tessaro

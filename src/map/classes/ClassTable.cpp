@@ -64,7 +64,7 @@ PaletteRow RowOf(const ClassLook& look) {
     row.color = QString::number(NumberFromColor(look.color));
     row.legend = look.legend;
     row.fontName = look.font.family();
-    row.fontSize = QString::number(look.font.pointSize());
+    row.fontSize = QString::number(look.font.pointSizeF());
     row.bold = look.font.bold();
     row.italic = look.font.italic();
     row.underline = look.font.underline();

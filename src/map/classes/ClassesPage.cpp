@@ -19,8 +19,10 @@
 #include "session/Session.h"
 #include "ui_ClassesPage.h"
 
+#include <QDir>
 #include <QLocale>
 #include <QPainter>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -33,7 +35,7 @@ constexpr const char* kDefaultPalette = "Default.plf";
 
 /// A strip of colours, the lowest class at the left.
 QPixmap Strip(const std::vector<QColor>& colors, QSize size) {
-    QPixmap picture(size);
+    QPixmap picture = EmptyPicture(size);
     QPainter painter(&picture);
     const double width = static_cast<double>(size.width()) / static_cast<double>(colors.size());
     for (std::size_t i = 0; i < colors.size(); ++i)
@@ -76,14 +78,19 @@ void ClassesPage::ConnectControls() {
     connect(ui_->txtDec, &QSpinBox::valueChanged, this, &ClassesPage::EnableApply);
     connect(ui_->txtMinValue, &QLineEdit::textChanged, this, &ClassesPage::EnableApply);
     connect(ui_->txtMaxValue, &QLineEdit::textChanged, this, &ClassesPage::EnableApply);
-    for (QLineEdit* field : {ui_->txtMinValue, ui_->txtMaxValue})
+    for (QLineEdit* field : {ui_->txtMinValue, ui_->txtMaxValue}) {
+        field->setLayoutDirection(Qt::LeftToRight); // a minus stands before its number in every language
         connect(field, &QLineEdit::returnPressed, ui_->cmdApply, &QPushButton::click);
+    }
     connect(ui_->cmdApply, &QPushButton::clicked, this, &ClassesPage::cmdApply_Click);
     connect(ui_->cmdSmoothColors, &QPushButton::clicked, this, &ClassesPage::cmdSmoothColors_Click);
     connect(ui_->SSCmdSavePalette, &QPushButton::clicked, this, &ClassesPage::SSCmdSavePalette_Click);
     connect(ui_->SSCmdLoadPalette, &QPushButton::clicked, this, &ClassesPage::SSCmdLoadPalette_Click);
     connect(ui_->cboColorScheme, &QComboBox::activated, this, &ClassesPage::UseScheme);
     connect(ui_->grdClassBreaks, &QTableWidget::cellActivated, this, &ClassesPage::CellChosen);
+    // Where the desktop activates with one click, the signal above has come already.
+    if (!style()->styleHint(QStyle::SH_ItemView_ActivateItemOnSingleClick, nullptr, ui_->grdClassBreaks))
+        connect(ui_->grdClassBreaks, &QTableWidget::cellClicked, this, &ClassesPage::CellChosen);
     connect(ui_->grdClassBreaks, &QTableWidget::cellEntered, this, &ClassesPage::Hover);
     connect(ui_->grdClassBreaks, &QTableWidget::viewportEntered, this, [this] { Hover(-1); });
     ui_->grdClassBreaks->setMouseTracking(true);
@@ -110,6 +117,8 @@ void ClassesPage::SetFormCaptions() {
         label->setBuddy(field);
         field->setAccessibleName(label->accessibleName());
     }
+    for (QLineEdit* field : {ui_->txtMinValue, ui_->txtMaxValue})
+        field->setAlignment(ReadingSide());
     histogram_->setAccessibleName(PlainText(QStringLiteral("TS_Histogram")));
     ui_->grdClassBreaks->setAccessibleName(PlainText(QStringLiteral("Legend")));
     FillChoices();
@@ -189,6 +198,16 @@ void ClassesPage::ShowLimits(int decimals) {
     ui_->txtMaxValue->setText(limitTexts_[1]);
 }
 
+/// Limits of the user, written as the program writes numbers; with other decimals than before, cut to these.
+void ClassesPage::ShowTyped(double minimum, double maximum, int decimals) {
+    const bool cut = decimals != table_.decimals;
+    const auto text = [&](double limit) {
+        return cut ? FormatThousands(FormatDecimals(limit, decimals)) : BoundText(limit, decimals);
+    };
+    ui_->txtMinValue->setText(text(minimum));
+    ui_->txtMaxValue->setText(text(maximum));
+}
+
 /// Limits that the user typed, or the data's own where the fields still show those or read 0.
 bool ClassesPage::ReadRange(ClassRequest& request) {
     const QStringList typed{ui_->txtMinValue->text(), ui_->txtMaxValue->text()};
@@ -201,7 +220,10 @@ bool ClassesPage::ReadRange(ClassRequest& request) {
             return false;
         }
     const bool unset = typed == limitTexts_ || (*minimum == 0 && *maximum == 0);
-    if (unset) ShowLimits(request.decimals);
+    if (unset)
+        ShowLimits(request.decimals);
+    else
+        ShowTyped(*minimum, *maximum, request.decimals);
     SetRange(request, unset ? limits_.minimum : *minimum, unset ? limits_.maximum : *maximum);
     if (request.minimum <= request.maximum) return true;
     ShowMessage(QStringLiteral("231"));
@@ -279,6 +301,7 @@ void ClassesPage::cmdSmoothColors_Click() {
 void ClassesPage::SSCmdSavePalette_Click() {
     const ErrorTrap trap("SSCmdSavePalette_Click");
     const QString folder = WritablePlace(JoinPath({AppPath, QStringLiteral("Palettes")}), AppPath, CacheFolder);
+    QDir().mkpath(folder);
     const QString filter = GetText(QStringLiteral("TS_FilterPalette")) + QStringLiteral(" (*.plf)");
     const QString file = AskForNewFile(
         this, {PlainText(QStringLiteral("TS_SavePalette")), folder, filter, QLatin1String(kDefaultPalette)});

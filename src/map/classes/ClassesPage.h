@@ -64,6 +64,7 @@ class ClassesPage final : public QWidget {
     void FillSchemes();
     [[nodiscard]] bool ReadRange(ClassRequest& request);
     void ShowLimits(int decimals);
+    void ShowTyped(double minimum, double maximum, int decimals);
     void ComputeTable(const ClassRequest& request);
     void RememberFields();
     void EnableApply();

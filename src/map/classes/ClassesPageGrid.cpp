@@ -11,7 +11,6 @@
 #include "session/Messages.h"
 #include "ui_ClassesPage.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QLocale>
 
@@ -36,9 +35,7 @@ const char* HeadOf(Symbol symbol) {
 }
 
 QTableWidgetItem* NumberItem(const QString& text, bool editable) {
-    // Without a mark of direction, a minus would stand behind the number in languages from right to left.
-    auto* item = new QTableWidgetItem(
-        text.startsWith(QLatin1Char('-')) && QApplication::isRightToLeft() ? QChar(0x200E) + text : text);
+    auto* item = new QTableWidgetItem(NumberInReadingOrder(text));
     item->setTextAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
     if (!editable) item->setForeground(QPalette().brush(QPalette::PlaceholderText));
     return item;
@@ -108,7 +105,7 @@ void ClassesPage::ShowRow(int row) {
     QTableWidget& grid = *ui_->grdClassBreaks;
     const ClassBreak& each = table_.classes[static_cast<std::size_t>(row)];
     const ClassLook& look = table_.looks[static_cast<std::size_t>(row)];
-    auto* legend = new QTableWidgetItem(look.legend);
+    auto* legend = new QTableWidgetItem(LegendInReadingOrder(look.legend));
     if (look.font != QFont()) legend->setFont(look.font);
     grid.setItem(row, ColLegend, legend);
     grid.setItem(row, ColFrom, NumberItem(BoundText(each.from, table_.decimals), MayEdit(Choice(), Bound::From)));
@@ -204,7 +201,9 @@ void ClassesPage::EditBoundCell(int row, int column) {
     const Bound bound = column == ColFrom ? Bound::From : Bound::To;
     if (!MayEdit(Choice(), bound)) return;
     const QString heading = PlainText(column == ColFrom ? QStringLiteral("From") : QStringLiteral("To"));
-    const auto typed = AskForBreak(this, heading, ui_->grdClassBreaks->item(row, column)->text());
+    const ClassBreak& each = table_.classes[static_cast<std::size_t>(row)];
+    const auto typed =
+        AskForBreak(this, heading, BoundText(bound == Bound::From ? each.from : each.to, table_.decimals));
     if (!typed) return;
     const auto number = NumberTyped(*typed);
     if (!number || !EditClass(table_, row, bound, *number, Choice(), values_)) {

@@ -109,7 +109,8 @@ PaletteContents ReadPalette(const QByteArray& bytes, int charset) {
         contents.rows.push_back(RowOf(lines, line));
     bool told = false;
     const int rows = lines.size() > 1 ? ValueOf(lines[1]).toInt(&told) : 0;
-    contents.complete = told && static_cast<int>(contents.rows.size()) >= rows;
+    // Some files count the grid's row of headings too.
+    contents.complete = told && static_cast<int>(contents.rows.size()) + 1 >= rows;
     return contents;
 }
 

@@ -15,8 +15,7 @@ namespace {
 constexpr const char* kLines[] = {"Solid line", "Dash line", "Dot line", "Dash dot line", "Dash dot dot line"};
 
 QPixmap LinePicture(int style, const QColor& color, QSize size) {
-    QPixmap picture(size);
-    picture.fill(Qt::transparent);
+    QPixmap picture = EmptyPicture(size);
     QPainter painter(&picture);
     painter.setPen(QPen(color, 2, static_cast<Qt::PenStyle>(Qt::SolidLine + style), Qt::FlatCap));
     painter.drawLine(0, size.height() / 2, size.width(), size.height() / 2);

@@ -1,5 +1,6 @@
 #include "map/output/LegendPlan.h"
 
+#include "map/classes/ClassLabels.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
 #include "sheets/ColumnWidths.h"
@@ -92,7 +93,7 @@ double RowHeightOf(const QString& text, const SheetFont& font, double width) {
 std::vector<LegendLine> LegendLines(const ClassTable& table) {
     std::vector<LegendLine> lines;
     for (const ClassLook& look : table.looks)
-        lines.push_back(LineOf(look, look.legend));
+        lines.push_back(LineOf(look, LegendInReadingOrder(look.legend)));
     lines.push_back({{}, FontOf(table.missing.font), false, {}});
     const QString& missing = table.missing.legend;
     lines.push_back(LineOf(table.missing, missing.isEmpty() ? PlainText(QStringLiteral("Missing Data")) : missing));

@@ -71,9 +71,4 @@ void SinkThemeLayers(LayerStack& map) {
         if (IsOfTheme(map.At(i))) map.Move(i, below++);
 }
 
-void RemoveThemeLayers(LayerStack& map) {
-    for (int i = map.Count() - 1; i >= 0; --i)
-        if (IsOfTheme(map.At(i))) map.Remove(i);
-}
-
 } // namespace tessaro

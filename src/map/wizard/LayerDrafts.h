@@ -19,7 +19,5 @@ bool PutLayers(LayerStack& map, const std::vector<LayerDraft>& drafts, const Lay
 
 /// Makes the layers of the theme the lowest ones, in their order, so that others are not covered by them.
 void SinkThemeLayers(LayerStack& map);
-/// Takes the layers of the theme off the map.
-void RemoveThemeLayers(LayerStack& map);
 
 } // namespace tessaro

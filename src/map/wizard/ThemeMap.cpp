@@ -1,5 +1,6 @@
 #include "map/wizard/ThemeMap.h"
 
+#include "layers/EncryptShape.h"
 #include "layers/MapFiles.h"
 #include "map/custom/LayerLooks.h"
 #include "map/custom/RenderLabels.h"
@@ -9,6 +10,7 @@
 #include "map/wizard/ThemeSymbols.h"
 #include "platform/Paths.h"
 #include "session/Query.h"
+#include "session/Settings.h"
 #include "view/DataFilters.h"
 
 #include <algorithm>
@@ -40,7 +42,6 @@ bool ThemeMap::FillData() {
 }
 
 void ThemeMap::LoadTheme() {
-    RemoveThemeLayers(map_);
     AddTheme();
     SinkThemeLayers(map_);
 }
@@ -57,6 +58,7 @@ void ThemeMap::AddTheme() {
 }
 
 void ThemeMap::Begin() {
+    if (SettingFlag(QStringLiteral("ENCRYPT_DECRYPT_FILES"))) MakeMapFilesFolder(); // working copies of former maps go
     draft_.theme = FirstTheme();
     FillData();
     periods_ = PeriodsOf(draft_.theme);
@@ -134,7 +136,7 @@ void ThemeMap::ShowAsPoints(bool points) {
     files_ = std::exchange(areaFiles_, {});
     for (int i = map_.Count() - 1; i >= 0; --i) {
         const MapFile file{FileNameOf(map_.At(i).file), FolderOf(map_.At(i).file)};
-        if (std::find(files_.begin(), files_.end(), file) != files_.end()) map_.Remove(i);
+        if (std::find(files_.begin(), files_.end(), file) != files_.end()) map_.At(i).tag = QLatin1String(kDataTag);
     }
     LoadTheme();
 }

@@ -2,6 +2,7 @@
 
 #include "map/MapTest.h"
 #include "map/classes/ClassColors.h"
+#include "map/classes/ClassLabels.h"
 #include "map/classes/ColorSchemes.h"
 
 #include <cmath>
@@ -137,6 +138,30 @@ TEST_F(ClassTableTest, DrawsAreasAsSaved) {
     };
     EXPECT_EQ(pattern(2), FillPattern::Solid);
     EXPECT_EQ(pattern(4), FillPattern::DiagonalCross) << "has a value, which is in no class";
+}
+
+TEST_F(ClassTableTest, LegendsAreShownInReadingOrder) {
+    const QChar left(0x200E);
+    const QChar right(0x200F);
+    const auto marked = [&](const char* number) { return right + (left + QLatin1String(number)) + right; };
+    const struct {
+        QString legend;
+        QString shown;
+    } cases[] = {{QStringLiteral("-4.6 - 4.9"), marked("-4.6") + QStringLiteral(" - ") + marked("4.9")},
+                 {QStringLiteral("-3 - -1"), marked("-3") + QStringLiteral(" - ") + marked("-1")},
+                 {QStringLiteral("-5"), marked("-5")},
+                 {QStringLiteral("1 - 2 - 3"), QStringLiteral("1 - 2 - 3")},
+                 {QStringLiteral("low - high"), QStringLiteral("low - high")},
+                 {{}, {}}};
+    for (const auto& [legend, shown] : cases) {
+        Language = QStringLiteral("English [en]");
+        EXPECT_EQ(LegendInReadingOrder(legend), legend);
+        Language = QStringLiteral("Arabic [ar]");
+        EXPECT_EQ(LegendInReadingOrder(legend).toStdString(), shown.toStdString());
+    }
+    ClassTable table;
+    SetClasses(table, {{-4.6, 4.9, -4.6, 4.9, 1}}, 1);
+    EXPECT_FALSE(table.looks[0].legend.contains(right)) << "only what is shown has marks";
 }
 
 TEST_F(ClassTableTest, MissingAreasStandOutFromPageAndClasses) {

@@ -1,6 +1,7 @@
 #include "map/classes/ClassesPage.h"
 
 #include "controls/ColorDialogs.h"
+#include "controls/FileDialogs.h"
 #include "map/MapTest.h"
 #include "map/classes/BreakHistogram.h"
 #include "map/classes/ColorSchemes.h"
@@ -116,6 +117,35 @@ TEST_F(ClassesPageTest, AppliesWhatTheFieldsSay) {
     EXPECT_EQ(Classes(), "1.2 - 5.6 (3); 5.7 - 9.9 (3)");
     EXPECT_EQ(Notes(), "");
     EXPECT_EQ(changed.count(), 3);
+}
+
+TEST_F(ClassesPageTest, WritesTypedLimitsAsItWritesNumbers) {
+    Find<QLineEdit>("txtMinValue").setText(QStringLiteral(" 1.25 "));
+    Find<QLineEdit>("txtMaxValue").setText(QStringLiteral("8"));
+    Apply();
+    EXPECT_EQ(Find<QLineEdit>("txtMinValue").text(), QStringLiteral("1.25"));
+    EXPECT_EQ(Find<QLineEdit>("txtMaxValue").text(), QStringLiteral("8.0"));
+    Find<QSpinBox>("txtDec").setValue(0);
+    Apply();
+    EXPECT_EQ(Find<QLineEdit>("txtMinValue").text(), QStringLiteral("1"));
+    EXPECT_EQ(Find<QLineEdit>("txtMaxValue").text(), QStringLiteral("8"));
+    EXPECT_FALSE(Find<QPushButton>("cmdApply").isEnabled());
+}
+
+TEST_F(ClassesPageTest, AClickOpensTheWindowOfACell) {
+    SetColorAnswerer([](const QColor&) { return QColor(1, 2, 3); });
+    const auto click = [this](int row, int column) {
+        const QModelIndex cell = Grid().model()->index(row, column);
+        Grid().scrollTo(cell);
+        QTest::mouseClick(Grid().viewport(), Qt::LeftButton, {}, Grid().visualRect(cell).center());
+    };
+    click(1, 4);
+    EXPECT_EQ(page_->Table().looks[1].color, QColor(1, 2, 3));
+    click(4, 4);
+    EXPECT_EQ(page_->Table().missing.color, QColor(1, 2, 3));
+    click(0, 3); // counts can't be edited
+    click(3, 4); // the spacer
+    EXPECT_NE(page_->Table().looks[0].color, QColor(1, 2, 3));
 }
 
 TEST_F(ClassesPageTest, RefusesWhatIsNoRange) {
@@ -263,12 +293,22 @@ TEST_F(ClassesPageTest, TellsAndLightsUpRows) {
 }
 
 TEST_F(ClassesPageTest, TakesTheUsersDefaultColours) {
-    ClassTable table = page_->Table();
+    const ClassTable before = page_->Table();
+    ClassTable table = before;
     for (ClassLook& look : table.looks)
         look.color = QColor(9, 8, 7);
     const QString folder = JoinPath({AppPath, QStringLiteral("Palettes")});
-    ASSERT_TRUE(QDir().mkpath(folder));
-    ASSERT_TRUE(SavePalette(folder + QStringLiteral("/Default.plf"), PaletteOf(table)));
+    ASSERT_FALSE(FolderExists(folder));
+    page_->SetTable(table);
+    SetFileAnswerer([&](const FileQuestion& question) {
+        EXPECT_EQ(question.folder, folder);
+        EXPECT_TRUE(FolderExists(folder));
+        return JoinPath({question.folder, question.name});
+    });
+    page_->SSCmdSavePalette_Click();
+    SetFileAnswerer({});
+    page_->SetTable(before);
+    EXPECT_TRUE(FileExists(folder + QStringLiteral("/Default.plf")));
     ClassesPage other;
     other.Start(ThemeKind::Polygons, 10, 0);
     EXPECT_EQ(other.Table().looks[0].color, QColor(9, 8, 7));

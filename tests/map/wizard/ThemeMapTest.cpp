@@ -6,6 +6,9 @@
 #include "map/wizard/MapWizardTest.h"
 #include "map/wizard/ThemeLists.h"
 #include "map/wizard/ThemeSymbols.h"
+#include "session/Settings.h"
+
+#include <QDir>
 
 namespace tessaro::test {
 
@@ -42,6 +45,17 @@ TEST_F(ThemeMapTest, BeginsWithTheFirstThemeAndTheMapsOfTheAreas) {
     EXPECT_EQ(draft_.title.text, draft_.theme.indicator);
     EXPECT_FALSE(draft_.disclaimer.text.isEmpty());
     EXPECT_FALSE(draft_.disclaimer.text.contains(QLatin1Char('\n')));
+}
+
+TEST_F(ThemeMapTest, WorkingCopiesOfFormerMapsGo) {
+    SetSetting(QStringLiteral("ENCRYPT_DECRYPT_FILES"), QStringLiteral("True"));
+    ASSERT_TRUE(QDir().mkpath(MapFilesFolder));
+    const QString former = MapFilesFolder + QStringLiteral("/Former.shp");
+    ASSERT_TRUE(ReplaceFile(former, "x"));
+    (void)Begun();
+    EXPECT_FALSE(FileExists(former));
+    EXPECT_TRUE(FileExists(MapFilesFolder + QStringLiteral("/Land.shp")));
+    EXPECT_EQ(map_.Count(), 1);
 }
 
 TEST_F(ThemeMapTest, LeavesOutMapsWithoutAnyValueUnlessNoneHasOne) {
