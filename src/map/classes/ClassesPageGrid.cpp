@@ -109,6 +109,7 @@ void ClassesPage::ShowRow(int row) {
     const ClassBreak& each = table_.classes[static_cast<std::size_t>(row)];
     const ClassLook& look = table_.looks[static_cast<std::size_t>(row)];
     auto* legend = new QTableWidgetItem(look.legend);
+    legend->setToolTip(look.legend); // a narrow column cuts it
     if (look.font != QFont()) legend->setFont(look.font);
     grid.setItem(row, ColLegend, legend);
     grid.setItem(row, ColFrom, NumberItem(BoundText(each.from, table_.decimals), MayEdit(Choice(), Bound::From)));

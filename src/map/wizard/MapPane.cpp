@@ -70,7 +70,7 @@ void MapPane::MakeTools() {
     row->setSpacing(theme::kGrid / 2);
     connect(AddButton("full_extent.png", "Full Extent"), &QToolButton::clicked, map_, [this] {
         map_->SetTool(MapTool::Select);
-        map_->ShowFullExtent();
+        ShowFirst({}, {});
     });
     AddTool(MapTool::ZoomIn, "zoom_in.png", "Zoom In");
     AddTool(MapTool::ZoomOut, "zoom_out.png", "Zoom Out");
@@ -117,8 +117,17 @@ void MapPane::SetToolTipParam() {
 }
 
 void MapPane::ShowPointed(const QString& text) {
-    lblPointed_->setText(text);
+    lblPointed_->setText(text.isEmpty() ? note_ : text);
     map_->setToolTip(text);
+}
+
+void MapPane::ShowFirst(const MapBox& extent, const QString& note) {
+    note_ = note;
+    if (extent.IsEmpty())
+        map_->ShowFullExtent();
+    else
+        map_->SetExtent(extent);
+    ShowPointed({});
 }
 
 void MapPane::ShowAdvice(const QString& text, const QString& buttonCaption) {

@@ -30,6 +30,7 @@ MapThemePage::MapThemePage(QWidget* parent)
     lv1_->setModel(model_);
     lv1_->setSelectionBehavior(QAbstractItemView::SelectRows);
     lv1_->setSortingEnabled(true);
+    lv1_->verticalHeader()->hide(); // areas are told by their names
     lv1_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(lblCount_, 1);

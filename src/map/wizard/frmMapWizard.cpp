@@ -5,6 +5,7 @@
 #include "controls/FileDialogs.h"
 #include "controls/OfficeHost.h"
 #include "map/classes/ClassesPage.h"
+#include "map/wizard/FirstView.h"
 #include "map/wizard/LayerDrafts.h"
 #include "map/wizard/MapCustomizePage.h"
 #include "map/wizard/MapPane.h"
@@ -18,6 +19,7 @@
 #include "session/Frame.h"
 #include "session/Messages.h"
 
+#include <QLocale>
 #include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
@@ -120,7 +122,7 @@ void frmMapWizard::Start() {
     theme_.Begin();
     TakeNewTheme();
     started_ = true;
-    untouched_ = DraftText(Draft());
+    untouched_ = ChosenText();
     ShowStep();
     // Not before the map is there: both want the processor.
     QTimer::singleShot(0, this, [] { StartSpreadsheet(); });
@@ -132,10 +134,17 @@ void frmMapWizard::TakeNewTheme() {
     identify_->Forget();
     pane_->Map().Outline({});
     classes_->Start(theme_.Kind(), FeaturesOfTheme(pane_->Map().Layers()), theme_.UnreadableValues());
-    pane_->Map().ShowFullExtent();
+    ShowFirstView();
     LayersChanged();
     ShowAdvice();
     customize_->OfferSmallMaps(theme_.Periods().size() > 1);
+}
+
+void frmMapWizard::ShowFirstView() {
+    const FirstView view = FirstViewOf(pane_->Map().Layers(), theme_.Areas());
+    const QString note =
+        view.outside > 0 ? FilledText(QStringLiteral("TS_OutsideView"), {QLocale().toString(view.outside)}) : QString();
+    pane_->ShowFirst(view.extent, InReadingOrder(note));
 }
 
 void frmMapWizard::LayersChanged() {
@@ -145,13 +154,19 @@ void frmMapWizard::LayersChanged() {
 
 const MapDraft& frmMapWizard::Draft() {
     draft_.layers = DraftsOf(pane_->Map().Layers());
+    draft_.extent = pane_->Map().Extent();
     return draft_;
 }
 
-QString frmMapWizard::CancelQuestion() const {
+QString frmMapWizard::ChosenText() const {
     MapDraft now = draft_;
     now.layers = DraftsOf(pane_->Map().Layers());
-    const bool untouched = !started_ || (WorkbookFile().isEmpty() && DraftText(now) == untouched_);
+    now.extent = {}; // moving the map is no work that could be lost
+    return DraftText(now);
+}
+
+QString frmMapWizard::CancelQuestion() const {
+    const bool untouched = !started_ || (WorkbookFile().isEmpty() && ChosenText() == untouched_);
     return untouched ? QString() : WizardFrame::CancelQuestion();
 }
 

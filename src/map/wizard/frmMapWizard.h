@@ -63,10 +63,13 @@ class frmMapWizard final : public HostedWizard {
     [[nodiscard]] bool Save();
     [[nodiscard]] MapPage Page();
     [[nodiscard]] QString SuggestedName() const;
+    /// The draft as text, without what the map shows of it.
+    [[nodiscard]] QString ChosenText() const;
     /// The workbook that the draft asks for; throws what MakeMapWorkbook throws.
     [[nodiscard]] QString MakeWorkbook(const WizardProgress& progress);
 
     void TakeNewTheme();
+    void ShowFirstView();
     void ClassesChanged();
     void ShowPeriod(const QString& period);
     void ShowAdvice();
