@@ -51,7 +51,7 @@ frmMapWizard::frmMapWizard(SavePresentation save, QWidget* parent)
       theme_(pane_->Map().Layers(), draft_,
              [this](const QString& key, const QString& path) { return LocateLayer(this, key, path); }),
       themePage_(new MapThemePage), classes_(new ClassesPage), customize_(new MapCustomizePage(draft_)),
-      cmdExport_(new QPushButton(this)), cmdPicture_(new QPushButton(this)),
+      cmdExport_(new QPushButton(this)), cmdPicture_(new QPushButton(this)), cmdPrint_(new QPushButton(this)),
       identify_(std::make_unique<frmMAPIdentify>(this)) {
     setObjectName(QStringLiteral("frmMapWizard"));
     Form_Load();
@@ -95,11 +95,17 @@ void frmMapWizard::MakeButtons() {
         connect(button, &QPushButton::clicked, this, click);
         AddButton(button);
     }
+    cmdPrint_->setObjectName(QStringLiteral("cmdPrint"));
+    cmdPrint_->setAutoDefault(false);
+    connect(cmdPrint_, &QPushButton::clicked, &fraExcel(), &OfficeHost::Print);
+    connect(&fraExcel(), &OfficeHost::Lost, cmdPrint_, [this] { cmdPrint_->setEnabled(false); });
+    AddButton(cmdPrint_);
 }
 
 void frmMapWizard::SetToolTipParam() {
     SetCaption(cmdExport_, QStringLiteral("TS_ExportProject"));
     SetCaption(cmdPicture_, QStringLiteral("TS_SavePicture"));
+    SetCaption(cmdPrint_, QStringLiteral("PRINT BUTTON"));
     pane_->SetToolTipParam();
     themePage_->SetFormCaptions();
     classes_->SetFormCaptions();
@@ -176,11 +182,14 @@ void frmMapWizard::PageShown(int step) {
         splitter->addWidget(pane_);
         splitter->setStretchFactor(0, 0);
         splitter->setStretchFactor(1, 1);
-        const int page = std::min(kPageWidth, width() * 9 / 20); // the map has the larger part
+        int page = std::min(kPageWidth, width() * 9 / 20); // the map has the larger part
+        if (step == ThemeStep) page = std::max(page, std::min(themePage_->LeastWidth(), width() * 3 / 5));
         splitter->setSizes({page, width() - page});
     }
     for (QPushButton* button : {cmdExport_, cmdPicture_})
         button->setEnabled(step == CustomizeStep || step == PreviewStep);
+    cmdPrint_->setVisible(step == PreviewStep);
+    cmdPrint_->setEnabled(fraExcel().IsOpen());
     if (step == CustomizeStep) LayersChanged();
     pane_->Map().Outline({});
 }

@@ -93,6 +93,7 @@ class frmMapWizard final : public HostedWizard {
     QList<QSplitter*> pagesBesideMap_;
     QPushButton* cmdExport_;
     QPushButton* cmdPicture_;
+    QPushButton* cmdPrint_; ///< the workbook in the preview
     std::unique_ptr<frmMAPIdentify> identify_;
     QString untouched_;       ///< the draft as the wizard itself has made it
     ClassTable looksOfAreas_; ///< from before points took their place

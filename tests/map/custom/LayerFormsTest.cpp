@@ -189,8 +189,8 @@ TEST_F(LayerFormsTest, AsksForARadius) {
         const char* message;
         const char* left;
         float radius;
-    } cases[] = {{"ten", "228", "ten", 0}, {"", "228", "", 0},           {"4.9", "229", "5", 0},    {"5", "", "5", 5},
-                 {"-7", "229", "5", 0},    {"1000.1", "229", "1000", 0}, {"1000", "", "1000", 1000}};
+    } cases[] = {{"ten", "228", "ten", 0},     {"", "228", "", 0}, {"-7", "229", "5", 0},     {"4.9", "229", "5", 0},
+                 {"1000.1", "229", "1000", 0}, {"5", "", "5", 5},  {"1000", "", "1000", 1000}};
     for (const auto& [typed, message, left, radius] : cases) {
         messages.clear();
         field.setText(QLatin1String(typed));
