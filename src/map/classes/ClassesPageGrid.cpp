@@ -87,6 +87,7 @@ void ClassesPage::ShowGrid() {
     const int row = grid.currentRow();
     const int column = grid.currentColumn();
     grid.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid.setTabKeyNavigation(false); // Tab leaves the grid
     grid.setSelectionMode(QAbstractItemView::SingleSelection);
     grid.setColumnCount(ColFirstSymbol + static_cast<int>(symbols.size()));
     SetRows(grid, static_cast<int>(table_.classes.size()));

@@ -126,6 +126,7 @@ void frmMAPCustomize::SetFormCaptions() {
 void frmMAPCustomize::ConnectControls() {
     QTableWidget& grid = *ui_->grdCollection;
     grid.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid.setTabKeyNavigation(false); // Tab leaves the grid
     grid.setSelectionMode(QAbstractItemView::SingleSelection);
     grid.setSelectionBehavior(QAbstractItemView::SelectRows);
     grid.verticalHeader()->hide();

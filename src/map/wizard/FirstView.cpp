@@ -108,9 +108,19 @@ MapBox BoxOf(const std::vector<Part>& parts) {
     MapBox box;
     for (const Part& part : parts)
         box.Add(part.box);
+    return box;
+}
+
+MapBox WithMargin(const MapBox& box) {
     const double x = kMargin * box.Width();
     const double y = kMargin * box.Height();
     return {box.left - x, box.bottom - y, box.right + x, box.top + y};
+}
+
+/// Along the longer side only: what lies beside it is seen anyway.
+bool LeaveOut(std::vector<Part>& parts, double xScale, int& may) {
+    const MapBox box = BoxOf(parts);
+    return LeaveOutSide(parts, box.Width() * xScale > box.Height(), may);
 }
 
 } // namespace
@@ -120,9 +130,9 @@ FirstView FirstViewOf(const LayerStack& map, const MapAreas& areas) {
     if (parts.empty()) return {};
     const int all = DifferentAreas(parts);
     int may = static_cast<int>(kMostOutside * AreasIn(parts.begin(), parts.end()));
-    while (LeaveOutSide(parts, true, may) || LeaveOutSide(parts, false, may)) {
+    while (LeaveOut(parts, map.XScale(), may)) {
     }
-    const MapBox box = BoxOf(parts);
+    const MapBox box = WithMargin(BoxOf(parts));
     const MapBox& full = map.FullExtent();
     if (box.Width() * box.Height() >= kMostOfFull * full.Width() * full.Height()) return {};
     return {box, all - DifferentAreas(parts)};

@@ -117,8 +117,23 @@ void MapPane::SetToolTipParam() {
 }
 
 void MapPane::ShowPointed(const QString& text) {
-    lblPointed_->setText(text.isEmpty() ? note_ : text);
+    pointed_ = text;
     map_->setToolTip(text);
+    FitPointed();
+}
+
+/// A text that is too long for its place ends in dots, and is whole in its tip.
+void MapPane::FitPointed() {
+    const QString text = pointed_.isEmpty() ? note_ : pointed_;
+    lblPointed_->setText(lblPointed_->fontMetrics().elidedText(text, Qt::ElideRight, lblPointed_->width()));
+    lblPointed_->setToolTip(text);
+    lblPointed_->setAccessibleName(text);
+}
+
+void MapPane::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    tools_->layout()->activate();
+    FitPointed();
 }
 
 void MapPane::ShowFirst(const MapBox& extent, const QString& note) {

@@ -39,7 +39,11 @@ class MapPane final : public QFrame {
     void LabelsRequested();
     void AdviceTaken();
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
+    void FitPointed();
     QToolButton* AddButton(const char* picture, const char* textKey);
     void AddTool(MapTool tool, const char* picture, const char* textKey);
     void MakeTools();
@@ -49,7 +53,8 @@ class MapPane final : public QFrame {
     MapCanvas* map_;
     QFrame* tools_;
     QLabel* lblPointed_;
-    QString note_; ///< on the first view
+    QString pointed_; ///< what is under the pointer
+    QString note_;    ///< on the first view
     PeriodSlider* periods_;
     QFrame* picAdvice_;
     QLabel* lblAdvice_;

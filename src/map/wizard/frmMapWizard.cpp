@@ -183,7 +183,7 @@ void frmMapWizard::PageShown(int step) {
         splitter->setStretchFactor(0, 0);
         splitter->setStretchFactor(1, 1);
         int page = std::min(kPageWidth, width() * 9 / 20); // the map has the larger part
-        if (step == ThemeStep) page = std::max(page, std::min(themePage_->LeastWidth(), width() * 3 / 5));
+        if (step == ThemeStep) page = std::max(page, std::min(themePage_->LeastWidth(), width() * 2 / 3));
         splitter->setSizes({page, width() - page});
     }
     for (QPushButton* button : {cmdExport_, cmdPicture_})

@@ -71,6 +71,7 @@ TEST(FirstViewTest, HoldsTheBulkOfTheAreasWithAValue) {
         {"one far to the east", With(RowOf(20), {{{90, 0, 1}}}), 21, false, 0, 20, 1},
         {"one far to the west and one to the north", With(RowOf(20), {{{-60, 0, 1}}, {{5, 40, 1}}}), 22, false, 0, 20,
          2},
+        {"one beside the longer side", With(RowOf(20), {{{5, 15, 1}}}), 21, true, 0, 0, 0},
         {"a near island stays", With(RowOf(20), {{{20.5, 0, 1}}, {{80, 0, 1}}}), 22, false, 0, 21.5, 1},
         {"a far part of an area is no area", With(RowOf(20), {{{20, 0, 1}, {90, 0, 0.5}}}), 21, false, 0, 21, 0},
         {"more than a tenth", With(RowOf(20), {{{90, 0, 1}}, {{91, 0, 1}}, {{92, 0, 1}}}), 23, true, 0, 0, 0},

@@ -80,7 +80,7 @@ TEST_P(MapKeyboardTest, LeadsToTheGallery) {
     keys_.When("the workbook", [this] { return Find<OfficeHost>("fraExcel")->IsOpen(); }, {});
     GoTo("CmdNext");
     keys_.When("Save", [] { return HasFocus("CmdNext"); }, {QStringLiteral("space")});
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !saved_.isEmpty() || !keys_.Stuck().isEmpty(); }, 120000));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !saved_.isEmpty() || !keys_.Stuck().isEmpty(); }, 240000));
     keys_.Stop();
     EXPECT_EQ(keys_.Stuck().toStdString(), "");
     ASSERT_EQ(saved_.size(), 1);
