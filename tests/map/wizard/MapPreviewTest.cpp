@@ -1,4 +1,5 @@
 #include "controls/OfficeHost.h"
+#include "controls/Printing.h"
 #include "map/wizard/MapWizardTest.h"
 
 #include <QFile>
@@ -17,6 +18,10 @@ class MapPreviewTest : public MapWizardTest {
         MapWizardTest::SetUp();
         if (!OfficeHost::CanHost()) GTEST_SKIP() << "no X11 display";
         InstallMapTemplates();
+    }
+    void TearDown() override {
+        SetPrinterAnswerer({});
+        MapWizardTest::TearDown();
     }
     [[nodiscard]] OfficeHost& Host() const { return *Find<OfficeHost>("fraExcel"); }
     void Kill(office::SpreadsheetApplication& application) {
@@ -40,6 +45,11 @@ TEST_F(MapPreviewTest, AProgramThatDiesInThePreviewTakesNothingAlong) {
         Click("CmdNext");
     ASSERT_EQ(wizard_->Step(), 4) << messages.join(QLatin1Char(' ')).toStdString();
     ASSERT_TRUE(Host().IsOpen()) << Host().ErrorText().toStdString();
+    Picture("preview");
+    const QString printed = JoinPath({Folder(), QStringLiteral("printed.pdf")});
+    SetPrinterAnswerer([&] { return PrintPlace{{}, printed}; });
+    Click("cmdPrint");
+    EXPECT_GT(QFile(printed).size(), 1000);
     const QString chosen = DraftText(wizard_->Draft());
     Kill(hosted);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !Host().ErrorText().isEmpty(); }, 10000));
@@ -48,6 +58,7 @@ TEST_F(MapPreviewTest, AProgramThatDiesInThePreviewTakesNothingAlong) {
     EXPECT_EQ(Host().accessibleDescription(), Host().ErrorText());
     EXPECT_EQ(wizard_->Step(), 4);
     EXPECT_TRUE(wizard_->isEnabled());
+    EXPECT_FALSE(Find<QPushButton>("cmdPrint")->isEnabled());
     // Back to the choices, which are as they were, and once more to the preview.
     Click("CmdBack");
     EXPECT_EQ(wizard_->Step(), 3);
