@@ -25,6 +25,9 @@ void MeasureCalculations(Report& report, const BenchSession& session);
 void MeasureMapData(Report& report, const BenchSession& session);
 /// A map of all counties of the installation's own database, which it opens.
 void MeasureCountyMap(Report& report, const QString& installation);
+/// The wizard of maps from the click on its icon to the painted map, in processor time. Opens the installation's own
+/// database.
+void MeasureFirstMap(Report& report, const QString& installation);
 /// The project of a map of all counties, and its table. Opens the installation's own database.
 void MeasureProject(Report& report, const QString& installation);
 /// The workbook of that map, from the click to the preview. Needs an X11 display.

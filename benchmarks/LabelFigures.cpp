@@ -6,7 +6,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <ctime>
 
 namespace tessaro::bench {
 
@@ -15,11 +14,10 @@ namespace {
 const QSize kPicture(1280, 800);
 const MapBox kMainland{-125, 24, -66, 50};
 
-/// Processor time, so that other programs don't count.
 template <class Work> double ProcessorMilliseconds(Work work) {
-    const std::clock_t start = std::clock();
+    const double start = bench::ProcessorMilliseconds();
     work();
-    return static_cast<double>(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
+    return bench::ProcessorMilliseconds() - start;
 }
 
 double Median(std::vector<double> times) {

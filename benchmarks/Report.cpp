@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 
 namespace tessaro::bench {
 
@@ -45,6 +46,10 @@ bool Improve(double& best, double time) {
 }
 
 } // namespace
+
+double ProcessorMilliseconds() {
+    return static_cast<double>(std::clock()) * 1000 / CLOCKS_PER_SEC;
+}
 
 double Milliseconds(const std::function<void()>& work, int times) {
     using Clock = std::chrono::steady_clock;

@@ -34,6 +34,8 @@ class Report final {
     std::vector<Line> lines_;
 };
 
+/// Milliseconds that the processor has worked for this process so far: other programs don't count.
+[[nodiscard]] double ProcessorMilliseconds();
 /// Milliseconds that the work takes, as the mean of `times`.
 [[nodiscard]] double Milliseconds(const std::function<void()>& work, int times = 1);
 

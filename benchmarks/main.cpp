@@ -45,6 +45,7 @@ int main(int argc, char** argv) {
     MeasureLayers(report, installation);
     MeasureLabels(report, installation);
     MeasureCountyMap(report, installation);
+    MeasureFirstMap(report, installation);
     MeasureProject(report, installation);
     MeasureMapWorkbook(report, installation);
     MeasureSummary(report, installation);

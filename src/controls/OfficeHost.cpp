@@ -4,6 +4,7 @@
 #include "controls/FileDialogs.h"
 #include "controls/HostKeyboard.h"
 #include "controls/OfficeErrors.h"
+#include "controls/Printing.h"
 #include "controls/Theme.h"
 #include "office/HostedFrame.h"
 #include "session/ErrorSink.h"
@@ -232,6 +233,19 @@ bool OfficeHost::Save() {
         reason_ = [error] { return OfficeText(error); };
         ReportError(error, QStringLiteral("ActiveWorkbook.Save"));
         return false;
+    }
+}
+
+void OfficeHost::Print() {
+    const auto place = AskForPrinter(window());
+    if (!place || !shown_.book.IsOpen()) return;
+    try {
+        if (!place->pdfFile.isEmpty())
+            shown_.book.ExportPdf(place->pdfFile);
+        else
+            shown_.book.Print(place->printer);
+    } catch (const office::Error& error) {
+        ShowOfficeError(error, "cmdPrint_Click");
     }
 }
 

@@ -64,6 +64,8 @@ class OfficeHost final : public QWidget {
     void SetFormCaptions();
     /// Saves the shown workbook; false after ErrorText and the log have the reason.
     bool Save();
+    /// Prints the shown workbook where the user wants it, on paper or into a PDF file. Failures are shown.
+    void Print();
     /// Gives the keyboard to the form; what opens or changes a document from outside may have taken it.
     void TakeKeyboard();
     /// What the empty place says.

@@ -2,7 +2,6 @@
 #include "controls/FileDialogs.h"
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
-#include "gallery/MapSlide.h"
 #include "gallery/PresentationPicture.h"
 #include "gallery/TableSlides.h"
 #include "gallery/frmGALMain.h"
@@ -26,12 +25,6 @@ namespace {
 
 constexpr int kMostSlides = 30; ///< made at once of one table
 const QString kExtension = QStringLiteral(".ppt");
-
-/// Yes for the page with titles and legend, No for the map alone.
-int AskForMapPage() {
-    return ShowMessage(GetText(QStringLiteral("TS_MapPage")), MessageType::YesNoCancel, MessageIcon::Question, {},
-                       false);
-}
 
 /// Runs a call into the slides program; false after its failure has been shown.
 template <class Call> bool Managed(const char* procedureName, Call&& call) {
@@ -109,20 +102,17 @@ QList<QByteArray> frmGALMain::CopyPresentation() {
     QList<QByteArray> pictures;
     QChar kind;
     SlidePlan plan;
-    bool hasPage = false;
     const bool looked = Managed("CopyPresentation", [&] {
         kind = KindToCopy(book, currentPresentation_);
         if (kind == QLatin1Char('T')) plan = PlanSlides(SizesOf(book.ActiveSheet()));
-        hasPage = kind == QLatin1Char('M') && HasMapPage(book);
     });
     const int parts = looked ? AskForParts(plan.Count()) : 0;
-    const int answer = hasPage ? AskForMapPage() : MessageCode::No;
-    if (parts == 0 || answer == MessageCode::Cancel) return pictures;
+    if (parts == 0) return pictures;
     Managed("CopyPresentation", [&] {
         if (parts > 1)
             pictures = PicturesOfTable(book, plan);
         else
-            pictures << (answer == MessageCode::Yes ? PictureOfMapPage(book) : PictureOfPresentation(book, kind));
+            pictures << PictureOfPresentation(book, kind);
     });
     return pictures;
 }

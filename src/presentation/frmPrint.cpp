@@ -4,7 +4,6 @@
 #include "controls/FileDialogs.h"
 #include "controls/OfficeErrors.h"
 #include "controls/OfficeHost.h"
-#include "controls/Printing.h"
 #include "platform/Paths.h"
 #include "session/Frame.h"
 #include "session/Strings.h"
@@ -23,7 +22,7 @@ frmPrint::frmPrint(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
     SetCaption(ui_->cmdPrint, QStringLiteral("PRINT BUTTON"));
     SetCaption(ui_->cmdPdf, QStringLiteral("TS_SavePdf"));
     connect(ui_->cmdOK, &QPushButton::clicked, this, &frmPrint::accept);
-    connect(ui_->cmdPrint, &QPushButton::clicked, this, &frmPrint::cmdPrint_Click);
+    connect(ui_->cmdPrint, &QPushButton::clicked, ui_->fraExcel, &OfficeHost::Print);
     connect(ui_->cmdPdf, &QPushButton::clicked, this, &frmPrint::cmdPdf_Click);
     SetCaption(ui_->cmdPreview, QStringLiteral("TS_PrintPreview"));
     connect(ui_->cmdPreview, &QPushButton::clicked, this, [this] { PrintPreview(!ui_->fraExcel->IsPrintPreview()); });
@@ -72,19 +71,6 @@ void frmPrint::done(int result) {
         ui_->fraExcel->CloseHostedExcel();
     }
     QDialog::done(result);
-}
-
-void frmPrint::cmdPrint_Click() {
-    const auto place = AskForPrinter(this);
-    if (!place) return;
-    try {
-        if (!place->pdfFile.isEmpty())
-            ui_->fraExcel->xlBook().ExportPdf(place->pdfFile);
-        else
-            ui_->fraExcel->xlBook().Print(place->printer);
-    } catch (const office::Error& error) {
-        ShowOfficeError(error, "cmdPrint_Click");
-    }
 }
 
 void frmPrint::cmdPdf_Click() {

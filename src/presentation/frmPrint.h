@@ -33,7 +33,6 @@ class frmPrint final : public QDialog {
     void OpenWorkbook();
     /// What can be done with a workbook on show.
     void Offer(bool open);
-    void cmdPrint_Click();
     void cmdPdf_Click();
 
     std::unique_ptr<Ui::frmPrint> ui_;

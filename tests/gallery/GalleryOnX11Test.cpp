@@ -1,6 +1,5 @@
 #include "TestPlaces.h"
 #include "controls/OfficeHost.h"
-#include "gallery/MapSlide.h"
 #include "gallery/PresentationList.h"
 #include "gallery/PresentationPicture.h"
 #include "gallery/TableSlides.h"
@@ -419,7 +418,7 @@ TEST_F(GalleryOnX11Test, CopiesAllKindsToSlidesOfOnePresentation) {
                 0.02);
 }
 
-TEST_F(GalleryOnX11Test, AMapGoesToSlidesAloneOrWithItsLegend) {
+TEST_F(GalleryOnX11Test, OnlyThePictureOfAMapGoesToSlides) {
     MakeBook(QStringLiteral("Map - page.Xls"), [](office::Worksheet sheet) {
         sheet.SetPageSetup({.header = office::PageLine(QStringLiteral("a header far above the map"))});
         sheet.AddPicture(QStringLiteral("Picture 1"), Square(), {10, 80, 300, 200});
@@ -427,31 +426,17 @@ TEST_F(GalleryOnX11Test, AMapGoesToSlidesAloneOrWithItsLegend) {
     });
     Screen screen;
     screen.Show(QStringLiteral("Map - page.Xls"));
-    answers = {MessageCode::Cancel};
     screen.CopyToNew();
-    EXPECT_FALSE(screen.Slides().IsOpen());
-    answers = {MessageCode::Yes};
-    screen.CopyToNew();
-    screen.Show(QStringLiteral("Table - health.Xls")); // or the button would close the slides
-    screen.Show(QStringLiteral("Map - page.Xls"));
-    answers = {0};
-    screen.Copy();
-    EXPECT_EQ(screen.SlideCount(), 2);
+    EXPECT_TRUE(messages.isEmpty());
     SaveNewAs(screen, Ppt());
     const QJsonArray slides = SlidesOf(Ppt());
-    ASSERT_EQ(slides.size(), 2);
-    const auto proportions = [&](int slide) {
-        const QJsonArray place = slides.at(slide).toArray().at(0).toArray();
-        return static_cast<double>(place.at(2).toInt() - place.at(0).toInt()) /
-               (place.at(3).toInt() - place.at(1).toInt());
-    };
-    EXPECT_NEAR(proportions(0), 310.0 / 350, 0.06); // from the cells to the legend, without margins and header
-    EXPECT_NEAR(proportions(1), 1.5, 0.02);
-    const QByteArray page = PictureOfMapPage(screen.Excel().xlBook());
-    const QImage picture = QImage::fromData(page);
-    EXPECT_GT(picture.width(), 1200);
-    EXPECT_EQ(ColourAt(picture, 0.08, 0.94).name(), QColor(Qt::red).name());
-    EXPECT_EQ(ColourAt(picture, 0.5, 0.5).name(), QColor(Qt::darkGreen).name());
+    ASSERT_EQ(slides.size(), 1);
+    ASSERT_EQ(slides.at(0).toArray().size(), 1);
+    const QJsonArray place = slides.at(0).toArray().at(0).toArray();
+    EXPECT_NEAR(1.5,
+                static_cast<double>(place.at(2).toInt() - place.at(0).toInt()) /
+                    (place.at(3).toInt() - place.at(1).toInt()),
+                0.02);
     EXPECT_FALSE(screen.Excel().xlBook().IsModified());
 }
 

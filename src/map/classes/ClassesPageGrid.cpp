@@ -84,6 +84,7 @@ void ClassesPage::ShowGrid() {
     const int row = grid.currentRow();
     const int column = grid.currentColumn();
     grid.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid.setTabKeyNavigation(false); // Tab leaves the grid
     grid.setSelectionMode(QAbstractItemView::SingleSelection);
     grid.setColumnCount(ColFirstSymbol + static_cast<int>(symbols.size()));
     SetRows(grid, static_cast<int>(table_.classes.size()));
@@ -106,6 +107,7 @@ void ClassesPage::ShowRow(int row) {
     const ClassBreak& each = table_.classes[static_cast<std::size_t>(row)];
     const ClassLook& look = table_.looks[static_cast<std::size_t>(row)];
     auto* legend = new QTableWidgetItem(LegendInReadingOrder(look.legend));
+    legend->setToolTip(legend->text()); // a narrow column cuts it
     if (look.font != QFont()) legend->setFont(look.font);
     grid.setItem(row, ColLegend, legend);
     grid.setItem(row, ColFrom, NumberItem(BoundText(each.from, table_.decimals), MayEdit(Choice(), Bound::From)));

@@ -9,6 +9,12 @@
 
 namespace tessaro {
 
+namespace {
+
+constexpr int kLeastWidth = 72; ///< of the column that gives its room to the others
+
+} // namespace
+
 void FitColumns(QTableWidget& grid, int widest) {
     QHeaderView& head = *grid.horizontalHeader();
     const QAbstractItemView& cells = grid;
@@ -21,7 +27,11 @@ void FitColumns(QTableWidget& grid, int widest) {
         head.resizeSection(column, width);
         wanted += width;
     }
-    if (wanted <= grid.viewport()->width()) head.setSectionResizeMode(widest, QHeaderView::Stretch);
+    const int spare = grid.viewport()->width() - wanted;
+    if (spare >= 0)
+        head.setSectionResizeMode(widest, QHeaderView::Stretch);
+    else
+        head.resizeSection(widest, std::max(kLeastWidth, head.sectionSize(widest) + spare));
 }
 
 } // namespace tessaro

@@ -19,6 +19,8 @@ namespace {
 constexpr qsizetype kHeadLines = 3;
 constexpr qsizetype kValueStart = 19; ///< where the value of a line begins
 constexpr qint64 kLargestList = 1 << 20;
+QString lastFolder;
+
 const char* const kHead = "[Detail of Shape file to be Loaded]";
 const char* const kNameLabel = "Layer            : ";
 const char* const kFolderLabel = "Layer Path       : ";
@@ -51,6 +53,14 @@ bool DeleteList() {
 
 QString MapsFolder() {
     return JoinPath({AppPath, QStringLiteral("Maps")});
+}
+
+QString LastLayerFolder() {
+    return lastFolder.isEmpty() ? MapsFolder() : lastFolder;
+}
+
+void SetLastLayerFolder(const QString& folder) {
+    lastFolder = folder;
 }
 
 QByteArray LayerListBytes(const RememberedLayers& layers, int charset) {

@@ -26,6 +26,9 @@ using RememberedLayers = std::vector<RememberedLayer>;
 /// The folder of maps of the installation. What the user puts there stands in a folder of their own when it can't be
 /// written to.
 [[nodiscard]] QString MapsFolder();
+/// Where the user last took a layer from, as long as the program runs; at first MapsFolder.
+[[nodiscard]] QString LastLayerFolder();
+void SetLastLayerFolder(const QString& folder);
 /// The file of a remembered layer, the user's own before the installation's; empty when it is missing.
 [[nodiscard]] QString FileOf(const RememberedLayer& layer);
 /// A layer's file as it is remembered.

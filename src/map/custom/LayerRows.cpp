@@ -39,12 +39,6 @@ bool LayerRows::Add(QString path, QString& reason) {
     return true;
 }
 
-QString LayerRows::FolderToLookIn() const {
-    for (int row = 0; row < Count(); ++row)
-        if (!IsOfTheme(At(row)) && !At(row).file.isEmpty() && !IsBuffer(At(row).file)) return FolderOf(At(row).file);
-    return MapsFolder();
-}
-
 bool LayerRows::MayRemove(int row) const {
     return row >= 0 && row < Count() && !IsOfTheme(At(row));
 }

@@ -27,8 +27,6 @@ class LayerRows final {
 
     /// Puts a shapefile on top, without labels. False when it can't be read: `reason` tells why.
     [[nodiscard]] bool Add(QString path, QString& reason);
-    /// Where to look for further files: the folder of the topmost layer that the user added, else that of the maps.
-    [[nodiscard]] QString FolderToLookIn() const;
     [[nodiscard]] bool MayRemove(int row) const; ///< only what is not of the theme
     void Remove(int row);
 

@@ -7,11 +7,13 @@
 #include "controls/Theme.h"
 #include "map/classes/GridColumns.h"
 #include "map/custom/LabelFields.h"
+#include "map/custom/LayerListFile.h"
 #include "map/custom/LayerLooks.h"
 #include "map/custom/LayerPictures.h"
 #include "map/custom/RenderLabels.h"
 #include "map/custom/frmMAPBuffer.h"
 #include "map/custom/frmMapLabels.h"
+#include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
@@ -124,6 +126,7 @@ void frmMAPCustomize::SetFormCaptions() {
 void frmMAPCustomize::ConnectControls() {
     QTableWidget& grid = *ui_->grdCollection;
     grid.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid.setTabKeyNavigation(false); // Tab leaves the grid
     grid.setSelectionMode(QAbstractItemView::SingleSelection);
     grid.setSelectionBehavior(QAbstractItemView::SelectRows);
     grid.verticalHeader()->hide();
@@ -297,8 +300,9 @@ void frmMAPCustomize::cmdAddLayers_Click() {
     const ErrorTrap trap("cmdAddLayers_Click");
     const QString filter = GetText(QStringLiteral("TS_FilterShape")) + QStringLiteral(" (*.shp)");
     const QString file =
-        AskForFile(this, {PlainText(QStringLiteral("Select file for new layer")), rows_.FolderToLookIn(), filter});
+        AskForFile(this, {PlainText(QStringLiteral("Select file for new layer")), LastLayerFolder(), filter});
     if (file.isEmpty()) return;
+    SetLastLayerFolder(FolderOf(file));
     QString reason;
     if (!Waiting([&] { return rows_.Add(file, reason); }))
         return ShowMessageWithReason(QStringLiteral("TS_LayerNotAdded"), reason);
@@ -324,7 +328,7 @@ void frmMAPCustomize::cmdBuffer_Click() {
     QString reason;
     if (!Waiting([&] { return rows_.AddBuffer(row, window.Radius(), reason); }))
         return ShowMessageWithReason(QStringLiteral("TS_BufferNotMade"), reason);
-    FillRows(row + 1);
+    FillRows(1);
     refresh_();
     if (rows_.At(0).data.features.empty()) ShowMessage(QStringLiteral("TS_BufferEmpty"));
 }

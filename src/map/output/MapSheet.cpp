@@ -17,13 +17,15 @@ namespace tessaro {
 
 namespace {
 
-constexpr double kUsualHeight = 13;  ///< of a row that holds nothing
-constexpr double kGapHeight = 9;     ///< of the rows that part titles, map, legend and sources
-constexpr double kLeastHeight = 0.8; ///< of a row without a text
-constexpr double kTitleSpace = 4;    ///< added to the heights of titles and of the disclaimer
-constexpr double kLeastPrint = 0.45; ///< what would be printed smaller goes over several pages
-constexpr double kPrintDots = 300;   ///< to the inch
-constexpr double kSmaller = 0.9;     ///< of the legend's font, for its note
+constexpr double kUsualHeight = 13;    ///< of a row that holds nothing
+constexpr double kGapHeight = 9;       ///< of the rows that part titles, map, legend and sources
+constexpr double kLeastHeight = 0.8;   ///< of a row without a text
+constexpr double kTitleSpace = 4;      ///< added to the heights of titles and of the disclaimer
+constexpr double kLeastPrint = 0.45;   ///< what would be printed smaller goes over several pages
+constexpr double kPrintDots = 300;     ///< to the inch
+constexpr double kLeastMapWidth = 320; ///< points for titles and sources, however narrow the map is
+constexpr int kMapColumns = MapPlaces::LastMapColumn - MapPlaces::MapColumn + 1;
+constexpr double kSmaller = 0.9; ///< of the legend's font, for its note
 
 QString Plain(const char* key) {
     return PlainText(QLatin1String(key));
@@ -86,8 +88,14 @@ void MapSheet::WriteTexts() {
         Write(line);
 }
 
-// The template's widths, except where swatches need more or less room, or texts beside the map.
+// The template's widths, except where swatches need more or less room, or texts beside the map, or where a narrow map
+// would stand far from the legend beside it.
 void MapSheet::SetColumns() {
+    if (places_.LegendIsBeside() && contents_.size.width() < places_.room.width()) {
+        const double width = std::max(contents_.size.width(), kLeastMapWidth);
+        for (int column = MapPlaces::MapColumn; column <= MapPlaces::LastMapColumn; ++column)
+            sheet_.SetColumnWidth(column, width / kMapColumns / MapPlaces::Digit);
+    }
     for (int block = 0; block < legend_.blocks; ++block) {
         const int column = ColumnOfBlock(block);
         if (places_.LegendIsBeside()) {

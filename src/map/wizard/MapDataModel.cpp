@@ -40,12 +40,6 @@ void MapDataModel::SetAreas(const MapAreas& areas) {
     endResetModel();
 }
 
-int MapDataModel::RowOf(const QString& areaId) const {
-    for (int row = 0; row < rowCount(); ++row)
-        if (AreaAt(row).id.compare(areaId, Qt::CaseInsensitive) == 0) return row;
-    return -1;
-}
-
 int MapDataModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(order_.size());
 }

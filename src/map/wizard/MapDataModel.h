@@ -21,8 +21,6 @@ class MapDataModel final : public QAbstractTableModel {
     [[nodiscard]] const MapArea& AreaAt(int row) const {
         return rows_[static_cast<std::size_t>(order_[static_cast<std::size_t>(row)])];
     }
-    /// The row of the list of an area; -1 for one that it doesn't have.
-    [[nodiscard]] int RowOf(const QString& areaId) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;

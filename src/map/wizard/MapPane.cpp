@@ -70,7 +70,7 @@ void MapPane::MakeTools() {
     row->setSpacing(theme::kGrid / 2);
     connect(AddButton("full_extent.png", "Full Extent"), &QToolButton::clicked, map_, [this] {
         map_->SetTool(MapTool::Select);
-        map_->ShowFullExtent();
+        ShowFirst({}, {});
     });
     AddTool(MapTool::ZoomIn, "zoom_in.png", "Zoom In");
     AddTool(MapTool::ZoomOut, "zoom_out.png", "Zoom Out");
@@ -117,8 +117,32 @@ void MapPane::SetToolTipParam() {
 }
 
 void MapPane::ShowPointed(const QString& text) {
-    lblPointed_->setText(text);
+    pointed_ = text;
     map_->setToolTip(text);
+    FitPointed();
+}
+
+/// A text that is too long for its place ends in dots, and is whole in its tip.
+void MapPane::FitPointed() {
+    const QString text = pointed_.isEmpty() ? note_ : pointed_;
+    lblPointed_->setText(lblPointed_->fontMetrics().elidedText(text, Qt::ElideRight, lblPointed_->width()));
+    lblPointed_->setToolTip(text);
+    lblPointed_->setAccessibleName(text);
+}
+
+void MapPane::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    tools_->layout()->activate();
+    FitPointed();
+}
+
+void MapPane::ShowFirst(const MapBox& extent, const QString& note) {
+    note_ = note;
+    if (extent.IsEmpty())
+        map_->ShowFullExtent();
+    else
+        map_->SetExtent(extent);
+    ShowPointed({});
 }
 
 void MapPane::ShowAdvice(const QString& text, const QString& buttonCaption) {

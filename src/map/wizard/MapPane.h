@@ -29,6 +29,8 @@ class MapPane final : public QFrame {
     void SetToolTipParam();
     /// What is under the pointer, beside the tools and as a tip.
     void ShowPointed(const QString& text);
+    /// The view of the map that comes first, and what is said of it as long as nothing is under the pointer.
+    void ShowFirst(const MapBox& extent, const QString& note);
     /// A line below the map with a button; no text hides it.
     void ShowAdvice(const QString& text, const QString& buttonCaption);
 
@@ -37,7 +39,11 @@ class MapPane final : public QFrame {
     void LabelsRequested();
     void AdviceTaken();
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
+    void FitPointed();
     QToolButton* AddButton(const char* picture, const char* textKey);
     void AddTool(MapTool tool, const char* picture, const char* textKey);
     void MakeTools();
@@ -47,6 +53,8 @@ class MapPane final : public QFrame {
     MapCanvas* map_;
     QFrame* tools_;
     QLabel* lblPointed_;
+    QString pointed_; ///< what is under the pointer
+    QString note_;    ///< on the first view
     PeriodSlider* periods_;
     QFrame* picAdvice_;
     QLabel* lblAdvice_;

@@ -12,6 +12,7 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace tessaro {
@@ -30,6 +31,7 @@ MapThemePage::MapThemePage(QWidget* parent)
     lv1_->setModel(model_);
     lv1_->setSelectionBehavior(QAbstractItemView::SelectRows);
     lv1_->setSortingEnabled(true);
+    lv1_->verticalHeader()->hide(); // areas are told by their names
     lv1_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(lblCount_, 1);
@@ -70,10 +72,12 @@ void MapThemePage::ShowTheme(const MapTheme& theme, const MapAreas& areas) {
     lv1_->SetColumnWishes(std::move(wishes));
 }
 
-void MapThemePage::ShowArea(const QString& areaId) {
-    const QScopedValueRollback<bool> quiet(showing_, true);
-    const int row = model_->RowOf(areaId);
-    if (row >= 0) lv1_->setCurrentIndex(model_->index(row, 0));
+int MapThemePage::LeastWidth() const {
+    const QMargins margins = layout()->contentsMargins();
+    int width = margins.left() + margins.right() + lv1_->verticalScrollBar()->sizeHint().width();
+    for (int column = 0; column < model_->columnCount(); ++column)
+        width += lv1_->horizontalHeader()->sectionSizeHint(column);
+    return width;
 }
 
 void MapThemePage::SetFormCaptions() {

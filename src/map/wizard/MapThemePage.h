@@ -21,9 +21,9 @@ class MapThemePage final : public QWidget {
     explicit MapThemePage(QWidget* parent = nullptr);
 
     void ShowTheme(const MapTheme& theme, const MapAreas& areas);
-    /// Makes the row of an area the current one.
-    void ShowArea(const QString& areaId);
     void SetFormCaptions();
+    /// What the heads of all columns need.
+    [[nodiscard]] int LeastWidth() const;
 
   Q_SIGNALS:
     void AdvancedRequested();

@@ -5,6 +5,7 @@
 #include "controls/FileDialogs.h"
 #include "controls/OfficeHost.h"
 #include "map/classes/ClassesPage.h"
+#include "map/wizard/FirstView.h"
 #include "map/wizard/LayerDrafts.h"
 #include "map/wizard/MapCustomizePage.h"
 #include "map/wizard/MapPane.h"
@@ -18,6 +19,7 @@
 #include "session/Frame.h"
 #include "session/Messages.h"
 
+#include <QLocale>
 #include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
@@ -49,7 +51,7 @@ frmMapWizard::frmMapWizard(SavePresentation save, QWidget* parent)
       theme_(pane_->Map().Layers(), draft_,
              [this](const QString& key, const QString& path) { return LocateLayer(this, key, path); }),
       themePage_(new MapThemePage), classes_(new ClassesPage), customize_(new MapCustomizePage(draft_)),
-      cmdExport_(new QPushButton(this)), cmdPicture_(new QPushButton(this)),
+      cmdExport_(new QPushButton(this)), cmdPicture_(new QPushButton(this)), cmdPrint_(new QPushButton(this)),
       identify_(std::make_unique<frmMAPIdentify>(this)) {
     setObjectName(QStringLiteral("frmMapWizard"));
     Form_Load();
@@ -93,11 +95,17 @@ void frmMapWizard::MakeButtons() {
         connect(button, &QPushButton::clicked, this, click);
         AddButton(button);
     }
+    cmdPrint_->setObjectName(QStringLiteral("cmdPrint"));
+    cmdPrint_->setAutoDefault(false);
+    connect(cmdPrint_, &QPushButton::clicked, &fraExcel(), &OfficeHost::Print);
+    connect(&fraExcel(), &OfficeHost::Lost, cmdPrint_, [this] { cmdPrint_->setEnabled(false); });
+    AddButton(cmdPrint_);
 }
 
 void frmMapWizard::SetToolTipParam() {
     SetCaption(cmdExport_, QStringLiteral("TS_ExportProject"));
     SetCaption(cmdPicture_, QStringLiteral("TS_SavePicture"));
+    SetCaption(cmdPrint_, QStringLiteral("PRINT BUTTON"));
     pane_->SetToolTipParam();
     themePage_->SetFormCaptions();
     classes_->SetFormCaptions();
@@ -120,7 +128,7 @@ void frmMapWizard::Start() {
     theme_.Begin();
     TakeNewTheme();
     started_ = true;
-    untouched_ = DraftText(Draft());
+    untouched_ = ChosenText();
     ShowStep();
     // Not before the map is there: both want the processor.
     QTimer::singleShot(0, this, [] { StartSpreadsheet(); });
@@ -132,10 +140,17 @@ void frmMapWizard::TakeNewTheme() {
     identify_->Forget();
     pane_->Map().Outline({});
     classes_->Start(theme_.Kind(), FeaturesOfTheme(pane_->Map().Layers()), theme_.UnreadableValues());
-    pane_->Map().ShowFullExtent();
+    ShowFirstView();
     LayersChanged();
     ShowAdvice();
     customize_->OfferSmallMaps(theme_.Periods().size() > 1);
+}
+
+void frmMapWizard::ShowFirstView() {
+    const FirstView view = FirstViewOf(pane_->Map().Layers(), theme_.Areas());
+    const QString note =
+        view.outside > 0 ? FilledText(QStringLiteral("TS_OutsideView"), {QLocale().toString(view.outside)}) : QString();
+    pane_->ShowFirst(view.extent, InReadingOrder(note));
 }
 
 void frmMapWizard::LayersChanged() {
@@ -145,13 +160,19 @@ void frmMapWizard::LayersChanged() {
 
 const MapDraft& frmMapWizard::Draft() {
     draft_.layers = DraftsOf(pane_->Map().Layers());
+    draft_.extent = pane_->Map().Extent();
     return draft_;
 }
 
-QString frmMapWizard::CancelQuestion() const {
+QString frmMapWizard::ChosenText() const {
     MapDraft now = draft_;
     now.layers = DraftsOf(pane_->Map().Layers());
-    const bool untouched = !started_ || (WorkbookFile().isEmpty() && DraftText(now) == untouched_);
+    now.extent = {}; // moving the map is no work that could be lost
+    return DraftText(now);
+}
+
+QString frmMapWizard::CancelQuestion() const {
+    const bool untouched = !started_ || (WorkbookFile().isEmpty() && ChosenText() == untouched_);
     return untouched ? QString() : WizardFrame::CancelQuestion();
 }
 
@@ -161,11 +182,14 @@ void frmMapWizard::PageShown(int step) {
         splitter->addWidget(pane_);
         splitter->setStretchFactor(0, 0);
         splitter->setStretchFactor(1, 1);
-        const int page = std::min(kPageWidth, width() * 9 / 20); // the map has the larger part
+        int page = std::min(kPageWidth, width() * 9 / 20); // the map has the larger part
+        if (step == ThemeStep) page = std::max(page, std::min(themePage_->LeastWidth(), width() * 2 / 3));
         splitter->setSizes({page, width() - page});
     }
     for (QPushButton* button : {cmdExport_, cmdPicture_})
         button->setEnabled(step == CustomizeStep || step == PreviewStep);
+    cmdPrint_->setVisible(step == PreviewStep);
+    cmdPrint_->setEnabled(fraExcel().IsOpen());
     if (step == CustomizeStep) LayersChanged();
     pane_->Map().Outline({});
 }

@@ -63,10 +63,13 @@ class frmMapWizard final : public HostedWizard {
     [[nodiscard]] bool Save();
     [[nodiscard]] MapPage Page();
     [[nodiscard]] QString SuggestedName() const;
+    /// The draft as text, without what the map shows of it.
+    [[nodiscard]] QString ChosenText() const;
     /// The workbook that the draft asks for; throws what MakeMapWorkbook throws.
     [[nodiscard]] QString MakeWorkbook(const WizardProgress& progress);
 
     void TakeNewTheme();
+    void ShowFirstView();
     void ClassesChanged();
     void ShowPeriod(const QString& period);
     void ShowAdvice();
@@ -90,6 +93,7 @@ class frmMapWizard final : public HostedWizard {
     QList<QSplitter*> pagesBesideMap_;
     QPushButton* cmdExport_;
     QPushButton* cmdPicture_;
+    QPushButton* cmdPrint_; ///< the workbook in the preview
     std::unique_ptr<frmMAPIdentify> identify_;
     QString untouched_;       ///< the draft as the wizard itself has made it
     ClassTable looksOfAreas_; ///< from before points took their place

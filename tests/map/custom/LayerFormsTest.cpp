@@ -4,6 +4,7 @@
 #include "controls/SelectionLists.h"
 #include "map/custom/CustomTest.h"
 #include "map/custom/LabelFields.h"
+#include "map/custom/LayerListFile.h"
 #include "map/custom/LayerLooks.h"
 #include "map/custom/frmMAPAdvLbl.h"
 #include "map/custom/frmMAPBuffer.h"
@@ -42,6 +43,7 @@ class LayerFormsTest : public CustomTest {
         SetColorAnswerer({});
         SetFontAnswerer({});
         SetFileAnswerer({});
+        SetLastLayerFolder({});
         CustomTest::TearDown();
     }
     template <class Control> static Control& Find(const QWidget& form, const char* name) {
@@ -187,8 +189,8 @@ TEST_F(LayerFormsTest, AsksForARadius) {
         const char* message;
         const char* left;
         float radius;
-    } cases[] = {
-        {"ten", "228", "ten", 0}, {"4.9", "229", "5", 0}, {"1000.1", "229", "1000", 0}, {"1000", "", "1000", 1000}};
+    } cases[] = {{"ten", "228", "ten", 0},     {"", "228", "", 0}, {"-7", "229", "5", 0},     {"4.9", "229", "5", 0},
+                 {"1000.1", "229", "1000", 0}, {"5", "", "5", 5},  {"1000", "", "1000", 1000}};
     for (const auto& [typed, message, left, radius] : cases) {
         messages.clear();
         field.setText(QLatin1String(typed));
@@ -226,7 +228,10 @@ TEST_F(LayerFormsTest, AddsAndOrdersLayers) {
     Find<QListWidget>(*form, "LVLayers").item(1)->setCheckState(Qt::Unchecked);
     EXPECT_FALSE(map_.At(0).visible);
     EXPECT_EQ(refreshed_, 4);
-    SetFileAnswerer([this](const FileQuestion&) { return maps_ + QStringLiteral("/gone.shp"); });
+    SetFileAnswerer([this](const FileQuestion& question) {
+        EXPECT_EQ(question.folder, FolderOf(cities_)) << "the last folder used";
+        return maps_ + QStringLiteral("/gone.shp");
+    });
     Press(*form, "cmdAddLayers");
     EXPECT_EQ(messages, QStringList{QStringLiteral("TS_LayerNotAdded")});
     Press(*form, "cmdRemoveLayer");

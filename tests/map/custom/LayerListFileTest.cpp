@@ -1,6 +1,7 @@
 #include "map/custom/LayerListFile.h"
 
 #include "map/custom/CustomTest.h"
+#include "support/FullDisk.h"
 
 #include <QFile>
 
@@ -73,6 +74,11 @@ TEST_F(LayerListFileTest, LiesInTheFolderOfMaps) {
     EXPECT_EQ(RememberedOf(file), (RememberedLayer{QStringLiteral("rivers"), {}}));
     EXPECT_EQ(RememberedOf(QStringLiteral("/srv/a.b.shp")),
               (RememberedLayer{QStringLiteral("a.b"), QStringLiteral("/srv")}));
+    {
+        const FullDisk full(20);
+        EXPECT_FALSE(SaveLayerList({{QStringLiteral("Roads"), {}}, {QStringLiteral("Towns"), {}}}));
+    }
+    EXPECT_EQ(LoadLayerList(), layers) << "the former list";
     ASSERT_TRUE(SaveLayerList({}));
     EXPECT_FALSE(QFile::exists(ListFile()));
     EXPECT_TRUE(SaveLayerList({}));

@@ -8,6 +8,7 @@
 #include "map/wizard/PeriodSlider.h"
 #include "map/wizard/ThemeSymbols.h"
 #include "session/Settings.h"
+#include "support/ReadXls.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -264,16 +265,34 @@ TEST_F(frmMapWizardTest, TakesTextsFontsLabelsAndLayout) {
     EXPECT_EQ(messages, (QStringList{QStringLiteral("007"), QStringLiteral("007")}));
 }
 
-TEST_F(frmMapWizardTest, CustomizesLayers) {
+TEST_F(frmMapWizardTest, CustomizesLayersThatAreShown) {
     Open();
     GoTo(3);
-    const DialogAnswers dialogs([](QDialog& dialog) {
-        EXPECT_EQ(dialog.objectName(), QStringLiteral("frmMAPCustomize"));
-        dialog.accept();
-    });
-    Click("SSCmdCustomize");
-    EXPECT_EQ(dialogs.seen, 1);
+    SetFileAnswerer([](const FileQuestion&) { return Base("Land_Points") + QStringLiteral(".shp"); });
+    const auto customize = [this](const char* button) {
+        const DialogAnswers dialogs([button](QDialog& dialog) {
+            EXPECT_EQ(dialog.objectName(), QStringLiteral("frmMAPCustomize"));
+            dialog.findChild<QPushButton*>(QLatin1String(button))->click();
+            dialog.accept();
+        });
+        Click("SSCmdCustomize");
+        EXPECT_EQ(dialogs.seen, 1);
+        EXPECT_FALSE(Map().grab().isNull());
+    };
+    customize("cmdAddLayers");
+    EXPECT_EQ(Map().Layers().Count(), 2);
+    wizard_->Identify({15, 5});
+    const auto* layers = wizard_->findChild<QDialog*>(QStringLiteral("frmMAPIdentify"))
+                             ->findChild<QComboBox*>(QStringLiteral("cboIDList"));
+    EXPECT_EQ(layers->count(), 2);
+    EXPECT_FALSE(Map().Outlined().empty());
+    // It goes while it is identified and outlined.
+    customize("cmdRemoveLayer");
     EXPECT_EQ(Map().Layers().Count(), 1);
+    EXPECT_EQ(layers->count(), 0);
+    EXPECT_TRUE(Map().Outlined().empty());
+    QTest::mouseMove(&Map(), Map().FromMapPoint({15, 5}).toPoint());
+    EXPECT_EQ(wizard_->Draft().layers.size(), 1U);
 }
 
 TEST_F(frmMapWizardTest, WritesProjectsAndPictures) {
@@ -309,8 +328,11 @@ TEST_F(frmMapWizardTest, ShowsAndSavesTheWorkbook) {
     InstallMapTemplates();
     Open();
     GoTo(3);
-    Find<QLineEdit>("txtMapTitle")->clear();
-    QTest::keyClicks(Find<QLineEdit>("txtMapTitle"), QStringLiteral("a/b:c"));
+    const QString odd = QString::fromUtf8("a\\/:*?\"<>|[]=") + QString(242, QChar(0x0416));
+    for (const char* field : {"txtMapTitle", "txtMapSubTitle", "txtLegendTitle"}) {
+        Find<QLineEdit>(field)->setText(odd);
+        Q_EMIT Find<QLineEdit>(field)->textEdited(odd);
+    }
     Click("CmdNext");
     ASSERT_EQ(wizard_->Step(), 4) << messages.join(QLatin1Char(',')).toStdString();
     EXPECT_TRUE(QFile::exists(wizard_->WorkbookFile()));
@@ -324,7 +346,14 @@ TEST_F(frmMapWizardTest, ShowsAndSavesTheWorkbook) {
     Click("CmdNext");
     ASSERT_EQ(saved_.size(), 1);
     EXPECT_EQ(saved_[0].PresentationType, QLatin1Char('M'));
-    EXPECT_EQ(saved_[0].FileTitle, QStringLiteral("a_b_c"));
+    EXPECT_TRUE(saved_[0].FileTitle.startsWith(QStringLiteral("a_"))) << saved_[0].FileTitle.toStdString();
+    EXPECT_LE(saved_[0].FileTitle.toUtf8().size(), 240);
+    for (const QChar forbidden : QStringLiteral("\\/:*?\"<>|"))
+        EXPECT_FALSE(saved_[0].FileTitle.contains(forbidden)) << forbidden.toLatin1();
+    const auto sheets = ReadXls(saved_[0].SourceFile);
+    ASSERT_EQ(sheets.size(), 3U);
+    EXPECT_EQ(sheets[0].Text(1, 1), odd);
+    EXPECT_EQ(sheets[0].Text(2, 1), odd);
     EXPECT_EQ(saved_[0].SourceFile, wizard_->WorkbookFile());
     EXPECT_FALSE(wizard_->isVisible());
 }
