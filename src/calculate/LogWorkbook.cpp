@@ -232,7 +232,7 @@ std::vector<HeaderLine> LinesOf(int sheet, const CalculationDraft& draft, const 
     std::vector<HeaderLine> lines{{3, Plain("LOG_MODULE"), ModuleName(draft.type)},
                                   {4, Plain("LOG_DATE_TIME"), stamp},
                                   {5, Plain("LOG_LOG_FILENAME"), LogFileName(named, stamp)}};
-    const bool hasDecimals = draft.type != CalcType::CompositeIndex && draft.type != CalcType::Subtotal;
+    const bool hasDecimals = draft.type != CalcType::CompositeIndex && !draft.decimals.isEmpty();
     if (sheet != kWorkingSheet || !hasDecimals) return lines;
     lines.push_back({kDecimalsRow, Plain("Comm_DECIMAL"), draft.decimals});
     return lines;

@@ -106,6 +106,7 @@ void ColumnWidths::FitToPage(const SheetFont& font) {
     double widest = kWidestCell;
     while (widest > kWidestHead && widthAt(widest) > room)
         --widest;
+    if (widthAt(widest) > room) return;
     for (auto& [column, width] : widths_) {
         if (width <= widest) continue;
         width = widest;
