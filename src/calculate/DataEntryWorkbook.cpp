@@ -113,6 +113,7 @@ WrittenWorkbook WriteDataEntrySheet(const DataEntrySheet& result) {
     book.SetColors(kHeaderSlot, QColor(241, 241, 241));
     office::Worksheet sheet = book.Sheet(1);
     SetUpSheet(sheet, kHeadRow, AreaNameColumn + 1);
+    sheet.SetPageSetup({.paper = office::Paper::Own, .titleRows = kHeadRow, .firstTitleRow = kHeadRow});
     WriteRows(sheet, result);
     WriteSheetTop(sheet, Plain("Data Entry Spreadsheet"), LinesOf(result));
     book.ActivateSheet(1);

@@ -12,6 +12,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaro {
 
@@ -41,6 +42,7 @@ FormulaPage::~FormulaPage() = default;
 void FormulaPage::MakeOperators() {
     static constexpr const char* kNames[] = {"TS_OpPlus",  "TS_OpMinus",     "TS_OpDivide",    "TS_OpTimes",
                                              "TS_OpPower", "TS_OpOpenBrace", "TS_OpCloseBrace"};
+    QWidget* before = ui_->txtFormula; // in the order of Tab
     for (int index = 0; index < kClear; ++index) {
         auto* button = new QToolButton;
         button->setObjectName(QStringLiteral("cmdOperators_%1").arg(index));
@@ -50,6 +52,7 @@ void FormulaPage::MakeOperators() {
         button->setFocusPolicy(Qt::TabFocus);
         button->setMinimumSize(36, 28);
         ui_->operators->insertWidget(index, button);
+        setTabOrder(std::exchange(before, button), button);
         connect(button, &QToolButton::clicked, this, [this, index] { cmdOperators_Click(index); });
     }
     connect(ui_->cmdOperators_7, &QPushButton::clicked, this, [this] { cmdOperators_Click(kClear); });

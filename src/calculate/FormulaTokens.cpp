@@ -14,10 +14,6 @@ namespace {
 
 using Kind = FormulaToken::Kind;
 
-bool IsDigit(QChar letter) {
-    return letter >= QLatin1Char('0') && letter <= QLatin1Char('9');
-}
-
 class Tokenizer final {
   public:
     Tokenizer(const QString& text, const std::vector<CalculationItem>& known, FormulaFault& fault)
@@ -46,7 +42,7 @@ class Tokenizer final {
         const QChar letter = text_[at_];
         if (letter == QLatin1Char('{')) return Brace();
         if (letter == QLatin1Char('}')) return ClosingBrace();
-        if (IsDigit(letter) || letter == QLatin1Char('.')) return Number();
+        if (letter.isDigit() || letter == QLatin1Char('.')) return Number();
         if (letter.isLetter()) return Word();
         if (letter == QLatin1Char('(')) return Sign(Kind::Open);
         if (letter == QLatin1Char(')')) return Sign(Kind::Close);
@@ -143,7 +139,7 @@ class Tokenizer final {
         TakeDigits();
         const QStringView rest = QStringView(text_).mid(at_);
         if (rest.startsWith(QLatin1Char('.')) ||
-            (rest.startsWith(mark_) && IsDigit(At(at_ + static_cast<int>(mark_.size()))))) {
+            (rest.startsWith(mark_) && At(at_ + static_cast<int>(mark_.size())).isDigit())) {
             at_ += rest.startsWith(QLatin1Char('.')) ? 1 : static_cast<int>(mark_.size());
             TakeDigits();
         }
@@ -156,7 +152,7 @@ class Tokenizer final {
     }
 
     void TakeDigits() {
-        while (IsDigit(At(at_)))
+        while (At(at_).isDigit())
             ++at_;
     }
 
@@ -164,7 +160,7 @@ class Tokenizer final {
         if (At(at_).toLower() != QLatin1Char('e')) return;
         int place = at_ + 1;
         if (At(place) == QLatin1Char('+') || At(place) == QLatin1Char('-')) ++place;
-        if (!IsDigit(At(place))) return;
+        if (!At(place).isDigit()) return;
         at_ = place;
         TakeDigits();
     }

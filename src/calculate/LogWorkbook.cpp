@@ -121,6 +121,7 @@ class SheetWriter final {
                             block.cells[row][column]);
         for (const QString& label : labels_)
             widths_.AddHead(1, label);
+        widths_.FitToPage(font_);
         widths_.WriteTo(sheet_, font_);
     }
     void Measure(int row, int column, const office::Cell& cell) {
@@ -238,14 +239,15 @@ class SheetWriter final {
     QHash<int, QString> formats_; ///< of the area rows, by column
 };
 
-/// The labelled lines below the title of a sheet; the decimals stand on the first alone.
+/// The labelled lines below the title of a sheet; the decimals, where they are asked for, stand on the first alone.
 std::vector<HeaderLine> LinesOf(int sheet, const CalculationDraft& draft, const QString& stamp) {
     // The header's writer has one text for both calculations of percentages.
     const CalcType named = draft.type == CalcType::HundredMinus ? CalcType::PerCent : draft.type;
     std::vector<HeaderLine> lines{{3, Plain("LOG_MODULE"), ModuleName(draft.type)},
                                   {4, Plain("LOG_DATE_TIME"), stamp},
                                   {5, Plain("LOG_LOG_FILENAME"), LogFileName(named, stamp)}};
-    if (sheet != kWorkingSheet || draft.type == CalcType::CompositeIndex) return lines;
+    const bool hasDecimals = draft.type != CalcType::CompositeIndex && !draft.decimals.isEmpty();
+    if (sheet != kWorkingSheet || !hasDecimals) return lines;
     lines.push_back({kDecimalsRow, Plain("Comm_DECIMAL"), draft.decimals});
     return lines;
 }

@@ -66,8 +66,10 @@ void SelectionPage::SetFormCaptions() {
                                                        : "SELECTED";
     lists_->SetCaptionKeys(QStringLiteral("AVAILABLE"), QLatin1String(caption));
     lists_->SetFormCaptions();
-    for (KeyedList* list : {&lists_->Available(), &lists_->Selected()})
+    for (KeyedList* list : {&lists_->Available(), &lists_->Selected()}) {
+        list->SetPlainArrowsLeave(true);
         if (TakesOneIndicator(type_)) list->setSelectionMode(QAbstractItemView::SingleSelection);
+    }
 }
 
 void SelectionPage::ConnectLists() {

@@ -11,6 +11,7 @@
 
 #include <QMap>
 
+#include <cmath>
 #include <map>
 
 namespace tessaro {
@@ -158,7 +159,7 @@ class Subtotal final {
         if (!Execute(QStringLiteral("SELECT * INTO SubWiz FROM [_Data] WHERE 1 = 0"))) return false;
         std::vector<QString> insertions;
         for (const auto& [key, total] : totals_)
-            insertions.push_back(InsertionOf(total));
+            if (std::isfinite(total.sum)) insertions.push_back(InsertionOf(total));
         return ExecuteTogether(insertions);
     }
 
@@ -234,8 +235,17 @@ class Subtotal final {
 
     // --- Remarks. ---
 
+    [[nodiscard]] bool IsWanted(const Total& total) const {
+        const auto level = static_cast<std::size_t>(total.areaId.size() / kLevelLength);
+        return level > 0 && level <= draft_.levels.size() && draft_.levels[level - 1];
+    }
+
     void AddRemarks(CalculationLog& log) const {
         for (const auto& [key, total] : totals_) {
+            if (!std::isfinite(total.sum) && IsWanted(total))
+                log.remarks.push_back(
+                    {total.areaId, names_.value(key.area),
+                     total.subpop + QStringLiteral(": ") + PlainText(QStringLiteral("TS_CalcTooLarge"))});
             if (total.parts.size() < 2 || !rowOf_.contains(key.area)) continue;
             QStringList times;
             for (auto part = total.parts.begin(); part != total.parts.end(); ++part) {

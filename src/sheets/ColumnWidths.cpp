@@ -37,6 +37,11 @@ double SizeFactor(const SheetFont& font) {
     return std::max(font.size, 6.0) / kUsualSize * (font.bold ? kBoldFactor : 1);
 }
 
+/// Texts are as large as the language's font says, numbers as large as the table's.
+double TextFactor(const SheetFont& font) {
+    return std::max(SizeFactor(font), SizeFactor(TextFont(font)));
+}
+
 /// Scripts whose letters change their width with their neighbours.
 bool HasJoinedLetters(const QString& text) {
     return std::any_of(text.begin(), text.end(), [](QChar letter) {
@@ -90,11 +95,29 @@ bool ColumnWidths::Wraps(int column) const {
     return wraps_.count(column) > 0;
 }
 
+void ColumnWidths::FitToPage(const SheetFont& font) {
+    const double room = kPageDigits / kLeastScale;
+    const auto widthAt = [&](double widest) {
+        double sum = 0;
+        for (const auto& [column, width] : widths_)
+            sum += std::min(width, widest) + kColumnGap;
+        return sum * TextFactor(font);
+    };
+    double widest = kWidestCell;
+    while (widest > kWidestHead && widthAt(widest) > room)
+        --widest;
+    if (widthAt(widest) > room) return;
+    for (auto& [column, width] : widths_) {
+        if (width <= widest) continue;
+        width = widest;
+        wraps_[column] = true;
+    }
+}
+
 double ColumnWidths::SheetWidth(int column, const SheetFont& font) const {
     const auto found = widths_.find(column);
     if (found == widths_.end()) return 0;
-    // Texts are as large as the language's font says, numbers as large as the table's.
-    return (found->second + kColumnGap) * std::max(SizeFactor(font), SizeFactor(TextFont(font)));
+    return (found->second + kColumnGap) * TextFactor(font);
 }
 
 int ColumnWidths::PagesFor(int titleColumns, const SheetFont& font) const {

@@ -19,7 +19,7 @@ class FormulaParserTest : public test::CalculationTest {};
 
 /// A and B stand for the references.
 QString WithReferences(const char* formula) {
-    return QString::fromLatin1(formula)
+    return QString::fromUtf8(formula)
         .replace(QLatin1Char('A'), QLatin1Char('\1'))
         .replace(QLatin1Char('B'), kB)
         .replace(QLatin1Char('\1'), kA);
@@ -58,6 +58,7 @@ TEST_F(FormulaParserTest, PrecedenceIsThatOfTheEngine) {
         {"2 ^ -1 + 2 ^ - - 1", "2.5", nullptr},
         {"- - A", "3", nullptr},
         {".5 * A + 1e2", "101.5", nullptr},
+        {"١٢ * A + ۲.٥", "38.5", nullptr},
         {"abs(B) + Sqr(16) + Int(-1.5) + EXP(0) + Log(1)", "5", nullptr},
         {"A * 0", "0", nullptr},
         {"- A * 0", "0", nullptr},

@@ -102,6 +102,19 @@ TEST_F(SubtotalTest, RandomTreesAddUpAsByRecursion) {
         test::ExpectClose(expected[area], sum);
 }
 
+TEST_F(SubtotalTest, ASumBeyondTheRangeOfNumbersIsLeftOutWithItsReason) {
+    Put({{QStringLiteral("ASIINDDEL"), kA, QStringLiteral("1.7e308")},
+         {QStringLiteral("ASIINDGOA"), kA, QStringLiteral("1.7e308")},
+         {QStringLiteral("EURFRAPAR"), kA, QStringLiteral("2")}});
+    const CalculationLog log = Calculate(Draft({1, 2}));
+    ASSERT_EQ(log.failure, QString());
+    EXPECT_EQ(Sums(log), (std::map<QString, QString>{{QStringLiteral("EUR Total"), QStringLiteral("2")},
+                                                     {QStringLiteral("EURFRA Total"), QStringLiteral("2")}}));
+    const auto remarks = RemarksOf(log);
+    EXPECT_EQ(remarks.size(), 2u);
+    EXPECT_TRUE(remarks.contains(QStringLiteral("ASI")) && remarks.contains(QStringLiteral("ASIIND")));
+}
+
 TEST_F(SubtotalTest, SaysWhichValueCannotBeRead) {
     Put({{QStringLiteral("ASIIND"), kA, QStringLiteral("x")}});
     EXPECT_TRUE(Calculate(Draft({1})).failure.contains(QStringLiteral("\"x\"")));

@@ -6,7 +6,9 @@
 #include "support/ReadXls.h"
 
 #include <QApplication>
+#include <QKeySequence>
 #include <QLabel>
+#include <QStackedWidget>
 #include <QTableWidget>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -48,6 +50,75 @@ TEST_F(frmCalculatesTest, PerCentGoesFromTheIndicatorsToTheDataEntrySheet) {
     Back(form);
     EXPECT_EQ(form.CurrentStep(), LogStep);
     EXPECT_EQ(messages, QStringList());
+}
+
+TEST_F(frmCalculatesTest, LettersOfAccessDifferOnEachPageInEveryLanguage) {
+    for (const char* language : {"en", "fr", "es", "ar", "ru"}) {
+        UseLanguage(Q(language));
+        for (int type = 0; type < kCalculations; ++type) {
+            const frmCalculates form(static_cast<CalcType>(type));
+            const auto* pages = Named<QStackedWidget>(form, "pages");
+            for (int page = 0; page < pages->count(); ++page) {
+                QStringList letters;
+                for (const auto* button : form.findChildren<QAbstractButton*>()) {
+                    const bool elsewhere = pages->isAncestorOf(button) && !pages->widget(page)->isAncestorOf(button);
+                    const QKeySequence letter = QKeySequence::mnemonic(button->text());
+                    if (!elsewhere && !button->isHidden() && !letter.isEmpty()) letters << letter.toString();
+                }
+                EXPECT_GE(letters.size(), 3) << "Back, Next and Finish";
+                EXPECT_EQ(letters.removeDuplicates(), 0)
+                    << language << " " << form.windowTitle().toStdString() << " " << page << ": "
+                    << letters.join(QLatin1Char(' ')).toStdString();
+            }
+        }
+    }
+}
+
+TEST_F(frmCalculatesTest, AccessKeysAndArrowsFollowTheLanguage) {
+    for (const char* language : {"fr", "ar"}) {
+        UseLanguage(Q(language));
+        const bool fromRight = LanguageIsRightToLeft();
+        QApplication::setLayoutDirection(fromRight ? Qt::RightToLeft : Qt::LeftToRight);
+        frmCalculates form(CalcType::HundredMinus);
+        Open(form);
+        form.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+        auto* available = OnPage<KeyedList>(form, "lstAvailable_Step1");
+        QTest::keyClick(available, Qt::Key_Return);
+        EXPECT_EQ(form.Draft().items.size(), 1U);
+        QTest::keyClick(available, fromRight ? Qt::Key_Left : Qt::Key_Right);
+        EXPECT_TRUE(OnPage<KeyedList>(form, "lstSelected_Step1_0")->hasFocus()) << language;
+        QTest::keyClick(QApplication::focusWidget(), fromRight ? Qt::Key_Right : Qt::Key_Left);
+        EXPECT_TRUE(available->hasFocus()) << language;
+        const auto press = [&form](const char* button) {
+            const Qt::Key key = QKeySequence::mnemonic(Named<QPushButton>(form, button)->text())[0].key();
+            QTest::sendKeyEvent(QTest::Click, form.windowHandle(), key, QString(QChar(key)), Qt::AltModifier);
+        };
+        // The button is seen to go down before its click counts.
+        press("cmdNavigators_2");
+        EXPECT_TRUE(QTest::qWaitFor([&form] { return form.CurrentStep() == SaveAsStep; })) << language;
+        press("cmdNavigators_1");
+        EXPECT_TRUE(QTest::qWaitFor([&form] { return form.CurrentStep() == SelectionStep; })) << language;
+    }
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST_F(frmCalculatesTest, TabGoesOverTheFormulaPageAsItReads) {
+    frmCalculates form(CalcType::Formula);
+    Open(form);
+    form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    OnPage<QLineEdit>(form, "txtFilter")->setFocus();
+    OnPage<FormulaEdit>(form, "txtFormula")->setPlainText(Q("1"));
+    QStringList order;
+    for (int key = 0; key < 13 && QApplication::focusWidget(); ++key) {
+        order << QApplication::focusWidget()->objectName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QStringList expected{Q("txtFilter"), Q("lstAvailable_Step1"), Q("txtFormula")};
+    for (int button = 0; button < 8; ++button)
+        expected << Q("cmdOperators_%1").arg(button);
+    EXPECT_EQ(order, expected + QStringList({Q("cmdValidate"), Q("grdDummy")}));
 }
 
 TEST_F(frmCalculatesTest, OffersTheDataInViewAndNotThatOfBefore) {

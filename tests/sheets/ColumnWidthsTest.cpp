@@ -37,4 +37,26 @@ TEST(ColumnWidthsTest, LongTextsAreCutToTheWidestColumn) {
     EXPECT_FALSE(widths.Wraps(3));
 }
 
+TEST(ColumnWidthsTest, TheWidestColumnsGiveWayUntilAPageHoldsTheTable) {
+    const SheetFont font;
+    const struct {
+        int texts;
+        bool narrows;
+        int pages;
+    } cases[] = {{1, false, 1}, {4, true, 1}, {6, true, 1}, {20, false, 5}};
+    for (const auto& c : cases) {
+        ColumnWidths widths;
+        widths.Add(1, QStringLiteral("101,234,567"));
+        for (int column = 2; column <= c.texts + 1; ++column)
+            widths.Add(column, QString(50, QLatin1Char('x')));
+        const double number = widths.SheetWidth(1, font);
+        const double text = widths.SheetWidth(2, font);
+        widths.FitToPage(font);
+        EXPECT_DOUBLE_EQ(widths.SheetWidth(1, font), number);
+        EXPECT_EQ(widths.Wraps(2), c.narrows) << c.texts;
+        EXPECT_EQ(widths.SheetWidth(2, font) < text, c.narrows) << c.texts;
+        EXPECT_EQ(widths.PagesFor(0, font), c.pages) << c.texts;
+    }
+}
+
 } // namespace tessaro

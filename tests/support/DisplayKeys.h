@@ -29,6 +29,14 @@ class Keys final {
         QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Look(); });
         timer_.start(kTick);
     }
+    // A key whose release is lost stays down on the display, and the next program's press of it is none.
+    ~Keys() {
+        timer_.stop();
+        pressing_.waitForFinished();
+    }
+    Keys(const Keys&) = delete;
+    Keys& operator=(const Keys&) = delete;
+
     /// Waits for a condition, then presses keys ("Return", "alt+n", or with a leading ":" a text to type).
     void When(const char* what, Condition condition, const QStringList& keys) {
         steps_.push_back({QString::fromUtf8(what), std::move(condition), keys, {}});
@@ -37,7 +45,9 @@ class Keys final {
     void Until(const char* what, Condition condition, const char* key) {
         steps_.push_back({QString::fromUtf8(what), std::move(condition), {}, QString::fromUtf8(key)});
     }
-    [[nodiscard]] bool AreDone() const { return steps_.empty() && queue_.empty(); }
+    [[nodiscard]] bool AreDone() const {
+        return steps_.empty() && queue_.empty() && pressing_.state() == QProcess::NotRunning;
+    }
     /// Where the walk has got stuck; empty while it goes on.
     [[nodiscard]] QString Stuck() const { return stuck_; }
     void Stop() { timer_.stop(); }
