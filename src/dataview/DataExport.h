@@ -25,8 +25,8 @@ struct ExportRows {
 /// Why the rows end early. Thrown by rowAt; the export leaves no file then.
 enum class ExportStopped { ByUser, Unreadable };
 
-/// A web page in one file: header row, rows and sources, right to left if the language is. False when it can't be written (the
-/// old file stays). A blank name does nothing.
+/// A web page in one file: header row, rows and sources, right to left if the language is. False when it can't be
+/// written (the old file stays). A blank name does nothing.
 [[nodiscard]] bool SaveDataViewHtm(const QString& file, const ExportRows& rows);
 /// Header and rows, tab between cells, line feed between rows, UTF-8.
 [[nodiscard]] bool SaveDataViewTxt(const QString& file, const ExportRows& rows);

@@ -49,7 +49,7 @@ Saving Save(const QString& file, const ValueForm& form, WorkProgress& progress) 
 
 void ExportDatabase(QWidget* owner) {
     const ErrorTrap trap("ExportDatabase");
-    const QString name = QFileInfo(CurrentDatabase).completeBaseName();
+    const QString name = QFileInfo(CurrentDatabase).completeBaseName() + QStringLiteral(".csv");
     const QString file = AskForNewFile(owner, {PlainText(QStringLiteral("TS_ExportDatabase")),
                                                QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
                                                ValueFormFilters().join(QStringLiteral(";;")), name});

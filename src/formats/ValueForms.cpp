@@ -9,10 +9,9 @@
 namespace tessaro {
 
 const std::vector<ValueForm>& ValueForms() {
-    // Of two endings that fit a name the first one counts.
-    static const std::vector<ValueForm> forms{{".wide.csv", "TS_FilterWideCsv", SaveWideCsv},
+    static const std::vector<ValueForm> forms{{".csv", "TS_FilterCsv", SaveLongCsv},
+                                              {".wide.csv", "TS_FilterWideCsv", SaveWideCsv},
                                               {".sdmx.csv", "SDMX-CSV", SaveSdmxCsv},
-                                              {".csv", "TS_FilterCsv", SaveLongCsv},
                                               {".json", "JSON-stat 2", SaveJsonStat},
                                               {".px", "PX", SavePx},
                                               {".geojson", "GeoJSON", SaveGeoJson},
@@ -21,9 +20,13 @@ const std::vector<ValueForm>& ValueForms() {
 }
 
 const ValueForm* ValueFormOf(const QString& file) {
-    for (const ValueForm& form : ValueForms())
-        if (file.endsWith(QLatin1String(form.ending), Qt::CaseInsensitive)) return &form;
-    return nullptr;
+    const ValueForm* found = nullptr;
+    for (const ValueForm& form : ValueForms()) {
+        const QLatin1String ending(form.ending);
+        const bool isLonger = found == nullptr || ending.size() > QLatin1String(found->ending).size();
+        if (isLonger && file.endsWith(ending, Qt::CaseInsensitive)) found = &form;
+    }
+    return found;
 }
 
 QStringList ValueFormFilters() {

@@ -111,6 +111,15 @@ TEST_F(DataExportTest, APageHoldsTheRowsAsTheyAreAndNothingElse) {
     EXPECT_EQ(Texts(classes.at(0)).value(4), QStringLiteral("n"));
 }
 
+TEST_F(DataExportTest, APageListsTheSourcesOfItsRows) {
+    ExportRows all = All();
+    all.aboutSource = [](const QString& source) { return QStringLiteral("About <%1>").arg(source); };
+    ASSERT_TRUE(SaveDataViewHtm(File("DataView.htm"), all));
+    const QByteArray page = ReadWholeFile(File("DataView.htm")).value_or(QByteArray());
+    EXPECT_EQ(page.count("<dt>Census</dt>\n<dd>About &lt;Census&gt;</dd>"), 1);
+    EXPECT_TRUE(ReadPage("DataView.htm").value("wrong").toArray().isEmpty());
+}
+
 TEST_F(DataExportTest, APageAndASheetRunTheWayTheirLanguageDoes) {
     Language = QStringLiteral("Arabic [ar]");
     ASSERT_TRUE(SaveDataViewHtm(File("DataView.htm"), All()));
