@@ -31,9 +31,9 @@ TEST_F(AreaTreeTest, MakesIdsThatFitTheTree) {
         {"id,parent,name,map file\nP1,KEN,Coast,Kenya.shp\nKEN,,Kenya,World.shp\nP2,KEN,Rift "
          "Valley,\nCap,P1,Mombasa,\n",
          {"KEN001|P1|Coast|Kenya.shp", "KEN|KEN|Kenya|World.shp", "KEN002|P2|Rift Valley|", "KEN001Cap|Cap|Mombasa|"}},
-        {"Niveau;Nom\n1;Maroc\n2;Nord\n3;Tanger\n2;Sud\n1;Mali\n2;Ouest\n",
-         {"001|Maroc|Maroc|", "001001|Nord|Nord|", "001001001|Tanger|Tanger|", "001002|Sud|Sud|", "002|Mali|Mali|",
-          "002001|Ouest|Ouest|"}},
+        {"Niveau;Nom\n1;Maroc\n2;Nord\n3;Tanger\n2;Sud-Est\n1;Mali\n2;Ouest\n",
+         {"001|Maroc|Maroc|", "001001|Nord|Nord|", "001001001|Tanger|Tanger|", "001002|Sud-Est|Sud-Est|",
+          "002|Mali|Mali|", "002001|Ouest|Ouest|"}},
         {"Area ID,Area name\nAFR,Africa\nAFRKEN,Kenya\nAFRKEN01,A town\n",
          {"AFR|AFR|Africa|", "AFRKEN|AFRKEN|Kenya|", "001|AFRKEN01|A town|"}}};
     for (const auto& one : cases)
