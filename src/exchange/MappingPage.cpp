@@ -95,17 +95,18 @@ QWidget* MappingPage::MakePreview() {
     table->SetHint(GetText(QStringLiteral("TS_PreviewNothing")));
     preview_ = new TextTableModel(this);
     table->setModel(preview_);
-    table->SetColumnWishes({{.text = 60},
+    table->verticalHeader()->hide(); // the first column has the rows of the file
+    table->SetColumnWishes({{.text = 50},
+                            {.text = 60},
+                            {.text = 70},
+                            {.text = 110, .weight = 1},
+                            {.text = 120, .weight = 1},
+                            {.text = 70},
                             {.text = 70},
                             {.text = 80},
-                            {.text = 130, .weight = 1},
-                            {.text = 160, .weight = 2},
                             {.text = 80},
-                            {.text = 80},
-                            {.text = 100, .weight = 1},
-                            {.text = 100},
-                            {.text = 100},
-                            {.text = 220, .weight = 2}});
+                            {.text = 70},
+                            {.text = 280, .weight = 4, .takesRest = true}});
     return table;
 }
 
