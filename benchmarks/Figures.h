@@ -61,6 +61,10 @@ bool PlayNewDatabase(int argc, char** argv, int& status);
 void MeasureImport(Report& report, const QString& self, const QString& database, const QString& installation);
 /// That process's part: true when the arguments ask for it; the exit status is in `status`.
 bool PlayImport(int argc, char** argv, int& status);
+/// A whole database written as CSV, and a workbook checked as an import, by processes of their own, which `self` is.
+void MeasureExchange(Report& report, const QString& self, const QString& database, const QString& installation);
+/// Those processes' part: true when the arguments ask for it; the exit status is in `status`.
+bool PlayExchange(int argc, char** argv, int& status);
 
 /// The program's part in MeasureProgram: true when the arguments ask for it; the exit status is in `status`.
 bool PlayProgram(int argc, char** argv, int& status);

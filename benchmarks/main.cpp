@@ -11,7 +11,8 @@ int main(int argc, char** argv) {
     using namespace tessaro;
     using namespace tessaro::bench;
     int status = 0;
-    if (PlayProgram(argc, argv, status) || PlayNewDatabase(argc, argv, status) || PlayImport(argc, argv, status))
+    if (PlayProgram(argc, argv, status) || PlayNewDatabase(argc, argv, status) || PlayImport(argc, argv, status) ||
+        PlayExchange(argc, argv, status))
         return status;
     if (argc != 3 && argc != 4) {
         std::fprintf(stderr, "usage: bench DATABASE INSTALLATION [PART OF A FIGURE'S NAME]\n");
@@ -24,6 +25,7 @@ int main(int argc, char** argv) {
     MeasureProgram(report, QApplication::applicationFilePath(), database, installation);
     MeasureNewDatabase(report, QApplication::applicationFilePath(), database, installation);
     MeasureImport(report, QApplication::applicationFilePath(), database, installation);
+    MeasureExchange(report, QApplication::applicationFilePath(), database, installation);
     {
         const BenchSession session(database, installation);
         SelectHalf();

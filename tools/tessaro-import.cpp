@@ -9,6 +9,7 @@
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
+#include "platform/Home.h"
 #include "platform/Paths.h"
 #include "session/JetCopies.h"
 #include "session/MessageAnswer.h"
@@ -78,6 +79,8 @@ class Program final {
         add("copy-of", "With --to: a copy of this database with the values added.", "database");
         add("into", "Change this database; its state before is kept beside it.", "database");
         add("to", "The database that is made.", "database");
+        add("areas", "With --new: take the areas from this table or shapefile.", "file");
+        add("make-areas", "Make areas that are not there.");
         add("mapping", "What the columns mean, as it was kept.", "mapping");
         add("keep-mapping", "Write what the columns mean to this file.", "mapping");
         add("report", "Write what was found to this file (.xls, or else CSV).", "file");
@@ -139,6 +142,7 @@ class Program final {
 
     /// A session in a folder of its own, so that a running program is not disturbed.
     bool Begin() {
+        const QString cache = WritableRoot();
         qputenv("TESSARO_HOME", QFile::encodeName(home_.path()));
         SetMessageAnswerer([](const Message& message) {
             Say(message.text);
@@ -149,6 +153,8 @@ class Program final {
             Say(QStringLiteral("tessaro-import: there is no application folder; name one with --application"));
             return false;
         }
+        target_.mapsFolder = FolderOf(
+            WritablePlace(JoinPath({AppPath, QStringLiteral("Maps"), QStringLiteral("New.shp")}), AppPath, cache));
         office::SpreadsheetApplication::SetProfileFolder(JoinPath({CacheFolder, QStringLiteral("Office")}));
         return PrepareBase();
     }
@@ -180,8 +186,10 @@ class Program final {
     }
 
     int Import(const QString& file) {
-        const std::optional<ImportDraft> draft = Mapping(file);
+        std::optional<ImportDraft> draft = Mapping(file);
         if (!draft) return Failed;
+        if (parser_.isSet(QStringLiteral("areas"))) draft->areaTree = Value("areas");
+        if (parser_.isSet(QStringLiteral("make-areas"))) draft->makesAreas = true;
         if (parser_.isSet(QStringLiteral("keep-mapping")) &&
             !ReplaceFile(Value("keep-mapping"), WrittenDraft(*draft).toUtf8()))
             return CanNotWrite(Value("keep-mapping"));

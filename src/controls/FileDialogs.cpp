@@ -51,7 +51,7 @@ QString FilterToShow(QString filter) {
 } // namespace
 
 QString WithEndingOf(const QString& file, const QString& filter, const QString& suggested) {
-    static const QRegularExpression pattern(QStringLiteral("\\*(\\.[A-Za-z0-9]+)"));
+    static const QRegularExpression pattern(QStringLiteral("\\*((?:\\.[A-Za-z0-9]+)+)"));
     QStringList endings;
     for (auto match = pattern.globalMatch(filter); match.hasNext();)
         endings << match.next().captured(1);
@@ -60,6 +60,9 @@ QString WithEndingOf(const QString& file, const QString& filter, const QString& 
         if (file.endsWith(ending, Qt::CaseInsensitive)) return file;
     const QString own = QFileInfo(file).suffix();
     if (own.isEmpty()) return file + endings.first();
+    // "*.wide.csv" makes "Name.wide.csv" of "Name.csv".
+    for (const QString& ending : std::as_const(endings))
+        if (ending.endsWith(QLatin1Char('.') + own, Qt::CaseInsensitive)) return file.chopped(own.size() + 1) + ending;
     // A suggested ending is replaced by that of the chosen filter; one that was typed stays.
     const bool typed = own.compare(QFileInfo(suggested).suffix(), Qt::CaseInsensitive) != 0;
     return typed ? file : file.chopped(own.size() + 1) + endings.first();

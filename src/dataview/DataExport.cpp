@@ -2,7 +2,6 @@
 
 #include "dataview/GridQuery.h"
 #include "formats/CsvText.h"
-#include "formats/ValueTable.h"
 #include "office/Error.h"
 #include "office/ForeignWorkbook.h"
 #include "office/SpreadsheetApplication.h"
@@ -20,6 +19,7 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <QSet>
 
 namespace tessaro {
 
@@ -94,6 +94,15 @@ void AppendHtmlRow(QByteArray& page, const ExportRows& rows, const GridRow& row)
     page += "</tr>\n";
 }
 
+QByteArray HtmlSources(const ExportRows& rows, const QStringList& sources) {
+    QByteArray list = "<h2>" + GetText(QStringLiteral("TS_OptionSources")).toHtmlEscaped().toUtf8() +
+                      "</h2>\n<dl class=\"sources\">\n";
+    for (const QString& source : sources)
+        list += "<dt>" + source.toHtmlEscaped().toUtf8() + "</dt>\n<dd>" +
+                rows.aboutSource(source).toHtmlEscaped().toUtf8() + "</dd>\n";
+    return list + "</dl>\n";
+}
+
 } // namespace
 
 bool SaveDataViewHtm(const QString& file, const ExportRows& rows) {
@@ -103,9 +112,19 @@ bool SaveDataViewHtm(const QString& file, const ExportRows& rows) {
     for (const QString& head : heads)
         page += "<th scope=\"col\">" + head.toHtmlEscaped().toUtf8() + "</th>";
     page += "</tr>\n</thead>\n<tbody>\n";
-    for (int row = 0; row < rows.count; ++row)
-        if (const GridRow* values = rows.rowAt(row)) AppendHtmlRow(page, rows, *values);
-    page += "</tbody>\n</table>\n</body>\n</html>\n";
+    QStringList sources;
+    QSet<QString> listed;
+    for (int row = 0; row < rows.count; ++row) {
+        const GridRow* const values = rows.rowAt(row);
+        if (!values) continue;
+        AppendHtmlRow(page, rows, *values);
+        if (listed.contains(values->source)) continue;
+        listed.insert(values->source);
+        sources << values->source;
+    }
+    page += "</tbody>\n</table>\n";
+    if (rows.aboutSource && !sources.isEmpty()) page += HtmlSources(rows, sources);
+    page += "</body>\n</html>\n";
     if (!ReplaceFile(file, page)) return false;
     WriteLog("htm Log", file, rows.count);
     return true;
@@ -126,41 +145,6 @@ bool SaveDataViewTxt(const QString& file, const ExportRows& rows) {
     return ReplaceFile(file, text);
 }
 
-namespace {
-
-bool EndsWith(const QString& file, const char* ending) {
-    return file.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
-}
-
-/// The forms that hold values only, by the ending of their names.
-struct ValueForm {
-    const char* ending;
-    bool (*save)(const QString& file, const ValueTable& table);
-    bool holdsNotes;
-};
-constexpr ValueForm kValueForms[] = {{".sdmx.csv", SaveSdmxCsv, true},
-                                     {".wide.csv", SaveWideCsv, false},
-                                     {".csv", SaveLongCsv, true},
-                                     {".json", SaveJsonStat, false},
-                                     {".px", SavePx, false}};
-
-const ValueForm* FormOf(const QString& file) {
-    for (const ValueForm& form : kValueForms)
-        if (EndsWith(file, form.ending)) return &form;
-    return nullptr;
-}
-
-} // namespace
-
-bool IsValueFile(const QString& file) {
-    return FormOf(file) != nullptr;
-}
-
-bool LosesNotes(const QString& file) {
-    const ValueForm* const form = FormOf(file);
-    return form != nullptr && !form->holdsNotes;
-}
-
 bool SaveDataViewValues(const QString& file, const ExportRows& rows) {
     const auto at = [&](int number) -> std::optional<ValueRow> {
         const GridRow* const row = rows.rowAt(number);
@@ -170,8 +154,8 @@ bool SaveDataViewValues(const QString& file, const ExportRows& rows) {
             row->indicator,  row->unit,      row->subpop,
             row->source,     row->datavalue, rows.footnoteOf ? TextOf(rows, *row, kFootnoteColumn) : QString()};
     };
-    const ValueForm* const form = FormOf(file);
-    return form != nullptr && form->save(file, {rows.count, at});
+    const ValueForm* const form = ValueFormOf(file);
+    return form != nullptr && form->save(file, {rows.count, at, rows.beforeLoss, rows.ringsOf});
 }
 
 namespace {

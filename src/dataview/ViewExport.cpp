@@ -3,10 +3,11 @@
 #include "controls/Captions.h"
 #include "controls/FileDialogs.h"
 #include "controls/OfficeErrors.h"
+#include "controls/WorkProgress.h"
 #include "dataview/DataExport.h"
 #include "dataview/RowReader.h"
 #include "dataview/ViewRows.h"
-#include "dataview/WorkProgress.h"
+#include "layers/AreaOutlines.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
@@ -14,6 +15,7 @@
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "session/TempFiles.h"
+#include "view/SourcesAndNotes.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -38,9 +40,9 @@ void TellStopped(ExportStopped reason) {
 }
 
 /// What a form can't hold is told before, not after.
-bool AgreesToLoseNotes() {
-    return ShowMessage(QStringLiteral("TS_ExportLosesNotes"), MessageType::YesNo, MessageIcon::Question) ==
-           MessageCode::Yes;
+void AskForLosses(const ValueLosses& losses) {
+    const QString question = FilledText(QStringLiteral("TS_LossAsk"), {TextOf(losses)});
+    if (AskBeforeLoss(question, MessageType::YesNo, {}, false) != MessageCode::Yes) throw ExportStopped::ByUser;
 }
 
 /// How an attempt to save has ended.
@@ -68,18 +70,15 @@ void Tell(const Outcome& outcome, const QString& file) {
 } // namespace
 
 void ViewExport::AskAndSave() {
-    const QString filter =
+    const QStringList filters =
         QStringList{FilterLine("TS_FilterWebPage", "*.htm *.html"), FilterLine("TS_FilterWorkbook", "*.xls"),
-                    FilterLine("TS_FilterWorkbook", "*.xlsx"),      FilterLine("TS_FilterWorkbook", "*.ods"),
-                    FilterLine("TS_FilterText", "*.txt"),           FilterLine("TS_FilterCsv", "*.csv"),
-                    FilterLine("TS_FilterWideCsv", "*.wide.csv"),   QStringLiteral("SDMX-CSV (*.sdmx.csv)"),
-                    QStringLiteral("JSON-stat 2 (*.json)"),         QStringLiteral("PX (*.px)")}
-            .join(QStringLiteral(";;"));
+                    FilterLine("TS_FilterWorkbook", "*.xlsx"), FilterLine("TS_FilterWorkbook", "*.ods"),
+                    FilterLine("TS_FilterText", "*.txt")} +
+        ValueFormFilters();
     const QString file = AskForNewFile(owner_, {PlainText(QStringLiteral("TS_PageSaveAs")),
                                                 QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
-                                                filter, QStringLiteral("DataView.htm")});
-    if (file.isEmpty() || (LosesNotes(file) && rows_.HasFootnotes() && !AgreesToLoseNotes())) return;
-    Save(file);
+                                                filters.join(QStringLiteral(";;")), QStringLiteral("DataView.htm")});
+    if (!file.isEmpty()) Save(file);
 }
 
 // Gives the number of sheets (1 for text and web page), 0 when the file can't be written. Throws what ends it early.
@@ -97,12 +96,19 @@ int ViewExport::Write(const QString& file, const char* textKey) {
                         if (values == nullptr) throw ExportStopped::Unreadable;
                         return values;
                     }};
-    if (ShowFootnotes && rows_.HasFootnotes())
+    const bool isValues = ValueFormOf(file) != nullptr;
+    if ((ShowFootnotes || isValues) && rows_.HasFootnotes())
         rows.footnoteOf = [this](const GridRow& row) { return rows_.Grid().FootnoteText(row.footNId); };
+    rows.aboutSource = [texts = TextsOfSources()](const QString& source) { return texts.value(source); };
     const QString kind = QFileInfo(file).suffix().toLower();
     if (kind == QLatin1String("xls") || kind == QLatin1String("xlsx") || kind == QLatin1String("ods"))
         return SaveDataViewXls(file, rows);
-    if (IsValueFile(file)) return SaveDataViewValues(file, rows) ? 1 : 0;
+    if (isValues) {
+        AreaOutlines outlines;
+        rows.beforeLoss = AskForLosses;
+        rows.ringsOf = [&outlines](const QString& areaId) { return outlines.RingsOf(areaId); };
+        return SaveDataViewValues(file, rows) ? 1 : 0;
+    }
     const bool saved = kind == QLatin1String("txt") ? SaveDataViewTxt(file, rows) : SaveDataViewHtm(file, rows);
     return saved ? 1 : 0;
 }

@@ -48,6 +48,8 @@ AreaMatcher::AreaMatcher(const std::vector<TargetArea>& areas, const std::vector
                 nameKeys_.emplace_back(key, &area);
         }
     }
+    for (const TargetArea& area : areas)
+        KnowCode(BareGId(area.gid), area.number);
     KnowCodes();
     for (const AreaChoice& choice : choices) {
         const auto found = numberOf.find(jet::Folded(choice.areaId.toStdString()));
@@ -83,8 +85,10 @@ AreaMatch AreaMatcher::Look(std::string_view text) const {
     if (folded.empty()) return {};
     for (const TextMap<AreaMatch>* const map : {&choices_, &ids_, &names_})
         if (const AreaMatch* const match = FoundIn(*map, folded)) return *match;
-    const AreaMatch* const match = FoundIn(keys_, KeyOf(text));
-    return match != nullptr ? *match : AreaMatch{};
+    if (const AreaMatch* const match = FoundIn(keys_, KeyOf(text))) return *match;
+    // "KEN: Kenya": a code with its name.
+    const std::size_t colon = text.find(": ");
+    return colon != std::string_view::npos ? Look(text.substr(0, colon)) : AreaMatch{};
 }
 
 AreaMatch AreaMatcher::Match(std::string_view id, std::string_view name) {

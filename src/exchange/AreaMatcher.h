@@ -23,7 +23,8 @@ struct AreaMatch {
     int number = 0; ///< AreaNId
 };
 
-/// Finds areas of a database by what files call them: the user's choices first, then the id, the codes of countries
+/// Finds areas of a database by what files call them: the user's choices first, then the id, the global identifier,
+/// the codes of countries
 /// (ISO 3166: three letters, two letters, number), the name in any language as it stands, and the name by its spelling
 /// key. An id goes before a name.
 class AreaMatcher final {

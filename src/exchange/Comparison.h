@@ -2,6 +2,8 @@
 
 #include "exchange/ImportStage.h"
 
+#include <optional>
+
 namespace tessaro {
 
 enum class ValueState {
@@ -24,18 +26,17 @@ struct ComparedValue {
 /// Goes over the staged values in the order of what they belong to, and compares them with those of the database.
 class Comparison final {
   public:
-    /// `withExisting`: compare with the database; otherwise with nothing. Throws jet::Error.
-    Comparison(ImportStage& stage, bool withExisting);
+    /// Borrows the stage. Throws jet::Error, ReadError.
+    explicit Comparison(const ImportStage& stage);
     bool Next(ComparedValue& next);
 
   private:
-    void Read(ComparedValue& next) const;
-    [[nodiscard]] static bool IsSameKey(const StagedValue& a, const StagedValue& b);
+    void FindExisting(ComparedValue& next);
 
-    bool withExisting_;
-    jet::Recordset rows_;
-    std::int64_t lastStage_ = 0;
-    StagedValue first_;
+    ValueSorter::Reader values_;
+    std::optional<jet::Recordset> existing_;
+    std::int64_t key_ = 0; ///< of the last value of known items
+    StagedValue first_;    ///< of the last key
 };
 
 } // namespace tessaro

@@ -21,25 +21,6 @@ using Row = std::vector<std::string>;
 
 constexpr qsizetype kSheetsLookedAt = 5;
 
-/// Rows that are in memory as a table.
-class SampleReader final : public TableReader {
-  public:
-    explicit SampleReader(const FileSample& sample) : sample_(sample) {}
-    bool Next(TableRow& row) override {
-        row.Clear();
-        if (next_ == sample_.rows.size()) return false;
-        row.number = static_cast<std::int64_t>(next_) + 1;
-        for (const std::string& field : sample_.rows[next_++])
-            row.Add() = field;
-        return true;
-    }
-    [[nodiscard]] int Percent() const override { return 100; }
-
-  private:
-    const FileSample& sample_;
-    std::size_t next_ = 0;
-};
-
 /// A number of any form that isn't a year.
 bool LooksLikeValue(const std::string& text) {
     if (ReadPeriod(text)) return false;
@@ -116,7 +97,7 @@ struct ColumnLook {
 
 class ColumnGuess final {
   public:
-    ColumnGuess(const FileSample& sample, ImportDraft& draft) : draft_(draft) {
+    ColumnGuess(const FileSample& sample, ImportDraft& draft) : draft_(draft), kinds_(sample.kinds) {
         SampleReader reader(sample);
         heads_ = ReadHeads(reader, draft);
         const auto first = static_cast<std::size_t>(draft.skippedRows + draft.headRows);
@@ -134,12 +115,12 @@ class ColumnGuess final {
         draft_.headTells.assign(static_cast<std::size_t>(draft_.headRows), Role::LeftOut);
         for (std::size_t column = 0; column < looks_.size(); ++column)
             draft_.columns.push_back({HeadOf(column), Role::LeftOut});
-        for (std::size_t column = 0; column < looks_.size(); ++column)
-            if (const Role role = RoleOfHead(draft_.columns[column].head); role != Role::LeftOut && !Has(role))
-                draft_.columns[column].role = role;
+        TakeKinds();
+        TakeHeads();
         GuessPeriods();
         GuessValues();
         GuessNames();
+        GuessSubgroups();
         std::vector<std::string> numbers;
         for (std::size_t column = 0; column < looks_.size(); ++column)
             if (draft_.columns[column].role == Role::Value)
@@ -167,7 +148,50 @@ class ColumnGuess final {
     }
     bool IsFree(std::size_t column) const { return draft_.columns[column].role == Role::LeftOut; }
 
+    [[nodiscard]] bool IsDimension(std::size_t column) const {
+        return column < kinds_.size() && kinds_[column] == ColumnKind::Dimension && !IsFrequency(column);
+    }
+    /// How often values are taken: no text of use.
+    [[nodiscard]] bool IsFrequency(std::size_t column) const {
+        const QString head = HeadOf(column).toLower();
+        return head == QLatin1String("freq") || head == QLatin1String("frequency");
+    }
+
+    void TakeKinds() {
+        for (std::size_t column = 0; column < std::min(looks_.size(), kinds_.size()); ++column) {
+            static constexpr std::array<Role, 6> roles{Role::LeftOut, Role::Time,      Role::AreaName,
+                                                       Role::AreaId,  Role::Indicator, Role::LeftOut};
+            const Role role = roles[static_cast<std::size_t>(kinds_[column])];
+            if (!Has(role)) draft_.columns[column].role = role;
+        }
+    }
+
+    /// Several columns may tell the subgroup, as sex and age do.
+    void TakeHeads() {
+        for (std::size_t column = 0; column < looks_.size(); ++column) {
+            const Role role = RoleOfHead(draft_.columns[column].head);
+            const bool isBlank = role == Role::Value && looks_[column].filled == 0;
+            if (IsFree(column) && !isBlank && (!Has(role) || role == Role::Subgroup))
+                draft_.columns[column].role = role;
+        }
+    }
+
+    /// What else a file calls a dimension, unless all it says is "total".
+    void GuessSubgroups() {
+        for (std::size_t column = 0; column < looks_.size(); ++column) {
+            const std::vector<std::string>& texts = looks_[column].texts;
+            if (!IsDimension(column) || !IsFree(column) || texts.empty()) continue;
+            const bool isOne = std::ranges::count(texts, texts.front()) == std::ssize(texts);
+            if (!isOne || !IsTotal(QString::fromStdString(texts.front()))) draft_.columns[column].role = Role::Subgroup;
+        }
+    }
+
     void GuessPeriods() {
+        // Periods above several columns tell those of their values.
+        std::size_t above = 0;
+        for (std::size_t column = 0; column < looks_.size(); ++column)
+            above += IsFree(column) && PeriodRow(column) > 0 ? 1 : 0;
+        if (above > 1) return;
         for (std::size_t column = 0; column < looks_.size() && !Has(Role::Time); ++column)
             if (IsFree(column) && looks_[column].IsMostly(looks_[column].periods) && !PeriodRow(column))
                 draft_.columns[column].role = Role::Time;
@@ -203,10 +227,23 @@ class ColumnGuess final {
     void TellByHeads(std::size_t periodRow) {
         if (draft_.ValueColumns() == 0 || Has(Role::Indicator)) return;
         for (std::size_t row = 0; row < draft_.headTells.size(); ++row)
-            if (row + 1 != periodRow) {
-                draft_.headTells[row] = Role::Indicator;
-                return;
-            }
+            if (row + 1 != periodRow && draft_.headTells[row] == Role::LeftOut)
+                draft_.headTells[row] = RoleOfHeadRow(row);
+    }
+
+    /// Units and groups of people are known by their words; the first row of others are indicators.
+    [[nodiscard]] Role RoleOfHeadRow(std::size_t row) const {
+        QStringList texts;
+        for (std::size_t column = 0; column < heads_.rows[row].size() && column < draft_.columns.size(); ++column)
+            if (draft_.columns[column].role == Role::Value && !heads_.rows[row][column].empty())
+                texts << QString::fromStdString(heads_.rows[row][column]);
+        if (texts.isEmpty()) return Role::LeftOut;
+        for (const Role role : {Role::Unit, Role::Subgroup})
+            if (std::ranges::find(draft_.headTells, role) == draft_.headTells.end() &&
+                std::ranges::all_of(texts, [role](const QString& text) { return IsWordOf(role, text); }))
+                return role;
+        const bool hasIndicator = std::ranges::find(draft_.headTells, Role::Indicator) != draft_.headTells.end();
+        return hasIndicator ? Role::LeftOut : Role::Indicator;
     }
 
     /// The first columns of texts are areas, then indicators, when nothing else is.
@@ -216,7 +253,8 @@ class ColumnGuess final {
             if (Has(role) || std::ranges::find(draft_.headTells, role) != draft_.headTells.end()) continue;
             for (std::size_t column = 0; column < looks_.size(); ++column) {
                 const ColumnLook& look = looks_[column];
-                if (!IsFree(column) || look.filled == 0 || look.IsMostly(look.values + look.periods) ||
+                if (!IsFree(column) || IsFrequency(column) || look.filled == 0 ||
+                    look.IsMostly(look.values + look.periods) ||
                     HeadOf(column).contains(QLatin1String("code"), Qt::CaseInsensitive))
                     continue;
                 draft_.columns[column].role = role;
@@ -226,6 +264,7 @@ class ColumnGuess final {
     }
 
     ImportDraft& draft_;
+    std::vector<ColumnKind> kinds_;
     TableHeads heads_;
     std::vector<ColumnLook> looks_;
 };
@@ -245,10 +284,21 @@ void TakeLabels(const FileSample& sample, ImportDraft& draft) {
     }
 }
 
-void FillConstants(const QString& file, ImportDraft& draft) {
+/// True when something tells the role in the first rows.
+bool IsTold(const FileSample& sample, const ImportDraft& draft, Role role) {
+    if (std::ranges::find(draft.headTells, role) != draft.headTells.end()) return true;
+    if (!draft.constants[At(role)].isEmpty()) return true;
+    const auto first = static_cast<std::size_t>(draft.skippedRows + draft.headRows);
+    for (std::size_t column = 0; column < draft.columns.size(); ++column)
+        for (std::size_t row = first; row < sample.rows.size() && draft.columns[column].role == role; ++row)
+            if (column < sample.rows[row].size() && !sample.rows[row][column].empty()) return true;
+    return false;
+}
+
+void FillConstants(const QString& file, const FileSample& sample, ImportDraft& draft) {
     const QString name = QFileInfo(file).completeBaseName();
     const auto fill = [&](Role role, const QString& text) {
-        if (!draft.Has(role)) draft.constants[At(role)] = text;
+        if (!IsTold(sample, draft, role)) draft.constants[At(role)] = text;
     };
     fill(Role::Unit, PlainText(QStringLiteral("TS_ImportNumber")));
     fill(Role::Subgroup, PlainText(QStringLiteral("TS_ImportTotal")));
@@ -259,19 +309,6 @@ void FillConstants(const QString& file, ImportDraft& draft) {
 }
 
 } // namespace
-
-FileSample SampleOf(TableReader& reader) {
-    FileSample sample;
-    TableRow row;
-    std::size_t cells = 0;
-    while (sample.rows.size() < FileSample::kRows && cells < FileSample::kCells && reader.Next(row)) {
-        cells += row.count;
-        Row& kept = sample.rows.emplace_back();
-        for (std::size_t i = 0; i < row.count; ++i)
-            kept.emplace_back(WithoutBlanks(row.fields[i]));
-    }
-    return sample;
-}
 
 void GuessColumns(const FileSample& sample, ImportDraft& draft) {
     if (draft.kind == FileKind::Csv || draft.kind == FileKind::Workbook) GuessHeads(sample, draft);
@@ -290,7 +327,7 @@ ImportDraft GuessDraft(const QString& file, const QString& sheet) {
     const FileSample sample = SampleOf(*OpenSource(file, draft));
     GuessColumns(sample, draft);
     TakeLabels(sample, draft);
-    FillConstants(file, draft);
+    FillConstants(file, sample, draft);
     return draft;
 }
 

@@ -34,7 +34,8 @@ constexpr HeadWordList kHeads[] = {
      "subgroup|sub group|subpopulation|subpop|group|population group|sex|age|sex and age|disaggregation|"
      "sous-groupe|sexe|subgrupo|sexo|المجموعة الفرعية|الجنس|подгруппа|пол"},
     {Role::Source, "source|sources|data source|dataset|survey|fuente|المصدر|источник"},
-    {Role::Value, "value|values|data value|datavalue|obs_value|obs value|observation|observation value|valeur|donnée|"
+    {Role::Value, "value|values|factvaluenumeric|data value|datavalue|obs_value|obs value|observation|observation "
+                  "value|valeur|donnée|"
                   "valor|dato|القيمة|значение"},
     {Role::Footnote, "footnote|footnotes|note|notes|comment|comments|comment_obs|note de bas de page|remarque|nota|"
                      "notas al pie|حاشية|сноска|примечание"}};
@@ -50,7 +51,35 @@ const QHash<QString, Role>& RolesOfHeads() {
     return roles;
 }
 
+bool HasWord(const char* words, const QString& text) {
+    const QString key = SpellingKey(text);
+    for (const QString& word : QString::fromUtf8(words).split(QLatin1Char('|')))
+        if (SpellingKey(word) == key) return true;
+    return false;
+}
+
+constexpr auto kTotals =
+    "total|all|both sexes|both|t|totals|tous|ensemble|todos|ambos sexos|المجموع|الإجمالي|всего|оба пола";
+
 } // namespace
+
+bool IsTotal(const QString& text) {
+    return HasWord(kTotals, text);
+}
+
+bool IsWordOf(Role role, const QString& text) {
+    if (role == Role::Unit)
+        return text == QLatin1String("%") ||
+               HasWord("number|percent|per cent|percentage|rate|ratio|index|thousands|millions|persons|people|nombre|"
+                       "pourcentage|pour cent|taux|indice|milliers|número|porcentaje|por ciento|tasa|índice|miles|"
+                       "millones|عدد|نسبة|نسبة مئوية|число|процент|процентов|тысяч|млн",
+                       text);
+    return role == Role::Subgroup &&
+           (IsTotal(text) ||
+            HasWord("male|female|males|females|men|women|boys|girls|urban|rural|hommes|femmes|garçons|filles|urbain|"
+                    "hombres|mujeres|niños|niñas|urbano|ذكور|إناث|حضر|ريف|мужчины|женщины|мальчики|девочки|город|село",
+                    text));
+}
 
 Role RoleOfHead(const QString& head) {
     // A column beside another one, with its codes.
@@ -59,6 +88,9 @@ Role RoleOfHead(const QString& head) {
         const Role role = RoleOfHead(head.chopped(codes.size()));
         return role == Role::AreaName || role == Role::AreaId ? Role::AreaId : Role::LeftOut;
     }
+    // "REF_AREA: Reference area": a concept with its name.
+    if (const qsizetype colon = head.indexOf(QLatin1String(": ")); colon > 0)
+        if (const Role role = RoleOfHead(head.left(colon)); role != Role::LeftOut) return role;
     const Role known = RolesOfHeads().value(SpellingKey(head), Role::LeftOut);
     if (known != Role::LeftOut) return known;
     // The program's own captions, whatever the language.

@@ -10,4 +10,9 @@ namespace tessaro {
 /// LeftOut when the words say nothing.
 [[nodiscard]] Role RoleOfHead(const QString& head);
 
+/// True for a text that usually names a unit ("percent"), or a group of people ("girls").
+[[nodiscard]] bool IsWordOf(Role role, const QString& text);
+/// True for a text that means all together.
+[[nodiscard]] bool IsTotal(const QString& text);
+
 } // namespace tessaro

@@ -6,7 +6,6 @@
 #include "exchange/Comparison.h"
 #include "exchange/Observations.h"
 #include "exchange/OpenSource.h"
-#include "exchange/Periods.h"
 #include "formats/ReadError.h"
 #include "session/Messages.h"
 #include "session/Strings.h"
@@ -25,21 +24,12 @@ constexpr std::size_t kUnknownAreasListed = 2000;
 constexpr std::size_t kNamesCompared = 5'000'000;
 constexpr int kRowsBetweenProgress = 4096;
 
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(std::min<std::size_t>(text.size(), 300)));
-}
-
-/// True for a text of more characters than a column takes.
-bool IsLonger(std::string_view text, int characters) {
-    if (text.size() <= static_cast<std::size_t>(characters)) return false;
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).size() > characters;
-}
-
 /// Reads the file into the stage and notes what can't be taken over.
 class Reading final {
   public:
     Reading(CheckedImport& checked, const ImportProgress& progress)
-        : checked_(checked), progress_(progress), matcher_(checked.items.areas, checked.draft.areas) {}
+        : checked_(checked), progress_(progress), matcher_(checked.items.areas, checked.draft.areas),
+          rules_(checked.draft.numbers, checked.items.periods) {}
 
     void Run() {
         const std::unique_ptr<TableReader> reader = OpenSource(checked_.file, checked_.draft);
@@ -58,54 +48,21 @@ class Reading final {
         ++checked_.counts.refused;
         ++checked_.counts.by[static_cast<std::size_t>(why)];
         if (checked_.refused.size() < CheckedImport::kMostListed)
-            checked_.refused.push_back({one.row, one.column, why, Text(text)});
-    }
-
-    /// False, and refused, when a text is missing or too long.
-    bool Holds(const Observation& one, Role role, int longest = schema::kLongestName) {
-        const std::string_view text = one.texts[At(role)];
-        if (text.empty()) {
-            Refuse(one, Refusal::LacksName, CaptionOf(role).toStdString());
-            return false;
-        }
-        if (!IsLonger(text, longest)) return true;
-        Refuse(one, Refusal::TooLong, text);
-        return false;
+            checked_.refused.push_back({one.row, one.column, why, ShownText(text)});
     }
 
     void Take(const Observation& one) {
-        if (one.fault != RowFault::None) return Refuse(one, Refusal::BadRow, FaultText(one.fault));
-        if (one.isRagged) return Refuse(one, Refusal::RaggedRow, {});
-        const std::string_view text = one.texts[At(Role::Value)];
-        if (MeansNoValue(text)) {
+        const RowRules::Outcome outcome = rules_.Read(one);
+        if (outcome == RowRules::Outcome::Refused) return Refuse(one, rules_.Why(), rules_.What());
+        if (outcome == RowRules::Outcome::Empty) {
             ++checked_.counts.empty;
             return;
         }
-        const std::optional<std::string> number = ReadNumberIn(text, checked_.draft.numbers);
-        if (!number) return Refuse(one, Refusal::BadNumber, text);
-        if (number->size() > schema::kLongestValue) return Refuse(one, Refusal::TooLong, text);
         staged_.row = one.row;
-        staged_.value = *number;
+        staged_.value = rules_.Number();
         // Nothing is added to the lists for a value that is refused in the end.
-        if (HoldsNames(one) && FindPeriod(one) && FindArea(one) && TakePeriod(one) && TakeArea(one) &&
-            TakeCombination(one) && TakeSource(one))
+        if (FindArea(one) && TakePeriod(one) && TakeArea(one) && TakeCombination(one) && TakeSource(one))
             checked_.stage->Add(staged_);
-    }
-
-    bool HoldsNames(const Observation& one) {
-        if (!Holds(one, Role::Time, schema::kLongestTime)) return false;
-        for (const Role role : {Role::Indicator, Role::Unit, Role::Subgroup, Role::Source})
-            if (!Holds(one, role)) return false;
-        return one.texts[At(Role::Footnote)].empty() || Holds(one, Role::Footnote);
-    }
-
-    static std::string_view FaultText(RowFault fault) {
-        static const std::string texts[] = {{},
-                                            PlainText(QStringLiteral("TS_FaultBytes")).toStdString(),
-                                            PlainText(QStringLiteral("TS_FaultQuote")).toStdString(),
-                                            PlainText(QStringLiteral("TS_FaultFields")).toStdString(),
-                                            PlainText(QStringLiteral("TS_FaultCut")).toStdString()};
-        return texts[static_cast<std::size_t>(fault)];
     }
 
     bool TakeNumber(const Observation& one, int number, std::string_view text, int& into) {
@@ -114,26 +71,8 @@ class Reading final {
         return number != 0;
     }
 
-    /// The period as the database has it, or will.
-    bool FindPeriod(const Observation& one) {
-        const std::string_view text = one.texts[At(Role::Time)];
-        if (!lastPeriod_.empty() && text == lastPeriod_) return true;
-        lastPeriod_.clear();
-        period_ = text;
-        if (checked_.items.periods.Find(text) == 0) {
-            std::optional<std::string> period = ReadPeriod(text);
-            if (!period) {
-                Refuse(one, LooksLikeDay(text) ? Refusal::DayForPeriod : Refusal::BadPeriod, text);
-                return false;
-            }
-            period_ = std::move(*period);
-        }
-        lastPeriod_ = text;
-        return true;
-    }
-
     bool TakePeriod(const Observation& one) {
-        return TakeNumber(one, checked_.items.periods.NumberOf(period_), period_, staged_.period);
+        return TakeNumber(one, checked_.items.periods.NumberOf(rules_.Period()), rules_.Period(), staged_.period);
     }
 
     bool TakeCombination(const Observation& one) {
@@ -166,7 +105,6 @@ class Reading final {
         const std::string_view id = one.texts[At(Role::AreaId)];
         const std::string_view name = one.texts[At(Role::AreaName)];
         const std::string_view shown = name.empty() ? id : name;
-        if (shown.empty()) return Holds(one, Role::AreaName);
         const AreaMatch match = matcher_.Match(id, name);
         staged_.area = match.number;
         if (match.found == AreaFound::One) return true;
@@ -185,14 +123,14 @@ class Reading final {
         if (staged_.area != 0) return true;
         const std::string_view id = one.texts[At(Role::AreaId)];
         const std::string_view name = one.texts[At(Role::AreaName)];
-        if (IsLonger(id, schema::kLongestName) || IsLonger(name, schema::kLongestName)) {
+        if (IsLongerThan(id, schema::kLongestName) || IsLongerThan(name, schema::kLongestName)) {
             Refuse(one, Refusal::TooLong, name);
             return false;
         }
         const std::string_view key = id.empty() ? name : id;
         if (!TakeNumber(one, checked_.newAreas.NumberOf(key), key, staged_.area)) return false;
         if (static_cast<std::size_t>(-staged_.area) > checked_.newAreaTexts.size())
-            checked_.newAreaTexts.emplace_back(id, name);
+            checked_.newAreaTexts.push_back({std::string(id), std::string(name), {}, {}});
         return true;
     }
 
@@ -201,7 +139,7 @@ class Reading final {
         if (found == unknown_.end()) {
             if (unknown_.size() >= kUnknownAreasListed) return;
             found = unknown_.emplace(text, checked_.unknownAreas.size()).first;
-            checked_.unknownAreas.push_back({Text(text), 0, isShared, {}, {}});
+            checked_.unknownAreas.push_back({ShownText(text), 0, isShared, {}, {}});
         }
         ++checked_.unknownAreas[found->second].values;
     }
@@ -224,8 +162,7 @@ class Reading final {
     const ImportProgress& progress_;
     AreaMatcher matcher_;
     StagedValue staged_;
-    std::string lastPeriod_; ///< in the file
-    std::string period_;     ///< the same in the database
+    RowRules rules_;
     TextMap<std::size_t> unknown_;
 };
 
@@ -235,7 +172,7 @@ class Comparing final {
     Comparing(CheckedImport& checked, const ImportProgress& progress) : checked_(checked), progress_(progress) {}
 
     void Run(std::int64_t staged) {
-        Comparison comparison(*checked_.stage, checked_.target.ComparesValues());
+        Comparison comparison(*checked_.stage);
         ComparedValue one;
         for (std::int64_t count = 0; comparison.Next(one); ++count) {
             if (progress_ && count % kRowsBetweenProgress == 0)
@@ -264,16 +201,16 @@ class Comparing final {
             ++counts.refused;
             ++counts.by[static_cast<std::size_t>(Refusal::Double)];
             if (checked_.refused.size() < CheckedImport::kMostListed)
-                checked_.refused.push_back(
-                    {one.value.row, 0, Refusal::Double,
-                     FilledText(QStringLiteral("TS_DoubleOf"),
-                                {Text(one.value.value), QString::number(one.firstRow), Text(one.firstValue)})});
+                checked_.refused.push_back({one.value.row, 0, Refusal::Double,
+                                            FilledText(QStringLiteral("TS_DoubleOf"),
+                                                       {ShownText(one.value.value), QString::number(one.firstRow),
+                                                        ShownText(one.firstValue)})});
             break;
         }
     }
 
     [[nodiscard]] ChangedValue Listed(const ComparedValue& one) {
-        return {one.value.row, WhatOf(one.value), Text(one.existingValue), Text(one.value.value)};
+        return {one.value.row, WhatOf(one.value), ShownText(one.existingValue), ShownText(one.value.value)};
     }
 
     QString WhatOf(const StagedValue& value) {
@@ -294,6 +231,17 @@ class Comparing final {
     const ImportProgress& progress_;
     std::unordered_map<int, std::string> areaNames_;
 };
+
+/// The areas of a tree are found like those of a database, with the numbers of areas that are to be made.
+void TakeTree(CheckedImport& checked) {
+    if (checked.target.into != ImportInto::Template || checked.draft.areaTree.isEmpty()) return;
+    checked.tree = ReadAreaTree(checked.draft.areaTree);
+    AddTreeAreas(checked.tree, checked.items);
+    for (const TreeArea& area : checked.tree.areas) {
+        static_cast<void>(checked.newAreas.NumberOf(area.id));
+        checked.newAreaTexts.push_back({area.id, area.name, area.code, area.mapFile});
+    }
+}
 
 void CheckParent(const CheckedImport& checked) {
     const std::string parent = checked.draft.parentArea.toStdString();
@@ -333,8 +281,8 @@ ImportAdditions CheckedImport::Additions() const {
                               Texts(newAreas.Made()),
                               static_cast<std::int64_t>(items.footnotes.Made().size())};
     for (std::size_t i = 0; i < newAreaTexts.size(); ++i)
-        if (!newAreaTexts[i].second.empty())
-            additions.areas[static_cast<qsizetype>(i)] = QString::fromStdString(newAreaTexts[i].second);
+        if (!newAreaTexts[i].name.empty())
+            additions.areas[static_cast<qsizetype>(i)] = QString::fromStdString(newAreaTexts[i].name);
     return additions;
 }
 
@@ -347,21 +295,14 @@ std::unique_ptr<CheckedImport> CheckImport(const QString& file, const ImportDraf
     checked->fileMark = CheckedImport::MarkOf(file);
     checked->baseMark = CheckedImport::MarkOf(target.base);
     checked->items = ReadTargetItems(target.base, target.Suffix());
+    TakeTree(*checked);
     CheckParent(*checked);
-    checked->stage = std::make_unique<ImportStage>(target.base);
+    checked->stage = std::make_unique<ImportStage>(target.ComparesValues() ? target.base : QString());
     Reading(*checked, progress).Run();
     checked->stage->Finish();
     if (progress) progress(70);
     Comparing(*checked, progress).Run(checked->counts.rows * std::max(draft.ValueColumns(), 1));
     return checked;
-}
-
-QString TextOf(Refusal why) {
-    static constexpr std::array<const char*, kRefusals> keys{
-        "TS_RefusedRow",    "TS_RefusedRagged",  "TS_RefusedNumber",  "TS_RefusedLacks",
-        "TS_RefusedPeriod", "TS_RefusedDay",     "TS_RefusedArea",    "TS_RefusedShared",
-        "TS_RefusedByUser", "TS_RefusedTooLong", "TS_RefusedTooMany", "TS_RefusedDouble"};
-    return PlainText(QLatin1String(keys[static_cast<std::size_t>(why)]));
 }
 
 } // namespace tessaro

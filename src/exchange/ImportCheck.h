@@ -1,7 +1,9 @@
 #pragma once
 
+#include "exchange/AreaTree.h"
 #include "exchange/ImportDraft.h"
 #include "exchange/ImportStage.h"
+#include "exchange/RowRules.h"
 #include "exchange/TargetItems.h"
 
 #include <QDateTime>
@@ -28,27 +30,11 @@ struct ImportTarget {
     QString base;     ///< the database that the work starts from, as the engine opens it; the template for Template
     QString file;     ///< the database that is made, or changed
     QString language; ///< "English [en]": whose names are looked for first, and of new items
+    QString mapsFolder = {}; ///< takes the map of an area tree; empty: the folder of the program
 
     [[nodiscard]] QString Suffix() const; ///< "_en"
     [[nodiscard]] bool ComparesValues() const { return into == ImportInto::Copy || into == ImportInto::Itself; }
 };
-
-/// Why a value is not taken over.
-enum class Refusal {
-    BadRow,    ///< bytes of another encoding, an open quotation mark, too many fields, a file that is cut
-    RaggedRow, ///< more or fewer fields than the heads
-    BadNumber,
-    LacksName, ///< a period, area, indicator, unit, subgroup or source is missing
-    BadPeriod,
-    DayForPeriod, ///< a date that a spreadsheet may have made
-    UnknownArea,
-    SharedArea, ///< several areas have the name
-    AreaLeftOut,
-    TooLong,
-    TooManyNames,
-    Double
-};
-constexpr int kRefusals = 12;
 
 struct RefusedValue {
     std::int64_t row = 0;
@@ -89,6 +75,14 @@ struct ImportAdditions {
     std::int64_t footnotes = 0;
 };
 
+/// What is told of an area that is to be made; empty where nothing is.
+struct NewAreaTexts {
+    std::string id;
+    std::string name;
+    std::string code; ///< of an area of a tree: what its file calls it
+    std::string mapFile;
+};
+
 /// The outcome of a check: nothing is written yet, and all is ready for it.
 struct CheckedImport {
     /// The lists hold so many entries; the counts are of all.
@@ -102,8 +96,9 @@ struct CheckedImport {
     std::vector<ChangedValue> changed;
     std::vector<UnknownArea> unknownAreas;
     TargetItems items;
-    ItemNames newAreas;                                            ///< those to be made, by id or name: numbers below 0
-    std::vector<std::pair<std::string, std::string>> newAreaTexts; ///< id and name of each, empty where not told
+    ItemNames newAreas;                     ///< those to be made, by id or name: numbers below 0
+    std::vector<NewAreaTexts> newAreaTexts; ///< of each of them
+    AreaTree tree;                          ///< its areas are the first of them
     std::unique_ptr<ImportStage> stage;
 
     [[nodiscard]] ImportAdditions Additions() const;
@@ -131,7 +126,5 @@ using ImportProgress = std::function<void(int percent)>;
 [[nodiscard]] std::unique_ptr<CheckedImport> CheckImport(const QString& file, const ImportDraft& draft,
                                                          const ImportTarget& target,
                                                          const ImportProgress& progress = {});
-/// A reason in the language of the program.
-[[nodiscard]] QString TextOf(Refusal why);
 
 } // namespace tessaro

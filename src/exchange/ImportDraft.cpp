@@ -86,6 +86,7 @@ DraftLines LinesOf(ImportDraft& draft) {
         TextLine("class", draft.indicatorClass),
         FlagLine("makes-areas", draft.makesAreas),
         TextLine("parent-area", draft.parentArea),
+        TextLine("area-tree", draft.areaTree),
         ListLine<AreaChoice>("area", draft.areas, ChoiceText, ChoiceFrom),
     };
     static constexpr std::array<const char*, kRoles> constants{

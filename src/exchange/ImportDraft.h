@@ -60,6 +60,7 @@ struct ImportDraft {
     bool makesAreas = false; ///< areas that the database lacks are made
     QString parentArea;      ///< under this AreaID; empty: at the top
     std::vector<AreaChoice> areas;
+    QString areaTree; ///< a file with the areas of a new database: see ReadAreaTree
 
     bool operator==(const ImportDraft&) const = default;
 

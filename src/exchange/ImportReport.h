@@ -17,6 +17,7 @@ struct ImportTable {
     QStringList heads;
     std::size_t rows = 0;
     std::function<QStringList(std::size_t)> row;
+    std::function<bool(std::size_t)> isRefused = {}; ///< rows that are shown as such; none when not given
 };
 
 /// The report of a check: the counts, what would be made, which values change, which rows are refused and why, and the

@@ -9,11 +9,13 @@
 #include "exchange/Comparison.h"
 #include "exchange/ImportUndo.h"
 #include "exchange/NewAreas.h"
+#include "exchange/TreeMap.h"
 #include "jet/engine/BulkLoad.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
+#include "session/Session.h"
 
 #include <QFile>
 
@@ -25,6 +27,7 @@ namespace tessaro {
 
 namespace {
 
+constexpr std::size_t kLongestCode = 60; ///< of the column AreaGId
 constexpr int kValuesBetweenProgress = 8192;
 constexpr std::int64_t kManyValues = 200'000; ///< with so many new ones the indexes are better made anew
 
@@ -48,7 +51,8 @@ class Numbers final {
 /// Makes what the values refer to and the database lacks.
 class ListWriter final {
   public:
-    ListWriter(TargetDatabase& database, CheckedImport& checked) : database_(database), checked_(checked) {}
+    ListWriter(TargetDatabase& database, CheckedImport& checked, const QString& map)
+        : database_(database), checked_(checked), map_(map) {}
 
     void Run() {
         database_.connection().Begin();
@@ -110,15 +114,28 @@ class ListWriter final {
         }
     }
 
+    /// The code in the file of a tree, by which the area is found again.
+    QString GIdOf(const NewAreaTexts& texts) {
+        const bool isCode = !texts.code.empty() && texts.code.size() <= kLongestCode && texts.code.front() != '-';
+        return isCode ? QString::fromStdString(texts.code) : database_.NewGId();
+    }
+
+    [[nodiscard]] QString MapOf(const NewArea& area, const NewAreaTexts& texts) const {
+        const bool isOfTree = area.number < 0 && static_cast<std::size_t>(-area.number) <= checked_.tree.areas.size();
+        return isOfTree && !map_.isEmpty() ? map_ : QString::fromStdString(texts.mapFile);
+    }
+
     void MakeAreas() {
         qint64 number = database_.NewNIdInLanguages(QStringLiteral("AreaNId"), QStringLiteral("Area"));
         for (const NewArea& area : PlanNewAreas(checked_)) {
-            const QString gid = database_.NewGId();
+            const NewAreaTexts texts =
+                area.number < 0 ? checked_.newAreaTexts[static_cast<std::size_t>(-area.number) - 1] : NewAreaTexts();
             database_.Run(
-                QStringLiteral("INSERT INTO %1 (AreaGId, AreaNId, AreaID, AreaName, AreaLevel) VALUES(%2,%3,%4,%5)")
-                    .arg(database_.InLanguage(QStringLiteral("Area")), Quoted(gid), QString::number(number),
+                QStringLiteral(
+                    "INSERT INTO %1 (AreaGId, AreaNId, AreaID, AreaName, AreaLevel, MapFile) VALUES(%2,%3,%4,%5,%6)")
+                    .arg(database_.InLanguage(QStringLiteral("Area")), Quoted(GIdOf(texts)), QString::number(number),
                          QuotedList({QString::fromStdString(area.id), QString::fromStdString(area.name)}),
-                         QString::number(area.Level())));
+                         QString::number(area.Level()), Quoted(MapOf(area, texts))));
             if (area.number < 0) areas.Set(area.number, number);
             ++number;
         }
@@ -126,6 +143,7 @@ class ListWriter final {
 
     TargetDatabase& database_;
     CheckedImport& checked_;
+    QString map_; ///< of the areas of a tree that comes from a shapefile
     GIds indicatorGIds_;
     GIds unitGIds_;
     GIds subgroupGIds_;
@@ -147,7 +165,7 @@ class ValueWriter final {
         jet::BulkLoad load(database_.connection().path());
         load.Into("Data", {"RowNId", "TimePeriodNId", "IUSNId", "AreaNId", "SourceNId", "FootnoteNId", "Datavalue"},
                   jet::BulkLoad::SameKey::Replaces);
-        Comparison comparison(*checked_.stage, checked_.target.ComparesValues());
+        Comparison comparison(*checked_.stage);
         ComparedValue one;
         const std::int64_t all = std::max<std::int64_t>(checked_.counts.fresh + checked_.counts.changed, 1);
         for (std::int64_t written = 0; comparison.Next(one);) {
@@ -195,7 +213,7 @@ QString WhatWasDone(const CheckedImport& checked) {
                                                        QString::number(checked.counts.changed)});
 }
 
-void Fill(CheckedImport& checked, const QString& path, const ImportProgress& progress) {
+void Fill(CheckedImport& checked, const QString& path, const QString& map, const ImportProgress& progress) {
     TargetDatabase database(path, checked.target.Suffix());
     database.AddLaterTables();
     if (checked.target.into == ImportInto::Template)
@@ -204,7 +222,7 @@ void Fill(CheckedImport& checked, const QString& path, const ImportProgress& pro
     const bool many = checked.counts.fresh > kManyValues;
     // A database of another maker has other indexes, which then stay.
     const bool unindexed = many && ErrorTrap("WriteImport").Try([&] { schema::UnindexData(database.connection()); });
-    ListWriter lists(database, checked);
+    ListWriter lists(database, checked, map);
     lists.Run();
     if (progress) progress(10);
     ValueWriter(database, checked, lists).Run(progress);
@@ -214,9 +232,9 @@ void Fill(CheckedImport& checked, const QString& path, const ImportProgress& pro
     database.LogAction(checked.target.file, WhatWasDone(checked));
 }
 
-void Make(CheckedImport& checked, const QString& path, const ImportProgress& progress) {
+void Make(CheckedImport& checked, const QString& path, const QString& map, const ImportProgress& progress) {
     MakeStart(checked, path);
-    Fill(checked, path, progress);
+    Fill(checked, path, map, progress);
     const auto marking = [&](int percent) {
         if (progress) progress(65 + percent / 4);
     };
@@ -233,6 +251,12 @@ QString Refused(const CheckedImport& checked) {
     if (isItself && !IsSameFile(checked.target.file, checked.target.base))
         return FilledText(QStringLiteral("TS_ImportJetFile"), {});
     return {};
+}
+
+QString MapsFolderOf(const ImportTarget& target) {
+    if (!target.mapsFolder.isEmpty()) return target.mapsFolder;
+    return FolderOf(
+        WritablePlace(JoinPath({AppPath, QStringLiteral("Maps"), QStringLiteral("New.shp")}), AppPath, CacheFolder));
 }
 
 bool PutInto(UnfinishedDatabase& unfinished, const CheckedImport& checked) {
@@ -252,8 +276,10 @@ WrittenImport WriteImport(CheckedImport& checked, const ImportProgress& progress
     bool put = false;
     const bool made = trap.Try([&] {
         try {
-            Make(checked, unfinished.Path(), progress);
+            TreeMap map(checked.tree, MapsFolderOf(checked.target));
+            Make(checked, unfinished.Path(), map.Name(), progress);
             put = PutInto(unfinished, checked);
+            if (put) map.Keep();
         } catch (const ImportGivenUp&) {
             givenUp = true;
         }

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/DataTable.h"
 #include "exchange/ChoiceTableModel.h"
+#include "exchange/TextTableModel.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -10,6 +11,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSpinBox>
 
 #include <algorithm>
@@ -41,12 +43,12 @@ MappingPage::MappingPage(QWidget* parent) : QWidget(parent) {
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(24, 16, 24, 16);
     outer->setSpacing(12);
-    MakeTable(*outer);
-    auto* below = new QHBoxLayout;
-    below->setSpacing(24);
-    below->addWidget(MakeRows());
-    below->addWidget(MakeConstants(), 1);
-    outer->addLayout(below);
+    auto* above = new QHBoxLayout;
+    above->setSpacing(24);
+    above->addWidget(MakeTable(), 3);
+    above->addWidget(MakeSettings(), 2);
+    outer->addLayout(above, 3);
+    outer->addWidget(MakePreview(), 2);
     auto* buttons = new QHBoxLayout;
     QPushButton* const keep = MakeButton(this, "cmdKeepMapping", "TS_MappingKeep");
     QPushButton* const use = MakeButton(this, "cmdUseMapping", "TS_MappingUse");
@@ -58,7 +60,7 @@ MappingPage::MappingPage(QWidget* parent) : QWidget(parent) {
     connect(use, &QPushButton::clicked, this, &MappingPage::UseMapping);
 }
 
-void MappingPage::MakeTable(QVBoxLayout& outer) {
+QWidget* MappingPage::MakeTable() {
     auto* table = new DataTable(this);
     table->setObjectName(QStringLiteral("grdColumns"));
     table->setAccessibleName(PlainText(QStringLiteral("TS_MappingColumns")));
@@ -66,8 +68,63 @@ void MappingPage::MakeTable(QVBoxLayout& outer) {
     table->setModel(columns_);
     table->setItemDelegate(new ChoiceDelegate(table));
     table->setEditTriggers(QAbstractItemView::AllEditTriggers);
-    table->SetColumnWishes({{.text = 200, .weight = 2}, {.text = 400, .weight = 3, .takesRest = true}, {.text = 180}});
-    outer.addWidget(table, 1);
+    table->SetColumnWishes({{.text = 200, .weight = 2}, {.text = 300, .weight = 3, .takesRest = true}, {.text = 160}});
+    connect(columns_, &ChoiceTableModel::Chosen, this, &MappingPage::Changed);
+    return table;
+}
+
+/// Where the rows are, and the texts for all of them. On a small screen they scroll.
+QWidget* MappingPage::MakeSettings() {
+    auto* area = new QScrollArea(this);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    auto* inner = new QWidget(area);
+    auto* column = new QVBoxLayout(inner);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(MakeRows());
+    column->addWidget(MakeConstants());
+    column->addStretch();
+    area->setWidget(inner);
+    return area;
+}
+
+QWidget* MappingPage::MakePreview() {
+    auto* table = new DataTable(this);
+    table->setObjectName(QStringLiteral("grdPreview"));
+    table->setAccessibleName(PlainText(QStringLiteral("TS_PreviewTitle")));
+    table->SetHint(GetText(QStringLiteral("TS_PreviewNothing")));
+    preview_ = new TextTableModel(this);
+    table->setModel(preview_);
+    table->verticalHeader()->hide(); // the first column has the rows of the file
+    table->SetColumnWishes({{.text = 50},
+                            {.text = 60},
+                            {.text = 70},
+                            {.text = 110, .weight = 1},
+                            {.text = 120, .weight = 1},
+                            {.text = 70},
+                            {.text = 70},
+                            {.text = 80},
+                            {.text = 80},
+                            {.text = 70},
+                            {.text = 280, .weight = 4, .takesRest = true}});
+    return table;
+}
+
+void MappingPage::ShowPreview(const std::vector<PreviewedValue>& values) {
+    QStringList heads{PlainText(QStringLiteral("TS_ReportRow"))};
+    for (std::size_t role = At(Role::Time); role < kRoles; ++role)
+        heads << CaptionOf(static_cast<Role>(role));
+    heads << PlainText(QStringLiteral("TS_PreviewRemark"));
+    preview_->Show({{},
+                    heads,
+                    values.size(),
+                    [values](std::size_t at) {
+                        QStringList texts{QLocale::system().toString(static_cast<qlonglong>(values[at].row))};
+                        for (std::size_t role = At(Role::Time); role < kRoles; ++role)
+                            texts << values[at].texts[role];
+                        return texts << values[at].remark;
+                    },
+                    [values](std::size_t at) { return values[at].isRefused; }});
 }
 
 QSpinBox* MappingPage::AddSpin(QFormLayout& form, const char* name, const char* key, int most) {
@@ -95,10 +152,12 @@ QWidget* MappingPage::MakeRows() {
                                     .replace(QLatin1String("%1"), QLocale().toString(int(row) + 1));
         box->setAccessibleName(caption);
         rowsForm_->addRow(caption, box);
+        connect(box, &QComboBox::activated, this, &MappingPage::Changed);
         headTells_[row] = box;
     }
     spnLast_ = AddSpin(*rowsForm_, "spnLast", "TS_MappingLast", kMostRows);
     spnLast_->setSpecialValueText(PlainText(QStringLiteral("TS_MappingToEnd")));
+    connect(spnLast_, &QSpinBox::valueChanged, this, &MappingPage::Changed);
     return rows;
 }
 
@@ -112,6 +171,7 @@ QWidget* MappingPage::MakeConstants() {
         field->setMaxLength(255);
         field->setAccessibleName(caption);
         form->addRow(caption, field);
+        connect(field, &QLineEdit::textEdited, this, &MappingPage::Changed);
         return field;
     };
     for (const Role role : kConstants) {
@@ -133,11 +193,12 @@ void MappingPage::ShowDraft(const ImportDraft& draft, const QStringList& samples
     columns_->Show({PlainText(QStringLiteral("TS_MappingColumn")), PlainText(QStringLiteral("TS_MappingTexts")),
                     PlainText(QStringLiteral("TS_MappingMeans"))},
                    std::move(rows));
-    for (QSpinBox* spin : {spnSkipped_, spnHeads_}) {
+    const std::pair<QSpinBox*, int> counts[] = {
+        {spnSkipped_, draft.skippedRows}, {spnHeads_, draft.headRows}, {spnLast_, draft.lastRow}};
+    for (const auto& [spin, count] : counts) {
         const QSignalBlocker quiet(spin);
-        spin->setValue(spin == spnSkipped_ ? draft.skippedRows : draft.headRows);
+        spin->setValue(count);
     }
-    spnLast_->setValue(draft.lastRow);
     for (std::size_t row = 0; row < kMostHeadRows; ++row) {
         rowsForm_->setRowVisible(headTells_[row], static_cast<int>(row) < draft.headRows);
         headTells_[row]->setCurrentIndex(row < draft.headTells.size() ? static_cast<int>(draft.headTells[row]) : 0);

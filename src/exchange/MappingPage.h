@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange/ImportDraft.h"
+#include "exchange/RowPreview.h"
 
 #include <QWidget>
 
@@ -15,6 +16,7 @@ class QSpinBox;
 namespace tessaro {
 
 class ChoiceTableModel;
+class TextTableModel;
 
 /// What the columns of a file and its head rows mean, and the texts for what no column tells.
 class MappingPage final : public QWidget {
@@ -28,15 +30,21 @@ class MappingPage final : public QWidget {
     /// `samples` are the first texts of each column.
     void ShowDraft(const ImportDraft& draft, const QStringList& samples);
     void TakeInto(ImportDraft& draft) const;
+    /// The first values as the draft says that they are understood.
+    void ShowPreview(const std::vector<PreviewedValue>& values);
 
   Q_SIGNALS:
     /// Other rows are the heads: the columns are to be shown anew.
     void RowsChanged();
+    /// Something else has been changed.
+    void Changed();
     void KeepMapping();
     void UseMapping();
 
   private:
-    void MakeTable(class QVBoxLayout& outer);
+    QWidget* MakeTable();
+    QWidget* MakeSettings();
+    QWidget* MakePreview();
     QWidget* MakeRows();
     QWidget* MakeConstants();
     QSpinBox* AddSpin(QFormLayout& form, const char* name, const char* key, int most);
@@ -50,6 +58,7 @@ class MappingPage final : public QWidget {
     QLineEdit* txtSector_;
     QLineEdit* txtClass_;
     QFormLayout* rowsForm_;
+    TextTableModel* preview_;
 };
 
 } // namespace tessaro

@@ -1,6 +1,7 @@
 #include "exchange/NewAreas.h"
 
 #include "database/AreaIds.h"
+#include "exchange/AreaTree.h"
 #include "jet/values/Collation.h"
 
 #include <algorithm>
@@ -11,13 +12,6 @@ namespace tessaro {
 namespace {
 
 constexpr std::size_t kLevelWidth = schema::kCharactersPerLevel;
-constexpr std::size_t kLongestOwnId = 30; // ten levels; a longer text is no id of a tree
-
-bool IsTreeId(const std::string& id) {
-    return !id.empty() && id.size() % kLevelWidth == 0 && id.size() <= kLongestOwnId &&
-           std::ranges::all_of(
-               id, [](char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); });
-}
 
 class Planner final {
   public:
@@ -25,23 +19,23 @@ class Planner final {
         : checked_(checked), parent_(checked.draft.parentArea.toStdString()) {
         for (const TargetArea& area : checked.items.areas)
             used_.insert(jet::Folded(area.id));
-        for (const auto& [id, name] : checked.newAreaTexts)
-            if (IsTreeId(id)) told_.emplace(jet::Folded(id), name);
+        for (const NewAreaTexts& texts : checked.newAreaTexts)
+            if (IsTreeId(texts.id)) told_.emplace(jet::Folded(texts.id), texts.name);
     }
 
     std::vector<NewArea> Plan() {
         std::vector<int> later;
         for (std::size_t i = 0; i < checked_.newAreaTexts.size(); ++i) {
             const int number = -static_cast<int>(i) - 1;
-            const auto& [id, name] = checked_.newAreaTexts[i];
-            if (IsTreeId(id))
-                Add(number, id, name);
+            const NewAreaTexts& texts = checked_.newAreaTexts[i];
+            if (IsTreeId(texts.id))
+                Add(number, texts.id, texts.name);
             else
                 later.push_back(number);
         }
         for (const int number : later) {
-            const auto& [id, name] = checked_.newAreaTexts[static_cast<std::size_t>(-number) - 1];
-            Add(number, NextFreeId(), name.empty() ? id : name);
+            const NewAreaTexts& texts = checked_.newAreaTexts[static_cast<std::size_t>(-number) - 1];
+            Add(number, NextFreeId(), texts.name.empty() ? texts.id : texts.name);
         }
         std::ranges::stable_sort(areas_, {}, [](const NewArea& area) { return area.id.size(); });
         return std::move(areas_);

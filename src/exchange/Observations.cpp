@@ -115,13 +115,29 @@ bool Observations::ReadRow(Observation& next) {
     next.fault = row_.fault;
     next.isRagged = row_.fault == RowFault::None && IsRagged();
     nextValue_ = next.fault != RowFault::None || next.isRagged ? values_.size() : 0;
+    if (nextValue_ == 0) TellRow();
+    return true;
+}
+
+/// Texts of several columns of one role stand behind each other.
+void Observations::TellRow() {
+    std::array<bool, kRoles> told{};
     for (std::size_t i = 0; i < kRoles; ++i)
         rowTexts_[i] = constants_[i];
-    if (nextValue_ == 0)
-        for (const auto& [column, role] : tellers_)
-            if (const std::string_view text = WithoutBlanks(row_.fields[column]); !text.empty())
-                rowTexts_[At(role)] = text;
-    return true;
+    for (const auto& [column, role] : tellers_) {
+        const std::string_view text = WithoutBlanks(row_.fields[column]);
+        if (text.empty()) continue;
+        std::string_view& all = rowTexts_[At(role)];
+        if (told[At(role)]) {
+            std::string& joined = joined_[At(role)];
+            if (all.data() != joined.data()) joined.assign(all);
+            joined.append(role == Role::Time ? " " : ", ").append(text);
+            all = joined;
+        } else {
+            all = text;
+        }
+        told[At(role)] = true;
+    }
 }
 
 bool Observations::Next(Observation& next) {

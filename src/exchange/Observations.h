@@ -49,6 +49,7 @@ class Observations final {
     };
 
     bool ReadRow(Observation& next);
+    void TellRow();
     [[nodiscard]] bool IsRagged() const;
 
     TableReader& reader_;
@@ -59,6 +60,7 @@ class Observations final {
     std::vector<ValueColumn> values_;
     std::array<std::string, kRoles> constants_;
     std::array<std::string_view, kRoles> rowTexts_;
+    std::array<std::string, kRoles> joined_; ///< texts of several columns of one role
     TableRow row_;
     std::size_t nextValue_ = 0;
     std::int64_t rows_ = 0;

@@ -15,7 +15,7 @@ struct PeriodForm {
     const char* written; ///< with %1, %2 … for what is in brackets
 };
 
-const std::array<PeriodForm, 11>& Forms() {
+const std::array<PeriodForm, 12>& Forms() {
     const auto form = [](const char* looks, const char* written) {
         return PeriodForm{
             QRegularExpression(QRegularExpression::anchoredPattern(
@@ -26,8 +26,9 @@ const std::array<PeriodForm, 11>& Forms() {
                                QRegularExpression::CaseInsensitiveOption),
             written};
     };
-    static const std::array<PeriodForm, 11> forms{
+    static const std::array<PeriodForm, 12> forms{
         form("YEAR", "%1"),
+        form("YEAR\\s*\\[YR[0-9]{4}\\]", "%1"),
         form("YEAR\\s*[-\u2013]\\s*YEAR", "%1-%2"),
         form("YEAR[-./ ]?Q([1-4])", "%1.Q%2"),
         form("Q([1-4])[-./ ]?YEAR", "%2.Q%1"),

@@ -56,10 +56,7 @@ SourcePage::SourcePage(QWidget* parent) : QWidget(parent), form_(new QFormLayout
     txtFile_->setObjectName(QStringLiteral("txtFile"));
     txtFile_->setReadOnly(true);
     txtFile_->setAccessibleName(PlainText(QStringLiteral("TS_ImportFile")));
-    auto* browse = new QPushButton(this);
-    browse->setObjectName(QStringLiteral("cmdBrowse"));
-    browse->setAutoDefault(false);
-    SetCaption(browse, QStringLiteral("TS_ImportBrowse"));
+    QPushButton* const browse = MakeButton("cmdBrowse", "TS_ImportBrowse");
     fileRow->addWidget(txtFile_);
     fileRow->addWidget(browse);
     form_->addRow(PlainText(QStringLiteral("TS_ImportFile")), fileRow);
@@ -69,6 +66,7 @@ SourcePage::SourcePage(QWidget* parent) : QWidget(parent), form_(new QFormLayout
     cmbDecimal_ = AddBox(*form_, "cmbDecimal", "TS_ImportDecimal", Shown(kDecimals));
     cmbThousands_ = AddBox(*form_, "cmbThousands", "TS_ImportThousands", Shown(kThousands));
     MakeTargets(*form_);
+    MakeTree(*form_);
     table_ = new DataTable(this);
     table_->setObjectName(QStringLiteral("grdRows"));
     table_->setAccessibleName(PlainText(QStringLiteral("TS_ImportRows")));
@@ -77,6 +75,14 @@ SourcePage::SourcePage(QWidget* parent) : QWidget(parent), form_(new QFormLayout
     table_->setModel(rows_);
     outer->addWidget(table_, 1);
     connect(browse, &QPushButton::clicked, this, &SourcePage::Browse);
+}
+
+QPushButton* SourcePage::MakeButton(const char* name, const char* key) {
+    auto* button = new QPushButton(this);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    SetCaption(button, QLatin1String(key));
+    return button;
 }
 
 QComboBox* SourcePage::AddBox(QFormLayout& form, const char* name, const char* key, const QStringList& texts) {
@@ -102,6 +108,34 @@ void SourcePage::MakeTargets(QFormLayout& form) {
     }
     form.addRow(PlainText(QStringLiteral("TS_ImportInto")), column);
     SetInto(ImportInto::Copy);
+}
+
+/// Where the areas of a new database come from.
+void SourcePage::MakeTree(QFormLayout& form) {
+    treeRow_ = new QWidget(this);
+    auto* row = new QHBoxLayout(treeRow_);
+    row->setContentsMargins(0, 0, 0, 0);
+    txtAreaTree_ = new QLineEdit(treeRow_);
+    txtAreaTree_->setObjectName(QStringLiteral("txtAreaTree"));
+    txtAreaTree_->setClearButtonEnabled(true);
+    txtAreaTree_->setPlaceholderText(PlainText(QStringLiteral("TS_TreeNone")));
+    txtAreaTree_->setAccessibleName(PlainText(QStringLiteral("TS_TreeFile")));
+    QPushButton* const browse = MakeButton("cmdAreaTree", "TS_TreeBrowse");
+    row->addWidget(txtAreaTree_);
+    row->addWidget(browse);
+    form.addRow(PlainText(QStringLiteral("TS_TreeFile")), treeRow_);
+    form.setRowVisible(treeRow_, Into() == ImportInto::Template);
+    connect(browse, &QPushButton::clicked, this, &SourcePage::BrowseTree);
+    connect(targets_[static_cast<std::size_t>(ImportInto::Template)], &QRadioButton::toggled, this,
+            [this](bool isNew) { form_->setRowVisible(treeRow_, isNew); });
+}
+
+QString SourcePage::AreaTree() const {
+    return Into() == ImportInto::Template ? txtAreaTree_->text().trimmed() : QString();
+}
+
+void SourcePage::SetAreaTree(const QString& file) {
+    txtAreaTree_->setText(file);
 }
 
 QString SourcePage::File() const {

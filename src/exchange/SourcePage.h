@@ -9,6 +9,7 @@
 class QComboBox;
 class QFormLayout;
 class QLineEdit;
+class QPushButton;
 class QRadioButton;
 
 namespace tessaro {
@@ -26,6 +27,9 @@ class SourcePage final : public QWidget {
     [[nodiscard]] QString File() const;
     void SetFile(const QString& file);
     [[nodiscard]] ImportInto Into() const;
+    /// The file with the areas of a new database; empty for none, and for other databases.
+    [[nodiscard]] QString AreaTree() const;
+    void SetAreaTree(const QString& file);
     void SetInto(ImportInto into);
     /// Without an open database only a new one can be made; one of another maker can't be changed.
     void SetDatabase(bool isOpen, bool mayChange);
@@ -36,14 +40,19 @@ class SourcePage final : public QWidget {
 
   Q_SIGNALS:
     void Browse();
+    void BrowseTree();
     /// Another way to read the file was chosen.
     void Changed();
 
   private:
     QComboBox* AddBox(QFormLayout& form, const char* name, const char* key, const QStringList& texts);
     void MakeTargets(QFormLayout& form);
+    void MakeTree(QFormLayout& form);
+    QPushButton* MakeButton(const char* name, const char* key);
 
     QLineEdit* txtFile_;
+    QLineEdit* txtAreaTree_;
+    QWidget* treeRow_;
     QComboBox* cmbSheet_;
     QComboBox* cmbEncoding_;
     QComboBox* cmbDelimiter_;

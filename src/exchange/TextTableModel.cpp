@@ -1,5 +1,6 @@
 #include "exchange/TextTableModel.h"
 
+#include "controls/Theme.h"
 #include "session/DisplayValue.h"
 
 namespace tessaro {
@@ -19,6 +20,9 @@ int TextTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant TextTableModel::data(const QModelIndex& index, int role) const {
+    if (role == Qt::ForegroundRole && index.isValid() && table_.isRefused &&
+        table_.isRefused(static_cast<std::size_t>(index.row())))
+        return theme::TextColor(Qt::darkRed);
     const bool isAlignment = role == Qt::TextAlignmentRole;
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole && !isAlignment)) return {};
     const QString text = table_.row(static_cast<std::size_t>(index.row())).value(index.column());

@@ -63,8 +63,10 @@ void frmImport::Form_Load() {
     AddStep(areas_ = new AreasPage, QStringLiteral("TS_PageAreas"));
     AddStep(check_ = new CheckPage, QStringLiteral("TS_PageCheck"));
     connect(source_, &SourcePage::Browse, this, &frmImport::cmdBrowse_Click);
+    connect(source_, &SourcePage::BrowseTree, this, &frmImport::cmdAreaTree_Click);
     connect(source_, &SourcePage::Changed, this, &frmImport::ReadAgain);
     connect(mapping_, &MappingPage::RowsChanged, this, &frmImport::LookAgain);
+    connect(mapping_, &MappingPage::Changed, this, &frmImport::ShowPreview);
     connect(mapping_, &MappingPage::KeepMapping, this, &frmImport::cmdKeepMapping_Click);
     connect(mapping_, &MappingPage::UseMapping, this, &frmImport::cmdUseMapping_Click);
     connect(check_, &CheckPage::SaveReport, this, &frmImport::cmdSaveReport_Click);
@@ -95,6 +97,13 @@ void frmImport::cmdBrowse_Click() {
                            QStringLiteral(" (*.csv *.txt *.tsv *.xls *.xlsx *.ods *.px *.json)");
     const QString file = AskForFile(this, {PlainText(QStringLiteral("TS_ImportTitle")), Documents(), filter});
     if (!file.isEmpty()) TakeFile(file);
+}
+
+void frmImport::cmdAreaTree_Click() {
+    const QString filter =
+        PlainText(QStringLiteral("TS_TreeFile")) + QStringLiteral(" (*.csv *.txt *.tsv *.xls *.xlsx *.ods *.shp)");
+    const QString file = AskForFile(this, {PlainText(QStringLiteral("TS_TreeFile")), Documents(), filter});
+    if (!file.isEmpty()) source_->SetAreaTree(file);
 }
 
 void frmImport::TakeFile(const QString& file) {
@@ -179,6 +188,23 @@ void frmImport::ShowSource() {
 
 void frmImport::ShowMapping() {
     mapping_->ShowDraft(draft_, SamplesOfColumns());
+    ShowPreview();
+}
+
+void frmImport::ShowPreview() {
+    const WaitPointer wait;
+    ImportDraft draft = draft_;
+    mapping_->TakeInto(draft);
+    std::vector<PreviewedValue> values;
+    const bool shown = Told([&] {
+        const ImportTarget target = TargetNow();
+        const QStringList of{target.base, source_->AreaTree()};
+        if (!preview_ || previewOf_ != of)
+            preview_ = std::make_unique<RowPreview>(target.base, target.Suffix(), source_->AreaTree());
+        previewOf_ = of;
+        values = preview_->Of(sample_, draft);
+    });
+    if (shown) mapping_->ShowPreview(values);
 }
 
 bool frmImport::MayGoForward() const {
@@ -194,7 +220,10 @@ QString frmImport::CancelQuestion() const {
 }
 
 bool frmImport::GoForward(int step) {
-    if (step == MappingStep) return true;
+    if (step == MappingStep) {
+        draft_.areaTree = source_->AreaTree();
+        return draft_.areaTree.isEmpty() || Told([this] { static_cast<void>(ReadAreaTree(draft_.areaTree)); });
+    }
     if (step == AreasStep) {
         mapping_->TakeInto(draft_);
         if (const QString problem = ProblemOf(draft_); !problem.isEmpty()) {
@@ -285,6 +314,7 @@ void frmImport::cmdUseMapping_Click() {
     const bool read = Told([&] { sample_ = SampleOf(*OpenSource(source_->File(), draft)); });
     if (!read) return;
     draft_ = std::move(draft);
+    source_->SetAreaTree(draft_.areaTree);
     ShowSource();
     ShowMapping();
 }

@@ -3,6 +3,7 @@
 #include "exchange/DraftGuess.h"
 #include "exchange/ImportReport.h"
 #include "exchange/ImportWriter.h"
+#include "exchange/RowPreview.h"
 #include "wizards/WizardFrame.h"
 
 namespace tessaro {
@@ -41,6 +42,7 @@ class frmImport final : public WizardFrame {
 
     void Form_Load();
     void cmdBrowse_Click();
+    void cmdAreaTree_Click();
     void cmdKeepMapping_Click();
     void cmdUseMapping_Click();
     void cmdSaveReport_Click();
@@ -50,6 +52,7 @@ class frmImport final : public WizardFrame {
     void LookAgain();
     void ShowSource();
     void ShowMapping();
+    void ShowPreview();
     [[nodiscard]] QStringList SamplesOfColumns() const;
     [[nodiscard]] ImportTable SampleTable() const;
     [[nodiscard]] bool Check();
@@ -65,6 +68,8 @@ class frmImport final : public WizardFrame {
     QStringList sheets_;
     FileSample sample_;
     ImportDraft draft_;
+    std::unique_ptr<RowPreview> preview_; ///< of values that go into previewOf_
+    QStringList previewOf_;               ///< the database and the area tree that it was made for
     std::unique_ptr<CheckedImport> checked_;
     QString written_;
 };

@@ -1,6 +1,7 @@
 #include "formats/CsvLook.h"
 
 #include "formats/Encodings.h"
+#include "formats/KeyedTable.h"
 
 #include <algorithm>
 #include <map>
@@ -41,6 +42,8 @@ char FindDelimiter(const std::string& beginning) {
     // The last line may be cut.
     const std::size_t end = beginning.rfind('\n');
     const std::string text = end == std::string::npos ? beginning : beginning.substr(0, end + 1);
+    if (const std::size_t tab = text.find('\t'); tab != std::string::npos && IsKeyHead(text.substr(0, tab)))
+        return '\t';
     char found = ',';
     Cut best;
     for (const char delimiter : {',', ';', '\t', '|'}) {
@@ -62,7 +65,9 @@ CsvForm FindCsvForm(const QString& path) {
 }
 
 std::unique_ptr<TableReader> OpenCsv(const QString& path, const CsvForm& form) {
-    return std::make_unique<CsvReader>(std::make_unique<TextFile>(path, form.encoding), form.delimiter);
+    auto reader = std::make_unique<CsvReader>(std::make_unique<TextFile>(path, form.encoding), form.delimiter);
+    if (form.delimiter != '\t') return reader;
+    return std::make_unique<KeyedTable>(std::move(reader));
 }
 
 } // namespace tessaro

@@ -25,7 +25,7 @@ bool HasBadText(const TableRow& row) {
 bool CsvReader::Next(TableRow& row) {
     while (ReadRow(row)) {
         if (row.fault == RowFault::None && IsBlank(row)) continue;
-        if (row.fault == RowFault::None && HasBadText(row)) row.fault = RowFault::BadText;
+        if (row.fault == RowFault::None && mayBeBad_ && HasBadText(row)) row.fault = RowFault::BadText;
         return true;
     }
     return false;
@@ -35,6 +35,8 @@ bool CsvReader::Fill() {
     if (at_ < piece_.size()) return true;
     at_ = 0;
     if (!text_->Read(piece_)) piece_.clear();
+    isPieceBad_ = piece_.find('\0') != std::string::npos || piece_.find(kReplacement) != std::string::npos;
+    mayBeBad_ = mayBeBad_ || isPieceBad_;
     return !piece_.empty();
 }
 
@@ -44,6 +46,7 @@ bool CsvReader::ReadRow(TableRow& row) {
     passesNewline_ = false;
     if (stopped_ || !Fill()) return false;
     row.number = line_;
+    mayBeBad_ = isPieceBad_;
     while (ReadField(row) == After::Field) {
     }
     return true;

@@ -37,6 +37,8 @@ class CsvReader final : public TableReader {
     char delimiter_;
     std::string piece_;
     std::size_t at_ = 0;
+    bool isPieceBad_ = false; ///< the piece has signs that stand for unreadable bytes
+    bool mayBeBad_ = false;   ///< one of the pieces that the row lies in has
     std::int64_t line_ = 1;
     bool stopped_ = false;
     bool passesNewline_ = false; ///< the "\n" of "\r\n" is still to come

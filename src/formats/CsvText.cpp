@@ -35,6 +35,25 @@ QString WithoutFormula(const QString& text) {
     return marked ? QLatin1Char('\'') + text : text;
 }
 
+QByteArray CsvWriter::Line(const QStringList& fields) {
+    constexpr qsizetype most = 8192; // texts that are kept of a column
+    known_.resize(std::max(known_.size(), static_cast<std::size_t>(fields.size())));
+    QByteArray line;
+    for (qsizetype column = 0; column < fields.size(); ++column) {
+        if (column > 0) line += ',';
+        QHash<QString, QByteArray>& known = known_[static_cast<std::size_t>(column)];
+        const auto found = known.constFind(fields[column]);
+        if (found != known.constEnd()) {
+            line += *found;
+            continue;
+        }
+        const QByteArray field = Quoted(WithoutFormula(fields[column]), QLatin1Char(',')).toUtf8();
+        if (known.size() < most) known.insert(fields[column], field);
+        line += field;
+    }
+    return line += "\r\n";
+}
+
 QByteArray CsvLine(const QStringList& fields, char delimiter) {
     QStringList quoted;
     for (const QString& field : fields)

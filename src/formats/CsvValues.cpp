@@ -1,11 +1,10 @@
 #include "formats/CsvText.h"
+#include "formats/FilesBeside.h"
 #include "formats/ValueCube.h"
 #include "formats/ValueFile.h"
 #include "session/Strings.h"
 
 #include <QRegularExpression>
-
-#include <map>
 
 namespace tessaro {
 
@@ -20,13 +19,24 @@ QStringList Captions(std::initializer_list<const char*> keys) {
     return texts;
 }
 
+QByteArray LongHeads() {
+    return kMark + CsvLine(Captions({"Comm_Time", "Comm_Area Id", "Comm_Area Name", "Comm_Indicator", "Comm_Datavalue",
+                                     "Comm_Unit", "Subpop", "Comm_Source", "TS_RoleFootnote"}));
+}
+
+QStringList LongFields(const ValueRow& row) {
+    return {row.period, row.areaId,   row.areaName, row.indicator, row.value,
+            row.unit,   row.subgroup, row.source,   row.footnote};
+}
+
 /// Writes each row as the function makes it.
 bool SaveRows(const QString& file, const QByteArray& begin, const ValueTable& table,
               const std::function<QStringList(const ValueRow&)>& fields) {
     ValueFile out(file);
     out.Write(begin);
+    CsvWriter writer;
     for (int i = 0; i < table.count; ++i)
-        if (const std::optional<ValueRow> row = table.at(i)) out.Write(CsvLine(fields(*row)));
+        if (const std::optional<ValueRow> row = table.at(i)) out.Write(writer.Line(fields(*row)));
     return out.Finish();
 }
 
@@ -42,39 +52,48 @@ QString SdmxPeriod(const QString& period) {
 } // namespace
 
 bool SaveLongCsv(const QString& file, const ValueTable& table) {
-    const QByteArray heads =
-        kMark + CsvLine(Captions({"Comm_Time", "Comm_Area Id", "Comm_Area Name", "Comm_Indicator", "Comm_Datavalue",
-                                  "Comm_Unit", "Subpop", "Comm_Source", "TS_RoleFootnote"}));
-    return SaveRows(file, heads, table, [](const ValueRow& row) -> QStringList {
-        return {row.period, row.areaId,   row.areaName, row.indicator, row.value,
-                row.unit,   row.subgroup, row.source,   row.footnote};
-    });
+    return SaveRows(file, LongHeads(), table, LongFields);
+}
+
+ValueTable WithNotesIn(const ValueTable& table, QByteArray& notes) {
+    ValueTable noting = table;
+    noting.at = [&table, &notes](int number) {
+        std::optional<ValueRow> row = table.at(number);
+        if (row && !row->footnote.isEmpty()) notes += CsvLine(LongFields(*row));
+        return row;
+    };
+    return noting;
+}
+
+bool SaveNotes(const QString& file, const QByteArray& notes) {
+    if (notes.isEmpty()) return true;
+    ValueFile out(NameBeside(file, "notes"));
+    out.Write(LongHeads());
+    out.Write(notes);
+    return out.Finish();
 }
 
 bool SaveWideCsv(const QString& file, const ValueTable& table) {
-    const ValueCube cube = CubeOf(table);
-    std::map<std::array<int, ValueCube::kPeriod>, std::vector<const ValueCube::Cell*>> rows;
-    for (const ValueCube::Cell& cell : cube.cells) {
-        std::array<int, ValueCube::kPeriod> key{};
-        std::copy_n(cell.at.begin(), ValueCube::kPeriod, key.begin());
-        rows[key].push_back(&cell);
-    }
+    QByteArray notes;
+    const ValueCube cube = CubeOf(WithNotesIn(table, notes));
+    TellLosses(table, {.doubles = cube.losses.doubles});
     ValueFile out(file);
     const QStringList& periods = cube.dimensions[ValueCube::kPeriod].codes;
     out.Write(kMark + CsvLine(Captions({"Comm_Area Id", "Comm_Area Name", "Comm_Indicator", "Comm_Unit", "Subpop",
                                         "Comm_Source"}) +
                               periods));
-    for (const auto& [key, cells] : rows) {
-        QStringList fields{cube.dimensions[0].codes[key[0]]};
-        for (std::size_t dimension = 0; dimension < key.size(); ++dimension)
-            fields << cube.dimensions[dimension].labels[key[dimension]];
+    for (auto cell = cube.cells.begin(); cell != cube.cells.end();) {
+        const CubeRow row = RowOf(*cell);
+        QStringList fields{cube.dimensions[0].codes[row[0]]};
+        for (std::size_t dimension = 0; dimension < row.size(); ++dimension)
+            fields << cube.dimensions[dimension].labels[row[dimension]];
         const qsizetype first = fields.size();
         fields.resize(first + periods.size());
-        for (const ValueCube::Cell* const cell : cells)
+        for (; cell != cube.cells.end() && RowOf(*cell) == row; ++cell)
             fields[first + cell->at[ValueCube::kPeriod]] = cell->value;
         out.Write(CsvLine(fields));
     }
-    return out.Finish();
+    return SaveNotes(file, notes) && out.Finish();
 }
 
 bool SaveSdmxCsv(const QString& file, const ValueTable& table) {

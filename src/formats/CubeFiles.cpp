@@ -1,14 +1,12 @@
+#include "formats/JsonText.h"
 #include "formats/ValueCube.h"
 #include "formats/ValueFile.h"
-#include "jet/values/Value.h"
 #include "platform/Clock.h"
 #include "session/Strings.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <map>
 
 namespace tessaro {
 
@@ -21,18 +19,6 @@ QString CaptionOfDimension(std::size_t dimension) {
     static constexpr std::array<const char*, ValueCube::kDimensions> keys{
         "Comm_Area Name", "Comm_Indicator", "Comm_Unit", "Subpop", "Comm_Source", "Comm_Time"};
     return PlainText(QLatin1String(keys[dimension]));
-}
-
-/// A number as formats write it; nothing for a text that is none.
-std::optional<QByteArray> NumberText(const QString& value) {
-    const auto number = jet::ReadNumber(value.toStdString());
-    if (!number) return std::nullopt;
-    return QByteArray::fromStdString(jet::ShortestText(*number));
-}
-
-QByteArray Json(const QJsonValue& value) {
-    const QByteArray list = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
-    return list.mid(1, list.size() - 2);
 }
 
 QJsonObject JsonDimension(const ValueCube::Dimension& dimension, const QString& caption) {
@@ -83,6 +69,7 @@ void WritePxHead(ValueFile& out, const ValueCube& cube) {
 
 bool SaveJsonStat(const QString& file, const ValueTable& table) {
     const ValueCube cube = CubeOf(table);
+    TellLosses(table, {.footnotes = cube.losses.footnotes, .doubles = cube.losses.doubles});
     QJsonArray ids;
     QJsonArray sizes;
     QJsonObject dimensions;
@@ -92,19 +79,14 @@ bool SaveJsonStat(const QString& file, const ValueTable& table) {
         dimensions.insert(QLatin1String(kIds[i]), JsonDimension(cube.dimensions[i], CaptionOfDimension(i)));
     }
     ValueFile out(file);
-    out.Write("{\"version\":\"2.0\",\"class\":\"dataset\",\"id\":" + Json(ids) + ",\"size\":" + Json(sizes) +
-              R"(,"role":{"time":["time"],"geo":["area"]},"dimension":)" + Json(dimensions) + ",\"value\":{");
-    std::map<qint64, const ValueCube::Cell*> cells;
+    out.Write("{\"version\":\"2.0\",\"class\":\"dataset\",\"id\":" + JsonText(ids) + ",\"size\":" + JsonText(sizes) +
+              R"(,"role":{"time":["time"],"geo":["area"]},"dimension":)" + JsonText(dimensions) + ",\"value\":{");
+    bool first = true;
     for (const ValueCube::Cell& cell : cube.cells) {
         qint64 place = 0;
         for (std::size_t i = 0; i < ValueCube::kDimensions; ++i)
             place = place * cube.dimensions[i].codes.size() + cell.at[i];
-        cells[place] = &cell;
-    }
-    bool first = true;
-    for (const auto& [place, cell] : cells) {
-        out.Write((first ? "\"" : ",\"") + QByteArray::number(place) +
-                  "\":" + NumberText(cell->value).value_or(Json(cell->value)));
+        out.Write((first ? "\"" : ",\"") + QByteArray::number(place) + "\":" + JsonNumber(cell.value));
         first = false;
     }
     out.Write("}}\n");
@@ -113,25 +95,23 @@ bool SaveJsonStat(const QString& file, const ValueTable& table) {
 
 bool SavePx(const QString& file, const ValueTable& table) {
     const ValueCube cube = CubeOf(table);
-    const auto periods = static_cast<std::size_t>(cube.dimensions[ValueCube::kPeriod].codes.size());
-    std::map<std::array<int, ValueCube::kPeriod>, std::vector<QByteArray>> rows;
-    for (const ValueCube::Cell& cell : cube.cells) {
-        const std::optional<QByteArray> number = NumberText(cell.value);
-        if (!number) continue;
-        std::array<int, ValueCube::kPeriod> key{};
-        std::copy_n(cell.at.begin(), ValueCube::kPeriod, key.begin());
-        std::vector<QByteArray>& numbers = rows[key];
-        numbers.resize(periods, "\"..\"");
-        numbers[static_cast<std::size_t>(cell.at[ValueCube::kPeriod])] = *number;
-    }
+    const qsizetype periods = cube.dimensions[ValueCube::kPeriod].codes.size();
+    TellLosses(table, cube.losses);
     ValueFile out(file);
     WritePxHead(out, cube);
-    for (const auto& [key, numbers] : rows) {
-        for (std::size_t i = 0; i < key.size(); ++i)
-            out.Write(PxText(cube.dimensions[i].labels[key[i]]) + ',');
-        for (const QByteArray& number : numbers)
-            out.Write(number + ' ');
-        out.Write("\r\n");
+    for (auto cell = cube.cells.begin(); cell != cube.cells.end();) {
+        const CubeRow row = RowOf(*cell);
+        QByteArrayList numbers(periods, "\"..\"");
+        bool any = false;
+        for (; cell != cube.cells.end() && RowOf(*cell) == row; ++cell)
+            if (const auto number = NumberText(cell->value)) {
+                numbers[cell->at[ValueCube::kPeriod]] = *number;
+                any = true;
+            }
+        if (!any) continue;
+        for (std::size_t i = 0; i < row.size(); ++i)
+            out.Write(PxText(cube.dimensions[i].labels[row[i]]) + ',');
+        out.Write(numbers.join(' ') + " \r\n");
     }
     out.Write(";\r\n");
     return out.Finish();

@@ -1,5 +1,6 @@
 #include "formats/Encodings.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <unicode/ucnv.h>
@@ -25,17 +26,30 @@ bool StartsWith(QByteArrayView text, QByteArrayView mark) {
     return text.size() >= mark.size() && text.first(mark.size()) == mark;
 }
 
-/// True when the bytes are UTF-8; the last letter may be cut.
+/// The bytes of the UTF-8 letter that begins here, as far as the text goes; 0 when none does.
+qsizetype LetterLength(QByteArrayView text, qsizetype at) {
+    const auto first = static_cast<unsigned char>(text[at]);
+    const qsizetype length = first < 0x80        ? 1
+                             : first >> 5U == 6  ? 2
+                             : first >> 4U == 14 ? 3
+                             : first >> 3U == 30 ? 4
+                                                 : 0;
+    for (qsizetype i = 1; i < length && at + i < text.size(); ++i)
+        if ((static_cast<unsigned char>(text[at + i]) & 0xC0U) != 0x80U) return 0;
+    return length;
+}
+
+/// True when the bytes are UTF-8, apart from a few as files have them that were put together of several.
 bool IsUtf8(QByteArrayView text) {
+    qsizetype letters = 0;
+    qsizetype others = 0;
     for (qsizetype at = 0; at < text.size();) {
-        const auto first = static_cast<unsigned char>(text[at]);
-        const int length = first < 0x80 ? 1 : first >> 5U == 6 ? 2 : first >> 4U == 14 ? 3 : first >> 3U == 30 ? 4 : 0;
-        if (length == 0) return false;
-        for (int i = 1; i < length && at + i < text.size(); ++i)
-            if ((static_cast<unsigned char>(text[at + i]) & 0xC0U) != 0x80U) return false;
-        at += length;
+        const qsizetype length = LetterLength(text, at);
+        letters += length > 1 ? 1 : 0;
+        others += length == 0 ? 1 : 0;
+        at += std::max<qsizetype>(length, 1);
     }
-    return true;
+    return letters >= others;
 }
 
 /// UTF-16 without a mark: Latin letters and digits have a zero in every second byte.

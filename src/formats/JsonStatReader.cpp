@@ -11,7 +11,7 @@ namespace tessaro {
 
 namespace {
 
-constexpr qint64 kMostCells = qint64{1} << 40;
+constexpr qint64 kMostCells = qint64{1} << 60;
 
 QJsonObject ParsedFile(const QString& path) {
     QFile file(path);
@@ -73,6 +73,9 @@ JsonStatReader::JsonStatReader(const QString& path) : path_(path) {
         const QString id = idList[i].toString();
         ReadDimension(id, dimensions.value(id).toObject(), sizeList[i].toInteger());
     }
+    QJsonValue roles = set.value(QLatin1String("role"));
+    if (roles.isUndefined()) roles = dimensions.value(QLatin1String("role"));
+    ReadRoles(roles.toObject(), idList);
     source_ = set.value(QLatin1String("source")).toString().toStdString();
     values_ = set.value(QLatin1String("value"));
     states_ = set.value(QLatin1String("status"));
@@ -80,6 +83,25 @@ JsonStatReader::JsonStatReader(const QString& path) : path_(path) {
     for (auto value = named.begin(); value != named.end(); ++value)
         cells_.push_back(value.key().toLongLong());
     std::ranges::sort(cells_);
+}
+
+void JsonStatReader::ReadRoles(const QJsonObject& roles, const QJsonArray& ids) {
+    const std::pair<const char*, ColumnKind> names[] = {
+        {"time", ColumnKind::Time}, {"geo", ColumnKind::Area}, {"metric", ColumnKind::Indicator}};
+    for (const auto& [name, kind] : names) {
+        const QJsonArray in = roles.value(QLatin1String(name)).toArray();
+        for (qsizetype i = 0; i < ids.size(); ++i)
+            if (in.contains(ids[i])) dimensions_[static_cast<std::size_t>(i)].kind = kind;
+    }
+}
+
+std::vector<ColumnKind> JsonStatReader::Kinds() const {
+    std::vector<ColumnKind> kinds;
+    for (const Dimension& dimension : dimensions_) {
+        kinds.push_back(dimension.kind);
+        kinds.push_back(dimension.kind == ColumnKind::Area ? ColumnKind::AreaCode : ColumnKind::Unknown);
+    }
+    return kinds;
 }
 
 void JsonStatReader::ReadDimension(const QString& id, const QJsonObject& dimension, qint64 size) {

@@ -19,15 +19,18 @@ class JsonStatReader final : public TableReader {
     explicit JsonStatReader(const QString& path);
     bool Next(TableRow& row) override;
     [[nodiscard]] int Percent() const override;
+    [[nodiscard]] std::vector<ColumnKind> Kinds() const override;
 
   private:
     struct Dimension {
         std::string label;
+        ColumnKind kind = ColumnKind::Dimension;
         std::vector<std::string> codes;
         std::vector<std::string> labels;
         std::vector<std::string> units; ///< of a metric's values; empty for others
     };
 
+    void ReadRoles(const QJsonObject& roles, const QJsonArray& ids);
     void ReadDimension(const QString& id, const QJsonObject& dimension, qint64 size);
     [[nodiscard]] qint64 NextCell();
     [[nodiscard]] QJsonValue At(const QJsonValue& cells, qint64 cell) const;

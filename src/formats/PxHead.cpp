@@ -114,7 +114,11 @@ class HeadReader final {
         if (keyword == "CODES") Named(statement.variable).codes = std::move(statement.texts);
         if (keyword == "TIMEVAL") Named(statement.variable).isTime = true;
         if (keyword == "KEYS") Named(statement.variable).isKey = true;
+        if (keyword == "MAP") Named(statement.variable).isArea = true;
         if (statement.texts.empty()) return;
+        if (keyword == "CONTVARIABLE") Named(statement.texts.front()).isContents = true;
+        if (keyword == "UNITS" && !statement.variable.empty())
+            head_.unitsOf[statement.variable] = statement.texts.front();
         if (keyword == "CONTENTS") head_.contents = statement.texts.front();
         if (keyword == "UNITS" && head_.units.empty()) head_.units = statement.texts.front();
         if (keyword == "SOURCE") head_.source = statement.texts.front();

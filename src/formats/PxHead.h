@@ -3,6 +3,7 @@
 #include "formats/TextFile.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,7 +36,9 @@ struct PxVariable {
     std::vector<std::string> values;
     std::vector<std::string> codes;
     bool isTime = false;
-    bool isKey = false; ///< its values stand in the data before the numbers
+    bool isArea = false;
+    bool isContents = false; ///< its values are what is counted
+    bool isKey = false;      ///< its values stand in the data before the numbers
 };
 
 /// What a PX file says before its data.
@@ -44,6 +47,7 @@ struct PxHead {
     std::size_t rowVariables = 0;
     std::string contents;
     std::string units;
+    std::map<std::string, std::string> unitsOf; ///< of values of the variable of contents
     std::string source;
 
     [[nodiscard]] bool IsKeyed() const;

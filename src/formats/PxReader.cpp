@@ -19,14 +19,30 @@ void PxReader::WriteHeads(TableRow& row) const {
         row.Add() = name;
 }
 
+std::vector<ColumnKind> PxReader::Kinds() const {
+    std::vector<ColumnKind> kinds;
+    for (const PxVariable& variable : head_.variables) {
+        kinds.push_back(variable.isTime       ? ColumnKind::Time
+                        : variable.isArea     ? ColumnKind::Area
+                        : variable.isContents ? ColumnKind::Indicator
+                                              : ColumnKind::Dimension);
+        if (!variable.codes.empty()) kinds.push_back(variable.isArea ? ColumnKind::AreaCode : ColumnKind::Unknown);
+    }
+    return kinds;
+}
+
 void PxReader::WriteRow(TableRow& row) const {
+    const std::string* units = &head_.units;
     for (std::size_t i = 0; i < at_.size(); ++i) {
         const PxVariable& variable = head_.variables[i];
         row.Add() = variable.values[at_[i]];
         if (!variable.codes.empty()) row.Add() = variable.codes[at_[i]];
+        if (!variable.isContents) continue;
+        const auto own = head_.unitsOf.find(variable.values[at_[i]]);
+        if (own != head_.unitsOf.end()) units = &own->second;
     }
     row.Add() = head_.contents;
-    row.Add() = head_.units;
+    row.Add() = *units;
     row.Add() = head_.source;
 }
 

@@ -14,6 +14,7 @@ class PxReader final : public TableReader {
     explicit PxReader(const QString& path);
     bool Next(TableRow& row) override;
     [[nodiscard]] int Percent() const override { return signs_.Percent(); }
+    [[nodiscard]] std::vector<ColumnKind> Kinds() const override;
 
   private:
     void WriteHeads(TableRow& row) const;

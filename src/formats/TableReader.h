@@ -38,6 +38,9 @@ struct TableRow {
     }
 };
 
+/// What a file itself says that a column is.
+enum class ColumnKind { Unknown, Time, Area, AreaCode, Indicator, Dimension };
+
 class TableReader {
   public:
     virtual ~TableReader() = default;
@@ -45,6 +48,8 @@ class TableReader {
     virtual bool Next(TableRow& row) = 0;
     /// How far the reading is.
     [[nodiscard]] virtual int Percent() const = 0;
+    /// Of each column, where the file says it; known when the first row was read.
+    [[nodiscard]] virtual std::vector<ColumnKind> Kinds() const { return {}; }
 };
 
 } // namespace tessaro

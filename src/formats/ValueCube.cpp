@@ -1,5 +1,7 @@
 #include "formats/ValueCube.h"
 
+#include "jet/values/Value.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -43,7 +45,27 @@ void SortPeriods(ValueCube& cube) {
         cell.at[ValueCube::kPeriod] = newPlace[static_cast<std::size_t>(cell.at[ValueCube::kPeriod])];
 }
 
+/// Of several cells for one place the last one stays.
+void SortCells(ValueCube& cube) {
+    std::ranges::stable_sort(cube.cells, {}, &ValueCube::Cell::at);
+    const auto before = cube.cells.size();
+    const auto kept = std::unique(cube.cells.rbegin(), cube.cells.rend(),
+                                  [](const ValueCube::Cell& a, const ValueCube::Cell& b) { return a.at == b.at; });
+    cube.cells.erase(cube.cells.begin(), kept.base());
+    cube.losses.doubles = static_cast<int>(before - cube.cells.size());
+}
+
 } // namespace
+
+CubeRow RowOf(const ValueCube::Cell& cell) {
+    CubeRow row{};
+    std::copy_n(cell.at.begin(), row.size(), row.begin());
+    return row;
+}
+
+void TellLosses(const ValueTable& table, const ValueLosses& losses) {
+    if (losses.Any() && table.beforeLoss) table.beforeLoss(losses);
+}
 
 ValueCube CubeOf(const ValueTable& table) {
     ValueCube cube;
@@ -57,11 +79,14 @@ ValueCube CubeOf(const ValueTable& table) {
         for (std::size_t dimension = 0; dimension < ValueCube::kDimensions; ++dimension)
             cell.at[dimension] = PlaceOf(cube.dimensions[dimension], texts[dimension].first, texts[dimension].second);
         cell.value = row->value;
+        cube.losses.footnotes += row->footnote.isEmpty() ? 0 : 1;
+        cube.losses.texts += jet::ReadNumber(row->value.toStdString()) ? 0 : 1;
         cube.cells.push_back(std::move(cell));
     }
     for (ValueCube::Dimension& dimension : cube.dimensions)
         MakeLabelsDifferent(dimension);
     SortPeriods(cube);
+    SortCells(cube);
     return cube;
 }
 

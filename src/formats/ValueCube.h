@@ -25,9 +25,17 @@ struct ValueCube {
         QString value;
     };
 
-    std::array<Dimension, kDimensions> dimensions;
-    std::vector<Cell> cells; ///< in the order of the table; periods are sorted
+    std::array<Dimension, kDimensions> dimensions; ///< codes in the order in which they came, periods sorted
+    std::vector<Cell> cells; ///< in the order of the dimensions; of several for one place the last
+    ValueLosses losses;      ///< footnotes, doubles, and values that are no numbers
 };
+
+/// What the first five dimensions tell of a row of periods.
+using CubeRow = std::array<int, ValueCube::kPeriod>;
+[[nodiscard]] CubeRow RowOf(const ValueCube::Cell& cell);
+
+/// Tells the losses when there are any: see ValueTable.
+void TellLosses(const ValueTable& table, const ValueLosses& losses);
 
 /// Reads a table once.
 [[nodiscard]] ValueCube CubeOf(const ValueTable& table);

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QPointF>
 #include <QString>
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 /// Writes values with what they belong to in the forms of others. Each function gives False when the file can't be
 /// written; the old file stays then, and also when a row throws.
@@ -21,25 +23,64 @@ struct ValueRow {
     QString footnote;
 };
 
-/// Rows by their number from 0; nothing for one that is left out. Read twice by forms that list their values first.
+/// What a form has no room for.
+struct ValueLosses {
+    int footnotes = 0;
+    int texts = 0;        ///< values that are no numbers
+    int doubles = 0;      ///< further values for one area, indicator, unit, subgroup, source and period
+    int columns = 0;      ///< more than a table of the form has
+    int withoutShape = 0; ///< areas without an outline
+
+    [[nodiscard]] bool Any() const { return footnotes + texts + doubles + columns + withoutShape > 0; }
+};
+/// Them in words, in the language of the program.
+[[nodiscard]] QString TextOf(const ValueLosses& losses);
+
+/// The outline of an area: its rings, in degrees of longitude and latitude. Rings around land run clockwise, holes the
+/// other way.
+using AreaRings = std::vector<std::vector<QPointF>>;
+
+/// Rows by their number from 0; nothing for one that is left out. They are read in order, once.
 struct ValueTable {
     int count = 0;
     std::function<std::optional<ValueRow>(int)> at;
+    /// Is told what can't be kept before anything is written. Throws to leave it at that.
+    std::function<void(const ValueLosses&)> beforeLoss = {};
+    /// The outline of an area by its id; without it, or with no rings, an area has none.
+    std::function<AreaRings(const QString&)> ringsOf = {};
 };
+
+/// A form of files of values.
+struct ValueForm {
+    const char* ending;     ///< of its names: ".px"
+    const char* captionKey; ///< its name in lists: a key of the string table, or the name itself
+    bool (*save)(const QString& file, const ValueTable& table);
+};
+[[nodiscard]] const std::vector<ValueForm>& ValueForms();
+/// The form that a file's name asks for; nullptr for none of them.
+[[nodiscard]] const ValueForm* ValueFormOf(const QString& file);
+/// "CSV, one value a row (*.csv)": all forms as a file dialog lists them.
+[[nodiscard]] QStringList ValueFormFilters();
 
 /// One row a value, comma-separated, UTF-8 with its mark, heads in the language of the program; footnotes in the last
 /// column. Values as they are stored.
 [[nodiscard]] bool SaveLongCsv(const QString& file, const ValueTable& table);
-/// One row for each area, indicator, unit, subgroup and source; one column a period, in their order. Footnotes are left
-/// out.
+/// One row for each area, indicator, unit, subgroup and source; one column a period, in their order. Footnotes go into
+/// a file beside it ("Name.notes.csv").
 [[nodiscard]] bool SaveWideCsv(const QString& file, const ValueTable& table);
 /// SDMX-CSV, version 1, with the usual concepts as columns.
 [[nodiscard]] bool SaveSdmxCsv(const QString& file, const ValueTable& table);
-/// A JSON-stat 2 data set of six dimensions that names the cells it has. Footnotes are left out; of two values for one
-/// cell the last one stands.
+/// A JSON-stat 2 data set of six dimensions that names the cells it has. Without footnotes; of two values for one cell
+/// the last one stands.
 [[nodiscard]] bool SaveJsonStat(const QString& file, const ValueTable& table);
-/// A PX file with keys: one row for each combination that has values, periods across. Footnotes, and values that are no
-/// numbers, are left out; of two values for one cell the last one stands.
+/// A PX file with keys: one row for each combination that has values, periods across. Without footnotes and values that
+/// are no numbers; of two values for one cell the last one stands.
 [[nodiscard]] bool SavePx(const QString& file, const ValueTable& table);
+/// A collection of features (RFC 7946), one an area, with its outline and one property for each combination of
+/// indicator, unit, subgroup, source and period.
+[[nodiscard]] bool SaveGeoJson(const QString& file, const ValueTable& table);
+/// A shapefile with its table: ID_, Name1_ and one column V1, V2 ... for each combination, of which a file beside it
+/// ("Name.columns.csv") tells what it is.
+[[nodiscard]] bool SaveShapefile(const QString& file, const ValueTable& table);
 
 } // namespace tessaro

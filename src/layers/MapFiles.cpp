@@ -1,7 +1,9 @@
 #include "layers/MapFiles.h"
 
+#include "layers/EncryptShape.h"
 #include "platform/Paths.h"
 #include "session/Session.h"
+#include "session/Settings.h"
 #include "session/Strings.h"
 
 namespace tessaro {
@@ -18,6 +20,12 @@ QString MapPath(const QString& mapFile) {
     if (!name.endsWith(QLatin1String(kEnding), Qt::CaseInsensitive)) name += QLatin1String(kEnding);
     const QString path = FindPath(JoinPath({AppPath, QStringLiteral("Maps"), name}));
     return FileExists(path) ? path : QString();
+}
+
+LayerReading OpenAreaMap(const QString& path) {
+    if (!SettingFlag(QStringLiteral("ENCRYPT_DECRYPT_FILES"))) return ReadLayer(path);
+    const QString copy = MakeMapFilesFolder() ? WorkingCopy(path) : QString();
+    return copy.isEmpty() ? LayerReading{std::nullopt, LayerFault::Missing} : ReadLayer(copy);
 }
 
 QString ReasonOf(LayerFault fault) {

@@ -1,11 +1,8 @@
 #include "selection/AreaMaps.h"
 
-#include "layers/EncryptShape.h"
-#include "layers/MapFiles.h"
 #include "selection/AreaSelection.h"
 #include "selection/SelectionTexts.h"
 #include "session/Query.h"
-#include "session/Settings.h"
 
 namespace tessaro::selection {
 
@@ -40,12 +37,6 @@ QString MapOfChildren(const QString& nodeKey) {
 QString MapOfArea(const QString& areaId) {
     const Records rows = Select(QStringLiteral("Select MapFile FROM Area Where AreaId = ") + Quoted(areaId));
     return rows.atEnd() ? QString() : MapPath(rows.Text(std::size_t{0}));
-}
-
-LayerReading OpenAreaMap(const QString& path) {
-    if (!SettingFlag(QStringLiteral("ENCRYPT_DECRYPT_FILES"))) return ReadLayer(path);
-    const QString copy = MakeMapFilesFolder() ? WorkingCopy(path) : QString();
-    return copy.isEmpty() ? LayerReading{std::nullopt, LayerFault::Missing} : ReadLayer(copy);
 }
 
 std::vector<int> FeaturesBelow(const std::vector<QString>& ids, const QString& nodeId) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "layers/LayerReader.h"
+#include "layers/MapFiles.h"
 
 #include <QHash>
 #include <QSet>
@@ -16,8 +16,6 @@ namespace tessaro::selection {
 /// The map that an area names itself; empty when it names none that exists.
 [[nodiscard]] QString MapOfArea(const QString& areaId);
 
-/// Reads a layer; where map files are scrambled, from a restored copy in MapFilesFolder, which is emptied first.
-[[nodiscard]] LayerReading OpenAreaMap(const QString& path);
 /// The features of the areas below a node that the layer shows, or of the area itself when it has none below; all for
 /// the root.
 [[nodiscard]] std::vector<int> FeaturesBelow(const std::vector<QString>& ids, const QString& nodeId);

@@ -182,7 +182,7 @@ void frmAreas::LoadAreaMap(const QString& areaId) {
 bool frmAreas::ShowMapFile(const QString& path) {
     if (path == map_->File()) return true;
     const WaitPointer wait;
-    LayerReading reading = selection::OpenAreaMap(path);
+    LayerReading reading = OpenAreaMap(path);
     if (!reading.layer) {
         const QString reason = ReasonOf(reading.fault);
         ReportError(FileError::NoAccess, path + QStringLiteral(": ") + reason, ErrorTrap::CurrentProcedure());

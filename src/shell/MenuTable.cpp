@@ -1,6 +1,7 @@
 #include "shell/MenuTable.h"
 
 #include "controls/StageScreen.h"
+#include "exchange/DatabaseExport.h"
 #include "exchange/ImportUndo.h"
 #include "session/Session.h"
 #include "shell/AddressBar.h"
@@ -57,6 +58,9 @@ void Open(const CommandTargets& on, bool /*checked*/) {
 void Import(const CommandTargets& on, bool /*checked*/) {
     on.database.mnuFilemnu_ImportExport_Click();
 }
+void Export(const CommandTargets& on, bool /*checked*/) {
+    ExportDatabase(&on.parts.window);
+}
 void UndoImport(const CommandTargets& on, bool /*checked*/) {
     on.database.UndoLastImport();
 }
@@ -111,6 +115,7 @@ const MenuRow Rows[] = {
     {"mnuFile", "mnuFilePrint", "PRINT BUTTON", Kind::Command, OnScreen<&StageScreen::Print>, &Prints, "print.png",
      "Ctrl+P"},
     {"mnuFile", "mnuFilemnu_ImportExport", "mnu_File_ImportExport", Kind::Command, Import, nullptr, "", "Ctrl+I"},
+    {"mnuFile", "mnuFileExportDatabase", "TS_ExportDatabase", Kind::Command, Export, &HasDatabase},
     {"mnuFile", "mnuFileUndoImport", "TS_UndoImport", Kind::Command, UndoImport, &HasImport},
     {"mnuFile", "", "", Kind::Separator},
     {"mnuFile", "mnuFilemnu_Properties", "mnu_File_Properties", Kind::Command, Properties, nullptr, "properties.png"},

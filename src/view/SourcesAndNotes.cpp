@@ -13,6 +13,13 @@ QStringList SourcesOfSelection() {
     return sources;
 }
 
+QHash<QString, QString> TextsOfSources() {
+    QHash<QString, QString> texts;
+    for (Records rows = Select(QStringLiteral("SELECT [Source], Info FROM Source")); !rows.atEnd(); rows.MoveNext())
+        texts.insert(rows.Text(std::size_t{0}), rows.Text(1));
+    return texts;
+}
+
 QString FootnoteText(qint64 id) {
     const Records rows =
         Select(QStringLiteral("SELECT FootNote FROM FootNote WHERE FootNoteNId = ") + QString::number(id));

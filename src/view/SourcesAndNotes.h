@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -8,6 +9,8 @@ namespace tessaro {
 
 /// The texts of the sources that the values in view come from.
 [[nodiscard]] QStringList SourcesOfSelection();
+/// What the open database tells of its sources, by their texts.
+[[nodiscard]] QHash<QString, QString> TextsOfSources();
 /// The text of a footnote; a null text when there is none.
 [[nodiscard]] QString FootnoteText(qint64 id);
 

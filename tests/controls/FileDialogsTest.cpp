@@ -17,6 +17,9 @@ TEST(FileDialogs, TheChosenKindGivesTheEnding) {
         {"/a/View", "Text (*.txt)", "/a/View.txt"},
         {"/a/View.xls", "Web page (*.htm *.html)", "/a/View.xls"}, // typed
         {"/a.b/View", "Text (*.txt)", "/a.b/View.txt"},
+        {"/a/View", "CSV (*.wide.csv)", "/a/View.wide.csv"},
+        {"/a/View.csv", "CSV (*.wide.csv)", "/a/View.wide.csv"},
+        {"/a/DataView.htm", "CSV (*.wide.csv)", "/a/DataView.wide.csv"},
         {"/a/View", "All files (*)", "/a/View"},
         {"", "Text (*.txt)", ""},
     };

@@ -113,6 +113,15 @@ TEST_F(DataExportTest, APageHoldsTheRowsAsTheyAreAndNothingElse) {
     EXPECT_EQ(Texts(classes.at(0)).value(4), QStringLiteral("n"));
 }
 
+TEST_F(DataExportTest, APageListsTheSourcesOfItsRows) {
+    ExportRows all = All();
+    all.aboutSource = [](const QString& source) { return QStringLiteral("About <%1>").arg(source); };
+    ASSERT_TRUE(SaveDataViewHtm(File("DataView.htm"), all));
+    const QByteArray page = ReadWholeFile(File("DataView.htm")).value_or(QByteArray());
+    EXPECT_EQ(page.count("<dt>Census</dt>\n<dd>About &lt;Census&gt;</dd>"), 1);
+    EXPECT_TRUE(ReadPage("DataView.htm").value("wrong").toArray().isEmpty());
+}
+
 TEST_F(DataExportTest, APageAndASheetRunTheWayTheirLanguageDoes) {
     Language = QStringLiteral("Arabic [ar]");
     ASSERT_TRUE(SaveDataViewHtm(File("DataView.htm"), All()));
@@ -242,15 +251,14 @@ TEST_F(DataExportTest, FilesOfValuesHoldThemAsTheyAreStored) {
         {"a.json", "\"value\":{\"0\":1234.5,"},
         {"a.px", "\"A <b>&amp; ''x'\",\"Births\",\"Number\",\"Total\",\"Census\",1234.5 "}};
     for (const auto& [name, line] : files) {
-        EXPECT_TRUE(IsValueFile(File(name)));
+        EXPECT_NE(ValueFormOf(File(name)), nullptr);
         ASSERT_TRUE(SaveDataViewValues(File(name), All())) << name;
         const QByteArray text = ReadWholeFile(File(name)).value_or(QByteArray());
         EXPECT_TRUE(text.contains(line)) << name << ": " << text.toStdString();
     }
     EXPECT_TRUE(ReadWholeFile(File("a.csv")).value_or(QByteArray()).contains("2001,'=1+1,"));
     EXPECT_FALSE(SaveDataViewValues(QStringLiteral("/proc/a.csv"), All()));
-    EXPECT_TRUE(LosesNotes(File("a.px")));
-    EXPECT_FALSE(LosesNotes(File("a.csv")) || IsValueFile(File("a.txt")));
+    EXPECT_EQ(ValueFormOf(File("a.txt")), nullptr);
 }
 
 TEST_F(DataExportTest, RowsBeyondOneSheetGoOnOnTheNext) {

@@ -4,7 +4,7 @@
 #include "controls/KeyedList.h"
 #include "dataview/DataScreen.h"
 #include "dataview/GridQuery.h"
-#include "dataview/WorkProgress.h"
+#include "controls/WorkProgress.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "session/ErrorSink.h"

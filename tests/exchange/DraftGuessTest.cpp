@@ -36,6 +36,18 @@ TEST(DraftGuessTest, SeesWhatColumnsMean) {
     EXPECT_EQ(Guessed("Place,Wheat,Maize\nNorth,1.5,2.5\nSouth,3.5,4.5\n"), "0+1 nVV I .");
     EXPECT_EQ(Guessed(",Wheat,,Maize,\nPlace,2001,2002,2001,2002\nNorth,1.5,2.5,3.5,4.5\n"), "0+2 nVVVV IT .");
     EXPECT_EQ(Guessed("Kenya,2001,1.5\nChad,2001,2.5\n"), "0+0 nTV  .");
+    // Concepts with their names, sex and age together, a number beside its text.
+    EXPECT_EQ(
+        Guessed("REF_AREA: Area,MEASURE: Measure,TIME_PERIOD: Time,OBS_VALUE: Value\nKE: Kenya,P: Pop,2001,1.5\n"),
+        "0+1 aITV - .");
+    EXPECT_EQ(
+        Guessed("Country,Year,Indicator,Sex,Age,FactValueNumeric,Value\nKenya,2001,Height,Men,0-4,1.5,1.5 [1-2]\n"),
+        "0+1 nTIssV- - .");
+    // A table of a presentation: indicators over units over periods; groups of people over periods.
+    EXPECT_EQ(Guessed(",Births,,Literacy,\n,Number,,Percent,\nArea,2000,2005,2000,2005\nIndia,1,2,61.5,..\n"),
+              "0+3 nVVVV IUT .");
+    EXPECT_EQ(Guessed(",Boys,,Girls,\n,2001,2002,2001,2002\nKenya,1,2,3.5,4\n"), "0+2 nVVVV sT .");
+    EXPECT_EQ(Guessed("Country,1990 [YR1990],1991 [YR1991],Estimates after\nKenya,1.5,2,2021\n"), "0+1 nVV- T .");
     for (const char* text : {"", "one\n", "\n\n", ",,,\n", "a,b\n"})
         Guessed(text); // nothing to see, and nothing happens
 }

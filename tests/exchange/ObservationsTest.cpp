@@ -48,6 +48,14 @@ TEST(ObservationsTest, TakesLongAndWideTablesApart) {
     EXPECT_THAT(ValuesOf("Country,Year,x,GDP\nKenya,2001,-,5\n,,,\nChad,2002,,..\n", longDraft),
                 ElementsAre("2 2001;Kenya;;Number=5", "4 2002;Chad;;Number=.."));
 
+    const ImportDraft joined = Draft({{QStringLiteral("Year"), Role::Time},
+                                      {QStringLiteral("Quarter"), Role::Time},
+                                      {QStringLiteral("Item"), Role::Indicator},
+                                      {QStringLiteral("Part"), Role::Indicator},
+                                      {QStringLiteral("V"), Role::Value}});
+    EXPECT_THAT(ValuesOf("Year,Quarter,Item,Part,V\n2001,Q1,Wheat,bread,5\n2002,,Rice,,6\n", joined),
+                ElementsAre("2 2001 Q1;;Wheat, bread;Number=5", "3 2002;;Rice;Number=6"));
+
     ImportDraft wide = Draft({{QStringLiteral("Country"), Role::AreaName},
                               {QStringLiteral("2001"), Role::Value},
                               {QStringLiteral("2002"), Role::Value}},

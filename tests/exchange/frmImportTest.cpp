@@ -4,7 +4,9 @@
 #include "exchange/ImportSession.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSpinBox>
 #include <QTableView>
 #include <QTest>
@@ -60,6 +62,59 @@ TEST_F(FrmImportTest, BringsAFileIntoACopy) {
     EXPECT_EQ(wizard.WrittenFile(), Target());
     EXPECT_EQ(messages, QStringList());
     EXPECT_THAT(Values(Target()), testing::Contains("India|2010|Population|Number|Total|Valeurs|1.5|"));
+}
+
+// What stands below the columns follows each change of what they mean.
+TEST_F(FrmImportTest, ShowsValuesAsTheyWillBeUnderstood) {
+    frmImport wizard;
+    Choose(wizard, Write("Pays;Date;Valeur\nInde;2010;1,5\nAtlantide;2010;2,5\n"));
+    Click(wizard, "CmdNext");
+    const QAbstractItemModel* const preview = Find<QTableView>(wizard, "grdPreview")->model();
+    const auto line = [preview](int row) {
+        QStringList texts;
+        for (int column = 0; column < preview->columnCount(); ++column)
+            texts << preview->index(row, column).data().toString();
+        return texts.join(QLatin1Char('|'));
+    };
+    ASSERT_EQ(preview->rowCount(), 2);
+    EXPECT_EQ(line(0),
+              QLocale::system().toString(2) + QStringLiteral("|2010|ASIIND|India|Values|Number|Total|Values|1.5||"));
+    EXPECT_TRUE(line(1).endsWith(TextOf(Refusal::UnknownArea) + QStringLiteral(": Atlantide")));
+    EXPECT_TRUE(preview->index(1, 0).data(Qt::ForegroundRole).isValid());
+    EXPECT_FALSE(preview->index(0, 0).data(Qt::ForegroundRole).isValid());
+    auto* const unit = Find<QLineEdit>(wizard, "txtForAll_5");
+    unit->clear();
+    QTest::keyClicks(unit, QStringLiteral("kg"));
+    EXPECT_TRUE(line(0).contains(QStringLiteral("|kg|")));
+    QAbstractItemModel* const columns = Find<QTableView>(wizard, "grdColumns")->model();
+    ASSERT_TRUE(columns->setData(columns->index(1, 2), static_cast<int>(Role::LeftOut)));
+    EXPECT_TRUE(line(0).endsWith(TextOf(Refusal::LacksName) + QStringLiteral(": ") + CaptionOf(Role::Time)));
+    ASSERT_TRUE(columns->setData(columns->index(2, 2), static_cast<int>(Role::LeftOut)));
+    EXPECT_EQ(preview->rowCount(), 0);
+}
+
+TEST_F(FrmImportTest, TakesTheAreasOfANewDatabaseFromAFile) {
+    const QString file = Write("Place;Year;Value\nP2;2010;1,5\n");
+    const QString areas = Write("id,parent,name\nKEN,,Kenya\nP2,KEN,Coast\n", QStringLiteral("Areas.csv"));
+    frmImport wizard;
+    Choose(wizard, file);
+    EXPECT_FALSE(Find<QLineEdit>(wizard, "txtAreaTree")->isVisible());
+    Find<QRadioButton>(wizard, "optInto_0")->click();
+    EXPECT_TRUE(Find<QLineEdit>(wizard, "txtAreaTree")->isVisible());
+    QTest::keyClicks(Find<QLineEdit>(wizard, "txtAreaTree"), Write("x,y\n1,2\n", QStringLiteral("No areas.csv")));
+    Click(wizard, "CmdNext");
+    EXPECT_EQ(messages.size(), 1);
+    SetFileAnswerer([areas](const FileQuestion&) { return areas; });
+    Click(wizard, "cmdAreaTree");
+    Click(wizard, "CmdNext");
+    EXPECT_EQ(Find<QTableView>(wizard, "grdPreview")->model()->index(0, 3).data().toString(), "Coast");
+    Click(wizard, "CmdNext");
+    EXPECT_EQ(Find<QTableView>(wizard, "grdAreas")->model()->rowCount(), 0);
+    Click(wizard, "CmdNext");
+    SetFileAnswerer([this](const FileQuestion&) { return Target(); });
+    Click(wizard, "CmdFinish");
+    EXPECT_THAT(PlainReader(Target().toStdString()).Rows("SELECT AreaID, AreaName FROM Area_en ORDER BY 1"),
+                testing::ElementsAre("KEN|Kenya", "KEN001|Coast"));
 }
 
 TEST_F(FrmImportTest, AsksBeforeItChangesTheOpenDatabaseAndKeepsAMapping) {

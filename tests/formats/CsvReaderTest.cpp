@@ -44,20 +44,22 @@ TEST_F(CsvReaderTest, FindsDelimiterAndEncoding) {
         const char* encoding;
         char delimiter;
         std::string second;
-    } cases[] = {{"Pays;Valeur\nC\xC3\xB4te d'Ivoire;1,5\n", "UTF-8", ';', "Côte d'Ivoire|1,5"},
-                 {"\xEF\xBB\xBFPays\tValeur\nB\xC3\xA9nin\t1\n", "UTF-8", '\t', "Bénin|1"},
-                 {"Pays;Valeur;Ann\xE9\x65\nB\xE9nin;1,5;1\nC\xF4te d'Ivoire;2,5;2\nS\xE9n\xE9gal;3,0;3\n",
-                  "windows-1252", ';', "Bénin|1,5|1"},
-                 {QByteArray("\xFF\xFE"
-                             "a\0,\0b\0\n\0\xE9\0,\0"
-                             "2\0\n\0",
-                             18),
-                  "UTF-16LE", ',', "é|2"},
-                 {QByteArray("\0a\0,\0b\0\n\0x\0,\0"
-                             "2\0\n",
-                             16),
-                  "UTF-16BE", ',', "x|2"},
-                 {"a|b|c\n1,5|2|3\n", "UTF-8", '|', "1,5|2|3"}};
+    } cases[] = {
+        {"Pays;Valeur\nC\xC3\xB4te d'Ivoire;1,5\n", "UTF-8", ';', "Côte d'Ivoire|1,5"},
+        {"\xEF\xBB\xBFPays\tValeur\nB\xC3\xA9nin\t1\n", "UTF-8", '\t', "Bénin|1"},
+        {"Pays;Valeur;Ann\xE9\x65\nB\xE9nin;1,5;1\nC\xF4te d'Ivoire;2,5;2\nS\xE9n\xE9gal;3,0;3\n", "windows-1252", ';',
+         "Bénin|1,5|1"},
+        {QByteArray("\xFF\xFE"
+                    "a\0,\0b\0\n\0\xE9\0,\0"
+                    "2\0\n\0",
+                    18),
+         "UTF-16LE", ',', "é|2"},
+        {QByteArray("\0a\0,\0b\0\n\0x\0,\0"
+                    "2\0\n",
+                    16),
+         "UTF-16BE", ',', "x|2"},
+        {"a,b\nC\xC3\xB4te,1\nB\xC3\xA9nin,2\nS\xE9n\xE9gal,3\n", "UTF-8", ',', "S\uFFFDn\uFFFDgal|3[bad text]"},
+        {"a|b|c\n1,5|2|3\n", "UTF-8", '|', "1,5|2|3"}};
     for (const auto& one : cases) {
         const QString path = Write(one.bytes);
         const CsvForm form = FindCsvForm(path);

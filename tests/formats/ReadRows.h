@@ -35,6 +35,7 @@ class FilesTest : public testing::Test {
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
         return path;
     }
+    [[nodiscard]] QString Path(const char* name) const { return folder_.filePath(QLatin1String(name)); }
     QTemporaryDir folder_;
 };
 

@@ -1,4 +1,5 @@
 #include "formats/CountryCodes.h"
+#include "formats/CsvLook.h"
 #include "formats/JsonStatReader.h"
 #include "formats/PxReader.h"
 #include "formats/ReadError.h"
@@ -34,6 +35,28 @@ TEST_F(TableFilesTest, ReadsPx) {
                                             "Lund|1281|men|2002|Population|persons|Census; 2001|6",
                                             "Lund|1281|women|2001|Population|persons|Census; 2001|7",
                                             "Lund|1281|women|2002|Population|persons|Census; 2001|8"));
+}
+
+TEST_F(TableFilesTest, KnowsWhatPxSaysOfItsVariables) {
+    PxReader reader(
+        Write("CONTVARIABLE=\"What\";STUB=\"Land\",\"What\",\"Sex\";HEADING=\"Year\";VALUES(\"Land\")=\"A\";"
+              "CODES(\"Land\")=\"1\";MAP(\"Land\")=\"m\";VALUES(\"What\")=\"Births\",\"Rate\";VALUES(\"Sex\")="
+              "\"x\";VALUES(\"Year\")=\"2001\";TIMEVAL(\"Year\")=TLIST(A1);UNITS(\"Births\")=\"number\";"
+              "UNITS(\"Rate\")=\"per cent\";DATA=1 2;"));
+    EXPECT_THAT(RowsOf(reader), ElementsAre("Land|Land (code)|What|Sex|Year|CONTENTS|UNITS|SOURCE|VALUE",
+                                            "A|1|Births|x|2001||number||1", "A|1|Rate|x|2001||per cent||2"));
+    EXPECT_THAT(reader.Kinds(), ElementsAre(ColumnKind::Area, ColumnKind::AreaCode, ColumnKind::Indicator,
+                                            ColumnKind::Dimension, ColumnKind::Time));
+}
+
+TEST_F(TableFilesTest, TakesKeyedTablesApart) {
+    const QString file = Write("freq,unit,geo\\TIME_PERIOD\t2001 \t2002 \nA,PC,DE\t7.9 b\t: \nA,PC\t: c\t8.7 bp\n");
+    const CsvForm form = FindCsvForm(file);
+    EXPECT_EQ(form.delimiter, '\t');
+    const auto reader = OpenCsv(file, form);
+    EXPECT_THAT(RowsOf(*reader), ElementsAre("freq|unit|geo|2001|2002", "A|PC|DE|7.9|:", "A|PC||:|8.7"));
+    EXPECT_THAT(reader->Kinds(), SizeIs(3));
+    EXPECT_THAT(RowsOf(*OpenCsv(Write("a,b\tc\n1 b\t2 b\n"), {"UTF-8", '\t'})), ElementsAre("a,b|c", "1 b|2 b"));
 }
 
 TEST_F(TableFilesTest, ReadsPxWithKeys) {

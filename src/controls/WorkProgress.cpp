@@ -1,4 +1,4 @@
-#include "dataview/WorkProgress.h"
+#include "controls/WorkProgress.h"
 
 #include "controls/Captions.h"
 #include "session/Frame.h"
