@@ -8,6 +8,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace tessaro {
 
 namespace {
@@ -21,10 +23,11 @@ void NoteLater(const std::string& line) {
 
 } // namespace
 
-void UseColumnCache(jet::Connection& connection) {
+void UseColumnCache(jet::Connection& connection, std::int64_t leastRows) {
     if (DataCacheFolder.isEmpty()) return;
     jet::ColumnImages::Settings settings;
     settings.folder = JoinPath({DataCacheFolder, QStringLiteral("Columns")}).toStdString();
+    settings.leastRows = leastRows;
     settings.log = NoteLater;
     connection.UseColumnImages(std::make_shared<jet::ColumnImages>(std::move(settings)));
 }
@@ -36,6 +39,16 @@ void PrepareColumnCache() {
         static_cast<void>(Connection->Explain("SELECT IUSNId, Count(*) AS Numbers FROM Data GROUP BY IUSNId"));
     } catch (const std::exception&) {
         return; // the statements of the view will tell what is wrong
+    }
+}
+
+bool RunsOnColumns(const QString& sql) {
+    if (!Connection || !Connection->isOpen()) return false;
+    try {
+        const std::vector<std::string> steps = Connection->Explain(sql.toStdString()).steps;
+        return std::ranges::find(steps, "column-scans") != steps.end();
+    } catch (const std::exception&) {
+        return false;
     }
 }
 

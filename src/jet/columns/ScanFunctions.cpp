@@ -12,31 +12,6 @@ namespace jet {
 
 namespace {
 
-void Join(SumState& all, const SumState& part) {
-    const auto add = [&](double term) {
-        const double next = all.sum + term;
-        all.lost += std::fabs(all.sum) >= std::fabs(term) ? (all.sum - next) + term : (term - next) + all.sum;
-        all.sum = next;
-    };
-    all.count += part.count;
-    add(part.sum);
-    all.lost += part.lost;
-}
-
-// Chan, Golub and LeVeque: the spread of two groups together.
-void Join(SpreadState& all, const SpreadState& part) {
-    const auto before = static_cast<double>(all.count);
-    const auto added = static_cast<double>(part.count);
-    const double distance = part.mean - all.mean;
-    all.count += part.count;
-    if (before == 0) {
-        all = part;
-        return;
-    }
-    all.mean += distance * added / (before + added);
-    all.squares += part.squares + distance * distance * before * added / (before + added);
-}
-
 /// A figure of a group: Null, its state, or in place of that a text of the group that is no number, which fails as it
 /// would where each row is read.
 template <class State> void Step(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -49,7 +24,7 @@ template <class State> void Step(sqlite3_context* context, int count, sqlite3_va
         State part;
         if (sqlite3_value_bytes(values[0]) != sizeof(part)) return;
         std::memcpy(&part, sqlite3_value_blob(values[0]), sizeof(part));
-        Join(*all, part);
+        all->Join(part);
     } catch (const Error& error) {
         GiveError(context, error);
     }
@@ -80,8 +55,33 @@ template <bool root, bool sample> void FinishSpread(Call& call, const SpreadStat
     call.give(root ? std::sqrt(variance) : variance);
 }
 
+/// The value of the row with the least number: jet_firstof(value, row).
+struct FirstState {
+    sqlite3_value* held;
+    std::int64_t row;
+};
+
+void StepFirst(sqlite3_context* context, int, sqlite3_value** values) {
+    auto* const state = static_cast<FirstState*>(sqlite3_aggregate_context(context, sizeof(FirstState)));
+    if (state == nullptr) return sqlite3_result_error_nomem(context);
+    const std::int64_t row = sqlite3_value_int64(values[1]);
+    if (state->held != nullptr && row >= state->row) return;
+    sqlite3_value_free(state->held);
+    state->held = sqlite3_value_dup(values[0]);
+    state->row = row;
+}
+
+void FinishFirst(sqlite3_context* context) {
+    auto* const state = static_cast<FirstState*>(sqlite3_aggregate_context(context, 0));
+    if (state == nullptr || state->held == nullptr) return;
+    sqlite3_result_value(context, state->held);
+    sqlite3_value_free(state->held);
+    state->held = nullptr;
+}
+
 struct Aggregate {
     const char* name;
+    int arguments;
     void (*step)(sqlite3_context*, int, sqlite3_value**);
     void (*final)(sqlite3_context*);
 };
@@ -90,16 +90,18 @@ struct Aggregate {
 
 void RegisterScanFunctions(sqlite3* database) {
     static constexpr std::array aggregates = {
-        Aggregate{"jet_scansum", Step<SumState>, Final<SumState, FinishSum>},
-        Aggregate{"jet_scanavg", Step<SumState>, Final<SumState, FinishAverage>},
-        Aggregate{"jet_scanstdev", Step<SpreadState>, Final<SpreadState, FinishSpread<true, true>>},
-        Aggregate{"jet_scanstdevp", Step<SpreadState>, Final<SpreadState, FinishSpread<true, false>>},
-        Aggregate{"jet_scanvar", Step<SpreadState>, Final<SpreadState, FinishSpread<false, true>>},
-        Aggregate{"jet_scanvarp", Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
+        Aggregate{"jet_scansum", 1, Step<SumState>, Final<SumState, FinishSum>},
+        Aggregate{"jet_scanavg", 1, Step<SumState>, Final<SumState, FinishAverage>},
+        Aggregate{"jet_scanstdev", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<true, true>>},
+        Aggregate{"jet_scanstdevp", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<true, false>>},
+        Aggregate{"jet_scanvar", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<false, true>>},
+        Aggregate{"jet_scanvarp", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
+        Aggregate{"jet_firstof", 2, StepFirst, FinishFirst},
     };
     for (const Aggregate& each : aggregates)
-        sqlite3_create_function_v2(database, each.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY,
-                                   nullptr, nullptr, each.step, each.final, nullptr);
+        sqlite3_create_function_v2(database, each.name, each.arguments,
+                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, nullptr, each.step,
+                                   each.final, nullptr);
 }
 
 } // namespace jet

@@ -245,6 +245,7 @@ std::int64_t Engine::ExecuteHere(std::string_view sql) {
 }
 
 void Engine::NoteUnfit(const Error& error) {
+    statements_->NoteUnfit();
     if (error.what() == kStaleImage) catalogue_->DropImages(error.what());
 }
 

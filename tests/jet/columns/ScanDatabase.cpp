@@ -16,7 +16,8 @@ namespace {
 constexpr const char* kSelectionTables[] = {
     "CREATE TABLE Sel (IUSNId LONG, SourceNId LONG, Indicator TEXT(60), UnitGId TEXT(60), Deleted YESNO, RowNId LONG)",
     "CREATE TABLE SelArea (AreaNId LONG, AreaID TEXT(60), AreaName TEXT(60), AreaLevel INTEGER)",
-    "CREATE TABLE SelTime (TimePeriodNId LONG, TimePeriod TEXT(60))"};
+    "CREATE TABLE SelTime (TimePeriodNId LONG, TimePeriod TEXT(60))",
+    "CREATE TABLE Kinds (UnitGId TEXT(60), KindNId LONG)"};
 
 std::string Cell(const Value& value) {
     if (value.isNull()) return "Null";
@@ -76,16 +77,22 @@ void ScanDatabase::Fill(int rows, bool unreadable) {
     for (int row = 0; row < rows; ++row)
         data->Execute("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) VALUES (" +
                       below(9) + ", " + (random_() % 50 == 0 ? "Null" : below(8)) + ", " + below(12) + ", " + below(3) +
-                      ", 0, " + Value(unreadable) + ")");
+                      ", " + (random_() % 9 == 0 ? below(4) : "0") + ", " + Value(unreadable) + ")");
     data->Commit();
     const auto working = folder_.MakeWorking("working.mdb");
     working->CreateLink("Data", dataFile(), "secret", "Data");
     for (const char* table : kSelectionTables)
         working->Execute(table);
+    // half of the databases have each pair of combination and source once, as the program does
+    const bool single = random_() % 2 == 0;
     for (int row = 0; row < 14; ++row)
-        working->Execute("INSERT INTO Sel VALUES (" + below(9) + ", " + below(3) + ", 'Indicator " + below(4) + "', '" +
-                         (random_() % 2 == 0 ? "u" : "U") + below(2) + "', " + (random_() % 4 == 0 ? "True" : "False") +
-                         ", " + std::to_string(row) + ")");
+        working->Execute(
+            "INSERT INTO Sel VALUES (" +
+            (single ? std::to_string(row % 8 + 1) + ", " + std::to_string(row / 8 + 1) : below(9) + ", " + below(3)) +
+            ", 'Indicator " + below(4) + "', '" + (random_() % 2 == 0 ? "u" : "U") + below(2) + "', " +
+            (random_() % 4 == 0 ? "True" : "False") + ", " + std::to_string(row) + ")");
+    working->Execute("INSERT INTO Kinds VALUES ('u1', 1)");
+    working->Execute("INSERT INTO Kinds VALUES ('U2', 2)");
     for (int area = 1; area <= 11; ++area)
         working->Execute("INSERT INTO SelArea VALUES (" + (area == 11 ? below(11) : std::to_string(area)) + ", 'A" +
                          below(3) + "', 'Area " + std::to_string(area) + "', " + below(3) + ")");
