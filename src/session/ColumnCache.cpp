@@ -23,11 +23,10 @@ void NoteLater(const std::string& line) {
 
 } // namespace
 
-void UseColumnCache(jet::Connection& connection, std::int64_t leastRows) {
+void UseColumnCache(jet::Connection& connection) {
     if (DataCacheFolder.isEmpty()) return;
     jet::ColumnImages::Settings settings;
     settings.folder = JoinPath({DataCacheFolder, QStringLiteral("Columns")}).toStdString();
-    settings.leastRows = leastRows;
     settings.log = NoteLater;
     connection.UseColumnImages(std::make_shared<jet::ColumnImages>(std::move(settings)));
 }

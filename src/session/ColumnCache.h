@@ -2,8 +2,6 @@
 
 #include <QString>
 
-#include <cstdint>
-
 namespace jet {
 class Connection;
 }
@@ -11,8 +9,8 @@ class Connection;
 namespace tessaro {
 
 /// Lets statements of the connection read large tables from column images below DataCacheFolder. They are made when the
-/// first statement wants one; what goes wrong with them is a note in the log. Tables of fewer rows get none.
-void UseColumnCache(jet::Connection& connection, std::int64_t leastRows = 200'000);
+/// first statement wants one; what goes wrong with them is a note in the log.
+void UseColumnCache(jet::Connection& connection);
 /// Has the image of the values of a large database made now, so that it is there when the first statement wants it.
 /// Returns at once.
 void PrepareColumnCache();
