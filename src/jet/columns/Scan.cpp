@@ -6,8 +6,9 @@
 #include "jet/values/Error.h"
 
 #include <algorithm>
-#include <exception>
+#include <future>
 #include <numeric>
+#include <system_error>
 #include <thread>
 
 namespace jet {
@@ -37,12 +38,8 @@ class Scanner final {
 
     /// `from` and `to` are multiples of the rows of a block, or the end.
     void Run(std::size_t from, std::size_t to) {
-        for (std::size_t at = from; at < to; at += kBlockRows) {
-            // a cut file must not be read beyond its end
-            if (at % (64 * kBlockRows) == 0 && !image_.isIntact())
-                throw Error(ErrorNumber::ColumnsUnfit, "The column image was changed.");
-            TakeBlock(at, std::min(at + kBlockRows, to));
-        }
+        if (places_.wantsMarks()) Walk(from, to, [this] { places_.Mark(block_, sides_); });
+        Walk(from, to, [this] { Take(); });
     }
 
     void Join(const Scanner& later) { figures_.Join(*later.groups_); }
@@ -58,17 +55,46 @@ class Scanner final {
     }
 
   private:
-    void TakeBlock(std::size_t from, std::size_t to) {
+    /// Calls `use` with each block of rows that pass.
+    template <class Use> void Walk(std::size_t from, std::size_t to, const Use& use) {
+        for (std::size_t at = from; at < to; at += kBlockRows) {
+            // a cut file must not be read beyond its end
+            if (at % (64 * kBlockRows) == 0 && !image_.isIntact())
+                throw Error(ErrorNumber::ColumnsUnfit, "The column image was changed.");
+            FillBlock(at, std::min(at + kBlockRows, to));
+            if (block_.count > 0) use();
+        }
+    }
+
+    void FillBlock(std::size_t from, std::size_t to) {
         block_.count = to - from;
         std::iota(block_.rows.begin(), block_.rows.begin() + static_cast<std::ptrdiff_t>(block_.count),
                   static_cast<std::uint32_t>(from));
         filter_.Apply(block_);
-        if (block_.count == 0) return;
+        FindSides();
+    }
+
+    void FindSides() {
         for (std::size_t i = 0; i < sides_.size(); ++i)
             FindSideKeys(image_, plan_.sides[i], block_, sides_[i]);
+    }
+
+    void Take() {
         places_.Find(block_, sides_);
+        if (places_.wantsMarks()) LeaveOutThoseAlone();
         if (places_.growing()) figures_.Grow(places_.count());
         figures_.Take(block_, sides_);
+    }
+
+    void LeaveOutThoseAlone() {
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < block_.count; ++i) {
+            block_.rows[kept] = block_.rows[i];
+            block_.places[kept] = block_.places[i];
+            kept += block_.places[i] != kNoPlace ? 1U : 0U;
+        }
+        block_.count = kept;
+        FindSides();
     }
 
     [[nodiscard]] bool Differs(std::uint32_t place) const {
@@ -94,27 +120,18 @@ class Scanner final {
     ScanBlock block_;
 };
 
-/// The later half of the rows is read by a thread of its own.
+/// The later half of the rows is read by a thread of its own; by this one when there can be none.
 void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan, const ScanInput& input) {
     const std::size_t half = image.rows() / kBlockRows / 2 * kBlockRows;
     const auto second = std::make_unique<Scanner>(image, plan, input);
-    std::exception_ptr failure;
-    std::thread thread([&] {
-        try {
-            second->Run(half, image.rows());
-        } catch (...) {
-            failure = std::current_exception();
-        }
-    });
-    std::exception_ptr own;
+    std::future<void> later;
     try {
-        first.Run(0, half);
-    } catch (...) {
-        own = std::current_exception();
+        later = std::async(std::launch::async, [&] { second->Run(half, image.rows()); });
+    } catch (const std::system_error&) {
+        return first.Run(0, image.rows());
     }
-    thread.join();
-    if (own) std::rethrow_exception(own);
-    if (failure) std::rethrow_exception(failure);
+    first.Run(0, half); // when this fails, the future waits for the other thread as it goes
+    later.get();
     first.Join(*second);
 }
 

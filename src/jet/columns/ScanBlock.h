@@ -10,6 +10,8 @@
 namespace jet {
 
 inline constexpr std::size_t kBlockRows = 4096;
+/// Place of a row that belongs to no group.
+inline constexpr std::uint32_t kNoPlace = 0xFFFFFFFF;
 
 /// The rows of a block of the image that are still in, as numbers of the image, and the place of each.
 struct ScanBlock {

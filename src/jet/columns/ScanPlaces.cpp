@@ -67,8 +67,8 @@ std::uint32_t ScanPlaces::count() const {
     return static_cast<std::uint32_t>(growing_ ? keys_.size() : combinations_);
 }
 
-void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
-    std::array<std::uint64_t, kBlockRows> keys;
+void ScanPlaces::FindKeys(const ScanBlock& block, const std::vector<SideKeys>& sides) {
+    auto& keys = found_;
     std::fill_n(keys.begin(), block.count, 0U);
     for (std::size_t c = 0; c < columns_.size(); ++c) {
         const std::uint32_t* const shareOf = columns_[c].shareOf.data();
@@ -85,8 +85,40 @@ void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
         for (std::size_t i = 0; i < block.count; ++i)
             keys[i] = keys[i] * size + static_cast<std::uint32_t>(classOf[sides[s][i]]);
     }
+}
+
+void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
+    FindKeys(block, sides);
+    if (!growing_) {
+        for (std::size_t i = 0; i < block.count; ++i)
+            block.places[i] = static_cast<std::uint32_t>(found_[i]);
+        return;
+    }
     for (std::size_t i = 0; i < block.count; ++i)
-        block.places[i] = growing_ ? PlaceOf(keys[i]) : static_cast<std::uint32_t>(keys[i]);
+        block.places[i] = IsAlone(found_[i]) ? kNoPlace : PlaceOf(found_[i]);
+}
+
+bool ScanPlaces::wantsMarks() const {
+    constexpr std::uint64_t kMostMarks = 1U << 28U;
+    return growing_ && combinations_ <= kMostMarks && plan_.whole && (plan_.moreThan > 0 || plan_.differing);
+}
+
+void ScanPlaces::Mark(const ScanBlock& block, const std::vector<SideKeys>& sides) {
+    if (seen_.empty()) {
+        seen_.resize(combinations_ / 64 + 1);
+        shared_.resize(combinations_ / 64 + 1);
+    }
+    FindKeys(block, sides);
+    for (std::size_t i = 0; i < block.count; ++i) {
+        const std::uint64_t bit = std::uint64_t{1} << (found_[i] % 64);
+        std::uint64_t& seen = seen_[found_[i] / 64];
+        shared_[found_[i] / 64] |= seen & bit;
+        seen |= bit;
+    }
+}
+
+bool ScanPlaces::IsAlone(std::uint64_t key) const {
+    return !shared_.empty() && (shared_[key / 64] >> (key % 64) & 1U) == 0;
 }
 
 // Fibonacci hashing: the upper bits of the product are well mixed.

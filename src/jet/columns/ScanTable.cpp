@@ -133,14 +133,14 @@ void Sort(Cursor& cursor, int order) {
     cursor.order.clear();
     if (order == 0) return;
     const auto figure = static_cast<std::size_t>((order - 1) / 2);
-    std::vector<std::pair<std::int64_t, std::uint32_t>> counted;
-    for (const std::uint32_t place : cursor.groups->filled) {
-        const std::int64_t count = CountOf(cursor, figure, place);
-        counted.emplace_back(order % 2 == 0 ? -count : count, static_cast<std::uint32_t>(counted.size()));
-    }
-    std::ranges::sort(counted);
-    for (const auto& each : counted)
-        cursor.order.push_back(cursor.groups->filled[each.second]);
+    const bool descending = order % 2 == 0;
+    cursor.order = cursor.groups->filled;
+    std::ranges::sort(cursor.order, [&](std::uint32_t a, std::uint32_t b) {
+        const std::int64_t ofA = CountOf(cursor, figure, a);
+        const std::int64_t ofB = CountOf(cursor, figure, b);
+        if (ofA == ofB) return a < b;
+        return descending ? ofA > ofB : ofA < ofB;
+    });
 }
 
 // --- What a group gives ---
