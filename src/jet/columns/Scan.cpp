@@ -137,21 +137,6 @@ void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan,
 
 } // namespace
 
-std::uint32_t ScanGroups::share(std::uint32_t place, std::size_t position) const {
-    std::uint64_t key = keys.empty() ? place : keys[place];
-    for (std::size_t later = sizes.size() - 1; later > position; --later)
-        key /= sizes[later];
-    return static_cast<std::uint32_t>(key % sizes[position]);
-}
-
-std::uint32_t ScanGroups::code(std::uint32_t place, std::size_t column) const {
-    return codes[column][share(place, column)];
-}
-
-std::uint32_t ScanGroups::classOf(std::uint32_t place, std::size_t side) const {
-    return share(place, codes.size() + side);
-}
-
 std::shared_ptr<const ScanGroups> ScanRows(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
                                            ScanThreads threads) {
     const auto scanner = std::make_unique<Scanner>(image, plan, input);

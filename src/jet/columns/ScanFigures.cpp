@@ -3,7 +3,6 @@
 #include "jet/values/Collation.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace jet {
 
@@ -28,41 +27,6 @@ void KeepSmaller(std::vector<std::uint32_t>& rows, const std::vector<std::uint32
 }
 
 } // namespace
-
-void SumState::Add(double term) {
-    const double next = sum + term;
-    lost += std::fabs(sum) >= std::fabs(term) ? (sum - next) + term : (term - next) + sum;
-    sum = next;
-    ++count;
-}
-
-void SumState::Join(const SumState& part) {
-    const std::int64_t all = count + part.count;
-    Add(part.sum);
-    lost += part.lost;
-    count = all;
-}
-
-void SpreadState::Add(double value) {
-    const double distance = value - mean;
-    ++count;
-    mean += distance / static_cast<double>(count);
-    squares += distance * (value - mean);
-}
-
-// Chan, Golub and LeVeque: the spread of two groups together.
-void SpreadState::Join(const SpreadState& part) {
-    if (count == 0 || part.count == 0) {
-        if (count == 0) *this = part;
-        return;
-    }
-    const auto before = static_cast<double>(count);
-    const auto added = static_cast<double>(part.count);
-    const double distance = part.mean - mean;
-    count += part.count;
-    mean += distance * added / (before + added);
-    squares += part.squares + distance * distance * before * added / (before + added);
-}
 
 ScanFigures::ScanFigures(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input, ScanGroups& groups)
     : image_(image), plan_(plan), input_(input), value_(image.columns()[plan.value]), groups_(groups) {

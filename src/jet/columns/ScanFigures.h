@@ -1,8 +1,9 @@
 #pragma once
 
-#include "jet/columns/Scan.h"
 #include "jet/columns/ScanBlock.h"
+#include "jet/columns/ScanGroups.h"
 #include "jet/columns/ScanPlaces.h"
+#include "jet/columns/ScanPlan.h"
 
 namespace jet {
 

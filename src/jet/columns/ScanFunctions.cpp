@@ -1,6 +1,6 @@
 #include "jet/columns/ScanFunctions.h"
 
-#include "jet/columns/Scan.h"
+#include "jet/columns/ScanGroups.h"
 #include "jet/functions/FunctionSupport.h"
 
 #include <array>

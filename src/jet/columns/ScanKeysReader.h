@@ -1,6 +1,8 @@
 #pragma once
 
-#include "jet/columns/Scan.h"
+#include "jet/columns/ColumnImage.h"
+#include "jet/columns/ScanGroups.h"
+#include "jet/columns/ScanPlan.h"
 
 struct sqlite3;
 

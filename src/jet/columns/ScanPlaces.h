@@ -1,7 +1,8 @@
 #pragma once
 
-#include "jet/columns/Scan.h"
 #include "jet/columns/ScanBlock.h"
+#include "jet/columns/ScanGroups.h"
+#include "jet/columns/ScanPlan.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,5 +1,6 @@
 #include "jet/columns/ScanTable.h"
 
+#include "jet/columns/Scan.h"
 #include "jet/columns/ScanBlock.h"
 #include "jet/columns/ScanFunctions.h"
 #include "jet/columns/ScanKeysReader.h"

@@ -1,5 +1,5 @@
 #include "jet/emit/Emitter.h"
-#include "jet/rewrite/ColumnScans.h"
+#include "jet/rewrite/ScanNames.h"
 #include "jet/sql/VisitOperands.h"
 
 #include <algorithm>

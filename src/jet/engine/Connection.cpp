@@ -200,7 +200,7 @@ void Connection::UseColumnImages(std::shared_ptr<ColumnImages> images) {
 
 Connection::CacheCounts Connection::cacheCounts() const {
     const StatementCache::Counts counts = EngineOf(*impl_).statements().counts();
-    return {counts.translated, counts.reused, counts.unfit};
+    return {counts.translated, counts.reused};
 }
 
 } // namespace jet

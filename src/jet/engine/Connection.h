@@ -77,11 +77,10 @@ class Connection final {
     /// is sooner and gives the same rows.
     void UseColumnImages(std::shared_ptr<ColumnImages> images);
 
-    /// Translations made and taken from the cache since opening; for tests and benchmarks.
+    /// Translations made and taken from the cache since opening; for benchmarks.
     struct CacheCounts {
         std::uint64_t translated = 0;
         std::uint64_t reused = 0;
-        std::uint64_t unfit = 0; ///< statements that a column image could not serve after all
     };
     [[nodiscard]] CacheCounts cacheCounts() const;
 

@@ -67,10 +67,8 @@ class StatementCache {
     struct Counts {
         std::uint64_t translated = 0;
         std::uint64_t reused = 0;
-        std::uint64_t unfit = 0; ///< run once more without a column image
     };
     [[nodiscard]] Counts counts() const { return counts_; }
-    void NoteUnfit() { ++counts_.unfit; }
 
   private:
     void TranslateAnew(CachedStatement& statement);

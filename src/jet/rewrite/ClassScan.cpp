@@ -1,6 +1,6 @@
 #include "jet/rewrite/ClassScan.h"
 
-#include "jet/rewrite/ColumnScans.h"
+#include "jet/rewrite/ScanNames.h"
 #include "jet/rewrite/ScanShape.h"
 #include "jet/rewrite/ScanSides.h"
 #include "jet/sql/MakeTree.h"

@@ -13,13 +13,4 @@ namespace jet {
 bool ScanColumns(tree::Query& query, const Catalogue& catalogue);
 bool ScanColumns(tree::Transform& transform, const Catalogue& catalogue);
 
-/// A figure of the groups as the statement names it.
-[[nodiscard]] inline std::string ScanFigureName(std::size_t figure) {
-    return "jet$a" + std::to_string(figure);
-}
-/// A field of a side as the statement names it.
-[[nodiscard]] inline std::string ScanFieldName(std::size_t field) {
-    return "jet$x" + std::to_string(field);
-}
-
 } // namespace jet

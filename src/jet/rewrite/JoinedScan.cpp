@@ -1,6 +1,6 @@
 #include "jet/rewrite/JoinedScan.h"
 
-#include "jet/rewrite/ColumnScans.h"
+#include "jet/rewrite/ScanNames.h"
 #include "jet/rewrite/ScanShape.h"
 #include "jet/sql/CopyExpression.h"
 #include "jet/sql/MakeTree.h"

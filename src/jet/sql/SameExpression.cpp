@@ -41,8 +41,8 @@ template <class Same, class SameFields> class NodeComparison {
                all(a.arguments, b.arguments);
     }
     bool operator()(const ScannedAggregate& a, const ScannedAggregate& b) const {
-        const bool same = a.argument == nullptr || b.argument == nullptr ? a.argument == b.argument
-                                                                         : same_(*a.argument, *b.argument);
+        const bool same =
+            a.argument == nullptr || b.argument == nullptr ? a.argument == b.argument : same_(*a.argument, *b.argument);
         return same && a.figure == b.figure && a.function == b.function && SameName(a.table, b.table);
     }
     bool operator()(const InQuery& a, const InQuery& b) const {

@@ -35,7 +35,7 @@ TEST(ColumnScansTest, RandomStatementsGiveTheSameRowsBothWays) {
                 << "seed " << seed + round << "\n"
                 << sql;
         }
-        unfit += static_cast<int>(database.withImages().cacheCounts().unfit);
+        unfit += static_cast<int>(database.images().unfit());
     }
     EXPECT_GT(scanned - unfit, statements / 3) << "of " << statements << ", seed " << seed;
     std::printf("%d statements, %d on the image, %d of them the plain way after all\n", statements, scanned, unfit);
