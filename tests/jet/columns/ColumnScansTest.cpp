@@ -23,7 +23,7 @@ TEST(ColumnScansTest, RandomStatementsGiveTheSameRowsBothWays) {
     int scanned = 0;
     int unfit = 0;
     for (std::uint64_t round = 0; std::chrono::steady_clock::now() < end; ++round) {
-        ScanDatabase database(seed + round, 1500, round % 3 == 0);
+        ScanDatabase database(seed + round, 2500, round % 3 == 0);
         RandomScans random(seed + round);
         for (int each = 0; each < 60 && std::chrono::steady_clock::now() < end; ++each) {
             const std::string sql = random.Next();
