@@ -55,33 +55,8 @@ template <bool root, bool sample> void FinishSpread(Call& call, const SpreadStat
     call.give(root ? std::sqrt(variance) : variance);
 }
 
-/// The value of the row with the least number: jet_firstof(value, row).
-struct FirstState {
-    sqlite3_value* held;
-    std::int64_t row;
-};
-
-void StepFirst(sqlite3_context* context, int, sqlite3_value** values) {
-    auto* const state = static_cast<FirstState*>(sqlite3_aggregate_context(context, sizeof(FirstState)));
-    if (state == nullptr) return sqlite3_result_error_nomem(context);
-    const std::int64_t row = sqlite3_value_int64(values[1]);
-    if (state->held != nullptr && row >= state->row) return;
-    sqlite3_value_free(state->held);
-    state->held = sqlite3_value_dup(values[0]);
-    state->row = row;
-}
-
-void FinishFirst(sqlite3_context* context) {
-    auto* const state = static_cast<FirstState*>(sqlite3_aggregate_context(context, 0));
-    if (state == nullptr || state->held == nullptr) return;
-    sqlite3_result_value(context, state->held);
-    sqlite3_value_free(state->held);
-    state->held = nullptr;
-}
-
 struct Aggregate {
     const char* name;
-    int arguments;
     void (*step)(sqlite3_context*, int, sqlite3_value**);
     void (*final)(sqlite3_context*);
 };
@@ -90,13 +65,12 @@ struct Aggregate {
 
 void RegisterScanFunctions(sqlite3* database) {
     static constexpr std::array aggregates = {
-        Aggregate{"jet_scansum", 1, Step<SumState>, Final<SumState, FinishSum>},
-        Aggregate{"jet_scanavg", 1, Step<SumState>, Final<SumState, FinishAverage>},
-        Aggregate{"jet_scanstdev", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<true, true>>},
-        Aggregate{"jet_scanstdevp", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<true, false>>},
-        Aggregate{"jet_scanvar", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<false, true>>},
-        Aggregate{"jet_scanvarp", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
-        Aggregate{"jet_firstof", 2, StepFirst, FinishFirst},
+        Aggregate{"jet_scansum", Step<SumState>, Final<SumState, FinishSum>},
+        Aggregate{"jet_scanavg", Step<SumState>, Final<SumState, FinishAverage>},
+        Aggregate{"jet_scanstdev", Step<SpreadState>, Final<SpreadState, FinishSpread<true, true>>},
+        Aggregate{"jet_scanstdevp", Step<SpreadState>, Final<SpreadState, FinishSpread<true, false>>},
+        Aggregate{"jet_scanvar", Step<SpreadState>, Final<SpreadState, FinishSpread<false, true>>},
+        Aggregate{"jet_scanvarp", Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
     };
     for (const Aggregate& each : aggregates)
         sqlite3_create_function_v2(database, each.name, each.arguments,

@@ -6,8 +6,7 @@ struct sqlite3;
 
 namespace jet {
 
-/// Registers the aggregates that put the figures of several groups of a scan together (see ScanTable.h), and that of
-/// the first row of a group.
+/// Registers the aggregates that put the figures of several groups of a scan together (see ScanTable.h).
 void RegisterScanFunctions(sqlite3* database);
 
 /// Told when an image is no longer that of its database.
