@@ -1,9 +1,20 @@
 #include "Figures.h"
+#include "dataview/FilterCounter.h"
 #include "jet/engine/ColumnImages.h"
 #include "jet/engine/Connection.h"
+#include "presentation/RowsColumns.h"
+#include "presentation/ValueRanges.h"
+#include "session/ColumnCache.h"
 #include "session/DatabasePassword.h"
+#include "session/Query.h"
+#include "session/Session.h"
+#include "view/InView.h"
 
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <thread>
 
 namespace tessaro::bench {
 
@@ -28,7 +39,89 @@ std::uintmax_t MakeImage(const std::string& database, const std::string& folder)
 constexpr auto kReadByHand = "SELECT RowNId, TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue FROM "
                              "Data NOT INDEXED";
 
+const std::string kFrom =
+    " FROM sel._SelIUSNId S JOIN Data D ON D.IUSNId = S.IUSNId AND D.SourceNId = S.SourceNId JOIN sel._SelTimePeriod T "
+    "ON T.TimePeriodNId = D.TimePeriodNId JOIN sel._SelArea A ON A.AreaNId = D.AreaNId WHERE NOT S.Deleted ";
+
+/// Each answer is another one, so that none is kept from before.
+double MillisecondsOfCount(bool missing) {
+    static int turn = 0;
+    FilterCounter counter;
+    counter.Start();
+    double slowest = 0;
+    for (int i = 0; i < 5; ++i) {
+        const DataFilters filters{.MissingDataOn = missing,
+                                  .ValueRangeOn = !missing || i > 0,
+                                  .DataValueFrom = 10.0 + ++turn,
+                                  .DataValueTo = 400};
+        slowest = std::max(slowest, Milliseconds([&] { (void)counter.RowsLeft(filters); }));
+    }
+    return slowest;
+}
+
+/// Whether values that share a cell differ in each of the seven fields, in a table of areas and indicators by periods.
+void AskSeven() {
+    RowsColumns arrangement;
+    arrangement.Place(PivotField::AreaName, Placement::Row);
+    arrangement.Place(PivotField::Indicator, Placement::Row);
+    arrangement.Place(PivotField::TimePeriod, Placement::Column);
+    for (int field = 0; field < kPivotFieldCount; ++field)
+        (void)MultipleExists(static_cast<PivotField>(field), arrangement);
+}
+
+void AskSevenByHand(HandWritten& hand) {
+    for (const std::string field :
+         {"T.TimePeriod", "A.AreaID", "A.AreaName", "S.Indicator", "S.Subpop", "S.Unit", "S.Source"})
+        hand.Walk("SELECT 1" + kFrom +
+                      "GROUP BY T.TimePeriod, S.Indicator COLLATE NOCASE, A.AreaName COLLATE NOCASE HAVING count(" +
+                      field + ") > 1 AND min(" + field + ") <> max(" + field + ")",
+                  1);
+}
+
+void ReadLimits() {
+    Records rows = Select(QStringLiteral("SELECT IUS.[Indicator],IUS.IndicatorGId, Min(D.Datavalue) AS MinOfDatavalue, "
+                                         "Max(D.Datavalue) AS MaxOfDatavalue  ") +
+                          InView(joins::kValueRanges) + QStringLiteral(" GROUP BY IUS.[Indicator],IUS.IndicatorGId "));
+    while (!rows.atEnd())
+        rows.MoveNext();
+}
+
+void MeasureQuestions(Report& report, const BenchSession& session) {
+    const std::string count = "rows left by a value range, counted";
+    const std::string missing = "cells without a value, counted";
+    const std::string seven = "do shared cells differ, for seven fields";
+    const std::string limits = "least and greatest value of each indicator";
+    if (!report.Wants(count) && !report.Wants(missing) && !report.Wants(seven) && !report.Wants(limits)) return;
+    WaitForColumns();
+    const BenchSession::Copies copies = session.CopyForHand();
+    HandWritten hand(session.database, copies.selections, copies.working);
+    report.Bound(
+        count, [] { return MillisecondsOfCount(false); }, 200, "ms");
+    report.Bound(
+        missing, [] { return MillisecondsOfCount(true); }, 200, "ms");
+    report.CompareOnce(
+        seven, AskSeven, [&] { AskSevenByHand(hand); }, 0.05);
+    report.CompareOnce(
+        limits, ReadLimits,
+        [&] {
+            hand.Walk("SELECT S.Indicator, S.IndicatorGId, min(CAST(D.Datavalue AS REAL)), max(CAST(D.Datavalue AS "
+                      "REAL))" +
+                      kFrom + "GROUP BY S.Indicator COLLATE NOCASE, S.IndicatorGId COLLATE NOCASE");
+        },
+        0.05);
+}
+
 } // namespace
+
+void WaitForColumns() {
+    const QString statement = QStringLiteral("SELECT IUSNId, Count(*) AS Numbers FROM Data GROUP BY IUSNId");
+    for (int tenths = 0; tenths < 600; ++tenths) {
+        if (RunsOnColumns(statement)) return;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    std::fprintf(stderr, "bench: there is no column image\n");
+    std::exit(2);
+}
 
 void MeasureColumns(Report& report, const BenchSession& session) {
     const std::string folder = session.working + ".columns";
@@ -43,6 +136,7 @@ void MeasureColumns(Report& report, const BenchSession& session) {
         "column image on disk", [&] { return static_cast<double>(MakeImage(session.database, folder)) / 1e6; }, 120,
         "MB");
     std::filesystem::remove_all(folder);
+    MeasureQuestions(report, session);
 }
 
 } // namespace tessaro::bench

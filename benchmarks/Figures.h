@@ -14,8 +14,11 @@ void MeasureGrid(Report& report, const BenchSession& session);
 /// Statistics and row filters of the data view, to their first rows. Expects everything to be selected, and selects
 /// less.
 void MeasureDataOptions(Report& report, const BenchSession& session);
-/// Making the column image of the values.
+/// Making the column image of the values, and what runs on it: counts of the filters, questions of the wizards. Expects
+/// everything to be selected.
 void MeasureColumns(Report& report, const BenchSession& session);
+/// Until the image that the session's connection uses is there; it is made while the program goes on.
+void WaitForColumns();
 /// The crosstab of the table and graph wizards, and the ranges of their colours. Selects what it needs.
 void MeasureCrosstabs(Report& report, const BenchSession& session);
 /// The working tables of the calculations against plain SQLite, and three calculations up to their logs. Selects what

@@ -9,10 +9,8 @@
 #include "view/InView.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <thread>
 
 namespace tessaro::bench {
 
@@ -43,18 +41,6 @@ std::string StatisticsByHand() {
 void Statistics() {
     static int turn = 0;
     (void)ReadStatistics(QStringLiteral(" AND D.SourceNId <> %1 ").arg(-++turn));
-}
-
-/// Until the column image of the values is there, which is made while the program goes on.
-void WaitForColumns() {
-    const std::string statement = StatisticsStatement({}).toStdString();
-    for (int tenths = 0; tenths < 600; ++tenths) {
-        const std::vector<std::string> steps = Connection->Explain(statement).steps;
-        if (std::ranges::find(steps, "column-scans") != steps.end()) return;
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    }
-    std::fprintf(stderr, "bench: there is no column image\n");
-    std::exit(2);
 }
 
 void FirstPage(const QString& statement) {
@@ -150,9 +136,9 @@ void MeasureDataOptions(Report& report, const BenchSession& session) {
         MeasureValueRange(report, hand);
         WaitForColumns();
         const std::string byHand = StatisticsByHand();
-        report.Compare(
+        report.CompareOnce(
             "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02);
-        report.Compare(
+        report.CompareOnce(
             "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07);
     }
     SelectHalf();

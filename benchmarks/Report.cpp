@@ -83,8 +83,23 @@ void Report::Compare(const std::string& what, const std::function<void()>& ours,
         calm = better || betterByHand ? 0 : calm + 1;
         spent += (first + second) * times;
     }
-    const double ratio = best / bestByHand;
-    lines_.push_back({what, Duration(best), Duration(bestByHand), Text(ratio, "%.2f"), Text(allowedRatio, "%.2f"),
+    Note(what, best, bestByHand, allowedRatio);
+}
+
+void Report::CompareOnce(const std::string& what, const std::function<void()>& ours,
+                         const std::function<void()>& byHand, double allowedRatio) {
+    if (!Wants(what)) return;
+    std::fprintf(stderr, "bench: %s\n", what.c_str());
+    double best = Milliseconds(ours);
+    for (int turn = 1; turn < kFewestTurns; ++turn)
+        best = std::min(best, Milliseconds(ours));
+    Note(what, best, Milliseconds(byHand), allowedRatio);
+}
+
+void Report::Note(const std::string& what, double ours, double byHand, double allowedRatio) {
+    const double ratio = ours / byHand;
+    const char* const digits = allowedRatio < 0.1 ? "%.3f" : "%.2f";
+    lines_.push_back({what, Duration(ours), Duration(byHand), Text(ratio, digits), Text(allowedRatio, digits),
                       ratio <= allowedRatio});
 }
 

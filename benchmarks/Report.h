@@ -17,6 +17,9 @@ class Report final {
     /// work is repeated within a turn.
     void Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
                  double allowedRatio = 1.2);
+    /// The same where the work by hand takes minutes: it is timed once, after ours, of which the best of five counts.
+    void CompareOnce(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
+                     double allowedRatio);
     /// Notes a figure that has a bound of its own; it is not measured unless it is wanted.
     void Bound(const std::string& what, const std::function<double()>& figure, double allowed, const std::string& unit);
     void Bound(const std::string& what, double figure, double allowed, const std::string& unit);
@@ -30,6 +33,8 @@ class Report final {
         std::string what, ours, byHand, ratio, allowed;
         bool kept = true;
     };
+    void Note(const std::string& what, double ours, double byHand, double allowedRatio);
+
     std::string part_;
     std::vector<Line> lines_;
 };

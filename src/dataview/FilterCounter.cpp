@@ -23,6 +23,13 @@ qint32 Number(const jet::Recordset& row, std::size_t field) {
 void FilterCounter::Start() {
     ErrorTrap trap("FilterCounter");
     *this = FilterCounter();
+    scans_ = ScanCounts::Begin();
+    if (scans_) {
+        all_.rows = scans_->Rows();
+        all_.blank = scans_->Blank();
+        complete_ = true;
+        return;
+    }
     rows_ = std::move(Select(RequeryStatement({}, {}), jet::CursorType::ForwardOnly).rows());
     if (!rows_.isOpen() || rows_.atEnd()) Finish();
 }
@@ -76,6 +83,7 @@ bool FilterCounter::ReadMostRecent() {
 }
 
 std::optional<std::pair<double, double>> FilterCounter::Extent() const {
+    if (scans_) return scans_->Extent();
     if (!complete_ || all_.numbers.empty()) return std::nullopt;
     return std::pair(all_.numbers.front(), all_.numbers.back());
 }
@@ -94,10 +102,18 @@ qint64 FilterCounter::RowsWithoutValueLeft(const DataFilters& filters) const {
     return filters.MostRecentOn ? all_.blank - mostRecent_->blank : 0;
 }
 
+qint64 FilterCounter::MissingCells() const {
+    return scans_ ? std::max<qint64>(SelectedCells() - scans_->Cells(), 0) : missingCells_;
+}
+
+qint64 FilterCounter::ValuesWithin(const DataFilters& filters) const {
+    if (filters.MostRecentOn) return mostRecent_->Within(filters);
+    return scans_ ? scans_->Within(filters) : all_.Within(filters);
+}
+
 std::optional<qint64> FilterCounter::RowsLeft(const DataFilters& filters) const {
     if (!complete_ || (filters.MostRecentOn && !mostRecent_)) return std::nullopt;
-    const qint64 withValue = (filters.MostRecentOn ? *mostRecent_ : all_).Within(filters);
-    return withValue + (filters.MissingDataOn ? missingCells_ + RowsWithoutValueLeft(filters) : 0);
+    return ValuesWithin(filters) + (filters.MissingDataOn ? MissingCells() + RowsWithoutValueLeft(filters) : 0);
 }
 
 } // namespace tessaro

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dataview/ScanCounts.h"
 #include "jet/engine/Recordset.h"
 #include "view/DataFilters.h"
 
@@ -12,8 +13,8 @@
 
 namespace tessaro {
 
-/// Says how many rows would stay under any filters, without asking the database each time: it reads the values in view
-/// once, in slices, so that a window stays alive meanwhile.
+/// Says how many rows would stay under any filters. It reads the values in view once, in slices, so that a window stays
+/// alive meanwhile; or asks the column image each time, where that is there.
 class FilterCounter final {
   public:
     /// Begins to read the rows in view without filters, those included that were removed one by one.
@@ -30,7 +31,7 @@ class FilterCounter final {
     /// Least and greatest value; nothing when no value is a number.
     [[nodiscard]] std::optional<std::pair<double, double>> Extent() const;
     /// Cells of the selection that have no value.
-    [[nodiscard]] qint64 MissingCells() const { return missingCells_; }
+    [[nodiscard]] qint64 MissingCells() const;
     /// Rows that stay; nothing while that isn't known (not complete, or most recent wanted and not read).
     [[nodiscard]] std::optional<qint64> RowsLeft(const DataFilters& filters) const;
 
@@ -43,13 +44,15 @@ class FilterCounter final {
     };
     void Take(Values& values, const jet::Recordset& row) const;
     [[nodiscard]] qint64 RowsWithoutValueLeft(const DataFilters& filters) const;
+    [[nodiscard]] qint64 ValuesWithin(const DataFilters& filters) const;
     void Finish();
 
+    std::optional<ScanCounts> scans_; ///< in place of the values themselves
     jet::Recordset rows_;
     Values all_;
     std::optional<Values> mostRecent_;
     std::vector<std::array<qint32, 4>> cells_;
-    qint64 missingCells_ = 0;
+    qint64 missingCells_ = 0; ///< without scans_
     bool complete_ = false;
 };
 

@@ -124,11 +124,13 @@ bool MultipleExists(PivotField field, const RowsColumns& arrangement) {
     const QString from = InView(joins::kSharedCells);
     const QString groupBy = groups.isEmpty() ? QString() : QStringLiteral(" GROUP BY ") + groups;
     const Records counts = Select(QStringLiteral("SELECT Count(") + f + QStringLiteral(") AS CoutField") + from +
-                                  groupBy + QStringLiteral(" ORDER BY Count(") + f + QStringLiteral(") DESC"));
+                                      groupBy + QStringLiteral(" ORDER BY Count(") + f + QStringLiteral(") DESC"),
+                                  jet::CursorType::ForwardOnly);
     if (counts.atEnd() || counts.Number(std::size_t{0}) <= 1) return false;
     const Records limits =
         Select(QStringLiteral("SELECT Min(") + f + QStringLiteral("), Max(") + f + QStringLiteral(")") + from +
-               groupBy + QStringLiteral(" HAVING Min(") + f + QStringLiteral(") <> Max(") + f + QStringLiteral(")"));
+                   groupBy + QStringLiteral(" HAVING Min(") + f + QStringLiteral(") <> Max(") + f + QStringLiteral(")"),
+               jet::CursorType::ForwardOnly);
     return !limits.atEnd();
 }
 

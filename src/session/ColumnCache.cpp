@@ -8,6 +8,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace tessaro {
 
 namespace {
@@ -36,6 +38,16 @@ void PrepareColumnCache() {
         static_cast<void>(Connection->Explain("SELECT IUSNId, Count(*) AS Numbers FROM Data GROUP BY IUSNId"));
     } catch (const std::exception&) {
         return; // the statements of the view will tell what is wrong
+    }
+}
+
+bool RunsOnColumns(const QString& sql) {
+    if (!Connection || !Connection->isOpen()) return false;
+    try {
+        const std::vector<std::string> steps = Connection->Explain(sql.toStdString()).steps;
+        return std::ranges::find(steps, "column-scans") != steps.end();
+    } catch (const std::exception&) {
+        return false;
     }
 }
 

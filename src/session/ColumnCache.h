@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 namespace jet {
 class Connection;
 }
@@ -12,5 +14,7 @@ void UseColumnCache(jet::Connection& connection);
 /// Has the image of the values of a large database made now, so that it is there when the first statement wants it.
 /// Returns at once.
 void PrepareColumnCache();
+/// True when the statement would be run on such an image now.
+[[nodiscard]] bool RunsOnColumns(const QString& sql);
 
 } // namespace tessaro

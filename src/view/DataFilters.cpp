@@ -49,17 +49,8 @@ QString DeletedClause() {
     return QStringLiteral(" AND D.RowNID not in(") + DeletedRowNIds + QStringLiteral(") ");
 }
 
-/// The condition of the value range, for the grid and for RowFilter. Datavalue compares as a number without CDbl, which
-/// would fail on texts that are no numbers. Such texts are greater than every number and Null compares with nothing, so
-/// the range leaves both out.
-QString ValueRange(const DataFilters& filters) {
-    if (!filters.ValueRangeOn) return {};
-    return QStringLiteral(" AND (D.Datavalue >= ") + NumberText(filters.DataValueFrom) +
-           QStringLiteral(" AND D.Datavalue <= ") + NumberText(filters.DataValueTo) + QStringLiteral(")");
-}
-
 QString OnValues(const DataFilters& filters) {
-    return ValueRange(filters) + (filters.MostRecentOn ? MostRecentClause : QString());
+    return ValueRangeClause(filters) + (filters.MostRecentOn ? MostRecentClause : QString());
 }
 
 /// The conditions of missing data: value range and most recent data restrict only the rows that have a value; cells
@@ -111,15 +102,23 @@ QString NumberText(double number) {
     return QLocale::c().toString(number, 'g', QLocale::FloatingPointShortest).remove(QLatin1Char(','));
 }
 
+// Datavalue compares as a number without CDbl, which would fail on texts that are no numbers. Such texts are greater
+// than every number and Null compares with nothing, so the range leaves both out.
+QString ValueRangeClause(const DataFilters& filters) {
+    if (!filters.ValueRangeOn) return {};
+    return QStringLiteral(" AND (D.Datavalue >= ") + NumberText(filters.DataValueFrom) +
+           QStringLiteral(" AND D.Datavalue <= ") + NumberText(filters.DataValueTo) + QStringLiteral(")");
+}
+
 QString BuildRowFilter(const DataFilters& filters) {
-    QString filter = DeletedClause() + ValueRange(filters);
+    QString filter = DeletedClause() + ValueRangeClause(filters);
     if (!MostRecentClause.trimmed().isEmpty()) filter += MostRecentClause;
     return filter;
 }
 
 QString FilteredStatement(const RowsInView& rows, const QString& orderBy) {
     if (rows.filters.MissingDataOn) return QLatin1String(kMissingColumns) + KeptCells(rows) + orderBy;
-    const QString conditions = DeletedClause() + ValueRange(rows.filters);
+    const QString conditions = DeletedClause() + ValueRangeClause(rows.filters);
     return rows.filters.MostRecentOn ? MostRecentStatement() + conditions + orderBy
                                      : RequeryStatement(conditions, orderBy);
 }

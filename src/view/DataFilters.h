@@ -38,6 +38,8 @@ struct RowsInView {
 /// Most cells without a value that are shown. With more, the filter can't be applied and the dialog says so.
 constexpr qint64 kMostMissingCells = 2'000'000;
 
+/// The condition of the value range, for the grid and for RowFilter; empty without a range.
+[[nodiscard]] QString ValueRangeClause(const DataFilters& filters);
 /// The text of RowFilter: rows removed one by one, value range, most recent data.
 [[nodiscard]] QString BuildRowFilter(const DataFilters& filters);
 

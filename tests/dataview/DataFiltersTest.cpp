@@ -2,10 +2,13 @@
 
 #include "dataview/FilterCounter.h"
 #include "dataview/GridQuery.h"
+#include "jet/engine/ColumnImages.h"
 #include "session/Query.h"
 #include "session/Session.h"
 #include "support/SelectionTest.h"
 #include "view/InView.h"
+
+#include <QTemporaryDir>
 
 #include <algorithm>
 
@@ -221,6 +224,36 @@ TEST_F(DataFiltersTest, TheCounterKnowsNothingUntilItHasReadEverything) {
     counter.Start();
     EXPECT_TRUE(counter.isComplete());
     EXPECT_EQ(counter.RowsLeft({.MissingDataOn = true}), 36);
+}
+
+TEST_F(DataFiltersTest, TheCounterAsksAColumnImageWhereThereIsOne) {
+    AddData(2, 2, 2, QStringLiteral("Null"), 1, 7);
+    AddData(1, 1, 2, QStringLiteral("'20.5'"), 1); // beside 6
+    const QTemporaryDir folder;
+    jet::ColumnImages::Settings settings;
+    settings.folder = folder.path().toStdString();
+    settings.leastRows = 1;
+    const auto images = std::make_shared<jet::ColumnImages>(std::move(settings));
+    Connection->UseColumnImages(images);
+    const auto start = [&](FilterCounter& counter) {
+        (void)Connection->Explain("SELECT Count(*) FROM Data");
+        images->Wait();
+        counter.Start();
+    };
+    FilterCounter counter;
+    start(counter);
+    ASSERT_TRUE(counter.isComplete()) << "without reading the rows";
+    EXPECT_EQ(counter.TotalRows(), 9);
+    EXPECT_EQ(counter.Extent(), std::pair(-5.0, 100.0));
+    EXPECT_EQ(counter.MissingCells(), 36 - 8);
+    for (const bool missing : {false, true})
+        for (const auto& [from, to] : {std::pair{10.0, 100.0}, {20.0, 20.0}, {-5.0, 9.5}, {1e3, 1e4}}) {
+            filters = {.MissingDataOn = missing, .ValueRangeOn = true, .DataValueFrom = from, .DataValueTo = to};
+            EXPECT_EQ(counter.RowsLeft(filters), Select(GridStatement(filters)).rows().RecordCount()) << from;
+        }
+    AddData(1, 3, 2, QStringLiteral("'n/a'"), 1);
+    start(counter);
+    EXPECT_FALSE(counter.isComplete()) << "texts that are no numbers are counted one by one";
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "jet/columns/ScanFunctions.h"
 
-#include "jet/columns/Scan.h"
+#include "jet/columns/ScanGroups.h"
 #include "jet/functions/FunctionSupport.h"
 
 #include <array>
@@ -11,31 +11,6 @@
 namespace jet {
 
 namespace {
-
-void Join(SumState& all, const SumState& part) {
-    const auto add = [&](double term) {
-        const double next = all.sum + term;
-        all.lost += std::fabs(all.sum) >= std::fabs(term) ? (all.sum - next) + term : (term - next) + all.sum;
-        all.sum = next;
-    };
-    all.count += part.count;
-    add(part.sum);
-    all.lost += part.lost;
-}
-
-// Chan, Golub and LeVeque: the spread of two groups together.
-void Join(SpreadState& all, const SpreadState& part) {
-    const auto before = static_cast<double>(all.count);
-    const auto added = static_cast<double>(part.count);
-    const double distance = part.mean - all.mean;
-    all.count += part.count;
-    if (before == 0) {
-        all = part;
-        return;
-    }
-    all.mean += distance * added / (before + added);
-    all.squares += part.squares + distance * distance * before * added / (before + added);
-}
 
 /// A figure of a group: Null, its state, or in place of that a text of the group that is no number, which fails as it
 /// would where each row is read.
@@ -49,7 +24,7 @@ template <class State> void Step(sqlite3_context* context, int count, sqlite3_va
         State part;
         if (sqlite3_value_bytes(values[0]) != sizeof(part)) return;
         std::memcpy(&part, sqlite3_value_blob(values[0]), sizeof(part));
-        Join(*all, part);
+        all->Join(part);
     } catch (const Error& error) {
         GiveError(context, error);
     }
@@ -98,8 +73,9 @@ void RegisterScanFunctions(sqlite3* database) {
         Aggregate{"jet_scanvarp", Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
     };
     for (const Aggregate& each : aggregates)
-        sqlite3_create_function_v2(database, each.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY,
-                                   nullptr, nullptr, each.step, each.final, nullptr);
+        sqlite3_create_function_v2(database, each.name, each.arguments,
+                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, nullptr, each.step,
+                                   each.final, nullptr);
 }
 
 } // namespace jet

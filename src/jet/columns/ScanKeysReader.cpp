@@ -1,81 +1,97 @@
 #include "jet/columns/ScanKeysReader.h"
 
+#include "jet/columns/RankedValues.h"
 #include "jet/functions/FunctionSupport.h"
-#include "jet/values/Collation.h"
-#include "jet/values/Error.h"
 
 #include <algorithm>
-#include <numeric>
 #include <sqlite3.h>
+#include <unordered_map>
 
 namespace jet {
 
 namespace {
 
-struct FinalizeStatement {
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-
-[[noreturn]] void Unfit(const char* why) {
-    throw Error(ErrorNumber::ColumnsUnfit, why);
-}
-
-/// Walks the rows of a query; what fails in it will fail the plain way, too.
-template <class Take> void EachRow(sqlite3* database, const std::string& sql, const Take& take) {
-    sqlite3_stmt* raw = nullptr;
-    if (sqlite3_prepare_v2(database, sql.data(), static_cast<int>(sql.size()), &raw, nullptr) != SQLITE_OK)
-        Unfit("The keys can't be read.");
-    const std::unique_ptr<sqlite3_stmt, FinalizeStatement> statement(raw);
-    int code = SQLITE_ROW;
-    while ((code = sqlite3_step(raw)) == SQLITE_ROW)
-        take(raw);
-    if (code != SQLITE_DONE) Unfit("The keys can't be read.");
-}
-
-/// The code of a number; nothing when the column doesn't have it.
-std::optional<std::uint32_t> CodeOf(const ImageColumn& column, std::int64_t number) {
-    const std::size_t nulls = column.hasNull ? 1 : 0;
-    const auto sorted = column.numbers.subspan(nulls);
-    const auto found = std::ranges::lower_bound(sorted, number);
-    if (found == sorted.end() || *found != number) return std::nullopt;
-    return static_cast<std::uint32_t>(static_cast<std::size_t>(found - sorted.begin()) + nulls);
-}
-
-bool IsNumber(const Value& value) {
-    return value.type() == Value::Type::Integer || value.type() == Value::Type::Double;
-}
-
-int CompareNumbers(const Value& a, const Value& b) {
-    if (a.type() == Value::Type::Integer && b.type() == Value::Type::Integer)
-        return static_cast<int>(a.toInteger() > b.toInteger()) - static_cast<int>(a.toInteger() < b.toInteger());
-    return static_cast<int>(a.toDouble() > b.toDouble()) - static_cast<int>(a.toDouble() < b.toDouble());
-}
-
-int Compared(const Value& a, const Value& b, CompareKind kind) {
-    if (kind == CompareKind::Number) return CompareNumbers(a, b);
-    const std::string left = a.toText();
-    const std::string right = b.toText();
-    if (kind == CompareKind::Identifier)
-        return sqlite3_strnicmp(left.c_str(), right.c_str(), static_cast<int>(std::max(left.size(), right.size())));
-    return kind == CompareKind::ValueText ? CompareValueText(left, right) : CompareText(left, right);
-}
-
-void Rank(std::vector<std::pair<std::uint32_t, Value>> held, CompareKind kind, PassingCodes& codes) {
-    codes.ranks.assign(codes.passes.size(), -1);
-    std::erase_if(held, [](const auto& each) { return each.second.isNull(); });
-    for (const auto& each : held)
-        if (IsNumber(each.second) != (kind == CompareKind::Number)) Unfit("What is ranked is of another type.");
-    std::ranges::stable_sort(held,
-                             [&](const auto& a, const auto& b) { return Compared(a.second, b.second, kind) < 0; });
-    for (const auto& [code, value] : held) {
-        if (codes.ranked.empty() || codes.ranked.back() != value) {
-            if (!codes.ranked.empty() && Compared(codes.ranked.back(), value, kind) == 0)
-                Unfit("Two texts differ in case alone.");
-            codes.ranked.push_back(value);
-        }
-        codes.ranks[code] = static_cast<std::int32_t>(codes.ranked.size()) - 1;
+/// Reads the classes of a side.
+class SideReader final {
+  public:
+    SideReader(const ColumnImage& image, const ScanSide& side, bool whole)
+        : image_(image), side_(side), whole_(whole), ranked_(side.ranked.size()) {
+        std::size_t combinations = 1;
+        for (const std::size_t column : side.columns)
+            combinations *= image.columns()[column].numbers.size();
+        made_.classOf.assign(combinations, -1);
+        made_.fields.resize(side.fields.size());
+        made_.ranks.assign(side.ranked.size(), std::vector<std::int32_t>(combinations, -1));
     }
-}
+
+    void Take(sqlite3_stmt* row) {
+        std::uint32_t keys = 0;
+        for (std::size_t i = 0; i < side_.columns.size(); ++i) {
+            const ImageColumn& column = image_.columns()[side_.columns[i]];
+            const auto code = CodeIn(column, row, static_cast<int>(i));
+            if (!code) return;
+            keys = keys * static_cast<std::uint32_t>(column.numbers.size()) + *code;
+        }
+        const std::int32_t found = ClassOf(row);
+        std::int32_t& held = made_.classOf[keys];
+        if (held >= 0 && (side_.single || held != found)) Unfit("Keys come twice.");
+        held = found;
+        const std::size_t behind = side_.columns.size() + side_.fields.size();
+        for (std::size_t i = 0; i < ranked_.size(); ++i)
+            ranked_[i].emplace_back(keys, ValueIn(row, behind + i));
+    }
+
+    SideClasses Finish() {
+        for (std::size_t i = 0; i < ranked_.size(); ++i) {
+            Ranking ranking = RankValues(std::move(ranked_[i]), side_.ranked[i]);
+            for (const auto& [keys, rank] : ranking.ranks)
+                made_.ranks[i][keys] = rank;
+            made_.ranked.push_back(std::move(ranking.ranked));
+        }
+        if (whole_) CheckFields();
+        return std::move(made_);
+    }
+
+  private:
+    static Value ValueIn(sqlite3_stmt* row, std::size_t field) {
+        return ToValue(sqlite3_column_value(row, static_cast<int>(field)));
+    }
+
+    /// The number of the fields' values, a new one when they have not been met before.
+    std::int32_t ClassOf(sqlite3_stmt* row) {
+        std::vector<Value> values;
+        std::string text;
+        for (std::size_t i = 0; i < side_.fields.size(); ++i) {
+            values.push_back(ValueIn(row, side_.columns.size() + i));
+            const std::string written = values.back().toText();
+            text +=
+                std::to_string(static_cast<int>(values.back().type())) + std::to_string(written.size()) + ":" + written;
+        }
+        const auto [place, isNew] = known_.try_emplace(text, static_cast<std::int32_t>(made_.classes));
+        if (!isNew) return place->second;
+        ++made_.classes;
+        for (std::size_t i = 0; i < values.size(); ++i)
+            made_.fields[i].push_back(std::move(values[i]));
+        return place->second;
+    }
+
+    /// Values that are not the same must not compare as equal, or SQLite would put their groups together.
+    void CheckFields() const {
+        for (std::size_t i = 0; i < made_.fields.size(); ++i) {
+            std::vector<std::pair<std::uint32_t, Value>> values;
+            for (const Value& value : made_.fields[i])
+                values.emplace_back(0, value);
+            static_cast<void>(RankValues(std::move(values), side_.fields[i]));
+        }
+    }
+
+    const ColumnImage& image_;
+    const ScanSide& side_;
+    const bool whole_;
+    SideClasses made_;
+    std::vector<std::vector<std::pair<std::uint32_t, Value>>> ranked_;
+    std::unordered_map<std::string, std::int32_t> known_;
+};
 
 } // namespace
 
@@ -84,24 +100,46 @@ PassingCodes ReadKeys(sqlite3* database, const ImageColumn& column, const ScanKe
     codes.passes.resize(column.numbers.size());
     std::vector<std::pair<std::uint32_t, Value>> held;
     EachRow(database, keys.sql, [&](sqlite3_stmt* row) {
-        const int type = sqlite3_column_type(row, 0);
-        if (type == SQLITE_NULL) return;
-        if (type != SQLITE_INTEGER) Unfit("A key is no whole number.");
-        const auto code = CodeOf(column, sqlite3_column_int64(row, 0));
+        const auto code = CodeIn(column, row, 0);
         if (!code) return;
         if (codes.passes[*code] != 0 && (keys.single || keys.ranked)) Unfit("A key comes twice.");
         codes.passes[*code] = 1;
         if (keys.ranked) held.emplace_back(*code, ToValue(sqlite3_column_value(row, 1)));
     });
-    if (keys.ranked) Rank(std::move(held), *keys.ranked, codes);
+    if (!keys.ranked) return codes;
+    Ranking ranking = RankValues(std::move(held), *keys.ranked);
+    codes.ranks.assign(codes.passes.size(), -1);
+    for (const auto& [code, rank] : ranking.ranks)
+        codes.ranks[code] = rank;
+    codes.ranked = std::move(ranking.ranked);
     return codes;
 }
 
-std::uint64_t RowsOf(const ImageColumn& column, const PassingCodes& codes) {
+SideClasses ReadSide(sqlite3* database, const ColumnImage& image, const ScanSide& side, bool whole) {
+    SideReader reader(image, side, whole);
+    EachRow(database, side.sql, [&](sqlite3_stmt* row) { reader.Take(row); });
+    return reader.Finish();
+}
+
+std::uint64_t RowsOf(const ImageColumn& column, const std::vector<std::uint8_t>& passes) {
     std::uint64_t rows = 0;
     for (std::size_t code = 0; code < column.counts.size(); ++code)
-        if (codes.passes[code] != 0) rows += column.counts[code];
+        if (passes[code] != 0) rows += column.counts[code];
     return rows;
+}
+
+std::uint64_t RowsOf(const ColumnImage& image, const ScanSide& side, const SideClasses& classes) {
+    std::uint64_t least = image.rows();
+    std::size_t after = 1; // combinations of the columns behind
+    for (std::size_t i = side.columns.size(); i-- > 0;) {
+        const ImageColumn& column = image.columns()[side.columns[i]];
+        std::vector<std::uint8_t> passes(column.numbers.size());
+        for (std::size_t keys = 0; keys < classes.classOf.size(); ++keys)
+            if (classes.classOf[keys] >= 0) passes[keys / after % passes.size()] = 1;
+        least = std::min(least, RowsOf(column, passes));
+        after *= passes.size();
+    }
+    return least;
 }
 
 } // namespace jet

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// What a statement wants computed from a column image.
@@ -55,13 +56,32 @@ enum class ScanFigureKind {
     Spread,      ///< a state for jet_scanstdev and its like
     LeastRanked, ///< what is least, or greatest, of the second column of keys among the rows
     GreatestRanked,
+    LeastOf,    ///< what is least, or greatest, of a ranked field of a side among the rows
+    GreatestOf, ///<
+    CountOf,    ///< how many rows have a ranked field of a side that is not Null
+    FirstRow,   ///< the number of the first row in the order of the table
+    FirstValue, ///< the text of its value
+    FirstNumber ///< its number in a column
 };
 
 struct ScanFigure {
     ScanFigureKind kind = ScanFigureKind::Rows;
-    std::size_t keys = 0; ///< of a ranked one: place among the plan's keys
+    std::size_t keys = 0;  ///< of a ranked one: place among the plan's keys, or its sides
+    std::size_t field = 0; ///< of a side: place among its ranked fields; of FirstNumber: the column of the image
 
     bool operator==(const ScanFigure&) const = default;
+};
+
+/// Small tables, joined among themselves, that the rows meet by one or more numbers at a time. What they give to the
+/// groups stands for them in the statement.
+struct ScanSide {
+    std::vector<std::size_t> columns; ///< of the image, which the keys are compared with
+    std::string sql;                  ///< gives the keys, then the fields that tell groups apart, then the ranked ones
+    std::vector<CompareKind> fields;  ///< how each of those that tell groups apart compares
+    std::vector<CompareKind> ranked;
+    bool single = false; ///< the outcome would be another if the same keys came twice
+
+    bool operator==(const ScanSide&) const = default;
 };
 
 struct ScanPlan {
@@ -71,19 +91,28 @@ struct ScanPlan {
     std::vector<std::size_t> codes;  ///< columns that tell groups apart
     std::vector<ScanFigure> figures; ///< of each group
     std::vector<ScanKeys> keys;
+    std::vector<ScanSide> sides;
     std::vector<ScanValueTest> values;
     std::vector<ScanListTest> lists;
+    /// The groups are those of the statement, which are not put together any more.
+    bool whole = false;
+    /// Only groups in which these two ranked figures differ.
+    std::optional<std::pair<std::size_t, std::size_t>> differing;
+    /// Only groups of more rows than that.
+    std::uint32_t moreThan = 0;
 
     /// True for plans that give the same groups, of the same image.
     [[nodiscard]] bool sameAs(const ScanPlan& other) const {
         return !image.owner_before(other.image) && !other.image.owner_before(image) && schemaName == other.schemaName &&
                value == other.value && codes == other.codes && figures == other.figures && keys == other.keys &&
-               values == other.values && lists == other.lists;
+               sides == other.sides && values == other.values && lists == other.lists && whole == other.whole &&
+               differing == other.differing && moreThan == other.moreThan;
     }
 };
 
-/// Columns of the table that SQLite reads the groups from: g0 …, a0 …
+/// Columns of the table that SQLite reads the groups from: g0 …, a0 …, x0 …
 inline constexpr std::size_t kMostScanCodes = 8;
 inline constexpr std::size_t kMostScanFigures = 16;
+inline constexpr std::size_t kMostScanFields = 16; ///< of all sides together
 
 } // namespace jet

@@ -1,5 +1,7 @@
 #include "jet/columns/ScanTable.h"
 
+#include "jet/columns/Scan.h"
+#include "jet/columns/ScanBlock.h"
 #include "jet/columns/ScanFunctions.h"
 #include "jet/columns/ScanKeysReader.h"
 #include "jet/functions/FunctionSupport.h"
@@ -17,7 +19,9 @@ namespace jet {
 namespace {
 
 constexpr int kFirstFigure = static_cast<int>(kMostScanCodes);
-constexpr int kPlanColumn = kFirstFigure + static_cast<int>(kMostScanFigures);
+constexpr int kFirstField = kFirstFigure + static_cast<int>(kMostScanFigures);
+constexpr int kFirstCount = kFirstField + static_cast<int>(kMostScanFields); ///< figures that are counts, once more
+constexpr int kPlanColumn = kFirstCount + static_cast<int>(kMostScanFigures);
 
 using Groups = std::shared_ptr<const ScanGroups>;
 using Plan = std::shared_ptr<const ScanPlan>;
@@ -26,22 +30,22 @@ using Plan = std::shared_ptr<const ScanPlan>;
 /// the same groups. It is good as long as plan and keys are the same, since an image never changes.
 class LastScans {
   public:
-    Groups find(const Plan& plan, const std::vector<PassingCodes>& keys) const {
+    Groups find(const Plan& plan, const ScanInput& input) const {
         for (const Held& each : held_)
-            if (each.plan == plan && each.keys == keys) return each.groups;
+            if (each.plan == plan && each.input == input) return each.groups;
         return nullptr;
     }
-    void Keep(Plan plan, std::vector<PassingCodes> keys, Groups groups) {
+    void Keep(Plan plan, ScanInput input, Groups groups) {
         constexpr std::size_t kMostHeld = 2;
         constexpr std::size_t kMostPlaces = 50'000;
         held_.erase(held_.begin(), held_.size() < kMostHeld ? held_.begin() : held_.begin() + 1);
-        if (groups->rows.size() <= kMostPlaces) held_.push_back({std::move(plan), std::move(keys), std::move(groups)});
+        if (groups->rows.size() <= kMostPlaces) held_.push_back({std::move(plan), std::move(input), std::move(groups)});
     }
 
   private:
     struct Held {
         Plan plan;
-        std::vector<PassingCodes> keys;
+        ScanInput input;
         Groups groups;
     };
     std::vector<Held> held_;
@@ -59,9 +63,10 @@ struct Table : sqlite3_vtab {
 struct Cursor : sqlite3_vtab_cursor {
     Plan plan;
     std::shared_ptr<const ColumnImage> image;
-    std::vector<PassingCodes> keys;
+    ScanInput input;
     Groups groups;
-    std::size_t at = 0; ///< place among those that are filled
+    std::vector<std::uint32_t> order; ///< the places with rows, where another order is asked for than their own
+    std::size_t at = 0;               ///< place among those that are filled
     bool checked = false;
 };
 
@@ -87,32 +92,65 @@ void CheckImage(Cursor& cursor, sqlite3* database) {
 /// A few rows are found sooner through an index.
 void RefuseFewRows(const Cursor& cursor) {
     constexpr std::uint64_t kManyTimes = 200;
-    for (std::size_t i = 0; i < cursor.keys.size(); ++i) {
-        const ImageColumn& column = cursor.image->columns()[cursor.plan->keys[i].column];
-        if (RowsOf(column, cursor.keys[i]) < cursor.image->rows() / kManyTimes)
-            throw Error(ErrorNumber::ColumnsUnfit, "Few rows are selected.");
-    }
+    const ColumnImage& image = *cursor.image;
+    const auto refuse = [&](std::uint64_t rows) {
+        if (rows < image.rows() / kManyTimes) throw Error(ErrorNumber::ColumnsUnfit, "Few rows are selected.");
+    };
+    for (std::size_t i = 0; i < cursor.input.keys.size(); ++i)
+        refuse(RowsOf(image.columns()[cursor.plan->keys[i].column], cursor.input.keys[i].passes));
+    for (std::size_t i = 0; i < cursor.input.sides.size(); ++i)
+        refuse(RowsOf(image, cursor.plan->sides[i], cursor.input.sides[i]));
+}
+
+ScanInput ReadInput(const Cursor& cursor, sqlite3* database) {
+    ScanInput input;
+    for (const ScanKeys& each : cursor.plan->keys)
+        input.keys.push_back(ReadKeys(database, cursor.image->columns()[each.column], each));
+    for (const ScanSide& each : cursor.plan->sides)
+        input.sides.push_back(ReadSide(database, *cursor.image, each, cursor.plan->whole));
+    return input;
 }
 
 void Scan(Cursor& cursor, Module& module) {
     CheckImage(cursor, module.database);
-    cursor.keys.clear();
-    for (const ScanKeys& each : cursor.plan->keys)
-        cursor.keys.push_back(ReadKeys(module.database, cursor.image->columns()[each.column], each));
+    cursor.input = ReadInput(cursor, module.database);
     RefuseFewRows(cursor);
     cursor.at = 0;
-    cursor.groups = module.last.find(cursor.plan, cursor.keys);
+    cursor.groups = module.last.find(cursor.plan, cursor.input);
     if (cursor.groups != nullptr) return;
-    cursor.groups = ScanRows(*cursor.image, *cursor.plan, cursor.keys);
-    module.last.Keep(cursor.plan, cursor.keys, cursor.groups);
+    cursor.groups = ScanRows(*cursor.image, *cursor.plan, cursor.input);
+    module.last.Keep(cursor.plan, cursor.input, cursor.groups);
+}
+
+std::int64_t CountOf(const Cursor& cursor, std::size_t figure, std::uint32_t place) {
+    const ScanGroups& groups = *cursor.groups;
+    const ScanFigureKind kind = cursor.plan->figures[figure].kind;
+    if (kind == ScanFigureKind::Rows) return groups.rows[place];
+    return kind == ScanFigureKind::Values ? groups.values[place] : groups.ranks[figure][place];
+}
+
+/// Puts the groups into the order that TakeOrder has taken on.
+void Sort(Cursor& cursor, int order) {
+    cursor.order.clear();
+    if (order == 0) return;
+    const auto figure = static_cast<std::size_t>((order - 1) / 2);
+    const bool descending = order % 2 == 0;
+    cursor.order = cursor.groups->filled;
+    std::ranges::sort(cursor.order, [&](std::uint32_t a, std::uint32_t b) {
+        const std::int64_t ofA = CountOf(cursor, figure, a);
+        const std::int64_t ofB = CountOf(cursor, figure, b);
+        if (ofA == ofB) return a < b;
+        return descending ? ofA > ofB : ofA < ofB;
+    });
 }
 
 // --- What a group gives ---
 
 void GiveText(sqlite3_context* context, const Cursor& cursor, std::uint32_t row) {
-    if (row == kNoRow) return;
+    const ImageColumn& value = cursor.image->columns()[cursor.plan->value];
+    if (row == kNoRow || value.kinds[row] == static_cast<std::uint8_t>(ValueKind::Null)) return;
     std::string room;
-    const std::string_view text = cursor.image->TextOf(cursor.image->columns()[cursor.plan->value], row, room);
+    const std::string_view text = cursor.image->TextOf(value, row, room);
     sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
@@ -124,16 +162,31 @@ void GiveState(sqlite3_context* context, const Cursor& cursor, std::uint32_t pla
     if (state.count > 0) sqlite3_result_blob(context, &state, sizeof(state), SQLITE_TRANSIENT);
 }
 
-void GiveRanked(sqlite3_context* context, const Cursor& cursor, std::size_t figure, std::uint32_t place) {
-    const std::int32_t rank = cursor.groups->ranks[figure][place];
-    if (rank < 0) return;
-    Call(context, 0, nullptr)
-        .give(cursor.keys[cursor.plan->figures[figure].keys].ranked[static_cast<std::size_t>(rank)]);
+void GiveRanked(sqlite3_context* context, std::int32_t rank, const std::vector<Value>& ranked) {
+    if (rank >= 0) Call(context, 0, nullptr).give(ranked[static_cast<std::size_t>(rank)]);
+}
+
+/// The number that a row has in a column.
+void GiveRowNumber(sqlite3_context* context, const ImageColumn& column, std::uint32_t row) {
+    std::uint32_t code = 0;
+    switch (column.form) {
+    case ColumnForm::Consecutive:
+        return sqlite3_result_int64(context, column.first + row);
+    case ColumnForm::Plain:
+        return sqlite3_result_int64(context, column.plain[row]);
+    case ColumnForm::Coded:
+        WithCodes(column, [&](const auto& codeOf) { code = codeOf(row); });
+        if (code != 0 || !column.hasNull) sqlite3_result_int64(context, column.numbers[code]);
+        return;
+    case ColumnForm::Values:
+        return;
+    }
 }
 
 void GiveFigure(sqlite3_context* context, const Cursor& cursor, std::size_t figure, std::uint32_t place) {
     const ScanGroups& groups = *cursor.groups;
-    switch (cursor.plan->figures[figure].kind) {
+    const ScanFigure& wanted = cursor.plan->figures[figure];
+    switch (wanted.kind) {
     case ScanFigureKind::Rows:
         return sqlite3_result_int64(context, groups.rows[place]);
     case ScanFigureKind::Values:
@@ -148,7 +201,27 @@ void GiveFigure(sqlite3_context* context, const Cursor& cursor, std::size_t figu
         return GiveState(context, cursor, place, groups.spreads[place]);
     case ScanFigureKind::LeastRanked:
     case ScanFigureKind::GreatestRanked:
-        return GiveRanked(context, cursor, figure, place);
+        return GiveRanked(context, groups.ranks[figure][place], cursor.input.keys[wanted.keys].ranked);
+    case ScanFigureKind::LeastOf:
+    case ScanFigureKind::GreatestOf:
+        return GiveRanked(context, groups.ranks[figure][place], cursor.input.sides[wanted.keys].ranked[wanted.field]);
+    case ScanFigureKind::CountOf:
+        return sqlite3_result_int64(context, groups.ranks[figure][place]);
+    case ScanFigureKind::FirstRow:
+        return sqlite3_result_int64(context, groups.first[place]);
+    case ScanFigureKind::FirstValue:
+        return GiveText(context, cursor, groups.first[place]);
+    case ScanFigureKind::FirstNumber:
+        return GiveRowNumber(context, cursor.image->columns()[wanted.field], groups.first[place]);
+    }
+}
+
+void GiveField(sqlite3_context* context, const Cursor& cursor, std::size_t field, std::uint32_t place) {
+    for (std::size_t side = 0; side < cursor.input.sides.size(); ++side) {
+        const auto& fields = cursor.input.sides[side].fields;
+        if (field < fields.size())
+            return Call(context, 0, nullptr).give(fields[field][cursor.groups->classOf(place, side)]);
+        field -= fields.size();
     }
 }
 
@@ -167,6 +240,10 @@ int Connect(sqlite3* database, void* module, int, const char* const*, sqlite3_vt
         fields += "g" + std::to_string(i) + ",";
     for (std::size_t i = 0; i < kMostScanFigures; ++i)
         fields += "a" + std::to_string(i) + ",";
+    for (std::size_t i = 0; i < kMostScanFields; ++i)
+        fields += "x" + std::to_string(i) + ",";
+    for (std::size_t i = 0; i < kMostScanFigures; ++i)
+        fields += "n" + std::to_string(i) + ",";
     const int code = sqlite3_declare_vtab(database, ("CREATE TABLE x(" + fields + "plan HIDDEN)").c_str());
     if (code != SQLITE_OK) return code;
     sqlite3_vtab_config(database, SQLITE_VTAB_DIRECTONLY);
@@ -189,6 +266,14 @@ bool IsOrderOfGroups(const sqlite3_index_info& info) {
     return true;
 }
 
+/// Takes on the order that is asked for: that of the groups (0), or of count n (2n + 1, descending 2n + 2).
+void TakeOrder(sqlite3_index_info& info) {
+    info.orderByConsumed = IsOrderOfGroups(info) ? 1 : 0;
+    if (info.nOrderBy != 1 || info.aOrderBy[0].iColumn < kFirstCount || info.aOrderBy[0].iColumn >= kPlanColumn) return;
+    info.idxNum = 2 * (info.aOrderBy[0].iColumn - kFirstCount) + (info.aOrderBy[0].desc != 0 ? 2 : 1);
+    info.orderByConsumed = 1;
+}
+
 // The costs keep the groups outermost in a join: each further reading would give them all again.
 int BestIndex(sqlite3_vtab*, sqlite3_index_info* info) {
     constexpr double kCost = 1e9;
@@ -201,7 +286,7 @@ int BestIndex(sqlite3_vtab*, sqlite3_index_info* info) {
         info->aConstraintUsage[i].omit = 1;
         info->estimatedCost = kCost;
         info->estimatedRows = kRows;
-        info->orderByConsumed = IsOrderOfGroups(*info) ? 1 : 0;
+        TakeOrder(*info);
         return SQLITE_OK;
     }
     return SQLITE_CONSTRAINT;
@@ -218,7 +303,7 @@ int Close(sqlite3_vtab_cursor* cursor) {
     return SQLITE_OK;
 }
 
-int Filter(sqlite3_vtab_cursor* base, int, const char*, int count, sqlite3_value** values) {
+int Filter(sqlite3_vtab_cursor* base, int order, const char*, int count, sqlite3_value** values) {
     auto& cursor = *static_cast<Cursor*>(base);
     const auto* const plan =
         count < 1 ? nullptr : static_cast<const Plan*>(sqlite3_value_pointer(values[0], kScanPlanType));
@@ -226,6 +311,7 @@ int Filter(sqlite3_vtab_cursor* base, int, const char*, int count, sqlite3_value
     try {
         cursor.plan = *plan;
         Scan(cursor, *static_cast<Table*>(cursor.pVtab)->module);
+        Sort(cursor, order);
         return SQLITE_OK;
     } catch (const Error& error) {
         return Fail(cursor.pVtab, error);
@@ -246,12 +332,17 @@ int AtEnd(sqlite3_vtab_cursor* base) {
 
 int GiveColumn(sqlite3_vtab_cursor* base, sqlite3_context* context, int position) {
     const auto& cursor = *static_cast<Cursor*>(base);
-    const std::uint32_t place = cursor.groups->filled[cursor.at];
-    const auto index = static_cast<std::size_t>(position);
-    if (index < cursor.plan->codes.size()) {
-        GiveNumber(context, cursor, index, place);
-    } else if (index >= kMostScanCodes && index - kMostScanCodes < cursor.plan->figures.size()) {
-        GiveFigure(context, cursor, index - kMostScanCodes, place);
+    const std::uint32_t place = (cursor.order.empty() ? cursor.groups->filled : cursor.order)[cursor.at];
+    const auto from = [&](int first) { return static_cast<std::size_t>(position - first); };
+    if (position == kPlanColumn) return SQLITE_OK;
+    if (position >= kFirstCount) {
+        sqlite3_result_int64(context, CountOf(cursor, from(kFirstCount), place));
+    } else if (position >= kFirstField) {
+        GiveField(context, cursor, from(kFirstField), place);
+    } else if (position >= kFirstFigure) {
+        GiveFigure(context, cursor, from(kFirstFigure), place);
+    } else {
+        GiveNumber(context, cursor, from(0), place);
     }
     return SQLITE_OK;
 }

@@ -109,6 +109,11 @@ Typed Emitter::emitNode(const Call& node, const Scope& scope, Position at) {
     const bool date = !arguments.empty() && IsDate(arguments[0]);
     if (date && IsOneOf(kOfNumbers, node.name))
         arguments[0] = {AsNumber(arguments[0]), CompareKind::Number, ColumnType::Double};
+    if (const auto row = rowOfFirst(node, scope)) {
+        const Typed& value = arguments.front();
+        const ColumnType type = value.type == ColumnType::Counter ? ColumnType::Long : value.type;
+        return {"jet_firstof(" + AsValue(value) + ", " + *row + ")", value.kind, type};
+    }
     if (info.aggregate) return emitAggregate(node, std::move(arguments));
     if (node.name == "switch" && arguments.size() % 2 != 0) FailAt(at, "Switch takes pairs of a condition and a value");
     if (auto written = emitInline(node, arguments)) {

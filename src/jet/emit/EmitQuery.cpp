@@ -13,7 +13,7 @@ using namespace tree;
 bool HoldsAggregate(const Expression& expression) {
     const auto* const call = std::get_if<Call>(&expression.node);
     if (call && FindFunction(call->name)->aggregate) return true;
-    if (std::holds_alternative<ScannedAggregate>(expression.node)) return true;
+    if (const auto* const scanned = std::get_if<ScannedAggregate>(&expression.node)) return !scanned->whole;
     // The query after IN has groups of its own; the left operand belongs to this query.
     if (const auto* const in = std::get_if<InQuery>(&expression.node)) return HoldsAggregate(*in->operand);
     if (const auto* const each = std::get_if<Quantified>(&expression.node)) return HoldsAggregate(*each->operand);

@@ -43,6 +43,8 @@ class Emitter {
     Typed emitNode(const tree::Call& node, const Scope& scope, Position at);
     Typed emitNode(const tree::ScannedAggregate& node, const Scope& scope, Position at);
     Typed emitAggregate(const tree::Call& node, std::vector<Typed> arguments);
+    /// The number of the row whose fields a First reads; nothing where the order of the rows decides.
+    [[nodiscard]] std::optional<std::string> rowOfFirst(const tree::Call& node, const Scope& scope) const;
     [[nodiscard]] std::string Counted(const std::string& operand) const;
     std::optional<Typed> emitInline(const tree::Call& node, const std::vector<Typed>& arguments);
     std::string condition(const tree::Expression& expression, const Scope& scope);

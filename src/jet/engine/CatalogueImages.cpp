@@ -63,7 +63,9 @@ std::size_t LiveCatalogue::imageStamp(std::string_view name) const {
     return std::hash<std::shared_ptr<const ColumnImage>>{}(images_->find(SubjectOf(*table)));
 }
 
-void LiveCatalogue::DropImages(const std::string& why) {
+void LiveCatalogue::NoteUnfit(const std::string& why, bool stale) {
+    images_->CountUnfit();
+    if (!stale) return;
     images_->Log(why);
     for (const auto& entry : entries_)
         if (entry->read) images_->Drop(SubjectOf(entry->table));

@@ -51,6 +51,9 @@ class ColumnImages final {
     /// Until nothing is being made any more; for tests and benchmarks.
     void Wait();
     void Log(const std::string& line) const;
+    /// Notes that a statement could not be served by an image after all, and was run once more without.
+    void CountUnfit() { ++unfit_; }
+    [[nodiscard]] unsigned unfit() const { return unfit_; }
 
   private:
     struct Known {
@@ -69,6 +72,7 @@ class ColumnImages final {
     std::map<std::string, Known> known_; ///< by path of the image
     std::deque<ImageOrder> orders_;      ///< the first is being worked on
     std::atomic<unsigned> version_ = 1;
+    std::atomic<unsigned> unfit_ = 0;
     std::atomic<bool> stop_ = false;
     std::thread thread_;
 };

@@ -245,7 +245,7 @@ std::int64_t Engine::ExecuteHere(std::string_view sql) {
 }
 
 void Engine::NoteUnfit(const Error& error) {
-    if (error.what() == kStaleImage) catalogue_->DropImages(error.what());
+    catalogue_->NoteUnfit(error.what(), error.what() == kStaleImage);
 }
 
 std::int64_t Engine::ExecuteOneWay(std::string_view sql, Way way) {

@@ -42,8 +42,9 @@ class LiveCatalogue final : public Catalogue {
     void UseImages(std::shared_ptr<ColumnImages> images);
     /// A number that changes when the image of the table comes or goes; 0 for no image.
     [[nodiscard]] std::size_t imageStamp(std::string_view name) const;
-    /// Gives up the images of all tables: one of them is no longer that of its database.
-    void DropImages(const std::string& why);
+    /// A statement could not be served by an image. `stale`: since that is no longer the image of its database; those
+    /// of all tables are given up then.
+    void NoteUnfit(const std::string& why, bool stale);
 
     /// A hash of what find gives for the name: the same as long as the table has the same fields, also after it was
     /// dropped and made again. 0 when there is no such table.

@@ -120,6 +120,27 @@ void FinalRow(sqlite3_context* context) {
     if (state != nullptr) GiveHeld(context, state->held);
 }
 
+/// The value of the row with the least number: jet_firstof(value, row).
+struct FirstState {
+    sqlite3_value* held;
+    std::int64_t row;
+};
+
+void StepFirst(sqlite3_context* context, int, sqlite3_value** values) {
+    auto* const state = StateOf<FirstState>(context, true);
+    if (state == nullptr) return sqlite3_result_error_nomem(context);
+    const std::int64_t row = sqlite3_value_int64(values[1]);
+    if (state->held != nullptr && row >= state->row) return;
+    sqlite3_value_free(state->held);
+    state->held = sqlite3_value_dup(values[0]);
+    state->row = row;
+}
+
+void FinalFirst(sqlite3_context* context) {
+    auto* const state = StateOf<FirstState>(context, false);
+    if (state != nullptr) GiveHeld(context, state->held);
+}
+
 /// The least or greatest of texts that are compared as values. Of those that compare as equal the one whose bytes come
 /// first is taken, so that the result doesn't hang on the order of the rows.
 struct ExtremeState {
@@ -164,6 +185,7 @@ void FinalExtreme(sqlite3_context* context) {
 
 struct AggregateRegistration {
     const char* name;
+    int arguments;
     void (*step)(sqlite3_context*, int, sqlite3_value**);
     void (*final)(sqlite3_context*);
 };
@@ -172,20 +194,22 @@ struct AggregateRegistration {
 
 void RegisterAggregates(sqlite3* database) {
     static constexpr std::array aggregates = {
-        AggregateRegistration{"jet_sum", Step<SumState>, Final<SumState, FinishSum>},
-        AggregateRegistration{"jet_avg", Step<SumState>, Final<SumState, FinishAverage>},
-        AggregateRegistration{"jet_stdev", Step<SpreadState>, Final<SpreadState, FinishSpread<true, true>>},
-        AggregateRegistration{"jet_stdevp", Step<SpreadState>, Final<SpreadState, FinishSpread<true, false>>},
-        AggregateRegistration{"jet_var", Step<SpreadState>, Final<SpreadState, FinishSpread<false, true>>},
-        AggregateRegistration{"jet_varp", Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
-        AggregateRegistration{"jet_min", StepExtreme<true>, FinalExtreme},
-        AggregateRegistration{"jet_max", StepExtreme<false>, FinalExtreme},
-        AggregateRegistration{"jet_first", StepRow<false>, FinalRow},
-        AggregateRegistration{"jet_last", StepRow<true>, FinalRow},
+        AggregateRegistration{"jet_sum", 1, Step<SumState>, Final<SumState, FinishSum>},
+        AggregateRegistration{"jet_avg", 1, Step<SumState>, Final<SumState, FinishAverage>},
+        AggregateRegistration{"jet_stdev", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<true, true>>},
+        AggregateRegistration{"jet_stdevp", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<true, false>>},
+        AggregateRegistration{"jet_var", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<false, true>>},
+        AggregateRegistration{"jet_varp", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
+        AggregateRegistration{"jet_min", 1, StepExtreme<true>, FinalExtreme},
+        AggregateRegistration{"jet_max", 1, StepExtreme<false>, FinalExtreme},
+        AggregateRegistration{"jet_first", 1, StepRow<false>, FinalRow},
+        AggregateRegistration{"jet_firstof", 2, StepFirst, FinalFirst},
+        AggregateRegistration{"jet_last", 1, StepRow<true>, FinalRow},
     };
     for (const AggregateRegistration& each : aggregates)
-        sqlite3_create_function_v2(database, each.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY,
-                                   nullptr, nullptr, each.step, each.final, nullptr);
+        sqlite3_create_function_v2(database, each.name, each.arguments,
+                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, nullptr, each.step,
+                                   each.final, nullptr);
 }
 
 } // namespace jet

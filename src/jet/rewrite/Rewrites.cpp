@@ -23,6 +23,7 @@ bool FilterGroups(tree::Statement& statement, const Catalogue& catalogue) {
 }
 
 bool ScanInColumns(tree::Statement& statement, const Catalogue& catalogue) {
+    if (auto* const crosstab = std::get_if<tree::Transform>(&statement)) return ScanColumns(*crosstab, catalogue);
     tree::Query* const query = QueryOf(statement);
     return query != nullptr && ScanColumns(*query, catalogue);
 }

@@ -41,7 +41,9 @@ template <class Same, class SameFields> class NodeComparison {
                all(a.arguments, b.arguments);
     }
     bool operator()(const ScannedAggregate& a, const ScannedAggregate& b) const {
-        return a.figure == b.figure && a.function == b.function && SameName(a.table, b.table);
+        const bool same =
+            a.argument == nullptr || b.argument == nullptr ? a.argument == b.argument : same_(*a.argument, *b.argument);
+        return same && a.figure == b.figure && a.function == b.function && SameName(a.table, b.table);
     }
     bool operator()(const InQuery& a, const InQuery& b) const {
         return tested(a, b) && all(a.further, b.further) && SameQuery(*a.query, *b.query);

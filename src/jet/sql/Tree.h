@@ -123,6 +123,8 @@ struct ScannedAggregate {
     std::string function; ///< of the dialect, in lower case
     CompareKind kind = CompareKind::Number;
     ColumnType type = ColumnType::Long;
+    bool whole = false;                             ///< the figure is that of a whole group
+    std::shared_ptr<Expression> argument = nullptr; ///< of First: read from the first row of each part
 };
 
 struct Expression {
@@ -148,11 +150,19 @@ struct DerivedTable {
 };
 /// A large table read from its column image: one row for each combination of the fields that tell groups apart, with
 /// the figures of its rows. Only rewrites make it.
+struct ScanField {
+    std::string name;   ///< in the statement
+    std::string column; ///< of the table that gives the groups
+    ColumnType type = ColumnType::Unknown;
+    CompareKind kind = CompareKind::Number;
+};
 struct ScanTable {
     std::string alias;
     std::vector<ColumnInfo> fields; ///< by which groups are told apart: the plan's codes
-    ScanPlan plan;                  ///< without the texts of its keys
+    ScanPlan plan;                  ///< without the texts of its keys and sides
     std::vector<QueryPtr> keys;     ///< the queries of the plan's keys
+    std::vector<QueryPtr> sides;    ///< and of its sides
+    std::vector<ScanField> further; ///< what else the statement reads
 };
 enum class JoinKind { Inner, Left, Right };
 struct Join {

@@ -30,6 +30,11 @@ constexpr const char* kFigures[] = {"Count(*)",
                                     "Count(T.TimePeriodNId)",
                                     "Count(D.IUSNId)",
                                     "Max(D.Datavalue) & '/' & Count(*)",
+                                    "First(D.Datavalue)",
+                                    "First(IIf(D.FootnoteNId = 0, D.Datavalue, D.Datavalue & '#' & D.FootnoteNId))",
+                                    "Count(A.AreaName)",
+                                    "Min(I.Indicator)",
+                                    "Max(A.AreaID)",
                                     "First(D.IUSNId) - First(D.IUSNId)"};
 constexpr const char* kConditions[] = {"I.Deleted = False",
                                        "D.Datavalue >= 10",
@@ -47,8 +52,16 @@ constexpr const char* kConditions[] = {"I.Deleted = False",
                                        "D.AreaNId <= A.AreaNId",
                                        "1 = 1",
                                        "D.FootnoteNId = 0",
+                                       "D.SourceNId <> 2",
+                                       "D.Datavalue Between 3 And CDbl('60.5')",
+                                       "(A.AreaID = 'A1' OR A.AreaLevel = 2)",
                                        "Len(Trim(D.Datavalue)) > 0",
                                        "D.Datavalue Is Not Null"};
+constexpr const char* kFields[] = {"I.Indicator", "A.AreaName", "A.AreaID", "T.TimePeriod", "I.UnitGId"};
+constexpr const char* kCells[] = {"First(D.Datavalue)",
+                                  "First(IIf(IsNull(D.FootnoteNId) Or D.FootnoteNId = 0, D.Datavalue, D.Datavalue & "
+                                  "'{{}}' & D.FootnoteNId))",
+                                  "Count(*)", "Max(D.Datavalue)", "Sum(D.Datavalue)"};
 constexpr const char* kHavings[] = {"Count(*) > 3", "Max(T.TimePeriod) > '2003'", "Avg(D.Datavalue) > 20"};
 
 constexpr const char* kFroms[] = {
@@ -57,7 +70,13 @@ constexpr const char* kFroms[] = {
     "SelTime AS T INNER JOIN (SelArea AS A INNER JOIN (Sel AS I INNER JOIN Data AS D ON I.IUSNId = D.IUSNId) ON "
     "A.AreaNId = D.AreaNId) ON T.TimePeriodNId = D.TimePeriodNId",
     "((Sel I INNER JOIN Data D ON (I.SourceNId = D.SourceNId)  AND (I.IUSNId = D.IUSNId)) INNER JOIN SelArea A ON "
-    "D.AreaNId = A.AreaNId) INNER  JOIN SelTime AS T ON D.TimePeriodNId = T.TimePeriodNId"};
+    "D.AreaNId = A.AreaNId) INNER  JOIN SelTime AS T ON D.TimePeriodNId = T.TimePeriodNId",
+    "Kinds AS K INNER JOIN (Sel AS I INNER JOIN ((Data AS D INNER JOIN SelTime AS T ON D.TimePeriodNId = "
+    "T.TimePeriodNId) INNER JOIN SelArea AS A ON D.AreaNId = A.AreaNId) ON (I.IUSNId = D.IUSNId) AND (I.SourceNId = "
+    "D.SourceNId)) ON K.UnitGId = I.UnitGId"};
+
+constexpr const char* kPivots[] = {"CStr(T.TimePeriodNId) + '|' + CStr(I.IUSNId)", "CStr(A.AreaNId)", "D.SourceNId",
+                                   "I.Indicator"};
 
 } // namespace
 
@@ -82,12 +101,32 @@ std::string RandomScans::Arm(const std::string& group, bool into) {
     return sql;
 }
 
-std::string RandomScans::Next() {
+std::string RandomScans::Group(int most) {
     std::string group;
-    for (int terms = 0; terms < 3 && Chance(60); ++terms) {
+    for (int terms = 0; terms < most && Chance(terms == 0 ? 90 : 65); ++terms) {
         const std::string term = OneOf(kGroups);
         if (group.find(term) == std::string::npos) group += (group.empty() ? "" : ", ") + term;
     }
+    return group;
+}
+
+/// What the wizards ask: do values share a cell, which are there, and the table of them.
+std::string RandomScans::OfWizards() {
+    const std::string group = Group(6);
+    const std::string from = " FROM " + From() + Conditions() + (group.empty() ? "" : " GROUP BY " + group);
+    const std::string field = OneOf(kFields);
+    if (Chance(25)) return "SELECT Count(" + field + ") AS C" + from + " ORDER BY Count(" + field + ") DESC";
+    if (Chance(33))
+        return "SELECT Min(" + field + "), Max(" + field + ")" + from + " HAVING Min(" + field + ") <> Max(" + field +
+               ")";
+    if (Chance(50) || group.empty())
+        return "SELECT DISTINCT " + (group.empty() ? field : group) + " FROM " + From() + Conditions();
+    return "TRANSFORM " + std::string(OneOf(kCells)) + " AS E SELECT " + group + from + " PIVOT " + OneOf(kPivots);
+}
+
+std::string RandomScans::Next() {
+    if (Chance(40)) return OfWizards();
+    const std::string group = Group(3);
     if (Chance(10)) {
         const std::string from = From() + Conditions() + " GROUP BY I.Indicator";
         return "SELECT I.Indicator, '--' AS U, Count(D.Datavalue) AS C, Avg(D.Datavalue) AS V FROM " + from +

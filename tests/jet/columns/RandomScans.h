@@ -16,6 +16,8 @@ class RandomScans {
   private:
     [[nodiscard]] bool Chance(unsigned percent) { return random_() % 100 < percent; }
     template <class List> auto OneOf(const List& list) { return *(std::begin(list) + random_() % std::size(list)); }
+    std::string Group(int most);
+    std::string OfWizards();
     std::string Arm(const std::string& group, bool into);
     std::string From();
     std::string Conditions();

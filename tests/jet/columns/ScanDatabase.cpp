@@ -16,7 +16,8 @@ namespace {
 constexpr const char* kSelectionTables[] = {
     "CREATE TABLE Sel (IUSNId LONG, SourceNId LONG, Indicator TEXT(60), UnitGId TEXT(60), Deleted YESNO, RowNId LONG)",
     "CREATE TABLE SelArea (AreaNId LONG, AreaID TEXT(60), AreaName TEXT(60), AreaLevel INTEGER)",
-    "CREATE TABLE SelTime (TimePeriodNId LONG, TimePeriod TEXT(60))"};
+    "CREATE TABLE SelTime (TimePeriodNId LONG, TimePeriod TEXT(60))",
+    "CREATE TABLE Kinds (UnitGId TEXT(60), KindNId LONG)"};
 
 std::string Cell(const Value& value) {
     if (value.isNull()) return "Null";
@@ -76,24 +77,30 @@ void ScanDatabase::Fill(int rows, bool unreadable) {
     for (int row = 0; row < rows; ++row)
         data->Execute("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) VALUES (" +
                       below(9) + ", " + (random_() % 50 == 0 ? "Null" : below(8)) + ", " + below(12) + ", " + below(3) +
-                      ", 0, " + Value(unreadable) + ")");
+                      ", " + (random_() % 9 == 0 ? below(4) : "0") + ", " + Value(unreadable) + ")");
     data->Commit();
     const auto working = folder_.MakeWorking("working.mdb");
     working->CreateLink("Data", dataFile(), "secret", "Data");
     for (const char* table : kSelectionTables)
         working->Execute(table);
+    // most of the databases have each key once and in one spelling, as the program does; others run the plain way
+    const bool tidy = random_() % 4 != 0;
     for (int row = 0; row < 14; ++row)
-        working->Execute("INSERT INTO Sel VALUES (" + below(9) + ", " + below(3) + ", 'Indicator " + below(4) + "', '" +
-                         (random_() % 2 == 0 ? "u" : "U") + below(2) + "', " + (random_() % 4 == 0 ? "True" : "False") +
-                         ", " + std::to_string(row) + ")");
+        working->Execute(
+            "INSERT INTO Sel VALUES (" +
+            (tidy ? std::to_string(row % 8 + 1) + ", " + std::to_string(row / 8 + 1) : below(9) + ", " + below(3)) +
+            ", 'Indicator " + below(4) + "', '" + (tidy || random_() % 2 == 0 ? "u" : "U") + below(2) + "', " +
+            (random_() % 4 == 0 ? "True" : "False") + ", " + std::to_string(row) + ")");
+    working->Execute("INSERT INTO Kinds VALUES ('u1', 1)");
+    working->Execute("INSERT INTO Kinds VALUES ('U2', 2)");
     for (int area = 1; area <= 11; ++area)
-        working->Execute("INSERT INTO SelArea VALUES (" + (area == 11 ? below(11) : std::to_string(area)) + ", 'A" +
-                         below(3) + "', 'Area " + std::to_string(area) + "', " + below(3) + ")");
+        working->Execute("INSERT INTO SelArea VALUES (" + (area == 11 && !tidy ? below(11) : std::to_string(area)) +
+                         ", 'A" + below(3) + "', 'Area " + std::to_string(area) + "', " + below(3) + ")");
     for (int period = 1; period <= 8; ++period)
         working->Execute("INSERT INTO SelTime VALUES (" + std::to_string(period) + ", '" +
                          (period % 3 == 0 ? "1999-200" : "200") + std::to_string(9 - period) + "')");
-    if (random_() % 4 == 0) working->Execute("INSERT INTO SelTime VALUES (" + below(9) + ", '2005A')");
-    if (random_() % 4 == 0) working->Execute("INSERT INTO SelTime VALUES (9, '2005a')");
+    if (!tidy && random_() % 4 == 0) working->Execute("INSERT INTO SelTime VALUES (" + below(9) + ", '2005A')");
+    if (!tidy && random_() % 4 == 0) working->Execute("INSERT INTO SelTime VALUES (9, '2005a')");
     if (random_() % 4 == 0) working->Execute("INSERT INTO SelTime VALUES (Null, '2010')");
 }
 

@@ -1,0 +1,161 @@
+#include "jet/columns/ScanPlaces.h"
+
+#include "jet/values/Error.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace jet {
+
+namespace {
+
+constexpr std::uint64_t kMostAtOnce = 4U << 20U;
+constexpr std::uint64_t kAlways = 1000;
+
+} // namespace
+
+void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBlock& block, SideKeys& keys) {
+    std::fill_n(keys.begin(), block.count, 0U);
+    for (const std::size_t position : side.columns) {
+        const ImageColumn& column = image.columns()[position];
+        const auto size = static_cast<std::uint32_t>(column.numbers.size());
+        WithCodes(column, [&](const auto& codeOf) {
+            for (std::size_t i = 0; i < block.count; ++i)
+                keys[i] = keys[i] * size + codeOf(block.rows[i]);
+        });
+    }
+}
+
+ScanPlaces::ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input)
+    : image_(image), plan_(plan), input_(input) {
+    for (const std::size_t position : plan.codes) {
+        columns_.push_back(ColumnFor(position));
+        AddSize(columns_.back().standing.size());
+    }
+    for (const SideClasses& side : input.sides)
+        AddSize(side.classes);
+    growing_ = combinations_ > std::min<std::uint64_t>(kMostAtOnce, kAlways + 2 * image.rows());
+    if (growing_) Spread();
+}
+
+ScanPlaces::Column ScanPlaces::ColumnFor(std::size_t position) const {
+    Column made{&image_.columns()[position], {}, {}};
+    const std::size_t codes = made.column->numbers.size();
+    made.shareOf.resize(codes);
+    for (std::uint32_t code = 0; code < codes; ++code) {
+        if (!Passes(position, code)) continue;
+        made.shareOf[code] = static_cast<std::uint32_t>(made.standing.size());
+        made.standing.push_back(code);
+    }
+    return made;
+}
+
+bool ScanPlaces::Passes(std::size_t position, std::uint32_t code) const {
+    for (std::size_t i = 0; i < input_.keys.size(); ++i)
+        if (plan_.keys[i].column == position && input_.keys[i].passes[code] == 0) return false;
+    return true;
+}
+
+void ScanPlaces::AddSize(std::size_t size) {
+    sizes_.push_back(static_cast<std::uint32_t>(std::max<std::size_t>(size, 1)));
+    if (combinations_ > std::numeric_limits<std::uint64_t>::max() / sizes_.back())
+        throw Error(ErrorNumber::ColumnsUnfit, "There are too many groups.");
+    combinations_ *= sizes_.back();
+}
+
+std::uint32_t ScanPlaces::count() const {
+    return static_cast<std::uint32_t>(growing_ ? keys_.size() : combinations_);
+}
+
+void ScanPlaces::FindKeys(const ScanBlock& block, const std::vector<SideKeys>& sides) {
+    auto& keys = found_;
+    std::fill_n(keys.begin(), block.count, 0U);
+    for (std::size_t c = 0; c < columns_.size(); ++c) {
+        const std::uint32_t* const shareOf = columns_[c].shareOf.data();
+        const std::uint64_t size = sizes_[c];
+        WithCodes(*columns_[c].column, [&](const auto& codeOf) {
+            for (std::size_t i = 0; i < block.count; ++i)
+                keys[i] = keys[i] * size + shareOf[codeOf(block.rows[i])];
+        });
+    }
+    for (std::size_t s = 0; s < sides.size(); ++s) {
+        const std::int32_t* const classOf = input_.sides[s].classOf.data();
+        const std::uint64_t size = sizes_[columns_.size() + s];
+        if (size == 1) continue;
+        for (std::size_t i = 0; i < block.count; ++i)
+            keys[i] = keys[i] * size + static_cast<std::uint32_t>(classOf[sides[s][i]]);
+    }
+}
+
+void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
+    FindKeys(block, sides);
+    if (!growing_) {
+        for (std::size_t i = 0; i < block.count; ++i)
+            block.places[i] = static_cast<std::uint32_t>(found_[i]);
+        return;
+    }
+    for (std::size_t i = 0; i < block.count; ++i)
+        block.places[i] = IsAlone(found_[i]) ? kNoPlace : PlaceOf(found_[i]);
+}
+
+bool ScanPlaces::wantsMarks() const {
+    constexpr std::uint64_t kMostMarks = 1U << 28U;
+    return growing_ && combinations_ <= kMostMarks && plan_.whole && (plan_.moreThan > 0 || plan_.differing);
+}
+
+void ScanPlaces::Mark(const ScanBlock& block, const std::vector<SideKeys>& sides) {
+    if (seen_.empty()) {
+        seen_.resize(combinations_ / 64 + 1);
+        shared_.resize(combinations_ / 64 + 1);
+    }
+    FindKeys(block, sides);
+    for (std::size_t i = 0; i < block.count; ++i) {
+        const std::uint64_t bit = std::uint64_t{1} << (found_[i] % 64);
+        std::uint64_t& seen = seen_[found_[i] / 64];
+        shared_[found_[i] / 64] |= seen & bit;
+        seen |= bit;
+    }
+}
+
+bool ScanPlaces::IsAlone(std::uint64_t key) const {
+    return !shared_.empty() && (shared_[key / 64] >> (key % 64) & 1U) == 0;
+}
+
+// Fibonacci hashing: the upper bits of the product are well mixed.
+std::uint32_t ScanPlaces::PlaceOf(std::uint64_t key) {
+    constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15U;
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = (key * kGolden) >> (64 - bits_);; slot = (slot + 1) & mask) {
+        const std::uint32_t held = slots_[slot];
+        if (held != 0 && keys_[held - 1] == key) return held - 1;
+        if (held != 0) continue;
+        keys_.push_back(key);
+        slots_[slot] = static_cast<std::uint32_t>(keys_.size());
+        if (keys_.size() > slots_.size() / 4 * 3) Spread();
+        return static_cast<std::uint32_t>(keys_.size() - 1);
+    }
+}
+
+void ScanPlaces::Spread() {
+    constexpr unsigned kFirstBits = 16;
+    constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15U;
+    bits_ = bits_ == 0 ? kFirstBits : bits_ + 1;
+    std::vector<std::uint32_t>().swap(slots_);
+    slots_.resize(std::size_t{1} << bits_);
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t place = 0; place < keys_.size(); ++place) {
+        std::size_t slot = (keys_[place] * kGolden) >> (64 - bits_);
+        while (slots_[slot] != 0)
+            slot = (slot + 1) & mask;
+        slots_[slot] = static_cast<std::uint32_t>(place + 1);
+    }
+}
+
+void ScanPlaces::Describe(ScanGroups& groups) {
+    for (Column& column : columns_)
+        groups.codes.push_back(std::move(column.standing));
+    groups.sizes = sizes_;
+    groups.keys = std::move(keys_);
+}
+
+} // namespace jet

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "jet/columns/ScanBlock.h"
+#include "jet/columns/ScanGroups.h"
+#include "jet/columns/ScanPlan.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace jet {
+
+/// The keys of a side for the rows of a block: combinations of the codes of its columns.
+using SideKeys = std::array<std::uint32_t, kBlockRows>;
+void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBlock& block, SideKeys& keys);
+
+/// Numbers the groups of a scan. When there are few combinations each has its place from the beginning; else places are
+/// given out in the order in which groups are met.
+class ScanPlaces final {
+  public:
+    ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input);
+
+    /// Puts the places of a block's rows into it. `sides` has the keys of each side of the plan. Rows that Mark has
+    /// found to be alone are left out.
+    void Find(ScanBlock& block, const std::vector<SideKeys>& sides);
+    /// True when only groups of several rows are asked for among very many: all rows are to be marked first then.
+    [[nodiscard]] bool wantsMarks() const;
+    void Mark(const ScanBlock& block, const std::vector<SideKeys>& sides);
+    /// Places given out so far.
+    [[nodiscard]] std::uint32_t count() const;
+    [[nodiscard]] bool growing() const { return growing_; }
+    /// Hands over what the places stand for.
+    void Describe(ScanGroups& groups);
+
+  private:
+    /// One column's share in a place: the codes that pass are numbered anew, without gaps.
+    struct Column {
+        const ImageColumn* column = nullptr;
+        std::vector<std::uint32_t> shareOf;  ///< by code
+        std::vector<std::uint32_t> standing; ///< the code of each share
+    };
+    [[nodiscard]] Column ColumnFor(std::size_t position) const;
+    [[nodiscard]] bool Passes(std::size_t position, std::uint32_t code) const;
+    void AddSize(std::size_t size);
+    void FindKeys(const ScanBlock& block, const std::vector<SideKeys>& sides);
+    [[nodiscard]] bool IsAlone(std::uint64_t key) const;
+    [[nodiscard]] std::uint32_t PlaceOf(std::uint64_t key);
+    void Spread();
+
+    const ColumnImage& image_;
+    const ScanPlan& plan_;
+    const ScanInput& input_;
+    std::vector<Column> columns_;
+    std::vector<std::uint32_t> sizes_;
+    std::uint64_t combinations_ = 1;
+    bool growing_ = false;
+    std::array<std::uint64_t, kBlockRows> found_{}; ///< the keys of a block
+    std::vector<std::uint64_t> seen_;               ///< a bit for each key that a row has
+    std::vector<std::uint64_t> shared_;             ///< a bit for each that several have
+    std::vector<std::uint64_t> keys_;               ///< of the places given out
+    std::vector<std::uint32_t> slots_;              ///< a table by hash of the key: place + 1; 0 is free
+    unsigned bits_ = 0;
+};
+
+} // namespace jet

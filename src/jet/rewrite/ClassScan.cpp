@@ -1,0 +1,448 @@
+#include "jet/rewrite/ClassScan.h"
+
+#include "jet/rewrite/ScanNames.h"
+#include "jet/rewrite/ScanShape.h"
+#include "jet/rewrite/ScanSides.h"
+#include "jet/sql/MakeTree.h"
+#include "jet/sql/VisitOperands.h"
+
+#include <algorithm>
+#include <bit>
+#include <utility>
+
+namespace jet {
+
+namespace {
+
+using namespace tree;
+
+class ClassScan final : ScanShape {
+  public:
+    ClassScan(Select& select, std::vector<OrderItem>* orderBy, Transform* crosstab, const Catalogue& catalogue)
+        : ScanShape(select, orderBy == nullptr ? noOrder_ : *orderBy, catalogue), order_(orderBy), crosstab_(crosstab) {
+    }
+
+    bool Apply() {
+        if (!ReadTables() || !FindLarge() || !AllConditionsArePlaced()) return false;
+        if (!ReadOutput() || !ReadConditions() || !IsWorthIt()) return false;
+        if (!MakeSides() || !FindImage() || !PlaceFigures()) return false;
+        plan_.whole = HasGroupsOfTheScan();
+        Rewrite();
+        return true;
+    }
+
+  private:
+    using ScanSides = SidesOf<Link>;
+
+    /// A name that stands for a field of a small table, or, within First, of the large one.
+    struct Named {
+        const Expression* expression = nullptr;
+        std::size_t table = 0;
+        ColumnName name;
+    };
+    /// An aggregate as it stands in the statement, and the figure that it is made of.
+    struct Figure {
+        const Expression* expression = nullptr;
+        ScannedAggregate made;
+        ScanFigure planned;
+        std::optional<Named> ranked = {};
+        std::vector<Named> firsts = {}; ///< fields of the first row
+    };
+
+    // --- Reading ---
+
+    bool ReadOutput() {
+        const auto readItem = [&](const SelectItem& item) { return item.expression && Read(*item.expression, true); };
+        const auto readTerm = [&](const ExpressionPtr& term) { return Read(*term, false); };
+        const auto readOrder = [&](const OrderItem& item) { return Read(*item.expression, true); };
+        if (!std::ranges::all_of(select_.items, readItem) || !std::ranges::all_of(select_.groupBy, readTerm) ||
+            !std::ranges::all_of(orderBy_, readOrder) || (select_.having && !Read(*select_.having, true)))
+            return false;
+        if (crosstab_ == nullptr) return HasGroups() && NamesDiffer();
+        // totals over rows are written another way (see EmitPivot)
+        return figures_.empty() && !rest_ && select_.into.empty() && Read(*crosstab_->pivot, false) &&
+               Read(*crosstab_->value, true) && figures_.size() == 1;
+    }
+
+    [[nodiscard]] bool HasGroups() const {
+        if (select_.duplicates == Duplicates::DropEqualRows) return false;
+        return !select_.groupBy.empty() || !figures_.empty() || select_.duplicates == Duplicates::DropEqualValues;
+    }
+
+    /// Of two fields of one name each is called after its table, which is gone afterwards.
+    [[nodiscard]] bool NamesDiffer() const {
+        std::vector<std::string> names;
+        for (const SelectItem& item : select_.items) {
+            const auto* column = std::get_if<ColumnName>(&item.expression->node);
+            const std::string& name = item.alias.empty() && column != nullptr ? column->name : item.alias;
+            if (!name.empty() &&
+                std::ranges::any_of(names, [&](const std::string& other) { return SameName(other, name); }))
+                return false;
+            names.push_back(name);
+        }
+        return true;
+    }
+
+    bool Read(const Expression& expression, bool grouped) {
+        if (AggregateOf(expression) != nullptr) return grouped && ReadAggregate(expression);
+        if (const auto* column = std::get_if<ColumnName>(&expression.node)) return ReadField(expression, *column);
+        if (const auto* call = std::get_if<Call>(&expression.node); call && FindFunction(call->name) == nullptr)
+            return false;
+        return VisitOperands(expression, [&](const Expression& operand) { return Read(operand, grouped); });
+    }
+
+    bool ReadField(const Expression& expression, const ColumnName& column) {
+        const std::size_t table = TableOf(column);
+        if (table == large_) return AddCode(*InfoOf(column));
+        if (table < tables_.size()) fields_.push_back({&expression, table, column});
+        return table < tables_.size() || IsAlias(expression);
+    }
+
+    bool ReadAggregate(const Expression& expression) {
+        const auto& call = std::get<Call>(expression.node);
+        const std::string function(AggregateOf(expression)->name);
+        if (call.star) return Add({&expression, {{}, 0, function}, {ScanFigureKind::Rows}});
+        if (call.arguments.size() != 1) return false;
+        const Expression& argument = *call.arguments.front();
+        if (function == "first") return ReadFirst(expression, argument);
+        if (IsValue(argument)) {
+            const auto kind = call.distinct ? std::nullopt : FigureOfValues(function);
+            const ColumnType type = LargeField(argument)->type;
+            return kind && Add({&expression, {{}, 0, function, CompareKind::ValueText, type}, {*kind}});
+        }
+        const bool extreme = function == "min" || function == "max";
+        const auto* column = std::get_if<ColumnName>(&argument.node);
+        if (column != nullptr && !call.distinct && (extreme || function == "count") && IsSmall(TableOf(*column)))
+            return AddRanked(expression, {&argument, TableOf(*column), *column}, function);
+        // What is read twice is no less and no more, and counts once.
+        rest_ = true;
+        return (extreme || (function == "count" && call.distinct)) && Read(argument, false);
+    }
+
+    [[nodiscard]] bool IsSmall(std::size_t table) const { return table < tables_.size() && table != large_; }
+
+    bool Add(Figure figure) {
+        figures_.push_back(std::move(figure));
+        return figures_.size() <= kMostScanFigures;
+    }
+
+    bool AddRanked(const Expression& expression, Named ranked, const std::string& function) {
+        const ColumnInfo* info = InfoOf(ranked.name);
+        const ColumnType type = info->type == ColumnType::Counter ? ColumnType::Long : info->type;
+        const ScanFigureKind kind = function == "count" ? ScanFigureKind::CountOf
+                                    : function == "min" ? ScanFigureKind::LeastOf
+                                                        : ScanFigureKind::GreatestOf;
+        const CompareKind compared = KindOfColumn(info->name, info->type);
+        return Add({&expression, {{}, 0, function, compared, type}, {kind}, std::move(ranked)});
+    }
+
+    /// First of an expression that reads the large table alone.
+    bool ReadFirst(const Expression& expression, const Expression& argument) {
+        Figure figure{&expression, {{}, 0, "first"}, {ScanFigureKind::FirstRow}};
+        const bool fits = ReadRow(argument, figure.firsts);
+        return fits && !figure.firsts.empty() && Add(std::move(figure));
+    }
+
+    bool ReadRow(const Expression& expression, std::vector<Named>& read) {
+        if (AggregateOf(expression) != nullptr) return false;
+        if (const auto* column = std::get_if<ColumnName>(&expression.node)) {
+            const ColumnInfo* info = LargeField(expression);
+            if (info == nullptr || (!IsValue(expression) && !IsWhole(info->type))) return false;
+            read.push_back({&expression, large_, *column});
+            return true;
+        }
+        if (const auto* call = std::get_if<Call>(&expression.node); call && FindFunction(call->name) == nullptr)
+            return false;
+        return VisitOperands(expression, [&](const Expression& operand) { return ReadRow(operand, read); });
+    }
+
+    bool ReadConditions() {
+        bool fits = true;
+        EachCondition([&](const Expression& condition) { fits = fits && ReadCondition(condition); });
+        return fits;
+    }
+
+    bool ReadCondition(const Expression& condition) {
+        TableSet tables = 0;
+        if (!AddTables(condition, tables)) return false;
+        if (auto link = LinkIn(condition)) {
+            sides_.Add(std::move(*link));
+        } else if (tables == Bit(large_)) {
+            return ReadPushed(condition);
+        } else {
+            if ((tables & Bit(large_)) != 0 || HoldsLongList(condition)) return false;
+            sides_.Join(tables);
+        }
+        return true;
+    }
+
+    /// Where only the existence of rows is asked for, tests through indexes (see SemiJoin.h) are sooner as long as
+    /// nothing else is asked of the rows, and one table gives the fields.
+    [[nodiscard]] bool IsWorthIt() const {
+        if (crosstab_ != nullptr || !select_.groupBy.empty() || !figures_.empty()) return true;
+        TableSet giving = codes_.empty() ? 0 : Bit(large_);
+        for (const Named& field : fields_)
+            giving |= Bit(field.table);
+        return std::popcount(giving) > 1 || giving == Bit(large_) || !plan_.values.empty() || !plan_.lists.empty();
+    }
+
+    // --- Sides ---
+
+    bool MakeSides() {
+        TableSet small = 0;
+        for (std::size_t table = 0; table < tables_.size(); ++table)
+            if (table != large_) small |= Bit(table);
+        if (!sides_.Finish(small)) return false;
+        for (const Named& field : fields_)
+            sides_.AddField(field.table, field.name);
+        for (Figure& figure : figures_)
+            if (figure.ranked)
+                std::tie(figure.planned.keys, figure.planned.field) =
+                    sides_.AddRanked(figure.ranked->table, figure.ranked->name);
+        return sides_.fields() <= kMostScanFields;
+    }
+
+    [[nodiscard]] bool CountsRows() const {
+        return std::ranges::any_of(figures_, [](const Figure& figure) {
+            return figure.planned.kind != ScanFigureKind::Least && figure.planned.kind != ScanFigureKind::Greatest &&
+                   figure.planned.kind != ScanFigureKind::FirstRow;
+        });
+    }
+
+    bool PlaceFigures() {
+        for (const Figure& figure : figures_)
+            for (const Named& field : figure.firsts)
+                if (image_->find(field.name.name) < 0) return false;
+        return std::ranges::all_of(sides_.all(), [&](const ScanSides::Side& side) { return PlaceSide(side); });
+    }
+
+    bool PlaceSide(const ScanSides::Side& side) {
+        constexpr std::size_t kMostCombinations = 16U << 20U;
+        ScanSide made;
+        std::size_t combinations = 1;
+        for (const Link& link : side.links) {
+            const auto place = Coded(link.large->name);
+            if (!place) return false;
+            made.columns.push_back(*place);
+            combinations *= image_->columns()[*place].numbers.size();
+            if (combinations > kMostCombinations) return false;
+        }
+        const auto kindOf = [&](const ColumnName& name) {
+            const ColumnInfo* info = InfoOf(name);
+            return KindOfColumn(info->name, info->type);
+        };
+        for (const ColumnName& name : side.fields)
+            made.fields.push_back(kindOf(name));
+        for (const ColumnName& name : side.ranked)
+            made.ranked.push_back(kindOf(name));
+        made.single = CountsRows();
+        plan_.sides.push_back(std::move(made));
+        return true;
+    }
+
+    // --- Are the groups of the scan those of the statement? ---
+
+    [[nodiscard]] bool HasGroupsOfTheScan() const {
+        if (crosstab_ != nullptr || order_ == nullptr || select_.top || select_.groupBy.empty() || rest_) return false;
+        if (select_.duplicates != Duplicates::Keep) return false;
+        const auto isBare = [](const ExpressionPtr& term) { return std::holds_alternative<ColumnName>(term->node); };
+        const auto isState = [](const Figure& figure) {
+            return figure.planned.kind == ScanFigureKind::Sum || figure.planned.kind == ScanFigureKind::Spread;
+        };
+        if (!std::ranges::all_of(select_.groupBy, isBare) || std::ranges::any_of(figures_, isState)) return false;
+        // every field that tells groups of the scan apart must be grouped by
+        std::vector<std::pair<std::size_t, std::string>> terms;
+        for (const ExpressionPtr& term : select_.groupBy) {
+            const auto& name = std::get<ColumnName>(term->node);
+            if (TableOf(name) >= tables_.size()) return false;
+            terms.emplace_back(TableOf(name), InfoOf(name)->name);
+        }
+        const auto grouped = [&](std::size_t table, const std::string& name) {
+            return std::ranges::any_of(
+                terms, [&](const auto& term) { return term.first == table && SameName(term.second, name); });
+        };
+        return std::ranges::all_of(fields_,
+                                   [&](const Named& field) { return grouped(field.table, field.name.name); }) &&
+               std::ranges::all_of(codes_, [&](const ColumnInfo& code) { return grouped(large_, code.name); });
+    }
+
+    // --- Rewriting ---
+
+    void Rewrite() {
+        const std::string alias = tables_[large_].name.alias;
+        ScanTable scan{alias, codes_, {}, {}, {}, {}};
+        PlanFigures(scan);
+        TakeConditions();
+        for (const ScanSides::Side& side : sides_.all())
+            scan.sides.push_back(QueryOfSide(side));
+        ReplaceFields(scan);
+        scan.plan = std::move(plan_);
+        if (scan.plan.whole) LeaveOutGroups(scan.plan);
+        select_.where = RestOfConditions();
+        select_.from.clear();
+        auto reference = std::make_unique<TableReference>();
+        reference->at = select_.at;
+        reference->node = std::move(scan);
+        select_.from.push_back(std::move(reference));
+    }
+
+    // the select is ours to change; only the walk through it was a reading one
+    static Expression& Writable(const Expression* expression) { return *const_cast<Expression*>(expression); }
+
+    void PlanFigures(ScanTable& scan) {
+        for (Figure& figure : figures_) {
+            figure.made.table = scan.alias;
+            figure.made.figure = PlaceOf(figure.planned);
+            figure.made.whole = plan_.whole;
+            for (const Named& field : figure.firsts)
+                ReadFromFirstRow(scan, field);
+            if (!figure.firsts.empty())
+                figure.made.argument = std::move(std::get<Call>(Writable(figure.expression).node).arguments.front());
+            Writable(figure.expression).node = figure.made;
+        }
+    }
+
+    /// Each different figure once.
+    std::size_t PlaceOf(const ScanFigure& planned) {
+        const auto place = std::ranges::find(plan_.figures, planned);
+        const auto index = static_cast<std::size_t>(place - plan_.figures.begin());
+        if (place == plan_.figures.end()) plan_.figures.push_back(planned);
+        return index;
+    }
+
+    void ReadFromFirstRow(ScanTable& scan, const Named& field) {
+        const ColumnInfo& info = *InfoOf(field.name);
+        const bool value = KindOfColumn(info.name, info.type) == CompareKind::ValueText;
+        const auto column = static_cast<std::size_t>(image_->find(info.name));
+        const std::size_t place = PlaceOf(value ? ScanFigure{ScanFigureKind::FirstValue}
+                                                : ScanFigure{ScanFigureKind::FirstNumber, 0, column});
+        const std::string name = "jet$f" + std::to_string(place);
+        if (std::ranges::find(scan.further, name, &ScanField::name) == scan.further.end())
+            scan.further.push_back({name, "a" + std::to_string(place), info.type, KindOfColumn(info.name, info.type)});
+        Writable(field.expression).node = ColumnName{scan.alias, name, true};
+    }
+
+    [[nodiscard]] QueryPtr QueryOfSide(const ScanSides::Side& side) {
+        std::vector<ExpressionPtr> where;
+        for (Condition& condition : conditions_)
+            if (condition.expression && condition.tables != 0 && (condition.tables & ~side.tables) == 0)
+                where.push_back(std::move(condition.expression));
+        std::vector<ColumnName> names;
+        for (const Link& link : side.links)
+            names.push_back(link.field);
+        names.insert(names.end(), side.fields.begin(), side.fields.end());
+        names.insert(names.end(), side.ranked.begin(), side.ranked.end());
+        QueryPtr query = QueryOf(side.tables, MakeExpression(select_.at, ColumnName(names.front())),
+                                 AllOf(select_.at, std::move(where)));
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            SelectItem item;
+            item.at = select_.at;
+            item.expression = MakeExpression(select_.at, ColumnName(names[i]));
+            item.alias = "jet$c" + std::to_string(i);
+            if (i == 0) query->arms.front().items.clear();
+            query->arms.front().items.push_back(std::move(item));
+        }
+        return query;
+    }
+
+    /// Conditions without a field.
+    [[nodiscard]] ExpressionPtr RestOfConditions() {
+        std::vector<ExpressionPtr> where;
+        for (Condition& condition : conditions_)
+            if (condition.expression && condition.tables == 0) where.push_back(std::move(condition.expression));
+        if (select_.having && select_.groupBy.empty() && having_) where.push_back(std::move(select_.having));
+        return AllOf(select_.at, std::move(where));
+    }
+
+    void ReplaceFields(ScanTable& scan) {
+        for (SelectItem& item : select_.items) {
+            const auto* column = std::get_if<ColumnName>(&item.expression->node);
+            if (column != nullptr && item.alias.empty() && IsSmall(TableOf(*column)))
+                item.alias = InfoOf(*column)->name;
+        }
+        for (const Named& field : fields_) {
+            const ColumnInfo& info = *InfoOf(field.name);
+            const std::size_t place = sides_.PlaceOf(field.table, field.name);
+            const std::string name = ScanFieldName(place);
+            const ColumnType type = info.type == ColumnType::Counter ? ColumnType::Long : info.type;
+            if (std::ranges::find(scan.further, name, &ScanField::name) == scan.further.end())
+                scan.further.push_back({name, "x" + std::to_string(place), type, KindOfColumn(info.name, info.type)});
+            Writable(field.expression).node = ColumnName{scan.alias, name, true};
+        }
+    }
+
+    /// The order that GROUP BY would have given stays, unless no row tells what group it is of.
+    void LeaveOutGroups(ScanPlan& plan) {
+        if (select_.having && (TakesDiffering(*select_.having, plan) || TakesMoreThan(*select_.having, plan)))
+            select_.having = nullptr;
+        if (TellsGroups())
+            for (ExpressionPtr& term : select_.groupBy)
+                order_->push_back({std::move(term), false});
+        select_.groupBy.clear();
+        having_ = true;
+    }
+
+    [[nodiscard]] bool TellsGroups() const {
+        return !std::ranges::all_of(select_.items, [&](const SelectItem& item) {
+            const auto* figure = std::get_if<ScannedAggregate>(&item.expression->node);
+            return figure != nullptr && figure->argument == nullptr &&
+                   std::ranges::any_of(*order_, [&](const OrderItem& order) {
+                       const auto* key = std::get_if<ScannedAggregate>(&order.expression->node);
+                       return key != nullptr && key->figure == figure->figure && key->argument == nullptr;
+                   });
+        });
+    }
+
+    /// "Min(field) <> Max(field)"
+    [[nodiscard]] static bool TakesDiffering(const Expression& having, ScanPlan& plan) {
+        const auto* comparison = std::get_if<Comparison>(&having.node);
+        if (comparison == nullptr || comparison->op != ComparisonOperator::NotEqual) return false;
+        const auto* one = std::get_if<ScannedAggregate>(&comparison->left->node);
+        const auto* other = std::get_if<ScannedAggregate>(&comparison->right->node);
+        if (one == nullptr || other == nullptr) return false;
+        const ScanFigure& a = plan.figures[one->figure];
+        const ScanFigure& b = plan.figures[other->figure];
+        const auto isExtreme = [](const ScanFigure& figure) {
+            return figure.kind == ScanFigureKind::LeastOf || figure.kind == ScanFigureKind::GreatestOf;
+        };
+        if (!isExtreme(a) || !isExtreme(b) || a.keys != b.keys || a.field != b.field) return false;
+        plan.differing = std::pair(one->figure, other->figure);
+        return true;
+    }
+
+    /// "Count(*) > number"
+    [[nodiscard]] static bool TakesMoreThan(const Expression& having, ScanPlan& plan) {
+        const auto* comparison = std::get_if<Comparison>(&having.node);
+        if (comparison == nullptr || comparison->op != ComparisonOperator::Greater) return false;
+        const auto* count = std::get_if<ScannedAggregate>(&comparison->left->node);
+        const auto* number = std::get_if<NumberLiteral>(&comparison->right->node);
+        constexpr std::size_t kMostDigits = 9;
+        const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+        if (count == nullptr || plan.figures[count->figure].kind != ScanFigureKind::Rows || number == nullptr ||
+            number->text.size() > kMostDigits || !std::ranges::all_of(number->text, isDigit))
+            return false;
+        plan.moreThan = static_cast<std::uint32_t>(std::stoul(number->text));
+        return true;
+    }
+
+    static inline const std::vector<OrderItem> noOrder_;
+    std::vector<OrderItem>* order_;
+    Transform* crosstab_;
+    ScanSides sides_;
+    std::vector<Named> fields_;
+    std::vector<Figure> figures_;
+    bool rest_ = false;   ///< an aggregate stays, over the groups of the scan
+    bool having_ = false; ///< what HAVING asks is asked of each row now
+};
+
+} // namespace
+
+bool ScanClasses(Select& select, std::vector<OrderItem>* orderBy, const Catalogue& catalogue) {
+    return ClassScan(select, orderBy, nullptr, catalogue).Apply();
+}
+
+bool ScanClasses(Transform& transform, const Catalogue& catalogue) {
+    return ClassScan(transform.query.arms.front(), &transform.query.orderBy, &transform, catalogue).Apply();
+}
+
+} // namespace jet
