@@ -1,3 +1,4 @@
+#include "TestPlaces.h"
 #include "exchange/DatabaseRows.h"
 #include "exchange/ImportSession.h"
 
