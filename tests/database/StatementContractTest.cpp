@@ -210,7 +210,7 @@ class StatementContract : public SessionTest {
     }
 
     void RunScript(const char* name) {
-        for (const ScriptedStatement& block : ReadStatementScript(TESSARO_TESTS "/database/data/" + name))
+        for (const ScriptedStatement& block : ReadStatementScript(std::string(TESSARO_TESTS "/database/data/") + name))
             Run(block);
     }
 
