@@ -23,6 +23,13 @@ QString JoinedHead(const TableHeads& heads, std::size_t column) {
     return parts.isEmpty() ? QString::number(column + 1) : parts.join(QStringLiteral(" / "));
 }
 
+/// A text without the apostrophe by which files tell spreadsheets that it is no formula.
+std::string_view Unmarked(std::string_view text) {
+    const bool isMarked =
+        text.size() > 1 && text[0] == '\'' && std::string_view("=+-@").find(text[1]) != std::string_view::npos;
+    return isMarked ? text.substr(1) : text;
+}
+
 bool HasPeriodAbove(const TableHeads& heads, const ImportDraft& draft, std::size_t column) {
     for (std::size_t row = 0; row < heads.rows.size() && row < draft.headTells.size(); ++row)
         if (draft.headTells[row] == Role::Time && column < heads.rows[row].size() &&
@@ -125,7 +132,7 @@ void Observations::TellRow() {
     for (std::size_t i = 0; i < kRoles; ++i)
         rowTexts_[i] = constants_[i];
     for (const auto& [column, role] : tellers_) {
-        const std::string_view text = WithoutBlanks(row_.fields[column]);
+        const std::string_view text = Unmarked(WithoutBlanks(row_.fields[column]));
         if (text.empty()) continue;
         std::string_view& all = rowTexts_[At(role)];
         if (told[At(role)]) {

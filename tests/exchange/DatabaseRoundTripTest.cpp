@@ -1,6 +1,8 @@
 #include "TestPlaces.h"
 #include "exchange/DatabaseRows.h"
 #include "exchange/ImportSession.h"
+#include "layers/AreaOutlines.h"
+#include "layers/LayerReader.h"
 
 #include <gtest/gtest.h>
 
@@ -40,6 +42,36 @@ TEST_F(DatabaseRoundTripTest, EveryFormBringsAllValuesBack) {
             << name << ": " << CountsOf(*checked);
         QFile::remove(file);
     }
+}
+
+// A map for other programs: the values of one period with the outlines of their areas.
+TEST_F(DatabaseRoundTripTest, AreasOfTheDatabaseHaveTheirOutlines) {
+    AppPath = QStringLiteral(TESSARO_INSTALLATION);
+    DatabaseRows rows;
+    AreaOutlines outlines;
+    ValueLosses losses;
+    const ValueTable table{rows.Count(),
+                           [&rows](int number) {
+                               std::optional<ValueRow> row = rows.At(number);
+                               return row && row->period == QLatin1String("2009") ? row : std::nullopt;
+                           },
+                           [&losses](const ValueLosses& told) { losses = told; },
+                           [&outlines](const QString& area) { return outlines.RingsOf(area); }};
+    const QString file = Folder() + QStringLiteral("/Map.shp");
+    ASSERT_TRUE(SaveShapefile(file, table));
+    EXPECT_EQ(losses.columns, 0);
+    const LayerReading map = ReadLayer(file);
+    ASSERT_TRUE(map.layer);
+    const std::int64_t areas = PlainReader(sample_.toStdString())
+                                   .Number("SELECT Count(DISTINCT AreaNId) FROM Data D JOIN TimePeriod T ON "
+                                           "T.TimePeriodNId = D.TimePeriodNId WHERE T.TimePeriod = '2009'");
+    EXPECT_EQ(static_cast<std::int64_t>(map.layer->features.size()), areas);
+    EXPECT_GT(areas, 3000);
+    EXPECT_LT(losses.withoutShape, areas / 20);
+    const int there = map.layer->FeatureAt({37.9, 0.5}, 0);
+    ASSERT_GE(there, 0);
+    EXPECT_EQ(map.layer->Text(there, map.layer->IdField()), "AFRKEN");
+    EXPECT_EQ(map.layer->Text(there, map.layer->NameField()), "Kenya");
 }
 
 } // namespace

@@ -53,8 +53,8 @@ TEST(ObservationsTest, TakesLongAndWideTablesApart) {
                                       {QStringLiteral("Item"), Role::Indicator},
                                       {QStringLiteral("Part"), Role::Indicator},
                                       {QStringLiteral("V"), Role::Value}});
-    EXPECT_THAT(ValuesOf("Year,Quarter,Item,Part,V\n2001,Q1,Wheat,bread,5\n2002,,Rice,,6\n", joined),
-                ElementsAre("2 2001 Q1;;Wheat, bread;Number=5", "3 2002;;Rice;Number=6"));
+    EXPECT_THAT(ValuesOf("Year,Quarter,Item,Part,V\n2001,Q1,Wheat,bread,5\n2002,,'-Rice,,6\n", joined),
+                ElementsAre("2 2001 Q1;;Wheat, bread;Number=5", "3 2002;;-Rice;Number=6"));
 
     ImportDraft wide = Draft({{QStringLiteral("Country"), Role::AreaName},
                               {QStringLiteral("2001"), Role::Value},

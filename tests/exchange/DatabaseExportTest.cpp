@@ -1,0 +1,52 @@
+#include "exchange/DatabaseExport.h"
+
+#include "controls/FileDialogs.h"
+#include "exchange/ImportSession.h"
+#include "session/MessageAnswer.h"
+
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+namespace tessaro::test {
+namespace {
+
+class DatabaseExportTest : public ImportSession {
+  protected:
+    void TearDown() override {
+        SetFileAnswerer({});
+        ImportSession::TearDown();
+    }
+};
+
+// The sample has two values with footnotes, for which a PX file has no room.
+TEST_F(DatabaseExportTest, SaysBeforeWhatAFormCanNotHold) {
+    const QString file = Folder() + QStringLiteral("/All.px");
+    answers = {MessageCode::No};
+    EXPECT_FALSE(SaveDatabaseValues(file, nullptr));
+    EXPECT_FALSE(QFileInfo::exists(file));
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages.front().contains(QLocale::system().toString(2))) << messages.front().toStdString();
+    answers = {MessageCode::Yes};
+    EXPECT_TRUE(SaveDatabaseValues(file, nullptr));
+    EXPECT_EQ(CheckImport(file, GuessDraft(file), Into(ImportInto::Copy))->counts.same, 17);
+}
+
+TEST_F(DatabaseExportTest, AsksForTheFileAndTellsWhatFails) {
+    FileQuestion asked;
+    SetFileAnswerer([&](const FileQuestion& question) {
+        asked = question;
+        return Folder() + QStringLiteral("/All.csv");
+    });
+    ExportDatabase(nullptr);
+    EXPECT_EQ(messages, QStringList());
+    EXPECT_EQ(asked.name, "Base.csv");
+    EXPECT_TRUE(asked.filter.contains(QStringLiteral("(*.geojson)")));
+    EXPECT_EQ(Bytes(Folder() + QStringLiteral("/All.csv")).count('\n'), 18);
+    EXPECT_FALSE(SaveDatabaseValues(QStringLiteral("/proc/All.csv"), nullptr));
+    EXPECT_FALSE(SaveDatabaseValues(Folder() + QStringLiteral("/All.unknown"), nullptr));
+    EXPECT_EQ(messages.size(), 2);
+}
+
+} // namespace
+} // namespace tessaro::test
