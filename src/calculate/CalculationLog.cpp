@@ -2,8 +2,8 @@
 
 #include "calculate/Calculations.h"
 #include "calculate/LogParts.h"
+#include "calculate/WorkingTables.h"
 #include "session/ErrorSink.h"
-#include "session/Log.h"
 #include "session/Messages.h"
 
 namespace tessaro {
@@ -26,6 +26,15 @@ CalculationLog Calculated(const CalculationDraft& draft, const Progress& progres
         return CalculateSubtotal(draft, progress);
     }
     return {};
+}
+
+/// "Where" for the rows of `_Data` that a calculation works on.
+QString RowsOf(const CalculationDraft& draft) {
+    QStringList indicators;
+    for (const auto* items : {&draft.items, &draft.denominators})
+        for (const CalculationItem& item : *items)
+            indicators << item.indicator;
+    return indicators.isEmpty() ? QString() : QStringLiteral("Where [Indicator] In ") + BracketedList(indicators);
 }
 
 /// Adds a remark for each result that another one of the same time, area, subgroup and source comes before, such as
@@ -57,7 +66,7 @@ CalculationLog Calculate(const CalculationDraft& draft, const Progress& progress
     CalculationLog log;
     // Statements are trapped where they are run; rows that are read one by one can still fail on the way.
     if (!trap.Try([&] { log = Calculated(draft, progress); }))
-        log = Failed(FilledText(QStringLiteral("TS_CalcFailed"), {LogFile()}));
+        log = Failed(ReasonOfFailure(QStringLiteral("_Data"), RowsOf(draft)));
     RemarkSecondResults(log);
     DropAllWorkingTables();
     return log;

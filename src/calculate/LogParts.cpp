@@ -131,14 +131,19 @@ QString ReasonOfFailure(const QString& table, const QString& where) {
         Select(QStringLiteral("Select Datavalue, [Indicator], Subpop, AreaName, AreaId, TimePeriod From %1 %2")
                    .arg(table, where),
                jet::CursorType::ForwardOnly);
+    double sum = 0;
     for (; !rows.atEnd(); rows.MoveNext()) {
         const QString value = rows.Text(std::size_t{0});
-        if (NumberOf(value)) continue;
+        if (const auto number = NumberOf(value)) {
+            sum += std::abs(*number);
+            continue;
+        }
         const QString item = NameOf({rows.Text(std::size_t{1}), rows.Text(std::size_t{2})});
         const QString area =
             rows.Text(std::size_t{3}) + QStringLiteral(" [") + rows.Text(std::size_t{4}) + QLatin1Char(']');
         return FilledText(QStringLiteral("TS_CalcUnreadable"), {value, item, area, rows.Text(std::size_t{5})});
     }
+    if (!std::isfinite(sum)) return PlainText(QStringLiteral("TS_CalcTooLarge"));
     return FilledText(QStringLiteral("TS_CalcFailed"), {LogFile()});
 }
 

@@ -57,7 +57,7 @@ class DetailSheet final {
 /// A log that could not be made.
 [[nodiscard]] CalculationLog Failed(const QString& reason);
 /// Why reading numbers from a working table failed: its first value that is no number with its indicator, area and
-/// time, or that the log file tells more. `where` may narrow the rows ("Where …").
+/// time, that their sum is no number, or that the log file tells more. `where` may narrow the rows ("Where …").
 [[nodiscard]] QString ReasonOfFailure(const QString& table, const QString& where = {});
 
 /// Columns that rows of a table go into, by the pair key of their GIds in small letters.

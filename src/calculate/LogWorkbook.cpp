@@ -139,11 +139,22 @@ class SheetWriter final {
             Rows(column).SetStyle({.horizontal = align});
         for (const LogFormulas& column : data_.formulas)
             if (!column.numberFormat.isEmpty()) Rows(column.column).SetStyle({.numberFormat = column.numberFormat});
-        for (int column = 1; column <= data_.lastColumn; ++column)
-            if (widths_.Wraps(column))
-                Rows(column).SetStyle({.vertical = office::VerticalAlign::Top, .wrapText = true});
+        WrapLongTexts();
         DressHeads();
         SetTallRows(sheet_, 1, LastRow(data_), data_.lastColumn, font_);
+    }
+    /// A row of several lines has all its cells at the top.
+    void WrapLongTexts() {
+        if (!HasWraps()) return;
+        for (int column = 1; column <= data_.lastColumn; ++column)
+            if (widths_.Wraps(column)) Rows(column).SetStyle({.wrapText = true});
+        sheet_.Cells(data_.firstRow, 1, data_.lastRow, data_.lastColumn)
+            .SetStyle({.vertical = office::VerticalAlign::Top});
+    }
+    [[nodiscard]] bool HasWraps() const {
+        for (int column = 1; column <= data_.lastColumn; ++column)
+            if (HasRows() && widths_.Wraps(column)) return true;
+        return false;
     }
     void DressHeads() {
         const office::Border line{office::LineWeight::Thin, office::LineStyle::Continuous, kLineSlot};
@@ -165,8 +176,7 @@ class SheetWriter final {
         for (const LogBlock& block : data_.blocks)
             if (IsTableAbove(block)) sheet_.Cells(block.row, 1, block.row + RowsOf(block) - 1, 1).AutoFitRows();
         sheet_.Cells(data_.headRow, 1, HeadEnd(data_), 1).AutoFitRows();
-        for (int column = 1; column <= data_.lastColumn && HasRows(); ++column)
-            if (widths_.Wraps(column)) return Rows(1).AutoFitRows();
+        if (HasWraps()) Rows(1).AutoFitRows();
     }
     /// A small table of its own above the heads of the areas.
     [[nodiscard]] bool IsTableAbove(const LogBlock& block) const {
