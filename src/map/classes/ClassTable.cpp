@@ -74,7 +74,7 @@ PaletteRow RowOf(const ClassLook& look) {
 void TakeLabel(ClassLook& look, const PaletteRow& row) {
     look.legend = row.legend;
     if (!row.fontName.isEmpty()) look.font.setFamily(row.fontName);
-    const double size = row.fontSize.toDouble();
+    const double size = QString(row.fontSize).replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
     if (size >= 1 && size <= 400) look.font.setPointSizeF(size);
     look.font.setBold(row.bold);
     look.font.setItalic(row.italic);

@@ -69,6 +69,14 @@ bool IsNoClass(const PaletteRow& row, PaletteMode mode) {
     return value.isEmpty() || (mode == PaletteMode::Colors && value == QLatin1String(kWhite));
 }
 
+/// True when a spacer and one more row end the records. Some files count the grid's row of headings with the others.
+bool EndsWithTail(const PaletteRows& rows) {
+    const auto tail = static_cast<std::size_t>(kTailRows);
+    if (rows.size() < tail) return false;
+    const PaletteRow& spacer = rows[rows.size() - tail];
+    return spacer.from.isEmpty() && spacer.to.isEmpty() && spacer.color == QLatin1String(kWhite);
+}
+
 void CopyLabel(const PaletteRow& from, PaletteRow& to) {
     to.legend = from.legend;
     to.fontName = from.fontName;
@@ -109,8 +117,8 @@ PaletteContents ReadPalette(const QByteArray& bytes, int charset) {
         contents.rows.push_back(RowOf(lines, line));
     bool told = false;
     const int rows = lines.size() > 1 ? ValueOf(lines[1]).toInt(&told) : 0;
-    // Some files count the grid's row of headings too.
-    contents.complete = told && static_cast<int>(contents.rows.size()) + 1 >= rows;
+    const auto held = static_cast<int>(contents.rows.size());
+    contents.complete = told && (held >= rows || (held + 1 == rows && EndsWithTail(contents.rows)));
     return contents;
 }
 

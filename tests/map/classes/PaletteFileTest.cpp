@@ -110,6 +110,14 @@ TEST(PaletteTest, EveryPrefixGivesItsWholeRecords) {
     }
 }
 
+TEST(PaletteTest, AHeadMayCountTheHeadings) {
+    QByteArray bytes = PaletteBytes(Grid(2), kWestern);
+    bytes.replace("No of Breaks     : 4", "No of Breaks     : 5");
+    EXPECT_TRUE(ReadPalette(bytes, kWestern).complete);
+    bytes.replace("No of Breaks     : 5", "No of Breaks     : 6");
+    EXPECT_FALSE(ReadPalette(bytes, kWestern).complete);
+}
+
 TEST(PaletteTest, ColorsGoToGridsOfAnyNumberOfClasses) {
     const struct {
         int file;
