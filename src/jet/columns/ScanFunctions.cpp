@@ -73,9 +73,8 @@ void RegisterScanFunctions(sqlite3* database) {
         Aggregate{"jet_scanvarp", Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
     };
     for (const Aggregate& each : aggregates)
-        sqlite3_create_function_v2(database, each.name, each.arguments,
-                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, nullptr, each.step,
-                                   each.final, nullptr);
+        sqlite3_create_function_v2(database, each.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY,
+                                   nullptr, nullptr, each.step, each.final, nullptr);
 }
 
 } // namespace jet
