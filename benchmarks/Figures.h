@@ -19,6 +19,8 @@ void MeasureDataOptions(Report& report, const BenchSession& session);
 void MeasureColumns(Report& report, const BenchSession& session);
 /// Until the image that the session's connection uses is there; it is made while the program goes on.
 void WaitForColumns();
+/// A row filter that lets everything pass, each time another one, so that no answer is one that was kept.
+[[nodiscard]] QString AnotherFilter();
 /// The crosstab of the table and graph wizards, and the ranges of their colours. Selects what it needs.
 void MeasureCrosstabs(Report& report, const BenchSession& session);
 /// The working tables of the calculations against plain SQLite, and three calculations up to their logs. Selects what
