@@ -113,20 +113,14 @@ int NumberOf(const LayerSymbol& symbol, std::vector<LayerSymbol>& symbols) {
     return static_cast<int>(symbols.size()) - 1;
 }
 
-/// What tells values that are in no class from missing ones, which have the same colour.
-FillPattern UnclassedPattern(const ClassLook& missing) {
-    return PatternOfNumber(missing.fill) == FillPattern::DiagonalCross ? FillPattern::Cross
-                                                                       : FillPattern::DiagonalCross;
+/// Tells a value that is in no class from a missing one: crosshatched, and grey where missing data is white.
+void MarkUnclassed(LayerSymbol& symbol, const ClassLook& missing) {
+    const bool isCrossed = PatternOfNumber(missing.fill) == FillPattern::DiagonalCross;
+    symbol.pattern = isCrossed ? FillPattern::Cross : FillPattern::DiagonalCross;
+    if (missing.color == QColor(Qt::white)) symbol.color = QColor(120, 120, 120);
 }
 
 } // namespace
-
-ClassLook LookOfMissing() {
-    ClassLook look;
-    look.color = QColor(120, 120, 120);
-    look.fill = static_cast<int>(FillPattern::UpwardDiagonal);
-    return look;
-}
 
 void SetClasses(ClassTable& table, ClassBreaks classes, int decimals) {
     table.decimals = decimals;
@@ -231,7 +225,7 @@ LayerSymbol SymbolOf(const ClassLook& look) {
 
 LayerSymbol SymbolOfUnclassed(const ClassLook& missing) {
     LayerSymbol symbol = SymbolOf(missing);
-    symbol.pattern = UnclassedPattern(missing);
+    MarkUnclassed(symbol, missing);
     return symbol;
 }
 
@@ -244,7 +238,7 @@ LayerSymbols SymbolsOfMapData(const MapLayer& layer, const ClassLook& missing) {
     for (; !rows.atEnd(); rows.MoveNext()) {
         LayerSymbol symbol = SymbolOf(static_cast<long>(rows.Number(std::size_t{1})), rows.Number(std::size_t{2}),
                                       rows.Number(std::size_t{3}), rows.Number(std::size_t{4}));
-        if (rows.Number(std::size_t{5}) == 0) symbol.pattern = UnclassedPattern(missing);
+        if (rows.Number(std::size_t{5}) == 0) MarkUnclassed(symbol, missing);
         numbers.insert(rows.Text(std::size_t{0}).trimmed().toUpper(), NumberOf(symbol, symbols.symbols));
     }
     for (const QString& id : AreaIdsOf(layer))

@@ -27,17 +27,13 @@ struct ClassLook {
     bool operator==(const ClassLook&) const = default;
 };
 
-/// The look of areas without a value until the user chooses another: hatched lines, which no class has, grey enough to
-/// be seen on a white or dark ground.
-[[nodiscard]] ClassLook LookOfMissing();
-
 /// The grid of classes (grdClassBreaks): classes with their looks, and the look of areas without a value.
 struct ClassTable {
     ThemeKind kind = ThemeKind::Polygons;
     int decimals = 0;
     ClassBreaks classes;
     std::vector<ClassLook> looks; ///< one for each class
-    ClassLook missing = LookOfMissing();
+    ClassLook missing;            ///< white until the user chooses another look
 };
 
 /// Puts computed classes into the table, with new legends. Colours and symbols of rows that were there stay; further

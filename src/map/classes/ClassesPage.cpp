@@ -65,7 +65,7 @@ ClassesPage::ClassesPage(QWidget* parent) : QWidget(parent), ui_(std::make_uniqu
     ui_->setupUi(this);
     histogram_ = new BreakHistogram(this);
     ui_->histogramPlace->addWidget(histogram_);
-    table_.missing = LookOfMissing();
+    table_.missing = {};
     SetFormCaptions();
     ConnectControls();
 }

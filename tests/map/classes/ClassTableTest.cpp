@@ -164,13 +164,15 @@ TEST_F(ClassTableTest, LegendsAreShownInReadingOrder) {
     EXPECT_FALSE(table.looks[0].legend.contains(right)) << "only what is shown has marks";
 }
 
-TEST_F(ClassTableTest, MissingAreasStandOutFromPageAndClasses) {
-    const ClassLook missing = LookOfMissing();
-    EXPECT_NE(missing.fill, ClassLook().fill);
-    EXPECT_GE(Contrast(missing.color, Qt::white), 3);
+TEST_F(ClassTableTest, ValuesInNoClassStandOutFromMissingOnesAndClasses) {
+    const ClassLook missing = ClassTable().missing;
+    EXPECT_EQ(missing.color, QColor(Qt::white));
+    const LayerSymbol unclassed = SymbolOfUnclassed(missing);
+    EXPECT_NE(unclassed.pattern, SymbolOf(missing).pattern);
+    EXPECT_GE(Contrast(unclassed.color, Qt::white), 3);
     for (const ColorScheme& scheme : ColorSchemes()) {
         const QColor first = SchemeColors(scheme, 5).front();
-        EXPECT_GE(std::max(Contrast(missing.color, first), Contrast(Qt::white, first)), 3) << scheme.caption;
+        EXPECT_GE(std::max(Contrast(unclassed.color, first), Contrast(Qt::white, first)), 3) << scheme.caption;
     }
 }
 

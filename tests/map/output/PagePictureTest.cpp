@@ -27,6 +27,7 @@ class PagePictureTest : public MapPageTest {
         layers.Clear();
         draft.classes = {};
         draft.classes.kind = kind;
+        draft.classes.missing.color = QColor(200, 30, 160);
         SetClassCount(classes);
         if (kind != ThemeKind::Points) AddMapLayer(LayerKind::Polygon, QStringLiteral("Data"), QStringLiteral("a"));
         if (kind != ThemeKind::Polygons) AddMapLayer(LayerKind::Point, QStringLiteral("Data"), QStringLiteral("b"));
