@@ -65,7 +65,6 @@ ClassesPage::ClassesPage(QWidget* parent) : QWidget(parent), ui_(std::make_uniqu
     ui_->setupUi(this);
     histogram_ = new BreakHistogram(this);
     ui_->histogramPlace->addWidget(histogram_);
-    table_.missing = {};
     SetFormCaptions();
     ConnectControls();
 }
