@@ -25,8 +25,8 @@ class ColumnWidths final {
     void Add(int column, const QString& text);
     /// A cell that is longer than the widest, so that it has to be wrapped.
     [[nodiscard]] bool Wraps(int column) const;
-    /// Narrows the widest columns, whose longer cells then wrap, until one page holds the table in a readable size. None
-    /// becomes narrower than a head may be; where that isn't enough, all stay as they are.
+    /// Narrows the widest columns, whose longer cells then wrap, until one page holds the table in a readable size.
+    /// None becomes narrower than a head may be; where that isn't enough, all stay as they are.
     void FitToPage(const SheetFont& font);
     /// How many pages the columns need side by side to stay readable; those up to `titleColumns` stand on each.
     [[nodiscard]] int PagesFor(int titleColumns, const SheetFont& font) const;
