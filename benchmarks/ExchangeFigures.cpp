@@ -32,11 +32,23 @@ constexpr auto kByHand =
     "= "
     "D.SourceNId LEFT JOIN Footnote_en F ON F.FootNoteNId = D.FootnoteNId";
 
-bool Runs(const QString& program, const QStringList& arguments, const QString& output = {}) {
-    QProcess process;
-    if (!output.isEmpty()) process.setStandardOutputFile(output);
-    process.start(program, arguments);
+bool EndsWell(QProcess& process) {
     return process.waitForFinished(-1) && process.exitCode() == 0;
+}
+
+bool Print(const QString& database, const QString& output) {
+    QProcess process;
+    process.setStandardOutputFile(output);
+    process.start(QStringLiteral("sqlite3"),
+                  {QStringLiteral("-csv"), QStringLiteral("file:%1?mode=ro").arg(database), QLatin1String(kByHand)});
+    return EndsWell(process);
+}
+
+bool Convert(const QString& profile, const QString& format, const QString& folder, const QString& file) {
+    QProcess process;
+    process.start(QStringLiteral("soffice"), {profile, QStringLiteral("--headless"), QStringLiteral("--convert-to"),
+                                              format, QStringLiteral("--outdir"), folder, file});
+    return EndsWell(process);
 }
 
 qint64 LinesOf(const QString& path) {
@@ -58,12 +70,7 @@ int Export(const QString& installation, const QString& database) {
         DatabaseRows rows;
         good = SaveLongCsv(ours, {rows.Count(), [&rows](int number) { return rows.At(number); }});
     });
-    const double print = Milliseconds([&] {
-        good = good &&
-               Runs(QStringLiteral("sqlite3"),
-                    {QStringLiteral("-csv"), QStringLiteral("file:%1?mode=ro").arg(database), QLatin1String(kByHand)},
-                    theirs);
-    });
+    const double print = Milliseconds([&] { good = good && Print(database, theirs); });
     if (!good || LinesOf(ours) != LinesOf(theirs) + 1) return 3; // ours has heads
     std::printf("save %f\nprint %f\nmost %f\n", save, print, MemoryMegabytes("VmHWM:"));
     return 0;
@@ -77,9 +84,7 @@ bool WriteWorkbook(const QString& folder, const QString& profile) {
         file.write(QByteArray::number(1970 + row % 50) + ",Area " + QByteArray::number(row / 50 % 200) + ",Indicator " +
                    QByteArray::number(row / 10'000) + ',' + QByteArray::number(row * 1.25) + '\n');
     file.close();
-    return Runs(QStringLiteral("soffice"),
-                {profile, QStringLiteral("--headless"), QStringLiteral("--convert-to"), QStringLiteral("xlsx"),
-                 QStringLiteral("--outdir"), folder, file.fileName()});
+    return Convert(profile, QStringLiteral("xlsx"), folder, file.fileName());
 }
 
 /// A workbook checked as an import, against the spreadsheet program that opens it and writes its first sheet as CSV.
@@ -101,12 +106,8 @@ int CheckWorkbook(const QString& installation, const QString& database) {
     });
     office::SpreadsheetApplication::QuitAll();
     bool good = checked->counts.fresh == kWorkbookRows;
-    const double open = Milliseconds([&] {
-        good =
-            good && Runs(QStringLiteral("soffice"),
-                         {profile, QStringLiteral("--headless"), QStringLiteral("--convert-to"), QStringLiteral("csv"),
-                          QStringLiteral("--outdir"), folder.filePath(QStringLiteral("out")), book});
-    });
+    const double open = Milliseconds(
+        [&] { good = good && Convert(profile, QStringLiteral("csv"), folder.filePath(QStringLiteral("out")), book); });
     if (!good) return 4;
     std::printf("check %f\nopen %f\n", check, open);
     return 0;
