@@ -18,6 +18,7 @@ constexpr int kLeastWidth = 72; ///< of the column that gives its room to the ot
 void FitColumns(QTableWidget& grid, int widest) {
     QHeaderView& head = *grid.horizontalHeader();
     const QAbstractItemView& cells = grid;
+    head.setMinimumSectionSize(theme::kGrid * 4); // else the widest letter of the font, which is 90 pixels in Arabic
     int wanted = 0;
     if (grid.columnCount() == 0 || !grid.horizontalHeaderItem(grid.columnCount() - 1)) return; // not yet filled
     for (int column = 0; column < grid.columnCount(); ++column) {
