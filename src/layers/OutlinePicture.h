@@ -30,9 +30,18 @@ class OutlinePicture final {
         qptrdiff step;
         int count;
     };
+    /// How a line lies on the pixels across its main direction, in 1/65536 of a pixel.
+    struct Slope {
+        qint64 step;   ///< from one pixel of the main direction to the next
+        qint64 height; ///< of the line
+    };
+    /// Most lines are this short; their slopes are computed once.
+    static constexpr int kShort = 16;
+
+    [[nodiscard]] Slope SlopeOf(int length, int rise) const;
     void AddLine(QPoint from, QPoint to);
     void AddLine(const Axis& along, const Axis& across, QPoint from, QPoint to);
-    void Cover(QRgb* line, const Axis& across, qint64 top);
+    void Cover(QRgb* line, const Axis& across, qint64 top, qint64 height);
 
     QImage image_;
     QPoint corner_;
@@ -40,8 +49,8 @@ class OutlinePicture final {
     Axis x_{1, 0};
     Axis y_{0, 0};
     double width_;
-    qint64 height_ = 0; ///< of the line being drawn, across its main direction, in 1/65536 of a pixel
-    QRgb inks_[256];    ///< the colour by the share of a pixel that is covered
+    QRgb inks_[256];                 ///< the colour by the share of a pixel that is covered
+    Slope slopes_[kShort][kShort]{}; ///< of lines by their length and, upwards, their rise
 };
 
 } // namespace tessaro

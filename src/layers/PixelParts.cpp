@@ -1,6 +1,7 @@
 #include "layers/PixelParts.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace tessaro {
 
@@ -9,11 +10,14 @@ namespace {
 /// Ends far outside the picture are pulled to this many pixels beyond it: the painter's own numbers end somewhere.
 constexpr double kFarOutside = 8000;
 
-/// The middle of the pixel; for what is no number one far outside. Above 0, a conversion to int cuts off as floor does,
-/// and is far quicker.
-double Snapped(double place, double size) {
-    const double near = std::min(std::max(-kFarOutside, place), size + kFarOutside);
-    return static_cast<int>(near + kFarOutside) - kFarOutside + 0.5;
+/// The pixel, counted from the far end outside; for what is no number that end. Above 0, a conversion to int cuts off
+/// as floor does, and is far quicker.
+int PixelAt(double place, double size) {
+    return static_cast<int>(std::min(std::max(-kFarOutside, place), size + kFarOutside) + kFarOutside);
+}
+
+double MiddleOf(int pixel) {
+    return pixel - kFarOutside + 0.5;
 }
 
 } // namespace
@@ -26,18 +30,25 @@ void PixelParts::Add(int part) {
     points_.resize(added.first + static_cast<std::size_t>(last - first));
     QPointF* const begin = points_.data() + added.first;
     QPointF* end = begin;
-    QPointF least(size.width() + kFarOutside, size.height() + kFarOutside);
-    QPointF most(-kFarOutside, -kFarOutside);
+    int leastX = std::numeric_limits<int>::max(), leastY = leastX;
+    int mostX = 0, mostY = 0;
+    int lastX = -1, lastY = -1;
     for (const QPointF* point = first; point != last; ++point) {
         const QPointF exact = view_.ToPicture(*point);
-        const QPointF pixel(Snapped(exact.x(), size.width()), Snapped(exact.y(), size.height()));
-        if (end != begin && pixel.x() == end[-1].x() && pixel.y() == end[-1].y()) continue;
-        *end++ = pixel;
-        least = {std::min(least.x(), pixel.x()), std::min(least.y(), pixel.y())};
-        most = {std::max(most.x(), pixel.x()), std::max(most.y(), pixel.y())};
+        const int x = PixelAt(exact.x(), size.width());
+        const int y = PixelAt(exact.y(), size.height());
+        *end = {MiddleOf(x), MiddleOf(y)};
+        end += static_cast<int>(x != lastX) | static_cast<int>(y != lastY); // a branch here is often guessed wrong
+        lastX = x;
+        lastY = y;
+        leastX = std::min(leastX, x);
+        leastY = std::min(leastY, y);
+        mostX = std::max(mostX, x);
+        mostY = std::max(mostY, y);
     }
     added.end = added.first + static_cast<std::size_t>(end - begin);
-    added.box = {least, most};
+    if (first != last)
+        added.box = {QPointF(MiddleOf(leastX), MiddleOf(leastY)), QPointF(MiddleOf(mostX), MiddleOf(mostY))};
     points_.resize(added.end);
     parts_.push_back(added);
 }
