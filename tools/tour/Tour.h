@@ -95,17 +95,18 @@ class Tour final {
                     const std::function<bool(QWidget&)>& ready, const std::function<void(QWidget&)>& inspect);
     /// Copies the workbook that frmPrint shows to `name` in the tour's folder.
     bool KeepWorkbook(const QString& entry, const QString& name, const QString& picture);
-    /// What stays selected on the screen of a stage: so many, from the start of its list or from the end.
+    /// What stays selected on the screen of a stage: so many, those with the least numbers in the database, or those
+    /// at the end of the list.
     struct Kept {
         int stage;
         const char* screen;
         const char* list;
         int count;
-        bool last;
+        bool last = false;
     };
     bool Keep(const Kept& kept);
     /// Makes the selection as small as that of a printed table, with the last ten periods, and goes to the data.
-    bool KeepOnly(const Kept& indicators, int areas);
+    bool KeepOnly(int indicators, int areas);
     /// Selects one indicator alone, with the periods and areas that have data for it, and goes to the data.
     bool SelectOnly(const QString& indicator);
     void DriveMap(QWidget& wizard, const MapWalk& walk, qint64& preview, QString& saved);

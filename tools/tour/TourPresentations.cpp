@@ -23,6 +23,9 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
+#include <numeric>
+
 namespace tessaro {
 
 namespace {
@@ -46,6 +49,21 @@ QTimer* WhenUp(const QString& window, const std::function<void(QWidget&)>& drive
     QTimer::singleShot(kWizardLimit, look, &QObject::deleteLater);
     look->start(20);
     return look;
+}
+
+/// The rows of a list, those with the least numbers in their keys first: the same in every language.
+std::vector<int> RowsByNumber(const KeyedListModel& items) {
+    std::vector<int> rows(static_cast<std::size_t>(items.rowCount()));
+    std::iota(rows.begin(), rows.end(), 0);
+    std::ranges::stable_sort(rows, {}, [&](int row) { return IdOfKey(items.ItemAt(row).key).toLongLong(); });
+    return rows;
+}
+
+std::vector<int> RowsFromTheEnd(const KeyedListModel& items) {
+    std::vector<int> rows;
+    for (int row = items.rowCount(); row-- > 0;)
+        rows.push_back(row);
+    return rows;
 }
 
 /// All numbers of the selection, straight from the data.
@@ -82,22 +100,25 @@ bool Tour::Keep(const Kept& kept) {
         return false;
     QWidget* screen = Find(QLatin1String(kept.screen));
     auto* list = screen->findChild<KeyedList*>(QLatin1String(kept.list));
-    const int rows = list->model()->rowCount();
-    if (rows <= kept.count) return true;
+    std::vector<int> rows = kept.last ? RowsFromTheEnd(list->Items()) : RowsByNumber(list->Items());
+    if (rows.size() <= static_cast<std::size_t>(kept.count)) return true;
+    rows.erase(rows.begin(), rows.begin() + kept.count);
+    QItemSelection others;
+    for (const int row : rows)
+        others.select(list->model()->index(row, 0), list->model()->index(row, 0));
     list->setFocus();
-    list->setCurrentIndex(list->model()->index(kept.last ? rows - kept.count - 1 : kept.count, 0));
-    QTest::keyClick(list, kept.last ? Qt::Key_Home : Qt::Key_End, Qt::ShiftModifier);
+    list->selectionModel()->select(others, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     auto* remove = screen->findChild<QWidget*>(QStringLiteral("cmdRemove"));
     QTest::mouseClick(remove, Qt::LeftButton);
     return WaitUntil([&] { return list->model()->rowCount() == kept.count; });
 }
 
-bool Tour::KeepOnly(const Kept& indicators, int areas) {
-    bool kept = Keep(indicators) && Keep({1, "frmTime", "lstSelected", 10, true}) &&
-                Keep({2, "frmAreas", "lstSelected1", 0, false});
+bool Tour::KeepOnly(int indicators, int areas) {
+    bool kept = Keep({0, "frmIndicators", "lstSelected", indicators}) &&
+                Keep({1, "frmTime", "lstSelected", 10, true}) && Keep({2, "frmAreas", "lstSelected1", 0});
     // Areas that have data for what is selected now.
     kept = kept && ClickAutoSelect(QStringLiteral("frmAreas"), QStringLiteral("cmdAllFilter")) &&
-           WaitUntil([] { return RowsOf("_SelArea") > 0; }) && Keep({2, "frmAreas", "lstSelected1", areas, false});
+           WaitUntil([] { return RowsOf("_SelArea") > 0; }) && Keep({2, "frmAreas", "lstSelected1", areas});
     if (!kept || !Click(QStringLiteral("picBannerButtons_3"))) return false;
     auto* screen = qobject_cast<frmData*>(Find(QStringLiteral("frmData")));
     return screen && WaitUntil([&] { return screen->grid().ValueRows() > 0; });
@@ -156,8 +177,7 @@ QString Tour::SaveToGallery(QWidget& wizard, const QString& picture) {
 }
 
 Tour::Finding Tour::Table() {
-    if (!KeepOnly({0, "frmIndicators", "lstSelected", 3, false}, 20))
-        return {false, QStringLiteral("the selection could not be made smaller")};
+    if (!KeepOnly(3, 20)) return {false, QStringLiteral("the selection could not be made smaller")};
     qint64 took = -1;
     QString saved;
     const bool driven = Present(0, QStringLiteral("frmTableWizard"), [&](QWidget& wizard) {
@@ -188,8 +208,7 @@ Tour::Finding Tour::Table() {
 }
 
 Tour::Finding Tour::Graph() {
-    if (!KeepOnly({0, "frmIndicators", "lstSelected", 1, true}, 6))
-        return {false, QStringLiteral("the selection could not be made smaller")};
+    if (!KeepOnly(1, 6)) return {false, QStringLiteral("the selection could not be made smaller")};
     qint64 took = -1;
     QString saved;
     const bool driven = Present(1, QStringLiteral("frmGraphWizard"), [&](QWidget& wizard) {
