@@ -1,5 +1,6 @@
 #include "Tour.h"
 
+#include "Rows.h"
 #include "controls/KeyedList.h"
 #include "controls/KeyedTree.h"
 #include "controls/OfficeHost.h"
@@ -230,11 +231,9 @@ bool Tour::ChooseIndicators(int wanted) const {
     QWidget* form = Find(QStringLiteral("frmIndicators"));
     auto* available = form ? form->findChild<KeyedList*>(QStringLiteral("lstAvailable")) : nullptr;
     if (!available || !WaitUntil([&] { return available->model()->rowCount() > 0; })) return false;
-    const int rows = std::min(wanted, available->model()->rowCount());
-    available->setFocus();
-    available->setCurrentIndex(available->model()->index(0, 0));
-    for (int row = 1; row < rows; ++row)
-        QTest::keyClick(available, Qt::Key_Down, Qt::ShiftModifier);
+    std::vector<int> rows = RowsByKey(available->Items());
+    rows.resize(std::min(rows.size(), static_cast<std::size_t>(wanted)));
+    SelectRows(*available, rows);
     auto* add = form->findChild<QWidget*>(QStringLiteral("cmdAdd"));
     if (!add || !add->isEnabled()) return false;
     QTest::mouseClick(add, Qt::LeftButton);

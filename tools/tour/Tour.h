@@ -95,8 +95,8 @@ class Tour final {
                     const std::function<bool(QWidget&)>& ready, const std::function<void(QWidget&)>& inspect);
     /// Copies the workbook that frmPrint shows to `name` in the tour's folder.
     bool KeepWorkbook(const QString& entry, const QString& name, const QString& picture);
-    /// What stays selected on the screen of a stage: so many, those with the least numbers in the database, or those
-    /// at the end of the list.
+    /// What stays selected on the screen of a stage: so many, those with the least keys, or those at the end of the
+    /// list.
     struct Kept {
         int stage;
         const char* screen;

@@ -204,7 +204,7 @@ void Tour::DriveCalculation(frmCalculates& wizard, const QString& target) {
 }
 
 Tour::Finding Tour::Calculation(int row) {
-    if (row == 0 && !KeepOnly(4, 60)) return {false, QStringLiteral("the selection could not be made smaller")};
+    if (row == 0 && !KeepOnly(4, 200)) return {false, QStringLiteral("the selection could not be made smaller")};
     const QString target = folder_.filePath(QStringLiteral("calculated-%1.mdb").arg(row + 1));
     QFile::remove(target);
     CalculationDraft draft;

@@ -1,3 +1,4 @@
+#include "Rows.h"
 #include "Sum.h"
 #include "Tour.h"
 #include "controls/KeyedList.h"
@@ -23,9 +24,6 @@
 #include <QTest>
 #include <QTimer>
 
-#include <algorithm>
-#include <numeric>
-
 namespace tessaro {
 
 namespace {
@@ -49,14 +47,6 @@ QTimer* WhenUp(const QString& window, const std::function<void(QWidget&)>& drive
     QTimer::singleShot(kWizardLimit, look, &QObject::deleteLater);
     look->start(20);
     return look;
-}
-
-/// The rows of a list, those with the least numbers in their keys first: the same in every language.
-std::vector<int> RowsByNumber(const KeyedListModel& items) {
-    std::vector<int> rows(static_cast<std::size_t>(items.rowCount()));
-    std::iota(rows.begin(), rows.end(), 0);
-    std::ranges::stable_sort(rows, {}, [&](int row) { return IdOfKey(items.ItemAt(row).key).toLongLong(); });
-    return rows;
 }
 
 std::vector<int> RowsFromTheEnd(const KeyedListModel& items) {
@@ -100,14 +90,10 @@ bool Tour::Keep(const Kept& kept) {
         return false;
     QWidget* screen = Find(QLatin1String(kept.screen));
     auto* list = screen->findChild<KeyedList*>(QLatin1String(kept.list));
-    std::vector<int> rows = kept.last ? RowsFromTheEnd(list->Items()) : RowsByNumber(list->Items());
+    std::vector<int> rows = kept.last ? RowsFromTheEnd(list->Items()) : RowsByKey(list->Items());
     if (rows.size() <= static_cast<std::size_t>(kept.count)) return true;
     rows.erase(rows.begin(), rows.begin() + kept.count);
-    QItemSelection others;
-    for (const int row : rows)
-        others.select(list->model()->index(row, 0), list->model()->index(row, 0));
-    list->setFocus();
-    list->selectionModel()->select(others, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    SelectRows(*list, rows);
     auto* remove = screen->findChild<QWidget*>(QStringLiteral("cmdRemove"));
     QTest::mouseClick(remove, Qt::LeftButton);
     return WaitUntil([&] { return list->model()->rowCount() == kept.count; });
