@@ -5,6 +5,7 @@
 #include "exchange/DraftGuess.h"
 #include "exchange/ImportReport.h"
 #include "exchange/ImportWriter.h"
+#include "exchange/OpenSource.h"
 #include "formats/ReadError.h"
 #include "office/Error.h"
 #include "office/SpreadsheetApplication.h"
@@ -81,6 +82,7 @@ class Program final {
         add("to", "The database that is made.", "database");
         add("areas", "With --new: take the areas from this table or shapefile.", "file");
         add("make-areas", "Make areas that are not there.");
+        add("sheet", "The sheet of a workbook; else the first one with values.", "name");
         add("mapping", "What the columns mean, as it was kept.", "mapping");
         add("keep-mapping", "Write what the columns mean to this file.", "mapping");
         add("report", "Write what was found to this file (.xls, or else CSV).", "file");
@@ -176,11 +178,20 @@ class Program final {
         return true;
     }
 
+    /// What the columns mean, by looking at them.
+    [[nodiscard]] ImportDraft Guessed(const QString& file) const {
+        if (parser_.isSet(QStringLiteral("sheet"))) return GuessDraft(file, Value("sheet"));
+        return GuessDraftOfSheets(file, KindOf(file) == FileKind::Workbook ? SheetsOf(file) : QStringList());
+    }
+
     std::optional<ImportDraft> Mapping(const QString& file) {
-        if (!parser_.isSet(QStringLiteral("mapping"))) return GuessDraft(file);
+        if (!parser_.isSet(QStringLiteral("mapping"))) return Guessed(file);
         const auto text = ReadWholeFile(Value("mapping"));
         ImportDraft draft;
-        if (text && ReadDraft(QString::fromUtf8(*text), draft)) return draft;
+        if (text && ReadDraft(QString::fromUtf8(*text), draft)) {
+            if (parser_.isSet(QStringLiteral("sheet"))) draft.sheet = Value("sheet");
+            return draft;
+        }
         Say(QStringLiteral("tessaro-import: this is no mapping: ") + Value("mapping"));
         return std::nullopt;
     }

@@ -1,5 +1,6 @@
 #include "exchange/AreaMatcher.h"
 
+#include "exchange/CountryKeys.h"
 #include "exchange/SpellingKey.h"
 #include "formats/CountryCodes.h"
 #include "jet/values/Collation.h"
@@ -26,6 +27,10 @@ std::string KeyOf(std::string_view name) {
 const AreaMatch* FoundIn(const TextMap<AreaMatch>& map, const std::string& text) {
     const auto found = map.find(text);
     return found == map.end() ? nullptr : &found->second;
+}
+
+bool HoldsWords(const QString& key, const QStringList& words) {
+    return std::ranges::all_of(words, [&key](const QString& word) { return key.contains(word); });
 }
 
 /// The global identifier without the sign of a global item: "KEN" for "-KEN".
@@ -78,6 +83,10 @@ void AreaMatcher::KnowCodes() {
         KnowCode(country.alpha2.toStdString(), match->number);
         KnowCode(country.numeric.toStdString(), match->number);
     }
+    for (auto name = CountryKeys().begin(); name != CountryKeys().end(); ++name)
+        if (const AreaMatch* const match = FoundIn(alpha3, name.value().toStdString());
+            match != nullptr && match->found == AreaFound::One)
+            keys_.try_emplace(name.key().toStdString(), *match);
 }
 
 AreaMatch AreaMatcher::Look(std::string_view text) const {
@@ -110,11 +119,12 @@ AreaMatch AreaMatcher::Match(std::string_view id, std::string_view name) {
 std::vector<const TargetArea*> AreaMatcher::Nearest(const std::string& text, std::size_t count) const {
     constexpr int most = 6;
     const QString key = SpellingKey(QString::fromStdString(text));
+    const QStringList words = key.split(QLatin1Char(' '));
     const int enough = std::max<int>(2, static_cast<int>(key.size()) / 3);
     std::vector<std::pair<int, const TargetArea*>> near;
     for (const auto& [other, area] : nameKeys_) {
-        const bool holds = key.size() > 3 && other.size() > 3 && (other.contains(key) || key.contains(other));
-        const int apart = holds ? 1 : LettersApart(key, other, std::min(enough, most));
+        const bool holds = key.size() > 3 && other.size() > 3 && (HoldsWords(other, words) || key.contains(other));
+        const int apart = key == other ? 0 : holds ? 1 : LettersApart(key, other, std::min(enough, most));
         if (apart > std::min(enough, most)) continue;
         // The names of an area stand together.
         if (near.empty() || near.back().second != area)

@@ -25,8 +25,8 @@ struct AreaMatch {
 
 /// Finds areas of a database by what files call them: the user's choices first, then the id, the global identifier,
 /// the codes of countries
-/// (ISO 3166: three letters, two letters, number), the name in any language as it stands, and the name by its spelling
-/// key. An id goes before a name.
+/// (ISO 3166: three letters, two letters, number), the name in any language as it stands, the name by its spelling
+/// key, and at last the usual names of countries. An id goes before a name.
 class AreaMatcher final {
   public:
     AreaMatcher(const std::vector<TargetArea>& areas, const std::vector<AreaChoice>& choices);

@@ -1,10 +1,12 @@
 #include "exchange/DraftGuess.h"
 
+#include "exchange/CountryKeys.h"
 #include "exchange/HeadWords.h"
 #include "exchange/ItemNames.h"
 #include "exchange/Observations.h"
 #include "exchange/OpenSource.h"
 #include "exchange/Periods.h"
+#include "exchange/SpellingKey.h"
 #include "formats/CsvLook.h"
 #include "session/Strings.h"
 
@@ -88,6 +90,8 @@ void GuessHeads(const FileSample& sample, ImportDraft& draft) {
 /// What is in a column below its heads.
 struct ColumnLook {
     int filled = 0;
+    int blanks = 0;      ///< between filled places
+    int blanksBelow = 0; ///< below the last filled one
     int values = 0;
     int periods = 0;
     std::vector<std::string> texts;
@@ -121,6 +125,9 @@ class ColumnGuess final {
         GuessValues();
         GuessNames();
         GuessSubgroups();
+        GuessAreasAcross();
+        GuessDates();
+        draft_.repeatsAbove = HasMergedNames();
         std::vector<std::string> numbers;
         for (std::size_t column = 0; column < looks_.size(); ++column)
             if (draft_.columns[column].role == Role::Value)
@@ -130,7 +137,12 @@ class ColumnGuess final {
 
   private:
     static void Look(const std::string& text, ColumnLook& look) {
-        if (MeansNoValue(text)) return;
+        if (MeansNoValue(text)) {
+            look.blanksBelow += look.filled > 0 && text.empty() ? 1 : 0;
+            return;
+        }
+        look.blanks += look.blanksBelow;
+        look.blanksBelow = 0;
         ++look.filled;
         if (ReadPeriod(text))
             ++look.periods;
@@ -261,6 +273,49 @@ class ColumnGuess final {
                 break;
             }
         }
+    }
+
+    /// Every value has an area: when no column tells it, the heads do, if they are countries or if something else
+    /// tells the indicator.
+    void GuessAreasAcross() {
+        if (Has(Role::AreaId) || Has(Role::AreaName) || draft_.ValueColumns() < 2) return;
+        for (std::size_t row = 0; row < draft_.headTells.size(); ++row) {
+            Role& tells = draft_.headTells[row];
+            const bool isFree = tells == Role::Indicator || (tells == Role::LeftOut && Has(Role::Indicator));
+            if (!isFree || !(Has(Role::Indicator) || NamesCountry(row))) continue;
+            tells = Role::AreaName;
+            return;
+        }
+    }
+
+    [[nodiscard]] bool NamesCountry(std::size_t row) const {
+        for (std::size_t column = 0; column < heads_.rows[row].size() && column < draft_.columns.size(); ++column)
+            if (draft_.columns[column].role == Role::Value &&
+                CountryKeys().contains(SpellingKey(QString::fromStdString(heads_.rows[row][column]))))
+                return true;
+        return false;
+    }
+
+    void GuessDates() {
+        std::vector<std::string> texts;
+        for (std::size_t column = 0; column < looks_.size(); ++column)
+            if (draft_.columns[column].role == Role::Time)
+                texts.insert(texts.end(), looks_[column].texts.begin(), looks_[column].texts.end());
+        for (std::size_t row = 0; row < draft_.headTells.size(); ++row)
+            if (draft_.headTells[row] == Role::Time)
+                texts.insert(texts.end(), heads_.rows[row].begin(), heads_.rows[row].end());
+        draft_.dates = FindDateTells(texts);
+    }
+
+    /// Names of areas, indicators or periods that stand once for the rows below them.
+    [[nodiscard]] bool HasMergedNames() const {
+        for (std::size_t column = 0; column < looks_.size(); ++column) {
+            const Role role = draft_.columns[column].role;
+            const bool isName =
+                role == Role::AreaId || role == Role::AreaName || role == Role::Indicator || role == Role::Time;
+            if (isName && looks_[column].blanks * 3 > looks_[column].filled) return true;
+        }
+        return false;
     }
 
     ImportDraft& draft_;

@@ -29,7 +29,7 @@ class Reading final {
   public:
     Reading(CheckedImport& checked, const ImportProgress& progress)
         : checked_(checked), progress_(progress), matcher_(checked.items.areas, checked.draft.areas),
-          rules_(checked.draft.numbers, checked.items.periods) {}
+          rules_(checked.draft, checked.items.periods) {}
 
     void Run() {
         const std::unique_ptr<TableReader> reader = OpenSource(checked_.file, checked_.draft);

@@ -10,6 +10,7 @@ namespace tessaro {
 namespace {
 
 const std::vector<const char*> kKindNames{"csv", "workbook", "px", "json-stat"};
+const std::vector<const char*> kDateNames{"day", "month", "year"};
 constexpr std::array<const char*, kRoles> kRoleNames{"left-out", "time",     "area-id", "area-name", "indicator",
                                                      "unit",     "subgroup", "source",  "value",     "footnote"};
 constexpr std::array<const char*, kRoles> kRoleCaptions{
@@ -82,6 +83,10 @@ DraftLines LinesOf(ImportDraft& draft) {
         NumberLine("last-row", draft.lastRow, kMostRows),
         ListLine<Role>("head-tells", draft.headTells, NameOf, RoleNamed),
         ListLine<ColumnRole>("column", draft.columns, ColumnText, ColumnFrom),
+        ChoiceLine(
+            "dates", kDateNames, [&draft] { return static_cast<int>(draft.dates); },
+            [&draft](int dates) { draft.dates = static_cast<DateTells>(dates); }),
+        FlagLine("repeats-above", draft.repeatsAbove),
         TextLine("sector", draft.sector),
         TextLine("class", draft.indicatorClass),
         FlagLine("makes-areas", draft.makesAreas),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "exchange/Periods.h"
 #include "formats/CsvReader.h"
 #include "formats/NumberForm.h"
 #include "wizards/DraftLines.h"
@@ -54,6 +55,8 @@ struct ImportDraft {
     /// What each head row tells of the values below it. With one value column all may be LeftOut.
     std::vector<Role> headTells;
     std::vector<ColumnRole> columns;
+    DateTells dates = DateTells::Day;
+    bool repeatsAbove = false;             ///< a blank cell stands for the text above it, as merged cells leave them
     std::array<QString, kRoles> constants; ///< for what no column tells
     QString sector;                        ///< of indicators that are made
     QString indicatorClass;

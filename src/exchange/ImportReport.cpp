@@ -22,10 +22,14 @@ QString Plain(const char* key) {
 }
 
 /// A table whose rows are at hand.
-ImportTable TableOf(const char* nameKey, const QStringList& heads, QList<QStringList> rows) {
+ImportTable TableOf(const char* nameKey, const QStringList& heads, QList<QStringList> rows, QList<int> numbers) {
     const auto count = static_cast<std::size_t>(rows.size());
-    return {Plain(nameKey), heads, count,
-            [rows = std::move(rows)](std::size_t row) { return rows[static_cast<qsizetype>(row)]; }};
+    return {Plain(nameKey),
+            heads,
+            count,
+            [rows = std::move(rows)](std::size_t row) { return rows[static_cast<qsizetype>(row)]; },
+            {},
+            std::move(numbers)};
 }
 
 /// A last row for what a list doesn't hold.
@@ -48,7 +52,7 @@ ImportTable Additions(const CheckedImport& checked) {
     add(Role::Time, made.periods);
     add(Role::AreaName, made.areas);
     if (made.footnotes > 0) rows << QStringList{CaptionOf(Role::Footnote), QString::number(made.footnotes)};
-    return TableOf("TS_ReportMade", {Plain("TS_ReportKind"), Plain("TS_ReportName")}, std::move(rows));
+    return TableOf("TS_ReportMade", {Plain("TS_ReportKind"), Plain("TS_ReportName")}, std::move(rows), {});
 }
 
 ImportTable Changed(const CheckedImport& checked) {
@@ -61,7 +65,9 @@ ImportTable Changed(const CheckedImport& checked) {
                 if (row == listed) return MoreRow(checked.counts.changed, listed);
                 const ChangedValue& one = checked.changed[row];
                 return {QString::number(one.row), one.what, one.before, one.now};
-            }};
+            },
+            {},
+            {0}};
 }
 
 ImportTable Refused(const CheckedImport& checked) {
@@ -77,7 +83,9 @@ ImportTable Refused(const CheckedImport& checked) {
                     one.why != Refusal::Double && one.why != Refusal::BadRow && one.why != Refusal::RaggedRow;
                 return {QString::number(one.row), hasColumn ? QString::number(one.column + 1) : QString(),
                         TextOf(one.why), one.text};
-            }};
+            },
+            {},
+            {0, 1}};
 }
 
 ImportTable UnknownAreas(const CheckedImport& checked) {
@@ -85,7 +93,7 @@ ImportTable UnknownAreas(const CheckedImport& checked) {
     for (const UnknownArea& area : checked.unknownAreas)
         rows << QStringList{area.text, QString::number(area.values), area.nearest.join(QStringLiteral("; "))};
     return TableOf("TS_ReportAreas", {CaptionOf(Role::AreaName), Plain("TS_ReportValues"), Plain("TS_ReportNearest")},
-                   std::move(rows));
+                   std::move(rows), {1});
 }
 
 bool SaveText(const std::vector<ImportTable>& tables, const QString& file) {
@@ -100,10 +108,13 @@ bool SaveText(const std::vector<ImportTable>& tables, const QString& file) {
     return ReplaceFile(file, text);
 }
 
-ListRow CellsOf(const QStringList& texts) {
+ListRow CellsOf(const ImportTable& table, std::size_t number) {
+    const QStringList texts = table.row(number);
     ListRow row;
-    for (const QString& text : texts)
-        row.cells.push_back(TextCell(text));
+    for (qsizetype column = 0; column < texts.size(); ++column) {
+        const bool isNumber = table.numbers.contains(static_cast<int>(column));
+        row.cells.push_back(isNumber ? ValueCell(texts[column]) : TextCell(texts[column]));
+    }
     return row;
 }
 
@@ -117,7 +128,7 @@ bool SaveWorkbook(const std::vector<ImportTable>& tables, const QString& file) {
         std::size_t next = 0;
         WriteList(book, sheet, {.name = table.name, .heads = table.heads, .next = [&]() -> std::optional<ListRow> {
                                     if (next == table.rows) return std::nullopt;
-                                    return CellsOf(table.row(next++));
+                                    return CellsOf(table, next++);
                                 }});
     }
     book.ActivateSheet(1);
@@ -150,7 +161,7 @@ QList<QStringList> CountsInWords(const CheckedImport& checked) {
 }
 
 std::vector<ImportTable> ReportOf(const CheckedImport& checked) {
-    return {TableOf("TS_ReportSummary", {FileNameOf(checked.file), Plain("Count")}, CountsInWords(checked)),
+    return {TableOf("TS_ReportSummary", {FileNameOf(checked.file), Plain("Count")}, CountsInWords(checked), {1}),
             Refused(checked), Changed(checked), Additions(checked), UnknownAreas(checked)};
 }
 

@@ -18,6 +18,7 @@ struct ImportTable {
     std::size_t rows = 0;
     std::function<QStringList(std::size_t)> row;
     std::function<bool(std::size_t)> isRefused = {}; ///< rows that are shown as such; none when not given
+    QList<int> numbers = {};                         ///< columns of rows, columns and counts: plain digits
 };
 
 /// The report of a check: the counts, what would be made, which values change, which rows are refused and why, and the

@@ -5,6 +5,7 @@
 #include "exchange/ChoiceTableModel.h"
 #include "exchange/TextTableModel.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -158,6 +159,18 @@ QWidget* MappingPage::MakeRows() {
     spnLast_ = AddSpin(*rowsForm_, "spnLast", "TS_MappingLast", kMostRows);
     spnLast_->setSpecialValueText(PlainText(QStringLiteral("TS_MappingToEnd")));
     connect(spnLast_, &QSpinBox::valueChanged, this, &MappingPage::Changed);
+    cmbDates_ = new QComboBox(rows);
+    cmbDates_->setObjectName(QStringLiteral("cmbDates"));
+    for (const char* const key : {"TS_DatesDay", "TS_DatesMonth", "TS_DatesYear"})
+        cmbDates_->addItem(PlainText(QLatin1String(key)));
+    cmbDates_->setAccessibleName(PlainText(QStringLiteral("TS_MappingDates")));
+    rowsForm_->addRow(PlainText(QStringLiteral("TS_MappingDates")), cmbDates_);
+    connect(cmbDates_, &QComboBox::activated, this, &MappingPage::Changed);
+    chkRepeats_ = new QCheckBox(rows);
+    chkRepeats_->setObjectName(QStringLiteral("chkRepeats"));
+    SetCaption(chkRepeats_, QStringLiteral("TS_MappingRepeats"));
+    rowsForm_->addRow(chkRepeats_);
+    connect(chkRepeats_, &QCheckBox::clicked, this, &MappingPage::Changed);
     return rows;
 }
 
@@ -203,6 +216,8 @@ void MappingPage::ShowDraft(const ImportDraft& draft, const QStringList& samples
         rowsForm_->setRowVisible(headTells_[row], static_cast<int>(row) < draft.headRows);
         headTells_[row]->setCurrentIndex(row < draft.headTells.size() ? static_cast<int>(draft.headTells[row]) : 0);
     }
+    cmbDates_->setCurrentIndex(static_cast<int>(draft.dates));
+    chkRepeats_->setChecked(draft.repeatsAbove);
     for (const Role role : kConstants)
         constants_[At(role)]->setText(draft.constants[At(role)]);
     txtSector_->setText(draft.sector);
@@ -216,6 +231,8 @@ void MappingPage::TakeInto(ImportDraft& draft) const {
     draft.skippedRows = spnSkipped_->value();
     draft.headRows = spnHeads_->value();
     draft.lastRow = spnLast_->value();
+    draft.dates = static_cast<DateTells>(cmbDates_->currentIndex());
+    draft.repeatsAbove = chkRepeats_->isChecked();
     draft.headTells.clear();
     for (std::size_t row = 0; row < kMostHeadRows && static_cast<int>(row) < draft.headRows; ++row)
         draft.headTells.push_back(static_cast<Role>(headTells_[row]->currentIndex()));

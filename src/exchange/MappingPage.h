@@ -8,6 +8,7 @@
 #include <array>
 #include <vector>
 
+class QCheckBox;
 class QComboBox;
 class QFormLayout;
 class QLineEdit;
@@ -53,6 +54,8 @@ class MappingPage final : public QWidget {
     QSpinBox* spnSkipped_;
     QSpinBox* spnHeads_;
     QSpinBox* spnLast_;
+    QComboBox* cmbDates_;
+    QCheckBox* chkRepeats_;
     std::array<QComboBox*, kMostHeadRows> headTells_{};
     std::array<QLineEdit*, kRoles> constants_{};
     QLineEdit* txtSector_;

@@ -84,7 +84,8 @@ std::vector<Role> RolesOf(const TableHeads& heads, const ImportDraft& draft) {
     return roles;
 }
 
-Observations::Observations(TableReader& reader, const ImportDraft& draft) : reader_(reader), lastRow_(draft.lastRow) {
+Observations::Observations(TableReader& reader, const ImportDraft& draft)
+    : reader_(reader), lastRow_(draft.lastRow), repeatsAbove_(draft.repeatsAbove) {
     const TableHeads heads = ReadHeads(reader, draft);
     const std::vector<Role> roles = RolesOf(heads, draft);
     columns_ = roles.size();
@@ -92,7 +93,7 @@ Observations::Observations(TableReader& reader, const ImportDraft& draft) : read
         if (roles[column] == Role::LeftOut) continue;
         lastUsed_ = column + 1;
         if (roles[column] != Role::Value) {
-            tellers_.emplace_back(column, roles[column]);
+            tellers_.push_back({column, roles[column], {}});
             continue;
         }
         ValueColumn value{column, {}};
@@ -126,13 +127,22 @@ bool Observations::ReadRow(Observation& next) {
     return true;
 }
 
+/// What a column tells of the row; with merged cells, what the last filled one above does.
+std::string_view Observations::Told(Teller& teller) const {
+    const std::string_view text = Unmarked(WithoutBlanks(row_.fields[teller.column]));
+    if (!repeatsAbove_ || teller.role == Role::Footnote) return text;
+    if (!text.empty()) teller.above = text;
+    return teller.above;
+}
+
 /// Texts of several columns of one role stand behind each other.
 void Observations::TellRow() {
     std::array<bool, kRoles> told{};
     for (std::size_t i = 0; i < kRoles; ++i)
         rowTexts_[i] = constants_[i];
-    for (const auto& [column, role] : tellers_) {
-        const std::string_view text = Unmarked(WithoutBlanks(row_.fields[column]));
+    for (Teller& teller : tellers_) {
+        const std::string_view text = Told(teller);
+        const Role role = teller.role;
         if (text.empty()) continue;
         std::string_view& all = rowTexts_[At(role)];
         if (told[At(role)]) {

@@ -56,7 +56,15 @@ class Observations final {
     int lastRow_;
     std::size_t columns_ = 0;
     std::size_t lastUsed_ = 0; ///< one behind the last column that tells something
-    std::vector<std::pair<std::size_t, Role>> tellers_;
+    struct Teller {
+        std::size_t column = 0;
+        Role role = Role::LeftOut;
+        std::string above; ///< the last text that stood there, where it is repeated
+    };
+    [[nodiscard]] std::string_view Told(Teller& teller) const;
+
+    bool repeatsAbove_;
+    std::vector<Teller> tellers_;
     std::vector<ValueColumn> values_;
     std::array<std::string, kRoles> constants_;
     std::array<std::string_view, kRoles> rowTexts_;

@@ -1,9 +1,13 @@
 #include "exchange/Periods.h"
 
+#include <QDate>
+#include <QHash>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QString>
 
 #include <array>
+#include <set>
 
 namespace tessaro {
 
@@ -54,6 +58,35 @@ std::optional<std::string> SplitYears(const QString& text) {
     return QStringLiteral("%1-%2").arg(first).arg(first + 1).toStdString();
 }
 
+/// The numbers of months by their names, long and short, in the languages of the program.
+const QHash<QString, int>& MonthNames() {
+    static const QHash<QString, int> names = [] {
+        QHash<QString, int> made;
+        for (const char* const language : {"en", "fr", "es", "ar", "ru"})
+            for (int month = 1; month <= 12; ++month)
+                for (const auto format : {QLocale::LongFormat, QLocale::ShortFormat}) {
+                    const QLocale locale{QLatin1String(language)};
+                    for (QString name : {locale.monthName(month, format), locale.standaloneMonthName(month, format)})
+                        made.insert(name.remove(QLatin1Char('.')).toCaseFolded(), month);
+                }
+        return made;
+    }();
+    return names;
+}
+
+/// "Jan 2001", "2001 janvier": the month of a year; nothing for other texts.
+std::optional<std::string> NamedMonth(const QString& text) {
+    static const QRegularExpression form(QStringLiteral("^(?:([\\p{L}\\p{M}]+)\\.?[-./ ]+((?:1[0-9]|20|21)[0-9]{2})|"
+                                                        "((?:1[0-9]|20|21)[0-9]{2})[-./ ]+([\\p{L}\\p{M}]+)\\.?)$"));
+    const QRegularExpressionMatch match = form.match(text);
+    const int month = MonthNames().value((match.captured(1) + match.captured(4)).toCaseFolded());
+    if (month == 0) return std::nullopt;
+    return QStringLiteral("%1.%2")
+        .arg(match.captured(2) + match.captured(3))
+        .arg(month, 2, 10, QLatin1Char('0'))
+        .toStdString();
+}
+
 /// Four digits in a row, as every form has them: most texts of a file are no periods, and this tells soon.
 bool HasYear(std::string_view text) {
     int digits = 0;
@@ -67,6 +100,17 @@ bool HasYear(std::string_view text) {
 bool IsYear(std::string_view text) {
     return text.size() == 4 && (text[0] == '1' || (text[0] == '2' && text[1] < '2')) &&
            text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// "2001.05.01"
+bool IsDay(std::string_view period) {
+    return period.size() == 10 && period[4] == '.' && period[7] == '.';
+}
+
+/// The first or the last day of a month.
+bool IsAtEndOfMonth(const std::string& day) {
+    const QDate date = QDate::fromString(QString::fromStdString(day), QStringLiteral("yyyy.MM.dd"));
+    return date.day() == 1 || (date.isValid() && date.day() == date.daysInMonth());
 }
 
 } // namespace
@@ -84,7 +128,27 @@ std::optional<std::string> ReadPeriod(std::string_view text) {
             written.replace(QLatin1Char('%') + QString::number(i), match.captured(i));
         return written.toStdString();
     }
-    return std::nullopt;
+    return NamedMonth(trimmed);
+}
+
+std::string WithoutDay(std::string period, DateTells dates) {
+    if (dates != DateTells::Day && IsDay(period)) period.resize(dates == DateTells::Month ? 7 : 4);
+    return period;
+}
+
+DateTells FindDateTells(const std::vector<std::string>& texts) {
+    bool areYears = true;
+    bool areMonths = true;
+    std::set<std::string> days;
+    for (const std::string& text : texts) {
+        const std::optional<std::string> period = ReadPeriod(text);
+        if (!period || !IsDay(*period)) continue;
+        areYears = areYears && (period->ends_with(".01.01") || period->ends_with(".12.31"));
+        areMonths = areMonths && IsAtEndOfMonth(*period);
+        days.insert(*period);
+    }
+    if (days.empty() || !areMonths) return DateTells::Day;
+    return areYears && days.size() > 1 ? DateTells::Year : DateTells::Month;
 }
 
 bool LooksLikeDay(std::string_view text) {

@@ -49,7 +49,7 @@ std::vector<PreviewedValue> RowPreview::Of(const FileSample& sample, const Impor
     SampleReader reader(sample);
     Observations observations(reader, draft);
     UseChoices(draft.areas);
-    RowRules rules(draft.numbers, items_.periods);
+    RowRules rules(draft, items_.periods);
     std::vector<PreviewedValue> values;
     for (Observation one; values.size() < kMost && observations.Next(one);) {
         const RowRules::Outcome outcome = rules.Read(one);

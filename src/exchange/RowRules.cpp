@@ -86,7 +86,7 @@ bool RowRules::ReadPeriod(std::string_view text) {
     if (periods_.Find(text) == 0) {
         std::optional<std::string> period = tessaro::ReadPeriod(text);
         if (!period) return Refuse(LooksLikeDay(text) ? Refusal::DayForPeriod : Refusal::BadPeriod, text);
-        period_ = std::move(*period);
+        period_ = WithoutDay(std::move(*period), dates_);
     }
     lastPeriod_ = text;
     return true;

@@ -41,7 +41,8 @@ class RowRules final {
     enum class Outcome { Taken, Empty, Refused };
 
     /// `periods`: those that the database has, of whatever form. Both are borrowed.
-    RowRules(const NumberForm& numbers, const ItemNames& periods) : numbers_(numbers), periods_(periods) {}
+    RowRules(const ImportDraft& draft, const ItemNames& periods)
+        : numbers_(draft.numbers), dates_(draft.dates), periods_(periods) {}
 
     [[nodiscard]] Outcome Read(const Observation& one);
     /// Of a value that is taken: the number as databases have it, and the period as the database has it, or will.
@@ -59,6 +60,7 @@ class RowRules final {
     bool ReadPeriod(std::string_view text);
 
     const NumberForm& numbers_;
+    DateTells dates_;
     const ItemNames& periods_;
     std::string number_;
     std::string period_;

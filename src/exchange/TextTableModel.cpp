@@ -3,7 +3,20 @@
 #include "controls/Theme.h"
 #include "session/DisplayValue.h"
 
+#include <QLocale>
+
 namespace tessaro {
+
+namespace {
+
+/// A whole number in the digits of the user; other texts as they are.
+QString LocalCount(const QString& text) {
+    bool isNumber = false;
+    const qlonglong count = text.toLongLong(&isNumber);
+    return isNumber ? QLocale::system().toString(count) : text;
+}
+
+} // namespace
 
 void TextTableModel::Show(ImportTable table) {
     beginResetModel();
@@ -26,7 +39,8 @@ QVariant TextTableModel::data(const QModelIndex& index, int role) const {
     const bool isAlignment = role == Qt::TextAlignmentRole;
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole && !isAlignment)) return {};
     const QString text = table_.row(static_cast<std::size_t>(index.row())).value(index.column());
-    if (!isAlignment) return text;
+    const bool isCount = table_.numbers.contains(index.column());
+    if (!isAlignment) return isCount ? LocalCount(text) : text;
     return QVariant::fromValue(Qt::AlignVCenter | (ReadsAsNumber(text) ? Qt::AlignRight : Qt::AlignLeading));
 }
 

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QStringList>
 
 namespace tessaro {
 
@@ -10,6 +11,7 @@ struct CountryCode {
     QByteArray alpha2;
     QByteArray alpha3;
     QByteArray numeric; ///< three digits
+    QStringList names;  ///< short ones in the languages of the program, as Unicode's locale data has them
 };
 
 /// All countries that ICU knows.

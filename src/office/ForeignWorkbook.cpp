@@ -32,7 +32,7 @@ ProcessLink& Process() {
     return *SpreadsheetApplication::Instance().connection();
 }
 
-/// Gives the process another locale for numbers ("en-US") and returns the one that it had.
+/// Gives the process another locale for numbers ("en-CA") and returns the one that it had.
 QString ChangeLocale(const QString& locale) {
     QString before;
     Process().Run([&] {
@@ -51,10 +51,11 @@ QString ChangeLocale(const QString& locale) {
     return before;
 }
 
-/// Writes numbers as American English does while it lives, whatever the locale of the user.
+/// Writes numbers with a point and days as 2001-05-01, as Canadian English does, while it lives, whatever the locale of
+/// the user.
 class PlainNumbers final {
   public:
-    PlainNumbers() : before_(ChangeLocale(QStringLiteral("en-US"))) {}
+    PlainNumbers() : before_(ChangeLocale(QStringLiteral("en-CA"))) {}
     ~PlainNumbers() {
         try {
             ChangeLocale(before_);
@@ -100,11 +101,11 @@ QStringList ForeignWorkbook::SheetNames() const {
 
 void ForeignWorkbook::SaveSheetAsText(int sheet, const QString& file) const {
     const PlainNumbers plain;
-    // Comma, quotation mark, UTF-8, from the first line, no column formats, American English, all texts in quotation
+    // Comma, quotation mark, UTF-8, from the first line, no column formats, Canadian English, all texts in quotation
     // marks, no special numbers (for reading only), values and not what is shown of them, no formulas, blanks kept, and
     // the sheet: without it the program writes the first one.
     document_->Export(file, "Text - txt - csv (StarCalc)",
-                      QStringLiteral("44,34,76,1,,1033,true,false,false,false,false,%1").arg(sheet));
+                      QStringLiteral("44,34,76,1,,4105,true,false,false,false,false,%1").arg(sheet));
 }
 
 void SaveCopyAs(const Workbook& book, const QString& file) {

@@ -79,6 +79,26 @@ TEST(AreaMatcherTest, KeepsToTheUsersChoices) {
     EXPECT_EQ(Found("", "Kenya", choices), 2);
 }
 
+TEST(AreaMatcherTest, KnowsTheUsualNamesOfCountries) {
+    const std::vector<TargetArea> areas{{1, "ASIIRN", "-IRN", 2, {"Iran, Islamic Republic of"}},
+                                        {2, "ASIKOR", "-KOR", 2, {"Korea, Republic of"}},
+                                        {3, "ASIPRK", "-PRK", 2, {"Korea, Democratic People's Republic of"}},
+                                        {4, "AMEVEN", "-VEN", 2, {"Venezuela, Bolivarian Republic of"}},
+                                        {5, "ASITUR", "-TUR", 2, {"Türkiye"}},
+                                        {6, "AMEUSAIRN", "{1}", 3, {"Iron"}},
+                                        {7, "AMEUSATUR", "{2}", 3, {"Swaziland"}},
+                                        {8, "AFRSWZ", "-SWZ", 2, {"Eswatini"}}};
+    AreaMatcher matcher(areas, {});
+    const std::pair<const char*, int> cases[] = {
+        {"Iran", 1},        {"IRAN, Islamic Rep.", 1}, {"South Korea", 2}, {"Corée du Nord", 3},
+        {"Korea, Rep.", 2}, {"Venezuela, RB", 4},      {"Turkey", 5},      {"تركيا", 5},
+        {"Иран", 1},        {"Swaziland", 7}};
+    for (const auto& [name, number] : cases)
+        EXPECT_EQ(matcher.Match("", name).number, number) << name;
+    EXPECT_EQ(matcher.Nearest("Irann", 1).front()->number, 6) << "one letter apart";
+    EXPECT_EQ(matcher.Nearest("Republic of Iran", 1).front()->number, 1) << "all its words";
+}
+
 TEST(AreaMatcherTest, OffersTheNearestNames) {
     const AreaMatcher matcher(Areas(), {});
     const auto nearest = [&](const char* text) {

@@ -19,6 +19,8 @@ std::string Guessed(const std::string& text, char delimiter = ',') {
     guess += ' ';
     for (const Role role : draft.headTells)
         guess += letters[At(role)];
+    if (draft.dates != DateTells::Day) guess += draft.dates == DateTells::Month ? " months" : " years";
+    if (draft.repeatsAbove) guess += " repeats";
     return guess + ' ' + draft.numbers.decimal;
 }
 
@@ -50,6 +52,18 @@ TEST(DraftGuessTest, SeesWhatColumnsMean) {
     EXPECT_EQ(Guessed("Country,1990 [YR1990],1991 [YR1991],Estimates after\nKenya,1.5,2,2021\n"), "0+1 nVV- T .");
     for (const char* text : {"", "one\n", "\n\n", ",,,\n", "a,b\n"})
         Guessed(text); // nothing to see, and nothing happens
+}
+
+TEST(DraftGuessTest, SeesAreasAcrossMergedRowsAndDates) {
+    EXPECT_EQ(Guessed("Year,Iran,\"Korea, Rep.\"\n2001,1.5,2.5\n2002,3.5,4.5\n"), "0+1 TVV n .");
+    EXPECT_EQ(Guessed("Indicator,Year,North,South\nWheat,2001,1.5,2.5\nMaize,2001,3.5,4.5\n"), "0+1 ITVV n .");
+    EXPECT_EQ(Guessed("Year,Wheat,Maize\n2001,1.5,2.5\n2002,3.5,4.5\n"), "0+1 TVV I .") << "of one area";
+    EXPECT_EQ(Guessed(",Kenya,,Chad,\nIndicator,2001,2002,2001,2002\nWheat,1,2,3,4.5\n"), "0+2 IVVVV nT .");
+    EXPECT_EQ(Guessed("Country,Sex,2001,2002\nKenya,Male,1,2\n,Female,3,4.5\nChad,Male,5,6\n,Female,7,8\n"),
+              "0+1 nsVV T repeats .");
+    EXPECT_EQ(Guessed("Country,Year,Value\nKenya,2001,1.5\nChad,2001,2.5\n,,3\n,,4\n"), "0+1 nTV - .");
+    EXPECT_EQ(Guessed("Country,Month,Value\nKenya,2001-01-01,1.5\nKenya,2001-02-01,2.5\n"), "0+1 nTV - months .");
+    EXPECT_EQ(Guessed("Country,2001-12-31,2002-12-31\nKenya,1.5,2.5\n"), "0+1 nVV T years .");
 }
 
 } // namespace

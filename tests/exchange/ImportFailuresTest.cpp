@@ -23,6 +23,53 @@ QByteArray Rows(int count, const char* indicator = "Population") {
 
 using ImportFailuresTest = ImportSession;
 
+// Small files of each kind, cut after every byte: refused, or read so far; nothing else happens.
+TEST_F(ImportFailuresTest, AFileOfAnyKindThatIsCutAnywhereIsReadSoFarOrRefused) {
+    const struct {
+        const char* name;
+        QByteArray whole;
+        std::int64_t values;
+    } files[] = {
+        {"long.csv", "Pays;Ann\xE9\x65;Valeur\r\nInde;2010;1,5\r\n\"Chine\";2010;2 000,5\r\n", 2},
+        {"wide.csv",
+         "\xEF\xBB\xBF\"Data Source\",\"x\",\n\n\"Country Name\",\"Country "
+         "Code\",\"2009\",\"2010\",\n\"India\",\"IND\","
+         "\"1.5\",\"\",\n\"China\",\"CHN\",\"2.5\",\"3.5\",\n",
+         3},
+        {"sdmx.csv",
+         "DATAFLOW,REF_AREA,INDICATOR,TIME_PERIOD,OBS_VALUE,UNIT_MEASURE\nX:Y(1),IND,POP,2001,1.5,PS\n"
+         "X:Y(1),CHN,POP,2001,2.5,PS\n",
+         2},
+        {"keyed.tsv", "freq,unit,geo\\TIME_PERIOD\t2001 \t2002 \nA,PC,IND\t7.9 b\t: \nA,PC,CHN\t: c\t8.7 bp\n", 2},
+        {"table.px",
+         "CHARSET=\"ANSI\";CONTENTS=\"Population\";UNITS=\"persons\";STUB=\"Area\";HEADING=\"Year\";VALUES(\"Area\")="
+         "\"India\",\"China\";VALUES(\"Year\")=\"2001\",\"2002\";TIMEVAL(\"Year\")=TLIST(A1);DATA=\n1 2.5\n\"..\" 4;\n",
+         3},
+        {"set.json",
+         R"({"class":"dataset","id":["geo","time"],"size":[2,1],"role":{"time":["time"],"geo":["geo"]},"dimension":{)"
+         R"("geo":{"category":{"index":["IND","CHN"]}},"time":{"category":{"index":["2001"]}}},"value":[1.5,2]})",
+         2},
+    };
+    const QByteArray before = Bytes(base_);
+    for (const auto& file : files) {
+        for (qsizetype bytes = 0; bytes <= file.whole.size(); ++bytes) {
+            const QString path = Write(file.whole.left(bytes), QLatin1String(file.name));
+            try {
+                const ImportDraft draft = GuessDraft(path);
+                if (!ProblemOf(draft).isEmpty()) continue;
+                const ImportCounts& counts = CheckImport(path, draft, Into(ImportInto::Copy))->counts;
+                EXPECT_LE(counts.fresh, file.values) << file.name << ' ' << bytes;
+                if (bytes == file.whole.size()) EXPECT_EQ(counts.fresh, file.values) << file.name;
+            } catch (const ReadError& error) {
+                EXPECT_STRNE(error.what(), "");
+                EXPECT_LT(bytes, file.whole.size()) << file.name;
+            }
+        }
+    }
+    EXPECT_EQ(Bytes(base_), before);
+    EXPECT_THAT(Stages(), IsEmpty());
+}
+
 TEST_F(ImportFailuresTest, AFileThatIsCutAnywhereIsReadSoFarOrRefused) {
     const QByteArray whole =
         "Year,Area,Indicator,Unit,Subgroup,Source,Value\n2010,\"Asia\",\"Pop \"\"x\"\"\",Number,Total,"

@@ -68,6 +68,18 @@ TEST(ObservationsTest, TakesLongAndWideTablesApart) {
                 ElementsAre("3 2001;Kenya;;Number=1", "3 2002;Kenya;;Number=2"));
 }
 
+TEST(ObservationsTest, RepeatsWhatIsAboveBlankCells) {
+    ImportDraft draft = Draft({{QStringLiteral("Country"), Role::AreaName},
+                               {QStringLiteral("Item"), Role::Indicator},
+                               {QStringLiteral("Year"), Role::Time},
+                               {QStringLiteral("V"), Role::Value}});
+    draft.repeatsAbove = true;
+    EXPECT_THAT(
+        ValuesOf("Country,Item,Year,V\n,,2000,0\nKenya,Wheat,2001,1\n,,2002,2\n,Maize,,3\nChad,,2001,4\n", draft),
+        ElementsAre("2 2000;;;Number=0", "3 2001;Kenya;Wheat;Number=1", "4 2002;Kenya;Wheat;Number=2",
+                    "5 2002;Kenya;Maize;Number=3", "6 2001;Chad;Maize;Number=4"));
+}
+
 // Indicators over periods, the upper cells merged.
 TEST(ObservationsTest, ReadsHeadsOfSeveralRows) {
     const ImportDraft draft = Draft({{QStringLiteral("Country"), Role::AreaName},

@@ -17,6 +17,13 @@ TEST(PeriodsTest, ReadsTheFormsOfPeriods) {
         {"2001.05", "2001.05"},
         {"2001M05", "2001.05"},
         {"2001-M12", "2001.12"},
+        {"Jan 2001", "2001.01"},
+        {"Sept-2001", "2001.09"},
+        {"2001 décembre", "2001.12"},
+        {"févr. 2001", "2001.02"},
+        {"май 2001", "2001.05"},
+        {"مارس 2001", "2001.03"},
+        {"Wheat 2001", nullptr},
         {"2001-Q1", "2001.Q1"},
         {"2001q4", "2001.Q4"},
         {"Q1 2001", "2001.Q1"},
@@ -43,6 +50,26 @@ TEST(PeriodsTest, ReadsTheFormsOfPeriods) {
     EXPECT_TRUE(LooksLikeDay("01/05/2001"));
     EXPECT_TRUE(LooksLikeDay("5.1.2001 00:00"));
     EXPECT_FALSE(LooksLikeDay("2001-05-01"));
+}
+
+TEST(PeriodsTest, SeesWhatWholeDatesTell) {
+    const std::pair<std::vector<std::string>, DateTells> cases[] = {
+        {{}, DateTells::Day},
+        {{"2001", "2001-05", "x"}, DateTells::Day},
+        {{"2001-05-01", "2001-06-01", "2002"}, DateTells::Month},
+        {{"2001-05-31", "2004-02-29"}, DateTells::Month},
+        {{"2001-05-01", "2001-05-02"}, DateTells::Day},
+        {{"2001-01-01", "2002-01-01"}, DateTells::Year},
+        {{"2001-12-31", "2002-12-31"}, DateTells::Year},
+        {{"2001-01-01", "2001-01-01"}, DateTells::Month},
+        {{"2001-02-31"}, DateTells::Day},
+    };
+    for (const auto& [texts, dates] : cases)
+        EXPECT_EQ(FindDateTells(texts), dates) << (texts.empty() ? "" : texts.front());
+    EXPECT_EQ(WithoutDay("2001.05.01", DateTells::Month), "2001.05");
+    EXPECT_EQ(WithoutDay("2001.05.01", DateTells::Year), "2001");
+    EXPECT_EQ(WithoutDay("2001.05.01", DateTells::Day), "2001.05.01");
+    EXPECT_EQ(WithoutDay("2001-2005", DateTells::Year), "2001-2005");
 }
 
 } // namespace

@@ -66,6 +66,44 @@ TEST_F(WorkbookImportTest, ReadsSheetsOfAllKindsOfWorkbooks) {
     EXPECT_EQ(Stages(), QStringList());
 }
 
+// A title, heads of three rows and names at the left in merged cells, months as days of the spreadsheet, a note below.
+TEST_F(WorkbookImportTest, ReadsMergedCellsAndMonths) {
+    office::Workbook book = office::SpreadsheetApplication::Instance().NewWorkbook(1);
+    office::Worksheet sheet = book.Sheet(1);
+    using Row = std::vector<office::Cell>;
+    const QString none;
+    sheet.Cells(1, 1).SetValues(
+        {Row{QStringLiteral("Table 5. Prices")}, Row{none},
+         Row{QStringLiteral("Country"), QStringLiteral("Subgroup"), QStringLiteral("Wheat"), none},
+         Row{none, none, 43831.0, 43862.0}, Row{QStringLiteral("India"), QStringLiteral("Urban"), 1.5, 2.5},
+         Row{none, QStringLiteral("Rural"), 3.5, QStringLiteral("..")},
+         Row{QStringLiteral("China"), QStringLiteral("Urban"), 5.5, 6.5}, Row{none, QStringLiteral("Rural"), 7.5, 8.5},
+         Row{none}, Row{QStringLiteral("Note: estimates")}});
+    sheet.Cells(1, 1, 1, 4).Merge();
+    sheet.Cells(3, 1, 4, 1).Merge();
+    sheet.Cells(3, 2, 4, 2).Merge();
+    sheet.Cells(3, 3, 3, 4).Merge();
+    sheet.Cells(5, 1, 6, 1).Merge();
+    sheet.Cells(7, 1, 8, 1).Merge();
+    sheet.Cells(4, 3, 4, 4).SetStyle({.numberFormat = QStringLiteral("MMM YY")});
+    const QString xls = Folder() + QStringLiteral("/Prices.xls");
+    book.SaveAs(xls);
+    for (const char* ending : {"xls", "xlsx", "ods"}) {
+        const QString file = Folder() + QStringLiteral("/Prices.") + QLatin1String(ending);
+        if (file != xls) office::SaveCopyAs(book, file);
+        const auto checked = CheckImport(file, GuessDraft(file), Into(ImportInto::Copy));
+        EXPECT_EQ(CountsOf(*checked).substr(0, 5), "new 7") << ending;
+        EXPECT_EQ(checked->counts.refused, 0) << ending;
+        ASSERT_TRUE(WriteImport(*checked).made) << ending;
+        EXPECT_THAT(Values(Target()), testing::IsSupersetOf({"India|2020.01|Wheat|Number|Urban|Prices|1.5|",
+                                                             "India|2020.02|Wheat|Number|Urban|Prices|2.5|",
+                                                             "India|2020.01|Wheat|Number|Rural|Prices|3.5|",
+                                                             "China|2020.02|Wheat|Number|Rural|Prices|8.5|"}))
+            << ending;
+    }
+    book.Close(false);
+}
+
 TEST_F(WorkbookImportTest, RefusesWhatIsNoWorkbook) {
     const QString broken = Write("PK\x03\x04 and nothing more", QStringLiteral("broken.xlsx"));
     EXPECT_THROW(static_cast<void>(GuessDraft(broken)), office::Error);

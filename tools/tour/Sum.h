@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <cmath>
 
 namespace tessaro {
@@ -19,5 +21,8 @@ struct Sum {
                std::abs(sum - other.sum) <= rounding * count + 1e-9 * std::abs(sum) + 1e-6;
     }
 };
+
+/// The values of a database.
+[[nodiscard]] Sum ValuesOf(const QString& database);
 
 } // namespace tessaro

@@ -133,6 +133,7 @@ bool Tour::Walk(const QString& commandLine) {
                 return Map({"map-arabic", "-LIFE_EXPECTANCY", 0, false});
             },
             false);
+        Visit(QStringLiteral("import"), [this] { return Import(); });
         Visit(
             QStringLiteral("exit"), [this] { return Closing(); }, false);
     }

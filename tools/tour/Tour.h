@@ -82,6 +82,8 @@ class Tour final {
     Finding Gallery();
     /// Every presentation of the gallery on a slide, saved as slides.ppt.
     Finding Slides();
+    /// A table of one's own becomes a database, which is opened (TourImport.cpp).
+    Finding Import();
     Finding BackAndForward();
     Finding Closing();
 
@@ -117,6 +119,8 @@ class Tour final {
                      const std::function<void(QWidget&)>& drive);
     /// Walks a calculation's wizard to its end, with a picture of each step; the database goes to `target`.
     void DriveCalculation(frmCalculates& wizard, const QString& target);
+    /// Walks the wizard of the import from its file to its end, with a picture of each step.
+    void DriveImport(QWidget& wizard, const QString& target) const;
     /// Goes on to the preview and takes its picture; milliseconds from the click to the workbook in its place, or -1.
     [[nodiscard]] qint64 ShowPreview(QWidget& wizard, const QString& name) const;
     /// Goes on from the preview and saves under the suggested name; the copy of the saved workbook in the tour's

@@ -105,17 +105,6 @@ Sum ValuesOf(const DataEntrySheet& sheet) {
     return values;
 }
 
-Sum ValuesOf(const QString& database) {
-    Sum values;
-    const auto connection = CreateTheConnection(database);
-    if (!connection) return values;
-    for (Records rows =
-             Select(QStringLiteral("SELECT Datavalue FROM Data"), jet::CursorType::ForwardOnly, connection.get());
-         !rows.atEnd(); rows.MoveNext())
-        values.Add(rows.Text(std::size_t{0}).toDouble());
-    return values;
-}
-
 /// The one value of each area, indicator and subgroup that calculations work on: of the latest time, then of the last
 /// source and unit by name. By area and item; an item without a subgroup has the sum of all.
 class Picked final {
@@ -180,6 +169,17 @@ std::optional<Sum> Expected(const CalculationDraft& draft) {
 }
 
 } // namespace
+
+Sum ValuesOf(const QString& database) {
+    Sum values;
+    const auto connection = CreateTheConnection(database);
+    if (!connection) return values;
+    for (Records rows =
+             Select(QStringLiteral("SELECT Datavalue FROM Data"), jet::CursorType::ForwardOnly, connection.get());
+         !rows.atEnd(); rows.MoveNext())
+        values.Add(rows.Text(std::size_t{0}).toDouble());
+    return values;
+}
 
 void Tour::DriveCalculation(frmCalculates& wizard, const QString& target) {
     const auto button = [&](int index) {
