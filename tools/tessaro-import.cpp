@@ -81,7 +81,7 @@ class Program final {
         add("into", "Change this database; its state before is kept beside it.", "database");
         add("to", "The database that is made.", "database");
         add("areas", "With --new: take the areas from this table or shapefile.", "file");
-        add("make-areas", "Make areas that are not there.");
+        add("make-areas", "Make areas that are not there; a new database without --areas gets them always.");
         add("sheet", "The sheet of a workbook; else the first one with values.", "name");
         add("mapping", "What the columns mean, as it was kept.", "mapping");
         add("keep-mapping", "Write what the columns mean to this file.", "mapping");
@@ -200,7 +200,8 @@ class Program final {
         std::optional<ImportDraft> draft = Mapping(file);
         if (!draft) return Failed;
         if (parser_.isSet(QStringLiteral("areas"))) draft->areaTree = Value("areas");
-        if (parser_.isSet(QStringLiteral("make-areas"))) draft->makesAreas = true;
+        const bool hasNoAreas = target_.into == ImportInto::Template && draft->areaTree.isEmpty();
+        if (hasNoAreas || parser_.isSet(QStringLiteral("make-areas"))) draft->makesAreas = true;
         if (parser_.isSet(QStringLiteral("keep-mapping")) &&
             !ReplaceFile(Value("keep-mapping"), WrittenDraft(*draft).toUtf8()))
             return CanNotWrite(Value("keep-mapping"));

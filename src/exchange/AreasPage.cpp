@@ -50,11 +50,12 @@ void AreasPage::ShowCheck(const CheckedImport& checked) {
     unknown_ = checked.unknownAreas;
     std::vector<ChoiceRow> rows;
     for (const UnknownArea& area : unknown_)
-        rows.push_back(
-            {{area.text, QLocale::system().toString(static_cast<qlonglong>(area.values))},
-             QStringList{PlainText(QStringLiteral("TS_AreasStays")), PlainText(QStringLiteral("TS_RoleLeftOut"))} +
-                 area.nearest,
-             kStays});
+        rows.push_back({{area.text, QLocale::system().toString(static_cast<qlonglong>(area.values))},
+                        QStringList{PlainText(area.isShared ? QStringLiteral("TS_RefusedShared")
+                                                            : QStringLiteral("TS_AreasStays")),
+                                    PlainText(QStringLiteral("TS_RoleLeftOut"))} +
+                            area.nearest,
+                        kStays});
     areas_->Show({PlainText(QStringLiteral("TS_AreasInFile")), PlainText(QStringLiteral("TS_ReportValues")),
                   PlainText(QStringLiteral("TS_AreasIs"))},
                  std::move(rows));

@@ -22,6 +22,7 @@ namespace {
 using Row = std::vector<std::string>;
 
 constexpr qsizetype kSheetsLookedAt = 5;
+constexpr qsizetype kLongestLabel = 200; // of a text above the table
 
 /// A number of any form that isn't a year.
 bool LooksLikeValue(const std::string& text) {
@@ -324,14 +325,23 @@ class ColumnGuess final {
     std::vector<ColumnLook> looks_;
 };
 
+/// A name and its text, in two fields or as "Source: Office" in one; nothing in other rows.
+std::pair<QString, QString> LabelIn(const Row& row) {
+    QStringList texts;
+    for (const std::string& field : row)
+        if (!field.empty()) texts << QString::fromStdString(field);
+    if (texts.isEmpty() || row[0].empty()) return {};
+    if (texts.size() == 2) return {texts[0], texts[1]};
+    const qsizetype colon = texts.size() == 1 ? texts[0].indexOf(QLatin1Char(':')) : -1;
+    if (colon < 1) return {};
+    return {texts[0].left(colon).trimmed(), texts[0].mid(colon + 1).trimmed().left(kLongestLabel)};
+}
+
 /// Lines above the heads that name a thing and its text, as the program's own data-entry sheet has them.
 void TakeLabels(const FileSample& sample, ImportDraft& draft) {
     for (std::size_t row = 0; row < static_cast<std::size_t>(draft.skippedRows) && row < sample.rows.size(); ++row) {
-        const Row& texts = sample.rows[row];
-        if (FilledFields(texts) != 2 || texts[0].empty()) continue;
-        const QString label = QString::fromStdString(texts[0]);
-        const QString text = QString::fromStdString(
-            *std::find_if(texts.begin() + 1, texts.end(), [](const std::string& field) { return !field.empty(); }));
+        const auto [label, text] = LabelIn(sample.rows[row]);
+        if (label.isEmpty() || text.isEmpty()) continue;
         const Role role = RoleOfHead(label);
         if (role != Role::LeftOut && role != Role::Value && !draft.Has(role)) draft.constants[At(role)] = text;
         if (label == PlainText(QStringLiteral("Comm_Sector"))) draft.sector = text;

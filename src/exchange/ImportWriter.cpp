@@ -261,6 +261,8 @@ QString MapsFolderOf(const ImportTarget& target) {
 
 bool PutInto(UnfinishedDatabase& unfinished, const CheckedImport& checked) {
     if (checked.target.into != ImportInto::Itself) return unfinished.Finish();
+    // Another program may have changed it meanwhile.
+    if (!checked.IsUpToDate()) return false;
     if (KeepBeforeImport(checked.target.file) && unfinished.Finish()) return true;
     QFile::remove(FileBeforeImport(checked.target.file));
     return false;
@@ -286,6 +288,7 @@ WrittenImport WriteImport(CheckedImport& checked, const ImportProgress& progress
     });
     if (givenUp) return {};
     if (made && put) return {true, {}};
+    if (made && !checked.IsUpToDate()) return {false, FilledText(QStringLiteral("TS_ImportStale"), {})};
     if (made)
         ReportError(FileError::PermissionDenied,
                     QLatin1String("The database can't be put in place: ") + checked.target.file,

@@ -69,7 +69,12 @@ QWidget* MappingPage::MakeTable() {
     table->setModel(columns_);
     table->setItemDelegate(new ChoiceDelegate(table));
     table->setEditTriggers(QAbstractItemView::AllEditTriggers);
-    table->SetColumnWishes({{.text = 200, .weight = 2}, {.text = 300, .weight = 3, .takesRest = true}, {.text = 160}});
+    int longest = 0;
+    for (const QString& caption : RoleCaptions())
+        longest = std::max(longest, table->fontMetrics().horizontalAdvance(caption));
+    table->SetColumnWishes({{.text = 200, .weight = 2},
+                            {.text = 300, .weight = 3, .takesRest = true},
+                            {.text = longest, .least = longest}});
     connect(columns_, &ChoiceTableModel::Chosen, this, &MappingPage::Changed);
     return table;
 }
@@ -90,42 +95,47 @@ QWidget* MappingPage::MakeSettings() {
 }
 
 QWidget* MappingPage::MakePreview() {
-    auto* table = new DataTable(this);
-    table->setObjectName(QStringLiteral("grdPreview"));
-    table->setAccessibleName(PlainText(QStringLiteral("TS_PreviewTitle")));
-    table->SetHint(GetText(QStringLiteral("TS_PreviewNothing")));
+    grdPreview_ = new DataTable(this);
+    grdPreview_->setObjectName(QStringLiteral("grdPreview"));
+    grdPreview_->setAccessibleName(PlainText(QStringLiteral("TS_PreviewTitle")));
+    grdPreview_->SetHint(GetText(QStringLiteral("TS_PreviewNothing")));
     preview_ = new TextTableModel(this);
-    table->setModel(preview_);
-    table->verticalHeader()->hide(); // the first column has the rows of the file
-    table->SetColumnWishes({{.text = 50},
-                            {.text = 60},
-                            {.text = 70},
-                            {.text = 110, .weight = 1},
-                            {.text = 120, .weight = 1},
-                            {.text = 70},
-                            {.text = 70},
-                            {.text = 80},
-                            {.text = 80},
-                            {.text = 70},
-                            {.text = 280, .weight = 4, .takesRest = true}});
-    return table;
+    grdPreview_->setModel(preview_);
+    grdPreview_->verticalHeader()->hide(); // the first column has the rows of the file
+    return grdPreview_;
 }
 
 void MappingPage::ShowPreview(const std::vector<PreviewedValue>& values) {
+    const bool hasRemarks = std::ranges::any_of(values, [](const auto& value) { return !value.remark.isEmpty(); });
     QStringList heads{PlainText(QStringLiteral("TS_ReportRow"))};
-    for (std::size_t role = At(Role::Time); role < kRoles; ++role)
+    std::vector<DataTable::Wish> wishes{{.text = 50}};
+    if (hasRemarks) {
+        heads << PlainText(QStringLiteral("TS_PreviewRemark"));
+        wishes.push_back({.text = 240, .weight = 3});
+    }
+    std::vector<std::size_t> roles;
+    for (std::size_t role = At(Role::Time); role < kRoles; ++role) {
+        const bool isUsed =
+            std::ranges::any_of(values, [role](const auto& value) { return !value.texts[role].isEmpty(); });
+        if (static_cast<Role>(role) == Role::Footnote && !isUsed) continue;
+        roles.push_back(role);
         heads << CaptionOf(static_cast<Role>(role));
-    heads << PlainText(QStringLiteral("TS_PreviewRemark"));
+        const bool isName = static_cast<Role>(role) == Role::AreaName || static_cast<Role>(role) == Role::Indicator;
+        wishes.push_back({.text = isName ? 140 : 90, .weight = isName ? 1.5 : 1});
+    }
     preview_->Show({{},
                     heads,
                     values.size(),
-                    [values](std::size_t at) {
-                        QStringList texts{QLocale::system().toString(static_cast<qlonglong>(values[at].row))};
-                        for (std::size_t role = At(Role::Time); role < kRoles; ++role)
+                    [values, roles, hasRemarks](std::size_t at) {
+                        QStringList texts{QString::number(values[at].row)};
+                        if (hasRemarks) texts << values[at].remark;
+                        for (const std::size_t role : roles)
                             texts << values[at].texts[role];
-                        return texts << values[at].remark;
+                        return texts;
                     },
-                    [values](std::size_t at) { return values[at].isRefused; }});
+                    [values](std::size_t at) { return values[at].isRefused; },
+                    {0}});
+    grdPreview_->SetColumnWishes(std::move(wishes));
 }
 
 QSpinBox* MappingPage::AddSpin(QFormLayout& form, const char* name, const char* key, int most) {

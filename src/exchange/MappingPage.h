@@ -17,6 +17,7 @@ class QSpinBox;
 namespace tessaro {
 
 class ChoiceTableModel;
+class DataTable;
 class TextTableModel;
 
 /// What the columns of a file and its head rows mean, and the texts for what no column tells.
@@ -31,7 +32,7 @@ class MappingPage final : public QWidget {
     /// `samples` are the first texts of each column.
     void ShowDraft(const ImportDraft& draft, const QStringList& samples);
     void TakeInto(ImportDraft& draft) const;
-    /// The first values as the draft says that they are understood.
+    /// The first values as the draft says that they are understood; remarks stand before them where there are some.
     void ShowPreview(const std::vector<PreviewedValue>& values);
 
   Q_SIGNALS:
@@ -61,6 +62,7 @@ class MappingPage final : public QWidget {
     QLineEdit* txtSector_;
     QLineEdit* txtClass_;
     QFormLayout* rowsForm_;
+    DataTable* grdPreview_;
     TextTableModel* preview_;
 };
 

@@ -7,6 +7,7 @@
 
 #include <QComboBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -57,6 +58,8 @@ SourcePage::SourcePage(QWidget* parent) : QWidget(parent), form_(new QFormLayout
     txtFile_->setReadOnly(true);
     txtFile_->setAccessibleName(PlainText(QStringLiteral("TS_ImportFile")));
     QPushButton* const browse = MakeButton("cmdBrowse", "TS_ImportBrowse");
+    browse->setAutoDefault(true); // Enter chooses a file while there is none
+    setFocusProxy(browse);
     fileRow->addWidget(txtFile_);
     fileRow->addWidget(browse);
     form_->addRow(PlainText(QStringLiteral("TS_ImportFile")), fileRow);
@@ -99,14 +102,14 @@ QComboBox* SourcePage::AddBox(QFormLayout& form, const char* name, const char* k
 
 void SourcePage::MakeTargets(QFormLayout& form) {
     static constexpr std::array<const char*, 4> keys{"TS_IntoTemplate", "TS_IntoLists", "TS_IntoCopy", "TS_IntoItself"};
-    auto* column = new QVBoxLayout;
+    auto* grid = new QGridLayout;
     for (std::size_t i = 0; i < targets_.size(); ++i) {
         targets_[i] = new QRadioButton(this);
         targets_[i]->setObjectName(QStringLiteral("optInto_%1").arg(i));
         SetCaption(targets_[i], QLatin1String(keys[i]));
-        column->addWidget(targets_[i]);
+        grid->addWidget(targets_[i], static_cast<int>(i) / 2, static_cast<int>(i) % 2);
     }
-    form.addRow(PlainText(QStringLiteral("TS_ImportInto")), column);
+    form.addRow(PlainText(QStringLiteral("TS_ImportInto")), grid);
     SetInto(ImportInto::Copy);
 }
 

@@ -73,6 +73,7 @@ void frmImport::Form_Load() {
     source_->SetDatabase(DatabaseOpen && LanguageInDatabase, DatabaseOpen && !IsGenuineJetFile(CurrentDatabase));
     SetFormFonts(this);
     Begin();
+    source_->setFocus();
 }
 
 bool frmImport::Told(const std::function<void()>& work) {
@@ -124,6 +125,7 @@ void frmImport::TakeFile(const QString& file) {
     source_->SetFile(file);
     ShowSource();
     ShowStep();
+    findChild<QPushButton*>(QStringLiteral("CmdNext"))->setFocus();
 }
 
 void frmImport::ReadAgain() {
@@ -222,6 +224,8 @@ QString frmImport::CancelQuestion() const {
 bool frmImport::GoForward(int step) {
     if (step == MappingStep) {
         draft_.areaTree = source_->AreaTree();
+        // An empty database has no areas to find.
+        if (source_->Into() == ImportInto::Template && draft_.areaTree.isEmpty()) draft_.makesAreas = true;
         return draft_.areaTree.isEmpty() || Told([this] { static_cast<void>(ReadAreaTree(draft_.areaTree)); });
     }
     if (step == AreasStep) {

@@ -3,14 +3,20 @@
 #include "office/CompoundFile.h"
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/Looks.h"
 #include "office/SpreadsheetApplication.h"
 
 #include <QFileInfo>
 
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNameReplace.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/sheet/XUniqueCellFormatRangesSupplier.hpp>
+#include <com/sun/star/util/NumberFormat.hpp>
 #include <com/sun/star/util/XChangesBatch.hpp>
+#include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 
 namespace tessaro::office {
 
@@ -32,7 +38,7 @@ ProcessLink& Process() {
     return *SpreadsheetApplication::Instance().connection();
 }
 
-/// Gives the process another locale for numbers ("en-CA") and returns the one that it had.
+/// Gives the process another locale for numbers ("en-US") and returns the one that it had.
 QString ChangeLocale(const QString& locale) {
     QString before;
     Process().Run([&] {
@@ -51,11 +57,32 @@ QString ChangeLocale(const QString& locale) {
     return before;
 }
 
-/// Writes numbers with a point and days as 2001-05-01, as Canadian English does, while it lives, whatever the locale of
-/// the user.
+/// Gives the days of a sheet the form 2001-05-01: others go by the language of each cell, and their parts by it.
+void WriteDaysInOrder(const Document::Model& model, int sheet) {
+    const sal_Int32 inOrder = NumberFormatKey(model, QStringLiteral("YYYY-MM-DD"));
+    const auto formats = Need<com::sun::star::util::XNumberFormatsSupplier>(model)->getNumberFormats();
+    const auto sheets = Need<com::sun::star::container::XIndexAccess>(
+        Need<com::sun::star::sheet::XSpreadsheetDocument>(model)->getSheets());
+    uno::Reference<com::sun::star::sheet::XUniqueCellFormatRangesSupplier> cellsOfSheet;
+    sheets->getByIndex(sheet - 1) >>= cellsOfSheet;
+    if (!cellsOfSheet.is()) return;
+    const auto groups = cellsOfSheet->getUniqueCellFormatRanges();
+    for (sal_Int32 i = 0; i < groups->getCount(); ++i) {
+        uno::Reference<com::sun::star::beans::XPropertySet> cells;
+        groups->getByIndex(i) >>= cells;
+        sal_Int32 key = 0;
+        sal_Int16 type = 0;
+        cells->getPropertyValue("NumberFormat") >>= key;
+        formats->getByKey(key)->getPropertyValue("Type") >>= type;
+        if ((type & com::sun::star::util::NumberFormat::DATE) != 0)
+            cells->setPropertyValue("NumberFormat", uno::Any(inOrder));
+    }
+}
+
+/// Writes numbers as American English does while it lives, whatever the locale of the user.
 class PlainNumbers final {
   public:
-    PlainNumbers() : before_(ChangeLocale(QStringLiteral("en-CA"))) {}
+    PlainNumbers() : before_(ChangeLocale(QStringLiteral("en-US"))) {}
     ~PlainNumbers() {
         try {
             ChangeLocale(before_);
@@ -101,11 +128,12 @@ QStringList ForeignWorkbook::SheetNames() const {
 
 void ForeignWorkbook::SaveSheetAsText(int sheet, const QString& file) const {
     const PlainNumbers plain;
-    // Comma, quotation mark, UTF-8, from the first line, no column formats, Canadian English, all texts in quotation
+    document_->Run([sheet](const Document::Model& model) { WriteDaysInOrder(model, sheet); });
+    // Comma, quotation mark, UTF-8, from the first line, no column formats, American English, all texts in quotation
     // marks, no special numbers (for reading only), values and not what is shown of them, no formulas, blanks kept, and
     // the sheet: without it the program writes the first one.
     document_->Export(file, "Text - txt - csv (StarCalc)",
-                      QStringLiteral("44,34,76,1,,4105,true,false,false,false,false,%1").arg(sheet));
+                      QStringLiteral("44,34,76,1,,1033,true,false,false,false,false,%1").arg(sheet));
 }
 
 void SaveCopyAs(const Workbook& book, const QString& file) {

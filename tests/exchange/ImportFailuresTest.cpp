@@ -59,7 +59,7 @@ TEST_F(ImportFailuresTest, AFileOfAnyKindThatIsCutAnywhereIsReadSoFarOrRefused) 
                 if (!ProblemOf(draft).isEmpty()) continue;
                 const ImportCounts& counts = CheckImport(path, draft, Into(ImportInto::Copy))->counts;
                 EXPECT_LE(counts.fresh, file.values) << file.name << ' ' << bytes;
-                if (bytes == file.whole.size()) EXPECT_EQ(counts.fresh, file.values) << file.name;
+                EXPECT_TRUE(bytes < file.whole.size() || counts.fresh == file.values) << file.name;
             } catch (const ReadError& error) {
                 EXPECT_STRNE(error.what(), "");
                 EXPECT_LT(bytes, file.whole.size()) << file.name;
@@ -145,6 +145,16 @@ TEST_F(ImportFailuresTest, RefusesTargetsInUseAndWhatIsOutOfDate) {
     const auto checked = CheckImport(file, GuessDraft(file), target);
     static_cast<void>(Write(Rows(4)));
     EXPECT_EQ(WriteImport(*checked).message, FilledText(QStringLiteral("TS_ImportStale"), {}));
+    // Another program changes the database while the import is being written.
+    const auto itself = CheckImport(file, GuessDraft(file), Into(ImportInto::Itself));
+    const WrittenImport late = WriteImport(*itself, [this](int percent) {
+        QFile touched(base_);
+        if (percent >= 65 && touched.open(QIODevice::ReadWrite))
+            touched.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime);
+    });
+    EXPECT_FALSE(late.made);
+    EXPECT_EQ(late.message, FilledText(QStringLiteral("TS_ImportStale"), {}));
+    EXPECT_FALSE(CanUndoImport(base_));
     target.file = QStringLiteral("/proc/New.mdb");
     const WrittenImport nowhere = WriteImport(*CheckImport(file, GuessDraft(file), target));
     EXPECT_FALSE(nowhere.made);

@@ -73,12 +73,12 @@ TEST_F(WorkbookImportTest, ReadsMergedCellsAndMonths) {
     using Row = std::vector<office::Cell>;
     const QString none;
     sheet.Cells(1, 1).SetValues(
-        {Row{QStringLiteral("Table 5. Prices")}, Row{none},
+        {Row{QStringLiteral("Table 5. Prices"), none, none, none}, Row{none, none, none, none},
          Row{QStringLiteral("Country"), QStringLiteral("Subgroup"), QStringLiteral("Wheat"), none},
          Row{none, none, 43831.0, 43862.0}, Row{QStringLiteral("India"), QStringLiteral("Urban"), 1.5, 2.5},
          Row{none, QStringLiteral("Rural"), 3.5, QStringLiteral("..")},
          Row{QStringLiteral("China"), QStringLiteral("Urban"), 5.5, 6.5}, Row{none, QStringLiteral("Rural"), 7.5, 8.5},
-         Row{none}, Row{QStringLiteral("Note: estimates")}});
+         Row{none, none, none, none}, Row{QStringLiteral("Note: estimates"), none, none, none}});
     sheet.Cells(1, 1, 1, 4).Merge();
     sheet.Cells(3, 1, 4, 1).Merge();
     sheet.Cells(3, 2, 4, 2).Merge();

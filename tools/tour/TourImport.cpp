@@ -47,7 +47,6 @@ void Tour::DriveImport(QWidget& wizard, const QString& target) const {
     };
     next("import-2.png");
     next("import-3.png");
-    wizard.findChild<QAbstractButton*>(QStringLiteral("chkMakeAreas"))->click();
     next("import-4.png");
     SetFileAnswerer([target](const FileQuestion&) { return target; });
     Press(wizard, "CmdFinish");
