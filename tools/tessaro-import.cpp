@@ -20,12 +20,16 @@
 #include "session/Strings.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QTemporaryDir>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <optional>
+#include <unistd.h>
 
 namespace {
 
@@ -64,6 +68,18 @@ QString LanguageOf(const QString& database) {
     const Records rows = Select(QStringLiteral("SELECT LanguageName FROM [Language] WHERE LanguageDefault = True"),
                                 jet::CursorType::Static, connection.get());
     return rows.isOpen() && !rows.atEnd() ? rows.Text(std::size_t{0}) : QString();
+}
+
+constexpr auto kHomeStem = "tessaro-import-";
+
+/// The folders of runs that were killed; their processes are no more.
+void RemoveLeftHomes() {
+    for (const QFileInfo& left :
+         QDir::temp().entryInfoList({QLatin1String(kHomeStem) + QLatin1Char('*')}, QDir::Dirs)) {
+        const int process = left.fileName().section(QLatin1Char('-'), 2, 2).toInt();
+        if (process > 0 && left.ownerId() == ::getuid() && ::kill(process, 0) != 0 && errno == ESRCH)
+            QDir(left.filePath()).removeRecursively();
+    }
 }
 
 class Program final {
@@ -144,6 +160,7 @@ class Program final {
 
     /// A session in a folder of its own, so that a running program is not disturbed.
     bool Begin() {
+        RemoveLeftHomes();
         const QString cache = WritableRoot();
         qputenv("TESSARO_HOME", QFile::encodeName(home_.path()));
         SetMessageAnswerer([](const Message& message) {
@@ -229,14 +246,16 @@ class Program final {
     }
 
     QCommandLineParser parser_;
-    QTemporaryDir home_;
+    QTemporaryDir home_{
+        QDir::temp().filePath(QLatin1String(kHomeStem) + QString::number(::getpid()) + QStringLiteral("-XXXXXX"))};
     ImportTarget target_;
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // columns of a report are as wide as their texts in a font
+    const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tessaro-import"));
     return Program().Run();
 }

@@ -1,5 +1,6 @@
 #include "TestPlaces.h"
 #include "exchange/ImportSession.h"
+#include "support/ReadXls.h"
 
 #include <QProcess>
 
@@ -59,6 +60,11 @@ TEST_F(ImportProgramTest, ImportsWithAKeptMapping) {
     EXPECT_EQ(written.status, 3) << written.errors;
     EXPECT_THAT(Bytes(report).toStdString(), HasSubstr("3,3,Unknown area,Atlantis"));
     EXPECT_THAT(Values(Target()), testing::Contains(HasSubstr("Asia|2010|Population|Number|Total|Values|4000")));
+    const QString book = Folder() + QStringLiteral("/report.xls");
+    EXPECT_EQ(Run(base + QStringList{QStringLiteral("--check"), QStringLiteral("--report"), book, file}).status, 3);
+    const std::vector<ReadSheet> sheets = ReadXls(book);
+    ASSERT_EQ(sheets.size(), 5U);
+    EXPECT_EQ(sheets[1].Text(2, 4), "Atlantis");
     const QString good = Write("Year,Area,Population\n2012,Asia,4100\n");
     EXPECT_EQ(Run({QStringLiteral("--into"), Target(), QStringLiteral("--mapping"), mapping, good}).status, 0);
     EXPECT_TRUE(CanUndoImport(Target()));
