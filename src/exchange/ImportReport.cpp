@@ -21,6 +21,17 @@ QString Plain(const char* key) {
     return PlainText(QLatin1String(key));
 }
 
+/// A reason below the count of all. Spreadsheets look at the first sign to see from which side a text is read.
+QString Indented(const QString& text) {
+    return (text.isRightToLeft() ? QString(QChar(0x200F)) : QString()) + QStringLiteral("   ") + text;
+}
+
+/// What is shown of a text that is too long.
+QString Beginning(const QString& text) {
+    constexpr qsizetype shown = 80;
+    return text.size() > shown ? text.left(shown) + QChar(0x2026) : text;
+}
+
 /// A table whose rows are at hand.
 ImportTable TableOf(const char* nameKey, const QStringList& heads, QList<QStringList> rows, QList<int> numbers) {
     const auto count = static_cast<std::size_t>(rows.size());
@@ -82,7 +93,7 @@ ImportTable Refused(const CheckedImport& checked) {
                 const bool hasColumn =
                     one.why != Refusal::Double && one.why != Refusal::BadRow && one.why != Refusal::RaggedRow;
                 return {QString::number(one.row), hasColumn ? QString::number(one.column + 1) : QString(),
-                        TextOf(one.why), one.text};
+                        TextOf(one.why), one.why == Refusal::TooLong ? Beginning(one.text) : one.text};
             },
             {},
             {0, 1}};
@@ -149,7 +160,7 @@ QList<QStringList> CountsInWords(const CheckedImport& checked) {
         {Plain("TS_CountEmpty"), number(counts.empty)}, {Plain("TS_CountRefused"), number(counts.refused)}};
     for (int why = 0; why < kRefusals; ++why)
         if (const std::int64_t count = counts.by[static_cast<std::size_t>(why)]; count > 0)
-            rows << QStringList{QStringLiteral("   ") + TextOf(static_cast<Refusal>(why)), number(count)};
+            rows << QStringList{Indented(TextOf(static_cast<Refusal>(why))), number(count)};
     const std::pair<Role, qsizetype> additions[] = {
         {Role::Indicator, made.indicators.size()}, {Role::Unit, made.units.size()},
         {Role::Subgroup, made.subgroups.size()},   {Role::Source, made.sources.size()},
