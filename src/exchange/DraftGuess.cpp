@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <map>
+#include <span>
 
 namespace tessaro {
 
@@ -42,10 +43,20 @@ std::size_t FilledFields(const Row& row) {
         std::ranges::count_if(row, [](const std::string& field) { return !field.empty(); }));
 }
 
+/// The fields up to the last filled one.
+std::span<const std::string> UpToLastFilled(const Row& row) {
+    const auto last = std::find_if(row.rbegin(), row.rend(), [](const std::string& field) { return !field.empty(); });
+    return {row.begin(), last.base()};
+}
+
 /// Blank fields before the last filled one, as merged cells leave them.
 bool HasGaps(const Row& row) {
-    const auto last = std::find_if(row.rbegin(), row.rend(), [](const std::string& field) { return !field.empty(); });
-    return std::any_of(last, row.rend(), [](const std::string& field) { return field.empty(); });
+    return std::ranges::any_of(UpToLastFilled(row), [](const std::string& field) { return field.empty(); });
+}
+
+/// Whether heads go on in the row below: merged cells leave gaps, or end before that row does.
+bool GoesOnBelow(const Row& heads, const Row& below) {
+    return !HasValue(below) && (HasGaps(heads) || UpToLastFilled(heads).size() < UpToLastFilled(below).size());
 }
 
 /// A row of heads over merged cells: several texts with blanks between them.
@@ -82,7 +93,7 @@ void GuessHeads(const FileSample& sample, ImportDraft& draft) {
     std::size_t first = at;
     while (first > 0 && IsMergedHead(sample.rows[first - 1]))
         --first;
-    while (at - first < 3 && HasGaps(sample.rows[at]) && at + 1 < sample.rows.size() && !HasValue(sample.rows[at + 1]))
+    while (at - first < 3 && at + 1 < sample.rows.size() && GoesOnBelow(sample.rows[at], sample.rows[at + 1]))
         ++at;
     draft.skippedRows = static_cast<int>(first);
     draft.headRows = static_cast<int>(at - first) + 1;

@@ -61,6 +61,7 @@ TEST(DraftGuessTest, SeesAreasAcrossMergedRowsAndDates) {
     EXPECT_EQ(Guessed(",Kenya,,Chad,\nIndicator,2001,2002,2001,2002\nWheat,1,2,3,4.5\n"), "0+2 IVVVV nT .");
     EXPECT_EQ(Guessed("Country,Sex,2001,2002\nKenya,Male,1,2\n,Female,3,4.5\nChad,Male,5,6\n,Female,7,8\n"),
               "0+1 nsVV T repeats .");
+    EXPECT_EQ(Guessed("Country,Sex,Wheat,\n,,2001,2002\nKenya,Male,1.5,2\nKenya,Female,3,4.5\n"), "0+2 nsVV IT .");
     EXPECT_EQ(Guessed("Country,Year,Value\nKenya,2001,1.5\nChad,2001,2.5\n,,3\n,,4\n"), "0+1 nTV - .");
     EXPECT_EQ(Guessed("Country,Month,Value\nKenya,2001-01-01,1.5\nKenya,2001-02-01,2.5\n"), "0+1 nTV - months .");
     EXPECT_EQ(Guessed("Country,2001-12-31,2002-12-31\nKenya,1.5,2.5\n"), "0+1 nVV T years .");
