@@ -287,11 +287,13 @@ QString ShortCellText(const QString& text) {
     return text.size() > kLongest ? text.left(kLongest) + QChar(0x2026) : text;
 }
 
-/// A text of the other direction among cells from right to left: its cut end has its dots where its reading ends.
+/// A text of the other direction among cells from right to left: its cut end has its dots where its reading ends, and
+/// the parts of "1 043,5" stay in their order.
 QString KeptInDirection(const QStyleOptionViewItem& item) {
     if (item.direction != Qt::RightToLeft || item.text.isEmpty() || item.text.isRightToLeft()) return item.text;
-    const bool hasLetters = std::any_of(item.text.cbegin(), item.text.cend(), [](QChar c) { return c.isLetter(); });
-    return hasLetters ? QChar(0x2066) + item.text : item.text; // left-to-right isolate
+    const bool hasParts =
+        std::any_of(item.text.cbegin(), item.text.cend(), [](QChar c) { return c.isLetter() || c.isSpace(); });
+    return hasParts ? QChar(0x2066) + item.text : item.text; // left-to-right isolate
 }
 
 QStyleOptionViewItem CellToDraw(const QStyleOptionViewItem& item, const QWidget* widget) {

@@ -3,6 +3,7 @@
 #include "controls/Captions.h"
 #include "controls/DataTable.h"
 #include "exchange/ChoiceTableModel.h"
+#include "session/Messages.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -59,6 +60,10 @@ void AreasPage::ShowCheck(const CheckedImport& checked) {
     areas_->Show({PlainText(QStringLiteral("TS_AreasInFile")), PlainText(QStringLiteral("TS_ReportValues")),
                   PlainText(QStringLiteral("TS_AreasIs"))},
                  std::move(rows));
+    const qsizetype made = checked.Additions().areas.size();
+    table_->SetHint(made == 0 ? GetText(QStringLiteral("TS_AreasAllFound"))
+                              : FilledText(QStringLiteral("TS_CountMade"), {CaptionOf(Role::AreaName)}) +
+                                    QStringLiteral(": ") + QLocale::system().toString(qlonglong{made}));
     chkMake_->setChecked(checked.draft.makesAreas);
     txtParent_->setEnabled(checked.draft.makesAreas);
     txtParent_->setText(checked.draft.parentArea);

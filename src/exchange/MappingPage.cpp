@@ -117,7 +117,8 @@ void MappingPage::ShowPreview(const std::vector<PreviewedValue>& values) {
     for (std::size_t role = At(Role::Time); role < kRoles; ++role) {
         const bool isUsed =
             std::ranges::any_of(values, [role](const auto& value) { return !value.texts[role].isEmpty(); });
-        if (static_cast<Role>(role) == Role::Footnote && !isUsed) continue;
+        const bool isExtra = static_cast<Role>(role) == Role::AreaId || static_cast<Role>(role) == Role::Footnote;
+        if (isExtra && !isUsed) continue;
         roles.push_back(role);
         heads << CaptionOf(static_cast<Role>(role));
         const bool isName = static_cast<Role>(role) == Role::AreaName || static_cast<Role>(role) == Role::Indicator;

@@ -179,6 +179,7 @@ QStringList frmImport::SamplesOfColumns() const {
             if (column < sample_.rows[row].size() && !sample_.rows[row][column].empty())
                 texts << QString::fromStdString(sample_.rows[row][column]);
         texts.removeDuplicates();
+        std::ranges::transform(texts, texts.begin(), InOnePiece); // "1 043,5" isn't turned around
         samples << texts.join(QStringLiteral("   "));
     }
     return samples;

@@ -22,7 +22,7 @@ Sum WriteOwnTable(const QString& path) {
     for (int place = 0; place < 6; ++place)
         for (int year = 2015; year < 2020; ++year) {
             const int hundredths = 104'350 + 1'217 * place + 31 * (year - 2015);
-            QByteArray value = "1 0" + QByteArray::number(hundredths / 100 % 100) + ',' +
+            QByteArray value = "1 " + QByteArray::number(hundredths / 100).right(3) + ',' +
                                QByteArray::number(hundredths % 100 + 100).right(2);
             if (place == 2 && year == 2016) value = "..";
             if (place == 3 && year == 2017) value = "beaucoup";
