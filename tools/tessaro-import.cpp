@@ -84,7 +84,8 @@ void RemoveLeftHomes() {
 
 class Program final {
   public:
-    Program() {
+    /// `home`: an empty folder for the files of the run.
+    explicit Program(QString home) : home_(std::move(home)) {
         parser_.setApplicationDescription(QLatin1String(kDescription));
         parser_.addHelpOption();
         parser_.addPositionalArgument(QStringLiteral("file"), QStringLiteral("The file to be imported."));
@@ -162,7 +163,7 @@ class Program final {
     bool Begin() {
         RemoveLeftHomes();
         const QString cache = WritableRoot();
-        qputenv("TESSARO_HOME", QFile::encodeName(home_.path()));
+        qputenv("TESSARO_HOME", QFile::encodeName(home_));
         SetMessageAnswerer([](const Message& message) {
             Say(message.text);
             return CodeOfClosing(message.type);
@@ -246,16 +247,17 @@ class Program final {
     }
 
     QCommandLineParser parser_;
-    QTemporaryDir home_{
-        QDir::temp().filePath(QLatin1String(kHomeStem) + QString::number(::getpid()) + QStringLiteral("-XXXXXX"))};
-    ImportTarget target_;
+    QString home_;
 };
 
 } // namespace
 
 int main(int argc, char** argv) {
+    const QTemporaryDir home(
+        QDir::temp().filePath(QLatin1String(kHomeStem) + QString::number(::getpid()) + QStringLiteral("-XXXXXX")));
     qputenv("QT_QPA_PLATFORM", "offscreen"); // columns of a report are as wide as their texts in a font
+    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) qputenv("XDG_RUNTIME_DIR", QFile::encodeName(home.path()));
     const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tessaro-import"));
-    return Program().Run();
+    return Program(home.path()).Run();
 }
