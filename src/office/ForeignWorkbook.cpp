@@ -3,7 +3,6 @@
 #include "office/CompoundFile.h"
 #include "office/Convert.h"
 #include "office/Document.h"
-#include "office/Looks.h"
 #include "office/SpreadsheetApplication.h"
 
 #include <QFileInfo>
@@ -59,8 +58,12 @@ QString ChangeLocale(const QString& locale) {
 
 /// Gives the days of a sheet the form 2001-05-01: others go by the language of each cell, and their parts by it.
 void WriteDaysInOrder(const Document::Model& model, int sheet) {
-    const sal_Int32 inOrder = NumberFormatKey(model, QStringLiteral("YYYY-MM-DD"));
     const auto formats = Need<com::sun::star::util::XNumberFormatsSupplier>(model)->getNumberFormats();
+    // Of a language of its own: the letters of one without would be read anew in that of PlainNumbers.
+    const com::sun::star::lang::Locale english("en", "US", "");
+    const rtl::OUString code = Ascii("YYYY-MM-DD");
+    sal_Int32 inOrder = formats->queryKey(code, english, false);
+    if (inOrder < 0) inOrder = formats->addNew(code, english);
     const auto sheets = Need<com::sun::star::container::XIndexAccess>(
         Need<com::sun::star::sheet::XSpreadsheetDocument>(model)->getSheets());
     uno::Reference<com::sun::star::sheet::XUniqueCellFormatRangesSupplier> cellsOfSheet;
