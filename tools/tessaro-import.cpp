@@ -248,6 +248,7 @@ class Program final {
 
     QCommandLineParser parser_;
     QString home_;
+    ImportTarget target_;
 };
 
 } // namespace

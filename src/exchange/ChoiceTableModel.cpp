@@ -1,6 +1,8 @@
 #include "exchange/ChoiceTableModel.h"
 
 #include <QComboBox>
+#include <QStyle>
+#include <QStyleOption>
 
 namespace tessaro {
 
@@ -56,6 +58,18 @@ Qt::ItemFlags ChoiceTableModel::flags(const QModelIndex& index) const {
 QVariant ChoiceTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (role != Qt::DisplayRole) return {};
     return orientation == Qt::Vertical ? QString::number(section + 1) : heads_.value(section);
+}
+
+void ChoiceDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QStyledItemDelegate::paint(painter, option, index);
+    if (option.widget == nullptr || !index.flags().testFlag(Qt::ItemIsEditable)) return;
+    constexpr int size = 10;
+    QStyleOption arrow;
+    arrow.palette = option.palette;
+    arrow.state = QStyle::State_Enabled;
+    const QRect place = option.rect.adjusted(size / 2, 0, -size / 2, 0);
+    arrow.rect = QStyle::alignedRect(option.direction, Qt::AlignRight | Qt::AlignVCenter, QSize(size, size), place);
+    option.widget->style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
 }
 
 QWidget* ChoiceDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,

@@ -48,6 +48,8 @@ class ChoiceDelegate final : public QStyledItemDelegate {
 
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
+    /// With the arrow of a list in cells that have one.
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     [[nodiscard]] QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                                         const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;

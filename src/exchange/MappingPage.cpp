@@ -72,6 +72,7 @@ QWidget* MappingPage::MakeTable() {
     int longest = 0;
     for (const QString& caption : RoleCaptions())
         longest = std::max(longest, table->fontMetrics().horizontalAdvance(caption));
+    longest += 16; // the arrow of the list
     table->SetColumnWishes({{.text = 200, .weight = 2},
                             {.text = 300, .weight = 3, .takesRest = true},
                             {.text = longest, .least = longest}});
