@@ -125,7 +125,8 @@ void SetDiagram(const Reference<XChartDocument>& chart, ChartKind kind) {
 
 void SetFontOf(const Reference<XPropertySet>& part, const QString& name, double points) {
     if (!part.is()) return;
-    const PropertyList list = FontProperties({.fontName = name, .fontSize = points}, [](int /*slot*/) { return 0; });
+    const PropertyList list =
+        ListOf(FontProperties({.fontName = name, .fontSize = points}, [](int /*slot*/) { return 0; }));
     Need<com::sun::star::beans::XMultiPropertySet>(part)->setPropertyValues(list.names, list.values);
 }
 

@@ -20,15 +20,13 @@ using com::sun::star::table::CellHoriJustify;
 using com::sun::star::uno::Any;
 using com::sun::star::uno::Sequence;
 
-using Sorted = SortedProperties;
-
 /// The same for texts in western, complex and East Asian scripts: a cell doesn't know which it will hold.
-void ForAllScripts(Sorted& list, const std::string& name, const Any& value) {
+void ForAllScripts(SortedProperties& list, const std::string& name, const Any& value) {
     for (const char* script : {"", "Asian", "Complex"})
         list[name + script] = value;
 }
 
-void AddFont(Sorted& list, const CellStyle& style, const std::function<int(int)>& colour) {
+void AddFont(SortedProperties& list, const CellStyle& style, const std::function<int(int)>& colour) {
     if (style.fontName) ForAllScripts(list, "CharFontName", Any(ToUno(*style.fontName)));
     if (style.latinFontName) list["CharFontName"] = Any(ToUno(*style.latinFontName));
     if (style.fontSize) ForAllScripts(list, "CharHeight", Any(static_cast<float>(*style.fontSize)));
@@ -92,7 +90,7 @@ sal_Int32 NumberFormatKey(const com::sun::star::uno::Reference<com::sun::star::f
 
 PropertyList LookProperties(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
                             const CellStyle& style, const std::function<int(int)>& colour) {
-    Sorted list;
+    SortedProperties list;
     AddFont(list, style, colour);
     if (style.interiorColorIndex)
         list["CellBackColor"] =
@@ -108,10 +106,10 @@ PropertyList LookProperties(const com::sun::star::uno::Reference<com::sun::star:
     return ListOf(list);
 }
 
-PropertyList FontProperties(const CellStyle& style, const std::function<int(int)>& colour) {
-    Sorted list;
+SortedProperties FontProperties(const CellStyle& style, const std::function<int(int)>& colour) {
+    SortedProperties list;
     AddFont(list, style, colour);
-    return ListOf(list);
+    return list;
 }
 
 } // namespace tessaro::office

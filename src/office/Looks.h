@@ -25,7 +25,7 @@ using SortedProperties = std::map<std::string, com::sun::star::uno::Any>;
 [[nodiscard]] PropertyList LookProperties(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,
                                           const CellStyle& style, const std::function<int(int)>& colour);
 /// The part of a look that a piece of text or a chart can have, as properties of characters.
-[[nodiscard]] PropertyList FontProperties(const CellStyle& style, const std::function<int(int)>& colour);
+[[nodiscard]] SortedProperties FontProperties(const CellStyle& style, const std::function<int(int)>& colour);
 
 /// The document's key of a number format.
 [[nodiscard]] sal_Int32 NumberFormatKey(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model,

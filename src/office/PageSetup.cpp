@@ -110,7 +110,7 @@ void FillPart(const Model& model, const Text& target, const PageText& part, cons
     const auto cursor = target->createTextCursor();
     cursor->gotoStart(false);
     cursor->gotoEnd(true);
-    const PropertyList looks = FontProperties(part.font, colour);
+    const PropertyList looks = ListOf(FontProperties(part.font, colour));
     Need<com::sun::star::beans::XMultiPropertySet>(cursor)->setPropertyValues(looks.names, looks.values);
 }
 

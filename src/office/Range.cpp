@@ -22,7 +22,6 @@
 #include <com/sun/star/text/XTextCursor.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
 #include <com/sun/star/util/XSortable.hpp>
-#include <map>
 
 namespace tessaro::office {
 
@@ -35,20 +34,6 @@ namespace {
 
 constexpr sal_Int16 kSuperscriptRise = 33;  ///< per cent of the font's height
 constexpr sal_Int8 kSuperscriptHeight = 58; ///< per cent
-/// All properties in one call, which takes them by the order of their names.
-void SetAtOnce(const Reference<com::sun::star::text::XTextCursor>& cursor, const PropertyList& list,
-               std::map<rtl::OUString, Any> properties) {
-    for (sal_Int32 place = 0; place < list.names.getLength(); ++place)
-        properties[list.names[place]] = list.values[place];
-    Sequence<rtl::OUString> names(static_cast<sal_Int32>(properties.size()));
-    Sequence<Any> values(static_cast<sal_Int32>(properties.size()));
-    sal_Int32 place = 0;
-    for (const auto& [name, value] : properties) {
-        names.getArray()[place] = name;
-        values.getArray()[place++] = value;
-    }
-    Need<com::sun::star::beans::XMultiPropertySet>(cursor)->setPropertyValues(names, values);
-}
 
 } // namespace
 
@@ -172,9 +157,12 @@ void Range::SetRichText(const std::vector<TextRun>& runs) {
             text->insertString(Need<com::sun::star::text::XTextRange>(cursor), ToUno(run.text), false);
             cursor->gotoEnd(false);
             cursor->goLeft(static_cast<sal_Int16>(run.text.size()), true);
-            SetAtOnce(cursor, FontProperties(run.style, [this](int slot) { return document_->ColorNumber(slot); }),
-                      {{Ascii("CharEscapement"), Any(run.superscript ? kSuperscriptRise : sal_Int16(0))},
-                       {Ascii("CharEscapementHeight"), Any(run.superscript ? kSuperscriptHeight : sal_Int8(100))}});
+            SortedProperties look =
+                FontProperties(run.style, [this](int slot) { return document_->ColorNumber(slot); });
+            look["CharEscapement"] = Any(run.superscript ? kSuperscriptRise : sal_Int16(0));
+            look["CharEscapementHeight"] = Any(run.superscript ? kSuperscriptHeight : sal_Int8(100));
+            const PropertyList list = ListOf(look);
+            Need<com::sun::star::beans::XMultiPropertySet>(cursor)->setPropertyValues(list.names, list.values);
         }
     });
 }

@@ -284,7 +284,8 @@ void Shape::SetText(const QString& text, const CellStyle& font) {
         const auto cursor = target->createTextCursor();
         cursor->gotoStart(false);
         cursor->gotoEnd(true);
-        const PropertyList looks = FontProperties(font, [this](int slot) { return document_->ColorNumber(slot); });
+        const PropertyList looks =
+            ListOf(FontProperties(font, [this](int slot) { return document_->ColorNumber(slot); }));
         const auto properties = Need<XPropertySet>(cursor);
         for (sal_Int32 place = 0; place < looks.names.getLength(); ++place)
             properties->setPropertyValue(looks.names[place], looks.values[place]);
