@@ -35,12 +35,15 @@ Any AnyOf(const Cell& cell) {
 
 Sequence<Sequence<Any>> RowsOf(const Block& cells, std::size_t first, std::size_t count) {
     Sequence<Sequence<Any>> rows(static_cast<sal_Int32>(count));
+    auto* const targets = rows.getArray(); // each call asks anew whether the sequence is shared
     for (std::size_t row = 0; row < count; ++row) {
         const auto& source = cells[first + row];
-        Sequence<Any> target(static_cast<sal_Int32>(source.size()));
-        for (std::size_t column = 0; column < source.size(); ++column)
-            target.getArray()[column] = AnyOf(source[column]);
-        rows.getArray()[row] = target;
+        targets[row].realloc(static_cast<sal_Int32>(source.size()));
+        Any* const target = targets[row].getArray();
+        for (std::size_t column = 0; column < source.size(); ++column) {
+            const bool asAbove = row > 0 && source[column] == cells[first + row - 1][column];
+            target[column] = asAbove ? targets[row - 1].getConstArray()[column] : AnyOf(source[column]);
+        }
     }
     return rows;
 }

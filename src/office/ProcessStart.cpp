@@ -139,6 +139,9 @@ void SetUp(QProcess& process, const ProcessStart& start, const QString& plugin, 
     environment.insert(QLatin1String(kProfileVariable), QString::fromLatin1(ProfileUrl(start.profile)));
     environment.insert(QStringLiteral("TMPDIR"), TemporaryFolder(QFileInfo(start.profile).path()));
     environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), plugin);
+    // Memory comes in large pieces: a big workbook takes it page by page otherwise, with a call to the system for each.
+    environment.insert(QStringLiteral("MALLOC_ARENA_MAX"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("MALLOC_TOP_PAD_"), QString::number(8 << 20));
     process.setProcessEnvironment(environment);
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
