@@ -39,13 +39,30 @@ bool KeepHighest(const HighestOf& step) {
                             QLatin1String(step.further)));
 }
 
+/// The same where each area has a single row of an indicator and subgroup: it stays when it has the field at all.
+bool KeepKnown(const HighestOf& step) {
+    DropWorkingTable(step.into);
+    return Execute(QStringLiteral("Select *%4 Into %3 From %2 Where %1 Is Not Null")
+                       .arg(QLatin1String(step.field), QLatin1String(step.from), QLatin1String(step.into),
+                            QLatin1String(step.further)));
+}
+
+bool HasSingleRows(const char* table) {
+    const Records several = Select(QStringLiteral("Select Top 1 AreaId From %1 Group By AreaId, [Indicator], Subpop "
+                                                  "Having Count(*) > 1")
+                                       .arg(QLatin1String(table)));
+    return several.isOpen() && several.atEnd();
+}
+
 bool KeepOneRecord(const QString& first, const HighestOf (&steps)[3], const Progress& progress) {
     const int all = static_cast<int>(std::size(steps)) + 1;
     DropWorkingTable(steps[0].from);
     if (!Execute(first)) return false;
     Tell(progress, 1, all);
+    bool single = false;
     for (int step = 0; step < all - 1; ++step) {
-        if (!KeepHighest(steps[step])) return false;
+        if (!(single ? KeepKnown(steps[step]) : KeepHighest(steps[step]))) return false;
+        if (step == 0) single = HasSingleRows(steps[step].into);
         Tell(progress, step + 2, all);
     }
     return true;

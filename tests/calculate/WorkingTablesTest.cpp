@@ -118,6 +118,13 @@ TEST_F(WorkingTablesTest, NamesThatDifferInCaseAreOneAndBlankOnesNone) {
     Execute(QStringLiteral("UPDATE _Data SET TimePeriod = Null"));
     ASSERT_TRUE(CreateDistinctTempTables(QStringLiteral("('École')"), {}));
     EXPECT_TRUE(Kept().isEmpty()) << "no time is the highest of none";
+    Execute(QStringLiteral("UPDATE _Data SET TimePeriod = '1990', Source = Null"));
+    for (const int rows : {2, 1}) {
+        ASSERT_TRUE(CreateDistinctTempTables(QStringLiteral("('École')"), {}));
+        EXPECT_EQ(CountOf(QStringLiteral("SELECT Count(*) FROM CalcTempNew")), rows);
+        EXPECT_TRUE(Kept().isEmpty()) << "nor is a source";
+        Execute(QStringLiteral("DELETE FROM _Data WHERE DataValue = '1'"));
+    }
 }
 
 TEST_F(WorkingTablesTest, RandomRowsAreKeptAsByHand) {
