@@ -276,7 +276,7 @@ class CompositeIndex final {
             }
             std::vector<office::Cell> cells{TextCell(rows.Text(std::size_t{2})),
                                             TextCell(rows.Text(std::size_t{3})),
-                                            TextCell(time),
+                                            TimeCell(time),
                                             ValueCell(rows.Text(std::size_t{5})),
                                             TextCell(rows.Text(std::size_t{6})),
                                             TextCell(rows.Text(std::size_t{7}))};
@@ -284,6 +284,7 @@ class CompositeIndex final {
             sheet.Add(area.id, area.name, std::move(cells));
         }
         log.detail = sheet.Taken();
+        log.detail.alignments = {{5, office::Align::Left}};
         return rows.isOpen();
     }
 

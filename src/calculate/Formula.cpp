@@ -150,14 +150,15 @@ class Formula final {
                 area.time = time;
                 area.source = rows.Text(std::size_t{6});
             }
-            std::vector<office::Cell> cells;
-            for (std::size_t field = 2; field < 7; ++field)
+            std::vector<office::Cell> cells{TimeCell(time)};
+            for (std::size_t field = 3; field < 7; ++field)
                 cells.push_back(TextCell(rows.Text(field)));
             cells.push_back(ValueCell(rows.Text(std::size_t{7})));
             if (first && !rows.IsNull(8)) cells.push_back(ValueCell(ResultText(rows.rows().Get(8).toDouble(), draft_)));
             sheet.Add(area.id, area.name, std::move(cells));
         }
         log.detail = sheet.Taken();
+        log.detail.alignments = {{3, office::Align::Left}};
         return rows.isOpen();
     }
 

@@ -16,6 +16,7 @@ namespace {
 constexpr int kFirstRow = kHeadRow + 1;
 constexpr int kValueColumn = 3;
 constexpr int kResultColumn = 4;
+constexpr int kTimeColumn = 6;
 
 std::optional<double> Complement(const QString& value) {
     const auto number = NumberOf(value);
@@ -47,7 +48,7 @@ bool ReadRows(const CalculationDraft& draft, CalculationLog& log, office::Block&
                                kResultColumn});
         if (!result) log.remarks.push_back({text(0), text(1), PlainText(QStringLiteral("TS_CalcBlank"))});
         rows.push_back({TextCell(text(0)), TextCell(text(1)), ValueCell(value), ValueCell(log.results.back().row.value),
-                        TextCell(text(3)), TextCell(text(4)), TextCell(text(5)), TextCell(text(6))});
+                        TextCell(text(3)), TimeCell(text(4)), TextCell(text(5)), TextCell(text(6))});
     }
     return true;
 }
@@ -74,6 +75,7 @@ CalculationLog CalculateHundredMinus(const CalculationDraft& draft) {
                                                          Quoted(draft.items.front().indicator)));
     if (rows.empty()) return Failed(PlainText(QStringLiteral("041")));
     log.working = WorkingSheet({WorkingHeadings(draft)}, std::move(rows), kFirstRow);
+    log.working.alignments = {{kTimeColumn, office::Align::Left}};
     log.working.formulas = {{kResultColumn, Formulas(log), {}, true}};
     log.detail = DetailOfIndicator(draft.items.front().indicator, QStringLiteral("HMINUS"),
                                    [](const QString& value) { return NumberCell(Complement(value)); });

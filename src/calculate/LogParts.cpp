@@ -39,6 +39,11 @@ office::Cell NumberCell(const std::optional<double>& number) {
     return number && std::isfinite(*number) ? office::Cell(*number) : office::Cell();
 }
 
+office::Cell TimeCell(const QString& timePeriod) {
+    const int year = timePeriod.toInt();
+    return QString::number(year) == timePeriod ? office::Cell(double(year)) : TextCell(timePeriod);
+}
+
 QString ResultText(const std::optional<double>& result, const CalculationDraft& draft) {
     if (!result || !std::isfinite(*result)) return {};
     return FormatToDecimals(NumberText(*result), draft.decimals);
@@ -109,15 +114,17 @@ LogSheet DetailOfIndicator(const QString& indicator, const QString& resultHeadin
                               .arg(Quoted(indicator)),
                           jet::CursorType::ForwardOnly);
     for (; !rows.atEnd(); rows.MoveNext()) {
-        std::vector<office::Cell> cells;
-        for (std::size_t field = 2; field < 7; ++field)
+        std::vector<office::Cell> cells{TimeCell(rows.Text(2))};
+        for (std::size_t field = 3; field < 7; ++field)
             cells.push_back(TextCell(rows.Text(field)));
         const QString value = rows.Text(std::size_t{7});
         cells.push_back(ValueCell(value));
         if (result) cells.push_back(result(value));
         sheet.Add(rows.Text(std::size_t{0}), rows.Text(std::size_t{1}), std::move(cells));
     }
-    return sheet.Taken();
+    LogSheet taken = sheet.Taken();
+    taken.alignments = {{3, office::Align::Left}};
+    return taken;
 }
 
 CalculationLog Failed(const QString& reason) {

@@ -27,6 +27,8 @@ constexpr int kDetailHeadRow = 9;
 /// Texts of keys as a row of headings.
 [[nodiscard]] std::vector<office::Cell> Headings(const QStringList& keys);
 [[nodiscard]] office::Cell NumberCell(const std::optional<double>& number);
+/// A year as a number, as a spreadsheet takes it when it is typed, and any other period as text.
+[[nodiscard]] office::Cell TimeCell(const QString& timePeriod);
 
 /// A result with the draft's decimals, as text with a decimal point; empty when there is none or it is no finite
 /// number.

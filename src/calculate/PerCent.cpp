@@ -25,6 +25,7 @@ struct AreaSums {
     std::vector<std::optional<double>> values;
     QString time;   ///< of the last row that the detail has for the area
     QString source; ///< likewise
+    QString target; ///< the result as text; empty when there is none
 };
 
 class PerCent final {
@@ -81,12 +82,14 @@ class PerCent final {
             for (const int item : places.value(rows.Text(std::size_t{2}).toLower()))
                 AddValue(areas_.back().values[static_cast<std::size_t>(item)], rows.rows().Get(3).toDouble());
         }
+        for (AreaSums& area : areas_)
+            area.target = TargetOf(area);
         return true;
     }
 
     void BeginArea(const QString& id, const QString& name) {
         placeOf_.insert(AreaKey(id), areas_.size());
-        areas_.push_back({id, name, std::vector<std::optional<double>>(items_.size()), {}, {}});
+        areas_.push_back({id, name, std::vector<std::optional<double>>(items_.size()), {}, {}, {}});
     }
 
     static void AddValue(std::optional<double>& sum, double value) { sum = sum.value_or(0) + value; }
@@ -151,7 +154,7 @@ class PerCent final {
             set(ColumnOf(item), NumberCell(area.values[static_cast<std::size_t>(item)]));
         set(NumeratorTotal(), NumberCell(nonZero(NumeratorsOf(area))));
         set(DenominatorTotal(), NumberCell(nonZero(DenominatorsOf(area))));
-        set(Target(), ValueCell(TargetOf(area)));
+        set(Target(), ValueCell(area.target));
         return row;
     }
 
@@ -219,14 +222,14 @@ class PerCent final {
         area.source = rows.Text(std::size_t{8});
         sheet.Add(area.id, area.name,
                   {TextCell(PlainText(numerator ? QStringLiteral("LOG_NUMERATOR") : QStringLiteral("LOG_DENOMNATOR"))),
-                   TextCell(rows.Text(std::size_t{3})), TextCell(rows.Text(std::size_t{4})), TextCell(area.time),
+                   TextCell(rows.Text(std::size_t{3})), TextCell(rows.Text(std::size_t{4})), TimeCell(area.time),
                    ValueCell(rows.Text(std::size_t{6})), TextCell(rows.Text(std::size_t{7})), TextCell(area.source)});
     }
 
     void AddTargetLine(DetailSheet& sheet, const AreaSums& area) const {
         sheet.Add(area.id, area.name,
                   {TextCell(PlainText(QStringLiteral("PERCENT"))), TextCell(draft_.indicator), TextCell(draft_.subpop),
-                   TextCell(area.time), ValueCell(TargetOf(area)), TextCell(draft_.unit), TextCell(area.source)});
+                   TimeCell(area.time), ValueCell(area.target), TextCell(draft_.unit), TextCell(area.source)});
     }
 
     // --- Results. ---
@@ -245,7 +248,7 @@ class PerCent final {
 
     void AddResult(CalculationLog& log, std::size_t place) const {
         const AreaSums& area = areas_[place];
-        const QString value = TargetOf(area);
+        const QString& value = area.target;
         log.results.push_back({{area.time, area.id, area.name, value, draft_.subpop, area.source},
                                kFirstRow + static_cast<int>(place),
                                Target()});

@@ -228,9 +228,11 @@ class Subtotal final {
         for (; !rows.atEnd(); rows.MoveNext())
             sheet.Add(rows.Text(std::size_t{0}), rows.Text(std::size_t{1}),
                       {TextCell(rows.Text(std::size_t{2})), TextCell(rows.Text(std::size_t{3})),
-                       TextCell(rows.Text(std::size_t{4})), ValueCell(rows.Text(std::size_t{5})),
+                       TimeCell(rows.Text(std::size_t{4})), ValueCell(rows.Text(std::size_t{5})),
                        TextCell(rows.Text(std::size_t{6})), TextCell(rows.Text(std::size_t{7}))});
-        return sheet.Taken();
+        LogSheet taken = sheet.Taken();
+        taken.alignments = {{5, office::Align::Left}};
+        return taken;
     }
 
     // --- Remarks. ---

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kFirstRow = kHeadRow + 1;
 constexpr int kResultColumn = 6;
+constexpr int kTimeColumn = 8;
 
 /// TUnitWiz, with the factors and products of all rows. The tiny numbers make its two new columns hold fractions.
 bool MakeTable(const CalculationDraft& draft) {
@@ -74,7 +75,7 @@ bool ReadRows(const CalculationDraft& draft, CalculationLog& log, office::Block&
                 {text(0), text(1),
                  PlainText(product ? QStringLiteral("TS_CalcTooLarge") : QStringLiteral("TS_CalcBlank"))});
         rows.push_back({TextCell(text(0)), TextCell(text(1)), TextCell(text(2)), ValueCell(text(3)),
-                        NumberCell(number(4)), NumberCell(product), TextCell(text(6)), TextCell(text(7)),
+                        NumberCell(number(4)), NumberCell(product), TextCell(text(6)), TimeCell(text(7)),
                         TextCell(text(8))});
     }
     return true;
@@ -94,6 +95,7 @@ CalculationLog CalculateTransformUnit(const CalculationDraft& draft) {
                                       QStringLiteral("Where [Indicator] = ") + Quoted(draft.items.front().indicator)));
     if (rows.empty()) return Failed(PlainText(QStringLiteral("041")));
     log.working = WorkingSheet({WorkingHeadings(draft)}, std::move(rows), kFirstRow);
+    log.working.alignments = {{kTimeColumn, office::Align::Left}};
     log.detail = DetailOfIndicator(draft.items.front().indicator);
     return log;
 }
