@@ -8,8 +8,6 @@
 #include "office/Transfer.h"
 
 #include <algorithm>
-#include <cmath>
-#include <com/sun/star/awt/Rectangle.hpp>
 #include <com/sun/star/beans/XMultiPropertySet.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/chart/ChartAxisAssign.hpp>
@@ -51,10 +49,6 @@ using com::sun::star::uno::UNO_QUERY;
 using Model = Document::Model;
 
 constexpr const char* kChartClass = "12dcae26-281f-416f-a234-c3086127382e";
-
-sal_Int32 Length(double points) {
-    return static_cast<sal_Int32>(std::lround(points * kPoint));
-}
 
 auto ChartsOf(const Model& model, int sheet) {
     return Need<com::sun::star::table::XTableChartsSupplier>(SheetOf(model, sheet))->getCharts();
@@ -191,13 +185,11 @@ Chart Chart::Add(const std::shared_ptr<Document>& document, int sheet, ChartKind
     document->Run([&](const Model& model) {
         const auto charts = ChartsOf(model, sheet);
         number = static_cast<int>(ChartShapes(model, sheet).size()) + 1;
-        const com::sun::star::awt::Rectangle rectangle(Length(place.x()), Length(place.y()), Length(place.width()),
-                                                       Length(place.height()));
         com::sun::star::uno::Sequence<com::sun::star::table::CellRangeAddress> ranges(1);
         ranges.getArray()[0] = {static_cast<sal_Int16>(data.Sheet() - 1), data.Column() - 1, data.Row() - 1,
                                 data.LastColumn() - 1, data.LastRow() - 1};
-        charts->addNewByName(ToUno(QStringLiteral("Chart %1 %2").arg(sheet).arg(number)), rectangle, ranges,
-                             columnHeaders, rowHeaders);
+        charts->addNewByName(ToUno(QStringLiteral("Chart %1 %2").arg(sheet).arg(number)),
+                             RectangleOn(model, sheet, place), ranges, columnHeaders, rowHeaders);
         SetDiagram(ChartOf(model, sheet, number), kind);
     });
     return {document, sheet, number};
@@ -477,20 +469,12 @@ int Chart::SeriesCount() const {
 }
 
 void Chart::SetPlace(const QRectF& points) {
-    document_->Run([&](const Model& model) {
-        const auto shape = ShapeOf(model, sheet_, number_);
-        shape->setPosition({Length(points.x()), Length(points.y())});
-        shape->setSize({Length(points.width()), Length(points.height())});
-    });
+    document_->Run([&](const Model& model) { Put(model, sheet_, ShapeOf(model, sheet_, number_), points); });
 }
 
 QRectF Chart::Place() const {
     QRectF place;
-    document_->Run([&](const Model& model) {
-        const auto shape = ShapeOf(model, sheet_, number_);
-        place = {shape->getPosition().X / kPoint, shape->getPosition().Y / kPoint, shape->getSize().Width / kPoint,
-                 shape->getSize().Height / kPoint};
-    });
+    document_->Run([&](const Model& model) { place = PlaceOn(model, sheet_, ShapeOf(model, sheet_, number_)); });
     return place;
 }
 

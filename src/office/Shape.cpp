@@ -10,7 +10,6 @@
 #include <QCryptographicHash>
 #include <QImage>
 
-#include <cmath>
 #include <com/sun/star/awt/XBitmap.hpp>
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
@@ -22,7 +21,6 @@
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/drawing/XShape.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
-#include <com/sun/star/text/WritingMode2.hpp>
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/text/XTextCursor.hpp>
 #include <utility>
@@ -56,27 +54,6 @@ Reference<XShape> Known(const Model& model, int sheet, const QString& name) {
     const auto shape = Find(model, sheet, name);
     if (!shape.is()) throw Error(Failure::Call, QStringLiteral("there is no shape \"%1\"").arg(name));
     return shape;
-}
-
-sal_Int32 Length(double points) {
-    return static_cast<sal_Int32>(std::lround(points * kPoint));
-}
-
-bool IsRightToLeft(const Model& model, int sheet) {
-    sal_Int16 direction = com::sun::star::text::WritingMode2::LR_TB;
-    Need<XPropertySet>(SheetOf(model, sheet))->getPropertyValue("TableLayout") >>= direction;
-    return direction == com::sun::star::text::WritingMode2::RL_TB;
-}
-
-/// The x of a form of this width: where columns go from right to left, those of forms are below 0.
-double Mirrored(double x, double width, bool rightToLeft) {
-    return rightToLeft ? -x - width : x;
-}
-
-void Put(const Model& model, int sheet, const Reference<XShape>& shape, const QRectF& place) {
-    const double x = Mirrored(place.x(), place.width(), IsRightToLeft(model, sheet));
-    shape->setPosition({Length(x), Length(place.y())});
-    shape->setSize({Length(place.width()), Length(place.height())});
 }
 
 constexpr std::pair<ShapeKind, const char*> kGeometries[] = {{ShapeKind::Rectangle, "rectangle"},
@@ -239,13 +216,7 @@ Shape::Shape(std::shared_ptr<Document> document, int sheet, QString name)
 
 QRectF Shape::Place() const {
     QRectF place;
-    document_->Run([&](const Model& model) {
-        const auto shape = Known(model, sheet_, name_);
-        const auto position = shape->getPosition();
-        const auto size = shape->getSize();
-        const double x = Mirrored(position.X, size.Width, IsRightToLeft(model, sheet_));
-        place = {x / kPoint, position.Y / kPoint, size.Width / kPoint, size.Height / kPoint};
-    });
+    document_->Run([&](const Model& model) { place = PlaceOn(model, sheet_, Known(model, sheet_, name_)); });
     return place;
 }
 

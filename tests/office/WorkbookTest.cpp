@@ -379,6 +379,33 @@ TEST_F(WorkbookTest, ChangesWhatStands) {
     EXPECT_EQ(book.ActiveSheet().Number(), 2);
 }
 
+// Columns from right to left lie on the other side of the first cell's corner, where the file keeps nothing of the
+// left.
+TEST_F(WorkbookTest, AChartStandsOnTheColumnsOfEitherDirection) {
+    constexpr QRectF kPlace(20, 30, 300, 200);
+    const auto expectNear = [&](const QRectF& place, const QRectF& wanted) {
+        EXPECT_NEAR(place.left(), wanted.left(), 1);
+        EXPECT_NEAR(place.top(), wanted.top(), 1);
+        EXPECT_NEAR(place.width(), wanted.width(), 2);
+    };
+    for (const bool rightToLeft : {false, true}) {
+        const QString file = File("chart.xls");
+        Workbook book = Application().NewWorkbook();
+        Worksheet sheet = book.Sheet(1);
+        sheet.SetRightToLeft(rightToLeft);
+        sheet.Cells(1, 1).SetValues({{QStringLiteral("a"), QStringLiteral("b")}, {1.0, 2.0}});
+        sheet.AddChart(ChartKind::Line, sheet.Cells(1, 1, 2, 2), true, false, kPlace);
+        expectNear(sheet.ChartAt(1).Place(), kPlace);
+        book.SaveAs(file);
+        book.Close(false);
+        book = Application().OpenWorkbook(file);
+        Chart chart = book.Sheet(1).ChartAt(1);
+        expectNear(chart.Place(), kPlace);
+        chart.SetPlace(kPlace.translated(40, 0));
+        expectNear(chart.Place(), kPlace.translated(40, 0));
+    }
+}
+
 TEST_F(WorkbookTest, RefusesWhatTheFormatCanNotHold) {
     Workbook book = Application().NewWorkbook();
     const Worksheet sheet = book.Sheet(1);
