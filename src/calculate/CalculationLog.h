@@ -36,6 +36,7 @@ struct LogSheet {
     int firstRow = 0;             ///< the rows of areas; 0 when there are none
     int lastRow = 0;
     int lastColumn = 0;
+    int printedColumns = 0; ///< those that come on paper; 0: all
     std::vector<LogFormulas> formulas;
     std::vector<int> textColumns;                          ///< number format "@", set before the values come
     std::vector<std::pair<int, office::Align>> alignments; ///< by column

@@ -284,7 +284,7 @@ class CompositeIndex final {
             sheet.Add(area.id, area.name, std::move(cells));
         }
         log.detail = sheet.Taken();
-        log.detail.alignments = {{5, office::Align::Left}};
+        log.detail.alignments = {AsTexts(5)};
         return rows.isOpen();
     }
 

@@ -158,7 +158,7 @@ class Formula final {
             sheet.Add(area.id, area.name, std::move(cells));
         }
         log.detail = sheet.Taken();
-        log.detail.alignments = {{3, office::Align::Left}};
+        log.detail.alignments = {AsTexts(3)};
         return rows.isOpen();
     }
 

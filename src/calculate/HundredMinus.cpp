@@ -75,7 +75,7 @@ CalculationLog CalculateHundredMinus(const CalculationDraft& draft) {
                                                          Quoted(draft.items.front().indicator)));
     if (rows.empty()) return Failed(PlainText(QStringLiteral("041")));
     log.working = WorkingSheet({WorkingHeadings(draft)}, std::move(rows), kFirstRow);
-    log.working.alignments = {{kTimeColumn, office::Align::Left}};
+    log.working.alignments = {AsTexts(kTimeColumn)};
     log.working.formulas = {{kResultColumn, Formulas(log), {}, true}};
     log.detail = DetailOfIndicator(draft.items.front().indicator, QStringLiteral("HMINUS"),
                                    [](const QString& value) { return NumberCell(Complement(value)); });

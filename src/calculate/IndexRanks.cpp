@@ -51,6 +51,7 @@ class RankSheet final {
         sheet.firstRow = kFirstRow;
         sheet.lastRow = LastRow();
         sheet.lastColumn = LastColumn();
+        sheet.printedColumns = RankColumn(Changes());
         sheet.textColumns = {1, 2};
         sheet.blocks = {{kTitleRow, 1, Title()}, {kRankHeadRow, 1, {HeadingRow()}}, {kFirstRow, 1, Rows()}};
         const QString rank = QStringLiteral("0");
@@ -165,9 +166,12 @@ class RankSheet final {
         const int item = static_cast<int>(change.item);
         const QString mean = CellAt(row, MeanColumn(0));
         const QString score = InWorking(CellAt(workingRow, sheet_.firstScoreColumn + 2 * item));
-        if (change.up) return QStringLiteral("= (%1 * 100 + %2 * 10) / 110").arg(mean, score);
+        const QString all = QStringLiteral("SUM(%1)").arg(
+            InWorking(FixedRange(sheet_.weightColumn, sheet_.firstWeightRow,
+                                 sheet_.firstWeightRow + static_cast<int>(weights_.size()) - 1)));
+        if (change.up) return QStringLiteral("= (%1 * %2 + %3 * 10) / (%2 + 10)").arg(mean, all, score);
         const QString weight = InWorking(FixedCellAt(sheet_.firstWeightRow + item, sheet_.weightColumn));
-        return QStringLiteral("= (%1 * 100 - %2 * MIN(10,%3)) / (100 - MIN(10,%3))").arg(mean, score, weight);
+        return QStringLiteral("= (%1 * %2 - %3 * MIN(10,%4)) / (%2 - MIN(10,%4))").arg(mean, all, score, weight);
     }
 
     std::vector<RankedArea> areas_;

@@ -44,6 +44,10 @@ office::Cell TimeCell(const QString& timePeriod) {
     return QString::number(year) == timePeriod ? office::Cell(double(year)) : TextCell(timePeriod);
 }
 
+std::pair<int, office::Align> AsTexts(int column) {
+    return {column, LanguageIsRightToLeft() ? office::Align::Right : office::Align::Left};
+}
+
 QString ResultText(const std::optional<double>& result, const CalculationDraft& draft) {
     if (!result || !std::isfinite(*result)) return {};
     return FormatToDecimals(NumberText(*result), draft.decimals);
@@ -123,7 +127,7 @@ LogSheet DetailOfIndicator(const QString& indicator, const QString& resultHeadin
         sheet.Add(rows.Text(std::size_t{0}), rows.Text(std::size_t{1}), std::move(cells));
     }
     LogSheet taken = sheet.Taken();
-    taken.alignments = {{3, office::Align::Left}};
+    taken.alignments = {AsTexts(3)};
     return taken;
 }
 

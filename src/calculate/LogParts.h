@@ -29,6 +29,8 @@ constexpr int kDetailHeadRow = 9;
 [[nodiscard]] office::Cell NumberCell(const std::optional<double>& number);
 /// A year as a number, as a spreadsheet takes it when it is typed, and any other period as text.
 [[nodiscard]] office::Cell TimeCell(const QString& timePeriod);
+/// For such a column: it begins where texts do.
+[[nodiscard]] std::pair<int, office::Align> AsTexts(int column);
 
 /// A result with the draft's decimals, as text with a decimal point; empty when there is none or it is no finite
 /// number.

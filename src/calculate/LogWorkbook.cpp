@@ -30,13 +30,12 @@ namespace {
 
 constexpr int kDecimalsRow = 7; ///< decimals, or the lower end of a scale with the upper one below it
 constexpr int kLabelColumns = 2;
-constexpr int kChartAreas = 40;
+constexpr int kChartAreas = 25;     ///< so many names stand side by side
 constexpr double kChartWidth = 740; ///< points: as wide as a small window
-constexpr double kChartHeight = 260;
+constexpr double kChartHeight = 320;
 constexpr double kChartGap = 8;
-constexpr int kRankChartEnd = 5; ///< the last of the columns with rank now, best and worst rank
-constexpr int kNowSlot = 23;     ///< of the palette: blue, for the ranks as they are
-constexpr int kBeyondSlot = 48;  ///< grey, for the best and the worst rank
+constexpr int kRankChartEnd = 5;           ///< the last of the columns with rank now, best and worst rank
+constexpr int kRankSlots[] = {23, 10, 46}; ///< of the palette, for rank now, best and worst rank: blue, green, orange
 const QString kTrueOrFalse = QStringLiteral("[=0]\"FALSE\";\"TRUE\"");
 const QColor kHeadTint(241, 241, 241);
 
@@ -110,19 +109,31 @@ class SheetWriter final {
     /// The lines above the table stand on the first page alone. A chart there would leave no room for rows that scroll.
     void SetUp(Above above) {
         SetUpSheet(sheet_, data_.firstRow > 0 ? data_.firstRow - 1 : HeadEnd(data_), kLabelColumns + 1);
-        sheet_.SetPageSetup({.paper = office::Paper::Own, .titleRows = HeadEnd(data_), .firstTitleRow = data_.headRow});
+        office::PageSetup page{
+            .paper = office::Paper::Own, .titleRows = HeadEnd(data_), .firstTitleRow = data_.headRow};
+        if (data_.printedColumns > 0) page.printed = {LastRow(data_), data_.printedColumns};
+        sheet_.SetPageSetup(page);
         if (above == Above::Chart) sheet_.FreezePanes(1, kLabelColumns + 1);
     }
     void MeasureColumns() {
         for (const LogBlock& block : data_.blocks)
-            for (std::size_t row = 0; row < block.cells.size(); ++row)
-                for (std::size_t column = 0; column < block.cells[row].size(); ++column)
-                    Measure(block.row + static_cast<int>(row), block.column + static_cast<int>(column),
-                            block.cells[row][column]);
+            if (!IsTitle(block)) MeasureBlock(block);
         for (const QString& label : labels_)
             widths_.AddHead(1, label);
         widths_.FitToPage(font_);
         widths_.WriteTo(sheet_, font_);
+    }
+    /// Lines above the table, which go on over the columns beside them.
+    [[nodiscard]] bool IsTitle(const LogBlock& block) const {
+        return block.row < data_.headRow && block.cells.front().size() == 1;
+    }
+    /// A cell like the one above it needs no more room.
+    void MeasureBlock(const LogBlock& block) {
+        for (std::size_t row = 0; row < block.cells.size(); ++row)
+            for (std::size_t column = 0; column < block.cells[row].size(); ++column)
+                if (const office::Cell& cell = block.cells[row][column];
+                    row == 0 || cell != block.cells[row - 1][column])
+                    Measure(block.row + static_cast<int>(row), block.column + static_cast<int>(column), cell);
     }
     void Measure(int row, int column, const office::Cell& cell) {
         const bool isHead = data_.firstRow == 0 || row < data_.firstRow;
@@ -332,6 +343,7 @@ class LogWriter final {
     void WriteRanks() {
         office::Worksheet sheet = book_.Sheet(kRanksSheet);
         SheetWriter(sheet, *log_.ranks, {}, {}).Write(Above::Chart);
+        WriteSheetTop(sheet, CellText(log_.ranks->Value(1, 1)), {});
         AddRanksChart(sheet);
     }
     /// The ranks of the first areas, with how far they move, between the title and the table.
@@ -344,10 +356,11 @@ class LogWriter final {
         office::Chart chart =
             sheet.AddChart(office::ChartKind::Line, sheet.Cells(HeadEnd(ranks), kLabelColumns, last, kRankChartEnd),
                            true, true, {0, top + kChartGap, kChartWidth, kChartHeight});
+        chart.SetAxisTitles({}, Plain("TS_RankAxis"));
         chart.SetLegend(true, true);
         chart.SetPlain();
-        for (int series = 1; series <= chart.SeriesCount(); ++series)
-            chart.SetSeriesColor(series, series == 1 ? kNowSlot : kBeyondSlot);
+        for (int series = 1; series <= std::min<int>(chart.SeriesCount(), std::size(kRankSlots)); ++series)
+            chart.SetSeriesColor(series, kRankSlots[series - 1]);
         const SheetFont font = ListFont();
         chart.SetFont(font.name, font.size);
     }

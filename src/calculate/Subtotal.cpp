@@ -231,7 +231,7 @@ class Subtotal final {
                        TimeCell(rows.Text(std::size_t{4})), ValueCell(rows.Text(std::size_t{5})),
                        TextCell(rows.Text(std::size_t{6})), TextCell(rows.Text(std::size_t{7}))});
         LogSheet taken = sheet.Taken();
-        taken.alignments = {{5, office::Align::Left}};
+        taken.alignments = {AsTexts(5)};
         return taken;
     }
 

@@ -95,7 +95,7 @@ CalculationLog CalculateTransformUnit(const CalculationDraft& draft) {
                                       QStringLiteral("Where [Indicator] = ") + Quoted(draft.items.front().indicator)));
     if (rows.empty()) return Failed(PlainText(QStringLiteral("041")));
     log.working = WorkingSheet({WorkingHeadings(draft)}, std::move(rows), kFirstRow);
-    log.working.alignments = {{kTimeColumn, office::Align::Left}};
+    log.working.alignments = {AsTexts(kTimeColumn)};
     log.detail = DetailOfIndicator(draft.items.front().indicator);
     return log;
 }

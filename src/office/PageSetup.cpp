@@ -12,6 +12,7 @@
 #include <com/sun/star/sheet/XHeaderFooterContent.hpp>
 #include <com/sun/star/sheet/XPrintAreas.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
+#include <com/sun/star/table/CellRangeAddress.hpp>
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/text/XTextCursor.hpp>
 #include <utility>
@@ -175,6 +176,11 @@ void SetTitles(const Reference<com::sun::star::sheet::XPrintAreas>& areas, sal_I
     if (setup.titleColumns) {
         areas->setPrintTitleColumns(*setup.titleColumns > 0);
         if (*setup.titleColumns > 0) areas->setTitleColumns({sheet, 0, 0, *setup.titleColumns - 1, 0});
+    }
+    if (setup.printed) {
+        const com::sun::star::table::CellRangeAddress cells(sheet, 0, 0, setup.printed->columns - 1,
+                                                            setup.printed->rows - 1);
+        areas->setPrintAreas(com::sun::star::uno::Sequence<com::sun::star::table::CellRangeAddress>(&cells, 1));
     }
 }
 

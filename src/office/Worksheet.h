@@ -41,6 +41,12 @@ struct PageLine {
 /// A4 with margins of 15 mm, or what the sheet has by its template.
 enum class Paper { A4, Own };
 
+/// So many rows at the top and columns at the left of a sheet.
+struct SheetHeads {
+    int rows = 0;
+    int columns = 0;
+};
+
 /// What a printed page looks like; what isn't set stays as it is.
 struct PageSetup {
     Paper paper = Paper::A4;
@@ -49,17 +55,12 @@ struct PageSetup {
     int fitToPagesTall = 0; ///< 0: as many as it takes
     std::optional<PageLine> header = {};
     std::optional<PageLine> footer = {};
-    std::optional<int> titleRows = {};    ///< rows down to this one are repeated on each page
-    int firstTitleRow = 1;                ///< the first of them
-    std::optional<int> titleColumns = {}; ///< columns that are repeated on each page
-    std::optional<bool> centered = {};    ///< in the middle of the page
+    std::optional<int> titleRows = {};      ///< rows down to this one are repeated on each page
+    int firstTitleRow = 1;                  ///< the first of them
+    std::optional<int> titleColumns = {};   ///< columns that are repeated on each page
+    std::optional<SheetHeads> printed = {}; ///< so many rows and columns, and none behind them
+    std::optional<bool> centered = {};      ///< in the middle of the page
     std::optional<bool> gridLines = {};
-};
-
-/// How many rows at the top and columns at the left of a sheet are its heads.
-struct SheetHeads {
-    int rows = 0;
-    int columns = 0;
 };
 
 /// The last characters of a cell's text.

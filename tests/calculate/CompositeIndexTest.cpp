@@ -95,6 +95,7 @@ TEST_F(CompositeIndexTest, RanksMoveWithTheWeights) {
     const CalculationLog log = Calculate(draft);
     ASSERT_TRUE(log.ranks);
     const LogSheet& ranks = *log.ranks;
+    EXPECT_EQ(ranks.printedColumns, 9) << "the ranks, not what they are of";
     EXPECT_EQ(RowText(ranks, ranks.headRow),
               (QStringList{"Area ID", "Area name", "Rank now", "Best rank", "Worst rank", "A ~ Total: weight +10",
                            "A ~ Total: weight −10", "B ~ Total: weight +10", "B ~ Total: weight −10", "", "Index",
@@ -117,9 +118,11 @@ TEST_F(CompositeIndexTest, RanksMoveWithTheWeights) {
     EXPECT_EQ(formulas(9)[1], QStringLiteral("= RANK(O6,$O$5:$O$7)"));
     ASSERT_EQ(formulas(13).size(), 3u);
     EXPECT_EQ(formulas(11)[0], QStringLiteral("= 'Sheet1'!G17"));
-    EXPECT_EQ(formulas(12)[1], QStringLiteral("= (K6 * 100 + 'Sheet1'!D16 * 10) / 110"));
+    EXPECT_EQ(formulas(12)[1], QStringLiteral("= (K6 * SUM('Sheet1'!$B$10:$B$11) + 'Sheet1'!D16 * 10) / "
+                                             "(SUM('Sheet1'!$B$10:$B$11) + 10)"));
     EXPECT_EQ(formulas(13)[0],
-              QStringLiteral("= (K5 * 100 - 'Sheet1'!D17 * MIN(10,'Sheet1'!$B$10)) / (100 - MIN(10,'Sheet1'!$B$10))"));
+              QStringLiteral("= (K5 * SUM('Sheet1'!$B$10:$B$11) - 'Sheet1'!D17 * MIN(10,'Sheet1'!$B$10)) / "
+                             "(SUM('Sheet1'!$B$10:$B$11) - MIN(10,'Sheet1'!$B$10))"));
 }
 
 TEST_F(CompositeIndexTest, EqualValuesGiveTheTopOfTheScale) {
