@@ -81,6 +81,22 @@ QString ShownText(const office::Cell& cell, const QString& numberFormat) {
     return QString::number(*number, 'f', point < 0 ? 0 : static_cast<int>(numberFormat.size() - point - 1));
 }
 
+/// A head over several short lines, for columns of ranks: there are many, of few digits each.
+QString Folded(const QString& text) {
+    constexpr qsizetype kLineLength = 14;
+    QStringList lines{QString()};
+    for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        QString& line = lines.back();
+        if (line.isEmpty())
+            line = word;
+        else if (line.size() + word.size() < kLineLength)
+            line += QLatin1Char(' ') + word;
+        else
+            lines << word;
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 /// Where the table of a sheet begins.
 enum class Above { Lines, Chart };
 
@@ -139,7 +155,8 @@ class SheetWriter final {
         const bool isHead = data_.firstRow == 0 || row < data_.firstRow;
         const QString text = isHead ? CellText(cell) : ShownText(cell, formats_.value(column));
         if (text.isEmpty()) return;
-        isHead ? widths_.AddHead(column, text) : widths_.Add(column, text);
+        if (!isHead) return widths_.Add(column, text);
+        widths_.AddHead(column, column > kRankChartEnd && data_.printedColumns > 0 ? Folded(text) : text);
     }
     void Dress() {
         office::Range all = sheet_.Cells(1, 1, LastRow(data_), data_.lastColumn);
