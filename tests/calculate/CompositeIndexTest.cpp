@@ -119,7 +119,7 @@ TEST_F(CompositeIndexTest, RanksMoveWithTheWeights) {
     ASSERT_EQ(formulas(13).size(), 3u);
     EXPECT_EQ(formulas(11)[0], QStringLiteral("= 'Sheet1'!G17"));
     EXPECT_EQ(formulas(12)[1], QStringLiteral("= (K6 * SUM('Sheet1'!$B$10:$B$11) + 'Sheet1'!D16 * 10) / "
-                                             "(SUM('Sheet1'!$B$10:$B$11) + 10)"));
+                                              "(SUM('Sheet1'!$B$10:$B$11) + 10)"));
     EXPECT_EQ(formulas(13)[0],
               QStringLiteral("= (K5 * SUM('Sheet1'!$B$10:$B$11) - 'Sheet1'!D17 * MIN(10,'Sheet1'!$B$10)) / "
                              "(SUM('Sheet1'!$B$10:$B$11) - MIN(10,'Sheet1'!$B$10))"));
