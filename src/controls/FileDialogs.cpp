@@ -25,9 +25,16 @@ FileAnswerer& TheAnswerer() {
 
 constexpr int kPlaceLetters = 18; ///< that the names of places, such as the home folder, have room for
 
-/// Runs the dialog; gives the chosen path, or nothing. In the toolkit's own dialog the columns of sizes and dates get
-/// the room of their texts, and names the rest.
+/// Runs the dialog; gives the chosen path, or nothing.
 QString Chosen(QFileDialog& dialog) {
+    FitParts(dialog);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+} // namespace
+
+// In the toolkit's own dialog only.
+void FitParts(QFileDialog& dialog) {
     if (auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"))) {
         QHeaderView* head = list->header();
         head->setStretchLastSection(false);
@@ -38,17 +45,17 @@ QString Chosen(QFileDialog& dialog) {
         const int places = dialog.fontMetrics().averageCharWidth() * kPlaceLetters;
         halves->setSizes({places, std::max(halves->width(), dialog.sizeHint().width()) - places});
     }
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-/// The filter with its patterns from left to right, also behind Arabic words: "(*.mdb)" would show as "(mdb.*)".
 QString FilterToShow(QString filter) {
     constexpr char16_t kLeftToRightMark = 0x200E;
     if (!LanguageIsRightToLeft()) return filter;
     return filter.replace(QLatin1String(" ("), QLatin1String(" ") + QChar(kLeftToRightMark) + QLatin1Char('('));
 }
 
-} // namespace
+std::optional<QString> AnsweredFile(const FileQuestion& question) {
+    return TheAnswerer() ? std::optional(TheAnswerer()(question)) : std::nullopt;
+}
 
 QString WithEndingOf(const QString& file, const QString& filter, const QString& suggested) {
     static const QRegularExpression pattern(QStringLiteral("\\*((?:\\.[A-Za-z0-9]+)+)"));

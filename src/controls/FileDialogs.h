@@ -3,7 +3,9 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
+class QFileDialog;
 class QWidget;
 
 /// The dialogs that ask for files and folders; tests can answer in their place.
@@ -32,5 +34,12 @@ struct FileQuestion {
 /// Who answers file dialogs instead of the user (tests); an empty one brings the dialogs back.
 using FileAnswerer = std::function<QString(const FileQuestion&)>;
 void SetFileAnswerer(FileAnswerer answerer);
+/// The answer to a question while somebody answers instead of the user.
+[[nodiscard]] std::optional<QString> AnsweredFile(const FileQuestion& question);
+
+/// Gives the columns of sizes and dates in a dialog's list the room of their texts, and names the rest.
+void FitParts(QFileDialog& dialog);
+/// The filter with its patterns from left to right, also behind Arabic words: "(*.mdb)" would show as "(mdb.*)".
+[[nodiscard]] QString FilterToShow(QString filter);
 
 } // namespace tessaro

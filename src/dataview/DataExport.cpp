@@ -2,6 +2,8 @@
 
 #include "dataview/GridQuery.h"
 #include "formats/CsvText.h"
+#include "formats/PageText.h"
+#include "formats/ValueFile.h"
 #include "office/Error.h"
 #include "office/ForeignWorkbook.h"
 #include "office/SpreadsheetApplication.h"
@@ -9,7 +11,6 @@
 #include "platform/Paths.h"
 #include "session/DisplayValue.h"
 #include "session/Frame.h"
-#include "session/LanguageName.h"
 #include "session/Session.h"
 #include "session/Settings.h"
 #include "session/Strings.h"
@@ -21,11 +22,14 @@
 #include <QFile>
 #include <QSet>
 
+#include <utility>
+
 namespace tessaro {
 
 namespace {
 
 constexpr int kFootnoteColumn = VisibleCols + 1;
+constexpr qsizetype kPiece = qsizetype{1} << 20; ///< bytes that are written at once
 
 int ColumnsOf(const ExportRows& rows) {
     return rows.footnoteOf ? kFootnoteColumn : VisibleCols;
@@ -67,65 +71,38 @@ QString OneLine(QString text) {
     return text.startsWith(QLatin1Char('"')) ? QLatin1Char('\'') + text : text;
 }
 
-QString HtmlHead() {
-    const QString code = CodeOfLanguage(Language);
-    return QStringLiteral(
-               "<!DOCTYPE html>\n<html lang=\"%1\" dir=\"%2\">\n<head>\n<meta charset=\"utf-8\">\n"
-               "<title>Data View</title>\n<style>\nbody{font-family:%4,sans-serif;margin:16px}\n"
-               "table{border-collapse:collapse}\nth,td{border:1px solid #ccc;padding:2px 8px;text-align:start}\n"
-               "th{background:#eee;position:sticky;top:0}\ntd.n{text-align:right}\n.g{color:%5}\n</style>\n"
-               "</head>\n<body>\n<h1>%3</h1>\n<table>\n<thead>\n<tr>")
-        .arg(code.isEmpty() ? QStringLiteral("en") : code.toHtmlEscaped(),
-             RightToLeft || LanguageIsRightToLeft() ? QStringLiteral("rtl") : QStringLiteral("ltr"),
-             GetText(QStringLiteral("TS_OptionView")).toHtmlEscaped(),
-             QLatin1Char('\'') + QString(ProductFont).remove(QLatin1Char('\'')) + QLatin1Char('\''),
-             ColorFromNumber(GlobalColor).name());
-}
-
-void AppendHtmlRow(QByteArray& page, const ExportRows& rows, const GridRow& row) {
+void AppendPageRow(QByteArray& page, const ExportRows& rows, const GridRow& row) {
     page += "<tr>";
     for (int column = 1; column <= ColumnsOf(rows); ++column) {
         const bool isNumber = column == ColDatavalue && ReadsAsNumber(row.datavalue);
         const bool isGlobal = ShowGlobalColor && row.IsGlobal(column);
-        page += isNumber ? "<td class=\"n\">" : isGlobal ? "<td class=\"g\">" : "<td>";
-        page += CellOf(rows, row, column).toHtmlEscaped().toUtf8();
-        page += "</td>";
+        page += PageCell(CellOf(rows, row, column), isNumber   ? PageCellKind::Number
+                                                    : isGlobal ? PageCellKind::Global
+                                                               : PageCellKind::Text);
     }
     page += "</tr>\n";
-}
-
-QByteArray HtmlSources(const ExportRows& rows, const QStringList& sources) {
-    QByteArray list = "<h2>" + GetText(QStringLiteral("TS_OptionSources")).toHtmlEscaped().toUtf8() +
-                      "</h2>\n<dl class=\"sources\">\n";
-    for (const QString& source : sources)
-        list += "<dt>" + source.toHtmlEscaped().toUtf8() + "</dt>\n<dd>" +
-                rows.aboutSource(source).toHtmlEscaped().toUtf8() + "</dd>\n";
-    return list + "</dl>\n";
 }
 
 } // namespace
 
 bool SaveDataViewHtm(const QString& file, const ExportRows& rows) {
     if (file.trimmed().isEmpty()) return true;
-    QByteArray page = HtmlHead().toUtf8();
-    const QStringList heads = Heads(rows);
-    for (const QString& head : heads)
-        page += "<th scope=\"col\">" + head.toHtmlEscaped().toUtf8() + "</th>";
-    page += "</tr>\n</thead>\n<tbody>\n";
-    QStringList sources;
+    ValueFile out(file);
+    QByteArray page =
+        PageBegin({GetText(QStringLiteral("TS_OptionView")), {}, QStringLiteral("Data View")}, Heads(rows));
+    PageEnd end{{}, {}, rows.aboutSource};
     QSet<QString> listed;
     for (int row = 0; row < rows.count; ++row) {
         const GridRow* const values = rows.rowAt(row);
         if (!values) continue;
-        AppendHtmlRow(page, rows, *values);
-        if (listed.contains(values->source)) continue;
+        AppendPageRow(page, rows, *values);
+        if (page.size() > kPiece) out.Write(std::exchange(page, {}));
+        if (!rows.aboutSource || listed.contains(values->source)) continue;
         listed.insert(values->source);
-        sources << values->source;
+        end.sources << values->source;
     }
-    page += "</tbody>\n</table>\n";
-    if (rows.aboutSource && !sources.isEmpty()) page += HtmlSources(rows, sources);
-    page += "</body>\n</html>\n";
-    if (!ReplaceFile(file, page)) return false;
+    out.Write(page + PageEndText(end));
+    if (!out.Finish()) return false;
     WriteLog("htm Log", file, rows.count);
     return true;
 }
@@ -155,7 +132,7 @@ bool SaveDataViewValues(const QString& file, const ExportRows& rows) {
             row->source,     row->datavalue, rows.footnoteOf ? TextOf(rows, *row, kFootnoteColumn) : QString()};
     };
     const ValueForm* const form = ValueFormOf(file);
-    return form != nullptr && form->save(file, {rows.count, at, rows.beforeLoss, rows.ringsOf});
+    return form != nullptr && form->save(file, {rows.count, at, rows.beforeLoss, rows.ringsOf, rows.aboutSource});
 }
 
 namespace {

@@ -1,37 +1,31 @@
 #include "dataview/ViewExport.h"
 
 #include "controls/Captions.h"
-#include "controls/FileDialogs.h"
 #include "controls/OfficeErrors.h"
+#include "controls/SaveDialog.h"
+#include "controls/SaveRun.h"
 #include "controls/WorkProgress.h"
 #include "dataview/DataExport.h"
 #include "dataview/RowReader.h"
 #include "dataview/ViewRows.h"
+#include "formats/ExportKinds.h"
 #include "layers/AreaOutlines.h"
-#include "platform/Paths.h"
 #include "session/ErrorSink.h"
 #include "session/Frame.h"
 #include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Strings.h"
 #include "session/TempFiles.h"
+#include "session/WriteFailure.h"
 #include "view/SourcesAndNotes.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QLocale>
 #include <QScopeGuard>
-#include <QStandardPaths>
 
 #include <optional>
 
 namespace tessaro {
 
 namespace {
-
-QString FilterLine(const char* key, const char* pattern) {
-    return PlainText(QLatin1String(key)) + QStringLiteral(" (") + QLatin1String(pattern) + QLatin1Char(')');
-}
 
 /// Why an export ended early, in the user's words.
 void TellStopped(ExportStopped reason) {
@@ -41,8 +35,7 @@ void TellStopped(ExportStopped reason) {
 
 /// What a form can't hold is told before, not after.
 void AskForLosses(const ValueLosses& losses) {
-    const QString question = FilledText(QStringLiteral("TS_LossAsk"), {TextOf(losses)});
-    if (AskBeforeLoss(question, MessageType::YesNo, {}, false) != MessageCode::Yes) throw ExportStopped::ByUser;
+    if (!AsksToLose(losses)) throw ExportStopped::ByUser;
 }
 
 /// How an attempt to save has ended.
@@ -54,30 +47,16 @@ struct Outcome {
 
 void Tell(const Outcome& outcome, const QString& file) {
     if (outcome.stopped) return TellStopped(*outcome.stopped);
-    if (outcome.failure) return ShowOfficeError(*outcome.failure, "SaveDataViewXls");
-    if (outcome.sheets == 0) {
-        LogNote(QLatin1String("SaveDataView: can't write ") + file);
-        ShowMessage(GetText(QStringLiteral("TS_ExportFailed")).replace(QStringLiteral("%1"), file), MessageType::Ok,
-                    MessageIcon::Note, {}, false);
-        return;
-    }
-    TheFrame().SetStatusText(
-        GetText(outcome.sheets > 1 ? QStringLiteral("TS_ExportedSheets") : QStringLiteral("TS_Exported"))
-            .replace(QStringLiteral("%1"), QDir::toNativeSeparators(file))
-            .replace(QStringLiteral("%2"), QLocale::system().toString(outcome.sheets)));
+    if (outcome.failure && WhyNotWritable(file).isEmpty()) return ShowOfficeError(*outcome.failure, "SaveDataViewXls");
+    if (outcome.sheets == 0) return TellNotWritten(file);
+    TheFrame().SetStatusText(SavedText(file, AllKinds(), outcome.sheets));
 }
 
 } // namespace
 
 void ViewExport::AskAndSave() {
-    const QStringList filters =
-        QStringList{FilterLine("TS_FilterWebPage", "*.htm *.html"), FilterLine("TS_FilterWorkbook", "*.xls"),
-                    FilterLine("TS_FilterWorkbook", "*.xlsx"), FilterLine("TS_FilterWorkbook", "*.ods"),
-                    FilterLine("TS_FilterText", "*.txt")} +
-        ValueFormFilters();
-    const QString file = AskForNewFile(owner_, {PlainText(QStringLiteral("TS_PageSaveAs")),
-                                                QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
-                                                filters.join(QStringLiteral(";;")), QStringLiteral("DataView.htm")});
+    const QString file =
+        AskWhereToSave(owner_, {PlainText(QStringLiteral("TS_PageSaveAs")), QStringLiteral("DataView"), AllKinds()});
     if (!file.isEmpty()) Save(file);
 }
 
@@ -100,16 +79,15 @@ int ViewExport::Write(const QString& file, const char* textKey) {
     if ((ShowFootnotes || isValues) && rows_.HasFootnotes())
         rows.footnoteOf = [this](const GridRow& row) { return rows_.Grid().FootnoteText(row.footNId); };
     rows.aboutSource = [texts = TextsOfSources()](const QString& source) { return texts.value(source); };
-    const QString kind = QFileInfo(file).suffix().toLower();
-    if (kind == QLatin1String("xls") || kind == QLatin1String("xlsx") || kind == QLatin1String("ods"))
-        return SaveDataViewXls(file, rows);
+    if (IsWorkbookName(file)) return SaveDataViewXls(file, rows);
     if (isValues) {
         AreaOutlines outlines;
         rows.beforeLoss = AskForLosses;
         rows.ringsOf = [&outlines](const QString& areaId) { return outlines.RingsOf(areaId); };
         return SaveDataViewValues(file, rows) ? 1 : 0;
     }
-    const bool saved = kind == QLatin1String("txt") ? SaveDataViewTxt(file, rows) : SaveDataViewHtm(file, rows);
+    const bool isText = file.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive);
+    const bool saved = isText ? SaveDataViewTxt(file, rows) : SaveDataViewHtm(file, rows);
     return saved ? 1 : 0;
 }
 

@@ -1,78 +1,57 @@
 #include "exchange/DatabaseExport.h"
 
-#include "controls/FileDialogs.h"
+#include "controls/SaveDialog.h"
+#include "controls/SaveRun.h"
 #include "controls/WorkProgress.h"
 #include "exchange/DatabaseRows.h"
+#include "exchange/DatabaseWorkbook.h"
+#include "formats/ExportKinds.h"
 #include "layers/AreaOutlines.h"
-#include "platform/Paths.h"
-#include "session/ErrorSink.h"
-#include "session/Frame.h"
-#include "session/Messages.h"
 #include "session/Session.h"
 #include "session/Strings.h"
+#include "view/SourcesAndNotes.h"
 
-#include <QDir>
 #include <QFileInfo>
-#include <QScopeGuard>
-#include <QStandardPaths>
 
 namespace tessaro {
 
 namespace {
 
-struct Stopped {};
+std::vector<SaveKind> Kinds() {
+    std::vector<SaveKind> kinds = ValueKinds();
+    for (const SaveKind& kind : WorkbookKinds())
+        kinds.push_back(kind);
+    return kinds;
+}
 
-enum class Saving { Saved, Failed, Stopped };
-
-Saving Save(const QString& file, const ValueForm& form, WorkProgress& progress) {
+int Write(const QString& file, WorkProgress& progress) {
     DatabaseRows rows;
     AreaOutlines outlines;
-    const ValueTable table{rows.Count(),
-                           [&](int number) {
-                               if (!progress.Show(number, rows.Count())) throw Stopped();
-                               return rows.At(number);
-                           },
-                           [](const ValueLosses& losses) {
-                               const QString question = FilledText(QStringLiteral("TS_LossAsk"), {TextOf(losses)});
-                               if (AskBeforeLoss(question, MessageType::YesNo, {}, false) != MessageCode::Yes)
-                                   throw Stopped();
-                           },
-                           [&](const QString& areaId) { return outlines.RingsOf(areaId); }};
-    try {
-        return form.save(file, table) ? Saving::Saved : Saving::Failed;
-    } catch (const Stopped&) {
-        return Saving::Stopped;
-    }
+    ValueTable table{rows.Count(), [&](int number) {
+                         if (!progress.Show(number, rows.Count())) throw SaveCancelled();
+                         return rows.At(number);
+                     }};
+    table.beforeLoss = [](const ValueLosses& losses) {
+        if (!AsksToLose(losses)) throw SaveCancelled();
+    };
+    table.ringsOf = [&](const QString& areaId) { return outlines.RingsOf(areaId); };
+    table.aboutSource = [texts = TextsOfSources()](const QString& source) { return texts.value(source); };
+    if (IsWorkbookName(file)) return SaveDatabaseWorkbook(file, table);
+    const ValueForm* const form = ValueFormOf(file);
+    return form != nullptr && form->save(file, table) ? 1 : 0;
 }
 
 } // namespace
 
 void ExportDatabase(QWidget* owner) {
-    const ErrorTrap trap("ExportDatabase");
-    const QString name = QFileInfo(CurrentDatabase).completeBaseName() + QStringLiteral(".csv");
-    const QString file = AskForNewFile(owner, {PlainText(QStringLiteral("TS_ExportDatabase")),
-                                               QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
-                                               ValueFormFilters().join(QStringLiteral(";;")), name});
+    const QString file = AskWhereToSave(owner, {PlainText(QStringLiteral("TS_ExportDatabase")),
+                                                QFileInfo(CurrentDatabase).completeBaseName(), Kinds()});
     if (!file.isEmpty()) SaveDatabaseValues(file, owner);
 }
 
 bool SaveDatabaseValues(const QString& file, QWidget* owner) {
-    ErrorTrap trap("SaveDatabaseValues");
-    const ValueForm* const form = ValueFormOf(file);
-    Saving saving = Saving::Failed;
-    {
-        TheFrame().StartProgress();
-        const auto end = qScopeGuard([] { TheFrame().EndProgress(); });
-        WorkProgress progress(PlainText(QStringLiteral("TS_Exporting")), owner);
-        trap.Try([&] {
-            if (form != nullptr) saving = Save(file, *form, progress);
-        });
-    }
-    const QString shown = QDir::toNativeSeparators(file);
-    if (saving == Saving::Failed) ShowFilledMessage(QStringLiteral("TS_ExportFailed"), {shown});
-    if (saving == Saving::Stopped) TheFrame().SetStatusText(GetText(QStringLiteral("TS_ExportCancelled")));
-    if (saving == Saving::Saved) TheFrame().SetStatusText(FilledText(QStringLiteral("TS_Exported"), {shown}));
-    return saving == Saving::Saved;
+    return SaveWithProgress({file, Kinds(), "SaveDatabaseValues"}, owner,
+                            [&file](WorkProgress& progress) { return Write(file, progress); });
 }
 
 } // namespace tessaro

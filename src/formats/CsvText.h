@@ -10,6 +10,9 @@
 /// Texts for files that spreadsheets read as well.
 namespace tessaro {
 
+/// The mark with which files in UTF-8 begin, so that spreadsheets read them so.
+inline const QByteArray kUtf8Mark = QByteArrayLiteral("\xEF\xBB\xBF");
+
 /// A text for a file that spreadsheets read as well: an apostrophe before everything that they would take for a
 /// formula (=, +, -, @ after blanks and marks that don't show). Numbers stay as they are.
 [[nodiscard]] QString WithoutFormula(const QString& text);

@@ -44,15 +44,14 @@ QByteArray Geometry(const AreaRings& rings) {
     return "{\"type\":\"MultiPolygon\",\"coordinates\":[" + text + "]}";
 }
 
-bool SaveColumns(const QString& file, const GeoTable& geo, std::size_t count) {
-    ValueFile out(NameBeside(file, "columns"));
+NewFile ColumnsFile(const QString& file, const GeoTable& geo, std::size_t count) {
     QStringList heads{PlainText(QStringLiteral("TS_MappingColumn"))};
     for (const char* key : {"Comm_Indicator", "Comm_Unit", "Subpop", "Comm_Source", "Comm_Time"})
         heads << PlainText(QLatin1String(key));
-    out.Write("\xEF\xBB\xBF" + CsvLine(heads));
+    QByteArray text = kUtf8Mark + CsvLine(heads);
     for (std::size_t column = 0; column < count; ++column)
-        out.Write(CsvLine(QStringList{QStringLiteral("V%1").arg(column + 1)} + geo.columns[column]));
-    return out.Finish();
+        text += CsvLine(QStringList{QStringLiteral("V%1").arg(column + 1)} + geo.columns[column]);
+    return {NameBeside(file, QStringLiteral(".columns.csv")), text};
 }
 
 /// Writes shapes and table into a folder of their own.
@@ -160,7 +159,8 @@ std::optional<std::vector<NewFile>> PartsOf(const QString& made, const QString& 
 } // namespace
 
 bool SaveGeoJson(const QString& file, const ValueTable& table) {
-    const GeoTable geo = GeoTableOf(table);
+    NotesAndSources beside(table);
+    const GeoTable geo = GeoTableOf(beside.Watched());
     TellLosses(table, geo.losses);
     ValueFile out(file);
     out.Write("{\"type\":\"FeatureCollection\",\"features\":[");
@@ -175,19 +175,24 @@ bool SaveGeoJson(const QString& file, const ValueTable& table) {
         out.Write("},\"geometry\":" + Geometry(area.rings) + '}');
     }
     out.Write("\n]}\n");
-    return SaveNotes(file, geo.notes) && out.Finish();
+    return out.Finish(beside.FilesOf(file));
 }
 
 bool SaveShapefile(const QString& file, const ValueTable& table) {
-    GeoTable geo = GeoTableOf(table);
+    NotesAndSources beside(table);
+    GeoTable geo = GeoTableOf(beside.Watched());
     const std::size_t columns = std::min(geo.columns.size(), kMostColumns);
     geo.losses.columns = static_cast<int>(geo.columns.size() - columns);
     TellLosses(table, geo.losses);
     const QTemporaryDir folder;
     const QString made = folder.filePath(QStringLiteral("layer"));
     if (!ShapefileWriter(geo, columns, made).Write()) return false;
-    const auto parts = PartsOf(made, file);
-    return parts && SaveColumns(file, geo, columns) && SaveNotes(file, geo.notes) && ReplaceFiles(*parts);
+    auto parts = PartsOf(made, file);
+    if (!parts) return false;
+    parts->push_back(ColumnsFile(file, geo, columns));
+    for (NewFile& each : beside.FilesOf(file))
+        parts->push_back(std::move(each));
+    return ReplaceFiles(*parts);
 }
 
 } // namespace tessaro

@@ -1,7 +1,5 @@
 #include "formats/GeoTable.h"
 
-#include "formats/FilesBeside.h"
-
 #include <QPolygonF>
 
 #include <cmath>
@@ -45,13 +43,13 @@ std::map<Column, std::size_t> ColumnsOf(GeoTable& geo) {
 GeoTable GeoTableOf(const ValueTable& table) {
     GeoTable geo;
     QHash<QString, QString> names;
-    ValueTable noting = WithNotesIn(table, geo.notes);
-    noting.at = [&names, read = noting.at](int number) {
-        std::optional<ValueRow> row = read(number);
+    ValueTable naming = table;
+    naming.at = [&names, &table](int number) {
+        std::optional<ValueRow> row = table.at(number);
         if (row) names.insert(row->areaId, row->areaName);
         return row;
     };
-    geo.cube = CubeOf(noting);
+    geo.cube = CubeOf(naming);
     geo.losses.doubles = geo.cube.losses.doubles;
     const std::map<Column, std::size_t> places = ColumnsOf(geo);
     for (const QString& id : std::as_const(geo.cube.dimensions[0].codes)) {

@@ -21,10 +21,9 @@ struct GeoTable {
     ValueCube cube;
     std::vector<QStringList> columns; ///< indicator, unit, subgroup, source and period of each
     std::vector<Area> areas;
-    QByteArray notes; ///< lines for the file of notes
     ValueLosses losses;
 };
-/// Reads the table, with the outlines of its areas.
+/// Reads a table, with the outlines of its areas.
 [[nodiscard]] GeoTable GeoTableOf(const ValueTable& table);
 
 /// The polygons that rings make up: each the number of a ring around land, then those of the holes in it. A hole that

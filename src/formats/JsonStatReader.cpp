@@ -79,6 +79,8 @@ JsonStatReader::JsonStatReader(const QString& path) : path_(path) {
     source_ = set.value(QLatin1String("source")).toString().toStdString();
     values_ = set.value(QLatin1String("value"));
     states_ = set.value(QLatin1String("status"));
+    notes_ = set.value(QLatin1String("note")).toArray();
+    cellNotes_ = set.value(QLatin1String("extension")).toObject().value(QLatin1String("cellnotes")).toObject();
     const QJsonObject named = values_.toObject();
     for (auto value = named.begin(); value != named.end(); ++value)
         cells_.push_back(value.key().toLongLong());
@@ -142,8 +144,10 @@ void JsonStatReader::WriteHeads(TableRow& row) const {
         row.Add() = dimension.label;
         row.Add() = dimension.label + " (code)";
     }
-    for (const char* name : {"UNIT", "SOURCE", "STATUS", "VALUE"})
+    for (const char* name : {"UNIT", "SOURCE", "STATUS"})
         row.Add() = name;
+    if (!cellNotes_.isEmpty()) row.Add() = "NOTE";
+    row.Add() = "VALUE";
 }
 
 void JsonStatReader::WriteCell(TableRow& row, qint64 cell) const {
@@ -163,6 +167,10 @@ void JsonStatReader::WriteCell(TableRow& row, qint64 cell) const {
     row.Add() = unit;
     row.Add() = source_;
     row.Add() = TextOf(At(states_, cell));
+    if (!cellNotes_.isEmpty()) {
+        const int note = cellNotes_.value(QString::number(cell)).toInt(-1);
+        row.Add() = note >= 0 ? notes_.at(note).toString().toStdString() : std::string();
+    }
     row.Add() = TextOf(At(values_, cell));
 }
 

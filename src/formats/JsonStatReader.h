@@ -9,8 +9,8 @@
 namespace tessaro {
 
 /// The first data set of a JSON-stat file (version 2, and the data sets of version 1) as a table: its first row has the
-/// names of the dimensions, each with "(code)" behind it, of "UNIT", "SOURCE", "STATUS" and "VALUE"; each other row is
-/// one cell that has a value. The file is held in memory.
+/// names of the dimensions, each with "(code)" behind it, of "UNIT", "SOURCE", "STATUS", "NOTE" (if cells have notes)
+/// and "VALUE"; each other row is one cell that has a value. The file is held in memory.
 class JsonStatReader final : public TableReader {
   public:
     static constexpr qint64 kLargestFile = 128 << 20;
@@ -42,6 +42,8 @@ class JsonStatReader final : public TableReader {
     std::string source_;
     QJsonValue values_;
     QJsonValue states_;
+    QJsonArray notes_;
+    QJsonObject cellNotes_;     ///< numbers of notes by the cells that they belong to
     std::vector<qint64> cells_; ///< those of a file that names them
     qint64 size_ = 1;
     qint64 next_ = -1; ///< -1: the heads

@@ -21,7 +21,8 @@ bool IsBlankSign(char c) {
 struct Statement {
     std::string keyword;
     bool otherLanguage = false;
-    std::string variable;
+    std::string variable;             ///< the first in brackets
+    std::vector<std::string> subject; ///< all that stand there
     std::vector<std::string> texts;
 };
 
@@ -77,6 +78,7 @@ class HeadReader final {
             signs_.TakeQuoted(text);
             if (first) statement.variable = text;
             first = false;
+            if (statement.keyword == "CELLNOTE" || statement.keyword == "CELLNOTEX") statement.subject.push_back(text);
         }
         signs_.Take();
     }
@@ -119,6 +121,7 @@ class HeadReader final {
         if (keyword == "CONTVARIABLE") Named(statement.texts.front()).isContents = true;
         if (keyword == "UNITS" && !statement.variable.empty())
             head_.unitsOf[statement.variable] = statement.texts.front();
+        if (!statement.subject.empty()) head_.cellNotes[statement.subject] = statement.texts.front();
         if (keyword == "CONTENTS") head_.contents = statement.texts.front();
         if (keyword == "UNITS" && head_.units.empty()) head_.units = statement.texts.front();
         if (keyword == "SOURCE") head_.source = statement.texts.front();

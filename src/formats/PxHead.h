@@ -49,6 +49,7 @@ struct PxHead {
     std::string units;
     std::map<std::string, std::string> unitsOf; ///< of values of the variable of contents
     std::string source;
+    std::map<std::vector<std::string>, std::string> cellNotes; ///< by the values of all variables in their order
 
     [[nodiscard]] bool IsKeyed() const;
 };

@@ -15,8 +15,10 @@ void PxReader::WriteHeads(TableRow& row) const {
         row.Add() = variable.name;
         if (!variable.codes.empty()) row.Add() = variable.name + " (code)";
     }
-    for (const char* name : {"CONTENTS", "UNITS", "SOURCE", "VALUE"})
+    for (const char* name : {"CONTENTS", "UNITS", "SOURCE"})
         row.Add() = name;
+    if (!head_.cellNotes.empty()) row.Add() = "NOTE";
+    row.Add() = "VALUE";
 }
 
 std::vector<ColumnKind> PxReader::Kinds() const {
@@ -44,6 +46,15 @@ void PxReader::WriteRow(TableRow& row) const {
     row.Add() = head_.contents;
     row.Add() = *units;
     row.Add() = head_.source;
+    if (!head_.cellNotes.empty()) row.Add() = NoteHere();
+}
+
+std::string PxReader::NoteHere() const {
+    std::vector<std::string> values;
+    for (std::size_t i = 0; i < at_.size(); ++i)
+        values.push_back(head_.variables[i].values[at_[i]]);
+    const auto note = head_.cellNotes.find(values);
+    return note != head_.cellNotes.end() ? note->second : std::string();
 }
 
 bool PxReader::Next(TableRow& row) {

@@ -6,7 +6,8 @@
 namespace tessaro {
 
 /// A PX file as a table: its first row has the names of the variables, of their codes where they have them, and of
-/// "CONTENTS", "UNITS", "SOURCE" and "VALUE"; each other row one number of the data. What the file has no number for
+/// "CONTENTS", "UNITS", "SOURCE", "NOTE" (if cells have notes) and "VALUE"; each other row one number of the data. What
+/// the file has no number for
 /// ("..") is a row with that text.
 class PxReader final : public TableReader {
   public:
@@ -21,6 +22,7 @@ class PxReader final : public TableReader {
     bool ReadKeys();
     bool ReadNumber(std::string& number);
     void WriteRow(TableRow& row) const;
+    [[nodiscard]] std::string NoteHere() const;
     void Advance();
 
     QString path_;

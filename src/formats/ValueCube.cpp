@@ -79,7 +79,7 @@ ValueCube CubeOf(const ValueTable& table) {
         for (std::size_t dimension = 0; dimension < ValueCube::kDimensions; ++dimension)
             cell.at[dimension] = PlaceOf(cube.dimensions[dimension], texts[dimension].first, texts[dimension].second);
         cell.value = row->value;
-        cube.losses.footnotes += row->footnote.isEmpty() ? 0 : 1;
+        cell.footnote = row->footnote;
         cube.losses.texts += jet::ReadNumber(row->value.toStdString()) ? 0 : 1;
         cube.cells.push_back(std::move(cell));
     }

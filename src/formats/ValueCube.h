@@ -23,11 +23,12 @@ struct ValueCube {
     struct Cell {
         std::array<int, kDimensions> at{};
         QString value;
+        QString footnote;
     };
 
     std::array<Dimension, kDimensions> dimensions; ///< codes in the order in which they came, periods sorted
     std::vector<Cell> cells; ///< in the order of the dimensions; of several for one place the last
-    ValueLosses losses;      ///< footnotes, doubles, and values that are no numbers
+    ValueLosses losses;      ///< doubles, and values that are no numbers
 };
 
 /// What the first five dimensions tell of a row of periods.

@@ -4,8 +4,9 @@
 
 namespace tessaro {
 
-bool ValueFile::Finish() {
-    if (!good_ || !file_.commit()) return false;
+// A commit doesn't look at what was still waiting to be written: the disk may be full by then.
+bool ValueFile::Finish(const std::vector<NewFile>& beside) {
+    if (!good_ || !file_.flush() || !ReplaceFiles(beside) || !file_.commit()) return false;
     GiveUsersRights(file_.fileName());
     return true;
 }

@@ -1,21 +1,26 @@
-#include "formats/FilesBeside.h"
 #include "formats/ValueTable.h"
 #include "session/Messages.h"
 #include "session/Strings.h"
 
-#include <QFileInfo>
 #include <QLocale>
 
 namespace tessaro {
 
 const std::vector<ValueForm>& ValueForms() {
-    static const std::vector<ValueForm> forms{{".csv", "TS_FilterCsv", SaveLongCsv},
-                                              {".wide.csv", "TS_FilterWideCsv", SaveWideCsv},
-                                              {".sdmx.csv", "SDMX-CSV", SaveSdmxCsv},
-                                              {".json", "JSON-stat 2", SaveJsonStat},
-                                              {".px", "PX", SavePx},
-                                              {".geojson", "GeoJSON", SaveGeoJson},
-                                              {".shp", "TS_FilterShape", SaveShapefile}};
+    const QString notes(QStringLiteral(".notes.csv"));
+    const QString sources(QStringLiteral(".sources.csv"));
+    const auto partOf = [](const char* ending) { return QString(QLatin1String(ending)); };
+    static const std::vector<ValueForm> forms{
+        {".csv", "TS_FilterCsv", SaveLongCsv, {notes, sources}},
+        {".wide.csv", "TS_FilterWideCsv", SaveWideCsv, {notes, sources}},
+        {".sdmx.csv", "SDMX-CSV", SaveSdmxCsv, {}},
+        {".json", "JSON-stat 2", SaveJsonStat, {}},
+        {".px", "PX", SavePx, {}},
+        {".geojson", "GeoJSON", SaveGeoJson, {notes, sources}},
+        {".shp",
+         "TS_FilterShape",
+         SaveShapefile,
+         {partOf(".shx"), partOf(".dbf"), partOf(".cpg"), partOf(".prj"), partOf(".columns.csv"), notes, sources}}};
     return forms;
 }
 
@@ -29,20 +34,15 @@ const ValueForm* ValueFormOf(const QString& file) {
     return found;
 }
 
-QStringList ValueFormFilters() {
-    QStringList filters;
-    for (const ValueForm& form : ValueForms()) {
-        const bool isKey = QByteArray(form.captionKey).startsWith("TS_");
-        filters << (isKey ? PlainText(QLatin1String(form.captionKey)) : QLatin1String(form.captionKey)) +
-                       QStringLiteral(" (*") + QLatin1String(form.ending) + QLatin1Char(')');
-    }
-    return filters;
+QString CaptionOf(const ValueForm& form) {
+    const QLatin1String key(form.captionKey);
+    return key.startsWith(QLatin1String("TS_")) ? PlainText(key) : QString(key);
 }
 
 QString TextOf(const ValueLosses& losses) {
-    const std::pair<const char*, int> counts[] = {{"TS_LossFootnotes", losses.footnotes},
-                                                  {"TS_LossTexts", losses.texts},
+    const std::pair<const char*, int> counts[] = {{"TS_LossTexts", losses.texts},
                                                   {"TS_LossDoubles", losses.doubles},
+                                                  {"TS_LossMarks", losses.marks},
                                                   {"TS_LossColumns", losses.columns},
                                                   {"TS_LossShapes", losses.withoutShape}};
     QStringList lines;
@@ -51,10 +51,9 @@ QString TextOf(const ValueLosses& losses) {
     return lines.join(QStringLiteral("; "));
 }
 
-QString NameBeside(const QString& file, const char* what) {
-    const QFileInfo info(file);
-    return info.absolutePath() + QLatin1Char('/') + info.baseName() + QLatin1Char('.') + QLatin1String(what) +
-           QStringLiteral(".csv");
+bool AsksToLose(const ValueLosses& losses) {
+    const QString question = FilledText(QStringLiteral("TS_LossAsk"), {TextOf(losses)});
+    return AskBeforeLoss(question, MessageType::YesNo, {}, false) == MessageCode::Yes;
 }
 
 } // namespace tessaro

@@ -2,6 +2,7 @@
 
 #include <QPointF>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -25,16 +26,18 @@ struct ValueRow {
 
 /// What a form has no room for.
 struct ValueLosses {
-    int footnotes = 0;
     int texts = 0;        ///< values that are no numbers
     int doubles = 0;      ///< further values for one area, indicator, unit, subgroup, source and period
+    int marks = 0;        ///< texts with quotation marks or line ends in them
     int columns = 0;      ///< more than a table of the form has
     int withoutShape = 0; ///< areas without an outline
 
-    [[nodiscard]] bool Any() const { return footnotes + texts + doubles + columns + withoutShape > 0; }
+    [[nodiscard]] bool Any() const { return texts + doubles + marks + columns + withoutShape > 0; }
 };
 /// Them in words, in the language of the program.
 [[nodiscard]] QString TextOf(const ValueLosses& losses);
+/// Asks whether to save what does fit; True for a yes.
+[[nodiscard]] bool AsksToLose(const ValueLosses& losses);
 
 /// The outline of an area: its rings, in degrees of longitude and latitude. Rings around land run clockwise, holes the
 /// other way.
@@ -48,6 +51,10 @@ struct ValueTable {
     std::function<void(const ValueLosses&)> beforeLoss = {};
     /// The outline of an area by its id; without it, or with no rings, an area has none.
     std::function<AreaRings(const QString&)> ringsOf = {};
+    /// What is known of a source by its name. Without it only its name goes along.
+    std::function<QString(const QString&)> aboutSource = {};
+    QString title = {};
+    QString subTitle = {};
 };
 
 /// A form of files of values.
@@ -55,32 +62,34 @@ struct ValueForm {
     const char* ending;     ///< of its names: ".px"
     const char* captionKey; ///< its name in lists: a key of the string table, or the name itself
     bool (*save)(const QString& file, const ValueTable& table);
+    QStringList beside; ///< endings of the files that may be made beside it: ".notes.csv"
 };
 [[nodiscard]] const std::vector<ValueForm>& ValueForms();
 /// The form that a file's name asks for; nullptr for none of them.
 [[nodiscard]] const ValueForm* ValueFormOf(const QString& file);
-/// "CSV, one value a row (*.csv)": all forms as a file dialog lists them.
-[[nodiscard]] QStringList ValueFormFilters();
+/// Its name in the language of the program.
+[[nodiscard]] QString CaptionOf(const ValueForm& form);
 
 /// One row a value, comma-separated, UTF-8 with its mark, heads in the language of the program; footnotes in the last
-/// column. Values as they are stored.
+/// column. Values as they are stored. Beside it stand the rows with footnotes ("Name.notes.csv") and the sources
+/// ("Name.sources.csv").
 [[nodiscard]] bool SaveLongCsv(const QString& file, const ValueTable& table);
-/// One row for each area, indicator, unit, subgroup and source; one column a period, in their order. Footnotes go into
-/// a file beside it ("Name.notes.csv").
+/// One row for each area, indicator, unit, subgroup and source; one column a period, in their order. Footnotes and
+/// sources stand beside it.
 [[nodiscard]] bool SaveWideCsv(const QString& file, const ValueTable& table);
 /// SDMX-CSV, version 1, with the usual concepts as columns.
 [[nodiscard]] bool SaveSdmxCsv(const QString& file, const ValueTable& table);
-/// A JSON-stat 2 data set of six dimensions that names the cells it has. Without footnotes; of two values for one cell
-/// the last one stands.
+/// A JSON-stat 2 data set of six dimensions that names the cells it has; "note" lists the footnotes, and "extension"
+/// says which cells they belong to and what is known of the sources. Of two values for one cell the last one stands.
 [[nodiscard]] bool SaveJsonStat(const QString& file, const ValueTable& table);
-/// A PX file with keys: one row for each combination that has values, periods across. Without footnotes and values that
-/// are no numbers; of two values for one cell the last one stands.
+/// A PX file with keys: one row for each combination that has values, periods across; footnotes as notes of cells.
+/// Without values that are no numbers; of two values for one cell the last one stands.
 [[nodiscard]] bool SavePx(const QString& file, const ValueTable& table);
 /// A collection of features (RFC 7946), one an area, with its outline and one property for each combination of
-/// indicator, unit, subgroup, source and period.
+/// indicator, unit, subgroup, source and period. Footnotes and sources stand beside it.
 [[nodiscard]] bool SaveGeoJson(const QString& file, const ValueTable& table);
 /// A shapefile with its table: ID_, Name1_ and one column V1, V2 ... for each combination, of which a file beside it
-/// ("Name.columns.csv") tells what it is.
+/// ("Name.columns.csv") tells what it is. Footnotes and sources stand beside it too.
 [[nodiscard]] bool SaveShapefile(const QString& file, const ValueTable& table);
 
 } // namespace tessaro

@@ -7,13 +7,14 @@
 #include "session/ErrorSink.h"
 #include "session/Messages.h"
 
+#include <QPushButton>
 #include <QStackedWidget>
 
 namespace tessaro {
 
 frmTableWizard::frmTableWizard(SavePresentation save, QWidget* parent)
     : PresentationWizard(WizardKind::Table, std::move(save), parent), options_(new TableOptionsPage),
-      colors_(new ColorRangesPanel), optionsStack_(new QStackedWidget) {
+      colors_(new ColorRangesPanel), optionsStack_(new QStackedWidget), cmdExport_(new QPushButton) {
     setObjectName(QStringLiteral("frmTableWizard"));
     optionsStack_->addWidget(options_);
     optionsStack_->addWidget(colors_);
@@ -24,6 +25,7 @@ frmTableWizard::frmTableWizard(SavePresentation save, QWidget* parent)
         CloseColors();
     });
     connect(colors_, &ColorRangesPanel::Dropped, this, &frmTableWizard::CloseColors);
+    AddExportButton();
     Form_Load(QStringLiteral("TS_PageRowsAndColumns"), optionsStack_, QStringLiteral("TS_PageTableOptions"));
     options_->SetFormCaptions();
 }

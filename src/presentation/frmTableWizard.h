@@ -3,6 +3,7 @@
 #include "presentation/PresentationWizard.h"
 #include "presentation/WizardDraft.h"
 
+class QPushButton;
 class QStackedWidget;
 
 namespace tessaro {
@@ -28,8 +29,13 @@ class frmTableWizard final : public PresentationWizard {
     [[nodiscard]] ShowOutcome BuildWorkbook(RowsColumns& arrangement, const WizardProgress& progress) override;
     [[nodiscard]] ColumnSort Sorting() const override;
     void SetSorting(const ColumnSort& sort, const QString& head) override;
+    void PageShown(int step) override;
 
   private:
+    void AddExportButton();
+    void cmdExport_Click();
+    void SaveTable(const QString& file);
+    [[nodiscard]] bool CopyWorkbook(const QString& file);
     void FillDefaultTitles();
     void OpenColors();
     void CloseColors();
@@ -39,6 +45,7 @@ class frmTableWizard final : public PresentationWizard {
     TableOptionsPage* options_;
     ColorRangesPanel* colors_;
     QStackedWidget* optionsStack_;
+    QPushButton* cmdExport_;
     ValueRanges ranges_;
 };
 

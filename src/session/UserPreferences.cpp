@@ -2,6 +2,7 @@
 
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "session/ExportChoice.h"
 #include "session/Log.h"
 #include "session/Session.h"
 #include "session/Settings.h"
@@ -76,6 +77,7 @@ void ReadPlaces(const IniFile& ini) {
     if (!FolderExists(GalleryCustomFolder))
         GalleryCustomFolder =
             JoinPath({AppPath, Setting(QStringLiteral("Gallery Folder")), QStringLiteral("Presentations")});
+    LastExport() = {Read(ini, "EXPORT_FOLDER"), Read(ini, "EXPORT_KIND")};
     CurrentDatabase = Read(ini, "LAST MDB FILE USED");
     if (!FileExists(CurrentDatabase)) CurrentDatabase.clear();
 }
@@ -148,12 +150,19 @@ QList<std::pair<const char*, QString>> PreferencesToWrite() {
                    {"INDICATOR_SELECT_BY", QString::number(IndicatorSelectBy)},
                    {"DATA_EXISTS", QString::number(DataExistsMode)},
                    {"GALLARY_CUSTOM_FOLDER", GalleryCustomFolder},
+                   {"EXPORT_FOLDER", LastExport().folder},
+                   {"EXPORT_KIND", LastExport().ending},
                    {"SKIP THE SPLASH", Flag(SkipTheSplash)},
                    {"LAST MDB FILE USED", CurrentDatabase}});
     return values;
 }
 
 } // namespace
+
+ExportChoice& LastExport() {
+    static ExportChoice choice;
+    return choice;
+}
 
 QString CriterionOfDataExists(long mode) {
     switch (mode) {

@@ -1,8 +1,13 @@
 #include "TestPlaces.h"
 #include "exchange/DatabaseRows.h"
+#include "exchange/DatabaseWorkbook.h"
 #include "exchange/ImportSession.h"
+#include "exchange/OpenSource.h"
 #include "layers/AreaOutlines.h"
 #include "layers/LayerReader.h"
+#include "office/SpreadsheetApplication.h"
+
+#include <QScopeGuard>
 
 #include <gtest/gtest.h>
 
@@ -40,6 +45,37 @@ TEST_F(DatabaseRoundTripTest, EveryFormBringsAllValuesBack) {
         EXPECT_EQ(checked->counts.same, values) << name;
         EXPECT_EQ(checked->counts.fresh + checked->counts.changed + checked->counts.refused, 0)
             << name << ": " << CountsOf(*checked);
+        QFile::remove(file);
+    }
+}
+
+// Workbooks too, sheet by sheet. The whole database takes minutes; the environment variable TESSARO_WHOLE asks for it.
+TEST_F(DatabaseRoundTripTest, EveryKindOfWorkbookBringsItsValuesBack) {
+    office::SpreadsheetApplication::SetProfileFolder(Folder() + QStringLiteral("/Office"));
+    const auto quit = qScopeGuard([] { office::SpreadsheetApplication::QuitAll(); });
+    const bool whole = qEnvironmentVariableIsSet("TESSARO_WHOLE");
+    AppPath = QStringLiteral(TESSARO_INSTALLATION);
+    for (const char* name : {"All.xls", "All.xlsx", "All.ods"}) {
+        const QString file = Folder() + QLatin1Char('/') + QLatin1String(name);
+        DatabaseRows rows;
+        const int step = whole ? 1 : 97; // values of all indicators and areas
+        const int values = (rows.Count() + step - 1) / step;
+        const ValueTable table{rows.Count(),
+                               [&](int number) { return number % step == 0 ? rows.At(number) : std::nullopt; }};
+        const int sheets = SaveDatabaseWorkbook(file, table);
+        EXPECT_EQ(sheets, whole ? 7 : 1) << name;
+        ImportTarget target = Into(ImportInto::Copy);
+        target.base = sample_;
+        qint64 same = 0;
+        for (const QString& sheet : SheetsOf(file)) {
+            const ImportDraft draft = GuessDraft(file, sheet);
+            ASSERT_EQ(ProblemOf(draft), QString()) << name << sheet.toStdString();
+            const auto checked = CheckImport(file, draft, target);
+            same += checked->counts.same;
+            EXPECT_EQ(checked->counts.fresh + checked->counts.changed + checked->counts.refused, 0)
+                << name << ": " << CountsOf(*checked);
+        }
+        EXPECT_EQ(same, values) << name;
         QFile::remove(file);
     }
 }

@@ -195,6 +195,41 @@ TEST_F(WizardsTest, TheTableGoesFromFieldsToTheGallery) {
     EXPECT_EQ(frame.busy, 0);
 }
 
+// Every kind of file, from the preview on; the table stays in front.
+TEST_F(WizardsTest, ATableIsExported) {
+    SelectEverything();
+    frmTableWizard wizard(save_);
+    wizard.show();
+    EXPECT_FALSE(Named<QPushButton>(wizard, "cmdExport")->isVisible());
+    Click(wizard, "CmdNext");
+    Named<QLineEdit>(wizard, "txtTitle")->setText(QStringLiteral("My table"));
+    Click(wizard, "CmdNext");
+    ASSERT_EQ(wizard.Step(), 3);
+    ASSERT_TRUE(Named<QPushButton>(wizard, "cmdExport")->isVisible());
+    Picture(wizard, "table-export");
+    for (const char* ending : {".htm", ".xls", ".xlsx", ".ods", ".txt", ".csv", ".table.csv", ".sdmx.csv", ".json",
+                               ".px", ".geojson", ".shp"}) {
+        const QString file = Folder() + QStringLiteral("/My table") + QLatin1String(ending);
+        QString suggested;
+        SetFileAnswerer([&](const FileQuestion& question) {
+            suggested = question.name;
+            return file;
+        });
+        answers = {MessageCode::Yes}; // what doesn't fit is told
+        Click(wizard, "cmdExport");
+        EXPECT_TRUE(suggested.startsWith(QStringLiteral("My table."))) << suggested.toStdString();
+        EXPECT_GT(QFileInfo(file).size(), 100) << ending;
+        EXPECT_EQ(wizard.Step(), 3);
+        EXPECT_TRUE(Named<QLabel>(wizard, "StatusBar1")->text().contains(QLatin1String(ending))) << ending;
+    }
+    const test::ReadSheet sheet = test::ReadXls(Folder() + QStringLiteral("/My table.xls")).front();
+    EXPECT_EQ(sheet.Text(1, 1), QStringLiteral("My table"));
+    messages.clear();
+    SetFileAnswerer([](const FileQuestion&) { return QStringLiteral("/proc/Table.px"); });
+    Click(wizard, "cmdExport");
+    EXPECT_FALSE(messages.isEmpty()) << "the failure is told";
+}
+
 TEST_F(WizardsTest, BackFromSavingKeepsThePreviewAndCancelAsks) {
     SelectEverything();
     frmTableWizard wizard([](const FinishedPresentation&, QWidget*) { return false; });

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+/// The parts of a web page that holds one table and needs no other file: light or dark as its reader likes it, right to
+/// left where the language is, with its heads on every page when it is printed.
+namespace tessaro {
+
+/// What stands above the table. Without `documentTitle` the page is called as its heading.
+struct PageTitles {
+    QString title;
+    QString subTitle = {};
+    QString documentTitle = {};
+};
+/// Up to the table's heads, with these.
+[[nodiscard]] QByteArray PageBegin(const PageTitles& titles, const QStringList& heads);
+
+/// How a cell looks.
+enum class PageCellKind { Text, Number, Global, Head };
+/// A cell of a row; `mark` is the number of a note, small behind the text.
+[[nodiscard]] QByteArray PageCell(const QString& text, PageCellKind kind, const QString& mark = {});
+
+/// What stands below the table: notes with their numbers, sources with what is known of them.
+struct PageEnd {
+    std::vector<std::pair<int, QString>> notes = {};
+    QStringList sources = {};
+    std::function<QString(const QString&)> aboutSource = {};
+};
+[[nodiscard]] QByteArray PageEndText(const PageEnd& end);
+
+} // namespace tessaro
