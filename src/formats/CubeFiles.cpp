@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -116,6 +117,14 @@ void WritePxNotes(ValueFile& out, const ValueCube& cube) {
     }
 }
 
+/// The periods as the format lists years; of others it says only that they are periods.
+QByteArray PxPeriods(const QStringList& periods) {
+    static const QRegularExpression year(QStringLiteral("^\\d{4}$"));
+    const bool areYears =
+        std::ranges::all_of(periods, [](const QString& period) { return year.match(period).hasMatch(); });
+    return areYears && !periods.isEmpty() ? "TLIST(A1),\r\n" + PxList(periods) : QByteArray("TLIST(A1)");
+}
+
 void WritePxHead(ValueFile& out, const ValueCube& cube, const ValueTable& table) {
     const QByteArray now = Now().toString(QStringLiteral("yyyyMMdd HH:mm")).toLatin1();
     out.Write("CHARSET=\"ANSI\";\r\nAXIS-VERSION=\"2013\";\r\nCODEPAGE=\"utf-8\";\r\nCREATION-DATE=\"" + now +
@@ -129,7 +138,7 @@ void WritePxHead(ValueFile& out, const ValueCube& cube, const ValueTable& table)
     for (std::size_t i = 0; i < ValueCube::kDimensions; ++i)
         out.Write("VALUES(" + PxText(CaptionOfDimension(i)) + ")=" + PxList(cube.dimensions[i].labels) + ";\r\n");
     out.Write("CODES(" + PxText(stub.front()) + ")=" + PxList(cube.dimensions[0].codes) + ";\r\n");
-    out.Write("TIMEVAL(" + PxText(time) + ")=TLIST(A1);\r\n");
+    out.Write("TIMEVAL(" + PxText(time) + ")=" + PxPeriods(cube.dimensions[ValueCube::kPeriod].codes) + ";\r\n");
     WritePxNotes(out, cube);
     for (const QString& variable : std::as_const(stub))
         out.Write("KEYS(" + PxText(variable) + ")=VALUES;\r\n");

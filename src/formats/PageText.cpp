@@ -27,9 +27,11 @@ th,td{border:1px solid var(--line);padding:4px 10px;text-align:start;vertical-al
 thead th{background:var(--head);position:sticky;top:0;vertical-align:bottom;white-space:pre-line}
 tbody th{font-weight:normal}
 tbody tr:nth-child(even){background:var(--stripe)}
-.n{text-align:right;font-variant-numeric:tabular-nums;white-space:nowrap;unicode-bidi:plaintext}
+.n{text-align:right;padding-right:1.6em;font-variant-numeric:tabular-nums;white-space:nowrap;direction:ltr}
+thead .v{text-align:right;padding-right:1.6em}
 .g{color:var(--global)}
-sup{color:var(--note);margin-inline-start:.25em}
+sup{color:var(--note);line-height:0;margin-inline-start:.25em}
+.n sup{position:absolute;margin:.6em 0 0 .15em}
 .notes,.sources{max-width:60em;margin:0;padding:0}
 .notes{list-style:none}
 .notes sup{margin:0 0 0 .4em}
@@ -79,7 +81,7 @@ QByteArray NotesOf(const PageEnd& end) {
 
 } // namespace
 
-QByteArray PageBegin(const PageTitles& titles, const QStringList& heads) {
+QByteArray PageBegin(const PageTitles& titles, const PageHeads& heads) {
     const QString code = CodeOfLanguage(Language);
     const bool rightToLeft = RightToLeft || LanguageIsRightToLeft();
     QByteArray page = "<!DOCTYPE html>\n<html lang=\"" + (code.isEmpty() ? QByteArray("en") : Escaped(code)) +
@@ -91,8 +93,10 @@ QByteArray PageBegin(const PageTitles& titles, const QStringList& heads) {
                       "</h1>\n";
     if (!titles.subTitle.isEmpty()) page += "<p class=\"sub\">" + Escaped(titles.subTitle) + "</p>\n";
     page += "<table>\n<thead>\n<tr>";
-    for (const QString& head : heads)
-        page += "<th scope=\"col\">" + Escaped(head) + "</th>";
+    for (qsizetype i = 0; i < heads.heads.size(); ++i) {
+        const bool isValue = i >= heads.firstValue && i < heads.firstValue + heads.valueCount;
+        page += (isValue ? "<th scope=\"col\" class=\"v\">" : "<th scope=\"col\">") + Escaped(heads.heads[i]) + "</th>";
+    }
     return page + "</tr>\n</thead>\n<tbody>\n";
 }
 

@@ -18,8 +18,14 @@ struct PageTitles {
     QString subTitle = {};
     QString documentTitle = {};
 };
+/// The heads of the table's columns; those of values stand at the right as the values do.
+struct PageHeads {
+    QStringList heads;
+    int firstValue; ///< from 0
+    int valueCount;
+};
 /// Up to the table's heads, with these.
-[[nodiscard]] QByteArray PageBegin(const PageTitles& titles, const QStringList& heads);
+[[nodiscard]] QByteArray PageBegin(const PageTitles& titles, const PageHeads& heads);
 
 /// How a cell looks.
 enum class PageCellKind { Text, Number, Global, Head };
