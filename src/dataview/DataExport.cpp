@@ -88,8 +88,8 @@ void AppendPageRow(QByteArray& page, const ExportRows& rows, const GridRow& row)
 bool SaveDataViewHtm(const QString& file, const ExportRows& rows) {
     if (file.trimmed().isEmpty()) return true;
     ValueFile out(file);
-    QByteArray page =
-        PageBegin({GetText(QStringLiteral("TS_OptionView")), {}, QStringLiteral("Data View")}, Heads(rows));
+    QByteArray page = PageBegin({GetText(QStringLiteral("TS_OptionView")), {}, QStringLiteral("Data View")},
+                                {Heads(rows), ColDatavalue - 1, 1});
     PageEnd end{{}, {}, rows.aboutSource};
     QSet<QString> listed;
     for (int row = 0; row < rows.count; ++row) {

@@ -160,7 +160,8 @@ bool SaveTablePage(const QString& file, const ShownTable& shown) {
     const std::vector<int> decimals = DecimalsOfColumns(shown);
     ValueFile out(file);
     const QString title = shown.options.title.isEmpty() ? PlainText(QStringLiteral("Table")) : shown.options.title;
-    out.Write(PageBegin({title, shown.options.subTitle}, HeadsOf(shown.table, QLatin1Char('\n'))));
+    out.Write(PageBegin({title, shown.options.subTitle}, {HeadsOf(shown.table, QLatin1Char('\n')),
+                                                          shown.table.FieldCount(), shown.table.ColumnCount()}));
     for (std::size_t row = 0; row < shown.table.rowTexts.size(); ++row)
         out.Write(PageRow(shown, row, decimals, notes));
     out.Write(PageEndText({notes.Notes(), shown.sources, shown.aboutSource}));

@@ -60,8 +60,10 @@ TEST_F(DatabaseRoundTripTest, EveryKindOfWorkbookBringsItsValuesBack) {
         DatabaseRows rows;
         const int step = whole ? 1 : 97; // values of all indicators and areas
         const int values = (rows.Count() + step - 1) / step;
-        const ValueTable table{rows.Count(),
-                               [&](int number) { return number % step == 0 ? rows.At(number) : std::nullopt; }};
+        const ValueTable table{rows.Count(), [&](int number) {
+                                   std::optional<ValueRow> row = rows.At(number);
+                                   return number % step == 0 ? row : std::nullopt;
+                               }};
         const int sheets = SaveDatabaseWorkbook(file, table);
         EXPECT_EQ(sheets, whole ? 7 : 1) << name;
         ImportTarget target = Into(ImportInto::Copy);
