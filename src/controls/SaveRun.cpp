@@ -29,9 +29,11 @@ struct Outcome {
 
 Outcome Written(const QString& text, QWidget* owner, const std::function<int(WorkProgress&)>& write) {
     Outcome outcome;
+    const WaitPointer wait;
     TheFrame().StartProgress();
     const auto end = qScopeGuard([] { TheFrame().EndProgress(); });
     WorkProgress progress(text, owner);
+    progress.setWindowTitle(PlainText(QStringLiteral("TS_PageSaveAs")));
     try {
         outcome.sheets = write(progress);
     } catch (const SaveCancelled&) {

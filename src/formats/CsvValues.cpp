@@ -13,7 +13,7 @@ namespace {
 /// Writes each row as the function makes it.
 void WriteRows(ValueFile& out, const ValueTable& table, QStringList (*fields)(const ValueRow&)) {
     CsvWriter writer;
-    for (int i = 0; i < table.count; ++i)
+    for (int i = 0; i < table.count && out.IsGood(); ++i)
         if (const std::optional<ValueRow> row = table.at(i)) out.Write(writer.Line(fields(*row)));
 }
 

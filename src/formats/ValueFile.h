@@ -16,6 +16,8 @@ class ValueFile final {
     explicit ValueFile(const QString& path) : file_(path), good_(file_.open(QIODevice::WriteOnly)) {}
 
     void Write(const QByteArray& bytes) { good_ = good_ && file_.write(bytes) == bytes.size(); }
+    /// False since something could not be written.
+    [[nodiscard]] bool IsGood() const { return good_; }
     /// False when something could not be written. The files beside it stand with it, or none of them does.
     [[nodiscard]] bool Finish(const std::vector<NewFile>& beside = {});
 

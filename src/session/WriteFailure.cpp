@@ -32,12 +32,13 @@ QString WhyNotWritable(const QString& file) {
     return {};
 }
 
+// What was written of a file is away again when this is told, so that a disk that was full need not be so any more.
 void TellNotWritten(const QString& file) {
-    const QString why = WhyNotWritable(file);
-    LogNote(QStringLiteral("%1 can't be written %2").arg(file, why));
+    const QString known = WhyNotWritable(file);
+    const QString why = known.isEmpty() ? GetText(QStringLiteral("TS_WhyPerhapsFull")) : known;
+    LogNote(QStringLiteral("%1 can't be written. %2").arg(file, why));
     const QString text = FilledText(QStringLiteral("TS_ExportFailed"), {Native(file)});
-    ShowMessage(why.isEmpty() ? text : text + QLatin1Char('\n') + why, MessageType::Ok, MessageIcon::Warning, {},
-                false);
+    ShowMessage(text + QLatin1Char('\n') + why, MessageType::Ok, MessageIcon::Warning, {}, false);
 }
 
 } // namespace tessaro

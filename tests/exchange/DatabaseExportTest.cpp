@@ -1,11 +1,13 @@
 #include "exchange/DatabaseExport.h"
 
 #include "controls/FileDialogs.h"
+#include "controls/WorkProgress.h"
 #include "exchange/ImportSession.h"
 #include "session/MessageAnswer.h"
 #include "support/DataChanges.h"
 
 #include <QFileInfo>
+#include <QScopedValueRollback>
 
 #include <gtest/gtest.h>
 
@@ -40,8 +42,10 @@ TEST_F(DatabaseExportTest, AsksForTheFileAndTellsWhatFails) {
         asked = question;
         return Folder() + QStringLiteral("/All.csv");
     });
+    const QScopedValueRollback<qint64> atOnce(WorkProgress::FirstShown, 0);
     ExportDatabase(nullptr);
     EXPECT_EQ(messages, QStringList());
+    EXPECT_EQ(frame.busy, 0) << "the wait pointer is gone";
     EXPECT_EQ(asked.name, "Base.csv");
     EXPECT_TRUE(QFileInfo::exists(Folder() + QStringLiteral("/All.notes.csv")));
     EXPECT_TRUE(QFileInfo::exists(Folder() + QStringLiteral("/All.sources.csv")));
