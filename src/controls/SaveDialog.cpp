@@ -102,7 +102,7 @@ QStringList FilesBesideName(const std::vector<SaveKind>& kinds, const QString& f
 SaveDialog::SaveDialog(const SaveQuestion& question, QWidget* parent)
     : QFileDialog(parent, question.title, FolderOfLastTime()), question_(question), lblBeside_(new QLabel(this)) {
     setWindowTitle(QString(question.title).remove(QStringLiteral("..."))); // of a menu entry
-    setOption(DontUseNativeDialog); // it has no place for what is told here
+    setOption(DontUseNativeDialog);                                        // it has no place for what is told here
     setOption(DontConfirmOverwrite);
     setAcceptMode(AcceptSave);
     setFileMode(AnyFile);
