@@ -32,6 +32,10 @@ thead .v{text-align:right;padding-right:1.6em}
 .g{color:var(--global)}
 sup{color:var(--note);line-height:0;margin-inline-start:.25em}
 .n sup{position:absolute;margin:.6em 0 0 .15em}
+.c,td[style]{print-color-adjust:exact;-webkit-print-color-adjust:exact}
+td[style] sup{color:inherit}
+.legend{list-style:none;margin:12px 0 0;padding:0}
+.legend span{display:inline-block;width:1.6em;height:1em;margin-inline-end:.4em;border:1px solid var(--line);vertical-align:-.1em}
 .notes,.sources{max-width:60em;margin:0;padding:0}
 .notes{list-style:none}
 .notes sup{margin:0 0 0 .4em}
@@ -62,6 +66,22 @@ QByteArray Style() {
         .arg(global.name(), OnDark(global).name(),
              QLatin1Char('\'') + QString(ProductFont).remove(QLatin1Char('\'')).toHtmlEscaped() + QLatin1Char('\''))
         .toUtf8();
+}
+
+/// The style of a cell on a colour; dark grounds get light texts.
+QByteArray OnGround(const QColor& ground) {
+    constexpr int bright = 128; // of 255
+    if (!ground.isValid()) return {};
+    return " style=\"background:" + ground.name().toLatin1() +
+           (qGray(ground.rgb()) < bright ? ";color:#fff\"" : ";color:#000\"");
+}
+
+QByteArray LegendOf(const PageEnd& end) {
+    QByteArray list("<ul class=\"legend\">\n");
+    for (const auto& [color, text] : end.legend)
+        list += "<li><span class=\"c\" style=\"background:" + color.name().toLatin1() + "\"></span> " + Escaped(text) +
+                "</li>\n";
+    return list + "</ul>\n";
 }
 
 QByteArray SourcesOf(const PageEnd& end) {
@@ -100,15 +120,16 @@ QByteArray PageBegin(const PageTitles& titles, const PageHeads& heads) {
     return page + "</tr>\n</thead>\n<tbody>\n";
 }
 
-QByteArray PageCell(const QString& text, PageCellKind kind, const QString& mark) {
-    static const char* const begins[] = {"<td>", "<td class=\"n\">", "<td class=\"g\">", "<th scope=\"row\">"};
-    QByteArray cell = begins[static_cast<int>(kind)] + Escaped(text);
+QByteArray PageCell(const QString& text, PageCellKind kind, const QString& mark, const QColor& ground) {
+    static const char* const begins[] = {"<td", "<td class=\"n\"", "<td class=\"g\"", "<th scope=\"row\""};
+    QByteArray cell = begins[static_cast<int>(kind)] + OnGround(ground) + '>' + Escaped(text);
     if (!mark.isEmpty()) cell += "<sup>" + Escaped(mark) + "</sup>";
     return cell + (kind == PageCellKind::Head ? "</th>" : "</td>");
 }
 
 QByteArray PageEndText(const PageEnd& end) {
     QByteArray text("</tbody>\n</table>\n");
+    if (!end.legend.empty()) text += LegendOf(end);
     if (!end.notes.empty()) text += NotesOf(end);
     if (!end.sources.isEmpty()) text += SourcesOf(end);
     return text + "</body>\n</html>\n";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QColor>
 #include <QString>
 #include <QStringList>
 
@@ -29,14 +30,16 @@ struct PageHeads {
 
 /// How a cell looks.
 enum class PageCellKind { Text, Number, Global, Head };
-/// A cell of a row; `mark` is the number of a note, small behind the text.
-[[nodiscard]] QByteArray PageCell(const QString& text, PageCellKind kind, const QString& mark = {});
+/// A cell of a row; `mark` is the number of a note, small behind the text; `ground` the colour of its range.
+[[nodiscard]] QByteArray PageCell(const QString& text, PageCellKind kind, const QString& mark = {},
+                                  const QColor& ground = {});
 
-/// What stands below the table: notes with their numbers, sources with what is known of them.
+/// What stands below the table: what colours mean, notes with their numbers, sources with what is known of them.
 struct PageEnd {
     std::vector<std::pair<int, QString>> notes = {};
     QStringList sources = {};
     std::function<QString(const QString&)> aboutSource = {};
+    std::vector<std::pair<QColor, QString>> legend = {};
 };
 [[nodiscard]] QByteArray PageEndText(const PageEnd& end);
 

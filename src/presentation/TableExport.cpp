@@ -8,6 +8,7 @@
 #include "session/DisplayValue.h"
 #include "session/Query.h"
 #include "session/Strings.h"
+#include "sheets/PaletteSlots.h"
 #include "sheets/ValueCells.h"
 #include "view/InView.h"
 #include "view/SourcesAndNotes.h"
@@ -128,6 +129,25 @@ QStringList PlainRow(const PivotTable& table, std::size_t row) {
     return cells;
 }
 
+/// The colour of a value's range; none without colours.
+QColor ColorOf(const ShownTable& shown, std::size_t row, std::size_t column) {
+    if (!shown.options.addColor) return {};
+    const ValueRanges& ranges = shown.options.ranges;
+    const ColorRanges* record = ranges.Find(shown.table.IndicatorOf(static_cast<int>(row), static_cast<int>(column)));
+    const auto number = NumberOf(shown.table.cells[row][column].value);
+    const int slot = record && number ? record->SlotOf(*number) - kFirstRangeSlot : -1;
+    return slot >= 0 ? ranges.colors.at(static_cast<std::size_t>(slot)) : QColor();
+}
+
+/// What the colours mean, as the sheet lists it.
+std::vector<std::pair<QColor, QString>> LegendOf(const TableOptions& options) {
+    std::vector<std::pair<QColor, QString>> legend;
+    const char* const texts[kRangeCount] = {"Table Color3", "Table Color2", "Table Color1"};
+    for (std::size_t i = 0; options.addColor && i < kRangeCount; ++i)
+        legend.emplace_back(options.ranges.colors.at(i), PlainText(QLatin1String(texts[i])));
+    return legend;
+}
+
 QByteArray PageRow(const ShownTable& shown, std::size_t row, const std::vector<int>& decimals,
                    const NoteNumbers& notes) {
     QByteArray line("<tr>");
@@ -138,7 +158,8 @@ QByteArray PageRow(const ShownTable& shown, std::size_t row, const std::vector<i
         const QString& value = cells[column].value;
         const bool isNumber = ReadsAsNumber(value);
         const QString text = isNumber ? FiledValue(WithZeros(value, decimals[column])) : WithoutFormula(value);
-        line += PageCell(text, isNumber ? PageCellKind::Number : PageCellKind::Text, notes.Of(cells[column].footnote));
+        line += PageCell(text, isNumber ? PageCellKind::Number : PageCellKind::Text, notes.Of(cells[column].footnote),
+                         ColorOf(shown, row, column));
     }
     return line + "</tr>\n";
 }
@@ -164,7 +185,7 @@ bool SaveTablePage(const QString& file, const ShownTable& shown) {
                                                           shown.table.FieldCount(), shown.table.ColumnCount()}));
     for (std::size_t row = 0; row < shown.table.rowTexts.size(); ++row)
         out.Write(PageRow(shown, row, decimals, notes));
-    out.Write(PageEndText({notes.Notes(), shown.sources, shown.aboutSource}));
+    out.Write(PageEndText({notes.Notes(), shown.sources, shown.aboutSource, LegendOf(shown.options)}));
     return out.Finish();
 }
 

@@ -73,6 +73,17 @@ TEST_F(TableExportTest, APageHasTitlesRowsNotesAndSources) {
     EXPECT_THAT(Text("Table.htm"), Not(HasSubstr("<sup>")));
 }
 
+TEST_F(TableExportTest, APageHasTheColoursOfTheRanges) {
+    shown_.options.addColor = true;
+    shown_.options.ranges.records = InitColorRanges();
+    ASSERT_FALSE(shown_.options.ranges.records.empty());
+    ASSERT_TRUE(SaveTablePage(File("Table.htm"), shown_));
+    const QByteArray page = QByteArray::fromStdString(Text("Table.htm"));
+    EXPECT_EQ(page.count("<td class=\"n\" style=\"background:#"), ValuesInView()) << "every value lies in a range";
+    for (const QColor& color : shown_.options.ranges.colors)
+        EXPECT_GE(page.count("background:" + color.name().toLatin1()), 2) << "a value, and the legend";
+}
+
 TEST_F(TableExportTest, ACsvHasTheTableAndBesideItTitlesNotesAndSources) {
     const QString file = File("Table.table.csv");
     ASSERT_TRUE(IsTableCsvName(file));
