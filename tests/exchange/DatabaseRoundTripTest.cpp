@@ -82,6 +82,31 @@ TEST_F(DatabaseRoundTripTest, EveryKindOfWorkbookBringsItsValuesBack) {
     }
 }
 
+// What the spreadsheet program makes of such texts is read back as it stands: a formula would give its result.
+TEST_F(DatabaseRoundTripTest, TextsLikeFormulasStayTextsInWorkbooks) {
+    office::SpreadsheetApplication::SetProfileFolder(Folder() + QStringLiteral("/Office"));
+    const auto quit = qScopeGuard([] { office::SpreadsheetApplication::QuitAll(); });
+    AppPath = QStringLiteral(TESSARO_INSTALLATION);
+    const ValueTable table{1, [](int) {
+                               return ValueRow{"2001", "+A1",  "=1+1",  "=cmd|'/c calc'!A1",       "@SUM(1,1)",
+                                               "-1+1", " =2", "-12.5", "=HYPERLINK(\"http://x\")"};
+                           }};
+    for (const char* ending : {"xls", "xlsx", "ods"}) {
+        const QString file = Folder() + QStringLiteral("/Texts.") + QLatin1String(ending);
+        ASSERT_EQ(SaveDatabaseWorkbook(file, table), 1) << ending;
+        ImportDraft draft;
+        draft.kind = FileKind::Workbook;
+        const std::unique_ptr<TableReader> reader = OpenSource(file, draft);
+        TableRow row;
+        ASSERT_TRUE(reader->Next(row) && reader->Next(row)) << ending;
+        std::string read;
+        for (std::size_t i = 0; i < row.count; ++i)
+            read += row.fields[i] + '|';
+        EXPECT_EQ(read, "2001|+A1|=1+1|=cmd|'/c calc'!A1|-12.5|@SUM(1,1)|-1+1| =2|=HYPERLINK(\"http://x\")|")
+            << ending;
+    }
+}
+
 // A map for other programs: the values of one period with the outlines of their areas.
 TEST_F(DatabaseRoundTripTest, AreasOfTheDatabaseHaveTheirOutlines) {
     AppPath = QStringLiteral(TESSARO_INSTALLATION);
