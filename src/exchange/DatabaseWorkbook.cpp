@@ -3,6 +3,7 @@
 #include "formats/FilesBeside.h"
 #include "office/Error.h"
 #include "office/ForeignWorkbook.h"
+#include "office/SpreadsheetApplication.h"
 #include "platform/Files.h"
 #include "session/Strings.h"
 #include "sheets/ListSheet.h"
@@ -52,6 +53,8 @@ int SaveDatabaseWorkbook(const QString& file, const ValueTable& table) {
     const UnfinishedFile made(MakeWorkbook(
         {QStringLiteral("TemplateExcel.xls"), QStringLiteral("Export"), table.count * kFieldsPerValue}, write));
     if (made.Path().isEmpty()) throw office::Error(office::Failure::File, QStringLiteral("TemplateExcel.xls"));
+    // The program doesn't give the memory of so many cells back, and would have none left to read a workbook.
+    if (sheets > 1) office::SpreadsheetApplication::Instance().Quit();
     if (isXls && !CopyFileOver(made.Path(), file)) throw office::Error(office::Failure::File, file);
     return sheets;
 }
