@@ -3,11 +3,14 @@
 #include "controls/FileDialogs.h"
 #include "controls/WorkProgress.h"
 #include "exchange/ImportSession.h"
+#include "platform/Files.h"
 #include "session/MessageAnswer.h"
 #include "support/DataChanges.h"
 
+#include <QApplication>
 #include <QFileInfo>
 #include <QScopedValueRollback>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -55,6 +58,25 @@ TEST_F(DatabaseExportTest, AsksForTheFileAndTellsWhatFails) {
     EXPECT_FALSE(SaveDatabaseValues(QStringLiteral("/proc/All.csv"), nullptr));
     EXPECT_FALSE(SaveDatabaseValues(Folder() + QStringLiteral("/All.unknown"), nullptr));
     EXPECT_EQ(messages.size(), 2);
+}
+
+TEST_F(DatabaseExportTest, CancelledItLeavesAllFilesAsTheyWere) {
+    const QStringList names{QStringLiteral("/All.csv"), QStringLiteral("/All.notes.csv")};
+    for (const QString& name : names)
+        ASSERT_TRUE(ReplaceFile(Folder() + name, "old"));
+    const QScopedValueRollback<qint64> atOnce(WorkProgress::FirstShown, 0);
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, [] {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* progress = qobject_cast<WorkProgress*>(window)) progress->cancel();
+    });
+    user.start(0);
+    EXPECT_FALSE(SaveDatabaseValues(Folder() + names.front(), nullptr));
+    for (const QString& name : names)
+        EXPECT_EQ(Bytes(Folder() + name), QByteArray("old"));
+    EXPECT_FALSE(QFileInfo::exists(Folder() + QStringLiteral("/All.sources.csv")));
+    EXPECT_EQ(messages, QStringList());
+    EXPECT_EQ(frame.busy, 0);
 }
 
 } // namespace
