@@ -7,7 +7,6 @@
 #include "jet/sql/VisitOperands.h"
 
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 namespace jet {
@@ -24,9 +23,10 @@ class ClassScan final : ScanShape {
 
     bool Apply() {
         if (!ReadTables() || !FindLarge() || !AllConditionsArePlaced()) return false;
-        if (!ReadOutput() || !ReadConditions() || !IsWorthIt()) return false;
+        if (!ReadOutput() || !ReadConditions()) return false;
         if (!MakeSides() || !FindImage() || !PlaceFigures()) return false;
         plan_.whole = HasGroupsOfTheScan();
+        plan_.existence = figures_.empty() && values_.empty();
         Rewrite();
         return true;
     }
@@ -64,6 +64,15 @@ class ClassScan final : ScanShape {
                Read(*crosstab_->value, true) && figures_.size() == 1;
     }
 
+    /// "SELECT DISTINCT value": each value is a group of its own.
+    [[nodiscard]] bool MayGroupByValue() const {
+        const auto isValue = [&](const Expression& expression) { return IsValue(expression) || IsAlias(expression); };
+        return select_.duplicates == Duplicates::DropEqualValues && crosstab_ == nullptr && !select_.top &&
+               select_.groupBy.empty() && !select_.having &&
+               std::ranges::all_of(select_.items, [&](const SelectItem& item) { return IsValue(*item.expression); }) &&
+               std::ranges::all_of(orderBy_, [&](const OrderItem& item) { return isValue(*item.expression); });
+    }
+
     [[nodiscard]] bool HasGroups() const {
         if (select_.duplicates == Duplicates::DropEqualRows) return false;
         return !select_.groupBy.empty() || !figures_.empty() || select_.duplicates == Duplicates::DropEqualValues;
@@ -93,6 +102,10 @@ class ClassScan final : ScanShape {
 
     bool ReadField(const Expression& expression, const ColumnName& column) {
         const std::size_t table = TableOf(column);
+        if (IsValue(expression)) {
+            values_.push_back({&expression, table, column});
+            return MayGroupByValue();
+        }
         if (table == large_) return AddCode(*InfoOf(column));
         if (table < tables_.size()) fields_.push_back({&expression, table, column});
         return table < tables_.size() || IsAlias(expression);
@@ -176,16 +189,6 @@ class ClassScan final : ScanShape {
         return true;
     }
 
-    /// Where only the existence of rows is asked for, tests through indexes (see SemiJoin.h) are sooner as long as
-    /// nothing else is asked of the rows, and one table gives the fields.
-    [[nodiscard]] bool IsWorthIt() const {
-        if (crosstab_ != nullptr || !select_.groupBy.empty() || !figures_.empty()) return true;
-        TableSet giving = codes_.empty() ? 0 : Bit(large_);
-        for (const Named& field : fields_)
-            giving |= Bit(field.table);
-        return std::popcount(giving) > 1 || giving == Bit(large_) || !plan_.values.empty() || !plan_.lists.empty();
-    }
-
     // --- Sides ---
 
     bool MakeSides() {
@@ -243,6 +246,7 @@ class ClassScan final : ScanShape {
     // --- Are the groups of the scan those of the statement? ---
 
     [[nodiscard]] bool HasGroupsOfTheScan() const {
+        if (!values_.empty()) return true;
         if (crosstab_ != nullptr || order_ == nullptr || select_.top || select_.groupBy.empty() || rest_) return false;
         if (select_.duplicates != Duplicates::Keep) return false;
         const auto isBare = [](const ExpressionPtr& term) { return std::holds_alternative<ColumnName>(term->node); };
@@ -272,12 +276,16 @@ class ClassScan final : ScanShape {
         const std::string alias = tables_[large_].name.alias;
         ScanTable scan{alias, codes_, {}, {}, {}, {}};
         PlanFigures(scan);
+        PlanValues(scan);
         TakeConditions();
         for (const ScanSides::Side& side : sides_.all())
             scan.sides.push_back(QueryOfSide(side));
         ReplaceFields(scan);
         scan.plan = std::move(plan_);
-        if (scan.plan.whole) LeaveOutGroups(scan.plan);
+        if (scan.plan.byValue)
+            select_.duplicates = Duplicates::Keep;
+        else if (scan.plan.whole)
+            LeaveOutGroups(scan.plan);
         select_.where = RestOfConditions();
         select_.from.clear();
         auto reference = std::make_unique<TableReference>();
@@ -300,6 +308,16 @@ class ClassScan final : ScanShape {
                 figure.made.argument = std::move(std::get<Call>(Writable(figure.expression).node).arguments.front());
             Writable(figure.expression).node = figure.made;
         }
+    }
+
+    /// Of values that are equal the one that stands first in the table is given.
+    void PlanValues(ScanTable& scan) {
+        plan_.byValue = !values_.empty();
+        if (!plan_.byValue) return;
+        for (SelectItem& item : select_.items)
+            if (item.alias.empty()) item.alias = LargeField(*item.expression)->name;
+        for (const Named& value : values_)
+            ReadFromFirstRow(scan, value);
     }
 
     /// Each different figure once.
@@ -430,6 +448,7 @@ class ClassScan final : ScanShape {
     Transform* crosstab_;
     ScanSides sides_;
     std::vector<Named> fields_;
+    std::vector<Named> values_; ///< the value itself, where groups are told apart by it
     std::vector<Figure> figures_;
     bool rest_ = false;   ///< an aggregate stays, over the groups of the scan
     bool having_ = false; ///< what HAVING asks is asked of each row now
