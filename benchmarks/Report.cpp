@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 
@@ -87,20 +88,23 @@ void Report::Compare(const std::string& what, const std::function<void()>& ours,
 }
 
 void Report::CompareOnce(const std::string& what, const std::function<void()>& ours,
-                         const std::function<void()>& byHand, double allowedRatio) {
+                         const std::function<void()>& byHand, double allowedRatio, double allowedMilliseconds) {
     if (!Wants(what)) return;
     std::fprintf(stderr, "bench: %s\n", what.c_str());
     double best = Milliseconds(ours);
     for (int turn = 1; turn < kFewestTurns; ++turn)
         best = std::min(best, Milliseconds(ours));
-    Note(what, best, Milliseconds(byHand), allowedRatio);
+    Note(what, best, Milliseconds(byHand), allowedRatio, allowedMilliseconds);
 }
 
-void Report::Note(const std::string& what, double ours, double byHand, double allowedRatio) {
+void Report::Note(const std::string& what, double ours, double byHand, double allowedRatio,
+                  double allowedMilliseconds) {
     const double ratio = ours / byHand;
     const char* const digits = allowedRatio < 0.1 ? "%.3f" : "%.2f";
-    lines_.push_back({what, Duration(ours), Duration(byHand), Text(ratio, digits), Text(allowedRatio, digits),
-                      ratio <= allowedRatio});
+    std::string allowed = Text(allowedRatio, digits);
+    if (std::isfinite(allowedMilliseconds)) allowed += ", " + Duration(allowedMilliseconds);
+    lines_.push_back({what, Duration(ours), Duration(byHand), Text(ratio, digits), allowed,
+                      ratio <= allowedRatio && ours <= allowedMilliseconds});
 }
 
 void Report::Bound(const std::string& what, const std::function<double()>& figure, double allowed,
@@ -124,7 +128,7 @@ void Report::Print() const {
     for (const Line& line : lines_)
         width = std::max(width, line.what.size());
     const auto print = [&](const Line& line) {
-        std::printf("%-*s  %10s  %12s  %5s  %8s%s\n", static_cast<int>(width), line.what.c_str(), line.ours.c_str(),
+        std::printf("%-*s  %10s  %12s  %5s  %15s%s\n", static_cast<int>(width), line.what.c_str(), line.ours.c_str(),
                     line.byHand.c_str(), line.ratio.c_str(), line.allowed.c_str(), line.kept ? "" : "  MISSED");
     };
     print(head);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,9 @@ class Report final {
     void Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
                  double allowedRatio = 1.2);
     /// The same where the work by hand takes minutes: it is timed once, after ours, of which the best of five counts.
+    /// Ours may have a bound in milliseconds besides.
     void CompareOnce(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
-                     double allowedRatio);
+                     double allowedRatio, double allowedMilliseconds = std::numeric_limits<double>::infinity());
     /// Notes a figure that has a bound of its own; it is not measured unless it is wanted.
     void Bound(const std::string& what, const std::function<double()>& figure, double allowed, const std::string& unit);
     void Bound(const std::string& what, double figure, double allowed, const std::string& unit);
@@ -33,7 +35,8 @@ class Report final {
         std::string what, ours, byHand, ratio, allowed;
         bool kept = true;
     };
-    void Note(const std::string& what, double ours, double byHand, double allowedRatio);
+    void Note(const std::string& what, double ours, double byHand, double allowedRatio,
+              double allowedMilliseconds = std::numeric_limits<double>::infinity());
 
     std::string part_;
     std::vector<Line> lines_;

@@ -123,7 +123,7 @@ class ClassScan final : ScanShape {
             const ColumnType type = LargeField(argument)->type;
             return kind && Add({&expression, {{}, 0, function, CompareKind::ValueText, type}, {*kind}});
         }
-        const bool extreme = function == "min" || function == "max";
+        const bool extreme = IsExtreme(function);
         const auto* column = std::get_if<ColumnName>(&argument.node);
         if (column != nullptr && !call.distinct && (extreme || function == "count") && IsSmall(TableOf(*column)))
             return AddRanked(expression, {&argument, TableOf(*column), *column}, function);
@@ -140,13 +140,10 @@ class ClassScan final : ScanShape {
     }
 
     bool AddRanked(const Expression& expression, Named ranked, const std::string& function) {
-        const ColumnInfo* info = InfoOf(ranked.name);
-        const ColumnType type = info->type == ColumnType::Counter ? ColumnType::Long : info->type;
         const ScanFigureKind kind = function == "count" ? ScanFigureKind::CountOf
                                     : function == "min" ? ScanFigureKind::LeastOf
                                                         : ScanFigureKind::GreatestOf;
-        const CompareKind compared = KindOfColumn(info->name, info->type);
-        return Add({&expression, {{}, 0, function, compared, type}, {kind}, std::move(ranked)});
+        return Add({&expression, RankedAggregate(function, ranked.name), {kind}, std::move(ranked)});
     }
 
     /// First of an expression that reads the large table alone.
