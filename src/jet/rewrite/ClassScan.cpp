@@ -390,18 +390,19 @@ class ClassScan final : ScanShape {
     void LeaveOutGroups(ScanPlan& plan) {
         if (select_.having && (TakesDiffering(*select_.having, plan) || TakesMoreThan(*select_.having, plan)))
             select_.having = nullptr;
-        if (TellsGroups())
+        if (TellsGroups(plan))
             for (ExpressionPtr& term : select_.groupBy)
                 order_->push_back({std::move(term), false});
         select_.groupBy.clear();
         having_ = true;
     }
 
-    [[nodiscard]] bool TellsGroups() const {
+    /// False when rows hold only figures, and these either order them or say that they differ, whichever it is.
+    [[nodiscard]] bool TellsGroups(const ScanPlan& plan) const {
         return !std::ranges::all_of(select_.items, [&](const SelectItem& item) {
             const auto* figure = std::get_if<ScannedAggregate>(&item.expression->node);
-            return figure != nullptr && figure->argument == nullptr &&
-                   std::ranges::any_of(*order_, [&](const OrderItem& order) {
+            if (figure == nullptr || figure->argument != nullptr) return false;
+            return plan.differing.has_value() || std::ranges::any_of(*order_, [&](const OrderItem& order) {
                        const auto* key = std::get_if<ScannedAggregate>(&order.expression->node);
                        return key != nullptr && key->figure == figure->figure && key->argument == nullptr;
                    });
