@@ -24,7 +24,7 @@ class ClassScan final : ScanShape {
     bool Apply() {
         if (!ReadTables() || !FindLarge() || !AllConditionsArePlaced()) return false;
         if (!ReadOutput() || !ReadConditions()) return false;
-        if (!MakeSides() || !FindImage() || !PlaceFigures()) return false;
+        if (!MakeSides() || !IsWorthIt() || !FindImage() || !PlaceFigures()) return false;
         plan_.whole = HasGroupsOfTheScan();
         plan_.existence = figures_.empty() && values_.empty();
         Rewrite();
@@ -200,6 +200,13 @@ class ClassScan final : ScanShape {
                 std::tie(figure.planned.keys, figure.planned.field) =
                     sides_.AddRanked(figure.ranked->table, figure.ranked->name);
         return sides_.fields() <= kMostScanFields;
+    }
+
+    /// Whether there is any row at all for each item, an index tells sooner (see SemiJoin.h).
+    [[nodiscard]] bool IsWorthIt() const {
+        const bool existence =
+            crosstab_ == nullptr && select_.groupBy.empty() && figures_.empty() && values_.empty() && codes_.empty();
+        return !existence || sides_.all().size() > 1 || !plan_.values.empty() || !plan_.lists.empty();
     }
 
     [[nodiscard]] bool CountsRows() const {

@@ -64,6 +64,7 @@ TEST(ColumnScansTest, TakesTheShapesItKnows) {
         {"SELECT First(A.AreaName)" + from, false},
         {"SELECT DISTINCT T.TimePeriod, A.AreaName" + from, true},
         {"SELECT DISTINCT A.AreaName" + from, true},
+        {"SELECT DISTINCT A.AreaName FROM SelArea A INNER JOIN Data D ON A.AreaNId = D.AreaNId", false},
         {"SELECT DISTINCT D.Datavalue" + from + "ORDER BY D.Datavalue", true},
         {"SELECT DISTINCT D.Datavalue, A.AreaName" + from, false},
         {"SELECT DISTINCT CDbl(D.Datavalue)" + from, false},
