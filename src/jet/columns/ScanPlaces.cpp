@@ -140,6 +140,29 @@ void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
     }
     for (std::size_t i = 0; i < block.count; ++i)
         block.places[i] = IsAlone(found_[i]) ? kNoPlace : PlaceOf(found_[i]);
+    if (plan_.byValue) CheckSpellings(block);
+}
+
+/// Which of several spellings stands for equal values hangs on the order in which SQLite would join the rows.
+void ScanPlaces::CheckSpellings(const ScanBlock& block) {
+    for (std::size_t i = 0; i < block.count; ++i) {
+        if (block.places[i] == firsts_.size())
+            firsts_.push_back(block.rows[i]);
+        else if (!AreSpelledAlike(block.rows[i], firsts_[block.places[i]]))
+            throw Error(ErrorNumber::ColumnsUnfit, "Equal values are written in several ways.");
+    }
+}
+
+bool ScanPlaces::AreSpelledAlike(std::uint32_t row, std::uint32_t other) const {
+    const ImageColumn& value = image_.columns()[plan_.value];
+    if (value.kinds[row] != value.kinds[other]) return false;
+    const auto kind = static_cast<ValueKind>(value.kinds[row]);
+    if (kind == ValueKind::Null) return true;
+    if (kind >= ValueKind::FixedPoint) // -0 is equal to 0
+        return std::bit_cast<std::uint64_t>(value.values[row]) == std::bit_cast<std::uint64_t>(value.values[other]);
+    std::string room;
+    std::string roomOfOther;
+    return image_.TextOf(value, row, room) == image_.TextOf(value, other, roomOfOther);
 }
 
 bool ScanPlaces::wantsMarks() const {

@@ -52,6 +52,8 @@ class ScanPlaces final {
     void FindKeys(const ScanBlock& block, const std::vector<SideKeys>& sides);
     void FindValueKeys(const ScanBlock& block);
     [[nodiscard]] std::uint64_t KeyOfText(std::uint32_t row);
+    void CheckSpellings(const ScanBlock& block);
+    [[nodiscard]] bool AreSpelledAlike(std::uint32_t row, std::uint32_t other) const;
     [[nodiscard]] bool IsAlone(std::uint64_t key) const;
     [[nodiscard]] std::uint32_t PlaceOf(std::uint64_t key);
     void Spread();
@@ -74,6 +76,7 @@ class ScanPlaces final {
         bool operator()(const std::string& a, const std::string& b) const { return CompareValueText(a, b) < 0; }
     };
     std::map<std::string, std::uint64_t, Before> texts_; ///< values that are no numbers, and their keys
+    std::vector<std::uint32_t> firsts_;                  ///< of groups of equal values: the first row of each
 };
 
 } // namespace jet

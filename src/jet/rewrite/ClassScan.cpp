@@ -314,7 +314,7 @@ class ClassScan final : ScanShape {
         }
     }
 
-    /// Of values that are equal the one that stands first in the table is given.
+    /// Values that are equal are written alike, or the scan gives up.
     void PlanValues(ScanTable& scan) {
         plan_.byValue = !values_.empty();
         if (!plan_.byValue) return;
