@@ -78,4 +78,9 @@ void SelectEverything() {
     SelectShare(1);
 }
 
+void SelectMillion() {
+    SelectEverything();
+    Need(Execute(QStringLiteral("DELETE * FROM _SelIUSNId WHERE IUSNId > 100")), "the selection can't be made smaller");
+}
+
 } // namespace tessaro::bench

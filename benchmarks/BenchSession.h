@@ -27,5 +27,7 @@ struct BenchSession {
 /// Selects the first half of areas, periods and combinations, or all of them.
 void SelectHalf();
 void SelectEverything();
+/// 100 combinations in all areas and periods: a million values.
+void SelectMillion();
 
 } // namespace tessaro::bench

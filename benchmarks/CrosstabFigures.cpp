@@ -20,12 +20,6 @@ const std::string kFrom =
     "sel._SelTimePeriod T ON T.TimePeriodNId = D.TimePeriodNId JOIN sel._SelArea A ON A.AreaNId "
     "= D.AreaNId";
 
-/// 100 combinations in all areas and periods: a million values.
-void SelectMillion() {
-    SelectEverything();
-    if (!Execute(QStringLiteral("DELETE * FROM _SelIUSNId WHERE IUSNId > 100"))) std::exit(2);
-}
-
 /// Areas on the rows, periods and subpopulations on the columns.
 QString CrosstabStatement() {
     RowsColumns arrangement;

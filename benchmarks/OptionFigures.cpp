@@ -137,9 +137,9 @@ void MeasureDataOptions(Report& report, const BenchSession& session) {
         WaitForColumns();
         const std::string byHand = StatisticsByHand();
         report.CompareOnce(
-            "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02);
+            "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02, 500);
         report.CompareOnce(
-            "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07);
+            "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07, 500);
     }
     SelectHalf();
     const BenchSession::Copies copies = session.CopyForHand();

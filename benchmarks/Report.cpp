@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 
@@ -60,7 +61,7 @@ double Milliseconds(const std::function<void()>& work, int times) {
 }
 
 void Report::Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
-                     double allowedRatio) {
+                     double allowedRatio, double free) {
     if (!Wants(what)) return;
     std::fprintf(stderr, "bench: %s\n", what.c_str());
     // The first run of each finds the pages of the files in memory, and counts.
@@ -83,24 +84,28 @@ void Report::Compare(const std::string& what, const std::function<void()>& ours,
         calm = better || betterByHand ? 0 : calm + 1;
         spent += (first + second) * times;
     }
-    Note(what, best, bestByHand, allowedRatio);
+    Note(what, best, bestByHand, {.ratio = allowedRatio, .free = free});
 }
 
 void Report::CompareOnce(const std::string& what, const std::function<void()>& ours,
-                         const std::function<void()>& byHand, double allowedRatio) {
+                         const std::function<void()>& byHand, double allowedRatio, double allowedMilliseconds) {
     if (!Wants(what)) return;
     std::fprintf(stderr, "bench: %s\n", what.c_str());
     double best = Milliseconds(ours);
     for (int turn = 1; turn < kFewestTurns; ++turn)
         best = std::min(best, Milliseconds(ours));
-    Note(what, best, Milliseconds(byHand), allowedRatio);
+    Note(what, best, Milliseconds(byHand), {.ratio = allowedRatio, .milliseconds = allowedMilliseconds});
 }
 
-void Report::Note(const std::string& what, double ours, double byHand, double allowedRatio) {
+void Report::Note(const std::string& what, double ours, double byHand, const Allowed& allowed) {
     const double ratio = ours / byHand;
-    const char* const digits = allowedRatio < 0.1 ? "%.3f" : "%.2f";
-    lines_.push_back({what, Duration(ours), Duration(byHand), Text(ratio, digits), Text(allowedRatio, digits),
-                      ratio <= allowedRatio});
+    const char* const digits = allowed.ratio < 0.1 ? "%.3f" : "%.2f";
+    std::string text = Text(allowed.ratio, digits);
+    if (std::isfinite(allowed.milliseconds)) text += ", " + Duration(allowed.milliseconds);
+    if (allowed.free > 0) text += " or +" + Duration(allowed.free);
+    const bool kept = ratio <= allowed.ratio || ours - byHand <= allowed.free;
+    lines_.push_back(
+        {what, Duration(ours), Duration(byHand), Text(ratio, digits), text, kept && ours <= allowed.milliseconds});
 }
 
 void Report::Bound(const std::string& what, const std::function<double()>& figure, double allowed,
@@ -124,7 +129,7 @@ void Report::Print() const {
     for (const Line& line : lines_)
         width = std::max(width, line.what.size());
     const auto print = [&](const Line& line) {
-        std::printf("%-*s  %10s  %12s  %5s  %8s%s\n", static_cast<int>(width), line.what.c_str(), line.ours.c_str(),
+        std::printf("%-*s  %10s  %12s  %5s  %16s%s\n", static_cast<int>(width), line.what.c_str(), line.ours.c_str(),
                     line.byHand.c_str(), line.ratio.c_str(), line.allowed.c_str(), line.kept ? "" : "  MISSED");
     };
     print(head);

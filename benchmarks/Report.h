@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -14,12 +15,13 @@ class Report final {
 
     [[nodiscard]] bool Wants(const std::string& what) const { return what.find(part_) != std::string::npos; }
     /// Times our work and the same work by hand, in turns, until neither gets faster, and takes the best of each. Short
-    /// work is repeated within a turn.
+    /// work is repeated within a turn. `free`: so many milliseconds more than by hand are no matter.
     void Compare(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
-                 double allowedRatio = 1.2);
+                 double allowedRatio = 1.2, double free = 0);
     /// The same where the work by hand takes minutes: it is timed once, after ours, of which the best of five counts.
+    /// Ours may have a bound in milliseconds besides.
     void CompareOnce(const std::string& what, const std::function<void()>& ours, const std::function<void()>& byHand,
-                     double allowedRatio);
+                     double allowedRatio, double allowedMilliseconds = std::numeric_limits<double>::infinity());
     /// Notes a figure that has a bound of its own; it is not measured unless it is wanted.
     void Bound(const std::string& what, const std::function<double()>& figure, double allowed, const std::string& unit);
     void Bound(const std::string& what, double figure, double allowed, const std::string& unit);
@@ -33,7 +35,12 @@ class Report final {
         std::string what, ours, byHand, ratio, allowed;
         bool kept = true;
     };
-    void Note(const std::string& what, double ours, double byHand, double allowedRatio);
+    struct Allowed {
+        double ratio = 1;
+        double milliseconds = std::numeric_limits<double>::infinity();
+        double free = 0; ///< milliseconds more than by hand
+    };
+    void Note(const std::string& what, double ours, double byHand, const Allowed& allowed);
 
     std::string part_;
     std::vector<Line> lines_;

@@ -18,6 +18,9 @@ namespace {
 /// More different groups than this part of the rows are not worth the detour, when they must be put together again.
 constexpr std::size_t kRowsAGroup = 4;
 
+/// Each piece that is looked at stands so many further on than the one before.
+constexpr std::size_t kFarApart = 633;
+
 /// Goes through some of the rows.
 class Scanner final {
   public:
@@ -39,7 +42,27 @@ class Scanner final {
     /// `from` and `to` are multiples of the rows of a block, or the end.
     void Run(std::size_t from, std::size_t to) {
         if (places_.wantsMarks()) Walk(from, to, [this] { places_.Mark(block_, sides_); });
+        if (places_.allAreAlone()) return;
         Walk(from, to, [this] { Take(); });
+    }
+
+    /// Looks for each group among rows from all over the table, as long as only their existence is asked for; False
+    /// when one wasn't met.
+    bool MeetsAllSoon() {
+        constexpr std::size_t kMostPieces = 1024;
+        constexpr std::size_t kRowsAPiece = 128;
+        constexpr std::size_t kPiecesBetweenLooks = 16;
+        constexpr std::size_t kPieceOfRows = 4; ///< at most so much of the table is looked at
+        constexpr std::uint32_t kMostPlaces = 5000;
+        if (!plan_.existence || places_.growing() || places_.count() > kMostPlaces) return false;
+        const std::size_t pieces = std::min(kMostPieces, image_.rows() / kRowsAPiece / kPieceOfRows);
+        for (std::size_t piece = 0; piece < pieces; ++piece) {
+            const std::size_t from = image_.rows() / pieces * (piece * kFarApart % pieces);
+            FillBlock(from, from + kRowsAPiece);
+            if (block_.count > 0) Take();
+            if (piece % kPiecesBetweenLooks == 0 && HasMetAll()) return true;
+        }
+        return pieces > 0 && HasMetAll();
     }
 
     void Join(const Scanner& later) { figures_.Join(*later.groups_); }
@@ -76,7 +99,12 @@ class Scanner final {
 
     void FindSides() {
         for (std::size_t i = 0; i < sides_.size(); ++i)
-            FindSideKeys(image_, plan_.sides[i], block_, sides_[i]);
+            if (IsRead(i)) FindSideKeys(image_, plan_.sides[i], block_, sides_[i]);
+    }
+
+    /// False for a side that only says which rows pass: all of these are of one class then.
+    [[nodiscard]] bool IsRead(std::size_t side) const {
+        return input_.sides[side].classes > 1 || !input_.sides[side].ranked.empty();
     }
 
     void Take() {
@@ -96,6 +124,8 @@ class Scanner final {
         block_.count = kept;
         FindSides();
     }
+
+    [[nodiscard]] bool HasMetAll() const { return std::ranges::find(groups_->rows, 0U) == groups_->rows.end(); }
 
     [[nodiscard]] bool Differs(std::uint32_t place) const {
         if (!plan_.differing) return true;
@@ -140,6 +170,7 @@ void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan,
 std::shared_ptr<const ScanGroups> ScanRows(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
                                            ScanThreads threads) {
     const auto scanner = std::make_unique<Scanner>(image, plan, input);
+    if (scanner->MeetsAllSoon()) return scanner->Finish();
     const bool shared = threads == ScanThreads::Two || (threads == ScanThreads::AsPays && scanner->paysToShare());
     if (shared && scanner->canBeShared())
         RunTogether(*scanner, image, plan, input);

@@ -39,6 +39,8 @@ ScanFilter::ScanFilter(const ColumnImage& image, const ScanPlan& plan, const Sca
     : image_(image), plan_(plan), input_(input), value_(image.columns()[plan.value]) {
     for (std::size_t i = 0; i < input.keys.size(); ++i)
         AddCodeTest(image.columns()[plan.keys[i].column], input.keys[i].passes);
+    for (std::size_t side = 0; side < input.sides.size(); ++side)
+        AddSideTest(side);
     for (const ScanListTest& test : plan.lists)
         AddListTest(test);
 }
@@ -47,15 +49,21 @@ void ScanFilter::AddCodeTest(const ImageColumn& column, std::vector<std::uint8_t
     if (std::ranges::find(passes, 0) != passes.end()) codes_.push_back({&column, std::move(passes)});
 }
 
-// Null is in no list, and outside of none.
+void ScanFilter::AddSideTest(std::size_t side) {
+    const std::vector<std::int32_t>& classOf = input_.sides[side].classOf;
+    const auto passes = [](std::int32_t found) { return found >= 0; };
+    if (std::ranges::all_of(classOf, passes)) return;
+    const std::vector<std::size_t>& columns = plan_.sides[side].columns;
+    if (columns.size() > 1) return sides_.push_back(side);
+    std::vector<std::uint8_t> codes(classOf.size());
+    std::ranges::transform(classOf, codes.begin(), passes);
+    AddCodeTest(image_.columns()[columns.front()], std::move(codes));
+}
+
 void ScanFilter::AddListTest(const ScanListTest& test) {
     const ImageColumn& column = image_.columns()[test.column];
-    NumberList list(test.numbers);
-    if (column.form != ColumnForm::Coded) return numbers_.push_back({&column, test.negated, std::move(list)});
-    std::vector<std::uint8_t> passes(column.numbers.size());
-    for (std::size_t code = column.hasNull ? 1 : 0; code < passes.size(); ++code)
-        passes[code] = list.contains(column.numbers[code]) != test.negated ? 1 : 0;
-    AddCodeTest(column, std::move(passes));
+    if (column.form == ColumnForm::Coded) return AddCodeTest(column, CodesInList(column, test));
+    numbers_.push_back({&column, test.negated, NumberList(test.numbers)});
 }
 
 void ScanFilter::Apply(ScanBlock& block) const {
@@ -64,7 +72,7 @@ void ScanFilter::Apply(ScanBlock& block) const {
             const std::uint8_t* const passes = test.passes.data();
             block.Keep([&](std::uint32_t row) { return passes[codeOf(row)] != 0; });
         });
-    for (std::size_t side = 0; side < input_.sides.size(); ++side)
+    for (const std::size_t side : sides_)
         KeepSide(block, side);
     for (const ScanValueTest& test : plan_.values)
         block.Keep([&](std::uint32_t row) { return ValuePasses(row, test); });

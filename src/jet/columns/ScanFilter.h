@@ -25,6 +25,7 @@ class ScanFilter final {
     };
     void AddCodeTest(const ImageColumn& column, std::vector<std::uint8_t> passes);
     void AddListTest(const ScanListTest& test);
+    void AddSideTest(std::size_t side);
     void KeepSide(ScanBlock& block, std::size_t side) const;
     [[nodiscard]] bool ValuePasses(std::uint32_t row, const ScanValueTest& test) const;
 
@@ -33,6 +34,7 @@ class ScanFilter final {
     const ScanInput& input_;
     const ImageColumn& value_;
     std::vector<CodeTest> codes_;
+    std::vector<std::size_t> sides_; ///< those that are met by several numbers at a time
     struct NumberTest {
         const ImageColumn* column = nullptr;
         bool negated = false;

@@ -1,8 +1,11 @@
 #include "jet/columns/ScanPlaces.h"
 
 #include "jet/values/Error.h"
+#include "jet/values/NumberList.h"
 
 #include <algorithm>
+#include <bit>
+#include <functional>
 #include <limits>
 
 namespace jet {
@@ -11,8 +14,22 @@ namespace {
 
 constexpr std::uint64_t kMostAtOnce = 4U << 20U;
 constexpr std::uint64_t kAlways = 1000;
+/// The bits of a NaN, which no value is: the key of Null, and behind it those of texts that are no numbers.
+constexpr std::uint64_t kNoNumber = 0x7FF8'0000'0000'0000U;
+
+void KeepCommon(std::vector<std::uint8_t>& passes, const std::vector<std::uint8_t>& others) {
+    std::ranges::transform(passes, others, passes.begin(), std::bit_and<>());
+}
 
 } // namespace
+
+std::vector<std::uint8_t> CodesInList(const ImageColumn& column, const ScanListTest& test) {
+    const NumberList list(test.numbers);
+    std::vector<std::uint8_t> passes(column.numbers.size());
+    for (std::size_t code = column.hasNull ? 1 : 0; code < passes.size(); ++code)
+        passes[code] = list.contains(column.numbers[code]) != test.negated ? 1 : 0;
+    return passes;
+}
 
 void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBlock& block, SideKeys& keys) {
     std::fill_n(keys.begin(), block.count, 0U);
@@ -34,7 +51,7 @@ ScanPlaces::ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const Sca
     }
     for (const SideClasses& side : input.sides)
         AddSize(side.classes);
-    growing_ = combinations_ > std::min<std::uint64_t>(kMostAtOnce, kAlways + 2 * image.rows());
+    growing_ = plan.byValue || combinations_ > std::min<std::uint64_t>(kMostAtOnce, kAlways + 2 * image.rows());
     if (growing_) Spread();
 }
 
@@ -42,18 +59,23 @@ ScanPlaces::Column ScanPlaces::ColumnFor(std::size_t position) const {
     Column made{&image_.columns()[position], {}, {}};
     const std::size_t codes = made.column->numbers.size();
     made.shareOf.resize(codes);
+    const std::vector<std::uint8_t> passes = PassingCodesOf(position);
     for (std::uint32_t code = 0; code < codes; ++code) {
-        if (!Passes(position, code)) continue;
+        if (passes[code] == 0) continue;
         made.shareOf[code] = static_cast<std::uint32_t>(made.standing.size());
         made.standing.push_back(code);
     }
     return made;
 }
 
-bool ScanPlaces::Passes(std::size_t position, std::uint32_t code) const {
+std::vector<std::uint8_t> ScanPlaces::PassingCodesOf(std::size_t position) const {
+    const ImageColumn& column = image_.columns()[position];
+    std::vector<std::uint8_t> passes(column.numbers.size(), 1);
     for (std::size_t i = 0; i < input_.keys.size(); ++i)
-        if (plan_.keys[i].column == position && input_.keys[i].passes[code] == 0) return false;
-    return true;
+        if (plan_.keys[i].column == position) KeepCommon(passes, input_.keys[i].passes);
+    for (const ScanListTest& test : plan_.lists)
+        if (test.column == position) KeepCommon(passes, CodesInList(column, test));
+    return passes;
 }
 
 void ScanPlaces::AddSize(std::size_t size) {
@@ -68,6 +90,7 @@ std::uint32_t ScanPlaces::count() const {
 }
 
 void ScanPlaces::FindKeys(const ScanBlock& block, const std::vector<SideKeys>& sides) {
+    if (plan_.byValue) return FindValueKeys(block);
     auto& keys = found_;
     std::fill_n(keys.begin(), block.count, 0U);
     for (std::size_t c = 0; c < columns_.size(); ++c) {
@@ -87,6 +110,27 @@ void ScanPlaces::FindKeys(const ScanBlock& block, const std::vector<SideKeys>& s
     }
 }
 
+/// Numbers that are equal have one key, however they are written.
+void ScanPlaces::FindValueKeys(const ScanBlock& block) {
+    const ImageColumn& value = image_.columns()[plan_.value];
+    for (std::size_t i = 0; i < block.count; ++i) {
+        const std::uint32_t row = block.rows[i];
+        const auto kind = static_cast<ValueKind>(value.kinds[row]);
+        if (kind == ValueKind::Null)
+            found_[i] = kNoNumber;
+        else if (kind == ValueKind::Unreadable)
+            found_[i] = KeyOfText(row);
+        else
+            found_[i] = value.values[row] == 0 ? 0 : std::bit_cast<std::uint64_t>(value.values[row]);
+    }
+}
+
+std::uint64_t ScanPlaces::KeyOfText(std::uint32_t row) {
+    std::string room;
+    const std::string text(image_.TextOf(image_.columns()[plan_.value], row, room));
+    return texts_.try_emplace(text, kNoNumber + 1 + texts_.size()).first->second;
+}
+
 void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
     FindKeys(block, sides);
     if (!growing_) {
@@ -96,6 +140,29 @@ void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
     }
     for (std::size_t i = 0; i < block.count; ++i)
         block.places[i] = IsAlone(found_[i]) ? kNoPlace : PlaceOf(found_[i]);
+    if (plan_.byValue) CheckSpellings(block);
+}
+
+/// Which of several spellings stands for equal values hangs on the order in which SQLite would join the rows.
+void ScanPlaces::CheckSpellings(const ScanBlock& block) {
+    for (std::size_t i = 0; i < block.count; ++i) {
+        if (block.places[i] == firsts_.size())
+            firsts_.push_back(block.rows[i]);
+        else if (!AreSpelledAlike(block.rows[i], firsts_[block.places[i]]))
+            throw Error(ErrorNumber::ColumnsUnfit, "Equal values are written in several ways.");
+    }
+}
+
+bool ScanPlaces::AreSpelledAlike(std::uint32_t row, std::uint32_t other) const {
+    const ImageColumn& value = image_.columns()[plan_.value];
+    if (value.kinds[row] != value.kinds[other]) return false;
+    const auto kind = static_cast<ValueKind>(value.kinds[row]);
+    if (kind == ValueKind::Null) return true;
+    if (kind >= ValueKind::FixedPoint) // -0 is equal to 0
+        return std::bit_cast<std::uint64_t>(value.values[row]) == std::bit_cast<std::uint64_t>(value.values[other]);
+    std::string room;
+    std::string roomOfOther;
+    return image_.TextOf(value, row, room) == image_.TextOf(value, other, roomOfOther);
 }
 
 bool ScanPlaces::wantsMarks() const {
@@ -112,13 +179,16 @@ void ScanPlaces::Mark(const ScanBlock& block, const std::vector<SideKeys>& sides
     for (std::size_t i = 0; i < block.count; ++i) {
         const std::uint64_t bit = std::uint64_t{1} << (found_[i] % 64);
         std::uint64_t& seen = seen_[found_[i] / 64];
-        shared_[found_[i] / 64] |= seen & bit;
+        if ((seen & bit) != 0) {
+            shared_[found_[i] / 64] |= bit;
+            anyShared_ = true;
+        }
         seen |= bit;
     }
 }
 
 bool ScanPlaces::IsAlone(std::uint64_t key) const {
-    return !shared_.empty() && (shared_[key / 64] >> (key % 64) & 1U) == 0;
+    return !seen_.empty() && (shared_[key / 64] >> (key % 64) & 1U) == 0;
 }
 
 // Fibonacci hashing: the upper bits of the product are well mixed.

@@ -3,8 +3,11 @@
 #include "jet/columns/ScanBlock.h"
 #include "jet/columns/ScanGroups.h"
 #include "jet/columns/ScanPlan.h"
+#include "jet/values/Collation.h"
 
 #include <cstdint>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace jet {
@@ -12,6 +15,9 @@ namespace jet {
 /// The keys of a side for the rows of a block: combinations of the codes of its columns.
 using SideKeys = std::array<std::uint32_t, kBlockRows>;
 void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBlock& block, SideKeys& keys);
+
+/// Which codes of a column pass a list. Null is in no list, and outside of none.
+[[nodiscard]] std::vector<std::uint8_t> CodesInList(const ImageColumn& column, const ScanListTest& test);
 
 /// Numbers the groups of a scan. When there are few combinations each has its place from the beginning; else places are
 /// given out in the order in which groups are met.
@@ -25,6 +31,8 @@ class ScanPlaces final {
     /// True when only groups of several rows are asked for among very many: all rows are to be marked first then.
     [[nodiscard]] bool wantsMarks() const;
     void Mark(const ScanBlock& block, const std::vector<SideKeys>& sides);
+    /// True when all rows have been marked, and none has a group in common with another.
+    [[nodiscard]] bool allAreAlone() const { return !seen_.empty() && !anyShared_; }
     /// Places given out so far.
     [[nodiscard]] std::uint32_t count() const;
     [[nodiscard]] bool growing() const { return growing_; }
@@ -39,9 +47,13 @@ class ScanPlaces final {
         std::vector<std::uint32_t> standing; ///< the code of each share
     };
     [[nodiscard]] Column ColumnFor(std::size_t position) const;
-    [[nodiscard]] bool Passes(std::size_t position, std::uint32_t code) const;
+    [[nodiscard]] std::vector<std::uint8_t> PassingCodesOf(std::size_t position) const;
     void AddSize(std::size_t size);
     void FindKeys(const ScanBlock& block, const std::vector<SideKeys>& sides);
+    void FindValueKeys(const ScanBlock& block);
+    [[nodiscard]] std::uint64_t KeyOfText(std::uint32_t row);
+    void CheckSpellings(const ScanBlock& block);
+    [[nodiscard]] bool AreSpelledAlike(std::uint32_t row, std::uint32_t other) const;
     [[nodiscard]] bool IsAlone(std::uint64_t key) const;
     [[nodiscard]] std::uint32_t PlaceOf(std::uint64_t key);
     void Spread();
@@ -56,9 +68,15 @@ class ScanPlaces final {
     std::array<std::uint64_t, kBlockRows> found_{}; ///< the keys of a block
     std::vector<std::uint64_t> seen_;               ///< a bit for each key that a row has
     std::vector<std::uint64_t> shared_;             ///< a bit for each that several have
-    std::vector<std::uint64_t> keys_;               ///< of the places given out
-    std::vector<std::uint32_t> slots_;              ///< a table by hash of the key: place + 1; 0 is free
+    bool anyShared_ = false;
+    std::vector<std::uint64_t> keys_;  ///< of the places given out
+    std::vector<std::uint32_t> slots_; ///< a table by hash of the key: place + 1; 0 is free
     unsigned bits_ = 0;
+    struct Before {
+        bool operator()(const std::string& a, const std::string& b) const { return CompareValueText(a, b) < 0; }
+    };
+    std::map<std::string, std::uint64_t, Before> texts_; ///< values that are no numbers, and their keys
+    std::vector<std::uint32_t> firsts_;                  ///< of groups of equal values: the first row of each
 };
 
 } // namespace jet

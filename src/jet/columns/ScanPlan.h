@@ -96,6 +96,10 @@ struct ScanPlan {
     std::vector<ScanListTest> lists;
     /// The groups are those of the statement, which are not put together any more.
     bool whole = false;
+    /// Each different value is a group of its own; nothing else tells groups apart then.
+    bool byValue = false;
+    /// Only which groups there are is asked for, so that the scan may end when it has met them all.
+    bool existence = false;
     /// Only groups in which these two ranked figures differ.
     std::optional<std::pair<std::size_t, std::size_t>> differing;
     /// Only groups of more rows than that.
@@ -106,7 +110,8 @@ struct ScanPlan {
         return !image.owner_before(other.image) && !other.image.owner_before(image) && schemaName == other.schemaName &&
                value == other.value && codes == other.codes && figures == other.figures && keys == other.keys &&
                sides == other.sides && values == other.values && lists == other.lists && whole == other.whole &&
-               differing == other.differing && moreThan == other.moreThan;
+               byValue == other.byValue && existence == other.existence && differing == other.differing &&
+               moreThan == other.moreThan;
     }
 };
 

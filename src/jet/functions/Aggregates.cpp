@@ -115,8 +115,8 @@ template <bool last> void StepRow(sqlite3_context* context, int, sqlite3_value**
     state->seen = true;
 }
 
-void FinalRow(sqlite3_context* context) {
-    auto* const state = StateOf<RowState>(context, false);
+template <class State> void FinalHeld(sqlite3_context* context) {
+    auto* const state = StateOf<State>(context, false);
     if (state != nullptr) GiveHeld(context, state->held);
 }
 
@@ -134,11 +134,6 @@ void StepFirst(sqlite3_context* context, int, sqlite3_value** values) {
     sqlite3_value_free(state->held);
     state->held = sqlite3_value_dup(values[0]);
     state->row = row;
-}
-
-void FinalFirst(sqlite3_context* context) {
-    auto* const state = StateOf<FirstState>(context, false);
-    if (state != nullptr) GiveHeld(context, state->held);
 }
 
 /// The least or greatest of texts that are compared as values. Of those that compare as equal the one whose bytes come
@@ -202,9 +197,9 @@ void RegisterAggregates(sqlite3* database) {
         AggregateRegistration{"jet_varp", 1, Step<SpreadState>, Final<SpreadState, FinishSpread<false, false>>},
         AggregateRegistration{"jet_min", 1, StepExtreme<true>, FinalExtreme},
         AggregateRegistration{"jet_max", 1, StepExtreme<false>, FinalExtreme},
-        AggregateRegistration{"jet_first", 1, StepRow<false>, FinalRow},
-        AggregateRegistration{"jet_firstof", 2, StepFirst, FinalFirst},
-        AggregateRegistration{"jet_last", 1, StepRow<true>, FinalRow},
+        AggregateRegistration{"jet_first", 1, StepRow<false>, FinalHeld<RowState>},
+        AggregateRegistration{"jet_firstof", 2, StepFirst, FinalHeld<FirstState>},
+        AggregateRegistration{"jet_last", 1, StepRow<true>, FinalHeld<RowState>},
     };
     for (const AggregateRegistration& each : aggregates)
         sqlite3_create_function_v2(database, each.name, each.arguments,

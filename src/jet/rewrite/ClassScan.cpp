@@ -7,7 +7,6 @@
 #include "jet/sql/VisitOperands.h"
 
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 namespace jet {
@@ -24,9 +23,10 @@ class ClassScan final : ScanShape {
 
     bool Apply() {
         if (!ReadTables() || !FindLarge() || !AllConditionsArePlaced()) return false;
-        if (!ReadOutput() || !ReadConditions() || !IsWorthIt()) return false;
-        if (!MakeSides() || !FindImage() || !PlaceFigures()) return false;
+        if (!ReadOutput() || !ReadConditions()) return false;
+        if (!MakeSides() || !IsWorthIt() || !FindImage() || !PlaceFigures()) return false;
         plan_.whole = HasGroupsOfTheScan();
+        plan_.existence = figures_.empty() && values_.empty();
         Rewrite();
         return true;
     }
@@ -64,6 +64,15 @@ class ClassScan final : ScanShape {
                Read(*crosstab_->value, true) && figures_.size() == 1;
     }
 
+    /// "SELECT DISTINCT value": each value is a group of its own.
+    [[nodiscard]] bool MayGroupByValue() const {
+        const auto isValue = [&](const Expression& expression) { return IsValue(expression) || IsAlias(expression); };
+        return select_.duplicates == Duplicates::DropEqualValues && crosstab_ == nullptr && !select_.top &&
+               select_.groupBy.empty() && !select_.having &&
+               std::ranges::all_of(select_.items, [&](const SelectItem& item) { return IsValue(*item.expression); }) &&
+               std::ranges::all_of(orderBy_, [&](const OrderItem& item) { return isValue(*item.expression); });
+    }
+
     [[nodiscard]] bool HasGroups() const {
         if (select_.duplicates == Duplicates::DropEqualRows) return false;
         return !select_.groupBy.empty() || !figures_.empty() || select_.duplicates == Duplicates::DropEqualValues;
@@ -93,6 +102,10 @@ class ClassScan final : ScanShape {
 
     bool ReadField(const Expression& expression, const ColumnName& column) {
         const std::size_t table = TableOf(column);
+        if (IsValue(expression)) {
+            values_.push_back({&expression, table, column});
+            return MayGroupByValue();
+        }
         if (table == large_) return AddCode(*InfoOf(column));
         if (table < tables_.size()) fields_.push_back({&expression, table, column});
         return table < tables_.size() || IsAlias(expression);
@@ -110,7 +123,7 @@ class ClassScan final : ScanShape {
             const ColumnType type = LargeField(argument)->type;
             return kind && Add({&expression, {{}, 0, function, CompareKind::ValueText, type}, {*kind}});
         }
-        const bool extreme = function == "min" || function == "max";
+        const bool extreme = IsExtreme(function);
         const auto* column = std::get_if<ColumnName>(&argument.node);
         if (column != nullptr && !call.distinct && (extreme || function == "count") && IsSmall(TableOf(*column)))
             return AddRanked(expression, {&argument, TableOf(*column), *column}, function);
@@ -127,13 +140,10 @@ class ClassScan final : ScanShape {
     }
 
     bool AddRanked(const Expression& expression, Named ranked, const std::string& function) {
-        const ColumnInfo* info = InfoOf(ranked.name);
-        const ColumnType type = info->type == ColumnType::Counter ? ColumnType::Long : info->type;
         const ScanFigureKind kind = function == "count" ? ScanFigureKind::CountOf
                                     : function == "min" ? ScanFigureKind::LeastOf
                                                         : ScanFigureKind::GreatestOf;
-        const CompareKind compared = KindOfColumn(info->name, info->type);
-        return Add({&expression, {{}, 0, function, compared, type}, {kind}, std::move(ranked)});
+        return Add({&expression, RankedAggregate(function, ranked.name), {kind}, std::move(ranked)});
     }
 
     /// First of an expression that reads the large table alone.
@@ -176,16 +186,6 @@ class ClassScan final : ScanShape {
         return true;
     }
 
-    /// Where only the existence of rows is asked for, tests through indexes (see SemiJoin.h) are sooner as long as
-    /// nothing else is asked of the rows, and one table gives the fields.
-    [[nodiscard]] bool IsWorthIt() const {
-        if (crosstab_ != nullptr || !select_.groupBy.empty() || !figures_.empty()) return true;
-        TableSet giving = codes_.empty() ? 0 : Bit(large_);
-        for (const Named& field : fields_)
-            giving |= Bit(field.table);
-        return std::popcount(giving) > 1 || giving == Bit(large_) || !plan_.values.empty() || !plan_.lists.empty();
-    }
-
     // --- Sides ---
 
     bool MakeSides() {
@@ -200,6 +200,13 @@ class ClassScan final : ScanShape {
                 std::tie(figure.planned.keys, figure.planned.field) =
                     sides_.AddRanked(figure.ranked->table, figure.ranked->name);
         return sides_.fields() <= kMostScanFields;
+    }
+
+    /// Whether there is any row at all for each item, an index tells sooner (see SemiJoin.h).
+    [[nodiscard]] bool IsWorthIt() const {
+        const bool existence =
+            crosstab_ == nullptr && select_.groupBy.empty() && figures_.empty() && values_.empty() && codes_.empty();
+        return !existence || sides_.all().size() > 1 || !plan_.values.empty() || !plan_.lists.empty();
     }
 
     [[nodiscard]] bool CountsRows() const {
@@ -243,6 +250,7 @@ class ClassScan final : ScanShape {
     // --- Are the groups of the scan those of the statement? ---
 
     [[nodiscard]] bool HasGroupsOfTheScan() const {
+        if (!values_.empty()) return true;
         if (crosstab_ != nullptr || order_ == nullptr || select_.top || select_.groupBy.empty() || rest_) return false;
         if (select_.duplicates != Duplicates::Keep) return false;
         const auto isBare = [](const ExpressionPtr& term) { return std::holds_alternative<ColumnName>(term->node); };
@@ -272,12 +280,16 @@ class ClassScan final : ScanShape {
         const std::string alias = tables_[large_].name.alias;
         ScanTable scan{alias, codes_, {}, {}, {}, {}};
         PlanFigures(scan);
+        PlanValues(scan);
         TakeConditions();
         for (const ScanSides::Side& side : sides_.all())
             scan.sides.push_back(QueryOfSide(side));
         ReplaceFields(scan);
         scan.plan = std::move(plan_);
-        if (scan.plan.whole) LeaveOutGroups(scan.plan);
+        if (scan.plan.byValue)
+            select_.duplicates = Duplicates::Keep;
+        else if (scan.plan.whole)
+            LeaveOutGroups(scan.plan);
         select_.where = RestOfConditions();
         select_.from.clear();
         auto reference = std::make_unique<TableReference>();
@@ -300,6 +312,16 @@ class ClassScan final : ScanShape {
                 figure.made.argument = std::move(std::get<Call>(Writable(figure.expression).node).arguments.front());
             Writable(figure.expression).node = figure.made;
         }
+    }
+
+    /// Values that are equal are written alike, or the scan gives up.
+    void PlanValues(ScanTable& scan) {
+        plan_.byValue = !values_.empty();
+        if (!plan_.byValue) return;
+        for (SelectItem& item : select_.items)
+            if (item.alias.empty()) item.alias = LargeField(*item.expression)->name;
+        for (const Named& value : values_)
+            ReadFromFirstRow(scan, value);
     }
 
     /// Each different figure once.
@@ -375,18 +397,19 @@ class ClassScan final : ScanShape {
     void LeaveOutGroups(ScanPlan& plan) {
         if (select_.having && (TakesDiffering(*select_.having, plan) || TakesMoreThan(*select_.having, plan)))
             select_.having = nullptr;
-        if (TellsGroups())
+        if (TellsGroups(plan))
             for (ExpressionPtr& term : select_.groupBy)
                 order_->push_back({std::move(term), false});
         select_.groupBy.clear();
         having_ = true;
     }
 
-    [[nodiscard]] bool TellsGroups() const {
+    /// False when rows hold only figures, and these either order them or say that they differ, whichever it is.
+    [[nodiscard]] bool TellsGroups(const ScanPlan& plan) const {
         return !std::ranges::all_of(select_.items, [&](const SelectItem& item) {
             const auto* figure = std::get_if<ScannedAggregate>(&item.expression->node);
-            return figure != nullptr && figure->argument == nullptr &&
-                   std::ranges::any_of(*order_, [&](const OrderItem& order) {
+            if (figure == nullptr || figure->argument != nullptr) return false;
+            return plan.differing.has_value() || std::ranges::any_of(*order_, [&](const OrderItem& order) {
                        const auto* key = std::get_if<ScannedAggregate>(&order.expression->node);
                        return key != nullptr && key->figure == figure->figure && key->argument == nullptr;
                    });
@@ -430,6 +453,7 @@ class ClassScan final : ScanShape {
     Transform* crosstab_;
     ScanSides sides_;
     std::vector<Named> fields_;
+    std::vector<Named> values_; ///< the value itself, where groups are told apart by it
     std::vector<Figure> figures_;
     bool rest_ = false;   ///< an aggregate stays, over the groups of the scan
     bool having_ = false; ///< what HAVING asks is asked of each row now

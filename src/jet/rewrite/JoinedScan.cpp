@@ -20,10 +20,6 @@ using namespace tree;
 /// More different combinations than this part of the rows are not worth the detour.
 constexpr std::size_t kRowsAGroup = 4;
 
-bool IsExtreme(std::string_view function) {
-    return function == "min" || function == "max";
-}
-
 /// True when a row that is there twice changes the figure.
 bool CountsRows(ScanFigureKind kind) {
     return kind == ScanFigureKind::Rows || kind == ScanFigureKind::Values || kind == ScanFigureKind::Sum ||
@@ -120,11 +116,8 @@ class JoinedScan final : ScanShape {
     }
 
     bool AddRanked(const Expression& expression, Ranked ranked, const std::string& function) {
-        const ColumnInfo* info = InfoOf(ranked.field);
-        const ColumnType type = info->type == ColumnType::Counter ? ColumnType::Long : info->type;
         const ScanFigureKind kind = function == "min" ? ScanFigureKind::LeastRanked : ScanFigureKind::GreatestRanked;
-        return AddFigure(
-            {&expression, {{}, 0, function, KindOfColumn(info->name, info->type), type}, kind, std::move(ranked)});
+        return AddFigure({&expression, RankedAggregate(function, ranked.field), kind, std::move(ranked)});
     }
 
     bool ReadOutput() {

@@ -64,6 +64,10 @@ bool IsWhole(ColumnType type) {
     return type == ColumnType::Long || type == ColumnType::Integer || type == ColumnType::Counter;
 }
 
+bool IsExtreme(std::string_view function) {
+    return function == "min" || function == "max";
+}
+
 std::optional<ScanFigureKind> FigureOfValues(std::string_view function) {
     constexpr std::array<std::pair<std::string_view, ScanFigureKind>, 9> kKinds = {{{"count", ScanFigureKind::Values},
                                                                                     {"min", ScanFigureKind::Least},
@@ -111,6 +115,12 @@ bool ScanShape::AddCode(const ColumnInfo& field) {
     if (!IsWhole(field.type)) return false;
     if (std::ranges::find(codes_, field.name, &ColumnInfo::name) == codes_.end()) codes_.push_back(field);
     return codes_.size() <= kMostScanCodes;
+}
+
+ScannedAggregate ScanShape::RankedAggregate(const std::string& function, const ColumnName& field) const {
+    const ColumnInfo* info = InfoOf(field);
+    const ColumnType type = info->type == ColumnType::Counter ? ColumnType::Long : info->type;
+    return {{}, 0, function, KindOfColumn(info->name, info->type), type};
 }
 
 // --- Conditions ---

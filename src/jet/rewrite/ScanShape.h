@@ -39,6 +39,9 @@ class ScanShape : protected JoinedTables {
     [[nodiscard]] bool IsValue(const tree::Expression& expression) const;
     /// Notes a field that tells groups apart; False when it can't.
     bool AddCode(const ColumnInfo& field);
+    /// What stands for the least, the greatest or the count of a field of a small table.
+    [[nodiscard]] tree::ScannedAggregate RankedAggregate(const std::string& function,
+                                                         const tree::ColumnName& field) const;
 
     // --- Conditions ---
 
@@ -96,6 +99,8 @@ class ScanShape : protected JoinedTables {
 /// The aggregate that an expression calls; nullptr for anything else.
 [[nodiscard]] const FunctionInfo* AggregateOf(const tree::Expression& expression);
 [[nodiscard]] bool IsWhole(ColumnType type);
+/// True for the names of Min and Max.
+[[nodiscard]] bool IsExtreme(std::string_view function);
 /// The figure of the values that an aggregate is made of; nothing for those that need more.
 [[nodiscard]] std::optional<ScanFigureKind> FigureOfValues(std::string_view function);
 

@@ -58,6 +58,9 @@ constexpr const char* kConditions[] = {"I.Deleted = False",
                                        "Len(Trim(D.Datavalue)) > 0",
                                        "D.Datavalue Is Not Null"};
 constexpr const char* kFields[] = {"I.Indicator", "A.AreaName", "A.AreaID", "T.TimePeriod", "I.UnitGId"};
+constexpr const char* kCodes[] = {"D.IUSNId, D.TimePeriodNId", "D.IUSNId", "D.SourceNId"};
+constexpr const char* kItems[] = {"T.TimePeriodNId, T.TimePeriod", "A.AreaNId", "A.AreaID",
+                                  "I.IUSNId, I.Indicator, I.UnitGId", "I.SourceNId"};
 constexpr const char* kCells[] = {"First(D.Datavalue)",
                                   "First(IIf(IsNull(D.FootnoteNId) Or D.FootnoteNId = 0, D.Datavalue, D.Datavalue & "
                                   "'{{}}' & D.FootnoteNId))",
@@ -115,6 +118,12 @@ std::string RandomScans::OfWizards() {
     const std::string group = Group(6);
     const std::string from = " FROM " + From() + Conditions() + (group.empty() ? "" : " GROUP BY " + group);
     const std::string field = OneOf(kFields);
+    if (Chance(15))
+        return "SELECT DISTINCT D.Datavalue FROM " + From() + Conditions() +
+               (Chance(30) ? " ORDER BY D.Datavalue" : "");
+    if (Chance(15)) return CrossFilter();
+    if (Chance(15) && !group.empty())
+        return "SELECT Count(*)" + from + " HAVING Count(*) > " + std::to_string(random_() % 3);
     if (Chance(25)) return "SELECT Count(" + field + ") AS C" + from + " ORDER BY Count(" + field + ") DESC";
     if (Chance(33))
         return "SELECT Min(" + field + "), Max(" + field + ")" + from + " HAVING Min(" + field + ") <> Max(" + field +
@@ -122,6 +131,16 @@ std::string RandomScans::OfWizards() {
     if (Chance(50) || group.empty())
         return "SELECT DISTINCT " + (group.empty() ? field : group) + " FROM " + From() + Conditions();
     return "TRANSFORM " + std::string(OneOf(kCells)) + " AS E SELECT " + group + from + " PIVOT " + OneOf(kPivots);
+}
+
+/// What the automatic selections ask: for which items there are rows.
+std::string RandomScans::CrossFilter() {
+    if (Chance(30))
+        return "SELECT DISTINCT " + std::string(OneOf(kCodes)) +
+               " INTO Made FROM Data D, SelArea A WHERE D.AreaNId = "
+               "A.AreaNId" +
+               (Chance(50) ? " AND D.IUSNId in (2,3,5,7,11)" : "");
+    return "SELECT DISTINCT " + std::string(OneOf(kItems)) + " FROM " + From() + Conditions();
 }
 
 std::string RandomScans::Next() {

@@ -18,6 +18,7 @@ class RandomScans {
     template <class List> auto OneOf(const List& list) { return *(std::begin(list) + random_() % std::size(list)); }
     std::string Group(int most);
     std::string OfWizards();
+    std::string CrossFilter();
     std::string Arm(const std::string& group, bool into);
     std::string From();
     std::string Conditions();
