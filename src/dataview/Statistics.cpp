@@ -1,6 +1,7 @@
 #include "dataview/Statistics.h"
 
 #include "session/Query.h"
+#include "session/StatementWatch.h"
 #include "session/Strings.h"
 #include "view/InView.h"
 
@@ -76,8 +77,9 @@ QString StatisticsStatement(const QString& rowFilter) {
 std::vector<StatsLine> ReadStatistics(const QString& rowFilter, UnreadableValues* unreadable) {
     std::vector<Line> lines;
     QMap<QString, int> placeOfIndicator; // by GId: the place of the statement's order
+    const StatementWatch watch;
     Records rows = Select(StatisticsStatement(rowFilter));
-    if (!rows.isOpen()) {
+    if (!rows.isOpen() && !watch.Stopped()) {
         rows = Select(StatisticsStatement(rowFilter + QLatin1String(kNumbersOnly)));
         if (unreadable != nullptr) *unreadable = FindUnreadableValues(rowFilter);
     }

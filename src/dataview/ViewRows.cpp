@@ -6,6 +6,7 @@
 #include "session/Frame.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "session/StatementWatch.h"
 #include "view/InView.h"
 
 namespace tessaro {
@@ -96,9 +97,23 @@ bool ViewRows::GenerateMostRecentData() {
 }
 
 void ViewRows::SetFilters(const DataFilters& filters) {
+    const DataFilters before = filters_;
+    const QString deletedBefore = DeletedRowNIds;
+    const QStringList cellsBefore = removedCells_;
     filters_ = filters;
+    if (!RequeryUnlessStopped()) return;
+    filters_ = before;
+    DeletedRowNIds = deletedBefore;
+    removedCells_ = cellsBefore;
+    Requery(Removed::StayOut);
+}
+
+/// True when the user has stopped it.
+bool ViewRows::RequeryUnlessStopped() {
+    const StatementWatch watch;
     filters_.MostRecentChanged = filters_.MissingDataChanged = filters_.ValueRangeChanged = true;
     Requery();
+    return watch.Stopped();
 }
 
 void ViewRows::SetOrder(const QString& orderBy) {

@@ -26,8 +26,8 @@ void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBloc
     }
 }
 
-ScanPlaces::ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input)
-    : image_(image), plan_(plan), input_(input) {
+ScanPlaces::ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input, WorkWatch* watch)
+    : image_(image), plan_(plan), input_(input), watch_(watch) {
     for (const std::size_t position : plan.codes) {
         columns_.push_back(ColumnFor(position));
         AddSize(columns_.back().standing.size());
@@ -148,6 +148,7 @@ void ScanPlaces::Spread() {
         while (slots_[slot] != 0)
             slot = (slot + 1) & mask;
         slots_[slot] = static_cast<std::uint32_t>(place + 1);
+        if (watch_ != nullptr) watch_->Step();
     }
 }
 

@@ -1,0 +1,51 @@
+#include "session/StatementWatch.h"
+
+#include "jet/engine/Connection.h"
+#include "session/Session.h"
+
+#include <utility>
+
+namespace tessaro {
+
+namespace {
+
+StatementWatch* watching = nullptr;
+
+} // namespace
+
+StatementWatch::StatementWatch() : StatementWatch([this](std::optional<int> percent) { return TellFrame(percent); }) {}
+
+StatementWatch::StatementWatch(Tell tell) : tell_(std::move(tell)) {
+    if (watching != nullptr || !Connection || !Connection->isOpen()) return;
+    watching = this;
+    connection_ = Connection;
+    clock_.start();
+    connection_->Watch([this](std::optional<int> percent) { return GoesOn(percent); });
+}
+
+StatementWatch::~StatementWatch() {
+    if (watching != this) return;
+    watching = nullptr;
+    if (connection_->isOpen()) connection_->Watch({});
+}
+
+bool StatementWatch::Stopped() const {
+    return watching != nullptr && watching->stopped_;
+}
+
+// What screens and timers do on their own runs statements, which have to wait for this one.
+bool StatementWatch::GoesOn(std::optional<int> percent) {
+    if (stopped_ || clock_.elapsed() < Patience) return !stopped_;
+    TheFrame().HoldScreens(true);
+    stopped_ = !tell_(percent);
+    TheFrame().HoldScreens(false);
+    return !stopped_;
+}
+
+bool StatementWatch::TellFrame(std::optional<int> percent) {
+    if (!wait_) wait_.emplace();
+    if (percent) TheFrame().SetProgress(*percent);
+    return !TheFrame().IsStopAsked();
+}
+
+} // namespace tessaro
