@@ -183,7 +183,7 @@ void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan,
     try {
         first.Run(0, half);
         progress.Wait(later);
-    } catch (const Error&) {
+    } catch (...) {
         progress.Stop(); // the future waits for the other thread as it goes
         throw;
     }

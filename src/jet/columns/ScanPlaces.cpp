@@ -99,8 +99,10 @@ void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
 }
 
 bool ScanPlaces::wantsMarks() const {
-    constexpr std::uint64_t kMostMarks = 1U << 28U;
-    return growing_ && combinations_ <= kMostMarks && plan_.whole && (plan_.moreThan > 0 || plan_.differing);
+    constexpr std::uint64_t kFewMarks = 1U << 28U; // two lists of 32 MB
+    constexpr std::uint64_t kMarksARow = 24;       // takes less memory than the groups would
+    const std::uint64_t most = std::max<std::uint64_t>(kFewMarks, kMarksARow * image_.rows());
+    return growing_ && combinations_ <= most && plan_.whole && (plan_.moreThan > 0 || plan_.differing);
 }
 
 void ScanPlaces::Mark(const ScanBlock& block, const std::vector<SideKeys>& sides) {
