@@ -47,6 +47,7 @@ void StatisticsTable::Draw(const ViewRows& rows) {
         lines_.SetLines(ReadStatistics(RowFilter, &unreadable_));
         TheFrame().SetProgress(100);
         stopped = watch.Stopped();
+        if (stopped) unreadable_ = {};
     }
     SetHint(GetText(stopped ? QStringLiteral("TS_StatisticsStopped") : QStringLiteral("TS_NoStatistics")));
     FitToFont();

@@ -76,7 +76,11 @@ class ViewRows final : public QObject {
     void Clear();
     bool StartPaging(const QString& sql);
     bool StartAnew();
-    [[nodiscard]] bool RequeryUnlessStopped();
+    void BeginRequery(Removed removed);
+    bool Generate();
+    /// Generates the rows; true when the user has stopped it.
+    [[nodiscard]] bool GenerateIsStopped();
+    void EndRequery();
     bool GenerateMissingData_Change();
     bool GenerateDataValueRange_Change();
     bool GenerateMostRecentData();

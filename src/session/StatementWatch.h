@@ -15,7 +15,7 @@ class Connection;
 namespace tessaro {
 
 /// While it lives, statements on Connection that take longer than a moment tell how far they are, and can be stopped. A
-/// stopped one fails as any other, without a message. To be used where a failed statement leaves things as they were.
+/// stopped one fails as any other, without a message; one whose rows are read as they come may fail at any of them.
 /// Within the life of another it does nothing of its own.
 class StatementWatch final {
   public:
