@@ -3,11 +3,15 @@
 #include "jet/engine/Connection.h"
 #include "session/Session.h"
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace tessaro {
 
 namespace {
+
+constexpr qint64 kBetweenLooks = 40; // milliseconds
 
 StatementWatch* watching = nullptr;
 
@@ -20,7 +24,8 @@ StatementWatch::StatementWatch(Tell tell) : tell_(std::move(tell)) {
     watching = this;
     connection_ = Connection;
     clock_.start();
-    connection_->Watch([this](std::optional<int> percent) { return GoesOn(percent); });
+    connection_->Watch([this](std::optional<int> percent) { return GoesOn(percent); },
+                       std::chrono::milliseconds(std::min<qint64>(Patience, kBetweenLooks)));
 }
 
 StatementWatch::~StatementWatch() {

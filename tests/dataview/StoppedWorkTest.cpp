@@ -23,6 +23,8 @@ class StoppedWorkTest : public DataScreenTest {
         for (int doubled = 0; doubled < 4; ++doubled)
             Run("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, Datavalue) SELECT TimePeriodNId, IUSNId, "
                 "AreaNId, SourceNId, Datavalue FROM Data");
+        Run("CREATE TABLE TimePeriod (TimePeriodNId LONG, TimePeriod TEXT(30))");
+        Run("INSERT INTO TimePeriod SELECT TimePeriodNId, TimePeriod FROM _SelTimePeriod");
         Show();
     }
     void TearDown() override { StatementWatch::Patience = patience; }
