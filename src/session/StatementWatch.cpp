@@ -31,6 +31,7 @@ StatementWatch::StatementWatch(Tell tell) : tell_(std::move(tell)) {
 StatementWatch::~StatementWatch() {
     if (watching != this) return;
     watching = nullptr;
+    if (held_) TheFrame().HoldScreens(false);
     if (connection_->isOpen()) connection_->Watch({});
 }
 
@@ -38,12 +39,13 @@ bool StatementWatch::Stopped() const {
     return watching != nullptr && watching->stopped_;
 }
 
-// What screens and timers do on their own runs statements, which have to wait for this one.
+// What screens and timers do on their own runs statements, which have to wait. They are held to the end: let go between
+// two looks, the screens would be painted anew each time.
 bool StatementWatch::GoesOn(std::optional<int> percent) {
     if (stopped_ || clock_.elapsed() < Patience) return !stopped_;
-    TheFrame().HoldScreens(true);
+    if (!held_) TheFrame().HoldScreens(true);
+    held_ = true;
     stopped_ = !tell_(percent);
-    TheFrame().HoldScreens(false);
     return !stopped_;
 }
 

@@ -42,6 +42,7 @@ class StatementWatch final {
     std::shared_ptr<jet::Connection> connection_; ///< nullptr when another watches
     QElapsedTimer clock_;
     std::optional<WaitState> wait_;
+    bool held_ = false;
     bool stopped_ = false;
 };
 
