@@ -84,6 +84,12 @@ void MeasureRanges(Report& report, const BenchSession& session) {
 
 } // namespace
 
+void ReadMillionAsCrosstab() {
+    SelectMillion();
+    CreateDistinctIUSTables();
+    ReadCrosstab();
+}
+
 void MeasureCrosstabs(Report& report, const BenchSession& session) {
     MeasureCrosstab(report, session);
     MeasureRanges(report, session);

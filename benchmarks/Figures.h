@@ -21,6 +21,8 @@ void MeasureColumns(Report& report, const BenchSession& session);
 void WaitForColumns();
 /// A row filter that lets everything pass, each time another one, so that no answer is one that was kept.
 [[nodiscard]] QString AnotherFilter();
+/// Selects a million values and reads the crosstab of them.
+void ReadMillionAsCrosstab();
 /// The crosstab of the table and graph wizards, and the ranges of their colours. Selects what it needs.
 void MeasureCrosstabs(Report& report, const BenchSession& session);
 /// The working tables of the calculations against plain SQLite, and three calculations up to their logs. Selects what

@@ -38,7 +38,8 @@ double MemoryMegabytes(const char* what) {
     QFile status(QStringLiteral("/proc/self/status"));
     if (!status.open(QIODevice::ReadOnly)) return 0;
     for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith(what)) return line.mid(6).trimmed().split(' ').front().toDouble() / 1024;
+        if (line.startsWith(what))
+            return line.mid(static_cast<qsizetype>(qstrlen(what))).trimmed().split(' ').front().toDouble() / 1024;
     }
     return 0;
 }

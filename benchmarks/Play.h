@@ -17,7 +17,8 @@ constexpr double kMissed = std::numeric_limits<double>::infinity();
 /// standard error, when it fails.
 [[nodiscard]] std::map<QByteArray, double> Play(const QString& self, const QStringList& arguments, const QString& home);
 [[nodiscard]] double FigureOr(const std::map<QByteArray, double>& figures, const char* name, double otherwise);
-/// This process's memory in megabytes: "VmRSS:" is what it has now, "VmHWM:" the most that it has had.
+/// This process's memory in megabytes: "VmRSS:" is what it has now, "VmHWM:" the most that it has had,
+/// "RssAnon:" and "RssFile:" are the parts of the first that are its own and that are mapped files.
 [[nodiscard]] double MemoryMegabytes(const char* what);
 
 } // namespace tessaro::bench

@@ -3,6 +3,7 @@
 #include "dataview/GridQuery.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
+#include "session/StatementWatch.h"
 #include "view/InView.h"
 
 #include <algorithm>
@@ -69,6 +70,7 @@ void FilterCounter::Finish() {
 bool FilterCounter::ReadMostRecent() {
     if (mostRecent_) return true;
     ErrorTrap trap("GenerateMostRecentData");
+    const StatementWatch watch;
     if (!MakeMostRecentTables()) return false;
     Records found = Select(MostRecentStatement(), jet::CursorType::ForwardOnly);
     if (!found.isOpen()) return false;

@@ -22,7 +22,8 @@ class FilterCounter final {
     /// Reads up to `rows` further ones. False when there are no more.
     bool ReadSome(int rows);
     [[nodiscard]] bool isComplete() const { return complete_; }
-    /// Finds out which rows are the most recent, which takes a statement. False when it failed.
+    /// Finds out which rows are the most recent, which takes a statement. False when it failed or the user
+    /// has stopped it.
     bool ReadMostRecent();
     [[nodiscard]] bool KnowsMostRecent() const { return mostRecent_.has_value(); }
 

@@ -1,6 +1,8 @@
 #include "dataview/Statistics.h"
 
+#include "session/ErrorSink.h"
 #include "session/Query.h"
+#include "session/StatementWatch.h"
 #include "session/Strings.h"
 #include "view/InView.h"
 
@@ -76,11 +78,13 @@ QString StatisticsStatement(const QString& rowFilter) {
 std::vector<StatsLine> ReadStatistics(const QString& rowFilter, UnreadableValues* unreadable) {
     std::vector<Line> lines;
     QMap<QString, int> placeOfIndicator; // by GId: the place of the statement's order
+    const StatementWatch watch;
     Records rows = Select(StatisticsStatement(rowFilter));
-    if (!rows.isOpen()) {
+    if (!rows.isOpen() && !watch.Stopped()) {
         rows = Select(StatisticsStatement(rowFilter + QLatin1String(kNumbersOnly)));
         if (unreadable != nullptr) *unreadable = FindUnreadableValues(rowFilter);
     }
+    if (watch.Stopped()) return {};
     for (; !rows.atEnd(); rows.MoveNext()) {
         lines.push_back(ReadLine(rows));
         if (!placeOfIndicator.contains(lines.back().indicatorGId))
@@ -106,12 +110,16 @@ UnreadableValues FindUnreadableValues(const QString& rowFilter) {
     Records rows = Select(QStringLiteral("SELECT IUS.[Indicator], A.AreaName, T.TimePeriod, D.Datavalue") +
                               InView(joins::kStatistics, rowFilter) + QLatin1String(kNoNumbers),
                           jet::CursorType::ForwardOnly);
-    for (; !rows.atEnd(); rows.MoveNext()) {
-        ++values.count;
-        if (values.first.size() < kMostNamed)
-            values.first.push_back({GetText(rows.Text(std::size_t{0}), true), GetText(rows.Text(std::size_t{1}), true),
-                                    GetText(rows.Text(std::size_t{2}), true), rows.Text(std::size_t{3})});
-    }
+    ErrorTrap trap("FindUnreadableValues");
+    trap.Try([&] {
+        for (; !rows.atEnd(); rows.MoveNext()) {
+            ++values.count;
+            if (values.first.size() < kMostNamed)
+                values.first.push_back({GetText(rows.Text(std::size_t{0}), true),
+                                        GetText(rows.Text(std::size_t{1}), true),
+                                        GetText(rows.Text(std::size_t{2}), true), rows.Text(std::size_t{3})});
+        }
+    });
     return values;
 }
 

@@ -32,7 +32,8 @@ struct UnreadableValues {
 [[nodiscard]] QString TextOf(const UnreadableValues& values);
 
 /// The lines of the statement, each unit behind its indicator and each subpopulation behind its unit. Where values that
-/// are no numbers make it fail, the lines are those of the other values, and `unreadable` is told of them.
+/// are no numbers make it fail, the lines are those of the other values, and `unreadable` is told of them. None when
+/// the user has stopped it, which a StatementWatch around the call tells.
 [[nodiscard]] std::vector<StatsLine> ReadStatistics(const QString& rowFilter, UnreadableValues* unreadable = nullptr);
 
 } // namespace tessaro

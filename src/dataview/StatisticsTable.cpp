@@ -7,6 +7,7 @@
 #include "session/Frame.h"
 #include "session/Messages.h"
 #include "session/Session.h"
+#include "session/StatementWatch.h"
 #include "session/Strings.h"
 
 #include <QHeaderView>
@@ -37,17 +38,23 @@ void StatisticsTable::SetFormCaptions() {
 
 void StatisticsTable::Draw(const ViewRows& rows) {
     ErrorTrap trap("DrawStats");
+    bool stopped = false;
     {
         const WaitState wait;
+        const StatementWatch watch;
         TheFrame().SetProgress(20);
         unreadable_ = {};
         lines_.SetLines(ReadStatistics(RowFilter, &unreadable_));
         TheFrame().SetProgress(100);
+        stopped = watch.Stopped();
+        if (stopped) unreadable_ = {};
     }
+    SetHint(GetText(stopped ? QStringLiteral("TS_StatisticsStopped") : QStringLiteral("TS_NoStatistics")));
     FitToFont();
     FitColumns();
     // Rows in the grid, and none of them counted: the file was damaged or taken away since.
-    const bool countable = rows.Grid().ValueRows() > 0 && !rows.Filters().MissingDataOn && unreadable_.count == 0;
+    const bool countable =
+        !stopped && rows.Grid().ValueRows() > 0 && !rows.Filters().MissingDataOn && unreadable_.count == 0;
     if (countable && lines_.rowCount() == 0)
         ShowMessage(GetText(QStringLiteral("TS_DataUnreadable")), MessageType::Ok, MessageIcon::Note, {}, false);
 }

@@ -6,7 +6,10 @@
 #include "session/Frame.h"
 #include "session/Query.h"
 #include "session/Session.h"
+#include "session/StatementWatch.h"
 #include "view/InView.h"
+
+#include <utility>
 
 namespace tessaro {
 
@@ -60,20 +63,31 @@ bool ViewRows::StartAnew() {
 bool ViewRows::Requery(Removed removed) {
     ErrorTrap trap("Requery");
     const BusyText busy;
+    BeginRequery(removed);
+    const bool ok = Generate();
+    EndRequery();
+    return ok;
+}
+
+void ViewRows::BeginRequery(Removed removed) {
     // The query of before stands on tables that are made anew now.
     paging_.Close();
     MostRecentClause.clear();
-    if (removed == Removed::ComeBack) {
-        DeletedRowNIds.clear();
-        removedCells_.clear();
-    }
-    const bool ok = filters_.MissingDataOn  ? GenerateMissingData_Change()
-                    : filters_.MostRecentOn ? GenerateMostRecentData()
-                                            : GenerateDataValueRange_Change();
+    if (removed == Removed::StayOut) return;
+    DeletedRowNIds.clear();
+    removedCells_.clear();
+}
+
+bool ViewRows::Generate() {
+    return filters_.MissingDataOn  ? GenerateMissingData_Change()
+           : filters_.MostRecentOn ? GenerateMostRecentData()
+                                   : GenerateDataValueRange_Change();
+}
+
+void ViewRows::EndRequery() {
     filters_.MostRecentChanged = filters_.MissingDataChanged = filters_.ValueRangeChanged = false;
     hidden_ = filters_.MostRecentOn ? FindHiddenByRecent() : HiddenByRecent();
     Q_EMIT Changed();
-    return ok;
 }
 
 bool ViewRows::GenerateMissingData_Change() {
@@ -96,9 +110,24 @@ bool ViewRows::GenerateMostRecentData() {
 }
 
 void ViewRows::SetFilters(const DataFilters& filters) {
-    filters_ = filters;
+    ErrorTrap trap("Requery");
+    const BusyText busy;
+    const DataFilters before = std::exchange(filters_, filters);
+    const QString deletedBefore = DeletedRowNIds;
+    const QStringList cellsBefore = removedCells_;
     filters_.MostRecentChanged = filters_.MissingDataChanged = filters_.ValueRangeChanged = true;
-    Requery();
+    BeginRequery(Removed::ComeBack);
+    if (!GenerateIsStopped()) return EndRequery();
+    filters_ = before;
+    DeletedRowNIds = deletedBefore;
+    removedCells_ = cellsBefore;
+    Requery(Removed::StayOut);
+}
+
+bool ViewRows::GenerateIsStopped() {
+    const StatementWatch watch;
+    Generate();
+    return watch.Stopped();
 }
 
 void ViewRows::SetOrder(const QString& orderBy) {

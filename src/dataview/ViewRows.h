@@ -36,7 +36,7 @@ class ViewRows final : public QObject {
     bool Requery(Removed removed = Removed::ComeBack);
 
     [[nodiscard]] const DataFilters& Filters() const { return filters_; }
-    /// Takes other row filters into use.
+    /// Takes other row filters into use. When the user stops what that takes, those of before stay.
     void SetFilters(const DataFilters& filters);
     /// Takes an ORDER BY clause into use; empty for none.
     void SetOrder(const QString& orderBy);
@@ -76,6 +76,11 @@ class ViewRows final : public QObject {
     void Clear();
     bool StartPaging(const QString& sql);
     bool StartAnew();
+    void BeginRequery(Removed removed);
+    bool Generate();
+    /// Generates the rows; true when the user has stopped it.
+    [[nodiscard]] bool GenerateIsStopped();
+    void EndRequery();
     bool GenerateMissingData_Change();
     bool GenerateDataValueRange_Change();
     bool GenerateMostRecentData();

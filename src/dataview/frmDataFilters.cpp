@@ -4,6 +4,7 @@
 #include "controls/Theme.h"
 #include "session/DisplayValue.h"
 #include "session/Frame.h"
+#include "session/StatementWatch.h"
 #include "session/Strings.h"
 #include "ui_frmDataFilters.h"
 
@@ -97,7 +98,9 @@ void frmDataFilters::ReadOn() {
 void frmDataFilters::chkMostRecent_Click() {
     if (ui_->chkMostRecent->isChecked() && counter_.isComplete() && !counter_.KnowsMostRecent()) {
         const WaitPointer wait;
+        const StatementWatch watch;
         counter_.ReadMostRecent();
+        if (watch.Stopped()) return ui_->chkMostRecent->setChecked(false);
     }
     ShowState();
 }
@@ -113,7 +116,9 @@ void frmDataFilters::cmdReset_Click() {
 void frmDataFilters::cmdOK_Click() {
     while (counter_.ReadSome(kRowsPerSlice)) {
     }
+    const StatementWatch watch;
     if (ui_->chkMostRecent->isChecked()) counter_.ReadMostRecent();
+    if (watch.Stopped()) return ui_->chkMostRecent->setChecked(false);
     ShowState();
     if (ui_->cmdOK->isEnabled()) accept();
 }

@@ -3,6 +3,7 @@
 #include "session/DisplayValue.h"
 #include "session/ErrorSink.h"
 #include "session/Session.h"
+#include "session/StatementWatch.h"
 #include "session/Strings.h"
 #include "sheets/DataList.h"
 #include "sheets/LookRuns.h"
@@ -327,6 +328,10 @@ void TableWorkbook::Dress() {
 }
 
 ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& table, const WizardProgress& progress) {
+    const StatementWatch watch([&](std::optional<int> percent) {
+        if (percent && progress.child) progress.child(*percent);
+        return !progress.givenUp || !progress.givenUp();
+    });
     progress.Main(5);
     CreateDistinctIUSTables();
     progress.Main(20);
@@ -338,6 +343,7 @@ ShowOutcome PrepareTable(WizardKind kind, RowsColumns& arrangement, PivotTable& 
     if (columns + static_cast<int>(arrangement.Rows().size()) > kMostPivotColumns)
         return {ShowResult::TooManyColumns, {}, columns, WidestColumnField(arrangement)};
     table = ReadPivot(BuildPivotSQL(arrangement, ShowFootnotes), [&](int percent) { progress.Child(percent); });
+    progress.Child(100); // where it was given up meanwhile
     if (table.RowCount() == 0) return {ShowResult::NoData};
     if (table.RowCount() > kMostTableRows) return {ShowResult::TooManyRows, {}, table.RowCount()};
     progress.Label("SETTING THE ORDER BY CLAUSE");

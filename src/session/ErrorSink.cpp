@@ -58,7 +58,9 @@ void ReportError(FileError number, const QString& description, const QString& pr
 void ReportError(unsigned number, const QString& description, const QString& procedureName, bool alwaysShow) {
     if (number == kKeyNotUnique || number == static_cast<unsigned>(jet::ErrorNumber::NoSuchTable)) return;
     WriteLogLine(QStringLiteral("%1\t%2\t%3").arg(procedureName, Spelt(number), description));
-    if (SilentErrors && !alwaysShow) return;
+    // who has stopped a statement knows
+    const bool stopped = number == static_cast<unsigned>(jet::ErrorNumber::Interrupted);
+    if ((SilentErrors || stopped) && !alwaysShow) return;
     const QString text = QStringLiteral("%1\r%2\r\r%3").arg(Spelt(number), description, procedureName);
     Message message;
     message.text = WithoutPasswords(text);

@@ -41,6 +41,9 @@ class Frame {
 
     /// Number of items in frmIndicators' lstSelected when that screen was visited in this session, else 0.
     [[nodiscard]] virtual int SelectedIndicatorCount() const { return 0; }
+
+    /// While a statement is at work: the screens behind don't paint and timers wait, since both may read rows.
+    virtual void HoldScreens(bool /*hold*/) {}
 };
 
 [[nodiscard]] Frame& TheFrame();

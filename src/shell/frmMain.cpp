@@ -1,6 +1,7 @@
 #include "shell/frmMain.h"
 
 #include "controls/CancelWatch.h"
+#include "controls/HeldScreens.h"
 #include "controls/MessageBox.h"
 #include "controls/StageScreen.h"
 #include "platform/Paths.h"
@@ -174,6 +175,10 @@ bool frmMain::IsStopAsked() {
     CancelWatch watch(*this, ui_->picToolBar->Button(StandardToolBar::Stop));
     stopAsked_ = watch.Asked() || stopAsked_;
     return stopAsked_;
+}
+
+void frmMain::HoldScreens(bool hold) {
+    held_ = hold ? std::make_unique<HeldScreens>(*ui_->stkChildren) : nullptr;
 }
 
 void frmMain::SetProgress(int percent) {

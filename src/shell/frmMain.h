@@ -16,6 +16,7 @@ namespace tessaro {
 
 class DatabaseCommands;
 class DatabaseOpener;
+class HeldScreens;
 class MainMenu;
 class SettingsChange;
 class SingleInstance;
@@ -53,6 +54,7 @@ class frmMain final : public QMainWindow, public Frame {
     void SetProgress(int percent) override;
     void EndProgress() override;
     [[nodiscard]] bool IsStopAsked() override;
+    void HoldScreens(bool hold) override;
     void SetBusy(bool busy) override;
     void ShowStatusTextFor(const QString& text, int milliseconds) override;
     void ShowWorkbook(const QString& file) override;
@@ -81,6 +83,7 @@ class frmMain final : public QMainWindow, public Frame {
     std::unique_ptr<Ui::frmMain> ui_;
     std::unique_ptr<SingleInstance> instance_;
     MainMenu* menu_ = nullptr;
+    std::unique_ptr<HeldScreens> held_;
     std::unique_ptr<StageNavigator> stages_;
     std::unique_ptr<DatabaseOpener> databases_;
     std::unique_ptr<SettingsChange> settings_;

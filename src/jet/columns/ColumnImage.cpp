@@ -112,7 +112,7 @@ ColumnImage::~ColumnImage() {
 }
 
 void ColumnImage::Map() {
-    file_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    file_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK); // not to wait at a pipe
     struct stat found {};
     if (file_ < 0 || ::fstat(file_, &found) != 0) Refuse("can't be opened");
     if (!S_ISREG(found.st_mode) || static_cast<std::size_t>(found.st_size) < sizeof(image::Head)) Refuse("is cut");

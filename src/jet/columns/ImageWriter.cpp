@@ -1,6 +1,7 @@
 #include "jet/columns/ImageWriter.h"
 
 #include "jet/columns/ImageFormat.h"
+#include "jet/columns/WorkWatch.h"
 #include "jet/values/Error.h"
 
 #include <algorithm>
@@ -29,7 +30,7 @@ namespace {
 /// written, so that another process can tell it from one that was left behind.
 class NewFile {
   public:
-    explicit NewFile(const std::string& path) : path_(path) {
+    NewFile(const std::string& path, const std::atomic<bool>& stop) : path_(path), stop_(stop) {
         file_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
         if (file_ < 0) FailWriting(path);
         ::flock(file_, LOCK_EX | LOCK_NB);
@@ -42,10 +43,12 @@ class NewFile {
     NewFile& operator=(const NewFile&) = delete;
 
     void Put(const void* bytes, std::size_t count) {
+        constexpr std::size_t kAtOnce = 4U << 20U;
         const auto* next = static_cast<const char*>(bytes);
         at_ += count;
         while (count > 0) {
-            const ssize_t done = ::write(file_, next, count);
+            CheckStop();
+            const ssize_t done = ::write(file_, next, std::min(count, kAtOnce));
             if (done < 0 && errno == EINTR) continue;
             if (done <= 0) FailWriting(path_);
             next += done;
@@ -59,6 +62,9 @@ class NewFile {
         const image::Section section{at_, elements.size() * sizeof(Element)};
         Put(elements.data(), section.bytes);
         return section;
+    }
+    void CheckStop() const {
+        if (stop_) FailInterrupted();
     }
     void PutHead(image::Head head, const std::vector<image::Entry>& entries) {
         head.bytes = at_;
@@ -78,6 +84,7 @@ class NewFile {
     }
 
     std::string path_;
+    const std::atomic<bool>& stop_;
     int file_ = -1;
     std::size_t at_ = 0;
     bool kept_ = false;
@@ -140,13 +147,15 @@ void ImageWriter::AddRow(sqlite3_stmt* row, int from) {
     ++rows_;
 }
 
-void ImageWriter::Write(const std::string& path, const ImageSubject& subject, const FileMark& mark) {
-    NewFile file(path);
+void ImageWriter::Write(const std::string& path, const ImageSubject& subject, const FileMark& mark,
+                        const std::atomic<bool>& stop) {
+    NewFile file(path, stop);
     std::vector<image::Entry> entries(columns_.size());
     const std::vector<unsigned char> room(sizeof(image::Head) + entries.size() * sizeof(image::Entry));
     file.Put(room.data(), room.size());
     entries.clear();
     for (Column& column : columns_) {
+        file.CheckStop();
         column.numbers.Finish();
         if (column.field.isValue)
             entries.push_back(PutValues(file, column.field.name, column.values));

@@ -2,6 +2,7 @@
 
 #include "jet/columns/ColumnImage.h"
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -90,8 +91,10 @@ class ImageWriter {
     /// a value of a type that the field can't have, and for more rows than an image holds.
     void AddRow(sqlite3_stmt* row, int from);
     [[nodiscard]] std::size_t rows() const { return rows_; }
-    /// Writes the file, which must not be there. Throws Error when it can't be written; nothing is left behind then.
-    void Write(const std::string& path, const ImageSubject& subject, const FileMark& mark);
+    /// Writes the file, which must not be there. Throws Error when it can't be written, and Interrupted soon after
+    /// `stop` becomes true; nothing is left behind then.
+    void Write(const std::string& path, const ImageSubject& subject, const FileMark& mark,
+               const std::atomic<bool>& stop);
 
   private:
     struct Column {

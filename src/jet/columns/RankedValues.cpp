@@ -1,5 +1,6 @@
 #include "jet/columns/RankedValues.h"
 
+#include "jet/columns/WorkWatch.h"
 #include "jet/values/Collation.h"
 #include "jet/values/Error.h"
 
@@ -48,6 +49,7 @@ void EachRow(sqlite3* database, const std::string& sql, const std::function<void
     int code = SQLITE_ROW;
     while ((code = sqlite3_step(raw)) == SQLITE_ROW)
         take(raw);
+    if (code == SQLITE_INTERRUPT) FailInterrupted();
     if (code != SQLITE_DONE) Unfit("The keys can't be read.");
 }
 

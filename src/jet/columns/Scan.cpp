@@ -6,6 +6,8 @@
 #include "jet/values/Error.h"
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <future>
 #include <numeric>
 #include <system_error>
@@ -21,12 +23,44 @@ constexpr std::size_t kRowsAGroup = 4;
 /// Each piece that is looked at stands so many further on than the one before.
 constexpr std::size_t kFarApart = 633;
 
+/// How far the threads of a scan are, and whether they are to stop.
+class Progress final {
+  public:
+    explicit Progress(WorkWatch& watch) : watch_(watch), own_(std::this_thread::get_id()) {}
+
+    /// To be called by each thread for each block. Throws Error (Interrupted).
+    void Check(std::size_t done, std::size_t all) {
+        if (std::this_thread::get_id() == own_) return Ask(done * 100 / std::max<std::size_t>(all, 1));
+        if (stopped_.load(std::memory_order_relaxed)) FailInterrupted();
+    }
+    /// Until another thread has ended.
+    void Wait(const std::future<void>& thread) {
+        constexpr auto kBetweenLooks = std::chrono::milliseconds(10);
+        while (thread.wait_for(kBetweenLooks) != std::future_status::ready)
+            Ask(100);
+    }
+    [[nodiscard]] WorkWatch& watch() { return watch_; }
+    void Stop() { stopped_ = true; }
+
+  private:
+    void Ask(std::size_t percent) {
+        if (watch_.GoesOn(static_cast<int>(percent))) return;
+        Stop();
+        FailInterrupted();
+    }
+
+    WorkWatch& watch_;
+    std::thread::id own_;
+    std::atomic<bool> stopped_ = false;
+};
+
 /// Goes through some of the rows.
 class Scanner final {
   public:
-    Scanner(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input)
-        : image_(image), plan_(plan), input_(input), filter_(image, plan, input), places_(image, plan, input),
-          figures_(image, plan, input, *groups_), sides_(plan.sides.size()) {
+    Scanner(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input, Progress& progress)
+        : image_(image), plan_(plan), input_(input), progress_(progress), filter_(image, plan, input),
+          places_(image, plan, input, &progress.watch()), figures_(image, plan, input, *groups_),
+          sides_(plan.sides.size()) {
         if (!places_.growing()) figures_.Grow(places_.count());
     }
 
@@ -41,6 +75,8 @@ class Scanner final {
 
     /// `from` and `to` are multiples of the rows of a block, or the end.
     void Run(std::size_t from, std::size_t to) {
+        left_ = (to - from) * (places_.wantsMarks() ? 2 : 1);
+        all_ = left_;
         if (places_.wantsMarks()) Walk(from, to, [this] { places_.Mark(block_, sides_); });
         if (places_.allAreAlone()) return;
         Walk(from, to, [this] { Take(); });
@@ -68,12 +104,17 @@ class Scanner final {
     void Join(const Scanner& later) { figures_.Join(*later.groups_); }
 
     std::shared_ptr<ScanGroups> Finish() {
-        for (std::uint32_t place = 0; place < places_.count(); ++place)
+        for (std::uint32_t place = 0; place < places_.count(); ++place) {
+            progress_.watch().Step();
             if (groups_->rows[place] > plan_.moreThan && Differs(place)) groups_->filled.push_back(place);
-        CheckCount();
+        }
+        CheckCount(groups_->filled.size());
         places_.Describe(*groups_);
         if (places_.growing() && !plan_.codes.empty())
-            std::ranges::sort(groups_->filled, {}, [&](std::uint32_t place) { return groups_->keys[place]; });
+            std::ranges::sort(groups_->filled, [&](std::uint32_t a, std::uint32_t b) {
+                progress_.watch().Step();
+                return groups_->keys[a] < groups_->keys[b];
+            });
         return groups_;
     }
 
@@ -84,7 +125,9 @@ class Scanner final {
             // a cut file must not be read beyond its end
             if (at % (64 * kBlockRows) == 0 && !image_.isIntact())
                 throw Error(ErrorNumber::ColumnsUnfit, "The column image was changed.");
+            progress_.Check(all_ - left_, all_);
             FillBlock(at, std::min(at + kBlockRows, to));
+            left_ -= std::min(kBlockRows, to - at);
             if (block_.count > 0) use();
         }
     }
@@ -110,7 +153,10 @@ class Scanner final {
     void Take() {
         places_.Find(block_, sides_);
         if (places_.wantsMarks()) LeaveOutThoseAlone();
-        if (places_.growing()) figures_.Grow(places_.count());
+        if (places_.growing()) {
+            CheckCount(places_.count());
+            figures_.Grow(places_.count());
+        }
         figures_.Take(block_, sides_);
     }
 
@@ -134,14 +180,17 @@ class Scanner final {
         return one >= 0 && other >= 0 && one != other;
     }
 
-    void CheckCount() const {
-        if (!plan_.whole && groups_->filled.size() > image_.rows() / kRowsAGroup + kRowsAGroup)
+    void CheckCount(std::size_t groups) const {
+        if (!plan_.whole && groups > image_.rows() / kRowsAGroup + kRowsAGroup)
             throw Error(ErrorNumber::ColumnsUnfit, "There are too many groups.");
     }
 
     const ColumnImage& image_;
     const ScanPlan& plan_;
     const ScanInput& input_;
+    Progress& progress_;
+    std::size_t all_ = 0;  ///< rows to go through
+    std::size_t left_ = 0; ///< of these
     std::shared_ptr<ScanGroups> groups_ = std::make_shared<ScanGroups>();
     ScanFilter filter_;
     ScanPlaces places_;
@@ -151,16 +200,23 @@ class Scanner final {
 };
 
 /// The later half of the rows is read by a thread of its own; by this one when there can be none.
-void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan, const ScanInput& input) {
+void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
+                 Progress& progress) {
     const std::size_t half = image.rows() / kBlockRows / 2 * kBlockRows;
-    const auto second = std::make_unique<Scanner>(image, plan, input);
+    const auto second = std::make_unique<Scanner>(image, plan, input, progress);
     std::future<void> later;
     try {
         later = std::async(std::launch::async, [&] { second->Run(half, image.rows()); });
     } catch (const std::system_error&) {
         return first.Run(0, image.rows());
     }
-    first.Run(0, half); // when this fails, the future waits for the other thread as it goes
+    try {
+        first.Run(0, half);
+        progress.Wait(later);
+    } catch (...) {
+        progress.Stop(); // the future waits for the other thread as it goes
+        throw;
+    }
     later.get();
     first.Join(*second);
 }
@@ -168,12 +224,13 @@ void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan,
 } // namespace
 
 std::shared_ptr<const ScanGroups> ScanRows(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
-                                           ScanThreads threads) {
-    const auto scanner = std::make_unique<Scanner>(image, plan, input);
+                                           WorkWatch& watch, ScanThreads threads) {
+    Progress progress(watch);
+    const auto scanner = std::make_unique<Scanner>(image, plan, input, progress);
     if (scanner->MeetsAllSoon()) return scanner->Finish();
     const bool shared = threads == ScanThreads::Two || (threads == ScanThreads::AsPays && scanner->paysToShare());
     if (shared && scanner->canBeShared())
-        RunTogether(*scanner, image, plan, input);
+        RunTogether(*scanner, image, plan, input, progress);
     else
         scanner->Run(0, image.rows());
     return scanner->Finish();

@@ -3,6 +3,7 @@
 #include "jet/columns/ColumnImage.h"
 #include "jet/columns/ScanGroups.h"
 #include "jet/columns/ScanPlan.h"
+#include "jet/columns/WorkWatch.h"
 
 #include <memory>
 
@@ -12,9 +13,10 @@ namespace jet {
 /// How many threads go through the rows.
 enum class ScanThreads { One, Two, AsPays };
 
-/// Throws Error (ColumnsUnfit) when there would be more groups than memory is given to, or too many to be worth it.
+/// Throws Error: ColumnsUnfit when there would be more groups than memory is given to, or too many to be worth it;
+/// Interrupted when the watch stops it, which all threads notice within a few milliseconds.
 [[nodiscard]] std::shared_ptr<const ScanGroups> ScanRows(const ColumnImage& image, const ScanPlan& plan,
-                                                         const ScanInput& input,
+                                                         const ScanInput& input, WorkWatch& watch,
                                                          ScanThreads threads = ScanThreads::AsPays);
 
 } // namespace jet

@@ -43,8 +43,8 @@ void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBloc
     }
 }
 
-ScanPlaces::ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input)
-    : image_(image), plan_(plan), input_(input) {
+ScanPlaces::ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input, WorkWatch* watch)
+    : image_(image), plan_(plan), input_(input), watch_(watch) {
     for (const std::size_t position : plan.codes) {
         columns_.push_back(ColumnFor(position));
         AddSize(columns_.back().standing.size());
@@ -166,8 +166,10 @@ bool ScanPlaces::AreSpelledAlike(std::uint32_t row, std::uint32_t other) const {
 }
 
 bool ScanPlaces::wantsMarks() const {
-    constexpr std::uint64_t kMostMarks = 1U << 28U;
-    return growing_ && combinations_ <= kMostMarks && plan_.whole && (plan_.moreThan > 0 || plan_.differing);
+    constexpr std::uint64_t kFewMarks = 1U << 28U; // two lists of 32 MB
+    constexpr std::uint64_t kMarksARow = 24;       // takes less memory than the groups would
+    const std::uint64_t most = std::max<std::uint64_t>(kFewMarks, kMarksARow * image_.rows());
+    return growing_ && combinations_ <= most && plan_.whole && (plan_.moreThan > 0 || plan_.differing);
 }
 
 void ScanPlaces::Mark(const ScanBlock& block, const std::vector<SideKeys>& sides) {
@@ -218,6 +220,7 @@ void ScanPlaces::Spread() {
         while (slots_[slot] != 0)
             slot = (slot + 1) & mask;
         slots_[slot] = static_cast<std::uint32_t>(place + 1);
+        if (watch_ != nullptr) watch_->Step();
     }
 }
 

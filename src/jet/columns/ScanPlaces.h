@@ -3,6 +3,7 @@
 #include "jet/columns/ScanBlock.h"
 #include "jet/columns/ScanGroups.h"
 #include "jet/columns/ScanPlan.h"
+#include "jet/columns/WorkWatch.h"
 #include "jet/values/Collation.h"
 
 #include <cstdint>
@@ -23,7 +24,8 @@ void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBloc
 /// given out in the order in which groups are met.
 class ScanPlaces final {
   public:
-    ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input);
+    /// `watch` may be nullptr; else it must live as long.
+    ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input, WorkWatch* watch);
 
     /// Puts the places of a block's rows into it. `sides` has the keys of each side of the plan. Rows that Mark has
     /// found to be alone are left out.
@@ -61,6 +63,7 @@ class ScanPlaces final {
     const ColumnImage& image_;
     const ScanPlan& plan_;
     const ScanInput& input_;
+    WorkWatch* watch_;
     std::vector<Column> columns_;
     std::vector<std::uint32_t> sizes_;
     std::uint64_t combinations_ = 1;

@@ -53,6 +53,7 @@ class LastScans {
 
 struct Module {
     sqlite3* database = nullptr;
+    WorkWatch& watch;
     LastScans last;
 };
 
@@ -118,7 +119,7 @@ void Scan(Cursor& cursor, Module& module) {
     cursor.at = 0;
     cursor.groups = module.last.find(cursor.plan, cursor.input);
     if (cursor.groups != nullptr) return;
-    cursor.groups = ScanRows(*cursor.image, *cursor.plan, cursor.input);
+    cursor.groups = ScanRows(*cursor.image, *cursor.plan, cursor.input, module.watch);
     module.last.Keep(cursor.plan, cursor.input, cursor.groups);
 }
 
@@ -130,13 +131,14 @@ std::int64_t CountOf(const Cursor& cursor, std::size_t figure, std::uint32_t pla
 }
 
 /// Puts the groups into the order that TakeOrder has taken on.
-void Sort(Cursor& cursor, int order) {
+void Sort(Cursor& cursor, int order, WorkWatch& watch) {
     cursor.order.clear();
     if (order == 0) return;
     const auto figure = static_cast<std::size_t>((order - 1) / 2);
     const bool descending = order % 2 == 0;
     cursor.order = cursor.groups->filled;
     std::ranges::sort(cursor.order, [&](std::uint32_t a, std::uint32_t b) {
+        watch.Step();
         const std::int64_t ofA = CountOf(cursor, figure, a);
         const std::int64_t ofB = CountOf(cursor, figure, b);
         if (ofA == ofB) return a < b;
@@ -310,11 +312,12 @@ int Filter(sqlite3_vtab_cursor* base, int order, const char*, int count, sqlite3
     if (plan == nullptr) return SQLITE_ERROR;
     try {
         cursor.plan = *plan;
-        Scan(cursor, *static_cast<Table*>(cursor.pVtab)->module);
-        Sort(cursor, order);
+        Module& module = *static_cast<Table*>(cursor.pVtab)->module;
+        Scan(cursor, module);
+        Sort(cursor, order, module.watch);
         return SQLITE_OK;
     } catch (const Error& error) {
-        return Fail(cursor.pVtab, error);
+        return error.number() == ErrorNumber::Interrupted ? SQLITE_INTERRUPT : Fail(cursor.pVtab, error);
     } catch (const std::bad_alloc&) {
         return SQLITE_NOMEM;
     }
@@ -374,9 +377,9 @@ sqlite3_module MakeModule() {
 
 } // namespace
 
-void RegisterScans(sqlite3* database) {
+void RegisterScans(sqlite3* database, WorkWatch& watch) {
     static const sqlite3_module module = MakeModule();
-    sqlite3_create_module_v2(database, "jet_scan", &module, new Module{database, {}}, FreeModule);
+    sqlite3_create_module_v2(database, "jet_scan", &module, new Module{database, watch, {}}, FreeModule);
     RegisterScanFunctions(database);
 }
 

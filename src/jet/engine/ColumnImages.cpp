@@ -94,7 +94,7 @@ void ColumnImages::Serve(const ImageOrder& order) {
         known.mark = known.image->mark();
         settled = known.mark == order.mark;
     } catch (const Error& error) {
-        settled = error.number() != ErrorNumber::Busy;
+        settled = error.number() != ErrorNumber::Busy && error.number() != ErrorNumber::Interrupted;
         if (!stop_) Log(name + "can't be made: " + error.what());
     } catch (const std::exception& error) {
         Log(name + "can't be made: " + error.what());
@@ -126,7 +126,8 @@ std::shared_ptr<const ColumnImage> ColumnImages::Make(const ImageOrder& order) {
     std::filesystem::create_directories(settings_.folder, failure);
     TidyImages(settings_.folder, settings_.mostBytes);
     const std::string path = PathOf(order.subject);
-    const std::string making = path + "." + std::to_string(::getpid()) + ".making";
+    static std::atomic<unsigned> made = 0;
+    const std::string making = path + "." + std::to_string(::getpid()) + "." + std::to_string(++made) + ".making";
     MakeImage(order, making, stop_);
     std::filesystem::rename(making, path, failure);
     if (failure) {

@@ -79,7 +79,7 @@ class ColumnImages final {
 
 /// Makes the image of a table through a connection of its own, a part at a time, so that nobody who wants to write to
 /// the database waits long. Throws Error: Busy when the database was written meanwhile, and what else fails; `stop`
-/// ends the work as Busy.
+/// ends the work as Interrupted.
 void MakeImage(const ImageOrder& order, const std::string& target, const std::atomic<bool>& stop);
 /// Deletes the files that others left half made, and of the images those used longest ago, until all the others take
 /// no more than `mostBytes`.

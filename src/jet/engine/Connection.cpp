@@ -198,6 +198,10 @@ void Connection::UseColumnImages(std::shared_ptr<ColumnImages> images) {
     EngineOf(*impl_).catalogue().UseImages(std::move(images));
 }
 
+void Connection::Watch(WorkWatch::Ask ask, std::chrono::milliseconds between) {
+    EngineOf(*impl_).Watch(std::move(ask), between);
+}
+
 Connection::CacheCounts Connection::cacheCounts() const {
     const StatementCache::Counts counts = EngineOf(*impl_).statements().counts();
     return {counts.translated, counts.reused};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "jet/columns/WorkWatch.h"
 #include "jet/engine/Options.h"
 #include "jet/engine/Recordset.h"
 #include "jet/values/Catalogue.h"
@@ -76,6 +77,11 @@ class Connection final {
     /// From now on statements over large tables may read column images from this store (see ColumnImages.h), where that
     /// is sooner and gives the same rows.
     void UseColumnImages(std::shared_ptr<ColumnImages> images);
+
+    /// From now on statements that take longer than `between` call `ask` about that often, and are stopped by it (see
+    /// WorkWatch.h). A stopped statement changes nothing, but ends the transaction that it is part of. An empty `ask`
+    /// ends the watch.
+    void Watch(WorkWatch::Ask ask, std::chrono::milliseconds between = std::chrono::milliseconds(40));
 
     /// Translations made and taken from the cache since opening; for benchmarks.
     struct CacheCounts {

@@ -52,7 +52,7 @@ Engine::Engine(const std::string& path, const std::string& password, Use use) : 
     try {
         CheckPassword(handle, "main", password);
         RegisterFunctions(handle);
-        RegisterScans(handle);
+        RegisterScans(handle, watch_);
         Run(handle, "PRAGMA main.synchronous = NORMAL");
         notice_.emplace(handle); // from here on what others write is noticed
         catalogue_ = std::make_unique<LiveCatalogue>(handle, path, use);
@@ -85,6 +85,7 @@ Engine::~Engine() {
 // Only for a statement seen before: a new one may attach a file, and the settings of an attached file can't be made
 // within a transaction.
 Engine::ReadScope::ReadScope(Engine& engine, std::string_view sql) : engine_(engine) {
+    engine.RefuseWithinAnother();
     CachedStatement* const seen = engine.statements_->find(sql);
     if (seen == nullptr || !engine.statements_->isGood(*seen) || engine.sizes_->inDoubt(seen->prepared.reads)) return;
     began_ = engine.own_->Begin();
@@ -154,7 +155,19 @@ template <class Work> auto Engine::Retrying(const Work& work) {
     return work();
 }
 
+void Engine::Watch(WorkWatch::Ask ask, std::chrono::milliseconds between) {
+    constexpr int kSteps = 20'000; // a few milliseconds
+    watch_.Set(std::move(ask), between);
+    const auto stops = [](void* watch) { return static_cast<WorkWatch*>(watch)->GoesOn() ? 0 : 1; };
+    sqlite3_progress_handler(database(), watch_.isSet() ? kSteps : 0, watch_.isSet() ? +stops : nullptr, &watch_);
+}
+
+void Engine::RefuseWithinAnother() const {
+    if (watch_.isAsking()) throw Error(ErrorNumber::Busy, "Another statement has not ended yet.");
+}
+
 ReadyQuery Engine::Open(std::string_view sql, Way way) {
+    RefuseWithinAnother();
     return Retrying([&]() -> ReadyQuery {
         CachedStatement& seen = statements_->Translated(sql, way);
         const Translation& translation = seen.translation;
@@ -193,10 +206,17 @@ ReadyQuery Engine::OpenPivot(const Translation& translation) {
 }
 
 std::int64_t Engine::Execute(std::string_view sql) {
+    RefuseWithinAnother();
     const CachedStatement* const seen = statements_->find(sql);
     const bool makesTable = seen != nullptr && seen->translation.kind == StatementClass::Schema && !readOnly_;
     const bool alone = sqlite3_get_autocommit(database()) != 0;
-    return makesTable && alone && catalogue_->hasLinks() ? ExecuteClaimed(sql) : ExecuteHere(sql);
+    try {
+        return makesTable && alone && catalogue_->hasLinks() ? ExecuteClaimed(sql) : ExecuteHere(sql);
+    } catch (const Error&) {
+        // a stop, or a full disk, has ended the caller's transaction, and taken back the tables made in it
+        if (!alone && sqlite3_get_autocommit(database()) != 0) catalogue_->ReadAll();
+        throw;
+    }
 }
 
 // A statement that makes or drops a table reads the schema before and after it, each time with a lock of its own; here

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "jet/columns/WorkWatch.h"
 #include "jet/engine/LiveCatalogue.h"
 #include "jet/engine/Locks.h"
 #include "jet/engine/Options.h"
@@ -68,6 +69,11 @@ class Engine {
     void Commit();
     void Rollback();
 
+    /// From now on statements that take long call `ask` (see WorkWatch); an empty one ends that.
+    void Watch(WorkWatch::Ask ask, std::chrono::milliseconds between);
+    /// Throws Error (Busy) while the watch is being asked: the statement that it asks for has not ended.
+    void RefuseWithinAnother() const;
+
     void Register(OpenResult* result) { results_.insert(result); }
     void Unregister(OpenResult* result) { results_.erase(result); }
 
@@ -101,6 +107,7 @@ class Engine {
     void TakeFiguresOf(const std::string& table, std::int64_t rows);
     template <class Work> auto Retrying(const Work& work);
 
+    WorkWatch watch_;
     Handle database_; ///< outlives the statements of all below
     std::unique_ptr<LiveCatalogue> catalogue_;
     std::optional<StatementCache> statements_;

@@ -1,3 +1,4 @@
+#include "jet/columns/WorkWatch.h"
 #include "jet/engine/ColumnImages.h"
 #include "jet/engine/DatabaseFile.h"
 #include "jet/engine/Guard.h"
@@ -109,8 +110,8 @@ void MakeImage(const ImageOrder& order, const std::string& target, const std::at
     ImageWriter image(order.fields);
     Reading reading(database.get(), order, image);
     while (reading.Next())
-        if (stop) throw Error(ErrorNumber::Busy, "The program ends.");
-    image.Write(target, order.subject, order.mark);
+        if (stop) FailInterrupted();
+    image.Write(target, order.subject, order.mark, stop);
 }
 
 void TidyImages(const std::string& folder, std::uint64_t mostBytes) {

@@ -47,6 +47,7 @@ void ResultRows::Start() {
 }
 
 void ResultRows::Fetch() {
+    engine->RefuseWithinAnother();
     try {
         if (!Step(engine->database(), query.prepared.statement.get())) Stop();
     } catch (const Error&) {

@@ -34,6 +34,8 @@ ErrorNumber NumberOf(int code, std::string_view message) {
         return ErrorNumber::ReadOnly;
     case SQLITE_CONSTRAINT:
         return ErrorNumber::ConstraintFailed;
+    case SQLITE_INTERRUPT:
+        return ErrorNumber::Interrupted;
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
         return ErrorNumber::NotADatabase;
@@ -70,7 +72,7 @@ std::string Reworded(std::string_view message) {
     constexpr std::string_view kCheck = "CHECK constraint failed: ";
     constexpr std::string_view kUnique = "UNIQUE constraint failed: ";
     constexpr std::string_view kNotNull = "NOT NULL constraint failed: ";
-    constexpr std::array<std::pair<std::string_view, std::string_view>, 10> sentences = {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 11> sentences = {
         {{"parser stack overflow", "The statement is nested too deeply."},
          {"Expression tree is too large", "The statement is nested too deeply."},
          {"too many terms in compound SELECT", "The statement has too many queries in a union."},
@@ -80,6 +82,7 @@ std::string Reworded(std::string_view message) {
          {"string or blob too big", "A text or binary value is too long."},
          {"out of memory", "The statement takes too much memory."},
          {"attempt to write a readonly database", "The database can't be changed."},
+         {"interrupted", "The statement was stopped."},
          {"database or disk is full", "The disk is full."}}};
     if (message.starts_with(kCheck)) return BrokenCheck(message.substr(kCheck.size()));
     if (message.starts_with(kUnique))

@@ -25,6 +25,7 @@ enum class ErrorNumber : unsigned {
     NoRows = 0x80040E01,       ///< a result was asked of a statement that gives none
     ColumnsUnfit = 0x80040E7F, ///< a column image can't serve the statement, which then runs the plain way; no caller
                                ///< sees this number
+    Interrupted = 0x80040E4E,  ///< whoever waited for the statement has stopped it
     EngineError = 0x80040E00,  ///< anything else the engine reports
 };
 

@@ -118,8 +118,9 @@ TEST(ColumnScansTest, ThreadsShareTheRows) {
     for (const ScanFigureKind kind : {ScanFigureKind::Values, ScanFigureKind::Least, ScanFigureKind::Greatest,
                                       ScanFigureKind::Sum, ScanFigureKind::Spread, ScanFigureKind::FirstRow})
         plan.figures.push_back({kind});
-    const auto one = ScanRows(*image, plan, {}, ScanThreads::One);
-    const auto two = ScanRows(*image, plan, {}, ScanThreads::Two);
+    WorkWatch watch;
+    const auto one = ScanRows(*image, plan, {}, watch, ScanThreads::One);
+    const auto two = ScanRows(*image, plan, {}, watch, ScanThreads::Two);
     ASSERT_FALSE(one->filled.empty());
     EXPECT_EQ(one->filled, two->filled);
     EXPECT_EQ(one->rows, two->rows);
