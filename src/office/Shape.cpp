@@ -2,6 +2,7 @@
 
 #include "office/Convert.h"
 #include "office/Document.h"
+#include "office/FormPlaces.h"
 #include "office/Looks.h"
 #include "office/SheetAccess.h"
 #include "office/Transfer.h"
