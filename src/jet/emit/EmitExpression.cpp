@@ -249,7 +249,9 @@ Typed Emitter::emitNode(const ColumnName& node, const Scope& scope, Position at)
     }
     const Scope::Found found = scope.resolve(node, at);
     read_.push_back(found.source->number);
-    return Field(*found.level, *found.source, found.column);
+    Typed field = Field(*found.level, *found.source, found.column);
+    if (node.unindexed) field.sql = "(+" + field.sql + ")"; // changes nothing but that
+    return field;
 }
 
 Typed Emitter::emitNode(const Arithmetic& node, const Scope& scope, Position) {

@@ -21,9 +21,10 @@ class TextJoins final : JoinedTables {
 
     bool Apply() {
         if (!ReadTables() || !AllConditionsArePlaced()) return false;
+        const std::vector<int> numbers = LinksToLarge();
         bool changed = false;
         for (Comparison* const link : Links())
-            changed = Turn(*link) || changed;
+            changed = Turn(*link) || Lead(*link, numbers) || changed;
         return changed;
     }
 
@@ -68,6 +69,28 @@ class TextJoins final : JoinedTables {
                 return false;
             return !IsNumberColumn(*link->left) && !IsNumberColumn(*link->right);
         });
+    }
+
+    /// By how many numbers each small table is joined to large ones.
+    [[nodiscard]] std::vector<int> LinksToLarge() const {
+        std::vector<int> count(tables_.size());
+        for (const Comparison* link : Links()) {
+            const std::size_t left = TableOfField(link->left);
+            const std::size_t right = TableOfField(link->right);
+            if (IsLarge(left) != IsLarge(right) && IsNumberColumn(*link->left)) ++count[IsLarge(left) ? right : left];
+        }
+        return count;
+    }
+
+    /// Of two small tables that are joined by texts, the one that gives more numbers of the large table is read first:
+    /// very many of its rows may have one text.
+    bool Lead(Comparison& link, const std::vector<int>& numbers) const {
+        const std::size_t left = TableOfField(link.left);
+        const std::size_t right = TableOfField(link.right);
+        if (left == right || IsNumberColumn(*link.left) || IsNumberColumn(*link.right)) return false;
+        if (numbers[left] == numbers[right] || numbers[left] == 0 || numbers[right] == 0) return false;
+        std::get<ColumnName>((numbers[left] > numbers[right] ? link.left : link.right)->node).unindexed = true;
+        return true;
     }
 
     bool Turn(Comparison& link) {

@@ -38,6 +38,7 @@ struct ColumnName {
     std::string table; ///< empty when unqualified
     std::string name;
     bool bracketed = false;
+    bool unindexed = false; ///< set by rewrites: no index is to be used, or made, for it here
 };
 
 enum class ArithmeticOperator { Add, Subtract, Multiply, Divide, WholeDivide, Modulo, Power, Concatenate };

@@ -49,5 +49,21 @@ TEST(TextJoinsTest, ATableJoinedByTextIsNotFoundByItsNumber) {
     EXPECT_EQ(catalogue.run(Translate(from, catalogue).statements.front()).size(), 2U);
 }
 
+// Of the table with the most numbers very many rows may have the same text.
+TEST(TextJoinsTest, TheTableWithMoreNumbersLeads) {
+    LargeData catalogue;
+    catalogue.define("CREATE TABLE Wide (k LONG, a LONG, t TEXT(9))");
+    catalogue.run("INSERT INTO Wide VALUES (1, 1, '2001'), (2, 1, '2002'), (3, 2, '2001'), (2, NULL, '2002')");
+    catalogue.define("CREATE TABLE Names (a LONG, t TEXT(9))");
+    catalogue.run("INSERT INTO Names VALUES (1, '2001'), (1, '2002'), (2, '2003')");
+    const std::string sql = "SELECT D.v FROM (Wide W INNER JOIN Data D ON W.k = D.k AND W.a = D.a) INNER JOIN Names N "
+                            "ON W.t = N.t AND D.a = N.a";
+    const std::string statement = Translate(sql, catalogue).statements.front();
+    EXPECT_NE(statement.find("(+\"W\".\"t\") COLLATE JETTEXT = \"N\".\"t\""), std::string::npos) << statement;
+    const std::string plain = Translate(sql, catalogue, {"text-joins-first"}).statements.front();
+    EXPECT_EQ(catalogue.run(statement), catalogue.run(plain));
+    EXPECT_EQ(catalogue.run(statement).size(), 2U);
+}
+
 } // namespace
 } // namespace jet::test
