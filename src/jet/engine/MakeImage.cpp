@@ -6,6 +6,7 @@
 #include "jet/values/Quoting.h"
 
 #include <algorithm>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/file.h>
@@ -71,8 +72,10 @@ class Reading {
     Statement rows_;
 };
 
-/// True when no process writes to the file any more.
-bool IsLeftBehind(const std::filesystem::path& path) {
+/// True when no process writes to the file any more, nor has just begun to or is about to put it in place.
+bool IsLeftBehind(const std::filesystem::path& path, const struct stat& found) {
+    constexpr std::time_t kGrace = 60; // seconds
+    if (std::time(nullptr) - found.st_mtim.tv_sec < kGrace) return false;
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
     if (file < 0) return false;
     const bool free = ::flock(file, LOCK_EX | LOCK_NB) == 0;
@@ -95,7 +98,7 @@ std::vector<Found> ImagesIn(const std::string& folder) {
         struct stat found {};
         if (::lstat(path.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) continue;
         std::error_code ignored;
-        if (path.extension() == ".making" && IsLeftBehind(path)) std::filesystem::remove(path, ignored);
+        if (path.extension() == ".making" && IsLeftBehind(path, found)) std::filesystem::remove(path, ignored);
         if (path.extension() == ".columns")
             images.push_back({path, static_cast<std::uint64_t>(found.st_size),
                               static_cast<std::int64_t>(found.st_atim.tv_sec) * 1'000'000'000 + found.st_atim.tv_nsec});

@@ -1,6 +1,8 @@
 #include "jet/columns/ScanDatabase.h"
 #include "jet/engine/Sqlite.h"
 
+#include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 
@@ -98,6 +100,7 @@ TEST(ColumnImageTest, WhatWasLeftHalfMadeGoesAndTheFolderStaysWithinItsBound) {
     const std::string leftBehind = image + ".1.making";
     const std::string old = database.imageFolder() + "/old.columns";
     std::ofstream(leftBehind) << "half";
+    std::filesystem::last_write_time(leftBehind, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
     std::ofstream(old) << std::string(10'000, 'x');
     std::filesystem::remove(image);
     database.OpenImages(database.imageFolder(), 9'000);
