@@ -125,6 +125,17 @@ void MeasureTakeOut(Report& report) {
     report.Bound(what, once, 500, "ms");
 }
 
+/// A click on a column's head, in a view of so many rows that SQL must sort them.
+void MeasureOrders(Report& report) {
+    const std::pair<int, const char*> columns[] = {
+        {ColTimePeriod, "period"}, {ColIndicator, "indicator"}, {ColDatavalue, "value"}};
+    for (const auto& [column, name] : columns) {
+        const QString statement = RequeryStatement({}, DataOrderByColumn(column, false));
+        const auto once = [&statement] { return Milliseconds([&statement] { FirstPage(statement); }); };
+        report.Bound(std::string("sorted by ") + name + ", to the first page", once, 500, "ms");
+    }
+}
+
 } // namespace
 
 void MeasureDataOptions(Report& report, const BenchSession& session) {
@@ -140,6 +151,7 @@ void MeasureDataOptions(Report& report, const BenchSession& session) {
             "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02, 500);
         report.CompareOnce(
             "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07, 500);
+        MeasureOrders(report);
     }
     SelectHalf();
     const BenchSession::Copies copies = session.CopyForHand();

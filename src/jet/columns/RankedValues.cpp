@@ -35,6 +35,15 @@ int Compared(const Value& a, const Value& b, CompareKind kind) {
     return kind == CompareKind::ValueText ? CompareValueText(left, right) : CompareText(left, right);
 }
 
+/// Without Nulls.
+void Sort(std::vector<std::pair<std::uint32_t, Value>>& held, CompareKind kind) {
+    std::erase_if(held, [](const auto& each) { return each.second.isNull(); });
+    for (const auto& each : held)
+        if (IsNumber(each.second) != (kind == CompareKind::Number)) Unfit("What is ranked is of another type.");
+    std::ranges::stable_sort(held,
+                             [&](const auto& a, const auto& b) { return Compared(a.second, b.second, kind) < 0; });
+}
+
 } // namespace
 
 void Unfit(const char* why) {
@@ -67,11 +76,7 @@ std::optional<std::uint32_t> CodeIn(const ImageColumn& column, sqlite3_stmt* row
 
 Ranking RankValues(std::vector<std::pair<std::uint32_t, Value>> held, CompareKind kind) {
     Ranking made;
-    std::erase_if(held, [](const auto& each) { return each.second.isNull(); });
-    for (const auto& each : held)
-        if (IsNumber(each.second) != (kind == CompareKind::Number)) Unfit("What is ranked is of another type.");
-    std::ranges::stable_sort(held,
-                             [&](const auto& a, const auto& b) { return Compared(a.second, b.second, kind) < 0; });
+    Sort(held, kind);
     for (const auto& [place, value] : held) {
         if (made.ranked.empty() || made.ranked.back() != value) {
             if (!made.ranked.empty() && Compared(made.ranked.back(), value, kind) == 0)
@@ -81,6 +86,20 @@ Ranking RankValues(std::vector<std::pair<std::uint32_t, Value>> held, CompareKin
         made.ranks.emplace_back(place, static_cast<std::int32_t>(made.ranked.size()) - 1);
     }
     return made;
+}
+
+std::vector<std::uint32_t> OrderOf(const std::vector<Value>& values, CompareKind kind) {
+    std::vector<std::pair<std::uint32_t, Value>> held;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        held.emplace_back(static_cast<std::uint32_t>(i), values[i]);
+    Sort(held, kind);
+    std::vector<std::uint32_t> ranks(values.size());
+    std::uint32_t rank = 0;
+    for (std::size_t i = 0; i < held.size(); ++i) {
+        if (i == 0 || Compared(held[i - 1].second, held[i].second, kind) != 0) ++rank;
+        ranks[held[i].first] = rank;
+    }
+    return ranks;
 }
 
 } // namespace jet

@@ -36,4 +36,8 @@ struct Ranking {
 /// being the same.
 [[nodiscard]] Ranking RankValues(std::vector<std::pair<std::uint32_t, Value>> held, CompareKind kind);
 
+/// The rank of each value by how it compares: 0 is Null, and values that compare as equal have the same rank. Throws
+/// ColumnsUnfit for values of another type than the kind compares.
+[[nodiscard]] std::vector<std::uint32_t> OrderOf(const std::vector<Value>& values, CompareKind kind);
+
 } // namespace jet

@@ -1,5 +1,6 @@
 #include "jet/columns/Scan.h"
 
+#include "jet/columns/RowOrder.h"
 #include "jet/columns/ScanFigures.h"
 #include "jet/columns/ScanFilter.h"
 #include "jet/columns/ScanPlaces.h"
@@ -101,9 +102,17 @@ class Scanner final {
         return pieces > 0 && HasMetAll();
     }
 
-    void Join(const Scanner& later) { figures_.Join(*later.groups_); }
+    void Join(const Scanner& later) {
+        std::vector<std::uint32_t>& rows = groups_->filled;
+        if (plan_.byRow) rows.insert(rows.end(), later.groups_->filled.begin(), later.groups_->filled.end());
+        if (!plan_.byRow) figures_.Join(*later.groups_);
+    }
 
     std::shared_ptr<ScanGroups> Finish() {
+        if (plan_.byRow) {
+            SortRows(groups_->filled, image_, plan_, input_, progress_.watch());
+            return groups_;
+        }
         for (std::uint32_t place = 0; place < places_.count(); ++place) {
             progress_.watch().Step();
             if (groups_->rows[place] > plan_.moreThan && Differs(place)) groups_->filled.push_back(place);
@@ -142,15 +151,20 @@ class Scanner final {
 
     void FindSides() {
         for (std::size_t i = 0; i < sides_.size(); ++i)
-            if (IsRead(i)) FindSideKeys(image_, plan_.sides[i], block_, sides_[i]);
+            if (IsRead(i)) FindSideKeys(image_, plan_.sides[i], input_.sides[i], block_, sides_[i]);
     }
 
     /// False for a side that only says which rows pass: all of these are of one class then.
     [[nodiscard]] bool IsRead(std::size_t side) const {
-        return input_.sides[side].classes > 1 || !input_.sides[side].ranked.empty();
+        return !plan_.byRow && (input_.sides[side].classes > 1 || !input_.sides[side].ranked.empty());
     }
 
     void Take() {
+        if (plan_.byRow) {
+            const auto end = block_.rows.begin() + static_cast<std::ptrdiff_t>(block_.count);
+            groups_->filled.insert(groups_->filled.end(), block_.rows.begin(), end);
+            return;
+        }
         places_.Find(block_, sides_);
         if (places_.wantsMarks()) LeaveOutThoseAlone();
         if (places_.growing()) {

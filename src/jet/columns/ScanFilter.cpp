@@ -85,7 +85,7 @@ void ScanFilter::Apply(ScanBlock& block) const {
 
 void ScanFilter::KeepSide(ScanBlock& block, std::size_t side) const {
     SideKeys keys;
-    FindSideKeys(image_, plan_.sides[side], block, keys);
+    FindSideKeys(image_, plan_.sides[side], input_.sides[side], block, keys);
     const std::int32_t* const classOf = input_.sides[side].classOf.data();
     std::size_t kept = 0;
     for (std::size_t i = 0; i < block.count; ++i) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "jet/columns/KeyTable.h"
 #include "jet/columns/ScanPlan.h"
 #include "jet/values/Value.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 /// What goes into a scan, and what it gives.
@@ -21,6 +23,9 @@ struct PassingCodes {
 /// What the small tables of a side give for each combination of the codes of its columns. A class is one combination of
 /// the fields that tell groups apart.
 struct SideClasses {
+    /// The combinations that the tables give, where there might be very many: each stands at its place among these
+    /// then, and behind the last one stand all others.
+    std::optional<KeyTable> met;
     std::vector<std::int32_t> classOf;            ///< by combination; -1: the rows don't pass
     std::uint32_t classes = 0;                    ///< how many there are
     std::vector<std::vector<Value>> fields;       ///< per field: its value in each class
@@ -64,7 +69,7 @@ inline constexpr std::uint32_t kNoRow = 0xFFFFFFFF;
 /// The figures of all groups, one element a place; only those that the plan asks for are there. A place is empty when
 /// no row belongs to it.
 struct ScanGroups {
-    std::vector<std::uint32_t> filled; ///< places with rows, in the order in which they are given
+    std::vector<std::uint32_t> filled; ///< places with rows, as they are given; the rows where each is a group
     std::vector<std::uint32_t> rows;
     std::vector<std::uint32_t> values;
     std::vector<std::uint32_t> least;      ///< rows of the image

@@ -4,6 +4,7 @@
 #include "jet/functions/FunctionSupport.h"
 
 #include <algorithm>
+#include <limits>
 #include <sqlite3.h>
 #include <unordered_map>
 
@@ -16,22 +17,28 @@ class SideReader final {
   public:
     SideReader(const ColumnImage& image, const ScanSide& side, bool whole)
         : image_(image), side_(side), whole_(whole), ranked_(side.ranked.size()) {
-        std::size_t combinations = 1;
-        for (const std::size_t column : side.columns)
-            combinations *= image.columns()[column].numbers.size();
-        made_.classOf.assign(combinations, -1);
         made_.fields.resize(side.fields.size());
-        made_.ranks.assign(side.ranked.size(), std::vector<std::int32_t>(combinations, -1));
+        std::uint64_t combinations = 1;
+        for (const std::size_t column : side.columns) {
+            const std::uint64_t codes = std::max<std::uint64_t>(image.columns()[column].numbers.size(), 1);
+            if (combinations > std::numeric_limits<std::uint64_t>::max() / codes) Unfit("There are too many keys.");
+            combinations *= codes;
+        }
+        if (side.columns.size() > 1 && combinations > kManyCombinations)
+            made_.met.emplace();
+        else
+            made_.classOf.assign(combinations, -1);
     }
 
     void Take(sqlite3_stmt* row) {
-        std::uint32_t keys = 0;
+        std::uint64_t combination = 0;
         for (std::size_t i = 0; i < side_.columns.size(); ++i) {
             const ImageColumn& column = image_.columns()[side_.columns[i]];
             const auto code = CodeIn(column, row, static_cast<int>(i));
             if (!code) return;
-            keys = keys * static_cast<std::uint32_t>(column.numbers.size()) + *code;
+            combination = combination * column.numbers.size() + *code;
         }
+        const std::uint32_t keys = PlaceOf(combination);
         const std::int32_t found = ClassOf(row);
         std::int32_t& held = made_.classOf[keys];
         if (held >= 0 && (side_.single || held != found)) Unfit("Keys come twice.");
@@ -42,6 +49,8 @@ class SideReader final {
     }
 
     SideClasses Finish() {
+        if (made_.met) made_.classOf.push_back(-1);
+        made_.ranks.assign(side_.ranked.size(), std::vector<std::int32_t>(made_.classOf.size(), -1));
         for (std::size_t i = 0; i < ranked_.size(); ++i) {
             Ranking ranking = RankValues(std::move(ranked_[i]), side_.ranked[i]);
             for (const auto& [keys, rank] : ranking.ranks)
@@ -53,12 +62,28 @@ class SideReader final {
     }
 
   private:
+    /// Of more combinations only those that are met are kept.
+    static constexpr std::uint64_t kManyCombinations = 1U << 20U;
+    static constexpr std::uint32_t kMostMet = 8U << 20U;
+
     static Value ValueIn(sqlite3_stmt* row, std::size_t field) {
         return ToValue(sqlite3_column_value(row, static_cast<int>(field)));
     }
 
+    std::uint32_t PlaceOf(std::uint64_t combination) {
+        if (!made_.met) return static_cast<std::uint32_t>(combination);
+        const std::uint32_t place = made_.met->PlaceOf(combination, nullptr);
+        if (place >= kMostMet) Unfit("There are too many keys.");
+        if (place == made_.classOf.size()) made_.classOf.push_back(-1);
+        return place;
+    }
+
     /// The number of the fields' values, a new one when they have not been met before.
     std::int32_t ClassOf(sqlite3_stmt* row) {
+        if (side_.fields.empty()) {
+            made_.classes = 1;
+            return 0;
+        }
         std::vector<Value> values;
         std::string text;
         for (std::size_t i = 0; i < side_.fields.size(); ++i) {
@@ -130,12 +155,13 @@ std::uint64_t RowsOf(const ImageColumn& column, const std::vector<std::uint8_t>&
 
 std::uint64_t RowsOf(const ColumnImage& image, const ScanSide& side, const SideClasses& classes) {
     std::uint64_t least = image.rows();
-    std::size_t after = 1; // combinations of the columns behind
+    std::uint64_t after = 1; // combinations of the columns behind
     for (std::size_t i = side.columns.size(); i-- > 0;) {
         const ImageColumn& column = image.columns()[side.columns[i]];
         std::vector<std::uint8_t> passes(column.numbers.size());
         for (std::size_t keys = 0; keys < classes.classOf.size(); ++keys)
-            if (classes.classOf[keys] >= 0) passes[keys / after % passes.size()] = 1;
+            if (classes.classOf[keys] >= 0)
+                passes[(classes.met ? classes.met->keys()[keys] : keys) / after % passes.size()] = 1;
         least = std::min(least, RowsOf(column, passes));
         after *= passes.size();
     }

@@ -31,20 +31,9 @@ std::vector<std::uint8_t> CodesInList(const ImageColumn& column, const ScanListT
     return passes;
 }
 
-void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBlock& block, SideKeys& keys) {
-    std::fill_n(keys.begin(), block.count, 0U);
-    for (const std::size_t position : side.columns) {
-        const ImageColumn& column = image.columns()[position];
-        const auto size = static_cast<std::uint32_t>(column.numbers.size());
-        WithCodes(column, [&](const auto& codeOf) {
-            for (std::size_t i = 0; i < block.count; ++i)
-                keys[i] = keys[i] * size + codeOf(block.rows[i]);
-        });
-    }
-}
-
 ScanPlaces::ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input, WorkWatch* watch)
     : image_(image), plan_(plan), input_(input), watch_(watch) {
+    if (plan.byRow) return;
     for (const std::size_t position : plan.codes) {
         columns_.push_back(ColumnFor(position));
         AddSize(columns_.back().standing.size());
@@ -52,7 +41,6 @@ ScanPlaces::ScanPlaces(const ColumnImage& image, const ScanPlan& plan, const Sca
     for (const SideClasses& side : input.sides)
         AddSize(side.classes);
     growing_ = plan.byValue || combinations_ > std::min<std::uint64_t>(kMostAtOnce, kAlways + 2 * image.rows());
-    if (growing_) Spread();
 }
 
 ScanPlaces::Column ScanPlaces::ColumnFor(std::size_t position) const {
@@ -86,7 +74,7 @@ void ScanPlaces::AddSize(std::size_t size) {
 }
 
 std::uint32_t ScanPlaces::count() const {
-    return static_cast<std::uint32_t>(growing_ ? keys_.size() : combinations_);
+    return static_cast<std::uint32_t>(growing_ ? met_.keys().size() : combinations_);
 }
 
 void ScanPlaces::FindKeys(const ScanBlock& block, const std::vector<SideKeys>& sides) {
@@ -139,7 +127,7 @@ void ScanPlaces::Find(ScanBlock& block, const std::vector<SideKeys>& sides) {
         return;
     }
     for (std::size_t i = 0; i < block.count; ++i)
-        block.places[i] = IsAlone(found_[i]) ? kNoPlace : PlaceOf(found_[i]);
+        block.places[i] = IsAlone(found_[i]) ? kNoPlace : met_.PlaceOf(found_[i], watch_);
     if (plan_.byValue) CheckSpellings(block);
 }
 
@@ -193,42 +181,11 @@ bool ScanPlaces::IsAlone(std::uint64_t key) const {
     return !seen_.empty() && (shared_[key / 64] >> (key % 64) & 1U) == 0;
 }
 
-// Fibonacci hashing: the upper bits of the product are well mixed.
-std::uint32_t ScanPlaces::PlaceOf(std::uint64_t key) {
-    constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15U;
-    const std::size_t mask = slots_.size() - 1;
-    for (std::size_t slot = (key * kGolden) >> (64 - bits_);; slot = (slot + 1) & mask) {
-        const std::uint32_t held = slots_[slot];
-        if (held != 0 && keys_[held - 1] == key) return held - 1;
-        if (held != 0) continue;
-        keys_.push_back(key);
-        slots_[slot] = static_cast<std::uint32_t>(keys_.size());
-        if (keys_.size() > slots_.size() / 4 * 3) Spread();
-        return static_cast<std::uint32_t>(keys_.size() - 1);
-    }
-}
-
-void ScanPlaces::Spread() {
-    constexpr unsigned kFirstBits = 16;
-    constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15U;
-    bits_ = bits_ == 0 ? kFirstBits : bits_ + 1;
-    std::vector<std::uint32_t>().swap(slots_);
-    slots_.resize(std::size_t{1} << bits_);
-    const std::size_t mask = slots_.size() - 1;
-    for (std::size_t place = 0; place < keys_.size(); ++place) {
-        std::size_t slot = (keys_[place] * kGolden) >> (64 - bits_);
-        while (slots_[slot] != 0)
-            slot = (slot + 1) & mask;
-        slots_[slot] = static_cast<std::uint32_t>(place + 1);
-        if (watch_ != nullptr) watch_->Step();
-    }
-}
-
 void ScanPlaces::Describe(ScanGroups& groups) {
     for (Column& column : columns_)
         groups.codes.push_back(std::move(column.standing));
     groups.sizes = sizes_;
-    groups.keys = std::move(keys_);
+    groups.keys = met_.TakeKeys();
 }
 
 } // namespace jet

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "jet/columns/KeyTable.h"
 #include "jet/columns/ScanBlock.h"
 #include "jet/columns/ScanGroups.h"
 #include "jet/columns/ScanPlan.h"
+#include "jet/columns/SideKeys.h"
 #include "jet/columns/WorkWatch.h"
 #include "jet/values/Collation.h"
 
@@ -12,10 +14,6 @@
 #include <vector>
 
 namespace jet {
-
-/// The keys of a side for the rows of a block: combinations of the codes of its columns.
-using SideKeys = std::array<std::uint32_t, kBlockRows>;
-void FindSideKeys(const ColumnImage& image, const ScanSide& side, const ScanBlock& block, SideKeys& keys);
 
 /// Which codes of a column pass a list. Null is in no list, and outside of none.
 [[nodiscard]] std::vector<std::uint8_t> CodesInList(const ImageColumn& column, const ScanListTest& test);
@@ -57,8 +55,6 @@ class ScanPlaces final {
     void CheckSpellings(const ScanBlock& block);
     [[nodiscard]] bool AreSpelledAlike(std::uint32_t row, std::uint32_t other) const;
     [[nodiscard]] bool IsAlone(std::uint64_t key) const;
-    [[nodiscard]] std::uint32_t PlaceOf(std::uint64_t key);
-    void Spread();
 
     const ColumnImage& image_;
     const ScanPlan& plan_;
@@ -72,9 +68,7 @@ class ScanPlaces final {
     std::vector<std::uint64_t> seen_;               ///< a bit for each key that a row has
     std::vector<std::uint64_t> shared_;             ///< a bit for each that several have
     bool anyShared_ = false;
-    std::vector<std::uint64_t> keys_;  ///< of the places given out
-    std::vector<std::uint32_t> slots_; ///< a table by hash of the key: place + 1; 0 is free
-    unsigned bits_ = 0;
+    KeyTable met_; ///< the keys of the places given out
     struct Before {
         bool operator()(const std::string& a, const std::string& b) const { return CompareValueText(a, b) < 0; }
     };

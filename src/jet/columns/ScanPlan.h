@@ -84,6 +84,21 @@ struct ScanSide {
     bool operator==(const ScanSide&) const = default;
 };
 
+/// What rows are ordered by.
+enum class ScanOrderKind {
+    Value,
+    Number, ///< of a column of the image
+    Field   ///< of a side
+};
+
+struct ScanOrder {
+    ScanOrderKind kind = ScanOrderKind::Value;
+    std::size_t place = 0; ///< the column of the image; of a field: its place among those of all sides
+    bool descending = false;
+
+    bool operator==(const ScanOrder&) const = default;
+};
+
 struct ScanPlan {
     std::weak_ptr<const ColumnImage> image;
     std::string schemaName;          ///< under which the database of the image is attached
@@ -98,6 +113,9 @@ struct ScanPlan {
     bool whole = false;
     /// Each different value is a group of its own; nothing else tells groups apart then.
     bool byValue = false;
+    /// Each row is a group of its own, in this order; rows that are equal in it stand as in the table.
+    bool byRow = false;
+    std::vector<ScanOrder> order;
     /// Only which groups there are is asked for, so that the scan may end when it has met them all.
     bool existence = false;
     /// Only groups in which these two ranked figures differ.
@@ -110,8 +128,8 @@ struct ScanPlan {
         return !image.owner_before(other.image) && !other.image.owner_before(image) && schemaName == other.schemaName &&
                value == other.value && codes == other.codes && figures == other.figures && keys == other.keys &&
                sides == other.sides && values == other.values && lists == other.lists && whole == other.whole &&
-               byValue == other.byValue && existence == other.existence && differing == other.differing &&
-               moreThan == other.moreThan;
+               byValue == other.byValue && byRow == other.byRow && order == other.order &&
+               existence == other.existence && differing == other.differing && moreThan == other.moreThan;
     }
 };
 

@@ -1,5 +1,6 @@
 #include "jet/columns/ScanTable.h"
 
+#include "jet/columns/RowOrder.h"
 #include "jet/columns/Scan.h"
 #include "jet/columns/ScanBlock.h"
 #include "jet/columns/ScanFunctions.h"
@@ -39,7 +40,8 @@ class LastScans {
         constexpr std::size_t kMostHeld = 2;
         constexpr std::size_t kMostPlaces = 50'000;
         held_.erase(held_.begin(), held_.size() < kMostHeld ? held_.begin() : held_.begin() + 1);
-        if (groups->rows.size() <= kMostPlaces) held_.push_back({std::move(plan), std::move(input), std::move(groups)});
+        if (std::max(groups->rows.size(), groups->filled.size()) <= kMostPlaces)
+            held_.push_back({std::move(plan), std::move(input), std::move(groups)});
     }
 
   private:
@@ -130,6 +132,11 @@ std::int64_t CountOf(const Cursor& cursor, std::size_t figure, std::uint32_t pla
     return kind == ScanFigureKind::Values ? groups.values[place] : groups.ranks[figure][place];
 }
 
+/// The first row of a group.
+std::uint32_t FirstRowOf(const Cursor& cursor, std::uint32_t place) {
+    return cursor.plan->byRow ? place : cursor.groups->first[place];
+}
+
 /// Puts the groups into the order that TakeOrder has taken on.
 void Sort(Cursor& cursor, int order, WorkWatch& watch) {
     cursor.order.clear();
@@ -210,19 +217,23 @@ void GiveFigure(sqlite3_context* context, const Cursor& cursor, std::size_t figu
     case ScanFigureKind::CountOf:
         return sqlite3_result_int64(context, groups.ranks[figure][place]);
     case ScanFigureKind::FirstRow:
-        return sqlite3_result_int64(context, groups.first[place]);
+        return sqlite3_result_int64(context, FirstRowOf(cursor, place));
     case ScanFigureKind::FirstValue:
-        return GiveText(context, cursor, groups.first[place]);
+        return GiveText(context, cursor, FirstRowOf(cursor, place));
     case ScanFigureKind::FirstNumber:
-        return GiveRowNumber(context, cursor.image->columns()[wanted.field], groups.first[place]);
+        return GiveRowNumber(context, cursor.image->columns()[wanted.field], FirstRowOf(cursor, place));
     }
+}
+
+std::uint32_t ClassOf(const Cursor& cursor, std::uint32_t place, std::size_t side) {
+    if (!cursor.plan->byRow) return cursor.groups->classOf(place, side);
+    return ClassOfRow(*cursor.image, cursor.plan->sides[side], cursor.input.sides[side], place);
 }
 
 void GiveField(sqlite3_context* context, const Cursor& cursor, std::size_t field, std::uint32_t place) {
     for (std::size_t side = 0; side < cursor.input.sides.size(); ++side) {
         const auto& fields = cursor.input.sides[side].fields;
-        if (field < fields.size())
-            return Call(context, 0, nullptr).give(fields[field][cursor.groups->classOf(place, side)]);
+        if (field < fields.size()) return Call(context, 0, nullptr).give(fields[field][ClassOf(cursor, place, side)]);
         field -= fields.size();
     }
 }
@@ -323,9 +334,12 @@ int Filter(sqlite3_vtab_cursor* base, int order, const char*, int count, sqlite3
     }
 }
 
-int Next(sqlite3_vtab_cursor* cursor) {
-    ++static_cast<Cursor*>(cursor)->at;
-    return SQLITE_OK;
+// Rows that are given one by one over a long time are read from the file, which must be as it was.
+int Next(sqlite3_vtab_cursor* base) {
+    constexpr std::size_t kRowsBetweenLooks = 256;
+    auto& cursor = *static_cast<Cursor*>(base);
+    if (++cursor.at % kRowsBetweenLooks != 0 || !cursor.plan->byRow || cursor.image->isIntact()) return SQLITE_OK;
+    return Fail(cursor.pVtab, Error(ErrorNumber::EngineError, "The column image was changed while it was read."));
 }
 
 int AtEnd(sqlite3_vtab_cursor* base) {

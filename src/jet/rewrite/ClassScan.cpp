@@ -1,8 +1,6 @@
 #include "jet/rewrite/ClassScan.h"
 
-#include "jet/rewrite/ScanNames.h"
-#include "jet/rewrite/ScanShape.h"
-#include "jet/rewrite/ScanSides.h"
+#include "jet/rewrite/SideScan.h"
 #include "jet/sql/MakeTree.h"
 #include "jet/sql/VisitOperands.h"
 
@@ -15,16 +13,15 @@ namespace {
 
 using namespace tree;
 
-class ClassScan final : ScanShape {
+class ClassScan final : SideScan {
   public:
     ClassScan(Select& select, std::vector<OrderItem>* orderBy, Transform* crosstab, const Catalogue& catalogue)
-        : ScanShape(select, orderBy == nullptr ? noOrder_ : *orderBy, catalogue), order_(orderBy), crosstab_(crosstab) {
-    }
+        : SideScan(select, orderBy == nullptr ? noOrder_ : *orderBy, catalogue), order_(orderBy), crosstab_(crosstab) {}
 
     bool Apply() {
         if (!ReadTables() || !FindLarge() || !AllConditionsArePlaced()) return false;
         if (!ReadOutput() || !ReadConditions()) return false;
-        if (!MakeSides() || !IsWorthIt() || !FindImage() || !PlaceFigures()) return false;
+        if (!MakeSidesOfFigures() || !IsWorthIt() || !FindImage() || !PlaceFigures()) return false;
         plan_.whole = HasGroupsOfTheScan();
         plan_.existence = figures_.empty() && values_.empty();
         Rewrite();
@@ -32,14 +29,6 @@ class ClassScan final : ScanShape {
     }
 
   private:
-    using ScanSides = SidesOf<Link>;
-
-    /// A name that stands for a field of a small table, or, within First, of the large one.
-    struct Named {
-        const Expression* expression = nullptr;
-        std::size_t table = 0;
-        ColumnName name;
-    };
     /// An aggregate as it stands in the statement, and the figure that it is made of.
     struct Figure {
         const Expression* expression = nullptr;
@@ -76,20 +65,6 @@ class ClassScan final : ScanShape {
     [[nodiscard]] bool HasGroups() const {
         if (select_.duplicates == Duplicates::DropEqualRows) return false;
         return !select_.groupBy.empty() || !figures_.empty() || select_.duplicates == Duplicates::DropEqualValues;
-    }
-
-    /// Of two fields of one name each is called after its table, which is gone afterwards.
-    [[nodiscard]] bool NamesDiffer() const {
-        std::vector<std::string> names;
-        for (const SelectItem& item : select_.items) {
-            const auto* column = std::get_if<ColumnName>(&item.expression->node);
-            const std::string& name = item.alias.empty() && column != nullptr ? column->name : item.alias;
-            if (!name.empty() &&
-                std::ranges::any_of(names, [&](const std::string& other) { return SameName(other, name); }))
-                return false;
-            names.push_back(name);
-        }
-        return true;
     }
 
     bool Read(const Expression& expression, bool grouped) {
@@ -132,8 +107,6 @@ class ClassScan final : ScanShape {
         return (extreme || (function == "count" && call.distinct)) && Read(argument, false);
     }
 
-    [[nodiscard]] bool IsSmall(std::size_t table) const { return table < tables_.size() && table != large_; }
-
     bool Add(Figure figure) {
         figures_.push_back(std::move(figure));
         return figures_.size() <= kMostScanFigures;
@@ -153,53 +126,15 @@ class ClassScan final : ScanShape {
         return fits && !figure.firsts.empty() && Add(std::move(figure));
     }
 
-    bool ReadRow(const Expression& expression, std::vector<Named>& read) {
-        if (AggregateOf(expression) != nullptr) return false;
-        if (const auto* column = std::get_if<ColumnName>(&expression.node)) {
-            const ColumnInfo* info = LargeField(expression);
-            if (info == nullptr || (!IsValue(expression) && !IsWhole(info->type))) return false;
-            read.push_back({&expression, large_, *column});
-            return true;
-        }
-        if (const auto* call = std::get_if<Call>(&expression.node); call && FindFunction(call->name) == nullptr)
-            return false;
-        return VisitOperands(expression, [&](const Expression& operand) { return ReadRow(operand, read); });
-    }
-
-    bool ReadConditions() {
-        bool fits = true;
-        EachCondition([&](const Expression& condition) { fits = fits && ReadCondition(condition); });
-        return fits;
-    }
-
-    bool ReadCondition(const Expression& condition) {
-        TableSet tables = 0;
-        if (!AddTables(condition, tables)) return false;
-        if (auto link = LinkIn(condition)) {
-            sides_.Add(std::move(*link));
-        } else if (tables == Bit(large_)) {
-            return ReadPushed(condition);
-        } else {
-            if ((tables & Bit(large_)) != 0 || HoldsLongList(condition)) return false;
-            sides_.Join(tables);
-        }
-        return true;
-    }
-
     // --- Sides ---
 
-    bool MakeSides() {
-        TableSet small = 0;
-        for (std::size_t table = 0; table < tables_.size(); ++table)
-            if (table != large_) small |= Bit(table);
-        if (!sides_.Finish(small)) return false;
-        for (const Named& field : fields_)
-            sides_.AddField(field.table, field.name);
+    bool MakeSidesOfFigures() {
+        if (!MakeSides()) return false;
         for (Figure& figure : figures_)
             if (figure.ranked)
                 std::tie(figure.planned.keys, figure.planned.field) =
                     sides_.AddRanked(figure.ranked->table, figure.ranked->name);
-        return sides_.fields() <= kMostScanFields;
+        return true;
     }
 
     /// Whether there is any row at all for each item, an index tells sooner (see SemiJoin.h).
@@ -217,34 +152,8 @@ class ClassScan final : ScanShape {
     }
 
     bool PlaceFigures() {
-        for (const Figure& figure : figures_)
-            for (const Named& field : figure.firsts)
-                if (image_->find(field.name.name) < 0) return false;
-        return std::ranges::all_of(sides_.all(), [&](const ScanSides::Side& side) { return PlaceSide(side); });
-    }
-
-    bool PlaceSide(const ScanSides::Side& side) {
-        constexpr std::size_t kMostCombinations = 16U << 20U;
-        ScanSide made;
-        std::size_t combinations = 1;
-        for (const Link& link : side.links) {
-            const auto place = Coded(link.large->name);
-            if (!place) return false;
-            made.columns.push_back(*place);
-            combinations *= image_->columns()[*place].numbers.size();
-            if (combinations > kMostCombinations) return false;
-        }
-        const auto kindOf = [&](const ColumnName& name) {
-            const ColumnInfo* info = InfoOf(name);
-            return KindOfColumn(info->name, info->type);
-        };
-        for (const ColumnName& name : side.fields)
-            made.fields.push_back(kindOf(name));
-        for (const ColumnName& name : side.ranked)
-            made.ranked.push_back(kindOf(name));
-        made.single = CountsRows();
-        plan_.sides.push_back(std::move(made));
-        return true;
+        return std::ranges::all_of(figures_, [&](const Figure& figure) { return AreInImage(figure.firsts); }) &&
+               PlaceSides(CountsRows());
     }
 
     // --- Are the groups of the scan those of the statement? ---
@@ -281,25 +190,24 @@ class ClassScan final : ScanShape {
         ScanTable scan{alias, codes_, {}, {}, {}, {}};
         PlanFigures(scan);
         PlanValues(scan);
-        TakeConditions();
-        for (const ScanSides::Side& side : sides_.all())
-            scan.sides.push_back(QueryOfSide(side));
+        MakeQueries(scan);
         ReplaceFields(scan);
         scan.plan = std::move(plan_);
-        if (scan.plan.byValue)
-            select_.duplicates = Duplicates::Keep;
-        else if (scan.plan.whole)
-            LeaveOutGroups(scan.plan);
-        select_.where = RestOfConditions();
-        select_.from.clear();
-        auto reference = std::make_unique<TableReference>();
-        reference->at = select_.at;
-        reference->node = std::move(scan);
-        select_.from.push_back(std::move(reference));
+        const bool ofScan = scan.plan.whole && !scan.plan.byValue;
+        if (scan.plan.byValue) select_.duplicates = Duplicates::Keep;
+        if (ofScan) LeaveOutGroups(scan.plan);
+        ReadFromScan(std::move(scan));
+        if (ofScan) AskOfRows();
     }
 
-    // the select is ours to change; only the walk through it was a reading one
-    static Expression& Writable(const Expression* expression) { return *const_cast<Expression*>(expression); }
+    /// What HAVING asks of groups that are those of the scan is asked of each row.
+    void AskOfRows() {
+        if (!select_.having) return;
+        std::vector<ExpressionPtr> where;
+        if (select_.where) TakeApart(std::move(select_.where), where);
+        where.push_back(std::move(select_.having));
+        select_.where = AllOf(select_.at, std::move(where));
+    }
 
     void PlanFigures(ScanTable& scan) {
         for (Figure& figure : figures_) {
@@ -324,75 +232,6 @@ class ClassScan final : ScanShape {
             ReadFromFirstRow(scan, value);
     }
 
-    /// Each different figure once.
-    std::size_t PlaceOf(const ScanFigure& planned) {
-        const auto place = std::ranges::find(plan_.figures, planned);
-        const auto index = static_cast<std::size_t>(place - plan_.figures.begin());
-        if (place == plan_.figures.end()) plan_.figures.push_back(planned);
-        return index;
-    }
-
-    void ReadFromFirstRow(ScanTable& scan, const Named& field) {
-        const ColumnInfo& info = *InfoOf(field.name);
-        const bool value = KindOfColumn(info.name, info.type) == CompareKind::ValueText;
-        const auto column = static_cast<std::size_t>(image_->find(info.name));
-        const std::size_t place = PlaceOf(value ? ScanFigure{ScanFigureKind::FirstValue}
-                                                : ScanFigure{ScanFigureKind::FirstNumber, 0, column});
-        const std::string name = "jet$f" + std::to_string(place);
-        if (std::ranges::find(scan.further, name, &ScanField::name) == scan.further.end())
-            scan.further.push_back({name, "a" + std::to_string(place), info.type, KindOfColumn(info.name, info.type)});
-        Writable(field.expression).node = ColumnName{scan.alias, name, true};
-    }
-
-    [[nodiscard]] QueryPtr QueryOfSide(const ScanSides::Side& side) {
-        std::vector<ExpressionPtr> where;
-        for (Condition& condition : conditions_)
-            if (condition.expression && condition.tables != 0 && (condition.tables & ~side.tables) == 0)
-                where.push_back(std::move(condition.expression));
-        std::vector<ColumnName> names;
-        for (const Link& link : side.links)
-            names.push_back(link.field);
-        names.insert(names.end(), side.fields.begin(), side.fields.end());
-        names.insert(names.end(), side.ranked.begin(), side.ranked.end());
-        QueryPtr query = QueryOf(side.tables, MakeExpression(select_.at, ColumnName(names.front())),
-                                 AllOf(select_.at, std::move(where)));
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            SelectItem item;
-            item.at = select_.at;
-            item.expression = MakeExpression(select_.at, ColumnName(names[i]));
-            item.alias = "jet$c" + std::to_string(i);
-            if (i == 0) query->arms.front().items.clear();
-            query->arms.front().items.push_back(std::move(item));
-        }
-        return query;
-    }
-
-    /// Conditions without a field.
-    [[nodiscard]] ExpressionPtr RestOfConditions() {
-        std::vector<ExpressionPtr> where;
-        for (Condition& condition : conditions_)
-            if (condition.expression && condition.tables == 0) where.push_back(std::move(condition.expression));
-        if (select_.having && select_.groupBy.empty() && having_) where.push_back(std::move(select_.having));
-        return AllOf(select_.at, std::move(where));
-    }
-
-    void ReplaceFields(ScanTable& scan) {
-        for (SelectItem& item : select_.items) {
-            const auto* column = std::get_if<ColumnName>(&item.expression->node);
-            if (column != nullptr && item.alias.empty() && IsSmall(TableOf(*column)))
-                item.alias = InfoOf(*column)->name;
-        }
-        for (const Named& field : fields_) {
-            const ColumnInfo& info = *InfoOf(field.name);
-            const std::size_t place = sides_.PlaceOf(field.table, field.name);
-            const std::string name = ScanFieldName(place);
-            const ColumnType type = info.type == ColumnType::Counter ? ColumnType::Long : info.type;
-            if (std::ranges::find(scan.further, name, &ScanField::name) == scan.further.end())
-                scan.further.push_back({name, "x" + std::to_string(place), type, KindOfColumn(info.name, info.type)});
-            Writable(field.expression).node = ColumnName{scan.alias, name, true};
-        }
-    }
-
     /// The order that GROUP BY would have given stays, unless no row tells what group it is of.
     void LeaveOutGroups(ScanPlan& plan) {
         if (select_.having && (TakesDiffering(*select_.having, plan) || TakesMoreThan(*select_.having, plan)))
@@ -401,7 +240,6 @@ class ClassScan final : ScanShape {
             for (ExpressionPtr& term : select_.groupBy)
                 order_->push_back({std::move(term), false});
         select_.groupBy.clear();
-        having_ = true;
     }
 
     /// False when rows hold only figures, and these either order them or say that they differ, whichever it is.
@@ -451,12 +289,9 @@ class ClassScan final : ScanShape {
     static inline const std::vector<OrderItem> noOrder_;
     std::vector<OrderItem>* order_;
     Transform* crosstab_;
-    ScanSides sides_;
-    std::vector<Named> fields_;
     std::vector<Named> values_; ///< the value itself, where groups are told apart by it
     std::vector<Figure> figures_;
-    bool rest_ = false;   ///< an aggregate stays, over the groups of the scan
-    bool having_ = false; ///< what HAVING asks is asked of each row now
+    bool rest_ = false; ///< an aggregate stays, over the groups of the scan
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "jet/rewrite/ClassScan.h"
 #include "jet/rewrite/JoinedScan.h"
+#include "jet/rewrite/RowScan.h"
 
 #include <algorithm>
 
@@ -15,6 +16,7 @@ bool ScanColumns(Query& query, const Catalogue& catalogue) {
     if (std::ranges::find(query.keepAll, true) != query.keepAll.end()) return false;
     const bool alone = query.arms.size() == 1;
     bool changed = false;
+    if (alone && ScanInOrder(query.arms.front(), query.orderBy, catalogue)) return true;
     for (Select& select : query.arms)
         changed = ScanJoined(select, alone ? query.orderBy : noOrder, catalogue) ||
                   ScanClasses(select, alone ? &query.orderBy : nullptr, catalogue) || changed;

@@ -78,6 +78,17 @@ constexpr const char* kFroms[] = {
     "T.TimePeriodNId) INNER JOIN SelArea AS A ON D.AreaNId = A.AreaNId) ON (I.IUSNId = D.IUSNId) AND (I.SourceNId = "
     "D.SourceNId)) ON K.UnitGId = I.UnitGId"};
 
+constexpr const char* kRows[] = {"D.RowNId, D.Datavalue, D.FootnoteNId", "D.RowNId, D.IUSNId", "D.Datavalue AS V",
+                                 "D.RowNId, D.Datavalue & '#' & D.SourceNId AS Noted"};
+constexpr const char* kOrders[] = {"D.Datavalue", "T.TimePeriod", "A.AreaName",   "A.AreaID",
+                                   "I.Indicator", "D.AreaNId",    "I.Deleted",    "A.AreaNId",
+                                   "D.RowNId",    "A.AreaLevel",  "D.FootnoteNId"};
+/// Tables that are joined with one another by numbers of the large table.
+constexpr auto kLatest = "Sel AS I INNER JOIN ((SelArea AS A INNER JOIN Latest AS L ON A.AreaNId = L.AreaNId) INNER "
+                         "JOIN (SelTime AS T INNER JOIN Data AS D ON T.TimePeriodNId = D.TimePeriodNId) ON "
+                         "(L.TimePeriod = T.TimePeriod) AND (L.IUSNId = D.IUSNId) AND (L.AreaNId = D.AreaNId)) ON "
+                         "(I.SourceNId = D.SourceNId) AND (I.IUSNId = L.IUSNId)";
+
 constexpr const char* kPivots[] = {"CStr(T.TimePeriodNId) + '|' + CStr(I.IUSNId)", "CStr(A.AreaNId)", "D.SourceNId",
                                    "I.Indicator"};
 
@@ -143,7 +154,20 @@ std::string RandomScans::CrossFilter() {
     return "SELECT DISTINCT " + std::string(OneOf(kItems)) + " FROM " + From() + Conditions();
 }
 
+/// What the grid asks: rows of the large table in an order.
+std::string RandomScans::OfRows() {
+    const bool distinct = Chance(50);
+    std::string items = OneOf(kRows);
+    if (!distinct && Chance(50)) items += ", " + std::string(OneOf(kFields));
+    std::string sql = (distinct ? "SELECT DISTINCTROW " : "SELECT ") + items + " FROM " +
+                      (distinct && Chance(60) ? kLatest : From()) + Conditions();
+    for (int term = 0; term < 3 && Chance(term == 0 && !distinct ? 95 : 40); ++term)
+        sql += (term == 0 ? " ORDER BY " : ", ") + std::string(OneOf(kOrders)) + (Chance(40) ? " DESC" : "");
+    return sql;
+}
+
 std::string RandomScans::Next() {
+    if (Chance(15)) return OfRows();
     if (Chance(40)) return OfWizards();
     const std::string group = Group(3);
     if (Chance(10)) {

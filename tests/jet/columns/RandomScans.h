@@ -6,7 +6,7 @@
 
 namespace jet::test {
 
-/// Grouped statements at random over the tables of ScanDatabase, most of them of the shapes that are run on a column
+/// Statements at random over the tables of ScanDatabase, most of them of the shapes that are run on a column
 /// image. The same seed gives the same statements.
 class RandomScans {
   public:
@@ -19,6 +19,7 @@ class RandomScans {
     std::string Group(int most);
     std::string OfWizards();
     std::string CrossFilter();
+    std::string OfRows();
     std::string Arm(const std::string& group, bool into);
     std::string From();
     std::string Conditions();

@@ -17,7 +17,8 @@ constexpr const char* kSelectionTables[] = {
     "CREATE TABLE Sel (IUSNId LONG, SourceNId LONG, Indicator TEXT(60), UnitGId TEXT(60), Deleted YESNO, RowNId LONG)",
     "CREATE TABLE SelArea (AreaNId LONG, AreaID TEXT(60), AreaName TEXT(60), AreaLevel INTEGER)",
     "CREATE TABLE SelTime (TimePeriodNId LONG, TimePeriod TEXT(60))",
-    "CREATE TABLE Kinds (UnitGId TEXT(60), KindNId LONG)"};
+    "CREATE TABLE Kinds (UnitGId TEXT(60), KindNId LONG)",
+    "CREATE TABLE Latest (IUSNId LONG, AreaNId LONG, TimePeriod TEXT(60))"};
 
 std::string Cell(const Value& value) {
     if (value.isNull()) return "Null";
@@ -93,6 +94,9 @@ void ScanDatabase::Fill(int rows, bool unreadable) {
             (random_() % 4 == 0 ? "True" : "False") + ", " + std::to_string(row) + ")");
     working->Execute("INSERT INTO Kinds VALUES ('u1', 1)");
     working->Execute("INSERT INTO Kinds VALUES ('U2', 2)");
+    // some of these come twice
+    for (int row = 0; row < 40; ++row)
+        working->Execute("INSERT INTO Latest VALUES (" + below(9) + ", " + below(12) + ", '200" + below(8) + "')");
     for (int area = 1; area <= 11; ++area)
         working->Execute("INSERT INTO SelArea VALUES (" + (area == 11 && !tidy ? below(11) : std::to_string(area)) +
                          ", 'A" + below(3) + "', 'Area " + std::to_string(area) + "', " + below(3) + ")");

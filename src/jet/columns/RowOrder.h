@@ -1,0 +1,22 @@
+#pragma once
+
+#include "jet/columns/ColumnImage.h"
+#include "jet/columns/ScanGroups.h"
+#include "jet/columns/ScanPlan.h"
+#include "jet/columns/WorkWatch.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace jet {
+
+/// Puts rows of an image into the order of a plan; those that are equal in it keep their order. Takes 16 bytes a row
+/// while it sorts. Throws Error: ColumnsUnfit when a field can't be ordered; Interrupted when the watch stops it.
+void SortRows(std::vector<std::uint32_t>& rows, const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
+              WorkWatch& watch);
+
+/// The class of one row in a side, which it passes.
+[[nodiscard]] std::uint32_t ClassOfRow(const ColumnImage& image, const ScanSide& side, const SideClasses& classes,
+                                       std::uint32_t row);
+
+} // namespace jet

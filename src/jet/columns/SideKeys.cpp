@@ -1,0 +1,33 @@
+#include "jet/columns/SideKeys.h"
+
+namespace jet {
+
+namespace {
+
+template <class Number>
+void FindCombinations(const ColumnImage& image, const ScanSide& side, const ScanBlock& block,
+                      std::array<Number, kBlockRows>& keys) {
+    std::fill_n(keys.begin(), block.count, Number{0});
+    for (const std::size_t position : side.columns) {
+        const ImageColumn& column = image.columns()[position];
+        const auto size = static_cast<Number>(column.numbers.size());
+        WithCodes(column, [&](const auto& codeOf) {
+            for (std::size_t i = 0; i < block.count; ++i)
+                keys[i] = keys[i] * size + codeOf(block.rows[i]);
+        });
+    }
+}
+
+} // namespace
+
+void FindSideKeys(const ColumnImage& image, const ScanSide& side, const SideClasses& classes, const ScanBlock& block,
+                  SideKeys& keys) {
+    if (!classes.met) return FindCombinations(image, side, block, keys);
+    std::array<std::uint64_t, kBlockRows> combinations;
+    FindCombinations(image, side, block, combinations);
+    const auto others = static_cast<std::uint32_t>(classes.met->keys().size());
+    for (std::size_t i = 0; i < block.count; ++i)
+        keys[i] = std::min(classes.met->find(combinations[i]), others);
+}
+
+} // namespace jet
