@@ -77,6 +77,20 @@ void MeasureTranslation(Report& report) {
     report.Bound("a statement seen before, translated and run", run, 0.005, "ms");
 }
 
+/// A database is marked when the program has just written it: no planner statistics tell SQLite then what pays.
+void MeasureMarksOfNew(Report& report, const BenchSession& session, const std::string& byHand) {
+    const std::string what = "MarkDataExists of a database just written";
+    if (!report.Wants(what)) return;
+    const BenchSession::Copies copies = session.CopyForHand();
+    const std::string written = session.working + ".written";
+    std::filesystem::copy_file(session.database, written, std::filesystem::copy_options::overwrite_existing);
+    HandWritten(written, copies.selections, copies.working).Run("DROP TABLE IF EXISTS sqlite_stat1;");
+    report.Compare(
+        what, [&] { MarkDataExists(QString::fromStdString(written)); },
+        [&] { HandWritten(written, copies.selections, copies.working).Run(byHand); }, 0.3);
+    std::filesystem::remove(written);
+}
+
 void MeasureOpening(Report& report, const BenchSession& session) {
     const QString path = QString::fromStdString(session.database);
     const std::string scratch = session.working + ".byhand";
@@ -100,6 +114,7 @@ void MeasureDatabase(Report& report, const BenchSession& session) {
     report.Compare(
         "MarkDataExists", [&] { MarkDataExists(path); },
         [&] { HandWritten(session.database, copies.selections, copies.working).Run(byHand); });
+    MeasureMarksOfNew(report, session, byHand);
     MeasureOpening(report, session);
 }
 

@@ -245,8 +245,23 @@ std::vector<OutputColumn> Emitter::ReadSelect::columns() const {
     return all;
 }
 
+// Numbers found one by one, as far as they are few; the rest of very many are read as they come.
+std::string Emitter::jumpsText(const ReadSelect& read) {
+    const std::string most = "20000";
+    const std::string& number = read.items.front().value.sql;
+    const std::string least = "SELECT MIN(" + number + ")" + read.tail;
+    const std::string found = "\"jet$found\"";
+    return "WITH RECURSIVE " + found + "(n) AS MATERIALIZED (" + least + " UNION ALL SELECT (" + least + " WHERE " +
+           number + " > n) FROM " + found + " WHERE n IS NOT NULL LIMIT " + most + ") SELECT NULL AS " +
+           QuotedName(read.items.front().name) + " WHERE EXISTS (SELECT 1" + read.tail + " WHERE " + number +
+           " IS NULL) UNION ALL SELECT n FROM " + found + " WHERE n IS NOT NULL UNION ALL SELECT DISTINCT " + number +
+           read.tail + " WHERE " + number + " > (SELECT CASE COUNT(n) WHEN " + most + " THEN MAX(n) END FROM " + found +
+           ")";
+}
+
 std::string Emitter::written(const ReadSelect& read, bool collated) const {
     const Select& select = *read.select;
+    if (select.byJumps) return jumpsText(read);
     const bool distinct = select.duplicates == Duplicates::DropEqualValues;
     const std::string fields = itemList(read.items, distinct || collated);
     const bool ranked =

@@ -110,6 +110,7 @@ class Emitter {
         [[nodiscard]] std::vector<OutputColumn> columns() const;
     };
     ReadSelect readSelect(const tree::Select& select, const std::vector<tree::OrderItem>& orderBy, const Scope* outer);
+    [[nodiscard]] static std::string jumpsText(const ReadSelect& read);
     /// `collated`: each field is given the collation of its kind.
     [[nodiscard]] std::string written(const ReadSelect& read, bool collated) const;
     static bool SortsByCounter(const tree::Select& select, const Scope& scope, const std::vector<OrderKey>& keys);

@@ -302,6 +302,14 @@ std::int64_t LiveCatalogue::rowsOnRecord(const TableInfo& table) const {
     return rows == known->second.end() ? 0 : rows->second;
 }
 
+bool LiveCatalogue::leadsIndex(const TableInfo& table, const std::string& field) const {
+    return !Rows(database_,
+                 "SELECT 1 FROM pragma_index_list(?1, ?2) AS list, pragma_index_info(list.name, ?2) AS field WHERE "
+                 "field.seqno = 0 AND field.name = ?3 COLLATE NOCASE AND NOT list.partial",
+                 {table.sourceTable, table.database, field})
+                .empty();
+}
+
 // Each index of a table tells the number of its rows first; the largest counts.
 void LiveCatalogue::ReadFigures(const std::string& schema, std::map<std::string, std::int64_t>& figures) const {
     try {

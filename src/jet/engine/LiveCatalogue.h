@@ -36,6 +36,7 @@ class LiveCatalogue final : public Catalogue {
     [[nodiscard]] bool isLink(std::string_view name) const override;
     [[nodiscard]] unsigned version() const override;
     [[nodiscard]] std::int64_t rowsOnRecord(const TableInfo& table) const override;
+    [[nodiscard]] bool leadsIndex(const TableInfo& table, const std::string& field) const override;
     [[nodiscard]] std::shared_ptr<const ColumnImage> image(const TableInfo& table) const override;
 
     /// From now on large tables that are linked, or lie in a file that keeps no links, have images from this store.

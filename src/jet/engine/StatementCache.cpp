@@ -41,6 +41,11 @@ class NotingCatalogue final : public Catalogue {
         Note(table.name, std::hash<std::shared_ptr<const ColumnImage>>{}(found), Question::Image);
         return found;
     }
+    [[nodiscard]] bool leadsIndex(const TableInfo& table, const std::string& field) const override {
+        const bool leads = catalogue_.leadsIndex(table, field);
+        asked_.push_back({table.name, leads ? 1U : 0U, Question::Index, field});
+        return leads;
+    }
     [[nodiscard]] const std::vector<AskedTable>& asked() const { return asked_; }
 
   private:
@@ -103,6 +108,10 @@ bool StatementCache::isGood(CachedStatement& statement) const {
     const bool same = std::ranges::all_of(statement.asked, [&](const AskedTable& each) {
         if (each.question == Question::Link) return catalogue_.isLink(each.name) == (each.stamp != 0);
         if (each.question == Question::Image) return catalogue_.imageStamp(each.name) == each.stamp;
+        if (each.question == Question::Index) {
+            const TableInfo* const table = catalogue_.find(each.name);
+            return table != nullptr && catalogue_.leadsIndex(*table, each.field) == (each.stamp != 0);
+        }
         return catalogue_.stamp(each.name) == each.stamp;
     });
     if (same) statement.version = version;

@@ -23,14 +23,15 @@ struct PreparedStatement {
 };
 
 /// What a translation asked the catalogue about a name.
-enum class Question { Table, Link, Image };
+enum class Question { Table, Link, Image, Index };
 
 /// A question that a translation asked the catalogue, and the answer: for a table or an image its stamp, for whether a
-/// name is a link 1 or 0.
+/// name is a link, or an index begins with a field, 1 or 0.
 struct AskedTable {
     std::string name;
     std::size_t stamp = 0;
     Question question = Question::Table;
+    std::string field = {}; ///< of a question about an index
 };
 
 /// Whether a statement may read column images.

@@ -3,6 +3,7 @@
 #include "jet/rewrite/ColumnScans.h"
 #include "jet/rewrite/GroupConditions.h"
 #include "jet/rewrite/GroupedAggregate.h"
+#include "jet/rewrite/IndexJumps.h"
 #include "jet/rewrite/PatternRows.h"
 #include "jet/rewrite/SemiJoin.h"
 #include "jet/rewrite/TextJoins.h"
@@ -51,6 +52,11 @@ bool TextsFirst(tree::Statement& statement, const Catalogue& catalogue) {
     return query != nullptr && JoinTextsFirst(*query, catalogue);
 }
 
+bool DistinctByJumps(tree::Statement& statement, const Catalogue& catalogue) {
+    tree::Query* const query = QueryOf(statement);
+    return query != nullptr && JumpThroughIndex(*query, catalogue);
+}
+
 bool ListInsteadOfJoin(tree::Statement& statement, const Catalogue& catalogue) {
     auto* const update = std::get_if<tree::Update>(&statement);
     return update != nullptr && TurnJoinsIntoTests(*update, catalogue);
@@ -69,6 +75,7 @@ std::span<const Rewrite> Rewrites() {
         {kColumnScans, ScanInColumns},
         {"correlated-aggregates-to-groups", GroupAggregates},
         {"distinct-joins-to-tests", TestInsteadOfJoin},
+        {"distinct-by-jumps", DistinctByJumps},
         {"update-joins-to-lists", ListInsteadOfJoin},
         {"update-patterns-apart", PatternApart},
         {"text-joins-first", TextsFirst},

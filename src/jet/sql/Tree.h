@@ -203,6 +203,7 @@ struct Select {
     ExpressionPtr where;
     std::vector<ExpressionPtr> groupBy;
     ExpressionPtr having;
+    bool byJumps = false; ///< DISTINCT of a number, each found through an index behind the one before
     Position at;
 };
 

@@ -59,6 +59,10 @@ class Catalogue {
     /// The number of rows by the planner statistics (sqlite_stat1) of the table, which may be old; 0 without
     /// statistics.
     [[nodiscard]] virtual std::int64_t rowsOnRecord(const TableInfo& /*table*/) const { return 0; }
+    /// True when an index holds the numbers of this field in order.
+    [[nodiscard]] virtual bool leadsIndex(const TableInfo& /*table*/, const std::string& /*field*/) const {
+        return false;
+    }
     /// The column image of a large table; nullptr when there is none. To ask may have it made, for the next time.
     [[nodiscard]] virtual std::shared_ptr<const ColumnImage> image(const TableInfo& /*table*/) const { return nullptr; }
 };

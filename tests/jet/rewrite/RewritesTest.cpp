@@ -21,6 +21,7 @@ constexpr const char* kMadeForSteps[] = {
     "UPDATE Area A, Unit U SET A.AreaName = 'hit' WHERE A.AreaID Like U.Unit AND A.AreaLevel > 1",
     "UPDATE Area A, Unit U SET A.AreaName = U.UnitGId WHERE A.AreaID Like '[' & U.Unit & '-3]' AND U.Unit < '3'",
     "UPDATE Area A, Unit U, Data D SET A.AreaName = 'hit' WHERE A.AreaNId = D.AreaNId AND A.AreaID Like U.Unit & '*'",
+    "SELECT DISTINCT IUSNId FROM Data",
     "SELECT DISTINCT A.AreaName FROM Area A, Data D WHERE A.AreaNId = D.AreaNId AND D.IUSNId = 2",
     "UPDATE Area A INNER JOIN Data D ON A.AreaNId = D.AreaNId SET A.AreaName = 'hit' WHERE D.IUSNId = 3"};
 
@@ -34,6 +35,7 @@ class RewritesTest : public ::testing::Test {
             all->Execute(create);
             Fill(*all, std::get<tree::CreateTable>(Parse(create)));
         }
+        all->Execute("CREATE INDEX ByCombination ON Data (IUSNId)");
     }
 
     void Fill(Connection& connection, const tree::CreateTable& table) {
