@@ -1,6 +1,7 @@
 #include "Figures.h"
 #include "dataview/DataPaging.h"
 #include "dataview/GridQuery.h"
+#include "dataview/HiddenByRecent.h"
 #include "dataview/PageQuery.h"
 #include "dataview/Statistics.h"
 #include "session/Query.h"
@@ -53,6 +54,7 @@ void MostRecent() {
     (void)MakeMostRecentTables();
     SetMostRecentClause();
     FirstPage(FilteredStatement({{.MostRecentOn = true}, {}}, DefaultDataOrderBy()));
+    (void)FindHiddenByRecent();
 }
 
 void MostRecentByHand(HandWritten& hand) {

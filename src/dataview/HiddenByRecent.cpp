@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <vector>
 
 namespace tessaro {
 
@@ -33,20 +34,30 @@ std::map<Pair, SourceState> SelectedSources() {
 /// By IUS and area: the sources that have a value in the latest period.
 using Latest = std::map<Pair, std::set<qint64>>;
 
-/// The pairs of IUS and area whose latest values all come from sources that are not in view.
+constexpr auto kLatestRows =
+    "SELECT DISTINCTROW D.IUSNId, D.AreaNId, D.SourceNId FROM _DataMRD AS M INNER JOIN (TimePeriod AS T INNER JOIN "
+    "Data "
+    "AS D ON T.TimePeriodNId = D.TimePeriodNId) ON (M.MaxOfTimePeriod = T.TimePeriod) AND (M.IUSNId = D.IUSNId) AND "
+    "(M.AreaNId = D.AreaNId)";
+
+/// The pairs of IUS and area whose latest values all come from sources that are not in view. Of most pairs one is, so
+/// that little is kept.
 Latest WithoutLatestInView(const std::map<Pair, SourceState>& selected) {
     Latest latest;
-    Records rows =
-        Select(QStringLiteral("SELECT D.IUSNId, D.AreaNId, D.SourceNId FROM Data AS D WHERE True") + MostRecentClause,
-               jet::CursorType::ForwardOnly);
-    for (; !rows.atEnd(); rows.MoveNext())
-        latest[{rows.Number(std::size_t{0}), rows.Number(std::size_t{1})}].insert(rows.Number(std::size_t{2}));
-    std::erase_if(latest, [&](const auto& entry) {
-        return std::ranges::any_of(entry.second, [&](qint64 source) {
-            const auto known = selected.find({entry.first.first, source});
-            return known != selected.end() && known->second == SourceState::InView;
-        });
-    });
+    std::vector<Pair> inView;
+    for (Records rows = Select(QLatin1String(kLatestRows), jet::CursorType::ForwardOnly); !rows.atEnd();
+         rows.MoveNext()) {
+        const Pair pair(rows.Number(std::size_t{0}), rows.Number(std::size_t{1}));
+        const qint64 source = rows.Number(std::size_t{2});
+        const auto known = selected.find({pair.first, source});
+        if (known != selected.end() && known->second == SourceState::InView)
+            inView.push_back(pair);
+        else
+            latest[pair].insert(source);
+    }
+    if (latest.empty()) return latest;
+    std::ranges::sort(inView);
+    std::erase_if(latest, [&](const auto& entry) { return std::ranges::binary_search(inView, entry.first); });
     return latest;
 }
 

@@ -16,7 +16,7 @@ struct HiddenByRecent {
     QStringList takenOutKeys; ///< keys, in the panel of sources, of those that were taken out there
 };
 
-/// Finds what is hidden. MostRecentClause has to be set.
+/// Finds what is hidden. The working tables of the most recent data have to be there.
 [[nodiscard]] HiddenByRecent FindHiddenByRecent();
 /// What the view says about it; empty when nothing is hidden.
 [[nodiscard]] QString TextOf(const HiddenByRecent& hidden);

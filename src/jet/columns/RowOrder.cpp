@@ -13,25 +13,22 @@ namespace jet {
 
 namespace {
 
-/// Sorts rows by a rank of 32 bits each: digit by digit from the last one on, each time keeping the order of before.
+/// Sorts rows by a rank of 32 bits each; those of the same rank keep their order.
 class RankSort final {
   public:
     RankSort(std::vector<std::uint32_t>& rows, WorkWatch& watch) : rows_(rows), watch_(watch) {}
 
-    /// `rankOf` gives the ranks of a block of rows.
+    /// `rankOf` puts the ranks of a block of rows into its places.
     template <class RankOf> void Sort(std::uint32_t greatest, bool descending, const RankOf& rankOf) {
-        pairs_.resize(rows_.size());
-        const auto block = std::make_unique<ScanBlock>();
-        for (std::size_t from = 0; from < rows_.size(); from += kBlockRows) {
-            block->count = std::min(kBlockRows, rows_.size() - from);
-            std::copy_n(rows_.begin() + static_cast<std::ptrdiff_t>(from), block->count, block->rows.begin());
-            rankOf(*block);
-            for (std::size_t i = 0; i < block->count; ++i) {
-                const std::uint64_t rank = descending ? greatest - block->places[i] : block->places[i];
-                pairs_[from + i] = rank << 32U | block->rows[i];
-            }
-            watch_.Check();
-        }
+        constexpr std::uint32_t kFewRanks = 1U << 16U;
+        const auto ranked = [&](const auto& use) {
+            EachRank(rankOf,
+                     [&](std::uint32_t row, std::uint32_t rank) { use(row, descending ? greatest - rank : rank); });
+        };
+        if (greatest < kFewRanks) return SortFew(greatest, ranked);
+        pairs_.clear();
+        pairs_.reserve(rows_.size());
+        ranked([&](std::uint32_t row, std::uint64_t rank) { pairs_.push_back(rank << 32U | row); });
         for (unsigned shift = 0; shift < 32 && greatest >> shift != 0; shift += kDigitBits)
             SortDigit(32 + shift);
         for (std::size_t i = 0; i < rows_.size(); ++i)
@@ -52,6 +49,31 @@ class RankSort final {
   private:
     static constexpr unsigned kDigitBits = 11;
 
+    template <class RankOf, class Use> void EachRank(const RankOf& rankOf, const Use& use) {
+        const auto block = std::make_unique<ScanBlock>();
+        for (std::size_t from = 0; from < rows_.size(); from += kBlockRows) {
+            block->count = std::min(kBlockRows, rows_.size() - from);
+            std::copy_n(rows_.begin() + static_cast<std::ptrdiff_t>(from), block->count, block->rows.begin());
+            rankOf(*block);
+            for (std::size_t i = 0; i < block->count; ++i)
+                use(block->rows[i], block->places[i]);
+            watch_.Check();
+        }
+    }
+
+    /// Counts first how many rows have each rank, and so where they go.
+    template <class Ranked> void SortFew(std::uint32_t greatest, const Ranked& ranked) {
+        std::vector<std::uint32_t> starts(std::size_t{greatest} + 1);
+        ranked([&](std::uint32_t, std::uint32_t rank) { ++starts[rank]; });
+        std::uint32_t start = 0;
+        for (std::uint32_t& each : starts)
+            each = std::exchange(start, start + each);
+        std::vector<std::uint32_t> sorted(rows_.size());
+        ranked([&](std::uint32_t row, std::uint32_t rank) { sorted[starts[rank]++] = row; });
+        rows_.swap(sorted);
+    }
+
+    /// Digit by digit from the last one on.
     void SortDigit(unsigned shift) {
         constexpr std::size_t kDigits = std::size_t{1} << kDigitBits;
         const auto digitOf = [shift](std::uint64_t pair) { return pair >> shift & (kDigits - 1); };
