@@ -336,7 +336,7 @@ int Filter(sqlite3_vtab_cursor* base, int order, const char*, int count, sqlite3
 
 // Rows that are given one by one over a long time are read from the file, which must be as it was.
 int Next(sqlite3_vtab_cursor* base) {
-    constexpr std::size_t kRowsBetweenLooks = 256;
+    constexpr std::size_t kRowsBetweenLooks = 16;
     auto& cursor = *static_cast<Cursor*>(base);
     if (++cursor.at % kRowsBetweenLooks != 0 || !cursor.plan->byRow || cursor.image->isIntact()) return SQLITE_OK;
     return Fail(cursor.pVtab, Error(ErrorNumber::EngineError, "The column image was changed while it was read."));
