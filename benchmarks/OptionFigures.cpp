@@ -150,9 +150,10 @@ void MeasureDataOptions(Report& report, const BenchSession& session) {
         WaitForColumns();
         const std::string byHand = StatisticsByHand();
         report.CompareOnce(
-            "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02, 500);
+            "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02, report.OfAllValues(500));
         report.CompareOnce(
-            "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07, 500);
+            "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07,
+            report.OfAllValues(500));
         MeasureOrders(report);
     }
     SelectHalf();
