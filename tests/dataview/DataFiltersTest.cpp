@@ -253,7 +253,13 @@ TEST_F(DataFiltersTest, TheCounterAsksAColumnImageWhereThereIsOne) {
         }
     AddData(1, 3, 2, QStringLiteral("'n/a'"), 1);
     start(counter);
-    EXPECT_FALSE(counter.isComplete()) << "texts that are no numbers are counted one by one";
+    ASSERT_TRUE(counter.isComplete());
+    EXPECT_EQ(counter.TotalRows(), 10);
+    EXPECT_EQ(counter.Extent(), std::pair(-5.0, 100.0)) << "of the numbers";
+    EXPECT_EQ(counter.RowsLeft({.ValueRangeOn = true, .DataValueFrom = -1e300, .DataValueTo = 1e300}), 8);
+    AddData(2, 3, 2, QStringLiteral("''"), 1);
+    start(counter);
+    EXPECT_FALSE(counter.isComplete()) << "empty texts are counted one by one";
 }
 
 } // namespace
