@@ -124,9 +124,9 @@ void MeasureQuestions(Report& report, const BenchSession& session) {
     const BenchSession::Copies copies = session.CopyForHand();
     HandWritten hand(session.database, copies.selections, copies.working);
     report.Bound(
-        count, [] { return MillisecondsOfCount(false); }, 200, "ms");
+        count, [] { return MillisecondsOfCount(false); }, report.OfAllValues(200), "ms");
     report.Bound(
-        missing, [] { return MillisecondsOfCount(true); }, 200, "ms");
+        missing, [] { return MillisecondsOfCount(true); }, report.OfAllValues(200), "ms");
     report.CompareOnce(
         limits, ReadLimits,
         [&] {
