@@ -112,10 +112,11 @@ bool PageQuery::PassSame() {
 }
 
 // Reads up to `count` rows of which only RowNId is wanted; gives how many. It stops early at the end and before a row
-// whose RowNId can't be kept in 31 bits, which Step reads.
+// whose RowNId can't be kept in 31 bits, which Step reads, as it does while rows that were given before may be among
+// the others.
 qint64 PageQuery::Pass(qint64 count) {
     PassOver();
-    if (!open_ || finished_) return 0;
+    if (!open_ || finished_ || !again_.empty()) return 0;
     std::vector<std::int32_t> numbers;
     numbers.reserve(static_cast<std::size_t>(std::min(count, kWalkReport)));
     const qint64 passed = rows_.TakeNumbers(RowNId, std::numeric_limits<qint32>::max(), count, numbers);
