@@ -38,7 +38,8 @@ struct RowsInView {
 /// Most cells without a value that are shown. With more, the filter can't be applied and the dialog says so.
 constexpr qint64 kMostMissingCells = 2'000'000;
 
-/// Conditions that leave only numbers, or only texts that are no numbers: as values these are greater than every number.
+/// Conditions that leave only numbers, or only texts that are no numbers: as values these are greater than every
+/// number.
 inline constexpr auto kNumbersOnly = " AND D.Datavalue <= 1.7976931348623157e+308";
 inline constexpr auto kNoNumbers = " AND D.Datavalue > 1.7976931348623157e+308";
 
