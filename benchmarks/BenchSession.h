@@ -27,7 +27,10 @@ struct BenchSession {
 /// Selects the first half of areas, periods and combinations, or all of them.
 void SelectHalf();
 void SelectEverything();
-/// 100 combinations in all areas and periods: a million values.
+/// 100 combinations in 200 areas and all periods: a million values.
 void SelectMillion();
+
+/// How many values a database has, none of which was ever taken out.
+[[nodiscard]] double ValuesIn(const QString& databaseFile);
 
 } // namespace tessaro::bench

@@ -9,7 +9,7 @@ namespace tessaro::bench {
 
 /// Every form of the automatic selections. Expects half of everything to be selected.
 void MeasureCrossFilters(Report& report, const BenchSession& session);
-/// The identifier statement, and its pages in the grid. Expects everything to be selected.
+/// The identifier statement, and its pages in the grid. Expects everything to be selected, and selects less.
 void MeasureGrid(Report& report, const BenchSession& session);
 /// Statistics and row filters of the data view, to their first rows. Expects everything to be selected, and selects
 /// less.

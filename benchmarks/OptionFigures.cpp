@@ -124,7 +124,7 @@ void MeasureTakeOut(Report& report) {
                                }));
         return slowest;
     };
-    report.Bound(what, once, 500, "ms");
+    report.Bound(what, once, report.OfAllValues(500), "ms");
 }
 
 /// A click on a column's head, in a view of so many rows that SQL must sort them.
@@ -134,7 +134,7 @@ void MeasureOrders(Report& report) {
     for (const auto& [column, name] : columns) {
         const QString statement = RequeryStatement({}, DataOrderByColumn(column, false));
         const auto once = [&statement] { return Milliseconds([&statement] { FirstPage(statement); }); };
-        report.Bound(std::string("sorted by ") + name + ", to the first page", once, 500, "ms");
+        report.Bound(std::string("sorted by ") + name + ", to the first page", once, report.OfAllValues(500), "ms");
     }
 }
 
@@ -150,9 +150,10 @@ void MeasureDataOptions(Report& report, const BenchSession& session) {
         WaitForColumns();
         const std::string byHand = StatisticsByHand();
         report.CompareOnce(
-            "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02, 500);
+            "statistics over everything", Statistics, [&] { hand.Walk(byHand); }, 0.02, report.OfAllValues(500));
         report.CompareOnce(
-            "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07, 500);
+            "most recent data to the first page", MostRecent, [&] { MostRecentByHand(hand); }, 0.07,
+            report.OfAllValues(500));
         MeasureOrders(report);
     }
     SelectHalf();

@@ -16,7 +16,8 @@ std::map<QByteArray, double> Play(const QString& self, const QStringList& argume
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(self, arguments);
-    if (!process.waitForFinished(120000) || process.exitCode() != 0) {
+    constexpr int kLongest = 600'000; // milliseconds
+    if (!process.waitForFinished(kLongest) || process.exitCode() != 0) {
         std::fprintf(stderr, "bench: %s ended with status %d\n", arguments.first().toLocal8Bit().constData(),
                      process.exitCode());
         return {};

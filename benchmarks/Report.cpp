@@ -15,7 +15,7 @@ constexpr int kFewestTurns = 5;
 constexpr int kMostTurns = 40;
 constexpr int kCalmTurns = 4;          ///< so many turns without a better time on either side, and the best is found
 constexpr double kShortestTurn = 30;   ///< milliseconds below which the clock and its neighbours blur the figure
-constexpr double kLongest = 40 * 1000; ///< milliseconds after which only the fewest turns are waited for
+constexpr double kLongest = 40 * 1000; ///< milliseconds after which only the fewest turns are waited for, or none
 
 std::string Text(double value, const char* format) {
     std::array<char, 48> text{};
@@ -33,10 +33,16 @@ std::string Figure(double value, const std::string& unit) {
     return unit == "ms" ? Duration(value) : Text(value, "%.0f ") + unit;
 }
 
-/// So many turns at least. What takes that long is hardly blurred by what else the machine does.
-int FewestTurns(double once) {
-    if (once > 20 * 1000) return 1;
-    return once > 4 * 1000 ? 2 : kFewestTurns;
+/// So many turns at least, and the most. What takes that long is hardly blurred by what else the machine does.
+struct Turns {
+    int fewest = kFewestTurns;
+    int most = kMostTurns;
+};
+
+Turns TurnsOf(double once, double onceByHand) {
+    if (once + onceByHand > kLongest) return {0, 0};
+    if (once > kLongest / 2) return {1, kMostTurns};
+    return {once > kLongest / 10 ? 2 : kFewestTurns, kMostTurns};
 }
 
 /// Notes a time that is the best so far; true when it is so by more than a hundredth.
@@ -69,12 +75,12 @@ void Report::Compare(const std::string& what, const std::function<void()>& ours,
     const double once = std::max(Milliseconds(ours), 0.0001);
     double best = once;
     const int times = std::clamp(static_cast<int>(kShortestTurn / once), 1, 20000);
-    const int fewest = FewestTurns(once);
+    const Turns turns = TurnsOf(once, bestByHand);
     // Other programs slow both down, never for long: turns go on until neither has become faster for a while.
     int calm = 0;
     double spent = 0;
-    for (int turn = 0; turn < kMostTurns; ++turn) {
-        if (turn >= fewest && (calm >= kCalmTurns || spent > kLongest)) break;
+    for (int turn = 0; turn < turns.most; ++turn) {
+        if (turn >= turns.fewest && (calm >= kCalmTurns || spent > kLongest)) break;
         // Who goes first changes, so that neither always finds the processor warm.
         const bool oursFirst = turn % 2 == 0;
         const double first = Milliseconds(oursFirst ? ours : byHand, times);

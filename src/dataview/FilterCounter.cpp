@@ -24,20 +24,28 @@ qint32 Number(const jet::Recordset& row, std::size_t field) {
 void FilterCounter::Start() {
     ErrorTrap trap("FilterCounter");
     *this = FilterCounter();
-    scans_ = ScanCounts::Begin();
-    if (scans_) {
-        all_.rows = scans_->Rows();
-        all_.blank = scans_->Blank();
-        complete_ = true;
-        return;
-    }
+    if (AskScans()) return;
     rows_ = std::move(Select(RequeryStatement({}, {}), jet::CursorType::ForwardOnly).rows());
     if (!rows_.isOpen() || rows_.atEnd()) Finish();
+}
+
+bool FilterCounter::AskScans() {
+    scans_ = ScanCounts::Begin();
+    if (!scans_) return false;
+    rows_.Close();
+    all_ = {scans_->Rows(), scans_->Blank(), {}};
+    decltype(cells_)().swap(cells_);
+    complete_ = true;
+    return true;
 }
 
 bool FilterCounter::ReadSome(int rows) {
     if (complete_) return false;
     ErrorTrap trap("FilterCounter");
+    if (all_.rows >= nextAsking_) {
+        nextAsking_ *= 2;
+        if (AskScans()) return false;
+    }
     const bool read = trap.Try([&] {
         for (int n = 0; n < rows && !rows_.atEnd(); ++n, rows_.MoveNext()) {
             Take(all_, rows_);
@@ -63,7 +71,7 @@ void FilterCounter::Finish() {
     const auto doubles = std::ranges::unique(cells_);
     const auto withValue = static_cast<qint64>(cells_.size() - doubles.size());
     missingCells_ = std::max<qint64>(SelectedCells() - withValue, 0);
-    std::vector<std::array<qint32, 4>>().swap(cells_);
+    decltype(cells_)().swap(cells_);
     complete_ = true;
 }
 

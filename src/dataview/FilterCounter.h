@@ -14,7 +14,7 @@
 namespace tessaro {
 
 /// Says how many rows would stay under any filters. It reads the values in view once, in slices, so that a window stays
-/// alive meanwhile; or asks the column image each time, where that is there.
+/// alive meanwhile; or asks the column image each time, as soon as that is there.
 class FilterCounter final {
   public:
     /// Begins to read the rows in view without filters, those included that were removed one by one.
@@ -43,12 +43,15 @@ class FilterCounter final {
         std::vector<double> numbers; ///< of the rows whose value is one
         [[nodiscard]] qint64 Within(const DataFilters& filters) const;
     };
+    /// True when the image is there, which counts from now on.
+    bool AskScans();
     void Take(Values& values, const jet::Recordset& row) const;
     [[nodiscard]] qint64 RowsWithoutValueLeft(const DataFilters& filters) const;
     [[nodiscard]] qint64 ValuesWithin(const DataFilters& filters) const;
     void Finish();
 
     std::optional<ScanCounts> scans_; ///< in place of the values themselves
+    qint64 nextAsking_ = 100'000;     ///< rows read before it is looked again whether the image is there
     jet::Recordset rows_;
     Values all_;
     std::optional<Values> mostRecent_;

@@ -63,14 +63,15 @@ void PageQuery::Close() {
     std::deque<qint32>().swap(passed_);
     std::vector<IdentifierRow>().swap(whole_);
     again_.clear();
+    same_ = known_ = 0;
 }
 
 void PageQuery::Suspend() {
     if (!open_ || finished_ || !rows_.isOpen()) return;
     rows_.Close();
     again_.clear();
-    for (const qint32 number : passed_)
-        ++again_[number >= 0 ? number : KeyOf(whole_[static_cast<std::size_t>(~number)])];
+    same_ = 0;
+    known_ = passed_.size();
 }
 
 bool PageQuery::AtEnd() {
@@ -86,21 +87,36 @@ void PageQuery::PassOver() {
         OpenRows();
         open_ = true; // rows already given stay readable even when the statement fails now
     }
-    while (!finished_ && !again_.empty()) {
-        const auto known = again_.find(KeyOf(RowOf(rows_)));
-        if (known == again_.end()) break;
-        if (--known->second == 0) again_.erase(known);
+    while (!finished_ && PassSame()) {
         rows_.MoveNext();
         finished_ = rows_.atEnd();
     }
     if (finished_) rows_.Close();
 }
 
+// True when the row was given before. Nearly always the rows come as they came then; only from the first other one on
+// each has to be looked up.
+bool PageQuery::PassSame() {
+    if (same_ == known_ && again_.empty()) return false;
+    const qint64 key = KeyOf(RowOf(rows_));
+    if (same_ < known_ && key == KeyOfPassed(same_)) {
+        ++same_;
+        return true;
+    }
+    for (; same_ < known_; ++same_)
+        ++again_[KeyOfPassed(same_)];
+    const auto known = again_.find(key);
+    if (known == again_.end()) return false;
+    if (--known->second == 0) again_.erase(known);
+    return true;
+}
+
 // Reads up to `count` rows of which only RowNId is wanted; gives how many. It stops early at the end and before a row
-// whose RowNId can't be kept in 31 bits, which Step reads.
+// whose RowNId can't be kept in 31 bits, which Step reads, as it does while rows that were given before may be among
+// the others.
 qint64 PageQuery::Pass(qint64 count) {
     PassOver();
-    if (!open_ || finished_) return 0;
+    if (!open_ || finished_ || !again_.empty()) return 0;
     std::vector<std::int32_t> numbers;
     numbers.reserve(static_cast<std::size_t>(std::min(count, kWalkReport)));
     const qint64 passed = rows_.TakeNumbers(RowNId, std::numeric_limits<qint32>::max(), count, numbers);
@@ -141,6 +157,11 @@ qint64 PageQuery::KeyOf(const IdentifierRow& row) {
     if (row.hasRowNId && row.rowNId >= 0) return row.rowNId;
     const std::size_t mixed = qHashMulti(0, row.timePeriodNId, row.areaNId, row.iusNId, row.sourceNId, row.rowNId);
     return std::numeric_limits<qint64>::min() | static_cast<qint64>(mixed);
+}
+
+qint64 PageQuery::KeyOfPassed(std::size_t row) const {
+    const qint32 number = passed_[row];
+    return number >= 0 ? number : KeyOf(whole_[static_cast<std::size_t>(~number)]);
 }
 
 std::vector<IdentifierRow> PageQuery::GetRows(qint64 first, int count) {

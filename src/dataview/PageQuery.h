@@ -67,12 +67,14 @@ class PageQuery final {
     qint64 Pass(qint64 count);
     bool Step(IdentifierRow* wanted);
     void PassOver();
+    bool PassSame();
     void GiveUp();
     void Keep(const IdentifierRow& row);
     [[nodiscard]] std::vector<IdentifierRow> Reread(qint64 first, int count) const;
     /// The row if it is kept with all its fields; nullptr for those that are read again by RowNId.
     [[nodiscard]] const IdentifierRow* WholeRow(qint64 row) const;
     [[nodiscard]] static qint64 KeyOf(const IdentifierRow& row);
+    [[nodiscard]] qint64 KeyOfPassed(std::size_t row) const;
 
     QString sql_;
     bool open_ = false;
@@ -80,7 +82,9 @@ class PageQuery final {
     jet::Recordset rows_;
     std::deque<qint32> passed_;        ///< RowNId of each row read; a negative number n is the row at ~n in whole_
     std::vector<IdentifierRow> whole_; ///< rows that can't be read again by number: no RowNId, or one beyond 31 bits
-    std::unordered_map<qint64, int> again_; ///< after Suspend: key of each row still to be skipped, and how many times
+    std::size_t same_ = 0;             ///< after Suspend: rows skipped so far, which came in the same order as before
+    std::size_t known_ = 0;            ///< and how many there are to be skipped so
+    std::unordered_map<qint64, int> again_; ///< once the order differs: key of each row to be skipped, how many times
 };
 
 } // namespace tessaro

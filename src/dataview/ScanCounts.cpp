@@ -13,23 +13,29 @@ QString CountStatement(const DataFilters& range) {
     return QStringLiteral("SELECT Count(*) AS Numbers") + InView(joins::kGrid, ValueRangeClause(range));
 }
 
+Records ReadFigures(const QString& condition) {
+    return Select(QStringLiteral("SELECT Count(*) AS Numbers, Count(D.Datavalue) AS Filled, Min(D.Datavalue) AS Least, "
+                                 "Max(D.Datavalue) AS Greatest") +
+                  InView(joins::kGrid, condition));
+}
+
 } // namespace
 
 std::optional<ScanCounts> ScanCounts::Begin() {
     if (!RunsOnColumns(CountStatement({}))) return std::nullopt;
-    const Records figures = Select(QStringLiteral("SELECT Count(*) AS Numbers, Count(D.Datavalue) AS Filled, "
-                                                  "Min(D.Datavalue) AS Least, Max(D.Datavalue) AS Greatest") +
-                                   InView(joins::kGrid, {}));
+    Records figures = ReadFigures({});
     if (figures.atEnd()) return std::nullopt;
     ScanCounts counts;
     counts.rows_ = figures.Number("Numbers");
     counts.blank_ = counts.rows_ - figures.Number("Filled");
-    if (counts.rows_ == counts.blank_) return counts;
-    // texts that are no numbers are greater than all numbers
+    if (counts.rows_ > counts.blank_ && !NumberOf(figures.Text("Greatest"))) {
+        // of texts that are no numbers, the empty one is the least
+        if (ReadFigures(QLatin1String(kNoNumbers)).Text("Least").isEmpty()) return std::nullopt;
+        figures = ReadFigures(QLatin1String(kNumbersOnly));
+    }
     const auto least = NumberOf(figures.Text("Least"));
     const auto greatest = NumberOf(figures.Text("Greatest"));
-    if (!least || !greatest) return std::nullopt;
-    counts.extent_ = std::pair(*least, *greatest);
+    if (least && greatest) counts.extent_ = std::pair(*least, *greatest);
     return counts;
 }
 

@@ -13,7 +13,8 @@ namespace tessaro {
 /// values, which takes a few hundredths of a second for millions of them.
 class ScanCounts final {
   public:
-    /// Nothing when the statements would read the values row by row, and when one of these is no number.
+    /// Nothing when the statements would read the values row by row, and when one of these is an empty text, which
+    /// counts as no value.
     [[nodiscard]] static std::optional<ScanCounts> Begin();
 
     [[nodiscard]] qint64 Rows() const { return rows_; }

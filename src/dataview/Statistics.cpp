@@ -4,6 +4,7 @@
 #include "session/Query.h"
 #include "session/StatementWatch.h"
 #include "session/Strings.h"
+#include "view/DataFilters.h"
 #include "view/InView.h"
 
 #include <QLocale>
@@ -24,9 +25,6 @@ struct Line {
     StatsLine shown;
 };
 
-/// In comparisons of Datavalue, a text that is no number is greater than every number.
-constexpr auto kNumbersOnly = " AND D.Datavalue <= 1.7976931348623157e+308";
-constexpr auto kNoNumbers = " AND D.Datavalue > 1.7976931348623157e+308";
 constexpr std::size_t kMostNamed = 3;
 
 Line ReadLine(const Records& rows) {

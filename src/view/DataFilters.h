@@ -38,6 +38,11 @@ struct RowsInView {
 /// Most cells without a value that are shown. With more, the filter can't be applied and the dialog says so.
 constexpr qint64 kMostMissingCells = 2'000'000;
 
+/// Conditions that leave only numbers, or only texts that are no numbers: as values these are greater than every
+/// number.
+inline constexpr auto kNumbersOnly = " AND D.Datavalue <= 1.7976931348623157e+308";
+inline constexpr auto kNoNumbers = " AND D.Datavalue > 1.7976931348623157e+308";
+
 /// The condition of the value range, for the grid and for RowFilter; empty without a range.
 [[nodiscard]] QString ValueRangeClause(const DataFilters& filters);
 /// The text of RowFilter: rows removed one by one, value range, most recent data.

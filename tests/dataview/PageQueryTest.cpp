@@ -6,6 +6,8 @@
 #include "support/SelectionTest.h"
 #include "view/InView.h"
 
+#include <algorithm>
+
 namespace tessaro::test {
 
 namespace {
@@ -114,6 +116,21 @@ TEST_F(PageQueryTest, GoesOnAfterASuspensionWithoutRepeatingOrLosingRows) {
     query.Suspend();
     EXPECT_EQ(query.RecordCount(), 120);
     EXPECT_EQ(Numbers(query.GetRows(100, 50)), From(101, 120));
+}
+
+TEST_F(PageQueryTest, GivesEachRowOnceWhenTheyComeInAnotherOrderAfterASuspension) {
+    FillData(3, 10, 4);
+    for (const char* changed :
+         {"UPDATE _SelArea SET AreaID = '0' WHERE AreaNId = 3", "UPDATE _SelArea SET AreaID = '1' WHERE AreaNId = 2"}) {
+        ASSERT_TRUE(query.Open(IdentifierStatement()));
+        (void)query.GetRows(0, 50);
+        query.Suspend();
+        Run(QLatin1String(changed));
+        EXPECT_EQ(query.RecordCount(), 120) << changed;
+        QList<qint64> numbers = Numbers(query.GetRows(0, 120));
+        std::ranges::sort(numbers);
+        EXPECT_EQ(numbers, From(1, 120)) << changed;
+    }
 }
 
 TEST_F(PageQueryTest, SurvivesAStatementThatCannotBeRunAgain) {

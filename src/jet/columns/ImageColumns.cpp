@@ -14,15 +14,6 @@ constexpr std::size_t kMostCodes = 1U << 20U;
 constexpr std::int64_t kNear = 1 << 20;
 
 // A width that is known when it is compiled makes a copy one instruction.
-std::uint32_t CodeAt(const std::vector<unsigned char>& codes, std::size_t row, std::uint8_t width) {
-    if (width == 1) return codes[row];
-    std::uint16_t narrow = 0;
-    std::uint32_t code = 0;
-    if (width == 4) std::memcpy(&code, codes.data() + row * 4, 4);
-    if (width == 2) std::memcpy(&narrow, codes.data() + row * 2, 2);
-    return width == 2 ? narrow : code;
-}
-
 void PutCode(std::vector<unsigned char>& codes, std::size_t row, std::uint8_t width, std::uint32_t code) {
     const auto narrow = static_cast<std::uint16_t>(code);
     if (width == 1) codes[row] = static_cast<unsigned char>(code);
@@ -64,7 +55,7 @@ void NumberColumn::Add(std::optional<std::int64_t> number) {
     }
     if (form_ == ColumnForm::Plain) {
         fits_ = fits_ && number.has_value();
-        plain_.push_back(number.value_or(0));
+        plain_.Add(number.value_or(0));
     } else {
         AddCoded(number);
     }
@@ -75,8 +66,8 @@ void NumberColumn::Add(std::optional<std::int64_t> number) {
 void NumberColumn::BeginCodes() {
     if (rows_ > kMostCodes) {
         form_ = ColumnForm::Plain;
-        plain_.resize(rows_);
-        std::iota(plain_.begin(), plain_.end(), first_);
+        for (std::size_t row = 0; row < rows_; ++row)
+            plain_.Add(first_ + static_cast<std::int64_t>(row));
         return;
     }
     form_ = ColumnForm::Coded;
@@ -93,7 +84,7 @@ void NumberColumn::AddCoded(std::optional<std::int64_t> number) {
     const std::uint32_t code = CodeOf(*number);
     if (numbers_.size() <= kMostCodes) return Append(code);
     BecomePlain();
-    plain_.push_back(*number);
+    plain_.Add(*number);
 }
 
 std::uint32_t NumberColumn::CodeOf(std::int64_t number) {
@@ -115,38 +106,30 @@ std::uint32_t NumberColumn::NewCode(std::int64_t number) {
 
 void NumberColumn::Append(std::uint32_t code) {
     while (width_ < 4 && code >> (8U * width_) != 0)
-        Widen();
-    codes_.resize(codes_.size() + width_);
-    PutCode(codes_, codes_.size() / width_ - 1, width_, code);
+        width_ = static_cast<std::uint8_t>(width_ * 2);
+    if (width_ == 1) narrow_.Add(static_cast<std::uint8_t>(code));
+    if (width_ == 2) middle_.Add(static_cast<std::uint16_t>(code));
+    if (width_ == 4) wide_.Add(code);
     ++counts_[code];
 }
 
-void NumberColumn::Widen() {
-    const auto wider = static_cast<std::uint8_t>(width_ * 2);
-    const std::size_t rows = codes_.size() / width_;
-    std::vector<unsigned char> codes(rows * wider);
-    for (std::size_t row = 0; row < rows; ++row)
-        PutCode(codes, row, wider, CodeAt(codes_, row, width_));
-    codes_ = std::move(codes);
-    width_ = wider;
+/// Calls `use` with the codes of some rows at a time.
+template <class Use> void NumberColumn::EachCode(const Use& use) const {
+    narrow_.EachBlock(use);
+    middle_.EachBlock(use);
+    wide_.EachBlock(use);
 }
 
 void NumberColumn::BecomePlain() {
-    fits_ = fits_ && nullCode_ < 0;
-    nullCode_ = -1;
-    form_ = ColumnForm::Plain;
-    const std::size_t rows = codes_.size() / width_;
-    plain_.reserve(rows + 1);
-    for (std::size_t row = 0; row < rows; ++row)
-        plain_.push_back(numbers_[CodeAt(codes_, row, width_)]);
-    *this = [&] {
-        NumberColumn left;
-        left.form_ = form_;
-        left.fits_ = fits_;
-        left.rows_ = rows_;
-        left.plain_ = std::move(plain_);
-        return left;
-    }();
+    NumberColumn made(folder_);
+    made.form_ = ColumnForm::Plain;
+    made.fits_ = fits_ && nullCode_ < 0;
+    made.rows_ = rows_;
+    EachCode([&](const auto& codes) {
+        for (const std::uint32_t code : codes)
+            made.plain_.Add(numbers_[code]);
+    });
+    *this = std::move(made);
 }
 
 void NumberColumn::Finish() {
@@ -158,33 +141,40 @@ void NumberColumn::Finish() {
     const auto null = static_cast<std::uint32_t>(nullCode_);
     std::ranges::sort(order, {},
                       [&](std::uint32_t code) { return std::pair(nullCode_ < 0 || code != null, numbers_[code]); });
-    std::vector<std::uint32_t> placeOf(order.size());
+    placeOf_.resize(order.size());
     std::vector<std::int64_t> numbers(order.size());
     std::vector<std::uint32_t> counts(order.size());
     for (std::uint32_t place = 0; place < order.size(); ++place) {
-        placeOf[order[place]] = place;
+        placeOf_[order[place]] = place;
         numbers[place] = numbers_[order[place]];
         counts[place] = counts_[order[place]];
     }
-    for (std::size_t row = 0; row < codes_.size() / width_; ++row)
-        PutCode(codes_, row, width_, placeOf[CodeAt(codes_, row, width_)]);
     numbers_ = std::move(numbers);
     counts_ = std::move(counts);
 }
 
+void NumberColumn::EachBlockOfCodes(const std::function<void(std::span<const unsigned char>)>& put) const {
+    std::vector<unsigned char> bytes;
+    EachCode([&](const auto& codes) {
+        bytes.resize(codes.size() * width_);
+        for (std::size_t row = 0; row < codes.size(); ++row)
+            PutCode(bytes, row, width_, placeOf_[codes[row]]);
+        put(bytes);
+    });
+}
+
 void ValueColumn::Add(std::optional<std::string_view> text) {
     const auto row = static_cast<std::uint32_t>(kinds_.size());
+    const auto addKind = [this](auto kind) { kinds_.Add(static_cast<std::uint8_t>(kind)); };
     const std::optional<double> number = text ? ReadNumber(*text) : std::nullopt;
-    values_.push_back(number.value_or(0));
-    if (!text) return kinds_.push_back(static_cast<std::uint8_t>(ValueKind::Null));
-    const std::optional<std::uint8_t> decimals = number ? DecimalsOf(*text) : std::nullopt;
-    if (decimals)
-        return kinds_.push_back(
-            static_cast<std::uint8_t>(static_cast<std::uint8_t>(ValueKind::FixedPoint) + *decimals));
-    kinds_.push_back(static_cast<std::uint8_t>(number ? ValueKind::OtherForm : ValueKind::Unreadable));
-    textRows_.push_back(row);
-    textBytes_.insert(textBytes_.end(), text->begin(), text->end());
-    textEnds_.push_back(textBytes_.size());
+    values_.Add(number.value_or(0));
+    if (!text) return addKind(ValueKind::Null);
+    if (const std::optional<std::uint8_t> decimals = number ? DecimalsOf(*text) : std::nullopt)
+        return addKind(static_cast<std::uint8_t>(ValueKind::FixedPoint) + *decimals);
+    addKind(number ? ValueKind::OtherForm : ValueKind::Unreadable);
+    textRows_.Add(row);
+    textBytes_.Add(std::span<const char>(*text));
+    textEnds_.Add(textBytes_.size());
 }
 
 } // namespace jet

@@ -56,11 +56,20 @@ class NewFile {
         }
     }
     template <class Element> image::Section PutSection(const std::vector<Element>& elements) {
-        static constexpr std::array<char, image::kAlignment> kZeros{};
-        if (elements.empty()) return {};
-        Put(kZeros.data(), (image::kAlignment - at_ % image::kAlignment) % image::kAlignment);
-        const image::Section section{at_, elements.size() * sizeof(Element)};
-        Put(elements.data(), section.bytes);
+        return PutSection([&](const auto& put) { put(std::span<const Element>(elements)); });
+    }
+    template <class Element> image::Section PutSection(const RowStore<Element>& elements) {
+        return PutSection([&](const auto& put) { elements.EachBlock(put); });
+    }
+    /// `write` is called with a function that takes the elements, some at a time.
+    template <class Write> image::Section PutSection(const Write& write) {
+        image::Section section;
+        write([&](const auto& elements) {
+            if (elements.empty()) return;
+            if (section.bytes == 0) section.start = Align();
+            Put(elements.data(), elements.size_bytes());
+            section.bytes += elements.size_bytes();
+        });
         return section;
     }
     void CheckStop() const {
@@ -79,6 +88,11 @@ class NewFile {
     void Keep() { kept_ = true; }
 
   private:
+    std::size_t Align() {
+        static constexpr std::array<char, image::kAlignment> kZeros{};
+        Put(kZeros.data(), (image::kAlignment - at_ % image::kAlignment) % image::kAlignment);
+        return at_;
+    }
     void Overwrite(const void* bytes, std::size_t count, std::size_t at) {
         if (::pwrite(file_, bytes, count, static_cast<off_t>(at)) != static_cast<ssize_t>(count)) FailWriting(path_);
     }
@@ -105,7 +119,7 @@ image::Entry PutNumbers(NewFile& file, const std::string& name, const NumberColu
     if (column.form() == ColumnForm::Coded) {
         entry.numbers = file.PutSection(column.numbers());
         entry.counts = file.PutSection(column.counts());
-        entry.codes = file.PutSection(column.codes());
+        entry.codes = file.PutSection([&](const auto& put) { column.EachBlockOfCodes(put); });
     }
     if (column.form() == ColumnForm::Plain) entry.plain = file.PutSection(column.plain());
     return entry;
@@ -123,9 +137,9 @@ image::Entry PutValues(NewFile& file, const std::string& name, const ValueColumn
 
 } // namespace
 
-ImageWriter::ImageWriter(const std::vector<ImageField>& fields) {
+ImageWriter::ImageWriter(const std::vector<ImageField>& fields, const std::string& folder) {
     for (const ImageField& field : fields)
-        columns_.push_back({field, {}, {}});
+        columns_.push_back({field, NumberColumn(folder), ValueColumn(folder)});
 }
 
 void ImageWriter::AddRow(sqlite3_stmt* row, int from) {

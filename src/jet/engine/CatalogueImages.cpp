@@ -60,7 +60,10 @@ std::shared_ptr<const ColumnImage> LiveCatalogue::image(const TableInfo& table) 
 std::size_t LiveCatalogue::imageStamp(std::string_view name) const {
     const TableInfo* const table = images_ == nullptr ? nullptr : find(name);
     if (table == nullptr) return 0;
-    return std::hash<std::shared_ptr<const ColumnImage>>{}(images_->find(SubjectOf(*table)));
+    constexpr std::size_t kAskAgain = 1; // the stamp of no image
+    const ImageSubject subject = SubjectOf(*table);
+    if (images_->isToBeWantedAgain(subject)) return kAskAgain;
+    return std::hash<std::shared_ptr<const ColumnImage>>{}(images_->find(subject));
 }
 
 void LiveCatalogue::NoteUnfit(const std::string& why, bool stale) {

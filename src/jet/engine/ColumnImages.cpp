@@ -42,6 +42,7 @@ void ColumnImages::Log(const std::string& line) const {
 std::shared_ptr<const ColumnImage> ColumnImages::Want(const ImageOrder& order) {
     const std::lock_guard lock(mutex_);
     const std::string path = PathOf(order.subject);
+    missed_.erase(path);
     const auto known = known_.find(path);
     if (known != known_.end() && known->second.mark == order.mark) return known->second.image;
     for (const ImageOrder& waiting : orders_)
@@ -56,6 +57,11 @@ std::shared_ptr<const ColumnImage> ColumnImages::find(const ImageSubject& subjec
     const std::lock_guard lock(mutex_);
     const auto known = known_.find(PathOf(subject));
     return known == known_.end() ? nullptr : known->second.image;
+}
+
+bool ColumnImages::isToBeWantedAgain(const ImageSubject& subject) const {
+    const std::lock_guard lock(mutex_);
+    return !missed_.empty() && missed_.contains(PathOf(subject));
 }
 
 void ColumnImages::Drop(const ImageSubject& subject) {
@@ -101,7 +107,10 @@ void ColumnImages::Serve(const ImageOrder& order) {
     }
     const std::lock_guard lock(mutex_);
     ++version_;
-    if (settled) known_[PathOf(order.subject)] = std::move(known);
+    if (settled)
+        known_[PathOf(order.subject)] = std::move(known);
+    else
+        missed_.insert(PathOf(order.subject));
 }
 
 /// Nothing when there is no file, or it is older than the database or damaged.

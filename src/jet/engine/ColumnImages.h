@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -43,6 +44,9 @@ class ColumnImages final {
     [[nodiscard]] std::shared_ptr<const ColumnImage> Want(const ImageOrder& order);
     /// The image that Want would give; never begins to make one.
     [[nodiscard]] std::shared_ptr<const ColumnImage> find(const ImageSubject& subject) const;
+    /// True when the image could not be made because the database was written meanwhile, and nobody has wanted it
+    /// since.
+    [[nodiscard]] bool isToBeWantedAgain(const ImageSubject& subject) const;
     /// Forgets an image that is no longer that of its database.
     void Drop(const ImageSubject& subject);
     /// Rises whenever an image comes or goes.
@@ -70,6 +74,7 @@ class ColumnImages final {
     mutable std::mutex mutex_;
     std::condition_variable changed_;
     std::map<std::string, Known> known_; ///< by path of the image
+    std::set<std::string> missed_;       ///< paths of those to be wanted again
     std::deque<ImageOrder> orders_;      ///< the first is being worked on
     std::atomic<unsigned> version_ = 1;
     std::atomic<unsigned> unfit_ = 0;

@@ -110,7 +110,7 @@ std::vector<Found> ImagesIn(const std::string& folder) {
 
 void MakeImage(const ImageOrder& order, const std::string& target, const std::atomic<bool>& stop) {
     const Handle database = OpenForReading(order.subject.file);
-    ImageWriter image(order.fields);
+    ImageWriter image(order.fields, std::filesystem::path(target).parent_path());
     Reading reading(database.get(), order, image);
     while (reading.Next())
         if (stop) FailInterrupted();
