@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
         SelectEverything();
         MeasureGrid(report, session);
         MeasureColumns(report, session);
+        MeasureStops(report, session);
         MeasureDataOptions(report, session);
         MeasureCrosstabs(report, session);
         MeasureDatabase(report, session);
@@ -43,6 +44,7 @@ int main(int argc, char** argv) {
         MeasureCalculations(report, session);
         MeasureMapData(report, session);
         Connection.reset();
+        MeasureSmallDatabase(report, installation);
     }
     MeasureLayers(report, installation);
     MeasureLabels(report, installation);

@@ -86,6 +86,7 @@ class ScanShape : protected JoinedTables {
     bool ReadBetween(const tree::Expression& condition);
     bool ReadFilledTest(const tree::Expression& condition);
     bool ReadListTest(const tree::Expression& condition);
+    bool AddList(const tree::Expression& operand, bool negated, const std::string& numbers);
     [[nodiscard]] bool IsLengthOfValue(const tree::Expression& condition) const;
     [[nodiscard]] bool MayHoldBlanks(const ImageColumn& value) const;
     bool PlaceCodes();
