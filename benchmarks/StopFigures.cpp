@@ -17,17 +17,12 @@ namespace tessaro::bench {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 constexpr double kAtMost = 50; ///< milliseconds
 
-double Since(Clock::time_point begun) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - begun).count();
-}
-
-/// What a watch sees of a piece of work.
+/// What a watch sees of a piece of work, in milliseconds of the processor.
 struct Watched {
     int questions = 0;
-    double longestSilence = 0; ///< milliseconds from one question to the next, from the beginning, and to the end
+    double longestSilence = 0; ///< from one question to the next, from the beginning, and to the end
     double afterNo = 0;        ///< from the no to the end of the statement
 };
 
@@ -35,12 +30,12 @@ struct Watched {
 /// and the work end with it.
 Watched Watch(jet::Connection& connection, const std::function<void()>& work, int no) {
     Watched seen;
-    Clock::time_point last = Clock::now();
-    std::optional<Clock::time_point> stopped;
+    double last = ProcessorMilliseconds();
+    std::optional<double> stopped;
     connection.Watch(
         [&](std::optional<int>) {
-            seen.longestSilence = std::max(seen.longestSilence, Since(last));
-            last = Clock::now();
+            seen.longestSilence = std::max(seen.longestSilence, ProcessorMilliseconds() - last);
+            last = ProcessorMilliseconds();
             if (++seen.questions < no) return true;
             if (!stopped) stopped = last;
             return false;
@@ -48,8 +43,8 @@ Watched Watch(jet::Connection& connection, const std::function<void()>& work, in
         std::chrono::milliseconds(0));
     work();
     connection.Watch({});
-    seen.longestSilence = std::max(seen.longestSilence, Since(last));
-    if (stopped) seen.afterNo = Since(*stopped);
+    seen.longestSilence = std::max(seen.longestSilence, ProcessorMilliseconds() - last);
+    if (stopped) seen.afterNo = ProcessorMilliseconds() - *stopped;
     return seen;
 }
 
