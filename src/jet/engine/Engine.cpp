@@ -158,6 +158,7 @@ template <class Work> auto Engine::Retrying(const Work& work) {
 void Engine::Watch(WorkWatch::Ask ask, std::chrono::milliseconds between) {
     constexpr int kSteps = 20'000; // a few milliseconds
     watch_.Set(std::move(ask), between);
+    catalogue_->SortInParts(watch_.isSet());
     const auto stops = [](void* watch) { return static_cast<WorkWatch*>(watch)->GoesOn() ? 0 : 1; };
     sqlite3_progress_handler(database(), watch_.isSet() ? kSteps : 0, watch_.isSet() ? +stops : nullptr, &watch_);
 }

@@ -80,6 +80,8 @@ class LiveCatalogue final : public Catalogue {
     /// Stops waiting for the disk: a working database can be made anew from its template at any time. One that has
     /// links already is treated so from its opening on.
     void Relax();
+    /// As long as a watch is to be asked often: in such small parts that it can be.
+    void SortInParts(bool small);
     /// Both need a file that can be written, and no statement may be running.
     void PutLink(const LinkInfo& link);
     void DropLink(std::string_view name);

@@ -18,7 +18,7 @@ class WatchedFilesTest : public testing::Test {
                                   files.name()),
                   SQLITE_OK);
         database.reset(raw);
-        Run(raw, "PRAGMA cache_size = 10");
+        jet::Run(raw, "PRAGMA cache_size = 10");
     }
     /// Nobody is asked but by the files: the connection has no handler for its steps.
     void SayNoAt(int question) {
@@ -48,13 +48,13 @@ TEST_F(WatchedFilesTest, ASortIsStoppedWhileItWritesAndWhileItMerges) {
 }
 
 TEST_F(WatchedFilesTest, WhatUndoesAStatementIsNotStopped) {
-    Run(database.get(), "CREATE TABLE T (x UNIQUE)");
-    Run(database.get(), "INSERT INTO T VALUES (1)");
-    Run(database.get(), "BEGIN");
+    jet::Run(database.get(), "CREATE TABLE T (x UNIQUE)");
+    jet::Run(database.get(), "INSERT INTO T VALUES (1)");
+    jet::Run(database.get(), "BEGIN");
     SayNoAt(1);
     const auto insert = "WITH RECURSIVE c(x) AS (SELECT 1000 UNION ALL SELECT x - 1 FROM c LIMIT 1000) INSERT INTO T "
                         "SELECT x FROM c"; // fails at the last row
-    EXPECT_EQ(FailureOf([&] { Run(database.get(), insert); }), ErrorNumber::ConstraintFailed);
+    EXPECT_EQ(FailureOf([&] { jet::Run(database.get(), insert); }), ErrorNumber::ConstraintFailed);
     EXPECT_EQ(asked, 0);
     EXPECT_EQ(Rows(database.get(), "SELECT count(*) FROM T")[0][0], Value(std::int64_t{1}));
 }
