@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <functional>
 #include <limits>
 #include <optional>
@@ -19,7 +20,14 @@ namespace {
 
 constexpr double kAtMost = 50; ///< milliseconds
 
-/// What a watch sees of a piece of work, in milliseconds of the processor.
+/// What the processor has worked on this thread, which the user waits for, in milliseconds.
+double OwnMilliseconds() {
+    timespec now{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1000 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+/// What a watch sees of a piece of work, in such milliseconds.
 struct Watched {
     int questions = 0;
     double longestSilence = 0; ///< from one question to the next, from the beginning, and to the end
@@ -30,12 +38,12 @@ struct Watched {
 /// and the work end with it.
 Watched Watch(jet::Connection& connection, const std::function<void()>& work, int no) {
     Watched seen;
-    double last = ProcessorMilliseconds();
+    double last = OwnMilliseconds();
     std::optional<double> stopped;
     connection.Watch(
         [&](std::optional<int>) {
-            seen.longestSilence = std::max(seen.longestSilence, ProcessorMilliseconds() - last);
-            last = ProcessorMilliseconds();
+            seen.longestSilence = std::max(seen.longestSilence, OwnMilliseconds() - last);
+            last = OwnMilliseconds();
             if (++seen.questions < no) return true;
             if (!stopped) stopped = last;
             return false;
@@ -43,8 +51,8 @@ Watched Watch(jet::Connection& connection, const std::function<void()>& work, in
         std::chrono::milliseconds(0));
     work();
     connection.Watch({});
-    seen.longestSilence = std::max(seen.longestSilence, ProcessorMilliseconds() - last);
-    if (stopped) seen.afterNo = ProcessorMilliseconds() - *stopped;
+    seen.longestSilence = std::max(seen.longestSilence, OwnMilliseconds() - last);
+    if (stopped) seen.afterNo = OwnMilliseconds() - *stopped;
     return seen;
 }
 

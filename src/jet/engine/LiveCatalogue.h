@@ -113,7 +113,7 @@ class LiveCatalogue final : public Catalogue {
     void ReadColumns(TableInfo& table) const;
     void ReadFigures(const std::string& schema, std::map<std::string, std::int64_t>& figures) const;
 
-    [[nodiscard]] std::int64_t LeastRowsOf(const TableInfo& table) const;
+    [[nodiscard]] std::int64_t LeastRowsOf(const TableInfo& table, const FileMark& mark) const;
     [[nodiscard]] ImageSubject SubjectOf(const TableInfo& table) const;
 
     sqlite3* database_;
@@ -125,6 +125,11 @@ class LiveCatalogue final : public Catalogue {
     std::map<std::string, TableInfo> shells_;                                    ///< by folded name
     mutable std::map<std::string, Attached> attached_;                           ///< by path of file
     mutable std::map<std::string, std::map<std::string, std::int64_t>> figures_; ///< rows by schema and table
+    struct Counted {
+        FileMark mark;
+        std::int64_t rows = 0;
+    };
+    mutable std::map<std::string, Counted> counted_; ///< by schema and table: rows at most, when the file was like that
     mutable bool missedLink_ = false;
     bool keepsLinks_ = false;
     bool hasLinks_ = false;

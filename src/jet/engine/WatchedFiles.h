@@ -9,7 +9,7 @@ namespace jet {
 
 /// The way to files for one connection. SQLite asks nobody while it merges what it has sorted, which takes a second for
 /// millions of rows; here each reading and writing of its sorting files asks the watch of the connection, and a no ends
-/// the statement. All other files are those of the default way.
+/// the statement. They are closed in the background. All other files are those of the default way.
 class WatchedFiles final {
   public:
     /// The watch must live as long.
