@@ -96,7 +96,9 @@ bool ScanShape::FindLarge() {
     const auto found = std::ranges::find_if(tables_, holdsValues);
     if (found == tables_.end() || std::count_if(tables_.begin(), tables_.end(), holdsValues) != 1) return false;
     large_ = static_cast<std::size_t>(found - tables_.begin());
-    return true;
+    image_ =
+        catalogue_.image(*found->info); // asked first: most databases are small, and nothing else is looked at then
+    return image_ != nullptr;
 }
 
 const ColumnInfo* ScanShape::InfoOf(const ColumnName& column) const {
@@ -216,8 +218,6 @@ bool ScanShape::HoldsLongList(const Expression& expression) {
 
 bool ScanShape::FindImage() {
     if (codes_.size() > kMostScanCodes) return false;
-    image_ = catalogue_.image(*tables_[large_].info);
-    if (image_ == nullptr) return false;
     const auto value = std::ranges::find(image_->columns(), ColumnForm::Values, &ImageColumn::form);
     if (value == image_->columns().end()) return false;
     plan_.image = image_;
