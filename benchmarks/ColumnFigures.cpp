@@ -59,18 +59,6 @@ double MillisecondsOfCount(bool missing) {
     return slowest;
 }
 
-/// Whether values that share a cell differ in each of the seven fields, in a table of areas and indicators by periods.
-void AskSeven() {
-    RowsColumns arrangement;
-    arrangement.Place(PivotField::AreaName, Placement::Row);
-    arrangement.Place(PivotField::Indicator, Placement::Row);
-    arrangement.Place(PivotField::TimePeriod, Placement::Column);
-    RowFilter = AnotherFilter();
-    for (int field = 0; field < kPivotFieldCount; ++field)
-        (void)MultipleExists(static_cast<PivotField>(field), arrangement);
-    RowFilter.clear();
-}
-
 void AskSevenByHand(HandWritten& hand) {
     for (const std::string field :
          {"T.TimePeriod", "A.AreaID", "A.AreaName", "S.Indicator", "S.Subpop", "S.Unit", "S.Source"})
@@ -142,6 +130,17 @@ void MeasureQuestions(Report& report, const BenchSession& session) {
 QString AnotherFilter() {
     static int turn = 1'000'000;
     return QStringLiteral(" AND D.SourceNId <> %1 ").arg(++turn);
+}
+
+void AskSeven() {
+    RowsColumns arrangement;
+    arrangement.Place(PivotField::AreaName, Placement::Row);
+    arrangement.Place(PivotField::Indicator, Placement::Row);
+    arrangement.Place(PivotField::TimePeriod, Placement::Column);
+    RowFilter = AnotherFilter();
+    for (int field = 0; field < kPivotFieldCount; ++field)
+        (void)MultipleExists(static_cast<PivotField>(field), arrangement);
+    RowFilter.clear();
 }
 
 void WaitForColumns() {

@@ -20,15 +20,6 @@ const std::string kFrom =
     "sel._SelTimePeriod T ON T.TimePeriodNId = D.TimePeriodNId JOIN sel._SelArea A ON A.AreaNId "
     "= D.AreaNId";
 
-/// Areas on the rows, periods and subpopulations on the columns.
-QString CrosstabStatement() {
-    RowsColumns arrangement;
-    arrangement.Place(PivotField::AreaName, Placement::Row);
-    arrangement.Place(PivotField::TimePeriod, Placement::Column);
-    arrangement.Place(PivotField::Subpop, Placement::Column);
-    return BuildPivotSQL(arrangement, false).PivotSQL;
-}
-
 void ReadCrosstab() {
     RowFilter = AnotherFilter();
     Records rows = Select(CrosstabStatement(), jet::CursorType::ForwardOnly);
@@ -83,6 +74,14 @@ void MeasureRanges(Report& report, const BenchSession& session) {
 }
 
 } // namespace
+
+QString CrosstabStatement() {
+    RowsColumns arrangement;
+    arrangement.Place(PivotField::AreaName, Placement::Row);
+    arrangement.Place(PivotField::TimePeriod, Placement::Column);
+    arrangement.Place(PivotField::Subpop, Placement::Column);
+    return BuildPivotSQL(arrangement, false).PivotSQL;
+}
 
 void ReadMillionAsCrosstab() {
     SelectMillion();

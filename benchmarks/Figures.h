@@ -17,10 +17,20 @@ void MeasureDataOptions(Report& report, const BenchSession& session);
 /// Making the column image of the values, and what runs on it: counts of the filters, questions of the wizards. Expects
 /// everything to be selected.
 void MeasureColumns(Report& report, const BenchSession& session);
+/// Whether values that share a cell differ in each of the seven fields, in a table of areas and indicators by periods.
+void AskSeven();
+/// How long statements go on that the user has stopped, those on the image and others. Expects everything to be
+/// selected.
+void MeasureStops(Report& report, const BenchSession& session);
+/// What the column images' step costs where there are none: the installation's own database with fewer values. Opens a
+/// copy of it.
+void MeasureSmallDatabase(Report& report, const QString& installation);
 /// Until the image that the session's connection uses is there; it is made while the program goes on.
 void WaitForColumns();
 /// A row filter that lets everything pass, each time another one, so that no answer is one that was kept.
 [[nodiscard]] QString AnotherFilter();
+/// The crosstab of the values in view: areas on the rows, periods and subpopulations on the columns.
+[[nodiscard]] QString CrosstabStatement();
 /// Selects a million values and reads the crosstab of them.
 void ReadMillionAsCrosstab();
 /// The crosstab of the table and graph wizards, and the ranges of their colours. Selects what it needs.
@@ -57,8 +67,8 @@ void MeasureLabels(Report& report, const QString& installation);
 void MeasureSummary(Report& report, const QString& installation);
 /// The data view's workbook against a bare conversion of the same rows.
 void MeasureExport(Report& report);
-/// The program itself: start to first painted frame, and its resident size with the data view open. `self` is this
-/// program, which plays it.
+/// The program itself: start to first painted frame, the click on the statistics of the installation's own database,
+/// and its resident size with the data view open. `self` is this program, which plays it.
 void MeasureProgram(Report& report, const QString& self, const QString& database, const QString& installation);
 /// The database that a calculation ends with, made by a process of its own, which `self` is.
 void MeasureNewDatabase(Report& report, const QString& self, const QString& database, const QString& installation);

@@ -70,11 +70,13 @@ int main(int argc, char** argv) {
         MeasureGrid(report, session); // leaves less selected
         SelectEverything();
         MeasureColumns(report, session);
+        MeasureStops(report, session);
         MeasureDataOptions(report, session);
         MeasureCrosstabs(report, session);
         MeasureDatabase(report, session);
         if (!report.isLarge()) MeasureScreens(report, session);
         Connection.reset();
+        MeasureSmallDatabase(report, installation);
     }
     if (!report.isLarge()) MeasureInstallation(report, installation);
     report.Print();

@@ -8,11 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cstring>
-#include <fcntl.h>
 #include <limits>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace jet {
 
@@ -20,10 +16,6 @@ namespace {
 
 [[noreturn]] void Refuse(const std::string& why) {
     throw Error(ErrorNumber::NotADatabase, "The column image " + why + ".");
-}
-
-std::int64_t TimeOf(const struct stat& found) {
-    return static_cast<std::int64_t>(found.st_mtim.tv_sec) * 1'000'000'000 + found.st_mtim.tv_nsec;
 }
 
 /// Hands out the sections of a mapped file, each within its bounds.
@@ -98,74 +90,59 @@ std::uint64_t ImageSubject::stamp() const {
 }
 
 std::shared_ptr<const ColumnImage> ColumnImage::Open(const std::string& path, const ImageSubject& subject) {
-    std::shared_ptr<ColumnImage> made(new ColumnImage);
-    made->path_ = path;
-    made->Map();
+    std::shared_ptr<ColumnImage> made(new ColumnImage(path));
     made->CheckHead(subject);
     made->ReadColumns();
+    if (!made->isIntact()) Refuse("was changed while it was opened");
     return made;
-}
-
-ColumnImage::~ColumnImage() {
-    if (start_ != nullptr) ::munmap(const_cast<unsigned char*>(start_), bytes_);
-    if (file_ >= 0) ::close(file_);
-}
-
-void ColumnImage::Map() {
-    file_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK); // not to wait at a pipe
-    struct stat found {};
-    if (file_ < 0 || ::fstat(file_, &found) != 0) Refuse("can't be opened");
-    if (!S_ISREG(found.st_mode) || static_cast<std::size_t>(found.st_size) < sizeof(image::Head)) Refuse("is cut");
-    bytes_ = static_cast<std::size_t>(found.st_size);
-    written_ = TimeOf(found);
-    void* const mapped = ::mmap(nullptr, bytes_, PROT_READ, MAP_SHARED, file_, 0);
-    if (mapped == MAP_FAILED) Refuse("can't be mapped");
-    start_ = static_cast<const unsigned char*>(mapped);
 }
 
 void ColumnImage::CheckHead(const ImageSubject& subject) {
     image::Head head;
-    std::memcpy(static_cast<void*>(&head), start_, sizeof(head));
+    if (file_.bytes() < sizeof(head)) Refuse("is cut");
+    std::memcpy(static_cast<void*>(&head), file_.start(), sizeof(head));
     if (head.magic != image::kMagic) Refuse("is of another kind");
-    if (head.bytes != bytes_) Refuse("is cut");
+    if (head.bytes != file_.bytes()) Refuse("is cut");
     if (head.subject != subject.stamp()) Refuse("is of another table");
     if (head.rows > std::numeric_limits<std::uint32_t>::max() || head.columns > image::kMostColumns ||
-        bytes_ < sizeof(head) + head.columns * sizeof(image::Entry))
+        file_.bytes() < sizeof(head) + head.columns * sizeof(image::Entry))
         Refuse("is damaged");
-    if (image::SumOfFile(start_, bytes_) != head.sum) Refuse("is damaged");
+    if (image::SumOfFile(file_.start(), file_.bytes()) != head.sum) Refuse("is damaged");
     mark_ = head.mark;
     rows_ = head.rows;
     columns_.resize(head.columns);
 }
 
 void ColumnImage::ReadColumns() {
-    const Sections sections(start_, bytes_);
+    const Sections sections(file_.start(), file_.bytes());
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         image::Entry entry;
-        std::memcpy(static_cast<void*>(&entry), start_ + sizeof(image::Head) + i * sizeof(entry), sizeof(entry));
+        std::memcpy(static_cast<void*>(&entry), file_.start() + sizeof(image::Head) + i * sizeof(entry), sizeof(entry));
         ImageColumn& column = columns_[i];
         column.name.assign(entry.name.data(), ::strnlen(entry.name.data(), entry.name.size()));
         column.form = static_cast<ColumnForm>(entry.form);
         column.width = entry.width;
         column.hasNull = entry.hasNull != 0;
         column.first = entry.first;
-        if (column.form == ColumnForm::Coded) ReadCoded(column, entry, sections, rows_);
+        if (column.form == ColumnForm::Coded) {
+            ReadCoded(column, entry, sections, rows_);
+            KeepNumbers(column);
+        }
         if (column.form == ColumnForm::Plain) column.plain = sections.exactly<std::int64_t>(entry.plain, rows_);
         if (column.form == ColumnForm::Values) ReadValues(column, entry, sections, rows_);
         if (column.form > ColumnForm::Values) Refuse("is damaged");
     }
 }
 
+void ColumnImage::KeepNumbers(ImageColumn& column) {
+    column.numbers = numbers_.emplace_back(column.numbers.begin(), column.numbers.end());
+    column.counts = counts_.emplace_back(column.counts.begin(), column.counts.end());
+}
+
 int ColumnImage::find(std::string_view name) const {
     const auto found =
         std::ranges::find_if(columns_, [&](const ImageColumn& column) { return SameName(column.name, name); });
     return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
-}
-
-bool ColumnImage::isIntact() const {
-    struct stat found {};
-    return ::fstat(file_, &found) == 0 && static_cast<std::size_t>(found.st_size) == bytes_ &&
-           TimeOf(found) == written_;
 }
 
 std::string_view ColumnImage::TextOf(const ImageColumn& column, std::size_t row, std::string& room) const {
@@ -182,7 +159,9 @@ std::string_view ColumnImage::TextOf(const ImageColumn& column, std::size_t row,
     if (found == column.textRows.end() || *found != row) return {};
     const auto place = static_cast<std::size_t>(found - column.textRows.begin());
     const std::uint64_t start = place == 0 ? 0 : column.textEnds[place - 1];
-    return {column.textBytes.data() + start, static_cast<std::size_t>(column.textEnds[place] - start)};
+    const std::uint64_t end = column.textEnds[place];
+    if (end < start || end > column.textBytes.size()) return {}; // the file was changed a moment ago
+    return {column.textBytes.data() + start, static_cast<std::size_t>(end - start)};
 }
 
 } // namespace jet

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "jet/columns/FileMark.h"
+#include "jet/columns/MappedFile.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <span>
 #include <string>
@@ -56,37 +58,35 @@ class ColumnImage final {
     /// Maps a file and checks all of it: its sum, its bounds, and that each code has a number. Throws Error with the
     /// reason when it is no whole image of the subject.
     [[nodiscard]] static std::shared_ptr<const ColumnImage> Open(const std::string& path, const ImageSubject& subject);
-    ~ColumnImage();
     ColumnImage(const ColumnImage&) = delete;
     ColumnImage& operator=(const ColumnImage&) = delete;
 
     /// The state of the database that the image was made from.
     [[nodiscard]] const FileMark& mark() const { return mark_; }
-    [[nodiscard]] const std::string& path() const { return path_; }
     [[nodiscard]] std::size_t rows() const { return rows_; }
     [[nodiscard]] const std::vector<ImageColumn>& columns() const { return columns_; }
     /// Position of a column, ignoring case; -1 when the image doesn't have it.
     [[nodiscard]] int find(std::string_view name) const;
-    /// False when somebody has cut or changed the file since it was opened: it must not be read any more then.
-    [[nodiscard]] bool isIntact() const;
+    /// False when somebody has cut or changed the file since it was opened. What was read from it since the last time
+    /// counts for nothing then; to read it is safe still where it was cut.
+    [[nodiscard]] bool isIntact() const { return file_.isIntact(); }
 
     /// The text of a value, which is not Null.
     [[nodiscard]] std::string_view TextOf(const ImageColumn& column, std::size_t row, std::string& room) const;
 
   private:
-    ColumnImage() = default;
-    void Map();
+    explicit ColumnImage(const std::string& path) : file_(path) {}
     void CheckHead(const ImageSubject& subject);
     void ReadColumns();
+    void KeepNumbers(ImageColumn& column);
 
-    std::string path_;
+    MappedFile file_;
     FileMark mark_;
-    int file_ = -1;
-    const unsigned char* start_ = nullptr;
-    std::size_t bytes_ = 0;
-    std::int64_t written_ = 0; ///< time of the file's last change when it was opened
     std::size_t rows_ = 0;
     std::vector<ImageColumn> columns_;
+    // in our own memory: a number that changed would be the wrong number of its rows
+    std::list<std::vector<std::int64_t>> numbers_;
+    std::list<std::vector<std::uint32_t>> counts_;
 };
 
 } // namespace jet

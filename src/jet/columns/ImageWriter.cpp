@@ -1,6 +1,7 @@
 #include "jet/columns/ImageWriter.h"
 
 #include "jet/columns/ImageFormat.h"
+#include "jet/columns/MappedFile.h"
 #include "jet/columns/WorkWatch.h"
 #include "jet/values/Error.h"
 
@@ -11,7 +12,6 @@
 #include <limits>
 #include <sqlite3.h>
 #include <sys/file.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
 namespace jet {
@@ -79,10 +79,9 @@ class NewFile {
         head.bytes = at_;
         Overwrite(entries.data(), entries.size() * sizeof(image::Entry), sizeof(head));
         Overwrite(&head, sizeof(head), 0);
-        void* const mapped = ::mmap(nullptr, at_, PROT_READ, MAP_SHARED, file_, 0);
-        if (mapped == MAP_FAILED) FailWriting(path_);
-        head.sum = image::SumOfFile(static_cast<const unsigned char*>(mapped), at_);
-        ::munmap(mapped, at_);
+        const MappedFile written(path_);
+        if (written.bytes() != at_) throw Error(ErrorNumber::ReadOnly, "'" + path_ + "' was cut.");
+        head.sum = image::SumOfFile(written.start(), at_);
         Overwrite(&head, sizeof(head), 0);
     }
     void Keep() { kept_ = true; }

@@ -37,24 +37,29 @@ ImageSubject LiveCatalogue::SubjectOf(const TableInfo& table) const {
     return {path == nullptr ? "" : path, table.sourceTable};
 }
 
-// The number of the last row is found at once, and never less than that of the rows.
-std::int64_t LiveCatalogue::LeastRowsOf(const TableInfo& table) const {
+// The number of the last row is found at once, and never less than that of the rows. It is asked for once for each
+// state of the file: to compile the question takes longer than to see that the file is the same.
+std::int64_t LiveCatalogue::LeastRowsOf(const TableInfo& table, const FileMark& mark) const {
     const std::int64_t known = rowsOnRecord(table);
     if (known >= images_->leastRows()) return known;
+    const std::string source = QuotedName(table.database) + "." + QuotedName(table.sourceTable);
+    Counted& counted = counted_[source];
+    if (counted.mark == mark) return counted.rows;
     try {
-        const std::string source = QuotedName(table.database) + "." + QuotedName(table.sourceTable);
-        return Rows(database_, "SELECT max(rowid) FROM " + source)[0][0].toInteger();
+        counted.rows = Rows(database_, "SELECT max(rowid) FROM " + source)[0][0].toInteger();
     } catch (const Error&) {
-        return 0; // a table without row numbers
+        counted.rows = 0; // a table without row numbers
     }
+    counted.mark = mark;
+    return counted.rows;
 }
 
 // The working tables of a file that keeps links change all the time.
 std::shared_ptr<const ColumnImage> LiveCatalogue::image(const TableInfo& table) const {
     if (images_ == nullptr || (keepsLinks_ && table.database == "main")) return nullptr;
-    if (LeastRowsOf(table) < images_->leastRows()) return nullptr;
     const auto mark = FileMark::Of(database_, table.database);
-    return mark ? images_->Want({SubjectOf(table), *mark, FieldsOf(table)}) : nullptr;
+    if (!mark || LeastRowsOf(table, *mark) < images_->leastRows()) return nullptr;
+    return images_->Want({SubjectOf(table), *mark, FieldsOf(table)});
 }
 
 std::size_t LiveCatalogue::imageStamp(std::string_view name) const {

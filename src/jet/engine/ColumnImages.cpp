@@ -2,8 +2,11 @@
 
 #include "jet/values/Error.h"
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 #include <unistd.h>
@@ -44,7 +47,10 @@ std::shared_ptr<const ColumnImage> ColumnImages::Want(const ImageOrder& order) {
     const std::string path = PathOf(order.subject);
     missed_.erase(path);
     const auto known = known_.find(path);
-    if (known != known_.end() && known->second.mark == order.mark) return known->second.image;
+    if (known != known_.end() && known->second.mark == order.mark) {
+        known->second.wanted = ++wants_;
+        return known->second.image;
+    }
     for (const ImageOrder& waiting : orders_)
         if (waiting.subject == order.subject) return nullptr;
     orders_.push_back(order);
@@ -107,10 +113,20 @@ void ColumnImages::Serve(const ImageOrder& order) {
     }
     const std::lock_guard lock(mutex_);
     ++version_;
-    if (settled)
-        known_[PathOf(order.subject)] = std::move(known);
-    else
+    if (!settled) {
         missed_.insert(PathOf(order.subject));
+        return;
+    }
+    known.wanted = ++wants_;
+    known_[PathOf(order.subject)] = std::move(known);
+    ForgetOldest();
+}
+
+// A statement that is reading the image keeps it until it has ended.
+void ColumnImages::ForgetOldest() {
+    constexpr std::size_t kMostKnown = 4;
+    if (known_.size() <= kMostKnown) return;
+    known_.erase(std::ranges::min_element(known_, {}, [](const auto& each) { return each.second.wanted; }));
 }
 
 /// Nothing when there is no file, or it is older than the database or damaged.
@@ -133,11 +149,18 @@ std::shared_ptr<const ColumnImage> ColumnImages::OpenFile(const ImageOrder& orde
 std::shared_ptr<const ColumnImage> ColumnImages::Make(const ImageOrder& order) {
     std::error_code failure;
     std::filesystem::create_directories(settings_.folder, failure);
+    if (::access(settings_.folder.c_str(), W_OK) != 0) // said before the whole table is read
+        throw Error(ErrorNumber::ReadOnly,
+                    "'" + settings_.folder + "' can't be written: " + std::strerror(errno) + ".");
     TidyImages(settings_.folder, settings_.mostBytes);
     const std::string path = PathOf(order.subject);
     static std::atomic<unsigned> made = 0;
     const std::string making = path + "." + std::to_string(::getpid()) + "." + std::to_string(++made) + ".making";
     MakeImage(order, making, stop_);
+    if (std::filesystem::file_size(making, failure) > settings_.mostBytes) {
+        std::filesystem::remove(making, failure);
+        throw Error(ErrorNumber::TooLarge, "It takes more room than all images together may.");
+    }
     std::filesystem::rename(making, path, failure);
     if (failure) {
         std::filesystem::remove(making, failure);

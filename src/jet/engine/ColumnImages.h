@@ -25,7 +25,8 @@ struct ImageOrder {
 };
 
 /// The column images of a folder. They are opened, and made when there is none, by a thread of their own; nobody waits
-/// for them. Every failure ends in a line for the log and in no image. Can be used from several threads.
+/// for them. Those of a few databases stay open: one that is deleted while it is open takes room on the disk still.
+/// Every failure ends in a line for the log and in no image. Can be used from several threads.
 class ColumnImages final {
   public:
     struct Settings {
@@ -63,9 +64,11 @@ class ColumnImages final {
     struct Known {
         std::shared_ptr<const ColumnImage> image; ///< nullptr: it can't be made of this state
         FileMark mark;
+        std::uint64_t wanted = 0; ///< number of the last Want for it
     };
     void Work();
     void Serve(const ImageOrder& order);
+    void ForgetOldest();
     [[nodiscard]] std::shared_ptr<const ColumnImage> OpenFile(const ImageOrder& order) const;
     [[nodiscard]] std::shared_ptr<const ColumnImage> Make(const ImageOrder& order);
     [[nodiscard]] std::string PathOf(const ImageSubject& subject) const;
@@ -76,6 +79,7 @@ class ColumnImages final {
     std::map<std::string, Known> known_; ///< by path of the image
     std::set<std::string> missed_;       ///< paths of those to be wanted again
     std::deque<ImageOrder> orders_;      ///< the first is being worked on
+    std::uint64_t wants_ = 0;
     std::atomic<unsigned> version_ = 1;
     std::atomic<unsigned> unfit_ = 0;
     std::atomic<bool> stop_ = false;

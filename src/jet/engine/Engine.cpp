@@ -29,11 +29,11 @@ int Note(void* noting, int action, const char* table, const char* column, const 
     return SQLITE_OK;
 }
 
-Handle OpenFile(const DatabaseFile& file) {
+Handle OpenFile(const DatabaseFile& file, const WatchedFiles& files) {
     RefuseReachingOut(file.path);
     sqlite3* raw = nullptr;
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(file.uri().c_str(), &raw, flags, nullptr);
+    const int code = sqlite3_open_v2(file.uri().c_str(), &raw, flags, files.name());
     Handle handle(raw);
     if (code == SQLITE_CANTOPEN) throw OpenError(file.path, OpenFailure::MayNotBeRead);
     if (code != SQLITE_OK) throw OpenError(file.path, std::string(sqlite3_errstr(code)) + ".");
@@ -45,7 +45,7 @@ Handle OpenFile(const DatabaseFile& file) {
 
 Engine::Engine(const std::string& path, const std::string& password, Use use) : keepsLinks_(use == Use::Working) {
     const DatabaseFile file = DatabaseFile::Inspect(path);
-    database_ = OpenFile(file);
+    database_ = OpenFile(file, files_);
     sqlite3* const handle = database_.get();
     sqlite3_busy_timeout(handle, kBusyMilliseconds);
     sqlite3_extended_result_codes(handle, 1);
@@ -158,6 +158,7 @@ template <class Work> auto Engine::Retrying(const Work& work) {
 void Engine::Watch(WorkWatch::Ask ask, std::chrono::milliseconds between) {
     constexpr int kSteps = 20'000; // a few milliseconds
     watch_.Set(std::move(ask), between);
+    catalogue_->SortInParts(watch_.isSet());
     const auto stops = [](void* watch) { return static_cast<WorkWatch*>(watch)->GoesOn() ? 0 : 1; };
     sqlite3_progress_handler(database(), watch_.isSet() ? kSteps : 0, watch_.isSet() ? +stops : nullptr, &watch_);
 }

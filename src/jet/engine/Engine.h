@@ -7,6 +7,7 @@
 #include "jet/engine/Shells.h"
 #include "jet/engine/StatementCache.h"
 #include "jet/engine/TableSizes.h"
+#include "jet/engine/WatchedFiles.h"
 
 #include <functional>
 #include <memory>
@@ -108,6 +109,7 @@ class Engine {
     template <class Work> auto Retrying(const Work& work);
 
     WorkWatch watch_;
+    WatchedFiles files_{watch_};
     Handle database_; ///< outlives the statements of all below
     std::unique_ptr<LiveCatalogue> catalogue_;
     std::optional<StatementCache> statements_;

@@ -95,6 +95,14 @@ void LiveCatalogue::Relax() {
     relaxed_ = true;
 }
 
+// SQLite sorts as much at once as this cache holds, and asks nobody meanwhile: 16 MB take a third of a second. Where
+// the pragma fails, the cache stays as it was.
+void LiveCatalogue::SortInParts(bool small) {
+    if (!relaxed_) return;
+    const char* const size = small ? "PRAGMA main.cache_size = -2000" : "PRAGMA main.cache_size = -16000";
+    sqlite3_exec(database_, size, nullptr, nullptr, nullptr);
+}
+
 void LiveCatalogue::ReadTable(const std::string& name) {
     ++version_;
     if (isLink(name)) {

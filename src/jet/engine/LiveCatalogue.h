@@ -80,6 +80,8 @@ class LiveCatalogue final : public Catalogue {
     /// Stops waiting for the disk: a working database can be made anew from its template at any time. One that has
     /// links already is treated so from its opening on.
     void Relax();
+    /// As long as a watch is to be asked often: in such small parts that it can be.
+    void SortInParts(bool small);
     /// Both need a file that can be written, and no statement may be running.
     void PutLink(const LinkInfo& link);
     void DropLink(std::string_view name);
@@ -111,7 +113,7 @@ class LiveCatalogue final : public Catalogue {
     void ReadColumns(TableInfo& table) const;
     void ReadFigures(const std::string& schema, std::map<std::string, std::int64_t>& figures) const;
 
-    [[nodiscard]] std::int64_t LeastRowsOf(const TableInfo& table) const;
+    [[nodiscard]] std::int64_t LeastRowsOf(const TableInfo& table, const FileMark& mark) const;
     [[nodiscard]] ImageSubject SubjectOf(const TableInfo& table) const;
 
     sqlite3* database_;
@@ -123,6 +125,11 @@ class LiveCatalogue final : public Catalogue {
     std::map<std::string, TableInfo> shells_;                                    ///< by folded name
     mutable std::map<std::string, Attached> attached_;                           ///< by path of file
     mutable std::map<std::string, std::map<std::string, std::int64_t>> figures_; ///< rows by schema and table
+    struct Counted {
+        FileMark mark;
+        std::int64_t rows = 0;
+    };
+    mutable std::map<std::string, Counted> counted_; ///< by schema and table: rows at most, when the file was like that
     mutable bool missedLink_ = false;
     bool keepsLinks_ = false;
     bool hasLinks_ = false;

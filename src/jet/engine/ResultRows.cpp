@@ -40,6 +40,7 @@ void ResultRows::Start() {
         Fetch();
         anyRow = fetching();
         if (cursor == CursorType::Static) TakeAll();
+        begun = true;
     } catch (const Error&) {
         Stop();
         throw;
@@ -50,8 +51,10 @@ void ResultRows::Fetch() {
     engine->RefuseWithinAnother();
     try {
         if (!Step(engine->database(), query.prepared.statement.get())) Stop();
-    } catch (const Error&) {
+    } catch (const Error& error) {
         Stop();
+        // rows were given, so that it is too late for the plain way
+        if (begun && error.number() == ErrorNumber::ColumnsUnfit) throw Error(ErrorNumber::EngineError, error.what());
         throw;
     }
 }

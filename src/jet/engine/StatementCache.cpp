@@ -4,6 +4,7 @@
 #include "jet/values/Error.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace jet {
@@ -37,9 +38,11 @@ class NotingCatalogue final : public Catalogue {
         return catalogue_.rowsOnRecord(table);
     }
     [[nodiscard]] std::shared_ptr<const ColumnImage> image(const TableInfo& table) const override {
-        auto found = catalogue_.image(table);
-        Note(table.name, std::hash<std::shared_ptr<const ColumnImage>>{}(found), Question::Image);
-        return found;
+        const auto [known, isNew] = images_.try_emplace(table.name);
+        if (!isNew) return known->second; // each step of the rewriting asks, and must get the same
+        known->second = catalogue_.image(table);
+        Note(table.name, std::hash<std::shared_ptr<const ColumnImage>>{}(known->second), Question::Image);
+        return known->second;
     }
     [[nodiscard]] bool leadsIndex(const TableInfo& table, const std::string& field) const override {
         const bool leads = catalogue_.leadsIndex(table, field);
@@ -56,6 +59,7 @@ class NotingCatalogue final : public Catalogue {
 
     const LiveCatalogue& catalogue_;
     mutable std::vector<AskedTable> asked_;
+    mutable std::map<std::string, std::shared_ptr<const ColumnImage>> images_; ///< by table
 };
 
 } // namespace

@@ -45,11 +45,13 @@ std::optional<double> NumberOf(const Expression& expression) {
     return text != nullptr ? ReadNumber(text->text) : std::nullopt;
 }
 
-/// A list of one for a number that can be written in a list; empty for others.
+/// A list of one for a number that can be written in a list, with its sign; empty for others.
 std::string ListOf(const Expression& expression) {
-    const auto* number = std::get_if<NumberLiteral>(&expression.node);
-    const bool listed = number != nullptr && NumberListLength(number->text + ")") == number->text.size();
-    return listed ? number->text : std::string();
+    const auto* negation = std::get_if<Negation>(&expression.node);
+    const auto* number = std::get_if<NumberLiteral>(negation != nullptr ? &negation->operand->node : &expression.node);
+    if (number == nullptr) return {};
+    const std::string text = (negation != nullptr ? "-" : "") + number->text;
+    return NumberListLength(text + ")") == text.size() ? text : std::string();
 }
 
 } // namespace
@@ -94,7 +96,9 @@ bool ScanShape::FindLarge() {
     const auto found = std::ranges::find_if(tables_, holdsValues);
     if (found == tables_.end() || std::count_if(tables_.begin(), tables_.end(), holdsValues) != 1) return false;
     large_ = static_cast<std::size_t>(found - tables_.begin());
-    return true;
+    image_ =
+        catalogue_.image(*found->info); // asked first: most databases are small, and nothing else is looked at then
+    return image_ != nullptr;
 }
 
 const ColumnInfo* ScanShape::InfoOf(const ColumnName& column) const {
@@ -186,19 +190,22 @@ bool ScanShape::IsLengthOfValue(const Expression& condition) const {
 
 /// "field = number" and "field <> number", too, are lists, of one.
 bool ScanShape::ReadListTest(const Expression& condition) {
-    const auto add = [&](const Expression& operand, bool negated, const std::string& numbers) {
-        const ColumnInfo* field = LargeField(operand);
-        if (field == nullptr || numbers.empty() || !IsWhole(field->type)) return false;
-        plan_.lists.push_back({0, negated, numbers});
-        listed_.push_back(field->name);
-        return true;
-    };
+    if (const auto* list = std::get_if<InList>(&condition.node))
+        return AddList(*list->operand, list->negated, list->numbers);
     const auto* comparison = std::get_if<Comparison>(&condition.node);
-    const bool differs = comparison != nullptr && comparison->op == ComparisonOperator::NotEqual;
-    if (differs || (comparison != nullptr && comparison->op == ComparisonOperator::Equal))
-        return add(*comparison->left, differs, ListOf(*comparison->right));
-    const auto* list = std::get_if<InList>(&condition.node);
-    return list != nullptr && add(*list->operand, list->negated, list->numbers);
+    if (comparison == nullptr) return false;
+    const bool differs = comparison->op == ComparisonOperator::NotEqual;
+    if (!differs && comparison->op != ComparisonOperator::Equal) return false;
+    return AddList(*comparison->left, differs, ListOf(*comparison->right)) ||
+           AddList(*comparison->right, differs, ListOf(*comparison->left));
+}
+
+bool ScanShape::AddList(const Expression& operand, bool negated, const std::string& numbers) {
+    const ColumnInfo* field = LargeField(operand);
+    if (field == nullptr || numbers.empty() || !IsWhole(field->type)) return false;
+    plan_.lists.push_back({0, negated, numbers});
+    listed_.push_back(field->name);
+    return true;
 }
 
 bool ScanShape::HoldsLongList(const Expression& expression) {
@@ -211,8 +218,6 @@ bool ScanShape::HoldsLongList(const Expression& expression) {
 
 bool ScanShape::FindImage() {
     if (codes_.size() > kMostScanCodes) return false;
-    image_ = catalogue_.image(*tables_[large_].info);
-    if (image_ == nullptr) return false;
     const auto value = std::ranges::find(image_->columns(), ColumnForm::Values, &ImageColumn::form);
     if (value == image_->columns().end()) return false;
     plan_.image = image_;

@@ -31,7 +31,7 @@ class ScanShape : protected JoinedTables {
 
     // --- Fields ---
 
-    /// The table that holds values; False when there is none, or several.
+    /// The table that holds values, and its image; False when there is none, or several tables do.
     bool FindLarge();
     [[nodiscard]] const ColumnInfo* InfoOf(const tree::ColumnName& column) const;
     /// The field of the large table that a bare name means; nullptr for anything else.
@@ -59,7 +59,7 @@ class ScanShape : protected JoinedTables {
 
     // --- The image ---
 
-    /// Finds the image, and in it the value, the codes and the lists.
+    /// Finds the value, the codes and the lists in the image.
     bool FindImage();
     [[nodiscard]] std::optional<std::size_t> Coded(const std::string& field) const;
 
@@ -86,6 +86,7 @@ class ScanShape : protected JoinedTables {
     bool ReadBetween(const tree::Expression& condition);
     bool ReadFilledTest(const tree::Expression& condition);
     bool ReadListTest(const tree::Expression& condition);
+    bool AddList(const tree::Expression& operand, bool negated, const std::string& numbers);
     [[nodiscard]] bool IsLengthOfValue(const tree::Expression& condition) const;
     [[nodiscard]] bool MayHoldBlanks(const ImageColumn& value) const;
     bool PlaceCodes();

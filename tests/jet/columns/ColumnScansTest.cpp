@@ -37,7 +37,8 @@ TEST(ColumnScansTest, RandomStatementsGiveTheSameRowsBothWays) {
         }
         unfit += static_cast<int>(database.images().unfit());
     }
-    EXPECT_GT(scanned - unfit, statements / 3) << "of " << statements << ", seed " << seed;
+    EXPECT_GT(scanned, statements / 2) << "of " << statements << ", seed " << seed;
+    EXPECT_GT(scanned - unfit, statements / 8) << "of " << statements << ", seed " << seed; // some have keys twice
     std::printf("%d statements, %d on the image, %d of them the plain way after all\n", statements, scanned, unfit);
 }
 
@@ -59,6 +60,17 @@ TEST(ColumnScansTest, TakesTheShapesItKnows) {
         {"SELECT Count(I.UnitGId)" + from + "WHERE D.SourceNId = 2 ORDER BY Count(I.UnitGId) DESC", true},
         {"SELECT Count(*)" + from + "WHERE Len(Trim(D.Datavalue)) > 0", true},
         {"SELECT Count(*)" + from + "WHERE D.RowNId in (1,2,3)", false},
+        {"SELECT Count(*)" + from + "WHERE D.SourceNId <> -1", true},
+        {"SELECT Count(*)" + from + "WHERE D.SourceNId = -1", true},
+        {"SELECT Count(*)" + from + "WHERE -1 = D.SourceNId", true},
+        {"SELECT Count(*)" + from + "WHERE D.SourceNId = (-1)", true},
+        {"SELECT Count(*)" + from + "WHERE D.SourceNId In (-1, 2)", true},
+        {"SELECT Count(*)" + from + "WHERE D.SourceNId Not In (-1, -2)", true},
+        {"SELECT Count(*)" + from + "WHERE D.SourceNId <> -1.5", true},
+        {"SELECT Count(*)" + from + "WHERE D.Datavalue >= -5", true},
+        {"SELECT Count(*)" + from + "WHERE D.Datavalue = -3", true},
+        {"SELECT Count(*)" + from + "WHERE D.Datavalue Between -1 And 1", true},
+        {"SELECT Count(*)" + from + "WHERE D.Datavalue Between -1.5 And -0.5", true},
         {"SELECT Count(*)" + from + "WHERE D.IUSNId < 3", false},
         {"SELECT First(D.Datavalue)" + from, true},
         {"SELECT First(A.AreaName)" + from, false},
@@ -79,8 +91,11 @@ TEST(ColumnScansTest, TakesTheShapesItKnows) {
         {"SELECT D.Datavalue" + from, false},
         {"SELECT Count(*)" + from + "UNION ALL SELECT Count(*) FROM Data", false},
     };
-    for (const auto& [sql, scans] : cases)
+    for (const auto& [sql, scans] : cases) {
         EXPECT_EQ(database.Scans(sql), scans) << sql;
+        EXPECT_EQ(ScanDatabase::Outcome(database.withImages(), sql), ScanDatabase::Outcome(database.plain(), sql))
+            << sql;
+    }
 }
 
 /// Each group is a single one of the scan, so that SQLite need not put them together, and none of them is left out.

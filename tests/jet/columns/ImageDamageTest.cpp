@@ -201,6 +201,80 @@ TEST_F(ImageDamageTest, SeveralMayMakeTheSameImageAtOnce) {
     EXPECT_TRUE(std::filesystem::is_empty(database.imageFolder()));
 }
 
+// --- The room they take ---
+
+/// Orders for the images of so many databases of 300 values each.
+std::vector<ImageOrder> SeveralDatabases(std::vector<std::unique_ptr<ScanDatabase>>& databases, int count) {
+    std::vector<ImageOrder> orders;
+    for (int i = 0; i < count; ++i) {
+        databases.push_back(std::make_unique<ScanDatabase>(static_cast<std::uint64_t>(i), 300, false));
+        orders.push_back(OrderOf(*databases.back()));
+    }
+    return orders;
+}
+
+class ImagesOfSeveralTest : public testing::Test {
+  protected:
+    /// All of them may take so many bytes.
+    std::unique_ptr<ColumnImages> Open(std::uint64_t mostBytes) {
+        ColumnImages::Settings settings;
+        settings.folder = folder.path("images");
+        settings.leastRows = 1;
+        settings.mostBytes = mostBytes;
+        settings.log = [this](const std::string& line) { log.push_back(line); };
+        return std::make_unique<ColumnImages>(std::move(settings));
+    }
+    static std::shared_ptr<const ColumnImage> Made(ColumnImages& images, const ImageOrder& order) {
+        static_cast<void>(images.Want(order));
+        images.Wait();
+        return images.Want(order);
+    }
+    [[nodiscard]] std::size_t Files() const {
+        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder.path("images")), {}));
+    }
+
+    TestFolder folder;
+    std::vector<std::string> log;
+    std::vector<std::unique_ptr<ScanDatabase>> databases;
+    std::vector<ImageOrder> orders = SeveralDatabases(databases, 6);
+};
+
+TEST_F(ImagesOfSeveralTest, OneThatHadToGoIsUsedAsLongAsItIsOpen) {
+    const std::size_t bytes = [&] {
+        const auto images = Open(1U << 30U);
+        static_cast<void>(Made(*images, orders[0]));
+        return static_cast<std::size_t>(std::filesystem::directory_iterator(folder.path("images"))->file_size());
+    }();
+    const auto images = Open(bytes * 5 / 2);
+    for (int each = 0; each < 3; ++each)
+        ASSERT_NE(Made(*images, orders[static_cast<std::size_t>(each)]), nullptr);
+    EXPECT_EQ(Files(), 2U);
+    const auto first = images->Want(orders[0]);
+    ASSERT_NE(first, nullptr);
+    EXPECT_TRUE(first->isIntact());
+    EXPECT_TRUE(log.empty());
+}
+
+TEST_F(ImagesOfSeveralTest, OnlyAFewStayOpen) {
+    const auto images = Open(1U << 30U);
+    std::vector<std::weak_ptr<const ColumnImage>> seen;
+    for (const ImageOrder& order : orders)
+        seen.push_back(Made(*images, order));
+    EXPECT_EQ(Files(), orders.size());
+    EXPECT_TRUE(seen[0].expired());
+    EXPECT_FALSE(seen[4].expired());
+    EXPECT_NE(Made(*images, orders[0]), nullptr);
+}
+
+TEST_F(ImagesOfSeveralTest, OneThatIsLargerThanAllMayBeIsNotKept) {
+    const auto images = Open(1000);
+    EXPECT_EQ(Made(*images, orders[0]), nullptr);
+    EXPECT_EQ(Files(), 0U);
+    EXPECT_EQ(log.size(), 1U);
+    EXPECT_EQ(Made(*images, orders[0]), nullptr); // known now, and not made once more
+    EXPECT_EQ(log.size(), 1U);
+}
+
 TEST(TidyImagesTest, ThoseUsedLongestAgoGo) {
     const TestFolder folder;
     std::filesystem::create_directory(folder.path("images"));

@@ -71,14 +71,16 @@ std::string ScanDatabase::Value(bool unreadable) {
 
 void ScanDatabase::Fill(int rows, bool unreadable) {
     const auto below = [&](int count) { return std::to_string(random_() % static_cast<unsigned>(count) + 1); };
+    // now and then a number below zero, which nothing forbids
+    const auto around = [&](int count) { return (random_() % 12 == 0 ? "-" : "") + below(count); };
     const auto data = folder_.Make("data.mdb");
     data->Execute("CREATE TABLE Data (RowNId COUNTER PRIMARY KEY, TimePeriodNId LONG, IUSNId LONG, AreaNId LONG, "
                   "SourceNId LONG, FootnoteNId LONG, Datavalue TEXT(60))");
     data->Begin();
     for (int row = 0; row < rows; ++row)
         data->Execute("INSERT INTO Data (TimePeriodNId, IUSNId, AreaNId, SourceNId, FootnoteNId, Datavalue) VALUES (" +
-                      below(9) + ", " + (random_() % 50 == 0 ? "Null" : below(8)) + ", " + below(12) + ", " + below(3) +
-                      ", " + (random_() % 9 == 0 ? below(4) : "0") + ", " + Value(unreadable) + ")");
+                      below(9) + ", " + (random_() % 50 == 0 ? "Null" : around(8)) + ", " + around(12) + ", " +
+                      around(3) + ", " + (random_() % 9 == 0 ? below(4) : "0") + ", " + Value(unreadable) + ")");
     data->Commit();
     const auto working = folder_.MakeWorking("working.mdb");
     working->CreateLink("Data", dataFile(), "secret", "Data");
@@ -87,11 +89,11 @@ void ScanDatabase::Fill(int rows, bool unreadable) {
     // most of the databases have each key once and in one spelling, as the program does; others run the plain way
     const bool tidy = random_() % 4 != 0;
     for (int row = 0; row < 14; ++row)
-        working->Execute(
-            "INSERT INTO Sel VALUES (" +
-            (tidy ? std::to_string(row % 8 + 1) + ", " + std::to_string(row / 8 + 1) : below(9) + ", " + below(3)) +
-            ", 'Indicator " + below(4) + "', '" + (tidy || random_() % 2 == 0 ? "u" : "U") + below(2) + "', " +
-            (random_() % 4 == 0 ? "True" : "False") + ", " + std::to_string(row) + ")");
+        working->Execute("INSERT INTO Sel VALUES (" +
+                         (tidy ? std::to_string(row % 8 + 1) + ", " + std::to_string(row < 8 ? 1 : row < 12 ? 2 : -1)
+                               : around(9) + ", " + around(3)) +
+                         ", 'Indicator " + below(4) + "', '" + (tidy || random_() % 2 == 0 ? "u" : "U") + below(2) +
+                         "', " + (random_() % 4 == 0 ? "True" : "False") + ", " + std::to_string(row) + ")");
     working->Execute("INSERT INTO Kinds VALUES ('u1', 1)");
     working->Execute("INSERT INTO Kinds VALUES ('U2', 2)");
     // some of these come twice
