@@ -69,7 +69,10 @@ class RankSort final {
         for (std::uint32_t& each : starts)
             each = std::exchange(start, start + each);
         std::vector<std::uint32_t> sorted(rows_.size());
-        ranked([&](std::uint32_t row, std::uint32_t rank) { sorted[starts[rank]++] = row; });
+        ranked([&](std::uint32_t row, std::uint32_t rank) {
+            const std::uint32_t place = starts[rank]++;
+            if (place < sorted.size()) sorted[place] = row; // else the file was cut since the ranks were counted
+        });
         rows_.swap(sorted);
     }
 
@@ -146,7 +149,7 @@ class RowOrder final {
         sort_.Sort(greatest, order.descending, [&](ScanBlock& block) {
             FindSideKeys(image_, plan_.sides[side], classes, block, *keys);
             for (std::size_t i = 0; i < block.count; ++i)
-                block.places[i] = ranks[static_cast<std::size_t>(classes.classOf[(*keys)[i]])];
+                block.places[i] = ranks[static_cast<std::size_t>(std::max(classes.classOf[(*keys)[i]], 0))];
         });
     }
 
@@ -220,7 +223,7 @@ std::uint32_t ClassOfRow(const ColumnImage& image, const ScanSide& side, const S
         WithCodes(column, [&](const auto& codeOf) { combination = combination * column.numbers.size() + codeOf(row); });
     }
     const std::size_t keys = classes.met ? classes.met->find(combination) : combination;
-    return static_cast<std::uint32_t>(classes.classOf[keys]);
+    return static_cast<std::uint32_t>(std::max(classes.classOf[keys], 0)); // below 0 in a file that was just cut
 }
 
 } // namespace jet

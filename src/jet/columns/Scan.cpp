@@ -3,6 +3,7 @@
 #include "jet/columns/RowOrder.h"
 #include "jet/columns/ScanFigures.h"
 #include "jet/columns/ScanFilter.h"
+#include "jet/columns/ScanFunctions.h"
 #include "jet/columns/ScanPlaces.h"
 #include "jet/values/Error.h"
 
@@ -23,6 +24,11 @@ constexpr std::size_t kRowsAGroup = 4;
 
 /// Each piece that is looked at stands so many further on than the one before.
 constexpr std::size_t kFarApart = 633;
+
+/// Of a file that was cut zeros are read, which are no rows of the table.
+void CheckIntact(const ColumnImage& image) {
+    if (!image.isIntact()) throw Error(ErrorNumber::ColumnsUnfit, std::string(kStaleImage));
+}
 
 /// How far the threads of a scan are, and whether they are to stop.
 class Progress final {
@@ -131,9 +137,7 @@ class Scanner final {
     /// Calls `use` with each block of rows that pass.
     template <class Use> void Walk(std::size_t from, std::size_t to, const Use& use) {
         for (std::size_t at = from; at < to; at += kBlockRows) {
-            // a cut file must not be read beyond its end
-            if (at % (64 * kBlockRows) == 0 && !image_.isIntact())
-                throw Error(ErrorNumber::ColumnsUnfit, "The column image was changed.");
+            if (at % (64 * kBlockRows) == 0) CheckIntact(image_);
             progress_.Check(all_ - left_, all_);
             FillBlock(at, std::min(at + kBlockRows, to));
             left_ -= std::min(kBlockRows, to - at);
@@ -241,13 +245,16 @@ std::shared_ptr<const ScanGroups> ScanRows(const ColumnImage& image, const ScanP
                                            WorkWatch& watch, ScanThreads threads) {
     Progress progress(watch);
     const auto scanner = std::make_unique<Scanner>(image, plan, input, progress);
-    if (scanner->MeetsAllSoon()) return scanner->Finish();
-    const bool shared = threads == ScanThreads::Two || (threads == ScanThreads::AsPays && scanner->paysToShare());
-    if (shared && scanner->canBeShared())
-        RunTogether(*scanner, image, plan, input, progress);
-    else
-        scanner->Run(0, image.rows());
-    return scanner->Finish();
+    if (!scanner->MeetsAllSoon()) {
+        const bool shared = threads == ScanThreads::Two || (threads == ScanThreads::AsPays && scanner->paysToShare());
+        if (shared && scanner->canBeShared())
+            RunTogether(*scanner, image, plan, input, progress);
+        else
+            scanner->Run(0, image.rows());
+    }
+    auto groups = scanner->Finish();
+    CheckIntact(image); // what was read since the last look
+    return groups;
 }
 
 } // namespace jet

@@ -94,7 +94,7 @@ void ScanPlaces::FindKeys(const ScanBlock& block, const std::vector<SideKeys>& s
         const std::uint64_t size = sizes_[columns_.size() + s];
         if (size == 1) continue;
         for (std::size_t i = 0; i < block.count; ++i)
-            keys[i] = keys[i] * size + static_cast<std::uint32_t>(classOf[sides[s][i]]);
+            keys[i] = keys[i] * size + static_cast<std::uint32_t>(std::max(classOf[sides[s][i]], 0)); // in a cut file
     }
 }
 

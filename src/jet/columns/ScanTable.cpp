@@ -334,12 +334,12 @@ int Filter(sqlite3_vtab_cursor* base, int order, const char*, int count, sqlite3
     }
 }
 
-// Rows that are given one by one over a long time are read from the file, which must be as it was.
+// What is given is read from the file row by row, perhaps over a long time: it must be as it was.
 int Next(sqlite3_vtab_cursor* base) {
-    constexpr std::size_t kRowsBetweenLooks = 16;
     auto& cursor = *static_cast<Cursor*>(base);
-    if (++cursor.at % kRowsBetweenLooks != 0 || !cursor.plan->byRow || cursor.image->isIntact()) return SQLITE_OK;
-    return Fail(cursor.pVtab, Error(ErrorNumber::EngineError, "The column image was changed while it was read."));
+    ++cursor.at;
+    if (cursor.image->isIntact()) return SQLITE_OK;
+    return Fail(cursor.pVtab, Error(ErrorNumber::ColumnsUnfit, "The column image was changed while it was read."));
 }
 
 int AtEnd(sqlite3_vtab_cursor* base) {

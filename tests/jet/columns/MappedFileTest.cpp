@@ -95,7 +95,10 @@ const std::string kStatements[] = {
     "SELECT A.AreaName, T.TimePeriod, First(D.Datavalue) FROM Data AS D INNER JOIN (SelArea AS A INNER JOIN SelTime AS "
     "T ON A.AreaLevel < 9 OR T.TimePeriodNId > 0) ON (D.AreaNId = A.AreaNId) AND (D.TimePeriodNId = T.TimePeriodNId) "
     "GROUP BY A.AreaName, T.TimePeriod",
-    kOrdered};
+    kOrdered,
+    "SELECT D.RowNId, D.AreaNId, D.Datavalue, A.AreaName FROM Data AS D INNER JOIN SelArea AS A ON D.AreaNId = "
+    "A.AreaNId "
+    "ORDER BY A.AreaName DESC, D.Datavalue"};
 
 struct Damage {
     const char* what;
@@ -126,25 +129,28 @@ void EachDamage(const std::function<void(ScanDatabase&, const std::string&, cons
         }
 }
 
-TEST(ColumnsUnderWayTest, DISABLED_AnImageThatChangesWhileItIsScannedCountsForNothing) {
+TEST(ColumnsUnderWayTest, AnImageThatChangesWhileItIsScannedCountsForNothing) {
     EachDamage([](ScanDatabase& database, const std::string& sql, const Damage& damage) {
-        const std::string image = database.imageFile();
-        int asked = 0;
-        database.withImages().Watch(
-            [&](std::optional<int>) {
-                if (++asked == 2) damage.work(image);
-                return true;
-            },
-            std::chrono::milliseconds(0));
-        const auto found = ScanDatabase::Outcome(database.withImages(), sql);
-        database.withImages().Watch({});
-        ASSERT_GE(asked, 2);
-        EXPECT_EQ(ScanDatabase::Difference(found, ScanDatabase::Outcome(database.plain(), sql)), "");
+        const auto right = ScanDatabase::Outcome(database.plain(), sql);
+        for (const int question : {2, 5, 8}) {
+            database.OpenImages(database.imageFolder()); // nothing that was scanned before is kept
+            ASSERT_TRUE(database.Scans(sql));
+            const std::string image = database.imageFile();
+            int asked = 0;
+            database.withImages().Watch(
+                [&](std::optional<int>) {
+                    if (++asked == question) damage.work(image);
+                    return true;
+                },
+                std::chrono::milliseconds(0));
+            EXPECT_EQ(ScanDatabase::Difference(ScanDatabase::Outcome(database.withImages(), sql), right), "");
+            database.withImages().Watch({});
+        }
     });
 }
 
 /// Rows that have been given can't be taken back: the next one is an error then.
-TEST(ColumnsUnderWayTest, DISABLED_AnImageThatChangesBetweenTwoRowsEndsTheResult) {
+TEST(ColumnsUnderWayTest, AnImageThatChangesBetweenTwoRowsEndsTheResult) {
     EachDamage([](ScanDatabase& database, const std::string& sql, const Damage& damage) {
         Recordset rows = database.withImages().OpenRecordset(sql, CursorType::ForwardOnly);
         Recordset right = database.withImages().OpenRecordset(sql);
