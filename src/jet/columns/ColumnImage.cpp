@@ -42,14 +42,20 @@ class Sections {
     std::size_t bytes_;
 };
 
-template <class Code> std::size_t GreatestCode(const unsigned char* codes, std::size_t rows) {
-    Code greatest = 0;
-    for (std::size_t row = 0; row < rows; ++row) {
-        Code code = 0;
-        std::memcpy(&code, codes + row * sizeof(Code), sizeof(Code));
-        greatest = std::max(greatest, code);
+template <class Code> std::vector<CodeBounds> BoundsOf(const unsigned char* codes, std::size_t rows) {
+    std::vector<CodeBounds> bounds;
+    for (std::size_t from = 0; from < rows; from += kBlockRows) {
+        Code least = std::numeric_limits<Code>::max();
+        Code greatest = 0;
+        for (std::size_t row = from; row < std::min(from + kBlockRows, rows); ++row) {
+            Code code = 0;
+            std::memcpy(&code, codes + row * sizeof(Code), sizeof(Code));
+            least = std::min(least, code);
+            greatest = std::max(greatest, code);
+        }
+        bounds.push_back({least, greatest});
     }
-    return greatest;
+    return bounds;
 }
 
 void ReadCoded(ImageColumn& column, const image::Entry& entry, const Sections& sections, std::size_t rows) {
@@ -57,10 +63,11 @@ void ReadCoded(ImageColumn& column, const image::Entry& entry, const Sections& s
     column.counts = sections.exactly<std::uint32_t>(entry.counts, column.numbers.size());
     if (column.width != 1 && column.width != 2 && column.width != 4) Refuse("has codes of an unknown width");
     column.codes = sections.exactly<unsigned char>(entry.codes, rows * column.width).data();
-    const std::size_t greatest = column.width == 1   ? GreatestCode<std::uint8_t>(column.codes, rows)
-                                 : column.width == 2 ? GreatestCode<std::uint16_t>(column.codes, rows)
-                                                     : GreatestCode<std::uint32_t>(column.codes, rows);
-    if (greatest >= column.numbers.size()) Refuse("has a code without a number");
+    column.blocks = column.width == 1   ? BoundsOf<std::uint8_t>(column.codes, rows)
+                    : column.width == 2 ? BoundsOf<std::uint16_t>(column.codes, rows)
+                                        : BoundsOf<std::uint32_t>(column.codes, rows);
+    for (const CodeBounds& block : column.blocks)
+        if (block.greatest >= column.numbers.size()) Refuse("has a code without a number");
 }
 
 void ReadValues(ImageColumn& column, const image::Entry& entry, const Sections& sections, std::size_t rows) {

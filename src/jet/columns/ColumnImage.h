@@ -26,6 +26,15 @@ enum class ColumnForm : std::uint8_t {
 /// What a text of a column of values is; from FixedPoint on it is a number written with so many decimals.
 enum class ValueKind : std::uint8_t { Null, Unreadable, OtherForm, FixedPoint = 16 };
 
+/// Rows are gone through in blocks of so many.
+inline constexpr std::size_t kBlockRows = 4096;
+
+/// The codes of the rows of a block lie between these.
+struct CodeBounds {
+    std::uint32_t least = 0;
+    std::uint32_t greatest = 0;
+};
+
 struct ImageColumn {
     std::string name;
     ColumnForm form = ColumnForm::Coded;
@@ -35,6 +44,7 @@ struct ImageColumn {
     std::span<const std::int64_t> numbers;   ///< what each code stands for, ascending behind the Null
     std::span<const std::uint32_t> counts;   ///< rows that have each code
     const unsigned char* codes = nullptr;    ///< `width` bytes a row
+    std::vector<CodeBounds> blocks;          ///< by block, where there are codes
     std::span<const std::int64_t> plain;     ///< one a row
     std::span<const double> values;          ///< one a row; 0 where the text is no number
     std::span<const std::uint8_t> kinds;     ///< one a row
@@ -70,6 +80,8 @@ class ColumnImage final {
     /// False when somebody has cut or changed the file since it was opened. What was read from it since the last time
     /// counts for nothing then; to read it is safe still where it was cut.
     [[nodiscard]] bool isIntact() const { return file_.isIntact(); }
+    /// True when it was read where it had been cut. Costs nothing, and doesn't see other changes.
+    [[nodiscard]] bool wasCut() const { return file_.wasCut(); }
 
     /// The text of a value, which is not Null.
     [[nodiscard]] std::string_view TextOf(const ImageColumn& column, std::size_t row, std::string& room) const;

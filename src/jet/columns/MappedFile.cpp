@@ -118,9 +118,13 @@ MappedFile::~MappedFile() {
     ::close(file_);
 }
 
+bool MappedFile::wasCut() const {
+    return guards[guard_].cut;
+}
+
 bool MappedFile::isIntact() const {
     struct stat found {};
-    return !guards[guard_].cut && ::fstat(file_, &found) == 0 && static_cast<std::size_t>(found.st_size) == bytes_ &&
+    return !wasCut() && ::fstat(file_, &found) == 0 && static_cast<std::size_t>(found.st_size) == bytes_ &&
            TimeOf(found) == written_;
 }
 

@@ -20,6 +20,8 @@ class MappedFile final {
     [[nodiscard]] std::size_t bytes() const { return bytes_; }
     /// False when somebody has cut or changed the file since it was mapped: what was read from it counts for nothing.
     [[nodiscard]] bool isIntact() const;
+    /// True when it was read beyond its new end. Other changes aren't seen, and no system call is made.
+    [[nodiscard]] bool wasCut() const;
 
   private:
     int file_ = -1;

@@ -76,8 +76,10 @@ class Scanner final {
     /// Several threads pay when there is much to read, and the groups of each are soon put together.
     [[nodiscard]] bool paysToShare() const {
         constexpr std::size_t kManyRows = 1'000'000;
-        constexpr std::size_t kManyPlaces = 200'000;
-        return places_.count() <= kManyPlaces && image_.rows() >= kManyRows && std::thread::hardware_concurrency() > 1;
+        constexpr std::size_t kFewPlaces = 200'000;
+        constexpr std::size_t kRowsAPlace = 16;
+        const bool few = places_.count() <= std::max(kFewPlaces, image_.rows() / kRowsAPlace);
+        return few && image_.rows() >= kManyRows && std::thread::hardware_concurrency() > 1;
     }
 
     /// `from` and `to` are multiples of the rows of a block, or the end.
@@ -139,6 +141,10 @@ class Scanner final {
         for (std::size_t at = from; at < to; at += kBlockRows) {
             if (at % (64 * kBlockRows) == 0) CheckIntact(image_);
             progress_.Check(all_ - left_, all_);
+            if (!filter_.MayPass(at / kBlockRows)) {
+                left_ -= std::min(kBlockRows, to - at);
+                continue;
+            }
             FillBlock(at, std::min(at + kBlockRows, to));
             left_ -= std::min(kBlockRows, to - at);
             if (block_.count > 0) use();

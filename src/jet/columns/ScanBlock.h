@@ -9,7 +9,6 @@
 
 namespace jet {
 
-inline constexpr std::size_t kBlockRows = 4096;
 /// Place of a row that belongs to no group.
 inline constexpr std::uint32_t kNoPlace = 0xFFFFFFFF;
 

@@ -46,7 +46,23 @@ ScanFilter::ScanFilter(const ColumnImage& image, const ScanPlan& plan, const Sca
 }
 
 void ScanFilter::AddCodeTest(const ImageColumn& column, std::vector<std::uint8_t> passes) {
-    if (std::ranges::find(passes, 0) != passes.end()) codes_.push_back({&column, std::move(passes)});
+    if (std::ranges::find(passes, 0) == passes.end()) return;
+    AddBlockTest(column, passes);
+    codes_.push_back({&column, std::move(passes)});
+}
+
+void ScanFilter::AddBlockTest(const ImageColumn& column, const std::vector<std::uint8_t>& passes) {
+    BlockTest test{&column, {0}};
+    for (const std::uint8_t pass : passes)
+        test.before.push_back(test.before.back() + (pass != 0 ? 1 : 0));
+    blocks_.push_back(std::move(test));
+}
+
+bool ScanFilter::MayPass(std::size_t block) const {
+    return std::ranges::all_of(blocks_, [block](const BlockTest& test) {
+        const CodeBounds& bounds = test.column->blocks[block];
+        return test.before[bounds.greatest + 1] > test.before[bounds.least];
+    });
 }
 
 void ScanFilter::AddSideTest(std::size_t side) {
@@ -54,7 +70,12 @@ void ScanFilter::AddSideTest(std::size_t side) {
     const auto passes = [](std::int32_t found) { return found >= 0; };
     if (std::ranges::all_of(classOf, passes)) return;
     const std::vector<std::size_t>& columns = plan_.sides[side].columns;
-    if (columns.size() > 1) return sides_.push_back(side);
+    if (columns.size() > 1) {
+        const auto codes = CodesThatPass(image_, plan_.sides[side], input_.sides[side]);
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            AddBlockTest(image_.columns()[columns[i]], codes[i]);
+        return sides_.push_back(side);
+    }
     std::vector<std::uint8_t> codes(classOf.size());
     std::ranges::transform(classOf, codes.begin(), passes);
     AddCodeTest(image_.columns()[columns.front()], std::move(codes));

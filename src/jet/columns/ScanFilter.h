@@ -16,6 +16,8 @@ class ScanFilter final {
     ScanFilter(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input);
 
     void Apply(ScanBlock& block) const;
+    /// False when no row of a block of the image can pass.
+    [[nodiscard]] bool MayPass(std::size_t block) const;
 
   private:
     /// A column of which only some codes pass.
@@ -23,6 +25,12 @@ class ScanFilter final {
         const ImageColumn* column = nullptr;
         std::vector<std::uint8_t> passes;
     };
+    /// How many of the codes below each one pass.
+    struct BlockTest {
+        const ImageColumn* column = nullptr;
+        std::vector<std::uint32_t> before;
+    };
+    void AddBlockTest(const ImageColumn& column, const std::vector<std::uint8_t>& passes);
     void AddCodeTest(const ImageColumn& column, std::vector<std::uint8_t> passes);
     void AddListTest(const ScanListTest& test);
     void AddSideTest(std::size_t side);
@@ -34,6 +42,7 @@ class ScanFilter final {
     const ScanInput& input_;
     const ImageColumn& value_;
     std::vector<CodeTest> codes_;
+    std::vector<BlockTest> blocks_;
     std::vector<std::size_t> sides_; ///< those that are met by several numbers at a time
     struct NumberTest {
         const ImageColumn* column = nullptr;

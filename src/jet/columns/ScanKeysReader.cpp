@@ -1,6 +1,7 @@
 #include "jet/columns/ScanKeysReader.h"
 
 #include "jet/columns/RankedValues.h"
+#include "jet/columns/SideKeys.h"
 #include "jet/functions/FunctionSupport.h"
 
 #include <algorithm>
@@ -155,16 +156,9 @@ std::uint64_t RowsOf(const ImageColumn& column, const std::vector<std::uint8_t>&
 
 std::uint64_t RowsOf(const ColumnImage& image, const ScanSide& side, const SideClasses& classes) {
     std::uint64_t least = image.rows();
-    std::uint64_t after = 1; // combinations of the columns behind
-    for (std::size_t i = side.columns.size(); i-- > 0;) {
-        const ImageColumn& column = image.columns()[side.columns[i]];
-        std::vector<std::uint8_t> passes(column.numbers.size());
-        for (std::size_t keys = 0; keys < classes.classOf.size(); ++keys)
-            if (classes.classOf[keys] >= 0)
-                passes[(classes.met ? classes.met->keys()[keys] : keys) / after % passes.size()] = 1;
-        least = std::min(least, RowsOf(column, passes));
-        after *= passes.size();
-    }
+    const auto codes = CodesThatPass(image, side, classes);
+    for (std::size_t i = 0; i < codes.size(); ++i)
+        least = std::min(least, RowsOf(image.columns()[side.columns[i]], codes[i]));
     return least;
 }
 

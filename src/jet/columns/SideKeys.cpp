@@ -30,4 +30,19 @@ void FindSideKeys(const ColumnImage& image, const ScanSide& side, const SideClas
         keys[i] = std::min(classes.met->find(combinations[i]), others);
 }
 
+std::vector<std::vector<std::uint8_t>> CodesThatPass(const ColumnImage& image, const ScanSide& side,
+                                                     const SideClasses& classes) {
+    std::vector<std::vector<std::uint8_t>> codes(side.columns.size());
+    std::uint64_t after = 1; // combinations of the columns behind
+    for (std::size_t i = side.columns.size(); i-- > 0;) {
+        const std::size_t size = image.columns()[side.columns[i]].numbers.size();
+        codes[i].resize(size);
+        for (std::size_t keys = 0; keys < classes.classOf.size(); ++keys)
+            if (classes.classOf[keys] >= 0)
+                codes[i][(classes.met ? classes.met->keys()[keys] : keys) / after % size] = 1;
+        after *= size;
+    }
+    return codes;
+}
+
 } // namespace jet

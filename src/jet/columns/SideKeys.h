@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 namespace jet {
 
@@ -14,5 +15,9 @@ namespace jet {
 using SideKeys = std::array<std::uint32_t, kBlockRows>;
 void FindSideKeys(const ColumnImage& image, const ScanSide& side, const SideClasses& classes, const ScanBlock& block,
                   SideKeys& keys);
+
+/// Of each column of a side, which codes occur in the combinations that pass.
+[[nodiscard]] std::vector<std::vector<std::uint8_t>> CodesThatPass(const ColumnImage& image, const ScanSide& side,
+                                                                   const SideClasses& classes);
 
 } // namespace jet

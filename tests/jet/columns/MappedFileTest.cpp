@@ -149,23 +149,29 @@ TEST(ColumnsUnderWayTest, AnImageThatChangesWhileItIsScannedCountsForNothing) {
     });
 }
 
-/// Rows that have been given can't be taken back: the next one is an error then.
+/// Rows that have been given can't be taken back: one of the next sixteen is an error then.
 TEST(ColumnsUnderWayTest, AnImageThatChangesBetweenTwoRowsEndsTheResult) {
     EachDamage([](ScanDatabase& database, const std::string& sql, const Damage& damage) {
         Recordset rows = database.withImages().OpenRecordset(sql, CursorType::ForwardOnly);
         Recordset right = database.withImages().OpenRecordset(sql);
+        int wrong = 0;
         const auto compare = [&] {
+            bool same = true;
             for (std::size_t i = 0; i < rows.FieldCount(); ++i)
-                EXPECT_EQ(rows.Get(i), right.Get(i));
+                same = same && rows.Get(i) == right.Get(i);
+            wrong += same ? 0 : 1;
             rows.MoveNext();
             right.MoveNext();
         };
         compare();
+        EXPECT_EQ(wrong, 0);
         damage.work(database.imageFile());
         const auto failure = FailureOf([&] {
             while (!rows.atEnd())
                 compare();
         });
+        EXPECT_LE(wrong, 16);
+        EXPECT_TRUE(wrong == 0 || failure);
         EXPECT_EQ(failure.value_or(ErrorNumber::EngineError), ErrorNumber::EngineError);
     });
 }

@@ -90,7 +90,10 @@ void ScanDatabase::Fill(int rows, bool unreadable) {
     const bool tidy = random_() % 4 != 0;
     for (int row = 0; row < 14; ++row)
         working->Execute("INSERT INTO Sel VALUES (" +
-                         (tidy ? std::to_string(row % 8 + 1) + ", " + std::to_string(row < 8 ? 1 : row < 12 ? 2 : -1)
+                         (tidy ? std::to_string(row % 8 + 1) + ", " +
+                                     std::to_string(row < 8    ? 1
+                                                    : row < 12 ? 2
+                                                               : -1)
                                : around(9) + ", " + around(3)) +
                          ", 'Indicator " + below(4) + "', '" + (tidy || random_() % 2 == 0 ? "u" : "U") + below(2) +
                          "', " + (random_() % 4 == 0 ? "True" : "False") + ", " + std::to_string(row) + ")");
