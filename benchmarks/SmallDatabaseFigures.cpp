@@ -80,7 +80,7 @@ void ReadRows(jet::Connection& connection, const QString& sql, int most) {
 double PercentOfPlain(const Work& work, const std::string& working) {
     constexpr int kFewestRounds = 4;
     constexpr int kMostRounds = 200;
-    constexpr double kLongest = 4000;  // milliseconds in all, after which the fewest rounds are enough
+    constexpr double kLongest = 4000; // milliseconds in all, after which the fewest rounds are enough
     constexpr double kLongEnough = 8; // milliseconds
     const auto open = [&] { return jet::Connection::Open(working, DatabasePassword(), jet::Use::Working); };
     const auto with = open();

@@ -39,7 +39,7 @@ struct ResultRows final : OpenResult {
     std::weak_ptr<Engine> origin;   ///< to run the query again
     ReadyQuery query;
     ColumnStore store;
-    bool begun = false; ///< the first row, or all of them, could be read
+    bool begun = false;  ///< the first row, or all of them, could be read
     bool direct = false; ///< rows are read from the statement itself, none is stored
     bool anyRow = false;
     std::optional<Error>

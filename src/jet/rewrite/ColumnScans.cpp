@@ -3,6 +3,7 @@
 #include "jet/rewrite/ClassScan.h"
 #include "jet/rewrite/JoinedScan.h"
 #include "jet/rewrite/RowScan.h"
+#include "jet/rewrite/ScanShape.h"
 
 #include <algorithm>
 
@@ -10,7 +11,28 @@ namespace jet {
 
 using namespace tree;
 
+namespace {
+
+/// True when a table of values among them has an image. Most databases are small and have none: nothing else of their
+/// statements is looked at then.
+bool HasImage(const TableReference& reference, const Catalogue& catalogue) {
+    if (const auto* join = std::get_if<Join>(&reference.node))
+        return HasImage(*join->left, catalogue) || HasImage(*join->right, catalogue);
+    const auto* named = std::get_if<NamedTable>(&reference.node);
+    const TableInfo* info = named != nullptr ? catalogue.find(named->name) : nullptr;
+    return info != nullptr && HoldsValues(*info) && catalogue.image(*info) != nullptr;
+}
+
+bool HasImage(const Query& query, const Catalogue& catalogue) {
+    return std::ranges::any_of(query.arms, [&](const Select& arm) {
+        return std::ranges::any_of(arm.from, [&](const auto& each) { return HasImage(*each, catalogue); });
+    });
+}
+
+} // namespace
+
 bool ScanColumns(Query& query, const Catalogue& catalogue) {
+    if (!HasImage(query, catalogue)) return false;
     static const std::vector<OrderItem> noOrder;
     // a part of such a union gives its rows before the next one is begun, and could not be begun again
     if (std::ranges::find(query.keepAll, true) != query.keepAll.end()) return false;
@@ -24,7 +46,8 @@ bool ScanColumns(Query& query, const Catalogue& catalogue) {
 }
 
 bool ScanColumns(Transform& transform, const Catalogue& catalogue) {
-    return transform.query.arms.size() == 1 && ScanClasses(transform, catalogue);
+    return transform.query.arms.size() == 1 && HasImage(transform.query, catalogue) &&
+           ScanClasses(transform, catalogue);
 }
 
 } // namespace jet

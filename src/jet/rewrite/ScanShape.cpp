@@ -85,19 +85,20 @@ std::optional<ScanFigureKind> FigureOfValues(std::string_view function) {
     return std::nullopt;
 }
 
+bool HoldsValues(const TableInfo& table) {
+    return std::ranges::any_of(table.columns, [](const ColumnInfo& column) {
+        return KindOfColumn(column.name, column.type) == CompareKind::ValueText;
+    });
+}
+
 // --- Fields ---
 
 bool ScanShape::FindLarge() {
-    const auto holdsValues = [](const JoinedTable& table) {
-        return std::ranges::any_of(table.info->columns, [](const ColumnInfo& column) {
-            return KindOfColumn(column.name, column.type) == CompareKind::ValueText;
-        });
-    };
+    const auto holdsValues = [](const JoinedTable& table) { return HoldsValues(*table.info); };
     const auto found = std::ranges::find_if(tables_, holdsValues);
     if (found == tables_.end() || std::count_if(tables_.begin(), tables_.end(), holdsValues) != 1) return false;
     large_ = static_cast<std::size_t>(found - tables_.begin());
-    image_ =
-        catalogue_.image(*found->info); // asked first: most databases are small, and nothing else is looked at then
+    image_ = catalogue_.image(*found->info);
     return image_ != nullptr;
 }
 

@@ -97,6 +97,8 @@ class ScanShape : protected JoinedTables {
     bool blanksCount_ = true; ///< no condition takes blank values for none
 };
 
+/// True for tables with a column of values.
+[[nodiscard]] bool HoldsValues(const TableInfo& table);
 /// The aggregate that an expression calls; nullptr for anything else.
 [[nodiscard]] const FunctionInfo* AggregateOf(const tree::Expression& expression);
 [[nodiscard]] bool IsWhole(ColumnType type);
