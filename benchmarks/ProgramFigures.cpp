@@ -3,6 +3,7 @@
 #include "controls/DataTable.h"
 #include "dataview/DataOptionStrip.h"
 #include "dataview/FilterCounter.h"
+#include "dataview/GridQuery.h"
 #include "dataview/frmData.h"
 #include "session/Messages.h"
 #include "session/Query.h"
@@ -95,6 +96,7 @@ void AskMuch(frmData& screen) {
     screen.ShowThisDataOption(DataOptionStrip::Stats);
     screen.SetFilters({.MostRecentOn = true});
     screen.SetFilters({});
+    screen.SortByColumn(ColDatavalue, false);
     FilterCounter counter;
     counter.Start();
     (void)counter.RowsLeft({.MissingDataOn = true});

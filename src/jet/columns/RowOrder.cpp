@@ -18,65 +18,86 @@ class RankSort final {
   public:
     RankSort(std::vector<std::uint32_t>& rows, WorkWatch& watch) : rows_(rows), watch_(watch) {}
 
-    /// `rankOf` puts the ranks of a block of rows into its places.
+    /// `rankOf` puts the ranks of a block of rows, of which `greatest` is the last, into its places.
     template <class RankOf> void Sort(std::uint32_t greatest, bool descending, const RankOf& rankOf) {
-        constexpr std::uint32_t kFewRanks = 1U << 16U;
-        const auto ranked = [&](const auto& use) {
-            EachRank(rankOf,
+        if (greatest > kHalf) return SortHalves(descending, rankOf, [](std::size_t, std::size_t) {});
+        SortFew(greatest, [&](const auto& use) {
+            EachRank(rankOf, 0, rows_.size(),
                      [&](std::uint32_t row, std::uint32_t rank) { use(row, descending ? greatest - rank : rank); });
-        };
-        if (greatest < kFewRanks) return SortFew(greatest, ranked);
-        pairs_.clear();
-        pairs_.reserve(rows_.size());
-        ranked([&](std::uint32_t row, std::uint64_t rank) { pairs_.push_back(rank << 32U | row); });
-        for (unsigned shift = 0; shift < 32 && greatest >> shift != 0; shift += kDigitBits)
-            SortDigit(32 + shift);
-        for (std::size_t i = 0; i < rows_.size(); ++i)
-            rows_[i] = static_cast<std::uint32_t>(pairs_[i]);
+        });
     }
 
-    /// Calls `use` with the bounds of each run of rows that had the same rank in the last sort.
-    template <class Use> void EachRun(const Use& use) {
-        for (std::size_t from = 0; from < pairs_.size();) {
-            std::size_t to = from + 1;
-            while (to < pairs_.size() && pairs_[to] >> 32U == pairs_[from] >> 32U)
-                ++to;
-            if (to - from > 1) use(from, to);
+    /// By the upper half of the bits first, and then those that are equal in it by the lower one, so that little memory
+    /// is taken beside the rows. Calls `tie` with the bounds of each run of rows that have the same rank.
+    template <class RankOf, class Tie> void SortHalves(bool descending, const RankOf& rankOf, const Tie& tie) {
+        const auto ranked = [&](std::size_t from, std::size_t to, const auto& use) {
+            EachRank(rankOf, from, to,
+                     [&](std::uint32_t row, std::uint32_t rank) { use(row, descending ? ~rank : rank); });
+        };
+        const std::vector<std::uint32_t> ends = SortFew(kHalf, [&](const auto& use) {
+            ranked(0, rows_.size(), [&](std::uint32_t row, std::uint32_t rank) { use(row, rank >> kHalfBits); });
+        });
+        std::size_t from = 0;
+        for (const std::uint32_t end : ends) {
+            const std::size_t to = std::min<std::size_t>(end, rows_.size());
+            if (to > from + 1) {
+                pairs_.clear();
+                ranked(from, to,
+                       [&](std::uint32_t row, std::uint64_t rank) { pairs_.push_back((rank & kHalf) << 32U | row); });
+                SortPairs();
+                std::ranges::transform(pairs_, rows_.begin() + static_cast<std::ptrdiff_t>(from),
+                                       [](std::uint64_t pair) { return static_cast<std::uint32_t>(pair); });
+                EachTie(from, tie);
+            }
             from = to;
         }
     }
 
   private:
-    static constexpr unsigned kDigitBits = 11;
+    static constexpr unsigned kHalfBits = 16;
+    static constexpr std::uint32_t kHalf = 0xFFFF;
+    static constexpr unsigned kDigitBits = 8;
 
-    template <class RankOf, class Use> void EachRank(const RankOf& rankOf, const Use& use) {
-        const auto block = std::make_unique<ScanBlock>();
-        for (std::size_t from = 0; from < rows_.size(); from += kBlockRows) {
-            block->count = std::min(kBlockRows, rows_.size() - from);
-            std::copy_n(rows_.begin() + static_cast<std::ptrdiff_t>(from), block->count, block->rows.begin());
-            rankOf(*block);
-            for (std::size_t i = 0; i < block->count; ++i)
-                use(block->rows[i], block->places[i]);
+    template <class RankOf, class Use>
+    void EachRank(const RankOf& rankOf, std::size_t from, std::size_t to, const Use& use) {
+        for (; from < to; from += kBlockRows) {
+            block_->count = std::min(kBlockRows, to - from);
+            std::copy_n(rows_.begin() + static_cast<std::ptrdiff_t>(from), block_->count, block_->rows.begin());
+            rankOf(*block_);
+            for (std::size_t i = 0; i < block_->count; ++i)
+                use(block_->rows[i], block_->places[i]);
             watch_.Check();
         }
     }
 
-    /// Counts first how many rows have each rank, and so where they go.
-    template <class Ranked> void SortFew(std::uint32_t greatest, const Ranked& ranked) {
-        std::vector<std::uint32_t> starts(std::size_t{greatest} + 1);
-        ranked([&](std::uint32_t, std::uint32_t rank) { ++starts[rank]; });
+    /// Counts first how many rows have each rank, and so where they go. Gives where those of each rank end.
+    template <class Ranked> std::vector<std::uint32_t> SortFew(std::uint32_t greatest, const Ranked& ranked) {
+        std::vector<std::uint32_t> places(std::size_t{greatest} + 1);
+        ranked([&](std::uint32_t, std::uint32_t rank) { ++places[rank]; });
         std::uint32_t start = 0;
-        for (std::uint32_t& each : starts)
+        for (std::uint32_t& each : places)
             each = std::exchange(start, start + each);
         std::vector<std::uint32_t> sorted(rows_.size());
         ranked([&](std::uint32_t row, std::uint32_t rank) {
-            const std::uint32_t place = starts[rank]++;
+            const std::uint32_t place = places[rank]++;
             if (place < sorted.size()) sorted[place] = row; // else the file was cut since the ranks were counted
         });
         rows_.swap(sorted);
+        return places;
     }
 
-    /// Digit by digit from the last one on.
+    void SortPairs() {
+        constexpr std::size_t kFew = 256;
+        const auto rankOf = [](std::uint64_t pair) { return pair >> 32U; };
+        if (std::ranges::is_sorted(pairs_, {}, rankOf)) return;
+        if (pairs_.size() <= kFew) {
+            std::ranges::stable_sort(pairs_, {}, rankOf);
+            return;
+        }
+        for (unsigned shift = 0; shift < kHalfBits; shift += kDigitBits)
+            SortDigit(32 + shift);
+    }
+
     void SortDigit(unsigned shift) {
         constexpr std::size_t kDigits = std::size_t{1} << kDigitBits;
         const auto digitOf = [shift](std::uint64_t pair) { return pair >> shift & (kDigits - 1); };
@@ -93,9 +114,20 @@ class RankSort final {
         watch_.Check();
     }
 
+    template <class Tie> void EachTie(std::size_t first, const Tie& tie) const {
+        for (std::size_t from = 0; from < pairs_.size();) {
+            std::size_t to = from + 1;
+            while (to < pairs_.size() && pairs_[to] >> 32U == pairs_[from] >> 32U)
+                ++to;
+            if (to - from > 1) tie(first + from, first + to);
+            from = to;
+        }
+    }
+
     std::vector<std::uint32_t>& rows_;
     WorkWatch& watch_;
-    std::vector<std::uint64_t> pairs_; ///< rank and row
+    std::unique_ptr<ScanBlock> block_ = std::make_unique<ScanBlock>();
+    std::vector<std::uint64_t> pairs_; ///< lower half of the rank, and row
     std::vector<std::uint64_t> sorted_;
 };
 
@@ -153,13 +185,13 @@ class RowOrder final {
         });
     }
 
-    // Sorted by the upper half of the bits first; values that are equal in it are compared as a whole.
+    // By the upper half of a number's bits; values that are equal in it are compared as a whole.
     void SortByValue(bool descending) {
-        sort_.Sort(kTextRank, descending, [&](ScanBlock& block) {
+        const auto rankOf = [&](ScanBlock& block) {
             for (std::size_t i = 0; i < block.count; ++i)
                 block.places[i] = RankOf(block.rows[i]);
-        });
-        sort_.EachRun([&](std::size_t from, std::size_t to) {
+        };
+        sort_.SortHalves(descending, rankOf, [&](std::size_t from, std::size_t to) {
             watch_.Check();
             SortRun(from, to, descending);
         });

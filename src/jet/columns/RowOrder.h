@@ -10,9 +10,9 @@
 
 namespace jet {
 
-/// Puts rows of an image into the order of a plan; those that are equal in it keep their order. Takes up to 16
-/// bytes a row while it sorts. Throws Error: ColumnsUnfit when a field can't be ordered; Interrupted when the watch
-/// stops it.
+/// Puts rows of an image into the order of a plan; those that are equal in it keep their order. Takes 4 bytes a
+/// row while it sorts, up to 20 where most values are nearly the same. Throws Error: ColumnsUnfit when a field can't be
+/// ordered; Interrupted when the watch stops it.
 void SortRows(std::vector<std::uint32_t>& rows, const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
               WorkWatch& watch);
 
