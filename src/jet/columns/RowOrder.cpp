@@ -247,15 +247,4 @@ void SortRows(std::vector<std::uint32_t>& rows, const ColumnImage& image, const 
     if (!plan.order.empty()) RowOrder(rows, image, plan, input, watch).Run();
 }
 
-std::uint32_t ClassOfRow(const ColumnImage& image, const ScanSide& side, const SideClasses& classes,
-                         std::uint32_t row) {
-    std::uint64_t combination = 0;
-    for (const std::size_t position : side.columns) {
-        const ImageColumn& column = image.columns()[position];
-        WithCodes(column, [&](const auto& codeOf) { combination = combination * column.numbers.size() + codeOf(row); });
-    }
-    const std::size_t keys = classes.met ? classes.met->find(combination) : combination;
-    return static_cast<std::uint32_t>(std::max(classes.classOf[keys], 0)); // below 0 in a file that was just cut
-}
-
 } // namespace jet

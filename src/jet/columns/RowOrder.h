@@ -16,8 +16,4 @@ namespace jet {
 void SortRows(std::vector<std::uint32_t>& rows, const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
               WorkWatch& watch);
 
-/// The class of one row in a side, which it passes.
-[[nodiscard]] std::uint32_t ClassOfRow(const ColumnImage& image, const ScanSide& side, const SideClasses& classes,
-                                       std::uint32_t row);
-
 } // namespace jet

@@ -1,10 +1,10 @@
 #include "jet/columns/ScanTable.h"
 
-#include "jet/columns/RowOrder.h"
 #include "jet/columns/Scan.h"
 #include "jet/columns/ScanBlock.h"
 #include "jet/columns/ScanFunctions.h"
 #include "jet/columns/ScanKeysReader.h"
+#include "jet/columns/SideKeys.h"
 #include "jet/functions/FunctionSupport.h"
 #include "jet/values/Error.h"
 #include "jet/values/NumberList.h"

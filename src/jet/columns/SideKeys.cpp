@@ -1,5 +1,7 @@
 #include "jet/columns/SideKeys.h"
 
+#include <algorithm>
+
 namespace jet {
 
 namespace {
@@ -28,6 +30,17 @@ void FindSideKeys(const ColumnImage& image, const ScanSide& side, const SideClas
     const auto others = static_cast<std::uint32_t>(classes.met->keys().size());
     for (std::size_t i = 0; i < block.count; ++i)
         keys[i] = std::min(classes.met->find(combinations[i]), others);
+}
+
+std::uint32_t ClassOfRow(const ColumnImage& image, const ScanSide& side, const SideClasses& classes,
+                         std::uint32_t row) {
+    std::uint64_t combination = 0;
+    for (const std::size_t position : side.columns) {
+        const ImageColumn& column = image.columns()[position];
+        WithCodes(column, [&](const auto& codeOf) { combination = combination * column.numbers.size() + codeOf(row); });
+    }
+    const std::size_t keys = classes.met ? classes.met->find(combination) : combination;
+    return static_cast<std::uint32_t>(std::max(classes.classOf[keys], 0)); // below 0 in a file that was just cut
 }
 
 std::vector<std::vector<std::uint8_t>> CodesThatPass(const ColumnImage& image, const ScanSide& side,

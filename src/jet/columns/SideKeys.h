@@ -16,6 +16,9 @@ using SideKeys = std::array<std::uint32_t, kBlockRows>;
 void FindSideKeys(const ColumnImage& image, const ScanSide& side, const SideClasses& classes, const ScanBlock& block,
                   SideKeys& keys);
 
+/// The class of one row in a side, which it passes.
+[[nodiscard]] std::uint32_t ClassOfRow(const ColumnImage& image, const ScanSide& side, const SideClasses& classes,
+                                       std::uint32_t row);
 /// Of each column of a side, which codes occur in the combinations that pass.
 [[nodiscard]] std::vector<std::vector<std::uint8_t>> CodesThatPass(const ColumnImage& image, const ScanSide& side,
                                                                    const SideClasses& classes);
