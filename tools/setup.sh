@@ -8,7 +8,7 @@ packages=(
   libsqlite3-dev sqlite3 libicu-dev libcrypto++-dev libsimpleini-dev libshp-dev mdbtools-dev
   libreoffice-calc libreoffice-impress libreoffice-draw libreoffice-dev
   libgtest-dev libgmock-dev python3-xlrd gnumeric clang-format-14
-  xvfb xauth xdotool fonts-noto-core fonts-liberation
+  xvfb xauth xdotool fonts-noto-core fonts-dejavu-core fonts-liberation
   poppler-utils locales
 )
 
