@@ -3,7 +3,6 @@
 #include "dataview/GridQuery.h"
 #include "session/ErrorSink.h"
 #include "session/Query.h"
-#include "session/Session.h"
 #include "session/Strings.h"
 #include "view/InView.h"
 

@@ -64,8 +64,9 @@ class Progress final {
 /// Goes through some of the rows.
 class Scanner final {
   public:
-    Scanner(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input, Progress& progress)
-        : image_(image), plan_(plan), input_(input), progress_(progress), filter_(image, plan, input),
+    Scanner(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input, const ScanFilter& filter,
+            Progress& progress)
+        : image_(image), plan_(plan), input_(input), progress_(progress), filter_(filter),
           places_(image, plan, input, &progress.watch()), figures_(image, plan, input, *groups_),
           sides_(plan.sides.size()) {
         if (!places_.growing()) figures_.Grow(places_.count());
@@ -216,7 +217,7 @@ class Scanner final {
     std::size_t all_ = 0;  ///< rows to go through
     std::size_t left_ = 0; ///< of these
     std::shared_ptr<ScanGroups> groups_ = std::make_shared<ScanGroups>();
-    ScanFilter filter_;
+    const ScanFilter& filter_;
     ScanPlaces places_;
     ScanFigures figures_;
     std::vector<SideKeys> sides_;
@@ -224,15 +225,13 @@ class Scanner final {
 };
 
 /// The later half of the rows is read by a thread of its own; by this one when there can be none.
-void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
-                 Progress& progress) {
-    const std::size_t half = image.rows() / kBlockRows / 2 * kBlockRows;
-    const auto second = std::make_unique<Scanner>(image, plan, input, progress);
+void RunTogether(Scanner& first, Scanner& second, std::size_t rows, Progress& progress) {
+    const std::size_t half = rows / kBlockRows / 2 * kBlockRows;
     std::future<void> later;
     try {
-        later = std::async(std::launch::async, [&] { second->Run(half, image.rows()); });
+        later = std::async(std::launch::async, [&] { second.Run(half, rows); });
     } catch (const std::system_error&) {
-        return first.Run(0, image.rows());
+        return first.Run(0, rows);
     }
     try {
         first.Run(0, half);
@@ -242,7 +241,7 @@ void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan,
         throw;
     }
     later.get();
-    first.Join(*second);
+    first.Join(second);
 }
 
 } // namespace
@@ -250,11 +249,13 @@ void RunTogether(Scanner& first, const ColumnImage& image, const ScanPlan& plan,
 std::shared_ptr<const ScanGroups> ScanRows(const ColumnImage& image, const ScanPlan& plan, const ScanInput& input,
                                            WorkWatch& watch, ScanThreads threads) {
     Progress progress(watch);
-    const auto scanner = std::make_unique<Scanner>(image, plan, input, progress);
+    const ScanFilter filter(image, plan, input);
+    const auto make = [&] { return std::make_unique<Scanner>(image, plan, input, filter, progress); };
+    const auto scanner = make();
     if (!scanner->MeetsAllSoon()) {
         const bool shared = threads == ScanThreads::Two || (threads == ScanThreads::AsPays && scanner->paysToShare());
         if (shared && scanner->canBeShared())
-            RunTogether(*scanner, image, plan, input, progress);
+            RunTogether(*scanner, *make(), image.rows(), progress);
         else
             scanner->Run(0, image.rows());
     }

@@ -33,13 +33,14 @@ class RowScan final : SideScan {
         return rows && !select_.top && select_.groupBy.empty() && !select_.having;
     }
 
-    /// DISTINCTROW with fields of small tables tells their rows apart, too.
+    /// DISTINCTROW with fields of small tables tells their rows apart, too, and without any field no rows at all.
     bool ReadItems() {
         const bool large = select_.duplicates == Duplicates::DropEqualRows;
         const auto read = [&](const SelectItem& item) {
             return item.expression && (ReadRow(*item.expression, row_) || (!large && ReadSmall(*item.expression)));
         };
-        return std::ranges::all_of(select_.items, read) && row_.size() <= kMostScanFigures && NamesDiffer();
+        return std::ranges::all_of(select_.items, read) && (!large || !row_.empty()) &&
+               row_.size() <= kMostScanFigures && NamesDiffer();
     }
 
     bool ReadSmall(const Expression& expression) {

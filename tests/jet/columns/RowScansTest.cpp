@@ -32,6 +32,7 @@ TEST(RowScansTest, TakesOnlyWhatAnIndexDoesNotGiveInOrder) {
         {"SELECT D.RowNId" + kFrom + "ORDER BY Len(A.AreaName)", false},
         {"SELECT TOP 5 D.RowNId" + kFrom + "ORDER BY A.AreaName", false},
         {"SELECT DISTINCTROW D.RowNId, A.AreaName" + kFrom, false},
+        {"SELECT DISTINCTROW 1 AS One" + kLatest, false},
         {"SELECT D.RowNId" + kFrom + "WHERE D.Datavalue Like '1*' ORDER BY A.AreaName", false},
     };
     for (const auto& [sql, scans] : cases)
